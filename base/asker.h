@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QString>
+#include <QVector>
+
+namespace base {
+
+enum class BoxIcon { Information, Warning, Question };
+enum class BoxButton { Ok, Yes, No };
+
+/// A modal box: what it shows, in the order in which it shows it.
+struct Box
+{
+    BoxIcon icon = BoxIcon::Information;
+    QString title;
+    QString text;
+    QVector<BoxButton> buttons;
+};
+
+/// The one door through which computing code asks and tells the user: message boxes in the product, a script in
+/// tests.
+class Asker
+{
+public:
+    virtual ~Asker() = default;
+
+    /// Shows the box and waits. A box closed without a button gives No where it has one, else Ok.
+    virtual BoxButton show(const Box &box) = 0;
+
+    void inform(const QString &title, const QString &text)
+    {
+        show({BoxIcon::Information, title, text, {BoxButton::Ok}});
+    }
+    void warn(const QString &title, const QString &text)
+    {
+        show({BoxIcon::Warning, title, text, {BoxButton::Ok}});
+    }
+    /// True only for "Yes".
+    bool confirm(const QString &title, const QString &text)
+    {
+        return show({BoxIcon::Question, title, text, {BoxButton::Yes, BoxButton::No}}) == BoxButton::Yes;
+    }
+};
+
+} // namespace base

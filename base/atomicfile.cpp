@@ -1,0 +1,169 @@
+#include "base/atomicfile.h"
+
+#include "base/filesystemcalls.h"
+
+#include <QFile>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace base {
+
+namespace {
+
+WriteResult systemError(int code)
+{
+    return {QString::fromLocal8Bit(std::strerror(code))};
+}
+
+QByteArray folderOf(const QByteArray &path)
+{
+    const int slash = path.lastIndexOf('/');
+    if (slash < 0)
+        return QByteArray(".");
+    return slash == 0 ? QByteArray("/") : path.left(slash);
+}
+
+mode_t modeForNewFiles()
+{
+    // The process' mask can only be read by setting it; the plug-in has no threads of its own that would notice.
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return 0666 & ~mask;
+}
+
+WriteResult checkTarget(const QByteArray &path, mode_t *mode)
+{
+    if (path.isEmpty() || path.contains('\0'))
+        return systemError(EINVAL);
+    struct stat info;
+    if (::lstat(path.constData(), &info) != 0) {
+        if (errno != ENOENT)
+            return systemError(errno);
+        *mode = modeForNewFiles();
+        return ::access(folderOf(path).constData(), W_OK | X_OK) == 0 ? WriteResult{} : systemError(errno);
+    }
+    if (S_ISLNK(info.st_mode)) {
+        *mode = modeForNewFiles();
+        return ::access(folderOf(path).constData(), W_OK | X_OK) == 0 ? WriteResult{} : systemError(errno);
+    }
+    if (S_ISDIR(info.st_mode))
+        return systemError(EISDIR);
+    if (!S_ISREG(info.st_mode))
+        return systemError(EINVAL);
+    *mode = info.st_mode & 07777;
+    return ::access(path.constData(), W_OK) == 0 ? WriteResult{} : systemError(errno);
+}
+
+} // namespace
+
+WriteResult checkWritable(const QString &path)
+{
+    mode_t mode = 0;
+    return checkTarget(QFile::encodeName(path), &mode);
+}
+
+AtomicFileWriter::~AtomicFileWriter()
+{
+    discard();
+}
+
+WriteResult AtomicFileWriter::fail(const char *step)
+{
+    if (m_result.ok())
+        m_result = {QString::fromLatin1(step) + QStringLiteral(": ") + systemError(errno).error};
+    discard();
+    return m_result;
+}
+
+void AtomicFileWriter::discard()
+{
+    if (m_file >= 0) {
+        fileSystemCalls().close(m_file);
+        m_file = -1;
+    }
+    if (!m_temporary.isEmpty()) {
+        ::unlink(m_temporary.constData());
+        m_temporary.clear();
+    }
+}
+
+WriteResult AtomicFileWriter::open(const QString &path)
+{
+    discard();
+    m_path = QFile::encodeName(path);
+    m_result = checkTarget(m_path, &m_mode);
+    if (!m_result.ok())
+        return m_result;
+    // A name of its own, not the target's with a suffix: it cannot grow too long or meet a user's file, and it is
+    // hidden from every listing of ours.
+    QByteArray name = folderOf(m_path) + "/.lorva-XXXXXX";
+    m_file = fileSystemCalls().openTemporary(name.data());
+    if (m_file < 0)
+        return fail("create");
+    m_temporary = name;
+    if (::fchmod(m_file, m_mode) != 0)
+        return fail("set permissions");
+    return m_result;
+}
+
+WriteResult AtomicFileWriter::write(const char *bytes, qint64 size)
+{
+    if (!m_result.ok() || m_file < 0) {
+        errno = EBADF;
+        return fail("write");
+    }
+    while (size > 0) {
+        const ssize_t done = fileSystemCalls().write(m_file, bytes, static_cast<size_t>(size));
+        if (done < 0 && errno == EINTR)
+            continue;
+        if (done <= 0) {
+            if (done == 0)
+                errno = ENOSPC;
+            return fail("write");
+        }
+        bytes += done;
+        size -= done;
+    }
+    return m_result;
+}
+
+WriteResult AtomicFileWriter::commit()
+{
+    if (!m_result.ok() || m_file < 0) {
+        errno = EBADF;
+        return fail("write");
+    }
+    if (fileSystemCalls().fsync(m_file) != 0)
+        return fail("flush");
+    const int file = m_file;
+    m_file = -1;
+    if (fileSystemCalls().close(file) != 0)
+        return fail("close");
+    if (fileSystemCalls().rename(m_temporary.constData(), m_path.constData()) != 0)
+        return fail("rename");
+    m_temporary.clear();
+    // The new name reaches the disk with its folder. The content is already in place whatever this says.
+    const int folder = ::open(folderOf(m_path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder >= 0) {
+        fileSystemCalls().fsync(folder);
+        ::close(folder);
+    }
+    return m_result;
+}
+
+WriteResult writeFileAtomically(const QString &path, const QByteArray &bytes)
+{
+    AtomicFileWriter writer;
+    WriteResult result = writer.open(path);
+    if (result.ok())
+        result = writer.write(bytes.constData(), bytes.size());
+    if (result.ok())
+        result = writer.commit();
+    return result;
+}
+
+} // namespace base

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <sys/types.h>
+
+namespace base {
+
+/// What a write came to: success, or the system's reason in words (no path in it).
+struct [[nodiscard]] WriteResult
+{
+    QString error;
+    bool ok() const { return error.isEmpty(); }
+};
+
+/// Writes \a bytes to \a path so that at every moment, also after a crash or on a full disk, the path holds
+/// either its old content or all of the new one. The parent folder must exist. A symbolic link at \a path is
+/// replaced by a file of its own; what it pointed to is not touched. An existing file keeps its permissions.
+/// Fails without touching anything when \a path is no plain file or could not be opened for writing.
+WriteResult writeFileAtomically(const QString &path, const QByteArray &bytes);
+
+/// The same promise for content that is made piece by piece (a long picture, a large export). Bytes go to a hidden
+/// temporary file in the target's folder; nothing appears at the path before commit(), and destruction without a
+/// successful commit() leaves no trace.
+class AtomicFileWriter
+{
+public:
+    AtomicFileWriter() = default;
+    ~AtomicFileWriter();
+    AtomicFileWriter(const AtomicFileWriter &) = delete;
+    AtomicFileWriter &operator=(const AtomicFileWriter &) = delete;
+
+    WriteResult open(const QString &path);
+    WriteResult write(const char *bytes, qint64 size);
+    /// Flushes to the disk and puts the file in its place. The first failure of any step is what it returns.
+    WriteResult commit();
+
+private:
+    WriteResult fail(const char *step);
+    void discard();
+
+    QByteArray m_path;
+    QByteArray m_temporary;
+    WriteResult m_result;
+    mode_t m_mode = 0;
+    int m_file = -1;
+};
+
+/// Whether a plain open for writing could open \a path: an existing plain file that may be written, or a missing
+/// one in a folder that may be written. Nothing is created.
+WriteResult checkWritable(const QString &path);
+
+} // namespace base

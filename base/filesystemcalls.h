@@ -1,0 +1,36 @@
+#pragma once
+
+#include <sys/types.h>
+
+namespace base {
+
+/// The system calls of file writing that can fail, as a seam: the product uses the real ones, a test replaces
+/// them to make a write, a flush or a rename fail. Results and errno are those of the POSIX calls of the same name.
+class FileSystemCalls
+{
+public:
+    virtual ~FileSystemCalls() = default;
+    virtual int openTemporary(char *pathTemplate);
+    virtual ssize_t write(int file, const void *bytes, size_t size);
+    virtual int fsync(int file);
+    virtual int close(int file);
+    virtual int rename(const char *from, const char *to);
+};
+
+/// The calls in force.
+FileSystemCalls &fileSystemCalls();
+
+/// Puts other calls in force for its lifetime (tests). \a calls must outlive it; not owned.
+class ScopedFileSystemCalls
+{
+public:
+    explicit ScopedFileSystemCalls(FileSystemCalls &calls);
+    ~ScopedFileSystemCalls();
+    ScopedFileSystemCalls(const ScopedFileSystemCalls &) = delete;
+    ScopedFileSystemCalls &operator=(const ScopedFileSystemCalls &) = delete;
+
+private:
+    FileSystemCalls *m_previous;
+};
+
+} // namespace base

@@ -1,0 +1,58 @@
+#include "base/messageboxasker.h"
+
+#include <QMessageBox>
+
+namespace base {
+
+namespace {
+
+QMessageBox::Icon iconOf(BoxIcon icon)
+{
+    switch (icon) {
+    case BoxIcon::Warning:
+        return QMessageBox::Warning;
+    case BoxIcon::Question:
+        return QMessageBox::Question;
+    case BoxIcon::Information:
+        break;
+    }
+    return QMessageBox::Information;
+}
+
+QMessageBox::StandardButton buttonOf(BoxButton button)
+{
+    switch (button) {
+    case BoxButton::Yes:
+        return QMessageBox::Yes;
+    case BoxButton::No:
+        return QMessageBox::No;
+    case BoxButton::Ok:
+        break;
+    }
+    return QMessageBox::Ok;
+}
+
+} // namespace
+
+MessageBoxAsker::MessageBoxAsker(QWidget *parent)
+    : m_parent(parent)
+{
+}
+
+BoxButton MessageBoxAsker::show(const Box &box)
+{
+    QMessageBox messageBox(iconOf(box.icon), box.title, box.text, QMessageBox::NoButton, m_parent);
+    // Names of wells and files come from data: a "<" in them is a character, not a tag.
+    messageBox.setTextFormat(Qt::PlainText);
+    for (BoxButton button : box.buttons)
+        messageBox.addButton(buttonOf(button));
+    const bool asks = box.buttons.contains(BoxButton::No);
+    messageBox.setEscapeButton(asks ? QMessageBox::No : QMessageBox::Ok);
+    const int clicked = messageBox.exec();
+    for (BoxButton button : box.buttons)
+        if (clicked == buttonOf(button))
+            return button;
+    return asks ? BoxButton::No : BoxButton::Ok;
+}
+
+} // namespace base

@@ -1,0 +1,106 @@
+#include "base/numbers.h"
+
+#include <charconv>
+#include <cmath>
+
+namespace base {
+
+namespace {
+
+bool isSpace(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+const char *skipSpaceAndPlus(const char *begin, const char *end)
+{
+    while (begin < end && isSpace(*begin))
+        ++begin;
+    // from_chars refuses a leading plus; "+-1" must stay an error.
+    if (end - begin > 1 && *begin == '+' && begin[1] != '-' && begin[1] != '+')
+        ++begin;
+    return begin;
+}
+
+template<class Format>
+QByteArray formatted(double value, Format format)
+{
+    char buffer[512];
+    const std::to_chars_result result = format(buffer, buffer + sizeof buffer, value);
+    if (result.ec != std::errc())
+        return QByteArray("0");
+    return QByteArray(buffer, static_cast<int>(result.ptr - buffer));
+}
+
+} // namespace
+
+std::optional<double> parseNumber(const char *begin, const char *end)
+{
+    begin = skipSpaceAndPlus(begin, end);
+    while (end > begin && isSpace(end[-1]))
+        --end;
+    double value = 0;
+    const std::from_chars_result result = std::from_chars(begin, end, value);
+    if (result.ec != std::errc() || result.ptr != end || !std::isfinite(value))
+        return std::nullopt;
+    return value;
+}
+
+std::optional<double> parseNumber(const QByteArray &text)
+{
+    return parseNumber(text.constData(), text.constData() + text.size());
+}
+
+std::optional<double> parseNumber(const QString &text)
+{
+    return parseNumber(text.toUtf8());
+}
+
+std::optional<int> parseInteger(const QByteArray &text)
+{
+    const char *end = text.constData() + text.size();
+    const char *begin = skipSpaceAndPlus(text.constData(), end);
+    while (end > begin && isSpace(end[-1]))
+        --end;
+    int value = 0;
+    const std::from_chars_result result = std::from_chars(begin, end, value);
+    if (result.ec != std::errc() || result.ptr != end)
+        return std::nullopt;
+    return value;
+}
+
+double leadingNumber(const QByteArray &text)
+{
+    const char *end = text.constData() + text.size();
+    const char *begin = skipSpaceAndPlus(text.constData(), end);
+    double value = 0;
+    const std::from_chars_result result = std::from_chars(begin, end, value);
+    return result.ec == std::errc() && std::isfinite(value) ? value : 0.0;
+}
+
+QByteArray formatGeneral(double value, int digits)
+{
+    return formatted(value, [digits](char *begin, char *end, double v) {
+        return std::to_chars(begin, end, v, std::chars_format::general, digits);
+    });
+}
+
+QByteArray formatFixed(double value, int decimals)
+{
+    return formatted(value, [decimals](char *begin, char *end, double v) {
+        return std::to_chars(begin, end, v, std::chars_format::fixed, decimals);
+    });
+}
+
+QByteArray formatShortest(double value)
+{
+    return formatted(value, [](char *begin, char *end, double v) { return std::to_chars(begin, end, v); });
+}
+
+QByteArray formatShortest(float value)
+{
+    return formatted(static_cast<double>(value),
+                     [](char *begin, char *end, double v) { return std::to_chars(begin, end, static_cast<float>(v)); });
+}
+
+} // namespace base

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+
+/// Numbers as text, the same under every locale.
+namespace base {
+
+/// Reads a decimal number that fills \a text but for white space around it; a leading "+" is allowed. Nothing for
+/// anything else, for "nan" and "inf", and for what a double cannot hold (1e400).
+std::optional<double> parseNumber(const char *begin, const char *end);
+std::optional<double> parseNumber(const QByteArray &text);
+std::optional<double> parseNumber(const QString &text);
+std::optional<int> parseInteger(const QByteArray &text);
+
+/// Reads the number with which \a text begins (after white space and a "+") as parseNumber() does, whatever
+/// follows; 0 where there is none.
+double leadingNumber(const QByteArray &text);
+
+/// The shorter of fixed and exponent notation with \a digits significant digits, as printf's "%g".
+QByteArray formatGeneral(double value, int digits = 6);
+/// Fixed notation with \a decimals decimals, as printf's "%f".
+QByteArray formatFixed(double value, int decimals);
+/// The fewest digits that read back as the same value.
+QByteArray formatShortest(double value);
+QByteArray formatShortest(float value);
+
+} // namespace base

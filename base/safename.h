@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+/// Names of wells, logs, templates and correlations as file names.
+namespace base {
+
+/// The longest file name, in bytes.
+constexpr int maximumFileNameBytes = 255;
+
+/// \a name as part of a file name. An ordinary name comes back as it is. In a name that holds a "/", a control
+/// character or something that looks like %XX, those characters and "%" become %XX of their bytes; "." and ".."
+/// and the empty name get names of their own too. A name too long for a file name together with \a otherBytes
+/// bytes around it is cut and closed with a digest. No two names give the same result.
+QString fileNameFor(const QString &name, int otherBytes = 0);
+
+/// Why a name that a user typed for a template or a correlation cannot be taken, as a sentence for a box; empty
+/// when it can.
+QString typedNameProblem(const QString &name);
+
+} // namespace base

@@ -1,0 +1,35 @@
+# Compiler settings, output folders and small helpers shared by all folders.
+
+set(CMAKE_AUTOMOC ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+include(GNUInstallDirs)
+
+# The build tree has the layout of an installation, so programs find plug-ins and resources alike in both.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(LORVA_PLUGIN_OUTPUT_DIR ${CMAKE_BINARY_DIR}/lib/lorva/plugins)
+set(LORVA_LIBRARY_OUTPUT_DIR ${CMAKE_BINARY_DIR}/lib/lorva)
+set(LORVA_DATA_OUTPUT_DIR ${CMAKE_BINARY_DIR}/share/lorva)
+set(LORVA_PLUGIN_INSTALL_DIR lib/lorva/plugins)
+set(LORVA_LIBRARY_INSTALL_DIR lib/lorva)
+set(LORVA_DATA_INSTALL_DIR share/lorva)
+
+add_library(lorva_settings INTERFACE)
+target_compile_features(lorva_settings INTERFACE cxx_std_17)
+set_target_properties(lorva_settings PROPERTIES INTERFACE_POSITION_INDEPENDENT_CODE ON)
+target_include_directories(lorva_settings INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_definitions(lorva_settings INTERFACE
+    QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_STRICT_ITERATORS
+    QT_DEPRECATED_WARNINGS QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
+target_compile_options(lorva_settings INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor -Woverloaded-virtual)
+if(LORVA_WARNINGS_AS_ERRORS)
+    target_compile_options(lorva_settings INTERFACE -Werror)
+endif()
+if(LORVA_SANITIZE)
+    target_compile_options(lorva_settings INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    target_link_options(lorva_settings INTERFACE -fsanitize=address,undefined)
+endif()

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+struct ProjectData;
+
+/// The default log of each curve group of one well: two parallel lists in file order.
+struct DefaultLogs
+{
+    QStringList groups;
+    QStringList logs;
+};
+
+/// The path of a well's default-logs file.
+QString defaultLogsPath(const QString &projectFolder, const QString &wellName);
+
+/// Empty lists when there is no such file.
+DefaultLogs readDefaultLogs(const QString &projectFolder, const QString &wellName);
+
+/// Brings the curve group table, the group files and the default-logs files up to date with the catalogue: every
+/// log gets a group, and a well without a default-logs file gets one with the first log of each group. Silent; each
+/// file is read and written once, and nothing is written that did not change.
+void runDefaultLogsPass(ProjectData &data);

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QHash>
+#include <QSet>
+#include <QString>
+#include <QStringList>
+
+/// The mnemonics that a project lists for a curve group, one per line, in file order; empty lines are empty
+/// strings, a missing file gives an empty list.
+QStringList readGroupFile(const QString &projectFolder, const QString &group);
+
+/// Appends the trimmed name to the group's file unless it is listed there (letter case counts). The file is
+/// rewritten whole, one trimmed entry a line. A failure is silent.
+void addMnemonicToGroup(const QString &projectFolder, const QString &group, const QString &logName);
+
+/// Several additions at once: each group file is read once and, where something was added, written once by write().
+/// The files end up as if addMnemonicToGroup() had been called for each.
+class GroupFiles
+{
+public:
+    explicit GroupFiles(const QString &projectFolder);
+    void add(const QString &group, const QString &logName);
+    void write();
+
+private:
+    struct Group
+    {
+        QStringList names;
+        QSet<QString> known;
+        bool isChanged = false;
+    };
+    Group &group(const QString &name);
+
+    QString m_projectFolder;
+    QHash<QString, Group> m_groups;
+};

@@ -1,0 +1,33 @@
+#include "datastore/project.h"
+
+#include "host/host.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+void makeProjectFolders(const QString &surveyDirectory)
+{
+    QDir(surveyDirectory).mkdir(QStringLiteral("WLC"));
+    const QDir project(surveyDirectory + QStringLiteral("/WLC"));
+    for (const char *folder : {"Correlations", "CurveGroups", "Templates", "DefaultLogs"})
+        project.mkdir(QString::fromLatin1(folder));
+    QDir(project.filePath(QStringLiteral("Templates"))).mkdir(QStringLiteral("Global"));
+}
+
+} // namespace
+
+void openProject(const host::Host &host, Project *project)
+{
+    project->surveyName = host.surveyName();
+    const QString surveyDirectory = host.surveyDirectory();
+    const QString folder = surveyDirectory + QStringLiteral("/WLC");
+    if (!QFileInfo::exists(folder))
+        makeProjectFolders(surveyDirectory);
+    project->projectFolder = folder;
+    project->setupDataFolder = host.setupDataFolder();
+    project->iconFolder = project->setupDataFolder + QStringLiteral("/icons.Default/");
+    project->globalTemplateNames = QDir(folder + QStringLiteral("/Templates/Global"))
+                                       .entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+}

@@ -1,0 +1,121 @@
+#include "datastore/projectseeds.h"
+
+#include "base/atomicfile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <cstdio>
+
+namespace {
+
+struct SeedGroup
+{
+    const char *group;
+    const char *mnemonics;
+};
+
+constexpr SeedGroup seedGroups[] = {
+    {"Depth", "MD\nTVDSS"},
+    {"Sonic", "DT"},
+    {"Resistivity", "LLD\nLLS\nMSFL"},
+    {"Gamma", "GR"},
+    {"Sp", "SP"},
+    {"Caliper", "CALI"},
+    {"Porosity", "NPHI"},
+    {"Density", "RHOB"},
+    {"Impedance", nullptr},
+    {"Shale Volume", "VSH_log\nSP_VSH_log"},
+    {"Effective Porosity", "PHIE_log\nPHIT_log"},
+    {"Water Saturation", "WS_log"},
+    {"Shear Modulus", "U_log"},
+    {"Lames Modulus", "LAMBDA_log"},
+    {"Poisons Ratio", "PRV_log"},
+    {"Youngs Modulus", "E_log"},
+    {"Overburden Pressure", "OBP_log"},
+    {"Pore Pressure", "PP_log"},
+    {"Horizontal Stress", "MINIHS_log\nMAXIHS_log"},
+    {"Rock Strength", "UCS_log"},
+    {"Others", nullptr},
+};
+
+constexpr int seedTrackCount = 4;
+
+struct SeedTemplate
+{
+    const char *name;
+    const char *tracks[seedTrackCount]; ///< "Track_1.txt" first
+};
+
+constexpr char seedDepthTrack[] = "Depth\n"
+                                  "Depth | MD | 0 | 0 | 0,0,0 | 0,0,0 | 0,0,0 | 0 | 0 | 0 | 0";
+
+// The blanks at line ends and the missing last line feeds are part of the files.
+constexpr SeedTemplate seedTemplates[] = {
+    {"Default",
+     {"Linear\n"
+      "Gamma | Default | 0.00 | 200.00 | #0e6f21|0,#ffffff|0,#ffffff|None | None | 0 | 1\n"
+      "Sp | Default | -100.00 | 100.00 | #120202|0,#ffffff|0,#ffffff|None | None | 0 | 1 \n"
+      "Caliper | Default | 6.00 | 16.00 | #120202|0,#ffffff|0,#ffffff|None | None | 1 | 1",
+      seedDepthTrack,
+      "Logrithmic\n"
+      "Resistivity | Default | 0.10 | 2000.00 | #d01212|0,#ffffff|0,#ffffff|None | None | 0 | 1\n"
+      "Resistivity | LLS | 0.10 | 2000.00 | #4046fa|0,#ffffff|0,#ffffff|None | None | 1 | 1\n"
+      "Resistivity | MSFL | 0.10 | 2000.00 | #1d0f0f|0,#ffffff|0,#ffffff|None | None | 0 | 1",
+      "Linear\n"
+      "Density | Default | 1.80 | 2.80 | #d21414|0,#ffffff|0,#ffffff|None | None | 0 | 1\n"
+      "Porosity | Default | 0.60 | 0 | #2648ef|0,#ffffff|0,#ffffff|None | None | 1 | 1\n"
+      "Sonic | Default | 40 | 240 | #2648ef|0,#ffffff|0,#ffffff|None | None | 0 | 1 "}},
+    {"Simple",
+     {"Linear\n"
+      "Gamma | Default | 0.00 | 200.00 | #0e6f21|0,#ffffff|0,#ffffff|None | None | 0 | 1\n",
+      seedDepthTrack,
+      "Logrithmic\n"
+      "Resistivity | Default | 0.10 | 2000.00 | #d01212|0,#ffffff|0,#ffffff|None | None | 0 | 1\n",
+      "Linear\n"
+      "Density | Default | 1.80 | 2.80 | #0000ff|0,#ffffff|0,#ffffff|None | None | 0 | 1\n"}},
+};
+
+// False when the seeding has to end. An existing folder is a user's, with or without tracks.
+bool seedTemplate(const QString &projectFolder, const SeedTemplate &seed)
+{
+    const QString name = QString::fromLatin1(seed.name);
+    const QString target = projectFolder + QStringLiteral("/Templates/Global/") + name;
+    if (QFileInfo::exists(target))
+        return true;
+    // Built aside: a crash between two tracks must not leave a folder that then counts as the user's own.
+    const QTemporaryDir aside(projectFolder + QStringLiteral("/.lorva-XXXXXX"));
+    if (!aside.isValid())
+        return false;
+    const QString built = aside.filePath(name);
+    if (!QDir().mkdir(built))
+        return false;
+    for (int i = 0; i < seedTrackCount; ++i)
+        if (writeIfMissing(built + QStringLiteral("/Track_%1.txt").arg(i + 1), seed.tracks[i]) != 1)
+            return false;
+    return std::rename(QFile::encodeName(built).constData(), QFile::encodeName(target).constData()) == 0;
+}
+
+} // namespace
+
+int writeIfMissing(const QString &path, const QByteArray &text)
+{
+    if (QFileInfo::exists(path))
+        return 0;
+    return base::writeFileAtomically(path, text).ok() ? 1 : -1;
+}
+
+void seedProject(const QString &projectFolder)
+{
+    for (const SeedGroup &seed : seedGroups) {
+        const QString path
+            = projectFolder + QStringLiteral("/CurveGroups/") + QString::fromLatin1(seed.group) + QStringLiteral(".txt");
+        if (writeIfMissing(path, QByteArray(seed.mnemonics)) < 0)
+            return;
+    }
+    for (const SeedTemplate &seed : seedTemplates)
+        if (!seedTemplate(projectFolder, seed))
+            return;
+}

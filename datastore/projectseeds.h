@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/// Writes \a text to a file that does not exist yet; a null text gives an empty file. 0: a file of that path exists
+/// and is left as it is; 1: the file was made; -1: it could not be made.
+int writeIfMissing(const QString &path, const QByteArray &text);
+
+/// Writes the curve group files that are missing from the project, then the templates "Default" and "Simple" where
+/// their folders do not exist. Ends in silence at the first file that cannot be made. A template appears whole or
+/// not at all.
+void seedProject(const QString &projectFolder);

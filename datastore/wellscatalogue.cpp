@@ -1,0 +1,298 @@
+#include "datastore/wellscatalogue.h"
+
+#include "base/asker.h"
+#include "datastore/unitclassification.h"
+
+namespace {
+
+QString selectedWellError()
+{
+    return QStringLiteral("Cannot get data for the selected well");
+}
+
+double definedOrZero(float elevation)
+{
+    return host::isUndefined(elevation) ? 0.0 : static_cast<double>(elevation);
+}
+
+QStringList namesOf(const QVector<host::LogInfo> &logs)
+{
+    QStringList names;
+    names.reserve(logs.size());
+    for (const host::LogInfo &log : logs)
+        names.append(log.name);
+    return names;
+}
+
+QStringList namesOf(const QVector<host::Marker> &markers)
+{
+    QStringList names;
+    names.reserve(markers.size());
+    for (const host::Marker &marker : markers)
+        names.append(marker.name);
+    return names;
+}
+
+QColor opaque(const QColor &color)
+{
+    return QColor(color.red(), color.green(), color.blue());
+}
+
+QString wellTypeText(int code)
+{
+    if (code == host::OilWell)
+        return QStringLiteral("Oil");
+    return code == host::GasWell ? QStringLiteral("Gas") : QString();
+}
+
+void copySamples(const host::LogData &log, LogCurveData *curve)
+{
+    const int count = qMin(log.depths.size(), log.values.size());
+    curve->depths.resize(count);
+    curve->values.resize(count);
+    curve->sampleFlags.fill(0, count);
+    double *depths = curve->depths.data();
+    double *values = curve->values.data();
+    double minimum = curve->minimum;
+    double maximum = curve->maximum;
+    for (int i = 0; i < count; ++i) {
+        depths[i] = static_cast<double>(log.depths.at(i));
+        const float stored = log.values.at(i);
+        const auto value
+            = static_cast<double>(host::isUndefined(stored) ? static_cast<float>(nullSampleValue) : stored);
+        values[i] = value;
+        if (value == nullSampleValue)
+            continue;
+        if (value < minimum)
+            minimum = value;
+        if (value > maximum)
+            maximum = value;
+    }
+    curve->minimum = minimum;
+    curve->maximum = maximum;
+}
+
+} // namespace
+
+WellsCatalogue::WellsCatalogue(host::Wells &wells, base::Asker &asker, const ErrorBox &showError)
+    : m_wells(wells)
+    , m_asker(asker)
+    , m_showError(showError)
+{
+}
+
+void WellsCatalogue::warnUnreadable(const QString &wellName) const
+{
+    m_asker.warn(QStringLiteral("Reading Wells Data"),
+                 QStringLiteral("Cannot get data for the well :%1.\n"
+                                "If you used this well in this Plugin then it may be get crashed.\n"
+                                "Please first check this well in Opendtect's Well Manager.")
+                     .arg(wellName));
+}
+
+void WellsCatalogue::build()
+{
+    m_wellNames.clear();
+    m_keys.clear();
+    m_logNames.clear();
+    m_markerNames.clear();
+    m_indexByName.clear();
+    const host::Outcome<QVector<host::WellEntry>> list = m_wells.list();
+    if (!list.ok())
+        return;
+    for (const host::WellEntry &entry : list.value) {
+        if (!m_indexByName.contains(entry.name))
+            m_indexByName.insert(entry.name, m_wellNames.size());
+        m_wellNames.append(entry.name);
+        m_keys.append(entry.key);
+        if (!m_wells.header(entry.key).ok()) {
+            warnUnreadable(entry.name);
+            m_logNames.append(QStringList());
+            m_markerNames.append(QStringList());
+            continue;
+        }
+        m_logNames.append(namesOf(m_wells.logs(entry.key).value));
+        m_markerNames.append(namesOf(m_wells.markers(entry.key).value));
+    }
+}
+
+QStringList WellsCatalogue::readWellNames() const
+{
+    QStringList names;
+    for (const host::WellEntry &entry : m_wells.list().value)
+        names.append(entry.name);
+    return names;
+}
+
+QStringList WellsCatalogue::refreshLogNames(int well)
+{
+    const host::Outcome<QVector<host::LogInfo>> logs = m_wells.logs(wellKey(well));
+    if (!isWell(well) || !logs.ok()) {
+        m_showError(selectedWellError());
+        return {};
+    }
+    m_logNames[well] = namesOf(logs.value);
+    return m_logNames.at(well);
+}
+
+QStringList WellsCatalogue::refreshMarkerNames(int well)
+{
+    const host::Outcome<QVector<host::Marker>> markers = m_wells.markers(wellKey(well));
+    if (!isWell(well) || !markers.ok()) {
+        m_showError(selectedWellError());
+        return {};
+    }
+    m_markerNames[well] = namesOf(markers.value);
+    return m_markerNames.at(well);
+}
+
+QStringList WellsCatalogue::curveGroups(int well) const
+{
+    const host::Outcome<QVector<host::LogInfo>> logs = m_wells.logs(wellKey(well));
+    if (!isWell(well) || !logs.ok())
+        m_showError(selectedWellError() + QLatin1Char(':'));
+    if (!isWell(well))
+        return {};
+    QHash<QString, QString> unitByName;
+    for (const host::LogInfo &log : logs.value)
+        unitByName.insert(log.name, log.unit);
+    QStringList groups;
+    for (const QString &name : m_logNames.at(well)) {
+        QString unit = unitByName.value(name);
+        groups.append(curveGroupOfUnit(unit));
+    }
+    return groups;
+}
+
+QString WellsCatalogue::curveGroup(int well, int log) const
+{
+    const QStringList groups = curveGroups(well);
+    return log >= 0 && log < groups.size() ? groups.at(log) : QStringLiteral("Others");
+}
+
+QString WellsCatalogue::curveGroup(const QString &wellName, const QString &logName) const
+{
+    const int well = indexOf(wellName);
+    return curveGroup(well, isWell(well) ? m_logNames.at(well).indexOf(logName) : -1);
+}
+
+LogCurveData WellsCatalogue::curve(const QString &wellName, const QString &logName) const
+{
+    LogCurveData curve;
+    curve.wellName = wellName;
+    curve.logName = logName;
+    curve.displayName = logName;
+    curve.source = QStringLiteral("Read from OD");
+    const int well = indexOf(wellName);
+    const int log = isWell(well) ? m_logNames.at(well).indexOf(logName) : -1;
+    if (log >= 0)
+        readSamples(well, log, &curve);
+    return curve;
+}
+
+LogCurveData WellsCatalogue::curve(int well, int log) const
+{
+    LogCurveData curve;
+    curve.source = QStringLiteral("Read from OD");
+    if (!isWell(well) || log < 0 || log >= m_logNames.at(well).size())
+        return curve;
+    curve.wellName = m_wellNames.at(well);
+    curve.logName = m_logNames.at(well).at(log);
+    curve.displayName = curve.logName;
+    readSamples(well, log, &curve);
+    return curve;
+}
+
+host::Outcome<host::LogData> WellsCatalogue::readLog(int well, int log) const
+{
+    const QString &name = m_logNames.at(well).at(log);
+    host::Outcome<host::LogData> data = m_wells.log(m_keys.at(well), log);
+    if (data.ok() && data.value.name == name)
+        return data;
+    // The host's logs changed since the catalogue was read: the name counts, not the index.
+    const int current = namesOf(m_wells.logs(m_keys.at(well)).value).indexOf(name);
+    if (current < 0)
+        return {{}, selectedWellError()};
+    return m_wells.log(m_keys.at(well), current);
+}
+
+void WellsCatalogue::readSamples(int well, int log, LogCurveData *curve) const
+{
+    const host::Outcome<host::LogData> data = readLog(well, log);
+    if (!data.ok()) {
+        m_showError(selectedWellError());
+        return;
+    }
+    curve->unit = data.value.unit;
+    QString unit = data.value.unit;
+    curve->curveGroup = curveGroupOfUnit(unit);
+    curve->isLogarithmic = curve->curveGroup == QLatin1String("Resistivity") ? 1 : 0;
+    curve->nullValue = nullSampleValue;
+    // These starts are required: a log wholly above 999.25 reports 999.25 as its minimum, one wholly below -999.25
+    // reports -999.25 as its maximum.
+    curve->minimum = 999.25;
+    curve->maximum = -999.25;
+    copySamples(data.value, curve);
+}
+
+QVector<WellMarker> WellsCatalogue::markers(int well) const
+{
+    const host::Outcome<host::WellHeader> header = m_wells.header(wellKey(well));
+    const host::Outcome<QVector<host::Marker>> stored = m_wells.markers(wellKey(well));
+    if (!isWell(well) || !header.ok() || !stored.ok()) {
+        m_showError(selectedWellError());
+        return {};
+    }
+    const double kb = definedOrZero(header.value.kbElevation);
+    const double second = definedOrZero(header.value.groundElevation);
+    QHash<QString, const host::Marker *> byName;
+    for (const host::Marker &marker : stored.value)
+        if (!byName.contains(marker.name))
+            byName.insert(marker.name, &marker);
+    QVector<WellMarker> markers;
+    for (const QString &name : m_markerNames.at(well)) {
+        const host::Marker *marker = byName.value(name);
+        if (marker)
+            markers.append({name, marker->depth, static_cast<double>(marker->depth) - kb - second,
+                            opaque(marker->color)});
+    }
+    return markers;
+}
+
+QColor WellsCatalogue::markerColor(int well, const QString &markerName) const
+{
+    if (!isWell(well))
+        return {};
+    for (const host::Marker &marker : m_wells.markers(m_keys.at(well)).value)
+        if (marker.name == markerName)
+            return opaque(marker.color);
+    return {};
+}
+
+WellRecord WellsCatalogue::wellRecord(const QString &wellName) const
+{
+    return readRecord(indexOf(wellName), wellName);
+}
+
+WellRecord WellsCatalogue::wellRecord(int well) const
+{
+    return readRecord(well, m_wellNames.value(well));
+}
+
+WellRecord WellsCatalogue::readRecord(int well, const QString &wellName) const
+{
+    const host::Outcome<host::WellHeader> header = m_wells.header(wellKey(well));
+    if (!isWell(well) || !header.ok()) {
+        m_showError(QStringLiteral("Cannot get data for this well : ") + wellName);
+        return {};
+    }
+    WellRecord record;
+    record.wellName = wellName;
+    record.x = header.value.x;
+    record.y = header.value.y;
+    record.kbElevation = definedOrZero(header.value.kbElevation);
+    record.totalDepth = header.value.totalDepth;
+    record.secondElevation = definedOrZero(header.value.groundElevation);
+    record.wellType = wellTypeText(header.value.typeCode);
+    return record;
+}

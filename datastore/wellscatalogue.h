@@ -1,0 +1,96 @@
+#pragma once
+
+#include "datastore/logcurvedata.h"
+#include "datastore/wellrecord.h"
+#include "host/wells.h"
+
+#include <QColor>
+#include <QHash>
+#include <QStringList>
+
+#include <functional>
+
+namespace base {
+class Asker;
+}
+
+/// One marker of a well as the displays and reports use it.
+struct WellMarker
+{
+    QString name;
+    float measuredDepth = 0; ///< along hole, as the host stores it
+    double subseaDepth = 0; ///< measured depth less KB elevation less second elevation
+    QColor color; ///< opaque
+};
+
+/// The wells of the survey with their log and marker names, in the host's order, and everything that is read of a
+/// well. Wells are addressed by index or by name; a name stands for the first well of that name. Nothing but names
+/// is kept: every operation reads the host.
+class WellsCatalogue
+{
+public:
+    using ErrorBox = std::function<void(const QString &text)>;
+
+    /// \a wells and \a asker must outlive the catalogue. \a showError is the host's error box.
+    WellsCatalogue(host::Wells &wells, base::Asker &asker, const ErrorBox &showError);
+
+    /// Reads all wells anew. A well that cannot be read is told in a warning box and stays with empty lists.
+    void build();
+
+    int wellCount() const { return m_wellNames.size(); }
+    const QStringList &wellNames() const { return m_wellNames; }
+    const QStringList &logNames(int well) const { return m_logNames.at(well); }
+    const QStringList &markerNames(int well) const { return m_markerNames.at(well); }
+    QString wellKey(int well) const { return m_keys.value(well); }
+    /// -1 when there is none.
+    int indexOf(const QString &wellName) const { return m_indexByName.value(wellName, -1); }
+    int indexOfKey(const QString &key) const { return m_keys.indexOf(key); }
+
+    /// The sorted names of the host's wells as they are now; the catalogue stays as it is.
+    QStringList readWellNames() const;
+    /// Re-reads the well's log names into the catalogue.
+    QStringList refreshLogNames(int well);
+    QStringList refreshLogNames(const QString &wellName) { return refreshLogNames(indexOf(wellName)); }
+    /// Re-reads the well's marker names into the catalogue.
+    QStringList refreshMarkerNames(int well);
+    QStringList refreshMarkerNames(const QString &wellName) { return refreshMarkerNames(indexOf(wellName)); }
+
+    /// The group of a log by its unit; "Others" when the log is missing.
+    QString curveGroup(int well, int log) const;
+    QString curveGroup(const QString &wellName, const QString &logName) const;
+    /// The same for all logs of a well at once, in the order of its log names.
+    QStringList curveGroups(int well) const;
+
+    /// One log ready to draw; without samples when the well or the log is missing or cannot be read.
+    LogCurveData curve(const QString &wellName, const QString &logName) const;
+    LogCurveData curve(int well, int log) const;
+
+    /// The well's markers in the order of its marker names.
+    QVector<WellMarker> markers(int well) const;
+    QVector<WellMarker> markers(const QString &wellName) const { return markers(indexOf(wellName)); }
+    /// Invalid when there is no such marker.
+    QColor markerColor(int well, const QString &markerName) const;
+    QColor markerColor(const QString &wellName, const QString &markerName) const
+    {
+        return markerColor(indexOf(wellName), markerName);
+    }
+
+    WellRecord wellRecord(const QString &wellName) const;
+    WellRecord wellRecord(int well) const;
+
+private:
+    bool isWell(int well) const { return well >= 0 && well < m_wellNames.size(); }
+    void warnUnreadable(const QString &wellName) const;
+    WellRecord readRecord(int well, const QString &wellName) const;
+    void readSamples(int well, int log, LogCurveData *curve) const;
+    host::Outcome<host::LogData> readLog(int well, int log) const;
+
+    host::Wells &m_wells;
+    base::Asker &m_asker;
+    ErrorBox m_showError;
+    QStringList m_wellNames;
+    QStringList m_keys;
+    QVector<QStringList> m_logNames;
+    QVector<QStringList> m_markerNames;
+    QHash<QString, int> m_indexByName;
+};

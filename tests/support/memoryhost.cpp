@@ -1,0 +1,169 @@
+#include "support/memoryhost.h"
+
+#include <QFileInfo>
+#include <QSet>
+
+#include <algorithm>
+
+namespace {
+
+QString unreadable(const QString &key)
+{
+    return QStringLiteral("The well %1 cannot be read.").arg(key);
+}
+
+host::LogData withoutUndefinedEnds(const host::LogData &log)
+{
+    int begin = 0;
+    int end = log.values.size();
+    while (begin < end && host::isUndefined(log.values.at(begin)))
+        ++begin;
+    while (end > begin && host::isUndefined(log.values.at(end - 1)))
+        --end;
+    return {log.name, log.unit, log.depths.mid(begin, end - begin), log.values.mid(begin, end - begin)};
+}
+
+} // namespace
+
+QString MemoryHost::addWell(const host::WellHeader &header)
+{
+    Well well;
+    well.key = QStringLiteral("100050.%1").arg(++m_lastNumber);
+    well.header = header;
+    storedWells.append(well);
+    return well.key;
+}
+
+MemoryHost::Well *MemoryHost::find(const QString &key)
+{
+    for (Well &well : storedWells)
+        if (well.key == key)
+            return &well;
+    return nullptr;
+}
+
+MemoryHost::Well *MemoryHost::readable(const QString &key)
+{
+    Well *well = find(key);
+    return well && !well->isUnreadable ? well : nullptr;
+}
+
+void MemoryHost::changeSurvey(const QString &directory)
+{
+    survey = directory;
+    const QVector<host::Listener *> told = listeners;
+    for (host::Listener *listener : told)
+        listener->surveyChanged();
+}
+
+void MemoryHost::trigger(int index)
+{
+    const host::MenuAction action = actions.at(index);
+    action.triggered();
+}
+
+QString MemoryHost::surveyName() const
+{
+    return QFileInfo(survey).fileName();
+}
+
+QIcon MemoryHost::icon(const QString &fileName) const
+{
+    const QString path = dataFolder + QStringLiteral("/icons.Default/") + fileName;
+    return QFileInfo::exists(path) ? QIcon(path) : QIcon();
+}
+
+int MemoryHost::appendAction(const host::MenuAction &action)
+{
+    actions.append(action);
+    return actions.size();
+}
+
+void MemoryHost::removeAction(int id)
+{
+    if (id >= 1 && id <= actions.size())
+        actions.removeAt(id - 1);
+}
+
+host::Outcome<QVector<host::WellEntry>> MemoryHost::list()
+{
+    if (listFails)
+        return {{}, QStringLiteral("The list of wells cannot be read.")};
+    QVector<host::WellEntry> entries;
+    for (const Well &well : qAsConst(storedWells))
+        entries.append({well.header.name, well.key});
+    return {entries, {}};
+}
+
+host::Outcome<host::WellHeader> MemoryHost::header(const QString &key)
+{
+    const Well *well = readable(key);
+    return well ? host::Outcome<host::WellHeader> {well->header, {}}
+                : host::Outcome<host::WellHeader> {{}, unreadable(key)};
+}
+
+host::Outcome<QVector<host::LogInfo>> MemoryHost::logs(const QString &key)
+{
+    const Well *well = readable(key);
+    if (!well)
+        return {{}, unreadable(key)};
+    QVector<host::LogInfo> infos;
+    for (const host::LogData &log : well->logs)
+        infos.append({log.name, log.unit});
+    return {infos, {}};
+}
+
+host::Outcome<host::LogData> MemoryHost::log(const QString &key, int index)
+{
+    const Well *well = readable(key);
+    if (!well || index < 0 || index >= well->logs.size())
+        return {{}, unreadable(key)};
+    return {well->logs.at(index), {}};
+}
+
+host::Outcome<QVector<host::Marker>> MemoryHost::markers(const QString &key)
+{
+    const Well *well = readable(key);
+    return well ? host::Outcome<QVector<host::Marker>> {well->markers, {}}
+                : host::Outcome<QVector<host::Marker>> {{}, unreadable(key)};
+}
+
+host::Status MemoryHost::writeLog(const QString &key, const host::LogData &log)
+{
+    Well *well = readable(key);
+    if (!well)
+        return {unreadable(key)};
+    const host::LogData kept = withoutUndefinedEnds(log);
+    if (kept.values.isEmpty())
+        return {QStringLiteral("The log \"%1\" has no defined sample.").arg(log.name)};
+    for (host::LogData &old : well->logs) {
+        if (old.name == log.name) {
+            old = kept;
+            return {};
+        }
+    }
+    well->logs.append(kept);
+    return {};
+}
+
+host::Status MemoryHost::writeMarkers(const QString &key, const QVector<host::Marker> &markers)
+{
+    Well *well = readable(key);
+    if (!well)
+        return {unreadable(key)};
+    QVector<host::Marker> kept;
+    QSet<QString> names;
+    for (const host::Marker &marker : markers) {
+        if (names.contains(marker.name))
+            continue;
+        names.insert(marker.name);
+        kept.append(marker);
+    }
+    std::stable_sort(kept.begin(), kept.end(),
+                     [](const host::Marker &a, const host::Marker &b) { return a.depth < b.depth; });
+    well->markers = kept;
+    const QVector<host::Listener *> told = listeners;
+    for (host::Listener *listener : told)
+        listener->markersChanged(key);
+    return {};
+}

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "host/host.h"
+
+#include <QStringList>
+
+/// A host in memory: wells in the order given, sorted names not enforced, every error and action recorded.
+class MemoryHost : public host::Host, public host::Wells
+{
+public:
+    struct Well
+    {
+        QString key;
+        host::WellHeader header;
+        QVector<host::LogData> logs;
+        QVector<host::Marker> markers;
+        bool isUnreadable = false;
+    };
+
+    /// Adds a well with the next key and gives the key.
+    QString addWell(const host::WellHeader &header);
+    Well *find(const QString &key);
+    void changeSurvey(const QString &directory);
+    /// Triggers the action as a click on it would.
+    void trigger(int index = 0);
+
+    QVector<Well> storedWells;
+    QStringList errors;
+    QVector<host::MenuAction> actions;
+    QVector<host::Listener *> listeners;
+    QString survey;
+    QString dataFolder;
+    QWidget *window = nullptr;
+    bool listFails = false;
+    QStringList reloaded;
+
+    QString surveyDirectory() const override { return survey; }
+    QString surveyName() const override;
+    QString setupDataFolder() const override { return dataFolder; }
+    QString documentationFolder() const override { return dataFolder + QStringLiteral("/doc"); }
+    QIcon icon(const QString &fileName) const override;
+    void showError(const QString &text) override { errors.append(text); }
+    QWidget *mainWidget() const override { return window; }
+    int appendAction(const host::MenuAction &action) override;
+    void removeAction(int id) override;
+    host::Wells &wells() override { return *this; }
+    void addListener(host::Listener *listener) override { listeners.append(listener); }
+    void removeListener(host::Listener *listener) override { listeners.removeAll(listener); }
+
+    host::Outcome<QVector<host::WellEntry>> list() override;
+    host::Outcome<host::WellHeader> header(const QString &key) override;
+    host::Outcome<QVector<host::LogInfo>> logs(const QString &key) override;
+    host::Outcome<host::LogData> log(const QString &key, int index) override;
+    host::Outcome<QVector<host::Marker>> markers(const QString &key) override;
+    host::Status writeLog(const QString &key, const host::LogData &log) override;
+    host::Status writeMarkers(const QString &key, const QVector<host::Marker> &markers) override;
+    void reload(const QString &key) override { reloaded.append(key); }
+
+private:
+    Well *readable(const QString &key);
+    int m_lastNumber = 1;
+};

@@ -1,0 +1,7 @@
+#include "support/scriptedasker.h"
+
+base::BoxButton ScriptedAsker::show(const base::Box &box)
+{
+    boxes.append(box);
+    return answers.isEmpty() ? box.buttons.last() : answers.takeFirst();
+}

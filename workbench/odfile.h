@@ -1,0 +1,76 @@
+#pragma once
+
+#include "host/hostrecords.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QVector>
+
+#include <algorithm>
+
+/// The text layer common to all files of a survey: three header lines and "!", then sections of "Key: value" lines
+/// that "!" ends. Lines that are not understood are kept byte by byte.
+namespace workbench {
+
+/// One section of "Key: value" lines, in file order. Changing a value rewrites its line only.
+class KeyValues
+{
+public:
+    /// The value of the first line of that key, without white space around it; a null array when there is none.
+    QByteArray value(const QByteArray &key) const;
+    QString text(const QByteArray &key) const { return QString::fromUtf8(value(key)); }
+    bool contains(const QByteArray &key) const;
+    /// Replaces the first line of that key, or appends one.
+    void set(const QByteArray &key, const QByteArray &value);
+    void set(const QByteArray &key, const QString &value) { set(key, value.toUtf8()); }
+    void remove(const QByteArray &key);
+    /// Removes every line for whose key \a isMatch is true.
+    template<class Predicate>
+    void removeIf(Predicate isMatch)
+    {
+        const auto matches = [&isMatch](const Line &line) { return isMatch(line.key); };
+        m_lines.erase(std::remove_if(m_lines.begin(), m_lines.end(), matches), m_lines.end());
+    }
+
+    void appendLine(const QByteArray &line);
+    int size() const { return m_lines.size(); }
+    QByteArray keyAt(int i) const { return m_lines.at(i).key; }
+    QByteArray valueAt(int i) const { return m_lines.at(i).value; }
+    QByteArray toBytes() const;
+
+private:
+    struct Line
+    {
+        QByteArray key;
+        QByteArray value;
+        QByteArray raw;
+    };
+    int indexOf(const QByteArray &key) const;
+    QVector<Line> m_lines;
+};
+
+/// A file of the survey, parsed as far as the text layer goes.
+struct OdFile
+{
+    QByteArray version; ///< "dTect V6.6"
+    QByteArray type; ///< "Well Log"
+    KeyValues keys; ///< the first section
+    int bodyOffset = 0; ///< where what follows the first section begins
+};
+
+/// Parses the header and the first section. The error is a sentence without the file's name: no survey file, of
+/// another type than \a type, or cut off.
+host::Outcome<OdFile> parseOdFile(const QByteArray &bytes, const QByteArray &type);
+
+/// The three header lines and "!" of a new file of a type, dated now.
+QByteArray odFileHeader(const QByteArray &type);
+/// The date as the survey files write it, in English whatever the locale.
+QByteArray odFileDate();
+
+/// Reads a whole file. The error names the file and says why.
+host::Outcome<QByteArray> readFileBytes(const QString &path, qint64 maximumSize = -1);
+
+/// A key as it is written: a ":" in it is escaped.
+QByteArray escapedKey(const QByteArray &key);
+
+} // namespace workbench

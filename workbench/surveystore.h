@@ -1,0 +1,93 @@
+#pragma once
+
+#include "host/wells.h"
+#include "workbench/logfile.h"
+#include "workbench/objectlist.h"
+#include "workbench/wellfile.h"
+
+#include <QDateTime>
+#include <QHash>
+
+#include <functional>
+
+namespace workbench {
+
+/// The wells of one survey folder on disk, in the host's own format. Reading changes nothing on disk. Every write
+/// begins by reading what is there now, so that another program's changes are kept, and replaces one file
+/// atomically. Nothing of a well is held in memory between calls.
+class SurveyStore : public host::Wells
+{
+public:
+    using MarkersChanged = std::function<void(const QString &key)>;
+
+    explicit SurveyStore(const QString &surveyDirectory = {});
+
+    void setSurveyDirectory(const QString &path);
+    QString surveyDirectory() const { return m_surveyDirectory; }
+    /// Called after a marker set was replaced.
+    void setMarkersChanged(const MarkersChanged &callback) { m_markersChanged = callback; }
+
+    host::Outcome<QVector<host::WellEntry>> list() override;
+    host::Outcome<host::WellHeader> header(const QString &key) override;
+    host::Outcome<QVector<host::LogInfo>> logs(const QString &key) override;
+    host::Outcome<host::LogData> log(const QString &key, int index) override;
+    host::Outcome<QVector<host::Marker>> markers(const QString &key) override;
+    host::Status writeLog(const QString &key, const host::LogData &log) override;
+    host::Status writeMarkers(const QString &key, const QVector<host::Marker> &markers) override;
+    void reload(const QString &key) override;
+
+    host::Outcome<WellProperties> properties(const QString &key);
+    /// Makes a well and gives its key.
+    host::Outcome<QString> addWell(const WellProperties &properties);
+    /// Changes everything but the name.
+    host::Status changeWell(const QString &key, const WellProperties &properties);
+    host::Status renameWell(const QString &key, const QString &name);
+    /// Deletes the well with its files.
+    host::Status removeWell(const QString &key);
+    /// Deletes the log at an index of logs(). The last log takes its place, so that one rename does it and no
+    /// crash can leave a gap that hides the logs behind it.
+    host::Status removeLog(const QString &key, int index);
+
+    /// Sentences about everything that the calls so far could not read or had to pass over; each names its file.
+    QStringList takeProblems();
+
+private:
+    struct LogFile
+    {
+        int number = 0; ///< the n of "^n"
+        LogFileHeader header;
+    };
+
+    QString wellFolder() const;
+    QString objectListPath() const { return wellFolder() + QStringLiteral("/.omf"); }
+    host::Outcome<ObjectList> readObjectList();
+    host::Status writeObjectList(const ObjectList &list);
+    host::Outcome<QString> stem(const QString &key);
+    QString newStem(const QString &name, const ObjectList &list) const;
+    host::Outcome<WellFile> readWell(const QString &stem);
+    host::Outcome<QVector<LogFile>> readLogHeaders(const QString &stem);
+    int logFileCount(const QString &stem) const;
+    void report(const QString &path, const QString &problem);
+
+    QString m_surveyDirectory;
+    MarkersChanged m_markersChanged;
+    QStringList m_problems;
+
+    // The object list as last parsed, and the state of the file then: every call looks it up, and parsing it each
+    // time would make work on all wells quadratic.
+    struct Signature
+    {
+        QDateTime time;
+        qint64 size = -1;
+        quint64 inode = 0;
+        bool operator==(const Signature &other) const
+        {
+            return time == other.time && size == other.size && inode == other.inode;
+        }
+    };
+    Signature m_listSignature;
+    ObjectList m_list;
+    QHash<int, int> m_listIndex; ///< object number to entry index
+};
+
+} // namespace workbench

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "workbench/odfile.h"
+
+namespace workbench {
+
+struct TrackPoint
+{
+    double x = 0;
+    double y = 0;
+    double z = 0; ///< below datum, positive down
+    double md = 0; ///< measured depth
+};
+
+/// What a user edits of a well. Lengths in the survey's depth unit, positions in survey coordinates.
+struct WellProperties
+{
+    QString name;
+    double x = 0;
+    double y = 0;
+    double kbElevation = 0;
+    double groundElevation = host::undefinedValue; ///< undefinedValue when unknown
+    double totalDepth = 0;
+    int typeCode = host::NoWellType;
+};
+
+/// A well's main file (".well"): header keys and track.
+struct WellFile
+{
+    KeyValues keys;
+    QVector<TrackPoint> track;
+
+    host::WellHeader header(const QString &name) const;
+    WellProperties properties(const QString &name) const;
+};
+
+/// The error is a sentence without the file's name; a file without a valid track point is an error, as in the host.
+host::Outcome<WellFile> parseWellFile(const QByteArray &bytes);
+/// The rows of a separate track file, with or without header lines.
+QVector<TrackPoint> parseTrackFile(const QByteArray &bytes);
+QByteArray wellFileBytes(const WellFile &file);
+
+/// A vertical well of these properties.
+WellFile makeWellFile(const WellProperties &properties);
+/// Changes what differs: a new position moves the track, a new KB elevation lifts it, a new total depth cuts or
+/// extends it along its last direction. Keys it does not know stay.
+void applyProperties(WellFile *file, const WellProperties &properties);
+
+/// Names of the well types that the host knows, index = code.
+QStringList wellTypeNames();
+
+} // namespace workbench

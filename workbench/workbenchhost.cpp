@@ -1,0 +1,112 @@
+#include "workbench/workbenchhost.h"
+
+#include "workbench/hostaccess.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QMessageBox>
+
+namespace workbench {
+
+WorkbenchHost::WorkbenchHost(const QString &dataFolder)
+    : m_dataFolder(dataFolder)
+{
+    m_store.setMarkersChanged([this](const QString &key) {
+        const QVector<host::Listener *> listeners = m_listeners;
+        for (host::Listener *listener : listeners)
+            if (m_listeners.contains(listener))
+                listener->markersChanged(key);
+    });
+    lorvaSetWorkbenchHost(this);
+}
+
+WorkbenchHost::~WorkbenchHost()
+{
+    lorvaSetWorkbenchHost(nullptr);
+}
+
+QString WorkbenchHost::installedDataFolder()
+{
+    const QDir programs(QCoreApplication::applicationDirPath());
+    return QDir::cleanPath(programs.absoluteFilePath(QStringLiteral("../share/lorva")));
+}
+
+void WorkbenchHost::setWindow(QWidget *window, QMenu *menu)
+{
+    m_window = window;
+    m_menu = menu;
+}
+
+void WorkbenchHost::setSurvey(const QString &directory)
+{
+    m_store.setSurveyDirectory(directory);
+    const QVector<host::Listener *> listeners = m_listeners;
+    for (host::Listener *listener : listeners)
+        if (m_listeners.contains(listener))
+            listener->surveyChanged();
+}
+
+QString WorkbenchHost::surveyDirectory() const
+{
+    return m_store.surveyDirectory();
+}
+
+QString WorkbenchHost::surveyName() const
+{
+    return QFileInfo(m_store.surveyDirectory()).fileName();
+}
+
+QString WorkbenchHost::documentationFolder() const
+{
+    return m_dataFolder + QStringLiteral("/doc");
+}
+
+QIcon WorkbenchHost::icon(const QString &fileName) const
+{
+    QString name = fileName;
+    if (name.endsWith(QLatin1String(".png")))
+        name.chop(4);
+    const QString base = m_dataFolder + QStringLiteral("/icons.Default/") + name;
+    QIcon icon;
+    // The small drawing is made for 16 pixels; scaling the large one down would blur it.
+    for (const QString &file : {base + QStringLiteral(".png"), base + QStringLiteral(".small.png")})
+        if (QFileInfo::exists(file))
+            icon.addFile(file);
+    return icon;
+}
+
+void WorkbenchHost::showError(const QString &text)
+{
+    QMessageBox box(QMessageBox::Critical, QStringLiteral("LORVA Workbench"), text, QMessageBox::Ok, m_window);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+int WorkbenchHost::appendAction(const host::MenuAction &action)
+{
+    if (!m_menu)
+        return 0;
+    QAction *entry = m_menu->addAction(icon(action.iconName), action.text);
+    QObject::connect(entry, &QAction::triggered, entry, [triggered = action.triggered] { triggered(); });
+    m_actions.insert(++m_lastActionId, entry);
+    return m_lastActionId;
+}
+
+void WorkbenchHost::removeAction(int id)
+{
+    delete m_actions.take(id).data();
+}
+
+void WorkbenchHost::addListener(host::Listener *listener)
+{
+    if (!m_listeners.contains(listener))
+        m_listeners.append(listener);
+}
+
+void WorkbenchHost::removeListener(host::Listener *listener)
+{
+    m_listeners.removeAll(listener);
+}
+
+} // namespace workbench

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "host/host.h"
+#include "workbench/surveystore.h"
+
+#include <QHash>
+#include <QMenu>
+#include <QPointer>
+#include <QWidget>
+
+namespace workbench {
+
+/// The workbench as plug-ins see it: its survey, its resources, and its menu "Utilities".
+class WorkbenchHost : public host::Host
+{
+public:
+    /// \a dataFolder holds "icons.Default", "ColorBars" and "doc".
+    explicit WorkbenchHost(const QString &dataFolder);
+    ~WorkbenchHost() override;
+
+    /// The folder of icons, colour bars and documentation beside the running program.
+    static QString installedDataFolder();
+
+    /// The window that plug-ins get as parent and the menu that receives their actions; neither is owned.
+    void setWindow(QWidget *window, QMenu *menu);
+    /// Makes another survey current and tells the listeners.
+    void setSurvey(const QString &directory);
+    SurveyStore &store() { return m_store; }
+
+    QString surveyDirectory() const override;
+    QString surveyName() const override;
+    QString setupDataFolder() const override { return m_dataFolder; }
+    QString documentationFolder() const override;
+    QIcon icon(const QString &fileName) const override;
+    void showError(const QString &text) override;
+    QWidget *mainWidget() const override { return m_window; }
+    int appendAction(const host::MenuAction &action) override;
+    void removeAction(int id) override;
+    host::Wells &wells() override { return m_store; }
+    void addListener(host::Listener *listener) override;
+    void removeListener(host::Listener *listener) override;
+
+private:
+    QString m_dataFolder;
+    SurveyStore m_store;
+    QPointer<QWidget> m_window;
+    QPointer<QMenu> m_menu;
+    QHash<int, QPointer<QAction>> m_actions;
+    int m_lastActionId = 0;
+    QVector<host::Listener *> m_listeners;
+};
+
+} // namespace workbench
