@@ -18,16 +18,20 @@ void makeProjectFolders(const QString &surveyDirectory)
 
 } // namespace
 
-void openProject(const host::Host &host, Project *project)
+void openProjectFolder(const QString &surveyDirectory, Project *project)
 {
-    project->surveyName = host.surveyName();
-    const QString surveyDirectory = host.surveyDirectory();
     const QString folder = surveyDirectory + QStringLiteral("/WLC");
     if (!QFileInfo::exists(folder))
         makeProjectFolders(surveyDirectory);
     project->projectFolder = folder;
-    project->setupDataFolder = host.setupDataFolder();
-    project->iconFolder = project->setupDataFolder + QStringLiteral("/icons.Default/");
     project->globalTemplateNames = QDir(folder + QStringLiteral("/Templates/Global"))
                                        .entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+void openProject(const host::Host &host, Project *project)
+{
+    project->surveyName = host.surveyName();
+    project->setupDataFolder = host.setupDataFolder();
+    project->iconFolder = project->setupDataFolder + QStringLiteral("/icons.Default/");
+    openProjectFolder(host.surveyDirectory(), project);
 }

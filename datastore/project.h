@@ -26,3 +26,6 @@ struct Project
 /// it is missing (an existing one is taken as it is) and lists the global templates. Says nothing when a folder
 /// cannot be made.
 void openProject(const host::Host &host, Project *project);
+
+/// The part of openProject() that works on the survey's folder alone.
+void openProjectFolder(const QString &surveyDirectory, Project *project);

@@ -171,7 +171,7 @@ host::Status createSurvey(const QString &path, const NewSurvey &survey)
     if (QFileInfo::exists(target) && !(QFileInfo(target).isDir() && isEmptyFolder(target)))
         return {QStringLiteral("%1 exists already and is not empty. Nothing was changed.").arg(target)};
     const QString root = QFileInfo(target).path();
-    const bool isNewRoot = !QFileInfo::exists(root) || isEmptyFolder(root);
+    const bool isNewRoot = isNewDataRoot(root);
     if (!QDir().mkpath(root))
         return {QStringLiteral("Cannot make the folder %1.").arg(root)};
     QTemporaryDir beside(root + QStringLiteral("/.lorva-survey-XXXXXX"));
@@ -186,12 +186,18 @@ host::Status createSurvey(const QString &path, const NewSurvey &survey)
     // An empty folder in the way is replaced by the rename itself.
     if (std::rename(QFile::encodeName(built).constData(), QFile::encodeName(target).constData()) != 0)
         return {QStringLiteral("Cannot put the new survey in its place %1.").arg(target)};
-    if (isNewRoot && !QFileInfo::exists(root + QStringLiteral("/.omf"))) {
-        const QString rootProblem = write(root + QStringLiteral("/.omf"), dataRootListBytes());
-        if (!rootProblem.isEmpty())
-            return {rootProblem};
-    }
-    return {};
+    return isNewRoot ? markDataRoot(root) : host::Status {};
+}
+
+bool isNewDataRoot(const QString &root)
+{
+    return !QFileInfo::exists(root) || isEmptyFolder(root);
+}
+
+host::Status markDataRoot(const QString &root)
+{
+    const QString path = root + QStringLiteral("/.omf");
+    return {QFileInfo::exists(path) ? QString() : write(path, dataRootListBytes())};
 }
 
 } // namespace workbench

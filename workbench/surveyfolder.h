@@ -38,4 +38,9 @@ struct NewSurvey
 /// accepts it.
 host::Status createSurvey(const QString &path, const NewSurvey &survey);
 
+/// Whether \a root can be marked as a data root without touching anybody's folder: it does not exist or is empty.
+bool isNewDataRoot(const QString &root);
+/// Gives a folder of surveys the mark (".omf") by which the host knows it; one that has it stays as it is.
+host::Status markDataRoot(const QString &root);
+
 } // namespace workbench

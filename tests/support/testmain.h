@@ -16,7 +16,10 @@ void failOnWarnings();
     {                                                                                                                \
         testing_support::prepare();                                                                                  \
         QApplication application(argc, argv);                                                                        \
-        testing_support::failOnWarnings();                                                                           \
         TestClass test;                                                                                              \
-        return QTest::qExec(&test, argc, argv);                                                                      \
+        QTest::qInit(&test, argc, argv);                                                                             \
+        testing_support::failOnWarnings();                                                                           \
+        const int failures = QTest::qRun();                                                                          \
+        QTest::qCleanup();                                                                                           \
+        return failures;                                                                                             \
     }

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "datastore/logcurvedata.h"
+#include "datastore/wellscatalogue.h"
+
+/// The complete marker set of a well as the editors hold it: parallel lists.
+struct MarkerSetRecord
+{
+    QString wellName;
+    QStringList names;
+    QVector<float> measuredDepths; ///< along hole, written unchanged
+    QVector<float> subseaDepths; ///< for display only, not written
+    QVector<QColor> colors;
+};
+
+/// The one door through which logs and markers are written into the host's wells. Reports by message boxes.
+class HostWriter
+{
+public:
+    /// All three must outlive the writer.
+    HostWriter(host::Wells &wells, WellsCatalogue &catalogue, base::Asker &asker,
+               const WellsCatalogue::ErrorBox &showError);
+
+    /// Writes the record as a log of its name; asks before it replaces one. True when the log was written. The
+    /// catalogue's log names of the well are refreshed.
+    bool writeLog(int well, const LogCurveData &curve, bool showSuccess);
+
+    /// Replaces the well's whole marker set. Depths are written as they are, without any elevation.
+    bool writeMarkers(int well, const MarkerSetRecord &markers);
+
+private:
+    host::Wells &m_wells;
+    WellsCatalogue &m_catalogue;
+    base::Asker &m_asker;
+    WellsCatalogue::ErrorBox m_showError;
+};

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QVector>
+
+namespace base {
+class Asker;
+}
+
+/// What the per-well side files in the project folder have in common.
+namespace sidefile {
+
+/// Writes the file after asking whether an existing one may be replaced; a failure is told in a warning box. True
+/// when the file was written.
+bool writeAfterQuestion(const QString &path, const QByteArray &bytes, const QString &title, const QString &question,
+                        base::Asker &asker);
+
+/// The "|"-separated parts of a line that are not empty.
+QVector<QStringRef> parts(const QString &line);
+
+/// A number as it stands in a side file; 0 for text that is none and for what a float cannot hold.
+float toFloat(const QStringRef &text);
+
+/// A number with six significant digits, fixed or with an exponent, whichever is shorter.
+QByteArray number(float value);
+
+} // namespace sidefile

@@ -1,0 +1,267 @@
+#include "demo/demosurvey.h"
+
+#include "base/asker.h"
+#include "base/atomicfile.h"
+#include "base/numbers.h"
+#include "base/textbytes.h"
+#include "datastore/calibrationfile.h"
+#include "datastore/curvegroupassignment.h"
+#include "datastore/curvegrouptable.h"
+#include "datastore/hostwriter.h"
+#include "datastore/perforationfile.h"
+#include "datastore/project.h"
+#include "datastore/projectseeds.h"
+#include "demo/demofield.h"
+#include "las/lasheader.h"
+#include "las/wellinfo.h"
+#include "workbench/laswellproposal.h"
+#include "workbench/surveyfolder.h"
+#include "workbench/surveystore.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <cstdio>
+
+namespace demo {
+
+namespace {
+
+/// Nobody sits in front of the demo: what would have been a box is kept as the reason of the failure.
+class RecordingAsker : public base::Asker
+{
+public:
+    base::BoxButton show(const base::Box &box) override
+    {
+        messages.append(box.text);
+        return box.buttons.first();
+    }
+    QStringList messages;
+};
+
+QString fileStem(const QString &name)
+{
+    QString stem = name;
+    return stem.replace(QLatin1Char(' '), QLatin1Char('_'));
+}
+
+/// Makes one demo survey in a folder that is already a survey.
+class DemoSurvey
+{
+public:
+    explicit DemoSurvey(const QString &directory)
+        : m_directory(directory)
+        , m_importFolder(directory + QStringLiteral("/Import"))
+        , m_store(directory)
+        , m_showError([this](const QString &text) { m_asker.messages.append(text); })
+        , m_catalogue(m_store, m_asker, m_showError)
+    {
+    }
+
+    QString make(const Field &field)
+    {
+        if (!QDir().mkdir(m_importFolder))
+            return QStringLiteral("Cannot make the folder %1.").arg(m_importFolder);
+        openProjectFolder(m_directory, &m_project);
+        seedProject(m_project.projectFolder);
+        for (const Well &well : field.wells) {
+            const QString problem = writeImportFiles(well);
+            if (!problem.isEmpty())
+                return problem;
+            const QString wellProblem = addWell(well);
+            if (!wellProblem.isEmpty())
+                return wellProblem;
+        }
+        const QString feet = writeImportFile(fileStem(field.wells.first().name) + QStringLiteral("_feet.las"),
+                                             lasTextInFeet(field.wells.first()));
+        if (!feet.isEmpty())
+            return feet;
+        m_catalogue.build();
+        for (const Well &well : field.wells)
+            importWell(well);
+        return m_asker.messages.join(QLatin1Char('\n'));
+    }
+
+private:
+    QString importPath(const QString &fileName) const { return m_importFolder + QLatin1Char('/') + fileName; }
+
+    QString writeImportFile(const QString &fileName, const QByteArray &bytes)
+    {
+        const base::WriteResult result = base::writeFileAtomically(importPath(fileName), bytes);
+        return result.ok() ? QString()
+                           : QStringLiteral("Cannot write the file %1: %2.").arg(importPath(fileName), result.error);
+    }
+
+    QString writeImportFiles(const Well &well)
+    {
+        const QString stem = fileStem(well.name);
+        QString problem = writeImportFile(stem + QStringLiteral(".las"), lasText(well));
+        if (problem.isEmpty())
+            problem = writeImportFile(stem + QStringLiteral("_tops.txt"), topsText(well));
+        if (problem.isEmpty())
+            problem = writeImportFile(stem + QStringLiteral("_perforations.txt"), perforationsText(well));
+        for (const CalibrationSet &set : well.calibrations)
+            if (problem.isEmpty())
+                problem = writeImportFile(stem + QStringLiteral("_core_%1.txt").arg(set.group.toLower()),
+                                          calibrationText(set));
+        return problem;
+    }
+
+    // The well as a user gets it from "New wells from LAS files…", with the type that no LAS file tells.
+    QString addWell(const Well &well)
+    {
+        const QString path = importPath(fileStem(well.name) + QStringLiteral(".las"));
+        const las::HeaderResult header = las::readHeader(path);
+        if (!header.error.isEmpty())
+            return header.error;
+        const workbench::WellProposal proposal = workbench::proposeWell(path, header.header);
+        workbench::WellProperties properties;
+        properties.name = proposal.name;
+        properties.x = proposal.x;
+        properties.y = proposal.y;
+        properties.kbElevation = proposal.kbM;
+        properties.groundElevation = proposal.groundM;
+        properties.totalDepth = qMax(proposal.totalDepthM, well.totalDepthM);
+        properties.typeCode = qMax(0, workbench::wellTypeNames().indexOf(well.type));
+        return m_store.addWell(properties).error;
+    }
+
+    void importWell(const Well &well)
+    {
+        const QString stem = fileStem(well.name);
+        importLogs(well.name, importPath(stem + QStringLiteral(".las")));
+        importTops(well, importPath(stem + QStringLiteral("_tops.txt")));
+        importPerforations(well.name, importPath(stem + QStringLiteral("_perforations.txt")));
+        for (const CalibrationSet &set : well.calibrations)
+            importCalibration(well.name, set.group,
+                              importPath(stem + QStringLiteral("_core_%1.txt").arg(set.group.toLower())));
+    }
+
+    void importLogs(const QString &wellName, const QString &path)
+    {
+        WellInfo file;
+        if (file.load(path) != 0) {
+            m_asker.messages.append(QStringLiteral("Cannot read the file %1.").arg(path));
+            return;
+        }
+        HostWriter writer(m_store, m_catalogue, m_asker, m_showError);
+        for (int i = 1; i < file.curves.size(); ++i) { // the first curve is the depth itself
+            const LogCurveData &curve = file.curves.at(i);
+            const QString group = findCurveGroup(m_project.projectFolder, curve.logName);
+            if (writer.writeLog(m_catalogue.indexOf(wellName), curve, false))
+                assignCurveGroup(m_project.projectFolder, curve.logName, group);
+        }
+    }
+
+    // The lines behind the heading, split at tabs.
+    static QVector<QStringList> rows(const QString &path)
+    {
+        QVector<QStringList> result;
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly))
+            return result;
+        const QVector<QString> lines = base::splitLines(base::decodeText(file.readAll()));
+        for (int i = 1; i < lines.size(); ++i)
+            result.append(lines.at(i).trimmed().split(QLatin1Char('\t'), Qt::SkipEmptyParts));
+        return result;
+    }
+
+    static float number(const QStringList &row, int column)
+    {
+        return static_cast<float>(base::parseNumber(row.value(column)).value_or(0));
+    }
+
+    void importTops(const Well &well, const QString &path)
+    {
+        MarkerSetRecord markers;
+        markers.wellName = well.name;
+        const QVector<QStringList> lines = rows(path);
+        for (int i = 0; i < lines.size(); ++i) {
+            markers.names.append(lines.at(i).value(0));
+            markers.measuredDepths.append(number(lines.at(i), 1));
+            // The text file has no colours; those of the field go with its tops in order.
+            const FormationTop &top = well.tops.at(qMin(i, well.tops.size() - 1));
+            markers.colors.append(QColor(top.red, top.green, top.blue));
+        }
+        HostWriter writer(m_store, m_catalogue, m_asker, m_showError);
+        writer.writeMarkers(m_catalogue.indexOf(well.name), markers);
+    }
+
+    void importPerforations(const QString &wellName, const QString &path)
+    {
+        PerforationRecord record;
+        record.wellName = wellName;
+        for (const QStringList &row : rows(path)) {
+            record.names.append(row.value(0));
+            record.tops.append(number(row, 1));
+            record.bottoms.append(number(row, 2));
+            record.zoneTypes.append(row.value(3));
+        }
+        record.zoneCount = record.names.size();
+        writePerforation(m_project.projectFolder, record, m_asker);
+    }
+
+    void importCalibration(const QString &wellName, const QString &group, const QString &path)
+    {
+        CalibrationRecord record;
+        record.wellName = wellName;
+        record.groupName = group;
+        for (const QStringList &row : rows(path)) {
+            record.depths.append(number(row, 0));
+            record.values.append(number(row, 1));
+        }
+        writeCalibration(m_project.projectFolder, record, m_asker);
+    }
+
+    QString m_directory;
+    QString m_importFolder;
+    RecordingAsker m_asker;
+    workbench::SurveyStore m_store;
+    WellsCatalogue::ErrorBox m_showError;
+    WellsCatalogue m_catalogue;
+    Project m_project;
+};
+
+workbench::NewSurvey surveyOf(const Field &field)
+{
+    workbench::NewSurvey survey;
+    survey.name = field.name + QStringLiteral(" field (demo)");
+    survey.maximumDepth = 3500;
+    survey.comment = QStringLiteral("A fictional field. Every name and number in it is made up.");
+    return survey;
+}
+
+} // namespace
+
+QString makeDemoSurvey(const QString &directory)
+{
+    const QString target = QDir::cleanPath(QDir::current().absoluteFilePath(directory));
+    if (QFileInfo::exists(target)
+        && !(QFileInfo(target).isDir() && QDir(target).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)))
+        return QStringLiteral("%1 exists already and is not empty. Nothing was changed.").arg(target);
+    const QString root = QFileInfo(target).path();
+    const bool isNewRoot = workbench::isNewDataRoot(root);
+    if (!QDir().mkpath(root))
+        return QStringLiteral("Cannot make the folder %1.").arg(root);
+    const Field field = makeField();
+    // Made whole in an empty survey of its own, then put in place: nobody finds a half-made demo.
+    QTemporaryDir beside(root + QStringLiteral("/.lorva-demo-XXXXXX"));
+    if (!beside.isValid())
+        return QStringLiteral("Cannot make a folder in %1: %2.").arg(root, beside.errorString());
+    const QString built = beside.filePath(QStringLiteral("survey"));
+    const host::Status created = workbench::createSurvey(built, surveyOf(field));
+    if (!created.ok())
+        return created.error;
+    CurveGroupTable::instance().clear();
+    const QString problem = DemoSurvey(built).make(field);
+    CurveGroupTable::instance().clear();
+    if (!problem.isEmpty())
+        return problem;
+    if (std::rename(QFile::encodeName(built).constData(), QFile::encodeName(target).constData()) != 0)
+        return QStringLiteral("Cannot put the demo survey in its place %1.").arg(target);
+    return isNewRoot ? workbench::markDataRoot(root).error : QString();
+}
+
+} // namespace demo
