@@ -73,8 +73,9 @@ AtomicFileWriter::~AtomicFileWriter()
 
 WriteResult AtomicFileWriter::fail(const char *step)
 {
+    const int code = errno;
     if (m_result.ok())
-        m_result = {QString::fromLatin1(step) + QStringLiteral(": ") + systemError(errno).error};
+        m_result = {QString::fromLatin1(step) + QStringLiteral(": ") + systemError(code).error};
     discard();
     return m_result;
 }

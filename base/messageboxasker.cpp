@@ -41,14 +41,19 @@ MessageBoxAsker::MessageBoxAsker(QWidget *parent)
 
 BoxButton MessageBoxAsker::show(const Box &box)
 {
-    QMessageBox messageBox(iconOf(box.icon), box.title, box.text, QMessageBox::NoButton, m_parent);
+    // On the heap: the parent may go while the box is shown, and takes the box along.
+    QPointer<QMessageBox> messageBox
+        = new QMessageBox(iconOf(box.icon), box.title, box.text, QMessageBox::NoButton, m_parent);
     // Names of wells and files come from data: a "<" in them is a character, not a tag.
-    messageBox.setTextFormat(Qt::PlainText);
+    messageBox->setTextFormat(Qt::PlainText);
     for (BoxButton button : box.buttons)
-        messageBox.addButton(buttonOf(button));
+        messageBox->addButton(buttonOf(button));
+    if (!box.buttons.isEmpty())
+        messageBox->setDefaultButton(buttonOf(box.buttons.first()));
     const bool asks = box.buttons.contains(BoxButton::No);
-    messageBox.setEscapeButton(asks ? QMessageBox::No : QMessageBox::Ok);
-    const int clicked = messageBox.exec();
+    messageBox->setEscapeButton(asks ? QMessageBox::No : QMessageBox::Ok);
+    const int clicked = messageBox->exec();
+    delete messageBox;
     for (BoxButton button : box.buttons)
         if (clicked == buttonOf(button))
             return button;

@@ -22,14 +22,16 @@ const char *skipSpaceAndPlus(const char *begin, const char *end)
     return begin;
 }
 
+// The 309 digits of the largest double, sign, point and exponent.
+constexpr int longestWithoutDecimals = 330;
+
 template<class Format>
-QByteArray formatted(double value, Format format)
+QByteArray formatted(double value, int decimals, Format format)
 {
-    char buffer[512];
-    const std::to_chars_result result = format(buffer, buffer + sizeof buffer, value);
-    if (result.ec != std::errc())
-        return QByteArray("0");
-    return QByteArray(buffer, static_cast<int>(result.ptr - buffer));
+    QByteArray text(longestWithoutDecimals + qMax(6, decimals), Qt::Uninitialized);
+    const std::to_chars_result result = format(text.data(), text.data() + text.size(), value);
+    text.truncate(static_cast<int>(result.ptr - text.constData()));
+    return text;
 }
 
 } // namespace
@@ -80,26 +82,26 @@ double leadingNumber(const QByteArray &text)
 
 QByteArray formatGeneral(double value, int digits)
 {
-    return formatted(value, [digits](char *begin, char *end, double v) {
+    return formatted(value, digits, [digits](char *begin, char *end, double v) {
         return std::to_chars(begin, end, v, std::chars_format::general, digits);
     });
 }
 
 QByteArray formatFixed(double value, int decimals)
 {
-    return formatted(value, [decimals](char *begin, char *end, double v) {
+    return formatted(value, decimals, [decimals](char *begin, char *end, double v) {
         return std::to_chars(begin, end, v, std::chars_format::fixed, decimals);
     });
 }
 
 QByteArray formatShortest(double value)
 {
-    return formatted(value, [](char *begin, char *end, double v) { return std::to_chars(begin, end, v); });
+    return formatted(value, 0, [](char *begin, char *end, double v) { return std::to_chars(begin, end, v); });
 }
 
 QByteArray formatShortest(float value)
 {
-    return formatted(static_cast<double>(value),
+    return formatted(static_cast<double>(value), 0,
                      [](char *begin, char *end, double v) { return std::to_chars(begin, end, static_cast<float>(v)); });
 }
 

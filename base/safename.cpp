@@ -68,10 +68,11 @@ QString fileNameFor(const QString &name, int otherBytes)
     const int limit = maximumFileNameBytes - otherBytes;
     if (result.size() > limit)
         result = shortened(result, bytes, limit);
-    return QString::fromUtf8(result);
+    // Qt drops a byte order mark in front; as part of a name it is a character.
+    return QString::fromUtf8('x' + result).mid(1);
 }
 
-QString typedNameProblem(const QString &name)
+QString typedNameProblem(const QString &name, int otherBytes)
 {
     if (name.isEmpty())
         return QStringLiteral("The name is empty.");
@@ -83,8 +84,9 @@ QString typedNameProblem(const QString &name)
         if (c.category() == QChar::Other_Control)
             return QStringLiteral("The name must not hold a control character.");
     }
-    if (name.toUtf8().size() > maximumFileNameBytes)
-        return QStringLiteral("The name is too long: more than %1 bytes.").arg(maximumFileNameBytes);
+    const int limit = maximumFileNameBytes - otherBytes;
+    if (name.toUtf8().size() > limit)
+        return QStringLiteral("The name is too long: more than %1 bytes.").arg(limit);
     return {};
 }
 

@@ -15,7 +15,7 @@ constexpr int maximumFileNameBytes = 255;
 QString fileNameFor(const QString &name, int otherBytes = 0);
 
 /// Why a name that a user typed for a template or a correlation cannot be taken, as a sentence for a box; empty
-/// when it can.
-QString typedNameProblem(const QString &name);
+/// when it can. \a otherBytes is what its file name has around it.
+QString typedNameProblem(const QString &name, int otherBytes = 0);
 
 } // namespace base

@@ -3,6 +3,7 @@
 #include "host/host.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFileInfo>
 
 namespace {
@@ -24,8 +25,12 @@ void openProjectFolder(const QString &surveyDirectory, Project *project)
     if (!QFileInfo::exists(folder))
         makeProjectFolders(surveyDirectory);
     project->projectFolder = folder;
-    project->globalTemplateNames = QDir(folder + QStringLiteral("/Templates/Global"))
-                                       .entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    project->globalTemplateNames.clear();
+    QDirIterator templates(folder + QStringLiteral("/Templates/Global/"), QDir::Dirs | QDir::NoDotAndDotDot);
+    while (templates.hasNext()) {
+        templates.next();
+        project->globalTemplateNames.append(templates.fileName());
+    }
 }
 
 void openProject(const host::Host &host, Project *project)

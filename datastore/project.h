@@ -15,7 +15,7 @@ struct Project
     QString projectFolder; ///< "…/WLC", no separator at its end
     QString setupDataFolder; ///< the host's; holds "icons.Default" and "ColorBars"
     QString iconFolder; ///< setupDataFolder + "/icons.Default/"
-    QStringList globalTemplateNames;
+    QStringList globalTemplateNames; ///< in the order in which the folder is read
     QStringList groupNames;
     QStringList zoneTypes;
     double halfDotsPerInch = 0; ///< half the screen's logical horizontal dots per inch

@@ -78,24 +78,25 @@ constexpr SeedTemplate seedTemplates[] = {
       "Density | Default | 1.80 | 2.80 | #0000ff|0,#ffffff|0,#ffffff|None | None | 0 | 1\n"}},
 };
 
-// False when the seeding has to end. An existing folder is a user's, with or without tracks.
+// False when the seeding has to end: a file could not be made. A folder that cannot be made ends nothing, and an
+// existing one is a user's, with or without tracks.
 bool seedTemplate(const QString &projectFolder, const SeedTemplate &seed)
 {
     const QString name = QString::fromLatin1(seed.name);
-    const QString target = projectFolder + QStringLiteral("/Templates/Global/") + name;
-    if (QFileInfo::exists(target))
+    const QString folder = projectFolder + QStringLiteral("/Templates/Global");
+    const QString target = folder + QLatin1Char('/') + name;
+    if (QFileInfo::exists(target) || !QFileInfo(folder).isDir())
         return true;
     // Built aside: a crash between two tracks must not leave a folder that then counts as the user's own.
     const QTemporaryDir aside(projectFolder + QStringLiteral("/.lorva-XXXXXX"));
-    if (!aside.isValid())
-        return false;
     const QString built = aside.filePath(name);
-    if (!QDir().mkdir(built))
-        return false;
+    if (!aside.isValid() || !QDir().mkdir(built))
+        return true;
     for (int i = 0; i < seedTrackCount; ++i)
         if (writeIfMissing(built + QStringLiteral("/Track_%1.txt").arg(i + 1), seed.tracks[i]) != 1)
             return false;
-    return std::rename(QFile::encodeName(built).constData(), QFile::encodeName(target).constData()) == 0;
+    std::rename(QFile::encodeName(built).constData(), QFile::encodeName(target).constData());
+    return true;
 }
 
 } // namespace

@@ -1,0 +1,128 @@
+#include "benchsupport.h"
+
+#include "workbench/objectlist.h"
+#include "workbench/surveyfolder.h"
+#include "workbench/wellfile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QMap>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <chrono>
+#include <malloc.h>
+#include <memory>
+#include <vector>
+
+namespace bench {
+
+namespace {
+
+double secondsOf(const std::function<void()> &work)
+{
+    const auto begin = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+}
+
+double median(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values.empty() ? 0 : values[values.size() / 2];
+}
+
+QByteArray logHeader(int log, const SurveySize &size)
+{
+    return "dTect V6.6\nWell Log\nFri 20 Nov 2026, 17:09:32\n!\nDepth-Unit: Meter\nName: LOG" + QByteArray::number(log)
+        + "\nMnemonic: GR\nUnit of Measure: gAPI\nHeader info: No\nStorage type: Binary\nDah range: 0`"
+        + QByteArray::number(size.samples) + "\nLog range: 0`0\n!\n";
+}
+
+QByteArray markerFile(const SurveySize &size)
+{
+    QByteArray bytes = "dTect V6.6\nWell Markers\nFri 20 Nov 2026, 17:09:32\n!\nDepth-Unit: Meter\n";
+    for (int i = 1; i <= size.markers; ++i) {
+        const QByteArray n = QByteArray::number(i);
+        bytes += n + ".Name: Top " + n + '\n' + n + ".Depth along hole: " + QByteArray::number(100 * i) + '\n' + n
+            + ".Strat Level: -1\n" + n + ".Color: 255`0`" + n + '\n';
+    }
+    return bytes;
+}
+
+void makeSurvey(const QString &folder, const SurveySize &size)
+{
+    if (!workbench::createSurvey(folder, {}).ok())
+        qFatal("Cannot make a survey in %s", qUtf8Printable(folder));
+    const QString wells = folder + QStringLiteral("/WellInfo");
+    workbench::ObjectList list
+        = workbench::ObjectList::forFolder("100050", "WellInfo", "Well Info directory", "WellInfo");
+    const QByteArray markers = markerFile(size);
+    for (int well = 0; well < size.wells; ++well) {
+        const QString stem = QStringLiteral("Well_%1").arg(well);
+        list.append(QStringLiteral("Well %1").arg(well), "Well", stem + QStringLiteral(".well"));
+        const QString base = wells + QLatin1Char('/') + stem;
+        workbench::WellProperties properties;
+        properties.name = stem;
+        properties.x = 500000 + well;
+        properties.y = 6000000;
+        properties.kbElevation = 25;
+        properties.totalDepth = size.samples;
+        writePlain(base + QStringLiteral(".well"), workbench::wellFileBytes(workbench::makeWellFile(properties)));
+        writePlain(base + QStringLiteral(".wlm"), markers);
+        for (int log = 1; log <= size.logs; ++log) {
+            const QByteArray header = logHeader(log, size);
+            writePlain(base + QStringLiteral("^%1.wll").arg(log), header, header.size() + 8LL * size.samples);
+        }
+    }
+    writePlain(wells + QStringLiteral("/.omf"), list.toBytes());
+}
+
+} // namespace
+
+void compare(benchmark::State &state, const std::function<void()> &reference, const std::function<void()> &subject)
+{
+    std::vector<double> references;
+    std::vector<double> subjects;
+    std::vector<double> ratios;
+    reference(); // both warm before anything counts
+    subject();
+    for (auto _ : state) {
+        references.push_back(secondsOf(reference));
+        subjects.push_back(secondsOf(subject));
+        ratios.push_back(subjects.back() / references.back());
+        state.SetIterationTime(subjects.back());
+    }
+    state.counters["reference_ms"] = 1e3 * median(references);
+    state.counters["subject_ms"] = 1e3 * median(subjects);
+    state.counters["ratio"] = median(ratios);
+}
+
+QString generatedSurvey(const SurveySize &size)
+{
+    static QTemporaryDir root;
+    static QMap<QString, bool> made;
+    const QString folder = root.filePath(
+        QStringLiteral("s%1_%2_%3_%4").arg(size.wells).arg(size.logs).arg(size.samples).arg(size.markers));
+    if (!made.contains(folder)) {
+        makeSurvey(folder, size);
+        made.insert(folder, true);
+    }
+    return folder;
+}
+
+void writePlain(const QString &path, const QByteArray &bytes, qint64 fileSize)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()
+        || (fileSize > bytes.size() && !file.resize(fileSize)))
+        qFatal("Cannot write %s", qUtf8Printable(path));
+}
+
+size_t heapBytes()
+{
+    const struct mallinfo2 info = ::mallinfo2();
+    return info.uordblks + info.hblkhd;
+}
+
+} // namespace bench

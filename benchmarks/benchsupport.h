@@ -1,0 +1,35 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+
+/// Shared parts of the benchmarks. Figures are ratios of a subject to a reference, both measured in the same run,
+/// one right after the other.
+namespace bench {
+
+/// Runs reference and subject in turn for each iteration. Reports the subject's time, and as counters the median
+/// time of both in milliseconds and the median of their ratios.
+void compare(benchmark::State &state, const std::function<void()> &reference, const std::function<void()> &subject);
+
+/// A survey of generated wells; log files have full size, their samples are holes of zeros.
+struct SurveySize
+{
+    int wells = 0;
+    int logs = 20;
+    int samples = 5000;
+    int markers = 10;
+};
+/// Makes the survey once per process and size and gives its folder, which is deleted at the end of the process.
+QString generatedSurvey(const SurveySize &size);
+
+/// Plain writing for test data, without the product's guarantees.
+void writePlain(const QString &path, const QByteArray &bytes, qint64 fileSize = -1);
+
+/// Bytes on the heap now.
+size_t heapBytes();
+
+} // namespace bench

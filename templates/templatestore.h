@@ -1,0 +1,27 @@
+#pragma once
+
+#include "templates/templatetrack.h"
+
+#include <QStringList>
+
+struct Project;
+
+/// The folder of a template of one well, or of a global one when \a wellName is null.
+QString templateFolder(const Project &project, const QString &templateName, const QString &wellName);
+
+/// The well's own templates, by name; an empty list when it has none.
+QStringList wellTemplateNames(const Project &project, const QString &wellName);
+/// The global templates on disk, by name.
+QStringList globalTemplateNames(const Project &project);
+
+/// All tracks of a template, in the numeric order of "Track_n", other files after them by name. A name among the
+/// project's global templates means the global one, whatever the well has.
+QVector<TrackInfo> loadTemplate(const Project &project, const QString &templateName, const QString &wellName);
+
+/// Reads one track file; without a name and curves when it cannot be opened.
+TrackInfo readTrackFile(const QString &path);
+
+/// Writes "<track name>.txt" into the template's folder, which must exist. Silent; false when it was not written.
+/// A null \a wellName means a global template.
+bool writeTrack(const Project &project, const QString &templateName, const QString &wellName,
+                const QString &trackName, const QString &typeText, const QVector<TemplateCurveRow> &rows);
