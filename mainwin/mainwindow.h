@@ -2,9 +2,16 @@
 
 #include <QMainWindow>
 
+QT_BEGIN_NAMESPACE
+class QPrinter;
+class QTabWidget;
+QT_END_NAMESPACE
+
+class ProjectTreeWidget;
 struct ProjectData;
 
-/// The plug-in's main window.
+/// The plug-in's main window: menus, tool bar, the docks "Project Data" and "Properties", and the three work areas as
+/// tabs. It owns no data; its slots start the work of others.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -13,6 +20,42 @@ public:
     /// \a projectData must outlive the window.
     explicit MainWindow(ProjectData &projectData, QWidget *parent = nullptr);
 
+    ProjectTreeWidget *projectTree() const { return m_projectTree; }
+
+    /// The markers of a well of the catalogue changed in the host.
+    void markersChanged(int well);
+
+public slots:
+    void syncODDBActionClicked();
+    void importWellLogsActionClicked();
+    void exportWellLogsActionClicked();
+    void printActionClicked();
+    void generateReportActionClicked();
+    void generateMarkersReportActionClicked();
+    void documentActionClicked();
+    void printPreView(QPrinter *printer);
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
 private:
+    void createActions();
+    void createMenus();
+    void createDocks();
+    void createTabs();
+
     ProjectData &m_data;
+    QAction *m_syncAction = nullptr;
+    QAction *m_importAction = nullptr;
+    QAction *m_exportAction = nullptr;
+    QAction *m_printAction = nullptr;
+    QAction *m_exitAction = nullptr;
+    QAction *m_wellsReportAction = nullptr;
+    QAction *m_markersReportAction = nullptr;
+    QAction *m_documentationAction = nullptr;
+    QAction *m_aboutAction = nullptr;
+    QDockWidget *m_projectDock = nullptr;
+    QDockWidget *m_propertiesDock = nullptr;
+    QTabWidget *m_tabs = nullptr;
+    ProjectTreeWidget *m_projectTree = nullptr;
 };

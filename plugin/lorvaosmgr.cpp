@@ -82,8 +82,11 @@ void lorvaosMgr::markersChanged(const QString &wellKey)
     if (!m_data)
         return;
     const int well = m_data->catalogue.indexOfKey(wellKey);
-    if (well >= 0)
-        m_data->catalogue.refreshMarkerNames(well);
+    if (well < 0)
+        return;
+    m_data->catalogue.refreshMarkerNames(well);
+    if (m_mainWindow)
+        m_mainWindow->markersChanged(well);
 }
 
 void lorvaosMgr::surveyChanged()

@@ -12,6 +12,16 @@ QString unreadable(const QString &key)
     return QStringLiteral("The well %1 cannot be read.").arg(key);
 }
 
+// Hosts sort by the upper-cased bytes, ASCII letters only.
+QByteArray sortKey(const QString &name)
+{
+    QByteArray bytes = name.toUtf8();
+    for (char &c : bytes)
+        if (c >= 'a' && c <= 'z')
+            c = static_cast<char>(c - 'a' + 'A');
+    return bytes;
+}
+
 host::LogData withoutUndefinedEnds(const host::LogData &log)
 {
     int begin = 0;
@@ -51,9 +61,23 @@ MemoryHost::Well *MemoryHost::readable(const QString &key)
 void MemoryHost::changeSurvey(const QString &directory)
 {
     survey = directory;
+    tell([](host::Listener *listener) { listener->surveyChanged(); });
+}
+
+// A listener may take itself or another one out while it is told.
+template<class Call>
+void MemoryHost::tell(const Call &call)
+{
     const QVector<host::Listener *> told = listeners;
     for (host::Listener *listener : told)
-        listener->surveyChanged();
+        if (listeners.contains(listener))
+            call(listener);
+}
+
+void MemoryHost::addListener(host::Listener *listener)
+{
+    if (!listeners.contains(listener))
+        listeners.append(listener);
 }
 
 void MemoryHost::trigger(int index)
@@ -70,19 +94,23 @@ QString MemoryHost::surveyName() const
 QIcon MemoryHost::icon(const QString &fileName) const
 {
     const QString path = dataFolder + QStringLiteral("/icons.Default/") + fileName;
-    return QFileInfo::exists(path) ? QIcon(path) : QIcon();
+    return QFileInfo(path).isFile() ? QIcon(path) : QIcon();
 }
 
 int MemoryHost::appendAction(const host::MenuAction &action)
 {
     actions.append(action);
-    return actions.size();
+    m_actionIds.append(++m_lastActionId);
+    return m_lastActionId;
 }
 
 void MemoryHost::removeAction(int id)
 {
-    if (id >= 1 && id <= actions.size())
-        actions.removeAt(id - 1);
+    const int index = m_actionIds.indexOf(id);
+    if (index < 0)
+        return;
+    m_actionIds.removeAt(index);
+    actions.removeAt(index);
 }
 
 host::Outcome<QVector<host::WellEntry>> MemoryHost::list()
@@ -92,6 +120,9 @@ host::Outcome<QVector<host::WellEntry>> MemoryHost::list()
     QVector<host::WellEntry> entries;
     for (const Well &well : qAsConst(storedWells))
         entries.append({well.header.name, well.key});
+    std::stable_sort(entries.begin(), entries.end(), [](const host::WellEntry &a, const host::WellEntry &b) {
+        return sortKey(a.name) < sortKey(b.name);
+    });
     return {entries, {}};
 }
 
@@ -133,6 +164,8 @@ host::Status MemoryHost::writeLog(const QString &key, const host::LogData &log)
     Well *well = readable(key);
     if (!well)
         return {unreadable(key)};
+    if (log.name.isEmpty() || log.depths.size() != log.values.size())
+        return {QStringLiteral("The log \"%1\" is no log.").arg(log.name)};
     const host::LogData kept = withoutUndefinedEnds(log);
     if (kept.values.isEmpty())
         return {QStringLiteral("The log \"%1\" has no defined sample.").arg(log.name)};
@@ -162,8 +195,6 @@ host::Status MemoryHost::writeMarkers(const QString &key, const QVector<host::Ma
     std::stable_sort(kept.begin(), kept.end(),
                      [](const host::Marker &a, const host::Marker &b) { return a.depth < b.depth; });
     well->markers = kept;
-    const QVector<host::Listener *> told = listeners;
-    for (host::Listener *listener : told)
-        listener->markersChanged(key);
+    tell([&key](host::Listener *listener) { listener->markersChanged(key); });
     return {};
 }

@@ -4,7 +4,8 @@
 
 #include <QStringList>
 
-/// A host in memory: wells in the order given, sorted names not enforced, every error and action recorded.
+/// A host in memory: its wells, every error and every action lie open to the test. As in every host, list() is
+/// sorted by name whatever the order in which wells were added.
 class MemoryHost : public host::Host, public host::Wells
 {
 public:
@@ -44,7 +45,7 @@ public:
     int appendAction(const host::MenuAction &action) override;
     void removeAction(int id) override;
     host::Wells &wells() override { return *this; }
-    void addListener(host::Listener *listener) override { listeners.append(listener); }
+    void addListener(host::Listener *listener) override;
     void removeListener(host::Listener *listener) override { listeners.removeAll(listener); }
 
     host::Outcome<QVector<host::WellEntry>> list() override;
@@ -58,5 +59,10 @@ public:
 
 private:
     Well *readable(const QString &key);
+    template<class Call>
+    void tell(const Call &call);
+
+    QVector<int> m_actionIds; ///< parallel to actions
+    int m_lastActionId = 0;
     int m_lastNumber = 1;
 };

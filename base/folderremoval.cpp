@@ -1,0 +1,38 @@
+#include "base/folderremoval.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <cstdio>
+#include <sys/stat.h>
+
+namespace base {
+
+namespace {
+
+bool isRealFolder(const QString &path)
+{
+    struct stat info;
+    return ::lstat(QFile::encodeName(path).constData(), &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+} // namespace
+
+bool removeFolder(const QString &parent, const QString &name, const QString &projectFolder)
+{
+    if (name.isEmpty() || name == QLatin1String(".") || name == QLatin1String("..") || name.contains(QLatin1Char('/'))
+        || name.contains(QChar(0)))
+        return false;
+    const QString path = parent + QLatin1Char('/') + name;
+    if (!isRealFolder(path))
+        return false;
+    // Its destructor deletes what was moved into it; links inside are deleted, never followed.
+    const QTemporaryDir aside(projectFolder + QStringLiteral("/.lorva-XXXXXX"));
+    if (!aside.isValid())
+        return false;
+    return std::rename(QFile::encodeName(path).constData(),
+                       QFile::encodeName(aside.filePath(QStringLiteral("removed"))).constData())
+        == 0;
+}
+
+} // namespace base

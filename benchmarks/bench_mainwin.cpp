@@ -1,0 +1,72 @@
+// Filling the project tree.
+
+#include "benchsupport.h"
+
+#include "base/asker.h"
+#include "datastore/projectdata.h"
+#include "mainwin/projecttreewidget.h"
+#include "workbench/workbenchhost.h"
+
+#include <QApplication>
+
+#include <memory>
+
+namespace {
+
+class SilentAsker : public base::Asker
+{
+public:
+    base::BoxButton show(const base::Box &box) override { return box.buttons.first(); }
+};
+
+/// A launch on a generated survey of so many wells, each with 20 logs and 10 markers.
+struct Launch
+{
+    explicit Launch(int wells)
+        : host(QStringLiteral(LORVA_SOURCE_DIR "/icons"))
+        , launch(host, asker)
+    {
+        bench::SurveySize size;
+        size.wells = wells;
+        size.samples = 5000;
+        host.setSurvey(bench::generatedSurvey(size));
+        launch.catalogue.build();
+        openProject(host, &launch.project);
+        launch.project.globalTemplateNames = QStringList {QStringLiteral("Default"), QStringLiteral("Simple")};
+    }
+    workbench::WorkbenchHost host;
+    SilentAsker asker;
+    ProjectData launch;
+};
+
+void fillTree(benchmark::State &state)
+{
+    Launch few(500);
+    Launch many(2000);
+    bench::compare(
+        state, [&] { ProjectTreeWidget(few.launch).show(); }, [&] { ProjectTreeWidget(many.launch).show(); });
+    state.SetLabel("reference: 500 wells, subject: 2,000; linear is 4");
+}
+BENCHMARK(fillTree)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+
+void synchroniseTree(benchmark::State &state)
+{
+    Launch few(500);
+    Launch many(2000);
+    ProjectTreeWidget fewTree(few.launch);
+    ProjectTreeWidget manyTree(many.launch);
+    bench::compare(
+        state, [&] { fewTree.synchronise(); }, [&] { manyTree.synchronise(); });
+    state.SetLabel("reference: 500 wells, subject: 2,000; linear is 4");
+}
+BENCHMARK(synchroniseTree)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

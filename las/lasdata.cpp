@@ -1,0 +1,135 @@
+#include "las/lasdata.h"
+
+#include "base/numbers.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+namespace las {
+
+void DataColumns::Column::append(double value, double nullValue)
+{
+    // Odd at first sight, but prescribed: the first value is a maximum only, and a value that lowers the
+    // minimum is not tested against the maximum.
+    if (values.isEmpty()) {
+        minimum = 1e8;
+        maximum = value;
+    } else if (minimum > value && value - nullValue > 0.1) {
+        minimum = value;
+    } else if (value > maximum) {
+        maximum = value;
+    }
+    values.append(value);
+}
+
+const char *DataColumns::readLine(const char *begin, const char *end, Encoding encoding, double nullValue)
+{
+    if (begin < end && *begin == '#')
+        return lineStop(begin, end);
+
+    size_t token = 0;
+    const char *at = begin;
+    while (true) {
+        while (at < end && isSpace(*at) && !isLineEnd(*at))
+            ++at;
+        if (at == end || isLineEnd(*at))
+            break;
+        if (token == m_columns.size()) {
+            at = lineStop(at, end);
+            break;
+        }
+        double value = 0;
+        const std::from_chars_result number = std::from_chars(at, end, value);
+        const bool whole = number.ptr == end || isSpace(*number.ptr);
+        if (number.ec == std::errc() && whole && std::isfinite(value)) {
+            at = number.ptr;
+            m_columns[token++].append(value, nullValue);
+        } else {
+            const char *stop = at;
+            while (stop < end && !isSpace(*stop))
+                ++stop;
+            appendUnusualToken(at, stop, encoding, nullValue, token);
+            at = stop;
+        }
+    }
+    if (token == 0)
+        return at;
+    if (m_tokenCounts.empty())
+        reserveRows(end - begin, at - begin + 1, token);
+    m_tokenCounts.push_back(static_cast<int>(token));
+    return at;
+}
+
+/// A token with a sign "+", text, or bytes above 0x7F, among which may be white space (a no-break space).
+void DataColumns::appendUnusualToken(const char *begin, const char *end, Encoding encoding, double nullValue,
+                                     size_t &token)
+{
+    const auto append = [&](double value) {
+        if (token < m_columns.size())
+            m_columns[token++].append(value, nullValue);
+    };
+    if (std::all_of(begin, end, [](char c) { return static_cast<signed char>(c) >= 0; })) {
+        append(base::parseNumber(begin, end).value_or(0.0));
+        return;
+    }
+    const QString text = decode(begin, end, encoding);
+    int from = 0;
+    while (from < text.size()) {
+        int to = from;
+        while (to < text.size() && !text.at(to).isSpace())
+            ++to;
+        if (to > from)
+            append(base::parseNumber(text.mid(from, to - from)).value_or(0.0));
+        from = to + 1;
+    }
+}
+
+/// Takes the first row for typical. A wrong guess costs address space (at most four times the bytes that are
+/// left) or a reallocation, never a wrong result.
+void DataColumns::reserveRows(qint64 bytesLeft, qint64 lineLength, size_t tokens)
+{
+    const qint64 rows = std::min<qint64>(bytesLeft / lineLength + 1, 1 << 26);
+    for (size_t i = 0; i < tokens; ++i)
+        m_columns[i].values.reserve(static_cast<int>(rows));
+    m_tokenCounts.reserve(static_cast<size_t>(rows));
+}
+
+void DataColumns::moveTo(QVector<LogCurveData> &curves)
+{
+    QVector<double> depths;
+    const int count = std::min(static_cast<int>(m_columns.size()), curves.size());
+    for (int i = 0; i < count; ++i) {
+        Column &column = m_columns[static_cast<size_t>(i)];
+        if (column.values.capacity() - column.values.size() > column.values.size() / 8)
+            column.values.squeeze();
+        if (i == 0) {
+            depths = column.values;
+        } else if (column.values.size() != depths.size()) {
+            // The rows of column i are among those of column i - 1: equal numbers mean equal rows, and every
+            // filtering goes over the previous list only.
+            QVector<double> fewer;
+            fewer.reserve(column.values.size());
+            std::vector<int> counts;
+            counts.reserve(static_cast<size_t>(column.values.size()));
+            for (int row = 0; row < depths.size(); ++row) {
+                const int tokens = m_tokenCounts[static_cast<size_t>(row)];
+                if (tokens > i) {
+                    fewer.append(depths.at(row));
+                    counts.push_back(tokens);
+                }
+            }
+            depths = fewer;
+            m_tokenCounts = std::move(counts);
+        }
+        LogCurveData &curve = curves[i];
+        curve.minimum = column.minimum;
+        curve.maximum = column.maximum;
+        curve.values = std::move(column.values);
+        curve.depths = depths;
+    }
+    m_columns.clear();
+    m_tokenCounts.clear();
+}
+
+} // namespace las

@@ -1,0 +1,237 @@
+#include "las/wellinfo.h"
+
+#include "base/numbers.h"
+#include "las/lasdata.h"
+#include "las/lastext.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <limits>
+#include <new>
+
+namespace {
+
+constexpr QChar dot = u'.';
+constexpr QChar colon = u':';
+constexpr QChar blank = u' ';
+
+constexpr int maximumCurves = 1 << 20;
+constexpr qint64 maximumFileSize =
+    std::numeric_limits<int>::max() - 64; // a QByteArray's header needs room, too
+
+/// The next part of \a text between separators, from \a position on, which then is behind it; empty parts are
+/// skipped. A null view at the end.
+QStringView nextPart(QStringView text, QChar separator, qsizetype &position)
+{
+    while (position < text.size() && text[position] == separator)
+        ++position;
+    const qsizetype begin = position;
+    while (position < text.size() && text[position] != separator)
+        ++position;
+    return position > begin ? text.mid(begin, position - begin) : QStringView();
+}
+
+bool beginsWithSpace(QStringView text)
+{
+    return !text.isEmpty() && text.front().isSpace();
+}
+
+bool isMnemonic(const QString &text, const char *mnemonic)
+{
+    return text.compare(QLatin1String(mnemonic), Qt::CaseInsensitive) == 0;
+}
+
+enum class Section { None, Version, Well, Curve, Data, Other };
+
+Section sectionOf(char letter)
+{
+    switch (letter) {
+    case 'V':
+        return Section::Version;
+    case 'W':
+        return Section::Well;
+    case 'C':
+        return Section::Curve;
+    case 'A':
+        return Section::Data;
+    default:
+        return Section::Other;
+    }
+}
+
+/// Takes what is recognised from lines of the header sections.
+class HeaderReader {
+public:
+    HeaderReader(WellInfo &info, las::DataColumns &columns, const QString &path)
+        : m_info(info)
+        , m_columns(columns)
+        , m_path(path)
+    {
+    }
+
+    void readLine(Section section, const QString &line)
+    {
+        if (section == Section::Version)
+            readVersionLine(line);
+        else if (section == Section::Well)
+            readWellLine(line);
+        else
+            readCurveLine(line);
+    }
+
+private:
+    void readVersionLine(const QString &line)
+    {
+        const QString mnemonic = WellInfo::mnemonic(line);
+        if (isMnemonic(mnemonic, "VERS"))
+            m_info.version = WellInfo::value(line);
+        else if (isMnemonic(mnemonic, "WRAP"))
+            m_info.wrapped = isMnemonic(WellInfo::value(line), "YES");
+    }
+
+    void readWellLine(const QString &line)
+    {
+        const auto number = [&line] { return base::parseNumber(WellInfo::value(line)).value_or(0.0); };
+        const QString mnemonic = WellInfo::mnemonic(line);
+        if (isMnemonic(mnemonic, "STRT")) {
+            m_info.startDepth = number();
+            m_info.depthUnit = WellInfo::unit(line);
+        } else if (isMnemonic(mnemonic, "STOP")) {
+            m_info.stopDepth = number();
+        } else if (isMnemonic(mnemonic, "STEP")) {
+            m_info.step = number();
+        } else if (isMnemonic(mnemonic, "NULL")) {
+            m_info.nullValue = number();
+        } else if (isMnemonic(mnemonic, "UWI")) {
+            m_info.uwi = WellInfo::value(line);
+        }
+    }
+
+    void readCurveLine(const QString &line)
+    {
+        if (line.startsWith(u'#') || QStringView(line).trimmed().isEmpty()
+            || m_info.curves.size() == maximumCurves)
+            return;
+        LogCurveData curve;
+        curve.logName = WellInfo::mnemonic(line);
+        curve.displayName = curve.logName;
+        curve.unit = WellInfo::unit(line);
+        curve.description = WellInfo::description(line);
+        curve.source = m_path;
+        m_info.curves.append(curve);
+        m_columns.addColumn();
+    }
+
+    WellInfo &m_info;
+    las::DataColumns &m_columns;
+    QString m_path;
+};
+
+} // namespace
+
+QString WellInfo::mnemonic(const QString &line)
+{
+    qsizetype position = 0;
+    return nextPart(line, dot, position).trimmed().toString();
+}
+
+QString WellInfo::unit(const QString &line)
+{
+    qsizetype position = 0;
+    nextPart(line, dot, position);
+    const QStringView part = nextPart(line, dot, position);
+    if (beginsWithSpace(part))
+        return QString();
+    position = 0;
+    return nextPart(part, blank, position).trimmed().toString();
+}
+
+QString WellInfo::value(const QString &line)
+{
+    qsizetype position = 0;
+    nextPart(line, dot, position);
+    QString joined;
+    for (QStringView part = nextPart(line, dot, position); !part.isEmpty();
+         part = nextPart(line, dot, position)) {
+        const qsizetype cut = part.indexOf(colon);
+        if (cut >= 0) {
+            joined.append(part.data(), static_cast<int>(cut));
+            break;
+        }
+        joined.append(part.data(), static_cast<int>(part.size())).append(dot);
+    }
+    if (beginsWithSpace(joined))
+        return joined.trimmed();
+
+    QString words;
+    position = 0;
+    nextPart(joined, blank, position);
+    for (QStringView word = nextPart(joined, blank, position); !word.isEmpty();
+         word = nextPart(joined, blank, position))
+        words.append(word.data(), static_cast<int>(word.size()));
+    return words.trimmed();
+}
+
+QString WellInfo::description(const QString &line)
+{
+    QStringView last;
+    qsizetype position = 0;
+    for (QStringView part = nextPart(line, colon, position); !part.isEmpty();
+         part = nextPart(line, colon, position))
+        last = part;
+    return last.trimmed().toString();
+}
+
+int WellInfo::load(const QString &path)
+{
+    *this = WellInfo();
+    lines = LasLines(path);
+    const QFileInfo fileInfo(path);
+    if (!fileInfo.exists())
+        return -1;
+    // Only a regular file ends for sure; a pipe or a device may not.
+    QFile file(path);
+    if (!fileInfo.isFile() || fileInfo.size() > maximumFileSize
+        || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return -2;
+    try {
+        QByteArray bytes = file.readAll();
+        if (file.error() == QFileDevice::NoError) {
+            file.close();
+            lines.m_text = las::prepareText(std::move(bytes));
+            read(path);
+            return 0;
+        }
+    } catch (const std::bad_alloc &) {
+    }
+    *this = WellInfo();
+    lines = LasLines(path);
+    return -2;
+}
+
+void WellInfo::read(const QString &path)
+{
+    const las::Encoding encoding = lines.m_text.encoding;
+    const char *const bytes = lines.m_text.bytes.constData();
+    const char *const end = bytes + lines.m_text.bytes.size();
+    las::DataColumns columns;
+    HeaderReader header(*this, columns, path);
+    Section section = Section::None;
+    const char *stop = nullptr;
+    for (const char *at = bytes; at < end; at = las::nextLine(stop, end)) {
+        lines.m_starts.append(static_cast<int>(at - bytes));
+        if (*at == '~') {
+            stop = las::lineStop(at, end);
+            section = sectionOf(stop - at > 1 ? at[1] : '\0');
+        } else if (section == Section::Data) {
+            stop = columns.readLine(at, end, encoding, nullValue);
+        } else {
+            stop = las::lineStop(at, end);
+            if (section != Section::None && section != Section::Other)
+                header.readLine(section, las::decode(at, stop, encoding));
+        }
+    }
+    lines.m_starts.squeeze();
+    columns.moveTo(curves);
+}

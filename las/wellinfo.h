@@ -1,0 +1,55 @@
+#pragma once
+
+#include "datastore/logcurvedata.h"
+#include "las/laslines.h"
+
+#include <QString>
+#include <QVector>
+
+/// One LAS file as read for import. The reader never rejects a file for its content, it takes what it
+/// recognises; lines that are malformed give empty text or 0. A copy is cheap, the large parts are shared.
+///
+/// Numbers are decimal and independent of the locale; a leading "+" is allowed. Text that is no number as a
+/// whole ("1.5abc", "580.0,12"), "nan", "inf" and what a double cannot hold ("1e400") all yield 0.
+class WellInfo {
+public:
+    QString version; ///< VERS of ~V
+    bool wrapped = false; ///< WRAP of ~V is "YES"; stored only, every line stays one depth step
+    double startDepth = 0; ///< STRT of ~W, in depthUnit, as are step and stopDepth; 0 when absent
+    double step = 0;
+    double stopDepth = 0;
+    double nullValue = 0;
+    QString depthUnit; ///< the unit of the STRT line
+    QString uwi; ///< UWI of ~W
+    /// One a ~C line, in file order. Filled in: logName and displayName (the mnemonic), unit, description,
+    /// minimum, maximum, source (the path), values and depths. The two lists have equal length in each curve
+    /// and are shorter where data lines hold fewer tokens than there are curves; curves of equal length share
+    /// one depth list. Nulls stay as they are in the file. More than a million curves are not listed.
+    QVector<LogCurveData> curves;
+    LasLines lines; ///< the title and every line of the file
+
+    /// Forgets what was read before and reads the file at \a path. Returns 0 on success, -1 when the file
+    /// does not exist, -2 when it cannot be opened and read as a whole (a folder, no permission, 2 GB or
+    /// more, more data than memory holds). After an error only the title of lines is there.
+    ///
+    /// A line that begins with "~" ends any section, the data section too. Where sections stand twice, a
+    /// later version or well section overwrites single values, curves of a later curve section come after
+    /// those before, and rows of a later data section are appended to those before, column i to curve i of
+    /// the whole list. Blank lines add neither a curve nor a data line; lines that begin with "#" are
+    /// comments in both sections. For a curve without a token on the first data line, the first line that has
+    /// one counts as its first.
+    int load(const QString &path);
+
+    /// The fields of a header line. Parts between dots (and words between blanks) that are empty do not
+    /// count: "X..1IN" has the unit "1IN".
+    static QString mnemonic(const QString &line);
+    static QString unit(const QString &line);
+    /// The text between the first dot and the next colon. Blanks inside it are lost where a unit stands after
+    /// the dot; without a colon a dot is added at the end. Both are intended.
+    static QString value(const QString &line);
+    /// What follows the last colon with text after it; the whole line where there is none.
+    static QString description(const QString &line);
+
+private:
+    void read(const QString &path);
+};

@@ -1,0 +1,321 @@
+#include "mainwin/projecttreewidget.h"
+
+#include "base/asker.h"
+#include "base/folderremoval.h"
+#include "datastore/projectdata.h"
+#include "mainwin/projecttreesync.h"
+#include "templates/templatestore.h"
+
+#include <QContextMenuEvent>
+#include <QDir>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QSignalBlocker>
+
+namespace {
+
+const QString correlationsFragment = QStringLiteral("/Correlations/");
+
+QStringList correlationNames(const Project &project)
+{
+    return QDir(project.projectFolder + correlationsFragment).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+void uncheckChildren(QTreeWidgetItem *parent, int first, const QTreeWidgetItem *except)
+{
+    for (int i = first; i < parent->childCount(); ++i)
+        if (parent->child(i) != except)
+            parent->child(i)->setCheckState(0, Qt::Unchecked);
+}
+
+QTreeWidgetItem *childWithText(const QTreeWidgetItem *parent, int first, const QString &text)
+{
+    for (int i = first; i < parent->childCount(); ++i)
+        if (parent->child(i)->text(0) == text)
+            return parent->child(i);
+    return nullptr;
+}
+
+} // namespace
+
+ProjectTreeWidget::ProjectTreeWidget(ProjectData &projectData, QWidget *parent)
+    : QTreeWidget(parent)
+    , m_data(projectData)
+    , m_icons(projectData.host)
+{
+    setObjectName(QStringLiteral("ProjectTreeWidget"));
+    setHeaderHidden(true);
+    setUniformRowHeights(true);
+    m_wells = makeProjectItem(HeadingItem, QStringLiteral("Wells"));
+    m_wells->setIcon(0, m_icons.wells);
+    m_correlations = makeProjectItem(HeadingItem, QStringLiteral("Correlations"));
+    m_correlations->setIcon(0, m_icons.display);
+    addTopLevelItems({m_wells, m_correlations});
+    synchronise();
+    m_wells->setExpanded(true);
+    connect(this, &QTreeWidget::itemClicked, this, &ProjectTreeWidget::itemSelected);
+    connect(this, &QTreeWidget::itemDoubleClicked, this, &ProjectTreeWidget::itemDoubleClick);
+}
+
+void ProjectTreeWidget::synchronise()
+{
+    const WellsCatalogue &catalogue = m_data.catalogue;
+    QStringList keys;
+    for (int well = 0; well < catalogue.wellCount(); ++well)
+        keys.append(catalogue.wellKey(well));
+    syncChildren(m_wells, 0, keys, wellKeyOf, [this, &catalogue](int well) {
+        QTreeWidgetItem *item = makeWellItem(catalogue.wellNames().at(well), catalogue.wellKey(well), m_icons);
+        fillWell(item, well); // before it joins the tree, which then hears of one new item, not of hundreds
+        return item;
+    });
+    for (int well = 0; well < catalogue.wellCount(); ++well) {
+        QTreeWidgetItem *item = m_wells->child(well);
+        item->setText(0, catalogue.wellNames().at(well));
+        fillWell(item, well);
+    }
+    syncChildren(m_correlations, 0, correlationNames(m_data.project), CorrelationItem);
+}
+
+void ProjectTreeWidget::fillWell(QTreeWidgetItem *wellItem, int well)
+{
+    const WellsCatalogue &catalogue = m_data.catalogue;
+    syncChildren(logsBranch(wellItem), 0, catalogue.logNames(well), LogItem);
+    syncChildren(markersBranch(wellItem), 0, catalogue.markerNames(well), MarkerItem);
+    syncChildren(globalBranch(wellItem), 0, m_data.project.globalTemplateNames, GlobalTemplateItem);
+    syncChildren(templateBranch(wellItem), firstOwnTemplate,
+                 wellTemplateNames(m_data.project, catalogue.wellNames().at(well)), WellTemplateItem);
+}
+
+void ProjectTreeWidget::synchroniseLogs(int well)
+{
+    if (QTreeWidgetItem *item = findWellByKey(m_data.catalogue.wellKey(well)))
+        syncChildren(logsBranch(item), 0, m_data.catalogue.logNames(well), LogItem);
+}
+
+void ProjectTreeWidget::synchroniseMarkers(int well)
+{
+    if (QTreeWidgetItem *item = findWellByKey(m_data.catalogue.wellKey(well)))
+        syncChildren(markersBranch(item), 0, m_data.catalogue.markerNames(well), MarkerItem);
+}
+
+QTreeWidgetItem *ProjectTreeWidget::findWell(const QString &wellName) const
+{
+    return childWithText(m_wells, 0, wellName);
+}
+
+QTreeWidgetItem *ProjectTreeWidget::findWellByKey(const QString &key) const
+{
+    for (int i = 0; i < m_wells->childCount(); ++i)
+        if (wellKeyOf(m_wells->child(i)) == key)
+            return m_wells->child(i);
+    return nullptr;
+}
+
+void ProjectTreeWidget::addLog(const QString &wellName, const QString &logName)
+{
+    QTreeWidgetItem *well = findWell(wellName);
+    if (well && !childWithText(logsBranch(well), 0, logName))
+        logsBranch(well)->addChild(makeProjectItem(LogItem, logName));
+}
+
+void ProjectTreeWidget::addMarker(const QString &wellName, const QString &markerName)
+{
+    if (QTreeWidgetItem *well = findWell(wellName))
+        markersBranch(well)->addChild(makeProjectItem(MarkerItem, markerName));
+}
+
+void ProjectTreeWidget::addTemplate(const QString &wellName, const QString &templateName)
+{
+    if (QTreeWidgetItem *well = findWell(wellName))
+        templateBranch(well)->addChild(makeProjectItem(WellTemplateItem, templateName));
+}
+
+void ProjectTreeWidget::itemSelected(QTreeWidgetItem *item, int)
+{
+    switch (item->type()) {
+    case WellItem:
+        wellToggled(item);
+        break;
+    case MarkersItem:
+        markersToggled(item);
+        break;
+    case MarkerItem:
+        markerToggled(item);
+        break;
+    case WellTemplateItem:
+    case GlobalTemplateItem:
+        templateChosen(item);
+        break;
+    default:
+        break;
+    }
+}
+
+void ProjectTreeWidget::itemDoubleClick(QTreeWidgetItem *item, int)
+{
+    if (item->type() == CorrelationItem)
+        emit sendCorrelation(item);
+}
+
+void ProjectTreeWidget::wellToggled(QTreeWidgetItem *well)
+{
+    if (!isChecked(well)) {
+        emit removeWellDisplay(well->text(0));
+        return;
+    }
+    emit sendWellDisplayProperties(well->text(0), checkedTemplateName(well));
+    refreshMarkers(well);
+}
+
+// At most one template of a well, global or its own, is checked.
+void ProjectTreeWidget::templateChosen(QTreeWidgetItem *item)
+{
+    QTreeWidgetItem *well = wellOf(item);
+    if (!isChecked(item) || !isChecked(well))
+        return;
+    {
+        const QSignalBlocker blocker(this);
+        uncheckChildren(globalBranch(well), 0, item);
+        uncheckChildren(templateBranch(well), firstOwnTemplate, item);
+    }
+    emit sendWellDisplayProperties(well->text(0), item->text(0));
+    refreshMarkers(well);
+}
+
+void ProjectTreeWidget::markersToggled(QTreeWidgetItem *markers)
+{
+    for (int i = 0; i < markers->childCount(); ++i)
+        markers->child(i)->setCheckState(0, markers->checkState(0));
+    if (isChecked(markers->parent()))
+        refreshMarkers(markers->parent());
+}
+
+void ProjectTreeWidget::markerToggled(QTreeWidgetItem *marker)
+{
+    const QTreeWidgetItem *well = wellOf(marker);
+    if (isChecked(well))
+        sendMarker(well, marker);
+}
+
+void ProjectTreeWidget::refreshMarkers(QTreeWidgetItem *well)
+{
+    const QTreeWidgetItem *markers = markersBranch(well);
+    for (int i = 0; i < markers->childCount(); ++i)
+        sendMarker(well, markers->child(i));
+}
+
+void ProjectTreeWidget::sendMarker(const QTreeWidgetItem *well, const QTreeWidgetItem *marker)
+{
+    if (isChecked(marker))
+        emit displayMarker(well->text(0), marker->text(0));
+    else
+        emit removeMarker(well->text(0), marker->text(0));
+}
+
+// The tree toggles a check box on the space bar without a click: it has to act as a click does.
+void ProjectTreeWidget::keyPressEvent(QKeyEvent *event)
+{
+    QTreeWidgetItem *item = currentItem();
+    const int before = item ? item->checkState(0) : -1;
+    QTreeWidget::keyPressEvent(event);
+    const bool isToggleKey = event->key() == Qt::Key_Space || event->key() == Qt::Key_Select;
+    if (isToggleKey && item && item == currentItem() && item->checkState(0) != before)
+        itemSelected(item, 0);
+}
+
+void ProjectTreeWidget::contextMenuEvent(QContextMenuEvent *event)
+{
+    const bool isByKeyboard = event->reason() == QContextMenuEvent::Keyboard;
+    QTreeWidgetItem *item = isByKeyboard ? currentItem() : itemAt(event->pos());
+    if (!item)
+        return;
+    setCurrentItem(item);
+    QMenu menu(this);
+    menu.setObjectName(QStringLiteral("projectTreeMenu"));
+    const auto add = [this, &menu](const char *text, void (ProjectTreeWidget::*slot)(), bool isReady) {
+        menu.addAction(QString::fromLatin1(text), this, slot)->setEnabled(isReady);
+    };
+    // Entries whose editors do not exist yet are shown and disabled.
+    if (item == m_correlations)
+        add("Add Correlation", &ProjectTreeWidget::addNewCorrelationDialog, true);
+    else if (item->type() == HeadingItem && item->text(0) == QLatin1String("Template"))
+        add("Create New Template", &ProjectTreeWidget::createNewTemplate, false);
+    else if (item->type() == WellTemplateItem) {
+        add("Edit", &ProjectTreeWidget::editWellTemplate, false);
+        add("Delete", &ProjectTreeWidget::deleteWellTemplate, true);
+    } else if (item->type() == GlobalTemplateItem) {
+        add("Edit", &ProjectTreeWidget::editGlobalTemplate, false);
+        add("Delete", &ProjectTreeWidget::deleteGlobalTemplate, true);
+    } else if (item->type() == CorrelationItem) {
+        add("Delete", &ProjectTreeWidget::deleteCorrelationFromData, true);
+    }
+    if (!menu.isEmpty())
+        menu.exec(isByKeyboard ? viewport()->mapToGlobal(visualItemRect(item).bottomLeft()) : event->globalPos());
+}
+
+// The three editing slots open dialogs of the template editors, which are not part of the plug-in yet; their menu
+// entries are disabled until then.
+void ProjectTreeWidget::createNewTemplate() { }
+
+void ProjectTreeWidget::editWellTemplate() { }
+
+void ProjectTreeWidget::editGlobalTemplate() { }
+
+// Removes project folder + fragment + name and says so; the folder goes first, the item only on success.
+bool ProjectTreeWidget::removeProjectFolder(const QString &fragment, const QString &name)
+{
+    const QString parent = m_data.project.projectFolder + fragment.chopped(1);
+    const bool isRemoved = base::removeFolder(parent, name, m_data.project.projectFolder);
+    m_data.asker.warn(isRemoved ? QStringLiteral("Successfully deleted !") : QStringLiteral("Error in deleting !"),
+                      m_data.project.projectFolder + fragment + name);
+    return isRemoved;
+}
+
+void ProjectTreeWidget::deleteCorrelationFromData()
+{
+    QTreeWidgetItem *item = currentItem();
+    if (item && item->type() == CorrelationItem && removeProjectFolder(correlationsFragment, item->text(0)))
+        delete item;
+}
+
+void ProjectTreeWidget::deleteGlobalTemplate()
+{
+    QTreeWidgetItem *item = currentItem();
+    if (!item || item->type() != GlobalTemplateItem)
+        return;
+    const QString name = item->text(0);
+    if (!removeProjectFolder(QStringLiteral("/Templates/Global/"), name))
+        return;
+    m_data.project.globalTemplateNames.removeAll(name);
+    for (int i = 0; i < m_wells->childCount(); ++i)
+        delete childWithText(globalBranch(m_wells->child(i)), 0, name);
+}
+
+void ProjectTreeWidget::deleteWellTemplate()
+{
+    QTreeWidgetItem *item = currentItem();
+    if (!item || item->type() != WellTemplateItem)
+        return;
+    const QString folder = templateFolder(m_data.project, item->text(0), wellOf(item)->text(0));
+    const QString fragment = folder.mid(m_data.project.projectFolder.size());
+    const int slash = fragment.lastIndexOf(QLatin1Char('/'));
+    if (removeProjectFolder(fragment.left(slash + 1), fragment.mid(slash + 1)))
+        delete item;
+}
+
+void ProjectTreeWidget::addNewCorrelationDialog()
+{
+    const QString name = QStringLiteral("New Correlation");
+    if (childWithText(m_correlations, 0, name)) {
+        m_data.asker.warn(QStringLiteral("Project Data"),
+                          QStringLiteral("'%1' is already exists.\nPlease first give different name to existing "
+                                         "correlation and save it.")
+                              .arg(name));
+        return;
+    }
+    QTreeWidgetItem *item = makeProjectItem(CorrelationItem, name);
+    m_correlations->addChild(item);
+    setCurrentItem(item);
+    emit sendCorrelation(item);
+}

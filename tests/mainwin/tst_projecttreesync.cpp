@@ -1,0 +1,75 @@
+#include "mainwin/projecttreesync.h"
+#include "mainwin/projecttreeitems.h"
+#include "support/testmain.h"
+
+#include <QTreeWidget>
+
+namespace {
+
+QStringList texts(const QTreeWidgetItem *parent)
+{
+    QStringList result;
+    for (int i = 0; i < parent->childCount(); ++i)
+        result.append(parent->child(i)->text(0));
+    return result;
+}
+
+QStringList list(const char *text)
+{
+    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+class tst_projecttreesync : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void childrenAgreeWithTheList_data()
+    {
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<QString>("after");
+        QTest::newRow("fill") << "" << "a b c";
+        QTest::newRow("empty") << "a b c" << "";
+        QTest::newRow("same") << "a b c" << "a b c";
+        QTest::newRow("insert") << "a c" << "a b c";
+        QTest::newRow("remove") << "a b c" << "a c";
+        QTest::newRow("reorder") << "a b c d" << "d b a c";
+        QTest::newRow("double names") << "a a b" << "a b a b";
+        QTest::newRow("fewer doubles") << "a a a" << "a";
+        QTest::newRow("all at once") << "a b c d e" << "x e c y a";
+    }
+
+    void childrenAgreeWithTheList()
+    {
+        QFETCH(QString, before);
+        QFETCH(QString, after);
+        QTreeWidget tree;
+        auto *parent = new QTreeWidgetItem(&tree);
+        parent->addChild(makeProjectItem(HeadingItem, QStringLiteral("fixed")));
+        syncChildren(parent, 1, list(qPrintable(before)), LogItem);
+        syncChildren(parent, 1, list(qPrintable(after)), LogItem);
+        QCOMPARE(texts(parent), QStringList {QStringLiteral("fixed")} + list(qPrintable(after)));
+    }
+
+    void whatStaysIsTheSameItemWithItsState()
+    {
+        QTreeWidget tree;
+        auto *parent = new QTreeWidgetItem(&tree);
+        parent->setExpanded(true);
+        syncChildren(parent, 0, list("a b c"), MarkerItem);
+        QTreeWidgetItem *b = parent->child(1);
+        b->addChild(makeProjectItem(LogItem, QStringLiteral("below")));
+        b->setCheckState(0, Qt::Checked);
+        b->setExpanded(true);
+        syncChildren(parent, 0, list("x c b"), MarkerItem);
+        QCOMPARE(parent->child(2), b);
+        QCOMPARE(b->checkState(0), Qt::Checked);
+        QVERIFY(b->isExpanded());
+        QCOMPARE(parent->child(0)->checkState(0), Qt::Unchecked);
+    }
+};
+
+LORVA_TEST_MAIN(tst_projecttreesync)
+#include "tst_projecttreesync.moc"

@@ -1,0 +1,192 @@
+#include "mainwin/reportwriter.h"
+#include "support/files.h"
+#include "support/projectfixture.h"
+#include "support/testmain.h"
+
+#include <QDir>
+
+namespace {
+
+const QString logsTitle = QStringLiteral("Wells Logs Information");
+
+void compareBox(const base::Box &box, base::BoxIcon icon, const QString &title, const QString &text)
+{
+    QCOMPARE(box.icon, icon);
+    QCOMPARE(box.title, title);
+    QCOMPARE(box.text, text);
+    QCOMPARE(box.buttons, QVector<base::BoxButton> {base::BoxButton::Ok});
+}
+
+QString cannotCreate(const QString &path)
+{
+    return QStringLiteral("Unable to create logs information file.\nPlease check file read/write permision.\n") + path;
+}
+
+/// Looks at the report files and at the cursor at the moment each box appears.
+class WatchingAsker : public ScriptedAsker
+{
+public:
+    base::BoxButton show(const base::Box &box) override
+    {
+        contentAtBox.append(QFileInfo::exists(watched) ? files::read(watched) : QByteArray());
+        cursorAtBox.append(QGuiApplication::overrideCursor() != nullptr);
+        return ScriptedAsker::show(box);
+    }
+    QString watched;
+    QVector<QByteArray> contentAtBox;
+    QVector<bool> cursorAtBox;
+};
+
+} // namespace
+
+class tst_reportwriter : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void withoutWellsBothWarn()
+    {
+        ProjectFixture fixture;
+        fixture.open();
+        writeLogsReport(*fixture.launch);
+        writeMarkersReport(*fixture.launch);
+        QCOMPARE(fixture.asker.boxes.size(), 2);
+        for (const base::Box &box : fixture.asker.boxes)
+            compareBox(box, base::BoxIcon::Warning, logsTitle, QStringLiteral("Well(s) doesn't exists."));
+        QVERIFY(!QFileInfo::exists(fixture.path(QStringLiteral("/Well_Markers_Info.txt"))));
+    }
+
+    void logsReportWritesOneFileAWell()
+    {
+        ProjectFixture fixture;
+        fixture.addWell(QStringLiteral("A"), {QStringLiteral("GR"), QStringLiteral("DT")});
+        fixture.addWell(QStringLiteral("B"), {QStringLiteral("SP")});
+        fixture.host.storedWells[1].logs[0].values = {1, host::undefinedValue, 3};
+        fixture.open();
+        writeLogsReport(*fixture.launch);
+        const QByteArray header = "Curve Name      Start Depth End Depth  Break Zone Depth\n";
+        QCOMPARE(files::read(fixture.path(QStringLiteral("/A_logsInfo.txt"))),
+                 header + "GR              100.0000     300.0000     0.0000      \n"
+                          "DT              100.0000     300.0000     0.0000      \n");
+        QCOMPARE(files::read(fixture.path(QStringLiteral("/B_logsInfo.txt"))),
+                 header + "SP              100.0000     300.0000     200.0000    \n");
+        QCOMPARE(fixture.asker.boxes.size(), 1);
+        compareBox(fixture.asker.boxes.first(), base::BoxIcon::Information, logsTitle, QStringLiteral("Done !"));
+        QVERIFY(!QGuiApplication::overrideCursor());
+    }
+
+    void aWellWithoutLogsGetsAHeaderAndAWarning()
+    {
+        ProjectFixture fixture;
+        WatchingAsker asker;
+        fixture.launch = std::make_unique<ProjectData>(fixture.host, asker);
+        fixture.addWell(QStringLiteral("Empty"));
+        fixture.addWell(QStringLiteral("Full"), {QStringLiteral("GR")});
+        fixture.open();
+        asker.watched = fixture.path(QStringLiteral("/Empty_logsInfo.txt"));
+        writeLogsReport(*fixture.launch);
+        QCOMPARE(asker.boxes.size(), 2);
+        compareBox(asker.boxes.at(0), base::BoxIcon::Warning, logsTitle,
+                   QStringLiteral("logs are not available for this well :Empty"));
+        QCOMPARE(asker.boxes.at(1).text, QStringLiteral("Done !"));
+        QCOMPARE(asker.contentAtBox.at(0), QByteArray("Curve Name      Start Depth End Depth  Break Zone Depth\n"));
+        QCOMPARE(asker.cursorAtBox, (QVector<bool> {false, false}));
+        QVERIFY(QFileInfo::exists(fixture.path(QStringLiteral("/Full_logsInfo.txt"))));
+    }
+
+    void anEarlierReportIsReplaced()
+    {
+        ProjectFixture fixture;
+        fixture.addWell(QStringLiteral("A"), {QStringLiteral("GR")});
+        fixture.open();
+        files::write(fixture.path(QStringLiteral("/A_logsInfo.txt")), QByteArray(5000, 'x'));
+        writeLogsReport(*fixture.launch);
+        QVERIFY(files::read(fixture.path(QStringLiteral("/A_logsInfo.txt"))).startsWith("Curve Name"));
+    }
+
+    void aFileThatCannotBeMadeEndsTheReportThere()
+    {
+        ProjectFixture fixture;
+        for (const char *name : {"A", "B", "C"})
+            fixture.addWell(QLatin1String(name), {QStringLiteral("GR")});
+        fixture.open();
+        QDir().mkpath(fixture.path(QStringLiteral("/B_logsInfo.txt"))); // a folder in the file's place
+        writeLogsReport(*fixture.launch);
+        QVERIFY(QFileInfo(fixture.path(QStringLiteral("/A_logsInfo.txt"))).isFile());
+        QVERIFY(!QFileInfo::exists(fixture.path(QStringLiteral("/C_logsInfo.txt"))));
+        QCOMPARE(fixture.asker.boxes.size(), 1);
+        compareBox(fixture.asker.boxes.first(), base::BoxIcon::Warning, logsTitle,
+                   cannotCreate(fixture.path(QStringLiteral("/B_logsInfo.txt"))));
+        QVERIFY(!QGuiApplication::overrideCursor());
+    }
+
+    void aWellsNameIsNoPath()
+    {
+        ProjectFixture fixture;
+        fixture.addWell(QStringLiteral("15/9-F-1"), {QStringLiteral("GR")});
+        fixture.open();
+        writeLogsReport(*fixture.launch);
+        QVERIFY(QFileInfo(fixture.path(QStringLiteral("/15%2F9-F-1_logsInfo.txt"))).isFile());
+    }
+
+    void aWellThatVanishedIsReportedByTheHostAndTheReportGoesOn()
+    {
+        ProjectFixture fixture;
+        fixture.addWell(QStringLiteral("A"), {QStringLiteral("GR")});
+        fixture.addWell(QStringLiteral("B"), {QStringLiteral("GR")});
+        fixture.open();
+        fixture.host.storedWells.removeFirst();
+        writeLogsReport(*fixture.launch);
+        QCOMPARE(fixture.host.errors, QStringList {QStringLiteral("Cannot get data for the selected well")});
+        QVERIFY(files::read(fixture.path(QStringLiteral("/A_logsInfo.txt"))).contains("GR              0.0000"));
+        QVERIFY(files::read(fixture.path(QStringLiteral("/B_logsInfo.txt"))).contains("GR              100.0000"));
+    }
+
+    void markersReportListsAllMarkersOfAllWells()
+    {
+        ProjectFixture fixture;
+        fixture.addWell(QStringLiteral("A"), {}, {QStringLiteral("Top"), QStringLiteral("Base")});
+        fixture.addWell(QStringLiteral("None"));
+        fixture.addWell(QStringLiteral("B"), {}, {QStringLiteral("Top")});
+        fixture.open();
+        writeMarkersReport(*fixture.launch);
+        QCOMPARE(files::read(fixture.path(QStringLiteral("/Well_Markers_Info.txt"))),
+                 QByteArray("Well Name       X          Y          MD         TVDSS      Marker Name    \n"
+                            "A               500000.50  6000000.25 150.00     125.00     Top            \n"
+                            "A               500000.50  6000000.25 250.00     225.00     Base           \n"
+                            "B               500000.50  6000000.25 150.00     125.00     Top            \n"));
+        QCOMPARE(fixture.asker.boxes.size(), 1);
+        compareBox(fixture.asker.boxes.first(), base::BoxIcon::Information, QStringLiteral("Wells Markers Information"),
+                   QStringLiteral("Done !"));
+        QVERIFY(fixture.host.errors.isEmpty());
+    }
+
+    void markersReportThatCannotBeMadeWarnsBeforeReading()
+    {
+        ProjectFixture fixture;
+        fixture.addWell(QStringLiteral("A"), {}, {QStringLiteral("Top")});
+        fixture.open();
+        QDir().mkpath(fixture.path(QStringLiteral("/Well_Markers_Info.txt")));
+        fixture.host.storedWells[0].isUnreadable = true; // reading it would show the host's error box
+        writeMarkersReport(*fixture.launch);
+        QCOMPARE(fixture.asker.boxes.size(), 1);
+        compareBox(fixture.asker.boxes.first(), base::BoxIcon::Warning, logsTitle,
+                   cannotCreate(fixture.path(QStringLiteral("/Well_Markers_Info.txt"))));
+        QVERIFY(fixture.host.errors.isEmpty());
+    }
+
+    void logsReportThatCannotBeMadeWarnsBeforeReading()
+    {
+        ProjectFixture fixture;
+        fixture.addWell(QStringLiteral("A"), {QStringLiteral("GR")});
+        fixture.open();
+        QDir().mkpath(fixture.path(QStringLiteral("/A_logsInfo.txt")));
+        fixture.host.storedWells[0].isUnreadable = true;
+        writeLogsReport(*fixture.launch);
+        QCOMPARE(fixture.asker.boxes.size(), 1);
+        QVERIFY(fixture.host.errors.isEmpty());
+    }
+};
+
+LORVA_TEST_MAIN(tst_reportwriter)
+#include "tst_reportwriter.moc"
