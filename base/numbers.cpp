@@ -22,8 +22,8 @@ const char *skipSpaceAndPlus(const char *begin, const char *end)
     return begin;
 }
 
-// The 309 digits of the largest double, sign, point and exponent.
-constexpr int longestWithoutDecimals = 330;
+// Of a double without a given number of decimals: 309 digits in front of the point or 326 behind it, and a sign.
+constexpr int longestWithoutDecimals = 340;
 
 template<class Format>
 QByteArray formatted(double value, int decimals, Format format)
@@ -103,6 +103,20 @@ QByteArray formatShortest(float value)
 {
     return formatted(static_cast<double>(value), 0,
                      [](char *begin, char *end, double v) { return std::to_chars(begin, end, static_cast<float>(v)); });
+}
+
+QByteArray formatPlain(double value)
+{
+    return formatted(value, 0, [](char *begin, char *end, double v) {
+        return std::to_chars(begin, end, v, std::chars_format::fixed);
+    });
+}
+
+QByteArray formatPlain(float value)
+{
+    return formatted(static_cast<double>(value), 0, [](char *begin, char *end, double v) {
+        return std::to_chars(begin, end, static_cast<float>(v), std::chars_format::fixed);
+    });
 }
 
 } // namespace base

@@ -26,5 +26,8 @@ QByteArray formatFixed(double value, int decimals);
 /// The fewest digits that read back as the same value.
 QByteArray formatShortest(double value);
 QByteArray formatShortest(float value);
+/// The same, never with an exponent.
+QByteArray formatPlain(double value);
+QByteArray formatPlain(float value);
 
 } // namespace base

@@ -1,0 +1,159 @@
+#include "base/messageboxasker.h"
+#include "support/boxdriver.h"
+#include "support/testmain.h"
+
+#include <QAbstractButton>
+#include <QLabel>
+
+class TestMessageBoxAsker : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void showsTitleTextIconAndButtonsInOrder();
+    void everyButtonAnswersForItself();
+    void escapeIsNo();
+    void escapeIsOkWithoutNo();
+    void returnIsTheFirstButton();
+    void showsTextLiterally();
+    void isOverItsParent();
+    void survivesItsParent();
+    void survivesItsParentWhileTheBoxIsShown();
+};
+
+void TestMessageBoxAsker::showsTitleTextIconAndButtonsInOrder()
+{
+    BoxDriver driver;
+    base::MessageBoxAsker asker;
+    asker.inform(QStringLiteral("Sync Data"), QStringLiteral("done !"));
+    asker.warn(QStringLiteral("LAS"), QStringLiteral("two\nlines"));
+    asker.confirm(QStringLiteral("Template"), QStringLiteral("override it ?"));
+    QCOMPARE(driver.seen.size(), 3);
+    QCOMPARE(driver.seen.at(0).title, QStringLiteral("Sync Data"));
+    QCOMPARE(driver.seen.at(0).text, QStringLiteral("done !"));
+    QCOMPARE(driver.seen.at(0).icon, QMessageBox::Information);
+    QCOMPARE(driver.seen.at(0).buttons, QStringList {QStringLiteral("OK")});
+    QCOMPARE(driver.seen.at(1).text, QStringLiteral("two\nlines"));
+    QCOMPARE(driver.seen.at(1).icon, QMessageBox::Warning);
+    QCOMPARE(driver.seen.at(1).buttons, QStringList {QStringLiteral("OK")});
+    QCOMPARE(driver.seen.at(2).title, QStringLiteral("Template"));
+    QCOMPARE(driver.seen.at(2).icon, QMessageBox::Question);
+    QCOMPARE(driver.seen.at(2).buttons, (QStringList {QStringLiteral("Yes"), QStringLiteral("No")}));
+}
+
+void TestMessageBoxAsker::everyButtonAnswersForItself()
+{
+    BoxDriver driver;
+    base::MessageBoxAsker asker;
+    driver.answers = QStringList {QStringLiteral("Yes"), QStringLiteral("No"), QStringLiteral("OK")};
+    QVERIFY(asker.confirm(QStringLiteral("t"), QStringLiteral("x")));
+    QVERIFY(!asker.confirm(QStringLiteral("t"), QStringLiteral("x")));
+    QCOMPARE(asker.show({base::BoxIcon::Warning, QStringLiteral("t"), QStringLiteral("x"), {base::BoxButton::Ok}}),
+             base::BoxButton::Ok);
+}
+
+void TestMessageBoxAsker::escapeIsNo()
+{
+    BoxDriver driver;
+    base::MessageBoxAsker asker;
+    driver.answers = QStringList {QString()};
+    QCOMPARE(asker.show({base::BoxIcon::Question,
+                         QStringLiteral("t"),
+                         QStringLiteral("x"),
+                         {base::BoxButton::Yes, base::BoxButton::No}}),
+             base::BoxButton::No);
+    QCOMPARE(driver.seen.size(), 1);
+}
+
+void TestMessageBoxAsker::escapeIsOkWithoutNo()
+{
+    BoxDriver driver;
+    base::MessageBoxAsker asker;
+    driver.answers = QStringList {QString()};
+    QCOMPARE(asker.show({base::BoxIcon::Information, QStringLiteral("t"), QStringLiteral("x"), {base::BoxButton::Ok}}),
+             base::BoxButton::Ok);
+}
+
+void TestMessageBoxAsker::returnIsTheFirstButton()
+{
+    QTimer presser;
+    connect(&presser, &QTimer::timeout, [] {
+        if (QWidget *box = QApplication::activeModalWidget())
+            QTest::keyClick(box, Qt::Key_Return);
+    });
+    presser.start(1);
+    base::MessageBoxAsker asker;
+    QVERIFY(asker.confirm(QStringLiteral("t"), QStringLiteral("x")));
+    QCOMPARE(asker.show({base::BoxIcon::Question,
+                         QStringLiteral("t"),
+                         QStringLiteral("x"),
+                         {base::BoxButton::No, base::BoxButton::Yes}}),
+             base::BoxButton::No);
+}
+
+void TestMessageBoxAsker::showsTextLiterally()
+{
+    QString shown;
+    Qt::TextFormat format = Qt::AutoText;
+    QTimer presser;
+    connect(&presser, &QTimer::timeout, [&] {
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (!box)
+            return;
+        const auto *label = box->findChild<QLabel *>(QStringLiteral("qt_msgbox_label"));
+        if (label) {
+            shown = label->text();
+            format = label->textFormat();
+        }
+        box->button(QMessageBox::Ok)->click();
+    });
+    presser.start(1);
+    base::MessageBoxAsker().inform(QStringLiteral("t"), QStringLiteral("<b>GR</b> & <script>"));
+    QCOMPARE(shown, QStringLiteral("<b>GR</b> & <script>"));
+    QCOMPARE(format, Qt::PlainText);
+}
+
+void TestMessageBoxAsker::isOverItsParent()
+{
+    QWidget window;
+    window.show();
+    QWidget *parent = nullptr;
+    QTimer presser;
+    connect(&presser, &QTimer::timeout, [&] {
+        if (QWidget *box = QApplication::activeModalWidget()) {
+            parent = box->parentWidget();
+            QTest::keyClick(box, Qt::Key_Return);
+        }
+    });
+    presser.start(1);
+    base::MessageBoxAsker(&window).inform(QStringLiteral("t"), QStringLiteral("x"));
+    QCOMPARE(parent, &window);
+    QVERIFY(window.findChildren<QMessageBox *>().isEmpty());
+}
+
+void TestMessageBoxAsker::survivesItsParent()
+{
+    BoxDriver driver;
+    auto *window = new QWidget;
+    base::MessageBoxAsker asker(window);
+    delete window;
+    driver.answers = QStringList {QStringLiteral("Yes")};
+    QVERIFY(asker.confirm(QStringLiteral("t"), QStringLiteral("x")));
+}
+
+void TestMessageBoxAsker::survivesItsParentWhileTheBoxIsShown()
+{
+    QPointer<QWidget> window = new QWidget;
+    base::MessageBoxAsker asker(window);
+    QTimer killer;
+    connect(&killer, &QTimer::timeout, [&] {
+        if (QApplication::activeModalWidget())
+            delete window;
+    });
+    killer.start(1);
+    QVERIFY(!asker.confirm(QStringLiteral("t"), QStringLiteral("x")));
+    QVERIFY(!window);
+}
+
+LORVA_TEST_MAIN(TestMessageBoxAsker)
+#include "tst_messageboxasker.moc"

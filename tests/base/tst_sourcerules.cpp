@@ -1,0 +1,251 @@
+#include "support/files.h"
+#include "support/testmain.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QRegularExpression>
+
+namespace {
+
+struct Source
+{
+    QString path; ///< relative to the project
+    QString folder; ///< its first folder, or "host/opendtect"
+    QStringList lines;
+};
+
+// Comments go and string literals become "", but include lines stay.
+QString withoutTexts(const QString &source)
+{
+    static const QRegularExpression token(
+        QStringLiteral("(?<include>^[ \\t]*#[ \\t]*include[^\\n]*)|R\"(?<mark>[^(\\s]*)\\((?s:.*?)\\)\\k<mark>\"|"
+                       "\"(?:[^\"\\\\\\n]|\\\\.)*\"|'(?:[^'\\\\\\n]|\\\\.)+'|//[^\\n]*|/\\*(?s:.*?)\\*/"),
+        QRegularExpression::MultilineOption);
+    QString result;
+    int done = 0;
+    auto match = token.globalMatch(source);
+    while (match.hasNext()) {
+        const QRegularExpressionMatch found = match.next();
+        result += source.midRef(done, found.capturedStart() - done);
+        if (!found.captured(QStringLiteral("include")).isEmpty())
+            result += found.captured();
+        else if (found.captured().startsWith(QLatin1Char('/')))
+            result += QString(found.captured().count(QLatin1Char('\n')), QLatin1Char('\n'));
+        else
+            result += QStringLiteral("\"\"");
+        done = found.capturedEnd();
+    }
+    return result + source.midRef(done);
+}
+
+QString folderOf(const QString &path)
+{
+    if (path.startsWith(QLatin1String("host/opendtect/")))
+        return QStringLiteral("host/opendtect");
+    return path.section(QLatin1Char('/'), 0, 0);
+}
+
+const QStringList productFolders {
+    QStringLiteral("base"),     QStringLiteral("host"),    QStringLiteral("workbench"), QStringLiteral("demo"),
+    QStringLiteral("datastore"), QStringLiteral("las"),    QStringLiteral("templates"), QStringLiteral("logview"),
+    QStringLiteral("correlation"), QStringLiteral("welldata"), QStringLiteral("mainwin"), QStringLiteral("plugin"),
+};
+
+QVector<Source> productSources()
+{
+    QVector<Source> sources;
+    const QDir project(QStringLiteral(LORVA_SOURCE_DIR));
+    for (const QString &folder : productFolders) {
+        QDirIterator entries(project.filePath(folder), {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files,
+                             QDirIterator::Subdirectories);
+        while (entries.hasNext()) {
+            const QString path = project.relativeFilePath(entries.next());
+            const QString text = withoutTexts(QString::fromUtf8(files::read(project.filePath(path))));
+            sources.append({path, folderOf(path), text.split(QLatin1Char('\n'))});
+        }
+    }
+    return sources;
+}
+
+QStringList linesMatching(const QVector<Source> &sources, const QRegularExpression &pattern, const QStringList &except)
+{
+    QStringList found;
+    for (const Source &source : sources)
+        for (int i = 0; i < source.lines.size() && !except.contains(source.path); ++i)
+            if (pattern.match(source.lines.at(i)).hasMatch())
+                found.append(QStringLiteral("%1:%2: %3").arg(source.path).arg(i + 1).arg(source.lines.at(i).trimmed()));
+    return found;
+}
+
+const QRegularExpression opensForWriting(QStringLiteral(
+    "\\b(WriteOnly|ReadWrite|Append|Truncate|NewOnly)\\b|\\bQSaveFile\\b|\\bQTemporaryFile\\b|\\b(w?ofstream|w?fstream)\\b"
+    "|\\bfopen(64)?\\s*\\(|\\bfreopen\\s*\\(|\\bO_(WRONLY|RDWR|CREAT|TRUNC)\\b|\\bcreat\\s*\\(|\\bmkos?temp\\s*\\("));
+
+const QRegularExpression obeysTheLocale(QStringLiteral(
+    "\\b(strtod|strtof|strtold|atof|stod|stof|stold|sscanf|fscanf|scanf|vsscanf|setlocale|sprintf|snprintf|asprintf)\\b"
+    "|\\bstd::locale\\b|\\bQLocale::system\\b|\\bQLocale\\(\\)|\\bQString::asprintf\\b"));
+
+// Who may include whom; every folder may include itself and base.
+QStringList allowedFolders(const QString &folder)
+{
+    static const QHash<QString, QString> table {
+        {QStringLiteral("base"), QString()},
+        {QStringLiteral("host"), QString()},
+        {QStringLiteral("host/opendtect"), QStringLiteral("host plugin")},
+        {QStringLiteral("workbench"), QStringLiteral("host las")},
+        {QStringLiteral("demo"), QStringLiteral("workbench datastore las host")},
+        {QStringLiteral("datastore"), QStringLiteral("host")},
+        {QStringLiteral("las"), QStringLiteral("datastore host")},
+        {QStringLiteral("templates"), QStringLiteral("datastore host")},
+        {QStringLiteral("logview"), QStringLiteral("datastore templates host")},
+        {QStringLiteral("correlation"), QStringLiteral("logview templates datastore host")},
+        {QStringLiteral("welldata"), QStringLiteral("datastore host")},
+        {QStringLiteral("mainwin"), QStringLiteral("host datastore las templates logview correlation welldata")},
+        {QStringLiteral("plugin"), QStringLiteral("mainwin datastore host")},
+    };
+    return table.value(folder).split(QLatin1Char(' '), Qt::SkipEmptyParts)
+        + QStringList {folder, QStringLiteral("base")};
+}
+
+const QRegularExpression includeLine(QStringLiteral("^\\s*#\\s*include\\s*[\"<]([^\">]+)[\">]"));
+
+// Why an include is against the rules; empty when it is not.
+QString includeProblem(const Source &source, const QString &included)
+{
+    const QString folder = folderOf(included);
+    if (!included.contains(QLatin1Char('/')) || !productFolders.contains(included.section(QLatin1Char('/'), 0, 0)))
+        return {};
+    if (source.path == QLatin1String("plugin/workbenchentry.cpp")
+        && (included == QLatin1String("workbench/hostaccess.h") || included == QLatin1String("workbench/plugininforecord.h")))
+        return {};
+    // The program itself puts the parts together; nothing includes it.
+    if (source.path == QLatin1String("workbench/main.cpp") && included == QLatin1String("demo/demosurvey.h"))
+        return {};
+    if (!allowedFolders(source.folder).contains(folder))
+        return QStringLiteral("%1 may not include %2").arg(source.path, included);
+    if (source.folder == QLatin1String("workbench") && folder == QLatin1String("las")
+        && (included.contains(QLatin1String("dialog")) || included.contains(QLatin1String("widget"))))
+        return QStringLiteral("%1 may not include a dialog (%2)").arg(source.path, included);
+    return {};
+}
+
+} // namespace
+
+class TestSourceRules : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void findsWhatItLooksFor();
+    void onlyTheAtomicWriterOpensFilesForWriting();
+    void nothingReadsOrWritesNumbersByTheLocale();
+    void includesFollowTheArrows();
+    void includesNameExistingFiles();
+
+private:
+    QVector<Source> m_sources;
+};
+
+void TestSourceRules::initTestCase()
+{
+    m_sources = productSources();
+    QVERIFY(m_sources.size() > 60);
+}
+
+// The patterns and the table against made-up sources, so that the tests below cannot pass by finding nothing.
+void TestSourceRules::findsWhatItLooksFor()
+{
+    for (const char *line : {"f.open(QIODevice::WriteOnly)", "f.open(QFile::ReadWrite)", "QIODevice::Append", "QSaveFile f",
+                             "std::ofstream out", "fopen(name, \"w\")", "open(p, O_WRONLY)", "open(p, O_CREAT | O_RDWR)"})
+        QVERIFY2(opensForWriting.match(QString::fromLatin1(line)).hasMatch(), line);
+    for (const char *line : {"f.open(QIODevice::ReadOnly)", "Appended", "open(p, O_RDONLY)", "isWriteOnlyOnce"})
+        QVERIFY2(!opensForWriting.match(QString::fromLatin1(line)).hasMatch(), line);
+    for (const char *line : {"strtod(a, &b)", "std::stod(s)", "atof(s)", "sscanf(s, f)", "setlocale(LC_ALL, \"\")"})
+        QVERIFY2(obeysTheLocale.match(QString::fromLatin1(line)).hasMatch(), line);
+    QCOMPARE(withoutTexts(QStringLiteral("a(\"x // y\"); // strtod\n#include \"a/b.h\"\n/* atof\n*/ b('\"', R\"(q\"q)\")")),
+             QStringLiteral("a(\"\"); \n#include \"a/b.h\"\n\n b(\"\", \"\")"));
+
+    const auto problem = [](const char *path, const char *included) {
+        const QString name = QString::fromLatin1(path);
+        return !includeProblem({name, folderOf(name), {}}, QString::fromLatin1(included)).isEmpty();
+    };
+    QVERIFY(problem("base/x.cpp", "host/host.h"));
+    QVERIFY(problem("host/host.h", "workbench/odfile.h"));
+    QVERIFY(problem("workbench/x.cpp", "datastore/project.h"));
+    QVERIFY(problem("workbench/x.cpp", "plugin/launcher.h"));
+    QVERIFY(problem("workbench/x.cpp", "las/lasdialog.h"));
+    QVERIFY(problem("plugin/launcher.cpp", "workbench/hostaccess.h"));
+    QVERIFY(problem("plugin/workbenchentry.cpp", "workbench/surveystore.h"));
+    QVERIFY(problem("datastore/x.cpp", "las/lasreader.h"));
+    QVERIFY(problem("templates/x.cpp", "logview/x.h"));
+    QVERIFY(problem("logview/x.cpp", "correlation/x.h"));
+    QVERIFY(problem("welldata/x.cpp", "mainwin/x.h"));
+    QVERIFY(problem("mainwin/x.cpp", "workbench/x.h"));
+    QVERIFY(problem("mainwin/x.cpp", "plugin/x.h"));
+    QVERIFY(problem("plugin/x.cpp", "host/opendtect/x.h"));
+    QVERIFY(problem("workbench/x.cpp", "demo/demosurvey.h"));
+    QVERIFY(!problem("plugin/workbenchentry.cpp", "workbench/hostaccess.h"));
+    QVERIFY(!problem("workbench/x.cpp", "las/lasheader.h"));
+    QVERIFY(!problem("correlation/x.cpp", "logview/x.h"));
+    QVERIFY(!problem("base/x.cpp", "sys/stat.h"));
+    QVERIFY(!problem("host/opendtect/x.cpp", "plugin/launcher.h"));
+}
+
+void TestSourceRules::onlyTheAtomicWriterOpensFilesForWriting()
+{
+    const QStringList writers {QStringLiteral("base/atomicfile.cpp"), QStringLiteral("base/filesystemcalls.cpp")};
+    const QStringList found = linesMatching(m_sources, opensForWriting, writers);
+    QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
+    QVERIFY(!linesMatching(m_sources, opensForWriting, {}).isEmpty());
+}
+
+void TestSourceRules::nothingReadsOrWritesNumbersByTheLocale()
+{
+    QStringList found = linesMatching(m_sources, obeysTheLocale, {});
+    // Names on the command line are in the user's encoding; the application object would set the same locale.
+    const QRegularExpression programStart(QStringLiteral("^workbench/main\\.cpp:\\d+: std::setlocale\\(LC_ALL, \"\"\\)"));
+    for (int i = found.size(); i-- > 0;)
+        if (programStart.match(found.at(i)).hasMatch())
+            found.removeAt(i);
+    QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
+}
+
+void TestSourceRules::includesFollowTheArrows()
+{
+    QStringList found;
+    int seen = 0;
+    for (const Source &source : qAsConst(m_sources)) {
+        for (const QString &line : source.lines) {
+            const QRegularExpressionMatch match = includeLine.match(line);
+            if (!match.hasMatch())
+                continue;
+            ++seen;
+            const QString problem = includeProblem(source, match.captured(1));
+            if (!problem.isEmpty())
+                found.append(problem);
+        }
+    }
+    QVERIFY(seen > 200);
+    QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
+}
+
+// A header named by its file name alone, or by a path with "..", would slip through the table above.
+void TestSourceRules::includesNameExistingFiles()
+{
+    const QRegularExpression quoted(QStringLiteral("^\\s*#\\s*include\\s*\"([^\"]+)\""));
+    const QDir project(QStringLiteral(LORVA_SOURCE_DIR));
+    QStringList found;
+    for (const Source &source : qAsConst(m_sources)) {
+        for (const QString &line : source.lines) {
+            const QString included = quoted.match(line).captured(1);
+            if (!included.isEmpty() && !included.endsWith(QLatin1String(".moc")) && source.folder != QLatin1String("host/opendtect")
+                && (included.contains(QLatin1String("..")) || !project.exists(included)))
+                found.append(QStringLiteral("%1: %2").arg(source.path, included));
+        }
+    }
+    QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
+}
+
+LORVA_TEST_MAIN(TestSourceRules)
+#include "tst_sourcerules.moc"
