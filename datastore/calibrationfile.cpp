@@ -2,10 +2,11 @@
 
 #include "base/asker.h"
 #include "base/safename.h"
-#include "base/textbytes.h"
 #include "datastore/sidefile.h"
 
 #include <QFile>
+
+#include <optional>
 
 namespace {
 
@@ -21,18 +22,24 @@ void warnUnreadable(base::Asker &asker)
     asker.warn(readerTitle(), QStringLiteral("Unable to read file please check file read/write permission."));
 }
 
-// The text behind the first ":"; null when there is none.
-QString headingValue(const QString &line)
+// The text behind the first ":" (a well's name may hold another one); nothing when there is none.
+std::optional<QString> headingValue(textfields::Field line)
 {
-    const int colon = line.indexOf(QLatin1Char(':'));
-    return colon < 0 ? QString() : line.mid(colon + 1) + QLatin1String("");
+    const size_t colon = line.find(':');
+    if (colon == textfields::Field::npos)
+        return std::nullopt;
+    return textfields::toString(line.substr(colon + 1));
 }
+
+// What the group's name may take of the file name; every curve group's name is shorter.
+constexpr int maximumGroupBytes = 100;
 
 } // namespace
 
 QString calibrationPath(const QString &projectFolder, const QString &wellName, const QString &groupName)
 {
-    const QString tail = QLatin1Char('_') + base::fileNameFor(groupName) + QLatin1String(fileEnding);
+    const QString tail = QLatin1Char('_')
+        + base::fileNameFor(groupName, base::maximumFileNameBytes - maximumGroupBytes) + QLatin1String(fileEnding);
     return projectFolder + QLatin1Char('/') + base::fileNameFor(wellName, tail.toUtf8().size()) + tail;
 }
 
@@ -48,23 +55,29 @@ QByteArray calibrationBytes(const CalibrationRecord &record)
 
 CalibrationParse parseCalibration(const QByteArray &bytes, const QString &wellName, const QString &groupName)
 {
+    using namespace textfields;
     CalibrationParse result;
     result.record.wellName = wellName;
     result.record.groupName = groupName;
-    const QVector<QString> lines = base::splitLines(base::decodeText(bytes));
-    const QString well = headingValue(lines.value(0));
-    const QString group = headingValue(lines.value(1));
-    result.isMalformed = well.isNull() || (well == wellName && group.isNull());
-    if (well != wellName || group != groupName)
-        return result;
-    for (int i = 2; i < lines.size(); ++i) {
-        const QString line = lines.at(i).trimmed();
-        const QVector<QStringRef> parts = sidefile::parts(line);
+    std::optional<QString> well;
+    std::optional<QString> group;
+    std::vector<Field> parts;
+    int lineNumber = 0;
+    forEachLine(utf8Text(bytes), [&](Field line) {
+        ++lineNumber;
+        if (lineNumber == 1)
+            well = headingValue(line);
+        else if (lineNumber == 2)
+            group = headingValue(line);
+        if (lineNumber <= 2 || well != wellName || group != groupName)
+            return;
+        splitSkippingEmpty(trimmed(line), '|', 2, &parts);
         if (parts.size() < 2)
-            continue;
-        result.record.depths.append(sidefile::toFloat(parts.at(0)));
-        result.record.values.append(sidefile::toFloat(parts.at(1)));
-    }
+            return;
+        result.record.depths.append(sidefile::toFloat(parts[0]));
+        result.record.values.append(sidefile::toFloat(parts[1]));
+    });
+    result.isMalformed = !well || !group;
     return result;
 }
 
@@ -73,7 +86,8 @@ bool writeCalibration(const QString &projectFolder, const CalibrationRecord &rec
     return sidefile::writeAfterQuestion(
         calibrationPath(projectFolder, record.wellName, record.groupName), calibrationBytes(record),
         QStringLiteral("Well Calibration Data Write"),
-        QStringLiteral("Well Calibration data for this well is already exists.\nWould you like to update it?"), asker);
+        QStringLiteral("Well Calibration data for this well is already exists.\nWould you like to update it?"),
+        asker);
 }
 
 CalibrationRecord readCalibration(const QString &projectFolder, const QString &wellName, const QString &groupName,

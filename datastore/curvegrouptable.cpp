@@ -1,7 +1,7 @@
 #include "datastore/curvegrouptable.h"
 
 #include "base/atomicfile.h"
-#include "base/textbytes.h"
+#include "datastore/textfields.h"
 
 #include <QFile>
 
@@ -22,18 +22,21 @@ CurveGroupTable &CurveGroupTable::instance()
 
 void CurveGroupTable::merge(const QByteArray &bytes)
 {
-    for (const QString &line : base::splitLines(base::decodeText(bytes))) {
-        const QVector<QStringRef> parts = line.splitRef(QLatin1Char('|'));
-        if (parts.size() >= 2)
-            m_groups.insert(parts.at(0).trimmed().toString(), parts.at(1).trimmed().toString());
-    }
+    using namespace textfields;
+    forEachLine(utf8Text(bytes), [this](Field line) {
+        const size_t bar = line.find('|');
+        if (bar == Field::npos)
+            return;
+        const Field group = line.substr(bar + 1);
+        m_groups.insert(toString(trimmed(line.substr(0, bar))), toString(trimmed(group.substr(0, group.find('|')))));
+    });
 }
 
 QByteArray CurveGroupTable::toBytes() const
 {
     QByteArray bytes;
     for (auto entry = m_groups.begin(); entry != m_groups.end(); ++entry)
-        bytes += entry.key().toUtf8() + " | " + entry.value().toUtf8() + '\n';
+        bytes += textfields::oneLine(entry.key()) + " | " + textfields::oneLine(entry.value()) + '\n';
     return bytes;
 }
 

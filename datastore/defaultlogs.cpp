@@ -2,10 +2,10 @@
 
 #include "base/atomicfile.h"
 #include "base/safename.h"
-#include "base/textbytes.h"
 #include "datastore/curvegrouptable.h"
 #include "datastore/groupfiles.h"
 #include "datastore/projectdata.h"
+#include "datastore/textfields.h"
 
 #include <QDir>
 #include <QFile>
@@ -84,21 +84,27 @@ QString defaultLogsPath(const QString &projectFolder, const QString &wellName)
     return defaultLogsFolder(projectFolder) + QLatin1Char('/') + defaultLogsFileName(wellName);
 }
 
+DefaultLogs parseDefaultLogs(const QByteArray &bytes)
+{
+    using namespace textfields;
+    DefaultLogs result;
+    bool isFirst = true;
+    forEachLine(utf8Text(bytes), [&](Field whole) {
+        const Field line = trimmed(whole);
+        const size_t bar = line.find('|');
+        if (!isFirst && bar != Field::npos && line.find('|', bar + 1) == Field::npos) {
+            result.groups.append(toString(line.substr(0, bar)));
+            result.logs.append(toString(line.substr(bar + 1)));
+        }
+        isFirst = false;
+    });
+    return result;
+}
+
 DefaultLogs readDefaultLogs(const QString &projectFolder, const QString &wellName)
 {
-    DefaultLogs result;
     QFile file(defaultLogsPath(projectFolder, wellName));
-    if (!file.open(QIODevice::ReadOnly))
-        return result;
-    const QVector<QString> lines = base::splitLines(base::decodeText(file.readAll()));
-    for (int i = 1; i < lines.size(); ++i) {
-        const QStringList parts = lines.at(i).trimmed().split(QLatin1Char('|'));
-        if (parts.size() != 2)
-            continue;
-        result.groups.append(parts.at(0));
-        result.logs.append(parts.at(1));
-    }
-    return result;
+    return file.open(QIODevice::ReadOnly) ? parseDefaultLogs(file.readAll()) : DefaultLogs();
 }
 
 void runDefaultLogsPass(ProjectData &data)
@@ -111,8 +117,8 @@ void runDefaultLogsPass(ProjectData &data)
         classifyLogs(data.catalogue, well, &groupFiles);
     groupFiles.write();
 
-    const QStringList present
-        = QDir(defaultLogsFolder(folder)).entryList(QDir::AllEntries | QDir::Hidden | QDir::System);
+    const QStringList present =
+        QDir(defaultLogsFolder(folder)).entryList(QDir::AllEntries | QDir::Hidden | QDir::System);
     QSet<QString> existing(present.begin(), present.end());
     for (int well = 0; well < data.catalogue.wellCount(); ++well) {
         const QString fileName = defaultLogsFileName(data.catalogue.wellNames().at(well));

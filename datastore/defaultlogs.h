@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -14,6 +15,9 @@ struct DefaultLogs
 
 /// The path of a well's default-logs file.
 QString defaultLogsPath(const QString &projectFolder, const QString &wellName);
+
+/// Reads the bytes of a default-logs file: its first line is skipped, and lines that are not "group|log".
+DefaultLogs parseDefaultLogs(const QByteArray &bytes);
 
 /// Empty lists when there is no such file.
 DefaultLogs readDefaultLogs(const QString &projectFolder, const QString &wellName);

@@ -2,27 +2,38 @@
 
 #include "base/atomicfile.h"
 #include "base/safename.h"
-#include "base/textbytes.h"
+#include "datastore/textfields.h"
 
 #include <QFile>
 
 namespace {
 
+// A group that the table names may be called as the table's own file.
 QString groupPath(const QString &projectFolder, const QString &group)
 {
-    return projectFolder + QStringLiteral("/CurveGroups/") + base::fileNameFor(group, 4) + QStringLiteral(".txt");
+    const bool isTable = group == QLatin1String("CurveGroupTable");
+    return projectFolder + QStringLiteral("/CurveGroups/")
+        + (isTable ? QStringLiteral("%43urveGroupTable") : base::fileNameFor(group, 4)) + QStringLiteral(".txt");
+}
+
+QByteArray groupFileBytes(const QString &projectFolder, const QString &group)
+{
+    QFile file(groupPath(projectFolder, group));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace
 
 QStringList readGroupFile(const QString &projectFolder, const QString &group)
 {
+    return parseGroupFile(groupFileBytes(projectFolder, group));
+}
+
+QStringList parseGroupFile(const QByteArray &bytes)
+{
+    using namespace textfields;
     QStringList names;
-    QFile file(groupPath(projectFolder, group));
-    if (!file.open(QIODevice::ReadOnly))
-        return names;
-    for (const QString &line : base::splitLines(base::decodeText(file.readAll())))
-        names.append(line.trimmed());
+    forEachLine(utf8Text(bytes), [&names](Field line) { names.append(toString(trimmed(line))); });
     return names;
 }
 
@@ -40,22 +51,30 @@ GroupFiles::GroupFiles(const QString &projectFolder)
 
 GroupFiles::Group &GroupFiles::group(const QString &name)
 {
+    using namespace textfields;
     const auto found = m_groups.find(name);
     if (found != m_groups.end())
         return *found;
     Group read;
-    read.names = readGroupFile(m_projectFolder, name);
-    read.known = QSet<QString>(read.names.begin(), read.names.end());
+    forEachLine(utf8Text(groupFileBytes(m_projectFolder, name)), [&read](Field line) {
+        const Field entry = trimmed(line);
+        const int size = static_cast<int>(entry.size());
+        read.bytes.append(entry.data(), size).append('\n');
+        if (!read.known.contains(QByteArray::fromRawData(entry.data(), size)))
+            read.known.insert(QByteArray(entry.data(), size));
+    });
     return *m_groups.insert(name, read);
 }
 
 void GroupFiles::add(const QString &groupName, const QString &logName)
 {
-    const QString name = logName.trimmed();
+    const QByteArray line = textfields::oneLine(logName);
+    const textfields::Field entry = textfields::trimmed({line.constData(), static_cast<size_t>(line.size())});
+    const QByteArray name(entry.data(), static_cast<int>(entry.size()));
     Group &target = group(groupName);
     if (target.known.contains(name))
         return;
-    target.names.append(name);
+    target.bytes += name + '\n';
     target.known.insert(name);
     target.isChanged = true;
 }
@@ -65,10 +84,8 @@ void GroupFiles::write()
     for (auto entry = m_groups.begin(); entry != m_groups.end(); ++entry) {
         if (!entry->isChanged)
             continue;
-        QByteArray bytes;
-        for (const QString &name : qAsConst(entry->names))
-            bytes += name.toUtf8() + '\n';
-        (void)base::writeFileAtomically(groupPath(m_projectFolder, entry.key()), bytes); // silent by requirement
+        (void)base::writeFileAtomically(groupPath(m_projectFolder, entry.key()),
+                                        entry->bytes); // silent by requirement
         entry->isChanged = false;
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QHash>
 #include <QSet>
 #include <QString>
@@ -8,6 +9,9 @@
 /// The mnemonics that a project lists for a curve group, one per line, in file order; empty lines are empty
 /// strings, a missing file gives an empty list.
 QStringList readGroupFile(const QString &projectFolder, const QString &group);
+
+/// The same from the bytes of a group file.
+QStringList parseGroupFile(const QByteArray &bytes);
 
 /// Appends the trimmed name to the group's file unless it is listed there (letter case counts). The file is
 /// rewritten whole, one trimmed entry a line. A failure is silent.
@@ -25,8 +29,8 @@ public:
 private:
     struct Group
     {
-        QStringList names;
-        QSet<QString> known;
+        QByteArray bytes; ///< every entry with its line feed
+        QSet<QByteArray> known;
         bool isChanged = false;
     };
     Group &group(const QString &name);

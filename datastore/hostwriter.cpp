@@ -2,11 +2,21 @@
 
 #include "base/asker.h"
 
+#include <cmath>
+#include <limits>
+
 namespace {
 
 QString logTitle()
 {
     return QStringLiteral("Writing Well Logs");
+}
+
+// What a float cannot hold is undefined to the host.
+float toFloat(double value)
+{
+    const bool fits = std::fabs(value) <= static_cast<double>(std::numeric_limits<float>::max());
+    return fits ? static_cast<float>(value) : host::undefinedValue;
 }
 
 host::LogData hostLog(const LogCurveData &curve)
@@ -22,7 +32,7 @@ host::LogData hostLog(const LogCurveData &curve)
     for (int i = 0; i < count; ++i) {
         depths[i] = static_cast<float>(curve.depths.at(i));
         const double value = curve.values.at(i);
-        values[i] = value == nullSampleValue ? host::undefinedValue : static_cast<float>(value);
+        values[i] = value == nullSampleValue ? host::undefinedValue : toFloat(value);
     }
     return log;
 }
@@ -43,7 +53,7 @@ bool HostWriter::writeLog(int well, const LogCurveData &curve, bool showSuccess)
     const bool isWell = well >= 0 && well < m_catalogue.wellCount();
     const QString wellName = isWell ? m_catalogue.wellNames().at(well) : curve.wellName;
     if (isWell && m_catalogue.logNames(well).contains(curve.logName)) {
-        const base::Box question {
+        const base::Box question{
             base::BoxIcon::Question,
             logTitle(),
             QStringLiteral("A log with this name %1 is already exists.\n"
@@ -78,8 +88,11 @@ bool HostWriter::writeMarkers(int well, const MarkerSetRecord &markers)
         return false;
     }
     QVector<host::Marker> set;
-    for (int i = 0; i < markers.names.size(); ++i)
-        set.append({markers.names.at(i), markers.measuredDepths.value(i), markers.colors.value(i)});
+    for (int i = 0; i < markers.names.size(); ++i) {
+        const QColor color = markers.colors.value(i);
+        set.append(
+            {markers.names.at(i), markers.measuredDepths.value(i), QColor(color.red(), color.green(), color.blue())});
+    }
     if (!m_wells.writeMarkers(key, set).ok()) {
         m_showError(QStringLiteral("Cannot write new markers to disk"));
         return false;

@@ -3,10 +3,12 @@
 #include "base/asker.h"
 #include "base/numbers.h"
 #include "base/safename.h"
-#include "base/textbytes.h"
 #include "datastore/sidefile.h"
 
 #include <QFile>
+
+#include <algorithm>
+#include <optional>
 
 namespace {
 
@@ -15,6 +17,29 @@ constexpr char fileEnding[] = "_perforationZone.txt";
 int zoneCountOf(const PerforationRecord &record)
 {
     return qMin(qMin(record.names.size(), record.zoneTypes.size()), qMin(record.tops.size(), record.bottoms.size()));
+}
+
+// A name as it can stand between bars.
+QByteArray fieldBytes(const QString &name)
+{
+    return textfields::oneLine(QString(name).replace(QLatin1Char('|'), QChar(0x00A6)));
+}
+
+bool isNumber(textfields::Field field)
+{
+    return base::parseNumber(field.data(), field.data() + field.size()).has_value();
+}
+
+// The four parts of a zone line. Empty parts do not count, but for a name or a type that was written empty.
+bool splitZone(textfields::Field line, std::vector<textfields::Field> *parts)
+{
+    textfields::splitSkippingEmpty(line, '|', 5, parts);
+    if (parts->size() == 4)
+        return true;
+    if (std::count(line.begin(), line.end(), '|') != 3)
+        return false;
+    textfields::split(line, '|', parts);
+    return isNumber(parts->at(1)) && isNumber(parts->at(2));
 }
 
 } // namespace
@@ -30,28 +55,30 @@ QByteArray perforationBytes(const PerforationRecord &record)
     const int count = zoneCountOf(record);
     QByteArray bytes = QByteArray::number(count) + '\n';
     for (int i = 0; i < count; ++i)
-        bytes += record.names.at(i).toUtf8() + '|' + sidefile::number(record.tops.at(i)) + '|'
-            + sidefile::number(record.bottoms.at(i)) + '|' + record.zoneTypes.at(i).toUtf8() + '\n';
+        bytes += fieldBytes(record.names.at(i)) + '|' + sidefile::number(record.tops.at(i)) + '|'
+            + sidefile::number(record.bottoms.at(i)) + '|' + fieldBytes(record.zoneTypes.at(i)) + '\n';
     return bytes;
 }
 
 PerforationRecord parsePerforation(const QByteArray &bytes, const QString &wellName)
 {
+    using namespace textfields;
     PerforationRecord record;
     record.wellName = wellName;
-    const QVector<QString> lines = base::splitLines(base::decodeText(bytes));
-    if (base::parseInteger(lines.value(0).toUtf8()).value_or(0) < 1)
-        return record;
-    for (int i = 1; i < lines.size(); ++i) {
-        const QString line = lines.at(i).trimmed();
-        const QVector<QStringRef> parts = sidefile::parts(line);
-        if (parts.size() != 4)
-            continue;
-        record.names.append(parts.at(0).trimmed().toString());
-        record.tops.append(sidefile::toFloat(parts.at(1)));
-        record.bottoms.append(sidefile::toFloat(parts.at(2)));
-        record.zoneTypes.append(parts.at(3).trimmed().toString());
-    }
+    std::vector<Field> parts;
+    std::optional<int> count;
+    forEachLine(utf8Text(bytes), [&](Field line) {
+        if (!count) {
+            count = base::parseInteger(QByteArray(line.data(), static_cast<int>(line.size()))).value_or(0);
+            return;
+        }
+        if (*count < 1 || !splitZone(trimmed(line), &parts))
+            return;
+        record.names.append(toString(trimmed(parts[0])));
+        record.tops.append(sidefile::toFloat(parts[1]));
+        record.bottoms.append(sidefile::toFloat(parts[2]));
+        record.zoneTypes.append(toString(trimmed(parts[3])));
+    });
     record.zoneCount = record.names.size();
     return record;
 }
@@ -61,7 +88,8 @@ bool writePerforation(const QString &projectFolder, const PerforationRecord &rec
     return sidefile::writeAfterQuestion(
         perforationPath(projectFolder, record.wellName), perforationBytes(record),
         QStringLiteral("Well Perforation Data Write"),
-        QStringLiteral("Well Perforation data for this well is already exists.\nWould you like to update it?"), asker);
+        QStringLiteral("Well Perforation data for this well is already exists.\nWould you like to update it?"),
+        asker);
 }
 
 PerforationRecord readPerforation(const QString &projectFolder, const QString &wellName)

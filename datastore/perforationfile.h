@@ -22,8 +22,10 @@ struct PerforationRecord
 
 QString perforationPath(const QString &projectFolder, const QString &wellName);
 
+/// The bytes of a perforation file. A "|" in a name or a type becomes a broken bar, a line break a blank: with them
+/// the zone would not be read again.
 QByteArray perforationBytes(const PerforationRecord &record);
-/// Reads all zone lines, also beyond the count of the first line. A count below 1 gives an empty record.
+/// Reads all zone lines of four parts, also beyond the count of the first line. A count below 1 gives an empty record.
 PerforationRecord parsePerforation(const QByteArray &bytes, const QString &wellName);
 
 /// Asks before it replaces a file. True when the file exists afterwards with the record in it.

@@ -7,6 +7,7 @@
 #include <QFileInfo>
 
 #include <cmath>
+#include <limits>
 
 namespace sidefile {
 
@@ -21,15 +22,11 @@ bool writeAfterQuestion(const QString &path, const QByteArray &bytes, const QStr
     return false;
 }
 
-QVector<QStringRef> parts(const QString &line)
+float toFloat(textfields::Field text)
 {
-    return line.splitRef(QLatin1Char('|'), Qt::SkipEmptyParts);
-}
-
-float toFloat(const QStringRef &text)
-{
-    const auto value = static_cast<float>(base::parseNumber(text.toUtf8()).value_or(0));
-    return std::isfinite(value) ? value : 0.0F;
+    const textfields::Field digits = textfields::trimmed(text);
+    const double value = base::parseNumber(digits.data(), digits.data() + digits.size()).value_or(0);
+    return std::fabs(value) <= static_cast<double>(std::numeric_limits<float>::max()) ? static_cast<float>(value) : 0;
 }
 
 QByteArray number(float value)

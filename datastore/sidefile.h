@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QByteArray>
-#include <QString>
-#include <QVector>
+#include "datastore/textfields.h"
 
 namespace base {
 class Asker;
@@ -16,11 +14,8 @@ namespace sidefile {
 bool writeAfterQuestion(const QString &path, const QByteArray &bytes, const QString &title, const QString &question,
                         base::Asker &asker);
 
-/// The "|"-separated parts of a line that are not empty.
-QVector<QStringRef> parts(const QString &line);
-
 /// A number as it stands in a side file; 0 for text that is none and for what a float cannot hold.
-float toFloat(const QStringRef &text);
+float toFloat(textfields::Field text);
 
 /// A number with six significant digits, fixed or with an exponent, whichever is shorter.
 QByteArray number(float value);

@@ -81,6 +81,11 @@ WellsCatalogue::WellsCatalogue(host::Wells &wells, base::Asker &asker, const Err
 {
 }
 
+bool WellsCatalogue::isReadable(int well) const
+{
+    return isWell(well) && m_wells.header(m_keys.at(well)).ok();
+}
+
 void WellsCatalogue::warnUnreadable(const QString &wellName) const
 {
     m_asker.warn(QStringLiteral("Reading Wells Data"),
@@ -92,28 +97,32 @@ void WellsCatalogue::warnUnreadable(const QString &wellName) const
 
 void WellsCatalogue::build()
 {
-    m_wellNames.clear();
-    m_keys.clear();
-    m_logNames.clear();
-    m_markerNames.clear();
-    m_indexByName.clear();
+    // Filled aside: while a warning stands, the windows go on painting with the catalogue as it was.
+    QStringList wellNames;
+    QStringList keys;
+    QVector<QStringList> logNames;
+    QVector<QStringList> markerNames;
+    QHash<QString, int> indexByName;
     const host::Outcome<QVector<host::WellEntry>> list = m_wells.list();
-    if (!list.ok())
-        return;
     for (const host::WellEntry &entry : list.value) {
-        if (!m_indexByName.contains(entry.name))
-            m_indexByName.insert(entry.name, m_wellNames.size());
-        m_wellNames.append(entry.name);
-        m_keys.append(entry.key);
-        if (!m_wells.header(entry.key).ok()) {
+        if (!indexByName.contains(entry.name))
+            indexByName.insert(entry.name, wellNames.size());
+        wellNames.append(entry.name);
+        keys.append(entry.key);
+        if (m_wells.header(entry.key).ok()) {
+            logNames.append(namesOf(m_wells.logs(entry.key).value));
+            markerNames.append(namesOf(m_wells.markers(entry.key).value));
+        } else {
             warnUnreadable(entry.name);
-            m_logNames.append(QStringList());
-            m_markerNames.append(QStringList());
-            continue;
+            logNames.append(QStringList());
+            markerNames.append(QStringList());
         }
-        m_logNames.append(namesOf(m_wells.logs(entry.key).value));
-        m_markerNames.append(namesOf(m_wells.markers(entry.key).value));
     }
+    m_wellNames = wellNames;
+    m_keys = keys;
+    m_logNames = logNames;
+    m_markerNames = markerNames;
+    m_indexByName = indexByName;
 }
 
 QStringList WellsCatalogue::readWellNames() const
@@ -126,8 +135,8 @@ QStringList WellsCatalogue::readWellNames() const
 
 QStringList WellsCatalogue::refreshLogNames(int well)
 {
-    const host::Outcome<QVector<host::LogInfo>> logs = m_wells.logs(wellKey(well));
-    if (!isWell(well) || !logs.ok()) {
+    const host::Outcome<QVector<host::LogInfo>> logs = readLogs(well);
+    if (!logs.ok()) {
         m_showError(selectedWellError());
         return {};
     }
@@ -137,8 +146,8 @@ QStringList WellsCatalogue::refreshLogNames(int well)
 
 QStringList WellsCatalogue::refreshMarkerNames(int well)
 {
-    const host::Outcome<QVector<host::Marker>> markers = m_wells.markers(wellKey(well));
-    if (!isWell(well) || !markers.ok()) {
+    const host::Outcome<QVector<host::Marker>> markers = readMarkers(well);
+    if (!markers.ok()) {
         m_showError(selectedWellError());
         return {};
     }
@@ -148,8 +157,8 @@ QStringList WellsCatalogue::refreshMarkerNames(int well)
 
 QStringList WellsCatalogue::curveGroups(int well) const
 {
-    const host::Outcome<QVector<host::LogInfo>> logs = m_wells.logs(wellKey(well));
-    if (!isWell(well) || !logs.ok())
+    const host::Outcome<QVector<host::LogInfo>> logs = readLogs(well);
+    if (!logs.ok())
         m_showError(selectedWellError() + QLatin1Char(':'));
     if (!isWell(well))
         return {};
@@ -203,8 +212,25 @@ LogCurveData WellsCatalogue::curve(int well, int log) const
     return curve;
 }
 
+// A host may still find logs or markers of a well whose own record is gone; such a well counts as unreadable.
+host::Outcome<QVector<host::LogInfo>> WellsCatalogue::readLogs(int well) const
+{
+    if (!isReadable(well))
+        return {{}, selectedWellError()};
+    return m_wells.logs(m_keys.at(well));
+}
+
+host::Outcome<QVector<host::Marker>> WellsCatalogue::readMarkers(int well) const
+{
+    if (!isReadable(well))
+        return {{}, selectedWellError()};
+    return m_wells.markers(m_keys.at(well));
+}
+
 host::Outcome<host::LogData> WellsCatalogue::readLog(int well, int log) const
 {
+    if (!isReadable(well))
+        return {{}, selectedWellError()};
     const QString &name = m_logNames.at(well).at(log);
     host::Outcome<host::LogData> data = m_wells.log(m_keys.at(well), log);
     if (data.ok() && data.value.name == name)

@@ -80,9 +80,12 @@ public:
 
 private:
     bool isWell(int well) const { return well >= 0 && well < m_wellNames.size(); }
+    bool isReadable(int well) const;
     void warnUnreadable(const QString &wellName) const;
     WellRecord readRecord(int well, const QString &wellName) const;
     void readSamples(int well, int log, LogCurveData *curve) const;
+    host::Outcome<QVector<host::LogInfo>> readLogs(int well) const;
+    host::Outcome<QVector<host::Marker>> readMarkers(int well) const;
     host::Outcome<host::LogData> readLog(int well, int log) const;
 
     host::Wells &m_wells;

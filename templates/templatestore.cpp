@@ -15,7 +15,8 @@
 
 namespace {
 
-const QString trackPrefix = QStringLiteral("Track_");
+constexpr char trackPrefix[] = "Track_";
+constexpr int trackPrefixLength = static_cast<int>(sizeof trackPrefix) - 1;
 
 QString templatesFolder(const Project &project)
 {
@@ -26,6 +27,15 @@ QString templatesFolder(const Project &project)
 QString wellFolderName(const QString &wellName)
 {
     return wellName == QLatin1String("Global") ? QStringLiteral("%47lobal") : base::fileNameFor(wellName);
+}
+
+// A template is called as its folder is; only what cannot name a folder is escaped ("a%20b" is a name like any other).
+QString templateFolderName(const QString &templateName)
+{
+    const QByteArray bytes = templateName.toUtf8();
+    const bool isFolderName = !bytes.isEmpty() && bytes != "." && bytes != ".." && !bytes.contains('/')
+        && !bytes.contains('\0') && bytes.size() <= base::maximumFileNameBytes;
+    return isFolderName ? templateName : base::fileNameFor(templateName);
 }
 
 QStringList folders(const QString &path)
@@ -43,8 +53,8 @@ std::tuple<int, QString> trackOrder(const QString &fileName)
 {
     const QString name = trackName(fileName);
     int number = std::numeric_limits<int>::max();
-    if (name.startsWith(trackPrefix))
-        number = base::parseInteger(name.mid(trackPrefix.size()).toUtf8()).value_or(number);
+    if (name.startsWith(QLatin1String(trackPrefix)))
+        number = base::parseInteger(name.mid(trackPrefixLength).toUtf8()).value_or(number);
     return {number, fileName};
 }
 
@@ -53,7 +63,7 @@ std::tuple<int, QString> trackOrder(const QString &fileName)
 QString templateFolder(const Project &project, const QString &templateName, const QString &wellName)
 {
     const QString owner = wellName.isNull() ? QStringLiteral("Global") : wellFolderName(wellName);
-    return templatesFolder(project) + owner + QLatin1Char('/') + base::fileNameFor(templateName);
+    return templatesFolder(project) + owner + QLatin1Char('/') + templateFolderName(templateName);
 }
 
 QStringList wellTemplateNames(const Project &project, const QString &wellName)

@@ -1,37 +1,63 @@
 #include "templates/templatetrack.h"
 
 #include "base/numbers.h"
-#include "base/textbytes.h"
+#include "datastore/textfields.h"
+
+#include <algorithm>
 
 namespace {
 
-constexpr int fewestFields = 11; ///< a line without the calibration point fields
+using textfields::Field;
+
+constexpr size_t fewestFields = 11; ///< a line without the calibration point fields
+constexpr size_t mostFields = 15;
+constexpr size_t longestColorName = 100;
 constexpr char depthTail[] = "0 | 0 | 0,0,0 | 0,0,0 | 0,0,0 | 0 | 0 | 0 | 0 | 0 | 0 | 0 | 0";
 
-double toNumber(const QStringRef &text)
+double toNumber(Field field)
 {
-    return base::parseNumber(text.toUtf8()).value_or(0);
+    return base::parseNumber(field.data(), field.data() + field.size()).value_or(0);
 }
 
-int toInteger(const QStringRef &text)
+int toInteger(Field field)
 {
-    return base::parseInteger(text.toUtf8()).value_or(0);
+    return base::parseInteger(QByteArray::fromRawData(field.data(), static_cast<int>(field.size()))).value_or(0);
 }
 
-QColor toColor(const QStringRef &text)
+// The four bits of a hexadecimal digit; more than 15 for anything else.
+unsigned hexDigit(char c)
 {
+    if (c >= '0' && c <= '9')
+        return static_cast<unsigned>(c - '0');
+    const char lower = static_cast<char>(c | 0x20);
+    return lower >= 'a' && lower <= 'f' ? static_cast<unsigned>(lower - 'a' + 10) : 16;
+}
+
+QColor toColor(Field field)
+{
+    if (field.size() == 7 && field[0] == '#') {
+        unsigned rgb = 0;
+        unsigned worst = 0;
+        for (char c : field.substr(1)) {
+            worst = std::max(worst, hexDigit(c));
+            rgb = rgb << 4 | hexDigit(c);
+        }
+        return worst < 16 ? QColor(rgb) : QColor();
+    }
     QColor color;
-    color.setNamedColor(text);
+    if (field.size() <= longestColorName)
+        color.setNamedColor(textfields::toString(field));
     return color;
 }
 
 // "index,#rrggbb"; index 0 is no fill, its colour is kept all the same.
-void readFill(const QStringRef &text, bool *isOn, int *index, QColor *color)
+void readFill(Field field, bool *isOn, int *index, QColor *color)
 {
-    const QVector<QStringRef> parts = text.split(QLatin1Char(','));
-    *index = toInteger(parts.value(0));
+    const size_t comma = std::min(field.find(','), field.size());
+    *index = toInteger(field.substr(0, comma));
     *isOn = *index != 0;
-    *color = toColor(parts.value(1).trimmed());
+    const Field rest = field.substr(std::min(comma + 1, field.size()));
+    *color = toColor(textfields::trimmed(rest.substr(0, rest.find(','))));
 }
 
 void readPen(TemplateCurveInfo *curve)
@@ -42,48 +68,42 @@ void readPen(TemplateCurveInfo *curve)
         curve->penWidth = curve->lineWidthIndex + 1;
 }
 
-void readCalibration(const QVector<QStringRef> &fields, TemplateCurveInfo *curve)
+void readCalibration(const std::vector<Field> &fields, TemplateCurveInfo *curve)
 {
     if (fields.size() > 11)
-        curve->isCalibrationShown = fields.at(11) != QLatin1String("0");
+        curve->isCalibrationShown = fields[11] != "0";
     if (fields.size() > 12)
-        curve->pointColor = toColor(fields.at(12));
+        curve->pointColor = toColor(fields[12]);
     if (fields.size() > 13)
-        curve->pointSize = toInteger(fields.at(13));
+        curve->pointSize = toInteger(fields[13]);
     if (fields.size() > 14)
-        curve->pointShape = fields.at(14) == QLatin1String("Circle") ? 1 : 2;
+        curve->pointShape = fields[14] == "Circle" ? 1 : 2;
 }
 
-// False for a line that is no curve line.
-bool readCurve(const QString &line, TemplateCurveInfo *curve)
+TemplateCurveInfo readCurve(const std::vector<Field> &fields)
 {
-    QVector<QStringRef> fields = line.splitRef(QLatin1Char('|'), Qt::SkipEmptyParts);
-    if (fields.size() < fewestFields)
-        return false;
-    for (QStringRef &field : fields)
-        field = field.trimmed();
-    curve->group = fields.at(0).toString();
-    curve->curve = fields.at(1).toString();
-    curve->minimum = toNumber(fields.at(2));
-    curve->maximum = toNumber(fields.at(3));
-    curve->color = toColor(fields.at(4));
-    readFill(fields.at(5), &curve->isLeftFillOn, &curve->leftFillIndex, &curve->leftFillColor);
-    readFill(fields.at(6), &curve->isRightFillOn, &curve->rightFillIndex, &curve->rightFillColor);
-    curve->leftUpTo = fields.at(7).toString();
-    curve->rightUpTo = fields.at(8).toString();
-    curve->lineTypeIndex = toInteger(fields.at(9));
-    curve->lineWidthIndex = toInteger(fields.at(10));
-    readPen(curve);
-    readCalibration(fields, curve);
-    return true;
+    TemplateCurveInfo curve;
+    curve.group = textfields::toString(fields[0]);
+    curve.curve = textfields::toString(fields[1]);
+    curve.minimum = toNumber(fields[2]);
+    curve.maximum = toNumber(fields[3]);
+    curve.color = toColor(fields[4]);
+    readFill(fields[5], &curve.isLeftFillOn, &curve.leftFillIndex, &curve.leftFillColor);
+    readFill(fields[6], &curve.isRightFillOn, &curve.rightFillIndex, &curve.rightFillColor);
+    curve.leftUpTo = textfields::toString(fields[7]);
+    curve.rightUpTo = textfields::toString(fields[8]);
+    curve.lineTypeIndex = toInteger(fields[9]);
+    curve.lineWidthIndex = toInteger(fields[10]);
+    readPen(&curve);
+    readCalibration(fields, &curve);
+    return curve;
 }
 
-int trackType(const QString &firstLine)
+int trackType(Field typeText)
 {
-    const QString text = firstLine.trimmed();
-    if (text == QLatin1String("Linear"))
+    if (typeText == "Linear")
         return LinearTrack;
-    return text == QLatin1String("Logrithmic") ? LogarithmicTrack : DepthTrack;
+    return typeText == "Logrithmic" ? LogarithmicTrack : DepthTrack;
 }
 
 QByteArray fillText(int index, const QColor &color)
@@ -95,8 +115,8 @@ QByteArray fillText(int index, const QColor &color)
 QByteArray curveLine(const TemplateCurveRow &row)
 {
     const QByteArray separator = " | ";
-    QByteArray line = row.group.toUtf8() + separator + row.curve.toUtf8() + separator + row.minimum.toUtf8() + separator
-        + row.maximum.toUtf8() + separator + row.color.name().toUtf8();
+    QByteArray line = row.group.toUtf8() + separator + row.curve.toUtf8() + separator + row.minimum.toUtf8()
+        + separator + row.maximum.toUtf8() + separator + row.color.name().toUtf8();
     line += '|' + fillText(row.leftFillIndex, row.leftFillColor);
     line += '|' + fillText(row.rightFillIndex, row.rightFillColor);
     line += '|' + row.leftUpTo.toUtf8() + separator + row.rightUpTo.toUtf8();
@@ -112,13 +132,21 @@ TrackInfo parseTrack(const QByteArray &bytes, const QString &name)
 {
     TrackInfo track;
     track.name = name;
-    const QVector<QString> lines = base::splitLines(base::decodeText(bytes));
-    track.type = trackType(lines.value(0));
-    for (int i = 1; i < lines.size(); ++i) {
-        TemplateCurveInfo curve;
-        if (readCurve(lines.at(i), &curve))
-            track.curves.append(curve);
-    }
+    std::vector<Field> fields;
+    bool isFirst = true;
+    textfields::forEachLine(textfields::utf8Text(bytes), [&](Field line) {
+        if (isFirst) {
+            track.type = trackType(textfields::trimmed(line));
+            isFirst = false;
+            return;
+        }
+        textfields::splitSkippingEmpty(line, '|', mostFields, &fields);
+        if (fields.size() < fewestFields)
+            return;
+        for (Field &field : fields)
+            field = textfields::trimmed(field);
+        track.curves.append(readCurve(fields));
+    });
     return track;
 }
 

@@ -42,7 +42,8 @@ struct TrackInfo
     QVector<TemplateCurveInfo> curves; ///< in file order
 };
 
-/// One row of a template editor as it is written into a track file. Numbers stand as the user typed them.
+/// One row of a template editor as it is written into a track file; the defaults are those of a new row. Numbers
+/// stand as the user typed them.
 struct TemplateCurveRow
 {
     QString group;
@@ -57,7 +58,7 @@ struct TemplateCurveRow
     QString leftUpTo = QStringLiteral("None");
     QString rightUpTo = QStringLiteral("None");
     int lineTypeIndex = 0;
-    int lineWidthIndex = 0;
+    int lineWidthIndex = 1;
     bool isCalibrationShown = false;
     QColor pointColor = QColor(0, 0, 0);
     int pointSize = 1;

@@ -1,0 +1,677 @@
+#include "datastore/defaultlogs.h"
+
+#include "base/filesystemcalls.h"
+#include "base/safename.h"
+#include "datastore/curvegroups.h"
+#include "datastore/curvegrouptable.h"
+#include "datastore/projectdata.h"
+#include "support/badbytes.h"
+#include "support/failingdisk.h"
+#include "support/files.h"
+#include "support/memoryhost.h"
+#include "support/scriptedasker.h"
+#include "support/unprivileged.h"
+
+#include <QDir>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <sys/stat.h>
+
+namespace {
+
+struct Log
+{
+    QString name;
+    QString unit;
+};
+
+// A project folder with empty sub-folders, a host in memory and what works on both.
+struct Survey
+{
+    Survey()
+        : data(host, asker)
+    {
+        host.survey = root.path();
+        data.project.groupNames = curveGroupNames();
+        openProject(host, &data.project);
+        CurveGroupTable::instance().clear();
+    }
+
+    QString addWell(const QString &name, const QVector<Log> &logs)
+    {
+        host::WellHeader header;
+        header.name = name;
+        const QString key = host.addWell(header);
+        for (const Log &log : logs)
+            host.find(key)->logs.append({log.name, log.unit, {1}, {2}});
+        return key;
+    }
+
+    void run()
+    {
+        data.catalogue.build();
+        runDefaultLogsPass(data);
+    }
+
+    // As a new process finds it: nothing of the table in memory.
+    void runInNewProcess()
+    {
+        CurveGroupTable::instance().clear();
+        run();
+    }
+
+    QString path(const QString &file) const { return data.project.projectFolder + '/' + file; }
+    QByteArray defaults(const QString &well) const { return files::read(path("DefaultLogs/" + well + ".txt")); }
+    QByteArray group(const QString &name) const { return files::read(path("CurveGroups/" + name + ".txt")); }
+    QByteArray table() const { return group("CurveGroupTable"); }
+
+    QTemporaryDir root;
+    MemoryHost host;
+    ScriptedAsker asker;
+    ProjectData data;
+};
+
+// What was written since: a file that is replaced gets another inode, one that is written in place another time.
+QMap<QString, QString> fileStates(const QString &folder)
+{
+    QMap<QString, QString> states;
+    for (const QString &name : files::snapshot(folder).keys()) {
+        struct stat info;
+        if (::stat(QFile::encodeName(folder + '/' + name).constData(), &info) == 0)
+            states.insert(name, QString("%1 %2 %3").arg(info.st_ino).arg(info.st_mtim.tv_sec).arg(info.st_mtim.tv_nsec));
+    }
+    return states;
+}
+
+// The pass as it is described, step by step, reading and writing files for every single log.
+class LiteralPass
+{
+public:
+    LiteralPass(const QString &folder, const WellsCatalogue &catalogue)
+        : m_folder(folder)
+        , m_catalogue(catalogue)
+    {
+    }
+
+    void run()
+    {
+        readTable();
+        for (int well = 0; well < m_catalogue.wellCount(); ++well) {
+            for (int log = 0; log < m_catalogue.logNames(well).size(); ++log) {
+                const QString name = m_catalogue.logNames(well).at(log);
+                if (groupOf(name) == "Others")
+                    m_table.insert(name, m_catalogue.curveGroup(well, log));
+                if (groupOf(name) != "None") // a group that has no file
+                    addMnemonic(groupOf(name), name);
+            }
+        }
+        for (int well = 0; well < m_catalogue.wellCount(); ++well)
+            writeDefaults(well);
+        QByteArray bytes;
+        for (auto entry = m_table.begin(); entry != m_table.end(); ++entry)
+            bytes += entry.key().toUtf8() + " | " + entry.value().toUtf8() + '\n';
+        write("CurveGroups/CurveGroupTable.txt", bytes);
+    }
+
+private:
+    QString groupOf(const QString &log) const
+    {
+        const QString group = m_table.value(log);
+        return group.isEmpty() ? "Others" : group; // an entry without a group counts as absent
+    }
+
+    QStringList lines(const QString &file) const
+    {
+        QFile input(m_folder + '/' + file);
+        QStringList result;
+        if (input.open(QIODevice::ReadOnly))
+            while (!input.atEnd())
+                result.append(QString::fromUtf8(input.readLine()).remove('\n'));
+        return result;
+    }
+
+    void write(const QString &file, const QByteArray &bytes) const
+    {
+        QFile output(m_folder + '/' + file);
+        if (output.open(QIODevice::WriteOnly))
+            output.write(bytes);
+    }
+
+    void readTable()
+    {
+        for (const QString &line : lines("CurveGroups/CurveGroupTable.txt")) {
+            const QStringList parts = line.split('|');
+            if (parts.size() >= 2)
+                m_table.insert(parts.at(0).trimmed(), parts.at(1).trimmed());
+        }
+    }
+
+    void addMnemonic(const QString &group, const QString &log) const
+    {
+        const QString file
+            = "CurveGroups/" + (group == "CurveGroupTable" ? "%43urveGroupTable" : base::fileNameFor(group, 4)) + ".txt";
+        QStringList names;
+        for (const QString &line : lines(file))
+            names.append(line.trimmed());
+        if (names.contains(log.trimmed()))
+            return;
+        names.append(log.trimmed());
+        QByteArray bytes;
+        for (const QString &name : names)
+            bytes += name.toUtf8() + '\n';
+        write(file, bytes);
+    }
+
+    void writeDefaults(int well) const
+    {
+        const QString name = m_catalogue.wellNames().at(well);
+        const QString file = "DefaultLogs/" + base::fileNameFor(name, 4) + ".txt";
+        if (QFile::exists(m_folder + '/' + file))
+            return;
+        QByteArray bytes = name.toUtf8() + '\n';
+        QStringList copy = curveGroupNames();
+        for (const QString &log : m_catalogue.logNames(well)) {
+            const QString group = groupOf(log);
+            if (!copy.contains(group, Qt::CaseInsensitive))
+                continue;
+            bytes += group.toUtf8() + '|' + log.toUtf8() + '\n';
+            for (int i = copy.size() - 1; i >= 0; --i)
+                if (copy.at(i).toLower() == group.toLower())
+                    copy.removeAt(i);
+        }
+        write(file, bytes);
+    }
+
+    QString m_folder;
+    const WellsCatalogue &m_catalogue;
+    QMap<QString, QString> m_table;
+};
+
+// Surveys and project folders of all kinds, the same for a seed.
+class Generator
+{
+public:
+    explicit Generator(quint32 seed)
+        : m_random(seed)
+    {
+    }
+
+    void fill(Survey *survey)
+    {
+        const int wells = number(6);
+        for (int i = 0; i < wells; ++i) {
+            QVector<Log> logs;
+            for (int log = number(9); log > 0; --log)
+                logs.append({pick(logNames()), pick(units())});
+            const QString key = survey->addWell(pick(wellNames()), logs);
+            survey->host.find(key)->isUnreadable = number(10) == 0;
+        }
+        fillProject(survey);
+    }
+
+private:
+    static QStringList logNames()
+    {
+        return {"GR", "gr", "GR1", "DT", "RHOB", "NPHI", "LLD", "LLS", "SP", "CALI", "TENS", "BIT SIZE", "Größe", "A/B"};
+    }
+    static QStringList units()
+    {
+        return {"gapi", "API", "us/ft", "ohmm", "g/cc", "%", "mv", "in", "m", "", "furlong", "Inches"};
+    }
+    static QStringList wellNames() { return {"A", "B", "15/9-F-1", "Global", ".", "..", "", "%2F", "A", "Well 3"}; }
+    static QStringList groups()
+    {
+        return {"Gamma", "gamma", "SONIC", "Others", "others", "None", "My Group", "../x", "", "CurveGroupTable", "Depth",
+                "Rock Strength"};
+    }
+
+    int number(int limit) { return static_cast<int>(m_random.bounded(limit)); }
+    QString pick(const QStringList &list) { return list.at(number(list.size())); }
+    QByteArray lineEnd() { return number(4) == 0 ? "\r\n" : "\n"; }
+
+    void fillProject(Survey *survey)
+    {
+        if (number(3) > 0) {
+            QByteArray table;
+            for (int i = number(8); i > 0; --i)
+                table += pick(logNames()).toUtf8() + pick({"|", " | ", "  |", ""}).toUtf8() + pick(groups()).toUtf8()
+                    + pick({"", "", "", "| third", "  "}).toUtf8() + lineEnd();
+            files::write(survey->path("CurveGroups/CurveGroupTable.txt"), table);
+        }
+        for (int i = number(5); i > 0; --i) {
+            QByteArray names;
+            for (int name = number(6); name > 0; --name)
+                names += pick({"", " ", "\t"}).toUtf8() + pick(logNames() << "").toUtf8() + lineEnd();
+            if (number(2) == 0)
+                names = names.trimmed();
+            files::write(survey->path("CurveGroups/" + pick(curveGroupNames()) + ".txt"), names);
+        }
+        if (number(3) == 0)
+            files::write(survey->path("DefaultLogs/A.txt"), "A\nGamma|GR\n");
+        if (number(12) == 0)
+            QDir(survey->path("DefaultLogs")).removeRecursively();
+        if (number(12) == 0)
+            QDir(survey->path("CurveGroups")).removeRecursively();
+    }
+
+    QRandomGenerator m_random;
+};
+
+} // namespace
+
+class tst_defaultlogs : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aLogIsClassifiedByItsUnit()
+    {
+        Survey survey;
+        survey.addWell("W", {{"GR", "gapi"}});
+        files::write(survey.path("CurveGroups/Gamma.txt"), "GAMMA");
+        survey.run();
+        QCOMPARE(survey.table(), QByteArray("GR | Gamma\n"));
+        QCOMPARE(survey.group("Gamma"), QByteArray("GAMMA\nGR\n"));
+        QCOMPARE(survey.defaults("W"), QByteArray("W\nGamma|GR\n"));
+    }
+
+    void aListedNameIsNotAppendedAgain()
+    {
+        Survey survey;
+        survey.addWell("W", {{"GR", "gapi"}});
+        files::write(survey.path("CurveGroups/Gamma.txt"), "GR");
+        survey.run();
+        QCOMPARE(survey.group("Gamma"), QByteArray("GR"));
+    }
+
+    void theTableWinsOverTheUnit()
+    {
+        Survey survey;
+        survey.addWell("W", {{"GR", "gapi"}});
+        files::write(survey.path("CurveGroups/CurveGroupTable.txt"), "GR | Sonic\n");
+        survey.run();
+        QCOMPARE(survey.table(), QByteArray("GR | Sonic\n"));
+        QCOMPARE(survey.group("Sonic"), QByteArray("GR\n"));
+        QVERIFY(!QFile::exists(survey.path("CurveGroups/Gamma.txt")));
+        QCOMPARE(survey.defaults("W"), QByteArray("W\nSonic|GR\n"));
+    }
+
+    void othersIsClassifiedAgainAtEveryPass()
+    {
+        Survey survey;
+        const QString key = survey.addWell("W", {{"TENS", "lbs"}});
+        survey.run();
+        QCOMPARE(survey.table(), QByteArray("TENS | Others\n"));
+        QCOMPARE(survey.group("Others"), QByteArray("TENS\n"));
+        QCOMPARE(survey.defaults("W"), QByteArray("W\nOthers|TENS\n"));
+        survey.host.find(key)->logs[0].unit = "mv";
+        survey.run();
+        QCOMPARE(survey.table(), QByteArray("TENS | Sp\n"));
+        QCOMPARE(survey.group("Sp"), QByteArray("TENS\n"));
+        QCOMPARE(survey.group("Others"), QByteArray("TENS\n")); // group files only grow
+        QCOMPARE(survey.defaults("W"), QByteArray("W\nOthers|TENS\n"));
+        survey.host.find(key)->logs[0].unit = "us/ft"; // no longer "Others": stays
+        survey.run();
+        QCOMPARE(survey.table(), QByteArray("TENS | Sp\n"));
+    }
+
+    void theFirstUnitOfANameDecides()
+    {
+        Survey survey;
+        survey.addWell("A", {{"X", "strange"}});
+        survey.addWell("B", {{"X", "gapi"}});
+        survey.addWell("C", {{"X", "mv"}});
+        survey.run();
+        QCOMPARE(survey.table(), QByteArray("X | Gamma\n"));
+        QCOMPARE(survey.group("Others"), QByteArray("X\n"));
+        QCOMPARE(survey.group("Gamma"), QByteArray("X\n"));
+        QCOMPARE(survey.defaults("A"), QByteArray("A\nGamma|X\n")); // the files are made after all logs are classified
+    }
+
+    void onlyTheFirstLogOfAGroupIsADefault()
+    {
+        Survey survey;
+        survey.addWell("W", {{"LLS", "ohmm"}, {"GR", "gapi"}, {"LLD", "ohmm"}, {"ECGR", "api"}, {"DT", "us/f"}});
+        survey.run();
+        QCOMPARE(survey.defaults("W"), QByteArray("W\nResistivity|LLS\nGamma|GR\nSonic|DT\n"));
+        QCOMPARE(survey.group("Resistivity"), QByteArray("LLS\nLLD\n"));
+    }
+
+    void groupsAreComparedWithoutCaseAndWrittenAsTheTableHasThem()
+    {
+        Survey survey;
+        survey.addWell("W", {{"GR", ""}, {"GR1", "gapi"}, {"X", ""}});
+        files::write(survey.path("CurveGroups/CurveGroupTable.txt"), "GR | gAMMA\nX | My Group\n");
+        survey.run();
+        QCOMPARE(survey.defaults("W"), QByteArray("W\ngAMMA|GR\n"));
+        QCOMPARE(survey.group("gAMMA"), QByteArray("GR\n"));
+        QCOMPARE(survey.group("My Group"), QByteArray("X\n"));
+    }
+
+    void anExistingFileIsLeftUntouched()
+    {
+        Survey survey;
+        survey.addWell("A", {{"GR", "gapi"}});
+        survey.addWell("B", {{"GR", "gapi"}});
+        survey.addWell("C", {{"GR", "gapi"}});
+        files::write(survey.path("DefaultLogs/A.txt"), "anything");
+        files::write(survey.path("DefaultLogs/B.txt"), "");
+        QVERIFY(QFile::link("/no such file", survey.path("DefaultLogs/C.txt")));
+        survey.run();
+        QCOMPARE(survey.defaults("A"), QByteArray("anything"));
+        QCOMPARE(survey.defaults("B"), QByteArray());
+        QCOMPARE(QFileInfo(survey.path("DefaultLogs/C.txt")).symLinkTarget(), QString("/no such file"));
+    }
+
+    void laterLogsDoNotDisplaceADefault()
+    {
+        Survey survey;
+        const QString key = survey.addWell("W", {{"ECGR", "gapi"}});
+        survey.run();
+        survey.host.find(key)->logs.prepend({"GR", "gapi", {1}, {2}});
+        survey.run();
+        QCOMPARE(survey.defaults("W"), QByteArray("W\nGamma|ECGR\n"));
+        QCOMPARE(survey.group("Gamma"), QByteArray("ECGR\nGR\n"));
+    }
+
+    void aWellWithoutLogsGetsItsNameOnly()
+    {
+        Survey survey;
+        survey.addWell("W", {});
+        survey.run();
+        QCOMPARE(survey.defaults("W"), QByteArray("W\n"));
+        QCOMPARE(survey.table(), QByteArray());
+    }
+
+    void ofTwoWellsWithOneNameTheFirstIsTaken()
+    {
+        Survey survey;
+        survey.addWell("W", {{"GR", "gapi"}});
+        survey.addWell("W", {{"DT", "us/f"}});
+        survey.run();
+        QCOMPARE(survey.defaults("W"), QByteArray("W\nGamma|GR\n"));
+    }
+
+    void aSurveyWithoutWellsGetsAnEmptyTable()
+    {
+        Survey survey;
+        survey.run();
+        QCOMPARE(files::snapshot(survey.path("CurveGroups")).keys(), QStringList("CurveGroupTable.txt"));
+        QCOMPARE(survey.table(), QByteArray());
+    }
+
+    void anEntryWithoutAGroupCountsAsAbsent()
+    {
+        Survey survey;
+        survey.addWell("W", {{"GR", "gapi"}});
+        files::write(survey.path("CurveGroups/CurveGroupTable.txt"), "GR | \n");
+        survey.run();
+        QCOMPARE(survey.table(), QByteArray("GR | Gamma\n"));
+    }
+
+    void theGroupNoneHasNoFile()
+    {
+        Survey survey;
+        survey.addWell("W", {{"GR", "gapi"}});
+        files::write(survey.path("CurveGroups/CurveGroupTable.txt"), "GR | None\n");
+        survey.run();
+        QVERIFY(!QFile::exists(survey.path("CurveGroups/None.txt")));
+        QCOMPARE(survey.defaults("W"), QByteArray("W\nNone|GR\n"));
+    }
+
+    void theTableKeepsWhatItHasFromEarlierLaunches()
+    {
+        Survey first;
+        first.addWell("W", {{"X", "gapi"}});
+        first.run();
+        QTemporaryDir folder;
+        first.host.changeSurvey(folder.path()); // another survey in the same process
+        first.host.find("100050.2")->logs[0].unit = "mv";
+        openProject(first.host, &first.data.project);
+        first.run();
+        QCOMPARE(first.table(), QByteArray("X | Gamma\n"));
+    }
+
+    void hostileWellNamesStayInTheFolder()
+    {
+        Survey survey;
+        for (const QString &name : badbytes::names())
+            survey.addWell(name, {{"GR", "gapi"}});
+        survey.run();
+        QCOMPARE(QDir(survey.path("DefaultLogs")).entryList(QDir::Files | QDir::Hidden).size(), badbytes::names().size());
+        QCOMPARE(QDir(survey.root.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                 QStringList("WLC"));
+        QCOMPARE(survey.defaults("15%2F9-F-1"), QByteArray("15/9-F-1\nGamma|GR\n"));
+        for (const QString &name : badbytes::names()) {
+            const DefaultLogs read = readDefaultLogs(survey.data.project.projectFolder, name);
+            QCOMPARE(read.groups, QStringList("Gamma"));
+            QCOMPARE(read.logs, QStringList("GR"));
+        }
+    }
+
+    void hostileLogNamesDoNotPileUp()
+    {
+        Survey survey;
+        QVector<Log> logs {{"A\nB", "gapi"}, {"C\rD", "mv"}, {"G|R", "gapi"}, {QString(QChar(0xD800)), "in"}};
+        for (const QString &name : badbytes::names())
+            logs.append({name, "us/ft"});
+        survey.addWell("W", logs);
+        survey.run();
+        survey.runInNewProcess();
+        const auto settled = files::snapshot(survey.path(""));
+        survey.runInNewProcess();
+        QVERIFY(files::snapshot(survey.path("")) == settled);
+    }
+
+    void itEqualsTheDescriptionOnGeneratedSurveys()
+    {
+        for (quint32 seed = 0; seed < 500; ++seed) {
+            Survey survey;
+            Generator(seed).fill(&survey);
+            const QTemporaryDir copy;
+            files::copyFolder(survey.path(""), copy.path());
+            survey.data.catalogue.build();
+            for (int pass = 1; pass <= 3; ++pass) {
+                CurveGroupTable::instance().clear();
+                runDefaultLogsPass(survey.data);
+                LiteralPass(copy.path(), survey.data.catalogue).run();
+                const auto done = files::snapshot(survey.path(""));
+                const auto described = files::snapshot(copy.path());
+                if (done != described) {
+                    for (const QString &name : (done.keys() + described.keys()))
+                        if (done.value(name) != described.value(name) || done.contains(name) != described.contains(name))
+                            qWarning("%s: \"%s\" instead of \"%s\"", qPrintable(name), done.value(name).constData(),
+                                     described.value(name).constData());
+                    QFAIL(qPrintable(QString("seed %1, pass %2").arg(seed).arg(pass)));
+                }
+            }
+            for (const base::Box &box : survey.asker.boxes)
+                QCOMPARE(box.title, QString("Reading Wells Data")); // of the catalogue, not of the pass
+            QVERIFY(survey.host.errors.isEmpty());
+        }
+    }
+
+    void aSecondPassOverAnUnchangedSurveyWritesNothing()
+    {
+        int written = 0;
+        for (quint32 seed = 1000; seed < 1200; ++seed) {
+            Survey survey;
+            Generator(seed).fill(&survey);
+            survey.run();
+            const auto states = fileStates(survey.path(""));
+            written += states.size();
+            FailingDisk disk;
+            const base::ScopedFileSystemCalls scope(disk);
+            survey.run();
+            survey.runInNewProcess();
+            // Where a folder is missing each pass tries again, without effect.
+            QVERIFY2(fileStates(survey.path("")) == states, qPrintable(QString("seed %1").arg(seed)));
+            QCOMPARE(disk.written, QStringList());
+        }
+        QVERIFY(written > 1000);
+    }
+
+    void everyFileIsWrittenOnce()
+    {
+        Survey survey;
+        for (int well = 0; well < 20; ++well)
+            survey.addWell(QString("Well %1").arg(well),
+                           {{QString("GR%1").arg(well), "gapi"}, {QString("DT%1").arg(well), "us/f"}});
+        FailingDisk disk;
+        {
+            const base::ScopedFileSystemCalls scope(disk);
+            survey.run();
+        }
+        QCOMPARE(QSet<QString>(disk.written.begin(), disk.written.end()).size(), disk.written.size());
+        QCOMPARE(disk.written.size(), 20 + 2 + 1);
+        QCOMPARE(disk.written.last(), survey.path("CurveGroups/CurveGroupTable.txt"));
+    }
+
+    void aFailingDiskIsSilentAndLosesNothing_data()
+    {
+        QTest::addColumn<int>("step");
+        for (const FailingStep &row : failingSteps)
+            QTest::newRow(row.name) << int(row.step);
+    }
+
+    void aFailingDiskIsSilentAndLosesNothing()
+    {
+        QFETCH(int, step);
+        Survey survey;
+        survey.addWell("A", {{"GR", "gapi"}});
+        survey.addWell("B", {{"GR1", "gapi"}});
+        files::write(survey.path("CurveGroups/Gamma.txt"), "OLD");
+        files::write(survey.path("CurveGroups/CurveGroupTable.txt"), "OLD | Gamma\n");
+        const auto before = files::snapshot(survey.path(""));
+        {
+            FailingDisk disk(static_cast<FailingDisk::Step>(step));
+            const base::ScopedFileSystemCalls scope(disk);
+            survey.run();
+        }
+        QVERIFY(files::snapshot(survey.path("")) == before);
+        QVERIFY(survey.asker.boxes.isEmpty() && survey.host.errors.isEmpty());
+        survey.run(); // with room on the disk again everything is made
+        QCOMPARE(survey.defaults("B"), QByteArray("B\nGamma|GR1\n"));
+        QCOMPARE(survey.group("Gamma"), QByteArray("OLD\nGR\nGR1\n"));
+    }
+
+    void aFileThatCannotBeMadeIsSkipped()
+    {
+        Survey survey;
+        survey.addWell("A", {{"GR", "gapi"}});
+        survey.addWell("B", {{"DT", "us/f"}});
+        QVERIFY(QDir().mkdir(survey.path("DefaultLogs/A.txt")));
+        QVERIFY(QDir().mkdir(survey.path("CurveGroups/Gamma.txt")));
+        survey.run();
+        QCOMPARE(survey.defaults("B"), QByteArray("B\nSonic|DT\n"));
+        QCOMPARE(survey.group("Sonic"), QByteArray("DT\n"));
+        QCOMPARE(survey.table(), QByteArray("DT | Sonic\nGR | Gamma\n"));
+        QVERIFY(survey.asker.boxes.isEmpty() && survey.host.errors.isEmpty());
+    }
+
+    void readOnlyFoldersAreSilent()
+    {
+        Survey survey;
+        survey.addWell("A", {{"GR", "gapi"}});
+        for (const QString &folder : {survey.root.path(), survey.path("")})
+            QVERIFY(QFile::setPermissions(folder, QFile::Permissions(0x7777)));
+        for (const QString &folder : {survey.path("CurveGroups"), survey.path("DefaultLogs")})
+            QVERIFY(QFile::setPermissions(folder, QFile::Permissions(0x5555)));
+        const auto before = files::snapshot(survey.path(""));
+        QCOMPARE(testing_support::runUnprivileged([&survey] {
+                     survey.run();
+                     return survey.asker.boxes.size() + survey.host.errors.size();
+                 }),
+                 0);
+        QVERIFY(files::snapshot(survey.path("")) == before);
+    }
+
+    void theFirstLineIsSkippedAndLinesOfTwoPartsAreKept()
+    {
+        const DefaultLogs read
+            = parseDefaultLogs("Gamma|the well's name\nGamma|GR\n  Sonic|DT\t\nSp\nA|B|C\n\nShale Volume|VSH_log");
+        QCOMPARE(read.groups, QStringList({"Gamma", "Sonic", "Shale Volume"}));
+        QCOMPARE(read.logs, QStringList({"GR", "DT", "VSH_log"}));
+    }
+
+    void emptyPartsAreKept()
+    {
+        const DefaultLogs read = parseDefaultLogs("W\nGamma|\n|GR\n|\nSp | SP\n||\n");
+        QCOMPARE(read.groups, QStringList({"Gamma", "", "", "Sp "})); // the line is trimmed, not its parts
+        QCOMPARE(read.logs, QStringList({"", "GR", "", " SP"}));
+    }
+
+    void whatThePassWroteReadsBack()
+    {
+        Survey survey;
+        survey.addWell("W", {{"GR", "gapi"}, {"Größe", "in"}});
+        survey.run();
+        const DefaultLogs read = readDefaultLogs(survey.data.project.projectFolder, "W");
+        QCOMPARE(read.groups, QStringList({"Gamma", "Caliper"}));
+        QCOMPARE(read.logs, QStringList({"GR", QString("Größe")}));
+        QCOMPARE(defaultLogsPath(survey.data.project.projectFolder, "W"), survey.path("DefaultLogs/W.txt"));
+    }
+
+    void aMissingOrUnreadableFileIsEmpty()
+    {
+        Survey survey;
+        QVERIFY(QDir().mkdir(survey.path("DefaultLogs/D.txt")));
+        for (const char *name : {"none", "D"})
+            QVERIFY(readDefaultLogs(survey.data.project.projectFolder, name).groups.isEmpty());
+        QVERIFY(readDefaultLogs("no such project", "W").logs.isEmpty());
+    }
+
+    void allLineEndsAndEncodingsAreRead()
+    {
+        for (const QByteArray &bytes :
+             {QByteArray("W\r\nGamma|GR\r\nSonic|DT\r\n"), QByteArray("W\rGamma|GR\rSonic|DT"),
+              QByteArray("\xEF\xBB\xBFW\nGamma|GR\nSonic|DT"), QByteArray("\nGamma|GR\n\nSonic|DT\n\n")}) {
+            QCOMPARE(parseDefaultLogs(bytes).groups, QStringList({"Gamma", "Sonic"}));
+            QCOMPARE(parseDefaultLogs(bytes).logs, QStringList({"GR", "DT"}));
+        }
+        QCOMPARE(parseDefaultLogs("W\nGamma|Gr\xF6\xDF" "e\n").logs, QStringList(QString("Größe")));
+    }
+
+    void everyPrefixIsRead()
+    {
+        const QByteArray whole = QString("Well\r\nGamma|GR\r\nSp|Größe\nSonic|DT").toUtf8();
+        for (int size = 0; size <= whole.size(); ++size) {
+            const DefaultLogs read = parseDefaultLogs(whole.left(size));
+            QCOMPARE(read.groups.size(), read.logs.size());
+            QVERIFY(read.groups.size() <= 3);
+        }
+        QCOMPARE(parseDefaultLogs(whole).groups.size(), 3);
+    }
+
+    void badBytesAreRead()
+    {
+        const DefaultLogs binary = parseDefaultLogs(badbytes::binary(1 << 20));
+        QCOMPARE(binary.groups.size(), binary.logs.size());
+        QVERIFY(parseDefaultLogs("W\n" + badbytes::manyFields("field")).groups.isEmpty());
+        QVERIFY(parseDefaultLogs("W\n" + QByteArray(10000, '|')).groups.isEmpty());
+    }
+
+    void aHugeFileIsRead()
+    {
+        const DefaultLogs read = parseDefaultLogs(badbytes::huge("W\nGamma|GR\n"));
+        QCOMPARE(read.groups, QStringList("Gamma"));
+    }
+
+    void thousandLogsOfOneWellAreClassified()
+    {
+        Survey survey;
+        QVector<Log> logs;
+        for (int i = 0; i < 1000; ++i)
+            logs.append({QString("LOG%1").arg(i), "gapi"});
+        survey.addWell("W", logs);
+        survey.run();
+        QCOMPARE(survey.group("Gamma").count('\n'), 1000);
+        QCOMPARE(survey.table().count('\n'), 1000);
+        QCOMPARE(survey.defaults("W"), QByteArray("W\nGamma|LOG0\n"));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_defaultlogs)
+#include "tst_defaultlogs.moc"
