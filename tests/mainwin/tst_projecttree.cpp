@@ -181,7 +181,9 @@ private slots:
         QCOMPARE(childTexts(fixture.item("Wells/A/Logs")), strings({"GR", "DT"}));
         QCOMPARE(childTexts(fixture.item("Wells/A/Markers")), strings({"Top", "Base"}));
         QCOMPARE(childTexts(fixture.item("Wells/A/Template")), strings({"Global", "Own", "Second"}));
-        QCOMPARE(childTexts(fixture.item("Wells/A/Template/Global")), strings({"Default", "Simple"}));
+        // Global templates stand in the order in which the project lists them.
+        QCOMPARE(childTexts(fixture.item("Wells/A/Template/Global")), fixture.launch->project.globalTemplateNames);
+        QCOMPARE(fixture.item("Wells/B/Template/Global")->childCount(), 2);
         QCOMPARE(childTexts(fixture.item("Wells/B/Template")), strings({"Global"}));
         QCOMPARE(childTexts(fixture.item("Correlations")), strings({"East-West"}));
         QVERIFY(fixture.tree->isHeaderHidden());

@@ -4,6 +4,16 @@
 #include <QApplication>
 #include <QTest>
 
+namespace {
+
+// A copy of its own: the text may be a literal inside a plug-in that is unloaded while the record is still read.
+QString detached(const QString &text)
+{
+    return QString(text.constData(), text.size());
+}
+
+} // namespace
+
 BoxDriver::BoxDriver()
 {
     connect(&m_timer, &QTimer::timeout, this, &BoxDriver::look);
@@ -26,9 +36,9 @@ void BoxDriver::look()
 
 void BoxDriver::answer(QMessageBox *box)
 {
-    Seen record {box->windowTitle(), box->text(), box->icon(), {}};
+    Seen record {detached(box->windowTitle()), detached(box->text()), box->icon(), {}};
     for (QAbstractButton *button : box->buttons())
-        record.buttons.append(button->text().remove(QLatin1Char('&')));
+        record.buttons.append(detached(button->text().remove(QLatin1Char('&'))));
     seen.append(record);
     if (!answers.isEmpty()) {
         const QString wanted = answers.takeFirst();

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "support/memoryhost.h"
+
+#include <functional>
+
+/// A host in memory that calls the test back when the plug-in comes to read.
+class WatchfulHost : public MemoryHost
+{
+public:
+    std::function<void()> onList;
+    std::function<void(const QString &key)> onMarkers;
+
+    host::Outcome<QVector<host::WellEntry>> list() override
+    {
+        if (onList)
+            onList();
+        return MemoryHost::list();
+    }
+    host::Outcome<QVector<host::Marker>> markers(const QString &key) override
+    {
+        if (onMarkers)
+            onMarkers(key);
+        return MemoryHost::markers(key);
+    }
+};
