@@ -4,6 +4,7 @@
 
 #include <QtEndian>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -28,30 +29,44 @@ bool isYes(const QByteArray &text)
     return text.startsWith('Y') || text.startsWith('y');
 }
 
-// Samples that the store keeps: index of the first and one past the last defined value.
-struct DefinedRange
+bool isDepth(float depth)
 {
-    int begin = 0;
-    int end = 0;
-};
+    return std::isfinite(depth) && !host::isUndefined(depth);
+}
 
-DefinedRange definedRange(const QVector<float> &values)
+float asValue(float value)
 {
-    DefinedRange range {0, values.size()};
-    while (range.begin < range.end && host::isUndefined(values.at(range.begin)))
-        ++range.begin;
-    while (range.end > range.begin && host::isUndefined(values.at(range.end - 1)))
-        --range.end;
-    return range;
+    return std::isfinite(value) ? value : host::undefinedValue;
 }
 
 void dropUndefinedEnds(host::LogData *log)
 {
-    const DefinedRange range = definedRange(log->values);
-    if (range.begin == 0 && range.end == log->values.size())
+    int begin = 0;
+    int end = log->values.size();
+    while (begin < end && host::isUndefined(log->values.at(begin)))
+        ++begin;
+    while (end > begin && host::isUndefined(log->values.at(end - 1)))
+        --end;
+    if (begin == 0 && end == log->values.size())
         return;
-    log->depths = log->depths.mid(range.begin, range.end - range.begin);
-    log->values = log->values.mid(range.begin, range.end - range.begin);
+    log->depths = log->depths.mid(begin, end - begin);
+    log->values = log->values.mid(begin, end - begin);
+}
+
+// The samples as the store keeps them.
+host::LogData storedSamples(const host::LogData &log)
+{
+    host::LogData stored;
+    stored.depths.reserve(log.depths.size());
+    stored.values.reserve(log.values.size());
+    for (int i = 0; i < log.depths.size(); ++i) {
+        if (!isDepth(log.depths.at(i)))
+            continue;
+        stored.depths.append(log.depths.at(i));
+        stored.values.append(asValue(log.values.at(i)));
+    }
+    dropUndefinedEnds(&stored);
+    return stored;
 }
 
 float toFloat(const char *bytes, bool isBigEndian)
@@ -64,11 +79,6 @@ float toFloat(const char *bytes, bool isBigEndian)
     return value;
 }
 
-bool isDepth(float depth)
-{
-    return std::isfinite(depth) && !host::isUndefined(depth);
-}
-
 void readBinarySamples(const char *bytes, int count, bool isBigEndian, host::LogData *log)
 {
     log->depths.resize(count);
@@ -79,11 +89,29 @@ void readBinarySamples(const char *bytes, int count, bool isBigEndian, host::Log
     for (int i = 0; i < count; ++i) {
         const char *sample = bytes + static_cast<qint64>(i) * sampleSize;
         depths[kept] = toFloat(sample, isBigEndian);
-        values[kept] = toFloat(sample + sizeof(float), isBigEndian);
+        values[kept] = asValue(toFloat(sample + sizeof(float), isBigEndian));
         kept += isDepth(depths[kept]) ? 1 : 0; // the host drops samples without a depth too
     }
     log->depths.resize(kept);
     log->values.resize(kept);
+}
+
+// False where no number begins; what a float cannot hold is undefined, or zero where it is too small.
+bool readTextNumber(const char **begin, const char *end, float *number)
+{
+    if (end - *begin > 1 && **begin == '+' && (*begin)[1] != '-')
+        ++*begin;
+    std::from_chars_result result = std::from_chars(*begin, end, *number);
+    if (result.ec == std::errc::result_out_of_range) {
+        double wide = 0;
+        result = std::from_chars(*begin, end, wide);
+        *number = result.ec == std::errc() && std::fabs(wide) < 1 ? 0.0f : host::undefinedValue;
+    } else if (result.ec != std::errc()) {
+        return false;
+    }
+    *number = asValue(*number);
+    *begin = result.ptr;
+    return true;
 }
 
 // Numbers separated by white space; false at the first thing that is none.
@@ -96,12 +124,8 @@ bool readTextSamples(const char *begin, const char *end, host::LogData *log)
             ++begin;
         if (begin == end)
             return have == 0;
-        const std::from_chars_result result = std::from_chars(begin, end, pair[have]);
-        if (result.ec == std::errc::result_out_of_range)
-            pair[have] = host::undefinedValue;
-        else if (result.ec != std::errc())
+        if (!readTextNumber(&begin, end, &pair[have]))
             return false;
-        begin = result.ptr;
         if (++have < 2)
             continue;
         have = 0;
@@ -112,50 +136,31 @@ bool readTextSamples(const char *begin, const char *end, host::LogData *log)
     }
 }
 
-QByteArray rangeText(float first, float last)
-{
-    return base::formatShortest(first) + '`' + base::formatShortest(last);
-}
-
-void setRanges(const host::LogData &log, DefinedRange range, KeyValues *keys)
+void setRanges(const host::LogData &log, KeyValues *keys)
 {
     float minimum = std::numeric_limits<float>::max();
     float maximum = std::numeric_limits<float>::lowest();
-    float top = minimum;
-    float bottom = maximum;
-    for (int i = range.begin; i < range.end; ++i) {
-        const float value = log.values.at(i);
-        top = std::min(top, log.depths.at(i));
-        bottom = std::max(bottom, log.depths.at(i));
+    for (float value : log.values) {
         if (!host::isUndefined(value)) {
             minimum = std::min(minimum, value);
             maximum = std::max(maximum, value);
         }
     }
-    keys->set("Dah range", rangeText(top, bottom));
-    keys->set("Log range", rangeText(minimum, maximum));
+    const auto depths = std::minmax_element(log.depths.begin(), log.depths.end());
+    keys->set("Dah range", base::formatPlain(*depths.first) + '`' + base::formatPlain(*depths.second));
+    keys->set("Log range", base::formatShortest(minimum) + '`' + base::formatShortest(maximum));
 }
 
-void appendSamples(const host::LogData &log, DefinedRange range, QByteArray *bytes)
+void appendSamples(const host::LogData &log, QByteArray *bytes)
 {
     const int headerSize = bytes->size();
-    const int count = range.end - range.begin;
-    QByteArray result(headerSize + count * sampleSize, Qt::Uninitialized);
-    std::memcpy(result.data(), bytes->constData(), static_cast<size_t>(headerSize));
-    char *out = result.data() + headerSize;
-    const float *depths = log.depths.constData() + range.begin;
-    const float *values = log.values.constData() + range.begin;
-    int kept = 0;
-    for (int i = 0; i < count; ++i) {
-        if (!isDepth(depths[i]))
-            continue;
-        qToLittleEndian(depths[i], out);
-        qToLittleEndian(values[i], out + sizeof(float));
+    bytes->resize(headerSize + log.values.size() * sampleSize);
+    char *out = bytes->data() + headerSize;
+    for (int i = 0; i < log.values.size(); ++i) {
+        qToLittleEndian(log.depths.at(i), out);
+        qToLittleEndian(log.values.at(i), out + sizeof(float));
         out += sampleSize;
-        ++kept;
     }
-    result.truncate(headerSize + kept * sampleSize);
-    *bytes = result;
 }
 
 } // namespace
@@ -164,7 +169,7 @@ host::Outcome<LogFileHeader> parseLogHeader(const QByteArray &bytes, bool *isCut
 {
     const host::Outcome<OdFile> parsed = parseOdFile(bytes, logType);
     if (isCut)
-        *isCut = true;
+        *isCut = parsed.value.isCut;
     if (!parsed.ok())
         return {{}, parsed.error};
     LogFileHeader header;
@@ -173,7 +178,7 @@ host::Outcome<LogFileHeader> parseLogHeader(const QByteArray &bytes, bool *isCut
     header.unit = header.keys.text("Unit of Measure");
     header.storage = storageOf(header.keys.value("Storage type"));
     header.dataOffset = parsed.value.bodyOffset;
-    bool ends = bytes.mid(0, header.dataOffset).endsWith("!\n") || bytes.mid(0, header.dataOffset).endsWith("!\r\n");
+    bool ends = !parsed.value.isCut;
     if (ends && isYes(header.keys.value("Header info"))) {
         const int begin = header.dataOffset;
         const int mark = bytes.mid(begin, 2) == "!\n" ? begin - 1 : bytes.indexOf("\n!\n", begin);
@@ -193,8 +198,8 @@ host::LogData parseLogSamples(const LogFileHeader &header, const QByteArray &byt
     host::LogData log;
     log.name = header.name;
     log.unit = header.unit;
-    const char *begin = bytes.constData() + header.dataOffset;
-    const int size = bytes.size() - header.dataOffset;
+    const int size = qMax(0, static_cast<int>(bytes.size()) - header.dataOffset);
+    const char *begin = bytes.constData() + bytes.size() - size;
     if (header.storage == LogStorage::Ascii) {
         if (!readTextSamples(begin, begin + size, &log) && problem)
             *problem = QStringLiteral("its samples end in something that is no pair of numbers");
@@ -212,14 +217,14 @@ host::LogData parseLogSamples(const LogFileHeader &header, const QByteArray &byt
 host::Outcome<QByteArray> logFileBytes(const host::LogData &log, const QByteArray &depthUnit,
                                        const LogFileHeader *old)
 {
-    if (log.name.isEmpty())
+    if (storedText(log.name).isEmpty())
         return {{}, QStringLiteral("the log has no name")};
     if (log.depths.size() != log.values.size())
         return {{}, QStringLiteral("the log has not as many depths as values")};
-    const DefinedRange range = definedRange(log.values);
-    if (range.begin == range.end)
+    const host::LogData stored = storedSamples(log);
+    if (stored.values.isEmpty())
         return {{}, QStringLiteral("the log has no defined sample")};
-    if (static_cast<qint64>(range.end - range.begin) * sampleSize > std::numeric_limits<int>::max() - (1 << 20))
+    if (static_cast<qint64>(stored.values.size()) * sampleSize > std::numeric_limits<int>::max() - (1 << 25))
         return {{}, QStringLiteral("the log has too many samples")};
 
     KeyValues keys = old ? old->keys : KeyValues();
@@ -233,9 +238,9 @@ host::Outcome<QByteArray> logFileBytes(const host::LogData &log, const QByteArra
     const QByteArray parameters = old ? old->parameters : QByteArray();
     keys.set("Header info", QByteArray(parameters.isEmpty() ? "No" : "Yes"));
     keys.set("Storage type", QByteArray("Binary"));
-    setRanges(log, range, &keys);
+    setRanges(stored, &keys);
     QByteArray bytes = odFileHeader(logType) + keys.toBytes() + "!\n" + parameters;
-    appendSamples(log, range, &bytes);
+    appendSamples(stored, &bytes);
     return {bytes, {}};
 }
 

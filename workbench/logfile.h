@@ -23,12 +23,14 @@ struct LogFileHeader
 /// The error is a sentence without the file's name.
 host::Outcome<LogFileHeader> parseLogHeader(const QByteArray &bytes, bool *isCut = nullptr);
 
-/// The samples behind the header, undefined ones at the top and the bottom left out. \a problem receives a sentence
+/// The samples behind the header: those without a depth left out, values that are no number undefined, undefined
+/// ones at the top and the bottom left out. \a problem receives a sentence
 /// when the samples are cut off or hold something unreadable; what stands before it is read.
 host::LogData parseLogSamples(const LogFileHeader &header, const QByteArray &bytes, QString *problem = nullptr);
 
 /// The bytes of a log file. \a old is the header of the file to be replaced, whose other keys and parameters stay,
-/// or null. The error says why the log cannot be stored (no defined sample, arrays of unequal length).
+/// or null. Samples are stored as parseLogSamples() gives them back. The error says why the log cannot be stored (no
+/// defined sample, arrays of unequal length).
 host::Outcome<QByteArray> logFileBytes(const host::LogData &log, const QByteArray &depthUnit,
                                        const LogFileHeader *old);
 

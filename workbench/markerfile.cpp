@@ -3,36 +3,48 @@
 #include "base/numbers.h"
 
 #include <QHash>
+#include <QMap>
 #include <QSet>
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
+#include <cstring>
 
 namespace workbench {
 
 namespace {
 
 constexpr char markerType[] = "Well Markers";
+constexpr const char *writtenFields[] = {"Name", "Depth along hole", "Strat Level", "Color"};
 
-// A key "12.Name" as 12 and "Name"; number 0 for keys of another form.
+// The number 12 of a key "12.Name" and where "Name" begins; number 0 for keys of another form.
 struct MarkerKey
 {
     int number = 0;
-    QByteArray field;
+    int fieldAt = 0;
 };
 
 MarkerKey splitKey(const QByteArray &key)
 {
     const int dot = key.indexOf('.');
-    const std::optional<int> number = base::parseInteger(key.left(qMax(dot, 0)));
+    if (dot < 1)
+        return {};
+    const std::optional<int> number = base::parseInteger(QByteArray::fromRawData(key.constData(), dot));
     if (!number || *number < 1)
         return {};
-    return {*number, key.mid(dot + 1)};
+    return {*number, dot + 1};
 }
 
+// A line of a marker in the KeyValues that hold it.
+struct MarkerLine
+{
+    int index = 0;
+    int fieldAt = 0;
+};
+
+using OneMarker = QVector<MarkerLine>;
 // The lines of each marker by its number, in file order.
-using MarkerLines = QHash<int, QVector<QPair<QByteArray, QByteArray>>>;
+using MarkerLines = QMap<int, OneMarker>;
 
 MarkerLines markerLines(const KeyValues &keys)
 {
@@ -40,24 +52,40 @@ MarkerLines markerLines(const KeyValues &keys)
     for (int i = 0; i < keys.size(); ++i) {
         const MarkerKey key = splitKey(keys.keyAt(i));
         if (key.number > 0)
-            lines[key.number].append({key.field, keys.valueAt(i)});
+            lines[key.number].append({i, key.fieldAt});
     }
     return lines;
 }
 
-QByteArray fieldOf(const QVector<QPair<QByteArray, QByteArray>> &lines, const QByteArray &field)
+bool isField(const KeyValues &keys, const MarkerLine &line, const char *field)
 {
-    for (const auto &line : lines)
-        if (line.first == field)
-            return line.second;
+    return std::strcmp(keys.keyAt(line.index).constData() + line.fieldAt, field) == 0;
+}
+
+QByteArray fieldOf(const KeyValues &keys, const OneMarker &marker, const char *field)
+{
+    for (const MarkerLine &line : marker)
+        if (isField(keys, line, field))
+            return keys.valueAt(line.index);
+    return {};
+}
+
+// The first line that is no "Key: value"; empty when there is none.
+QByteArray strangeLine(const KeyValues &keys)
+{
+    for (int i = 0; i < keys.size(); ++i)
+        if (keys.keyAt(i).isEmpty() && !keys.lineAt(i).trimmed().isEmpty())
+            return keys.lineAt(i);
     return {};
 }
 
 // "r`g`b", with a fourth number for transparency, or "#rrggbb".
 QColor parseColor(const QByteArray &text)
 {
-    if (text.startsWith('#'))
-        return QColor(QString::fromLatin1(text));
+    if (text.startsWith('#')) {
+        const QColor color(QString::fromLatin1(text));
+        return color.isValid() ? QColor(color.rgb()) : QColor(0, 0, 0);
+    }
     const QList<QByteArray> parts = text.split('`');
     if (parts.size() < 3)
         return QColor(0, 0, 0);
@@ -85,7 +113,8 @@ QVector<host::Marker> sortedUnique(const QVector<host::Marker> &markers, QString
 {
     QVector<host::Marker> result;
     QSet<QString> names;
-    for (const host::Marker &marker : markers) {
+    for (host::Marker marker : markers) {
+        marker.name = storedText(marker.name);
         if (names.contains(marker.name)) {
             if (problems)
                 problems->append(QStringLiteral("a second marker named \"%1\" is left out").arg(marker.name));
@@ -109,25 +138,34 @@ host::Outcome<QVector<host::Marker>> parseMarkerFile(const QByteArray &bytes, fl
         return {{}, file.error};
     QStringList ignored;
     QStringList *report = problems ? problems : &ignored;
-    const MarkerLines lines = markerLines(file.value.keys);
+    const KeyValues &keys = file.value.keys;
+    const MarkerLines lines = markerLines(keys);
     QVector<host::Marker> markers;
+    int understood = 0;
     for (int number = 1; lines.contains(number); ++number) {
-        const auto &fields = lines[number];
+        const OneMarker fields = lines.value(number);
         host::Marker marker;
-        marker.name = QString::fromUtf8(fieldOf(fields, "Name"));
-        const std::optional<double> depth = base::parseNumber(fieldOf(fields, "Depth along hole"));
+        marker.name = QString::fromUtf8(fieldOf(keys, fields, "Name"));
+        const std::optional<double> depth = base::parseNumber(fieldOf(keys, fields, "Depth along hole"));
         marker.depth = static_cast<float>(depth.value_or(host::undefinedValue));
-        marker.color = parseColor(fieldOf(fields, "Color"));
+        marker.color = parseColor(fieldOf(keys, fields, "Color"));
         if (marker.name.isEmpty())
             break; // numbering ends at the first entry without a name
+        ++understood;
         if (!isMarkerDepth(marker.depth))
             report->append(QStringLiteral("the marker \"%1\" has no depth and is left out").arg(marker.name));
         else if (marker.depth < top || marker.depth > bottom)
             report->append(QStringLiteral("the marker \"%1\" at %2 lies outside the well's track and is left out")
-                               .arg(marker.name, QString::fromLatin1(base::formatShortest(marker.depth))));
+                               .arg(marker.name, QString::fromLatin1(base::formatPlain(marker.depth))));
         else
             markers.append(marker);
     }
+    if (!lines.isEmpty() && lines.lastKey() > understood)
+        report->append(QStringLiteral("its markers are read up to number %1, the next one has no name").arg(understood));
+    const QByteArray rubbish = strangeLine(keys);
+    if (!rubbish.isEmpty())
+        report->append(QStringLiteral("it holds a line that is not understood (\"%1\")")
+                           .arg(QString::fromUtf8(rubbish.left(80))));
     return {sortedUnique(markers, report), {}};
 }
 
@@ -136,37 +174,44 @@ QByteArray markerFileBytes(const QVector<host::Marker> &markers, const QByteArra
 {
     const host::Outcome<OdFile> old = parseOdFile(oldBytes, markerType);
     KeyValues keys;
-    QHash<QString, QVector<QPair<QByteArray, QByteArray>>> oldByName;
+    const KeyValues &oldKeys = old.value.keys;
+    QHash<QString, OneMarker> oldByName;
     if (old.ok()) {
-        keys = old.value.keys;
-        const MarkerLines lines = markerLines(keys);
-        for (const auto &fields : lines)
-            oldByName.insert(QString::fromUtf8(fieldOf(fields, "Name")), fields);
+        keys = oldKeys;
+        const MarkerLines lines = markerLines(oldKeys);
+        for (const OneMarker &fields : lines) {
+            const QString name = QString::fromUtf8(fieldOf(oldKeys, fields, "Name"));
+            if (!oldByName.contains(name)) // as in reading, the first of two counts
+                oldByName.insert(name, fields);
+        }
         keys.removeIf([](const QByteArray &key) { return splitKey(key).number > 0; });
     }
     if (!keys.contains("Depth-Unit"))
         keys.set("Depth-Unit", depthUnit);
 
     QByteArray bytes = odFileHeader(markerType) + keys.toBytes();
+    QVector<host::Marker> usable;
+    for (const host::Marker &marker : markers)
+        if (isMarkerDepth(marker.depth) && !storedText(marker.name).isEmpty())
+            usable.append(marker);
     int number = 0;
-    for (const host::Marker &marker : sortedUnique(markers, nullptr)) {
-        if (!isMarkerDepth(marker.depth) || marker.name.isEmpty())
-            continue;
-        const auto fields = oldByName.value(marker.name);
+    for (const host::Marker &marker : sortedUnique(usable, nullptr)) {
+        const OneMarker fields = oldByName.value(marker.name);
         const QByteArray prefix = QByteArray::number(++number) + '.';
-        QByteArray stratLevel = fieldOf(fields, "Strat Level");
+        QByteArray stratLevel = fieldOf(oldKeys, fields, "Strat Level");
         if (stratLevel.isEmpty())
             stratLevel = "-1";
         QByteArray name = marker.name.toUtf8();
-        name.replace('\r', "").replace('\n', "#-NL-#");
+        name.replace('\n', "#-NL-#");
         bytes += prefix + "Name: " + name + '\n';
-        bytes += prefix + "Depth along hole: " + base::formatShortest(marker.depth) + '\n';
+        bytes += prefix + "Depth along hole: " + base::formatPlain(marker.depth) + '\n';
         bytes += prefix + "Strat Level: " + stratLevel + '\n';
-        bytes += prefix + "Color: " + colorText(marker.color, fieldOf(fields, "Color")) + '\n';
-        for (const auto &field : fields) {
-            static const QSet<QByteArray> written {"Name", "Depth along hole", "Strat Level", "Color"};
-            if (!written.contains(field.first))
-                bytes += prefix + escapedKey(field.first) + ": " + field.second + '\n';
+        bytes += prefix + "Color: " + colorText(marker.color, fieldOf(oldKeys, fields, "Color")) + '\n';
+        for (const MarkerLine &line : fields) {
+            const auto isThis = [&](const char *field) { return isField(oldKeys, line, field); };
+            const QByteArray raw = oldKeys.lineAt(line.index);
+            if (std::none_of(std::begin(writtenFields), std::end(writtenFields), isThis))
+                bytes += prefix + raw.mid(raw.indexOf('.') + 1) + '\n';
         }
     }
     return bytes;

@@ -2,6 +2,7 @@
 
 #include "base/numbers.h"
 
+#include <QSet>
 #include <QStringList>
 
 namespace workbench {
@@ -9,6 +10,14 @@ namespace workbench {
 namespace {
 
 constexpr char objectListType[] = "Object Management file";
+constexpr int maximumNumber = 999999999;
+
+// 0 for what cannot be an object's number.
+int objectNumber(const QByteArray &text)
+{
+    const int number = base::parseInteger(text).value_or(0);
+    return number > 0 && number <= maximumNumber ? number : 0;
+}
 
 QByteArray entryLine(const QString &name, int number)
 {
@@ -23,12 +32,12 @@ ObjectEntry parseFirstLine(const QByteArray &line)
     entry.firstLine = line;
     if (line.startsWith('@')) {
         entry.isFolder = true;
-        entry.number = base::parseInteger(first.keyAt(0).mid(1)).value_or(0);
+        entry.number = objectNumber(first.keyAt(0).mid(1));
         entry.name = QString::fromUtf8(first.valueAt(0));
         return entry;
     }
     entry.name = QString::fromUtf8(first.keyAt(0));
-    entry.number = base::parseInteger(first.valueAt(0)).value_or(0);
+    entry.number = objectNumber(first.valueAt(0));
     return entry;
 }
 
@@ -53,26 +62,44 @@ host::Outcome<ObjectList> ObjectList::parse(const QByteArray &bytes, QStringList
     if (!file.value.keys.contains("ID"))
         return {{}, QStringLiteral("it has no \"ID\" line")};
     const QList<QByteArray> id = file.value.keys.value("ID").split('`');
+    list.m_keys = file.value.keys;
     list.m_folderKey = id.value(0).trimmed();
-    list.m_lastNumber = base::parseInteger(id.value(1)).value_or(0);
+    list.m_lastNumber = objectNumber(id.value(1));
+    list.m_isCut = file.value.isCut;
+    QStringList ignored;
+    QStringList *report = problems ? problems : &ignored;
+    if (list.m_isCut)
+        report->append(QStringLiteral("it is cut off within its first section"));
 
     QByteArray first;
     KeyValues rest;
+    QSet<int> numbers;
     const auto finishEntry = [&] {
         if (first.isNull())
             return;
         ObjectEntry entry = parseFirstLine(first);
         entry.keys = rest;
-        if (entry.number <= 0 && problems)
-            problems->append(QStringLiteral("the entry \"%1\" has no number and is passed over")
-                                 .arg(QString::fromUtf8(first)));
+        const QString line = QString::fromUtf8(first);
+        if (list.m_isCut) {
+            report->append(QStringLiteral("it is cut off within the entry \"%1\", which is passed over").arg(line));
+            entry.number = 0;
+        } else if (entry.number == 0) {
+            report->append(QStringLiteral("the entry \"%1\" has no number and is passed over").arg(line));
+        } else if (!entry.isFolder && numbers.contains(entry.number)) {
+            report->append(
+                QStringLiteral("the entry \"%1\" has the number of another one and is passed over").arg(line));
+            entry.number = 0;
+        }
+        if (!entry.isFolder)
+            numbers.insert(entry.number);
         list.m_lastNumber = qMax(list.m_lastNumber, entry.isFolder ? 0 : entry.number);
         list.m_entries.append(entry);
         first = QByteArray();
         rest = KeyValues();
     };
     const QByteArray body = bytes.mid(file.value.bodyOffset);
-    for (QByteArray line : body.split('\n')) {
+    const QList<QByteArray> lines = body.split('\n');
+    for (QByteArray line : lines) {
         if (line.endsWith('\r'))
             line.chop(1);
         if (line.startsWith('!'))
@@ -82,7 +109,8 @@ host::Outcome<ObjectList> ObjectList::parse(const QByteArray &bytes, QStringList
         else if (!line.trimmed().isEmpty())
             first = line;
     }
-    finishEntry(); // an entry that the end of the file cuts off
+    list.m_isCut = list.m_isCut || !first.isNull();
+    finishEntry();
     return {list, {}};
 }
 
@@ -92,6 +120,7 @@ ObjectList ObjectList::forFolder(const QByteArray &folderKey, const QByteArray &
     ObjectList list;
     list.m_folderKey = folderKey;
     list.m_lastNumber = 1;
+    list.m_keys.set("ID", folderKey);
     ObjectEntry own;
     own.name = QString::fromUtf8(entryName);
     own.number = 1;
@@ -118,6 +147,8 @@ const ObjectEntry *ObjectList::entry(int number) const
 
 int ObjectList::append(const QString &name, const QByteArray &group, const QString &fileName)
 {
+    if (m_lastNumber >= maximumNumber)
+        return 0;
     ObjectEntry entry;
     entry.name = name;
     entry.number = ++m_lastNumber;
@@ -156,11 +187,9 @@ bool ObjectList::remove(int number)
 
 QByteArray ObjectList::toBytes() const
 {
-    QByteArray bytes = odFileHeader(objectListType);
-    bytes += "ID: " + m_folderKey;
-    if (m_lastNumber > 0)
-        bytes += '`' + QByteArray::number(m_lastNumber);
-    bytes += "\n!\n";
+    KeyValues keys = m_keys;
+    keys.set("ID", m_lastNumber > 0 ? m_folderKey + '`' + QByteArray::number(m_lastNumber) : m_folderKey);
+    QByteArray bytes = odFileHeader(objectListType) + keys.toBytes() + "!\n";
     for (const ObjectEntry &entry : m_entries)
         bytes += entry.firstLine + '\n' + entry.keys.toBytes() + "!\n";
     return bytes;

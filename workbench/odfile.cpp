@@ -4,11 +4,39 @@
 #include <QFile>
 #include <QLocale>
 
-#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <ctime>
+#include <fcntl.h>
+#include <limits>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace workbench {
 
 namespace {
+
+constexpr char lineEndInValue[] = "#-NL-#";
+
+qint64 nanoseconds(const timespec &time)
+{
+    return time.tv_sec * 1000000000LL + time.tv_nsec;
+}
+
+FileState stateOf(const struct stat &info)
+{
+    constexpr qint64 longestStepNs = 100000000;
+    FileState state;
+    state.inode = info.st_ino;
+    state.size = info.st_size;
+    state.modifiedNs = nanoseconds(info.st_mtim);
+    state.changedNs = nanoseconds(info.st_ctim);
+    timespec now {};
+    ::clock_gettime(CLOCK_REALTIME, &now);
+    state.isSettled = nanoseconds(now) - state.changedNs > longestStepNs
+        && nanoseconds(now) - state.modifiedNs > longestStepNs;
+    return state;
+}
 
 // The separator is the first ":" that no backslash escapes.
 int separatorOf(const QByteArray &line)
@@ -43,6 +71,12 @@ QByteArray escapedKey(const QByteArray &key)
     return result.replace(':', "\\:");
 }
 
+QString storedText(const QString &text)
+{
+    QByteArray bytes = text.toUtf8();
+    return QString::fromUtf8(bytes.replace('\r', "").trimmed());
+}
+
 int KeyValues::indexOf(const QByteArray &key) const
 {
     for (int i = 0; i < m_lines.size(); ++i)
@@ -65,8 +99,11 @@ bool KeyValues::contains(const QByteArray &key) const
 void KeyValues::set(const QByteArray &key, const QByteArray &value)
 {
     QByteArray oneLine = value;
-    oneLine.replace('\r', "").replace('\n', "#-NL-#");
-    const Line line {key, oneLine.trimmed(), escapedKey(key) + ": " + oneLine};
+    oneLine.replace('\r', "");
+    oneLine = oneLine.trimmed();
+    const QByteArray readBack = oneLine.isNull() ? QByteArray("") : oneLine;
+    oneLine.replace('\n', lineEndInValue);
+    const Line line {key, readBack, escapedKey(key) + ": " + oneLine};
     const int i = indexOf(key);
     if (i < 0)
         m_lines.append(line);
@@ -89,7 +126,7 @@ void KeyValues::appendLine(const QByteArray &line)
     QByteArray key = line.left(separator).trimmed();
     key.replace("\\:", ":");
     QByteArray value = line.mid(separator + 1).trimmed();
-    value.replace("#-NL-#", "\n");
+    value.replace(lineEndInValue, "\n");
     if (value.isNull())
         value = QByteArray("");
     m_lines.append({key, value, line});
@@ -108,12 +145,19 @@ host::Outcome<OdFile> parseOdFile(const QByteArray &bytes, const QByteArray &typ
     OdFile file;
     int offset = 0;
     QByteArray line;
-    if (!takeLine(bytes, &offset, &file.version) || !file.version.startsWith("dTect V"))
+    file.isCut = bytes.isEmpty();
+    if (!takeLine(bytes, &offset, &file.version))
+        return {file, QStringLiteral("it is empty")};
+    if (!file.version.startsWith("dTect V"))
         return {file, QStringLiteral("it is no survey file (the first line is not \"dTect V…\")")};
-    takeLine(bytes, &offset, &file.type);
+    file.isCut = true;
+    if (!takeLine(bytes, &offset, &file.type))
+        return {file, QStringLiteral("it is cut off within its header")};
+    file.isCut = offset >= bytes.size();
     if (file.type.trimmed().compare(type, Qt::CaseInsensitive) != 0)
         return {file, QStringLiteral("its type is \"%1\" and not \"%2\"")
                           .arg(QString::fromUtf8(file.type), QString::fromUtf8(type))};
+    file.isCut = true;
     bool hasHeaderEnd = false;
     while (!hasHeaderEnd && takeLine(bytes, &offset, &line))
         hasHeaderEnd = line.startsWith('!');
@@ -122,8 +166,11 @@ host::Outcome<OdFile> parseOdFile(const QByteArray &bytes, const QByteArray &typ
     file.bodyOffset = offset;
     while (takeLine(bytes, &offset, &line)) {
         file.bodyOffset = offset;
-        if (line.startsWith('!'))
+        if (line.startsWith('!')) {
+            // The line feed belongs to the mark: binary samples begin right behind it.
+            file.isCut = bytes.at(offset - 1) != '\n';
             break;
+        }
         file.keys.appendLine(line);
     }
     return {file, {}};
@@ -141,15 +188,62 @@ QByteArray odFileHeader(const QByteArray &type)
     return "dTect V6.6\n" + type + '\n' + odFileDate() + "\n!\n";
 }
 
-host::Outcome<QByteArray> readFileBytes(const QString &path, qint64 maximumSize)
+FileState fileState(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {{}, QStringLiteral("Cannot read the file %1: %2.").arg(path, file.errorString())};
-    QByteArray bytes = maximumSize < 0 ? file.readAll() : file.read(maximumSize);
-    if (file.error() != QFileDevice::NoError)
-        return {{}, QStringLiteral("Cannot read the file %1: %2.").arg(path, file.errorString())};
-    return {bytes, {}};
+    struct stat info {};
+    return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? stateOf(info) : FileState {};
+}
+
+QString readErrorText(const QString &path, int errorCode)
+{
+    return QStringLiteral("Cannot read the file %1: %2.").arg(path, QString::fromLocal8Bit(std::strerror(errorCode)));
+}
+
+// Plain system calls: a survey of thousands of wells has a hundred thousand small files, and a file object costs
+// several times what they do.
+FileRead readFile(const QString &path, int maximumSize)
+{
+    // Not blocking: a pipe in a file's place would wait for ever.
+    const int file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (file < 0)
+        return {{}, errno, {}};
+    FileRead result;
+    struct stat info {};
+    if (::fstat(file, &info) != 0)
+        result.errorCode = errno;
+    else if (!S_ISREG(info.st_mode))
+        result.errorCode = S_ISDIR(info.st_mode) ? EISDIR : EINVAL;
+    else if (maximumSize < 0 && info.st_size > std::numeric_limits<int>::max() - (1 << 20))
+        result.errorCode = EFBIG;
+    if (result.errorCode != 0) {
+        ::close(file);
+        return result;
+    }
+    result.state = stateOf(info);
+    const qint64 size = maximumSize < 0 ? info.st_size : qMin<qint64>(info.st_size, maximumSize);
+    result.bytes = QByteArray(static_cast<int>(size), Qt::Uninitialized);
+    int done = 0;
+    while (done < result.bytes.size()) {
+        const ssize_t got = ::read(file, result.bytes.data() + done, static_cast<size_t>(result.bytes.size() - done));
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0)
+            result.errorCode = errno;
+        if (got <= 0)
+            break;
+        done += static_cast<int>(got);
+    }
+    result.bytes.truncate(done);
+    ::close(file);
+    return result;
+}
+
+host::Outcome<QByteArray> readFileBytes(const QString &path)
+{
+    const FileRead read = readFile(path);
+    if (read.errorCode != 0)
+        return {{}, readErrorText(path, read.errorCode)};
+    return {read.bytes, {}};
 }
 
 } // namespace workbench

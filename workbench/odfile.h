@@ -36,6 +36,8 @@ public:
     int size() const { return m_lines.size(); }
     QByteArray keyAt(int i) const { return m_lines.at(i).key; }
     QByteArray valueAt(int i) const { return m_lines.at(i).value; }
+    /// The line as it stands in the file.
+    QByteArray lineAt(int i) const { return m_lines.at(i).raw; }
     QByteArray toBytes() const;
 
 private:
@@ -56,10 +58,12 @@ struct OdFile
     QByteArray type; ///< "Well Log"
     KeyValues keys; ///< the first section
     int bodyOffset = 0; ///< where what follows the first section begins
+    bool isCut = false; ///< the bytes end before the first section does
 };
 
 /// Parses the header and the first section. The error is a sentence without the file's name: no survey file, of
-/// another type than \a type, or cut off.
+/// another type than \a type, or cut off within its header. A section that the end of the bytes cuts off is no error
+/// (marker files have no end mark), but isCut tells.
 host::Outcome<OdFile> parseOdFile(const QByteArray &bytes, const QByteArray &type);
 
 /// The three header lines and "!" of a new file of a type, dated now.
@@ -67,10 +71,45 @@ QByteArray odFileHeader(const QByteArray &type);
 /// The date as the survey files write it, in English whatever the locale.
 QByteArray odFileDate();
 
-/// Reads a whole file. The error names the file and says why.
-host::Outcome<QByteArray> readFileBytes(const QString &path, qint64 maximumSize = -1);
+/// What tells one state of a file from another without reading it.
+struct FileState
+{
+    quint64 inode = 0;
+    qint64 size = -1;
+    qint64 modifiedNs = 0;
+    qint64 changedNs = 0;
+    /// False for a file that was touched only just now: file systems count time in steps of some milliseconds, so
+    /// another change within the same step could not be told.
+    bool isSettled = false;
+
+    bool isSame(const FileState &other) const
+    {
+        return isSettled && other.isSettled && inode == other.inode && size == other.size
+            && modifiedNs == other.modifiedNs && changedNs == other.changedNs;
+    }
+};
+
+/// A state that is the same as no other one when there is no such file.
+FileState fileState(const QString &path);
+
+/// The bytes of a file, or the system's error code.
+struct FileRead
+{
+    QByteArray bytes;
+    int errorCode = 0; ///< an errno value; 0 when the file was read
+    FileState state; ///< before the first byte was read
+};
+
+/// Reads a whole file, or its first \a maximumSize bytes.
+FileRead readFile(const QString &path, int maximumSize = -1);
+QString readErrorText(const QString &path, int errorCode);
+/// Reads a whole file. The error is a sentence that names it and says why.
+host::Outcome<QByteArray> readFileBytes(const QString &path);
 
 /// A key as it is written: a ":" in it is escaped.
 QByteArray escapedKey(const QByteArray &key);
+
+/// A text as it comes back after it was written as a value: one without white space around it.
+QString storedText(const QString &text);
 
 } // namespace workbench

@@ -5,6 +5,7 @@
 #include <QFileInfo>
 
 #include <cstdio>
+#include <exception>
 
 namespace workbench {
 
@@ -23,8 +24,8 @@ void fillInfo(const PluginInfoRecord &info, PluginReport *report)
     report->license = info.license;
 }
 
-// Calls both entry points. Returns why the plug-in does not run, or nothing.
-QString start(QLibrary *library, const QString &name, PluginReport *report)
+// Calls both entry points. Returns why the plug-in does not run, or nothing. hasRun tells that code of it was called.
+QString start(QLibrary *library, const QString &name, PluginReport *report, bool *hasRun)
 {
     // All symbols at once: one that is missing fails here, not in the middle of a user's work.
     library->setLoadHints(QLibrary::ResolveAllSymbolsHint);
@@ -37,6 +38,7 @@ QString start(QLibrary *library, const QString &name, PluginReport *report)
     if (!info || !init)
         return QStringLiteral("It does not export \"%1\".")
             .arg(QString::fromUtf8(info ? initName : infoName));
+    *hasRun = true;
     try {
         const PluginInfoRecord *record = info();
         if (!record)
@@ -46,6 +48,8 @@ QString start(QLibrary *library, const QString &name, PluginReport *report)
         static char *arguments[] = {programName, nullptr};
         if (const char *failure = init(1, arguments))
             return QStringLiteral("It could not start: %1").arg(QString::fromUtf8(failure));
+    } catch (const std::exception &exception) {
+        return QStringLiteral("It threw an exception while it started: %1").arg(QString::fromLocal8Bit(exception.what()));
     } catch (...) {
         return QStringLiteral("It threw an exception while it started.");
     }
@@ -100,11 +104,14 @@ void PluginLoader::load(const QString &path)
     report.file = path;
     report.name = pluginName(QFileInfo(path).fileName());
     auto library = std::make_unique<QLibrary>(path);
-    report.error = start(library.get(), report.name, &report);
-    if (report.error.isEmpty()) {
+    bool hasRun = false;
+    report.error = start(library.get(), report.name, &report, &hasRun);
+    // A plug-in that failed half-way may have left something with Qt that still calls it: it stays in memory.
+    if (hasRun)
         m_libraries.push_back(std::move(library));
-    } else {
+    else
         library->unload();
+    if (!report.error.isEmpty()) {
         std::fprintf(stderr, "lorva-workbench: the plug-in %s was left out. %s\n", qUtf8Printable(path),
                      qUtf8Printable(report.error));
     }

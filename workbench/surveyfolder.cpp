@@ -35,7 +35,7 @@ constexpr ObjectFolder objectFolders[] = {
     {100040, "Features", "Analysis features", "Features directory", "Features"},
     {100050, "WellInfo", "WellInfo", "Well Info directory", "WellInfo"},
     {100060, "NLAs", "Non-Linear Analyses", "NLA directory", "NLAs"},
-    {100070, "Misc", "Miscellaneous", "Miscellaneous directory", "Misc"},
+    {100070, "Misc", "Misc", "Miscellaneous directory", "Misc"},
     {100080, "Attribs", "Attribs", "Atribute Definitions", "Attribs"},
     {100090, "Models", "Models", "Earth Models directory", "Models"},
     {100100, "Geometry", "Geometry", "Survey Geometry Directory", "Geometry"},
@@ -43,7 +43,13 @@ constexpr ObjectFolder objectFolders[] = {
 
 QByteArray number(double value)
 {
-    return base::formatShortest(value);
+    return base::formatPlain(value);
+}
+
+// Whole numbers for the host's integers: a large one must not become "1e+06".
+QByteArray lineRange(int first, int last)
+{
+    return QByteArray::number(first) + '`' + QByteArray::number(last) + "`1";
 }
 
 QByteArray triple(double a, double b, double c)
@@ -67,8 +73,8 @@ QByteArray surveyFileBytes(const NewSurvey &survey)
     KeyValues keys;
     keys.set("Name", survey.name);
     keys.set("Survey Data Type", QByteArray("Both 2D and 3D"));
-    keys.set("In-line range", triple(firstLine, lastInline, 1));
-    keys.set("Cross-line range", triple(firstLine, lastCrossline, 1));
+    keys.set("In-line range", lineRange(firstLine, lastInline));
+    keys.set("Cross-line range", lineRange(firstLine, lastCrossline));
     keys.set("Z range", triple(0, survey.maximumDepth, 5) + "`D");
     keys.set("Coord-X-BinID", triple(survey.xMinimum - firstLine * binSize, binSize, 0));
     keys.set("Coord-Y-BinID", triple(survey.yMinimum - firstLine * binSize, 0, binSize));
@@ -117,8 +123,41 @@ QString fillSurvey(const QString &folder, const NewSurvey &survey)
         if (!problem.isEmpty())
             return problem;
     }
+    if (!QDir(folder).mkdir(QStringLiteral("Proc")))
+        return QStringLiteral("Cannot make the folder %1/Proc.").arg(folder);
     const QString problem = write(folder + QStringLiteral("/.survey"), surveyFileBytes(survey));
     return problem.isEmpty() ? write(folder + QStringLiteral("/.omf"), surveyListBytes()) : problem;
+}
+
+// Takes away the folders that lead to \a path and were missing, as far as they are empty, unless they are kept.
+class MadeFolders
+{
+public:
+    explicit MadeFolders(const QString &path)
+    {
+        for (QString folder = path; !QFileInfo::exists(folder); folder = QFileInfo(folder).path())
+            m_missing.append(folder);
+    }
+    ~MadeFolders()
+    {
+        for (const QString &folder : qAsConst(m_missing))
+            QDir().rmdir(folder);
+    }
+    MadeFolders(const MadeFolders &) = delete;
+    MadeFolders &operator=(const MadeFolders &) = delete;
+    void keep() { m_missing.clear(); }
+
+private:
+    QStringList m_missing;
+};
+
+bool hasUsableExtent(const NewSurvey &survey)
+{
+    constexpr double largest = 1e9;
+    for (double value : {survey.xMinimum, survey.yMinimum, survey.xMaximum, survey.yMaximum, survey.maximumDepth})
+        if (!(std::fabs(value) <= largest)) // written so that NaN fails too
+            return false;
+    return survey.xMaximum > survey.xMinimum && survey.yMaximum > survey.yMinimum && survey.maximumDepth > 0;
 }
 
 bool isEmptyFolder(const QString &path)
@@ -168,10 +207,15 @@ host::Outcome<SurveyInfo> readSurveyInfo(const QString &path)
 host::Status createSurvey(const QString &path, const NewSurvey &survey)
 {
     const QString target = QDir::cleanPath(QDir::current().absoluteFilePath(path));
-    if (QFileInfo::exists(target) && !(QFileInfo(target).isDir() && isEmptyFolder(target)))
+    const QFileInfo there(target);
+    if (there.isSymLink() || (there.exists() && !(there.isDir() && isEmptyFolder(target))))
         return {QStringLiteral("%1 exists already and is not empty. Nothing was changed.").arg(target)};
+    if (!hasUsableExtent(survey))
+        return {QStringLiteral("The extent of the survey \"%1\" is no usable range of coordinates and depths.")
+                    .arg(survey.name)};
     const QString root = QFileInfo(target).path();
     const bool isNewRoot = isNewDataRoot(root);
+    MadeFolders made(root);
     if (!QDir().mkpath(root))
         return {QStringLiteral("Cannot make the folder %1.").arg(root)};
     QTemporaryDir beside(root + QStringLiteral("/.lorva-survey-XXXXXX"));
@@ -183,10 +227,18 @@ host::Status createSurvey(const QString &path, const NewSurvey &survey)
     const QString problem = fillSurvey(built, survey);
     if (!problem.isEmpty())
         return {problem};
+    // The mark comes before the survey: whoever finds the survey finds a data root that the host accepts.
+    const host::Status marked = isNewRoot ? markDataRoot(root) : host::Status {};
+    if (!marked.ok())
+        return marked;
     // An empty folder in the way is replaced by the rename itself.
-    if (std::rename(QFile::encodeName(built).constData(), QFile::encodeName(target).constData()) != 0)
+    if (std::rename(QFile::encodeName(built).constData(), QFile::encodeName(target).constData()) != 0) {
+        if (isNewRoot)
+            QFile::remove(root + QStringLiteral("/.omf"));
         return {QStringLiteral("Cannot put the new survey in its place %1.").arg(target)};
-    return isNewRoot ? markDataRoot(root) : host::Status {};
+    }
+    made.keep();
+    return {};
 }
 
 bool isNewDataRoot(const QString &root)

@@ -1,6 +1,7 @@
 #include "workbench/surveystore.h"
 
 #include "base/atomicfile.h"
+#include "base/filesystemcalls.h"
 #include "base/numbers.h"
 #include "workbench/markerfile.h"
 
@@ -11,16 +12,19 @@
 #include <QSet>
 
 #include <algorithm>
-#include <sys/stat.h>
+#include <cerrno>
+#include <cstring>
 
 namespace workbench {
 
 namespace {
 
 constexpr char wellGroup[] = "Well";
+constexpr const char *wellFileEndings[] = {".well", ".track", ".wlm", ".wlt", ".csmdl", ".disp"};
 constexpr char wellFolderKey[] = "100050";
 constexpr int headerBlockSize = 4096;
 constexpr int maximumHeaderSize = 16 << 20;
+constexpr int maximumProblems = 1000;
 constexpr int maximumStemBytes = 200; // leaves room for "^1234.wll" within a file name
 
 QString cannotWrite(const QString &path, const QString &reason)
@@ -62,6 +66,13 @@ bool isWell(const ObjectEntry &entry)
     return !entry.isFolder && entry.number > 1 && entry.group() == wellGroup;
 }
 
+// A file of the folder itself, not one elsewhere or hidden.
+bool isPlainFileName(const QString &name)
+{
+    return !name.isEmpty() && !name.startsWith(QLatin1Char('.')) && !name.contains(QLatin1Char('/'))
+        && std::none_of(name.begin(), name.end(), [](QChar c) { return c.category() == QChar::Other_Control; });
+}
+
 // A name as the stem of file names: letters and digits of any script stay, what may trouble a file system does not.
 QString cleanedStem(const QString &name)
 {
@@ -73,14 +84,18 @@ QString cleanedStem(const QString &name)
     }
     if (stem.isEmpty() || stem.startsWith(QLatin1Char('.')))
         stem.prepend(QLatin1Char('_'));
+    stem.truncate(maximumStemBytes);
+    if (stem.at(stem.size() - 1).isHighSurrogate())
+        stem.chop(1);
     while (stem.toUtf8().size() > maximumStemBytes)
         stem.chop(stem.at(stem.size() - 1).isLowSurrogate() ? 2 : 1);
     return stem;
 }
 
+// \a name without blanks around it.
 QString nameProblem(const QString &name)
 {
-    if (name.trimmed().isEmpty())
+    if (name.isEmpty())
         return QStringLiteral("A well needs a name.");
     for (QChar c : name)
         if (c.category() == QChar::Other_Control)
@@ -89,7 +104,20 @@ QString nameProblem(const QString &name)
     if (name.startsWith(QLatin1Char('@')) || name.startsWith(QLatin1Char('!'))
         || name.startsWith(QLatin1String("--")) || name.startsWith(QLatin1Char(':')))
         return QStringLiteral("A well name cannot begin like \"%1\".").arg(name);
+    if (name.endsWith(QLatin1Char('\\'))) // it would escape the ":" behind the name
+        return QStringLiteral("A well name cannot end like \"%1\".").arg(name);
     return {};
+}
+
+// The host's own name for a log that has none.
+QString standInName(int number)
+{
+    return QStringLiteral("[%1]").arg(number);
+}
+
+QString unreadable(int errorCode)
+{
+    return QStringLiteral("it cannot be read (%1)").arg(QString::fromLocal8Bit(std::strerror(errorCode)));
 }
 
 QString logPath(const QString &stem, int number)
@@ -107,7 +135,9 @@ SurveyStore::SurveyStore(const QString &surveyDirectory)
 void SurveyStore::setSurveyDirectory(const QString &path)
 {
     m_surveyDirectory = path;
-    m_listSignature = {};
+    m_listState = {};
+    m_listBytes = QByteArray();
+    m_logs = {};
     m_problems.clear();
 }
 
@@ -118,8 +148,10 @@ QString SurveyStore::wellFolder() const
 
 void SurveyStore::report(const QString &path, const QString &problem)
 {
+    if (m_problems.size() >= maximumProblems)
+        return;
     const QString sentence = QStringLiteral("%1: %2.").arg(path, problem);
-    if (!m_problems.contains(sentence) && m_problems.size() < 1000)
+    if (!m_problems.contains(sentence))
         m_problems.append(sentence);
 }
 
@@ -133,38 +165,44 @@ QStringList SurveyStore::takeProblems()
 host::Outcome<ObjectList> SurveyStore::readObjectList()
 {
     const QString path = objectListPath();
-    struct stat info;
-    Signature signature;
-    if (::stat(QFile::encodeName(path).constData(), &info) == 0) {
-        signature.time = QDateTime::fromMSecsSinceEpoch(info.st_mtim.tv_sec * 1000LL + info.st_mtim.tv_nsec / 1000000);
-        signature.size = info.st_size;
-        signature.inode = info.st_ino;
-    }
-    if (signature.size >= 0 && signature == m_listSignature)
+    if (fileState(path).isSame(m_listState))
         return {m_list, {}};
-    m_listSignature = {};
-    const host::Outcome<QByteArray> bytes = readFileBytes(path);
-    if (!bytes.ok())
-        return {{}, bytes.error};
-    QStringList problems;
-    const host::Outcome<ObjectList> list = ObjectList::parse(bytes.value, &problems);
-    if (!list.ok())
-        return {{}, QStringLiteral("Cannot read the list of wells %1: %2.").arg(path, list.error)};
-    for (const QString &problem : problems)
-        report(path, problem);
-    m_list = list.value;
-    m_listIndex.clear();
-    for (int i = 0; i < m_list.entries().size(); ++i)
-        if (!m_list.entries().at(i).isFolder && !m_listIndex.contains(m_list.entries().at(i).number))
-            m_listIndex.insert(m_list.entries().at(i).number, i);
-    m_listSignature = signature;
+    m_listState = {};
+    const FileRead read = readFile(path);
+    if (read.errorCode != 0)
+        return {{}, readErrorText(path, read.errorCode)};
+    if (m_listBytes.isNull() || m_listBytes != read.bytes) {
+        m_listBytes = QByteArray();
+        QStringList problems;
+        const host::Outcome<ObjectList> list = ObjectList::parse(read.bytes, &problems);
+        if (!list.ok())
+            return {{}, QStringLiteral("Cannot read the list of wells %1: %2.").arg(path, list.error)};
+        for (const QString &problem : problems)
+            report(path, problem);
+        m_list = list.value;
+        m_listIndex.clear();
+        for (int i = 0; i < m_list.entries().size(); ++i)
+            if (isWell(m_list.entries().at(i)))
+                m_listIndex.insert(m_list.entries().at(i).number, i);
+        m_listBytes = read.bytes;
+    }
+    m_listState = read.state;
     return {m_list, {}};
+}
+
+host::Outcome<ObjectList> SurveyStore::listToChange()
+{
+    host::Outcome<ObjectList> list = readObjectList();
+    if (list.ok() && list.value.isCut())
+        return {{}, QStringLiteral("The list of wells %1 is cut off; writing it would lose the wells behind the cut. "
+                                   "Nothing was changed.")
+                        .arg(objectListPath())};
+    return list;
 }
 
 host::Status SurveyStore::writeObjectList(const ObjectList &list)
 {
     const base::WriteResult result = base::writeFileAtomically(objectListPath(), list.toBytes());
-    m_listSignature = {};
     return {result.ok() ? QString() : cannotWrite(objectListPath(), result.error)};
 }
 
@@ -198,36 +236,45 @@ host::Outcome<QString> SurveyStore::stem(const QString &key)
     if (!list.ok())
         return {{}, list.error};
     const int index = m_listIndex.value(numberOfKey(key), -1);
-    if (index < 0 || !isWell(m_list.entries().at(index)))
+    if (index < 0)
         return {{}, QStringLiteral("The well with the key %1 is not in the list %2.").arg(key, objectListPath())};
     const QString fileName = m_list.entries().at(index).fileName();
-    if (fileName.isEmpty() || fileName.contains(QLatin1Char('/')) || fileName.startsWith(QLatin1Char('.')))
+    if (!isPlainFileName(fileName))
         return {{}, QStringLiteral("The list %1 gives the well \"%2\" no file of its folder (\"%3\").")
                         .arg(objectListPath(), m_list.entries().at(index).name, fileName)};
     return {wellFolder() + QLatin1Char('/') + stemOf(fileName), {}};
 }
 
-host::Outcome<WellFile> SurveyStore::readWell(const QString &stem)
+host::Outcome<WellFile> SurveyStore::readWell(const QString &stem, bool *hasTrackFile)
 {
     const QString path = stem + QStringLiteral(".well");
     const host::Outcome<QByteArray> bytes = readFileBytes(path);
     if (!bytes.ok())
         return {{}, bytes.error};
     host::Outcome<WellFile> file = parseWellFile(bytes.value);
-    const host::Outcome<QByteArray> trackBytes = readFileBytes(stem + QStringLiteral(".track"));
-    if (trackBytes.ok()) {
-        const QVector<TrackPoint> track = parseTrackFile(trackBytes.value);
-        if (track.isEmpty()) {
-            report(stem + QStringLiteral(".track"), QStringLiteral("it holds no valid well track"));
-        } else if (!file.value.keys.size() && !file.ok()) {
-            return {{}, QStringLiteral("Cannot read the file %1: %2.").arg(path, file.error)};
-        } else {
-            file.value.track = track;
-            file.error.clear();
-        }
+    QString cutPath = file.value.isTrackCut ? path : QString();
+    const QString trackPath = stem + QStringLiteral(".track");
+    const FileRead trackFile = readFile(trackPath);
+    bool isCut = false;
+    const QVector<TrackPoint> track = parseTrackFile(trackFile.bytes, &isCut);
+    const bool isWellFile = file.ok() || file.value.keys.size() > 0;
+    if (trackFile.errorCode != 0 && trackFile.errorCode != ENOENT) {
+        report(trackPath, unreadable(trackFile.errorCode));
+    } else if (trackFile.errorCode == 0 && track.isEmpty()) {
+        report(trackPath, QStringLiteral("it holds no valid well track"));
+    } else if (!track.isEmpty() && isWellFile) {
+        file.value.track = track;
+        file.value.isTrackCut = isCut;
+        file.error.clear();
+        cutPath = isCut ? trackPath : QString();
+        if (hasTrackFile)
+            *hasTrackFile = true;
     }
     if (!file.ok())
         return {{}, QStringLiteral("Cannot read the file %1: %2.").arg(path, file.error)};
+    if (!cutPath.isEmpty())
+        report(cutPath, QStringLiteral("its track ends after %1 points in a line that is none")
+                            .arg(file.value.track.size()));
     return file;
 }
 
@@ -253,44 +300,65 @@ host::Outcome<WellProperties> SurveyStore::properties(const QString &key)
     return {file.value.properties(m_list.entries().at(m_listIndex.value(numberOfKey(key))).name), {}};
 }
 
-// Reads the headers of "^1", "^2", … up to the first number that is missing.
-host::Outcome<QVector<SurveyStore::LogFile>> SurveyStore::readLogHeaders(const QString &stem)
+// False where there is no such file. A log that cannot be used has the number 0.
+bool SurveyStore::readLogHeader(const QString &path, int number, LogFile *log)
 {
-    QVector<LogFile> logs;
+    *log = {};
+    FileRead read = readFile(path, headerBlockSize);
+    if (read.errorCode == ENOENT || (read.errorCode != 0 && !QFileInfo::exists(path)))
+        return false;
+    if (read.errorCode != 0) {
+        report(path, unreadable(read.errorCode));
+        return true;
+    }
+    bool isCut = false;
+    host::Outcome<LogFileHeader> header = parseLogHeader(read.bytes, &isCut);
+    for (int size = 2 * headerBlockSize; isCut && !header.ok() && size <= maximumHeaderSize; size *= 2) {
+        const int before = read.bytes.size();
+        read = readFile(path, size);
+        if (read.bytes.size() == before)
+            break;
+        header = parseLogHeader(read.bytes, &isCut);
+    }
+    if (!header.ok()) {
+        report(path, header.error);
+        return true;
+    }
+    log->number = number;
+    log->header = header.value;
+    log->state = read.state;
+    if (log->header.name.isEmpty()) {
+        log->header.name = standInName(number);
+        report(path, QStringLiteral("its header gives the log no name; it is called %1").arg(log->header.name));
+    }
+    return true;
+}
+
+// Reads the headers of "^1", "^2", … up to the first number that is missing.
+const SurveyStore::LogFiles &SurveyStore::readLogHeaders(const QString &stem)
+{
+    QHash<int, LogFile> known;
+    if (m_logs.stem == stem)
+        for (const LogFile &log : qAsConst(m_logs.logs))
+            known.insert(log.number, log);
+    m_logs = {};
+    m_logs.stem = stem;
     QSet<QString> names;
     for (int number = 1;; ++number) {
         const QString path = logPath(stem, number);
-        QFile file(path);
-        if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-            if (!QFileInfo::exists(path))
-                return {logs, {}};
-            report(path, QStringLiteral("it cannot be read (%1)").arg(file.errorString()));
+        LogFile log = known.value(number);
+        if (log.number == 0 || !fileState(path).isSame(log.state))
+            if (!readLogHeader(path, number, &log))
+                return m_logs;
+        m_logs.fileCount = number;
+        if (log.number == 0)
             continue;
-        }
-        LogFile log;
-        log.number = number;
-        QByteArray bytes = file.read(headerBlockSize);
-        bool isCut = false;
-        host::Outcome<LogFileHeader> header = parseLogHeader(bytes, &isCut);
-        while (isCut && !header.ok() && !file.atEnd() && bytes.size() < maximumHeaderSize) {
-            bytes += file.read(qMax(headerBlockSize, bytes.size()));
-            header = parseLogHeader(bytes, &isCut);
-        }
-        if (!header.ok()) {
-            report(path, header.error);
-            continue;
-        }
-        log.header = header.value;
-        if (log.header.name.isEmpty()) {
-            log.header.name = QStringLiteral("[%1]").arg(number); // the host's own stand-in
-            report(path, QStringLiteral("its header gives the log no name; it is called %1").arg(log.header.name));
-        }
         if (names.contains(log.header.name)) {
             report(path, QStringLiteral("a second log named \"%1\" is left out").arg(log.header.name));
             continue;
         }
         names.insert(log.header.name);
-        logs.append(log);
+        m_logs.logs.append(log);
     }
 }
 
@@ -299,12 +367,36 @@ host::Outcome<QVector<host::LogInfo>> SurveyStore::logs(const QString &key)
     const host::Outcome<QString> wellStem = stem(key);
     if (!wellStem.ok())
         return {{}, wellStem.error};
-    const host::Outcome<QVector<LogFile>> files = readLogHeaders(wellStem.value);
+    const LogFiles &files = readLogHeaders(wellStem.value);
     QVector<host::LogInfo> infos;
-    infos.reserve(files.value.size());
-    for (const LogFile &file : files.value)
+    infos.reserve(files.logs.size());
+    for (const LogFile &file : files.logs)
         infos.append({file.header.name, file.header.unit});
-    return {infos, files.error};
+    return {infos, {}};
+}
+
+// The log at an index of the headers last read, as long as its file still holds that log.
+host::Outcome<host::LogData> SurveyStore::readListedLog(const QString &stem, int index)
+{
+    if (m_logs.stem != stem || index < 0 || index >= m_logs.logs.size())
+        return {{}, QStringLiteral("The well %1 has no log number %2.").arg(stem).arg(index)};
+    const LogFile &file = m_logs.logs.at(index);
+    const QString path = logPath(stem, file.number);
+    const host::Outcome<QByteArray> bytes = readFileBytes(path);
+    if (!bytes.ok())
+        return {{}, bytes.error};
+    host::Outcome<LogFileHeader> header = parseLogHeader(bytes.value);
+    if (!header.ok())
+        return {{}, QStringLiteral("Cannot read the file %1: %2.").arg(path, header.error)};
+    if (header.value.name.isEmpty())
+        header.value.name = standInName(file.number);
+    if (header.value.name != file.header.name)
+        return {{}, QStringLiteral("The file %1 changed while it was read.").arg(path)};
+    QString problem;
+    const host::LogData data = parseLogSamples(header.value, bytes.value, &problem);
+    if (!problem.isEmpty())
+        report(path, problem);
+    return {data, {}};
 }
 
 host::Outcome<host::LogData> SurveyStore::log(const QString &key, int index)
@@ -312,19 +404,11 @@ host::Outcome<host::LogData> SurveyStore::log(const QString &key, int index)
     const host::Outcome<QString> wellStem = stem(key);
     if (!wellStem.ok())
         return {{}, wellStem.error};
-    const host::Outcome<QVector<LogFile>> files = readLogHeaders(wellStem.value);
-    if (index < 0 || index >= files.value.size())
-        return {{}, QStringLiteral("The well %1 has no log number %2.").arg(wellStem.value).arg(index)};
-    const LogFile &file = files.value.at(index);
-    const QString path = logPath(wellStem.value, file.number);
-    const host::Outcome<QByteArray> bytes = readFileBytes(path);
-    if (!bytes.ok())
-        return {{}, bytes.error};
-    QString problem;
-    host::LogData data = parseLogSamples(file.header, bytes.value, &problem);
-    if (!problem.isEmpty())
-        report(path, problem);
-    return {data, {}};
+    const host::Outcome<host::LogData> listed = readListedLog(wellStem.value, index);
+    if (listed.ok())
+        return listed;
+    readLogHeaders(wellStem.value);
+    return readListedLog(wellStem.value, index);
 }
 
 host::Outcome<QVector<host::Marker>> SurveyStore::markers(const QString &key)
@@ -333,12 +417,13 @@ host::Outcome<QVector<host::Marker>> SurveyStore::markers(const QString &key)
     if (!wellStem.ok())
         return {{}, wellStem.error};
     const QString path = wellStem.value + QStringLiteral(".wlm");
-    const host::Outcome<QByteArray> bytes = readFileBytes(path);
-    if (!bytes.ok()) {
-        if (!QFileInfo::exists(path))
+    const FileRead read = readFile(path);
+    if (read.errorCode != 0) {
+        if (read.errorCode == ENOENT)
             return {};
-        report(path, QStringLiteral("it cannot be read"));
-        return {{}, bytes.error};
+        const QString error = readErrorText(path, read.errorCode);
+        report(path, unreadable(read.errorCode));
+        return {{}, error};
     }
     const host::Outcome<WellFile> well = readWell(wellStem.value);
     if (!well.ok())
@@ -346,7 +431,7 @@ host::Outcome<QVector<host::Marker>> SurveyStore::markers(const QString &key)
     const auto top = static_cast<float>(well.value.track.first().md);
     const auto bottom = static_cast<float>(well.value.track.last().md);
     QStringList problems;
-    host::Outcome<QVector<host::Marker>> markers = parseMarkerFile(bytes.value, top, bottom, &problems);
+    host::Outcome<QVector<host::Marker>> markers = parseMarkerFile(read.bytes, top, bottom, &problems);
     for (const QString &problem : problems)
         report(path, problem);
     if (!markers.ok()) {
@@ -364,10 +449,11 @@ host::Status SurveyStore::writeLog(const QString &key, const host::LogData &log)
     const host::Outcome<WellFile> well = readWell(wellStem.value);
     if (!well.ok())
         return {well.error};
-    const host::Outcome<QVector<LogFile>> files = readLogHeaders(wellStem.value);
+    const LogFiles &files = readLogHeaders(wellStem.value);
+    const QString name = storedText(log.name); // " GR" comes back as "GR", so that is the log it replaces
     const LogFile *old = nullptr;
-    for (const LogFile &file : files.value)
-        if (file.header.name == log.name)
+    for (const LogFile &file : files.logs)
+        if (file.header.name == name)
             old = &file;
     QByteArray depthUnit = well.value.keys.value("Depth-Unit");
     if (depthUnit.isEmpty())
@@ -375,17 +461,9 @@ host::Status SurveyStore::writeLog(const QString &key, const host::LogData &log)
     const host::Outcome<QByteArray> bytes = logFileBytes(log, depthUnit, old ? &old->header : nullptr);
     if (!bytes.ok())
         return {QStringLiteral("Cannot write the log \"%1\" of %2: %3.").arg(log.name, wellStem.value, bytes.error)};
-    const QString path = logPath(wellStem.value, old ? old->number : logFileCount(wellStem.value) + 1);
+    const QString path = logPath(wellStem.value, old ? old->number : files.fileCount + 1);
     const base::WriteResult result = base::writeFileAtomically(path, bytes.value);
     return {result.ok() ? QString() : cannotWrite(path, result.error)};
-}
-
-int SurveyStore::logFileCount(const QString &stem) const
-{
-    int count = 0;
-    while (QFileInfo::exists(logPath(stem, count + 1)))
-        ++count;
-    return count;
 }
 
 host::Status SurveyStore::writeMarkers(const QString &key, const QVector<host::Marker> &markers)
@@ -400,8 +478,10 @@ host::Status SurveyStore::writeMarkers(const QString &key, const QVector<host::M
     QByteArray depthUnit = well.value.keys.value("Depth-Unit");
     if (depthUnit.isEmpty())
         depthUnit = "Meter";
-    const QByteArray old = QFileInfo::exists(path) ? readFileBytes(path).value : QByteArray();
-    const base::WriteResult result = base::writeFileAtomically(path, markerFileBytes(markers, depthUnit, old));
+    const FileRead old = readFile(path);
+    if (old.errorCode != 0 && old.errorCode != ENOENT)
+        return {readErrorText(path, old.errorCode)};
+    const base::WriteResult result = base::writeFileAtomically(path, markerFileBytes(markers, depthUnit, old.bytes));
     if (!result.ok())
         return {cannotWrite(path, result.error)};
     if (m_markersChanged)
@@ -411,85 +491,112 @@ host::Status SurveyStore::writeMarkers(const QString &key, const QVector<host::M
 
 void SurveyStore::reload(const QString &)
 {
-    // Nothing is held in memory: every read sees the files as they are.
+    m_logs = {};
 }
 
+// A stem that no well of the list and no file in the folder has: files that were left behind must not become those
+// of a new well.
 QString SurveyStore::newStem(const QString &name, const ObjectList &list) const
 {
     QSet<QString> taken;
     for (const ObjectEntry &entry : list.entries())
         taken.insert(stemOf(entry.fileName()).toLower());
+    const auto hasFiles = [this](const QString &stem) {
+        const QString path = wellFolder() + QLatin1Char('/') + stem;
+        const auto exists = [&path](const char *ending) { return QFileInfo::exists(path + QLatin1String(ending)); };
+        return std::any_of(std::begin(wellFileEndings), std::end(wellFileEndings), exists)
+            || QFileInfo::exists(logPath(path, 1));
+    };
     const QString cleaned = cleanedStem(name);
     QString stem = cleaned;
-    for (int n = 2; taken.contains(stem.toLower()) || QFileInfo::exists(wellFolder() + QLatin1Char('/') + stem + QStringLiteral(".well"))
-         || QFileInfo::exists(logPath(wellFolder() + QLatin1Char('/') + stem, 1));
-         ++n)
+    for (int n = 2; taken.contains(stem.toLower()) || hasFiles(stem); ++n)
         stem = cleaned + QLatin1Char('_') + QString::number(n);
     return stem;
 }
 
-host::Outcome<QString> SurveyStore::addWell(const WellProperties &properties)
+host::Outcome<QString> SurveyStore::addWell(const WellProperties &given)
 {
-    const QString problem = nameProblem(properties.name);
-    if (!problem.isEmpty())
-        return {{}, problem};
-    const host::Outcome<ObjectList> read = readObjectList();
+    WellProperties properties = given;
+    properties.name = given.name.trimmed();
+    for (const QString &problem : {nameProblem(properties.name), wellPropertiesProblem(properties)})
+        if (!problem.isEmpty())
+            return {{}, problem};
+    const host::Outcome<ObjectList> read = listToChange();
     if (!read.ok())
         return {{}, read.error};
     ObjectList list = read.value;
     const QString wellStem = newStem(properties.name, list);
-    const QString path = wellFolder() + QLatin1Char('/') + wellStem + QStringLiteral(".well");
-    const base::WriteResult result
-        = base::writeFileAtomically(path, wellFileBytes(makeWellFile(properties)));
-    if (!result.ok())
-        return {{}, cannotWrite(path, result.error)};
-    // The list comes last: a crash before it leaves a file that nothing names, never an entry without its file.
     const int number = list.append(properties.name, wellGroup, wellStem + QStringLiteral(".well"));
+    if (number == 0)
+        return {{}, QStringLiteral("The list of wells %1 has no number left for a new well.").arg(objectListPath())};
+    const host::Status written = writeWell(wellFolder() + QLatin1Char('/') + wellStem, makeWellFile(properties));
+    if (!written.ok())
+        return {{}, written.error};
+    // The list comes last: a crash before it leaves a file that nothing names, never an entry without its file.
     const host::Status status = writeObjectList(list);
     if (!status.ok()) {
-        QFile::remove(path);
+        QFile::remove(wellFolder() + QLatin1Char('/') + wellStem + QStringLiteral(".well"));
         return {{}, status.error};
     }
     return {keyOf(number), {}};
 }
 
+host::Status SurveyStore::writeWell(const QString &stem, const WellFile &file)
+{
+    const QString path = stem + QStringLiteral(".well");
+    const base::WriteResult result = base::writeFileAtomically(path, wellFileBytes(file));
+    return {result.ok() ? QString() : cannotWrite(path, result.error)};
+}
+
 host::Status SurveyStore::changeWell(const QString &key, const WellProperties &properties)
 {
+    const QString problem = wellPropertiesProblem(properties);
+    if (!problem.isEmpty())
+        return {problem};
     const host::Outcome<QString> wellStem = stem(key);
     if (!wellStem.ok())
         return {wellStem.error};
-    host::Outcome<WellFile> file = readWell(wellStem.value);
+    bool hasTrackFile = false;
+    host::Outcome<WellFile> file = readWell(wellStem.value, &hasTrackFile);
     if (!file.ok())
         return {file.error};
+    if (file.value.isTrackCut)
+        return {QStringLiteral("The track of the well %1 is damaged: changing the well would lose what follows the "
+                               "damaged line. Nothing was changed.")
+                    .arg(wellStem.value)};
+    if (hasTrackFile) {
+        // A separate track file hides the track in the main file. First both get the same track, then one goes: at
+        // every moment the well is what it was.
+        const host::Status status = writeWell(wellStem.value, file.value);
+        if (!status.ok())
+            return status;
+        const QString trackPath = wellStem.value + QStringLiteral(".track");
+        if (!QFile::remove(trackPath))
+            return {QStringLiteral("Cannot replace the file %1. The well is unchanged.").arg(trackPath)};
+    }
     applyProperties(&file.value, properties);
-    const QString path = wellStem.value + QStringLiteral(".well");
-    const base::WriteResult result = base::writeFileAtomically(path, wellFileBytes(file.value));
-    if (!result.ok())
-        return {cannotWrite(path, result.error)};
-    // A separate track file would hide the track just written.
-    const QString trackPath = wellStem.value + QStringLiteral(".track");
-    if (QFileInfo::exists(trackPath) && !QFile::remove(trackPath))
-        return {QStringLiteral("Cannot replace the file %1. The well's header is changed, its track is not.").arg(trackPath)};
-    return {};
+    return writeWell(wellStem.value, file.value);
 }
 
 host::Status SurveyStore::renameWell(const QString &key, const QString &name)
 {
-    const QString problem = nameProblem(name);
+    const QString problem = nameProblem(name.trimmed());
     if (!problem.isEmpty())
         return {problem};
-    host::Outcome<ObjectList> list = readObjectList();
+    host::Outcome<ObjectList> list = listToChange();
     if (!list.ok())
         return {list.error};
-    if (!list.value.rename(numberOfKey(key), name))
+    const ObjectEntry *entry = list.value.entry(numberOfKey(key));
+    if (!entry || !isWell(*entry))
         return {QStringLiteral("The well with the key %1 is not in the list %2.").arg(key, objectListPath())};
+    list.value.rename(numberOfKey(key), name.trimmed());
     return writeObjectList(list.value);
 }
 
 host::Status SurveyStore::removeWell(const QString &key)
 {
     const host::Outcome<QString> wellStem = stem(key);
-    host::Outcome<ObjectList> list = readObjectList();
+    host::Outcome<ObjectList> list = listToChange();
     if (!list.ok())
         return {list.error};
     const ObjectEntry *entry = list.value.entry(numberOfKey(key));
@@ -502,7 +609,7 @@ host::Status SurveyStore::removeWell(const QString &key)
     if (!status.ok() || !wellStem.ok())
         return status;
     for (const ObjectEntry &other : list.value.entries())
-        if (other.fileName() == fileName)
+        if (stemOf(other.fileName()) == stemOf(fileName))
             return {}; // a damaged list: another well still uses the files
     // Exactly this stem: "Probe_2" does not take the files of "Probe_2_A" along.
     const QString prefix = stemOf(fileName);
@@ -523,16 +630,15 @@ host::Status SurveyStore::removeLog(const QString &key, int index)
     const host::Outcome<QString> wellStem = stem(key);
     if (!wellStem.ok())
         return {wellStem.error};
-    const host::Outcome<QVector<LogFile>> files = readLogHeaders(wellStem.value);
-    if (index < 0 || index >= files.value.size())
+    const LogFiles &files = readLogHeaders(wellStem.value);
+    if (index < 0 || index >= files.logs.size())
         return {QStringLiteral("The well %1 has no log number %2.").arg(wellStem.value).arg(index)};
-    const QByteArray path = QFile::encodeName(logPath(wellStem.value, files.value.at(index).number));
-    const QByteArray last = QFile::encodeName(logPath(wellStem.value, logFileCount(wellStem.value)));
-    const bool isRemoved = path == last ? QFile::remove(QFile::decodeName(path))
-                                        : std::rename(last.constData(), path.constData()) == 0;
-    if (!isRemoved)
-        return {QStringLiteral("Cannot delete the log file %1. Nothing is changed.").arg(QFile::decodeName(path))};
-    return {};
+    const QString path = logPath(wellStem.value, files.logs.at(index).number);
+    const QString last = logPath(wellStem.value, files.fileCount);
+    const bool isRemoved = path == last
+        ? QFile::remove(path)
+        : base::fileSystemCalls().rename(QFile::encodeName(last).constData(), QFile::encodeName(path).constData()) == 0;
+    return {isRemoved ? QString() : QStringLiteral("Cannot delete the log file %1. Nothing is changed.").arg(path)};
 }
 
 } // namespace workbench

@@ -5,7 +5,6 @@
 #include "workbench/objectlist.h"
 #include "workbench/wellfile.h"
 
-#include <QDateTime>
 #include <QHash>
 
 #include <functional>
@@ -14,7 +13,7 @@ namespace workbench {
 
 /// The wells of one survey folder on disk, in the host's own format. Reading changes nothing on disk. Every write
 /// begins by reading what is there now, so that another program's changes are kept, and replaces one file
-/// atomically. Nothing of a well is held in memory between calls.
+/// atomically. Of a well, only log headers are held between calls, and each only as long as its file is unchanged.
 class SurveyStore : public host::Wells
 {
 public:
@@ -37,9 +36,9 @@ public:
     void reload(const QString &key) override;
 
     host::Outcome<WellProperties> properties(const QString &key);
-    /// Makes a well and gives its key.
+    /// Makes a well and gives its key. Blanks around its name are not kept.
     host::Outcome<QString> addWell(const WellProperties &properties);
-    /// Changes everything but the name.
+    /// Changes everything but the name. A separate track file becomes part of the well's main file.
     host::Status changeWell(const QString &key, const WellProperties &properties);
     host::Status renameWell(const QString &key, const QString &name);
     /// Deletes the well with its files.
@@ -56,17 +55,29 @@ private:
     {
         int number = 0; ///< the n of "^n"
         LogFileHeader header;
+        FileState state;
+    };
+    /// The logs of one well: first those with a usable header and a name of their own, in the order of numbers.
+    struct LogFiles
+    {
+        QString stem;
+        QVector<LogFile> logs;
+        int fileCount = 0; ///< all files "^1", "^2", … up to the first missing number
     };
 
     QString wellFolder() const;
     QString objectListPath() const { return wellFolder() + QStringLiteral("/.omf"); }
     host::Outcome<ObjectList> readObjectList();
+    /// The same for a list that is to be changed and written: a list that is cut off is refused.
+    host::Outcome<ObjectList> listToChange();
     host::Status writeObjectList(const ObjectList &list);
     host::Outcome<QString> stem(const QString &key);
     QString newStem(const QString &name, const ObjectList &list) const;
-    host::Outcome<WellFile> readWell(const QString &stem);
-    host::Outcome<QVector<LogFile>> readLogHeaders(const QString &stem);
-    int logFileCount(const QString &stem) const;
+    host::Outcome<WellFile> readWell(const QString &stem, bool *hasTrackFile = nullptr);
+    bool readLogHeader(const QString &path, int number, LogFile *log);
+    const LogFiles &readLogHeaders(const QString &stem);
+    host::Outcome<host::LogData> readListedLog(const QString &stem, int index);
+    host::Status writeWell(const QString &stem, const WellFile &file);
     void report(const QString &path, const QString &problem);
 
     QString m_surveyDirectory;
@@ -75,19 +86,13 @@ private:
 
     // The object list as last parsed, and the state of the file then: every call looks it up, and parsing it each
     // time would make work on all wells quadratic.
-    struct Signature
-    {
-        QDateTime time;
-        qint64 size = -1;
-        quint64 inode = 0;
-        bool operator==(const Signature &other) const
-        {
-            return time == other.time && size == other.size && inode == other.inode;
-        }
-    };
-    Signature m_listSignature;
+    FileState m_listState;
+    QByteArray m_listBytes; ///< null when none was parsed
     ObjectList m_list;
     QHash<int, int> m_listIndex; ///< object number to entry index
+    // The log headers of the well last looked at: who reads or writes a well's logs one by one would otherwise read
+    // all headers for each of them.
+    LogFiles m_logs;
 };
 
 } // namespace workbench

@@ -5,6 +5,7 @@
 
 #include <QStringList>
 
+#include <algorithm>
 #include <cmath>
 
 namespace workbench {
@@ -15,6 +16,7 @@ constexpr char wellType[] = "Well";
 constexpr char coordinateKey[] = "Surface coordinate";
 constexpr char groundKey[] = "Ground Level elevation [GL]";
 constexpr char oldGroundKey[] = "Ground Level elevation";
+constexpr double largestNumber = 1e15;
 constexpr char typeKey[] = "Well type"; // the workbench's own; the host ignores it
 
 bool isBlank(char c)
@@ -43,16 +45,18 @@ bool parseTrackRow(const char *begin, const char *end, TrackPoint *point)
 }
 
 // The host stops at the first row it cannot read; so do we.
-QVector<TrackPoint> parseTrackRows(const QByteArray &bytes, int offset)
+QVector<TrackPoint> parseTrackRows(const QByteArray &bytes, int offset, bool *isCut)
 {
     QVector<TrackPoint> track;
+    *isCut = false;
     base::forEachLine(bytes.constData() + offset, bytes.constData() + bytes.size(),
-                      [&track](const char *begin, const char *end) {
+                      [&track, isCut](const char *begin, const char *end) {
                           TrackPoint point;
-                          if (!parseTrackRow(begin, end, &point))
-                              return begin == end;
-                          track.append(point);
-                          return true;
+                          if (parseTrackRow(begin, end, &point))
+                              track.append(point);
+                          else
+                              *isCut = !std::all_of(begin, end, isBlank);
+                          return !*isCut;
                       });
     return track;
 }
@@ -90,12 +94,22 @@ QByteArray typeText(int code)
     return code >= 0 && code < names.size() ? names.at(code).toUtf8() : QByteArray::number(code);
 }
 
+// The host writes none at the origin.
+void setCoordinate(KeyValues *keys, double x, double y)
+{
+    if (x == 0 && y == 0)
+        keys->remove(coordinateKey);
+    else
+        keys->set(coordinateKey, '(' + base::formatPlain(x) + ',' + base::formatPlain(y) + ')');
+}
+
 void setElevation(KeyValues *keys, double value)
 {
+    keys->remove(oldGroundKey);
     if (host::isUndefined(static_cast<float>(value)))
         keys->remove(groundKey);
     else
-        keys->set(groundKey, base::formatShortest(value));
+        keys->set(groundKey, base::formatPlain(value));
 }
 
 TrackPoint interpolated(const TrackPoint &a, const TrackPoint &b, double md)
@@ -109,14 +123,12 @@ void setTotalDepth(QVector<TrackPoint> *track, double totalDepth)
     while (track->size() > 1 && track->at(track->size() - 2).md >= totalDepth)
         track->removeLast();
     const TrackPoint last = track->last();
-    if (track->size() == 1) {
-        if (totalDepth > last.md)
-            track->append({last.x, last.y, last.z + totalDepth - last.md, totalDepth});
+    if (last.md == totalDepth)
         return;
-    }
-    const TrackPoint &before = track->at(track->size() - 2);
-    if (last.md != totalDepth && last.md > before.md)
-        track->last() = interpolated(before, last, totalDepth);
+    if (track->size() > 1 && last.md > track->at(track->size() - 2).md)
+        track->last() = interpolated(track->at(track->size() - 2), last, totalDepth);
+    else if (totalDepth > last.md)
+        track->append({last.x, last.y, last.z + totalDepth - last.md, totalDepth});
 }
 
 } // namespace
@@ -161,14 +173,15 @@ host::Outcome<WellFile> parseWellFile(const QByteArray &bytes)
         return {{}, parsed.error};
     WellFile file;
     file.keys = parsed.value.keys;
-    file.track = parseTrackRows(bytes, parsed.value.bodyOffset);
+    file.track = parseTrackRows(bytes, parsed.value.bodyOffset, &file.isTrackCut);
     if (file.track.isEmpty())
         return {file, QStringLiteral("it holds no valid well track")};
     return {file, {}};
 }
 
-QVector<TrackPoint> parseTrackFile(const QByteArray &bytes)
+QVector<TrackPoint> parseTrackFile(const QByteArray &bytes, bool *isCut)
 {
+    bool ignored = false;
     int offset = 0;
     if (bytes.startsWith("dTect V")) {
         const int mark = bytes.indexOf("\n!");
@@ -176,17 +189,36 @@ QVector<TrackPoint> parseTrackFile(const QByteArray &bytes)
         const int lineEnd = bytes.indexOf('\n', offset);
         offset = lineEnd < 0 ? bytes.size() : lineEnd + 1;
     }
-    return parseTrackRows(bytes, offset);
+    return parseTrackRows(bytes, offset, isCut ? isCut : &ignored);
 }
 
 QByteArray wellFileBytes(const WellFile &file)
 {
     QByteArray bytes = odFileHeader(wellType) + file.keys.toBytes() + "!\n";
     for (const TrackPoint &point : file.track) {
-        bytes += base::formatShortest(point.x) + '\t' + base::formatShortest(point.y) + '\t'
-            + base::formatShortest(point.z) + '\t' + base::formatShortest(point.md) + '\n';
+        bytes += base::formatPlain(point.x) + '\t' + base::formatPlain(point.y) + '\t'
+            + base::formatPlain(point.z) + '\t' + base::formatPlain(point.md) + '\n';
     }
     return bytes;
+}
+
+QString wellPropertiesProblem(const WellProperties &properties)
+{
+    const bool hasGround = !host::isUndefined(static_cast<float>(properties.groundElevation));
+    const struct
+    {
+        const char *what;
+        double value;
+    } numbers[] = {{"X coordinate", properties.x},
+                   {"Y coordinate", properties.y},
+                   {"kelly bushing elevation", properties.kbElevation},
+                   {"ground elevation", hasGround ? properties.groundElevation : 0},
+                   {"total depth", properties.totalDepth}};
+    for (const auto &number : numbers)
+        if (!(std::fabs(number.value) <= largestNumber)) // written so that NaN fails too
+            return QStringLiteral("The %1 of the well \"%2\" is no usable number.")
+                .arg(QLatin1String(number.what), properties.name);
+    return {};
 }
 
 WellFile makeWellFile(const WellProperties &properties)
@@ -194,7 +226,8 @@ WellFile makeWellFile(const WellProperties &properties)
     WellFile file;
     file.keys.set("Depth-Unit", QByteArray("Meter"));
     file.keys.set("Unique Well ID", properties.name.toUtf8());
-    file.track.append({properties.x, properties.y, -properties.kbElevation, 0});
+    setCoordinate(&file.keys, properties.x, properties.y);
+    file.track.append({properties.x, properties.y, 0 - properties.kbElevation, 0});
     applyProperties(&file, properties);
     return file;
 }
@@ -204,21 +237,22 @@ void applyProperties(WellFile *file, const WellProperties &properties)
     const host::WellHeader old = file->header(properties.name);
     const double dx = properties.x - old.x;
     const double dy = properties.y - old.y;
-    const double dz = static_cast<double>(old.kbElevation) - properties.kbElevation;
+    // An elevation crosses the interface as a float: what did not change there must not move the track.
+    const bool isLifted = static_cast<float>(properties.kbElevation) != old.kbElevation;
+    const double dz
+        = isLifted ? file->track.first().md - file->track.first().z - properties.kbElevation : 0;
     for (TrackPoint &point : file->track) {
         point.x += dx;
         point.y += dy;
-        if (std::fabs(dz) > 1e-6)
-            point.z += dz;
+        point.z += dz;
     }
-    if (properties.x == 0 && properties.y == 0)
-        file->keys.remove(coordinateKey);
-    else
-        file->keys.set(coordinateKey,
-                       '(' + base::formatShortest(properties.x) + ',' + base::formatShortest(properties.y) + ')');
+    if (dx != 0 || dy != 0)
+        setCoordinate(&file->keys, properties.x, properties.y);
     if (elevation(file->keys) != static_cast<float>(properties.groundElevation))
         setElevation(&file->keys, properties.groundElevation);
     setTotalDepth(&file->track, properties.totalDepth);
+    if (properties.typeCode == old.typeCode)
+        return;
     if (properties.typeCode == host::NoWellType)
         file->keys.remove(typeKey);
     else

@@ -29,6 +29,7 @@ struct WellFile
 {
     KeyValues keys;
     QVector<TrackPoint> track;
+    bool isTrackCut = false; ///< the track ends in a line that is no row
 
     host::WellHeader header(const QString &name) const;
     WellProperties properties(const QString &name) const;
@@ -36,10 +37,13 @@ struct WellFile
 
 /// The error is a sentence without the file's name; a file without a valid track point is an error, as in the host.
 host::Outcome<WellFile> parseWellFile(const QByteArray &bytes);
-/// The rows of a separate track file, with or without header lines.
-QVector<TrackPoint> parseTrackFile(const QByteArray &bytes);
+/// The rows of a separate track file, with or without header lines. \a isCut tells that they end in a line that is
+/// no row.
+QVector<TrackPoint> parseTrackFile(const QByteArray &bytes, bool *isCut = nullptr);
 QByteArray wellFileBytes(const WellFile &file);
 
+/// Why these cannot be the properties of a well, as a sentence; empty when they can.
+QString wellPropertiesProblem(const WellProperties &properties);
 /// A vertical well of these properties.
 WellFile makeWellFile(const WellProperties &properties);
 /// Changes what differs: a new position moves the track, a new KB elevation lifts it, a new total depth cuts or

@@ -1,0 +1,76 @@
+// A plug-in for tests of the program: says what it sees, opens a window and closes the workbench.
+
+#include "workbench/hostaccess.h"
+#include "workbench/plugininforecord.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <cstdio>
+
+namespace {
+
+void say(const char *what, const QString &text = {})
+{
+    std::fprintf(stdout, "%s%s\n", what, qUtf8Printable(text));
+    std::fflush(stdout);
+}
+
+class Window : public QWidget
+{
+public:
+    explicit Window(QWidget *parent)
+        : QWidget(parent, Qt::Window)
+    {
+    }
+    ~Window() override { say("window gone, host there: ", lorvaWorkbenchHost() ? "yes" : "no"); }
+};
+
+class Manager
+{
+public:
+    explicit Manager(host::Host &host)
+        : m_host(host)
+        , m_action(host.appendAction({QStringLiteral("Quitter"), QString(), [] { say("action triggered"); }}))
+    {
+    }
+    ~Manager()
+    {
+        m_host.removeAction(m_action);
+        say("manager gone, host there: ", lorvaWorkbenchHost() ? "yes" : "no");
+    }
+
+private:
+    host::Host &m_host;
+    int m_action;
+};
+
+} // namespace
+
+extern "C" {
+
+Q_DECL_EXPORT const workbench::PluginInfoRecord *GetQuitterPluginInfo()
+{
+    static const workbench::PluginInfoRecord record{"Quitter", "Tests", "Tests", "1.0", "Closes the workbench.", 0};
+    return &record;
+}
+
+Q_DECL_EXPORT const char *InitQuitterPlugin(int, char **)
+{
+    host::Host *host = lorvaWorkbenchHost();
+    if (!host)
+        return "no host";
+    static Manager manager(*host);
+    say("started, window there: ", host->mainWidget() ? "yes" : "no");
+    QTimer::singleShot(0, host->mainWidget(), [host] {
+        say("survey: ", host->surveyDirectory());
+        say("title: ", host->mainWidget()->windowTitle());
+        static QWidget alone; // must not keep the program running
+        alone.show();
+        auto *window = new Window(host->mainWidget());
+        window->show();
+        host->mainWidget()->close();
+    });
+    return nullptr;
+}
+}

@@ -1,0 +1,592 @@
+#include "dialogscript.h"
+#include "support/files.h"
+#include "support/scriptedasker.h"
+#include "support/testmain.h"
+#include "workbench/renamewelldialog.h"
+#include "workbench/surveyfolder.h"
+#include "workbench/welleditdialog.h"
+#include "workbench/wellinput.h"
+#include "workbench/wellmanagerdialog.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTableWidget>
+#include <QTest>
+
+using namespace workbench;
+
+namespace {
+
+const QString probeOne = QStringLiteral("100050.2");
+const QString probeTwo = QStringLiteral("100050.3");
+
+void type(QWidget *parent, const char *edit, const QString &text)
+{
+    auto *line = parent->findChild<QLineEdit *>(QLatin1String(edit));
+    line->setFocus();
+    line->selectAll();
+    QTest::keyClick(line, Qt::Key_Delete);
+    QTest::keyClicks(line, text);
+}
+
+QString problem(QWidget *parent, const char *edit)
+{
+    return parent->findChild<QLabel *>(QLatin1String(edit) + QStringLiteral("Problem"))->text();
+}
+
+QString shown(QWidget *parent, const char *edit)
+{
+    return parent->findChild<QLineEdit *>(QLatin1String(edit))->text();
+}
+
+QStringList column(const QTableWidget *table, int column)
+{
+    QStringList texts;
+    for (int row = 0; row < table->rowCount(); ++row)
+        texts.append(table->item(row, column)->text());
+    return texts;
+}
+
+QStringList names(const QVector<host::WellEntry> &wells)
+{
+    QStringList names;
+    for (const host::WellEntry &well : wells)
+        names.append(well.name);
+    return names;
+}
+
+} // namespace
+
+class TestWellManager : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void fieldProblems_data();
+    void fieldProblems();
+    void unchangedTextsKeepTheirValuesExactly();
+    void namesAreTakenWhateverTheirCase();
+    void listsWellsWithTheirLogs();
+    void damagedLogsAreShownAsUnknown();
+    void addsAWell();
+    void addRefusesBadInputWithASentencePerField();
+    void commaIsToldInsteadOfSwallowed();
+    void germanLocaleChangesNothing();
+    void editsAWell();
+    void editWithoutAChangeWritesNothing();
+    void editKeepsAnUnknownType();
+    void storeErrorsKeepTheDialogOpen();
+    void renamesAWell();
+    void renameRefusesTakenAndEmptyNames();
+    void deletesAfterAsking();
+    void keepsTheWellOnNo();
+    void removesALogAfterAsking();
+    void filterNarrowsTheListAndYieldsToANewWell();
+    void shortcutsOfTheList();
+    void unreadableListIsToldInABox();
+    void manyWellsAreListed();
+
+private:
+    QString survey() const { return m_folder->filePath(QStringLiteral("survey")); }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<SurveyStore> m_store;
+    ScriptedAsker m_asker;
+};
+
+void TestWellManager::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_asker = ScriptedAsker();
+    const QString shared = files::sharedFolder(QStringLiteral("od-survey"));
+    if (shared.isEmpty())
+        QSKIP("The folder of real data has no od-survey.");
+    files::copyFolder(shared, survey());
+    m_store = std::make_unique<SurveyStore>(survey());
+}
+
+void TestWellManager::fieldProblems_data()
+{
+    QTest::addColumn<int>("field");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("problem");
+    const auto row = [](WellField field, const char *text, const char *problem) {
+        QTest::newRow(
+            qPrintable(QString::number(static_cast<int>(field)) + QLatin1Char(' ') + QString::fromUtf8(text)))
+            << static_cast<int>(field) << QString::fromUtf8(text) << QString::fromUtf8(problem);
+    };
+    row(WellField::Name, "15/9-F-1", "");
+    row(WellField::Name, "", "A well needs a name.");
+    row(WellField::Name, "  ", "A well needs a name.");
+    row(WellField::Name, "a\tb", "The name holds a control character.");
+    row(WellField::X, "504000.25", "");
+    row(WellField::X, " +5e5 ", "");
+    row(WellField::X, "", "X is missing.");
+    row(WellField::X, "12,5", "X is written with a comma; please write a decimal point.");
+    row(WellField::X, "east", "X is not a number.");
+    row(WellField::X, "nan", "X is not a number.");
+    row(WellField::X, "1e400", "X is not a number.");
+    row(WellField::Y, "1e9", "Y must lie between -100000000 and 100000000.");
+    row(WellField::KbElevation, "-12.5", "");
+    row(WellField::KbElevation, "", "The KB elevation is missing.");
+    row(WellField::KbElevation, "1e30", "The KB elevation must lie between -100000 and 100000.");
+    row(WellField::GroundElevation, "", "");
+    row(WellField::GroundElevation, "-300", "");
+    row(WellField::GroundElevation, "x", "The ground elevation is not a number.");
+    row(WellField::TotalDepth, "2000", "");
+    row(WellField::TotalDepth, "0", "The total depth must be greater than 0.");
+    row(WellField::TotalDepth, "-5", "The total depth must be greater than 0.");
+    row(WellField::TotalDepth, "deep", "The total depth is not a number.");
+    row(WellField::TotalDepth, "", "The total depth is missing.");
+}
+
+void TestWellManager::fieldProblems()
+{
+    QFETCH(int, field);
+    QFETCH(QString, text);
+    QFETCH(QString, problem);
+    QCOMPARE(wellFieldProblem(static_cast<WellField>(field), text), problem);
+}
+
+void TestWellManager::unchangedTextsKeepTheirValuesExactly()
+{
+    WellProperties before;
+    before.name = QStringLiteral("A");
+    before.x = 504000.123456789;
+    before.kbElevation = static_cast<double>(3000.1f); // not 3000.1: single precision
+    before.groundElevation = static_cast<double>(host::undefinedValue);
+    before.totalDepth = 1.0 / 3;
+    before.typeCode = 4;
+    const WellTexts texts = wellTexts(before);
+    QCOMPARE(texts[WellField::KbElevation], QStringLiteral("3000.1"));
+    QCOMPARE(texts[WellField::GroundElevation], QString());
+    const WellProperties same = wellProperties(texts, before);
+    QVERIFY(same.x == before.x && same.kbElevation == before.kbElevation && same.totalDepth == before.totalDepth);
+    QVERIFY(host::isUndefined(static_cast<float>(same.groundElevation)));
+    QCOMPARE(same.typeCode, 4);
+
+    WellTexts changed = texts;
+    changed[WellField::KbElevation] = QStringLiteral(" 25.5 ");
+    changed[WellField::GroundElevation] = QStringLiteral("-300");
+    changed[WellField::Name] = QStringLiteral(" B ");
+    const WellProperties other = wellProperties(changed, before);
+    QCOMPARE(other.kbElevation, 25.5);
+    QCOMPARE(other.groundElevation, -300.0);
+    QCOMPARE(other.name, QStringLiteral("B"));
+    changed[WellField::GroundElevation] = QString();
+    QVERIFY(host::isUndefined(static_cast<float>(wellProperties(changed, other).groundElevation)));
+}
+
+void TestWellManager::namesAreTakenWhateverTheirCase()
+{
+    const QVector<host::WellEntry> wells{{QStringLiteral("A-1"), QStringLiteral("k1")},
+                                         {QStringLiteral("a-1"), QStringLiteral("k2")},
+                                         {QStringLiteral("B"), QStringLiteral("k3")}};
+    QCOMPARE(wellNameProblem(QStringLiteral(" b "), wells, {}), QStringLiteral("A well named \"b\" exists already."));
+    QCOMPARE(wellNameProblem(QStringLiteral("b"), wells, QStringLiteral("k3")), QString());
+    QCOMPARE(wellNameProblem(QStringLiteral("a-1"), wells, QStringLiteral("k2")), QString()); // unchanged
+    QVERIFY(!wellNameProblem(QStringLiteral("A-1"), wells, QStringLiteral("k3")).isEmpty());
+    QCOMPARE(wellNameProblem(QStringLiteral("C"), wells, {}), QString());
+}
+
+void TestWellManager::listsWellsWithTheirLogs()
+{
+    WellManagerDialog dialog(*m_store, m_asker);
+    QVERIFY(showActive(&dialog));
+    auto *list = dialog.findChild<QListView *>(QStringLiteral("wellsList"));
+    QCOMPARE(list->model()->rowCount(), 2);
+    QCOMPARE(list->model()->index(0, 0).data().toString(), QStringLiteral("Probe 2/A"));
+    QCOMPARE(dialog.currentWellKey(), probeTwo);
+    const auto *logs = dialog.findChild<QTableWidget *>(QStringLiteral("logsTable"));
+    QCOMPARE(
+        column(logs, 0),
+        (QStringList{QStringLiteral("GR"), QStringLiteral("RHOB"), QStringLiteral("ILD"), QStringLiteral("DT")}));
+    QCOMPARE(column(logs, 1).mid(0, 3),
+             (QStringList{QStringLiteral("gAPI"), QStringLiteral("g/cc"), QStringLiteral("ohmm")}));
+    QCOMPARE(logs->item(0, 2)->text(), QStringLiteral("31"));
+    QCOMPARE(logs->item(0, 3)->text(), QStringLiteral("600"));
+    QCOMPARE(logs->item(0, 4)->text(), QStringLiteral("615"));
+    QCOMPARE(dialog.findChild<QLabel *>(QStringLiteral("wellHeaderLabel"))->text(),
+             QStringLiteral("X 504000.25   Y 6005000.5\nKB 30 m   TD 2000 m"));
+    QTest::keyClick(list, Qt::Key_Down);
+    QCOMPARE(dialog.currentWellKey(), probeOne);
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    QVERIFY(!dialog.isVisible());
+    QVERIFY(m_asker.boxes.isEmpty());
+}
+
+void TestWellManager::damagedLogsAreShownAsUnknown()
+{
+    // A header of 60 logs more: those beyond the first are counted only when they are selected.
+    host::LogData log;
+    log.depths = {1, 2, 3};
+    log.values = {1, 2, 3};
+    for (int i = 0; i < 62; ++i) {
+        log.name = QStringLiteral("L%1").arg(i);
+        QCOMPARE(m_store->writeLog(probeTwo, log).error, QString());
+    }
+    WellManagerDialog dialog(*m_store, m_asker);
+    QVERIFY(showActive(&dialog));
+    auto *logs = dialog.findChild<QTableWidget *>(QStringLiteral("logsTable"));
+    QCOMPARE(logs->rowCount(), 66);
+    QCOMPARE(logs->item(59, 2)->text(), QStringLiteral("3"));
+    QCOMPARE(logs->item(65, 2)->text(), QStringLiteral("?"));
+    logs->selectRow(65);
+    QCOMPARE(logs->item(65, 2)->text(), QStringLiteral("3"));
+    QCOMPARE(logs->item(64, 2)->text(), QStringLiteral("?"));
+}
+
+void TestWellManager::addsAWell()
+{
+    WellManagerDialog dialog(*m_store, m_asker);
+    QVERIFY(showActive(&dialog));
+    QSignalSpy changed(&dialog, &WellManagerDialog::changed);
+    onNextDialog(QStringLiteral("wellEditDialog"), [](QDialog *edit) {
+        QCOMPARE(edit->windowTitle(), QStringLiteral("Add well"));
+        type(edit, "nameEdit", QStringLiteral(" 15/9-F-1 "));
+        type(edit, "xEdit", QStringLiteral("435050.5"));
+        type(edit, "yEdit", QStringLiteral("6478563.125"));
+        type(edit, "kbEdit", QStringLiteral("54.9"));
+        type(edit, "totalDepthEdit", QStringLiteral("3465"));
+        edit->findChild<QComboBox *>(QStringLiteral("typeCombo"))->setCurrentText(QStringLiteral("OilGas"));
+        QTest::keyClick(edit->findChild<QLineEdit *>(QStringLiteral("xEdit")), Qt::Key_Return);
+    });
+    pressMnemonic(&dialog, Qt::Key_A);
+    QCOMPARE(changed.size(), 1);
+    const QString key = dialog.currentWellKey();
+    const host::Outcome<WellProperties> well = SurveyStore(survey()).properties(key);
+    QCOMPARE(well.error, QString());
+    QCOMPARE(well.value.name, QStringLiteral("15/9-F-1"));
+    QCOMPARE(well.value.x, 435050.5);
+    QCOMPARE(well.value.y, 6478563.125);
+    QCOMPARE(static_cast<float>(well.value.kbElevation), 54.9f);
+    QVERIFY(host::isUndefined(static_cast<float>(well.value.groundElevation)));
+    QCOMPARE(well.value.totalDepth, 3465.0);
+    QCOMPARE(well.value.typeCode, static_cast<int>(host::OilGasWell));
+    QVERIFY(m_asker.boxes.isEmpty());
+}
+
+void TestWellManager::addRefusesBadInputWithASentencePerField()
+{
+    const auto before = files::snapshot(survey());
+    WellEditDialog dialog(*m_store, m_asker);
+    QVERIFY(showActive(&dialog));
+    QTest::keyClick(&dialog, Qt::Key_Return);
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(problem(&dialog, "nameEdit"), QStringLiteral("A well needs a name."));
+    QCOMPARE(problem(&dialog, "xEdit"), QStringLiteral("X is missing."));
+    QCOMPARE(problem(&dialog, "kbEdit"), QString());
+    QCOMPARE(problem(&dialog, "groundEdit"), QString());
+    QCOMPARE(problem(&dialog, "totalDepthEdit"), QStringLiteral("The total depth is missing."));
+    QCOMPARE(QApplication::focusWidget()->objectName(), QStringLiteral("nameEdit"));
+    QVERIFY(dialog.findChild<QLabel *>(QStringLiteral("xEditProblem"))->isVisible());
+    // A sentence goes as soon as its field is right.
+    type(&dialog, "nameEdit", QStringLiteral("probe-1"));
+    QCOMPARE(problem(&dialog, "nameEdit"), QString());
+    QVERIFY(!dialog.findChild<QLabel *>(QStringLiteral("nameEditProblem"))->isVisible());
+    QTest::keyClick(&dialog, Qt::Key_Return);
+    QCOMPARE(problem(&dialog, "nameEdit"), QStringLiteral("A well named \"probe-1\" exists already."));
+    type(&dialog, "nameEdit", QStringLiteral("Probe-3"));
+    QCOMPARE(problem(&dialog, "nameEdit"), QString());
+    type(&dialog, "totalDepthEdit", QStringLiteral("0"));
+    QCOMPARE(problem(&dialog, "totalDepthEdit"), QStringLiteral("The total depth must be greater than 0."));
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    QCOMPARE(dialog.result(), static_cast<int>(QDialog::Rejected));
+    QVERIFY(!dialog.hasWritten());
+    QCOMPARE(files::snapshot(survey()), before);
+}
+
+void TestWellManager::commaIsToldInsteadOfSwallowed()
+{
+    WellEditDialog dialog(*m_store, m_asker);
+    QVERIFY(showActive(&dialog));
+    type(&dialog, "kbEdit", QStringLiteral("25,5"));
+    QCOMPARE(shown(&dialog, "kbEdit"), QStringLiteral("25,5"));
+    type(&dialog, "xEdit", QStringLiteral("5x0-0y0"));
+    QCOMPARE(shown(&dialog, "xEdit"), QStringLiteral("5000")); // letters do not get in
+    QTest::keyClick(&dialog, Qt::Key_Return);
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(problem(&dialog, "kbEdit"),
+             QStringLiteral("The KB elevation is written with a comma; please write a decimal point."));
+}
+
+void TestWellManager::germanLocaleChangesNothing()
+{
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::German));
+    {
+        WellEditDialog dialog(*m_store, m_asker, probeTwo, m_store->properties(probeTwo).value);
+        QVERIFY(showActive(&dialog));
+        QCOMPARE(shown(&dialog, "xEdit"), QStringLiteral("504000.25"));
+        type(&dialog, "xEdit", QStringLiteral("504001.75"));
+        QTest::keyClick(&dialog, Qt::Key_Return);
+    }
+    QLocale::setDefault(before);
+    QCOMPARE(SurveyStore(survey()).properties(probeTwo).value.x, 504001.75);
+}
+
+void TestWellManager::editsAWell()
+{
+    WellManagerDialog dialog(*m_store, m_asker);
+    QVERIFY(showActive(&dialog));
+    dialog.selectWell(probeOne);
+    QSignalSpy changed(&dialog, &WellManagerDialog::changed);
+    onNextDialog(QStringLiteral("wellEditDialog"), [](QDialog *edit) {
+        QCOMPARE(edit->windowTitle(), QStringLiteral("Edit well Probe-1"));
+        QCOMPARE(shown(edit, "totalDepthEdit"), QStringLiteral("2500"));
+        type(edit, "nameEdit", QStringLiteral("Probe-1 ST2"));
+        type(edit, "kbEdit", QStringLiteral("26.5"));
+        type(edit, "groundEdit", QStringLiteral("-80"));
+        edit->findChild<QComboBox *>(QStringLiteral("typeCombo"))->setCurrentText(QStringLiteral("Gas"));
+        QTest::keyClick(edit, Qt::Key_Return);
+    });
+    QTest::keyClick(dialog.findChild<QListView *>(), Qt::Key_Return); // "Edit" is the default button
+    QCOMPARE(changed.size(), 1);
+    QCOMPARE(dialog.currentWellKey(), probeOne);
+    SurveyStore fresh(survey());
+    const WellProperties well = fresh.properties(probeOne).value;
+    QCOMPARE(well.name, QStringLiteral("Probe-1 ST2"));
+    QCOMPARE(well.kbElevation, 26.5);
+    QCOMPARE(well.groundElevation, -80.0);
+    QCOMPARE(well.typeCode, static_cast<int>(host::GasWell));
+    QCOMPARE(well.x, 502500.0);
+    QCOMPARE(well.totalDepth, 2500.0);
+    QCOMPARE(fresh.logs(probeOne).value.size(), 4);
+    QCOMPARE(fresh.markers(probeOne).value.size(), 5);
+}
+
+void TestWellManager::editWithoutAChangeWritesNothing()
+{
+    const auto before = files::snapshot(survey());
+    WellManagerDialog dialog(*m_store, m_asker);
+    QVERIFY(showActive(&dialog));
+    QSignalSpy changed(&dialog, &WellManagerDialog::changed);
+    onNextDialog(QStringLiteral("wellEditDialog"), [](QDialog *edit) { QTest::keyClick(edit, Qt::Key_Return); });
+    QTest::mouseClick(dialog.findChild<QPushButton *>(QStringLiteral("editWellButton")), Qt::LeftButton);
+    QVERIFY(changed.isEmpty());
+    QCOMPARE(files::snapshot(survey()), before);
+}
+
+void TestWellManager::editKeepsAnUnknownType()
+{
+    WellProperties well = m_store->properties(probeOne).value;
+    well.typeCode = 9;
+    QCOMPARE(m_store->changeWell(probeOne, well).error, QString());
+    WellEditDialog dialog(*m_store, m_asker, probeOne, m_store->properties(probeOne).value);
+    QCOMPARE(dialog.findChild<QComboBox *>()->currentText(), QStringLiteral("Type 9"));
+    type(&dialog, "kbEdit", QStringLiteral("31"));
+    dialog.accept();
+    QCOMPARE(SurveyStore(survey()).properties(probeOne).value.typeCode, 9);
+    QCOMPARE(SurveyStore(survey()).properties(probeOne).value.kbElevation, 31.0);
+}
+
+void TestWellManager::storeErrorsKeepTheDialogOpen()
+{
+    WellEditDialog add(*m_store, m_asker);
+    QVERIFY(showActive(&add));
+    type(&add, "nameEdit", QStringLiteral("@odd")); // a name that the store's list cannot hold
+    for (const char *edit : {"xEdit", "yEdit", "totalDepthEdit"})
+        type(&add, edit, QStringLiteral("5"));
+    QTest::keyClick(&add, Qt::Key_Return);
+    QVERIFY(add.isVisible());
+    QCOMPARE(m_asker.boxes.size(), 1);
+    QCOMPARE(m_asker.boxes.first().icon, base::BoxIcon::Warning);
+    QVERIFY(m_asker.boxes.first().text.contains(QLatin1String("@odd")));
+    type(&add, "nameEdit", QStringLiteral("plain"));
+    QTest::keyClick(&add, Qt::Key_Return);
+    QVERIFY(!add.isVisible());
+    QVERIFY(names(SurveyStore(survey()).list().value).contains(QStringLiteral("plain")));
+
+    RenameWellDialog rename(*m_store, m_asker, {QStringLiteral("Probe-1"), probeOne});
+    QVERIFY(showActive(&rename));
+    type(&rename, "nameEdit", QStringLiteral("--x"));
+    QTest::keyClick(&rename, Qt::Key_Return);
+    QVERIFY(rename.isVisible());
+    QCOMPARE(m_asker.boxes.size(), 2);
+}
+
+void TestWellManager::renamesAWell()
+{
+    WellManagerDialog dialog(*m_store, m_asker);
+    QVERIFY(showActive(&dialog));
+    dialog.selectWell(probeOne);
+    onNextDialog(QStringLiteral("renameWellDialog"), [](QDialog *rename) {
+        QCOMPARE(shown(rename, "nameEdit"), QStringLiteral("Probe-1"));
+        QTest::keyClicks(rename->findChild<QLineEdit *>(), QStringLiteral("Aa first")); // all is selected
+        QTest::keyClick(rename, Qt::Key_Return);
+    });
+    pressMnemonic(&dialog, Qt::Key_N);
+    QCOMPARE(dialog.currentWellKey(), probeOne);
+    QCOMPARE(names(SurveyStore(survey()).list().value),
+             (QStringList{QStringLiteral("Aa first"), QStringLiteral("Probe 2/A")}));
+    QCOMPARE(dialog.findChild<QListView *>()->currentIndex().row(), 0);
+}
+
+void TestWellManager::renameRefusesTakenAndEmptyNames()
+{
+    const auto before = files::snapshot(survey());
+    RenameWellDialog dialog(*m_store, m_asker, {QStringLiteral("Probe-1"), probeOne});
+    QVERIFY(showActive(&dialog));
+    type(&dialog, "nameEdit", QStringLiteral("PROBE 2/A"));
+    QTest::keyClick(&dialog, Qt::Key_Return);
+    QCOMPARE(problem(&dialog, "nameEdit"), QStringLiteral("A well named \"PROBE 2/A\" exists already."));
+    type(&dialog, "nameEdit", QString());
+    QTest::keyClick(&dialog, Qt::Key_Return);
+    QCOMPARE(problem(&dialog, "nameEdit"), QStringLiteral("A well needs a name."));
+    QVERIFY(dialog.isVisible());
+    type(&dialog, "nameEdit", QStringLiteral("Probe-1"));
+    QTest::keyClick(&dialog, Qt::Key_Return); // no change, no write
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(files::snapshot(survey()), before);
+}
+
+void TestWellManager::deletesAfterAsking()
+{
+    WellManagerDialog dialog(*m_store, m_asker);
+    QVERIFY(showActive(&dialog));
+    QSignalSpy changed(&dialog, &WellManagerDialog::changed);
+    m_asker.answers = {base::BoxButton::Yes};
+    QTest::mouseClick(dialog.findChild<QPushButton *>(QStringLiteral("deleteWellButton")), Qt::LeftButton);
+    QCOMPARE(m_asker.boxes.size(), 1);
+    const base::Box box = m_asker.boxes.first();
+    QCOMPARE(box.icon, base::BoxIcon::Question);
+    QCOMPARE(box.text,
+             QStringLiteral("Delete the well \"Probe 2/A\"?\nIts logs and markers are deleted too. "
+                            "This cannot be undone."));
+    QCOMPARE(box.buttons, (QVector<base::BoxButton>{base::BoxButton::Yes, base::BoxButton::No}));
+    QCOMPARE(changed.size(), 1);
+    QCOMPARE(names(SurveyStore(survey()).list().value), QStringList{QStringLiteral("Probe-1")});
+    QCOMPARE(dialog.currentWellKey(), probeOne);
+    for (const QString &file : files::snapshot(survey()).keys())
+        QVERIFY2(!file.contains(QLatin1String("Probe_2_A")), qPrintable(file));
+    // And the last one.
+    m_asker.answers = {base::BoxButton::Yes};
+    pressMnemonic(&dialog, Qt::Key_D);
+    QVERIFY(SurveyStore(survey()).list().value.isEmpty());
+    QVERIFY(dialog.currentWellKey().isEmpty());
+    for (const char *button : {"editWellButton", "renameWellButton", "deleteWellButton", "removeLogButton"})
+        QVERIFY(!dialog.findChild<QPushButton *>(QLatin1String(button))->isEnabled());
+    QVERIFY(dialog.findChild<QPushButton *>(QStringLiteral("addWellButton"))->isEnabled());
+}
+
+void TestWellManager::keepsTheWellOnNo()
+{
+    const auto before = files::snapshot(survey());
+    WellManagerDialog dialog(*m_store, m_asker);
+    QVERIFY(showActive(&dialog));
+    QSignalSpy changed(&dialog, &WellManagerDialog::changed);
+    pressMnemonic(&dialog, Qt::Key_D); // the script answers with the last button, No
+    dialog.findChild<QTableWidget *>()->selectRow(0);
+    pressMnemonic(&dialog, Qt::Key_R);
+    QCOMPARE(m_asker.boxes.size(), 2);
+    QVERIFY(changed.isEmpty());
+    QCOMPARE(files::snapshot(survey()), before);
+}
+
+void TestWellManager::removesALogAfterAsking()
+{
+    WellManagerDialog dialog(*m_store, m_asker);
+    QVERIFY(showActive(&dialog));
+    QSignalSpy changed(&dialog, &WellManagerDialog::changed);
+    auto *logs = dialog.findChild<QTableWidget *>(QStringLiteral("logsTable"));
+    auto *remove = dialog.findChild<QPushButton *>(QStringLiteral("removeLogButton"));
+    QVERIFY(!remove->isEnabled());
+    QTest::mouseClick(logs->viewport(), Qt::LeftButton, {}, logs->visualItemRect(logs->item(1, 0)).center());
+    QVERIFY(remove->isEnabled());
+    m_asker.answers = {base::BoxButton::Yes};
+    QTest::mouseClick(remove, Qt::LeftButton);
+    QCOMPARE(m_asker.boxes.first().text,
+             QStringLiteral("Remove the log \"RHOB\" of the well \"Probe 2/A\"?\nThis cannot be undone."));
+    QCOMPARE(changed.size(), 1);
+    QStringList left;
+    for (const host::LogInfo &log : SurveyStore(survey()).logs(probeTwo).value)
+        left.append(log.name);
+    QCOMPARE(left, (QStringList{QStringLiteral("GR"), QStringLiteral("DT"), QStringLiteral("ILD")}));
+    QCOMPARE(column(logs, 0), left);
+    QCOMPARE(dialog.currentWellKey(), probeTwo);
+
+    // Another program took the log away meanwhile: a box says so and nothing else goes.
+    logs->selectRow(0);
+    QCOMPARE(SurveyStore(survey()).removeLog(probeTwo, 0).error, QString());
+    m_asker.answers = {base::BoxButton::Yes};
+    QTest::mouseClick(remove, Qt::LeftButton);
+    QCOMPARE(m_asker.boxes.last().text, QStringLiteral("The well \"Probe 2/A\" has no log \"GR\" any more."));
+    QCOMPARE(SurveyStore(survey()).logs(probeTwo).value.size(), 2);
+    QCOMPARE(logs->rowCount(), 2);
+}
+
+void TestWellManager::filterNarrowsTheListAndYieldsToANewWell()
+{
+    WellManagerDialog dialog(*m_store, m_asker);
+    QVERIFY(showActive(&dialog));
+    auto *list = dialog.findChild<QListView *>(QStringLiteral("wellsList"));
+    type(&dialog, "wellFilterEdit", QStringLiteral("PROBE-"));
+    QCOMPARE(list->model()->rowCount(), 1);
+    onNextDialog(QStringLiteral("wellEditDialog"), [](QDialog *edit) {
+        type(edit, "nameEdit", QStringLiteral("Other"));
+        for (const char *field : {"xEdit", "yEdit", "totalDepthEdit"})
+            type(edit, field, QStringLiteral("100"));
+        QTest::keyClick(edit, Qt::Key_Return);
+    });
+    pressMnemonic(&dialog, Qt::Key_A);
+    QCOMPARE(list->model()->rowCount(), 3);
+    QCOMPARE(list->currentIndex().data().toString(), QStringLiteral("Other"));
+}
+
+void TestWellManager::shortcutsOfTheList()
+{
+    WellManagerDialog dialog(*m_store, m_asker);
+    QVERIFY(showActive(&dialog));
+    auto *list = dialog.findChild<QListView *>(QStringLiteral("wellsList"));
+    list->setFocus();
+    bool isRenaming = false;
+    onNextDialog(QStringLiteral("renameWellDialog"), [&isRenaming](QDialog *rename) {
+        isRenaming = true;
+        QTest::keyClick(rename, Qt::Key_Escape);
+    });
+    QTest::keyClick(list, Qt::Key_F2);
+    QVERIFY(isRenaming);
+    QVERIFY(showActive(&dialog));
+    QTest::keyClick(list, Qt::Key_Delete);
+    QCOMPARE(m_asker.boxes.size(), 1);
+}
+
+void TestWellManager::unreadableListIsToldInABox()
+{
+    files::write(survey() + QStringLiteral("/WellInfo/.omf"), "rubbish");
+    WellManagerDialog dialog(*m_store, m_asker);
+    QCOMPARE(m_asker.boxes.size(), 1);
+    QVERIFY(m_asker.boxes.first().text.contains(QLatin1String("WellInfo/.omf")));
+}
+
+void TestWellManager::manyWellsAreListed()
+{
+    QByteArray list = "dTect V6.6\nObject Management file\n!\nID: 100050`2001\n!\n";
+    for (int i = 2; i <= 2001; ++i)
+        list += "Well " + QByteArray::number(i) + ": " + QByteArray::number(i)
+            + "\nWell: dGB`Stream\n$Name: none.well\n!\n";
+    files::write(survey() + QStringLiteral("/WellInfo/.omf"), list);
+    WellManagerDialog dialog(*m_store, m_asker);
+    QVERIFY(showActive(&dialog));
+    auto *view = dialog.findChild<QListView *>(QStringLiteral("wellsList"));
+    QCOMPARE(view->model()->rowCount(), 2000);
+    dialog.selectWell(QStringLiteral("100050.1500"));
+    QCOMPARE(view->currentIndex().data().toString(), QStringLiteral("Well 1500"));
+    QVERIFY(
+        dialog.findChild<QLabel *>(QStringLiteral("wellHeaderLabel"))->text().contains(QLatin1String("none.well")));
+    // A well that cannot be read can still be taken off the list.
+    m_asker.answers = {base::BoxButton::Yes};
+    pressMnemonic(&dialog, Qt::Key_D);
+    QCOMPARE(view->model()->rowCount(), 1999);
+    // Editing it is refused with the reason.
+    QTest::mouseClick(dialog.findChild<QPushButton *>(QStringLiteral("editWellButton")), Qt::LeftButton);
+    QVERIFY(m_asker.boxes.last().text.contains(QLatin1String("none.well")));
+}
+
+LORVA_TEST_MAIN(TestWellManager)
+#include "tst_wellmanager.moc"

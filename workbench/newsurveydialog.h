@@ -1,0 +1,52 @@
+#pragma once
+
+#include "workbench/filechooser.h"
+#include "workbench/surveyinput.h"
+
+#include <QDialog>
+
+QT_BEGIN_NAMESPACE
+class QLabel;
+class QLineEdit;
+QT_END_NAMESPACE
+
+namespace base {
+class Asker;
+}
+
+namespace workbench {
+
+class FieldForm;
+
+/// Asks for a new survey and makes its folder; when that fails the reason is shown in a box and the dialog stays.
+class NewSurveyDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// \a dataRoot is proposed as the folder for the survey.
+    NewSurveyDialog(base::Asker &asker, const FileChooser &chooser, const QString &dataRoot,
+                    QWidget *parent = nullptr);
+
+    /// The folder of the survey that was made; empty before.
+    QString createdSurvey() const { return m_created; }
+
+    void accept() override;
+
+private:
+    void buildWidgets();
+    void browse();
+    SurveyTexts texts() const;
+    QLineEdit *edit(SurveyField field) const { return m_edits[static_cast<size_t>(field)]; }
+    void refreshProblems();
+    void showPath();
+
+    base::Asker &m_asker;
+    FileChooser m_chooser;
+    FieldForm *m_form = nullptr;
+    std::array<QLineEdit *, surveyFields.size()> m_edits{};
+    QLabel *m_path = nullptr;
+    QString m_created;
+};
+
+} // namespace workbench

@@ -1,0 +1,180 @@
+#include "workbench/newwellsmodel.h"
+
+#include "workbench/statecolors.h"
+#include "workbench/tooltiptext.h"
+
+#include <QApplication>
+
+namespace workbench {
+
+namespace {
+
+bool isField(int column)
+{
+    return column >= NewWellsModel::NameColumn && column <= NewWellsModel::TotalDepthColumn;
+}
+
+WellField fieldOf(int column)
+{
+    return wellFields[static_cast<size_t>(column - NewWellsModel::NameColumn)];
+}
+
+Qt::Alignment alignment(int column)
+{
+    const bool isNumber = isField(column) && column != NewWellsModel::NameColumn;
+    return (isNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
+}
+
+QString notesText(const NewWell &well)
+{
+    QStringList notes = well.allNotes();
+    if (well.state == NewWell::State::Exists)
+        notes.prepend(QStringLiteral("exists already"));
+    if (well.state == NewWell::State::Created)
+        notes = QStringList{QStringLiteral("created")};
+    return notes.join(QStringLiteral("  "));
+}
+
+QVariant foreground(const NewWell &well)
+{
+    const QPalette palette = QApplication::palette();
+    if (well.state == NewWell::State::Unreadable)
+        return problemText(palette);
+    return well.isChosen ? QVariant() : quietText(palette);
+}
+
+} // namespace
+
+NewWellsModel::NewWellsModel(const WellNames &existing, QObject *parent)
+    : QAbstractTableModel(parent)
+    , m_wells(existing)
+{
+}
+
+void NewWellsModel::addFiles(const QStringList &paths)
+{
+    beginResetModel();
+    m_wells.addFiles(paths);
+    endResetModel();
+    emit changed();
+}
+
+void NewWellsModel::setCreated(const QVector<int> &rows)
+{
+    m_wells.setCreated(rows);
+    announce();
+}
+
+void NewWellsModel::announce()
+{
+    // A name that changes in one row may be wrong in another.
+    emit dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
+    emit changed();
+}
+
+int NewWellsModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : m_wells.wells().size();
+}
+
+int NewWellsModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+QVariant NewWellsModel::data(const QModelIndex &index, int role) const
+{
+    const int column = index.column();
+    const NewWell &well = m_wells.wells().at(index.row());
+    const QString problem = isField(column) ? m_wells.problem(index.row(), fieldOf(column)) : QString();
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::EditRole:
+        if (isField(column))
+            return well.texts[fieldOf(column)];
+        if (column == FileColumn)
+            return fileNames(well);
+        return column == NotesColumn ? notesText(well) : QVariant();
+    case Qt::CheckStateRole:
+        if (column != ChosenColumn || !m_wells.isEditable(index.row()))
+            return {};
+        return well.isChosen ? Qt::Checked : Qt::Unchecked;
+    case Qt::ToolTipRole:
+        if (!problem.isEmpty())
+            return toolTipText(problem);
+        if (column == FileColumn)
+            return toolTipText(well.files.join(QLatin1Char('\n')));
+        if (column == NotesColumn)
+            return toolTipText(well.allNotes().join(QLatin1Char('\n')));
+        return {};
+    case Qt::BackgroundRole:
+        return problem.isEmpty() ? QVariant() : problemBackground(QApplication::palette());
+    case Qt::ForegroundRole:
+        return foreground(well);
+    case Qt::TextAlignmentRole:
+        return static_cast<int>(alignment(column));
+    default:
+        return {};
+    }
+}
+
+QVariant NewWellsModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    static const QStringList titles{
+        QString(),
+        QStringLiteral("File"),
+        QStringLiteral("Name"),
+        QStringLiteral("X"),
+        QStringLiteral("Y"),
+        QStringLiteral("KB"),
+        QStringLiteral("Ground"),
+        QStringLiteral("TD"),
+        QStringLiteral("Notes"),
+    };
+    static const QStringList explanations{
+        QStringLiteral("Wells to create"),
+        QStringLiteral("LAS files of the well"),
+        QStringLiteral("Name of the new well"),
+        QStringLiteral("Surface position, survey coordinates"),
+        QStringLiteral("Surface position, survey coordinates"),
+        QStringLiteral("Elevation of the kelly bushing, metres above datum"),
+        QStringLiteral("Elevation of the ground, metres above datum; empty when unknown"),
+        QStringLiteral("Total depth, metres along hole"),
+        QStringLiteral("What the headers lack and what was converted"),
+    };
+    if (orientation != Qt::Horizontal)
+        return {};
+    if (role == Qt::DisplayRole)
+        return titles.at(section);
+    if (role == Qt::TextAlignmentRole)
+        return static_cast<int>(alignment(section));
+    return role == Qt::ToolTipRole ? QVariant(explanations.at(section)) : QVariant();
+}
+
+bool NewWellsModel::setData(const QModelIndex &index, const QVariant &value, int role)
+{
+    if (!(flags(index) & (Qt::ItemIsEditable | Qt::ItemIsUserCheckable)))
+        return false;
+    if (role == Qt::CheckStateRole && index.column() == ChosenColumn)
+        m_wells.setChosen(index.row(), value.toInt() == Qt::Checked);
+    else if (role == Qt::EditRole && isField(index.column()))
+        m_wells.setText(index.row(), fieldOf(index.column()), value.toString());
+    else
+        return false;
+    announce();
+    return true;
+}
+
+Qt::ItemFlags NewWellsModel::flags(const QModelIndex &index) const
+{
+    Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+    if (!index.isValid() || !m_wells.isEditable(index.row()))
+        return flags;
+    if (index.column() == ChosenColumn)
+        flags |= Qt::ItemIsUserCheckable;
+    if (isField(index.column()))
+        flags |= Qt::ItemIsEditable;
+    return flags;
+}
+
+} // namespace workbench

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "workbench/newwells.h"
+
+#include <QAbstractTableModel>
+
+namespace workbench {
+
+/// The proposed wells as a table in which the user corrects them. What is wrong is red, with the reason as tool tip.
+class NewWellsModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    enum Column {
+        ChosenColumn,
+        FileColumn,
+        NameColumn,
+        XColumn,
+        YColumn,
+        KbColumn,
+        GroundColumn,
+        TotalDepthColumn,
+        NotesColumn,
+        ColumnCount
+    };
+
+    explicit NewWellsModel(const WellNames &existing, QObject *parent = nullptr);
+
+    const NewWells &newWells() const { return m_wells; }
+    void addFiles(const QStringList &paths);
+    void setCreated(const QVector<int> &rows);
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role) override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+
+signals:
+    /// The choice, a text or the rows.
+    void changed();
+
+private:
+    void announce();
+
+    NewWells m_wells;
+};
+
+} // namespace workbench

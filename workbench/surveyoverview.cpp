@@ -1,0 +1,188 @@
+#include "workbench/surveyoverview.h"
+
+#include "workbench/basemap.h"
+#include "workbench/wellsmodel.h"
+
+#include <QAction>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QSortFilterProxyModel>
+#include <QSplitter>
+#include <QStyle>
+#include <QTableView>
+#include <QVBoxLayout>
+
+namespace workbench {
+
+namespace {
+
+constexpr int rowsMeasured = 200;
+constexpr int narrowestNameColumn = 120;
+constexpr int widestNameColumn = 260;
+constexpr int columnPadding = 14;
+
+} // namespace
+
+SurveyOverview::SurveyOverview(QWidget *parent)
+    : QWidget(parent)
+    , m_model(new WellsModel(this))
+    , m_sorted(new QSortFilterProxyModel(this))
+    , m_filter(new QLineEdit(this))
+    , m_table(new QTableView(this))
+    , m_map(new BaseMap(this))
+    , m_splitter(new QSplitter(this))
+{
+    setObjectName(QStringLiteral("surveyOverview"));
+    m_sorted->setSourceModel(m_model);
+    m_sorted->setSortRole(WellsModel::sortRole);
+    m_sorted->setFilterKeyColumn(WellsModel::NameColumn);
+    m_sorted->setFilterCaseSensitivity(Qt::CaseInsensitive);
+
+    m_filter->setObjectName(QStringLiteral("filterEdit"));
+    m_filter->setPlaceholderText(QStringLiteral("Filter wells by name (Ctrl+F)"));
+    m_filter->setClearButtonEnabled(true);
+    connect(m_filter, &QLineEdit::textChanged, m_sorted, &QSortFilterProxyModel::setFilterFixedString);
+    auto *find = new QAction(this);
+    find->setShortcut(QKeySequence::Find);
+    find->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    connect(find, &QAction::triggered, m_filter, [this] { m_filter->setFocus(Qt::ShortcutFocusReason); });
+    addAction(find);
+
+    buildTable();
+    connect(m_map, &BaseMap::wellClicked, this, [this](int well) {
+        selectRow(well);
+        m_table->setFocus(Qt::MouseFocusReason);
+    });
+
+    auto *side = new QWidget(m_splitter);
+    auto *sideColumn = new QVBoxLayout(side);
+    sideColumn->setContentsMargins(0, 0, 0, 0);
+    sideColumn->addWidget(m_filter);
+    sideColumn->addWidget(m_table, 1);
+    m_splitter->setObjectName(QStringLiteral("overviewSplitter"));
+    m_splitter->addWidget(side);
+    m_splitter->addWidget(m_map);
+    m_splitter->setStretchFactor(0, 0);
+    m_splitter->setStretchFactor(1, 1);
+    m_splitter->setChildrenCollapsible(false);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(m_splitter);
+    setFocusProxy(m_table);
+}
+
+void SurveyOverview::buildTable()
+{
+    m_table->setObjectName(QStringLiteral("wellsTable"));
+    m_table->setModel(m_sorted);
+    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_table->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_table->setAlternatingRowColors(true);
+    m_table->setShowGrid(false);
+    m_table->setWordWrap(false);
+    m_table->setTabKeyNavigation(false);
+    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    m_table->verticalHeader()->hide();
+    m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 8);
+    m_table->horizontalHeader()->setHighlightSections(false);
+    m_table->horizontalHeader()->setResizeContentsPrecision(rowsMeasured);
+    m_table->setSortingEnabled(true);
+    m_table->sortByColumn(WellsModel::NameColumn, Qt::AscendingOrder);
+    connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this] { m_map->setSelectedWell(currentRow()); });
+    connect(m_table, &QTableView::activated, this, [this] {
+        if (!selectedKey().isEmpty())
+            emit wellActivated(selectedKey());
+    });
+}
+
+void SurveyOverview::setWells(const QVector<WellSummary> &wells)
+{
+    const QString key = selectedKey();
+    const bool isFirst = m_model->rowCount() == 0;
+    m_model->setWells(wells);
+    QVector<MapWell> mapWells;
+    mapWells.reserve(wells.size());
+    for (const WellSummary &well : wells)
+        mapWells.append({well.name, well.x, well.y, well.typeCode});
+    m_map->setWells(mapWells);
+    if (isFirst)
+        fitColumns();
+    arrange();
+    const int row = m_model->rowOf(key);
+    if (row >= 0)
+        selectRow(row);
+}
+
+void SurveyOverview::fitColumns()
+{
+    m_table->resizeColumnsToContents();
+    for (int column = 0; column < WellsModel::ColumnCount; ++column) {
+        const int width = m_table->columnWidth(column) + columnPadding;
+        m_table->setColumnWidth(
+            column, column == WellsModel::NameColumn ? qBound(narrowestNameColumn, width, widestNameColumn) : width);
+    }
+}
+
+void SurveyOverview::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    arrange();
+}
+
+// The table gets the width of its columns as soon as the widget has its size, unless the user chose another.
+void SurveyOverview::arrange()
+{
+    if (m_isArranged || !isVisible() || m_model->rowCount() == 0)
+        return;
+    m_isArranged = true;
+    const int wanted = m_table->horizontalHeader()->length()
+        + m_table->style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * m_table->frameWidth();
+    const int all = width();
+    const int table = qMin(wanted, all * 2 / 3);
+    m_splitter->setSizes({table, all - table});
+}
+
+// The row of the model; -1 when none is selected.
+int SurveyOverview::currentRow() const
+{
+    const QModelIndexList rows = m_table->selectionModel()->selectedRows();
+    return rows.isEmpty() ? -1 : m_sorted->mapToSource(rows.first()).row();
+}
+
+QString SurveyOverview::selectedKey() const
+{
+    const int row = currentRow();
+    return row < 0 ? QString() : m_model->wells().at(row).key;
+}
+
+void SurveyOverview::selectWell(const QString &key)
+{
+    selectRow(m_model->rowOf(key));
+}
+
+void SurveyOverview::selectRow(int row)
+{
+    if (row < 0)
+        return;
+    const QModelIndex source = m_model->index(row, 0);
+    if (!m_sorted->mapFromSource(source).isValid())
+        m_filter->clear();
+    const QModelIndex index = m_sorted->mapFromSource(source);
+    m_table->setCurrentIndex(index);
+    m_table->scrollTo(index);
+}
+
+QByteArray SurveyOverview::saveState() const
+{
+    return m_splitter->saveState();
+}
+
+void SurveyOverview::restoreState(const QByteArray &state)
+{
+    m_isArranged = m_splitter->restoreState(state);
+}
+
+} // namespace workbench

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "workbench/wellsummary.h"
+
+#include <QWidget>
+
+QT_BEGIN_NAMESPACE
+class QLineEdit;
+class QModelIndex;
+class QSortFilterProxyModel;
+class QSplitter;
+class QTableView;
+QT_END_NAMESPACE
+
+namespace workbench {
+
+class BaseMap;
+class WellsModel;
+
+/// The wells of a survey as a table and as a base map; a well selected in one is selected in the other.
+class SurveyOverview : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit SurveyOverview(QWidget *parent = nullptr);
+
+    /// The selected well stays selected if it is still there.
+    void setWells(const QVector<WellSummary> &wells);
+    /// Empty when none is selected.
+    QString selectedKey() const;
+    /// Takes away a filter that hides the well.
+    void selectWell(const QString &key);
+
+    QByteArray saveState() const;
+    void restoreState(const QByteArray &state);
+
+signals:
+    /// A double click, or Enter.
+    void wellActivated(const QString &key);
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void buildTable();
+    void fitColumns();
+    void arrange();
+    void selectRow(int row);
+    int currentRow() const;
+
+    WellsModel *m_model = nullptr;
+    QSortFilterProxyModel *m_sorted = nullptr;
+    QLineEdit *m_filter = nullptr;
+    QTableView *m_table = nullptr;
+    BaseMap *m_map = nullptr;
+    QSplitter *m_splitter = nullptr;
+    bool m_isArranged = false; ///< the splitter stands where the user or the first survey put it
+};
+
+} // namespace workbench

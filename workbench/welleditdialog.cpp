@@ -1,0 +1,157 @@
+#include "workbench/welleditdialog.h"
+
+#include "base/asker.h"
+#include "workbench/fieldform.h"
+#include "workbench/numberedit.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QVBoxLayout>
+
+namespace workbench {
+
+namespace {
+
+struct FieldLook
+{
+    WellField field;
+    const char *objectName;
+    const char *label;
+    const char *unit;
+};
+
+constexpr std::array<FieldLook, wellFields.size()> fieldLooks{{
+    {WellField::Name, "nameEdit", "&Name:", ""},
+    {WellField::X, "xEdit", "&X:", "survey coordinates"},
+    {WellField::Y, "yEdit", "&Y:", "survey coordinates"},
+    {WellField::KbElevation, "kbEdit", "&KB elevation:", "m above datum"},
+    {WellField::GroundElevation, "groundEdit", "&Ground elevation:", "m above datum"},
+    {WellField::TotalDepth, "totalDepthEdit", "&Total depth:", "m along hole"},
+}};
+
+} // namespace
+
+WellEditDialog::WellEditDialog(SurveyStore &store, base::Asker &asker, QWidget *parent)
+    : WellEditDialog(store, asker, {}, {}, parent)
+{
+}
+
+WellEditDialog::WellEditDialog(SurveyStore &store, base::Asker &asker, const QString &key,
+                               const WellProperties &properties, QWidget *parent)
+    : QDialog(parent)
+    , m_store(store)
+    , m_asker(asker)
+    , m_key(key)
+    , m_before(properties)
+{
+    setObjectName(QStringLiteral("wellEditDialog"));
+    setWindowTitle(key.isEmpty() ? QStringLiteral("Add well") : QStringLiteral("Edit well %1").arg(properties.name));
+    buildWidgets();
+    const WellTexts old = wellTexts(properties);
+    for (size_t i = 0; i < fieldLooks.size(); ++i) {
+        // A new well starts empty: a 0 in every field would only have to be deleted.
+        const WellField field = fieldLooks[i].field;
+        if (!key.isEmpty())
+            m_edits[i]->setText(old[field]);
+        connect(m_edits[i], &QLineEdit::textChanged, this, [this, field, edit = m_edits[i]] {
+            if (!m_form->problem(edit).isEmpty())
+                showProblem(field);
+        });
+    }
+    if (key.isEmpty())
+        m_edits[static_cast<size_t>(WellField::KbElevation)]->setText(QStringLiteral("0"));
+    m_edits.front()->selectAll();
+}
+
+void WellEditDialog::buildWidgets()
+{
+    m_form = new FieldForm(this);
+    for (size_t i = 0; i < fieldLooks.size(); ++i) {
+        const FieldLook &look = fieldLooks[i];
+        m_edits[i] = look.field == WellField::Name ? new QLineEdit(m_form) : new NumberEdit(m_form);
+        m_edits[i]->setObjectName(QString::fromLatin1(look.objectName));
+        m_form->addField(QString::fromLatin1(look.label), m_edits[i], QString::fromLatin1(look.unit));
+    }
+    m_edits[static_cast<size_t>(WellField::GroundElevation)]->setPlaceholderText(QStringLiteral("unknown"));
+
+    m_type = new QComboBox(m_form);
+    m_type->setObjectName(QStringLiteral("typeCombo"));
+    const QStringList types = wellTypeNames();
+    for (int code = 0; code < types.size(); ++code)
+        m_type->addItem(types.at(code), code);
+    // A code that this program does not know is kept as it is.
+    if (m_type->findData(m_before.typeCode) < 0)
+        m_type->addItem(QStringLiteral("Type %1").arg(m_before.typeCode), m_before.typeCode);
+    m_type->setCurrentIndex(m_type->findData(m_before.typeCode));
+    m_form->addField(QStringLiteral("Ty&pe:"), m_type);
+
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+    buttons->setObjectName(QStringLiteral("buttons"));
+    connect(buttons, &QDialogButtonBox::accepted, this, &WellEditDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &WellEditDialog::reject);
+
+    auto *column = new QVBoxLayout(this);
+    column->addWidget(m_form);
+    column->addSpacing(8);
+    column->addStretch();
+    column->addWidget(buttons);
+}
+
+WellTexts WellEditDialog::texts() const
+{
+    WellTexts texts;
+    for (size_t i = 0; i < fieldLooks.size(); ++i)
+        texts[fieldLooks[i].field] = m_edits[i]->text();
+    return texts;
+}
+
+QString WellEditDialog::problemOf(WellField field) const
+{
+    // An unreadable list of wells is no problem of the name: writing says what is wrong with it.
+    return field == WellField::Name ? wellNameProblem(texts()[field], m_store.list().value, m_key)
+                                    : wellFieldProblem(field, texts()[field]);
+}
+
+void WellEditDialog::showProblem(WellField field)
+{
+    m_form->setProblem(m_edits[static_cast<size_t>(field)], problemOf(field));
+}
+
+host::Status WellEditDialog::save(const WellProperties &properties)
+{
+    if (m_key.isEmpty()) {
+        const host::Outcome<QString> added = m_store.addWell(properties);
+        m_key = added.value;
+        m_hasWritten = added.ok();
+        return {added.error};
+    }
+    const host::Status changed = m_store.changeWell(m_key, properties);
+    m_hasWritten = m_hasWritten || changed.ok();
+    if (!changed.ok() || properties.name == m_before.name)
+        return changed;
+    return m_store.renameWell(m_key, properties.name);
+}
+
+void WellEditDialog::accept()
+{
+    for (WellField field : wellFields)
+        showProblem(field);
+    if (m_form->hasProblem()) {
+        m_form->focusFirstProblem();
+        return;
+    }
+    const int typeCode = m_type->currentData().toInt();
+    const bool isChanged = texts() != wellTexts(m_before) || typeCode != m_before.typeCode;
+    if (m_key.isEmpty() || isChanged) {
+        WellProperties properties = wellProperties(texts(), m_before);
+        properties.typeCode = typeCode;
+        const host::Status status = save(properties);
+        if (!status.ok()) {
+            m_asker.warn(windowTitle(), status.error);
+            return;
+        }
+    }
+    QDialog::accept();
+}
+
+} // namespace workbench

@@ -1,0 +1,148 @@
+#include "workbench/wellsmodel.h"
+
+#include "base/numbers.h"
+#include "workbench/statecolors.h"
+#include "workbench/tooltiptext.h"
+
+#include <QApplication>
+#include <QStyle>
+
+#include <cmath>
+
+namespace workbench {
+
+namespace {
+
+constexpr double largestPlainNumber = 1e12;
+constexpr int decimals = 2;
+constexpr QLatin1String unknown("?");
+
+double numberOf(const WellSummary &well, int column)
+{
+    const auto count = [](int number) {
+        return number == WellSummary::unknownCount ? WellSummary::unknownNumber : static_cast<double>(number);
+    };
+    switch (column) {
+    case WellsModel::XColumn:
+        return well.x;
+    case WellsModel::YColumn:
+        return well.y;
+    case WellsModel::KbColumn:
+        return well.kbElevation;
+    case WellsModel::TotalDepthColumn:
+        return well.totalDepth;
+    case WellsModel::LogsColumn:
+        return count(well.logCount);
+    default:
+        return count(well.markerCount);
+    }
+}
+
+QString textOf(const WellSummary &well, int column)
+{
+    if (column == WellsModel::NameColumn)
+        return well.name;
+    const double number = numberOf(well, column);
+    if (!std::isfinite(number))
+        return unknown;
+    if (std::fabs(number) >= largestPlainNumber)
+        return QString::fromLatin1(base::formatGeneral(number, 6));
+    const bool isCount = column == WellsModel::LogsColumn || column == WellsModel::MarkersColumn;
+    // Adding 0 turns what rounds to "-0.00" into a plain zero.
+    const double scale = std::pow(10.0, decimals);
+    return QString::fromLatin1(
+        base::formatFixed(std::fabs(number) * scale < 0.5 ? 0.0 : number, isCount ? 0 : decimals));
+}
+
+QVariant sortValue(const WellSummary &well, int row, int column)
+{
+    if (column == WellsModel::NameColumn)
+        return row;
+    const double number = numberOf(well, column);
+    return std::isnan(number) ? QVariant() : QVariant(number);
+}
+
+} // namespace
+
+WellsModel::WellsModel(QObject *parent)
+    : QAbstractTableModel(parent)
+{
+}
+
+void WellsModel::setWells(const QVector<WellSummary> &wells)
+{
+    beginResetModel();
+    m_wells = wells;
+    endResetModel();
+}
+
+int WellsModel::rowOf(const QString &key) const
+{
+    for (int row = 0; row < m_wells.size(); ++row)
+        if (m_wells.at(row).key == key)
+            return row;
+    return -1;
+}
+
+int WellsModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : m_wells.size();
+}
+
+int WellsModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+QVariant WellsModel::data(const QModelIndex &index, int role) const
+{
+    const WellSummary &well = m_wells.at(index.row());
+    const int column = index.column();
+    const bool isUnreadable = !well.error.isEmpty();
+    switch (role) {
+    case Qt::DisplayRole:
+        return textOf(well, column);
+    case sortRole:
+        return sortValue(well, index.row(), column);
+    case Qt::TextAlignmentRole:
+        return static_cast<int>((column == NameColumn ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
+    case Qt::ToolTipRole:
+        return isUnreadable ? QVariant(toolTipText(well.error)) : QVariant();
+    case Qt::ForegroundRole:
+        return isUnreadable ? QVariant(problemText(QApplication::palette())) : QVariant();
+    case Qt::DecorationRole:
+        return isUnreadable && column == NameColumn
+            ? QVariant(QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning))
+            : QVariant();
+    default:
+        return {};
+    }
+}
+
+QVariant WellsModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    static const QStringList titles{
+        QStringLiteral("Well"), QStringLiteral("X"),    QStringLiteral("Y"),       QStringLiteral("KB"),
+        QStringLiteral("TD"),   QStringLiteral("Logs"), QStringLiteral("Markers"),
+    };
+    static const QStringList explanations{
+        QStringLiteral("Name of the well"),
+        QStringLiteral("Surface position, survey coordinates"),
+        QStringLiteral("Surface position, survey coordinates"),
+        QStringLiteral("Elevation of the kelly bushing above datum"),
+        QStringLiteral("Total depth along hole"),
+        QStringLiteral("Number of logs"),
+        QStringLiteral("Number of markers"),
+    };
+    if (orientation != Qt::Horizontal)
+        return {};
+    if (role == Qt::DisplayRole)
+        return titles.at(section);
+    if (role == Qt::ToolTipRole)
+        return explanations.at(section);
+    if (role == Qt::TextAlignmentRole)
+        return static_cast<int>((section == NameColumn ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
+    return {};
+}
+
+} // namespace workbench

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "workbench/wellsummary.h"
+
+#include <QAbstractTableModel>
+
+namespace workbench {
+
+/// The overview of a survey's wells; rows in the host's order.
+class WellsModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    enum Column { NameColumn, XColumn, YColumn, KbColumn, TotalDepthColumn, LogsColumn, MarkersColumn, ColumnCount };
+    /// A value to sort by; names sort as the host does. Nothing for what is unknown, which comes last.
+    static constexpr int sortRole = Qt::UserRole;
+
+    explicit WellsModel(QObject *parent = nullptr);
+
+    void setWells(const QVector<WellSummary> &wells);
+    const QVector<WellSummary> &wells() const { return m_wells; }
+    /// -1 when there is none.
+    int rowOf(const QString &key) const;
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    QVector<WellSummary> m_wells;
+};
+
+} // namespace workbench

@@ -1,0 +1,76 @@
+#include "workbench/windowsettings.h"
+
+#include <QSettings>
+
+namespace workbench::settings {
+
+namespace {
+
+constexpr QLatin1String recentKey("recentSurveys");
+constexpr QLatin1String lastSurveyKey("lastSurvey");
+constexpr QLatin1String folderGroup("folders/");
+constexpr QLatin1String widgetGroup("widgets/");
+
+class Store : public QSettings
+{
+public:
+    Store()
+        : QSettings(QStringLiteral("LORVA"), QStringLiteral("workbench"))
+    {
+        setFallbacksEnabled(false);
+    }
+};
+
+} // namespace
+
+QStringList recentSurveys()
+{
+    return Store().value(recentKey).toStringList().mid(0, maximumRecentSurveys);
+}
+
+void addRecentSurvey(const QString &path)
+{
+    QStringList surveys = recentSurveys();
+    surveys.removeAll(path);
+    surveys.prepend(path);
+    Store().setValue(recentKey, QStringList(surveys.mid(0, maximumRecentSurveys)));
+}
+
+void removeRecentSurvey(const QString &path)
+{
+    QStringList surveys = recentSurveys();
+    surveys.removeAll(path);
+    Store().setValue(recentKey, surveys);
+}
+
+QString lastSurvey()
+{
+    return Store().value(lastSurveyKey).toString();
+}
+
+void setLastSurvey(const QString &path)
+{
+    Store().setValue(lastSurveyKey, path);
+}
+
+QString lastFolder(const QString &purpose)
+{
+    return Store().value(folderGroup + purpose).toString();
+}
+
+void setLastFolder(const QString &purpose, const QString &path)
+{
+    Store().setValue(folderGroup + purpose, path);
+}
+
+QByteArray widgetState(const QString &name)
+{
+    return Store().value(widgetGroup + name).toByteArray();
+}
+
+void setWidgetState(const QString &name, const QByteArray &state)
+{
+    Store().setValue(widgetGroup + name, state);
+}
+
+} // namespace workbench::settings

@@ -1,0 +1,400 @@
+#include "workbench/workbenchwindow.h"
+
+#include "base/asker.h"
+#include "workbench/commandline.h"
+#include "workbench/hintpage.h"
+#include "workbench/loadedpluginsdialog.h"
+#include "workbench/messagespanel.h"
+#include "workbench/newsurveydialog.h"
+#include "workbench/newwellsdialog.h"
+#include "workbench/surveyoverview.h"
+#include "workbench/wellmanagerdialog.h"
+#include "workbench/windowsettings.h"
+#include "workbench/workbenchhost.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDir>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPointer>
+#include <QScopedValueRollback>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QVBoxLayout>
+
+namespace workbench {
+
+namespace {
+
+constexpr QLatin1String surveysFolder("surveys");
+constexpr QLatin1String windowLook("window");
+constexpr QLatin1String splitterLook("overview");
+constexpr QLatin1String messagesLook("messages");
+
+QString productName()
+{
+    return QStringLiteral("LORVA Workbench");
+}
+
+QString menuText(QString text)
+{
+    return text.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+QString wellCountText(int count)
+{
+    return count == 1 ? QStringLiteral("1 well") : QStringLiteral("%1 wells").arg(count);
+}
+
+} // namespace
+
+WorkbenchWindow::WorkbenchWindow(WorkbenchHost &host, base::Asker &asker, const FileChooser &chooser, QWidget *parent)
+    : QMainWindow(parent)
+    , m_host(host)
+    , m_asker(asker)
+    , m_chooser(chooser)
+{
+    setObjectName(QStringLiteral("workbenchWindow"));
+    buildMenus();
+    buildCentre();
+    resize(1280, 720);
+    restoreLook();
+    refresh();
+}
+
+WorkbenchWindow::~WorkbenchWindow()
+{
+    // Before anything of this window goes: their destructors may still look at it.
+    while (!pluginWindows().isEmpty())
+        delete pluginWindows().first();
+}
+
+QAction *WorkbenchWindow::addEntry(QMenu *menu, const char *objectName, const QString &text,
+                                   void (WorkbenchWindow::*triggered)(), const QString &iconName)
+{
+    QAction *action = menu->addAction(iconName.isEmpty() ? QIcon() : m_host.icon(iconName), text);
+    action->setObjectName(QString::fromLatin1(objectName));
+    connect(action, &QAction::triggered, this, triggered);
+    return action;
+}
+
+void WorkbenchWindow::buildMenus()
+{
+    QMenu *survey = menuBar()->addMenu(QStringLiteral("&Survey"));
+    survey->setObjectName(QStringLiteral("surveyMenu"));
+    m_newAction = addEntry(survey, "newSurveyAction", QStringLiteral("&New…"), &WorkbenchWindow::newSurvey);
+    m_newAction->setIconText(QStringLiteral("New survey…"));
+    m_newAction->setShortcut(QKeySequence(Qt::CTRL + Qt::Key_N));
+    m_openAction = addEntry(survey, "openSurveyAction", QStringLiteral("&Open…"), &WorkbenchWindow::chooseSurvey);
+    m_openAction->setIconText(QStringLiteral("Open survey…"));
+    m_openAction->setShortcut(QKeySequence(Qt::CTRL + Qt::Key_O));
+    m_recent = survey->addMenu(QStringLiteral("Open &Recent"));
+    m_recent->setObjectName(QStringLiteral("recentMenu"));
+    connect(m_recent, &QMenu::aboutToShow, this, &WorkbenchWindow::fillRecentMenu);
+    survey->addSeparator();
+    QAction *quit = survey->addAction(m_host.icon(QStringLiteral("exit_wlc.png")), QStringLiteral("&Quit"));
+    quit->setObjectName(QStringLiteral("quitAction"));
+    quit->setShortcut(QKeySequence(Qt::CTRL + Qt::Key_Q));
+    connect(quit, &QAction::triggered, this, &WorkbenchWindow::close);
+
+    QMenu *wells = menuBar()->addMenu(QStringLiteral("&Wells"));
+    wells->setObjectName(QStringLiteral("wellsMenu"));
+    m_manageAction = addEntry(wells, "manageWellsAction", QStringLiteral("&Manage wells…"),
+                              &WorkbenchWindow::manageWells, QStringLiteral("multisimplewell.png"));
+    m_newWellsAction = addEntry(wells, "newWellsAction", QStringLiteral("&New wells from LAS files…"),
+                                &WorkbenchWindow::newWellsFromFiles, QStringLiteral("import_wlc.png"));
+    wells->addSeparator();
+    m_refreshAction = addEntry(wells, "refreshAction", QStringLiteral("&Refresh"), &WorkbenchWindow::refresh,
+                               QStringLiteral("syncdb_wlc.png"));
+    m_refreshAction->setShortcut(QKeySequence(Qt::Key_F5));
+
+    m_utilities = menuBar()->addMenu(QStringLiteral("&Utilities"));
+    m_utilities->setObjectName(QStringLiteral("utilitiesMenu"));
+
+    QMenu *help = menuBar()->addMenu(QStringLiteral("&Help"));
+    help->setObjectName(QStringLiteral("helpMenu"));
+    addEntry(help, "aboutAction", QStringLiteral("&About"), &WorkbenchWindow::showAbout,
+             QStringLiteral("about_wlc.png"));
+    addEntry(help, "loadedPluginsAction", QStringLiteral("&Loaded plug-ins"), &WorkbenchWindow::showLoadedPlugins);
+    fillRecentMenu();
+}
+
+void WorkbenchWindow::buildCentre()
+{
+    auto *centre = new QWidget(this);
+    m_pages = new QStackedWidget(centre);
+    m_pages->setObjectName(QStringLiteral("pages"));
+    m_hint = new HintPage(m_pages);
+    m_overview = new SurveyOverview(m_pages);
+    m_pages->addWidget(m_hint);
+    m_pages->addWidget(m_overview);
+    connect(m_overview, &SurveyOverview::wellActivated, this, &WorkbenchWindow::manageWells);
+    m_messages = new MessagesPanel(centre);
+    auto *column = new QVBoxLayout(centre);
+    column->setContentsMargins(6, 6, 6, 0);
+    column->addWidget(m_pages, 1);
+    column->addWidget(m_messages);
+    setCentralWidget(centre);
+
+    m_status = new QLabel(this);
+    m_status->setObjectName(QStringLiteral("statusLabel"));
+    m_status->setTextFormat(Qt::PlainText);
+    m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a long path must not widen the window
+    statusBar()->addWidget(m_status, 1);
+}
+
+void WorkbenchWindow::fillRecentMenu()
+{
+    m_recent->clear();
+    const QStringList surveys = settings::recentSurveys();
+    for (int i = 0; i < surveys.size(); ++i) {
+        const QString path = surveys.at(i);
+        QAction *action = m_recent->addAction(QStringLiteral("&%1  %2").arg(i + 1).arg(menuText(path)));
+        action->setObjectName(QStringLiteral("recentSurvey%1").arg(i + 1));
+        // Queued: opening fills this menu anew and would delete the action that is being triggered.
+        connect(
+            action, &QAction::triggered, this, [this, path] { openRecent(path); }, Qt::QueuedConnection);
+    }
+    if (surveys.isEmpty())
+        m_recent->addAction(QStringLiteral("No survey yet"))->setEnabled(false);
+}
+
+void WorkbenchWindow::setPluginReports(const QVector<PluginReport> &reports)
+{
+    m_reports = reports;
+    if (m_utilities->isEmpty())
+        m_utilities->addAction(QStringLiteral("No plug-in has an action here"))->setEnabled(false);
+}
+
+bool WorkbenchWindow::hasSurvey() const
+{
+    return !m_host.surveyDirectory().isEmpty();
+}
+
+bool WorkbenchWindow::openSurvey(const QString &path)
+{
+    const QString folder = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    const QString problem = surveyFolderProblem(folder);
+    if (!problem.isEmpty()) {
+        m_asker.warn(QStringLiteral("Open survey"), problem);
+        return false;
+    }
+    settings::addRecentSurvey(folder);
+    settings::setLastSurvey(folder);
+    settings::setLastFolder(surveysFolder, QFileInfo(folder).path());
+    fillRecentMenu();
+    m_listError.clear();
+    m_host.setSurvey(folder);
+    refresh();
+    return true;
+}
+
+void WorkbenchWindow::openAtStart(const QString &given)
+{
+    const QString last = settings::lastSurvey();
+    if (!given.isEmpty())
+        openSurvey(given);
+    else if (!last.isEmpty() && isSurveyFolder(last))
+        openSurvey(last);
+}
+
+void WorkbenchWindow::openRecent(const QString &path)
+{
+    if (QFileInfo::exists(path)) {
+        openSurvey(path);
+        return;
+    }
+    settings::removeRecentSurvey(path);
+    fillRecentMenu();
+    m_asker.warn(QStringLiteral("Open survey"),
+                 QStringLiteral("The folder %1 does not exist any more. It is taken off the list of recent surveys.")
+                     .arg(path));
+}
+
+void WorkbenchWindow::refresh()
+{
+    if (m_isReading)
+        return;
+    const QScopedValueRollback<bool> reading(m_isReading, true);
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    QStringList messages;
+    host::Outcome<QVector<WellSummary>> wells;
+    if (hasSurvey()) {
+        m_wellsTime = wellsTime();
+        const host::Outcome<SurveyInfo> info = readSurveyInfo(m_host.surveyDirectory());
+        wells = readWellSummaries(m_host.store());
+        for (const QString &error : {info.error, wells.error})
+            if (!error.isEmpty())
+                messages.append(error);
+        for (const WellSummary &well : wells.value)
+            if (!well.error.isEmpty())
+                messages.append(well.error);
+        messages += m_host.store().takeProblems();
+    }
+    m_wellCount = wells.value.size();
+    m_overview->setWells(wells.value);
+    m_messages->setMessages(messages);
+    QApplication::restoreOverrideCursor();
+    showSurveyName();
+    enableActions();
+    if (wells.ok())
+        showHint();
+    showListError(wells.error);
+}
+
+void WorkbenchWindow::showListError(const QString &error)
+{
+    const bool isNew = error != m_listError;
+    m_listError = error;
+    if (error.isEmpty())
+        return;
+    m_hint->setHint(QStringLiteral("The wells cannot be listed"), error, {m_refreshAction, m_openAction});
+    m_pages->setCurrentWidget(m_hint);
+    if (isNew)
+        m_asker.warn(QStringLiteral("Wells"), error);
+}
+
+void WorkbenchWindow::showSurveyName()
+{
+    const QString folder = m_host.surveyDirectory();
+    setWindowTitle(hasSurvey() ? readSurveyInfo(folder).value.name + QStringLiteral(" - ") + productName()
+                               : productName());
+    m_status->setText(hasSurvey() ? QStringLiteral("%1  -  %2").arg(wellCountText(m_wellCount), folder)
+                                  : QStringLiteral("No survey is open"));
+}
+
+void WorkbenchWindow::showHint()
+{
+    if (!hasSurvey())
+        m_hint->setHint(QStringLiteral("No survey is open"),
+                        QStringLiteral("Open a survey folder or make a new one. \"lorva-workbench --demo DIR\" makes "
+                                       "one with wells to try things out."),
+                        {m_openAction, m_newAction});
+    else if (m_wellCount == 0)
+        m_hint->setHint(QStringLiteral("This survey has no wells yet"),
+                        QStringLiteral("Make wells from the headers of LAS files, or add them one by one."),
+                        {m_newWellsAction, m_manageAction});
+    QWidget *page = hasSurvey() && m_wellCount > 0 ? static_cast<QWidget *>(m_overview) : m_hint;
+    if (page != m_pages->currentWidget()) {
+        m_pages->setCurrentWidget(page);
+        page->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+void WorkbenchWindow::enableActions()
+{
+    for (QAction *action : {m_manageAction, m_newWellsAction, m_refreshAction, m_utilities->menuAction()})
+        action->setEnabled(hasSurvey());
+}
+
+// Every write to a well puts a file in place in this folder and so changes its time.
+QDateTime WorkbenchWindow::wellsTime() const
+{
+    return QFileInfo(m_host.surveyDirectory() + QStringLiteral("/WellInfo")).lastModified();
+}
+
+void WorkbenchWindow::changeEvent(QEvent *event)
+{
+    QMainWindow::changeEvent(event);
+    // A plug-in or another program may have written wells while its window was in front.
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && hasSurvey() && wellsTime() != m_wellsTime)
+        refresh();
+}
+
+QWidgetList WorkbenchWindow::pluginWindows() const
+{
+    QWidgetList windows;
+    for (QWidget *child : findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
+        if (child->windowType() == Qt::Window || child->windowType() == Qt::Dialog || child->windowType() == Qt::Tool)
+            windows.append(child);
+    return windows;
+}
+
+void WorkbenchWindow::closeEvent(QCloseEvent *event)
+{
+    // Closed one by one, so that each may ask about its unsaved work and refuse.
+    QVector<QPointer<QWidget>> windows;
+    for (QWidget *window : pluginWindows())
+        windows.append(window);
+    for (const QPointer<QWidget> &window : windows) {
+        if (window && window->isVisible() && !window->close()) {
+            event->ignore();
+            return;
+        }
+    }
+    saveLook();
+    event->accept();
+    emit closed();
+}
+
+void WorkbenchWindow::restoreLook()
+{
+    restoreGeometry(settings::widgetState(windowLook));
+    m_overview->restoreState(settings::widgetState(splitterLook));
+    m_messages->setUnfolded(settings::widgetState(messagesLook) != "folded");
+}
+
+void WorkbenchWindow::saveLook() const
+{
+    settings::setWidgetState(windowLook, saveGeometry());
+    settings::setWidgetState(splitterLook, m_overview->saveState());
+    settings::setWidgetState(messagesLook, m_messages->isUnfolded() ? "unfolded" : "folded");
+}
+
+void WorkbenchWindow::newSurvey()
+{
+    QString root = settings::lastFolder(surveysFolder);
+    if (root.isEmpty())
+        root = QDir::homePath();
+    NewSurveyDialog dialog(m_asker, m_chooser, root, this);
+    if (dialog.exec() == QDialog::Accepted)
+        openSurvey(dialog.createdSurvey());
+}
+
+void WorkbenchWindow::chooseSurvey()
+{
+    const QString folder =
+        m_chooser.chooseFolder(this, QStringLiteral("Open survey folder"), settings::lastFolder(surveysFolder));
+    if (!folder.isEmpty())
+        openSurvey(folder);
+}
+
+void WorkbenchWindow::manageWells()
+{
+    WellManagerDialog dialog(m_host.store(), m_asker, this);
+    dialog.selectWell(m_overview->selectedKey());
+    bool isChanged = false;
+    connect(&dialog, &WellManagerDialog::changed, &dialog, [&isChanged] { isChanged = true; });
+    dialog.exec();
+    const QString key = dialog.currentWellKey();
+    if (isChanged)
+        refresh();
+    m_overview->selectWell(key);
+}
+
+void WorkbenchWindow::newWellsFromFiles()
+{
+    NewWellsDialog dialog(m_host.store(), m_asker, m_chooser, this);
+    if (!dialog.chooseFiles())
+        return;
+    dialog.exec();
+    if (dialog.createdCount() > 0)
+        refresh();
+}
+
+void WorkbenchWindow::showAbout()
+{
+    m_asker.inform(QStringLiteral("About %1").arg(productName()),
+                   QStringLiteral("%1\n%2\n\nOpens survey folders, manages their wells and runs plug-ins on them.\n\n"
+                                  "Free software under the GNU General Public License, version 3 or later.")
+                       .arg(productName(), versionText()));
+}
+
+void WorkbenchWindow::showLoadedPlugins()
+{
+    LoadedPluginsDialog(m_reports, this).exec();
+}
+
+} // namespace workbench

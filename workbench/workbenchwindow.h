@@ -1,0 +1,107 @@
+#pragma once
+
+#include "workbench/filechooser.h"
+#include "workbench/pluginloader.h"
+
+#include <QDateTime>
+#include <QMainWindow>
+
+QT_BEGIN_NAMESPACE
+class QLabel;
+class QMenu;
+class QStackedWidget;
+QT_END_NAMESPACE
+
+namespace base {
+class Asker;
+}
+
+namespace workbench {
+
+class HintPage;
+class MessagesPanel;
+class SurveyOverview;
+class WorkbenchHost;
+
+/// The workbench's main window: opens surveys, shows their wells, and carries the menu in which plug-ins add their
+/// actions. Windows of plug-ins are its children.
+class WorkbenchWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// All must outlive the window.
+    WorkbenchWindow(WorkbenchHost &host, base::Asker &asker, const FileChooser &chooser, QWidget *parent = nullptr);
+    ~WorkbenchWindow() override;
+
+    /// The menu for WorkbenchHost::setWindow().
+    QMenu *utilitiesMenu() const { return m_utilities; }
+    void setPluginReports(const QVector<PluginReport> &reports);
+
+    /// Opens the folder; when it is no survey a box says why, and the survey that was open stays.
+    bool openSurvey(const QString &path);
+    /// Opens the survey given on the command line, or else the last one if it is still there.
+    void openAtStart(const QString &given);
+    bool hasSurvey() const;
+
+signals:
+    /// The user closed the window, and no window of a plug-in refused.
+    void closed();
+
+public slots:
+    /// Reads the wells again.
+    void refresh();
+
+protected:
+    void changeEvent(QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    QAction *addEntry(QMenu *menu, const char *objectName, const QString &text, void (WorkbenchWindow::*triggered)(),
+                      const QString &iconName = {});
+    void buildMenus();
+    void buildCentre();
+    void fillRecentMenu();
+    void restoreLook();
+    void saveLook() const;
+    void showSurveyName();
+    void showHint();
+    void enableActions();
+    QDateTime wellsTime() const;
+    QWidgetList pluginWindows() const;
+    void showListError(const QString &error);
+
+    void newSurvey();
+    void chooseSurvey();
+    void openRecent(const QString &path);
+    void manageWells();
+    void newWellsFromFiles();
+    void showAbout();
+    void showLoadedPlugins();
+
+    WorkbenchHost &m_host;
+    base::Asker &m_asker;
+    FileChooser m_chooser;
+    QVector<PluginReport> m_reports;
+
+    QMenu *m_recent = nullptr;
+    QMenu *m_utilities = nullptr;
+    QAction *m_newAction = nullptr;
+    QAction *m_openAction = nullptr;
+    QAction *m_manageAction = nullptr;
+    QAction *m_newWellsAction = nullptr;
+    QAction *m_refreshAction = nullptr;
+
+    QStackedWidget *m_pages = nullptr;
+    HintPage *m_hint = nullptr;
+    SurveyOverview *m_overview = nullptr;
+    MessagesPanel *m_messages = nullptr;
+    QLabel *m_status = nullptr;
+
+    QDateTime m_wellsTime; ///< of the folder of wells when it was read last
+    QString m_listError; ///< the one that was told in a box
+    int m_wellCount = 0;
+    bool m_isReading = false;
+};
+
+} // namespace workbench
