@@ -1,9 +1,10 @@
 #include "base/folderremoval.h"
 
+#include "base/filesystemcalls.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <cstdio>
 #include <sys/stat.h>
 
 namespace base {
@@ -30,9 +31,8 @@ bool removeFolder(const QString &parent, const QString &name, const QString &pro
     const QTemporaryDir aside(projectFolder + QStringLiteral("/.lorva-XXXXXX"));
     if (!aside.isValid())
         return false;
-    return std::rename(QFile::encodeName(path).constData(),
-                       QFile::encodeName(aside.filePath(QStringLiteral("removed"))).constData())
-        == 0;
+    const QString removed = aside.filePath(QStringLiteral("removed"));
+    return fileSystemCalls().rename(QFile::encodeName(path).constData(), QFile::encodeName(removed).constData()) == 0;
 }
 
 } // namespace base

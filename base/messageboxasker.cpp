@@ -42,8 +42,8 @@ MessageBoxAsker::MessageBoxAsker(QWidget *parent)
 BoxButton MessageBoxAsker::show(const Box &box)
 {
     // On the heap: the parent may go while the box is shown, and takes the box along.
-    QPointer<QMessageBox> messageBox
-        = new QMessageBox(iconOf(box.icon), box.title, box.text, QMessageBox::NoButton, m_parent);
+    QPointer<QMessageBox> messageBox =
+        new QMessageBox(iconOf(box.icon), box.title, box.text, QMessageBox::NoButton, m_parent);
     // Names of wells and files come from data: a "<" in them is a character, not a tag.
     messageBox->setTextFormat(Qt::PlainText);
     for (BoxButton button : box.buttons)

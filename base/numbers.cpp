@@ -101,8 +101,9 @@ QByteArray formatShortest(double value)
 
 QByteArray formatShortest(float value)
 {
-    return formatted(static_cast<double>(value), 0,
-                     [](char *begin, char *end, double v) { return std::to_chars(begin, end, static_cast<float>(v)); });
+    return formatted(static_cast<double>(value), 0, [](char *begin, char *end, double v) {
+        return std::to_chars(begin, end, static_cast<float>(v));
+    });
 }
 
 QByteArray formatPlain(double value)

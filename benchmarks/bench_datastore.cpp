@@ -112,7 +112,8 @@ struct Launch
 
 void makeProject(const QString &folder)
 {
-    if (!QDir().mkpath(folder + QStringLiteral("/CurveGroups")) || !QDir().mkpath(folder + QStringLiteral("/DefaultLogs")))
+    if (!QDir().mkpath(folder + QStringLiteral("/CurveGroups"))
+        || !QDir().mkpath(folder + QStringLiteral("/DefaultLogs")))
         qFatal("Cannot make %s", qUtf8Printable(folder));
 }
 
@@ -123,7 +124,7 @@ void checkPass(const QString &folder, const bench::SurveySize &size)
         qFatal("The pass is not complete");
 }
 
-const bench::SurveySize passSize {1000, 20, 10, 0};
+const bench::SurveySize passSize{1000, 20, 10, 0};
 
 void defaultLogsFirstPass(benchmark::State &state)
 {

@@ -4,6 +4,7 @@
 
 #include "base/asker.h"
 #include "datastore/projectdata.h"
+#include "datastore/projectseeds.h"
 #include "mainwin/projecttreewidget.h"
 #include "workbench/workbenchhost.h"
 
@@ -32,7 +33,8 @@ struct Launch
         host.setSurvey(bench::generatedSurvey(size));
         launch.catalogue.build();
         openProject(host, &launch.project);
-        launch.project.globalTemplateNames = QStringList {QStringLiteral("Default"), QStringLiteral("Simple")};
+        seedProject(launch.project.projectFolder);
+        launch.project.globalTemplateNames = globalTemplateNames(launch.project);
     }
     workbench::WorkbenchHost host;
     SilentAsker asker;

@@ -25,12 +25,19 @@ void openProjectFolder(const QString &surveyDirectory, Project *project)
     if (!QFileInfo::exists(folder))
         makeProjectFolders(surveyDirectory);
     project->projectFolder = folder;
-    project->globalTemplateNames.clear();
-    QDirIterator templates(folder + QStringLiteral("/Templates/Global/"), QDir::Dirs | QDir::NoDotAndDotDot);
-    while (templates.hasNext()) {
-        templates.next();
-        project->globalTemplateNames.append(templates.fileName());
+    project->globalTemplateNames = globalTemplateNames(*project);
+}
+
+QStringList globalTemplateNames(const Project &project)
+{
+    QStringList names;
+    QDirIterator folders(project.projectFolder + QStringLiteral("/Templates/Global/"),
+                         QDir::Dirs | QDir::NoDotAndDotDot);
+    while (folders.hasNext()) {
+        folders.next();
+        names.append(folders.fileName());
     }
+    return names;
 }
 
 void openProject(const host::Host &host, Project *project)

@@ -29,3 +29,6 @@ void openProject(const host::Host &host, Project *project);
 
 /// The part of openProject() that works on the survey's folder alone.
 void openProjectFolder(const QString &surveyDirectory, Project *project);
+
+/// The global templates on disk as they are now, in the order in which the folder is read.
+QStringList globalTemplateNames(const Project &project);

@@ -3,8 +3,8 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    const CalibrationParse read
-        = parseCalibration(bytesOf(data, size), QStringLiteral("Well"), QStringLiteral("Gamma"));
+    const CalibrationParse read =
+        parseCalibration(bytesOf(data, size), QStringLiteral("Well"), QStringLiteral("Gamma"));
     check(read.record.depths.size() == read.record.values.size(), "the arrays are parallel");
     check(!read.isMalformed || read.record.depths.isEmpty(), "a malformed file gives no points");
     const QByteArray written = calibrationBytes(read.record);

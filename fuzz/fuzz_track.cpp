@@ -1,5 +1,5 @@
-#include "templates/templatetrack.h"
 #include "fuzz/fuzzcheck.h"
+#include "templates/templatetrack.h"
 
 namespace {
 

@@ -2,9 +2,10 @@
 
 #include "base/asker.h"
 #include "datastore/projectdata.h"
+#include "las/wellimportdialog.h"
+#include "las/welllogexport.h"
 #include "mainwin/projecttreewidget.h"
 #include "mainwin/reportwriter.h"
-#include "templates/templatestore.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -12,6 +13,9 @@
 #include <QDockWidget>
 #include <QFileInfo>
 #include <QMenuBar>
+#include <QPaintEngine>
+#include <QPainter>
+#include <QPointer>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QStatusBar>
@@ -22,6 +26,14 @@
 namespace {
 
 constexpr int projectDockWidth = 250;
+constexpr int projectDockStartWidth = 320; // shows the names of most markers whole
+constexpr int propertiesDockWidth = 220; // wide enough for a property panel before one is shown
+
+// "file:///" and the path as it stands, also where a character of it means something else in a URL.
+QUrl fileUrl(const QString &path)
+{
+    return QUrl::fromEncoded("file:///" + QUrl::toPercentEncoding(path, "/:@!$&'()*+,;="));
+}
 
 } // namespace
 
@@ -52,16 +64,16 @@ void MainWindow::createActions()
     m_syncAction = make("syncAction", "Sync Data", "syncdb_wlc.png", "User can Sync update data from data base");
     m_importAction = make("importAction", "Import Well logs", "import_wlc.png",
                           "User can import well logs from LAS file. Here user can select multiple LAS file.");
-    m_exportAction = make("exportAction", "Export Well logs", "export_wlc.png",
-                          "User can export well logs in ASCII Text format.");
+    m_exportAction =
+        make("exportAction", "Export Well logs", "export_wlc.png", "User can export well logs in ASCII Text format.");
     m_printAction = make("printAction", "Print", nullptr, "User can print only Log Section.");
     m_exitAction = make("exitAction", "Exit", "exit_wlc.png", "Exit");
     m_wellsReportAction = make("wellsReportAction", "Wells Info Report", nullptr,
                                "User can export the Wells logs information in ASCII text file.");
     m_markersReportAction = make("markersReportAction", "Markers Report", nullptr,
                                  "User can export the Wells Markers information in ASCII text file.");
-    m_documentationAction
-        = make("documentationAction", "Documentation", "help_wlc.png", "User Manual Documentation.");
+    m_documentationAction =
+        make("documentationAction", "Documentation", "help_wlc.png", "User Manual Documentation.");
     m_aboutAction = make("aboutAction", "About", "about_wlc.png", "About Plugin Information.");
 
     connect(m_syncAction, &QAction::triggered, this, &MainWindow::syncODDBActionClicked);
@@ -72,10 +84,6 @@ void MainWindow::createActions()
     connect(m_wellsReportAction, &QAction::triggered, this, &MainWindow::generateReportActionClicked);
     connect(m_markersReportAction, &QAction::triggered, this, &MainWindow::generateMarkersReportActionClicked);
     connect(m_documentationAction, &QAction::triggered, this, &MainWindow::documentActionClicked);
-
-    // Their dialogs do not exist yet.
-    m_importAction->setEnabled(false);
-    m_exportAction->setEnabled(false);
 }
 
 void MainWindow::createDocks()
@@ -88,7 +96,9 @@ void MainWindow::createDocks()
     addDockWidget(Qt::LeftDockWidgetArea, m_projectDock);
     m_propertiesDock = new QDockWidget(QStringLiteral("Properties"), this);
     m_propertiesDock->setObjectName(QStringLiteral("propertiesDock"));
-    addDockWidget(Qt::LeftDockWidgetArea, m_propertiesDock);
+    addDockWidget(Qt::RightDockWidgetArea, m_propertiesDock);
+    m_propertiesDock->setMinimumWidth(propertiesDockWidth);
+    resizeDocks({m_projectDock}, {projectDockStartWidth}, Qt::Horizontal);
 }
 
 void MainWindow::createTabs()
@@ -104,17 +114,22 @@ void MainWindow::createTabs()
 
 void MainWindow::createMenus()
 {
-    QMenu *file = menuBar()->addMenu(QStringLiteral("&File"));
+    const auto addMenu = [this](const char *name, const char *title) {
+        QMenu *menu = menuBar()->addMenu(QString::fromLatin1(title));
+        menu->setObjectName(QString::fromLatin1(name));
+        return menu;
+    };
+    QMenu *file = addMenu("fileMenu", "&File");
     file->addAction(m_syncAction);
     file->addSeparator();
     file->addActions({m_importAction, m_exportAction});
     file->addSeparator();
     file->addActions({m_printAction, m_exitAction});
-    QMenu *utilities = menuBar()->addMenu(QStringLiteral("&Utilities"));
+    QMenu *utilities = addMenu("utilitiesMenu", "&Utilities");
     utilities->addActions({m_wellsReportAction, m_markersReportAction});
-    QMenu *view = menuBar()->addMenu(QStringLiteral("&View"));
+    QMenu *view = addMenu("viewMenu", "&View");
     view->addActions({m_projectDock->toggleViewAction(), m_propertiesDock->toggleViewAction()});
-    QMenu *help = menuBar()->addMenu(QStringLiteral("&Help"));
+    QMenu *help = addMenu("helpMenu", "&Help");
     help->addActions({m_documentationAction, m_aboutAction});
 
     QToolBar *toolBar = addToolBar(QStringLiteral("Toolbar"));
@@ -130,26 +145,51 @@ void MainWindow::markersChanged(int well)
 
 void MainWindow::syncODDBActionClicked()
 {
+    const host::Outcome<QVector<host::WellEntry>> wells = m_data.host.wells().list();
+    if (!wells.ok()) {
+        m_data.asker.warn(QStringLiteral("Sync Data"),
+                          QStringLiteral("The wells of the survey cannot be listed; nothing was changed.\n")
+                              + wells.error);
+        return;
+    }
     m_data.catalogue.build();
-    m_data.project.globalTemplateNames = globalTemplateNames(m_data.project);
     m_projectTree->synchronise();
     m_data.asker.inform(QStringLiteral("Sync Data"), QStringLiteral("synchronization done !"));
 }
 
-void MainWindow::importWellLogsActionClicked() { }
+void MainWindow::importWellLogsActionClicked()
+{
+    auto *dialog = new WellImportDialog(m_data, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &WellImportDialog::logsImported, m_projectTree, &ProjectTreeWidget::synchroniseLogs);
+    dialog->open();
+}
 
-void MainWindow::exportWellLogsActionClicked() { }
+void MainWindow::exportWellLogsActionClicked()
+{
+    auto *dialog = new WellLogExport(m_data, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
+}
 
 void MainWindow::printActionClicked()
 {
     QPrinter printer(QPrinter::ScreenResolution);
-    QPrintPreviewDialog preview(&printer, this, Qt::Window);
-    connect(&preview, &QPrintPreviewDialog::paintRequested, this, &MainWindow::printPreView);
-    preview.exec();
+    // On the heap: the window may go while the preview is shown, and takes it along.
+    const QPointer<QPrintPreviewDialog> preview = new QPrintPreviewDialog(&printer, this, Qt::Window);
+    connect(preview, &QPrintPreviewDialog::paintRequested, this, &MainWindow::printPreView);
+    preview->exec();
+    delete preview;
 }
 
-// The views hand their pages over once they exist; until then, as for the well data manager, the page stays empty.
-void MainWindow::printPreView(QPrinter *) { }
+// The views hand their pages over once they exist; until then, as for the well data manager, nothing is printed. The
+// preview shows that as an empty page.
+void MainWindow::printPreView(QPrinter *printer)
+{
+    const bool isPreview = printer->paintEngine()->type() == QPaintEngine::Picture;
+    if (isPreview)
+        QPainter(printer).end();
+}
 
 void MainWindow::generateReportActionClicked()
 {
@@ -165,14 +205,14 @@ void MainWindow::documentActionClicked()
 {
     const QString path = m_data.host.documentationFolder() + QStringLiteral("/LORVA_doc.pdf");
     if (QFileInfo::exists(path))
-        QDesktopServices::openUrl(QUrl(QStringLiteral("file:///") + path));
+        QDesktopServices::openUrl(fileUrl(path));
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    const base::Box question {base::BoxIcon::Warning,
-                              QStringLiteral("Exit"),
-                              QStringLiteral("Do you really want to exit ?"),
-                              {base::BoxButton::Yes, base::BoxButton::No}};
+    const base::Box question{base::BoxIcon::Warning,
+                             QStringLiteral("Exit"),
+                             QStringLiteral("Do you really want to exit ?"),
+                             {base::BoxButton::Yes, base::BoxButton::No}};
     event->setAccepted(m_data.asker.show(question) == base::BoxButton::Yes);
 }

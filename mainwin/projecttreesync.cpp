@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QQueue>
+#include <QTreeWidget>
 
 namespace {
 
@@ -12,13 +13,47 @@ QString textOf(const QTreeWidgetItem *item)
     return item->text(0);
 }
 
-// Moving an item makes the view forget that it was expanded.
+void collectExpanded(QTreeWidgetItem *item, QVector<QTreeWidgetItem *> *expanded)
+{
+    if (item->isExpanded())
+        expanded->append(item);
+    for (int i = 0; i < item->childCount(); ++i)
+        collectExpanded(item->child(i), expanded);
+}
+
+// Moving an item makes the view forget what was expanded in it, and that the current item was.
 void moveChild(QTreeWidgetItem *parent, QTreeWidgetItem *child, int to)
 {
-    const bool wasExpanded = child->isExpanded();
+    QTreeWidget *tree = parent->treeWidget();
+    QTreeWidgetItem *current = tree ? tree->currentItem() : nullptr;
+    QVector<QTreeWidgetItem *> expanded;
+    collectExpanded(child, &expanded);
     parent->takeChild(parent->indexOfChild(child));
     parent->insertChild(to, child);
-    child->setExpanded(wasExpanded);
+    for (QTreeWidgetItem *item : qAsConst(expanded))
+        item->setExpanded(true);
+    if (tree && tree->currentItem() != current)
+        tree->setCurrentItem(current);
+}
+
+bool agrees(const QTreeWidgetItem *parent, int first, const QStringList &keys,
+            const std::function<QString(const QTreeWidgetItem *)> &keyOf)
+{
+    if (parent->childCount() - first != keys.size())
+        return false;
+    for (int i = 0; i < keys.size(); ++i)
+        if (keyOf(parent->child(first + i)) != keys.at(i))
+            return false;
+    return true;
+}
+
+void fillEmpty(QTreeWidgetItem *parent, int count, const std::function<QTreeWidgetItem *(int index)> &make)
+{
+    QList<QTreeWidgetItem *> children;
+    children.reserve(count);
+    for (int i = 0; i < count; ++i)
+        children.append(make(i));
+    parent->addChildren(children);
 }
 
 } // namespace
@@ -27,6 +62,12 @@ void syncChildren(QTreeWidgetItem *parent, int first, const QStringList &keys,
                   const std::function<QString(const QTreeWidgetItem *)> &keyOf,
                   const std::function<QTreeWidgetItem *(int index)> &make)
 {
+    if (agrees(parent, first, keys, keyOf))
+        return;
+    if (parent->childCount() <= first) {
+        fillEmpty(parent, keys.size(), make);
+        return;
+    }
     QHash<QString, int> wanted;
     for (const QString &key : keys)
         ++wanted[key];

@@ -3,24 +3,20 @@
 #include "base/asker.h"
 #include "base/folderremoval.h"
 #include "datastore/projectdata.h"
+#include "mainwin/projectfolders.h"
 #include "mainwin/projecttreesync.h"
 #include "templates/templatestore.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
-#include <QDir>
-#include <QFileInfo>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QSignalBlocker>
 
 namespace {
 
-const QString correlationsFragment = QStringLiteral("/Correlations/");
-
-QStringList correlationNames(const Project &project)
-{
-    return QDir(project.projectFolder + correlationsFragment).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
-}
+constexpr int maximumFoldersTold = 10;
 
 void uncheckChildren(QTreeWidgetItem *parent, int first, const QTreeWidgetItem *except)
 {
@@ -47,44 +43,76 @@ ProjectTreeWidget::ProjectTreeWidget(ProjectData &projectData, QWidget *parent)
     setObjectName(QStringLiteral("ProjectTreeWidget"));
     setHeaderHidden(true);
     setUniformRowHeights(true);
+    // Long names scroll into view instead of being cut.
+    header()->setStretchLastSection(false);
+    header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_wells = makeProjectItem(HeadingItem, QStringLiteral("Wells"));
     m_wells->setIcon(0, m_icons.wells);
     m_correlations = makeProjectItem(HeadingItem, QStringLiteral("Correlations"));
     m_correlations->setIcon(0, m_icons.display);
     addTopLevelItems({m_wells, m_correlations});
-    synchronise();
-    m_wells->setExpanded(true);
     connect(this, &QTreeWidget::itemClicked, this, &ProjectTreeWidget::itemSelected);
     connect(this, &QTreeWidget::itemDoubleClicked, this, &ProjectTreeWidget::itemDoubleClick);
+    ProjectFolders folders(m_data.project);
+    fill(&folders);
+    m_wells->setExpanded(true);
+    tellUnreadable(folders);
 }
 
 void ProjectTreeWidget::synchronise()
+{
+    ProjectFolders folders(m_data.project);
+    if (const auto names = folders.globalTemplates())
+        m_data.project.globalTemplateNames = *names;
+    fill(&folders);
+    tellUnreadable(folders);
+}
+
+void ProjectTreeWidget::fill(ProjectFolders *folders)
 {
     const WellsCatalogue &catalogue = m_data.catalogue;
     QStringList keys;
     for (int well = 0; well < catalogue.wellCount(); ++well)
         keys.append(catalogue.wellKey(well));
-    syncChildren(m_wells, 0, keys, wellKeyOf, [this, &catalogue](int well) {
+    QVector<bool> isNew(keys.size(), false);
+    syncChildren(m_wells, 0, keys, wellKeyOf, [&](int well) {
         QTreeWidgetItem *item = makeWellItem(catalogue.wellNames().at(well), catalogue.wellKey(well), m_icons);
-        fillWell(item, well); // before it joins the tree, which then hears of one new item, not of hundreds
+        fillWell(item, well, folders); // before it joins the tree, which then hears of one new item, not of hundreds
+        isNew[well] = true;
         return item;
     });
     for (int well = 0; well < catalogue.wellCount(); ++well) {
+        if (isNew.at(well))
+            continue;
         QTreeWidgetItem *item = m_wells->child(well);
         item->setText(0, catalogue.wellNames().at(well));
-        fillWell(item, well);
+        fillWell(item, well, folders);
     }
-    syncChildren(m_correlations, 0, correlationNames(m_data.project), CorrelationItem);
+    if (const auto names = folders->correlations())
+        syncChildren(m_correlations, 0, *names, CorrelationItem);
 }
 
-void ProjectTreeWidget::fillWell(QTreeWidgetItem *wellItem, int well)
+void ProjectTreeWidget::fillWell(QTreeWidgetItem *wellItem, int well, ProjectFolders *folders)
 {
     const WellsCatalogue &catalogue = m_data.catalogue;
     syncChildren(logsBranch(wellItem), 0, catalogue.logNames(well), LogItem);
     syncChildren(markersBranch(wellItem), 0, catalogue.markerNames(well), MarkerItem);
     syncChildren(globalBranch(wellItem), 0, m_data.project.globalTemplateNames, GlobalTemplateItem);
-    syncChildren(templateBranch(wellItem), firstOwnTemplate,
-                 wellTemplateNames(m_data.project, catalogue.wellNames().at(well)), WellTemplateItem);
+    if (const auto names = folders->wellTemplates(catalogue.wellNames().at(well)))
+        syncChildren(templateBranch(wellItem), firstOwnTemplate, *names, WellTemplateItem);
+}
+
+void ProjectTreeWidget::tellUnreadable(const ProjectFolders &folders)
+{
+    if (folders.unreadable().isEmpty())
+        return;
+    QStringList lines = folders.unreadable().mid(0, maximumFoldersTold);
+    const int others = folders.unreadable().size() - lines.size();
+    if (others > 0)
+        lines.append(QStringLiteral("and %1 more").arg(others));
+    m_data.asker.warn(QStringLiteral("Project Data"),
+                      QStringLiteral("These folders cannot be read; what is shown of them is left as it was:\n")
+                          + lines.join(QLatin1Char('\n')));
 }
 
 void ProjectTreeWidget::synchroniseLogs(int well)
@@ -213,15 +241,68 @@ void ProjectTreeWidget::sendMarker(const QTreeWidgetItem *well, const QTreeWidge
         emit removeMarker(well->text(0), marker->text(0));
 }
 
+bool ProjectTreeWidget::isSearching() const
+{
+    return m_sinceTyped.isValid() && m_sinceTyped.elapsed() <= QApplication::keyboardInputInterval();
+}
+
+// Blanks, "-", "+" and "*" are keys with a meaning of their own, but also characters of wells' names.
+bool ProjectTreeWidget::continuesSearch(const QKeyEvent *event) const
+{
+    constexpr auto otherUse = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    if (!isSearching() || m_typed.isEmpty() || event->text().isEmpty() || event->modifiers() & otherUse)
+        return false;
+    const QString wanted = m_typed + event->text();
+    for (int i = 0; i < m_wells->childCount(); ++i)
+        if (m_wells->child(i)->text(0).startsWith(wanted, Qt::CaseInsensitive))
+            return true;
+    return false;
+}
+
+void ProjectTreeWidget::keyboardSearch(const QString &search)
+{
+    m_typed = isSearching() && !search.isEmpty() ? m_typed + search : search;
+    m_sinceTyped.start();
+    QTreeWidget::keyboardSearch(search);
+    const auto isFound = [this](const QTreeWidgetItem *item) {
+        return item && item->text(0).startsWith(m_typed, Qt::CaseInsensitive);
+    };
+    QTreeWidgetItem *well = nullptr;
+    for (int i = 0; i < m_wells->childCount() && !m_typed.isEmpty(); ++i) {
+        QTreeWidgetItem *candidate = m_wells->child(i);
+        // A single letter pressed again goes through all that begin with it.
+        const bool isWhole = m_typed.size() > 1 && isFound(candidate) && candidate->text(0).size() == m_typed.size();
+        if (isWhole || (!well && !isFound(currentItem()) && isFound(candidate)))
+            well = candidate;
+        if (isWhole)
+            break;
+    }
+    if (!well)
+        return;
+    setCurrentItem(well);
+    scrollToItem(well);
+}
+
 // The tree toggles a check box on the space bar without a click: it has to act as a click does.
 void ProjectTreeWidget::keyPressEvent(QKeyEvent *event)
 {
+    if (continuesSearch(event)) {
+        keyboardSearch(event->text());
+        return;
+    }
     QTreeWidgetItem *item = currentItem();
     const int before = item ? item->checkState(0) : -1;
     QTreeWidget::keyPressEvent(event);
     const bool isToggleKey = event->key() == Qt::Key_Space || event->key() == Qt::Key_Select;
     if (isToggleKey && item && item == currentItem() && item->checkState(0) != before)
         itemSelected(item, 0);
+}
+
+// The column is as wide as its texts, and never narrower than the tree.
+void ProjectTreeWidget::resizeEvent(QResizeEvent *event)
+{
+    header()->setMinimumSectionSize(viewport()->width());
+    QTreeWidget::resizeEvent(event);
 }
 
 void ProjectTreeWidget::contextMenuEvent(QContextMenuEvent *event)
@@ -256,27 +337,37 @@ void ProjectTreeWidget::contextMenuEvent(QContextMenuEvent *event)
 
 // The three editing slots open dialogs of the template editors, which are not part of the plug-in yet; their menu
 // entries are disabled until then.
-void ProjectTreeWidget::createNewTemplate() { }
-
-void ProjectTreeWidget::editWellTemplate() { }
-
-void ProjectTreeWidget::editGlobalTemplate() { }
-
-// Removes project folder + fragment + name and says so; the folder goes first, the item only on success.
-bool ProjectTreeWidget::removeProjectFolder(const QString &fragment, const QString &name)
+void ProjectTreeWidget::createNewTemplate()
 {
-    const QString parent = m_data.project.projectFolder + fragment.chopped(1);
+}
+
+void ProjectTreeWidget::editWellTemplate()
+{
+}
+
+void ProjectTreeWidget::editGlobalTemplate()
+{
+}
+
+// Removes the folder \a name in \a parent, on success calls \a removeItems, and says how it went. The box comes last:
+// while it is up nothing here waits to touch an item.
+template<class RemoveItems>
+void ProjectTreeWidget::removeProjectFolder(const QString &parent, const QString &name,
+                                            const RemoveItems &removeItems)
+{
     const bool isRemoved = base::removeFolder(parent, name, m_data.project.projectFolder);
+    if (isRemoved)
+        removeItems();
     m_data.asker.warn(isRemoved ? QStringLiteral("Successfully deleted !") : QStringLiteral("Error in deleting !"),
-                      m_data.project.projectFolder + fragment + name);
-    return isRemoved;
+                      parent + QLatin1Char('/') + name);
 }
 
 void ProjectTreeWidget::deleteCorrelationFromData()
 {
     QTreeWidgetItem *item = currentItem();
-    if (item && item->type() == CorrelationItem && removeProjectFolder(correlationsFragment, item->text(0)))
-        delete item;
+    if (item && item->type() == CorrelationItem)
+        removeProjectFolder(m_data.project.projectFolder + QStringLiteral("/Correlations"), item->text(0),
+                            [item] { delete item; });
 }
 
 void ProjectTreeWidget::deleteGlobalTemplate()
@@ -285,11 +376,11 @@ void ProjectTreeWidget::deleteGlobalTemplate()
     if (!item || item->type() != GlobalTemplateItem)
         return;
     const QString name = item->text(0);
-    if (!removeProjectFolder(QStringLiteral("/Templates/Global/"), name))
-        return;
-    m_data.project.globalTemplateNames.removeAll(name);
-    for (int i = 0; i < m_wells->childCount(); ++i)
-        delete childWithText(globalBranch(m_wells->child(i)), 0, name);
+    removeProjectFolder(m_data.project.projectFolder + QStringLiteral("/Templates/Global"), name, [this, name] {
+        m_data.project.globalTemplateNames.removeAll(name);
+        for (int i = 0; i < m_wells->childCount(); ++i)
+            delete childWithText(globalBranch(m_wells->child(i)), 0, name);
+    });
 }
 
 void ProjectTreeWidget::deleteWellTemplate()
@@ -297,11 +388,8 @@ void ProjectTreeWidget::deleteWellTemplate()
     QTreeWidgetItem *item = currentItem();
     if (!item || item->type() != WellTemplateItem)
         return;
-    const QString folder = templateFolder(m_data.project, item->text(0), wellOf(item)->text(0));
-    const QString fragment = folder.mid(m_data.project.projectFolder.size());
-    const int slash = fragment.lastIndexOf(QLatin1Char('/'));
-    if (removeProjectFolder(fragment.left(slash + 1), fragment.mid(slash + 1)))
-        delete item;
+    removeProjectFolder(wellTemplatesFolder(m_data.project, wellOf(item)->text(0)), item->text(0),
+                        [item] { delete item; });
 }
 
 void ProjectTreeWidget::addNewCorrelationDialog()

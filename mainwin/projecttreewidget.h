@@ -2,8 +2,10 @@
 
 #include "mainwin/projecttreeitems.h"
 
+#include <QElapsedTimer>
 #include <QTreeWidget>
 
+class ProjectFolders;
 struct ProjectData;
 
 /// The tree of the dock "Project Data": wells with their logs, markers and templates, global templates, and saved
@@ -16,8 +18,9 @@ public:
     /// Fills itself from the catalogue, the project folder and the saved correlations. \a projectData must outlive it.
     explicit ProjectTreeWidget(ProjectData &projectData, QWidget *parent = nullptr);
 
-    /// Brings all branches up to date with catalogue and project folder. What still exists keeps its check states and
-    /// its expansion.
+    /// Reads the names of templates and correlations anew and brings all branches up to date with them and with the
+    /// catalogue. What still exists keeps its check states and its expansion. Branches whose folder cannot be read
+    /// stay as they are; a box names these folders.
     void synchronise();
     /// The same for the logs, or the markers, of one well of the catalogue.
     void synchroniseLogs(int well);
@@ -27,6 +30,9 @@ public:
     void addLog(const QString &wellName, const QString &logName);
     void addMarker(const QString &wellName, const QString &markerName);
     void addTemplate(const QString &wellName, const QString &templateName);
+
+    /// Finds a well by its typed name, in a closed branch too, before it looks at other items.
+    void keyboardSearch(const QString &search) override;
 
     QTreeWidgetItem *wellsItem() const { return m_wells; }
     QTreeWidgetItem *correlationsItem() const { return m_correlations; }
@@ -52,9 +58,14 @@ public slots:
 protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
-    void fillWell(QTreeWidgetItem *wellItem, int well);
+    void fill(ProjectFolders *folders);
+    void fillWell(QTreeWidgetItem *wellItem, int well, ProjectFolders *folders);
+    void tellUnreadable(const ProjectFolders &folders);
+    bool isSearching() const;
+    bool continuesSearch(const QKeyEvent *event) const;
     QTreeWidgetItem *findWell(const QString &wellName) const;
     QTreeWidgetItem *findWellByKey(const QString &key) const;
 
@@ -64,10 +75,13 @@ private:
     void markerToggled(QTreeWidgetItem *marker);
     void refreshMarkers(QTreeWidgetItem *well);
     void sendMarker(const QTreeWidgetItem *well, const QTreeWidgetItem *marker);
-    bool removeProjectFolder(const QString &fragment, const QString &name);
+    template<class RemoveItems>
+    void removeProjectFolder(const QString &parent, const QString &name, const RemoveItems &removeItems);
 
     ProjectData &m_data;
     ProjectTreeIcons m_icons;
     QTreeWidgetItem *m_wells = nullptr; ///< owned by the tree, like all items
     QTreeWidgetItem *m_correlations = nullptr;
+    QString m_typed; ///< of the keyboard search
+    QElapsedTimer m_sinceTyped;
 };

@@ -18,30 +18,21 @@ QString logsTitle()
     return QStringLiteral("Wells Logs Information");
 }
 
-/// The wait cursor for as long as it lives; lifted while a box is up.
+/// The wait cursor for as long as it lives.
 class WaitCursor
 {
 public:
     WaitCursor() { QGuiApplication::setOverrideCursor(QCursor(Qt::WaitCursor)); }
-    ~WaitCursor() { lift(); }
+    ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
     WaitCursor(const WaitCursor &) = delete;
     WaitCursor &operator=(const WaitCursor &) = delete;
-
-    void lift()
-    {
-        if (m_isShown)
-            QGuiApplication::restoreOverrideCursor();
-        m_isShown = false;
-    }
-
-private:
-    bool m_isShown = true;
 };
 
 void warnCannotCreate(base::Asker &asker, const QString &path)
 {
     asker.warn(logsTitle(),
-               QStringLiteral("Unable to create logs information file.\nPlease check file read/write permision.\n") + path);
+               QStringLiteral("Unable to create logs information file.\nPlease check file read/write permision.\n")
+                   + path);
 }
 
 bool hasWells(ProjectData &projectData)
@@ -58,25 +49,49 @@ QString logsPath(const ProjectData &projectData, const QString &wellName)
         + base::fileNameFor(wellName, static_cast<int>(sizeof logsFileEnding) - 1) + QLatin1String(logsFileEnding);
 }
 
-QByteArray logsReport(const WellsCatalogue &catalogue, int well)
+// A well that went from the host since it was listed is told once, by its name, not once for each of its logs.
+bool isThere(ProjectData &projectData, int well)
 {
+    const bool isReadable = projectData.host.wells().header(projectData.catalogue.wellKey(well)).ok();
+    if (!isReadable)
+        projectData.catalogue.wellRecord(well); // shows the host's error box
+    return isReadable;
+}
+
+QByteArray logsReport(ProjectData &projectData, int well)
+{
+    const WellsCatalogue &catalogue = projectData.catalogue;
+    const QStringList &names = catalogue.logNames(well);
+    const bool canRead = names.isEmpty() || isThere(projectData, well);
+    const WaitCursor cursor;
     QByteArray bytes = reports::logsHeaderLine();
-    for (int log = 0; log < catalogue.logNames(well).size(); ++log)
-        bytes += reports::logLine(catalogue.curve(well, log));
+    LogCurveData withoutSamples;
+    for (int log = 0; log < names.size(); ++log) {
+        withoutSamples.logName = names.at(log);
+        bytes += reports::logLine(canRead ? catalogue.curve(well, log) : withoutSamples);
+    }
     return bytes;
 }
 
-QByteArray markersReport(const WellsCatalogue &catalogue)
+QByteArray markersReport(ProjectData &projectData)
 {
+    const WellsCatalogue &catalogue = projectData.catalogue;
     QByteArray bytes = reports::markersHeaderLine();
     for (int well = 0; well < catalogue.wellCount(); ++well) {
-        if (catalogue.markerNames(well).isEmpty())
+        if (catalogue.markerNames(well).isEmpty() || !isThere(projectData, well))
             continue;
+        const WaitCursor cursor;
         const WellRecord record = catalogue.wellRecord(well);
         for (const WellMarker &marker : catalogue.markers(well))
             bytes += reports::markerLine(record, marker);
     }
     return bytes;
+}
+
+bool writeReport(const QString &path, const QByteArray &bytes)
+{
+    const WaitCursor cursor;
+    return base::writeFileAtomically(path, bytes).ok();
 }
 
 } // namespace
@@ -89,11 +104,7 @@ void writeLogsReport(ProjectData &projectData)
     for (int well = 0; well < catalogue.wellCount(); ++well) {
         const QString &name = catalogue.wellNames().at(well);
         const QString path = logsPath(projectData, name);
-        WaitCursor cursor;
-        const bool isWritten = base::checkWritable(path).ok()
-            && base::writeFileAtomically(path, logsReport(catalogue, well)).ok();
-        cursor.lift();
-        if (!isWritten) {
+        if (!base::checkWritable(path).ok() || !writeReport(path, logsReport(projectData, well))) {
             warnCannotCreate(projectData.asker, path);
             return;
         }
@@ -108,11 +119,7 @@ void writeMarkersReport(ProjectData &projectData)
     if (!hasWells(projectData))
         return;
     const QString path = projectData.project.projectFolder + QStringLiteral("/Well_Markers_Info.txt");
-    WaitCursor cursor;
-    const bool isWritten
-        = base::checkWritable(path).ok() && base::writeFileAtomically(path, markersReport(projectData.catalogue)).ok();
-    cursor.lift();
-    if (!isWritten) {
+    if (!base::checkWritable(path).ok() || !writeReport(path, markersReport(projectData))) {
         warnCannotCreate(projectData.asker, path);
         return;
     }

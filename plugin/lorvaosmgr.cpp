@@ -2,8 +2,24 @@
 
 #include "datastore/defaultlogs.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QScopedValueRollback>
+#include <QStyle>
+#include <QStyleOptionViewItem>
+
+namespace {
+
+// Styles remember the list or tree item that they laid out last, text and all. It may be one of ours, and a text of
+// ours lies in the memory of this library, which is unloaded next: the style gets an empty item to remember instead.
+void makeStyleForgetOurItems()
+{
+    if (!qobject_cast<QApplication *>(QCoreApplication::instance()))
+        return;
+    const QStyleOptionViewItem nothing;
+    QApplication::style()->subElementRect(QStyle::SE_ItemViewItemText, &nothing);
+}
+
+} // namespace
 
 lorvaosMgr::lorvaosMgr(host::Host &host)
     : m_host(host)
@@ -19,6 +35,7 @@ lorvaosMgr::~lorvaosMgr()
     m_host.removeListener(this);
     m_host.removeAction(m_actionId);
     deleteWindows();
+    makeStyleForgetOurItems();
 }
 
 void lorvaosMgr::deleteWindows()

@@ -66,14 +66,14 @@ QString templateFolder(const Project &project, const QString &templateName, cons
     return templatesFolder(project) + owner + QLatin1Char('/') + templateFolderName(templateName);
 }
 
-QStringList wellTemplateNames(const Project &project, const QString &wellName)
+QString wellTemplatesFolder(const Project &project, const QString &wellName)
 {
-    return folders(templatesFolder(project) + wellFolderName(wellName));
+    return templatesFolder(project) + wellFolderName(wellName);
 }
 
-QStringList globalTemplateNames(const Project &project)
+QStringList wellTemplateNames(const Project &project, const QString &wellName)
 {
-    return folders(templatesFolder(project) + QStringLiteral("Global"));
+    return folders(wellTemplatesFolder(project, wellName));
 }
 
 QVector<TrackInfo> loadTemplate(const Project &project, const QString &templateName, const QString &wellName)

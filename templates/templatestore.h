@@ -9,10 +9,10 @@ struct Project;
 /// The folder of a template of one well, or of a global one when \a wellName is null.
 QString templateFolder(const Project &project, const QString &templateName, const QString &wellName);
 
+/// The folder that holds a well's own templates.
+QString wellTemplatesFolder(const Project &project, const QString &wellName);
 /// The well's own templates, by name; an empty list when it has none.
 QStringList wellTemplateNames(const Project &project, const QString &wellName);
-/// The global templates on disk, by name.
-QStringList globalTemplateNames(const Project &project);
 
 /// All tracks of a template, in the numeric order of "Track_n", other files after them by name. A name among the
 /// project's global templates means the global one, whatever the well has.

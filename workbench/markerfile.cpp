@@ -161,7 +161,8 @@ host::Outcome<QVector<host::Marker>> parseMarkerFile(const QByteArray &bytes, fl
             markers.append(marker);
     }
     if (!lines.isEmpty() && lines.lastKey() > understood)
-        report->append(QStringLiteral("its markers are read up to number %1, the next one has no name").arg(understood));
+        report->append(
+            QStringLiteral("its markers are read up to number %1, the next one has no name").arg(understood));
     const QByteArray rubbish = strangeLine(keys);
     if (!rubbish.isEmpty())
         report->append(QStringLiteral("it holds a line that is not understood (\"%1\")")

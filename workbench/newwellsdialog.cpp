@@ -22,6 +22,7 @@ constexpr QLatin1String lasFolder("las");
 constexpr int widestNameColumn = 180;
 constexpr int columnPadding = 6;
 constexpr int narrowestNotesColumn = 200;
+constexpr int rowPadding = 9; // room for an editor
 constexpr int failuresShown = 10;
 constexpr int notesLines = 2;
 
@@ -72,6 +73,7 @@ void NewWellsDialog::buildWidgets(const WellNames &existing)
     m_table->setObjectName(QStringLiteral("newWellsTable"));
     m_table->setModel(m_model);
     m_table->verticalHeader()->hide();
+    m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + rowPadding);
     m_table->horizontalHeader()->setHighlightSections(false);
     m_table->horizontalHeader()->setStretchLastSection(true);
     m_table->setAlternatingRowColors(true);
@@ -170,9 +172,13 @@ void NewWellsDialog::showNotes()
 {
     const int row = m_table->currentIndex().row();
     const QVector<NewWell> &wells = m_model->newWells().wells();
-    m_notes->setText(row < 0 || row >= wells.size() ? QString()
-                                                    : fileNames(wells.at(row)) + QStringLiteral(": ")
-                             + wells.at(row).allNotes().join(QLatin1Char(' ')));
+    if (row < 0 || row >= wells.size()) {
+        m_notes->clear();
+        return;
+    }
+    const QStringList notes = wells.at(row).allNotes();
+    m_notes->setText(fileNames(wells.at(row)) + (notes.isEmpty() ? QString() : QStringLiteral(": "))
+                     + notes.join(QLatin1Char(' ')));
 }
 
 void NewWellsDialog::createWells()

@@ -31,10 +31,10 @@ FileState stateOf(const struct stat &info)
     state.size = info.st_size;
     state.modifiedNs = nanoseconds(info.st_mtim);
     state.changedNs = nanoseconds(info.st_ctim);
-    timespec now {};
+    timespec now{};
     ::clock_gettime(CLOCK_REALTIME, &now);
-    state.isSettled = nanoseconds(now) - state.changedNs > longestStepNs
-        && nanoseconds(now) - state.modifiedNs > longestStepNs;
+    state.isSettled =
+        nanoseconds(now) - state.changedNs > longestStepNs && nanoseconds(now) - state.modifiedNs > longestStepNs;
     return state;
 }
 
@@ -103,7 +103,7 @@ void KeyValues::set(const QByteArray &key, const QByteArray &value)
     oneLine = oneLine.trimmed();
     const QByteArray readBack = oneLine.isNull() ? QByteArray("") : oneLine;
     oneLine.replace('\n', lineEndInValue);
-    const Line line {key, readBack, escapedKey(key) + ": " + oneLine};
+    const Line line{key, readBack, escapedKey(key) + ": " + oneLine};
     const int i = indexOf(key);
     if (i < 0)
         m_lines.append(line);
@@ -155,8 +155,9 @@ host::Outcome<OdFile> parseOdFile(const QByteArray &bytes, const QByteArray &typ
         return {file, QStringLiteral("it is cut off within its header")};
     file.isCut = offset >= bytes.size();
     if (file.type.trimmed().compare(type, Qt::CaseInsensitive) != 0)
-        return {file, QStringLiteral("its type is \"%1\" and not \"%2\"")
-                          .arg(QString::fromUtf8(file.type), QString::fromUtf8(type))};
+        return {file,
+                QStringLiteral("its type is \"%1\" and not \"%2\"")
+                    .arg(QString::fromUtf8(file.type), QString::fromUtf8(type))};
     file.isCut = true;
     bool hasHeaderEnd = false;
     while (!hasHeaderEnd && takeLine(bytes, &offset, &line))
@@ -178,9 +179,7 @@ host::Outcome<OdFile> parseOdFile(const QByteArray &bytes, const QByteArray &typ
 
 QByteArray odFileDate()
 {
-    return QLocale::c()
-        .toString(QDateTime::currentDateTime(), QStringLiteral("ddd dd MMM yyyy, HH:mm:ss"))
-        .toUtf8();
+    return QLocale::c().toString(QDateTime::currentDateTime(), QStringLiteral("ddd dd MMM yyyy, HH:mm:ss")).toUtf8();
 }
 
 QByteArray odFileHeader(const QByteArray &type)
@@ -190,13 +189,24 @@ QByteArray odFileHeader(const QByteArray &type)
 
 FileState fileState(const QString &path)
 {
-    struct stat info {};
-    return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? stateOf(info) : FileState {};
+    struct stat info
+    { };
+    return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? stateOf(info) : FileState{};
 }
 
 QString readErrorText(const QString &path, int errorCode)
 {
     return QStringLiteral("Cannot read the file %1: %2.").arg(path, QString::fromLocal8Bit(std::strerror(errorCode)));
+}
+
+QString writeErrorText(const QString &path, const QString &reason)
+{
+    return QStringLiteral("Cannot write the file %1: %2. What was there is unchanged.").arg(path, reason);
+}
+
+QString unreadableText(int errorCode)
+{
+    return QStringLiteral("it cannot be read (%1)").arg(QString::fromLocal8Bit(std::strerror(errorCode)));
 }
 
 // Plain system calls: a survey of thousands of wells has a hundred thousand small files, and a file object costs
@@ -208,7 +218,8 @@ FileRead readFile(const QString &path, int maximumSize)
     if (file < 0)
         return {{}, errno, {}};
     FileRead result;
-    struct stat info {};
+    struct stat info
+    { };
     if (::fstat(file, &info) != 0)
         result.errorCode = errno;
     else if (!S_ISREG(info.st_mode))

@@ -102,7 +102,10 @@ struct FileRead
 
 /// Reads a whole file, or its first \a maximumSize bytes.
 FileRead readFile(const QString &path, int maximumSize = -1);
+/// Sentences for the user about a file that could not be read or written; unreadableText() has no file's name in it.
 QString readErrorText(const QString &path, int errorCode);
+QString writeErrorText(const QString &path, const QString &reason);
+QString unreadableText(int errorCode);
 /// Reads a whole file. The error is a sentence that names it and says why.
 host::Outcome<QByteArray> readFileBytes(const QString &path);
 

@@ -36,8 +36,7 @@ QString start(QLibrary *library, const QString &name, PluginReport *report, bool
     const auto info = reinterpret_cast<InfoFunction>(library->resolve(infoName.constData()));
     const auto init = reinterpret_cast<InitFunction>(library->resolve(initName.constData()));
     if (!info || !init)
-        return QStringLiteral("It does not export \"%1\".")
-            .arg(QString::fromUtf8(info ? initName : infoName));
+        return QStringLiteral("It does not export \"%1\".").arg(QString::fromUtf8(info ? initName : infoName));
     *hasRun = true;
     try {
         const PluginInfoRecord *record = info();
@@ -49,7 +48,8 @@ QString start(QLibrary *library, const QString &name, PluginReport *report, bool
         if (const char *failure = init(1, arguments))
             return QStringLiteral("It could not start: %1").arg(QString::fromUtf8(failure));
     } catch (const std::exception &exception) {
-        return QStringLiteral("It threw an exception while it started: %1").arg(QString::fromLocal8Bit(exception.what()));
+        return QStringLiteral("It threw an exception while it started: %1")
+            .arg(QString::fromLocal8Bit(exception.what()));
     } catch (...) {
         return QStringLiteral("It threw an exception while it started.");
     }

@@ -65,8 +65,10 @@ QByteArray setPoint(int inl, int crl, double x, double y)
 QByteArray surveyFileBytes(const NewSurvey &survey)
 {
     constexpr int firstLine = 100;
-    const int lastInline = firstLine + qMax(1, static_cast<int>(std::ceil((survey.xMaximum - survey.xMinimum) / binSize)));
-    const int lastCrossline = firstLine + qMax(1, static_cast<int>(std::ceil((survey.yMaximum - survey.yMinimum) / binSize)));
+    const int lastInline =
+        firstLine + qMax(1, static_cast<int>(std::ceil((survey.xMaximum - survey.xMinimum) / binSize)));
+    const int lastCrossline =
+        firstLine + qMax(1, static_cast<int>(std::ceil((survey.yMaximum - survey.yMinimum) / binSize)));
     const double xEnd = survey.xMinimum + (lastInline - firstLine) * binSize;
     const double yEnd = survey.yMinimum + (lastCrossline - firstLine) * binSize;
 
@@ -101,8 +103,7 @@ QByteArray surveyListBytes()
 
 QByteArray dataRootListBytes()
 {
-    return odFileHeader("Object Management file")
-        + "ID: -1\n!\nAppl dir: 1\nAppl: dGB`Stream\n$Name: appl\n!\n";
+    return odFileHeader("Object Management file") + "ID: -1\n!\nAppl dir: 1\nAppl: dGB`Stream\n$Name: appl\n!\n";
 }
 
 QString write(const QString &path, const QByteArray &bytes)
@@ -117,8 +118,8 @@ QString fillSurvey(const QString &folder, const NewSurvey &survey)
         const QString name = QString::fromLatin1(object.folder);
         if (!QDir(folder).mkdir(name))
             return QStringLiteral("Cannot make the folder %1/%2.").arg(folder, name);
-        const ObjectList list = ObjectList::forFolder(QByteArray::number(object.number), object.entryName,
-                                                      object.group, object.ownName);
+        const ObjectList list =
+            ObjectList::forFolder(QByteArray::number(object.number), object.entryName, object.group, object.ownName);
         const QString problem = write(folder + QLatin1Char('/') + name + QStringLiteral("/.omf"), list.toBytes());
         if (!problem.isEmpty())
             return problem;
@@ -176,7 +177,8 @@ QString surveyFolderProblem(const QString &path)
         return QStringLiteral("%1 is not a folder.").arg(path);
     for (const char *file : {".omf", ".survey"})
         if (!QFileInfo(path + QLatin1Char('/') + QLatin1String(file)).isFile())
-            return QStringLiteral("The folder %1 is no survey: it holds no file \"%2\".").arg(path, QLatin1String(file));
+            return QStringLiteral("The folder %1 is no survey: it holds no file \"%2\".")
+                .arg(path, QLatin1String(file));
     return {};
 }
 
@@ -228,7 +230,7 @@ host::Status createSurvey(const QString &path, const NewSurvey &survey)
     if (!problem.isEmpty())
         return {problem};
     // The mark comes before the survey: whoever finds the survey finds a data root that the host accepts.
-    const host::Status marked = isNewRoot ? markDataRoot(root) : host::Status {};
+    const host::Status marked = isNewRoot ? markDataRoot(root) : host::Status{};
     if (!marked.ok())
         return marked;
     // An empty folder in the way is replaced by the rename itself.

@@ -87,6 +87,7 @@ void SurveyOverview::buildTable()
     m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 8);
     m_table->horizontalHeader()->setHighlightSections(false);
+    m_table->horizontalHeader()->setStretchLastSection(true);
     m_table->horizontalHeader()->setResizeContentsPrecision(rowsMeasured);
     m_table->setSortingEnabled(true);
     m_table->sortByColumn(WellsModel::NameColumn, Qt::AscendingOrder);

@@ -1,9 +1,9 @@
 #include "workbench/surveystore.h"
 
 #include "base/atomicfile.h"
-#include "base/filesystemcalls.h"
 #include "base/numbers.h"
 #include "workbench/markerfile.h"
+#include "workbench/wellnames.h"
 
 #include <QDir>
 #include <QFile>
@@ -13,7 +13,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 
 namespace workbench {
 
@@ -22,25 +21,7 @@ namespace {
 constexpr char wellGroup[] = "Well";
 constexpr const char *wellFileEndings[] = {".well", ".track", ".wlm", ".wlt", ".csmdl", ".disp"};
 constexpr char wellFolderKey[] = "100050";
-constexpr int headerBlockSize = 4096;
-constexpr int maximumHeaderSize = 16 << 20;
 constexpr int maximumProblems = 1000;
-constexpr int maximumStemBytes = 200; // leaves room for "^1234.wll" within a file name
-
-QString cannotWrite(const QString &path, const QString &reason)
-{
-    return QStringLiteral("Cannot write the file %1: %2. What was there is unchanged.").arg(path, reason);
-}
-
-// The host compares upper-cased bytes, ASCII letters only.
-QByteArray sortKey(const QString &name)
-{
-    QByteArray bytes = name.toUtf8();
-    for (char &c : bytes)
-        if (c >= 'a' && c <= 'z')
-            c = static_cast<char>(c - 'a' + 'A');
-    return bytes;
-}
 
 int numberOfKey(const QString &key)
 {
@@ -55,74 +36,15 @@ QString keyOf(int number)
     return QLatin1String(wellFolderKey) + QLatin1Char('.') + QString::number(number);
 }
 
-QString stemOf(const QString &fileName)
+QByteArray depthUnit(const WellFile &file)
 {
-    const int dot = fileName.lastIndexOf(QLatin1Char('.'));
-    return dot > 0 ? fileName.left(dot) : fileName;
+    const QByteArray unit = file.keys.value("Depth-Unit");
+    return unit.isEmpty() ? QByteArray("Meter") : unit;
 }
 
 bool isWell(const ObjectEntry &entry)
 {
     return !entry.isFolder && entry.number > 1 && entry.group() == wellGroup;
-}
-
-// A file of the folder itself, not one elsewhere or hidden.
-bool isPlainFileName(const QString &name)
-{
-    return !name.isEmpty() && !name.startsWith(QLatin1Char('.')) && !name.contains(QLatin1Char('/'))
-        && std::none_of(name.begin(), name.end(), [](QChar c) { return c.category() == QChar::Other_Control; });
-}
-
-// A name as the stem of file names: letters and digits of any script stay, what may trouble a file system does not.
-QString cleanedStem(const QString &name)
-{
-    QString stem;
-    for (QChar c : name) {
-        const bool isKept = c.isLetterOrNumber() || c.isSurrogate() || c.isMark()
-            || QStringLiteral("-_+.()").contains(c);
-        stem += isKept ? c : QChar(QLatin1Char('_'));
-    }
-    if (stem.isEmpty() || stem.startsWith(QLatin1Char('.')))
-        stem.prepend(QLatin1Char('_'));
-    stem.truncate(maximumStemBytes);
-    if (stem.at(stem.size() - 1).isHighSurrogate())
-        stem.chop(1);
-    while (stem.toUtf8().size() > maximumStemBytes)
-        stem.chop(stem.at(stem.size() - 1).isLowSurrogate() ? 2 : 1);
-    return stem;
-}
-
-// \a name without blanks around it.
-QString nameProblem(const QString &name)
-{
-    if (name.isEmpty())
-        return QStringLiteral("A well needs a name.");
-    for (QChar c : name)
-        if (c.category() == QChar::Other_Control)
-            return QStringLiteral("The well name \"%1\" holds a control character.").arg(name);
-    // The host's lists cannot hold these: they begin a folder entry, end a section or begin a comment.
-    if (name.startsWith(QLatin1Char('@')) || name.startsWith(QLatin1Char('!'))
-        || name.startsWith(QLatin1String("--")) || name.startsWith(QLatin1Char(':')))
-        return QStringLiteral("A well name cannot begin like \"%1\".").arg(name);
-    if (name.endsWith(QLatin1Char('\\'))) // it would escape the ":" behind the name
-        return QStringLiteral("A well name cannot end like \"%1\".").arg(name);
-    return {};
-}
-
-// The host's own name for a log that has none.
-QString standInName(int number)
-{
-    return QStringLiteral("[%1]").arg(number);
-}
-
-QString unreadable(int errorCode)
-{
-    return QStringLiteral("it cannot be read (%1)").arg(QString::fromLocal8Bit(std::strerror(errorCode)));
-}
-
-QString logPath(const QString &stem, int number)
-{
-    return stem + QLatin1Char('^') + QString::number(number) + QStringLiteral(".wll");
 }
 
 } // namespace
@@ -137,7 +59,7 @@ void SurveyStore::setSurveyDirectory(const QString &path)
     m_surveyDirectory = path;
     m_listState = {};
     m_listBytes = QByteArray();
-    m_logs = {};
+    m_logs.forget();
     m_problems.clear();
 }
 
@@ -194,16 +116,17 @@ host::Outcome<ObjectList> SurveyStore::listToChange()
 {
     host::Outcome<ObjectList> list = readObjectList();
     if (list.ok() && list.value.isCut())
-        return {{}, QStringLiteral("The list of wells %1 is cut off; writing it would lose the wells behind the cut. "
-                                   "Nothing was changed.")
-                        .arg(objectListPath())};
+        return {{},
+                QStringLiteral("The list of wells %1 is cut off; writing it would lose the wells behind the cut. "
+                               "Nothing was changed.")
+                    .arg(objectListPath())};
     return list;
 }
 
 host::Status SurveyStore::writeObjectList(const ObjectList &list)
 {
     const base::WriteResult result = base::writeFileAtomically(objectListPath(), list.toBytes());
-    return {result.ok() ? QString() : cannotWrite(objectListPath(), result.error)};
+    return {result.ok() ? QString() : writeErrorText(objectListPath(), result.error)};
 }
 
 host::Outcome<QVector<host::WellEntry>> SurveyStore::list()
@@ -219,9 +142,8 @@ host::Outcome<QVector<host::WellEntry>> SurveyStore::list()
     std::vector<Sortable> wells;
     for (const ObjectEntry &entry : list.value.entries())
         if (isWell(entry))
-            wells.push_back({sortKey(entry.name), {entry.name, keyOf(entry.number)}});
-    std::stable_sort(wells.begin(), wells.end(),
-                     [](const Sortable &a, const Sortable &b) { return a.key < b.key; });
+            wells.push_back({hostSortKey(entry.name), {entry.name, keyOf(entry.number)}});
+    std::stable_sort(wells.begin(), wells.end(), [](const Sortable &a, const Sortable &b) { return a.key < b.key; });
     QVector<host::WellEntry> result;
     result.reserve(static_cast<int>(wells.size()));
     for (const Sortable &well : wells)
@@ -240,8 +162,9 @@ host::Outcome<QString> SurveyStore::stem(const QString &key)
         return {{}, QStringLiteral("The well with the key %1 is not in the list %2.").arg(key, objectListPath())};
     const QString fileName = m_list.entries().at(index).fileName();
     if (!isPlainFileName(fileName))
-        return {{}, QStringLiteral("The list %1 gives the well \"%2\" no file of its folder (\"%3\").")
-                        .arg(objectListPath(), m_list.entries().at(index).name, fileName)};
+        return {{},
+                QStringLiteral("The list %1 gives the well \"%2\" no file of its folder (\"%3\").")
+                    .arg(objectListPath(), m_list.entries().at(index).name, fileName)};
     return {wellFolder() + QLatin1Char('/') + stemOf(fileName), {}};
 }
 
@@ -259,7 +182,7 @@ host::Outcome<WellFile> SurveyStore::readWell(const QString &stem, bool *hasTrac
     const QVector<TrackPoint> track = parseTrackFile(trackFile.bytes, &isCut);
     const bool isWellFile = file.ok() || file.value.keys.size() > 0;
     if (trackFile.errorCode != 0 && trackFile.errorCode != ENOENT) {
-        report(trackPath, unreadable(trackFile.errorCode));
+        report(trackPath, unreadableText(trackFile.errorCode));
     } else if (trackFile.errorCode == 0 && track.isEmpty()) {
         report(trackPath, QStringLiteral("it holds no valid well track"));
     } else if (!track.isEmpty() && isWellFile) {
@@ -273,8 +196,8 @@ host::Outcome<WellFile> SurveyStore::readWell(const QString &stem, bool *hasTrac
     if (!file.ok())
         return {{}, QStringLiteral("Cannot read the file %1: %2.").arg(path, file.error)};
     if (!cutPath.isEmpty())
-        report(cutPath, QStringLiteral("its track ends after %1 points in a line that is none")
-                            .arg(file.value.track.size()));
+        report(cutPath,
+               QStringLiteral("its track ends after %1 points in a line that is none").arg(file.value.track.size()));
     return file;
 }
 
@@ -300,66 +223,9 @@ host::Outcome<WellProperties> SurveyStore::properties(const QString &key)
     return {file.value.properties(m_list.entries().at(m_listIndex.value(numberOfKey(key))).name), {}};
 }
 
-// False where there is no such file. A log that cannot be used has the number 0.
-bool SurveyStore::readLogHeader(const QString &path, int number, LogFile *log)
+LogFiles::Report SurveyStore::reporter()
 {
-    *log = {};
-    FileRead read = readFile(path, headerBlockSize);
-    if (read.errorCode == ENOENT || (read.errorCode != 0 && !QFileInfo::exists(path)))
-        return false;
-    if (read.errorCode != 0) {
-        report(path, unreadable(read.errorCode));
-        return true;
-    }
-    bool isCut = false;
-    host::Outcome<LogFileHeader> header = parseLogHeader(read.bytes, &isCut);
-    for (int size = 2 * headerBlockSize; isCut && !header.ok() && size <= maximumHeaderSize; size *= 2) {
-        const int before = read.bytes.size();
-        read = readFile(path, size);
-        if (read.bytes.size() == before)
-            break;
-        header = parseLogHeader(read.bytes, &isCut);
-    }
-    if (!header.ok()) {
-        report(path, header.error);
-        return true;
-    }
-    log->number = number;
-    log->header = header.value;
-    log->state = read.state;
-    if (log->header.name.isEmpty()) {
-        log->header.name = standInName(number);
-        report(path, QStringLiteral("its header gives the log no name; it is called %1").arg(log->header.name));
-    }
-    return true;
-}
-
-// Reads the headers of "^1", "^2", … up to the first number that is missing.
-const SurveyStore::LogFiles &SurveyStore::readLogHeaders(const QString &stem)
-{
-    QHash<int, LogFile> known;
-    if (m_logs.stem == stem)
-        for (const LogFile &log : qAsConst(m_logs.logs))
-            known.insert(log.number, log);
-    m_logs = {};
-    m_logs.stem = stem;
-    QSet<QString> names;
-    for (int number = 1;; ++number) {
-        const QString path = logPath(stem, number);
-        LogFile log = known.value(number);
-        if (log.number == 0 || !fileState(path).isSame(log.state))
-            if (!readLogHeader(path, number, &log))
-                return m_logs;
-        m_logs.fileCount = number;
-        if (log.number == 0)
-            continue;
-        if (names.contains(log.header.name)) {
-            report(path, QStringLiteral("a second log named \"%1\" is left out").arg(log.header.name));
-            continue;
-        }
-        names.insert(log.header.name);
-        m_logs.logs.append(log);
-    }
+    return [this](const QString &path, const QString &problem) { report(path, problem); };
 }
 
 host::Outcome<QVector<host::LogInfo>> SurveyStore::logs(const QString &key)
@@ -367,36 +233,7 @@ host::Outcome<QVector<host::LogInfo>> SurveyStore::logs(const QString &key)
     const host::Outcome<QString> wellStem = stem(key);
     if (!wellStem.ok())
         return {{}, wellStem.error};
-    const LogFiles &files = readLogHeaders(wellStem.value);
-    QVector<host::LogInfo> infos;
-    infos.reserve(files.logs.size());
-    for (const LogFile &file : files.logs)
-        infos.append({file.header.name, file.header.unit});
-    return {infos, {}};
-}
-
-// The log at an index of the headers last read, as long as its file still holds that log.
-host::Outcome<host::LogData> SurveyStore::readListedLog(const QString &stem, int index)
-{
-    if (m_logs.stem != stem || index < 0 || index >= m_logs.logs.size())
-        return {{}, QStringLiteral("The well %1 has no log number %2.").arg(stem).arg(index)};
-    const LogFile &file = m_logs.logs.at(index);
-    const QString path = logPath(stem, file.number);
-    const host::Outcome<QByteArray> bytes = readFileBytes(path);
-    if (!bytes.ok())
-        return {{}, bytes.error};
-    host::Outcome<LogFileHeader> header = parseLogHeader(bytes.value);
-    if (!header.ok())
-        return {{}, QStringLiteral("Cannot read the file %1: %2.").arg(path, header.error)};
-    if (header.value.name.isEmpty())
-        header.value.name = standInName(file.number);
-    if (header.value.name != file.header.name)
-        return {{}, QStringLiteral("The file %1 changed while it was read.").arg(path)};
-    QString problem;
-    const host::LogData data = parseLogSamples(header.value, bytes.value, &problem);
-    if (!problem.isEmpty())
-        report(path, problem);
-    return {data, {}};
+    return {m_logs.infos(wellStem.value, reporter()), {}};
 }
 
 host::Outcome<host::LogData> SurveyStore::log(const QString &key, int index)
@@ -404,11 +241,26 @@ host::Outcome<host::LogData> SurveyStore::log(const QString &key, int index)
     const host::Outcome<QString> wellStem = stem(key);
     if (!wellStem.ok())
         return {{}, wellStem.error};
-    const host::Outcome<host::LogData> listed = readListedLog(wellStem.value, index);
-    if (listed.ok())
-        return listed;
-    readLogHeaders(wellStem.value);
-    return readListedLog(wellStem.value, index);
+    return m_logs.read(wellStem.value, index, reporter());
+}
+
+host::Status SurveyStore::writeLog(const QString &key, const host::LogData &log)
+{
+    const host::Outcome<QString> wellStem = stem(key);
+    if (!wellStem.ok())
+        return {wellStem.error};
+    const host::Outcome<WellFile> well = readWell(wellStem.value);
+    if (!well.ok())
+        return {well.error};
+    return m_logs.write(wellStem.value, log, depthUnit(well.value), reporter());
+}
+
+host::Status SurveyStore::removeLog(const QString &key, int index)
+{
+    const host::Outcome<QString> wellStem = stem(key);
+    if (!wellStem.ok())
+        return {wellStem.error};
+    return m_logs.remove(wellStem.value, index, reporter());
 }
 
 host::Outcome<QVector<host::Marker>> SurveyStore::markers(const QString &key)
@@ -422,7 +274,7 @@ host::Outcome<QVector<host::Marker>> SurveyStore::markers(const QString &key)
         if (read.errorCode == ENOENT)
             return {};
         const QString error = readErrorText(path, read.errorCode);
-        report(path, unreadable(read.errorCode));
+        report(path, unreadableText(read.errorCode));
         return {{}, error};
     }
     const host::Outcome<WellFile> well = readWell(wellStem.value);
@@ -441,31 +293,6 @@ host::Outcome<QVector<host::Marker>> SurveyStore::markers(const QString &key)
     return markers;
 }
 
-host::Status SurveyStore::writeLog(const QString &key, const host::LogData &log)
-{
-    const host::Outcome<QString> wellStem = stem(key);
-    if (!wellStem.ok())
-        return {wellStem.error};
-    const host::Outcome<WellFile> well = readWell(wellStem.value);
-    if (!well.ok())
-        return {well.error};
-    const LogFiles &files = readLogHeaders(wellStem.value);
-    const QString name = storedText(log.name); // " GR" comes back as "GR", so that is the log it replaces
-    const LogFile *old = nullptr;
-    for (const LogFile &file : files.logs)
-        if (file.header.name == name)
-            old = &file;
-    QByteArray depthUnit = well.value.keys.value("Depth-Unit");
-    if (depthUnit.isEmpty())
-        depthUnit = "Meter";
-    const host::Outcome<QByteArray> bytes = logFileBytes(log, depthUnit, old ? &old->header : nullptr);
-    if (!bytes.ok())
-        return {QStringLiteral("Cannot write the log \"%1\" of %2: %3.").arg(log.name, wellStem.value, bytes.error)};
-    const QString path = logPath(wellStem.value, old ? old->number : files.fileCount + 1);
-    const base::WriteResult result = base::writeFileAtomically(path, bytes.value);
-    return {result.ok() ? QString() : cannotWrite(path, result.error)};
-}
-
 host::Status SurveyStore::writeMarkers(const QString &key, const QVector<host::Marker> &markers)
 {
     const host::Outcome<QString> wellStem = stem(key);
@@ -475,15 +302,13 @@ host::Status SurveyStore::writeMarkers(const QString &key, const QVector<host::M
     if (!well.ok())
         return {well.error};
     const QString path = wellStem.value + QStringLiteral(".wlm");
-    QByteArray depthUnit = well.value.keys.value("Depth-Unit");
-    if (depthUnit.isEmpty())
-        depthUnit = "Meter";
     const FileRead old = readFile(path);
     if (old.errorCode != 0 && old.errorCode != ENOENT)
         return {readErrorText(path, old.errorCode)};
-    const base::WriteResult result = base::writeFileAtomically(path, markerFileBytes(markers, depthUnit, old.bytes));
+    const base::WriteResult result =
+        base::writeFileAtomically(path, markerFileBytes(markers, depthUnit(well.value), old.bytes));
     if (!result.ok())
-        return {cannotWrite(path, result.error)};
+        return {writeErrorText(path, result.error)};
     if (m_markersChanged)
         m_markersChanged(key);
     return {};
@@ -491,7 +316,7 @@ host::Status SurveyStore::writeMarkers(const QString &key, const QVector<host::M
 
 void SurveyStore::reload(const QString &)
 {
-    m_logs = {};
+    m_logs.forget();
 }
 
 // A stem that no well of the list and no file in the folder has: files that were left behind must not become those
@@ -505,7 +330,7 @@ QString SurveyStore::newStem(const QString &name, const ObjectList &list) const
         const QString path = wellFolder() + QLatin1Char('/') + stem;
         const auto exists = [&path](const char *ending) { return QFileInfo::exists(path + QLatin1String(ending)); };
         return std::any_of(std::begin(wellFileEndings), std::end(wellFileEndings), exists)
-            || QFileInfo::exists(logPath(path, 1));
+            || QFileInfo::exists(LogFiles::path(path, 1));
     };
     const QString cleaned = cleanedStem(name);
     QString stem = cleaned;
@@ -518,7 +343,7 @@ host::Outcome<QString> SurveyStore::addWell(const WellProperties &given)
 {
     WellProperties properties = given;
     properties.name = given.name.trimmed();
-    for (const QString &problem : {nameProblem(properties.name), wellPropertiesProblem(properties)})
+    for (const QString &problem : {storedNameProblem(properties.name), wellPropertiesProblem(properties)})
         if (!problem.isEmpty())
             return {{}, problem};
     const host::Outcome<ObjectList> read = listToChange();
@@ -545,7 +370,7 @@ host::Status SurveyStore::writeWell(const QString &stem, const WellFile &file)
 {
     const QString path = stem + QStringLiteral(".well");
     const base::WriteResult result = base::writeFileAtomically(path, wellFileBytes(file));
-    return {result.ok() ? QString() : cannotWrite(path, result.error)};
+    return {result.ok() ? QString() : writeErrorText(path, result.error)};
 }
 
 host::Status SurveyStore::changeWell(const QString &key, const WellProperties &properties)
@@ -580,7 +405,7 @@ host::Status SurveyStore::changeWell(const QString &key, const WellProperties &p
 
 host::Status SurveyStore::renameWell(const QString &key, const QString &name)
 {
-    const QString problem = nameProblem(name.trimmed());
+    const QString problem = storedNameProblem(name.trimmed());
     if (!problem.isEmpty())
         return {problem};
     host::Outcome<ObjectList> list = listToChange();
@@ -620,25 +445,10 @@ host::Status SurveyStore::removeWell(const QString &key)
         if (ownFile.match(file).hasMatch() && !QFile::remove(wellFolder() + QLatin1Char('/') + file))
             kept.append(file);
     if (!kept.isEmpty())
-        return {QStringLiteral("The well is no longer in the list, but these files of it could not be deleted in %1: %2.")
-                    .arg(wellFolder(), kept.join(QStringLiteral(", ")))};
+        return {
+            QStringLiteral("The well is no longer in the list, but these files of it could not be deleted in %1: %2.")
+                .arg(wellFolder(), kept.join(QStringLiteral(", ")))};
     return {};
-}
-
-host::Status SurveyStore::removeLog(const QString &key, int index)
-{
-    const host::Outcome<QString> wellStem = stem(key);
-    if (!wellStem.ok())
-        return {wellStem.error};
-    const LogFiles &files = readLogHeaders(wellStem.value);
-    if (index < 0 || index >= files.logs.size())
-        return {QStringLiteral("The well %1 has no log number %2.").arg(wellStem.value).arg(index)};
-    const QString path = logPath(wellStem.value, files.logs.at(index).number);
-    const QString last = logPath(wellStem.value, files.fileCount);
-    const bool isRemoved = path == last
-        ? QFile::remove(path)
-        : base::fileSystemCalls().rename(QFile::encodeName(last).constData(), QFile::encodeName(path).constData()) == 0;
-    return {isRemoved ? QString() : QStringLiteral("Cannot delete the log file %1. Nothing is changed.").arg(path)};
 }
 
 } // namespace workbench

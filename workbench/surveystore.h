@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/wells.h"
-#include "workbench/logfile.h"
+#include "workbench/logfiles.h"
 #include "workbench/objectlist.h"
 #include "workbench/wellfile.h"
 
@@ -51,20 +51,6 @@ public:
     QStringList takeProblems();
 
 private:
-    struct LogFile
-    {
-        int number = 0; ///< the n of "^n"
-        LogFileHeader header;
-        FileState state;
-    };
-    /// The logs of one well: first those with a usable header and a name of their own, in the order of numbers.
-    struct LogFiles
-    {
-        QString stem;
-        QVector<LogFile> logs;
-        int fileCount = 0; ///< all files "^1", "^2", … up to the first missing number
-    };
-
     QString wellFolder() const;
     QString objectListPath() const { return wellFolder() + QStringLiteral("/.omf"); }
     host::Outcome<ObjectList> readObjectList();
@@ -74,9 +60,7 @@ private:
     host::Outcome<QString> stem(const QString &key);
     QString newStem(const QString &name, const ObjectList &list) const;
     host::Outcome<WellFile> readWell(const QString &stem, bool *hasTrackFile = nullptr);
-    bool readLogHeader(const QString &path, int number, LogFile *log);
-    const LogFiles &readLogHeaders(const QString &stem);
-    host::Outcome<host::LogData> readListedLog(const QString &stem, int index);
+    LogFiles::Report reporter();
     host::Status writeWell(const QString &stem, const WellFile &file);
     void report(const QString &path, const QString &problem);
 
@@ -90,8 +74,6 @@ private:
     QByteArray m_listBytes; ///< null when none was parsed
     ObjectList m_list;
     QHash<int, int> m_listIndex; ///< object number to entry index
-    // The log headers of the well last looked at: who reads or writes a well's logs one by one would otherwise read
-    // all headers for each of them.
     LogFiles m_logs;
 };
 

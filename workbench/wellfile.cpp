@@ -196,8 +196,8 @@ QByteArray wellFileBytes(const WellFile &file)
 {
     QByteArray bytes = odFileHeader(wellType) + file.keys.toBytes() + "!\n";
     for (const TrackPoint &point : file.track) {
-        bytes += base::formatPlain(point.x) + '\t' + base::formatPlain(point.y) + '\t'
-            + base::formatPlain(point.z) + '\t' + base::formatPlain(point.md) + '\n';
+        bytes += base::formatPlain(point.x) + '\t' + base::formatPlain(point.y) + '\t' + base::formatPlain(point.z)
+            + '\t' + base::formatPlain(point.md) + '\n';
     }
     return bytes;
 }
@@ -239,8 +239,7 @@ void applyProperties(WellFile *file, const WellProperties &properties)
     const double dy = properties.y - old.y;
     // An elevation crosses the interface as a float: what did not change there must not move the track.
     const bool isLifted = static_cast<float>(properties.kbElevation) != old.kbElevation;
-    const double dz
-        = isLifted ? file->track.first().md - file->track.first().z - properties.kbElevation : 0;
+    const double dz = isLifted ? file->track.first().md - file->track.first().z - properties.kbElevation : 0;
     for (TrackPoint &point : file->track) {
         point.x += dx;
         point.y += dy;

@@ -25,6 +25,7 @@ namespace workbench {
 
 namespace {
 
+constexpr int rowPadding = 8;
 constexpr int keyRole = Qt::UserRole;
 constexpr int countedRole = Qt::UserRole;
 /// So many logs, and so many samples together, are counted as soon as a well is shown; others when they are selected.
@@ -47,6 +48,11 @@ QTableWidgetItem *tableItem(const QString &text, bool isNumber)
 QString number(double value)
 {
     return QString::fromLatin1(base::formatShortest(static_cast<float>(value)));
+}
+
+QString depthText(float depth)
+{
+    return QString::fromLatin1(base::formatFixed(static_cast<double>(depth), 2));
 }
 
 QString headerLine(const WellProperties &well)
@@ -161,6 +167,7 @@ QWidget *WellManagerDialog::buildLogsSide()
         m_logs->horizontalHeaderItem(column)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_logs->horizontalHeader()->setHighlightSections(false);
     m_logs->verticalHeader()->hide();
+    m_logs->verticalHeader()->setDefaultSectionSize(m_logs->fontMetrics().height() + rowPadding);
     m_logs->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_logs->setSelectionMode(QAbstractItemView::SingleSelection);
     m_logs->setAlternatingRowColors(true);
@@ -287,8 +294,8 @@ void WellManagerDialog::countSamples(int row)
     }
     samples->setText(QString::number(log.value.depths.size()));
     if (!log.value.depths.isEmpty()) {
-        m_logs->item(row, TopColumn)->setText(number(static_cast<double>(log.value.depths.first())));
-        m_logs->item(row, BaseColumn)->setText(number(static_cast<double>(log.value.depths.last())));
+        m_logs->item(row, TopColumn)->setText(depthText(log.value.depths.first()));
+        m_logs->item(row, BaseColumn)->setText(depthText(log.value.depths.last()));
     }
 }
 

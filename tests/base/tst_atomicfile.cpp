@@ -27,10 +27,7 @@ public:
         , m_countdown(times)
     {
     }
-    int openTemporary(char *path) override
-    {
-        return fails(Step::Open) ? -1 : FileSystemCalls::openTemporary(path);
-    }
+    int openTemporary(char *path) override { return fails(Step::Open) ? -1 : FileSystemCalls::openTemporary(path); }
     ssize_t write(int file, const void *bytes, size_t size) override
     {
         ++writes;
@@ -80,7 +77,8 @@ private:
 
 mode_t modeOf(const QString &path)
 {
-    struct stat info {};
+    struct stat info
+    { };
     return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? info.st_mode & 07777 : 0;
 }
 
@@ -140,14 +138,14 @@ void TestAtomicFile::init()
 void TestAtomicFile::writesANewFile()
 {
     QVERIFY(base::writeFileAtomically(path("a"), QByteArray("new\0text", 8)).ok());
-    QCOMPARE(content(), (QMap<QString, QByteArray> {{"a", QByteArray("new\0text", 8)}}));
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{"a", QByteArray("new\0text", 8)}}));
 }
 
 void TestAtomicFile::replacesAnOldFile()
 {
     files::write(path("a"), "a longer old text");
     QVERIFY(base::writeFileAtomically(path("a"), "new").ok());
-    QCOMPARE(content(), (QMap<QString, QByteArray> {{"a", "new"}}));
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{"a", "new"}}));
 }
 
 void TestAtomicFile::writesEmptyBytes()
@@ -155,7 +153,7 @@ void TestAtomicFile::writesEmptyBytes()
     files::write(path("a"), "old");
     QVERIFY(base::writeFileAtomically(path("a"), {}).ok());
     QVERIFY(base::writeFileAtomically(path("b"), {}).ok());
-    QCOMPARE(content(), (QMap<QString, QByteArray> {{"a", ""}, {"b", ""}}));
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{"a", ""}, {"b", ""}}));
 }
 
 void TestAtomicFile::keepsTheOldContentWhenAStepFails_data()
@@ -210,7 +208,7 @@ void TestAtomicFile::goesOnAfterShortWritesAndInterruptions()
     for (int i = 0; i < 1000; ++i)
         bytes += static_cast<char>(i);
     QVERIFY(base::writeFileAtomically(path("a"), bytes).ok());
-    QCOMPARE(content(), (QMap<QString, QByteArray> {{"a", bytes}}));
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{"a", bytes}}));
     QCOMPARE(calls.writes, 3 + 143);
 }
 
@@ -221,7 +219,7 @@ void TestAtomicFile::ignoresAFolderThatCannotBeFlushed()
     base::ScopedFileSystemCalls scope(calls);
     QVERIFY(base::writeFileAtomically(path("a"), "new").ok());
     QCOMPARE(calls.fsyncs, 2);
-    QCOMPARE(content(), (QMap<QString, QByteArray> {{"a", "new"}}));
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{"a", "new"}}));
 }
 
 void TestAtomicFile::keepsTheOldContentAtAFileSizeLimit()
@@ -230,7 +228,7 @@ void TestAtomicFile::keepsTheOldContentAtAFileSizeLimit()
         const pid_t child = ::fork();
         if (child == 0) {
             ::signal(SIGXFSZ, SIG_IGN);
-            const rlimit limits {limit, limit};
+            const rlimit limits{limit, limit};
             ::setrlimit(RLIMIT_FSIZE, &limits);
             const base::WriteResult result = base::writeFileAtomically(path("a"), QByteArray(size, 'x'));
             if (result.ok())
@@ -247,10 +245,10 @@ void TestAtomicFile::keepsTheOldContentAtAFileSizeLimit()
             if (size <= room)
                 continue;
             QCOMPARE(write(size, static_cast<rlim_t>(room)), 1);
-            QCOMPARE(content(), (QMap<QString, QByteArray> {{"a", "old"}}));
+            QCOMPARE(content(), (QMap<QString, QByteArray>{{"a", "old"}}));
         }
         QCOMPARE(write(size, static_cast<rlim_t>(size)), 0);
-        QCOMPARE(content(), (QMap<QString, QByteArray> {{"a", QByteArray(size, 'x')}}));
+        QCOMPARE(content(), (QMap<QString, QByteArray>{{"a", QByteArray(size, 'x')}}));
     }
 }
 
@@ -271,7 +269,7 @@ void TestAtomicFile::refusesAWriteProtectedFile()
     if (result == 9 || result == 254)
         QSKIP("no user without rights can reach the temporary folder");
     QCOMPARE(result, 0);
-    QCOMPARE(content(), (QMap<QString, QByteArray> {{"a", "old"}}));
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{"a", "old"}}));
 }
 
 void TestAtomicFile::refusesAWriteProtectedFolder()
@@ -298,7 +296,7 @@ void TestAtomicFile::refusesAFolder()
     QVERIFY(QDir().mkdir(path("a")));
     QCOMPARE(base::writeFileAtomically(path("a"), "new").error, QString::fromLocal8Bit(reason(EISDIR)));
     QVERIFY(!base::checkWritable(path("a")).ok());
-    QCOMPARE(content(), (QMap<QString, QByteArray> {{"a/", {}}}));
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{"a/", {}}}));
 }
 
 void TestAtomicFile::refusesAMissingParent()
@@ -311,7 +309,7 @@ void TestAtomicFile::refusesAParentThatIsAFile()
 {
     files::write(path("file"), "old");
     QCOMPARE(base::writeFileAtomically(path("file/a"), "new").error, QString::fromLocal8Bit(reason(ENOTDIR)));
-    QCOMPARE(content(), (QMap<QString, QByteArray> {{"file", "old"}}));
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{"file", "old"}}));
 }
 
 void TestAtomicFile::refusesWhatIsNoPlainFile()
@@ -319,10 +317,14 @@ void TestAtomicFile::refusesWhatIsNoPlainFile()
     QCOMPARE(::mkfifo(QFile::encodeName(path("pipe")).constData(), 0666), 0);
     QVERIFY(!base::writeFileAtomically(path("pipe"), "new").ok());
     QVERIFY(!base::writeFileAtomically(QStringLiteral("/dev/null"), "new").ok());
-    struct stat info {};
+    struct stat info
+    { };
     QCOMPARE(::stat(QFile::encodeName(path("pipe")).constData(), &info), 0);
     QVERIFY(S_ISFIFO(info.st_mode));
-    QCOMPARE(QDir(m_folder->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot).size(), 1);
+    QCOMPARE(QDir(m_folder->path())
+                 .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot)
+                 .size(),
+             1);
 }
 
 void TestAtomicFile::refusesAnEmptyPathAndOneWithANullCharacter()
@@ -337,8 +339,9 @@ void TestAtomicFile::writesNamesOf255Bytes()
     const QByteArray longest(255, 'n');
     QVERIFY(base::writeFileAtomically(path(longest), "new").ok());
     QVERIFY(base::writeFileAtomically(path(longest), "newer").ok());
-    QCOMPARE(base::writeFileAtomically(path(longest + 'n'), "new").error, QString::fromLocal8Bit(reason(ENAMETOOLONG)));
-    QCOMPARE(content(), (QMap<QString, QByteArray> {{QString::fromLatin1(longest), "newer"}}));
+    QCOMPARE(base::writeFileAtomically(path(longest + 'n'), "new").error,
+             QString::fromLocal8Bit(reason(ENAMETOOLONG)));
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{QString::fromLatin1(longest), "newer"}}));
 }
 
 void TestAtomicFile::replacesASymbolicLinkAndLeavesItsTarget()
@@ -346,14 +349,14 @@ void TestAtomicFile::replacesASymbolicLinkAndLeavesItsTarget()
     files::write(path("target"), "target");
     QVERIFY(QFile::link(path("target"), path("link")));
     QVERIFY(base::writeFileAtomically(path("link"), "new").ok());
-    QCOMPARE(content(), (QMap<QString, QByteArray> {{"link", "new"}, {"target", "target"}}));
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{"link", "new"}, {"target", "target"}}));
 }
 
 void TestAtomicFile::replacesADanglingLink()
 {
     QVERIFY(QFile::link(path("nowhere"), path("link")));
     QVERIFY(base::writeFileAtomically(path("link"), "new").ok());
-    QCOMPARE(content(), (QMap<QString, QByteArray> {{"link", "new"}}));
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{"link", "new"}}));
 }
 
 void TestAtomicFile::keepsPermissions()
@@ -383,7 +386,7 @@ void TestAtomicFile::writesARelativePath()
     const bool isWritten = base::writeFileAtomically(QStringLiteral("a"), "new").ok();
     QVERIFY(QDir::setCurrent(before));
     QVERIFY(isWritten);
-    QCOMPARE(content(), (QMap<QString, QByteArray> {{"a", "new"}}));
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{"a", "new"}}));
 }
 
 void TestAtomicFile::writerShowsNothingBeforeCommit()
@@ -396,9 +399,9 @@ void TestAtomicFile::writerShowsNothingBeforeCommit()
     QVERIFY(writer.write("two", 3).ok());
     QCOMPARE(files::read(path("a")), QByteArray("old"));
     const QStringList visible = QDir(m_folder->path()).entryList(QDir::Files);
-    QCOMPARE(visible, QStringList {QStringLiteral("a")});
+    QCOMPARE(visible, QStringList{QStringLiteral("a")});
     QVERIFY(writer.commit().ok());
-    QCOMPARE(content(), (QMap<QString, QByteArray> {{"a", "one two"}}));
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{"a", "one two"}}));
 }
 
 void TestAtomicFile::writerDestroyedWithoutCommitLeavesNothing()
@@ -413,7 +416,7 @@ void TestAtomicFile::writerDestroyedWithoutCommitLeavesNothing()
         base::AtomicFileWriter writer;
         QVERIFY(writer.open(path("b")).ok());
     }
-    QCOMPARE(content(), (QMap<QString, QByteArray> {{"a", "old"}}));
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{"a", "old"}}));
 }
 
 void TestAtomicFile::writerReportsItsFirstFailureAgain()
@@ -427,7 +430,7 @@ void TestAtomicFile::writerReportsItsFirstFailureAgain()
     QVERIFY(error.contains(QString::fromLocal8Bit(reason(ENOSPC))));
     QCOMPARE(writer.write("more", 4).error, error);
     QCOMPARE(writer.commit().error, error);
-    QCOMPARE(content(), (QMap<QString, QByteArray> {{"a", "old"}}));
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{"a", "old"}}));
 }
 
 void TestAtomicFile::writerNeedsAnOpenFile()
@@ -439,7 +442,7 @@ void TestAtomicFile::writerNeedsAnOpenFile()
     QVERIFY(done.open(path("a")).ok());
     QVERIFY(done.commit().ok());
     QVERIFY(!done.commit().ok());
-    QCOMPARE(content(), (QMap<QString, QByteArray> {{"a", ""}}));
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{"a", ""}}));
 }
 
 void TestAtomicFile::writerCanBeOpenedAgain()
@@ -451,7 +454,7 @@ void TestAtomicFile::writerCanBeOpenedAgain()
     QVERIFY(writer.open(path("b")).ok());
     QVERIFY(writer.write("kept", 4).ok());
     QVERIFY(writer.commit().ok());
-    QCOMPARE(content(), (QMap<QString, QByteArray> {{"b", "kept"}}));
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{"b", "kept"}}));
 }
 
 void TestAtomicFile::writableCheckTouchesNothing()
@@ -460,7 +463,7 @@ void TestAtomicFile::writableCheckTouchesNothing()
     QVERIFY(base::checkWritable(path("a")).ok());
     QVERIFY(base::checkWritable(path("new")).ok());
     QVERIFY(!base::checkWritable(path("none/new")).ok());
-    QCOMPARE(content(), (QMap<QString, QByteArray> {{"a", "old"}}));
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{"a", "old"}}));
 }
 
 LORVA_TEST_MAIN(TestAtomicFile)

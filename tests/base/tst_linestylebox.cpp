@@ -48,6 +48,13 @@ private slots:
         QCOMPARE(base::LineWidthBox().toolTip(), QString("Line width"));
     }
 
+    void theBoxesBelongToTheirParent()
+    {
+        QWidget parent;
+        QCOMPARE((new base::LineStyleBox(&parent))->parentWidget(), &parent);
+        QCOMPARE((new base::LineWidthBox(&parent))->parentWidget(), &parent);
+    }
+
     void theDataAreTheNumbersOneToFive()
     {
         const base::LineStyleBox styles;
@@ -72,7 +79,8 @@ private slots:
     {
         const base::LineStyleBox styles;
         const base::LineWidthBox widths;
-        for (const QComboBox *box : {static_cast<const QComboBox *>(&styles), static_cast<const QComboBox *>(&widths)}) {
+        for (const QComboBox *box :
+             {static_cast<const QComboBox *>(&styles), static_cast<const QComboBox *>(&widths)}) {
             QCOMPARE(box->iconSize().height(), 14);
             for (int item = 0; item < 5; ++item) {
                 const QImage icon = iconOf(*box, item);

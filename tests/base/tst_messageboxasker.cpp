@@ -32,20 +32,20 @@ void TestMessageBoxAsker::showsTitleTextIconAndButtonsInOrder()
     QCOMPARE(driver.seen.at(0).title, QStringLiteral("Sync Data"));
     QCOMPARE(driver.seen.at(0).text, QStringLiteral("done !"));
     QCOMPARE(driver.seen.at(0).icon, QMessageBox::Information);
-    QCOMPARE(driver.seen.at(0).buttons, QStringList {QStringLiteral("OK")});
+    QCOMPARE(driver.seen.at(0).buttons, QStringList{QStringLiteral("OK")});
     QCOMPARE(driver.seen.at(1).text, QStringLiteral("two\nlines"));
     QCOMPARE(driver.seen.at(1).icon, QMessageBox::Warning);
-    QCOMPARE(driver.seen.at(1).buttons, QStringList {QStringLiteral("OK")});
+    QCOMPARE(driver.seen.at(1).buttons, QStringList{QStringLiteral("OK")});
     QCOMPARE(driver.seen.at(2).title, QStringLiteral("Template"));
     QCOMPARE(driver.seen.at(2).icon, QMessageBox::Question);
-    QCOMPARE(driver.seen.at(2).buttons, (QStringList {QStringLiteral("Yes"), QStringLiteral("No")}));
+    QCOMPARE(driver.seen.at(2).buttons, (QStringList{QStringLiteral("Yes"), QStringLiteral("No")}));
 }
 
 void TestMessageBoxAsker::everyButtonAnswersForItself()
 {
     BoxDriver driver;
     base::MessageBoxAsker asker;
-    driver.answers = QStringList {QStringLiteral("Yes"), QStringLiteral("No"), QStringLiteral("OK")};
+    driver.answers = QStringList{QStringLiteral("Yes"), QStringLiteral("No"), QStringLiteral("OK")};
     QVERIFY(asker.confirm(QStringLiteral("t"), QStringLiteral("x")));
     QVERIFY(!asker.confirm(QStringLiteral("t"), QStringLiteral("x")));
     QCOMPARE(asker.show({base::BoxIcon::Warning, QStringLiteral("t"), QStringLiteral("x"), {base::BoxButton::Ok}}),
@@ -56,7 +56,7 @@ void TestMessageBoxAsker::escapeIsNo()
 {
     BoxDriver driver;
     base::MessageBoxAsker asker;
-    driver.answers = QStringList {QString()};
+    driver.answers = QStringList{QString()};
     QCOMPARE(asker.show({base::BoxIcon::Question,
                          QStringLiteral("t"),
                          QStringLiteral("x"),
@@ -69,9 +69,10 @@ void TestMessageBoxAsker::escapeIsOkWithoutNo()
 {
     BoxDriver driver;
     base::MessageBoxAsker asker;
-    driver.answers = QStringList {QString()};
-    QCOMPARE(asker.show({base::BoxIcon::Information, QStringLiteral("t"), QStringLiteral("x"), {base::BoxButton::Ok}}),
-             base::BoxButton::Ok);
+    driver.answers = QStringList{QString()};
+    QCOMPARE(
+        asker.show({base::BoxIcon::Information, QStringLiteral("t"), QStringLiteral("x"), {base::BoxButton::Ok}}),
+        base::BoxButton::Ok);
 }
 
 void TestMessageBoxAsker::returnIsTheFirstButton()
@@ -137,7 +138,7 @@ void TestMessageBoxAsker::survivesItsParent()
     auto *window = new QWidget;
     base::MessageBoxAsker asker(window);
     delete window;
-    driver.answers = QStringList {QStringLiteral("Yes")};
+    driver.answers = QStringList{QStringLiteral("Yes")};
     QVERIFY(asker.confirm(QStringLiteral("t"), QStringLiteral("x")));
 }
 

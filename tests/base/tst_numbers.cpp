@@ -68,14 +68,45 @@ constexpr Parsed parsed[] = {
 
 std::vector<double> manyNumbers()
 {
-    std::vector<double> numbers {0.0, -0.0, 1, -1, 0.1, 1.0 / 3, 1e-5, 9.99999e-5, 1e-4, 0.00012345678, 999999, 999999.4,
-                                 999999.5, 999999.6, 1000000, 1234567, 123456.5, 12345.65, 1e15, 1e16, 1e21, 1e22,
-                                 -999.25, 1e30, 5e-324, 1.7976931348623157e308, 0.5, 1.5, 2.5, 100000, 100, 2310.15,
-                                 static_cast<double>(1e30f), 3.28084, 0.3048};
+    std::vector<double> numbers{0.0,
+                                -0.0,
+                                1,
+                                -1,
+                                0.1,
+                                1.0 / 3,
+                                1e-5,
+                                9.99999e-5,
+                                1e-4,
+                                0.00012345678,
+                                999999,
+                                999999.4,
+                                999999.5,
+                                999999.6,
+                                1000000,
+                                1234567,
+                                123456.5,
+                                12345.65,
+                                1e15,
+                                1e16,
+                                1e21,
+                                1e22,
+                                -999.25,
+                                1e30,
+                                5e-324,
+                                1.7976931348623157e308,
+                                0.5,
+                                1.5,
+                                2.5,
+                                100000,
+                                100,
+                                2310.15,
+                                static_cast<double>(1e30f),
+                                3.28084,
+                                0.3048};
     std::mt19937_64 random(7);
     std::uniform_real_distribution<double> mantissa(-10, 10);
     std::uniform_int_distribution<int> exponent(-320, 308);
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < 6000; ++i) {
         const double number = mantissa(random) * std::pow(10.0, i % 2 ? exponent(random) : exponent(random) % 9);
         if (std::isfinite(number))
             numbers.push_back(number);
@@ -191,7 +222,8 @@ void TestNumbers::parsesIntegers()
     QCOMPARE(base::parseInteger("12"), std::optional<int>(12));
     QCOMPARE(base::parseInteger(" +12\r"), std::optional<int>(12));
     QCOMPARE(base::parseInteger("-2147483648"), std::optional<int>(std::numeric_limits<int>::min()));
-    for (const char *text : {"", "+", "-", "1.5", "1e3", "2147483648", "99999999999999999999", "12x", "0x1", "+-1", "1 2"})
+    for (const char *text :
+         {"", "+", "-", "1.5", "1e3", "2147483648", "99999999999999999999", "12x", "0x1", "+-1", "1 2"})
         QVERIFY2(!base::parseInteger(text), text);
 }
 
@@ -236,8 +268,8 @@ void TestNumbers::formatsKnownNumbers()
 void TestNumbers::formatsWithManyDigits()
 {
     for (const double value : {1e308, -1e308, 0.1, 5e-324}) {
-        QCOMPARE(base::formatFixed(value, 400), printed("%.*f", 400, value));
-        QCOMPARE(base::formatGeneral(value, 400), printed("%.*g", 400, value));
+        QCOMPARE(base::formatFixed(value, 400), printed("%.*f", 400, value).replace(',', '.'));
+        QCOMPARE(base::formatGeneral(value, 400), printed("%.*g", 400, value).replace(',', '.'));
         QCOMPARE(base::formatFixed(value, 0), printed("%.*f", 0, value));
     }
 }

@@ -12,21 +12,63 @@ namespace {
 
 QStringList hostileNames()
 {
-    QStringList names {QString(), QStringLiteral("."), QStringLiteral(".."), QStringLiteral("..."), QStringLiteral(". ."),
-                       QStringLiteral("/"), QStringLiteral("//"), QStringLiteral("../.."), QStringLiteral("../../etc/passwd"),
-                       QStringLiteral("/etc/passwd"), QStringLiteral("a/b"), QStringLiteral("a%2Fb"), QStringLiteral("a%2fb"),
-                       QStringLiteral("a%252Fb"), QStringLiteral("a%25252Fb"), QStringLiteral("a%25b"), QStringLiteral("%"),
-                       QStringLiteral("%%"), QStringLiteral("%2"), QStringLiteral("%2E"), QStringLiteral("%2E%2E"),
-                       QStringLiteral("%2e"), QStringLiteral("%FF"), QStringLiteral("%25FF"), QStringLiteral("%FE"),
-                       QStringLiteral("%/"), QStringLiteral("%2/"), QStringLiteral("/%2F"), QStringLiteral("50%"),
-                       QStringLiteral("50%/a"), QStringLiteral("%41"), QStringLiteral("A"), QStringLiteral("%47lobal"),
-                       QStringLiteral("Global"), QStringLiteral("a\nb"), QStringLiteral("a\tb"), QStringLiteral("a%0Ab"),
-                       QStringLiteral("a\x7f"), QStringLiteral("a%7F"), QStringLiteral(" "), QStringLiteral(" a"),
-                       QStringLiteral("a "), QStringLiteral("a"), QStringLiteral("a\\b"), QStringLiteral("a:b"),
-                       QStringLiteral("a*b?"), QStringLiteral("-rf"), QStringLiteral("~"), QStringLiteral("$HOME"),
-                       QString::fromUtf8("Скважина-1"), QString::fromUtf8("井 1"), QString::fromUtf8("بئر"),
-                       QString::fromUtf8("\xEF\xBB\xBF"), QString::fromUtf8("x\xEF\xBB\xBF").mid(1) + QStringLiteral("a"),
-                       QString::fromUtf8("\xEF\xBF\xBE"), QString::fromUtf8("e\xCC\x81"), QString::fromUtf8("\xC3\xA9")};
+    QStringList names{QString(),
+                      QStringLiteral("."),
+                      QStringLiteral(".."),
+                      QStringLiteral("..."),
+                      QStringLiteral(". ."),
+                      QStringLiteral("/"),
+                      QStringLiteral("//"),
+                      QStringLiteral("../.."),
+                      QStringLiteral("../../etc/passwd"),
+                      QStringLiteral("/etc/passwd"),
+                      QStringLiteral("a/b"),
+                      QStringLiteral("a%2Fb"),
+                      QStringLiteral("a%2fb"),
+                      QStringLiteral("a%252Fb"),
+                      QStringLiteral("a%25252Fb"),
+                      QStringLiteral("a%25b"),
+                      QStringLiteral("%"),
+                      QStringLiteral("%%"),
+                      QStringLiteral("%2"),
+                      QStringLiteral("%2E"),
+                      QStringLiteral("%2E%2E"),
+                      QStringLiteral("%2e"),
+                      QStringLiteral("%FF"),
+                      QStringLiteral("%25FF"),
+                      QStringLiteral("%FE"),
+                      QStringLiteral("%/"),
+                      QStringLiteral("%2/"),
+                      QStringLiteral("/%2F"),
+                      QStringLiteral("50%"),
+                      QStringLiteral("50%/a"),
+                      QStringLiteral("%41"),
+                      QStringLiteral("A"),
+                      QStringLiteral("%47lobal"),
+                      QStringLiteral("Global"),
+                      QStringLiteral("a\nb"),
+                      QStringLiteral("a\tb"),
+                      QStringLiteral("a%0Ab"),
+                      QStringLiteral("a\x7f"),
+                      QStringLiteral("a%7F"),
+                      QStringLiteral(" "),
+                      QStringLiteral(" a"),
+                      QStringLiteral("a "),
+                      QStringLiteral("a"),
+                      QStringLiteral("a\\b"),
+                      QStringLiteral("a:b"),
+                      QStringLiteral("a*b?"),
+                      QStringLiteral("-rf"),
+                      QStringLiteral("~"),
+                      QStringLiteral("$HOME"),
+                      QString::fromUtf8("Скважина-1"),
+                      QString::fromUtf8("井 1"),
+                      QString::fromUtf8("بئر"),
+                      QString::fromUtf8("\xEF\xBB\xBF"),
+                      QString::fromUtf8("x\xEF\xBB\xBF").mid(1) + QStringLiteral("a"),
+                      QString::fromUtf8("\xEF\xBF\xBE"),
+                      QString::fromUtf8("e\xCC\x81"),
+                      QString::fromUtf8("\xC3\xA9")};
     names.append(QChar(0xFEFF) + QStringLiteral("a/b"));
     names.append(QString(2, QChar(0xFEFF)) + QStringLiteral("a"));
     names.append(QStringLiteral("a") + QChar(0) + QStringLiteral("b"));
@@ -52,9 +94,9 @@ void checkInjective(const QStringList &names, int otherBytes)
     QHash<QByteArray, QString> seen;
     for (const QString &name : names) {
         const QByteArray file = QFile::encodeName(base::fileNameFor(name, otherBytes));
-        QVERIFY2(!seen.contains(file), qPrintable(QStringLiteral("\"%1\" and \"%2\" share \"%3\"")
-                                                      .arg(name.left(50), seen.value(file).left(50),
-                                                           QString::fromUtf8(file))));
+        QVERIFY2(!seen.contains(file),
+                 qPrintable(QStringLiteral("\"%1\" and \"%2\" share \"%3\"")
+                                .arg(name.left(50), seen.value(file).left(50), QString::fromUtf8(file))));
         seen.insert(file, name);
         QVERIFY(!file.isEmpty() && file != "." && file != "..");
         QVERIFY(!file.contains('/') && !file.contains('\0') && !file.contains('\n'));
@@ -85,8 +127,10 @@ private slots:
 void TestSafeName::leavesOrdinaryNamesAsTheyAre_data()
 {
     QTest::addColumn<QString>("name");
-    for (const char *name : {"GR", "Probe 2", "15.9-F-1", "RHOB_corrected (2)", "50%", "% of sand", "%zz", "100%2", "a\\b",
-                             "a:b", "...", ". .", " a ", "Скважина-1", "井 1", "بئر", "Brønn", "😀", "Global", "~", "-rf"})
+    for (const char *name :
+         {"GR",  "Probe 2", "15.9-F-1", "RHOB_corrected (2)", "50%",  "% of sand", "%zz",   "100%2", "a\\b",   "a:b",
+          "...", ". .",     " a ",      "Скважина-1",         "井 1", "بئر",       "Brønn", "😀",     "Global", "~",
+          "-rf"})
         QTest::newRow(name) << QString::fromUtf8(name);
     QTest::newRow("255 bytes") << QString(255, QLatin1Char('n'));
     QTest::newRow("byte order mark") << QChar(0xFEFF) + QStringLiteral("a");
@@ -177,16 +221,15 @@ void TestSafeName::namesAreFilesOfTheirFolder()
         QFile file(folder.path() + QLatin1Char('/') + base::fileNameFor(name));
         QVERIFY2(file.open(QIODevice::WriteOnly), qPrintable(file.fileName()));
     }
-    QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(), names.size());
+    QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(),
+             names.size());
 }
 
 void TestSafeName::judgesTypedNames_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("isGood");
-    const auto row = [](const char *name, bool isGood) {
-        QTest::newRow(name) << QString::fromUtf8(name) << isGood;
-    };
+    const auto row = [](const char *name, bool isGood) { QTest::newRow(name) << QString::fromUtf8(name) << isGood; };
     row("Default", true);
     row("Track 1 (GR)", true);
     row("50%", true);

@@ -45,10 +45,10 @@ QString folderOf(const QString &path)
     return path.section(QLatin1Char('/'), 0, 0);
 }
 
-const QStringList productFolders {
-    QStringLiteral("base"),     QStringLiteral("host"),    QStringLiteral("workbench"), QStringLiteral("demo"),
-    QStringLiteral("datastore"), QStringLiteral("las"),    QStringLiteral("templates"), QStringLiteral("logview"),
-    QStringLiteral("correlation"), QStringLiteral("welldata"), QStringLiteral("mainwin"), QStringLiteral("plugin"),
+const QStringList productFolders{
+    QStringLiteral("base"),        QStringLiteral("host"),     QStringLiteral("workbench"), QStringLiteral("demo"),
+    QStringLiteral("datastore"),   QStringLiteral("las"),      QStringLiteral("templates"), QStringLiteral("logview"),
+    QStringLiteral("correlation"), QStringLiteral("welldata"), QStringLiteral("mainwin"),   QStringLiteral("plugin"),
 };
 
 QVector<Source> productSources()
@@ -67,28 +67,32 @@ QVector<Source> productSources()
     return sources;
 }
 
-QStringList linesMatching(const QVector<Source> &sources, const QRegularExpression &pattern, const QStringList &except)
+QStringList linesMatching(const QVector<Source> &sources, const QRegularExpression &pattern,
+                          const QStringList &except)
 {
     QStringList found;
     for (const Source &source : sources)
         for (int i = 0; i < source.lines.size() && !except.contains(source.path); ++i)
             if (pattern.match(source.lines.at(i)).hasMatch())
-                found.append(QStringLiteral("%1:%2: %3").arg(source.path).arg(i + 1).arg(source.lines.at(i).trimmed()));
+                found.append(
+                    QStringLiteral("%1:%2: %3").arg(source.path).arg(i + 1).arg(source.lines.at(i).trimmed()));
     return found;
 }
 
 const QRegularExpression opensForWriting(QStringLiteral(
-    "\\b(WriteOnly|ReadWrite|Append|Truncate|NewOnly)\\b|\\bQSaveFile\\b|\\bQTemporaryFile\\b|\\b(w?ofstream|w?fstream)\\b"
+    "\\b(WriteOnly|ReadWrite|Append|Truncate|NewOnly)\\b|\\bQSaveFile\\b|\\bQTemporaryFile\\b|\\b(w?ofstream|w?"
+    "fstream)\\b"
     "|\\bfopen(64)?\\s*\\(|\\bfreopen\\s*\\(|\\bO_(WRONLY|RDWR|CREAT|TRUNC)\\b|\\bcreat\\s*\\(|\\bmkos?temp\\s*\\("));
 
-const QRegularExpression obeysTheLocale(QStringLiteral(
-    "\\b(strtod|strtof|strtold|atof|stod|stof|stold|sscanf|fscanf|scanf|vsscanf|setlocale|sprintf|snprintf|asprintf)\\b"
-    "|\\bstd::locale\\b|\\bQLocale::system\\b|\\bQLocale\\(\\)|\\bQString::asprintf\\b"));
+const QRegularExpression obeysTheLocale(
+    QStringLiteral("\\b(strtod|strtof|strtold|atof|stod|stof|stold|sscanf|fscanf|scanf|vsscanf|setlocale|sprintf|"
+                   "snprintf|asprintf)\\b"
+                   "|\\bstd::locale\\b|\\bQLocale::system\\b|\\bQLocale\\(\\)|\\bQString::asprintf\\b"));
 
 // Who may include whom; every folder may include itself and base.
 QStringList allowedFolders(const QString &folder)
 {
-    static const QHash<QString, QString> table {
+    static const QHash<QString, QString> table{
         {QStringLiteral("base"), QString()},
         {QStringLiteral("host"), QString()},
         {QStringLiteral("host/opendtect"), QStringLiteral("host plugin")},
@@ -104,7 +108,7 @@ QStringList allowedFolders(const QString &folder)
         {QStringLiteral("plugin"), QStringLiteral("mainwin datastore host")},
     };
     return table.value(folder).split(QLatin1Char(' '), Qt::SkipEmptyParts)
-        + QStringList {folder, QStringLiteral("base")};
+        + QStringList{folder, QStringLiteral("base")};
 }
 
 const QRegularExpression includeLine(QStringLiteral("^\\s*#\\s*include\\s*[\"<]([^\">]+)[\">]"));
@@ -116,7 +120,8 @@ QString includeProblem(const Source &source, const QString &included)
     if (!included.contains(QLatin1Char('/')) || !productFolders.contains(included.section(QLatin1Char('/'), 0, 0)))
         return {};
     if (source.path == QLatin1String("plugin/workbenchentry.cpp")
-        && (included == QLatin1String("workbench/hostaccess.h") || included == QLatin1String("workbench/plugininforecord.h")))
+        && (included == QLatin1String("workbench/hostaccess.h")
+            || included == QLatin1String("workbench/plugininforecord.h")))
         return {};
     // The program itself puts the parts together; nothing includes it.
     if (source.path == QLatin1String("workbench/main.cpp") && included == QLatin1String("demo/demosurvey.h"))
@@ -156,14 +161,16 @@ void TestSourceRules::initTestCase()
 // The patterns and the table against made-up sources, so that the tests below cannot pass by finding nothing.
 void TestSourceRules::findsWhatItLooksFor()
 {
-    for (const char *line : {"f.open(QIODevice::WriteOnly)", "f.open(QFile::ReadWrite)", "QIODevice::Append", "QSaveFile f",
-                             "std::ofstream out", "fopen(name, \"w\")", "open(p, O_WRONLY)", "open(p, O_CREAT | O_RDWR)"})
+    for (const char *line :
+         {"f.open(QIODevice::WriteOnly)", "f.open(QFile::ReadWrite)", "QIODevice::Append", "QSaveFile f",
+          "std::ofstream out", "fopen(name, \"w\")", "open(p, O_WRONLY)", "open(p, O_CREAT | O_RDWR)"})
         QVERIFY2(opensForWriting.match(QString::fromLatin1(line)).hasMatch(), line);
     for (const char *line : {"f.open(QIODevice::ReadOnly)", "Appended", "open(p, O_RDONLY)", "isWriteOnlyOnce"})
         QVERIFY2(!opensForWriting.match(QString::fromLatin1(line)).hasMatch(), line);
     for (const char *line : {"strtod(a, &b)", "std::stod(s)", "atof(s)", "sscanf(s, f)", "setlocale(LC_ALL, \"\")"})
         QVERIFY2(obeysTheLocale.match(QString::fromLatin1(line)).hasMatch(), line);
-    QCOMPARE(withoutTexts(QStringLiteral("a(\"x // y\"); // strtod\n#include \"a/b.h\"\n/* atof\n*/ b('\"', R\"(q\"q)\")")),
+    QCOMPARE(withoutTexts(
+                 QStringLiteral("a(\"x // y\"); // strtod\n#include \"a/b.h\"\n/* atof\n*/ b('\"', R\"(q\"q)\")")),
              QStringLiteral("a(\"\"); \n#include \"a/b.h\"\n\n b(\"\", \"\")"));
 
     const auto problem = [](const char *path, const char *included) {
@@ -194,7 +201,7 @@ void TestSourceRules::findsWhatItLooksFor()
 
 void TestSourceRules::onlyTheAtomicWriterOpensFilesForWriting()
 {
-    const QStringList writers {QStringLiteral("base/atomicfile.cpp"), QStringLiteral("base/filesystemcalls.cpp")};
+    const QStringList writers{QStringLiteral("base/atomicfile.cpp"), QStringLiteral("base/filesystemcalls.cpp")};
     const QStringList found = linesMatching(m_sources, opensForWriting, writers);
     QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
     QVERIFY(!linesMatching(m_sources, opensForWriting, {}).isEmpty());
@@ -204,7 +211,8 @@ void TestSourceRules::nothingReadsOrWritesNumbersByTheLocale()
 {
     QStringList found = linesMatching(m_sources, obeysTheLocale, {});
     // Names on the command line are in the user's encoding; the application object would set the same locale.
-    const QRegularExpression programStart(QStringLiteral("^workbench/main\\.cpp:\\d+: std::setlocale\\(LC_ALL, \"\"\\)"));
+    const QRegularExpression programStart(
+        QStringLiteral("^workbench/main\\.cpp:\\d+: std::setlocale\\(LC_ALL, \"\"\\)"));
     for (int i = found.size(); i-- > 0;)
         if (programStart.match(found.at(i)).hasMatch())
             found.removeAt(i);
@@ -239,7 +247,8 @@ void TestSourceRules::includesNameExistingFiles()
     for (const Source &source : qAsConst(m_sources)) {
         for (const QString &line : source.lines) {
             const QString included = quoted.match(line).captured(1);
-            if (!included.isEmpty() && !included.endsWith(QLatin1String(".moc")) && source.folder != QLatin1String("host/opendtect")
+            if (!included.isEmpty() && !included.endsWith(QLatin1String(".moc"))
+                && source.folder != QLatin1String("host/opendtect")
                 && (included.contains(QLatin1String("..")) || !project.exists(included)))
                 found.append(QStringLiteral("%1: %2").arg(source.path, included));
         }

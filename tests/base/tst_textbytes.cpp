@@ -36,22 +36,26 @@ void TestTextBytes::decodesText_data()
     QTest::newRow("empty") << QByteArray() << QString();
     QTest::newRow("ascii") << QByteArray("abc") << QStringLiteral("abc");
     QTest::newRow("UTF-8") << QByteArray("Br\xC3\xB8nn 15/9") << word;
-    QTest::newRow("UTF-8 with mark") << QByteArray("\xEF\xBB\xBF" "Br\xC3\xB8nn 15/9") << word;
+    QTest::newRow("UTF-8 with mark") << QByteArray("\xEF\xBB\xBF"
+                                                   "Br\xC3\xB8nn 15/9")
+                                     << word;
     QTest::newRow("mark alone") << QByteArray("\xEF\xBB\xBF") << QString();
-    QTest::newRow("UTF-16 little endian")
-        << QByteArray("\xFF\xFE" "B\0r\0\xF8\0n\0n\0 \0001\0005\0/\0009\0", 22) << word;
-    QTest::newRow("UTF-16 big endian")
-        << QByteArray("\xFE\xFF\0B\0r\0\xF8\0n\0n\0 \0001\0005\0/\0009", 22) << word;
-    QTest::newRow("UTF-16 surrogates")
-        << QByteArray("\xFF\xFE\x3D\xD8\x00\xDE", 6) << QString::fromUtf8("\xF0\x9F\x98\x80");
+    QTest::newRow("UTF-16 little endian") << QByteArray("\xFF\xFE"
+                                                        "B\0r\0\xF8\0n\0n\0 \0001\0005\0/\0009\0",
+                                                        22)
+                                          << word;
+    QTest::newRow("UTF-16 big endian") << QByteArray("\xFE\xFF\0B\0r\0\xF8\0n\0n\0 \0001\0005\0/\0009", 22) << word;
+    QTest::newRow("UTF-16 surrogates") << QByteArray("\xFF\xFE\x3D\xD8\x00\xDE", 6)
+                                       << QString::fromUtf8("\xF0\x9F\x98\x80");
     QTest::newRow("Windows-1252") << QByteArray("Br\xF8nn 15/9") << word;
     QTest::newRow("Windows-1252 euro and quotes")
         << QByteArray("\x80 \x93x\x94") << QString::fromUtf8("\xE2\x82\xAC \xE2\x80\x9Cx\xE2\x80\x9D");
     QTest::newRow("cut UTF-8") << QByteArray("abc\xC3") << QString::fromUtf8("abc\xC3\x83");
     QTest::newRow("overlong UTF-8") << QByteArray("\xC0\xAF") << QString::fromUtf8("\xC3\x80\xC2\xAF");
-    QTest::newRow("surrogate in UTF-8")
-        << QByteArray("\xED\xA0\x80") << QString::fromUtf8("\xC3\xAD\xC2\xA0\xE2\x82\xAC");
-    QTest::newRow("NUL kept") << QByteArray("a\0b", 3) << QString(QStringLiteral("a") + QChar(0) + QStringLiteral("b"));
+    QTest::newRow("surrogate in UTF-8") << QByteArray("\xED\xA0\x80")
+                                        << QString::fromUtf8("\xC3\xAD\xC2\xA0\xE2\x82\xAC");
+    QTest::newRow("NUL kept") << QByteArray("a\0b", 3)
+                              << QString(QStringLiteral("a") + QChar(0) + QStringLiteral("b"));
     QTest::newRow("four-byte UTF-8") << QByteArray("\xF0\x9F\x98\x80") << QString::fromUtf8("\xF0\x9F\x98\x80");
 }
 
@@ -83,17 +87,17 @@ void TestTextBytes::splitsLines_data()
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QVector<QByteArray>>("lines");
     using Lines = QVector<QByteArray>;
-    QTest::newRow("empty") << QByteArray() << Lines {};
-    QTest::newRow("LF") << QByteArray("a\nb\n") << Lines {"a", "b"};
-    QTest::newRow("CRLF") << QByteArray("a\r\nb\r\n") << Lines {"a", "b"};
-    QTest::newRow("CR") << QByteArray("a\rb\r") << Lines {"a", "b"};
-    QTest::newRow("mixed") << QByteArray("a\nb\r\nc\rd\n") << Lines {"a", "b", "c", "d"};
-    QTest::newRow("no final line end") << QByteArray("a\nb") << Lines {"a", "b"};
-    QTest::newRow("empty lines") << QByteArray("\n\r\n\r\ra") << Lines {"", "", "", "", "a"};
-    QTest::newRow("LF CR is two ends") << QByteArray("a\n\rb") << Lines {"a", "", "b"};
-    QTest::newRow("CR at the very end") << QByteArray("a\r") << Lines {"a"};
-    QTest::newRow("one line") << QByteArray("a") << Lines {"a"};
-    QTest::newRow("line end alone") << QByteArray("\n") << Lines {""};
+    QTest::newRow("empty") << QByteArray() << Lines{};
+    QTest::newRow("LF") << QByteArray("a\nb\n") << Lines{"a", "b"};
+    QTest::newRow("CRLF") << QByteArray("a\r\nb\r\n") << Lines{"a", "b"};
+    QTest::newRow("CR") << QByteArray("a\rb\r") << Lines{"a", "b"};
+    QTest::newRow("mixed") << QByteArray("a\nb\r\nc\rd\n") << Lines{"a", "b", "c", "d"};
+    QTest::newRow("no final line end") << QByteArray("a\nb") << Lines{"a", "b"};
+    QTest::newRow("empty lines") << QByteArray("\n\r\n\r\ra") << Lines{"", "", "", "", "a"};
+    QTest::newRow("LF CR is two ends") << QByteArray("a\n\rb") << Lines{"a", "", "b"};
+    QTest::newRow("CR at the very end") << QByteArray("a\r") << Lines{"a"};
+    QTest::newRow("one line") << QByteArray("a") << Lines{"a"};
+    QTest::newRow("line end alone") << QByteArray("\n") << Lines{""};
 }
 
 void TestTextBytes::splitsLines()
@@ -109,7 +113,7 @@ void TestTextBytes::splitsLines()
 
 void TestTextBytes::stopsWhereTheCallerStops()
 {
-    QCOMPARE(linesOf("a\nb\nc\n", 2), (QVector<QByteArray> {"a", "b"}));
+    QCOMPARE(linesOf("a\nb\nc\n", 2), (QVector<QByteArray>{"a", "b"}));
 }
 
 LORVA_TEST_MAIN(TestTextBytes)

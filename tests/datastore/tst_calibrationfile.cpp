@@ -304,7 +304,8 @@ private slots:
 
     void whatNoFloatHoldsIsZero()
     {
-        const CalibrationRecord read = parse(points("nan|inf\n1e39|-1e39\n1e400|1e-400\n0x10|1,5\n1e38|1e-46\n")).record;
+        const CalibrationRecord read =
+            parse(points("nan|inf\n1e39|-1e39\n1e400|1e-400\n0x10|1,5\n1e38|1e-46\n")).record;
         QCOMPARE(read.depths, Floats({0, 0, 0, 0, 1e38F}));
         QCOMPARE(read.values, Floats({0, 0, 0, 0, 0}));
     }

@@ -126,7 +126,9 @@ private slots:
         CurveGroupTable table;
         table.set(QString("Größe \u2126"), "Gamma");
         table.write(m_folder->path());
-        QCOMPARE(files::read(m_path), QByteArray("Gr\xC3\xB6\xC3\x9F" "e \xE2\x84\xA6 | Gamma\n"));
+        QCOMPARE(files::read(m_path),
+                 QByteArray("Gr\xC3\xB6\xC3\x9F"
+                            "e \xE2\x84\xA6 | Gamma\n"));
         CurveGroupTable again;
         again.read(m_folder->path());
         QCOMPARE(again.group(QString("Größe \u2126")), QString("Gamma"));
@@ -239,7 +241,8 @@ private slots:
         QTest::newRow("CRLF") << QByteArray("DT | Sonic\r\nGR | Gamma\r\n");
         QTest::newRow("CR") << QByteArray("DT | Sonic\rGR | Gamma\r");
         QTest::newRow("no final line feed") << QByteArray("DT | Sonic\nGR | Gamma");
-        QTest::newRow("byte order mark") << QByteArray("\xEF\xBB\xBF" "DT | Sonic\nGR | Gamma\n");
+        QTest::newRow("byte order mark") << QByteArray("\xEF\xBB\xBF"
+                                                       "DT | Sonic\nGR | Gamma\n");
         QTest::newRow("byte order mark inside") << QByteArray("DT | Sonic\n\xEF\xBB\xBFGR | Gamma\n");
         QTest::newRow("UTF-16") << QByteArray("\xFF\xFE", 2)
                 + QByteArray(reinterpret_cast<const char *>(u"DT | Sonic\nGR | Gamma\n"), 44);
@@ -253,7 +256,9 @@ private slots:
 
     void textThatIsNoUtf8IsReadAsWindows1252()
     {
-        QCOMPARE(reread("Gr\xF6\xDF" "e | Gamma\n"), QString("Größe | Gamma\n").toUtf8());
+        QCOMPARE(reread("Gr\xF6\xDF"
+                        "e | Gamma\n"),
+                 QString("Größe | Gamma\n").toUtf8());
     }
 
     void everyPrefixIsRead()

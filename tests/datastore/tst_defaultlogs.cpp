@@ -1,9 +1,9 @@
 #include "datastore/defaultlogs.h"
 
 #include "base/filesystemcalls.h"
-#include "base/safename.h"
 #include "datastore/curvegroups.h"
 #include "datastore/curvegrouptable.h"
+#include "datastore/literaldefaultlogs.h"
 #include "datastore/projectdata.h"
 #include "support/badbytes.h"
 #include "support/failingdisk.h"
@@ -80,114 +80,11 @@ QMap<QString, QString> fileStates(const QString &folder)
     for (const QString &name : files::snapshot(folder).keys()) {
         struct stat info;
         if (::stat(QFile::encodeName(folder + '/' + name).constData(), &info) == 0)
-            states.insert(name, QString("%1 %2 %3").arg(info.st_ino).arg(info.st_mtim.tv_sec).arg(info.st_mtim.tv_nsec));
+            states.insert(name,
+                          QString("%1 %2 %3").arg(info.st_ino).arg(info.st_mtim.tv_sec).arg(info.st_mtim.tv_nsec));
     }
     return states;
 }
-
-// The pass as it is described, step by step, reading and writing files for every single log.
-class LiteralPass
-{
-public:
-    LiteralPass(const QString &folder, const WellsCatalogue &catalogue)
-        : m_folder(folder)
-        , m_catalogue(catalogue)
-    {
-    }
-
-    void run()
-    {
-        readTable();
-        for (int well = 0; well < m_catalogue.wellCount(); ++well) {
-            for (int log = 0; log < m_catalogue.logNames(well).size(); ++log) {
-                const QString name = m_catalogue.logNames(well).at(log);
-                if (groupOf(name) == "Others")
-                    m_table.insert(name, m_catalogue.curveGroup(well, log));
-                if (groupOf(name) != "None") // a group that has no file
-                    addMnemonic(groupOf(name), name);
-            }
-        }
-        for (int well = 0; well < m_catalogue.wellCount(); ++well)
-            writeDefaults(well);
-        QByteArray bytes;
-        for (auto entry = m_table.begin(); entry != m_table.end(); ++entry)
-            bytes += entry.key().toUtf8() + " | " + entry.value().toUtf8() + '\n';
-        write("CurveGroups/CurveGroupTable.txt", bytes);
-    }
-
-private:
-    QString groupOf(const QString &log) const
-    {
-        const QString group = m_table.value(log);
-        return group.isEmpty() ? "Others" : group; // an entry without a group counts as absent
-    }
-
-    QStringList lines(const QString &file) const
-    {
-        QFile input(m_folder + '/' + file);
-        QStringList result;
-        if (input.open(QIODevice::ReadOnly))
-            while (!input.atEnd())
-                result.append(QString::fromUtf8(input.readLine()).remove('\n'));
-        return result;
-    }
-
-    void write(const QString &file, const QByteArray &bytes) const
-    {
-        QFile output(m_folder + '/' + file);
-        if (output.open(QIODevice::WriteOnly))
-            output.write(bytes);
-    }
-
-    void readTable()
-    {
-        for (const QString &line : lines("CurveGroups/CurveGroupTable.txt")) {
-            const QStringList parts = line.split('|');
-            if (parts.size() >= 2)
-                m_table.insert(parts.at(0).trimmed(), parts.at(1).trimmed());
-        }
-    }
-
-    void addMnemonic(const QString &group, const QString &log) const
-    {
-        const QString file
-            = "CurveGroups/" + (group == "CurveGroupTable" ? "%43urveGroupTable" : base::fileNameFor(group, 4)) + ".txt";
-        QStringList names;
-        for (const QString &line : lines(file))
-            names.append(line.trimmed());
-        if (names.contains(log.trimmed()))
-            return;
-        names.append(log.trimmed());
-        QByteArray bytes;
-        for (const QString &name : names)
-            bytes += name.toUtf8() + '\n';
-        write(file, bytes);
-    }
-
-    void writeDefaults(int well) const
-    {
-        const QString name = m_catalogue.wellNames().at(well);
-        const QString file = "DefaultLogs/" + base::fileNameFor(name, 4) + ".txt";
-        if (QFile::exists(m_folder + '/' + file))
-            return;
-        QByteArray bytes = name.toUtf8() + '\n';
-        QStringList copy = curveGroupNames();
-        for (const QString &log : m_catalogue.logNames(well)) {
-            const QString group = groupOf(log);
-            if (!copy.contains(group, Qt::CaseInsensitive))
-                continue;
-            bytes += group.toUtf8() + '|' + log.toUtf8() + '\n';
-            for (int i = copy.size() - 1; i >= 0; --i)
-                if (copy.at(i).toLower() == group.toLower())
-                    copy.removeAt(i);
-        }
-        write(file, bytes);
-    }
-
-    QString m_folder;
-    const WellsCatalogue &m_catalogue;
-    QMap<QString, QString> m_table;
-};
 
 // Surveys and project folders of all kinds, the same for a seed.
 class Generator
@@ -214,7 +111,8 @@ public:
 private:
     static QStringList logNames()
     {
-        return {"GR", "gr", "GR1", "DT", "RHOB", "NPHI", "LLD", "LLS", "SP", "CALI", "TENS", "BIT SIZE", "Größe", "A/B"};
+        return {"GR",  "gr", "GR1",  "DT",   "RHOB",     "NPHI",  "LLD",
+                "LLS", "SP", "CALI", "TENS", "BIT SIZE", "Größe", "A/B"};
     }
     static QStringList units()
     {
@@ -223,8 +121,8 @@ private:
     static QStringList wellNames() { return {"A", "B", "15/9-F-1", "Global", ".", "..", "", "%2F", "A", "Well 3"}; }
     static QStringList groups()
     {
-        return {"Gamma", "gamma", "SONIC", "Others", "others", "None", "My Group", "../x", "", "CurveGroupTable", "Depth",
-                "Rock Strength"};
+        return {"Gamma",    "gamma", "SONIC", "Others",          "others", "None",
+                "My Group", "../x",  "",      "CurveGroupTable", "Depth",  "Rock Strength"};
     }
 
     int number(int limit) { return static_cast<int>(m_random.bounded(limit)); }
@@ -327,7 +225,8 @@ private slots:
         QCOMPARE(survey.table(), QByteArray("X | Gamma\n"));
         QCOMPARE(survey.group("Others"), QByteArray("X\n"));
         QCOMPARE(survey.group("Gamma"), QByteArray("X\n"));
-        QCOMPARE(survey.defaults("A"), QByteArray("A\nGamma|X\n")); // the files are made after all logs are classified
+        QCOMPARE(survey.defaults("A"),
+                 QByteArray("A\nGamma|X\n")); // the files are made after all logs are classified
     }
 
     void onlyTheFirstLogOfAGroupIsADefault()
@@ -440,7 +339,8 @@ private slots:
         for (const QString &name : badbytes::names())
             survey.addWell(name, {{"GR", "gapi"}});
         survey.run();
-        QCOMPARE(QDir(survey.path("DefaultLogs")).entryList(QDir::Files | QDir::Hidden).size(), badbytes::names().size());
+        QCOMPARE(QDir(survey.path("DefaultLogs")).entryList(QDir::Files | QDir::Hidden).size(),
+                 badbytes::names().size());
         QCOMPARE(QDir(survey.root.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
                  QStringList("WLC"));
         QCOMPARE(survey.defaults("15%2F9-F-1"), QByteArray("15/9-F-1\nGamma|GR\n"));
@@ -454,7 +354,7 @@ private slots:
     void hostileLogNamesDoNotPileUp()
     {
         Survey survey;
-        QVector<Log> logs {{"A\nB", "gapi"}, {"C\rD", "mv"}, {"G|R", "gapi"}, {QString(QChar(0xD800)), "in"}};
+        QVector<Log> logs{{"A\nB", "gapi"}, {"C\rD", "mv"}, {"G|R", "gapi"}, {QString(QChar(0xD800)), "in"}};
         for (const QString &name : badbytes::names())
             logs.append({name, "us/ft"});
         survey.addWell("W", logs);
@@ -481,7 +381,8 @@ private slots:
                 const auto described = files::snapshot(copy.path());
                 if (done != described) {
                     for (const QString &name : (done.keys() + described.keys()))
-                        if (done.value(name) != described.value(name) || done.contains(name) != described.contains(name))
+                        if (done.value(name) != described.value(name)
+                            || done.contains(name) != described.contains(name))
                             qWarning("%s: \"%s\" instead of \"%s\"", qPrintable(name), done.value(name).constData(),
                                      described.value(name).constData());
                     QFAIL(qPrintable(QString("seed %1, pass %2").arg(seed).arg(pass)));
@@ -590,8 +491,8 @@ private slots:
 
     void theFirstLineIsSkippedAndLinesOfTwoPartsAreKept()
     {
-        const DefaultLogs read
-            = parseDefaultLogs("Gamma|the well's name\nGamma|GR\n  Sonic|DT\t\nSp\nA|B|C\n\nShale Volume|VSH_log");
+        const DefaultLogs read =
+            parseDefaultLogs("Gamma|the well's name\nGamma|GR\n  Sonic|DT\t\nSp\nA|B|C\n\nShale Volume|VSH_log");
         QCOMPARE(read.groups, QStringList({"Gamma", "Sonic", "Shale Volume"}));
         QCOMPARE(read.logs, QStringList({"GR", "DT", "VSH_log"}));
     }
@@ -631,7 +532,10 @@ private slots:
             QCOMPARE(parseDefaultLogs(bytes).groups, QStringList({"Gamma", "Sonic"}));
             QCOMPARE(parseDefaultLogs(bytes).logs, QStringList({"GR", "DT"}));
         }
-        QCOMPARE(parseDefaultLogs("W\nGamma|Gr\xF6\xDF" "e\n").logs, QStringList(QString("Größe")));
+        QCOMPARE(parseDefaultLogs("W\nGamma|Gr\xF6\xDF"
+                                  "e\n")
+                     .logs,
+                 QStringList(QString("Größe")));
     }
 
     void everyPrefixIsRead()

@@ -182,7 +182,10 @@ private slots:
     void noTwoGroupNamesShareAFile()
     {
         QStringList groups = badbytes::names();
-        groups << "CurveGroupTable" << "%43urveGroupTable" << "Gamma" << "gamma" << QString(300, 'm') << "%FF";
+        groups << "CurveGroupTable"
+               << "%43urveGroupTable"
+               << "Gamma"
+               << "gamma" << QString(300, 'm') << "%FF";
         for (const QString &group : groups)
             addMnemonicToGroup(m_folder->path(), group, group.left(5) + "!");
         QCOMPARE(QDir(path("")).entryList(QDir::Files | QDir::Hidden).size(), groups.size());
@@ -227,15 +230,19 @@ private slots:
 
     void allLineEndsAndEncodingsAreRead()
     {
-        const QStringList expected {"LLD", "LLS"};
+        const QStringList expected{"LLD", "LLS"};
         QCOMPARE(parseGroupFile("LLD\r\nLLS\r\n"), expected);
         QCOMPARE(parseGroupFile("LLD\rLLS\r"), expected);
         QCOMPARE(parseGroupFile("LLD\nLLS"), expected);
         QCOMPARE(parseGroupFile("\xEF\xBB\xBFLLD\nLLS"), expected);
         QCOMPARE(parseGroupFile("LLD\n\xEF\xBB\xBFLLS"), expected);
         QCOMPARE(parseGroupFile(QByteArray("\xFF\xFEL\0L\0D\0\n\0L\0L\0S\0", 16)), expected);
-        QCOMPARE(parseGroupFile("Gr\xF6\xDF" "e"), QStringList(QString("Größe")));
-        QCOMPARE(parseGroupFile("Gr\xC3\xB6\xC3\x9F" "e"), QStringList(QString("Größe")));
+        QCOMPARE(parseGroupFile("Gr\xF6\xDF"
+                                "e"),
+                 QStringList(QString("Größe")));
+        QCOMPARE(parseGroupFile("Gr\xC3\xB6\xC3\x9F"
+                                "e"),
+                 QStringList(QString("Größe")));
     }
 
     void everyPrefixIsRead()

@@ -18,19 +18,22 @@ public:
     {
         calls.append("writeLog " + key);
         lastLog = log;
-        return failsToWrite ? host::Status {"The disk is full."} : MemoryHost::writeLog(key, log);
+        return failsToWrite ? host::Status{"The disk is full."} : MemoryHost::writeLog(key, log);
     }
     host::Status writeMarkers(const QString &key, const QVector<host::Marker> &markers) override
     {
         calls.append("writeMarkers " + key);
-        return failsToWrite ? host::Status {"The disk is full."} : MemoryHost::writeMarkers(key, markers);
+        return failsToWrite ? host::Status{"The disk is full."} : MemoryHost::writeMarkers(key, markers);
     }
     void reload(const QString &key) override
     {
         calls.append("reload " + key);
+        boxesBeforeReload = asker->boxes.size();
         MemoryHost::reload(key);
     }
 
+    ScriptedAsker *asker = nullptr;
+    int boxesBeforeReload = 0;
     bool failsToWrite = false;
     QStringList calls;
     host::LogData lastLog;
@@ -82,6 +85,7 @@ private slots:
     void init()
     {
         m_host = std::make_unique<WritableHost>();
+        m_host->asker = &m_asker;
         m_asker = {};
         host::WellHeader header;
         header.name = "A";
@@ -188,7 +192,8 @@ private slots:
         m_host->find(m_key)->isUnreadable = true;
         QVERIFY(!m_writer->writeLog(0, curve("NEW"), true));
         QCOMPARE(m_asker.boxes.size(), 1);
-        expectBox(m_asker.boxes.at(0), base::BoxIcon::Warning, "Cannot get data for this well : A", {base::BoxButton::Ok});
+        expectBox(m_asker.boxes.at(0), base::BoxIcon::Warning, "Cannot get data for this well : A",
+                  {base::BoxButton::Ok});
         QVERIFY(m_host->calls.isEmpty());
     }
 
@@ -240,7 +245,8 @@ private slots:
         QCOMPARE(given.values.at(3), -999.24F);
         QVERIFY(!isUndefined(given.values.at(4))); // not equal, though the nearest float is
         QVERIFY(isUndefined(given.values.at(5)));
-        QCOMPARE(logs().at(2).depths, QVector<float>({101.5F, 102.5F, 103.5F, 104.5F})); // undefined ends are left out
+        QCOMPARE(logs().at(2).depths,
+                 QVector<float>({101.5F, 102.5F, 103.5F, 104.5F})); // undefined ends are left out
     }
 
     void anotherNullValueOfTheRecordIsAValue()
@@ -277,8 +283,8 @@ private slots:
 
     void whatAFloatCannotHoldIsUndefined()
     {
-        QVERIFY(m_writer->writeLog(0, curve("NEW", {1, std::nan(""), 1e300, -std::numeric_limits<double>::infinity(), 2}),
-                                   false));
+        QVERIFY(m_writer->writeLog(
+            0, curve("NEW", {1, std::nan(""), 1e300, -std::numeric_limits<double>::infinity(), 2}), false));
         const QVector<float> &values = m_host->lastLog.values;
         QVERIFY(isUndefined(values.at(1)) && isUndefined(values.at(2)) && isUndefined(values.at(3)));
         QCOMPARE(values.at(4), 2.0F);
@@ -305,6 +311,12 @@ private slots:
         m_asker.answers = {base::BoxButton::No};
         QVERIFY(!m_writer->writeLog(0, curve("NEW"), false)); // known now
         QCOMPARE(m_asker.boxes.size(), 1);
+    }
+
+    void theResultIsToldBeforeTheReload()
+    {
+        QVERIFY(m_writer->writeLog(0, curve("NEW"), true));
+        QCOMPARE(m_host->boxesBeforeReload, 1);
     }
 
     void aFailedWriteReloadsToo()
@@ -342,8 +354,7 @@ private slots:
 
     void onlyRedGreenAndBlueCount()
     {
-        QVERIFY(m_writer->writeMarkers(
-            0, markerSet({"Clear", "None"}, {1, 2}, {QColor(10, 20, 30, 40), QColor()})));
+        QVERIFY(m_writer->writeMarkers(0, markerSet({"Clear", "None"}, {1, 2}, {QColor(10, 20, 30, 40), QColor()})));
         QCOMPARE(markers().at(0).color, QColor(10, 20, 30));
         QCOMPARE(markers().at(1).color, QColor(0, 0, 0));
     }

@@ -63,8 +63,8 @@ private slots:
 
     void theBytesAreThese()
     {
-        QCOMPARE(perforationBytes(record("W", {"Upper", QString("Nedre sonе")}, {1000, 1234567}, {1010.123F, 0.00001F},
-                                         {"Oil", "Not Tested"})),
+        QCOMPARE(perforationBytes(record("W", {"Upper", QString("Nedre sonе")}, {1000, 1234567},
+                                         {1010.123F, 0.00001F}, {"Oil", "Not Tested"})),
                  QString("2\nUpper|1000|1010.12|Oil\nNedre sonе|1.23457e+06|1e-05|Not Tested\n").toUtf8());
         QCOMPARE(perforationBytes(record("W")), QByteArray("0\n"));
     }
@@ -151,10 +151,8 @@ private slots:
     void aReadOnlyFolderIsTold()
     {
         QVERIFY(QFile::setPermissions(m_folder->path(), QFile::Permissions(0x5555)));
-        QCOMPARE(testing_support::runUnprivileged([this] {
-                     return write(oneZone("A")) ? 100 : m_asker.boxes.size();
-                 }),
-                 1);
+        QCOMPARE(
+            testing_support::runUnprivileged([this] { return write(oneZone("A")) ? 100 : m_asker.boxes.size(); }), 1);
         QVERIFY(files::snapshot(m_folder->path()).isEmpty());
     }
 
@@ -232,8 +230,9 @@ private slots:
 
     void onlyLinesOfFourPartsAreRead()
     {
-        const PerforationRecord read = parse("9\nA|1|2\nB|1|2|Oil|x\nC|1\n\nD\n  E|1|2|Oil  \n|F||3|4||Gas|\nG||4|Oil\n"
-                                             "||||\n||1|2\n|1|two|Oil\n");
+        const PerforationRecord read =
+            parse("9\nA|1|2\nB|1|2|Oil|x\nC|1\n\nD\n  E|1|2|Oil  \n|F||3|4||Gas|\nG||4|Oil\n"
+                  "||||\n||1|2\n|1|two|Oil\n");
         QCOMPARE(read.names, QStringList({"E", "F"}));
         QCOMPARE(read.tops, Floats({1, 3}));
         QCOMPARE(read.bottoms, Floats({2, 4}));
@@ -256,18 +255,20 @@ private slots:
         QCOMPARE(read.bottoms, Floats({0, 0, 0}));
     }
 
-    void anUnknownTypeIsKept()
-    {
-        QCOMPARE(parse("1\nA|1|2|Helium\n").zoneTypes, QStringList("Helium"));
-    }
+    void anUnknownTypeIsKept() { QCOMPARE(parse("1\nA|1|2|Helium\n").zoneTypes, QStringList("Helium")); }
 
     void allLineEndsAndEncodingsAreRead()
     {
         for (const QByteArray &bytes :
              {QByteArray("2\r\nA|1|2|Oil\r\nB|3|4|Gas\r\n"), QByteArray("2\rA|1|2|Oil\rB|3|4|Gas\r"),
-              QByteArray("2\nA|1|2|Oil\nB|3|4|Gas"), QByteArray("\xEF\xBB\xBF" "2\nA|1|2|Oil\nB|3|4|Gas\n")})
+              QByteArray("2\nA|1|2|Oil\nB|3|4|Gas"),
+              QByteArray("\xEF\xBB\xBF"
+                         "2\nA|1|2|Oil\nB|3|4|Gas\n")})
             QCOMPARE(parse(bytes).names, QStringList({"A", "B"}));
-        QCOMPARE(parse("1\nGr\xF6\xDF" "e|1|2|Oil\n").names, QStringList(QString("Größe")));
+        QCOMPARE(parse("1\nGr\xF6\xDF"
+                       "e|1|2|Oil\n")
+                     .names,
+                 QStringList(QString("Größe")));
         QCOMPARE(parse(QString("1\n\u2003A\u00A0|1|2|Oil\n").toUtf8()).names, QStringList("A"));
     }
 
@@ -294,10 +295,7 @@ private slots:
         QCOMPARE(parse("5\n" + QByteArray(10000, '|')).zoneCount, 0);
     }
 
-    void aHugeFileIsRead()
-    {
-        QCOMPARE(parse(badbytes::huge("1\nA|1|2|Oil\n")).names, QStringList("A"));
-    }
+    void aHugeFileIsRead() { QCOMPARE(parse(badbytes::huge("1\nA|1|2|Oil\n")).names, QStringList("A")); }
 
     void hundredThousandZonesAreRead()
     {

@@ -108,6 +108,7 @@ private slots:
     {
         Project project;
         openProjectFolder(m_survey, &project);
+        project.globalTemplateNames.sort();
         QCOMPARE(project.globalTemplateNames, (QStringList {QStringLiteral("Default"), QStringLiteral("Simple")}));
     }
 

@@ -18,6 +18,7 @@
 
 #include <dlfcn.h>
 #include <memory>
+#include <sys/mman.h>
 
 namespace {
 
@@ -37,6 +38,43 @@ bool isLoaded()
     ::dlclose(handle);
     return true;
 }
+
+/// The addresses at which the plug-in lies in memory. Once it is unloaded they are closed to everybody: whatever
+/// still holds something of it crashes here and now instead of spoiling somebody else's memory one day.
+class PluginMemory
+{
+public:
+    PluginMemory()
+    {
+        QFile maps(QStringLiteral("/proc/self/maps"));
+        if (!maps.open(QIODevice::ReadOnly))
+            return;
+        const QByteArray name = QFile::encodeName(QFileInfo(pluginFile).canonicalFilePath());
+        for (const QByteArray &line : maps.readAll().split('\n')) {
+            if (!line.endsWith(name))
+                continue;
+            const QList<QByteArray> ends = line.left(line.indexOf(' ')).split('-');
+            if (m_begin == 0)
+                m_begin = ends.first().toULongLong(nullptr, 16);
+            m_end = ends.last().toULongLong(nullptr, 16);
+        }
+    }
+
+    bool isKnown() const { return m_begin != 0; }
+
+    /// False when the addresses are in use again.
+    bool close() const
+    {
+        void *begin = reinterpret_cast<void *>(m_begin);
+        return ::mmap(begin, m_end - m_begin, PROT_NONE,
+                      MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE | MAP_FIXED_NOREPLACE, -1, 0)
+            == begin;
+    }
+
+private:
+    quintptr m_begin = 0;
+    quintptr m_end = 0;
+};
 
 Files onlyProject(const Files &survey, bool wanted)
 {
@@ -62,6 +100,7 @@ private slots:
         m_demo = m_root.filePath("original/Demo");
         QCOMPARE(demo::makeDemoSurvey(m_demo), QString());
         QVERIFY(QDir(m_demo + "/WLC").removeRecursively());
+        QVERIFY(QDir(m_demo + "/Import").removeRecursively()); // large, and nothing reads it
     }
 
     void init()
@@ -365,6 +404,27 @@ private slots:
         m_window.reset();
         m_loader.reset();
         QVERIFY(!isLoaded());
+    }
+
+    // The last test: the end of the program must not need the library either.
+    void nothingOfTheUnloadedLibraryIsHeld()
+    {
+        loadPlugin();
+        const PluginMemory memory;
+        QVERIFY(memory.isKnown());
+        click();
+        m_boxes->answers = QStringList {"Yes"};
+        mainWindow()->close();
+        click();
+        m_loader.reset();
+        QVERIFY(!isLoaded());
+        QVERIFY(memory.close());
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents();
+        stop();
+        start(m_survey);
+        loadPlugin();
+        click();
     }
 
 private:

@@ -1,3 +1,5 @@
+#include "las/wellimportdialog.h"
+#include "las/welllogexport.h"
 #include "mainwin/mainwindow.h"
 #include "mainwin/projecttreewidget.h"
 #include "support/files.h"
@@ -6,9 +8,13 @@
 
 #include <QAction>
 #include <QDesktopServices>
+#include <QDir>
 #include <QDockWidget>
 #include <QMenuBar>
+#include <QPointer>
+#include <QPointer>
 #include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QStatusBar>
 #include <QStatusTipEvent>
@@ -86,17 +92,27 @@ private slots:
         QTest::addColumn<QString>("icon");
         QTest::addColumn<QString>("statusTip");
         QTest::addColumn<bool>("isReady");
-        QTest::newRow("Sync Data") << "syncdb_wlc.png" << "User can Sync update data from data base" << true;
+        QTest::newRow("Sync Data") << "syncdb_wlc.png"
+                                   << "User can Sync update data from data base" << true;
         QTest::newRow("Import Well logs")
-            << "import_wlc.png" << "User can import well logs from LAS file. Here user can select multiple LAS file."
-            << false;
-        QTest::newRow("Export Well logs") << "export_wlc.png" << "User can export well logs in ASCII Text format." << false;
-        QTest::newRow("Print") << "" << "User can print only Log Section." << true;
-        QTest::newRow("Exit") << "exit_wlc.png" << "Exit" << true;
-        QTest::newRow("Wells Info Report") << "" << "User can export the Wells logs information in ASCII text file." << true;
-        QTest::newRow("Markers Report") << "" << "User can export the Wells Markers information in ASCII text file." << true;
-        QTest::newRow("Documentation") << "help_wlc.png" << "User Manual Documentation." << true;
-        QTest::newRow("About") << "about_wlc.png" << "About Plugin Information." << true;
+            << "import_wlc.png"
+            << "User can import well logs from LAS file. Here user can select multiple LAS file." << true;
+        QTest::newRow("Export Well logs") << "export_wlc.png"
+                                          << "User can export well logs in ASCII Text format." << true;
+        QTest::newRow("Print") << ""
+                               << "User can print only Log Section." << true;
+        QTest::newRow("Exit") << "exit_wlc.png"
+                              << "Exit" << true;
+        QTest::newRow("Wells Info Report")
+            << ""
+            << "User can export the Wells logs information in ASCII text file." << true;
+        QTest::newRow("Markers Report") << ""
+                                        << "User can export the Wells Markers information in ASCII text file."
+                                        << true;
+        QTest::newRow("Documentation") << "help_wlc.png"
+                                       << "User Manual Documentation." << true;
+        QTest::newRow("About") << "about_wlc.png"
+                               << "About Plugin Information." << true;
     }
 
     void actions()
@@ -114,9 +130,36 @@ private slots:
     void statusBarShowsTheTips()
     {
         WindowFixture fixture;
-        QStatusTipEvent event(fixture.action("Documentation")->statusTip());
-        QApplication::sendEvent(fixture.window.get(), &event);
-        QCOMPARE(fixture.window->statusBar()->currentMessage(), QStringLiteral("User Manual Documentation."));
+        for (QAction *entry : fixture.window->menuBar()->actions()) {
+            QMenu *menu = entry->menu();
+            menu->popup(fixture.window->mapToGlobal(QPoint(10, 10)));
+            for (QAction *action : menu->actions()) {
+                if (action->isSeparator() || action->statusTip().isEmpty())
+                    continue;
+                menu->setActiveAction(action);
+                QCOMPARE(fixture.window->statusBar()->currentMessage(), action->statusTip());
+            }
+            menu->close();
+        }
+    }
+
+    void everythingIsOwnedByTheWindow()
+    {
+        WindowFixture fixture;
+        QVector<QPointer<QObject>> parts;
+        for (const char *name :
+             {"syncAction", "importAction", "exportAction", "printAction", "exitAction", "wellsReportAction",
+              "markersReportAction", "documentationAction", "aboutAction", "fileMenu", "utilitiesMenu", "viewMenu",
+              "helpMenu", "toolBar", "projectDataDock", "propertiesDock", "centralTabs", "ProjectTreeWidget"}) {
+            parts.append(fixture.window->findChild<QObject *>(QString::fromLatin1(name)));
+            QVERIFY2(parts.last(), name);
+        }
+        auto *tabs = qobject_cast<QTabWidget *>(fixture.window->centralWidget());
+        for (int i = 0; i < tabs->count(); ++i)
+            parts.append(tabs->widget(i));
+        fixture.window.reset();
+        for (const QPointer<QObject> &part : qAsConst(parts))
+            QVERIFY(!part);
     }
 
     void menus()
@@ -155,8 +198,14 @@ private slots:
         auto *dock = fixture.window->findChild<QDockWidget *>(QStringLiteral("projectDataDock"));
         QCOMPARE(dock->minimumWidth(), 250);
         QCOMPARE(dock->widget(), fixture.window->projectTree());
-        dock->toggleViewAction()->trigger();
-        QVERIFY(!dock->isVisible());
+        for (QDockWidget *shown : fixture.window->findChildren<QDockWidget *>()) {
+            QAction *entry = fixture.action(qPrintable(shown->windowTitle()));
+            QCOMPARE(entry, shown->toggleViewAction());
+            entry->trigger();
+            QVERIFY(!shown->isVisible());
+            entry->trigger();
+            QVERIFY(shown->isVisible());
+        }
     }
 
     void centralTabs()
@@ -183,7 +232,7 @@ private slots:
         QCOMPARE(box.icon, base::BoxIcon::Warning);
         QCOMPARE(box.title, QStringLiteral("Exit"));
         QCOMPARE(box.text, QStringLiteral("Do you really want to exit ?"));
-        QCOMPARE(box.buttons, (QVector<base::BoxButton> {base::BoxButton::Yes, base::BoxButton::No}));
+        QCOMPARE(box.buttons, (QVector<base::BoxButton>{base::BoxButton::Yes, base::BoxButton::No}));
         QCOMPARE(qobject_cast<QTabWidget *>(fixture.window->centralWidget())->count(), 3);
     }
 
@@ -191,8 +240,12 @@ private slots:
     {
         WindowFixture fixture;
         fixture.asker.answers = {base::BoxButton::Yes};
-        QVERIFY(fixture.window->close());
+        fixture.action("Exit")->trigger();
         QVERIFY(!fixture.window->isVisible());
+        QCOMPARE(fixture.asker.boxes.size(), 1);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        fixture.window->show(); // only hidden, not deleted
+        QCOMPARE(fixture.window->projectTree()->wellsItem()->childCount(), 1);
     }
 
     void aboutDoesNothing()
@@ -224,19 +277,50 @@ private slots:
         qobject_cast<QTabWidget *>(fixture.window->centralWidget())->setCurrentIndex(2);
         const QString pdf = fixture.survey.filePath(QStringLiteral("empty.pdf"));
         bool isWindow = false;
-        QTimer::singleShot(0, fixture.window.get(), [&isWindow] {
+        int pages = 0;
+        QTimer::singleShot(0, fixture.window.get(), [&isWindow, &pages] {
             auto *dialog = qobject_cast<QPrintPreviewDialog *>(QApplication::activeModalWidget());
             if (!dialog)
                 return;
-            isWindow = dialog->windowFlags().testFlag(Qt::Window);
+            isWindow = (dialog->windowFlags() & Qt::WindowType_Mask) == Qt::Window;
+            QCoreApplication::processEvents();
+            pages = dialog->findChild<QPrintPreviewWidget *>()->pageCount();
             dialog->reject();
         });
         fixture.action("Print")->trigger();
         QVERIFY(isWindow);
+        QCOMPARE(pages, 1);
         QPrinter printer;
         printer.setOutputFileName(pdf);
         QVERIFY(QMetaObject::invokeMethod(fixture.window.get(), "printPreView", Q_ARG(QPrinter *, &printer)));
-        QVERIFY(!QFileInfo::exists(pdf)); // nobody painted
+        QVERIFY(!QFileInfo::exists(pdf)); // nothing is printed
+    }
+
+    void documentationInAFolderWithOddCharacters()
+    {
+        WindowFixture fixture;
+        fixture.host.dataFolder = fixture.survey.filePath(QString::fromUtf8("50% #1?[ø] a%20b"));
+        const QString manual = fixture.host.documentationFolder() + QStringLiteral("/LORVA_doc.pdf");
+        files::write(manual, "%PDF-1.4");
+        UrlCatcher catcher;
+        fixture.action("Documentation")->trigger();
+        QCOMPARE(catcher.urls.size(), 1);
+        QVERIFY(catcher.urls.first().isValid());
+        QCOMPARE(catcher.urls.first().path(QUrl::FullyDecoded), QLatin1Char('/') + manual);
+        QVERIFY(catcher.urls.first().toString().startsWith(QStringLiteral("file:////")));
+    }
+
+    void theWindowMayGoWhileThePreviewIsShown()
+    {
+        WindowFixture fixture;
+        bool isShown = false;
+        QTimer::singleShot(0, [&fixture, &isShown] {
+            isShown = qobject_cast<QPrintPreviewDialog *>(QApplication::activeModalWidget());
+            fixture.window.reset();
+        });
+        fixture.window->printActionClicked();
+        QVERIFY(isShown);
+        QVERIFY(!fixture.window);
     }
 
     void syncShowsNewWellsTemplatesAndCorrelations()
@@ -257,7 +341,7 @@ private slots:
         QCOMPARE(box.icon, base::BoxIcon::Information);
         QCOMPARE(box.title, QStringLiteral("Sync Data"));
         QCOMPARE(box.text, QStringLiteral("synchronization done !"));
-        QCOMPARE(box.buttons, QVector<base::BoxButton> {base::BoxButton::Ok});
+        QCOMPARE(box.buttons, QVector<base::BoxButton>{base::BoxButton::Ok});
     }
 
     void syncForgetsWellsThatAreGone()
@@ -269,6 +353,62 @@ private slots:
         QCOMPARE(fixture.launch->catalogue.wellCount(), 0);
     }
 
+    void syncWithWellsThatCannotBeListedChangesNothing()
+    {
+        WindowFixture fixture;
+        ProjectTreeWidget *tree = fixture.window->projectTree();
+        tree->wellsItem()->child(0)->setCheckState(0, Qt::Checked);
+        fixture.host.listFails = true;
+        fixture.action("Sync Data")->trigger();
+        QCOMPARE(fixture.asker.boxes.size(), 1);
+        const base::Box &box = fixture.asker.boxes.first();
+        QCOMPARE(box.icon, base::BoxIcon::Warning);
+        QCOMPARE(box.title, QStringLiteral("Sync Data"));
+        QCOMPARE(box.text,
+                 QStringLiteral("The wells of the survey cannot be listed; nothing was changed.\n"
+                                "The list of wells cannot be read."));
+        QCOMPARE(fixture.launch->catalogue.wellCount(), 1);
+        QCOMPARE(tree->wellsItem()->childCount(), 1);
+        QCOMPARE(tree->wellsItem()->child(0)->checkState(0), Qt::Checked);
+        fixture.host.listFails = false;
+        fixture.action("Sync Data")->trigger();
+        QCOMPARE(fixture.asker.boxes.last().text, QStringLiteral("synchronization done !"));
+    }
+
+    void syncRebuildsTheWholeCatalogue()
+    {
+        WindowFixture fixture;
+        fixture.host.storedWells[0].logs.append({QStringLiteral("DT"), QStringLiteral("us/ft"), {1}, {2}});
+        fixture.host.storedWells[0].markers.append({QStringLiteral("Base"), 700, QColor()});
+        const QString key = fixture.addWell(QStringLiteral("0"), {QStringLiteral("SP")}); // comes first
+        fixture.action("Sync Data")->trigger();
+        const WellsCatalogue &catalogue = fixture.launch->catalogue;
+        QCOMPARE(catalogue.wellNames(), strings({"0", "A"}));
+        QCOMPARE(catalogue.wellKey(0), key);
+        QCOMPARE(catalogue.logNames(1), strings({"GR", "DT"}));
+        QCOMPARE(catalogue.markerNames(1), strings({"Top", "Base"}));
+        QCOMPARE(catalogue.indexOf(QStringLiteral("A")), 1);
+        const ProjectTreeWidget *tree = fixture.window->projectTree();
+        for (int well = 0; well < 2; ++well) {
+            QCOMPARE(tree->wellsItem()->child(well)->text(0), catalogue.wellNames().at(well));
+            QCOMPARE(logsBranch(tree->wellsItem()->child(well))->childCount(), catalogue.logNames(well).size());
+            QCOMPARE(markersBranch(tree->wellsItem()->child(well))->childCount(), catalogue.markerNames(well).size());
+        }
+    }
+
+    void syncTellsOfAnUnreadableFolderFirst()
+    {
+        WindowFixture fixture;
+        const QString folder = fixture.path(QStringLiteral("/Correlations"));
+        QVERIFY(QDir().rmdir(folder));
+        files::write(folder, "a file");
+        fixture.action("Sync Data")->trigger();
+        QCOMPARE(fixture.asker.boxes.size(), 2);
+        QCOMPARE(fixture.asker.boxes.at(0).title, QStringLiteral("Project Data"));
+        QVERIFY(fixture.asker.boxes.at(0).text.endsWith(QLatin1Char('\n') + folder));
+        QCOMPARE(fixture.asker.boxes.at(1).text, QStringLiteral("synchronization done !"));
+    }
+
     void changedMarkersReachTheTree()
     {
         WindowFixture fixture;
@@ -276,6 +416,39 @@ private slots:
         fixture.launch->catalogue.refreshMarkerNames(0);
         fixture.window->markersChanged(0);
         QCOMPARE(markersBranch(fixture.window->projectTree()->wellsItem()->child(0))->childCount(), 2);
+    }
+
+    void importShowsNewLogsInTheTree()
+    {
+        WindowFixture fixture;
+        const QString path = fixture.survey.filePath(QStringLiteral("a.las"));
+        files::write(path, "~W\nSTRT.M 10 :\nSTOP.M 20 :\nNULL. -999.25 :\nUWI. A :\n~C\nDEPT.M :\nSP.mv :\n~A\n10 1\n20 2\n");
+        fixture.action("Import Well logs")->trigger();
+        auto *dialog = fixture.window->findChild<WellImportDialog *>();
+        QVERIFY(dialog && dialog->isVisible());
+        dialog->chooseFiles = [&path](QWidget *, const QString &, const QString &) { return QStringList {path}; };
+        dialog->selectLasFilesClicked();
+        dialog->importSelectedClicked();
+        const QTreeWidgetItem *logs = logsBranch(fixture.window->projectTree()->wellsItem()->child(0));
+        QStringList names;
+        for (int i = 0; i < logs->childCount(); ++i)
+            names.append(logs->child(i)->text(0));
+        QCOMPARE(names, strings({"GR", "DEPT", "SP"}));
+        QPointer<WellImportDialog> closed(dialog);
+        dialog->close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!closed);
+    }
+
+    void exportDialogOpens()
+    {
+        WindowFixture fixture;
+        QVERIFY(QMetaObject::invokeMethod(fixture.window.get(), "exportWellLogsActionClicked"));
+        QPointer<WellLogExport> dialog(fixture.window->findChild<WellLogExport *>());
+        QVERIFY(dialog && dialog->isVisible());
+        dialog->close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!dialog);
     }
 
     void reportsAreWiredToTheirEntries()
@@ -290,10 +463,10 @@ private slots:
 
     void slotsHaveTheirNames()
     {
-        for (const char *slot : {"syncODDBActionClicked()", "importWellLogsActionClicked()", "exportWellLogsActionClicked()",
-                                 "printActionClicked()", "generateReportActionClicked()",
-                                 "generateMarkersReportActionClicked()", "documentActionClicked()",
-                                 "printPreView(QPrinter*)"})
+        for (const char *slot :
+             {"syncODDBActionClicked()", "importWellLogsActionClicked()", "exportWellLogsActionClicked()",
+              "printActionClicked()", "generateReportActionClicked()", "generateMarkersReportActionClicked()",
+              "documentActionClicked()", "printPreView(QPrinter*)"})
             QVERIFY2(MainWindow::staticMetaObject.indexOfSlot(slot) >= 0, slot);
     }
 };

@@ -1,7 +1,8 @@
-#include "mainwin/projecttreesync.h"
 #include "mainwin/projecttreeitems.h"
+#include "mainwin/projecttreesync.h"
 #include "support/testmain.h"
 
+#include <QSignalSpy>
 #include <QTreeWidget>
 
 namespace {
@@ -30,15 +31,24 @@ private slots:
     {
         QTest::addColumn<QString>("before");
         QTest::addColumn<QString>("after");
-        QTest::newRow("fill") << "" << "a b c";
-        QTest::newRow("empty") << "a b c" << "";
-        QTest::newRow("same") << "a b c" << "a b c";
-        QTest::newRow("insert") << "a c" << "a b c";
-        QTest::newRow("remove") << "a b c" << "a c";
-        QTest::newRow("reorder") << "a b c d" << "d b a c";
-        QTest::newRow("double names") << "a a b" << "a b a b";
-        QTest::newRow("fewer doubles") << "a a a" << "a";
-        QTest::newRow("all at once") << "a b c d e" << "x e c y a";
+        QTest::newRow("fill") << ""
+                              << "a b c";
+        QTest::newRow("empty") << "a b c"
+                               << "";
+        QTest::newRow("same") << "a b c"
+                              << "a b c";
+        QTest::newRow("insert") << "a c"
+                                << "a b c";
+        QTest::newRow("remove") << "a b c"
+                                << "a c";
+        QTest::newRow("reorder") << "a b c d"
+                                 << "d b a c";
+        QTest::newRow("double names") << "a a b"
+                                      << "a b a b";
+        QTest::newRow("fewer doubles") << "a a a"
+                                       << "a";
+        QTest::newRow("all at once") << "a b c d e"
+                                     << "x e c y a";
     }
 
     void childrenAgreeWithTheList()
@@ -50,7 +60,7 @@ private slots:
         parent->addChild(makeProjectItem(HeadingItem, QStringLiteral("fixed")));
         syncChildren(parent, 1, list(qPrintable(before)), LogItem);
         syncChildren(parent, 1, list(qPrintable(after)), LogItem);
-        QCOMPARE(texts(parent), QStringList {QStringLiteral("fixed")} + list(qPrintable(after)));
+        QCOMPARE(texts(parent), QStringList{QStringLiteral("fixed")} + list(qPrintable(after)));
     }
 
     void whatStaysIsTheSameItemWithItsState()
@@ -68,6 +78,63 @@ private slots:
         QCOMPARE(b->checkState(0), Qt::Checked);
         QVERIFY(b->isExpanded());
         QCOMPARE(parent->child(0)->checkState(0), Qt::Unchecked);
+    }
+
+    void aMovedItemKeepsWhatIsExpandedInItAndTheCurrentItem()
+    {
+        QTreeWidget tree;
+        auto *parent = new QTreeWidgetItem(&tree);
+        parent->setExpanded(true);
+        syncChildren(parent, 0, list("a b"), HeadingItem);
+        QTreeWidgetItem *b = parent->child(1);
+        QTreeWidgetItem *branch = makeProjectItem(HeadingItem, QStringLiteral("branch"));
+        QTreeWidgetItem *leaf = makeProjectItem(LogItem, QStringLiteral("leaf"));
+        QTreeWidgetItem *closed = makeProjectItem(HeadingItem, QStringLiteral("closed"));
+        b->addChildren({branch, closed});
+        branch->addChild(leaf);
+        closed->addChild(makeProjectItem(LogItem, QStringLiteral("leaf")));
+        b->setExpanded(true);
+        branch->setExpanded(true);
+        tree.setCurrentItem(leaf);
+        syncChildren(parent, 0, list("b a"), HeadingItem);
+        QCOMPARE(parent->child(0), b);
+        QVERIFY(b->isExpanded());
+        QVERIFY(branch->isExpanded());
+        QVERIFY(!closed->isExpanded());
+        QCOMPARE(tree.currentItem(), leaf);
+    }
+
+    void anotherCurrentItemStays()
+    {
+        QTreeWidget tree;
+        auto *parent = new QTreeWidgetItem(&tree);
+        syncChildren(parent, 0, list("a b c"), LogItem);
+        QTreeWidgetItem *a = parent->child(0);
+        tree.setCurrentItem(a);
+        syncChildren(parent, 0, list("c b a"), LogItem);
+        QCOMPARE(tree.currentItem(), a);
+    }
+
+    // Each notice makes the view lay itself out anew.
+    void theViewHearsOfChangesOnly()
+    {
+        QTreeWidget tree;
+        auto *parent = new QTreeWidgetItem(&tree);
+        QSignalSpy inserted(tree.model(), &QAbstractItemModel::rowsInserted);
+        QSignalSpy removed(tree.model(), &QAbstractItemModel::rowsRemoved);
+        QSignalSpy changed(tree.model(), &QAbstractItemModel::dataChanged);
+        syncChildren(parent, 0, list("a b c d"), MarkerItem);
+        QCOMPARE(inserted.size(), 1); // all at once
+        inserted.clear();
+        syncChildren(parent, 0, list("a b c d"), MarkerItem);
+        QCOMPARE(inserted.size() + removed.size() + changed.size(), 0);
+        syncChildren(parent, 0, list("x a b c d"), MarkerItem);
+        QCOMPARE(inserted.size(), 1);
+        QCOMPARE(removed.size() + changed.size(), 0);
+        inserted.clear();
+        syncChildren(parent, 0, list("x a b d"), MarkerItem);
+        QCOMPARE(removed.size(), 1);
+        QCOMPARE(inserted.size() + changed.size(), 0);
     }
 };
 

@@ -1,4 +1,5 @@
 #include "mainwin/reportwriter.h"
+#include "support/failingdisk.h"
 #include "support/files.h"
 #include "support/projectfixture.h"
 #include "support/testmain.h"
@@ -14,12 +15,13 @@ void compareBox(const base::Box &box, base::BoxIcon icon, const QString &title, 
     QCOMPARE(box.icon, icon);
     QCOMPARE(box.title, title);
     QCOMPARE(box.text, text);
-    QCOMPARE(box.buttons, QVector<base::BoxButton> {base::BoxButton::Ok});
+    QCOMPARE(box.buttons, QVector<base::BoxButton>{base::BoxButton::Ok});
 }
 
 QString cannotCreate(const QString &path)
 {
-    return QStringLiteral("Unable to create logs information file.\nPlease check file read/write permision.\n") + path;
+    return QStringLiteral("Unable to create logs information file.\nPlease check file read/write permision.\n")
+        + path;
 }
 
 /// Looks at the report files and at the cursor at the moment each box appears.
@@ -35,6 +37,30 @@ public:
     QString watched;
     QVector<QByteArray> contentAtBox;
     QVector<bool> cursorAtBox;
+};
+
+/// Remembers the cursor's shape whenever a log or markers are read.
+class CursorWatchingHost : public MemoryHost
+{
+public:
+    host::Outcome<host::LogData> log(const QString &key, int index) override
+    {
+        look();
+        return MemoryHost::log(key, index);
+    }
+    host::Outcome<QVector<host::Marker>> markers(const QString &key) override
+    {
+        look();
+        return MemoryHost::markers(key);
+    }
+    QVector<Qt::CursorShape> shapes;
+
+private:
+    void look()
+    {
+        const QCursor *cursor = QGuiApplication::overrideCursor();
+        shapes.append(cursor ? cursor->shape() : Qt::ArrowCursor);
+    }
 };
 
 } // namespace
@@ -66,8 +92,9 @@ private slots:
         writeLogsReport(*fixture.launch);
         const QByteArray header = "Curve Name      Start Depth End Depth  Break Zone Depth\n";
         QCOMPARE(files::read(fixture.path(QStringLiteral("/A_logsInfo.txt"))),
-                 header + "GR              100.0000     300.0000     0.0000      \n"
-                          "DT              100.0000     300.0000     0.0000      \n");
+                 header
+                     + "GR              100.0000     300.0000     0.0000      \n"
+                       "DT              100.0000     300.0000     0.0000      \n");
         QCOMPARE(files::read(fixture.path(QStringLiteral("/B_logsInfo.txt"))),
                  header + "SP              100.0000     300.0000     200.0000    \n");
         QCOMPARE(fixture.asker.boxes.size(), 1);
@@ -90,7 +117,7 @@ private slots:
                    QStringLiteral("logs are not available for this well :Empty"));
         QCOMPARE(asker.boxes.at(1).text, QStringLiteral("Done !"));
         QCOMPARE(asker.contentAtBox.at(0), QByteArray("Curve Name      Start Depth End Depth  Break Zone Depth\n"));
-        QCOMPARE(asker.cursorAtBox, (QVector<bool> {false, false}));
+        QCOMPARE(asker.cursorAtBox, (QVector<bool>{false, false}));
         QVERIFY(QFileInfo::exists(fixture.path(QStringLiteral("/Full_logsInfo.txt"))));
     }
 
@@ -132,13 +159,17 @@ private slots:
     void aWellThatVanishedIsReportedByTheHostAndTheReportGoesOn()
     {
         ProjectFixture fixture;
-        fixture.addWell(QStringLiteral("A"), {QStringLiteral("GR")});
+        fixture.addWell(QStringLiteral("A"), {QStringLiteral("GR"), QStringLiteral("DT")});
         fixture.addWell(QStringLiteral("B"), {QStringLiteral("GR")});
         fixture.open();
         fixture.host.storedWells.removeFirst();
         writeLogsReport(*fixture.launch);
-        QCOMPARE(fixture.host.errors, QStringList {QStringLiteral("Cannot get data for the selected well")});
-        QVERIFY(files::read(fixture.path(QStringLiteral("/A_logsInfo.txt"))).contains("GR              0.0000"));
+        // One box for the well, not one for each log.
+        QCOMPARE(fixture.host.errors, QStringList{QStringLiteral("Cannot get data for this well : A")});
+        QCOMPARE(files::read(fixture.path(QStringLiteral("/A_logsInfo.txt"))),
+                 QByteArray("Curve Name      Start Depth End Depth  Break Zone Depth\n"
+                            "GR              0.0000       0.0000       0.0000      \n"
+                            "DT              0.0000       0.0000       0.0000      \n"));
         QVERIFY(files::read(fixture.path(QStringLiteral("/B_logsInfo.txt"))).contains("GR              100.0000"));
     }
 
@@ -156,8 +187,8 @@ private slots:
                             "A               500000.50  6000000.25 250.00     225.00     Base           \n"
                             "B               500000.50  6000000.25 150.00     125.00     Top            \n"));
         QCOMPARE(fixture.asker.boxes.size(), 1);
-        compareBox(fixture.asker.boxes.first(), base::BoxIcon::Information, QStringLiteral("Wells Markers Information"),
-                   QStringLiteral("Done !"));
+        compareBox(fixture.asker.boxes.first(), base::BoxIcon::Information,
+                   QStringLiteral("Wells Markers Information"), QStringLiteral("Done !"));
         QVERIFY(fixture.host.errors.isEmpty());
     }
 
@@ -184,7 +215,117 @@ private slots:
         fixture.host.storedWells[0].isUnreadable = true;
         writeLogsReport(*fixture.launch);
         QCOMPARE(fixture.asker.boxes.size(), 1);
+        compareBox(fixture.asker.boxes.first(), base::BoxIcon::Warning, logsTitle,
+                   cannotCreate(fixture.path(QStringLiteral("/A_logsInfo.txt"))));
         QVERIFY(fixture.host.errors.isEmpty());
+    }
+
+    void aWellThatVanishedHasNoMarkersAndTheReportGoesOn()
+    {
+        ProjectFixture fixture;
+        for (const char *name : {"A", "B"})
+            fixture.addWell(QLatin1String(name), {}, {QStringLiteral("Top"), QStringLiteral("Base")});
+        fixture.open();
+        fixture.host.storedWells.removeFirst();
+        writeMarkersReport(*fixture.launch);
+        QCOMPARE(fixture.host.errors, QStringList{QStringLiteral("Cannot get data for this well : A")});
+        const QList<QByteArray> lines =
+            files::read(fixture.path(QStringLiteral("/Well_Markers_Info.txt"))).split('\n');
+        QCOMPARE(lines.size(), 4); // header, two markers of B, nothing behind the last line end
+        QVERIFY(lines.at(1).startsWith("B  "));
+        QVERIFY(lines.at(2).startsWith("B  "));
+    }
+
+    void aProjectFolderThatIsGoneGivesTheWarnings()
+    {
+        ProjectFixture fixture;
+        fixture.addWell(QStringLiteral("A"), {QStringLiteral("GR")}, {QStringLiteral("Top")});
+        fixture.open();
+        QVERIFY(QDir(fixture.path({})).removeRecursively());
+        writeLogsReport(*fixture.launch);
+        writeMarkersReport(*fixture.launch);
+        QCOMPARE(fixture.asker.boxes.size(), 2);
+        compareBox(fixture.asker.boxes.at(0), base::BoxIcon::Warning, logsTitle,
+                   cannotCreate(fixture.path(QStringLiteral("/A_logsInfo.txt"))));
+        compareBox(fixture.asker.boxes.at(1), base::BoxIcon::Warning, logsTitle,
+                   cannotCreate(fixture.path(QStringLiteral("/Well_Markers_Info.txt"))));
+        QVERIFY(!QFileInfo::exists(fixture.path({})));
+    }
+
+    void aDiskThatFailsLeavesTheEarlierReports_data()
+    {
+        QTest::addColumn<int>("step");
+        for (const FailingStep &failing : failingSteps)
+            QTest::newRow(failing.name) << static_cast<int>(failing.step);
+    }
+
+    void aDiskThatFailsLeavesTheEarlierReports()
+    {
+        QFETCH(int, step);
+        ProjectFixture fixture;
+        fixture.addWell(QStringLiteral("A"), {QStringLiteral("GR")}, {QStringLiteral("Top")});
+        fixture.addWell(QStringLiteral("B"), {QStringLiteral("GR")});
+        fixture.open();
+        files::write(fixture.path(QStringLiteral("/A_logsInfo.txt")), "earlier");
+        const auto before = files::snapshot(fixture.path({}));
+        {
+            FailingDisk disk(static_cast<FailingDisk::Step>(step));
+            const base::ScopedFileSystemCalls inForce(disk);
+            writeLogsReport(*fixture.launch);
+            writeMarkersReport(*fixture.launch);
+        }
+        QVERIFY(files::snapshot(fixture.path({})) == before); // no half file, no trace
+        QCOMPARE(fixture.asker.boxes.size(), 2); // the logs report ended at the first well
+        compareBox(fixture.asker.boxes.at(0), base::BoxIcon::Warning, logsTitle,
+                   cannotCreate(fixture.path(QStringLiteral("/A_logsInfo.txt"))));
+        compareBox(fixture.asker.boxes.at(1), base::BoxIcon::Warning, logsTitle,
+                   cannotCreate(fixture.path(QStringLiteral("/Well_Markers_Info.txt"))));
+        QVERIFY(!QGuiApplication::overrideCursor());
+    }
+
+    void theWaitCursorIsShownWhileWellsAreRead()
+    {
+        ProjectFixture fixture;
+        CursorWatchingHost host;
+        host.survey = fixture.survey.path();
+        host.dataFolder = fixture.host.dataFolder;
+        fixture.addWell(QStringLiteral("A"), {QStringLiteral("GR"), QStringLiteral("DT")}, {QStringLiteral("Top")});
+        host.storedWells = fixture.host.storedWells;
+        fixture.launch = std::make_unique<ProjectData>(host, fixture.asker);
+        fixture.open();
+        host.shapes.clear();
+        writeLogsReport(*fixture.launch);
+        QCOMPARE(host.shapes, QVector<Qt::CursorShape>(2, Qt::WaitCursor));
+        host.shapes.clear();
+        writeMarkersReport(*fixture.launch);
+        QCOMPARE(host.shapes, QVector<Qt::CursorShape>(1, Qt::WaitCursor));
+        QVERIFY(!QGuiApplication::overrideCursor());
+    }
+
+    void wellsAndLogsAndMarkersKeepTheirOrder()
+    {
+        ProjectFixture fixture;
+        WatchingAsker asker;
+        fixture.launch = std::make_unique<ProjectData>(fixture.host, asker);
+        for (const char *name : {"B", "a", "C"})
+            fixture.addWell(QLatin1String(name), {}, {QStringLiteral("Z"), QStringLiteral("Y")});
+        fixture.open();
+        writeLogsReport(*fixture.launch);
+        QStringList texts;
+        for (const base::Box &box : qAsConst(asker.boxes))
+            texts.append(box.text);
+        const QString none = QStringLiteral("logs are not available for this well :");
+        QCOMPARE(texts,
+                 QStringList({none + QLatin1Char('a'), none + QLatin1Char('B'), none + QLatin1Char('C'),
+                              QStringLiteral("Done !")}));
+        writeMarkersReport(*fixture.launch);
+        QStringList rows;
+        for (const QByteArray &line : files::read(fixture.path(QStringLiteral("/Well_Markers_Info.txt"))).split('\n'))
+            rows.append(QString::fromUtf8(line.left(1) + line.mid(60).trimmed()));
+        QCOMPARE(rows,
+                 QStringList({QStringLiteral("WMarker Name"), QStringLiteral("aZ"), QStringLiteral("aY"),
+                              QStringLiteral("BZ"), QStringLiteral("BY"), QStringLiteral("CZ"), QStringLiteral("CY"),
+                              QString()}));
     }
 };
 

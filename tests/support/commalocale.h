@@ -19,8 +19,9 @@ public:
         , m_previousPath(qgetenv("LOCPATH"))
     {
         const QString target = m_folder.filePath(QStringLiteral("de_DE.UTF-8"));
-        QProcess::execute(QStringLiteral("localedef"),
-                          {QStringLiteral("-i"), QStringLiteral("de_DE"), QStringLiteral("-f"), QStringLiteral("UTF-8"), target});
+        QProcess::execute(
+            QStringLiteral("localedef"),
+            {QStringLiteral("-i"), QStringLiteral("de_DE"), QStringLiteral("-f"), QStringLiteral("UTF-8"), target});
         qputenv("LOCPATH", m_folder.path().toLocal8Bit());
         std::setlocale(LC_ALL, "de_DE.UTF-8");
     }

@@ -67,6 +67,6 @@ struct FailingStep
     FailingDisk::Step step;
 };
 constexpr FailingStep failingSteps[] = {
-    {"open", FailingDisk::Open},       {"write", FailingDisk::Write}, {"half a write", FailingDisk::HalfWrite},
-    {"flush", FailingDisk::Flush},     {"close", FailingDisk::Close}, {"rename", FailingDisk::Rename},
+    {"open", FailingDisk::Open},   {"write", FailingDisk::Write}, {"half a write", FailingDisk::HalfWrite},
+    {"flush", FailingDisk::Flush}, {"close", FailingDisk::Close}, {"rename", FailingDisk::Rename},
 };

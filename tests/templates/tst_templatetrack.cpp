@@ -67,10 +67,7 @@ private slots:
         QCOMPARE(track(line + "\n" + fullLine).curves.size(), 1);
     }
 
-    void theNameIsGiven()
-    {
-        QCOMPARE(parseTrack("Linear\n", "Track_3").name, QString("Track_3"));
-    }
+    void theNameIsGiven() { QCOMPARE(parseTrack("Linear\n", "Track_3").name, QString("Track_3")); }
 
     void everyFieldHasItsPlace()
     {
@@ -138,8 +135,9 @@ private slots:
 
     void aSeedLineOfElevenFieldsHasNoCalibrationPoints()
     {
-        const TrackInfo read = track("Logrithmic\n"
-                                     "Resistivity | LLS | 0.10 | 2000.00 | #4046fa|0,#ffffff|0,#ffffff|None | None | 1 | 1 ");
+        const TrackInfo read =
+            track("Logrithmic\n"
+                  "Resistivity | LLS | 0.10 | 2000.00 | #4046fa|0,#ffffff|0,#ffffff|None | None | 1 | 1 ");
         QCOMPARE(read.type, int(LogarithmicTrack));
         QCOMPARE(read.curves.size(), 1);
         const TemplateCurveInfo &curve = read.curves.first();
@@ -371,7 +369,8 @@ private slots:
         full.pointShape = "Rectangle";
         QCOMPARE(trackBytes("Logrithmic", {row("Gamma", "GR"), full}),
                  "Logrithmic\n" + QByteArray(fullLine).replace("Default", "GR")
-                     + "\nSonic | DT |  40 | text as typed | #2648ef|3,#ff0000|12,#00ff01|Left Boundary | Curve_2 | 4 | 3 | 1 | "
+                     + "\nSonic | DT |  40 | text as typed | #2648ef|3,#ff0000|12,#00ff01|Left Boundary | Curve_2 | "
+                       "4 | 3 | 1 | "
                        "#0000ff | 10 | Rectangle\n");
     }
 
@@ -414,10 +413,13 @@ private slots:
 
     void allLineEndsAndEncodingsAreRead()
     {
-        const QByteArray latin1 = QByteArray(fullLine).replace("Gamma", "Gr\xF6\xDF" "e");
+        const QByteArray latin1 = QByteArray(fullLine).replace("Gamma",
+                                                               "Gr\xF6\xDF"
+                                                               "e");
         for (const QByteArray &bytes :
              {"Linear\r\n" + fullLine + "\r\n" + fullLine, "Linear\r" + fullLine + "\r" + fullLine + "\r",
-              "\xEF\xBB\xBFLinear\n" + fullLine + "\n" + fullLine, "Linear\n" + fullLine + "\n\n" + fullLine + "\n\n"}) {
+              "\xEF\xBB\xBFLinear\n" + fullLine + "\n" + fullLine,
+              "Linear\n" + fullLine + "\n\n" + fullLine + "\n\n"}) {
             QCOMPARE(track(bytes).type, int(LinearTrack));
             QCOMPARE(track(bytes).curves.size(), 2);
             QCOMPARE(track(bytes).curves.at(1).pointShape, 1);
@@ -427,7 +429,10 @@ private slots:
 
     void everyPrefixIsRead()
     {
-        const QByteArray whole = "Linear\r\n" + fullLine + "\n" + QByteArray(fullLine).replace("Gamma", "Gr\xC3\xB6" "e");
+        const QByteArray whole = "Linear\r\n" + fullLine + "\n"
+            + QByteArray(fullLine).replace("Gamma",
+                                           "Gr\xC3\xB6"
+                                           "e");
         for (int size = 0; size <= whole.size(); ++size) {
             const TrackInfo read = track(whole.left(size));
             QCOMPARE(read.name, QString("Track_1"));

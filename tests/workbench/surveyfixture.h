@@ -93,7 +93,8 @@ public:
     /// The names in the well folder, "." files too.
     QStringList names() const
     {
-        return QDir(wells()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+        return QDir(wells()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                                       QDir::Name);
     }
 
 private:
@@ -103,7 +104,7 @@ private:
         int fsync(int) override { return 0; }
     };
     NoFlush m_calls;
-    base::ScopedFileSystemCalls m_scope {m_calls};
+    base::ScopedFileSystemCalls m_scope{m_calls};
     QTemporaryDir m_folder;
 };
 

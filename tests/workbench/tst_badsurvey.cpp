@@ -25,13 +25,20 @@ struct TwoWells : Survey
     {
         write(".omf", wellList({{"Bad", "bad.well"}, {"Good", "good.well"}}));
         for (const QByteArray &stem : {QByteArray("bad"), QByteArray("good")}) {
-            const auto file = [&](const char *ending, const QByteArray &bytes) { write((stem + ending).constData(), bytes); };
+            const auto file = [&](const char *ending, const QByteArray &bytes) {
+                write((stem + ending).constData(), bytes);
+            };
             file(".well", wellFile());
-            file(".wlm", header("Well Markers") + "Depth-Unit: Meter\n1.Name: M\n1.Depth along hole: 5\n1.Color: 1`2`3\n"
-                                                  "2.Name: N\n2.Depth along hole: 6\n2.Color: 1`2`3\n");
+            file(".wlm",
+                 header("Well Markers")
+                     + "Depth-Unit: Meter\n1.Name: M\n1.Depth along hole: 5\n1.Color: 1`2`3\n"
+                       "2.Name: N\n2.Depth along hole: 6\n2.Color: 1`2`3\n");
             file("^1.wll", logFile("GR", {100, 1, 101, 2, 102, 3}));
-            file("^2.wll", header("Well Log") + "Name: TXT\nHeader info: Yes\nStorage type: Ascii\n!\nMud: oil\n!\n100 1\n101 2\n");
-            file("^3.wll", header("Well Log") + "Name: BIG\nStorage type: Swapped\n!\n" + samples({100, 1, 101, 2}, true));
+            file("^2.wll",
+                 header("Well Log")
+                     + "Name: TXT\nHeader info: Yes\nStorage type: Ascii\n!\nMud: oil\n!\n100 1\n101 2\n");
+            file("^3.wll",
+                 header("Well Log") + "Name: BIG\nStorage type: Swapped\n!\n" + samples({100, 1, 101, 2}, true));
         }
     }
 };
@@ -109,11 +116,15 @@ QVector<QByteArray> rubbish()
             zeros,
             random,
             QByteArray("\n\n\n!\n!\n"),
-            QByteArray("\x7f" "ELF") + zeros,
+            QByteArray("\x7f"
+                       "ELF")
+                + zeros,
             lines + random,
             lines + QByteArray(100000, '!'),
             QByteArray(100000, '\n'),
-            QByteArray("\xff\xfe" "d\0T\0e\0c\0t\0", 12)};
+            QByteArray("\xff\xfe"
+                       "d\0T\0e\0c\0t\0",
+                       12)};
 }
 
 const char *const wellFiles[] = {"bad.well", "bad.wlm", "bad^1.wll", "bad^2.wll", "bad^3.wll"};
@@ -346,7 +357,8 @@ void TestBadSurvey::survivesThousandsOfByteFlips()
         QByteArray bytes = whole;
         for (int flips = 1 + static_cast<int>(random() % 3); flips > 0; --flips) {
             const int at = static_cast<int>(random() % static_cast<unsigned>(bytes.size()));
-            bytes[at] = static_cast<char>(random() % 2 ? static_cast<int>(random() % 256) : bytes.at(at) ^ (1 << random() % 8));
+            bytes[at] = static_cast<char>(random() % 2 ? static_cast<int>(random() % 256)
+                                                       : bytes.at(at) ^ (1 << random() % 8));
         }
         survey.write(name.constData(), bytes);
         const ReadAll all = readAll(store, damaged);

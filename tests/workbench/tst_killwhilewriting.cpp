@@ -76,7 +76,8 @@ QVector<host::Marker> markersOf(int state)
 {
     QVector<host::Marker> markers;
     for (int i = 0; i < markerCount; ++i)
-        markers.append({QStringLiteral("M%1 %2").arg(state).arg(i), static_cast<float>(i), QColor(state % 256, 0, 0)});
+        markers.append(
+            {QStringLiteral("M%1 %2").arg(state).arg(i), static_cast<float>(i), QColor(state % 256, 0, 0)});
     return markers;
 }
 
@@ -115,8 +116,9 @@ bool writeState(const QString &path, What what, int state)
     return false;
 }
 
-// Kills a child that writes one state after the other; at a random moment, or at its n-th system call.
-void killWriter(const QString &path, What what, int firstState, int delayUs, int killAt)
+// Kills a child that writes one state after the other, at some moment; or one that writes a single state, at its n-th
+// system call. False when the child was through before.
+bool killWriter(const QString &path, What what, int firstState, int delayUs, int killAt)
 {
     const pid_t child = ::fork();
     if (child == 0) {
@@ -136,6 +138,7 @@ void killWriter(const QString &path, What what, int firstState, int delayUs, int
     ::waitpid(child, &status, 0);
     if (WIFEXITED(status) && WEXITSTATUS(status) != 0)
         qFatal("the writing child failed");
+    return WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
 }
 
 // What the survey holds of the object: one number for a whole state; -1 when it is none.
@@ -145,15 +148,19 @@ int stateOf(SurveyStore &store, What what)
     case What::Log: {
         const host::LogData log = store.log(firstWell, 0).value;
         for (int i = 0; i < log.values.size(); ++i)
-            if (log.values.at(i) != log.values.first() || log.depths.at(i) != log.values.first() + 0.5f * static_cast<float>(i))
+            if (log.values.at(i) != log.values.first()
+                || log.depths.at(i) != log.values.first() + 0.5f * static_cast<float>(i))
                 return -1;
-        return log.values.size() == sampleCount && log.name == QLatin1String("GR") ? static_cast<int>(log.values.first()) : -1;
+        return log.values.size() == sampleCount && log.name == QLatin1String("GR")
+            ? static_cast<int>(log.values.first())
+            : -1;
     }
     case What::NewLogs: {
         const int count = store.logs(firstWell).value.size();
         for (int i = 1; i < count; ++i) {
             const host::LogData log = store.log(firstWell, i).value;
-            if (log.values.size() != sampleCount || log.name != QStringLiteral("L%1").arg(static_cast<int>(log.values.first())))
+            if (log.values.size() != sampleCount
+                || log.name != QStringLiteral("L%1").arg(static_cast<int>(log.values.first())))
                 return -1;
         }
         return count;
@@ -162,7 +169,9 @@ int stateOf(SurveyStore &store, What what)
     case What::TrackFile: {
         const host::WellHeader well = store.header(firstWell).value;
         const int state = static_cast<int>(well.kbElevation);
-        return well.x == 500000 + state && well.totalDepth == 3000 + state && well.groundElevation == well.kbElevation ? state : -1;
+        return well.x == 500000 + state && well.totalDepth == 3000 + state && well.groundElevation == well.kbElevation
+            ? state
+            : -1;
     }
     case What::List: {
         const host::Outcome<QVector<host::WellEntry>> wells = store.list();
@@ -287,8 +296,8 @@ void TestKillWhileWriting::killedAtAnyStep()
     const QByteArray track = "500001 6003000 -1 0\n500001 6003000 3000 3001\n";
     bool hasSeenOld = false;
     bool hasSeenNew = false;
-    // The steps of one write, until it is over before the n-th of them.
-    for (int step = 0; step < 400; ++step) {
+    bool isKilled = true;
+    for (int step = 0; isKilled; ++step) {
         if (what == What::TrackFile) {
             fill(survey);
             survey.write("a.track", track);
@@ -296,7 +305,7 @@ void TestKillWhileWriting::killedAtAnyStep()
         SurveyStore before(survey.path());
         const int oldState = stateOf(before, what);
         const auto rest = theRest(survey, what);
-        killWriter(survey.path(), what, 100 + step, 0, step);
+        isKilled = killWriter(survey.path(), what, 100 + step, 0, step);
         int newState = -1;
         checkSurvey(survey, what, oldState, rest, &newState);
         if (QTest::currentTestFailed())
@@ -321,7 +330,7 @@ void TestKillWhileWriting::killedAtAnyMoment()
     const auto rest = theRest(survey, what);
     std::mt19937 random(17);
     for (int round = 0; round < 12; ++round) {
-        killWriter(survey.path(), what, 1000 * (round + 1), static_cast<int>(random() % 6000), -1);
+        QVERIFY(killWriter(survey.path(), what, 1000 * (round + 1), static_cast<int>(random() % 6000), -1));
         int newState = -1;
         checkSurvey(survey, what, state, rest, &newState);
         if (QTest::currentTestFailed())

@@ -21,7 +21,7 @@ struct Read
 Read readLog(const QByteArray &bytes)
 {
     const host::Outcome<LogFileHeader> parsed = parseLogHeader(bytes);
-    Read result {parsed.value, {}, parsed.error};
+    Read result{parsed.value, {}, parsed.error};
     if (parsed.ok())
         result.log = parseLogSamples(parsed.value, bytes, &result.problem);
     return result;
@@ -29,8 +29,8 @@ Read readLog(const QByteArray &bytes)
 
 QByteArray logHead(const QByteArray &storage, const QByteArray &more = {})
 {
-    return header("Well Log") + "Depth-Unit: Meter\nName: GR\nUnit of Measure: gAPI\n" + more + "Storage type: " + storage
-        + "\n!\n";
+    return header("Well Log") + "Depth-Unit: Meter\nName: GR\nUnit of Measure: gAPI\n" + more
+        + "Storage type: " + storage + "\n!\n";
 }
 
 QByteArray written(const host::LogData &log, const LogFileHeader *old = nullptr)
@@ -71,11 +71,12 @@ private slots:
 void TestLogFile::readsEveryStorage_data()
 {
     QTest::addColumn<QByteArray>("bytes");
-    const QVector<float> numbers {100, 1.5f, 100.5f, udf, 101, -2.25f};
+    const QVector<float> numbers{100, 1.5f, 100.5f, udf, 101, -2.25f};
     QTest::newRow("Binary") << logHead("Binary") + samples(numbers);
     QTest::newRow("Swapped") << logHead("Swapped") + samples(numbers, true);
     QTest::newRow("Ascii") << logHead("Ascii") + "100\t1.5\n100.5\t1e30\n101\t-2.25\n";
-    QTest::newRow("no storage key") << header("Well Log") + "Name: GR\nUnit of Measure: gAPI\n!\n100 1.5\n100.5 1e30\n101 -2.25";
+    QTest::newRow("no storage key") << header("Well Log")
+            + "Name: GR\nUnit of Measure: gAPI\n!\n100 1.5\n100.5 1e30\n101 -2.25";
 }
 
 void TestLogFile::readsEveryStorage()
@@ -85,8 +86,8 @@ void TestLogFile::readsEveryStorage()
     QCOMPARE(read.problem, QString());
     QCOMPARE(read.log.name, QStringLiteral("GR"));
     QCOMPARE(read.log.unit, QStringLiteral("gAPI"));
-    QCOMPARE(read.log.depths, (QVector<float> {100, 100.5f, 101}));
-    QCOMPARE(read.log.values, (QVector<float> {1.5f, udf, -2.25f}));
+    QCOMPARE(read.log.depths, (QVector<float>{100, 100.5f, 101}));
+    QCOMPARE(read.log.values, (QVector<float>{1.5f, udf, -2.25f}));
     QVERIFY(host::isUndefined(read.log.values.at(1)));
 }
 
@@ -94,23 +95,22 @@ void TestLogFile::readsTextSamplesHoweverWritten()
 {
     const Read read = readLog(logHead("Ascii") + "  +1.0e2 \t1\r\n\n101 2 102\n3 103 1e30 104 1e-60 105 -1e99 106 4");
     QCOMPARE(read.problem, QString());
-    QCOMPARE(read.log.depths, (QVector<float> {100, 101, 102, 103, 104, 105, 106}));
-    QCOMPARE(read.log.values, (QVector<float> {1, 2, 3, udf, 0, udf, 4}));
+    QCOMPARE(read.log.depths, (QVector<float>{100, 101, 102, 103, 104, 105, 106}));
+    QCOMPARE(read.log.values, (QVector<float>{1, 2, 3, udf, 0, udf, 4}));
     const Read bad = readLog(logHead("Ascii") + "100 1\n101 2\n102 x\n103 4\n");
-    QCOMPARE(bad.log.values, (QVector<float> {1, 2}));
+    QCOMPARE(bad.log.values, (QVector<float>{1, 2}));
     QVERIFY(!bad.problem.isEmpty());
     QVERIFY(!readLog(logHead("Ascii") + "100 1\n101").problem.isEmpty());
 }
 
 void TestLogFile::dropsUndefinedSamplesAtTheEndsOnReading()
 {
-    const QVector<float> numbers {100, udf, 101, udf, 102, 1, 103, udf, 104, 2, 105, udf};
-    for (const QByteArray &bytes :
-         {logHead("Binary") + samples(numbers), logHead("Swapped") + samples(numbers, true),
-          logHead("Ascii") + "100 1e30 101 1e30 102 1 103 1e30 104 2 105 1e30"}) {
+    const QVector<float> numbers{100, udf, 101, udf, 102, 1, 103, udf, 104, 2, 105, udf};
+    for (const QByteArray &bytes : {logHead("Binary") + samples(numbers), logHead("Swapped") + samples(numbers, true),
+                                    logHead("Ascii") + "100 1e30 101 1e30 102 1 103 1e30 104 2 105 1e30"}) {
         const Read read = readLog(bytes);
-        QCOMPARE(read.log.depths, (QVector<float> {102, 103, 104}));
-        QCOMPARE(read.log.values, (QVector<float> {1, udf, 2}));
+        QCOMPARE(read.log.depths, (QVector<float>{102, 103, 104}));
+        QCOMPARE(read.log.values, (QVector<float>{1, udf, 2}));
     }
     const Read none = readLog(logHead("Binary") + samples({100, udf, 101, udf}));
     QVERIFY(none.log.values.isEmpty() && none.log.depths.isEmpty());
@@ -121,32 +121,33 @@ void TestLogFile::dropsSamplesWithoutDepthAndTakesNoNumbersAsUndefined()
 {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const float inf = std::numeric_limits<float>::infinity();
-    const QVector<float> numbers {100, nan, udf, 5, nan, 6, inf, 7, 101, 1, 102, inf, 103, nan, 104, 2, 105, -inf};
+    const QVector<float> numbers{100, nan, udf, 5, nan, 6, inf, 7, 101, 1, 102, inf, 103, nan, 104, 2, 105, -inf};
     for (const bool isBigEndian : {false, true}) {
         const Read read = readLog(logHead(isBigEndian ? "Swapped" : "Binary") + samples(numbers, isBigEndian));
-        QCOMPARE(read.log.depths, (QVector<float> {101, 102, 103, 104}));
-        QCOMPARE(read.log.values, (QVector<float> {1, udf, udf, 2}));
+        QCOMPARE(read.log.depths, (QVector<float>{101, 102, 103, 104}));
+        QCOMPARE(read.log.values, (QVector<float>{1, udf, udf, 2}));
     }
     const Read text = readLog(logHead("Ascii") + "nan 1 101 1 102 nan inf 3 103 inf 104 2");
-    QCOMPARE(text.log.depths, (QVector<float> {101, 102, 103, 104}));
-    QCOMPARE(text.log.values, (QVector<float> {1, udf, udf, 2}));
+    QCOMPARE(text.log.depths, (QVector<float>{101, 102, 103, 104}));
+    QCOMPARE(text.log.values, (QVector<float>{1, udf, udf, 2}));
 }
 
 void TestLogFile::keepsOrderAndDuplicatesOfDepths()
 {
-    const QVector<float> numbers {300, 1, 100, 2, 100, 3, -5, 4};
+    const QVector<float> numbers{300, 1, 100, 2, 100, 3, -5, 4};
     const Read read = readLog(logHead("Binary") + samples(numbers));
-    QCOMPARE(read.log.depths, (QVector<float> {300, 100, 100, -5}));
+    QCOMPARE(read.log.depths, (QVector<float>{300, 100, 100, -5}));
     QCOMPARE(readLog(written(read.log)).log.depths, read.log.depths);
 }
 
 void TestLogFile::skipsTheParameterSection()
 {
-    for (const QByteArray &parameters : {QByteArray("!\n"), QByteArray("Mud: oil\n!\n"), QByteArray("A: 1\nB!\n!x: 2\n!\n")}) {
+    for (const QByteArray &parameters :
+         {QByteArray("!\n"), QByteArray("Mud: oil\n!\n"), QByteArray("A: 1\nB!\n!x: 2\n!\n")}) {
         const Read read = readLog(logHead("Binary", "Header info: Yes\n") + parameters + samples({100, 1, 101, 2}));
         QCOMPARE(read.problem, QString());
         QCOMPARE(read.header.parameters, parameters);
-        QCOMPARE(read.log.values, (QVector<float> {1, 2}));
+        QCOMPARE(read.log.values, (QVector<float>{1, 2}));
     }
     bool isCut = false;
     QVERIFY(!parseLogHeader(logHead("Binary", "Header info: Yes\n") + "Mud: oil\n", &isCut).ok());
@@ -183,7 +184,7 @@ void TestLogFile::tellsCutAndMissingSamples()
     const QByteArray bytes = logHead("Binary") + samples({100, 1, 101, 2, 102, 3});
     for (int missing = 1; missing < 8; ++missing) {
         const Read read = readLog(bytes.left(bytes.size() - missing));
-        QCOMPARE(read.log.values, (QVector<float> {1, 2}));
+        QCOMPARE(read.log.values, (QVector<float>{1, 2}));
         QVERIFY(read.problem.contains(QStringLiteral("cut off")));
     }
     const Read none = readLog(logHead("Binary"));
@@ -227,7 +228,8 @@ void TestLogFile::writesTheHostsLayout()
 void TestLogFile::dropsUndefinedSamplesAtTheEndsOnWriting()
 {
     const float nan = std::numeric_limits<float>::quiet_NaN();
-    host::LogData data = survey_fixture::log("GR", {udf, nan, 1, udf, nan, 2, udf, std::numeric_limits<float>::infinity()});
+    host::LogData data =
+        survey_fixture::log("GR", {udf, nan, 1, udf, nan, 2, udf, std::numeric_limits<float>::infinity()});
     const QByteArray bytes = written(data);
     QVERIFY(bytes.endsWith("!\n" + samples({101, 1, 101.5f, udf, 102, udf, 102.5f, 2})));
     QVERIFY(bytes.contains("Dah range: 101`102.5\nLog range: 1`2\n"));
@@ -241,7 +243,7 @@ void TestLogFile::dropsUndefinedSamplesAtTheEndsOnWriting()
 void TestLogFile::refusesALogWithoutDefinedSamples()
 {
     const float nan = std::numeric_limits<float>::quiet_NaN();
-    for (const QVector<float> &values : {QVector<float> {}, QVector<float> {udf}, QVector<float> {udf, nan, udf}}) {
+    for (const QVector<float> &values : {QVector<float>{}, QVector<float>{udf}, QVector<float>{udf, nan, udf}}) {
         const host::Outcome<QByteArray> bytes = logFileBytes(survey_fixture::log("GR", values), "Meter", nullptr);
         QVERIFY(!bytes.ok());
         QVERIFY(bytes.error.contains(QStringLiteral("no defined sample")));
@@ -263,12 +265,14 @@ void TestLogFile::refusesWhatIsNoLog()
 void TestLogFile::keepsKeysAndParametersOfTheOldFile()
 {
     const QByteArray old = header("Well Log")
-        + "Depth-Unit: Feet\nName:  GR\t\nMnemonic: GR\n odd :  kept \nstrange\nUnit of Measure: API\nHeader info: Yes\n"
+        + "Depth-Unit: Feet\nName:  GR\t\nMnemonic: GR\n odd :  kept \nstrange\nUnit of Measure: API\nHeader info: "
+          "Yes\n"
           "Storage type: Swapped\nDah range: 1`2\nLog range: 3`4\nLast: x\n!\nMud:  oil \n!\n"
         + samples({1, 3}, true);
     const LogFileHeader head = parseLogHeader(old).value;
     QCOMPARE(withoutDate(written(survey_fixture::log("GR", {5, 6}), &head)),
-             "!\nDepth-Unit: Feet\nName:  GR\t\nMnemonic: GR\n odd :  kept \nstrange\nUnit of Measure: gAPI\nHeader info: Yes\n"
+             "!\nDepth-Unit: Feet\nName:  GR\t\nMnemonic: GR\n odd :  kept \nstrange\nUnit of Measure: gAPI\nHeader "
+             "info: Yes\n"
              "Storage type: Binary\nDah range: 100`100.5\nLog range: 5`6\nLast: x\n!\nMud:  oil \n!\n"
                  + samples({100, 5, 100.5f, 6}));
 }

@@ -49,8 +49,10 @@ void TestObjectList::readsEntriesAndFolders()
 void TestObjectList::writesBackWhatItRead()
 {
     const QByteArray bytes = header("Object Management file")
-        + "Own key:  kept \nID: 100050`9\nAnother: 1\n!\nWellInfo: 1\nWell Info directory: dGB`Stream\n$Name: WellInfo\n!\n"
-          "@100020: Sub\n!\n  odd entry  :  2 \nWell: dGB`Stream\n$Name: a.well\nstrange\n#Created.By:  \n\xff: \x80\n!\n"
+        + "Own key:  kept \nID: 100050`9\nAnother: 1\n!\nWellInfo: 1\nWell Info directory: dGB`Stream\n$Name: "
+          "WellInfo\n!\n"
+          "@100020: Sub\n!\n  odd entry  :  2 \nWell: dGB`Stream\n$Name: a.well\nstrange\n#Created.By:  \n\xff: "
+          "\x80\n!\n"
           "no number\n!\nnone: x\n!\n";
     const host::Outcome<ObjectList> list = ObjectList::parse(bytes);
     QVERIFY(list.ok());
@@ -59,7 +61,8 @@ void TestObjectList::writesBackWhatItRead()
 
 void TestObjectList::keepsUnknownKeysWhenSomethingChanges()
 {
-    const QByteArray first = "Own key:  kept \nID: 100050`3\n!\nWellInfo: 1\nWell Info directory: dGB`Stream\n$Name: WellInfo\n!\n";
+    const QByteArray first =
+        "Own key:  kept \nID: 100050`3\n!\nWellInfo: 1\nWell Info directory: dGB`Stream\n$Name: WellInfo\n!\n";
     const QByteArray second = "A: 2\nWell: dGB`Stream\n$Name: a.well\n#Mine:  x  \n!\n";
     const QByteArray third = "B: 3\nWell: dGB`Stream\n$Name: b.well\n!\n";
     ObjectList list = ObjectList::parse(header("Object Management file") + first + second + third).value;
@@ -150,7 +153,8 @@ void TestObjectList::saysWhatIsWrong()
     QVERIFY(!ObjectList::parse({}).ok());
     QVERIFY(!ObjectList::parse("rubbish").ok());
     QVERIFY(!ObjectList::parse(header("Well") + "ID: 1\n!\n").ok());
-    QVERIFY(ObjectList::parse(header("Object Management file") + "x: 1\n!\n").error.contains(QStringLiteral("\"ID\"")));
+    QVERIFY(
+        ObjectList::parse(header("Object Management file") + "x: 1\n!\n").error.contains(QStringLiteral("\"ID\"")));
 }
 
 void TestObjectList::everyCutIsToldFromTheWhole()
@@ -176,8 +180,10 @@ void TestObjectList::makesTheListOfAFolder()
 {
     ObjectList list = ObjectList::forFolder("0", "Survey root", "Survey Info", ".survey");
     list.appendFolder(100050, "WellInfo");
-    QCOMPARE(withoutDate(list.toBytes()),
-             QByteArray("!\nID: 0`1\n!\nSurvey root: 1\nSurvey Info: dGB`Stream\n$Name: .survey\n!\n@100050: WellInfo\n!\n"));
+    QCOMPARE(
+        withoutDate(list.toBytes()),
+        QByteArray(
+            "!\nID: 0`1\n!\nSurvey root: 1\nSurvey Info: dGB`Stream\n$Name: .survey\n!\n@100050: WellInfo\n!\n"));
     QVERIFY(ObjectList::parse(list.toBytes()).value.entries().at(1).isFolder);
 }
 

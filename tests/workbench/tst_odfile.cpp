@@ -115,7 +115,8 @@ void TestOdFile::takesTheFirstUnescapedColonAsSeparator()
 
 void TestOdFile::keepsLinesItDoesNotKnow()
 {
-    const QByteArray lines = "A: 1\n  odd   spacing :  kept \t\nno separator\n\n\xff\xfe\x01: \x80\nA: second\nEsc\\:aped: 1\n";
+    const QByteArray lines =
+        "A: 1\n  odd   spacing :  kept \t\nno separator\n\n\xff\xfe\x01: \x80\nA: second\nEsc\\:aped: 1\n";
     KeyValues keys;
     for (const QByteArray &line : lines.left(lines.size() - 1).split('\n'))
         keys.appendLine(line);
@@ -177,9 +178,9 @@ void TestOdFile::removesAllLinesOfAKey()
 
 void TestOdFile::writesTheDateInEnglish()
 {
-    const QRegularExpression date(
-        QStringLiteral("^(Mon|Tue|Wed|Thu|Fri|Sat|Sun) \\d\\d (Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec) \\d{4}, "
-                       "\\d\\d:\\d\\d:\\d\\d$"));
+    const QRegularExpression date(QStringLiteral(
+        "^(Mon|Tue|Wed|Thu|Fri|Sat|Sun) \\d\\d (Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec) \\d{4}, "
+        "\\d\\d:\\d\\d:\\d\\d$"));
     const QLocale before;
     QLocale::setDefault(QLocale(QLocale::Arabic, QLocale::Egypt));
     const QString text = QString::fromUtf8(odFileDate());
@@ -230,9 +231,8 @@ void TestOdFile::namesTheFileItCannotRead()
     const QString secret = folder.filePath(QStringLiteral("secret"));
     files::write(secret, "x");
     ::chmod(QFile::encodeName(secret).constData(), 0);
-    const int result = testing_support::runUnprivileged([&] {
-        return readFile(secret).errorCode == EACCES && readFileBytes(secret).error.contains(secret) ? 0 : 1;
-    });
+    const int result = testing_support::runUnprivileged(
+        [&] { return readFile(secret).errorCode == EACCES && readFileBytes(secret).error.contains(secret) ? 0 : 1; });
     QCOMPARE(result, 0);
 }
 
@@ -262,7 +262,7 @@ void TestOdFile::tellsChangedFilesApart()
     const FileState before = settled(0);
     files::write(path, "longer");
     QVERIFY(!settled(0).isSame(before));
-    QVERIFY(!fileState(folder.filePath(QStringLiteral("none"))).isSame(FileState {}));
+    QVERIFY(!fileState(folder.filePath(QStringLiteral("none"))).isSame(FileState{}));
 }
 
 LORVA_TEST_MAIN(TestOdFile)

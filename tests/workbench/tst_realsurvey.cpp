@@ -88,10 +88,11 @@ void TestRealSurvey::readsHeaders()
 
 void TestRealSurvey::readsTracks()
 {
-    const QHash<QString, QString> stems {{QStringLiteral("100050.2"), QStringLiteral("Probe-1")},
-                                         {QStringLiteral("100050.3"), QStringLiteral("Probe_2_A")}};
+    const QHash<QString, QString> stems{{QStringLiteral("100050.2"), QStringLiteral("Probe-1")},
+                                        {QStringLiteral("100050.3"), QStringLiteral("Probe_2_A")}};
     for (const QJsonValue &well : qAsConst(m_wells)) {
-        const QString path = m_survey + QStringLiteral("/WellInfo/") + stems.value(well[QStringLiteral("id")].toString()) + QStringLiteral(".well");
+        const QString path = m_survey + QStringLiteral("/WellInfo/")
+            + stems.value(well[QStringLiteral("id")].toString()) + QStringLiteral(".well");
         const host::Outcome<workbench::WellFile> file = workbench::parseWellFile(files::read(path));
         QVERIFY(file.ok() && !file.value.isTrackCut);
         QCOMPARE(file.value.keys.text("Unique Well ID"), well[QStringLiteral("uwi")].toString());
@@ -201,7 +202,9 @@ void TestRealSurvey::writingBackWhatWasReadKeepsTheSamples()
             QCOMPARE(survey_fixture::withoutDate(file.value()), survey_fixture::withoutDate(old));
         } else if (file.key().endsWith(QLatin1String(".wll"))) {
             // The ranges are those of what is stored; the host spans what it was given.
-            const auto samplesOf = [](const QByteArray &bytes) { return bytes.mid(bytes.indexOf("\n!\n", bytes.indexOf("Log range")) + 3); };
+            const auto samplesOf = [](const QByteArray &bytes) {
+                return bytes.mid(bytes.indexOf("\n!\n", bytes.indexOf("Log range")) + 3);
+            };
             QCOMPARE(samplesOf(file.value()), samplesOf(old));
             QCOMPARE(survey_fixture::withoutDate(file.value().left(file.value().indexOf("Dah range"))),
                      survey_fixture::withoutDate(old.left(old.indexOf("Dah range"))));
@@ -228,7 +231,8 @@ void TestRealSurvey::keepsEverythingElseWhenAWellChanges()
     auto after = files::snapshot(folder.path());
     QCOMPARE(after.keys(), before.keys());
     for (auto file = after.begin(); file != after.end(); ++file) {
-        const bool isRewritten = file.key() == QLatin1String("WellInfo/.omf") || file.key() == QLatin1String("WellInfo/Probe_2_A.well");
+        const bool isRewritten =
+            file.key() == QLatin1String("WellInfo/.omf") || file.key() == QLatin1String("WellInfo/Probe_2_A.well");
         QByteArray expected = before.value(file.key());
         if (file.key() == QLatin1String("WellInfo/.omf"))
             expected.replace("ID: 100050`3", "ID: 100050`4");

@@ -92,8 +92,9 @@ void TestSurveyFolder::makesWhatTheHostMakes()
 {
     QCOMPARE(createSurvey(path("root/new"), demo()).error, QString());
     const auto made = files::snapshot(path("root/new"));
-    const QStringList folders {"Attribs", "Features", "Geometry", "Locations", "Misc", "Models", "NLAs", "Proc", "Seismics", "Surfaces", "WellInfo"};
-    QStringList expected {".omf", ".survey"};
+    const QStringList folders{"Attribs", "Features", "Geometry", "Locations", "Misc",    "Models",
+                              "NLAs",    "Proc",     "Seismics", "Surfaces",  "WellInfo"};
+    QStringList expected{".omf", ".survey"};
     for (const QString &folder : folders) {
         expected.append(folder + QLatin1Char('/'));
         if (folder != QLatin1String("Proc"))
@@ -107,14 +108,16 @@ void TestSurveyFolder::makesWhatTheHostMakes()
     const QString real = files::sharedFolder(QStringLiteral("od-survey"));
     if (real.isEmpty())
         QSKIP("the survey that the host itself wrote is not here");
-    QCOMPARE(withoutDate(made.value(QStringLiteral(".omf"))), withoutDate(files::read(real + QStringLiteral("/.omf"))));
+    QCOMPARE(withoutDate(made.value(QStringLiteral(".omf"))),
+             withoutDate(files::read(real + QStringLiteral("/.omf"))));
     QCOMPARE(keys(made.value(QStringLiteral(".survey"))), keys(files::read(real + QStringLiteral("/.survey"))));
     for (const QString &folder : folders) {
         const QString list = folder + QStringLiteral("/.omf");
         if (!made.contains(list) || folder == QLatin1String("WellInfo"))
             continue;
         QByteArray ours = withoutDate(made.value(list));
-        ours.replace("`1\n!\n", "\n!\n"); // the host's lists of empty folders are older and do not name the last number
+        ours.replace("`1\n!\n",
+                     "\n!\n"); // the host's lists of empty folders are older and do not name the last number
         QCOMPARE(ours, withoutDate(files::read(real + QLatin1Char('/') + list)));
     }
     const QByteArray wells = withoutDate(files::read(real + QStringLiteral("/WellInfo/.omf")));
@@ -132,12 +135,14 @@ void TestSurveyFolder::givesTheGridOfTheExtent()
     survey.yMaximum = 6012500;
     survey.maximumDepth = 3500;
     QVERIFY(createSurvey(path("s"), survey).ok());
-    QCOMPARE(withoutDate(files::read(path("s/.survey"))),
-             QByteArray("!\nName: Demo: field\nSurvey Data Type: Both 2D and 3D\nIn-line range: 100`501`1\nCross-line range: 100`600`1\n"
-                        "Z range: 0`3500`5`D\nCoord-X-BinID: 497500`25`0\nCoord-Y-BinID: 5997500`0`25\n"
-                        "Set Point.1: 100/100`(500000,6000000)\nSet Point.2: 501/600`(510025,6012500)\n"
-                        "Set Point.3: 100/600`(500000,6012500)\nCoordinate System.System name: Unlocated XY\n"
-                        "Coordinate System.XY in Feet: No\nXY in feet: No\nSeismic Reference Datum: 0\n!\nTwo\nlines\n"));
+    QCOMPARE(
+        withoutDate(files::read(path("s/.survey"))),
+        QByteArray("!\nName: Demo: field\nSurvey Data Type: Both 2D and 3D\nIn-line range: 100`501`1\nCross-line "
+                   "range: 100`600`1\n"
+                   "Z range: 0`3500`5`D\nCoord-X-BinID: 497500`25`0\nCoord-Y-BinID: 5997500`0`25\n"
+                   "Set Point.1: 100/100`(500000,6000000)\nSet Point.2: 501/600`(510025,6012500)\n"
+                   "Set Point.3: 100/600`(500000,6012500)\nCoordinate System.System name: Unlocated XY\n"
+                   "Coordinate System.XY in Feet: No\nXY in feet: No\nSeismic Reference Datum: 0\n!\nTwo\nlines\n"));
 }
 
 void TestSurveyFolder::countsLinesInWholeNumbers()
@@ -170,7 +175,8 @@ void TestSurveyFolder::marksANewDataRoot()
     const QByteArray mark = files::read(path("a/b/root/.omf"));
     QVERIFY(mark.startsWith("dTect V"));
     QVERIFY(mark.contains("Object Management file\n"));
-    QCOMPARE(QDir(path("a/b/root")).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), (QStringList {".omf", "survey"}));
+    QCOMPARE(QDir(path("a/b/root")).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+             (QStringList{".omf", "survey"}));
     QVERIFY(!QFile::exists(path("a/b/.omf")));
 }
 
@@ -224,8 +230,10 @@ void TestSurveyFolder::refusesAFileAndALinkInItsPlace()
 
 void TestSurveyFolder::refusesAnExtentThatIsNone()
 {
-    for (double NewSurvey::*field : {&NewSurvey::xMinimum, &NewSurvey::yMinimum, &NewSurvey::xMaximum, &NewSurvey::yMaximum, &NewSurvey::maximumDepth}) {
-        for (const double value : {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(), -1e300, 1e300}) {
+    for (double NewSurvey::*field : {&NewSurvey::xMinimum, &NewSurvey::yMinimum, &NewSurvey::xMaximum,
+                                     &NewSurvey::yMaximum, &NewSurvey::maximumDepth}) {
+        for (const double value :
+             {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(), -1e300, 1e300}) {
             NewSurvey survey = demo();
             survey.*field = value;
             QVERIFY(!createSurvey(path("root/survey"), survey).ok());
@@ -251,7 +259,8 @@ void TestSurveyFolder::leavesNothingWhenAnyWriteFails()
             QVERIFY2(content().isEmpty(), qPrintable(QStringList(content().keys()).join(QLatin1Char(' '))));
         }
     }
-    QCOMPARE(n, 14); // ten object folders, the survey's two files and the mark of the data root; the last run succeeds
+    QCOMPARE(n,
+             14); // ten object folders, the survey's two files and the mark of the data root; the last run succeeds
 }
 
 void TestSurveyFolder::leavesNothingWhereItMayNotWrite()
@@ -306,7 +315,10 @@ void TestSurveyFolder::readsInfoOfADamagedSurvey()
             QVERIFY(info.error.contains(path("s/.survey")));
         QCOMPARE(info.ok(), size >= header("Survey Info").size() - 1);
     }
-    files::write(path("s/.survey"), QByteArray("\x7f" "ELF\0\0\xff", 7));
+    files::write(path("s/.survey"),
+                 QByteArray("\x7f"
+                            "ELF\0\0\xff",
+                            7));
     QVERIFY(readSurveyInfo(path("s")).error.contains(path("s/.survey")));
     QVERIFY(readSurveyInfo(path("none")).error.contains(path("none/.survey")));
 }

@@ -64,7 +64,8 @@ struct OneWell : Survey
 // Overwrites without changing size, inode or modification time.
 void overwriteInPlace(const QString &path, const QByteArray &bytes)
 {
-    struct stat info {};
+    struct stat info
+    { };
     const QByteArray name = QFile::encodeName(path);
     QCOMPARE(::stat(name.constData(), &info), 0);
     QCOMPARE(static_cast<int>(info.st_size), bytes.size());
@@ -147,16 +148,26 @@ void TestSurveyStore::listsWellsAsTheHostSorts()
 {
     Survey survey;
     survey.write(".omf",
-                 wellList({{"b", "1.well"}, {"A", "2.well"}, {"B", "3.well"}, {"_x", "4.well"}, {"a", "5.well"}, {"Z", "6.well"},
-                           {"Ärger", "7.well"}, {"10", "8.well"}, {"9", "9.well"}, {"a 2", "10.well"}, {"b", "11.well"}}));
+                 wellList({{"b", "1.well"},
+                           {"A", "2.well"},
+                           {"B", "3.well"},
+                           {"_x", "4.well"},
+                           {"a", "5.well"},
+                           {"Z", "6.well"},
+                           {"Ärger", "7.well"},
+                           {"10", "8.well"},
+                           {"9", "9.well"},
+                           {"a 2", "10.well"},
+                           {"b", "11.well"}}));
     SurveyStore store(survey.path());
     const host::Outcome<QVector<host::WellEntry>> wells = store.list();
     QVERIFY(wells.ok());
     QStringList found;
     for (const host::WellEntry &well : wells.value)
         found.append(well.name + QLatin1Char('=') + well.key);
-    QCOMPARE(found, (QStringList {"10=100050.9", "9=100050.10", "A=100050.3", "a=100050.6", "a 2=100050.11", "b=100050.2",
-                                  "B=100050.4", "b=100050.12", "Z=100050.7", "_x=100050.5", "Ärger=100050.8"}));
+    QCOMPARE(found,
+             (QStringList{"10=100050.9", "9=100050.10", "A=100050.3", "a=100050.6", "a 2=100050.11", "b=100050.2",
+                          "B=100050.4", "b=100050.12", "Z=100050.7", "_x=100050.5", "Ärger=100050.8"}));
 }
 
 void TestSurveyStore::listsEmptySurvey()
@@ -171,15 +182,18 @@ void TestSurveyStore::listsEmptySurvey()
 void TestSurveyStore::readsHeaderLogsAndMarkers()
 {
     OneWell survey({"GR", "RHOB"});
-    survey.write("a.wlm", header("Well Markers") + "1.Name: Deep\n1.Depth along hole: 2000\n1.Color: 1`2`3\n"
-                                                   "2.Name: Below\n2.Depth along hole: 2500.5\n");
+    survey.write("a.wlm",
+                 header("Well Markers")
+                     + "1.Name: Deep\n1.Depth along hole: 2000\n1.Color: 1`2`3\n"
+                       "2.Name: Below\n2.Depth along hole: 2500.5\n");
     const host::Outcome<host::WellHeader> well = survey.store.header(survey.key);
     QVERIFY(well.ok());
     QCOMPARE(well.value.name, QStringLiteral("A"));
-    QVERIFY(well.value.x == 502500 && well.value.y == 6003000 && well.value.kbElevation == 25 && well.value.totalDepth == 2500);
-    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList {"GR", "RHOB"}));
+    QVERIFY(well.value.x == 502500 && well.value.y == 6003000 && well.value.kbElevation == 25
+            && well.value.totalDepth == 2500);
+    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList{"GR", "RHOB"}));
     QCOMPARE(survey.store.logs(survey.key).value.at(1).unit, QStringLiteral("gAPI"));
-    QCOMPARE(survey.store.log(survey.key, 1).value.values, (QVector<float> {2, 2}));
+    QCOMPARE(survey.store.log(survey.key, 1).value.values, (QVector<float>{2, 2}));
     QVERIFY(survey.store.takeProblems().isEmpty());
     QCOMPARE(summary(survey.store.markers(survey.key).value), QStringLiteral("Deep@2000"));
     const QStringList problems = survey.store.takeProblems();
@@ -195,9 +209,10 @@ void TestSurveyStore::refusesKeysThatAreNoWells()
 {
     OneWell survey({"GR"});
     const auto before = files::snapshot(survey.path());
-    for (const QString &key : {QString(), QStringLiteral("100050.1"), QStringLiteral("100050.7"), QStringLiteral("100010.2"),
-                               QStringLiteral("100050"), QStringLiteral("2"), QStringLiteral("100050.2.1"), QStringLiteral("100050.-2"),
-                               QStringLiteral("100050.0"), QStringLiteral("100050.x")}) {
+    for (const QString &key :
+         {QString(), QStringLiteral("100050.1"), QStringLiteral("100050.7"), QStringLiteral("100010.2"),
+          QStringLiteral("100050"), QStringLiteral("2"), QStringLiteral("100050.2.1"), QStringLiteral("100050.-2"),
+          QStringLiteral("100050.0"), QStringLiteral("100050.x")}) {
         QVERIFY(!survey.store.header(key).ok());
         QVERIFY(!survey.store.properties(key).ok());
         QVERIFY(!survey.store.logs(key).ok());
@@ -221,7 +236,9 @@ void TestSurveyStore::readsATrackFileBeforeTheTrack()
         survey.write("a.track", head + "502500 6003000 -40 0\n502600 6003000 960 1000\n");
         const host::WellHeader well = survey.store.header(survey.key).value;
         QVERIFY(well.kbElevation == 40 && well.totalDepth == 1000);
-        survey.write("a.wlm", header("Well Markers") + "1.Name: In\n1.Depth along hole: 900\n2.Name: Out\n2.Depth along hole: 1500\n");
+        survey.write("a.wlm",
+                     header("Well Markers")
+                         + "1.Name: In\n1.Depth along hole: 900\n2.Name: Out\n2.Depth along hole: 1500\n");
         QCOMPARE(summary(survey.store.markers(survey.key).value), QStringLiteral("In@900"));
         // A main file without a track of its own is enough then.
         survey.write("a.well", header("Well") + "Depth-Unit: Meter\n!\n");
@@ -248,14 +265,14 @@ void TestSurveyStore::readsLogsUpToTheFirstMissingNumber()
 {
     OneWell survey({"GR", "RHOB", "DT", "NPHI"});
     QFile::remove(survey.file("a^3.wll"));
-    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList {"GR", "RHOB"}));
+    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList{"GR", "RHOB"}));
     // A damaged file in between hides nothing.
     survey.write("a^3.wll", "rubbish");
-    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList {"GR", "RHOB", "NPHI"}));
-    QCOMPARE(survey.store.log(survey.key, 2).value.values, (QVector<float> {4, 4}));
+    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList{"GR", "RHOB", "NPHI"}));
+    QCOMPARE(survey.store.log(survey.key, 2).value.values, (QVector<float>{4, 4}));
     QVERIFY(survey.store.takeProblems().value(0).contains(survey.file("a^3.wll")));
     survey.write("a^3.wll", logFile("GR", {100, 9}));
-    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList {"GR", "RHOB", "NPHI"}));
+    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList{"GR", "RHOB", "NPHI"}));
     QVERIFY(survey.store.takeProblems().value(0).contains(survey.file("a^3.wll")));
 }
 
@@ -265,11 +282,12 @@ void TestSurveyStore::readsALongHeader()
         OneWell survey({"GR"});
         const QByteArray head = header("Well Log") + "Name: Long\nStorage type: Binary\nNote: ";
         survey.write("a^1.wll", head + QByteArray(size, 'x') + "!\n!\n" + samples({100, 7, 101, 8}));
-        survey.write("a^2.wll", header("Well Log") + "Name: Parameters\nStorage type: Binary\nHeader info: Yes\n!\nNote: "
-                                    + QByteArray(size, 'y') + "\n!\n" + samples({100, 9, 101, 10}));
-        QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList {"Long", "Parameters"}));
-        QCOMPARE(survey.store.log(survey.key, 0).value.values, (QVector<float> {7, 8}));
-        QCOMPARE(survey.store.log(survey.key, 1).value.values, (QVector<float> {9, 10}));
+        survey.write("a^2.wll",
+                     header("Well Log") + "Name: Parameters\nStorage type: Binary\nHeader info: Yes\n!\nNote: "
+                         + QByteArray(size, 'y') + "\n!\n" + samples({100, 9, 101, 10}));
+        QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList{"Long", "Parameters"}));
+        QCOMPARE(survey.store.log(survey.key, 0).value.values, (QVector<float>{7, 8}));
+        QCOMPARE(survey.store.log(survey.key, 1).value.values, (QVector<float>{9, 10}));
         QVERIFY(survey.store.takeProblems().isEmpty());
     }
     // A block that ends right behind a value that looks like the mark.
@@ -279,18 +297,18 @@ void TestSurveyStore::readsALongHeader()
     QCOMPARE(head.size(), 4096);
     survey.write("a^1.wll", head + "Unit of Measure: m\n!\n" + samples({100, 7}));
     QCOMPARE(survey.store.logs(survey.key).value.at(0).unit, QStringLiteral("m"));
-    QCOMPARE(survey.store.log(survey.key, 0).value.values, (QVector<float> {7}));
+    QCOMPARE(survey.store.log(survey.key, 0).value.values, (QVector<float>{7}));
 }
 
 void TestSurveyStore::givesANamelessLogAStandInName()
 {
     OneWell survey({"GR"});
     survey.write("a^2.wll", header("Well Log") + "Storage type: Binary\n!\n" + samples({100, 7}));
-    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList {"GR", "[2]"}));
+    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList{"GR", "[2]"}));
     QVERIFY(survey.store.takeProblems().value(0).contains(survey.file("a^2.wll")));
     const host::LogData data = survey.store.log(survey.key, 1).value;
     QCOMPARE(data.name, QStringLiteral("[2]"));
-    QCOMPARE(data.values, (QVector<float> {7}));
+    QCOMPARE(data.values, (QVector<float>{7}));
 }
 
 void TestSurveyStore::readsTheRightLogAfterAnotherProgramChangedThem()
@@ -301,10 +319,10 @@ void TestSurveyStore::readsTheRightLogAfterAnotherProgramChangedThem()
     QCOMPARE(survey.store.log(survey.key, 1).value.name, QStringLiteral("NPHI"));
     QFile::remove(survey.file("a^3.wll"));
     QVERIFY(!survey.store.log(survey.key, 2).ok());
-    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList {"GR", "NPHI"}));
+    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList{"GR", "NPHI"}));
     survey.write("a^2.wll", "rubbish");
     QVERIFY(survey.store.log(survey.key, 1).error.contains(QStringLiteral("1")));
-    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList {QStringLiteral("GR")}));
+    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList{QStringLiteral("GR")}));
 }
 
 void TestSurveyStore::refusesIndexesOutsideTheLogs()
@@ -322,7 +340,7 @@ void TestSurveyStore::writesANewLogAsTheNextNumber()
     OneWell survey({"GR", "RHOB"});
     QVERIFY(survey.store.writeLog(survey.key, log("DT", {udf, 1, udf, 2, udf})).ok());
     QVERIFY(survey.read("a^3.wll").endsWith("!\n" + samples({100.5f, 1, 101, udf, 101.5f, 2})));
-    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList {"GR", "RHOB", "DT"}));
+    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList{"GR", "RHOB", "DT"}));
     OneWell empty;
     QVERIFY(empty.store.writeLog(empty.key, log("GR", {1})).ok());
     QVERIFY(empty.names().contains(QStringLiteral("a^1.wll")));
@@ -334,12 +352,12 @@ void TestSurveyStore::replacesTheLogOfThatName()
     const QByteArray first = survey.read("a^1.wll");
     const QByteArray third = survey.read("a^3.wll");
     QVERIFY(survey.store.writeLog(survey.key, log("RHOB", {5, 6, 7})).ok());
-    QCOMPARE(survey.store.log(survey.key, 1).value.values, (QVector<float> {5, 6, 7}));
+    QCOMPARE(survey.store.log(survey.key, 1).value.values, (QVector<float>{5, 6, 7}));
     QCOMPARE(survey.read("a^1.wll"), first);
     QCOMPARE(survey.read("a^3.wll"), third);
-    QCOMPARE(survey.names(), (QStringList {".omf", "a.well", "a^1.wll", "a^2.wll", "a^3.wll"}));
+    QCOMPARE(survey.names(), (QStringList{".omf", "a.well", "a^1.wll", "a^2.wll", "a^3.wll"}));
     QVERIFY(survey.store.writeLog(survey.key, log("rhob", {1})).ok());
-    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList {"GR", "RHOB", "DT", "rhob"}));
+    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList{"GR", "RHOB", "DT", "rhob"}));
 }
 
 void TestSurveyStore::replacesALogWhateverBlanksAreAroundItsName()
@@ -347,15 +365,15 @@ void TestSurveyStore::replacesALogWhateverBlanksAreAroundItsName()
     OneWell survey;
     for (const char *name : {"GR", " GR", "GR \t", "GR\r"})
         QVERIFY(survey.store.writeLog(survey.key, log(name, {1, 2})).ok());
-    QCOMPARE(names(survey.store.logs(survey.key).value), QStringList {QStringLiteral("GR")});
-    QCOMPARE(survey.names(), (QStringList {".omf", "a.well", "a^1.wll"}));
+    QCOMPARE(names(survey.store.logs(survey.key).value), QStringList{QStringLiteral("GR")});
+    QCOMPARE(survey.names(), (QStringList{".omf", "a.well", "a^1.wll"}));
 }
 
 void TestSurveyStore::refusesALogWithoutDefinedSamplesAndKeepsTheOldOne()
 {
     OneWell survey({"GR"});
     const auto before = files::snapshot(survey.path());
-    for (const QVector<float> &values : {QVector<float> {}, QVector<float> {udf, udf}}) {
+    for (const QVector<float> &values : {QVector<float>{}, QVector<float>{udf, udf}}) {
         const host::Status status = survey.store.writeLog(survey.key, log("GR", values));
         QVERIFY(status.error.contains(QStringLiteral("\"GR\"")));
         QVERIFY(!survey.store.writeLog(survey.key, log("New", values)).ok());
@@ -373,7 +391,7 @@ void TestSurveyStore::writesAfterAFileItCannotRead()
     survey.write("a^2.wll", "rubbish");
     QVERIFY(survey.store.writeLog(survey.key, log("RHOB", {1})).ok());
     QCOMPARE(survey.read("a^2.wll"), QByteArray("rubbish"));
-    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList {"GR", "RHOB"}));
+    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList{"GR", "RHOB"}));
     QVERIFY(survey.names().contains(QStringLiteral("a^3.wll")));
 }
 
@@ -384,32 +402,32 @@ void TestSurveyStore::doesNotMakeASecondLogOfOneNameBesideAnotherProgram()
     survey.write("a^2.wll", logFile("DT", {100, 8}));
     QVERIFY(survey.store.writeLog(survey.key, log("DT", {5})).ok());
     QVERIFY(survey.store.writeLog(survey.key, log("GR", {6})).ok());
-    QCOMPARE(survey.names(), (QStringList {".omf", "a.well", "a^1.wll", "a^2.wll"}));
-    QCOMPARE(survey.store.log(survey.key, 1).value.values, (QVector<float> {5}));
+    QCOMPARE(survey.names(), (QStringList{".omf", "a.well", "a^1.wll", "a^2.wll"}));
+    QCOMPARE(survey.store.log(survey.key, 1).value.values, (QVector<float>{5}));
 }
 
 void TestSurveyStore::removesALogWithoutLeavingAGap()
 {
     OneWell survey({"GR", "RHOB", "DT"});
     QVERIFY(survey.store.removeLog(survey.key, 0).ok());
-    QCOMPARE(survey.names(), (QStringList {".omf", "a.well", "a^1.wll", "a^2.wll"}));
-    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList {"DT", "RHOB"}));
-    QCOMPARE(survey.store.log(survey.key, 0).value.values, (QVector<float> {3, 3}));
+    QCOMPARE(survey.names(), (QStringList{".omf", "a.well", "a^1.wll", "a^2.wll"}));
+    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList{"DT", "RHOB"}));
+    QCOMPARE(survey.store.log(survey.key, 0).value.values, (QVector<float>{3, 3}));
     // What cannot be read keeps its file too.
     survey.write("a^3.wll", "rubbish");
     QVERIFY(survey.store.removeLog(survey.key, 1).ok());
     QCOMPARE(survey.read("a^2.wll"), QByteArray("rubbish"));
-    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList {"DT"}));
+    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList{"DT"}));
 }
 
 void TestSurveyStore::removesTheLastLogAndTheOnlyLog()
 {
     OneWell survey({"GR", "RHOB"});
     QVERIFY(survey.store.removeLog(survey.key, 1).ok());
-    QCOMPARE(names(survey.store.logs(survey.key).value), QStringList {QStringLiteral("GR")});
+    QCOMPARE(names(survey.store.logs(survey.key).value), QStringList{QStringLiteral("GR")});
     QVERIFY(survey.store.removeLog(survey.key, 0).ok());
     QVERIFY(survey.store.logs(survey.key).value.isEmpty());
-    QCOMPARE(survey.names(), (QStringList {".omf", "a.well"}));
+    QCOMPARE(survey.names(), (QStringList{".omf", "a.well"}));
 }
 
 void TestSurveyStore::removesNothingWhenRenamingFails()
@@ -441,7 +459,7 @@ void TestSurveyStore::writesManyLogs()
     QCOMPARE(names(survey.store.logs(survey.key).value), expected);
     for (int i = 0; i < 60; ++i) {
         QCOMPARE(survey.store.log(survey.key, i).value.name, expected.at(i));
-        QCOMPARE(survey.store.log(survey.key, i).value.values, (QVector<float> {static_cast<float>(i + 1)}));
+        QCOMPARE(survey.store.log(survey.key, i).value.values, (QVector<float>{static_cast<float>(i + 1)}));
     }
     survey.store.reload(survey.key);
     QCOMPARE(survey.store.log(survey.key, 59).value.name, expected.last());
@@ -451,11 +469,10 @@ void TestSurveyStore::writesMarkersAndTellsOfThem()
 {
     OneWell survey;
     QStringList told;
-    survey.store.setMarkersChanged([&](const QString &key) {
-        told.append(key + QLatin1Char(' ') + summary(survey.store.markers(key).value));
-    });
+    survey.store.setMarkersChanged(
+        [&](const QString &key) { told.append(key + QLatin1Char(' ') + summary(survey.store.markers(key).value)); });
     QVERIFY(survey.store.writeMarkers(survey.key, {marker("B", 200), marker("A", 100), marker("B", 50)}).ok());
-    QCOMPARE(told, QStringList {QStringLiteral("100050.2 A@100 B@200")});
+    QCOMPARE(told, QStringList{QStringLiteral("100050.2 A@100 B@200")});
     QVERIFY(survey.store.writeMarkers(survey.key, {}).ok());
     QCOMPARE(told.size(), 2);
     QVERIFY(survey.store.markers(survey.key).value.isEmpty());
@@ -469,9 +486,11 @@ void TestSurveyStore::keepsWhatAnotherProgramWroteIntoTheMarkers()
     bytes.replace("1.Color: 255`0`0\n", "1.Color: 255`0`0`77\n1.Note:  by hand \n");
     survey.write("a.wlm", bytes + "Whole: x\n");
     QVERIFY(survey.store.writeMarkers(survey.key, {marker("Z", 1), marker("A", 150)}).ok());
-    QCOMPARE(withoutDate(survey.read("a.wlm")),
-             QByteArray("!\nDepth-Unit: Meter\nWhole: x\n1.Name: Z\n1.Depth along hole: 1\n1.Strat Level: -1\n1.Color: 255`0`0\n"
-                        "2.Name: A\n2.Depth along hole: 150\n2.Strat Level: -1\n2.Color: 255`0`0`77\n2.Note:  by hand \n"));
+    QCOMPARE(
+        withoutDate(survey.read("a.wlm")),
+        QByteArray(
+            "!\nDepth-Unit: Meter\nWhole: x\n1.Name: Z\n1.Depth along hole: 1\n1.Strat Level: -1\n1.Color: 255`0`0\n"
+            "2.Name: A\n2.Depth along hole: 150\n2.Strat Level: -1\n2.Color: 255`0`0`77\n2.Note:  by hand \n"));
 }
 
 void TestSurveyStore::doesNotReplaceMarkersItCannotRead()
@@ -512,7 +531,7 @@ void TestSurveyStore::addsAWell()
     const host::Outcome<QString> key = store.addWell(properties("Probe 2/A"));
     QCOMPARE(key.error, QString());
     QCOMPARE(key.value, QStringLiteral("100050.2"));
-    QCOMPARE(survey.names(), (QStringList {".omf", "Probe_2_A.well"}));
+    QCOMPARE(survey.names(), (QStringList{".omf", "Probe_2_A.well"}));
     const QByteArray list = survey.read(".omf");
     QVERIFY(list.contains("ID: 100050`2\n"));
     QVERIFY(list.contains("\nProbe 2/A: 2\nWell: dGB`Stream\n$Name: Probe_2_A.well\n#Version: 6.6\n#Created.At: "));
@@ -569,12 +588,12 @@ void TestSurveyStore::addsWellsWithStrangeNames()
     QCOMPARE(survey.names().size(), 3);
     QVERIFY2(survey.names().contains(file), qPrintable(survey.names().join(QLatin1Char(' '))));
     SurveyStore again(survey.path());
-    QCOMPARE(names(again.list().value), QStringList {name});
+    QCOMPARE(names(again.list().value), QStringList{name});
     QCOMPARE(again.header(key.value).value.name, name);
     QCOMPARE(again.logs(key.value).value.size(), 1);
     QVERIFY(again.takeProblems().isEmpty());
     QVERIFY(again.removeWell(key.value).ok());
-    QCOMPARE(survey.names(), QStringList {".omf"});
+    QCOMPARE(survey.names(), QStringList{".omf"});
 }
 
 void TestSurveyStore::givesNamesThatCleanAlikeDistinctFiles()
@@ -582,7 +601,7 @@ void TestSurveyStore::givesNamesThatCleanAlikeDistinctFiles()
     Survey survey;
     SurveyStore store(survey.path());
     QStringList keys;
-    const QStringList wells {"Probe 2", "Probe/2", "Probe_2", "probe 2", "Probe 2", "Probe_2_2", "Probe 2.well"};
+    const QStringList wells{"Probe 2", "Probe/2", "Probe_2", "probe 2", "Probe 2", "Probe_2_2", "Probe 2.well"};
     for (const QString &name : wells)
         keys.append(store.addWell(properties(qPrintable(name))).value);
     QCOMPARE(asSet(keys).size(), wells.size());
@@ -591,7 +610,7 @@ void TestSurveyStore::givesNamesThatCleanAlikeDistinctFiles()
         QVERIFY(store.writeLog(keys.at(i), log("GR", {static_cast<float>(i)})).ok());
     for (int i = 0; i < keys.size(); ++i) {
         QCOMPARE(store.header(keys.at(i)).value.name, wells.at(i));
-        QCOMPARE(store.log(keys.at(i), 0).value.values, (QVector<float> {static_cast<float>(i)}));
+        QCOMPARE(store.log(keys.at(i), 0).value.values, (QVector<float>{static_cast<float>(i)}));
     }
 }
 
@@ -607,14 +626,15 @@ void TestSurveyStore::doesNotTakeOverFilesThatWereLeftBehind()
         QCOMPARE(survey.read(left), QByteArray("left behind"));
         QVERIFY(store.header(key.value).value.totalDepth == 2500);
         QVERIFY(store.removeWell(key.value).ok());
-        QCOMPARE(survey.names(), (QStringList {".omf", left}));
+        QCOMPARE(survey.names(), (QStringList{".omf", left}));
     }
 }
 
 void TestSurveyStore::refusesNamesTheListCannotHold_data()
 {
     QTest::addColumn<QString>("name");
-    for (const char *name : {"", " ", "\t", "a\nb", "a\tb", "a\x7f", "@x", " @x", "!", "!x", "  !x", "--", "--x", ":x", "x\\", "x\\ "})
+    for (const char *name :
+         {"", " ", "\t", "a\nb", "a\tb", "a\x7f", "@x", " @x", "!", "!x", "  !x", "--", "--x", ":x", "x\\", "x\\ "})
         QTest::newRow(name) << QString::fromUtf8(name);
     QTest::newRow("NUL") << QString(QStringLiteral("a") + QChar(0));
 }
@@ -635,7 +655,8 @@ void TestSurveyStore::refusesPropertiesThatAreNoNumbers()
 {
     OneWell survey;
     const auto before = files::snapshot(survey.path());
-    for (double WellProperties::*field : {&WellProperties::x, &WellProperties::kbElevation, &WellProperties::totalDepth}) {
+    for (double WellProperties::*field :
+         {&WellProperties::x, &WellProperties::kbElevation, &WellProperties::totalDepth}) {
         WellProperties well = properties("New");
         well.*field = std::numeric_limits<double>::quiet_NaN();
         QVERIFY(!survey.store.addWell(well).ok());
@@ -646,7 +667,8 @@ void TestSurveyStore::refusesPropertiesThatAreNoNumbers()
 
 void TestSurveyStore::takesAVeryLongName()
 {
-    for (const QString &letter : {QStringLiteral("n"), QString(QChar(0x4E95)), QString::fromUtf8("\xF0\x9F\x98\x80")}) {
+    for (const QString &letter :
+         {QStringLiteral("n"), QString(QChar(0x4E95)), QString::fromUtf8("\xF0\x9F\x98\x80")}) {
         Survey survey;
         SurveyStore store(survey.path());
         const QString name = letter.repeated(100000);
@@ -685,15 +707,17 @@ void TestSurveyStore::undoesAWellWhoseListCannotBeWritten()
     base::ScopedFileSystemCalls scope(calls);
     QVERIFY(survey.store.addWell(properties("New")).error.contains(survey.file(".omf")));
     QCOMPARE(files::snapshot(survey.path()), before);
-    QCOMPARE(names(survey.store.list().value), QStringList {"A"});
+    QCOMPARE(names(survey.store.list().value), QStringList{"A"});
 }
 
 void TestSurveyStore::changesAWellAndKeepsTheRest()
 {
     OneWell survey({"GR"});
-    survey.write("a.well", header("Well")
-                               + "Depth-Unit: Meter\nOwn:  key \nSurface coordinate: (1000,2000)\nReplacement velocity [from KB to SRD]: 1900\n!\n"
-                                 "1000\t2000\t-30\t0\n1000\t2000\t470\t500\n1060\t2080\t643\t700\n");
+    survey.write("a.well",
+                 header("Well")
+                     + "Depth-Unit: Meter\nOwn:  key \nSurface coordinate: (1000,2000)\nReplacement velocity [from "
+                       "KB to SRD]: 1900\n!\n"
+                       "1000\t2000\t-30\t0\n1000\t2000\t470\t500\n1060\t2080\t643\t700\n");
     survey.write("a.wlt", "time depth");
     WellProperties well = survey.store.properties(survey.key).value;
     well.x += 100;
@@ -706,7 +730,8 @@ void TestSurveyStore::changesAWellAndKeepsTheRest()
     QVERIFY(survey.store.changeWell(survey.key, well).ok());
     auto after = files::snapshot(survey.path());
     QCOMPARE(withoutDate(after.value(QStringLiteral("WellInfo/a.well"))),
-             QByteArray("!\nDepth-Unit: Meter\nOwn:  key \nSurface coordinate: (1100,2000)\nReplacement velocity [from KB to SRD]: 1900\n"
+             QByteArray("!\nDepth-Unit: Meter\nOwn:  key \nSurface coordinate: (1100,2000)\nReplacement velocity "
+                        "[from KB to SRD]: 1900\n"
                         "Ground Level elevation [GL]: 7\nWell type: Dry\n!\n"
                         "1100\t2000\t-40\t0\n1100\t2000\t460\t500\n1130\t2040\t546.5\t600\n"));
     after.insert(QStringLiteral("WellInfo/a.well"), before.value(QStringLiteral("WellInfo/a.well")));
@@ -786,7 +811,7 @@ void TestSurveyStore::renamesAWell()
     OneWell survey({"GR"});
     const auto before = files::snapshot(survey.wells());
     QVERIFY(survey.store.renameWell(survey.key, QStringLiteral(" New: name ")).ok());
-    QCOMPARE(names(survey.store.list().value), QStringList {"New: name"});
+    QCOMPARE(names(survey.store.list().value), QStringList{"New: name"});
     QCOMPARE(survey.store.list().value.first().key, survey.key);
     QCOMPARE(survey.store.logs(survey.key).value.size(), 1);
     auto after = files::snapshot(survey.wells());
@@ -806,25 +831,25 @@ void TestSurveyStore::renamesWellsOnly()
         QVERIFY(!survey.store.removeWell(QString::fromLatin1(key)).ok());
     }
     QCOMPARE(survey.read(".omf"), list);
-    QCOMPARE(names(survey.store.list().value), QStringList {"A"});
+    QCOMPARE(names(survey.store.list().value), QStringList{"A"});
 }
 
 void TestSurveyStore::removesAWellWithExactlyItsFiles()
 {
     Survey survey;
     survey.write(".omf", wellList({{"Probe 2", "Probe_2.well"}, {"Probe 2/A", "Probe_2_A.well"}}));
-    const QStringList own {"Probe_2.well", "Probe_2.track", "Probe_2.wlm",   "Probe_2.wlt",    "Probe_2.csmdl",
-                           "Probe_2.disp", "Probe_2^1.wll", "Probe_2^2.wll", "Probe_2^10.wll"};
-    QStringList others {"Probe_2_A.well", "Probe_2_A^1.wll", "Probe_2_A.wlm", "Probe_2.txt",      "Probe_2^1.wll.bak",
-                        "Probe_2^x.wll",  "XProbe_2.well",   "Probe_2.wells", "Probe.2.well",     "probe_2.well",
-                        "Probe_2^.wll",   "Probe_2",         ".lorva-abc",    "Probe_2.well~"};
+    const QStringList own{"Probe_2.well", "Probe_2.track", "Probe_2.wlm",   "Probe_2.wlt",   "Probe_2.csmdl",
+                          "Probe_2.disp", "Probe_2^1.wll", "Probe_2^2.wll", "Probe_2^10.wll"};
+    QStringList others{"Probe_2_A.well", "Probe_2_A^1.wll", "Probe_2_A.wlm", "Probe_2.txt",  "Probe_2^1.wll.bak",
+                       "Probe_2^x.wll",  "XProbe_2.well",   "Probe_2.wells", "Probe.2.well", "probe_2.well",
+                       "Probe_2^.wll",   "Probe_2",         ".lorva-abc",    "Probe_2.well~"};
     for (const QString &name : own + others)
         survey.write(qPrintable(name), name.endsWith(QLatin1String(".well")) ? wellFile() : QByteArray("x"));
     SurveyStore store(survey.path());
     QVERIFY(store.removeWell(QStringLiteral("100050.2")).ok());
     others.append(QStringLiteral(".omf"));
     QCOMPARE(asSet(survey.names()), asSet(others));
-    QCOMPARE(names(store.list().value), QStringList {"Probe 2/A"});
+    QCOMPARE(names(store.list().value), QStringList{"Probe 2/A"});
     QVERIFY(store.header(QStringLiteral("100050.3")).ok());
 }
 
@@ -836,7 +861,7 @@ void TestSurveyStore::removesAWellButNotFilesElsewhere()
         survey.write("sub/x.well", wellFile());
         files::write(survey.path() + QStringLiteral("/../outside.well"), wellFile());
         const auto before = files::snapshot(survey.path() + QStringLiteral("/.."));
-        QCOMPARE(names(survey.store.list().value), (QStringList {"A", "Bad"}));
+        QCOMPARE(names(survey.store.list().value), (QStringList{"A", "Bad"}));
         const QString error = survey.store.header(survey.key).error;
         QVERIFY2(error.contains(survey.file(".omf")) && error.contains(QStringLiteral("\"Bad\"")), qPrintable(error));
         QVERIFY(!survey.store.writeLog(survey.key, log("GR", {1})).ok());
@@ -849,7 +874,7 @@ void TestSurveyStore::removesAWellButNotFilesElsewhere()
         auto after = files::snapshot(survey.path() + QStringLiteral("/.."));
         after.insert(QStringLiteral("survey/WellInfo/.omf"), before.value(QStringLiteral("survey/WellInfo/.omf")));
         QCOMPARE(after, before);
-        QCOMPARE(names(survey.store.list().value), QStringList {"A"});
+        QCOMPARE(names(survey.store.list().value), QStringList{"A"});
     }
 }
 
@@ -859,17 +884,20 @@ void TestSurveyStore::keepsFilesThatAnotherEntryUses()
     survey.write(".omf", wellList({{"A", "a.well"}, {"Again", "a"}}));
     QVERIFY(survey.store.removeWell(survey.key).ok());
     QVERIFY(survey.store.header(QStringLiteral("100050.3")).ok());
-    QCOMPARE(survey.names(), (QStringList {".omf", "a.well", "a^1.wll"}));
+    QCOMPARE(survey.names(), (QStringList{".omf", "a.well", "a^1.wll"}));
 }
 
 void TestSurveyStore::keepsUnknownKeysOfEveryFile()
 {
     OneWell survey;
-    const QByteArray list = "!\nBefore:  x \nID: 100050`2\n!\nWellInfo: 1\nWell Info directory: dGB`Stream\n$Name: WellInfo\n!\n"
-                            "A: 2\nWell: dGB`Stream\n$Name: a.well\n#Owner:  me \nstrange\n!\n";
+    const QByteArray list =
+        "!\nBefore:  x \nID: 100050`2\n!\nWellInfo: 1\nWell Info directory: dGB`Stream\n$Name: WellInfo\n!\n"
+        "A: 2\nWell: dGB`Stream\n$Name: a.well\n#Owner:  me \nstrange\n!\n";
     survey.write(".omf", "dTect V6.6\nObject Management file\ndate\n" + list);
     survey.write("a.well", header("Well") + "Operator:  Own \nstrange\nState: X\n!\n1\t1\t0\t0\n1\t1\t10\t10\n");
-    survey.write("a^1.wll", header("Well Log") + "Name: GR\nMnemonic:  GR \nstrange\nStorage type: Binary\n!\n" + samples({1, 1}));
+    survey.write("a^1.wll",
+                 header("Well Log") + "Name: GR\nMnemonic:  GR \nstrange\nStorage type: Binary\n!\n"
+                     + samples({1, 1}));
     survey.write("a.wlm", header("Well Markers") + "Own:  x \n1.Name: M\n1.Depth along hole: 5\n1.Own:  y \n");
     WellProperties well = survey.store.properties(survey.key).value;
     well.kbElevation = 3;
@@ -893,11 +921,11 @@ void TestSurveyStore::keepsWhatAnotherProgramWroteIntoTheList()
     survey.write("b.well", wellFile());
     survey.write(".omf", wellList({{"A", "a.well"}, {"B", "b.well"}}));
     QCOMPARE(survey.store.addWell(properties("C")).value, QStringLiteral("100050.4"));
-    QCOMPARE(names(survey.store.list().value), (QStringList {"A", "B", "C"}));
+    QCOMPARE(names(survey.store.list().value), (QStringList{"A", "B", "C"}));
     SurveyStore other(survey.path());
     QVERIFY(other.renameWell(QStringLiteral("100050.3"), QStringLiteral("Renamed")).ok());
     QVERIFY(survey.store.removeWell(survey.key).ok());
-    QCOMPARE(names(survey.store.list().value), (QStringList {"C", "Renamed"}));
+    QCOMPARE(names(survey.store.list().value), (QStringList{"C", "Renamed"}));
 }
 
 void TestSurveyStore::seesAListThatChangedWithoutChangingSizeOrTime()
@@ -906,7 +934,7 @@ void TestSurveyStore::seesAListThatChangedWithoutChangingSizeOrTime()
     for (int i = 0; i < 200; ++i) {
         const QByteArray name(1, static_cast<char>('A' + i % 26));
         overwriteInPlace(survey.file(".omf"), wellList({{name, "a.well"}}));
-        QCOMPARE(names(survey.store.list().value), QStringList {QString::fromLatin1(name)});
+        QCOMPARE(names(survey.store.list().value), QStringList{QString::fromLatin1(name)});
         QCOMPARE(survey.store.header(survey.key).value.name, QString::fromLatin1(name));
     }
     QVERIFY(QFile::remove(survey.file(".omf")));
@@ -936,8 +964,9 @@ void TestSurveyStore::refusesToWriteADamagedList()
     else
         survey.write(".omf", list);
     const auto before = files::snapshot(survey.path());
-    for (const QString &error : {survey.store.addWell(properties("New")).error, survey.store.removeWell(survey.key).error,
-                                 survey.store.renameWell(survey.key, QStringLiteral("New")).error})
+    for (const QString &error :
+         {survey.store.addWell(properties("New")).error, survey.store.removeWell(survey.key).error,
+          survey.store.renameWell(survey.key, QStringLiteral("New")).error})
         QVERIFY2(error.contains(survey.file(".omf")), qPrintable(error));
     QCOMPARE(files::snapshot(survey.path()), before);
 }
@@ -951,7 +980,7 @@ void TestSurveyStore::startsAfreshInAnotherSurvey()
     QCOMPARE(first.store.logs(first.key).value.size(), 1);
     first.store.setSurveyDirectory(second.path());
     QVERIFY(first.store.takeProblems().isEmpty());
-    QCOMPARE(names(first.store.list().value), QStringList {"B"});
+    QCOMPARE(names(first.store.list().value), QStringList{"B"});
     QCOMPARE(first.store.log(first.key, 0).value.name, QStringLiteral("DT"));
     first.store.setSurveyDirectory({});
     QVERIFY(!first.store.list().ok());
@@ -991,14 +1020,14 @@ void TestSurveyStore::failedWritesChangeNothing()
     const auto before = files::snapshot(survey.path());
     FullDisk calls;
     base::ScopedFileSystemCalls scope(calls);
-    const QStringList errors {survey.store.writeLog(survey.key, log("GR", {1})).error,
-                              survey.store.writeLog(survey.key, log("New", {1})).error,
-                              survey.store.writeMarkers(survey.key, {marker("A", 1)}).error,
-                              survey.store.addWell(properties("New")).error,
-                              survey.store.changeWell(survey.key, properties("A")).error,
-                              survey.store.renameWell(survey.key, QStringLiteral("New")).error,
-                              survey.store.removeWell(survey.key).error};
-    const QStringList about {"a^1.wll", "a^2.wll", "a.wlm", "New.well", "a.well", ".omf", ".omf"};
+    const QStringList errors{survey.store.writeLog(survey.key, log("GR", {1})).error,
+                             survey.store.writeLog(survey.key, log("New", {1})).error,
+                             survey.store.writeMarkers(survey.key, {marker("A", 1)}).error,
+                             survey.store.addWell(properties("New")).error,
+                             survey.store.changeWell(survey.key, properties("A")).error,
+                             survey.store.renameWell(survey.key, QStringLiteral("New")).error,
+                             survey.store.removeWell(survey.key).error};
+    const QStringList about{"a^1.wll", "a^2.wll", "a.wlm", "New.well", "a.well", ".omf", ".omf"};
     for (int i = 0; i < errors.size(); ++i) {
         QVERIFY2(errors.at(i).contains(survey.wells() + QLatin1Char('/') + about.at(i)), qPrintable(errors.at(i)));
         QVERIFY2(errors.at(i).contains(QString::fromLocal8Bit(std::strerror(ENOSPC))), qPrintable(errors.at(i)));
@@ -1018,9 +1047,11 @@ void TestSurveyStore::writesNothingInAWriteProtectedSurvey()
             return 9;
         const bool reads = survey.store.header(survey.key).ok() && survey.store.log(survey.key, 0).ok();
         const bool writes = survey.store.writeLog(survey.key, log("GR", {1})).ok()
-            || survey.store.writeMarkers(survey.key, {marker("A", 1)}).ok() || survey.store.addWell(properties("New")).ok()
+            || survey.store.writeMarkers(survey.key, {marker("A", 1)}).ok()
+            || survey.store.addWell(properties("New")).ok()
             || survey.store.changeWell(survey.key, properties("A")).ok() || survey.store.removeWell(survey.key).ok()
-            || survey.store.removeLog(survey.key, 0).ok() || survey.store.renameWell(survey.key, QStringLiteral("N")).ok();
+            || survey.store.removeLog(survey.key, 0).ok()
+            || survey.store.renameWell(survey.key, QStringLiteral("N")).ok();
         return reads && !writes ? 0 : 1;
     });
     ::chmod(QFile::encodeName(survey.wells()).constData(), 0755);

@@ -93,8 +93,8 @@ void TestWellFile::fallsBackToTheFirstTrackPoint_data()
 void TestWellFile::fallsBackToTheFirstTrackPoint()
 {
     QFETCH(QByteArray, key);
-    const host::WellHeader well
-        = parseWellFile(header("Well") + key + "!\n7.5 8.5 -25 0\n9 9 2475 2500\n").value.header(QStringLiteral("W"));
+    const host::WellHeader well =
+        parseWellFile(header("Well") + key + "!\n7.5 8.5 -25 0\n9 9 2475 2500\n").value.header(QStringLiteral("W"));
     QVERIFY(well.x == 7.5 && well.y == 8.5);
     QVERIFY(host::isUndefined(well.groundElevation));
     QCOMPARE(well.typeCode, int(host::NoWellType));
@@ -145,15 +145,16 @@ void TestWellFile::readsTypes()
 
 void TestWellFile::readsRowsHoweverSeparated()
 {
-    QCOMPARE(text(parseWellFile(header("Well") + "!\n1\t2\t3\t4\n  5 6  7\t\t8  extra\n\n \t\n1e3,2,3,4\r\n9 9 9 9").value.track),
+    QCOMPARE(text(parseWellFile(header("Well") + "!\n1\t2\t3\t4\n  5 6  7\t\t8  extra\n\n \t\n1e3,2,3,4\r\n9 9 9 9")
+                      .value.track),
              QStringLiteral("1 2 3 4 | 5 6 7 8 | 1000 2 3 4 | 9 9 9 9"));
 }
 
 void TestWellFile::stopsAtARowThatIsNone()
 {
     for (const char *row : {"1 2 3", "rubbish", "1 2 3 nan", "1 2 3 x", "1e999 2 3 4", "!"}) {
-        const host::Outcome<WellFile> file
-            = parseWellFile(header("Well") + "!\n1 1 0 0\n2 2 100 100\n" + row + "\n3 3 300 300\n");
+        const host::Outcome<WellFile> file =
+            parseWellFile(header("Well") + "!\n1 1 0 0\n2 2 100 100\n" + row + "\n3 3 300 300\n");
         QVERIFY(file.ok());
         QVERIFY2(file.value.isTrackCut, row);
         QCOMPARE(file.value.track.size(), 2);
@@ -163,7 +164,8 @@ void TestWellFile::stopsAtARowThatIsNone()
 
 void TestWellFile::refusesAFileWithoutATrack()
 {
-    for (const QByteArray &body : {QByteArray(), QByteArray("A: 1\n"), QByteArray("A: 1\n!\n"), QByteArray("!\nrubbish\n")}) {
+    for (const QByteArray &body :
+         {QByteArray(), QByteArray("A: 1\n"), QByteArray("A: 1\n!\n"), QByteArray("!\nrubbish\n")}) {
         const host::Outcome<WellFile> file = parseWellFile(header("Well") + body);
         QVERIFY(!file.ok());
         QVERIFY(file.error.contains(QStringLiteral("track")));
@@ -183,7 +185,8 @@ void TestWellFile::readsTrackFilesWithAndWithoutHeader()
     QVERIFY(isCut);
     parseTrackFile(rows, &isCut);
     QVERIFY(!isCut);
-    for (const QByteArray &bytes : {QByteArray(), QByteArray("rubbish"), QByteArray("dTect V6.6\nWell Track\n"), header("Well Track")})
+    for (const QByteArray &bytes :
+         {QByteArray(), QByteArray("rubbish"), QByteArray("dTect V6.6\nWell Track\n"), header("Well Track")})
         QVERIFY(parseTrackFile(bytes).isEmpty());
 }
 
@@ -191,7 +194,8 @@ void TestWellFile::writesBackWhatItRead()
 {
     const QByteArray bytes = header("Well")
         + "Depth-Unit: Meter\n odd  :  kept \nstrange\nSurface coordinate: (504000.25,6005000.5)\n!\n"
-          "504000.25\t6005000.5\t-30\t0\n504030.25\t6005040.5\t556.6025390625\t600\n0.1\t1000000000000\t-0.0000001\t123456789.125\n";
+          "504000.25\t6005000.5\t-30\t0\n504030.25\t6005040.5\t556.6025390625\t600\n0.1\t1000000000000\t-0."
+          "0000001\t123456789.125\n";
     QCOMPARE(withoutDate(wellFileBytes(parseWellFile(bytes).value)), withoutDate(bytes));
 }
 
@@ -238,9 +242,11 @@ void TestWellFile::movesTheTrack()
     WellFile file = deviated();
     applyProperties(&file, changed(file, &WellProperties::x, 1100));
     applyProperties(&file, changed(file, &WellProperties::y, 1900));
-    QCOMPARE(text(file.track), QStringLiteral("1100 1900 -30 0 | 1100 1900 470 500 | 1160 1980 643 700 | 1220 2060 816 900"));
-    QCOMPARE(file.keys.toBytes(), QByteArray("Depth-Unit: Meter\nOwn key:  kept \nSurface coordinate: (1100,1900)\n"
-                                             "Ground Level elevation [GL]: 12.5\nWell type: Oil\n"));
+    QCOMPARE(text(file.track),
+             QStringLiteral("1100 1900 -30 0 | 1100 1900 470 500 | 1160 1980 643 700 | 1220 2060 816 900"));
+    QCOMPARE(file.keys.toBytes(),
+             QByteArray("Depth-Unit: Meter\nOwn key:  kept \nSurface coordinate: (1100,1900)\n"
+                        "Ground Level elevation [GL]: 12.5\nWell type: Oil\n"));
 }
 
 void TestWellFile::movesToTheOriginWithoutACoordinate()
@@ -257,7 +263,8 @@ void TestWellFile::liftsTheTrack()
 {
     WellFile file = deviated();
     applyProperties(&file, changed(file, &WellProperties::kbElevation, 40));
-    QCOMPARE(text(file.track), QStringLiteral("1000 2000 -40 0 | 1000 2000 460 500 | 1060 2080 633 700 | 1120 2160 806 900"));
+    QCOMPARE(text(file.track),
+             QStringLiteral("1000 2000 -40 0 | 1000 2000 460 500 | 1060 2080 633 700 | 1120 2160 806 900"));
     QVERIFY(file.header({}).kbElevation == 40);
     QVERIFY(file.keys.toBytes() == deviated().keys.toBytes());
 }
@@ -288,7 +295,8 @@ void TestWellFile::extendsAlongTheLastDirection()
 {
     WellFile file = deviated();
     applyProperties(&file, changed(file, &WellProperties::totalDepth, 1100));
-    QCOMPARE(text(file.track), QStringLiteral("1000 2000 -30 0 | 1000 2000 470 500 | 1060 2080 643 700 | 1180 2240 989 1100"));
+    QCOMPARE(text(file.track),
+             QStringLiteral("1000 2000 -30 0 | 1000 2000 470 500 | 1060 2080 643 700 | 1180 2240 989 1100"));
     QVERIFY(file.header({}).totalDepth == 1100);
     WellFile single = parseWellFile(header("Well") + "!\n5 6 -25 0\n").value;
     applyProperties(&single, changed(single, &WellProperties::totalDepth, 100));
@@ -351,7 +359,8 @@ void TestWellFile::judgesProperties()
     QVERIFY(wellPropertiesProblem(noGround).isEmpty());
     for (double WellProperties::*field : {&WellProperties::x, &WellProperties::y, &WellProperties::kbElevation,
                                           &WellProperties::groundElevation, &WellProperties::totalDepth}) {
-        for (const double value : {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(), -1e300}) {
+        for (const double value :
+             {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(), -1e300}) {
             WellProperties bad = properties("P");
             bad.*field = value;
             QVERIFY(wellPropertiesProblem(bad).contains(QStringLiteral("\"P\"")));

@@ -209,8 +209,8 @@ void TestWellManager::listsWellsWithTheirLogs()
     QCOMPARE(column(logs, 1).mid(0, 3),
              (QStringList{QStringLiteral("gAPI"), QStringLiteral("g/cc"), QStringLiteral("ohmm")}));
     QCOMPARE(logs->item(0, 2)->text(), QStringLiteral("31"));
-    QCOMPARE(logs->item(0, 3)->text(), QStringLiteral("600"));
-    QCOMPARE(logs->item(0, 4)->text(), QStringLiteral("615"));
+    QCOMPARE(logs->item(0, 3)->text(), QStringLiteral("600.00"));
+    QCOMPARE(logs->item(0, 4)->text(), QStringLiteral("615.00"));
     QCOMPARE(dialog.findChild<QLabel *>(QStringLiteral("wellHeaderLabel"))->text(),
              QStringLiteral("X 504000.25   Y 6005000.5\nKB 30 m   TD 2000 m"));
     QTest::keyClick(list, Qt::Key_Down);
