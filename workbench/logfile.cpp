@@ -16,6 +16,9 @@ namespace {
 
 constexpr char logType[] = "Well Log";
 constexpr int sampleSize = 2 * sizeof(float);
+constexpr int blockSize = 256 << 10;
+constexpr int maximumHeaderSize = 16 << 20;
+constexpr int maximumSamples = std::numeric_limits<int>::max() / sampleSize - (1 << 20);
 
 LogStorage storageOf(const QByteArray &text)
 {
@@ -53,17 +56,25 @@ void dropUndefinedEnds(host::LogData *log)
     log->values = log->values.mid(begin, end - begin);
 }
 
-// The samples as the store keeps them.
+bool isStoredAsItIs(const host::LogData &log)
+{
+    return std::all_of(log.depths.begin(), log.depths.end(), isDepth)
+        && std::all_of(log.values.begin(), log.values.end(), [](float value) { return std::isfinite(value); });
+}
+
+// The samples as the store keeps them. Most logs share their arrays with the result.
 host::LogData storedSamples(const host::LogData &log)
 {
     host::LogData stored;
-    stored.depths.reserve(log.depths.size());
-    stored.values.reserve(log.values.size());
-    for (int i = 0; i < log.depths.size(); ++i) {
-        if (!isDepth(log.depths.at(i)))
-            continue;
-        stored.depths.append(log.depths.at(i));
-        stored.values.append(asValue(log.values.at(i)));
+    if (isStoredAsItIs(log)) {
+        stored = log;
+    } else {
+        for (int i = 0; i < log.depths.size(); ++i) {
+            if (!isDepth(log.depths.at(i)))
+                continue;
+            stored.depths.append(log.depths.at(i));
+            stored.values.append(asValue(log.values.at(i)));
+        }
     }
     dropUndefinedEnds(&stored);
     return stored;
@@ -79,22 +90,57 @@ float toFloat(const char *bytes, bool isBigEndian)
     return value;
 }
 
-void readBinarySamples(const char *bytes, int count, bool isBigEndian, host::LogData *log)
+// Collects binary samples block by block, so that a long log needs no second copy of its bytes.
+class BinarySamples
 {
-    log->depths.resize(count);
-    log->values.resize(count);
-    float *depths = log->depths.data();
-    float *values = log->values.data();
-    int kept = 0;
-    for (int i = 0; i < count; ++i) {
-        const char *sample = bytes + static_cast<qint64>(i) * sampleSize;
-        depths[kept] = toFloat(sample, isBigEndian);
-        values[kept] = asValue(toFloat(sample + sizeof(float), isBigEndian));
-        kept += isDepth(depths[kept]) ? 1 : 0; // the host drops samples without a depth too
+public:
+    BinarySamples(int count, bool isBigEndian)
+        : m_isBigEndian(isBigEndian)
+    {
+        m_log.depths.resize(count);
+        m_log.values.resize(count);
     }
-    log->depths.resize(kept);
-    log->values.resize(kept);
-}
+
+    void add(const char *bytes, int count)
+    {
+        float *depths = m_log.depths.data() + m_count;
+        float *values = m_log.values.data() + m_count;
+        bool isClean = true;
+        for (int i = 0; i < count; ++i) {
+            const char *sample = bytes + static_cast<qint64>(i) * sampleSize;
+            depths[i] = toFloat(sample, m_isBigEndian);
+            values[i] = toFloat(sample + sizeof(float), m_isBigEndian);
+            isClean &= std::isfinite(values[i]) & (std::fabs(depths[i]) < 9e29f);
+        }
+        m_isClean &= isClean;
+        m_count += count;
+    }
+
+    // The samples so far. Like the host, without those that have no depth.
+    void finish(host::LogData *log)
+    {
+        int kept = m_count;
+        if (!m_isClean) {
+            kept = 0;
+            for (int i = 0; i < m_count; ++i) {
+                if (!isDepth(m_log.depths.at(i)))
+                    continue;
+                m_log.depths[kept] = m_log.depths.at(i);
+                m_log.values[kept++] = asValue(m_log.values.at(i));
+            }
+        }
+        m_log.depths.resize(kept);
+        m_log.values.resize(kept);
+        log->depths = m_log.depths;
+        log->values = m_log.values;
+    }
+
+private:
+    host::LogData m_log;
+    int m_count = 0;
+    bool m_isBigEndian;
+    bool m_isClean = true;
+};
 
 // False where no number begins; what a float cannot hold is undefined, or zero where it is too small.
 bool readTextNumber(const char **begin, const char *end, float *number)
@@ -151,16 +197,26 @@ void setRanges(const host::LogData &log, KeyValues *keys)
     keys->set("Log range", base::formatShortest(minimum) + '`' + base::formatShortest(maximum));
 }
 
-void appendSamples(const host::LogData &log, QByteArray *bytes)
+QByteArray withSamples(const QByteArray &header, const host::LogData &log)
 {
-    const int headerSize = bytes->size();
-    bytes->resize(headerSize + log.values.size() * sampleSize);
-    char *out = bytes->data() + headerSize;
-    for (int i = 0; i < log.values.size(); ++i) {
-        qToLittleEndian(log.depths.at(i), out);
-        qToLittleEndian(log.values.at(i), out + sizeof(float));
-        out += sampleSize;
+    const int count = log.values.size();
+    QByteArray bytes(header.size() + count * sampleSize, Qt::Uninitialized);
+    std::memcpy(bytes.data(), header.constData(), static_cast<size_t>(header.size()));
+    char *out = bytes.data() + header.size();
+    const float *depths = log.depths.constData();
+    const float *values = log.values.constData();
+    for (int i = 0; i < count; ++i, out += sampleSize) {
+        qToLittleEndian(depths[i], out);
+        qToLittleEndian(values[i], out + sizeof(float));
     }
+    return bytes;
+}
+
+void finishSamples(host::LogData *log, QString *problem)
+{
+    dropUndefinedEnds(log);
+    if (log->values.isEmpty() && problem && problem->isEmpty())
+        *problem = QStringLiteral("it holds no samples");
 }
 
 } // namespace
@@ -204,14 +260,61 @@ host::LogData parseLogSamples(const LogFileHeader &header, const QByteArray &byt
         if (!readTextSamples(begin, begin + size, &log) && problem)
             *problem = QStringLiteral("its samples end in something that is no pair of numbers");
     } else {
-        readBinarySamples(begin, size / sampleSize, header.storage == LogStorage::BigEndian, &log);
+        BinarySamples samples(size / sampleSize, header.storage == LogStorage::BigEndian);
+        samples.add(begin, size / sampleSize);
+        samples.finish(&log);
         if (size % sampleSize != 0 && problem)
             *problem = QStringLiteral("its last sample is cut off");
     }
-    dropUndefinedEnds(&log);
-    if (log.values.isEmpty() && problem && problem->isEmpty())
-        *problem = QStringLiteral("it holds no samples");
+    finishSamples(&log, problem);
     return log;
+}
+
+host::Outcome<host::LogData> readLogFile(const QString &path, LogFileHeader *header, QString *problem)
+{
+    InputFile file(path);
+    QByteArray head = file.read(blockSize);
+    bool isCut = false;
+    host::Outcome<LogFileHeader> parsed = parseLogHeader(head, &isCut);
+    while (isCut && !parsed.ok() && head.size() < maximumHeaderSize) {
+        const QByteArray more = file.read(head.size());
+        if (more.isEmpty())
+            break;
+        head += more;
+        parsed = parseLogHeader(head, &isCut);
+    }
+    if (file.errorCode() != 0)
+        return {{}, readErrorText(path, file.errorCode())};
+    if (!parsed.ok())
+        return {{}, QStringLiteral("Cannot read the file %1: %2.").arg(path, parsed.error)};
+    *header = parsed.value;
+    const qint64 dataSize = file.size() - header->dataOffset;
+    if (header->storage == LogStorage::Ascii || dataSize <= head.size() || dataSize / sampleSize > maximumSamples) {
+        const host::Outcome<QByteArray> bytes = readFileBytes(path);
+        if (!bytes.ok())
+            return {{}, bytes.error};
+        return {parseLogSamples(*header, bytes.value, problem), {}};
+    }
+    BinarySamples samples(static_cast<int>(dataSize / sampleSize), header->storage == LogStorage::BigEndian);
+    int room = static_cast<int>(dataSize / sampleSize);
+    QByteArray block = head.mid(header->dataOffset);
+    while (room > 0 && block.size() >= sampleSize) {
+        const int count = qMin(room, static_cast<int>(block.size()) / sampleSize);
+        samples.add(block.constData(), count);
+        room -= count;
+        block.remove(0, count * sampleSize);
+        block += file.read(blockSize);
+    }
+    if (file.errorCode() != 0)
+        return {{}, readErrorText(path, file.errorCode())};
+    host::LogData log;
+    log.name = header->name;
+    log.unit = header->unit;
+    samples.finish(&log);
+    if ((dataSize % sampleSize != 0 || room > 0) && problem)
+        *problem = QStringLiteral("its last sample is cut off");
+    finishSamples(&log, problem);
+    return {log, {}};
 }
 
 host::Outcome<QByteArray> logFileBytes(const host::LogData &log, const QByteArray &depthUnit,
@@ -239,9 +342,7 @@ host::Outcome<QByteArray> logFileBytes(const host::LogData &log, const QByteArra
     keys.set("Header info", QByteArray(parameters.isEmpty() ? "No" : "Yes"));
     keys.set("Storage type", QByteArray("Binary"));
     setRanges(stored, &keys);
-    QByteArray bytes = odFileHeader(logType) + keys.toBytes() + "!\n" + parameters;
-    appendSamples(stored, &bytes);
-    return {bytes, {}};
+    return {withSamples(odFileHeader(logType) + keys.toBytes() + "!\n" + parameters, stored), {}};
 }
 
 } // namespace workbench

@@ -28,6 +28,10 @@ host::Outcome<LogFileHeader> parseLogHeader(const QByteArray &bytes, bool *isCut
 /// when the samples are cut off or hold something unreadable; what stands before it is read.
 host::LogData parseLogSamples(const LogFileHeader &header, const QByteArray &bytes, QString *problem = nullptr);
 
+/// Reads a log file from disk as the two functions above do from its bytes, block by block. The error is a sentence
+/// that names the file.
+host::Outcome<host::LogData> readLogFile(const QString &path, LogFileHeader *header, QString *problem = nullptr);
+
 /// The bytes of a log file. \a old is the header of the file to be replaced, whose other keys and parameters stay,
 /// or null. Samples are stored as parseLogSamples() gives them back. The error says why the log cannot be stored (no
 /// defined sample, arrays of unequal length).

@@ -120,21 +120,18 @@ host::Outcome<host::LogData> LogFiles::readListed(const QString &stem, int index
         return {{}, noSuchLog(stem, index)};
     const Entry &entry = m_entries.at(index);
     const QString file = path(stem, entry.number);
-    const host::Outcome<QByteArray> bytes = readFileBytes(file);
-    if (!bytes.ok())
-        return {{}, bytes.error};
-    host::Outcome<LogFileHeader> header = parseLogHeader(bytes.value);
-    if (!header.ok())
-        return {{}, QStringLiteral("Cannot read the file %1: %2.").arg(file, header.error)};
-    if (header.value.name.isEmpty())
-        header.value.name = standInName(entry.number);
-    if (header.value.name != entry.header.name)
-        return {{}, QStringLiteral("The file %1 changed while it was read.").arg(file)};
+    LogFileHeader header;
     QString problem;
-    const host::LogData log = parseLogSamples(header.value, bytes.value, &problem);
+    host::Outcome<host::LogData> log = readLogFile(file, &header, &problem);
+    if (!log.ok())
+        return log;
+    if (log.value.name.isEmpty())
+        log.value.name = standInName(entry.number);
+    if (log.value.name != entry.header.name)
+        return {{}, QStringLiteral("The file %1 changed while it was read.").arg(file)};
     if (!problem.isEmpty())
         report(file, problem);
-    return {log, {}};
+    return log;
 }
 
 host::Outcome<host::LogData> LogFiles::read(const QString &stem, int index, const Report &report)

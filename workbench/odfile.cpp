@@ -211,42 +211,54 @@ QString unreadableText(int errorCode)
 
 // Plain system calls: a survey of thousands of wells has a hundred thousand small files, and a file object costs
 // several times what they do.
-FileRead readFile(const QString &path, int maximumSize)
-{
+InputFile::InputFile(const QString &path)
     // Not blocking: a pipe in a file's place would wait for ever.
-    const int file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (file < 0)
-        return {{}, errno, {}};
-    FileRead result;
+    : m_file(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK))
+{
     struct stat info
     { };
-    if (::fstat(file, &info) != 0)
-        result.errorCode = errno;
+    if (m_file < 0 || ::fstat(m_file, &info) != 0)
+        m_errorCode = errno;
     else if (!S_ISREG(info.st_mode))
-        result.errorCode = S_ISDIR(info.st_mode) ? EISDIR : EINVAL;
-    else if (maximumSize < 0 && info.st_size > std::numeric_limits<int>::max() - (1 << 20))
-        result.errorCode = EFBIG;
-    if (result.errorCode != 0) {
-        ::close(file);
-        return result;
-    }
-    result.state = stateOf(info);
-    const qint64 size = maximumSize < 0 ? info.st_size : qMin<qint64>(info.st_size, maximumSize);
-    result.bytes = QByteArray(static_cast<int>(size), Qt::Uninitialized);
+        m_errorCode = S_ISDIR(info.st_mode) ? EISDIR : EINVAL;
+    else
+        m_state = stateOf(info);
+}
+
+InputFile::~InputFile()
+{
+    if (m_file >= 0)
+        ::close(m_file);
+}
+
+QByteArray InputFile::read(int size)
+{
+    QByteArray bytes(m_errorCode == 0 ? size : 0, Qt::Uninitialized);
     int done = 0;
-    while (done < result.bytes.size()) {
-        const ssize_t got = ::read(file, result.bytes.data() + done, static_cast<size_t>(result.bytes.size() - done));
+    while (done < bytes.size()) {
+        const ssize_t got = ::read(m_file, bytes.data() + done, static_cast<size_t>(bytes.size() - done));
         if (got < 0 && errno == EINTR)
             continue;
         if (got < 0)
-            result.errorCode = errno;
+            m_errorCode = errno;
         if (got <= 0)
             break;
         done += static_cast<int>(got);
     }
-    result.bytes.truncate(done);
-    ::close(file);
-    return result;
+    bytes.truncate(m_errorCode == 0 ? done : 0);
+    return bytes;
+}
+
+FileRead readFile(const QString &path, int maximumSize)
+{
+    InputFile file(path);
+    if (file.errorCode() != 0)
+        return {{}, file.errorCode(), {}};
+    if (maximumSize < 0 && file.size() > std::numeric_limits<int>::max() - (1 << 20))
+        return {{}, EFBIG, {}};
+    const qint64 size = maximumSize < 0 ? file.size() : qMin<qint64>(file.size(), maximumSize);
+    const QByteArray bytes = file.read(static_cast<int>(size));
+    return {bytes, file.errorCode(), file.state()};
 }
 
 host::Outcome<QByteArray> readFileBytes(const QString &path)

@@ -100,6 +100,29 @@ struct FileRead
     FileState state; ///< before the first byte was read
 };
 
+/// A file that is read piece by piece with plain system calls.
+class InputFile
+{
+public:
+    explicit InputFile(const QString &path);
+    ~InputFile();
+    InputFile(const InputFile &) = delete;
+    InputFile &operator=(const InputFile &) = delete;
+
+    /// Up to \a size further bytes; fewer at the end of the file, none after an error.
+    QByteArray read(int size);
+    /// As it was when the file was opened, before the first byte was read.
+    const FileState &state() const { return m_state; }
+    qint64 size() const { return m_state.size; }
+    /// An errno value; 0 as long as all went well. Only plain files are read.
+    int errorCode() const { return m_errorCode; }
+
+private:
+    int m_file = -1;
+    int m_errorCode = 0;
+    FileState m_state;
+};
+
 /// Reads a whole file, or its first \a maximumSize bytes.
 FileRead readFile(const QString &path, int maximumSize = -1);
 /// Sentences for the user about a file that could not be read or written; unreadableText() has no file's name in it.
