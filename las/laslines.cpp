@@ -1,11 +1,18 @@
 #include "las/laslines.h"
 
+#include <limits>
+
 LasLines::LasLines(const QString &path)
     : m_title(QStringLiteral("<b>Filename : ") + path + QStringLiteral("</b>"))
 {
 }
 
 QString LasLines::line(int i) const
+{
+    return line(i, std::numeric_limits<int>::max());
+}
+
+QString LasLines::line(int i, int maximumBytes) const
 {
     if (i == 0)
         return m_title;
@@ -16,5 +23,7 @@ QString LasLines::line(int i) const
     const char *end = bytes + (i < m_starts.size() ? m_starts.at(i) : m_text.bytes.size());
     while (end > begin && las::isLineEnd(end[-1]))
         --end;
+    if (end - begin > maximumBytes)
+        end = begin + maximumBytes;
     return las::decode(begin, end, m_text.encoding);
 }

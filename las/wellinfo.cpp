@@ -103,6 +103,7 @@ private:
             m_info.step = number();
         } else if (isMnemonic(mnemonic, "NULL")) {
             m_info.nullValue = number();
+            m_info.hasNullValue = base::parseNumber(WellInfo::value(line)).has_value();
         } else if (isMnemonic(mnemonic, "UWI")) {
             m_info.uwi = WellInfo::value(line);
         }

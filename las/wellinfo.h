@@ -26,6 +26,7 @@ public:
     /// and are shorter where data lines hold fewer tokens than there are curves; curves of equal length share
     /// one depth list. Nulls stay as they are in the file. More than a million curves are not listed.
     QVector<LogCurveData> curves;
+    bool hasNullValue = false; ///< a NULL line with a number was there; without one 0 is a value like any other
     LasLines lines; ///< the title and every line of the file
 
     /// Forgets what was read before and reads the file at \a path. Returns 0 on success, -1 when the file

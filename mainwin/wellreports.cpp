@@ -49,7 +49,8 @@ QByteArray logsHeaderLine()
 QByteArray logLine(const LogCurveData &curve)
 {
     const bool isEmpty = curve.depths.isEmpty();
-    return line({curve.logName, fixed(isEmpty ? 0 : curve.depths.first(), 4), fixed(isEmpty ? 0 : curve.depths.last(), 4),
+    return line({curve.logName, fixed(isEmpty ? 0 : curve.depths.first(), 4),
+                 fixed(isEmpty ? 0 : curve.depths.last(), 4),
                  fixed(breakZoneDepth(curve.depths, curve.values, curve.nullValue), 4)},
                 {15, 12, 12, 12});
 }
@@ -65,8 +66,8 @@ QByteArray markerLine(const WellRecord &well, const WellMarker &marker)
 {
     // Marker depths are single precision.
     const auto subsea = static_cast<double>(static_cast<float>(marker.subseaDepth));
-    return line({well.wellName, fixed(well.x, 2), fixed(well.y, 2), fixed(static_cast<double>(marker.measuredDepth), 2),
-                 fixed(subsea, 2), marker.name},
+    return line({well.wellName, fixed(well.x, 2), fixed(well.y, 2),
+                 fixed(static_cast<double>(marker.measuredDepth), 2), fixed(subsea, 2), marker.name},
                 markerWidths());
 }
 

@@ -4,34 +4,16 @@
 
 namespace workbench {
 
-namespace {
-
-class NumberValidator : public QDoubleValidator
-{
-public:
-    explicit NumberValidator(QObject *parent)
-        : QDoubleValidator(parent)
-    {
-        setLocale(QLocale::c());
-        setNotation(QDoubleValidator::ScientificNotation);
-    }
-
-    State validate(QString &input, int &position) const override
-    {
-        QString withPoint = input;
-        withPoint.replace(QLatin1Char(','), QLatin1Char('.'));
-        const State state = QDoubleValidator::validate(withPoint, position);
-        return input.contains(QLatin1Char(',')) && state == Acceptable ? Intermediate : state;
-    }
-};
-
-} // namespace
-
 NumberEdit::NumberEdit(QWidget *parent)
     : QLineEdit(parent)
 {
-    setValidator(new NumberValidator(this));
-    setLocale(QLocale::c());
+    // A comma passes as a grouping sign and so stays visible; it is left to the form to say that it is wrong.
+    QLocale locale = QLocale::c();
+    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    auto *validator = new QDoubleValidator(this);
+    validator->setLocale(locale);
+    validator->setNotation(QDoubleValidator::ScientificNotation);
+    setValidator(validator);
 }
 
 QSize NumberEdit::sizeHint() const

@@ -12,7 +12,6 @@
 #include <QDockWidget>
 #include <QMenuBar>
 #include <QPointer>
-#include <QPointer>
 #include <QPrintPreviewDialog>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
@@ -422,11 +421,12 @@ private slots:
     {
         WindowFixture fixture;
         const QString path = fixture.survey.filePath(QStringLiteral("a.las"));
-        files::write(path, "~W\nSTRT.M 10 :\nSTOP.M 20 :\nNULL. -999.25 :\nUWI. A :\n~C\nDEPT.M :\nSP.mv :\n~A\n10 1\n20 2\n");
+        files::write(
+            path, "~W\nSTRT.M 10 :\nSTOP.M 20 :\nNULL. -999.25 :\nUWI. A :\n~C\nDEPT.M :\nSP.mv :\n~A\n10 1\n20 2\n");
         fixture.action("Import Well logs")->trigger();
         auto *dialog = fixture.window->findChild<WellImportDialog *>();
         QVERIFY(dialog && dialog->isVisible());
-        dialog->chooseFiles = [&path](QWidget *, const QString &, const QString &) { return QStringList {path}; };
+        dialog->chooseFiles = [&path](QWidget *, const QString &, const QString &) { return QStringList{path}; };
         dialog->selectLasFilesClicked();
         dialog->importSelectedClicked();
         const QTreeWidgetItem *logs = logsBranch(fixture.window->projectTree()->wellsItem()->child(0));

@@ -7,6 +7,7 @@
 #include <QFile>
 
 #include <cerrno>
+#include <cmath>
 #include <fcntl.h>
 #include <limits>
 #include <sys/stat.h>
@@ -93,6 +94,7 @@ private slots:
 
     void readsLogsUpToTheFirstMissingNumber();
     void readsALongHeader();
+    void readsALongLog();
     void givesANamelessLogAStandInName();
     void readsTheRightLogAfterAnotherProgramChangedThem();
     void refusesIndexesOutsideTheLogs();
@@ -298,6 +300,46 @@ void TestSurveyStore::readsALongHeader()
     survey.write("a^1.wll", head + "Unit of Measure: m\n!\n" + samples({100, 7}));
     QCOMPARE(survey.store.logs(survey.key).value.at(0).unit, QStringLiteral("m"));
     QCOMPARE(survey.store.log(survey.key, 0).value.values, (QVector<float>{7}));
+}
+
+void TestSurveyStore::readsALongLog()
+{
+    constexpr int count = 200000; // more than any block that a reader may take at once
+    QVector<float> numbers;
+    host::LogData expected;
+    for (int i = 0; i < count; ++i) {
+        const auto depth = static_cast<float>(i);
+        const bool isEnd = i < 3 || i >= count - 3;
+        const float value = isEnd || i % 7 == 0 ? udf
+            : i % 50021 == 1                    ? std::numeric_limits<float>::quiet_NaN()
+                                                : depth * 0.5f;
+        const bool hasDepth = i % 60013 != 5;
+        numbers << (hasDepth ? depth : udf) << value;
+        if (hasDepth && i >= 3 && i < count - 3) {
+            expected.depths.append(depth);
+            expected.values.append(std::isfinite(value) ? value : udf);
+        }
+    }
+    while (host::isUndefined(expected.values.last())) {
+        expected.depths.removeLast();
+        expected.values.removeLast();
+    }
+    for (const bool isBigEndian : {false, true}) {
+        for (const int headerSize : {0, 5000, 300000}) {
+            for (const int missing : {0, 5}) {
+                OneWell survey({"GR"});
+                const QByteArray bytes = header("Well Log") + "Name: Long\nNote: " + QByteArray(headerSize, 'x')
+                    + (isBigEndian ? "\nStorage type: Swapped\n!\n" : "\nStorage type: Binary\n!\n")
+                    + samples(numbers, isBigEndian);
+                survey.write("a^1.wll", bytes.left(bytes.size() - missing));
+                const host::Outcome<host::LogData> read = survey.store.log(survey.key, 0);
+                QCOMPARE(read.error, QString());
+                QVERIFY(read.value.depths == expected.depths);
+                QVERIFY(read.value.values == expected.values);
+                QCOMPARE(survey.store.takeProblems().size(), missing == 0 ? 0 : 1);
+            }
+        }
+    }
 }
 
 void TestSurveyStore::givesANamelessLogAStandInName()

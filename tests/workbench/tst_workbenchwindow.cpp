@@ -688,13 +688,18 @@ void TestWorkbenchWindow::pluginWindowsMayRefuseToClose()
 void TestWorkbenchWindow::pluginWindowsGoBeforeTheWindow()
 {
     QPointer<QDialog> other = new QDialog(m_window.get());
-    bool hadMenu = false;
-    connect(other, &QObject::destroyed, this,
-            [this, &hadMenu] { hadMenu = m_window && m_window->utilitiesMenu() && m_host->mainWidget(); });
+    // What the window still was when they went: its own class, not the bare widget below it.
+    QString parentClass;
+    bool hadHost = false;
     WorkbenchWindow *window = m_window.get();
+    connect(other, &QObject::destroyed, this, [this, window, &parentClass, &hadHost] {
+        parentClass = QLatin1String(window->metaObject()->className());
+        hadHost = m_host->mainWidget();
+    });
     delete window;
     QVERIFY(!other);
-    QVERIFY(hadMenu);
+    QCOMPARE(parentClass, QStringLiteral("workbench::WorkbenchWindow"));
+    QVERIFY(hadHost);
     QVERIFY(!m_host->mainWidget());
     m_window.release(); // NOLINT: deleted above
 }

@@ -1,0 +1,356 @@
+// LAS files: reading, memory, resampling, import from file to wells, export.
+// --reader=COMMAND also times another reader: the command is run with a file's path as its last argument.
+
+#include "benchsupport.h"
+
+#include "base/asker.h"
+#include "datastore/hostwriter.h"
+#include "datastore/projectdata.h"
+#include "las/importplan.h"
+#include "las/lasheader.h"
+#include "las/laswriter.h"
+#include "las/resampling.h"
+#include "las/wellimportdialog.h"
+#include "workbench/workbenchhost.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFile>
+#include <QLineEdit>
+#include <QProcess>
+#include <QTableWidget>
+#include <QTemporaryDir>
+
+#include <charconv>
+#include <fcntl.h>
+#include <memory>
+#include <random>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int curveCount = 40;
+constexpr double step = 0.1524;
+constexpr char interval[] = "0.1";
+
+QString otherReader;
+
+QString folder()
+{
+    static QTemporaryDir root;
+    return root.path();
+}
+
+QByteArray header(int rows)
+{
+    QByteArray bytes = "~Version\nVERS. 2.0 :\nWRAP. NO :\n~Well\nSTRT.M 0 :\nSTOP.M "
+        + QByteArray::number(rows * step, 'f', 4) + " :\nSTEP.M 0.1524 :\nNULL. -999.25 :\nUWI. Well 0 :\n~Curve\nDEPT.M :\n";
+    for (int i = 1; i < curveCount; ++i)
+        bytes += "LAS" + QByteArray::number(i) + ".x : a curve\n";
+    return bytes + "~A\n";
+}
+
+// Tokens of 8 to 10 characters.
+QString makeLasFile(qint64 size)
+{
+    const QString path = folder() + QStringLiteral("/%1.las").arg(size);
+    if (QFile::exists(path))
+        return path;
+    std::mt19937 random(1);
+    std::uniform_int_distribution<int> digits(1000000, 99999999);
+    const auto rows = static_cast<int>(size / (curveCount * 10));
+    QByteArray bytes = header(rows);
+    bytes.reserve(static_cast<int>(size + size / 16));
+    for (int row = 0; row < rows; ++row) {
+        bytes += QByteArray::number(row * step, 'f', 4).rightJustified(9);
+        for (int i = 1; i < curveCount; ++i)
+            bytes += ' ' + QByteArray::number(digits(random) / 10000.0, 'f', 4);
+        bytes += '\n';
+    }
+    bench::writePlain(path, bytes);
+    return path;
+}
+
+constexpr qint64 hundredMegabytes = 100 * 1000 * 1000;
+
+QByteArray readPlain(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// What any reader has to do: read the bytes, convert every token.
+double convertTokens(const QString &path)
+{
+    const QByteArray bytes = readPlain(path);
+    const int begin = bytes.indexOf("~A\n") + 3;
+    std::vector<double> values;
+    values.reserve(static_cast<size_t>(bytes.size() / 8));
+    const char *at = bytes.constData() + begin;
+    const char *end = bytes.constData() + bytes.size();
+    while (at < end) {
+        while (at < end && (*at == ' ' || *at == '\n'))
+            ++at;
+        double value = 0;
+        at = std::from_chars(at, end, value).ptr;
+        values.push_back(value);
+    }
+    return values.back();
+}
+
+void parse(benchmark::State &state)
+{
+    const QString path = makeLasFile(hundredMegabytes);
+    bench::compare(
+        state, [&] { benchmark::DoNotOptimize(convertTokens(path)); },
+        [&] {
+            WellInfo info;
+            benchmark::DoNotOptimize(info.load(path));
+        });
+    state.counters["MB_per_s"] = 1e-6 * static_cast<double>(QFile(path).size()) / (1e-3 * state.counters["subject_ms"]);
+    state.SetLabel("reference: read and std::from_chars of every token, subject: WellInfo::load; at most 2");
+}
+BENCHMARK(parse)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(7);
+
+void otherReaderBenchmark(benchmark::State &state)
+{
+    if (otherReader.isEmpty()) {
+        state.SkipWithError("give --reader=COMMAND");
+        return;
+    }
+    const QString path = makeLasFile(10 * 1000 * 1000);
+    bench::compare(
+        state,
+        [&] {
+            WellInfo info;
+            benchmark::DoNotOptimize(info.load(path));
+        },
+        [&] {
+            QStringList words = QProcess::splitCommand(otherReader) + QStringList {path};
+            const QString program = words.takeFirst();
+            if (QProcess::execute(program, words) != 0)
+                qFatal("the other reader failed");
+        });
+    state.SetLabel("reference: WellInfo::load, subject: the other reader, with its start");
+}
+BENCHMARK(otherReaderBenchmark)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+
+long peakKilobytes(const std::function<void()> &work)
+{
+    const pid_t child = ::fork();
+    if (child == 0) {
+        work();
+        ::_exit(0);
+    }
+    int status = 0;
+    rusage usage {};
+    if (child < 0 || ::wait4(child, &status, 0, &usage) != child || status != 0)
+        qFatal("the measured child failed");
+    return usage.ru_maxrss;
+}
+
+// A process of its own for each: the peak is the process's.
+void peakMemory(benchmark::State &state)
+{
+    const QString path = makeLasFile(hundredMegabytes);
+    for (auto _ : state) {
+        const long before = peakKilobytes([] {});
+        const long after = peakKilobytes([&] {
+            WellInfo info;
+            if (info.load(path) != 0)
+                ::_exit(1);
+        });
+        state.counters["times_file"] = 1024.0 * static_cast<double>(after - before) / static_cast<double>(QFile(path).size());
+    }
+    state.SetLabel("peak resident memory of WellInfo::load in files; at most 3");
+}
+BENCHMARK(peakMemory)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+qint64 bytesReadSoFar()
+{
+    for (const QByteArray &line : readPlain(QStringLiteral("/proc/self/io")).split('\n'))
+        if (line.startsWith("rchar: "))
+            return line.mid(7).toLongLong();
+    return 0;
+}
+
+void headerOfOneGigabyte(benchmark::State &state)
+{
+    const QString path = folder() + QStringLiteral("/huge.las");
+    bench::writePlain(path, header(1), 1LL << 30); // data of zeros, as a hole
+    for (auto _ : state) {
+        const qint64 before = bytesReadSoFar();
+        benchmark::DoNotOptimize(las::readHeader(path).header.items.size());
+        state.counters["kB_read"] = 1e-3 * static_cast<double>(bytesReadSoFar() - before);
+    }
+    state.counters["kB_header"] = 1e-3 * header(1).size();
+    QFile::remove(path);
+}
+BENCHMARK(headerOfOneGigabyte)->Unit(benchmark::kMillisecond)->Iterations(3);
+
+void resampleCurve(benchmark::State &state)
+{
+    const auto ramp = [](int count) {
+        QVector<double> list(count);
+        for (int i = 0; i < count; ++i)
+            list[i] = i * step;
+        return list;
+    };
+    const QVector<double> few = ramp(250000);
+    const QVector<double> many = ramp(1000000);
+    bench::compare(
+        state, [&] { benchmark::DoNotOptimize(las::resample(few, few, 0.1).values.last()); },
+        [&] { benchmark::DoNotOptimize(las::resample(many, many, 0.1).values.last()); });
+    state.SetLabel("reference: 250,000 samples, subject: 1,000,000; linear is 4");
+}
+BENCHMARK(resampleCurve)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(9);
+
+class YesAsker : public base::Asker
+{
+public:
+    base::BoxButton show(const base::Box &box) override
+    {
+        return box.buttons.contains(base::BoxButton::Yes) ? base::BoxButton::Yes : base::BoxButton::Ok;
+    }
+};
+
+/// A launch on a survey of one well that is deep enough.
+struct Launch
+{
+    Launch()
+        : host(QStringLiteral(LORVA_SOURCE_DIR "/icons"))
+        , launch(host, asker)
+    {
+        bench::SurveySize size;
+        size.wells = 1;
+        size.logs = 0;
+        size.samples = 1000000;
+        host.setSurvey(bench::generatedSurvey(size));
+        launch.catalogue.build();
+        openProject(host, &launch.project);
+        launch.project.groupNames = QStringList {QStringLiteral("None"), QStringLiteral("Others")};
+    }
+    workbench::WorkbenchHost host;
+    YesAsker asker;
+    ProjectData launch;
+};
+
+las::ImportTab tabOf(const WellInfo &file)
+{
+    las::ImportTab tab;
+    tab.file = &file;
+    tab.well = 0;
+    tab.wellMaximumDepth = 1e9;
+    for (int i = 0; i < file.curves.size(); ++i)
+        tab.rows.append({i, true, file.curves.at(i).logName, QStringLiteral("None")});
+    return tab;
+}
+
+void importEndToEnd(benchmark::State &state)
+{
+    const QString path = makeLasFile(hundredMegabytes);
+    Launch launch;
+    const las::ImportOptions options {true, las::floatIntervalFromText(QString::fromLatin1(interval))};
+    const auto parts = [&] {
+        WellInfo file;
+        if (file.load(path) != 0)
+            qFatal("cannot load");
+        const las::ImportTab tab = tabOf(file);
+        HostWriter writer(launch.host.wells(), launch.launch.catalogue, launch.asker, [](const QString &) {});
+        for (const las::ImportRow &row : tab.rows)
+            if (!writer.writeLog(0, las::importedCurve(tab, row, options).record, false))
+                qFatal("cannot write");
+    };
+    const auto dialog = [&] {
+        WellImportDialog dialog(launch.launch);
+        dialog.chooseFiles = [&path](QWidget *, const QString &, const QString &) { return QStringList {path}; };
+        dialog.show();
+        dialog.selectLasFilesClicked();
+        dialog.findChild<QCheckBox *>(QStringLiteral("intervalBox"))->setChecked(true);
+        dialog.findChild<QLineEdit *>(QStringLiteral("intervalEdit"))->setText(QString::fromLatin1(interval));
+        for (QTableWidget *table : dialog.findChildren<QTableWidget *>())
+            for (int row = 0; row < table->rowCount(); ++row)
+                table->item(row, 2)->setCheckState(Qt::Checked); // they exist from the run before
+        dialog.importSelectedClicked();
+    };
+    bench::compare(state, parts, dialog);
+    state.counters["MB_file"] = 1e-6 * static_cast<double>(QFile(path).size());
+    state.SetLabel("reference: parse, resample and write each once without the dialog; at most 2");
+}
+BENCHMARK(importEndToEnd)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+
+las::ExportFile exportFile(int rows)
+{
+    las::ExportFile file;
+    file.well.wellName = QStringLiteral("W");
+    file.interval = step;
+    file.range = las::ExportRange(1e9);
+    std::mt19937 random(1);
+    std::uniform_real_distribution<float> value(0, 3000);
+    for (int i = 0; i < curveCount; ++i) {
+        LogCurveData log;
+        log.logName = QStringLiteral("LOG%1").arg(i);
+        for (int row = 0; row < rows; ++row) {
+            log.depths.append(row * step);
+            log.values.append(static_cast<double>(value(random)));
+        }
+        file.range.add(log);
+        file.logs.append(log);
+    }
+    return file;
+}
+
+void formatAndWrite(const las::ExportFile &file, const QString &path)
+{
+    std::vector<char> buffer;
+    const int rows = file.logs.first().values.size();
+    buffer.resize(static_cast<size_t>(rows) * (curveCount + 1) * 16);
+    char *at = buffer.data();
+    char *end = at + buffer.size();
+    const auto put = [&](double value, int decimals) {
+        at = std::to_chars(at, end, value, std::chars_format::fixed, decimals).ptr;
+        *at++ = ' ';
+    };
+    for (int row = 0; row < rows; ++row) {
+        put(row * step, 4);
+        for (const LogCurveData &log : file.logs)
+            put(log.values.at(row), 2);
+        *at++ = '\n';
+    }
+    const int output = ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    if (output < 0 || ::write(output, buffer.data(), static_cast<size_t>(at - buffer.data())) != at - buffer.data())
+        qFatal("cannot write");
+    ::fsync(output);
+    ::close(output);
+}
+
+void exportLas(benchmark::State &state)
+{
+    const las::ExportFile file = exportFile(100000);
+    const QString path = folder() + QStringLiteral("/out.las");
+    bench::compare(
+        state, [&] { formatAndWrite(file, path); },
+        [&] {
+            bool isCreated = false;
+            if (!las::writeLas(path, file, [] { return true; }, &isCreated).ok())
+                qFatal("cannot write");
+        });
+    state.SetLabel("reference: std::to_chars of the same numbers and one write; at most 3");
+}
+BENCHMARK(exportLas)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(7);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    for (int i = 1; i < argc; ++i)
+        if (QByteArray(argv[i]).startsWith("--reader="))
+            otherReader = QString::fromLocal8Bit(argv[i] + 9);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

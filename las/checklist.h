@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QListWidget>
+
+/// Lists of checkable names, as the export dialogs show them.
+namespace las {
+
+/// Replaces the content by these names, none of them checked.
+void fillCheckList(QListWidget *list, const QStringList &names);
+QStringList checkedTexts(const QListWidget *list);
+/// With the list's signals blocked.
+void setAllChecked(QListWidget *list, bool isChecked);
+bool isAllChecked(const QListWidget *list);
+
+} // namespace las

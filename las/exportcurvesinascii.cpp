@@ -1,0 +1,99 @@
+#include "las/exportcurvesinascii.h"
+
+#include "base/asker.h"
+#include "datastore/projectdata.h"
+#include "las/checklist.h"
+#include "las/curvetextwriter.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+ExportCurvesInAscii::ExportCurvesInAscii(ProjectData &projectData, QWidget *parent)
+    : QDialog(parent)
+    , m_data(projectData)
+{
+    setObjectName(QStringLiteral("ExportCurvesInAscii"));
+    setWindowTitle(QStringLiteral("Exporting Well Curve(s)"));
+    setWindowIcon(m_data.host.icon(QStringLiteral("export_wlc.png")));
+    m_wellBox = new QComboBox;
+    m_wellBox->setObjectName(QStringLiteral("wellBox"));
+    m_wellBox->addItems(m_data.catalogue.wellNames());
+    m_wellBox->setMaxVisibleItems(20);
+    m_allBox = new QCheckBox(QStringLiteral("Select All"));
+    m_allBox->setObjectName(QStringLiteral("allBox"));
+    m_logs = new QListWidget;
+    m_logs->setObjectName(QStringLiteral("logList"));
+    auto *target = new QLabel(QStringLiteral("Files go to the project folder, %1/Wells.").arg(m_data.project.projectFolder));
+    target->setWordWrap(true);
+    auto *exportButton = new QPushButton(QStringLiteral("Export"));
+    exportButton->setObjectName(QStringLiteral("exportButton"));
+    auto *closeButton = new QPushButton(QStringLiteral("Close"));
+    closeButton->setObjectName(QStringLiteral("closeButton"));
+
+    auto *page = new QVBoxLayout(this);
+    auto *form = new QFormLayout;
+    form->setFieldGrowthPolicy(QFormLayout::ExpandingFieldsGrow);
+    form->addRow(QStringLiteral("Well :"), m_wellBox);
+    page->addLayout(form);
+    page->addWidget(m_allBox);
+    page->addWidget(m_logs, 1);
+    page->addWidget(target);
+    auto *buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(exportButton);
+    buttons->addWidget(closeButton);
+    page->addLayout(buttons);
+    exportButton->setDefault(true);
+    resize(380, 440);
+    wellChanged();
+
+    connect(m_wellBox, qOverload<int>(&QComboBox::currentIndexChanged), this, &ExportCurvesInAscii::wellChanged);
+    connect(m_allBox, &QCheckBox::toggled, this, &ExportCurvesInAscii::selectAllToggle);
+    connect(m_logs, &QListWidget::itemChanged, this, &ExportCurvesInAscii::logChecked);
+    connect(exportButton, &QPushButton::clicked, this, &ExportCurvesInAscii::exportClicked);
+    connect(closeButton, &QPushButton::clicked, this, &ExportCurvesInAscii::close);
+}
+
+void ExportCurvesInAscii::wellChanged()
+{
+    const int well = m_wellBox->currentIndex();
+    las::fillCheckList(m_logs, well >= 0 ? m_data.catalogue.logNames(well) : QStringList());
+    const QSignalBlocker blocker(m_allBox);
+    m_allBox->setChecked(false);
+}
+
+void ExportCurvesInAscii::selectAllToggle(bool flag)
+{
+    las::setAllChecked(m_logs, flag);
+}
+
+void ExportCurvesInAscii::logChecked()
+{
+    const QSignalBlocker blocker(m_allBox);
+    m_allBox->setChecked(las::isAllChecked(m_logs));
+}
+
+void ExportCurvesInAscii::exportClicked()
+{
+    const QString well = m_wellBox->currentText().trimmed();
+    bool hasFailed = false;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    for (const QString &log : las::checkedTexts(m_logs)) {
+        const LogCurveData curve = m_data.catalogue.curve(well, log);
+        if (!las::writeCurveText(m_data.project.projectFolder, well, curve).ok())
+            hasFailed = true;
+    }
+    QApplication::restoreOverrideCursor();
+    const QString title = QStringLiteral("Exporting Well Curve(s)");
+    if (hasFailed)
+        m_data.asker.warn(title,
+                          QStringLiteral("Some errors while Exporting Well Curves.\nPlease Check file permision."));
+    else
+        m_data.asker.inform(title, QStringLiteral("Exporting of Selected Well Curve(s) is Done."));
+}

@@ -1,0 +1,164 @@
+#include "las/importplan.h"
+
+#include "las/resampling.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace las {
+
+namespace {
+
+constexpr int longestNameList = 15;
+
+QString listed(const QStringList &names)
+{
+    if (names.size() <= longestNameList)
+        return names.join(QLatin1Char('\n'));
+    return names.mid(0, longestNameList).join(QLatin1Char('\n'))
+        + QStringLiteral("\n… and %1 more").arg(names.size() - longestNameList);
+}
+
+bool isDescending(const QVector<double> &depths)
+{
+    return depths.size() > 1 && depths.at(1) - depths.at(0) < 0;
+}
+
+QVector<double> reversed(const QVector<double> &list)
+{
+    QVector<double> result(list.size());
+    std::reverse_copy(list.begin(), list.end(), result.begin());
+    return result;
+}
+
+// The file's step counts with its absolute value, which is the step of the ascending depths only where they are even;
+// so it is compared here and not by differsFromStep().
+bool wantsResampling(const QVector<double> &depths, const ImportOptions &options)
+{
+    if (!options.isResampling || depths.size() < 2)
+        return false;
+    const double step = std::abs(depths.at(1) - depths.at(0));
+    return !(std::abs(static_cast<double>(options.interval) - step) <= stepTolerance);
+}
+
+QString gridRefusal(const ImportTab &tab, const ImportRow &row, const ImportOptions &options)
+{
+    const QVector<double> &depths = tab.file->curves.at(row.curve).depths;
+    if (!wantsResampling(depths, options) || !isStrictlyIncreasing(isDescending(depths) ? reversed(depths) : depths))
+        return {};
+    const auto interval = static_cast<double>(options.interval);
+    const QString problem = intervalProblem(interval);
+    if (!problem.isEmpty())
+        return problem;
+    const auto range = std::minmax(depths.first(), depths.last());
+    return gridProblem(range.first, range.second, interval, tab.title + QStringLiteral(", ") + row.logName);
+}
+
+// All curves of a file share their depths as a rule; what holds for one then holds for the next.
+QString gridRefusal(const ImportTab &tab, const ImportOptions &options)
+{
+    const double *checked = nullptr;
+    for (const ImportRow &row : tab.rows) {
+        const double *depths = tab.file->curves.at(row.curve).depths.constData();
+        if (!row.isSelected || depths == checked)
+            continue;
+        checked = depths;
+        const QString problem = gridRefusal(tab, row, options);
+        if (!problem.isEmpty())
+            return problem;
+    }
+    return {};
+}
+
+} // namespace
+
+QString stopReason(const ImportTab &tab, int tabNumber)
+{
+    if (tab.well < 0)
+        return QStringLiteral("Well is not selected in %1 tab.\nPlease select Well name for importing well logs.")
+            .arg(tabNumber);
+    const QString text = tab.wellName
+        + QStringLiteral("'s maximum depth is less than LAS files %1 depth.\n"
+                         "Please update Well defination or changed the LAS file");
+    if (tab.startDepth > tab.wellMaximumDepth)
+        return text.arg(QStringLiteral("start"));
+    return tab.stopDepth > tab.wellMaximumDepth ? text.arg(QStringLiteral("end")) : QString();
+}
+
+QString refusal(const QVector<ImportTab> &tabs, const ImportOptions &options)
+{
+    QStringList nameless;
+    QString gridProblem;
+    for (int i = 0; i < tabs.size() && stopReason(tabs.at(i), i + 1).isEmpty(); ++i) {
+        const ImportTab &tab = tabs.at(i);
+        for (int row = 0; row < tab.rows.size(); ++row)
+            if (tab.rows.at(row).isSelected && tab.rows.at(row).logName.isEmpty())
+                nameless.append(QStringLiteral("%1: row %2 (%3)")
+                                    .arg(tab.title)
+                                    .arg(row + 1)
+                                    .arg(tab.file->curves.at(tab.rows.at(row).curve).logName));
+        if (gridProblem.isEmpty() && options.isResampling)
+            gridProblem = gridRefusal(tab, options);
+    }
+    if (nameless.isEmpty())
+        return gridProblem;
+    return QStringLiteral("These selected rows have no alternate curve name:\n%1\n"
+                          "Please give them a name or clear their check boxes. Nothing was imported.")
+        .arg(listed(nameless));
+}
+
+bool hasSelection(const QVector<ImportTab> &tabs)
+{
+    return std::any_of(tabs.begin(), tabs.end(), [](const ImportTab &tab) {
+        return std::any_of(tab.rows.begin(), tab.rows.end(), [](const ImportRow &row) { return row.isSelected; });
+    });
+}
+
+ImportedCurve importedCurve(const ImportTab &tab, const ImportRow &row, const ImportOptions &options)
+{
+    ImportedCurve imported;
+    LogCurveData &record = imported.record;
+    record = tab.file->curves.at(row.curve);
+    record.wellName = tab.wellName;
+    record.curveGroup = row.group;
+    record.logName = row.logName;
+    record.displayName = row.logName;
+    record.nullValue = tab.file->nullValue;
+    record.isLogarithmic = row.group == QLatin1String("Resistivity") ? 1 : 0;
+    const bool isResampled = wantsResampling(record.depths, options);
+    if (isDescending(record.depths)) {
+        record.depths = reversed(record.depths);
+        record.values = reversed(record.values);
+    }
+    if (!isResampled)
+        return imported;
+    imported.isUnsuited = !isStrictlyIncreasing(record.depths);
+    if (!imported.isUnsuited) {
+        Samples samples = resample(record.depths, record.values, static_cast<double>(options.interval));
+        record.depths = samples.depths;
+        record.values = samples.values;
+    }
+    return imported;
+}
+
+// The host writer turns -999.25 and nothing else into "not measured". A file that says NULL -9999 or 0 means the same
+// by its own number, which would otherwise stand in the well as a measurement. Only equal values are taken: what the
+// spline made between nulls stays, since nulls take part in it.
+LogCurveData withHostNulls(const LogCurveData &record, const WellInfo &file)
+{
+    if (!file.hasNullValue || file.nullValue == nullSampleValue)
+        return record;
+    LogCurveData result = record;
+    result.nullValue = nullSampleValue;
+    std::replace(result.values.begin(), result.values.end(), file.nullValue, nullSampleValue);
+    return result;
+}
+
+QString unsuitedWarning(const QStringList &curves)
+{
+    return QStringLiteral("The depths of these curves do not run strictly up or down, so no interval could be applied.\n"
+                          "They were imported as they stand in the file:\n%1")
+        .arg(listed(curves));
+}
+
+} // namespace las

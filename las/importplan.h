@@ -1,0 +1,65 @@
+#pragma once
+
+#include "las/wellinfo.h"
+
+#include <QStringList>
+#include <QVector>
+
+/// What an import of LAS files is about to do, as plain data, and the rules for it. The dialog fills it from its
+/// widgets, asks these functions and hands the records on.
+namespace las {
+
+/// A line of a curve table.
+struct ImportRow
+{
+    int curve = 0; ///< index into the file's curves
+    bool isSelected = false;
+    QString logName; ///< the alternate name
+    QString group;
+};
+
+/// A file's tab.
+struct ImportTab
+{
+    const WellInfo *file = nullptr; ///< not owned
+    QString title;
+    QString wellName;
+    int well = -1; ///< in the survey's list; -1 for "None"
+    double startDepth = 0; ///< of the file's header
+    double stopDepth = 0;
+    double wellMaximumDepth = 0;
+    QVector<ImportRow> rows;
+};
+
+struct ImportOptions
+{
+    bool isResampling = false;
+    float interval = 0;
+};
+
+/// One curve as it goes to its well.
+struct ImportedCurve
+{
+    LogCurveData record; ///< with the file's null value, depths ascending where they descended
+    bool isUnsuited = false; ///< should have been resampled, but its depths are not strictly monotonic
+};
+
+/// Why the import ends at this tab, the text of a warning; empty when it goes on. Tab numbers count from 1.
+QString stopReason(const ImportTab &tab, int tabNumber);
+
+/// Why nothing at all is imported: selected rows without a name, an interval that cannot be used, a grid that is too
+/// large. Tabs behind one that ends the import do not count. Empty when the import may begin.
+QString refusal(const QVector<ImportTab> &tabs, const ImportOptions &options);
+
+bool hasSelection(const QVector<ImportTab> &tabs);
+
+/// The record of one selected row. refusal() must have been asked.
+ImportedCurve importedCurve(const ImportTab &tab, const ImportRow &row, const ImportOptions &options);
+
+/// The record for the host writer, which knows one null value only: samples with the file's null value get it.
+LogCurveData withHostNulls(const LogCurveData &record, const WellInfo &file);
+
+/// The warning that names curves which were imported without resampling; each as "tab: curve".
+QString unsuitedWarning(const QStringList &curves);
+
+} // namespace las

@@ -1,0 +1,228 @@
+#include "las/wellimporttab.h"
+
+#include "base/numbers.h"
+#include "datastore/curvegroupassignment.h"
+#include "datastore/projectdata.h"
+#include "las/curvegroupbox.h"
+#include "las/lastextbrowser.h"
+
+#include <QHeaderView>
+#include <QLabel>
+#include <QSet>
+#include <QSignalBlocker>
+#include <QSplitter>
+#include <QStringListModel>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+const QColor takenColor(200, 30, 30);
+
+QTableWidgetItem *fixedItem(const QString &text)
+{
+    auto *item = new QTableWidgetItem(text);
+    item->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled);
+    return item;
+}
+
+QString number(double value)
+{
+    return QString::fromLatin1(base::formatGeneral(value, 9));
+}
+
+} // namespace
+
+WellImportTab::WellImportTab(ProjectData &projectData, const WellInfo &file, const QString &title, QWidget *parent)
+    : QWidget(parent)
+    , m_data(projectData)
+    , m_file(file)
+    , m_title(title)
+{
+    auto *page = new QVBoxLayout(this);
+    buildHead();
+    buildNotices();
+    buildTable();
+    auto *head = new QHBoxLayout;
+    auto *label = new QLabel(QStringLiteral("Well :"));
+    label->setBuddy(m_wellBox);
+    head->addWidget(label);
+    head->addWidget(m_wellBox);
+    head->addSpacing(12);
+    head->addWidget(m_summary, 1);
+    page->addLayout(head);
+    m_text = new LasTextBrowser;
+    m_text->setLines(m_file.lines);
+    auto *curves = new QWidget;
+    auto *left = new QVBoxLayout(curves);
+    left->setContentsMargins(0, 0, 0, 0);
+    left->addWidget(m_notice);
+    left->addWidget(m_table);
+    auto *splitter = new QSplitter;
+    splitter->addWidget(curves);
+    splitter->addWidget(m_text);
+    splitter->setStretchFactor(0, 1);
+    splitter->setStretchFactor(1, 1);
+    splitter->setChildrenCollapsible(false);
+    splitter->setSizes({560, 560});
+    page->addWidget(splitter, 1);
+    bindWell();
+}
+
+void WellImportTab::buildHead()
+{
+    m_wellBox = new QComboBox;
+    m_wellBox->setObjectName(QStringLiteral("wellBox"));
+    m_wellBox->addItem(QStringLiteral("None"));
+    m_wellBox->addItems(m_data.catalogue.wellNames());
+    m_wellBox->setCurrentText(m_file.uwi);
+    m_wellBox->setMinimumContentsLength(18);
+    m_wellBox->setMaxVisibleItems(20);
+    m_wellBox->setToolTip(QStringLiteral("The well that receives the curves of this file"));
+    m_summary = new QLabel(summary());
+    m_summary->setObjectName(QStringLiteral("fileSummary"));
+    m_summary->setTextFormat(Qt::PlainText);
+    m_summary->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_summary->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+}
+
+QString WellImportTab::summary() const
+{
+    const QString unit = m_file.depthUnit.isEmpty() ? QString() : QLatin1Char(' ') + m_file.depthUnit;
+    const QString uwi = m_file.uwi.isEmpty() ? QStringLiteral("no UWI") : QStringLiteral("UWI ") + m_file.uwi;
+    return QStringLiteral("%1   ·   %2 to %3%4, step %5%4   ·   null %6   ·   %7 curves")
+        .arg(uwi, number(m_file.startDepth), number(m_file.stopDepth), unit, number(m_file.step),
+             m_file.hasNullValue ? number(m_file.nullValue) : QStringLiteral("not given"))
+        .arg(m_file.curves.size());
+}
+
+void WellImportTab::buildNotices()
+{
+    QStringList notices;
+    if (m_file.wrapped)
+        notices.append(QStringLiteral("This file is wrapped (WRAP YES): a depth step spans several lines. It is read line "
+                                      "by line, so the values of its curves are wrong. Do not import them."));
+    if (m_file.curves.size() > maximumRows)
+        notices.append(QStringLiteral("The file names %1 curves. Only the first %2 are listed.")
+                           .arg(m_file.curves.size())
+                           .arg(maximumRows));
+    m_notice = new QLabel(notices.join(QLatin1Char('\n')));
+    m_notice->setObjectName(QStringLiteral("notice"));
+    m_notice->setWordWrap(true);
+    m_notice->setMargin(6);
+    m_notice->setAutoFillBackground(true);
+    QPalette colors = m_notice->palette();
+    colors.setColor(QPalette::Window, QColor(255, 236, 179));
+    colors.setColor(QPalette::WindowText, QColor(90, 50, 0));
+    m_notice->setPalette(colors);
+    m_notice->setFrameShape(QFrame::StyledPanel);
+    m_notice->setVisible(!notices.isEmpty());
+}
+
+void WellImportTab::buildTable()
+{
+    const int rows = qMin(m_file.curves.size(), maximumRows);
+    m_table = new QTableWidget(rows, 4);
+    m_table->setObjectName(QStringLiteral("curveTable"));
+    m_table->setHorizontalHeaderLabels({QStringLiteral("Curve"), QStringLiteral("Curve Group"), QStringLiteral("Select"),
+                                        QStringLiteral("Alternate Curve Name")});
+    m_table->setTabKeyNavigation(false); // Tab leaves the table, the arrows move inside it
+    m_table->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 12);
+    // One list for all boxes: a file may name thousands of curves.
+    auto *groups = new QStringListModel(m_data.project.groupNames, m_table);
+    for (int row = 0; row < rows; ++row) {
+        const LogCurveData &curve = m_file.curves.at(row);
+        auto *name = fixedItem(curve.logName);
+        name->setToolTip(QStringLiteral("%1 [%2]").arg(curve.description, curve.unit));
+        m_table->setItem(row, CurveColumn, name);
+        m_table->setItem(row, GroupColumn, fixedItem(QString()));
+        auto *box = new CurveGroupBox(groups, m_table);
+        box->setCurrentText(findCurveGroup(m_data.project.projectFolder, curve.logName));
+        m_table->setCellWidget(row, GroupColumn, box);
+        auto *check = fixedItem(QString());
+        check->setFlags(check->flags() | Qt::ItemIsUserCheckable);
+        check->setCheckState(Qt::Checked);
+        m_table->setItem(row, SelectColumn, check);
+        m_table->setItem(row, NameColumn, new QTableWidgetItem(curve.logName));
+    }
+    m_table->horizontalHeader()->setHighlightSections(false);
+    m_table->setColumnWidth(CurveColumn, 100);
+    m_table->setColumnWidth(GroupColumn, 150);
+    m_table->setColumnWidth(SelectColumn, 60);
+    m_table->horizontalHeader()->setStretchLastSection(true);
+    if (rows > 0)
+        m_table->setCurrentCell(0, CurveColumn);
+}
+
+void WellImportTab::bindWell()
+{
+    const int well = m_wellBox->currentIndex() - 1;
+    m_wellMaximumDepth = well >= 0 ? m_data.catalogue.wellRecord(well).totalDepth : 0;
+    {
+        const QSignalBlocker blocker(m_table);
+        for (int row = 0; row < m_table->rowCount(); ++row)
+            m_table->item(row, NameColumn)->setData(wellNameRole, m_wellBox->currentText());
+    }
+    testAllRows();
+}
+
+QStringList WellImportTab::logsOfWell() const
+{
+    const int well = m_wellBox->currentIndex() - 1;
+    return well >= 0 && well < m_data.catalogue.wellCount() ? m_data.catalogue.logNames(well) : QStringList();
+}
+
+void WellImportTab::testAllRows()
+{
+    const QStringList logs = logsOfWell();
+    const QSet<QString> taken(logs.begin(), logs.end());
+    for (int row = 0; row < m_table->rowCount(); ++row)
+        paintRow(row, taken.contains(m_table->item(row, NameColumn)->text().trimmed()));
+}
+
+void WellImportTab::testRow(QTableWidgetItem *nameItem)
+{
+    paintRow(nameItem->row(), logsOfWell().contains(nameItem->text().trimmed()));
+}
+
+void WellImportTab::paintRow(int row, bool isTaken)
+{
+    const QSignalBlocker blocker(m_table);
+    const QString tip = isTaken ? QStringLiteral("The well has a log of this name already") : QString();
+    for (int column = 0; column < m_table->columnCount(); ++column) {
+        QTableWidgetItem *item = m_table->item(row, column);
+        item->setBackground(isTaken ? QBrush(takenColor) : QBrush());
+        item->setForeground(isTaken ? QBrush(Qt::white) : QBrush());
+        if (column != CurveColumn)
+            item->setToolTip(tip);
+    }
+    auto *box = qobject_cast<CurveGroupBox *>(m_table->cellWidget(row, GroupColumn));
+    QPalette colors; // of the box itself; its list keeps the usual ones
+    if (isTaken) {
+        colors.setColor(QPalette::Button, takenColor);
+        colors.setColor(QPalette::ButtonText, Qt::white);
+    }
+    box->setPalette(colors);
+    if (isTaken)
+        m_table->item(row, SelectColumn)->setCheckState(Qt::Unchecked);
+    m_table->viewport()->update();
+}
+
+las::ImportTab WellImportTab::plan() const
+{
+    las::ImportTab tab;
+    tab.file = &m_file;
+    tab.title = m_title;
+    tab.well = m_wellBox->currentIndex() - 1;
+    tab.wellName = m_wellBox->currentText();
+    tab.startDepth = m_file.startDepth;
+    tab.stopDepth = m_file.stopDepth;
+    tab.wellMaximumDepth = m_wellMaximumDepth;
+    for (int row = 0; row < m_table->rowCount(); ++row) {
+        const auto *box = qobject_cast<CurveGroupBox *>(m_table->cellWidget(row, GroupColumn));
+        tab.rows.append({row, m_table->item(row, SelectColumn)->checkState() == Qt::Checked,
+                         m_table->item(row, NameColumn)->text().trimmed(), box->currentText()});
+    }
+    return tab;
+}

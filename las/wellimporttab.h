@@ -1,0 +1,62 @@
+#pragma once
+
+#include "las/importplan.h"
+
+#include <QWidget>
+
+QT_BEGIN_NAMESPACE
+class QComboBox;
+class QLabel;
+class QTableWidget;
+class QTableWidgetItem;
+QT_END_NAMESPACE
+
+class LasTextBrowser;
+struct ProjectData;
+
+/// The page of one LAS file in the import dialog: its well, its curves and its text. Holds everything that belongs
+/// to the file.
+class WellImportTab : public QWidget
+{
+    Q_OBJECT
+
+public:
+    enum Column { CurveColumn, GroupColumn, SelectColumn, NameColumn };
+    /// The item-data role in which an alternate name carries the name of the bound well.
+    static constexpr int wellNameRole = 100;
+    /// More curves than this are told of, but not listed.
+    static constexpr int maximumRows = 1000;
+
+    /// \a projectData must outlive the page.
+    WellImportTab(ProjectData &projectData, const WellInfo &file, const QString &title, QWidget *parent = nullptr);
+
+    const WellInfo &file() const { return m_file; }
+    QComboBox *wellBox() const { return m_wellBox; }
+    QTableWidget *table() const { return m_table; }
+
+    /// Takes over the well that the combo box shows: its maximum depth, and the test of every row.
+    void bindWell();
+    /// Paints the row red and clears its check box where the bound well has a log of its alternate name.
+    void testRow(QTableWidgetItem *nameItem);
+    void testAllRows();
+
+    las::ImportTab plan() const;
+
+private:
+    void buildHead();
+    void buildNotices();
+    void buildTable();
+    QString summary() const;
+    void paintRow(int row, bool isTaken);
+    QStringList logsOfWell() const;
+
+    ProjectData &m_data;
+    WellInfo m_file;
+    QString m_title;
+    double m_wellMaximumDepth = 0;
+    QComboBox *m_wellBox = nullptr;
+    QLabel *m_summary = nullptr;
+    QLabel *m_notice = nullptr;
+    QTableWidget *m_table = nullptr;
+    LasTextBrowser *m_text = nullptr;
+};

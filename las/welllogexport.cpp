@@ -1,0 +1,341 @@
+#include "las/welllogexport.h"
+
+#include "base/asker.h"
+#include "datastore/projectdata.h"
+#include "las/checklist.h"
+#include "las/exportcurvesinascii.h"
+#include "las/laswriter.h"
+#include "las/resampling.h"
+#include "las/welllogstabwidget.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDoubleValidator>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTabWidget>
+
+/// What to write of one well.
+struct WellLogExport::Job
+{
+    QString wellName;
+    QStringList logNames;
+    bool isResampling = false;
+    QString path;
+};
+
+WellLogExport::WellLogExport(ProjectData &projectData, QWidget *parent)
+    : QDialog(parent)
+    , m_data(projectData)
+{
+    setObjectName(QStringLiteral("WellLogExport"));
+    setWindowTitle(QStringLiteral("Well Log(s) Export"));
+    setWindowIcon(m_data.host.icon(QStringLiteral("export_wlc.png")));
+    chooseFolder = [](QWidget *window, const QString &title, const QString &folder) {
+        return QFileDialog::getExistingDirectory(window, title, folder);
+    };
+
+    auto *page = new QVBoxLayout(this);
+    auto *wellsLabel = new QLabel(QStringLiteral("Select Well(s)"));
+    m_wells = new QListWidget;
+    m_wells->setObjectName(QStringLiteral("wellList"));
+    las::fillCheckList(m_wells, m_data.catalogue.wellNames());
+    wellsLabel->setBuddy(m_wells);
+    auto *logsLabel = new QLabel(QStringLiteral("Select Log(s)"));
+    m_tabs = new QTabWidget;
+    m_tabs->setObjectName(QStringLiteral("wellTabs"));
+    logsLabel->setBuddy(m_tabs);
+    page->addWidget(wellsLabel);
+    page->addWidget(m_wells, 2);
+    page->addWidget(logsLabel);
+    page->addWidget(m_tabs, 3);
+    auto *options = new QWidget;
+    buildOptions(options);
+    page->addWidget(options);
+    m_progressBar = new QProgressBar;
+    m_progressBar->setObjectName(QStringLiteral("progressBar"));
+    m_progressBar->setValue(0);
+    page->addWidget(m_progressBar);
+    page->addWidget(buildButtons());
+    m_exportButton->setDefault(true);
+    resize(640, 640);
+    intervalCheckBoxToggled(m_intervalBox->isChecked());
+
+    connect(m_wells, &QListWidget::itemChanged, this, &WellLogExport::wellSelected);
+    connect(m_intervalBox, &QCheckBox::toggled, this, &WellLogExport::intervalCheckBoxToggled);
+    connect(m_browseButton, &QPushButton::clicked, this, &WellLogExport::browseBtnClicked);
+    connect(m_exportButton, &QPushButton::clicked, this, &WellLogExport::exportBtnClicked);
+    connect(m_closeButton, &QPushButton::clicked, this, &WellLogExport::close);
+    connect(m_asciiButton, &QPushButton::clicked, this, &WellLogExport::curvesInAsciiClicked);
+}
+
+void WellLogExport::buildOptions(QWidget *page)
+{
+    m_intervalBox = new QCheckBox;
+    m_intervalBox->setObjectName(QStringLiteral("intervalBox"));
+    m_intervalBox->setAccessibleName(QStringLiteral("Resample to the depth interval"));
+    m_intervalBox->setToolTip(QStringLiteral("Resample logs with another step to this interval"));
+    m_intervalBox->setChecked(true); // only resampled logs stand at their depths whatever their step
+    m_intervalEdit = new QLineEdit(QStringLiteral("0.1524"));
+    m_intervalEdit->setObjectName(QStringLiteral("intervalEdit"));
+    m_intervalEdit->setMaximumWidth(120);
+    auto *validator = new QDoubleValidator(m_intervalEdit);
+    validator->setLocale(QLocale::c());
+    m_intervalEdit->setValidator(validator);
+    m_intervalHint = new QLabel;
+    m_intervalHint->setObjectName(QStringLiteral("intervalHint"));
+    m_intervalHint->setWordWrap(true);
+    m_folderEdit = new QLineEdit;
+    m_folderEdit->setObjectName(QStringLiteral("folderEdit"));
+    m_browseButton = new QPushButton(QStringLiteral("Browse"));
+    m_browseButton->setObjectName(QStringLiteral("browseButton"));
+
+    auto *grid = new QGridLayout(page);
+    grid->setContentsMargins(0, 0, 0, 0);
+    auto *interval = new QHBoxLayout;
+    interval->addWidget(m_intervalBox);
+    interval->addWidget(m_intervalEdit);
+    interval->addWidget(m_intervalHint, 1);
+    auto *intervalLabel = new QLabel(QStringLiteral("Depth Interval :"));
+    intervalLabel->setBuddy(m_intervalEdit);
+    grid->addWidget(intervalLabel, 0, 0);
+    grid->addLayout(interval, 0, 1, 1, 2);
+    auto *folderLabel = new QLabel(QStringLiteral("Output Folder :"));
+    folderLabel->setBuddy(m_folderEdit);
+    grid->addWidget(folderLabel, 1, 0);
+    grid->addWidget(m_folderEdit, 1, 1);
+    grid->addWidget(m_browseButton, 1, 2);
+}
+
+QWidget *WellLogExport::buildButtons()
+{
+    auto *row = new QWidget;
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    m_exportButton = new QPushButton(QStringLiteral("Export"));
+    m_exportButton->setObjectName(QStringLiteral("exportButton"));
+    m_closeButton = new QPushButton(QStringLiteral("Close"));
+    m_closeButton->setObjectName(QStringLiteral("closeButton"));
+    m_asciiButton = new QPushButton(QStringLiteral("Curves in ASCII"));
+    m_asciiButton->setObjectName(QStringLiteral("asciiButton"));
+    m_asciiButton->setToolTip(QStringLiteral("Write logs of a well as two-column text files into the project"));
+    layout->addStretch(1);
+    layout->addWidget(m_exportButton);
+    layout->addWidget(m_closeButton);
+    layout->addSpacing(24);
+    layout->addWidget(m_asciiButton);
+    return row;
+}
+
+WellLogsTabWidget *WellLogExport::tabAt(int index) const
+{
+    return qobject_cast<WellLogsTabWidget *>(m_tabs->widget(index));
+}
+
+// Two wells may have one name, so the tab of an item is remembered; its text is the item's name in any case.
+void WellLogExport::wellSelected(QListWidgetItem *item)
+{
+    const bool isChecked = item->checkState() == Qt::Checked;
+    WellLogsTabWidget *tab = m_tabOfItem.value(item);
+    if (isChecked && !tab) {
+        tab = new WellLogsTabWidget(m_data.catalogue.logNames(m_wells->row(item)));
+        m_tabOfItem.insert(item, tab);
+        m_tabs->setCurrentIndex(m_tabs->addTab(tab, item->text()));
+    } else if (!isChecked && tab) {
+        m_tabOfItem.remove(item);
+        delete tab;
+    }
+}
+
+void WellLogExport::intervalCheckBoxToggled(bool isChecked)
+{
+    // The interval stays editable: the data lines step by it in either case.
+    m_intervalHint->setText(isChecked
+                                ? QStringLiteral("m; logs with another step are resampled")
+                                : QStringLiteral("m; logs are not resampled: one sample a line, whatever its depth"));
+}
+
+void WellLogExport::browseBtnClicked()
+{
+    const QPointer<WellLogExport> self(this);
+    const QString folder = chooseFolder(this, QStringLiteral("Open Directory"), m_folderEdit->text());
+    if (self && !folder.isEmpty())
+        m_folderEdit->setText(folder);
+}
+
+void WellLogExport::curvesInAsciiClicked()
+{
+    auto *dialog = new ExportCurvesInAscii(m_data, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->open();
+}
+
+QVector<WellLogExport::Job> WellLogExport::jobs() const
+{
+    QVector<Job> jobs;
+    for (int i = 0; i < m_tabs->count(); ++i) {
+        Job job;
+        job.wellName = m_tabs->tabText(i);
+        job.logNames = tabAt(i)->checkedLogs();
+        job.isResampling = m_intervalBox->isChecked();
+        job.path = m_folderEdit->text() + QLatin1Char('/') + las::lasFileName(job.wellName);
+        jobs.append(job);
+    }
+    return jobs;
+}
+
+void WellLogExport::exportBtnClicked()
+{
+    if (m_isRunning)
+        return;
+    if (m_folderEdit->text().isEmpty()) {
+        m_data.asker.warn(windowTitle(), QStringLiteral("Please first select output folder."));
+        return;
+    }
+    if (m_tabs->count() == 0) {
+        m_data.asker.warn(windowTitle(), QStringLiteral("Please first select Well(s)."));
+        return;
+    }
+    const QVector<Job> wells = jobs();
+    const double interval = las::intervalFromText(m_intervalEdit->text());
+    const QString problem = refusal(wells, interval);
+    if (!problem.isEmpty()) {
+        m_data.asker.warn(windowTitle(), problem);
+        return;
+    }
+    m_isCancelled = false;
+    m_closesAfterExport = false;
+    m_progressBar->setRange(0, wells.size());
+    m_progressBar->setValue(0);
+    const QPointer<WellLogExport> self(this);
+    const QPointer<QWidget> focused(focusWidget());
+    setRunning(true);
+    if (exportWells(wells, interval) == End::Finished && self)
+        m_data.asker.inform(windowTitle(), QStringLiteral("Successfully Exported !"));
+    if (!self)
+        return;
+    setRunning(false);
+    if (focused)
+        focused->setFocus();
+    if (m_closesAfterExport)
+        close();
+}
+
+// Reads the logs once more than needed, so that a wrong interval or depth is told before the first file is written.
+QString WellLogExport::refusal(const QVector<Job> &wells, double interval) const
+{
+    const QString problem = las::intervalProblem(interval);
+    if (!problem.isEmpty())
+        return problem;
+    for (const Job &job : wells) {
+        if (job.logNames.isEmpty())
+            break; // the export ends there
+        las::ExportRange range(m_data.catalogue.wellRecord(job.wellName).totalDepth);
+        for (const QString &name : job.logNames)
+            range.add(m_data.catalogue.curve(job.wellName, name));
+        const QString gridProblem = las::gridProblem(range.start, range.stop, interval, job.wellName);
+        if (!gridProblem.isEmpty())
+            return gridProblem;
+    }
+    return {};
+}
+
+WellLogExport::End WellLogExport::exportWells(const QVector<Job> &wells, double interval)
+{
+    const QPointer<WellLogExport> self(this);
+    QStringList unsuitedLogs;
+    End end = End::Finished;
+    for (int i = 0; i < wells.size() && end == End::Finished; ++i) {
+        end = exportWell(wells.at(i), interval, &unsuitedLogs);
+        if (end == End::Finished)
+            m_progressBar->setValue(i + 1);
+    }
+    if (end != End::Deleted && !unsuitedLogs.isEmpty())
+        m_data.asker.warn(windowTitle(), las::unsuitedExportWarning(unsuitedLogs));
+    return self ? end : End::Deleted;
+}
+
+// Events may delete the dialog: after each of them nothing of it is touched before it is known to be there.
+WellLogExport::End WellLogExport::exportWell(const Job &job, double interval, QStringList *unsuitedLogs)
+{
+    const QPointer<WellLogExport> self(this);
+    const auto goOn = [&self, this] {
+        QCoreApplication::processEvents();
+        return self && !m_isCancelled;
+    };
+    if (job.logNames.isEmpty()) {
+        m_data.asker.warn(windowTitle(),
+                          QStringLiteral("Please first select log(s) for this Well :%1.").arg(job.wellName));
+        return self ? End::Stopped : End::Deleted;
+    }
+    las::ExportFile file;
+    file.well = m_data.catalogue.wellRecord(job.wellName);
+    file.well.wellName = job.wellName;
+    file.interval = interval;
+    file.range = las::ExportRange(file.well.totalDepth);
+    QStringList unsuited;
+    for (const QString &name : job.logNames) {
+        if (!goOn())
+            return self ? End::Cancelled : End::Deleted;
+        LogCurveData log = m_data.catalogue.curve(job.wellName, name);
+        file.range.add(log);
+        bool isUnsuited = false;
+        if (job.isResampling)
+            log = las::resampledForExport(log, interval, &isUnsuited);
+        if (isUnsuited)
+            unsuited.append(job.wellName + QStringLiteral(": ") + name);
+        file.logs.append(log);
+    }
+    bool isCreated = false;
+    const base::WriteResult result = las::writeLas(job.path, file, goOn, &isCreated);
+    if (!self)
+        return End::Deleted;
+    if (m_isCancelled)
+        return End::Cancelled;
+    if (!result.ok()) {
+        const QString text = isCreated
+            ? QStringLiteral("Unable to write file %1: %2.\nWhat was at this place before is unchanged.")
+                  .arg(job.path, result.error)
+            : QStringLiteral("Unable to create file.\nPlease check file read/write permission for that folder.");
+        m_data.asker.warn(windowTitle(), text);
+        return self ? End::Stopped : End::Deleted;
+    }
+    *unsuitedLogs += unsuited;
+    return End::Finished;
+}
+
+void WellLogExport::setRunning(bool isRunning)
+{
+    m_isRunning = isRunning;
+    for (QWidget *widget : std::initializer_list<QWidget *> {m_wells, m_tabs, m_intervalBox, m_intervalEdit, m_folderEdit,
+                                                             m_browseButton, m_exportButton, m_asciiButton})
+        widget->setEnabled(!isRunning);
+}
+
+// As in the import: a running export ends first.
+void WellLogExport::closeEvent(QCloseEvent *event)
+{
+    if (!m_isRunning) {
+        QDialog::closeEvent(event);
+        return;
+    }
+    reject();
+    event->ignore();
+}
+
+void WellLogExport::reject()
+{
+    if (!m_isRunning) {
+        QDialog::reject();
+        return;
+    }
+    m_isCancelled = true;
+    m_closesAfterExport = true;
+    hide();
+}

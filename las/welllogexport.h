@@ -1,0 +1,79 @@
+#pragma once
+
+#include <QDialog>
+#include <QHash>
+
+#include <functional>
+
+QT_BEGIN_NAMESPACE
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QListWidgetItem;
+class QProgressBar;
+class QPushButton;
+class QTabWidget;
+QT_END_NAMESPACE
+
+class WellLogsTabWidget;
+struct ProjectData;
+
+/// Exports logs as LAS 2.0 files, one a well, and opens the export as two-column files.
+class WellLogExport : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// Asks the user for a folder; an empty text means none.
+    using FolderChooser = std::function<QString(QWidget *parent, const QString &title, const QString &folder)>;
+
+    /// \a projectData must outlive the dialog.
+    explicit WellLogExport(ProjectData &projectData, QWidget *parent = nullptr);
+
+    /// A folder dialog unless it is replaced.
+    FolderChooser chooseFolder;
+
+public slots:
+    void wellSelected(QListWidgetItem *item);
+    void intervalCheckBoxToggled(bool isChecked);
+    void browseBtnClicked();
+    void exportBtnClicked();
+    void curvesInAsciiClicked();
+
+public:
+    void reject() override;
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    struct Job;
+    enum class End { Finished, Stopped, Cancelled, Deleted };
+
+    void buildOptions(QWidget *page);
+    QWidget *buildButtons();
+    WellLogsTabWidget *tabAt(int index) const;
+    QVector<Job> jobs() const;
+    QString refusal(const QVector<Job> &wells, double interval) const;
+    End exportWells(const QVector<Job> &wells, double interval);
+    End exportWell(const Job &job, double interval, QStringList *unsuitedLogs);
+    void setRunning(bool isRunning);
+
+    ProjectData &m_data;
+    QListWidget *m_wells = nullptr;
+    QTabWidget *m_tabs = nullptr;
+    QCheckBox *m_intervalBox = nullptr;
+    QLineEdit *m_intervalEdit = nullptr;
+    QLabel *m_intervalHint = nullptr;
+    QLineEdit *m_folderEdit = nullptr;
+    QPushButton *m_browseButton = nullptr;
+    QProgressBar *m_progressBar = nullptr;
+    QPushButton *m_exportButton = nullptr;
+    QPushButton *m_closeButton = nullptr;
+    QPushButton *m_asciiButton = nullptr;
+    QHash<const QListWidgetItem *, WellLogsTabWidget *> m_tabOfItem;
+    bool m_isCancelled = false;
+    bool m_isRunning = false;
+    bool m_closesAfterExport = false;
+};

@@ -1,0 +1,205 @@
+#include "datastore/curvegrouptable.h"
+#include "las/laswriter.h"
+#include "support/files.h"
+#include "support/testmain.h"
+#include "tests/las/importfixture.h"
+#include "tests/las/strictlaschecker.h"
+
+#include "las/welllogexport.h"
+
+#include <QDir>
+#include <QListWidget>
+
+#include <cmath>
+#include <random>
+
+namespace {
+
+QString text(const char *bytes)
+{
+    return QString::fromUtf8(bytes);
+}
+
+/// Printed and read back.
+double printed(double value, int decimals)
+{
+    return QString::number(value, 'f', decimals).toDouble();
+}
+
+struct Grid
+{
+    double start, stop, interval;
+};
+
+/// What the writer's rule puts into a log's column, worked out once more: depth and value as a reader finds them.
+QVector<QPair<double, double>> expectedColumn(const Grid &grid, const LogCurveData &log)
+{
+    QVector<QPair<double, double>> column;
+    for (double depth = grid.start; depth <= grid.stop; depth += grid.interval) {
+        const double index = (depth - log.depths.first()) / grid.interval;
+        double value = nullSampleValue;
+        if (index > -1 && index < log.values.size())
+            value = log.values.at(static_cast<int>(index));
+        column.append({printed(depth, 4), printed(value, 2)});
+    }
+    return column;
+}
+
+host::LogData withoutNullEnds(QVector<QPair<double, double>> column)
+{
+    while (!column.isEmpty() && column.last().second == nullSampleValue)
+        column.removeLast();
+    while (!column.isEmpty() && column.first().second == nullSampleValue)
+        column.removeFirst();
+    host::LogData log;
+    for (const auto &sample : qAsConst(column)) {
+        log.depths.append(static_cast<float>(sample.first));
+        log.values.append(sample.second == nullSampleValue ? host::undefinedValue : static_cast<float>(sample.second));
+    }
+    return log;
+}
+
+} // namespace
+
+/// Logs that are exported and imported again, compared with what index rule and printed precision yield.
+class TestLasRoundTrip : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { CurveGroupTable::instance().clear(); }
+    void exportedLogsComeBack_data();
+    void exportedLogsComeBack();
+    void realFilesAreImported();
+
+private:
+    void exportWell(ImportFixture &f, const QString &interval, bool isResampling);
+};
+
+void TestLasRoundTrip::exportedLogsComeBack_data()
+{
+    QTest::addColumn<int>("seed");
+    QTest::addColumn<bool>("isResampling");
+    for (int seed = 0; seed < 25; ++seed) {
+        QTest::addRow("%d, resampled", seed) << seed << true;
+        QTest::addRow("%d, as it is", seed) << seed << false;
+    }
+}
+
+void TestLasRoundTrip::exportWell(ImportFixture &f, const QString &interval, bool isResampling)
+{
+    WellLogExport dialog(*f.launch);
+    dialog.show();
+    dialog.findChild<QListWidget *>(text("wellList"))->item(0)->setCheckState(Qt::Checked);
+    dialog.findChild<QCheckBox *>(text("allBox"))->setChecked(true);
+    dialog.findChild<QCheckBox *>(text("intervalBox"))->setChecked(isResampling);
+    dialog.findChild<QLineEdit *>(text("intervalEdit"))->setText(interval);
+    dialog.findChild<QLineEdit *>(text("folderEdit"))->setText(f.survey.path());
+    QTest::mouseClick(dialog.findChild<QPushButton *>(text("exportButton")), Qt::LeftButton);
+}
+
+void TestLasRoundTrip::exportedLogsComeBack()
+{
+    QFETCH(int, seed);
+    QFETCH(bool, isResampling);
+    std::mt19937 random(static_cast<unsigned>(seed));
+    const auto pick = [&random](double from, double to) {
+        return std::uniform_real_distribution<double>(from, to)(random);
+    };
+    ImportFixture f;
+    f.host.storedWells[0].header.totalDepth = 9000; // of W-1, which is exported
+    f.host.storedWells[1].header.totalDepth = 9000; // of W-2, which gets the logs
+    auto &logs = f.host.storedWells[0].logs;
+    logs.clear();
+    const int logCount = 1 + seed % 4;
+    for (int i = 0; i < logCount; ++i) {
+        host::LogData log;
+        log.name = text("LOG%1").arg(i);
+        log.unit = text("gapi");
+        const double first = pick(0, 4000);
+        const double step = pick(0.05, 1);
+        const int samples = 2 + static_cast<int>(pick(0, 300));
+        for (int s = 0; s < samples; ++s) {
+            log.depths.append(static_cast<float>(first + s * step));
+            log.values.append(pick(0, 1) < 0.1 ? host::undefinedValue : static_cast<float>(pick(-500, 500)));
+        }
+        logs.append(log);
+    }
+    f.launch->catalogue.refreshLogNames(0);
+    const double interval = seed % 5 == 0 ? 0.1524 : printed(pick(0.06, 2), 3);
+    exportWell(f, QString::number(interval, 'g', 10), isResampling);
+    QCOMPARE(f.boxTexts(), QStringList {text("Successfully Exported !")});
+
+    Grid grid {9000, 0, interval};
+    QVector<LogCurveData> written;
+    for (int i = 0; i < logCount; ++i) {
+        LogCurveData log = f.launch->catalogue.curve(0, i);
+        grid.start = std::min(grid.start, log.depths.first());
+        grid.stop = std::max(grid.stop, log.depths.last());
+        bool isUnsuited = false;
+        written.append(isResampling ? las::resampledForExport(log, interval, &isUnsuited) : log);
+        QVERIFY(!isUnsuited);
+    }
+    QByteArray bytes = files::read(f.survey.filePath(text("W-1.las")));
+    QVERIFY(StrictLas(bytes).rows.size() > 1);
+
+    f.asker.boxes.clear();
+    f.chooseBytes(bytes);
+    QCOMPARE(f.wellBox()->currentText(), text("W-1")); // UWI is the well's name
+    f.wellBox()->setCurrentText(text("W-2"));
+    for (int row = 0; row <= logCount; ++row)
+        f.setChecked(row, row > 0);
+    f.startImport();
+    for (int i = 0; i < logCount; ++i) {
+        const host::LogData expected = withoutNullEnds(expectedColumn(grid, written.at(i)));
+        const host::LogData *read = f.hostLog(text("W-2"), text("LOG%1").arg(i));
+        if (expected.values.isEmpty()) {
+            QVERIFY(!read);
+            continue;
+        }
+        QVERIFY(read);
+        QCOMPARE(read->unit, text("gapi"));
+        QCOMPARE(read->depths, expected.depths);
+        QCOMPARE(read->values, expected.values);
+    }
+}
+
+// Every real file goes through the dialog into a well: no crash, no box but those of the import.
+void TestLasRoundTrip::realFilesAreImported()
+{
+    const QString folder = files::sharedFolder(text("las"));
+    if (folder.isEmpty())
+        QSKIP("the folder with real LAS files is not there");
+    ImportFixture f;
+    f.host.storedWells[1].header.totalDepth = 1e9;
+    const QFileInfoList entries = QDir(folder).entryInfoList({text("*.las"), text("*.LAS")}, QDir::Files);
+    QVERIFY(entries.size() > 30);
+    int written = 0;
+    for (const QFileInfo &entry : entries) {
+        f.choose({entry.filePath()});
+        QCOMPARE(f.tabs()->tabText(0), QString(entry.fileName()).replace(text("&"), text("&&")));
+        f.wellBox()->setCurrentText(text("W-2"));
+        f.setInterval(text("0.5"));
+        f.asker.boxes.clear();
+        f.host.storedWells[1].logs.clear();
+        f.launch->catalogue.refreshLogNames(1);
+        f.tab()->testAllRows();
+        for (int row = 0; row < f.table()->rowCount(); ++row)
+            f.setChecked(row, !f.nameItem(row)->text().isEmpty());
+        f.startImport();
+        QVERIFY(!f.asker.boxes.isEmpty());
+        const QString last = f.boxTexts().last();
+        QVERIFY2(last == importedText || last.startsWith(text("To import required"))
+                     || last.startsWith(text("W-2's maximum depth")) || last.contains(text("50 million")),
+                 qPrintable(entry.fileName() + text(": ") + last));
+        for (const host::LogData &log : qAsConst(f.host.storedWells[1].logs))
+            QCOMPARE(log.depths.size(), log.values.size());
+        written += f.host.storedWells[1].logs.size();
+        emit f.tabs()->tabCloseRequested(0);
+    }
+    QVERIFY(written > 200);
+    QVERIFY(f.host.errors.isEmpty());
+}
+
+LORVA_TEST_MAIN(TestLasRoundTrip)
+#include "tst_lasroundtrip.moc"
