@@ -265,16 +265,16 @@ void importEndToEnd(benchmark::State &state)
                 qFatal("cannot write");
     };
     const auto dialog = [&] {
-        WellImportDialog dialog(launch.launch);
-        dialog.chooseFiles = [&path](QWidget *, const QString &, const QString &) { return QStringList {path}; };
-        dialog.show();
-        dialog.selectLasFilesClicked();
-        dialog.findChild<QCheckBox *>(QStringLiteral("intervalBox"))->setChecked(true);
-        dialog.findChild<QLineEdit *>(QStringLiteral("intervalEdit"))->setText(QString::fromLatin1(interval));
-        for (QTableWidget *table : dialog.findChildren<QTableWidget *>())
+        WellImportDialog window(launch.launch);
+        window.chooseFiles = [&path](QWidget *, const QString &, const QString &) { return QStringList {path}; };
+        window.show();
+        window.selectLasFilesClicked();
+        window.findChild<QCheckBox *>(QStringLiteral("intervalBox"))->setChecked(true);
+        window.findChild<QLineEdit *>(QStringLiteral("intervalEdit"))->setText(QString::fromLatin1(interval));
+        for (QTableWidget *table : window.findChildren<QTableWidget *>())
             for (int row = 0; row < table->rowCount(); ++row)
                 table->item(row, 2)->setCheckState(Qt::Checked); // they exist from the run before
-        dialog.importSelectedClicked();
+        window.importSelectedClicked();
     };
     bench::compare(state, parts, dialog);
     state.counters["MB_file"] = 1e-6 * static_cast<double>(QFile(path).size());

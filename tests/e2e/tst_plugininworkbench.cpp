@@ -163,9 +163,14 @@ private slots:
         QLibrary library(pluginFile);
         const auto init = reinterpret_cast<InitFunction>(library.resolve("InitLORVAOSPlugin"));
         QVERIFY(init);
+        click();
+        const QPointer<QAction> action(m_menu->actions().last());
+        const QPointer<QWidget> window(mainWindow());
+        QVERIFY(window);
         for (int i = 0; i < 3; ++i)
             QVERIFY(init() == nullptr);
         QCOMPARE(menuTexts(), (QStringList {"Own entry", actionText}));
+        QVERIFY2(action && window, "the manager is the one there was");
         library.unload();
     }
 

@@ -14,7 +14,11 @@ LaunchRecorder::LaunchRecorder(const std::function<QString()> &describe)
 
 bool LaunchRecorder::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::Show && watched->objectName() == QLatin1String("Launcher"))
+    if (event->type() != QEvent::Show)
+        return false;
+    if (watched->objectName() == QLatin1String("MainWindow"))
+        ++mainWindowShows;
+    if (watched->objectName() == QLatin1String("Launcher"))
         connect(watched->findChild<QProgressBar *>(), &QProgressBar::valueChanged, this,
                 [this](int value) { progress.append(value); });
     return false;
