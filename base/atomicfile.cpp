@@ -132,6 +132,15 @@ WriteResult AtomicFileWriter::write(const char *bytes, qint64 size)
     return m_result;
 }
 
+WriteResult AtomicFileWriter::seek(qint64 position)
+{
+    if (!m_result.ok() || m_file < 0)
+        errno = EBADF;
+    else if (::lseek(m_file, position, SEEK_SET) >= 0)
+        return m_result;
+    return fail("seek");
+}
+
 WriteResult AtomicFileWriter::commit()
 {
     if (!m_result.ok() || m_file < 0) {

@@ -33,6 +33,8 @@ public:
 
     WriteResult open(const QString &path);
     WriteResult write(const char *bytes, qint64 size);
+    /// Where the next write() goes, from the start of the file: for formats that complete their head at the end.
+    WriteResult seek(qint64 position);
     /// Flushes to the disk and puts the file in its place. The first failure of any step is what it returns.
     WriteResult commit();
 

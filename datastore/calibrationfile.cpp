@@ -22,13 +22,14 @@ void warnUnreadable(base::Asker &asker)
     asker.warn(readerTitle(), QStringLiteral("Unable to read file please check file read/write permission."));
 }
 
-// The text behind the first ":" (a well's name may hold another one); nothing when there is none.
-std::optional<QString> headingValue(textfields::Field line)
+// What the heading holds behind its first ":"; nothing when there is none.
+std::optional<QByteArray> headingValue(textfields::Field line)
 {
     const size_t colon = line.find(':');
     if (colon == textfields::Field::npos)
         return std::nullopt;
-    return textfields::toString(line.substr(colon + 1));
+    const textfields::Field value = line.substr(colon + 1);
+    return QByteArray(value.data(), static_cast<int>(value.size()));
 }
 
 // What the group's name may take of the file name; every curve group's name is shorter.
@@ -45,8 +46,8 @@ QString calibrationPath(const QString &projectFolder, const QString &wellName, c
 
 QByteArray calibrationBytes(const CalibrationRecord &record)
 {
-    QByteArray bytes = "WellName :" + record.wellName.toUtf8() + '\n';
-    bytes += "GroupName :" + record.groupName.toUtf8() + '\n';
+    QByteArray bytes = "WellName :" + textfields::oneLine(record.wellName) + '\n';
+    bytes += "GroupName :" + textfields::oneLine(record.groupName) + '\n';
     const int count = qMin(record.depths.size(), record.values.size());
     for (int i = 0; i < count; ++i)
         bytes += sidefile::number(record.depths.at(i)) + '|' + sidefile::number(record.values.at(i)) + '\n';
@@ -59,8 +60,10 @@ CalibrationParse parseCalibration(const QByteArray &bytes, const QString &wellNa
     CalibrationParse result;
     result.record.wellName = wellName;
     result.record.groupName = groupName;
-    std::optional<QString> well;
-    std::optional<QString> group;
+    const QByteArray askedWell = oneLine(wellName);
+    const QByteArray askedGroup = oneLine(groupName);
+    std::optional<QByteArray> well;
+    std::optional<QByteArray> group;
     std::vector<Field> parts;
     int lineNumber = 0;
     forEachLine(utf8Text(bytes), [&](Field line) {
@@ -69,7 +72,7 @@ CalibrationParse parseCalibration(const QByteArray &bytes, const QString &wellNa
             well = headingValue(line);
         else if (lineNumber == 2)
             group = headingValue(line);
-        if (lineNumber <= 2 || well != wellName || group != groupName)
+        if (lineNumber <= 2 || well != askedWell || group != askedGroup)
             return;
         splitSkippingEmpty(trimmed(line), '|', 2, &parts);
         if (parts.size() < 2)

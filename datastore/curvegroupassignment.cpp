@@ -3,15 +3,22 @@
 #include "datastore/curvegroups.h"
 #include "datastore/curvegrouptable.h"
 #include "datastore/groupfiles.h"
+#include "datastore/textfields.h"
+
+#include <algorithm>
 
 QString findCurveGroup(const QString &projectFolder, const QString &logName)
 {
     const QString inTable = CurveGroupTable::instance().group(logName);
     if (!inTable.isEmpty())
         return inTable;
-    for (const QString &group : curveGroupNames())
-        if (readGroupFile(projectFolder, group).contains(logName))
+    const QString name = textfields::fieldName(logName);
+    const auto isName = [&name](const QString &entry) { return textfields::fieldName(entry) == name; };
+    for (const QString &group : curveGroupNames()) {
+        const QStringList entries = readGroupFile(projectFolder, group);
+        if (std::any_of(entries.begin(), entries.end(), isName))
             return group;
+    }
     return QStringLiteral("Others");
 }
 
@@ -22,6 +29,6 @@ void assignCurveGroup(const QString &projectFolder, const QString &logName, cons
     addMnemonicToGroup(projectFolder, group, logName);
     CurveGroupTable &table = CurveGroupTable::instance();
     table.read(projectFolder);
-    table.set(logName.trimmed(), group);
+    table.set(logName, group);
     table.write(projectFolder);
 }

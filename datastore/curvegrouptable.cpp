@@ -1,7 +1,6 @@
 #include "datastore/curvegrouptable.h"
 
 #include "base/atomicfile.h"
-#include "datastore/textfields.h"
 
 #include <QFile>
 
@@ -10,6 +9,15 @@ namespace {
 QString tablePath(const QString &projectFolder)
 {
     return projectFolder + QStringLiteral("/CurveGroups/CurveGroupTable.txt");
+}
+
+// Nothing when there is no such file or it cannot be read.
+std::optional<QByteArray> contentOf(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return file.readAll();
 }
 
 } // namespace
@@ -36,23 +44,28 @@ QByteArray CurveGroupTable::toBytes() const
 {
     QByteArray bytes;
     for (auto entry = m_groups.begin(); entry != m_groups.end(); ++entry)
-        bytes += textfields::oneLine(entry.key()) + " | " + textfields::oneLine(entry.value()) + '\n';
+        bytes += entry.key().toUtf8() + " | " + entry.value().toUtf8() + '\n';
     return bytes;
 }
 
 void CurveGroupTable::read(const QString &projectFolder)
 {
-    QFile file(tablePath(projectFolder));
-    if (file.open(QIODevice::ReadOnly))
-        merge(file.readAll());
+    m_lastRead.reset();
+    const QString path = tablePath(projectFolder);
+    const std::optional<QByteArray> bytes = contentOf(path);
+    if (!bytes)
+        return;
+    merge(*bytes);
+    m_lastRead = ReadFile{path, *bytes};
 }
 
-void CurveGroupTable::write(const QString &projectFolder) const
+void CurveGroupTable::write(const QString &projectFolder)
 {
+    const QString path = tablePath(projectFolder);
+    const bool isRead = m_lastRead && m_lastRead->path == path;
+    const std::optional<QByteArray> old = isRead ? m_lastRead->bytes : contentOf(path);
+    m_lastRead.reset();
     const QByteArray bytes = toBytes();
-    QFile file(tablePath(projectFolder));
-    if (file.open(QIODevice::ReadOnly) && file.readAll() == bytes)
-        return;
-    file.close();
-    (void)base::writeFileAtomically(file.fileName(), bytes); // silence is what a user is to see here
+    if (old != bytes)
+        (void)base::writeFileAtomically(path, bytes); // silence is what a user is to see here
 }

@@ -1,20 +1,28 @@
 #pragma once
 
+#include "datastore/textfields.h"
+
 #include <QByteArray>
 #include <QMap>
 #include <QString>
 
-/// Which curve group each log name (mnemonic) belongs to. Names are compared exactly. Entries are kept in the order
-/// of their names, so that an unchanged table gives unchanged bytes.
+#include <optional>
+
+/// Which curve group each log name (mnemonic) belongs to. Names are compared exactly, in the form in which the file
+/// can hold them (textfields::fieldName). Entries are kept in the order of their names, so that an unchanged table
+/// gives unchanged bytes.
 class CurveGroupTable
 {
 public:
     /// The table of the process: it keeps its content from one launch to the next.
     static CurveGroupTable &instance();
 
-    /// Empty when the name has no entry.
-    QString group(const QString &logName) const { return m_groups.value(logName); }
-    void set(const QString &logName, const QString &group) { m_groups.insert(logName, group); }
+    /// Empty when the name has no entry, or one without a group, which counts as none.
+    QString group(const QString &logName) const { return m_groups.value(textfields::fieldName(logName)); }
+    void set(const QString &logName, const QString &group)
+    {
+        m_groups.insert(textfields::fieldName(logName), textfields::fieldName(group));
+    }
     void clear() { m_groups.clear(); }
     int size() const { return m_groups.size(); }
 
@@ -25,9 +33,17 @@ public:
 
     /// Merges the project's table file; a missing or unreadable file changes nothing.
     void read(const QString &projectFolder);
-    /// Writes the project's table file unless it holds the same bytes. A failure is silent.
-    void write(const QString &projectFolder) const;
+    /// Writes the project's table file unless it holds the same bytes: those of the read() before, else the file is
+    /// looked at. A failure is silent.
+    void write(const QString &projectFolder);
 
 private:
+    struct ReadFile
+    {
+        QString path;
+        QByteArray bytes;
+    };
+
     QMap<QString, QString> m_groups;
+    std::optional<ReadFile> m_lastRead; ///< since the last write
 };

@@ -11,6 +11,8 @@
 #include <QFile>
 #include <QSet>
 
+#include <algorithm>
+
 namespace {
 
 QString noGroup()
@@ -39,27 +41,34 @@ QString groupInTable(const QString &logName)
     return group.isEmpty() ? othersGroup() : group;
 }
 
-// Groups in the order of the well's logs; logs without a group are classified by their unit.
-void classifyLogs(const WellsCatalogue &catalogue, int well, GroupFiles *groupFiles)
+// Logs without a group are classified by their unit. False when the units were needed and the well can no longer be
+// read: then nothing of it is kept.
+bool classifyLogs(const WellsCatalogue &catalogue, int well, GroupFiles *groupFiles)
 {
     const QStringList &names = catalogue.logNames(well);
-    QStringList unitGroups; // read when the first log needs it: most launches find every log in the table
+    QStringList unitGroups; // most launches find every log in the table and need none
+    if (std::any_of(names.begin(), names.end(),
+                    [](const QString &name) { return groupInTable(name) == othersGroup(); })) {
+        const host::Outcome<QStringList> read = catalogue.readCurveGroups(well);
+        if (!read.ok())
+            return false;
+        unitGroups = read.value;
+    }
     for (int log = 0; log < names.size(); ++log) {
         QString group = groupInTable(names.at(log));
         if (group == othersGroup()) {
-            if (unitGroups.isEmpty())
-                unitGroups = catalogue.curveGroups(well);
             group = unitGroups.value(log, othersGroup());
             CurveGroupTable::instance().set(names.at(log), group);
         }
         if (group != noGroup())
             groupFiles->add(group, names.at(log));
     }
+    return true;
 }
 
 QByteArray defaultLogsBytes(const ProjectData &data, int well)
 {
-    QByteArray bytes = data.catalogue.wellNames().at(well).toUtf8() + '\n';
+    QByteArray bytes = textfields::oneLine(data.catalogue.wellNames().at(well)) + '\n';
     QStringList free = data.project.groupNames;
     for (const QString &log : data.catalogue.logNames(well)) {
         const QString group = groupInTable(log);
@@ -71,7 +80,7 @@ QByteArray defaultLogsBytes(const ProjectData &data, int well)
         }();
         if (at < 0)
             continue;
-        bytes += group.toUtf8() + '|' + log.toUtf8() + '\n';
+        bytes += group.toUtf8() + '|' + textfields::fieldName(log).toUtf8() + '\n';
         free.removeAt(at);
     }
     return bytes;
@@ -113,8 +122,10 @@ void runDefaultLogsPass(ProjectData &data)
     CurveGroupTable &table = CurveGroupTable::instance();
     table.read(folder);
     GroupFiles groupFiles(folder);
+    QSet<int> unreadable;
     for (int well = 0; well < data.catalogue.wellCount(); ++well)
-        classifyLogs(data.catalogue, well, &groupFiles);
+        if (!classifyLogs(data.catalogue, well, &groupFiles))
+            unreadable.insert(well);
     groupFiles.write();
 
     const QStringList present =
@@ -122,7 +133,7 @@ void runDefaultLogsPass(ProjectData &data)
     QSet<QString> existing(present.begin(), present.end());
     for (int well = 0; well < data.catalogue.wellCount(); ++well) {
         const QString fileName = defaultLogsFileName(data.catalogue.wellNames().at(well));
-        if (existing.contains(fileName))
+        if (unreadable.contains(well) || existing.contains(fileName))
             continue;
         // One that cannot be made is passed over; the next launch tries again.
         if (base::writeFileAtomically(defaultLogsFolder(folder) + QLatin1Char('/') + fileName,

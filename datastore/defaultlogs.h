@@ -24,5 +24,8 @@ DefaultLogs readDefaultLogs(const QString &projectFolder, const QString &wellNam
 
 /// Brings the curve group table, the group files and the default-logs files up to date with the catalogue: every
 /// log gets a group, and a well without a default-logs file gets one with the first log of each group. Silent; each
-/// file is read and written once, and nothing is written that did not change.
+/// file is read and written once, and nothing is written that did not change. The group "None" has no group file; an
+/// entry of the table without a group counts as absent. A well whose units are needed and that can no longer be read
+/// is passed over: nothing of it is kept, the next pass tries again. Log names stand in the files as
+/// textfields::fieldName() gives them.
 void runDefaultLogsPass(ProjectData &data);

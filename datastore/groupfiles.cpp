@@ -16,6 +16,12 @@ QString groupPath(const QString &projectFolder, const QString &group)
         + (isTable ? QStringLiteral("%43urveGroupTable") : base::fileNameFor(group, 4)) + QStringLiteral(".txt");
 }
 
+// Names are compared as the curve group table has them.
+QByteArray comparable(textfields::Field entry)
+{
+    return QByteArray(entry.data(), static_cast<int>(entry.size())).replace('|', textfields::brokenBar);
+}
+
 QByteArray groupFileBytes(const QString &projectFolder, const QString &group)
 {
     QFile file(groupPath(projectFolder, group));
@@ -58,23 +64,20 @@ GroupFiles::Group &GroupFiles::group(const QString &name)
     Group read;
     forEachLine(utf8Text(groupFileBytes(m_projectFolder, name)), [&read](Field line) {
         const Field entry = trimmed(line);
-        const int size = static_cast<int>(entry.size());
-        read.bytes.append(entry.data(), size).append('\n');
-        if (!read.known.contains(QByteArray::fromRawData(entry.data(), size)))
-            read.known.insert(QByteArray(entry.data(), size));
+        read.bytes.append(entry.data(), static_cast<int>(entry.size())).append('\n');
+        read.known.insert(comparable(entry));
     });
     return *m_groups.insert(name, read);
 }
 
 void GroupFiles::add(const QString &groupName, const QString &logName)
 {
-    const QByteArray line = textfields::oneLine(logName);
-    const textfields::Field entry = textfields::trimmed({line.constData(), static_cast<size_t>(line.size())});
-    const QByteArray name(entry.data(), static_cast<int>(entry.size()));
+    const QByteArray entry = textfields::trimmedLine(logName).toUtf8();
+    const QByteArray name = comparable({entry.constData(), static_cast<size_t>(entry.size())});
     Group &target = group(groupName);
     if (target.known.contains(name))
         return;
-    target.bytes += name + '\n';
+    target.bytes += entry + '\n';
     target.known.insert(name);
     target.isChanged = true;
 }

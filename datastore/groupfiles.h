@@ -13,8 +13,8 @@ QStringList readGroupFile(const QString &projectFolder, const QString &group);
 /// The same from the bytes of a group file.
 QStringList parseGroupFile(const QByteArray &bytes);
 
-/// Appends the trimmed name to the group's file unless it is listed there (letter case counts). The file is
-/// rewritten whole, one trimmed entry a line. A failure is silent.
+/// Appends the trimmed name to the group's file unless it is listed there (letter case counts; a "|" and a broken
+/// bar are the same). The file is rewritten whole, one trimmed entry a line. A failure is silent.
 void addMnemonicToGroup(const QString &projectFolder, const QString &group, const QString &logName);
 
 /// Several additions at once: each group file is read once and, where something was added, written once by write().
@@ -30,7 +30,7 @@ private:
     struct Group
     {
         QByteArray bytes; ///< every entry with its line feed
-        QSet<QByteArray> known;
+        QSet<QByteArray> known; ///< in the form in which names are compared
         bool isChanged = false;
     };
     Group &group(const QString &name);

@@ -1,7 +1,9 @@
 #include "datastore/hostwriter.h"
 
 #include "base/asker.h"
+#include "datastore/textfields.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -19,22 +21,41 @@ float toFloat(double value)
     return fits ? static_cast<float>(value) : host::undefinedValue;
 }
 
-host::LogData hostLog(const LogCurveData &curve)
+bool isDepth(float depth)
+{
+    return std::isfinite(depth) && !host::isUndefined(depth);
+}
+
+host::LogData hostLog(const QString &name, const LogCurveData &curve)
 {
     host::LogData log;
-    log.name = curve.logName;
+    log.name = name;
     log.unit = curve.unit;
     const int count = qMin(curve.depths.size(), curve.values.size());
-    log.depths.resize(count);
-    log.values.resize(count);
-    float *depths = log.depths.data();
-    float *values = log.values.data();
+    log.depths.reserve(count);
+    log.values.reserve(count);
     for (int i = 0; i < count; ++i) {
-        depths[i] = static_cast<float>(curve.depths.at(i));
+        const float depth = toFloat(curve.depths.at(i));
+        if (!isDepth(depth))
+            continue;
         const double value = curve.values.at(i);
-        values[i] = value == nullSampleValue ? host::undefinedValue : toFloat(value);
+        log.depths.append(depth);
+        log.values.append(value == nullSampleValue ? host::undefinedValue : toFloat(value));
     }
     return log;
+}
+
+QVector<host::Marker> hostMarkers(const MarkerSetRecord &markers)
+{
+    const int count = qMin(markers.names.size(), qMin(markers.measuredDepths.size(), markers.colors.size()));
+    QVector<host::Marker> set;
+    for (int i = 0; i < count; ++i) {
+        const QColor &color = markers.colors.at(i);
+        if (isDepth(markers.measuredDepths.at(i)))
+            set.append({markers.names.at(i), markers.measuredDepths.at(i),
+                        QColor(color.red(), color.green(), color.blue())});
+    }
+    return set;
 }
 
 } // namespace
@@ -48,17 +69,27 @@ HostWriter::HostWriter(host::Wells &wells, WellsCatalogue &catalogue, base::Aske
 {
 }
 
+bool HostWriter::hasLog(int well, const QString &logName) const
+{
+    if (m_catalogue.logNames(well).contains(logName))
+        return true;
+    const QVector<host::LogInfo> logs = m_wells.logs(m_catalogue.wellKey(well)).value;
+    return std::any_of(logs.begin(), logs.end(),
+                       [&logName](const host::LogInfo &log) { return log.name == logName; });
+}
+
 bool HostWriter::writeLog(int well, const LogCurveData &curve, bool showSuccess)
 {
     const bool isWell = well >= 0 && well < m_catalogue.wellCount();
     const QString wellName = isWell ? m_catalogue.wellNames().at(well) : curve.wellName;
-    if (isWell && m_catalogue.logNames(well).contains(curve.logName)) {
+    const QString logName = textfields::trimmedLine(curve.logName);
+    if (isWell && hasLog(well, logName)) {
         const base::Box question{
             base::BoxIcon::Question,
             logTitle(),
             QStringLiteral("A log with this name %1 is already exists.\n"
                            "Would you like to overwrite this existing log ?")
-                .arg(curve.logName),
+                .arg(logName),
             {base::BoxButton::No, base::BoxButton::Yes},
         };
         if (m_asker.show(question) != base::BoxButton::Yes)
@@ -69,11 +100,11 @@ bool HostWriter::writeLog(int well, const LogCurveData &curve, bool showSuccess)
         m_asker.warn(logTitle(), QStringLiteral("Cannot get data for this well : ") + wellName);
         return false;
     }
-    const host::Status status = m_wells.writeLog(key, hostLog(curve));
+    const host::Status status = m_wells.writeLog(key, hostLog(logName, curve));
     if (!status.ok())
         m_asker.warn(logTitle(), QStringLiteral("Cannot write new log for ") + wellName);
     else if (showSuccess)
-        m_asker.inform(logTitle(), QStringLiteral("Successfully added this log : ") + curve.logName);
+        m_asker.inform(logTitle(), QStringLiteral("Successfully added this log : ") + logName);
     m_wells.reload(key);
     if (status.ok())
         m_catalogue.refreshLogNames(well);
@@ -87,13 +118,7 @@ bool HostWriter::writeMarkers(int well, const MarkerSetRecord &markers)
         m_showError(QStringLiteral("Cannot get data for the selected well"));
         return false;
     }
-    QVector<host::Marker> set;
-    for (int i = 0; i < markers.names.size(); ++i) {
-        const QColor color = markers.colors.value(i);
-        set.append(
-            {markers.names.at(i), markers.measuredDepths.value(i), QColor(color.red(), color.green(), color.blue())});
-    }
-    if (!m_wells.writeMarkers(key, set).ok()) {
+    if (!m_wells.writeMarkers(key, hostMarkers(markers)).ok()) {
         m_showError(QStringLiteral("Cannot write new markers to disk"));
         return false;
     }

@@ -21,14 +21,18 @@ public:
     HostWriter(host::Wells &wells, WellsCatalogue &catalogue, base::Asker &asker,
                const WellsCatalogue::ErrorBox &showError);
 
-    /// Writes the record as a log of its name; asks before it replaces one. True when the log was written. The
-    /// catalogue's log names of the well are refreshed.
+    /// Writes the record as a log of its name, in one trimmed line as hosts store it; asks before it replaces one
+    /// that the catalogue or the host knows. Samples whose depth no float holds are left out. True when the log was
+    /// written. The catalogue's log names of the well are refreshed.
     bool writeLog(int well, const LogCurveData &curve, bool showSuccess);
 
-    /// Replaces the well's whole marker set. Depths are written as they are, without any elevation.
+    /// Replaces the well's whole marker set. Depths are written as they are, without any elevation; a marker whose
+    /// depth is no finite number is left out. Of lists of unequal length the common part counts.
     bool writeMarkers(int well, const MarkerSetRecord &markers);
 
 private:
+    bool hasLog(int well, const QString &logName) const;
+
     host::Wells &m_wells;
     WellsCatalogue &m_catalogue;
     base::Asker &m_asker;

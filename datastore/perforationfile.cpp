@@ -19,10 +19,9 @@ int zoneCountOf(const PerforationRecord &record)
     return qMin(qMin(record.names.size(), record.zoneTypes.size()), qMin(record.tops.size(), record.bottoms.size()));
 }
 
-// A name as it can stand between bars.
 QByteArray fieldBytes(const QString &name)
 {
-    return textfields::oneLine(QString(name).replace(QLatin1Char('|'), QChar(0x00A6)));
+    return textfields::fieldName(name).toUtf8();
 }
 
 bool isNumber(textfields::Field field)

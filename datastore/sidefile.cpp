@@ -31,7 +31,7 @@ float toFloat(textfields::Field text)
 
 QByteArray number(float value)
 {
-    return base::formatGeneral(static_cast<double>(value));
+    return base::formatGeneral(std::isfinite(value) ? static_cast<double>(value) : 0);
 }
 
 } // namespace sidefile

@@ -10,14 +10,14 @@ class Asker;
 namespace sidefile {
 
 /// Writes the file after asking whether an existing one may be replaced; a failure is told in a warning box. True
-/// when the file was written.
+/// when the file was written. A write-protected file is protected: it stays, also after "Yes".
 bool writeAfterQuestion(const QString &path, const QByteArray &bytes, const QString &title, const QString &question,
                         base::Asker &asker);
 
 /// A number as it stands in a side file; 0 for text that is none and for what a float cannot hold.
 float toFloat(textfields::Field text);
 
-/// A number with six significant digits, fixed or with an exponent, whichever is shorter.
+/// A number with six significant digits, fixed or with an exponent, whichever is shorter; 0 for what is not finite.
 QByteArray number(float value);
 
 } // namespace sidefile

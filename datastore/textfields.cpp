@@ -66,6 +66,19 @@ size_t spaceAtEnd(Field field)
     return space == length ? space : 0;
 }
 
+// Nearly every name: nothing in it that a line could not hold, or that a reader would take off its ends.
+bool isOrdinaryName(const QString &name)
+{
+    return std::all_of(name.begin(), name.end(),
+                       [](QChar c) { return c.unicode() >= ' ' && c.unicode() < 0x7F && c != QLatin1Char('|'); })
+        && !name.startsWith(QLatin1Char(' ')) && !name.endsWith(QLatin1Char(' '));
+}
+
+QString trimmedString(const QByteArray &line)
+{
+    return toString(trimmed({line.constData(), static_cast<size_t>(line.size())}));
+}
+
 } // namespace
 
 QByteArray utf8Text(const QByteArray &bytes)
@@ -117,6 +130,21 @@ QByteArray oneLine(const QString &name)
     std::replace(bytes.begin(), bytes.end(), '\n', ' ');
     std::replace(bytes.begin(), bytes.end(), '\r', ' ');
     return bytes;
+}
+
+QString trimmedLine(const QString &name)
+{
+    return trimmedString(oneLine(name));
+}
+
+QByteArray oneField(const QString &text)
+{
+    return oneLine(text).replace('|', brokenBar);
+}
+
+QString fieldName(const QString &name)
+{
+    return isOrdinaryName(name) ? name : trimmedString(oneField(name));
 }
 
 } // namespace textfields

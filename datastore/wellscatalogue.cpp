@@ -1,7 +1,10 @@
 #include "datastore/wellscatalogue.h"
 
 #include "base/asker.h"
+#include "datastore/textfields.h"
 #include "datastore/unitclassification.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -33,9 +36,36 @@ QStringList namesOf(const QVector<host::Marker> &markers)
     return names;
 }
 
+// The units of the logs in the order of the catalogue's names. Names may repeat, and the host's logs may have changed
+// since the names were read: the index counts where the name is still there, else the first log of the name.
+QStringList unitsOf(const QStringList &names, const QVector<host::LogInfo> &logs)
+{
+    QHash<QString, QString> firstUnits;
+    for (const host::LogInfo &log : logs)
+        if (!firstUnits.contains(log.name))
+            firstUnits.insert(log.name, log.unit);
+    QStringList units;
+    units.reserve(names.size());
+    for (int i = 0; i < names.size(); ++i) {
+        const bool isInPlace = i < logs.size() && logs.at(i).name == names.at(i);
+        units.append(isInPlace ? logs.at(i).unit : firstUnits.value(names.at(i)));
+    }
+    return units;
+}
+
 QColor opaque(const QColor &color)
 {
     return QColor(color.red(), color.green(), color.blue());
+}
+
+LogCurveData namedCurve(const QString &wellName, const QString &logName)
+{
+    LogCurveData curve;
+    curve.wellName = wellName;
+    curve.logName = logName;
+    curve.displayName = logName;
+    curve.source = QStringLiteral("Read from OD");
+    return curve;
 }
 
 QString wellTypeText(int code)
@@ -157,20 +187,21 @@ QStringList WellsCatalogue::refreshMarkerNames(int well)
 
 QStringList WellsCatalogue::curveGroups(int well) const
 {
-    const host::Outcome<QVector<host::LogInfo>> logs = readLogs(well);
-    if (!logs.ok())
+    const host::Outcome<QStringList> groups = readCurveGroups(well);
+    if (!groups.ok())
         m_showError(selectedWellError() + QLatin1Char(':'));
+    return groups.value;
+}
+
+host::Outcome<QStringList> WellsCatalogue::readCurveGroups(int well) const
+{
+    const host::Outcome<QVector<host::LogInfo>> logs = readLogs(well);
     if (!isWell(well))
-        return {};
-    QHash<QString, QString> unitByName;
-    for (const host::LogInfo &log : logs.value)
-        unitByName.insert(log.name, log.unit);
-    QStringList groups;
-    for (const QString &name : m_logNames.at(well)) {
-        QString unit = unitByName.value(name);
-        groups.append(curveGroupOfUnit(unit));
-    }
-    return groups;
+        return {{}, logs.error};
+    QStringList units = unitsOf(m_logNames.at(well), logs.value);
+    for (QString &unit : units)
+        unit = curveGroupOfUnit(unit);
+    return {units, logs.error};
 }
 
 QString WellsCatalogue::curveGroup(int well, int log) const
@@ -182,18 +213,28 @@ QString WellsCatalogue::curveGroup(int well, int log) const
 QString WellsCatalogue::curveGroup(const QString &wellName, const QString &logName) const
 {
     const int well = indexOf(wellName);
-    return curveGroup(well, isWell(well) ? m_logNames.at(well).indexOf(logName) : -1);
+    return curveGroup(well, logIndex(well, logName));
+}
+
+int WellsCatalogue::logIndex(int well, const QString &logName) const
+{
+    if (!isWell(well))
+        return -1;
+    const QStringList &names = m_logNames.at(well);
+    const int exact = names.indexOf(logName);
+    if (exact >= 0)
+        return exact;
+    const auto found = std::find_if(names.begin(), names.end(), [&logName](const QString &name) {
+        return textfields::fieldName(name) == logName;
+    });
+    return found == names.end() ? -1 : static_cast<int>(found - names.begin());
 }
 
 LogCurveData WellsCatalogue::curve(const QString &wellName, const QString &logName) const
 {
-    LogCurveData curve;
-    curve.wellName = wellName;
-    curve.logName = logName;
-    curve.displayName = logName;
-    curve.source = QStringLiteral("Read from OD");
+    LogCurveData curve = namedCurve(wellName, logName);
     const int well = indexOf(wellName);
-    const int log = isWell(well) ? m_logNames.at(well).indexOf(logName) : -1;
+    const int log = logIndex(well, logName);
     if (log >= 0)
         readSamples(well, log, &curve);
     return curve;
@@ -201,15 +242,29 @@ LogCurveData WellsCatalogue::curve(const QString &wellName, const QString &logNa
 
 LogCurveData WellsCatalogue::curve(int well, int log) const
 {
-    LogCurveData curve;
-    curve.source = QStringLiteral("Read from OD");
     if (!isWell(well) || log < 0 || log >= m_logNames.at(well).size())
-        return curve;
-    curve.wellName = m_wellNames.at(well);
-    curve.logName = m_logNames.at(well).at(log);
-    curve.displayName = curve.logName;
+        return namedCurve({}, {});
+    LogCurveData curve = namedCurve(m_wellNames.at(well), m_logNames.at(well).at(log));
     readSamples(well, log, &curve);
     return curve;
+}
+
+std::optional<LogCurveData> WellsCatalogue::readCurve(int well, int log, OnFailure onFailure) const
+{
+    if (!isWell(well) || log < 0 || log >= m_logNames.at(well).size()) {
+        tell(selectedWellError(), onFailure);
+        return std::nullopt;
+    }
+    LogCurveData curve = namedCurve(m_wellNames.at(well), m_logNames.at(well).at(log));
+    if (!readSamples(well, log, &curve, onFailure))
+        return std::nullopt;
+    return curve;
+}
+
+void WellsCatalogue::tell(const QString &error, OnFailure onFailure) const
+{
+    if (onFailure == OnFailure::Tell)
+        m_showError(error);
 }
 
 // A host may still find logs or markers of a well whose own record is gone; such a well counts as unreadable.
@@ -242,12 +297,12 @@ host::Outcome<host::LogData> WellsCatalogue::readLog(int well, int log) const
     return m_wells.log(m_keys.at(well), current);
 }
 
-void WellsCatalogue::readSamples(int well, int log, LogCurveData *curve) const
+bool WellsCatalogue::readSamples(int well, int log, LogCurveData *curve, OnFailure onFailure) const
 {
     const host::Outcome<host::LogData> data = readLog(well, log);
     if (!data.ok()) {
-        m_showError(selectedWellError());
-        return;
+        tell(selectedWellError(), onFailure);
+        return false;
     }
     curve->unit = data.value.unit;
     QString unit = data.value.unit;
@@ -259,6 +314,7 @@ void WellsCatalogue::readSamples(int well, int log, LogCurveData *curve) const
     curve->minimum = 999.25;
     curve->maximum = -999.25;
     copySamples(data.value, curve);
+    return true;
 }
 
 QVector<WellMarker> WellsCatalogue::markers(int well) const
@@ -297,20 +353,25 @@ QColor WellsCatalogue::markerColor(int well, const QString &markerName) const
 
 WellRecord WellsCatalogue::wellRecord(const QString &wellName) const
 {
-    return readRecord(indexOf(wellName), wellName);
+    return readRecord(indexOf(wellName), wellName, OnFailure::Tell).value_or(WellRecord());
 }
 
 WellRecord WellsCatalogue::wellRecord(int well) const
 {
-    return readRecord(well, m_wellNames.value(well));
+    return readWellRecord(well).value_or(WellRecord());
 }
 
-WellRecord WellsCatalogue::readRecord(int well, const QString &wellName) const
+std::optional<WellRecord> WellsCatalogue::readWellRecord(int well, OnFailure onFailure) const
+{
+    return readRecord(well, m_wellNames.value(well), onFailure);
+}
+
+std::optional<WellRecord> WellsCatalogue::readRecord(int well, const QString &wellName, OnFailure onFailure) const
 {
     const host::Outcome<host::WellHeader> header = m_wells.header(wellKey(well));
     if (!isWell(well) || !header.ok()) {
-        m_showError(QStringLiteral("Cannot get data for this well : ") + wellName);
-        return {};
+        tell(QStringLiteral("Cannot get data for this well : ") + wellName, onFailure);
+        return std::nullopt;
     }
     WellRecord record;
     record.wellName = wellName;

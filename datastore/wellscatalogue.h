@@ -9,6 +9,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 
 namespace base {
 class Asker;
@@ -30,6 +31,8 @@ class WellsCatalogue
 {
 public:
     using ErrorBox = std::function<void(const QString &text)>;
+    /// Whether a failed read is told in the host's error box.
+    enum class OnFailure { Tell, BeSilent };
 
     /// \a wells and \a asker must outlive the catalogue. \a showError is the host's error box.
     WellsCatalogue(host::Wells &wells, base::Asker &asker, const ErrorBox &showError);
@@ -60,10 +63,18 @@ public:
     QString curveGroup(const QString &wellName, const QString &logName) const;
     /// The same for all logs of a well at once, in the order of its log names.
     QStringList curveGroups(int well) const;
+    /// The same without an error box: the error is handed back.
+    host::Outcome<QStringList> readCurveGroups(int well) const;
+
+    /// The well's first log of this name; where there is none, the first that stands so in the project's files
+    /// (textfields::fieldName); -1 when there is no such log either.
+    int logIndex(int well, const QString &logName) const;
 
     /// One log ready to draw; without samples when the well or the log is missing or cannot be read.
     LogCurveData curve(const QString &wellName, const QString &logName) const;
     LogCurveData curve(int well, int log) const;
+    /// The same for who has to know of a failure: nothing where there is no such log or it cannot be read.
+    std::optional<LogCurveData> readCurve(int well, int log, OnFailure onFailure = OnFailure::Tell) const;
 
     /// The well's markers in the order of its marker names.
     QVector<WellMarker> markers(int well) const;
@@ -77,13 +88,16 @@ public:
 
     WellRecord wellRecord(const QString &wellName) const;
     WellRecord wellRecord(int well) const;
+    /// The same for who has to know of a failure: nothing where there is no such well or it cannot be read.
+    std::optional<WellRecord> readWellRecord(int well, OnFailure onFailure = OnFailure::Tell) const;
 
 private:
     bool isWell(int well) const { return well >= 0 && well < m_wellNames.size(); }
     bool isReadable(int well) const;
     void warnUnreadable(const QString &wellName) const;
-    WellRecord readRecord(int well, const QString &wellName) const;
-    void readSamples(int well, int log, LogCurveData *curve) const;
+    std::optional<WellRecord> readRecord(int well, const QString &wellName, OnFailure onFailure) const;
+    bool readSamples(int well, int log, LogCurveData *curve, OnFailure onFailure = OnFailure::Tell) const;
+    void tell(const QString &error, OnFailure onFailure) const;
     host::Outcome<QVector<host::LogInfo>> readLogs(int well) const;
     host::Outcome<QVector<host::Marker>> readMarkers(int well) const;
     host::Outcome<host::LogData> readLog(int well, int log) const;

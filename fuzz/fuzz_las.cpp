@@ -1,20 +1,19 @@
 #include "fuzz/fuzzcheck.h"
 #include "las/wellinfo.h"
 
-#include <QFile>
-#include <QTemporaryDir>
-
 #include <cmath>
+#include <sys/mman.h>
+#include <unistd.h>
 
 namespace {
 
-/// The reader takes a path: one file in memory, written again for each input.
-const QString &fileHolding(const QByteArray &bytes)
+// The reader takes a path: that of a file which exists in memory only.
+const QString &fileHolding(const uint8_t *data, size_t size)
 {
-    static const QTemporaryDir folder;
-    static const QString path = folder.filePath(QStringLiteral("fuzz.las"));
-    QFile file(path);
-    check(file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size(), "the input is written");
+    static const int file = ::memfd_create("fuzz.las", MFD_CLOEXEC);
+    static const QString path = QStringLiteral("/proc/self/fd/%1").arg(file);
+    check(::ftruncate(file, 0) == 0 && ::pwrite(file, data, size, 0) == static_cast<ssize_t>(size),
+          "the input is written");
     return path;
 }
 
@@ -42,7 +41,7 @@ void checkSame(const WellInfo &a, const WellInfo &b)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    const QString path = fileHolding(bytesOf(data, size));
+    const QString &path = fileHolding(data, size);
     WellInfo info;
     check(info.load(path) == 0, "a file that is there is loaded");
     checkCurves(info);

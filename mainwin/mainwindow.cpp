@@ -4,6 +4,7 @@
 #include "datastore/projectdata.h"
 #include "las/wellimportdialog.h"
 #include "las/welllogexport.h"
+#include "logview/welllogsviewwidget.h"
 #include "mainwin/projecttreewidget.h"
 #include "mainwin/reportwriter.h"
 
@@ -107,9 +108,18 @@ void MainWindow::createTabs()
     m_tabs->setObjectName(QStringLiteral("centralTabs"));
     m_tabs->setMovable(false);
     m_tabs->setTabsClosable(false);
-    for (const char *title : {"Well Logs View", "Correlation View", "Well Data Manager"})
+    m_logsView = new WellLogsViewWidget(m_data, m_propertiesDock, m_projectTree);
+    m_tabs->addTab(m_logsView, QStringLiteral("Well Logs View"));
+    for (const char *title : {"Correlation View", "Well Data Manager"})
         m_tabs->addTab(new QWidget, QString::fromLatin1(title));
     setCentralWidget(m_tabs);
+
+    using Tree = ProjectTreeWidget;
+    using View = WellLogsViewWidget;
+    connect(m_projectTree, &Tree::sendWellDisplayProperties, m_logsView, &View::addWellDisWidget);
+    connect(m_projectTree, &Tree::removeWellDisplay, m_logsView, &View::removeWellDisWidget);
+    connect(m_projectTree, &Tree::displayMarker, m_logsView, &View::addMarkerInScene);
+    connect(m_projectTree, &Tree::removeMarker, m_logsView, &View::removeMarkerFromScene);
 }
 
 void MainWindow::createMenus()
@@ -178,17 +188,30 @@ void MainWindow::printActionClicked()
     // On the heap: the window may go while the preview is shown, and takes it along.
     const QPointer<QPrintPreviewDialog> preview = new QPrintPreviewDialog(&printer, this, Qt::Window);
     connect(preview, &QPrintPreviewDialog::paintRequested, this, &MainWindow::printPreView);
+    const QPointer<MainWindow> self = this;
+    m_isInPreview = true;
     preview->exec();
     delete preview;
+    if (self)
+        m_isInPreview = m_isPictureSaved = false;
 }
 
-// The views hand their pages over once they exist; until then, as for the well data manager, nothing is printed. The
-// preview shows that as an empty page.
+// A preview asks for its page at every change of the page; the picture file is written at the first time only. The
+// correlation view hands its page over once it exists; until then, as for the well data manager, nothing is printed,
+// which the preview shows as an empty page.
 void MainWindow::printPreView(QPrinter *printer)
 {
-    const bool isPreview = printer->paintEngine()->type() == QPaintEngine::Picture;
-    if (isPreview)
-        QPainter(printer).end();
+    const bool isLogView = m_tabs->currentWidget() == m_logsView && m_logsView->currentDisplay();
+    if (!isLogView) {
+        if (printer->paintEngine()->type() == QPaintEngine::Picture)
+            QPainter(printer).end();
+        return;
+    }
+    if (!m_isPictureSaved)
+        m_logsView->saveCurrentPicture();
+    m_isPictureSaved = m_isInPreview;
+    QPainter painter(printer);
+    m_logsView->renderCurrent(painter);
 }
 
 void MainWindow::generateReportActionClicked()

@@ -8,6 +8,7 @@ class QTabWidget;
 QT_END_NAMESPACE
 
 class ProjectTreeWidget;
+class WellLogsViewWidget;
 struct ProjectData;
 
 /// The plug-in's main window: menus, tool bar, the docks "Project Data" and "Properties", and the three work areas as
@@ -58,4 +59,7 @@ private:
     QDockWidget *m_propertiesDock = nullptr;
     QTabWidget *m_tabs = nullptr;
     ProjectTreeWidget *m_projectTree = nullptr;
+    WellLogsViewWidget *m_logsView = nullptr;
+    bool m_isInPreview = false;
+    bool m_isPictureSaved = false; ///< for the preview that is shown
 };

@@ -1,7 +1,6 @@
 #include "templates/templatestore.h"
 
 #include "base/atomicfile.h"
-#include "base/numbers.h"
 #include "base/safename.h"
 #include "datastore/project.h"
 
@@ -10,7 +9,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
-#include <limits>
+#include <optional>
 #include <tuple>
 
 namespace {
@@ -48,22 +47,39 @@ QString trackName(const QString &fileName)
     return fileName.section(QLatin1Char('.'), 0, 0);
 }
 
-// Tracks by number, then everything else by name.
-std::tuple<int, QString> trackOrder(const QString &fileName)
+// The digits of "Track_<digits>" without leading zeros; nothing for any other name.
+std::optional<QString> trackNumber(const QString &name)
 {
-    const QString name = trackName(fileName);
-    int number = std::numeric_limits<int>::max();
-    if (name.startsWith(QLatin1String(trackPrefix)))
-        number = base::parseInteger(name.mid(trackPrefixLength).toUtf8()).value_or(number);
-    return {number, fileName};
+    if (!name.startsWith(QLatin1String(trackPrefix)) || name.size() == trackPrefixLength)
+        return std::nullopt;
+    const QString digits = name.mid(trackPrefixLength);
+    const auto isDigit = [](QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); };
+    if (!std::all_of(digits.begin(), digits.end(), isDigit))
+        return std::nullopt;
+    int zeros = 0;
+    while (zeros < digits.size() && digits.at(zeros) == QLatin1Char('0'))
+        ++zeros;
+    return digits.mid(zeros);
+}
+
+// Tracks by number, whatever its length, then everything else by name.
+std::tuple<bool, int, QString, QString> trackOrder(const QString &fileName)
+{
+    const std::optional<QString> number = trackNumber(trackName(fileName));
+    const QString digits = number.value_or(QString());
+    return {!number, digits.size(), digits, fileName};
 }
 
 } // namespace
 
 QString templateFolder(const Project &project, const QString &templateName, const QString &wellName)
 {
-    const QString owner = wellName.isNull() ? QStringLiteral("Global") : wellFolderName(wellName);
-    return templatesFolder(project) + owner + QLatin1Char('/') + templateFolderName(templateName);
+    return wellTemplatesFolder(project, wellName) + QLatin1Char('/') + templateFolderName(templateName);
+}
+
+QString globalTemplateFolder(const Project &project, const QString &templateName)
+{
+    return templatesFolder(project) + QStringLiteral("Global/") + templateFolderName(templateName);
 }
 
 QString wellTemplatesFolder(const Project &project, const QString &wellName)
@@ -79,7 +95,8 @@ QStringList wellTemplateNames(const Project &project, const QString &wellName)
 QVector<TrackInfo> loadTemplate(const Project &project, const QString &templateName, const QString &wellName)
 {
     const bool isGlobal = project.globalTemplateNames.contains(templateName);
-    const QString folder = templateFolder(project, templateName, isGlobal ? QString() : wellName);
+    const QString folder =
+        isGlobal ? globalTemplateFolder(project, templateName) : templateFolder(project, templateName, wellName);
     QStringList files = QDir(folder).entryList(QDir::Files, QDir::NoSort);
     std::sort(files.begin(), files.end(),
               [](const QString &a, const QString &b) { return trackOrder(a) < trackOrder(b); });
@@ -98,10 +115,9 @@ TrackInfo readTrackFile(const QString &path)
     return parseTrack(file.readAll(), trackName(QFileInfo(path).fileName()));
 }
 
-bool writeTrack(const Project &project, const QString &templateName, const QString &wellName,
-                const QString &trackName, const QString &typeText, const QVector<TemplateCurveRow> &rows)
+bool writeTrack(const QString &folder, const QString &trackName, const QString &typeText,
+                const QVector<TemplateCurveRow> &rows)
 {
-    const QString path = templateFolder(project, templateName, wellName) + QLatin1Char('/')
-        + base::fileNameFor(trackName, 4) + QStringLiteral(".txt");
+    const QString path = folder + QLatin1Char('/') + base::fileNameFor(trackName, 4) + QStringLiteral(".txt");
     return base::writeFileAtomically(path, trackBytes(typeText, rows)).ok();
 }

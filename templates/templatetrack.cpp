@@ -115,14 +115,15 @@ QByteArray fillText(int index, const QColor &color)
 QByteArray curveLine(const TemplateCurveRow &row)
 {
     const QByteArray separator = " | ";
-    QByteArray line = row.group.toUtf8() + separator + row.curve.toUtf8() + separator + row.minimum.toUtf8()
-        + separator + row.maximum.toUtf8() + separator + row.color.name().toUtf8();
+    using textfields::oneField;
+    QByteArray line = oneField(row.group) + separator + oneField(row.curve) + separator + oneField(row.minimum)
+        + separator + oneField(row.maximum) + separator + row.color.name().toUtf8();
     line += '|' + fillText(row.leftFillIndex, row.leftFillColor);
     line += '|' + fillText(row.rightFillIndex, row.rightFillColor);
-    line += '|' + row.leftUpTo.toUtf8() + separator + row.rightUpTo.toUtf8();
+    line += '|' + oneField(row.leftUpTo) + separator + oneField(row.rightUpTo);
     line += separator + QByteArray::number(row.lineTypeIndex) + separator + QByteArray::number(row.lineWidthIndex);
     line += separator + (row.isCalibrationShown ? "1" : "0") + separator + row.pointColor.name().toUtf8();
-    line += separator + QByteArray::number(row.pointSize) + separator + row.pointShape.toUtf8();
+    line += separator + QByteArray::number(row.pointSize) + separator + oneField(row.pointShape);
     return line + '\n';
 }
 
@@ -152,10 +153,11 @@ TrackInfo parseTrack(const QByteArray &bytes, const QString &name)
 
 QByteArray trackBytes(const QString &typeText, const QVector<TemplateCurveRow> &rows)
 {
-    QByteArray bytes = typeText.toUtf8() + '\n';
+    QByteArray bytes = textfields::oneLine(typeText) + '\n';
     if (typeText == QLatin1String("Depth")) {
         if (!rows.isEmpty())
-            bytes += rows.first().group.toUtf8() + " | " + rows.first().curve.toUtf8() + " | " + depthTail + '\n';
+            bytes += textfields::oneField(rows.first().group) + " | " + textfields::oneField(rows.first().curve)
+                + " | " + depthTail + '\n';
         return bytes;
     }
     for (const TemplateCurveRow &row : rows)

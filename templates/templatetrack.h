@@ -69,5 +69,6 @@ struct TemplateCurveRow
 /// numbers that are none read as 0.
 TrackInfo parseTrack(const QByteArray &bytes, const QString &name);
 
-/// The bytes of a track file: the type line and one line per row, of a "Depth" track the first row only.
+/// The bytes of a track file: the type line and one line per row, of a "Depth" track the first row only. A "|" in a
+/// text becomes a broken bar, a line break a blank.
 QByteArray trackBytes(const QString &typeText, const QVector<TemplateCurveRow> &rows);

@@ -7,13 +7,15 @@
 #include <QFile>
 #include <QMap>
 
-/// The default-logs pass as it is described, step by step, reading and writing files for every single log.
+/// The default-logs pass as it is described, step by step, reading and writing files for every single log. Units and
+/// groups are looked up here once more, not asked of the code under test.
 class LiteralPass
 {
 public:
-    LiteralPass(const QString &folder, const WellsCatalogue &catalogue)
+    LiteralPass(const QString &folder, const WellsCatalogue &catalogue, host::Wells &wells)
         : m_folder(folder)
         , m_catalogue(catalogue)
+        , m_wells(wells)
     {
     }
 
@@ -24,7 +26,8 @@ public:
             for (int log = 0; log < m_catalogue.logNames(well).size(); ++log) {
                 const QString name = m_catalogue.logNames(well).at(log);
                 if (groupOf(name) == "Others")
-                    m_table.insert(name, m_catalogue.curveGroup(well, log));
+                    m_table.insert(keyOf(name),
+                                   groupOfUnit(m_wells.logs(m_catalogue.wellKey(well)).value.at(log).unit));
                 if (groupOf(name) != "None") // a group that has no file
                     addMnemonic(groupOf(name), name);
             }
@@ -38,9 +41,23 @@ public:
     }
 
 private:
+    // A log name as a line of the table can hold it.
+    static QString keyOf(QString log)
+    {
+        return log.replace('\n', ' ').replace('\r', ' ').replace('|', QChar(0xA6)).trimmed();
+    }
+
+    static QString groupOfUnit(const QString &unit)
+    {
+        static const QMap<QString, QString> groups{
+            {"gapi", "Gamma"}, {"api", "Gamma"}, {"us/ft", "Sonic"}, {"ohmm", "Resistivity"}, {"g/cc", "Density"},
+            {"%", "Porosity"}, {"mv", "Sp"},     {"in", "Caliper"},  {"m", "Depth"},          {"inches", "Caliper"}};
+        return groups.value(unit.toLower(), "Others");
+    }
+
     QString groupOf(const QString &log) const
     {
-        const QString group = m_table.value(log);
+        const QString group = m_table.value(keyOf(log));
         return group.isEmpty() ? "Others" : group; // an entry without a group counts as absent
     }
 
@@ -70,8 +87,9 @@ private:
         }
     }
 
-    void addMnemonic(const QString &group, const QString &log) const
+    void addMnemonic(const QString &group, QString log) const
     {
+        log.replace('\n', ' ').replace('\r', ' ');
         const QString file = "CurveGroups/"
             + (group == "CurveGroupTable" ? "%43urveGroupTable" : base::fileNameFor(group, 4)) + ".txt";
         QStringList names;
@@ -98,7 +116,7 @@ private:
             const QString group = groupOf(log);
             if (!copy.contains(group, Qt::CaseInsensitive))
                 continue;
-            bytes += group.toUtf8() + '|' + log.toUtf8() + '\n';
+            bytes += group.toUtf8() + '|' + keyOf(log).toUtf8() + '\n';
             for (int i = copy.size() - 1; i >= 0; --i)
                 if (copy.at(i).toLower() == group.toLower())
                     copy.removeAt(i);
@@ -108,5 +126,6 @@ private:
 
     QString m_folder;
     const WellsCatalogue &m_catalogue;
+    host::Wells &m_wells;
     QMap<QString, QString> m_table;
 };

@@ -109,6 +109,22 @@ private slots:
         QCOMPARE(parse(points("1000,5|0,25\n")).record.depths, Floats({0}));
     }
 
+    void whatIsNoNumberIsWrittenAsZero()
+    {
+        const float infinity = std::numeric_limits<float>::infinity();
+        QCOMPARE(calibrationBytes(record("W", "Gamma", {std::nanf(""), infinity, 1}, {2, 3, -infinity})),
+                 points("0|2\n0|3\n1|0\n"));
+    }
+
+    void aLineBreakInANameDoesNotBreakTheHeadings()
+    {
+        const CalibrationRecord written = record("A\nB|C ", "Gam\rma", {1}, {2});
+        QCOMPARE(calibrationBytes(written), QByteArray("WellName :A B|C \nGroupName :Gam ma\n1|2\n"));
+        QVERIFY(write(written));
+        QCOMPARE(readCalibration(m_folder->path(), "A\nB|C ", "Gam\rma", m_asker).depths, Floats({1}));
+        QVERIFY(m_asker.boxes.isEmpty());
+    }
+
     void unequalListsGiveTheCommonPoints()
     {
         QCOMPARE(calibrationBytes(record("W", "Gamma", {1, 2, 3}, {4})), points("1|4\n"));
@@ -215,6 +231,65 @@ private slots:
                  }),
                  0);
         QVERIFY(files::snapshot(m_folder->path()).isEmpty());
+    }
+
+    void aWriteProtectedFileStaysAlsoAfterYes()
+    {
+        files::write(path(), "old");
+        QVERIFY(QFile::setPermissions(m_folder->path(), QFile::Permissions(0x7777)));
+        QVERIFY(QFile::setPermissions(path(), QFile::Permissions(0x4444)));
+        QCOMPARE(testing_support::runUnprivileged([this] {
+                     m_asker.answers = {base::BoxButton::Yes};
+                     const bool isWritten = write(record("W", "Gamma", {1}, {2}));
+                     return isWritten ? 100 : m_asker.boxes.size();
+                 }),
+                 2);
+        QCOMPARE(files::read(path()), QByteArray("old"));
+        QCOMPARE(files::snapshot(m_folder->path()).size(), 1);
+    }
+
+    void aFileInAReadOnlyFolderStaysAlsoAfterYes()
+    {
+        files::write(path(), "old");
+        QVERIFY(QFile::setPermissions(path(), QFile::Permissions(0x6666)));
+        QVERIFY(QFile::setPermissions(m_folder->path(), QFile::Permissions(0x5555)));
+        QCOMPARE(testing_support::runUnprivileged([this] {
+                     m_asker.answers = {base::BoxButton::Yes};
+                     const bool isWritten = write(record("W", "Gamma", {1}, {2}));
+                     const bool isTold = m_asker.boxes.size() == 2
+                         && m_asker.boxes.at(1).text
+                             == "Unable to create file please check file read/write permission.";
+                     return !isWritten && isTold ? 0 : 1;
+                 }),
+                 0);
+        QCOMPARE(files::read(path()), QByteArray("old"));
+    }
+
+    void aLinkIsReplacedAndItsTargetStays()
+    {
+        const QTemporaryDir elsewhere;
+        files::write(elsewhere.filePath("target"), points("7|8\n"));
+        QVERIFY(QFile::link(elsewhere.filePath("target"), path()));
+        QCOMPARE(readCalibration(m_folder->path(), "W", "Gamma", m_asker).depths, Floats({7}));
+        m_asker.answers = {base::BoxButton::Yes};
+        QVERIFY(write(record("W", "Gamma", {1}, {2})));
+        QVERIFY(!QFileInfo(path()).isSymLink());
+        QCOMPARE(files::read(elsewhere.filePath("target")), points("7|8\n"));
+        QCOMPARE(readCalibration(m_folder->path(), "W", "Gamma", m_asker).depths, Floats({1}));
+    }
+
+    void aFileThatMayNotBeReadIsTold()
+    {
+        files::write(path(), points("7|8\n"));
+        QVERIFY(QFile::setPermissions(m_folder->path(), QFile::Permissions(0x7777)));
+        QVERIFY(QFile::setPermissions(path(), QFile::Permissions()));
+        QCOMPARE(testing_support::runUnprivileged([this] {
+                     const bool isEmpty = readCalibration(m_folder->path(), "W", "Gamma", m_asker).depths.isEmpty();
+                     const bool isTold =
+                         m_asker.boxes.size() == 1 && m_asker.boxes.at(0).title == "Well Calibration Data Reader";
+                     return isEmpty && isTold ? 0 : 1;
+                 }),
+                 0);
     }
 
     void whatWasWrittenReadsBack()

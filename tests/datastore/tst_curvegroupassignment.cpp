@@ -99,6 +99,19 @@ private slots:
         QCOMPARE(findCurveGroup(m_folder->path(), "X"), QString("Sonic"));
     }
 
+    void namesThatNoLineHoldsAreOneNameEverywhere()
+    {
+        assignCurveGroup(m_folder->path(), " G|Density\n", "Gamma");
+        QCOMPARE(files::read(path("CurveGroupTable.txt")), QString("G\u00A6Density | Gamma\n").toUtf8());
+        QCOMPARE(files::read(path("Gamma.txt")), QByteArray("G|Density\n"));
+        assignCurveGroup(m_folder->path(), QString("G\u00A6Density"), "Gamma");
+        QCOMPARE(files::read(path("Gamma.txt")), QByteArray("G|Density\n"));
+        CurveGroupTable::instance().clear(); // only the group file is left
+        for (const QString &name : {QString("G|Density"), QString("G\u00A6Density"), QString("\tG|Density ")})
+            QCOMPARE(findCurveGroup(m_folder->path(), name), QString("Gamma"));
+        QCOMPARE(findCurveGroup(m_folder->path(), "G"), QString("Others"));
+    }
+
     void theAssignmentWinsOverTheTableFile()
     {
         files::write(path("CurveGroupTable.txt"), "X | Gamma\n");

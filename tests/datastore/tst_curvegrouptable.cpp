@@ -139,7 +139,39 @@ private slots:
         CurveGroupTable table;
         table.set("A\nB | Sonic\r", "Gamma");
         table.set("C", "Ga\nmma");
-        QCOMPARE(table.toBytes(), QByteArray("A B | Sonic  | Gamma\nC | Ga mma\n"));
+        QCOMPARE(table.toBytes(), QString("A B \u00A6 Sonic | Gamma\nC | Ga mma\n").toUtf8());
+    }
+
+    void everyNameReadsBackAsItIsKept()
+    {
+        CurveGroupTable table;
+        QStringList names = badbytes::names();
+        names << "G|Density"
+              << "|"
+              << " x "
+              << "a\n"
+              << QString(QChar(0xFEFF)) + "GR" << QString(QChar(0x2003)) + "y";
+        for (const QString &name : qAsConst(names)) {
+            table.set(name, "of " + name);
+            QCOMPARE(table.group(name), table.group(textfields::fieldName(name)));
+        }
+        const CurveGroupTable again = tableOf(table.toBytes());
+        QCOMPARE(again.size(), table.size());
+        QCOMPARE(again.toBytes(), table.toBytes());
+        for (const QString &name : qAsConst(names)) {
+            QVERIFY(!again.group(name).isEmpty());
+            QCOMPARE(again.group(name), table.group(name));
+        }
+    }
+
+    void namesThatTheFileCannotTellApartAreOne()
+    {
+        CurveGroupTable table;
+        table.set(" A|B", "Gamma");
+        QCOMPARE(table.group(QString("A\u00A6B")), QString("Gamma"));
+        table.set(QString("A\u00A6B\n"), "Sonic");
+        QCOMPARE(table.size(), 1);
+        QCOMPARE(table.group("A|B"), QString("Sonic"));
     }
 
     void anEmptyTableIsAnEmptyFile()
@@ -151,7 +183,7 @@ private slots:
 
     void anUnchangedFileIsNotWrittenAgain()
     {
-        const CurveGroupTable table = tableOf("GR | Gamma\nDT | Sonic\n");
+        CurveGroupTable table = tableOf("GR | Gamma\nDT | Sonic\n");
         table.write(m_folder->path());
         const ino_t inode = inodeOf(m_path);
         FailingDisk disk;
@@ -164,6 +196,28 @@ private slots:
         files::write(m_path, "DT | Sonic\nGR | Gamma\n\n"); // the same entries, other bytes
         table.write(m_folder->path());
         QCOMPARE(files::read(m_path), QByteArray("DT | Sonic\nGR | Gamma\n"));
+    }
+
+    void theFileOfAnotherProjectIsWrittenToo()
+    {
+        files::write(m_path, "GR | Gamma\n");
+        const QTemporaryDir other;
+        QVERIFY(QDir(other.path()).mkdir("CurveGroups"));
+        CurveGroupTable table;
+        table.read(m_folder->path());
+        table.write(other.path());
+        QCOMPARE(files::read(other.filePath("CurveGroups/CurveGroupTable.txt")), QByteArray("GR | Gamma\n"));
+    }
+
+    void aFileThatVanishedBeforeReadingIsMade()
+    {
+        CurveGroupTable table;
+        files::write(m_path, "GR | Gamma\n");
+        table.read(m_folder->path());
+        QVERIFY(QFile::remove(m_path));
+        table.read(m_folder->path());
+        table.write(m_folder->path());
+        QCOMPARE(files::read(m_path), QByteArray("GR | Gamma\n"));
     }
 
     void theFolderIsNotMade()

@@ -14,10 +14,13 @@
 
 #include <QDir>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <sys/inotify.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -86,6 +89,43 @@ QMap<QString, QString> fileStates(const QString &folder)
     return states;
 }
 
+// How often each of some files is opened while it lives.
+class OpenCounter
+{
+public:
+    explicit OpenCounter(const QStringList &paths)
+        : m_queue(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
+    {
+        // With the closings in between no two events are alike: equal ones in a row would be merged.
+        for (const QString &path : paths)
+            m_watches.append(
+                ::inotify_add_watch(m_queue, QFile::encodeName(path).constData(), IN_OPEN | IN_CLOSE_NOWRITE));
+    }
+    ~OpenCounter() { ::close(m_queue); }
+    OpenCounter(const OpenCounter &) = delete;
+    OpenCounter &operator=(const OpenCounter &) = delete;
+
+    bool isWatching() const { return m_queue >= 0 && !m_watches.contains(-1); }
+
+    QVector<int> counts() const
+    {
+        QVector<int> result(m_watches.size());
+        alignas(inotify_event) char events[4096];
+        for (ssize_t size = 0; (size = ::read(m_queue, events, sizeof events)) > 0;)
+            for (const char *at = events; at < events + size;) {
+                const auto *event = reinterpret_cast<const inotify_event *>(at);
+                if ((event->mask & IN_OPEN) != 0)
+                    ++result[m_watches.indexOf(event->wd)];
+                at += sizeof(inotify_event) + event->len;
+            }
+        return result;
+    }
+
+private:
+    int m_queue;
+    QVector<int> m_watches;
+};
+
 // Surveys and project folders of all kinds, the same for a seed.
 class Generator
 {
@@ -111,9 +151,11 @@ public:
 private:
     static QStringList logNames()
     {
-        return {"GR",  "gr", "GR1",  "DT",   "RHOB",     "NPHI",  "LLD",
-                "LLS", "SP", "CALI", "TENS", "BIT SIZE", "Größe", "A/B"};
+        return {"GR",       "gr",    "GR1", "DT",        "RHOB", "NPHI", "LLD", "LLS",  "SP", "CALI", "TENS",
+                "BIT SIZE", "Größe", "A/B", "G|Density", "A\nB", "C\rD", " GR", "DT\t", "|",  "",     "x || y"};
     }
+    // What a line of a file may hold.
+    static QStringList fileNames() { return logNames().filter(QRegularExpression("^[^|\n\r]*$")); }
     static QStringList units()
     {
         return {"gapi", "API", "us/ft", "ohmm", "g/cc", "%", "mv", "in", "m", "", "furlong", "Inches"};
@@ -134,14 +176,14 @@ private:
         if (number(3) > 0) {
             QByteArray table;
             for (int i = number(8); i > 0; --i)
-                table += pick(logNames()).toUtf8() + pick({"|", " | ", "  |", ""}).toUtf8() + pick(groups()).toUtf8()
+                table += pick(fileNames()).toUtf8() + pick({"|", " | ", "  |", ""}).toUtf8() + pick(groups()).toUtf8()
                     + pick({"", "", "", "| third", "  "}).toUtf8() + lineEnd();
             files::write(survey->path("CurveGroups/CurveGroupTable.txt"), table);
         }
         for (int i = number(5); i > 0; --i) {
             QByteArray names;
             for (int name = number(6); name > 0; --name)
-                names += pick({"", " ", "\t"}).toUtf8() + pick(logNames() << "").toUtf8() + lineEnd();
+                names += pick({"", " ", "\t"}).toUtf8() + pick(fileNames()).toUtf8() + lineEnd();
             if (number(2) == 0)
                 names = names.trimmed();
             files::write(survey->path("CurveGroups/" + pick(curveGroupNames()) + ".txt"), names);
@@ -310,6 +352,17 @@ private slots:
         QCOMPARE(survey.table(), QByteArray("GR | Gamma\n"));
     }
 
+    void theGroupsOwnSpellingAndAnotherAreOneGroup()
+    {
+        Survey survey;
+        survey.addWell("W", {{"GR", "gapi"}, {"GR1", ""}, {"DT", "us/f"}});
+        files::write(survey.path("CurveGroups/CurveGroupTable.txt"), "GR1 | gamma\n");
+        survey.run();
+        QCOMPARE(survey.defaults("W"), QByteArray("W\nGamma|GR\nSonic|DT\n"));
+        QCOMPARE(survey.group("Gamma"), QByteArray("GR\n"));
+        QCOMPARE(survey.group("gamma"), QByteArray("GR1\n"));
+    }
+
     void theGroupNoneHasNoFile()
     {
         Survey survey;
@@ -359,10 +412,84 @@ private slots:
             logs.append({name, "us/ft"});
         survey.addWell("W", logs);
         survey.run();
+        const auto settled = files::snapshot(survey.path(""));
+        const int entries = CurveGroupTable::instance().size();
         survey.runInNewProcess();
+        QVERIFY(files::snapshot(survey.path("")) == settled);
+        QCOMPARE(CurveGroupTable::instance().size(), entries);
+    }
+
+    void aBarInALogNameKeepsItsGroupInTheNextProcess()
+    {
+        Survey survey;
+        survey.addWell("W", {{"G|Density", "gapi"}, {"G", "mv"}});
+        survey.run();
+        QCOMPARE(survey.table(), QString("G | Sp\nG\u00A6Density | Gamma\n").toUtf8());
+        QCOMPARE(survey.group("Gamma"), QByteArray("G|Density\n"));
+        QCOMPARE(survey.defaults("W"), QString("W\nGamma|G\u00A6Density\nSp|G\n").toUtf8());
         const auto settled = files::snapshot(survey.path(""));
         survey.runInNewProcess();
         QVERIFY(files::snapshot(survey.path("")) == settled);
+        QCOMPARE(CurveGroupTable::instance().group("G"), QString("Sp"));
+        QCOMPARE(CurveGroupTable::instance().group("G|Density"), QString("Gamma"));
+    }
+
+    void aDefaultLogWithABarInItsNameIsFound()
+    {
+        Survey survey;
+        survey.addWell("W", {{"A|B", "gapi"}, {" C\n", "mv"}});
+        survey.run();
+        const DefaultLogs read = readDefaultLogs(survey.data.project.projectFolder, "W");
+        QCOMPARE(read.logs.size(), 2);
+        QCOMPARE(survey.data.catalogue.logIndex(0, read.logs.at(0)), 0);
+        QCOMPARE(survey.data.catalogue.logIndex(0, read.logs.at(1)), 1);
+        QCOMPARE(survey.data.catalogue.curve("W", read.logs.at(0)).unit, QString("gapi"));
+    }
+
+    void logsOfOneNameAreClassifiedByTheFirst()
+    {
+        Survey survey;
+        survey.addWell("A", {{"X", "gapi"}, {"X", "mv"}});
+        survey.addWell("B", {{"Y", "furlong"}, {"Y", "us/ft"}});
+        survey.run();
+        QCOMPARE(survey.table(), QByteArray("X | Gamma\nY | Sonic\n"));
+        QCOMPARE(survey.group("Others"), QByteArray("Y\n"));
+        QVERIFY(!QFile::exists(survey.path("CurveGroups/Sp.txt")));
+    }
+
+    void aWellThatBecameUnreadableIsPassedOverInSilence()
+    {
+        Survey survey;
+        survey.addWell("A", {{"KNOWN", "gapi"}});
+        const QString key = survey.addWell("B", {{"KNOWN2", "gapi"}, {"GR", "gapi"}});
+        files::write(survey.path("CurveGroups/CurveGroupTable.txt"), "KNOWN2 | Sp\n");
+        survey.data.catalogue.build();
+        survey.host.find(key)->isUnreadable = true;
+        runDefaultLogsPass(survey.data);
+        QVERIFY(survey.asker.boxes.isEmpty() && survey.host.errors.isEmpty());
+        QVERIFY(!QFile::exists(survey.path("DefaultLogs/B.txt")));
+        QCOMPARE(survey.table(), QByteArray("KNOWN | Gamma\nKNOWN2 | Sp\n"));
+        QVERIFY(!QFile::exists(survey.path("CurveGroups/Others.txt")));
+        QVERIFY(!QFile::exists(survey.path("CurveGroups/Sp.txt")));
+        QCOMPARE(survey.defaults("A"), QByteArray("A\nGamma|KNOWN\n"));
+        survey.host.find(key)->isUnreadable = false;
+        runDefaultLogsPass(survey.data);
+        QCOMPARE(survey.defaults("B"), QByteArray("B\nSp|KNOWN2\nGamma|GR\n"));
+    }
+
+    void everyFileIsReadOncePerPass()
+    {
+        Survey survey;
+        survey.addWell("A", {{"GR", "gapi"}, {"DT", "us/ft"}, {"ECGR", "gapi"}});
+        survey.addWell("B", {{"GR1", "gapi"}});
+        survey.run();
+        OpenCounter counter({survey.path("CurveGroups/CurveGroupTable.txt"), survey.path("CurveGroups/Gamma.txt"),
+                             survey.path("CurveGroups/Sonic.txt"), survey.path("DefaultLogs/A.txt"),
+                             survey.path("DefaultLogs/B.txt")});
+        if (!counter.isWatching())
+            QSKIP("Opened files cannot be watched here");
+        survey.run();
+        QCOMPARE(counter.counts(), QVector<int>({1, 1, 1, 0, 0}));
     }
 
     void itEqualsTheDescriptionOnGeneratedSurveys()
@@ -376,7 +503,7 @@ private slots:
             for (int pass = 1; pass <= 3; ++pass) {
                 CurveGroupTable::instance().clear();
                 runDefaultLogsPass(survey.data);
-                LiteralPass(copy.path(), survey.data.catalogue).run();
+                LiteralPass(copy.path(), survey.data.catalogue, survey.host).run();
                 const auto done = files::snapshot(survey.path(""));
                 const auto described = files::snapshot(copy.path());
                 if (done != described) {

@@ -170,13 +170,54 @@ private slots:
         QCOMPARE(logs().size(), 3);
     }
 
-    void theCataloguesNamesDecide()
+    void aLogThatTheCatalogueDoesNotKnowYetIsAskedAboutToo()
     {
-        m_host->find(m_key)->logs.append({"LATE", "api", {1}, {7}}); // unknown to the catalogue
-        QVERIFY(m_writer->writeLog(0, curve("LATE"), false));
-        QVERIFY(m_asker.boxes.isEmpty());
-        QCOMPARE(logs().size(), 3);
-        QCOMPARE(logs().at(2).values, QVector<float>({10, 20, 30}));
+        m_host->find(m_key)->logs.append({"LATE", "api", {1}, {7}});
+        m_asker.answers = {base::BoxButton::No};
+        QVERIFY(!m_writer->writeLog(0, curve("LATE"), false));
+        QCOMPARE(m_asker.boxes.size(), 1);
+        QCOMPARE(m_asker.boxes.at(0).icon, base::BoxIcon::Question);
+        QCOMPARE(logs().at(2).values, QVector<float>({7}));
+    }
+
+    void aLogThatOnlyTheCatalogueKnowsIsAskedAbout()
+    {
+        m_host->find(m_key)->logs.removeFirst();
+        m_asker.answers = {base::BoxButton::No};
+        QVERIFY(!m_writer->writeLog(0, curve("GR"), false));
+        QCOMPARE(m_asker.boxes.size(), 1);
+        QCOMPARE(logs().size(), 1);
+    }
+
+    void theNameIsThatUnderWhichTheLogIsStored_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("blank in front") << " GR";
+        QTest::newRow("tabulator behind") << "GR\t";
+        QTest::newRow("line feed in front") << "\nGR";
+        QTest::newRow("line end behind") << "GR\r\n";
+    }
+
+    void theNameIsThatUnderWhichTheLogIsStored()
+    {
+        QFETCH(QString, name);
+        m_asker.answers = {base::BoxButton::No};
+        QVERIFY(!m_writer->writeLog(0, curve(name), false));
+        QCOMPARE(m_asker.boxes.size(), 1);
+        QVERIFY(m_asker.boxes.at(0).text.startsWith("A log with this name GR is already exists.\n"));
+        m_asker = {};
+        m_asker.answers = {base::BoxButton::Yes};
+        QVERIFY(m_writer->writeLog(0, curve(name), true));
+        QCOMPARE(m_asker.boxes.at(1).text, QString("Successfully added this log : GR"));
+        QCOMPARE(logs().size(), 2);
+        QCOMPARE(logs().at(0).name, QString("GR"));
+    }
+
+    void aLineBreakInsideANameBecomesABlank()
+    {
+        QVERIFY(m_writer->writeLog(0, curve("A\nB|C"), false));
+        QCOMPARE(logs().at(2).name, QString("A B|C"));
+        QCOMPARE(m_catalogue->logNames(0).at(2), QString("A B|C"));
     }
 
     void aPercentSignInANameIsText()
@@ -290,6 +331,30 @@ private slots:
         QCOMPARE(values.at(4), 2.0F);
     }
 
+    void samplesAtADepthThatNoFloatHoldsAreLeftOut()
+    {
+        LogCurveData log = curve("NEW", {1, 2, 3, 4, 5, 6});
+        log.depths = {100,
+                      std::nan(""),
+                      1e300,
+                      -std::numeric_limits<double>::infinity(),
+                      static_cast<double>(host::undefinedValue),
+                      101};
+        QVERIFY(m_writer->writeLog(0, log, false));
+        QCOMPARE(m_host->lastLog.depths, QVector<float>({100, 101}));
+        QCOMPARE(m_host->lastLog.values, QVector<float>({1, 6}));
+    }
+
+    void depthsAndValuesAreSinglePrecision()
+    {
+        LogCurveData log = curve("NEW", {100.1, 0.1});
+        log.depths = {100.1, 16777217.0};
+        QVERIFY(m_writer->writeLog(0, log, false));
+        QCOMPARE(m_host->lastLog.depths.at(0), 100.1F);
+        QCOMPARE(m_host->lastLog.depths.at(1), 16777216.0F);
+        QCOMPARE(m_host->lastLog.values, QVector<float>({100.1F, 0.1F}));
+    }
+
     void unequalArraysGiveTheCommonSamples()
     {
         LogCurveData log = curve("NEW");
@@ -357,6 +422,30 @@ private slots:
         QVERIFY(m_writer->writeMarkers(0, markerSet({"Clear", "None"}, {1, 2}, {QColor(10, 20, 30, 40), QColor()})));
         QCOMPARE(markers().at(0).color, QColor(10, 20, 30));
         QCOMPARE(markers().at(1).color, QColor(0, 0, 0));
+    }
+
+    void markersWithoutADepthAreLeftOut()
+    {
+        QVERIFY(m_writer->writeMarkers(0,
+                                       markerSet({"A", "B", "C", "D", "E"},
+                                                 {std::nanf(""), std::numeric_limits<float>::infinity(), 100.1F,
+                                                  -std::numeric_limits<float>::infinity(), host::undefinedValue},
+                                                 {Qt::red, Qt::red, Qt::blue, Qt::red, Qt::red})));
+        QCOMPARE(markers().size(), 1);
+        QCOMPARE(markers().at(0).name, QString("C"));
+        QCOMPARE(markers().at(0).depth, 100.1F);
+        QVERIFY(m_host->errors.isEmpty() && m_asker.boxes.isEmpty());
+    }
+
+    void unequalListsGiveTheCommonMarkers()
+    {
+        QVERIFY(m_writer->writeMarkers(0, markerSet({"A", "B"}, {1}, {Qt::red, Qt::red})));
+        QCOMPARE(markers().size(), 1);
+        QVERIFY(m_writer->writeMarkers(0, markerSet({"A", "B"}, {1, 2}, {Qt::red})));
+        QCOMPARE(markers().size(), 1);
+        QVERIFY(m_writer->writeMarkers(0, markerSet({"A"}, {1, 2}, {Qt::red, Qt::red})));
+        QCOMPARE(markers().size(), 1);
+        QCOMPARE(markers().at(0).name, QString("A"));
     }
 
     void noMarkersLeaveTheWellWithNone()

@@ -14,6 +14,7 @@
 #include <QtTest>
 
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -156,6 +157,61 @@ private slots:
         QVERIFY(files::snapshot(m_folder->path()).isEmpty());
     }
 
+    void aWriteProtectedFileStaysAlsoAfterYes()
+    {
+        files::write(path(), "old");
+        QVERIFY(QFile::setPermissions(m_folder->path(), QFile::Permissions(0x7777)));
+        QVERIFY(QFile::setPermissions(path(), QFile::Permissions(0x4444)));
+        QCOMPARE(testing_support::runUnprivileged([this] {
+                     m_asker.answers = {base::BoxButton::Yes};
+                     const bool isWritten = write(oneZone("A"));
+                     return isWritten ? 100 : m_asker.boxes.size();
+                 }),
+                 2);
+        QCOMPARE(files::read(path()), QByteArray("old"));
+        QCOMPARE(files::snapshot(m_folder->path()).size(), 1);
+    }
+
+    void aFileInAReadOnlyFolderStaysAlsoAfterYes()
+    {
+        files::write(path(), "old");
+        QVERIFY(QFile::setPermissions(path(), QFile::Permissions(0x6666)));
+        QVERIFY(QFile::setPermissions(m_folder->path(), QFile::Permissions(0x5555)));
+        QCOMPARE(testing_support::runUnprivileged([this] {
+                     m_asker.answers = {base::BoxButton::Yes};
+                     const bool isWritten = write(oneZone("A"));
+                     const bool isTold = m_asker.boxes.size() == 2
+                         && m_asker.boxes.at(1).text
+                             == "Unable to create file please check file read/write permission.";
+                     return !isWritten && isTold ? 0 : 1;
+                 }),
+                 0);
+        QCOMPARE(files::read(path()), QByteArray("old"));
+    }
+
+    void aLinkIsReplacedAndItsTargetStays()
+    {
+        const QTemporaryDir elsewhere;
+        files::write(elsewhere.filePath("target"), QByteArray("1\nT|1|2|Gas\n"));
+        QVERIFY(QFile::link(elsewhere.filePath("target"), path()));
+        QCOMPARE(readPerforation(m_folder->path(), "W").names, QStringList("T"));
+        m_asker.answers = {base::BoxButton::Yes};
+        QVERIFY(write(oneZone("A")));
+        QVERIFY(!QFileInfo(path()).isSymLink());
+        QCOMPARE(files::read(elsewhere.filePath("target")), QByteArray("1\nT|1|2|Gas\n"));
+        QCOMPARE(readPerforation(m_folder->path(), "W").names, QStringList("A"));
+    }
+
+    void aFileThatMayNotBeReadIsEmptyWithoutABox()
+    {
+        files::write(path(), "1\nA|1|2|Oil\n");
+        QVERIFY(QFile::setPermissions(m_folder->path(), QFile::Permissions(0x7777)));
+        QVERIFY(QFile::setPermissions(path(), QFile::Permissions()));
+        QCOMPARE(testing_support::runUnprivileged(
+                     [this] { return readPerforation(m_folder->path(), "W").names.size() + m_asker.boxes.size(); }),
+                 0);
+    }
+
     void whatWasWrittenReadsBack_data()
     {
         QTest::addColumn<QString>("name");
@@ -190,6 +246,25 @@ private slots:
         QCOMPARE(perforationBytes(oneZone("A|B\nC\rD", 1, "x|y")),
                  QString("1\nA\u00A6B C D|1|2|x\u00A6y\n").toUtf8());
         QCOMPARE(parse(perforationBytes(oneZone("A|B"))).names, QStringList(QString("A\u00A6B")));
+    }
+
+    void namesAreWrittenTrimmed()
+    {
+        QCOMPARE(perforationBytes(oneZone(" A ", 1, "\tOil\n")), QByteArray("1\nA|1|2|Oil\n"));
+        for (const QString &name : badbytes::names() + QStringList({"|", " x|y\n"})) {
+            const QByteArray bytes = perforationBytes(oneZone(name, 1, name));
+            const PerforationRecord read = parse(bytes);
+            QCOMPARE(read.names.size(), 1);
+            QCOMPARE(read.names, read.zoneTypes);
+            QCOMPARE(perforationBytes(read), bytes);
+        }
+    }
+
+    void whatIsNoNumberIsWrittenAsZero()
+    {
+        QCOMPARE(
+            perforationBytes(record("W", {"A"}, {std::nanf("")}, {std::numeric_limits<float>::infinity()}, {"Oil"})),
+            QByteArray("1\nA|0|0|Oil\n"));
     }
 
     void aMissingFileIsAnEmptyRecord()

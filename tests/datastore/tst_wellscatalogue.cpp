@@ -431,6 +431,45 @@ private slots:
         QCOMPARE(m_catalogue->curveGroups(0), (QStringList {"Gamma", "Sonic"}));
     }
 
+    void logsOfOneNameHaveEachTheirOwnGroup()
+    {
+        add("A")->logs = {logOf("X", "gapi", {1}), logOf("X", "mv", {1}), logOf("X", "in", {1})};
+        m_catalogue->build();
+        QCOMPARE(m_catalogue->curveGroups(0), (QStringList{"Gamma", "Sp", "Caliper"}));
+        at("A")->logs = {logOf("NEW", "ohmm", {1}), logOf("X", "us/ft", {1}), logOf("NEW2", "", {1}),
+                         logOf("X", "gapi", {1})};
+        QCOMPARE(m_catalogue->curveGroups(0), (QStringList{"Sonic", "Sonic", "Sonic"})); // the second by its place
+    }
+
+    void groupsCanBeReadWithoutABox()
+    {
+        add("A")->logs = {logOf("GR", "gapi", {1})};
+        m_catalogue->build();
+        QVERIFY(m_catalogue->readCurveGroups(0).ok());
+        QCOMPARE(m_catalogue->readCurveGroups(0).value, QStringList{"Gamma"});
+        at("A")->isUnreadable = true;
+        QVERIFY(!m_catalogue->readCurveGroups(0).ok());
+        QVERIFY(!m_catalogue->readCurveGroups(1).ok());
+        expectSilence();
+    }
+
+    void aLogIsFoundByTheNameThatFilesHave()
+    {
+        add("A")->logs = {logOf(" G|R", "gapi", {1}), logOf("DT", "us/ft", {2}),
+                          logOf(QString("G\u00A6R"), "mv", {3})};
+        m_catalogue->build();
+        QCOMPARE(m_catalogue->logIndex(0, "DT"), 1);
+        QCOMPARE(m_catalogue->logIndex(0, " G|R"), 0);
+        QCOMPARE(m_catalogue->logIndex(0, QString("G\u00A6R")), 2); // the name itself comes first
+        at("A")->logs.removeLast();
+        m_catalogue->build();
+        QCOMPARE(m_catalogue->logIndex(0, QString("G\u00A6R")), 0);
+        QCOMPARE(m_catalogue->curve("A", QString("G\u00A6R")).unit, QString("gapi"));
+        QCOMPARE(m_catalogue->curveGroup("A", QString("G\u00A6R")), QString("Gamma"));
+        QCOMPARE(m_catalogue->logIndex(0, "dt"), -1);
+        QCOMPARE(m_catalogue->logIndex(7, "DT"), -1);
+    }
+
     // ---- curves
 
     void aCurveHoldsTheLogReadyToDraw()

@@ -1,7 +1,12 @@
 #include "las/wellimportdialog.h"
 #include "las/welllogexport.h"
+#include "logview/welldisplaywidget.h"
+#include "logview/welllogsscene.h"
+#include "logview/welllogsscenepropertywidget.h"
+#include "logview/welllogsviewwidget.h"
 #include "mainwin/mainwindow.h"
 #include "mainwin/projecttreewidget.h"
+#include "support/failingdisk.h"
 #include "support/files.h"
 #include "support/projectfixture.h"
 #include "support/testmain.h"
@@ -293,6 +298,68 @@ private slots:
         printer.setOutputFileName(pdf);
         QVERIFY(QMetaObject::invokeMethod(fixture.window.get(), "printPreView", Q_ARG(QPrinter *, &printer)));
         QVERIFY(!QFileInfo::exists(pdf)); // nothing is printed
+    }
+
+    void checkingInTheTreeShowsAndHides()
+    {
+        WindowFixture fixture;
+        auto *view = fixture.window->findChild<WellLogsViewWidget *>();
+        QTreeWidgetItem *well = fixture.window->projectTree()->wellsItem()->child(0);
+        const auto toggle = [&fixture](QTreeWidgetItem *item, Qt::CheckState state) {
+            item->setCheckState(0, state);
+            emit fixture.window->projectTree()->itemClicked(item, 0);
+        };
+        toggle(well, Qt::Checked);
+        QCOMPARE(view->displayedWells(), QStringList{QStringLiteral("A")});
+        auto *properties = fixture.window->findChild<QDockWidget *>(QStringLiteral("propertiesDock"));
+        QCOMPARE(properties->widget(), view->currentDisplay()->scene()->panel());
+        QTreeWidgetItem *markers = nullptr;
+        for (int i = 0; i < well->childCount(); ++i)
+            if (well->child(i)->text(0) == QLatin1String("Markers"))
+                markers = well->child(i);
+        QVERIFY(markers);
+        toggle(markers->child(0), Qt::Checked);
+        QVERIFY(view->currentDisplay()->scene()->findMarker(QStringLiteral("Top")));
+        toggle(markers->child(0), Qt::Unchecked);
+        QVERIFY(view->currentDisplay()->scene()->markers().isEmpty());
+        toggle(well, Qt::Unchecked);
+        QVERIFY(view->displayedWells().isEmpty());
+        QVERIFY(!properties->widget());
+        toggle(well, Qt::Checked);
+        view->tabClose(0);
+        QCOMPARE(well->checkState(0), Qt::Unchecked);
+    }
+
+    void aPreviewWritesThePictureOnce()
+    {
+        WindowFixture fixture;
+        const QString picture = fixture.path(QStringLiteral("/A.tiff"));
+        emit fixture.window->projectTree()->sendWellDisplayProperties(QStringLiteral("A"), QStringLiteral("Default"));
+        FailingDisk disk; // counts what is written
+        QTimer::singleShot(0, fixture.window.get(), [] {
+            auto *dialog = qobject_cast<QPrintPreviewDialog *>(QApplication::activeModalWidget());
+            auto *preview = dialog->findChild<QPrintPreviewWidget *>();
+            preview->updatePreview();
+            preview->setLandscapeOrientation(); // another page
+            dialog->reject();
+        });
+        {
+            const base::ScopedFileSystemCalls scope(disk);
+            fixture.action("Print")->trigger();
+        }
+        QCOMPARE(disk.written, QStringList{picture});
+        QVERIFY(!QImage(picture).isNull());
+
+        // Another preview writes it anew, and so does a print without one.
+        const QString pdf = fixture.survey.filePath(QStringLiteral("page.pdf"));
+        for (int i = 0; i < 2; ++i) {
+            QVERIFY(QFile::remove(picture));
+            QPrinter printer(QPrinter::ScreenResolution);
+            printer.setOutputFileName(pdf);
+            fixture.window->printPreView(&printer);
+            QVERIFY(QFile::exists(picture));
+        }
+        QVERIFY(QFileInfo(pdf).size() > 1000);
     }
 
     void documentationInAFolderWithOddCharacters()

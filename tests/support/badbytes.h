@@ -43,13 +43,25 @@ inline QByteArray manyFields(const QByteArray &field, int count = 10000)
 /// Names that are no file names, or look like paths.
 inline QStringList names()
 {
-    return {QStringLiteral("15/9-F-1"),     QStringLiteral("../x"),
-            QStringLiteral("../../x"),      QStringLiteral("."),
-            QStringLiteral(".."),           QString(QLatin1String("")),
-            QString(300, QLatin1Char('n')), QString(300, QChar(0x00F8)),
-            QStringLiteral("%2F"),          QStringLiteral("/etc/passwd"),
-            QStringLiteral("A\\B"),         QStringLiteral("50%"),
-            QStringLiteral("a\tb"),         QStringLiteral(" ")};
+    return {QStringLiteral("15/9-F-1"),
+            QStringLiteral("../x"),
+            QStringLiteral("../../x"),
+            QStringLiteral("."),
+            QStringLiteral(".."),
+            QString(QLatin1String("")),
+            QString(300, QLatin1Char('n')),
+            QString(300, QChar(0x00F8)),
+            QStringLiteral("%2F"),
+            QStringLiteral("/etc/passwd"),
+            QStringLiteral("A\\B"),
+            QStringLiteral("50%"),
+            QStringLiteral("a\tb"),
+            QStringLiteral(" "),
+            QStringLiteral("a\nb"),
+            QStringLiteral("a\rb"),
+            QStringLiteral("a\u007Fb"),
+            QString::fromUtf16(u"a\0b", 3),
+            QStringLiteral("a") + QChar(0xD800)};
 }
 
 } // namespace badbytes

@@ -51,11 +51,25 @@ private slots:
     {
         const QString templates = m_folder->path() + "/WLC/Templates/";
         QCOMPARE(templateFolder(m_project, "My template", "Well 1"), templates + "Well 1/My template");
-        QCOMPARE(templateFolder(m_project, "My template", QString()), templates + "Global/My template");
+        QCOMPARE(globalTemplateFolder(m_project, "My template"), templates + "Global/My template");
         QCOMPARE(templateFolder(m_project, "T", "15/9-F-1"), templates + "15%2F9-F-1/T");
         QCOMPARE(templateFolder(m_project, "T", "Global"), templates + "%47lobal/T");
         QCOMPARE(templateFolder(m_project, "T", "%47lobal"), templates + "%2547lobal/T");
         QCOMPARE(templateFolder(m_project, "T", "global"), templates + "global/T");
+    }
+
+    void aWellWithoutANameIsNotTheGlobalOne()
+    {
+        seedProject(m_project.projectFolder);
+        openProjectFolder(m_folder->path(), &m_project);
+        for (const QString &nameless : {QString(), QString("")}) {
+            QCOMPARE(QFileInfo(templateFolder(m_project, "T", nameless)).path(),
+                     wellTemplatesFolder(m_project, nameless));
+            QVERIFY(wellTemplatesFolder(m_project, nameless) != templates("Global"));
+            QCOMPARE(QFileInfo(wellTemplatesFolder(m_project, nameless)).path() + '/', templates(""));
+            QVERIFY(wellTemplateNames(m_project, nameless).isEmpty());
+        }
+        QCOMPARE(wellTemplatesFolder(m_project, QString()), wellTemplatesFolder(m_project, QString("")));
     }
 
     void theTemplatesOfAWellAreItsFolders()
@@ -99,14 +113,31 @@ private slots:
 
     void tracksComeInTheOrderOfTheirNumbers()
     {
-        for (const char *name : {"Track_10", "Track_2", "Track_1", "Track_9", "notes", "Track_x", "Another"})
-            files::write(templates(QString("W/T/%1.txt").arg(name)), trackOf(name));
+        const QStringList expected{"Track_1",
+                                   "Track_2",
+                                   "Track_009",
+                                   "Track_10",
+                                   "Track_2147483647",
+                                   "Track_2147483648",
+                                   "Track_9999999999",
+                                   "Track_12345678901234567890",
+                                   "Another",
+                                   "Track_ 4",
+                                   "Track_+3",
+                                   "Track_-1",
+                                   "Track_",
+                                   "Track_1x",
+                                   "Track_x",
+                                   QString("Track_\u0663"), // a digit, but not one of ours
+                                   "notes"};
+        for (const QString &name : expected)
+            files::write(templates(QString("W/T/%1.txt").arg(name)), trackOf("x"));
         QStringList names;
         for (const TrackInfo &track : loadTemplate(m_project, "T", "W")) {
-            QCOMPARE(track.curves.value(0).curve, track.name);
+            QCOMPARE(track.curves.size(), 1);
             names.append(track.name);
         }
-        QCOMPARE(names, QStringList({"Track_1", "Track_2", "Track_9", "Track_10", "Another", "Track_x", "notes"}));
+        QCOMPARE(names, expected);
     }
 
     void everyRegularFileIsATrack()
@@ -217,23 +248,23 @@ private slots:
     {
         QVERIFY(QDir().mkpath(templates("W/T")));
         QVERIFY(QDir().mkpath(templates("Global/T")));
-        QVERIFY(writeTrack(m_project, "T", "W", "Track_1", "Linear", {row()}));
+        QVERIFY(writeTrack(templateFolder(m_project, "T", "W"), "Track_1", "Linear", {row()}));
         QCOMPARE(files::read(templates("W/T/Track_1.txt")), rowBytes);
-        QVERIFY(writeTrack(m_project, "T", QString(), "Track_7", "Depth", {}));
+        QVERIFY(writeTrack(globalTemplateFolder(m_project, "T"), "Track_7", "Depth", {}));
         QCOMPARE(files::read(templates("Global/T/Track_7.txt")), QByteArray("Depth\n"));
     }
 
     void anOldTrackIsReplacedAsAWhole()
     {
         files::write(templates("W/T/Track_1.txt"), QByteArray(100000, 'x'));
-        QVERIFY(writeTrack(m_project, "T", "W", "Track_1", "Linear", {row()}));
+        QVERIFY(writeTrack(templateFolder(m_project, "T", "W"), "Track_1", "Linear", {row()}));
         QCOMPARE(files::read(templates("W/T/Track_1.txt")), rowBytes);
         QCOMPARE(files::snapshot(templates("W/T")).size(), 1);
     }
 
     void theTemplateFolderIsNotMade()
     {
-        QVERIFY(!writeTrack(m_project, "T", "W", "Track_1", "Linear", {row()}));
+        QVERIFY(!writeTrack(templateFolder(m_project, "T", "W"), "Track_1", "Linear", {row()}));
         QVERIFY(!QFile::exists(templates("W")));
     }
 
@@ -250,8 +281,8 @@ private slots:
         files::write(templates("W/T/Track_1.txt"), "old");
         FailingDisk disk(static_cast<FailingDisk::Step>(step));
         const base::ScopedFileSystemCalls scope(disk);
-        QVERIFY(!writeTrack(m_project, "T", "W", "Track_1", "Linear", {row()}));
-        QVERIFY(!writeTrack(m_project, "T", "W", "Track_2", "Linear", {row()}));
+        QVERIFY(!writeTrack(templateFolder(m_project, "T", "W"), "Track_1", "Linear", {row()}));
+        QVERIFY(!writeTrack(templateFolder(m_project, "T", "W"), "Track_2", "Linear", {row()}));
         QCOMPARE(files::snapshot(templates("W/T")).size(), 1);
         QCOMPARE(files::read(templates("W/T/Track_1.txt")), QByteArray("old"));
     }
@@ -259,8 +290,37 @@ private slots:
     void aFolderInPlaceOfTheTrackStays()
     {
         QVERIFY(QDir().mkpath(templates("W/T/Track_1.txt")));
-        QVERIFY(!writeTrack(m_project, "T", "W", "Track_1", "Linear", {row()}));
+        QVERIFY(!writeTrack(templateFolder(m_project, "T", "W"), "Track_1", "Linear", {row()}));
         QVERIFY(QFileInfo(templates("W/T/Track_1.txt")).isDir());
+    }
+
+    void aFileInPlaceOfAWellsFolderIsNoTemplates()
+    {
+        files::write(templates("W"), "a file");
+        QVERIFY(wellTemplateNames(m_project, "W").isEmpty());
+        QVERIFY(loadTemplate(m_project, "T", "W").isEmpty());
+        QVERIFY(!writeTrack(templateFolder(m_project, "T", "W"), "Track_1", "Linear", {row()}));
+        QCOMPARE(files::read(templates("W")), QByteArray("a file"));
+    }
+
+    void linksAreFollowedWhenReadAndReplacedWhenWritten()
+    {
+        const QTemporaryDir elsewhere;
+        files::write(elsewhere.filePath("T/Track_1.txt"), trackOf("elsewhere"));
+        files::write(elsewhere.filePath("track"), trackOf("linked"));
+        QVERIFY(QDir().mkpath(templates("W/Own")));
+        QVERIFY(QFile::link(elsewhere.filePath("T"), templates("W/Linked")));
+        QVERIFY(QFile::link("/no such folder", templates("W/Broken")));
+        QVERIFY(QFile::link(elsewhere.filePath("track"), templates("W/Own/Track_1.txt")));
+        QVERIFY(QFile::link("/no such file", templates("W/Own/Track_2.txt")));
+        QCOMPARE(wellTemplateNames(m_project, "W"), QStringList({"Linked", "Own"}));
+        QCOMPARE(loadTemplate(m_project, "Linked", "W").value(0).curves.value(0).curve, QString("elsewhere"));
+        QCOMPARE(loadTemplate(m_project, "Own", "W").size(), 1);
+        QVERIFY(loadTemplate(m_project, "Broken", "W").isEmpty());
+        QVERIFY(writeTrack(templateFolder(m_project, "Own", "W"), "Track_1", "Linear", {row()}));
+        QCOMPARE(files::read(elsewhere.filePath("track")), trackOf("linked"));
+        QVERIFY(!QFileInfo(templates("W/Own/Track_1.txt")).isSymLink());
+        QCOMPARE(files::read(templates("W/Own/Track_1.txt")), rowBytes);
     }
 
     void aReadOnlyFolderIsSilent()
@@ -268,8 +328,9 @@ private slots:
         QVERIFY(QDir().mkpath(templates("W/T")));
         QVERIFY(QFile::setPermissions(m_folder->path(), QFile::Permissions(0x7777)));
         QVERIFY(QFile::setPermissions(templates("W/T"), QFile::Permissions(0x5555)));
-        QCOMPARE(testing_support::runUnprivileged(
-                     [this] { return writeTrack(m_project, "T", "W", "Track_1", "Linear", {row()}) ? 1 : 0; }),
+        QCOMPARE(testing_support::runUnprivileged([this] {
+                     return writeTrack(templateFolder(m_project, "T", "W"), "Track_1", "Linear", {row()}) ? 1 : 0;
+                 }),
                  0);
         QVERIFY(files::snapshot(templates("W/T")).isEmpty());
     }
@@ -301,8 +362,8 @@ private slots:
         for (const QString &name : badbytes::names()) {
             QVERIFY(loadTemplate(m_project, name, "W").isEmpty());
             QVERIFY(loadTemplate(m_project, "T", name).isEmpty());
-            QVERIFY(!writeTrack(m_project, name, QString(), "Track_1", "Linear", {}));
-            QVERIFY(!writeTrack(m_project, "T", name, "Track_1", "Linear", {}));
+            QVERIFY(!writeTrack(globalTemplateFolder(m_project, name), "Track_1", "Linear", {}));
+            QVERIFY(!writeTrack(templateFolder(m_project, "T", name), "Track_1", "Linear", {}));
             QVERIFY(wellTemplateNames(m_project, name).isEmpty());
             const QString folder = templateFolder(m_project, name, name);
             QVERIFY(folder.startsWith(templates("")));
@@ -322,7 +383,7 @@ private slots:
             QVERIFY(QDir().mkpath(templateFolder(m_project, "T", well)));
             TemplateCurveRow own = row();
             own.curve = QString::number(++number);
-            QVERIFY(writeTrack(m_project, "T", well, "Track_1", "Linear", {own}));
+            QVERIFY(writeTrack(templateFolder(m_project, "T", well), "Track_1", "Linear", {own}));
         }
         number = 0;
         for (const QString &well : wells) {
@@ -336,7 +397,7 @@ private slots:
     {
         QVERIFY(QDir().mkpath(templates("W/T")));
         for (const QString &name : badbytes::names())
-            QVERIFY(writeTrack(m_project, "T", "W", name, "Linear", {}));
+            QVERIFY(writeTrack(templateFolder(m_project, "T", "W"), name, "Linear", {}));
         QCOMPARE(QDir(templates("W/T")).entryList(QDir::Files | QDir::Hidden).size(), badbytes::names().size());
         QCOMPARE(QDir(templates("W")).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
                  QStringList("T"));

@@ -383,6 +383,25 @@ private slots:
         QCOMPARE(trackBytes("Depth", {}), QByteArray("Depth\n"));
     }
 
+    void textsThatWouldBreakTheLineAreChanged()
+    {
+        TemplateCurveRow odd = row("Gam|ma", " G\nR ");
+        odd.leftUpTo = "Left\rBoundary";
+        odd.pointShape = "Circle\n";
+        const QByteArray line = QByteArray(fullLine)
+                                    .replace("Gamma", "Gam\xC2\xA6ma")
+                                    .replace("Default", " G R ")
+                                    .replace("|None |", "|Left Boundary |")
+            + ' ';
+        QCOMPARE(trackBytes("Linear", {odd}), "Linear\n" + line + '\n');
+        for (const QString &name : badbytes::names()) {
+            const TrackInfo read = track(trackBytes("Linear", {row(name, name), row("Gamma", "GR")}));
+            QCOMPARE(read.curves.size(), 2);
+            QCOMPARE(read.curves.at(1).curve, QString("GR"));
+            QCOMPARE(track(trackBytes("Depth", {row(name, name)})).curves.size(), 1);
+        }
+    }
+
     void aTrackWithoutRowsIsItsTypeLine()
     {
         QCOMPARE(trackBytes("Linear", {}), QByteArray("Linear\n"));

@@ -1,0 +1,67 @@
+#include "logview/curveheaderitem.h"
+
+#include "logview/curveitem.h"
+#include "logview/depthaxis.h"
+#include "logview/trackitem.h"
+
+#include <QFontMetrics>
+#include <QGraphicsSceneMouseEvent>
+#include <QPainter>
+
+CurveHeaderItem::CurveHeaderItem(CurveItem *curve, int index, QGraphicsItem *trackHeader)
+    : QGraphicsItem(trackHeader)
+    , m_curve(curve)
+{
+    setFlag(ItemIsSelectable);
+    setPos(0, height * index);
+    refresh();
+}
+
+void CurveHeaderItem::refresh()
+{
+    prepareGeometryChange();
+    m_width = static_cast<double>(m_curve->scale().width);
+    update();
+}
+
+QRectF CurveHeaderItem::boundingRect() const
+{
+    return QRectF(0, 0, m_width, height);
+}
+
+void CurveHeaderItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
+{
+    const CurveFillStyle &fill = m_curve->fillStyle();
+    const QRectF swatch(5, 1, m_width - 11, 18);
+    if (fill.isOn && !fill.bar.isNull())
+        painter->drawImage(swatch, fill.bar.image);
+    else if (fill.isOn && fill.color.isValid())
+        painter->fillRect(swatch, fill.color);
+
+    QFont font(QStringLiteral("Times"));
+    painter->setFont(font);
+    painter->setPen(Qt::black);
+    painter->drawText(QRectF(5, 1, m_width - 10, 20), Qt::AlignCenter, m_curve->curveName());
+    painter->setPen(m_curve->currentPen());
+    painter->drawLine(QPointF(5, 22), QPointF(m_width - 5, 22));
+
+    const int third = logview::toInt((m_width - 10) / 3);
+    painter->setPen(Qt::black);
+    painter->drawText(QRectF(5, 23, third, 20), Qt::AlignLeft | Qt::AlignVCenter,
+                      QString::number(static_cast<double>(m_curve->scale().minimum)));
+    if (painter->fontMetrics().horizontalAdvance(m_curve->unit()) > third) {
+        font.setPointSize(8);
+        painter->setFont(font);
+    }
+    painter->drawText(QRectF(third + 5, 23, third, 20), Qt::AlignCenter, m_curve->unit());
+    font.setPointSize(10);
+    painter->setFont(font);
+    painter->drawText(QRectF(2 * third + 5, 23, third, 20), Qt::AlignRight | Qt::AlignVCenter,
+                      QString::number(static_cast<double>(m_curve->scale().maximum)));
+}
+
+void CurveHeaderItem::mousePressEvent(QGraphicsSceneMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        m_curve->track()->clickInHeader(m_curve);
+}

@@ -1,0 +1,239 @@
+#include "logview/curveitem.h"
+
+#include "logview/curveheaderitem.h"
+#include "logview/curveitempropertywidget.h"
+#include "logview/displaycolors.h"
+#include "logview/pointitem.h"
+#include "logview/trackheaderitem.h"
+#include "logview/trackitem.h"
+#include "logview/welldisplaydata.h"
+
+#include <QPainter>
+#include <QStyleOptionGraphicsItem>
+
+#include <algorithm>
+
+namespace {
+
+constexpr double pickingReach = 3; // pixels
+constexpr double boundingMargin = 8; // half of the widest selected pen, and calibration points on the edge
+
+QPen penOf(const TemplateCurveInfo &line)
+{
+    const QColor color = line.color.isValid() ? line.color : QColor(Qt::black);
+    return QPen(QBrush(color), line.penWidth, static_cast<Qt::PenStyle>(line.penStyle), Qt::RoundCap, Qt::RoundJoin);
+}
+
+logview::ValueScale scaleOf(const TemplateCurveInfo &line, const TrackItem &track)
+{
+    return {track.trackType() == LogarithmicTrack, static_cast<float>(line.minimum),
+            static_cast<float>(line.maximum), track.width()};
+}
+
+} // namespace
+
+CurveItem::CurveItem(const TrackInfo &definition, const TemplateCurveInfo &line, int index, TrackItem *track)
+    : QGraphicsItem(track)
+    , m_track(track)
+    , m_line(line)
+    , m_scale(scaleOf(line, *track))
+    , m_pen(penOf(line))
+{
+    setFlags(ItemIsSelectable | ItemUsesExtendedStyleOption);
+    const DisplayedLog log = track->well().log(line.curve);
+    m_samples = log.samples;
+    m_unit = log.unit;
+    readFill(definition);
+    m_header = new CurveHeaderItem(this, index, track->header());
+    setCalibrationShown(line.isCalibrationShown);
+}
+
+CurveItem::~CurveItem()
+{
+    m_track->forgetCurve(this);
+    delete m_header;
+    delete m_panel;
+}
+
+void CurveItem::readFill(const TrackInfo &definition)
+{
+    const int lineCount = definition.curves.size();
+    const logview::FillTarget left = logview::fillTarget(m_line.leftUpTo, lineCount);
+    const logview::FillTarget right = logview::fillTarget(m_line.rightUpTo, lineCount);
+    const logview::FillTarget &target = left.isOn ? left : right;
+    const bool isRight = !left.isOn && right.isOn;
+    m_fillStyle.isOn = target.isOn;
+    m_fillStyle.color = isRight ? m_line.rightFillColor : m_line.leftFillColor;
+    if (!target.isOn)
+        return;
+    const int barNumber = isRight ? m_line.rightFillIndex : m_line.leftFillIndex;
+    if (barNumber > 0)
+        m_fillStyle.bar = m_track->well().colorBar(barNumber);
+    m_fillSettings.side = isRight ? logview::FillSide::Right : logview::FillSide::Left;
+    m_fillSettings.limit = target.limit;
+    m_fillSettings.barColors = m_fillStyle.bar.colors;
+    if (target.limit != logview::FillLimit::Curve)
+        return;
+    const TemplateCurveInfo &other = definition.curves.at(target.curveNumber - 1);
+    m_fillSettings.other = m_track->well().log(other.curve).samples;
+    m_fillSettings.otherScale = scaleOf(other, *m_track);
+}
+
+QRectF CurveItem::boundingRect() const
+{
+    return QRectF(0, 0, static_cast<double>(m_scale.width), static_cast<double>(m_track->height()))
+        .adjusted(-boundingMargin, -boundingMargin, boundingMargin, boundingMargin);
+}
+
+logview::CurveKey CurveItem::key() const
+{
+    return logview::curveKey(m_samples, m_track->axis(), m_track->depthReference(), m_scale);
+}
+
+QPainterPath CurveItem::shape() const
+{
+    m_curveLine.update(m_samples, key());
+    return m_curveLine.shape();
+}
+
+bool CurveItem::contains(const QPointF &point) const
+{
+    m_curveLine.update(m_samples, key());
+    const double reach = pickingReach + m_pen.widthF() / 2;
+    return m_curveLine.path().intersects(QRectF(point.x() - reach, point.y() - reach, 2 * reach, 2 * reach));
+}
+
+bool CurveItem::collidesWithPath(const QPainterPath &path, Qt::ItemSelectionMode) const
+{
+    m_curveLine.update(m_samples, key());
+    return m_curveLine.path().intersects(path.boundingRect());
+}
+
+void CurveItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *)
+{
+    m_curveLine.update(m_samples, key());
+    updateFill();
+    const QRectF exposed = option->exposedRect;
+    if (m_fillStyle.isOn)
+        m_fill.paint(*painter, m_fillStyle.color, exposed.top(), exposed.bottom());
+    painter->setBrush(Qt::transparent);
+    m_curveLine.paint(*painter, currentPen(), exposed.top(), exposed.bottom());
+}
+
+void CurveItem::updateFill()
+{
+    if (m_fillStyle.isOn)
+        m_fill.update(m_samples, key(), m_fillSettings);
+}
+
+CurveItemPropertyWidget *CurveItem::panel()
+{
+    if (!m_panel)
+        m_panel = new CurveItemPropertyWidget(this);
+    return m_panel;
+}
+
+void CurveItem::changeGeometry()
+{
+    prepareGeometryChange();
+    m_scale = scaleOf(m_line, *m_track);
+    m_fillSettings.otherScale.isLogarithmic = m_scale.isLogarithmic;
+    m_fillSettings.otherScale.width = m_scale.width;
+    // A depth track shows depths; its one line names the depth itself.
+    setVisible(m_track->trackType() != DepthTrack);
+    m_header->setVisible(isVisible());
+    m_header->refresh();
+    placePoints();
+    update();
+}
+
+void CurveItem::redraw()
+{
+    update();
+    m_header->refresh();
+}
+
+void CurveItem::setCurveName(const QString &name)
+{
+    m_line.curve = name;
+    redraw();
+}
+
+QPen CurveItem::currentPen() const
+{
+    return isSelected() ? logview::selectionPen(m_pen) : m_pen;
+}
+
+void CurveItem::setLineColor(const QColor &color)
+{
+    m_pen.setColor(color);
+    redraw();
+}
+
+void CurveItem::setLineStyle(Qt::PenStyle style)
+{
+    m_pen.setStyle(style);
+    redraw();
+}
+
+void CurveItem::setLineWidth(int widthPx)
+{
+    m_pen.setWidth(widthPx);
+    redraw();
+}
+
+void CurveItem::setFillColor(const QColor &color)
+{
+    m_fillStyle.color = color;
+    m_fillStyle.bar = {};
+    m_fillSettings.barColors.clear();
+    redraw();
+}
+
+// Samples hold measured depths. A subsea display asks with its own depths, so that the value is that of the line under the
+// mouse.
+logview::Sample CurveItem::sampleAt(double depthM) const
+{
+    const logview::DepthReference &reference = m_track->depthReference();
+    const double toMeasured = reference.type == logview::TvdSubsea ? reference.kbElevationM : 0;
+    logview::Sample sample = logview::sampleAt(m_samples, depthM + toMeasured);
+    sample.depthM -= toMeasured;
+    return sample;
+}
+
+void CurveItem::setCalibrationShown(bool isShown)
+{
+    m_calibration = isShown ? m_track->well().calibration(m_line.group) : CalibrationRecord();
+    placePoints();
+}
+
+void CurveItem::placePoints()
+{
+    m_points = logview::placeCalibration(m_calibration, m_track->axis(), m_scale);
+    while (m_pointItems.size() > m_points.size())
+        delete m_pointItems.takeLast();
+    while (m_pointItems.size() < m_points.size())
+        m_pointItems.append(
+            new PointItem(m_line.pointColor, std::max(m_line.pointSize, 1), m_line.pointShape, this));
+    for (int i = 0; i < m_points.size(); ++i) {
+        m_pointItems.at(i)->setPos(m_points.at(i).position);
+        m_pointItems.at(i)->setVisible(m_points.at(i).isInRange);
+    }
+}
+
+CurveItem::PointValue CurveItem::calibrationPointAt(const QPointF &position) const
+{
+    const int point = logview::calibrationAt(m_points, position, std::max(m_line.pointSize, 1));
+    if (point < 0)
+        return {};
+    return {true, static_cast<double>(m_points.at(point).value)};
+}
+
+QVariant CurveItem::itemChange(GraphicsItemChange change, const QVariant &value)
+{
+    if (change == ItemSelectedHasChanged) {
+        m_header->setSelected(isSelected());
+        redraw();
+    }
+    return QGraphicsItem::itemChange(change, value);
+}

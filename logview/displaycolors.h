@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QColor>
+#include <QPen>
+
+namespace logview {
+
+inline QColor backgroundColor() { return QColor(255, 255, 255); }
+/// Fills a selected track and its header.
+inline QColor highlightColor() { return QColor(204, 229, 255); }
+
+/// The pen of a selected curve or marker: as the normal one, 2 pixels wider, in a blue that shows on white and on the
+/// highlight colour.
+inline QPen selectionPen(const QPen &normal)
+{
+    QPen pen = normal;
+    pen.setColor(QColor(0, 102, 204));
+    pen.setWidth(normal.width() + 2);
+    return pen;
+}
+
+} // namespace logview

@@ -1,0 +1,155 @@
+#include "logview/markeritem.h"
+
+#include "logview/depthaxis.h"
+#include "logview/displaycolors.h"
+#include "logview/markeritempropertywidget.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+
+namespace {
+
+constexpr int namePixelSize = 10;
+constexpr int longestNameOnOneLine = 80; // pixels
+
+QFont nameFont(QFont font)
+{
+    font.setPixelSize(namePixelSize);
+    return font;
+}
+
+} // namespace
+
+/// Draws the line and the name. An item of its own, because both reach beyond the rectangle in which a marker is
+/// picked.
+class MarkerDrawing : public QGraphicsItem
+{
+public:
+    explicit MarkerDrawing(MarkerItem *marker)
+        : QGraphicsItem(marker)
+        , m_marker(marker)
+    {
+        setAcceptedMouseButtons(Qt::NoButton);
+    }
+
+    void changeGeometry() { prepareGeometryChange(); }
+
+    QRectF boundingRect() const override
+    {
+        constexpr double reach = (MarkerItem::maximumThickness + 2) / 2.0 + 1;
+        const QRectF line(-reach, -reach, static_cast<double>(m_marker->width()) + 2 * reach, 2 * reach);
+        return line | MarkerItem::nameRect(longestNameOnOneLine) | MarkerItem::nameRect(longestNameOnOneLine + 1);
+    }
+    QPainterPath shape() const override { return {}; } // the marker itself is picked
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *) override
+    {
+        painter->setFont(nameFont(painter->font()));
+        painter->setPen(m_marker->currentPen());
+        painter->drawLine(0, 0, logview::toInt(static_cast<double>(m_marker->width())), 0);
+        const QString name = m_marker->markerName();
+        const int textWidth = painter->fontMetrics().horizontalAdvance(name);
+        const int flags =
+            textWidth <= longestNameOnOneLine ? Qt::AlignRight | Qt::AlignVCenter : static_cast<int>(Qt::TextWordWrap);
+        painter->drawText(MarkerItem::nameRect(textWidth), flags, name);
+    }
+
+private:
+    MarkerItem *m_marker;
+};
+
+MarkerItem::MarkerItem(WellLogsScene *scene)
+    : m_scene(scene)
+    , m_panel(new MarkerItemPropertyWidget(this))
+    , m_drawing(new MarkerDrawing(this))
+{
+    setFlag(ItemIsSelectable);
+    setDepth(0);
+}
+
+MarkerItem::~MarkerItem()
+{
+    delete m_panel;
+}
+
+MarkerItemPropertyWidget *MarkerItem::panel() const
+{
+    return m_panel;
+}
+
+QRectF MarkerItem::boundingRect() const
+{
+    return QRectF(0, 0, static_cast<double>(m_width), 2);
+}
+
+QPainterPath MarkerItem::shape() const
+{
+    QPainterPath path;
+    path.addRect(boundingRect());
+    return path;
+}
+
+void MarkerItem::paint(QPainter *, const QStyleOptionGraphicsItem *, QWidget *)
+{
+    // Its child draws.
+}
+
+void MarkerItem::setWellName(const QString &wellName)
+{
+    setData(WellNameKey, wellName);
+    m_panel->showMarker();
+}
+
+void MarkerItem::setMarkerName(const QString &markerName)
+{
+    setData(MarkerNameKey, markerName);
+    m_panel->showMarker();
+    m_drawing->update();
+}
+
+void MarkerItem::setDepth(float depthM)
+{
+    setData(DepthKey, depthM);
+    m_panel->showMarker();
+}
+
+void MarkerItem::setLineColor(const QColor &color)
+{
+    m_lineColor = color;
+    m_panel->showMarker();
+    m_drawing->update();
+}
+
+void MarkerItem::setLineThickness(int thicknessPx)
+{
+    m_lineThickness = qBound(1, thicknessPx, maximumThickness);
+    m_panel->showMarker();
+    m_drawing->update();
+}
+
+void MarkerItem::setWidth(float widthPx)
+{
+    prepareGeometryChange();
+    m_drawing->changeGeometry();
+    m_width = widthPx;
+    setLine(0, 0, static_cast<double>(widthPx), 0);
+}
+
+QPen MarkerItem::currentPen() const
+{
+    const QPen normal(QBrush(m_lineColor), m_lineThickness, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+    return isSelected() ? logview::selectionPen(normal) : normal;
+}
+
+QRectF MarkerItem::nameRect(int textWidthPx)
+{
+    if (textWidthPx <= longestNameOnOneLine)
+        return QRectF(-2 - textWidthPx, -10, textWidthPx, 20);
+    return QRectF(-50, -10, 50, 40);
+}
+
+QVariant MarkerItem::itemChange(GraphicsItemChange change, const QVariant &value)
+{
+    if (change == ItemSelectedHasChanged)
+        m_drawing->update();
+    return QGraphicsLineItem::itemChange(change, value);
+}

@@ -1,0 +1,281 @@
+#include "logview/trackitem.h"
+
+#include "logview/curveitem.h"
+#include "logview/displaycolors.h"
+#include "logview/perforationgeometry.h"
+#include "logview/trackgrid.h"
+#include "logview/trackheaderitem.h"
+#include "logview/trackitempropertywidget.h"
+#include "logview/welldisplaydata.h"
+
+#include <QGraphicsSceneHoverEvent>
+#include <QPainter>
+#include <QStyleOptionGraphicsItem>
+
+#include <algorithm>
+
+namespace {
+
+constexpr double boundingMargin = 2; // the outline is 2 pixels wide
+constexpr int depthFontPoints = 8; // five digits fit into half an inch
+constexpr float pixelsPerInch = 96.0F;
+constexpr float widestTrackInches = 1000; // beyond it no display could be laid out in whole pixels
+
+} // namespace
+
+TrackItem::TrackItem(const TrackInfo &definition, const std::shared_ptr<WellDisplayData> &well, float totalDepthM)
+    : m_definition(definition)
+    , m_well(well)
+    , m_axis(logview::DepthAxis::of(0, totalDepthM))
+    , m_width(static_cast<float>(well->initialTrackWidth(definition.type)))
+{
+    m_reference.kbElevationM = well->record().kbElevation;
+    setFlags(ItemIsSelectable | ItemSendsGeometryChanges | ItemUsesExtendedStyleOption);
+    setAcceptHoverEvents(true);
+    m_header = new TrackHeaderItem(this);
+    m_header->setWidth(m_width);
+    m_panel = new TrackItemPropertyWidget(this);
+    for (const TemplateCurveInfo &line : m_definition.curves)
+        if (line.curve != defaultCurveName())
+            m_curves.append(new CurveItem(m_definition, line, m_curves.size(), this));
+    changeGeometry();
+}
+
+TrackItem::~TrackItem()
+{
+    // The curves' destructors take their headers out of ours and themselves out of the list.
+    while (!m_curves.isEmpty())
+        delete m_curves.last();
+    delete m_header;
+    delete m_panel;
+}
+
+QRectF TrackItem::boundingRect() const
+{
+    return QRectF(0, 0, static_cast<double>(m_width), static_cast<double>(height()))
+        .adjusted(-boundingMargin, -boundingMargin, boundingMargin, boundingMargin);
+}
+
+TrackItemPropertyWidget *TrackItem::panel() const
+{
+    return m_panel;
+}
+
+QString TrackItem::wellName() const
+{
+    return m_well->record().wellName;
+}
+
+void TrackItem::setTrackType(int trackType)
+{
+    m_definition.type = trackType;
+    changeGeometry();
+}
+
+void TrackItem::setStartDepth(float depth)
+{
+    setDepthRange(depth, m_axis.end);
+}
+
+void TrackItem::setEndDepth(float depth)
+{
+    setDepthRange(m_axis.start, depth);
+}
+
+void TrackItem::setDepthRange(float start, float end)
+{
+    prepareGeometryChange();
+    m_axis = logview::DepthAxis::of(start, end, m_scale);
+    changeGeometry();
+}
+
+void TrackItem::setScale(float scale)
+{
+    m_scale = scale;
+    setDepthRange(m_axis.start, m_axis.end);
+}
+
+void TrackItem::setWidthInches(float inches)
+{
+    prepareGeometryChange();
+    m_width = std::min(inches, widestTrackInches) * pixelsPerInch;
+    changeGeometry();
+    emit m_panel->trackResized();
+}
+
+void TrackItem::setMdFlag()
+{
+    setDepthType(logview::MeasuredDepth);
+}
+
+void TrackItem::setTvdssFlag()
+{
+    setDepthType(logview::TvdSubsea);
+}
+
+void TrackItem::setDepthType(logview::DepthType depthType)
+{
+    m_reference.type = depthType;
+    changeGeometry();
+}
+
+QString TrackItem::depthTypeText() const
+{
+    if (m_reference.type == logview::TvdKb)
+        return QStringLiteral("TVDKB");
+    return m_reference.type == logview::TvdSubsea ? QStringLiteral("TVDSS") : QStringLiteral("MD");
+}
+
+void TrackItem::setDepthUnit(logview::DepthUnit unit)
+{
+    m_reference.unit = unit;
+    changeGeometry();
+}
+
+void TrackItem::setPerforationsShown(bool areShown)
+{
+    m_arePerforationsShown = areShown;
+    m_perforations = areShown ? m_well->perforations() : PerforationRecord();
+    update();
+}
+
+void TrackItem::setVerticalOffset(float offsetPx)
+{
+    m_verticalOffset = offsetPx;
+    update();
+}
+
+void TrackItem::changeGeometry()
+{
+    m_header->setWidth(m_width);
+    for (CurveItem *curve : qAsConst(m_curves))
+        curve->changeGeometry();
+    update();
+    m_header->update();
+}
+
+void TrackItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *)
+{
+    const QRect track(0, 0, logview::toInt(static_cast<double>(m_width)), m_axis.heightPx());
+    const QRect visible = option->exposedRect.toAlignedRect().adjusted(-1, -1, 1, 1) & track;
+    painter->fillRect(visible, isSelected() ? logview::highlightColor() : logview::backgroundColor());
+    if (m_definition.type == DepthTrack) {
+        paintDepths(painter, visible);
+        if (m_arePerforationsShown)
+            paintPerforations(painter, visible);
+    } else {
+        paintGrid(painter, visible);
+    }
+
+    // Sides only as long as they show: a painter takes its time with lines of millions of pixels.
+    painter->setPen(QPen(QBrush(Qt::black), 2, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
+    const int top = std::max(track.top(), visible.top() - 2);
+    const int bottom = std::min(track.top() + track.height(), visible.bottom() + 2);
+    painter->drawLine(0, top, 0, bottom);
+    painter->drawLine(track.width(), top, track.width(), bottom);
+    for (const int y : {0, track.height()})
+        if (y >= top && y <= bottom)
+            painter->drawLine(0, y, track.width(), y);
+}
+
+void TrackItem::paintGrid(QPainter *painter, const QRect &visible) const
+{
+    const QVector<logview::GridLine> verticals = m_definition.type == LogarithmicTrack
+        ? logview::logarithmicGrid(m_width, height())
+        : logview::linearGrid(m_width, height());
+    painter->setBrush(Qt::NoBrush);
+    for (const logview::GridLine &line :
+         logview::horizontalGrid(m_axis, m_scale, m_width, visible.top(), visible.bottom(), m_verticalOffset)) {
+        painter->setPen(logview::gridPen(line.pen));
+        painter->drawLine(line.line);
+    }
+    for (const logview::GridLine &line : verticals) {
+        painter->setPen(logview::gridPen(line.pen));
+        painter->drawLine(logview::cutVertical(line, visible.top(), visible.bottom()));
+    }
+}
+
+void TrackItem::paintDepths(QPainter *painter, const QRect &visible) const
+{
+    QFont font = painter->font();
+    font.setPointSize(depthFontPoints);
+    painter->setFont(font);
+    painter->setPen(Qt::black);
+    for (const logview::DepthTick &tick : logview::depthTicks(m_axis, visible.top(), visible.bottom())) {
+        painter->drawLine(logview::leftTick(tick));
+        painter->drawLine(logview::rightTick(tick, m_width));
+    }
+    const QFontMetrics metrics = painter->fontMetrics();
+    const int reach = metrics.height();
+    for (const logview::DepthTick &label :
+         logview::depthLabels(m_axis, m_scale, visible.top() - reach, visible.bottom() + reach)) {
+        const QString text = logview::labelText(label);
+        painter->drawText(
+            logview::labelPosition(label, m_width, metrics.horizontalAdvance(text), metrics.height()), text);
+    }
+}
+
+void TrackItem::paintPerforations(QPainter *painter, const QRect &visible) const
+{
+    const QFontMetricsF metrics(painter->font());
+    for (const logview::ZoneGeometry &zone : logview::zoneGeometry(m_perforations, m_axis, m_reference, m_width,
+                                                                   visible.top(), visible.bottom())) {
+        if (zone.colors.left.isValid()) {
+            painter->fillRect(zone.left, zone.colors.left);
+            painter->fillRect(zone.right, zone.colors.right);
+        }
+        painter->setPen(Qt::black);
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRect(zone.outline());
+        const QRectF label =
+            logview::labelRect(zone, QSizeF(metrics.horizontalAdvance(zone.label), metrics.height()));
+        if (!label.isEmpty())
+            painter->drawText(label, Qt::AlignCenter, zone.label);
+    }
+}
+
+void TrackItem::clickInHeader(QGraphicsItem *item)
+{
+    emit m_panel->headerClicked(item);
+}
+
+QString TrackItem::readout(const QPointF &scenePosition) const
+{
+    QString text = QStringLiteral("Track :%1 | ").arg(m_number);
+    if (m_definition.type == DepthTrack)
+        return text + QStringLiteral("Depth");
+    const bool isFeet = m_reference.unit == logview::Feet;
+    const double displayDepth = m_axis.hoverDepth(scenePosition.y());
+    const double depthM = isFeet ? displayDepth / logview::feetPerMetre : displayDepth;
+    const QString separator = QStringLiteral(" | ");
+    for (int i = 0; i < m_curves.size(); ++i) {
+        const CurveItem *curve = m_curves.at(i);
+        const logview::Sample sample = curve->sampleAt(depthM);
+        if (i == 0)
+            text += QString::number(isFeet ? sample.depthM * logview::feetPerMetre : sample.depthM) + separator;
+        text += curve->curveName() + QLatin1Char(':') + QString::number(sample.value) + separator;
+        const CurveItem::PointValue point = curve->calibrationPointAt(curve->mapFromScene(scenePosition));
+        if (point.isThere)
+            text += QString::number(point.value) + separator;
+    }
+    return text;
+}
+
+void TrackItem::hoverMoveEvent(QGraphicsSceneHoverEvent *event)
+{
+    emit m_panel->sendStatusLabel(readout(event->scenePos()));
+}
+
+QVariant TrackItem::itemChange(GraphicsItemChange change, const QVariant &value)
+{
+    if (change == ItemSelectedHasChanged) {
+        m_header->setSelected(isSelected());
+        update();
+    }
+    return QGraphicsItem::itemChange(change, value);
+}
+
+void TrackItem::forgetCurve(CurveItem *curve)
+{
+    m_curves.removeOne(curve);
+}

@@ -1,0 +1,107 @@
+#pragma once
+
+#include "datastore/perforationfile.h"
+#include "logview/depthaxis.h"
+#include "templates/templatetrack.h"
+
+#include <QGraphicsItem>
+#include <QPointer>
+#include <QVector>
+
+#include <memory>
+
+class CurveItem;
+class TrackHeaderItem;
+class TrackItemPropertyWidget;
+class WellDisplayData;
+
+/// One vertical column of a log display: its grid or depth scale, with its curves as children. It has a header for the
+/// header scene; whoever lays the tracks out places both.
+class TrackItem : public QGraphicsItem
+{
+public:
+    enum { Type = UserType + 1 };
+
+    /// Makes the curves of the definition, whose "Default" curves are resolved already; one that could not be makes
+    /// none. The depth range begins as 0 to \a totalDepthM at the scale 1:1000.
+    TrackItem(const TrackInfo &definition, const std::shared_ptr<WellDisplayData> &well, float totalDepthM);
+    ~TrackItem() override;
+
+    int type() const override { return Type; }
+    QRectF boundingRect() const override;
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
+
+    /// Goes with the track.
+    TrackHeaderItem *header() const { return m_header; }
+    TrackItemPropertyWidget *panel() const;
+    /// Left to right on the track: in the order of the definition. Owned by the track as its children.
+    const QVector<CurveItem *> &curves() const { return m_curves; }
+    const TrackInfo &definition() const { return m_definition; }
+    WellDisplayData &well() const { return *m_well; }
+    QString wellName() const;
+
+    /// Place from the left, 0 first.
+    void setTrackNumber(int number) { m_number = number; }
+    int trackNumber() const { return m_number; }
+
+    /// LinearTrack, LogarithmicTrack or DepthTrack.
+    void setTrackType(int trackType);
+    int trackType() const { return m_definition.type; }
+
+    /// Display units. Each changes the height.
+    void setStartDepth(float depth);
+    void setEndDepth(float depth);
+    void setDepthRange(float start, float end);
+    /// N of 1:N.
+    void setScale(float scale);
+    float scale() const { return m_scale; }
+    const logview::DepthAxis &axis() const { return m_axis; }
+
+    /// 96 pixels an inch. Announces it (TrackItemPropertyWidget::trackResized), so that the tracks are laid out anew.
+    void setWidthInches(float inches);
+    float width() const { return m_width; }
+    float height() const { return m_axis.height; }
+
+    void setMdFlag();
+    void setTvdssFlag();
+    void setDepthType(logview::DepthType depthType);
+    QString depthTypeText() const;
+    void setDepthUnit(logview::DepthUnit unit);
+    const logview::DepthReference &depthReference() const { return m_reference; }
+    /// Whether a depth track draws the perforation zones of the well.
+    void setPerforationsShown(bool areShown);
+    /// Pixels that are taken off every grid line's y.
+    void setVerticalOffset(float offsetPx);
+
+    /// A click on the header of the track or of one of its curves; announces it (TrackItemPropertyWidget::headerClicked).
+    void clickInHeader(QGraphicsItem *item);
+    /// What hovering at a position tells.
+    QString readout(const QPointF &scenePosition) const;
+
+protected:
+    void hoverMoveEvent(QGraphicsSceneHoverEvent *event) override;
+    QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
+
+private:
+    friend class CurveItem;
+    void forgetCurve(CurveItem *curve);
+
+    void changeGeometry();
+    void paintGrid(QPainter *painter, const QRect &visible) const;
+    void paintDepths(QPainter *painter, const QRect &visible) const;
+    void paintPerforations(QPainter *painter, const QRect &visible) const;
+
+    TrackInfo m_definition;
+    std::shared_ptr<WellDisplayData> m_well;
+    QPointer<TrackItemPropertyWidget> m_panel; ///< ours, also while a dock is its parent
+    TrackHeaderItem *m_header = nullptr;
+    QVector<CurveItem *> m_curves;
+    logview::DepthAxis m_axis;
+    logview::DepthReference m_reference;
+    float m_scale = logview::defaultDepthScale;
+    float m_width = 0;
+    float m_verticalOffset = 0;
+    int m_number = 0;
+    PerforationRecord m_perforations; ///< empty unless shown
+    bool m_arePerforationsShown = false;
+};

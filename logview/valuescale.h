@@ -1,0 +1,63 @@
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+/// Where in a track a value stands.
+namespace logview {
+
+/// The value scale of a curve over the width of its track. A value: compare with ==.
+struct ValueScale
+{
+    bool isLogarithmic = false;
+    float minimum = 0; ///< at the left side
+    float maximum = 1; ///< at the right side; less than minimum mirrors a linear scale
+    float width = 0; ///< pixels
+
+    /// x of a value, in [0, width]. On a linear scale what lies beyond the limits stands on the edge, and everything
+    /// equal to two equal limits at 0. On a logarithmic scale the distance from the minimum counts, whatever its sign.
+    /// NaN where the curve breaks: a value that is not finite, a logarithmic x outside the track, limits without a
+    /// logarithm.
+    double toPixel(double value) const;
+    /// x on a linear scale, not clamped, whatever isLogarithmic says: calibration points. May be infinite or NaN.
+    double toLinearPixel(double value) const;
+};
+bool operator==(const ValueScale &a, const ValueScale &b);
+inline bool operator!=(const ValueScale &a, const ValueScale &b)
+{
+    return !(a == b);
+}
+
+/// ValueScale::toPixel() for many values: what does not change from value to value is computed once.
+class ValuePlacer
+{
+public:
+    explicit ValuePlacer(const ValueScale &scale);
+    double toPixel(double value) const
+    {
+        if (!std::isfinite(value) || !m_isDrawable)
+            return std::numeric_limits<double>::quiet_NaN();
+        if (m_isLogarithmic)
+            return toLogarithmicPixel(value);
+        const double x = m_sign * (value - m_low) * m_width / m_span;
+        return std::isnan(x) ? 0 : std::clamp(x, 0.0, m_width);
+    }
+
+private:
+    double toLogarithmicPixel(double value) const;
+
+    bool m_isLogarithmic;
+    bool m_isDrawable;
+    double m_low; ///< logarithmic: its logarithm
+    double m_span; ///< positive on linear scales
+    double m_width;
+    double m_sign; ///< -1 on a mirrored linear scale
+};
+
+/// Index of the colour of a value among \a colorCount colours: int((value - minimum) × n / (maximum - minimum)) with n =
+/// colorCount - 1, mirrored when maximum < minimum. -1 (keep the previous colour) when it is n or more and when there
+/// is none to compute; below the minimum it is 0.
+int colorIndex(double value, double minimum, double maximum, int colorCount);
+
+} // namespace logview

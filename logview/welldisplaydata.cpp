@@ -1,0 +1,77 @@
+#include "logview/welldisplaydata.h"
+
+#include "datastore/projectdata.h"
+
+WellDisplayData::WellDisplayData(ProjectData &projectData, const QString &wellName)
+    : m_data(projectData)
+    , m_record(projectData.catalogue.wellRecord(wellName))
+    , m_depthTrackWidth(projectData.project.halfDotsPerInch)
+    , m_curveTrackWidth(projectData.project.doubleDotsPerInch)
+{
+    m_record.wellName = wellName;
+}
+
+DisplayedLog WellDisplayData::log(const QString &logName)
+{
+    auto found = m_logs.find(logName);
+    if (found == m_logs.end()) {
+        const LogCurveData curve = m_data.catalogue.curve(m_record.wellName, logName);
+        found = m_logs.insert(logName, {logview::CurveSamples(curve), curve.unit});
+    }
+    return *found;
+}
+
+CalibrationRecord WellDisplayData::calibration(const QString &groupName)
+{
+    auto found = m_calibrations.find(groupName);
+    if (found == m_calibrations.end())
+        found = m_calibrations.insert(
+            groupName, readCalibration(m_data.project.projectFolder, m_record.wellName, groupName, m_data.asker));
+    return *found;
+}
+
+PerforationRecord WellDisplayData::perforations()
+{
+    if (!m_hasPerforations)
+        m_perforations = readPerforation(m_data.project.projectFolder, m_record.wellName);
+    m_hasPerforations = true;
+    return m_perforations;
+}
+
+logview::ColorBar WellDisplayData::colorBar(int number)
+{
+    auto found = m_colorBars.find(number);
+    if (found == m_colorBars.end())
+        found = m_colorBars.insert(number, logview::loadColorBar(m_data.project.setupDataFolder, number));
+    return *found;
+}
+
+TrackInfo WellDisplayData::resolved(const TrackInfo &track)
+{
+    TrackInfo result = track;
+    for (TemplateCurveInfo &curve : result.curves)
+        if (curve.curve == defaultCurveName())
+            curve.curve = defaultLog(curve.group);
+    return result;
+}
+
+QString WellDisplayData::defaultLog(const QString &groupName)
+{
+    if (!m_hasDefaultLogs)
+        m_defaultLogs = readDefaultLogs(m_data.project.projectFolder, m_record.wellName);
+    m_hasDefaultLogs = true;
+    if (!m_data.project.groupNames.contains(groupName))
+        return defaultCurveName();
+    return m_defaultLogs.logs.value(m_defaultLogs.groups.indexOf(groupName), defaultCurveName());
+}
+
+void WellDisplayData::setDotsPerInch(int dotsPerInch)
+{
+    m_depthTrackWidth = dotsPerInch / 2.0;
+    m_curveTrackWidth = 2 * dotsPerInch;
+}
+
+QString defaultCurveName()
+{
+    return QStringLiteral("Default");
+}

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "datastore/calibrationfile.h"
+#include "datastore/defaultlogs.h"
+#include "datastore/perforationfile.h"
+#include "datastore/wellrecord.h"
+#include "logview/colorbar.h"
+#include "logview/curvesamples.h"
+#include "templates/templatetrack.h"
+
+#include <QHash>
+
+struct ProjectData;
+
+/// The log of a well that a curve shows.
+struct DisplayedLog
+{
+    logview::CurveSamples samples; ///< empty when the well has no such log
+    QString unit;
+};
+
+/// What the tracks of one display draw of one well. Each log, calibration file and colour bar is read when it is first
+/// asked for and kept, so that a log shown twice is read and held once. Shared by the items of the display.
+class WellDisplayData
+{
+public:
+    /// Reads the well's record. \a projectData must outlive the object.
+    WellDisplayData(ProjectData &projectData, const QString &wellName);
+
+    const WellRecord &record() const { return m_record; }
+    float totalDepthM() const { return static_cast<float>(m_record.totalDepth); }
+
+    DisplayedLog log(const QString &logName);
+    CalibrationRecord calibration(const QString &groupName);
+    PerforationRecord perforations();
+    logview::ColorBar colorBar(int number);
+
+    /// The template's track with each "Default" curve replaced by the well's default log of its group; "Default"
+    /// stays where there is none.
+    TrackInfo resolved(const TrackInfo &track);
+
+    /// Widths in pixels with which tracks begin: depth tracks half an inch, all others two inches of the screen on
+    /// which the launch took place.
+    double initialTrackWidth(int trackType) const
+    {
+        return trackType == DepthTrack ? m_depthTrackWidth : m_curveTrackWidth;
+    }
+    /// For a display without a launch.
+    void setDotsPerInch(int dotsPerInch);
+
+private:
+    QString defaultLog(const QString &groupName);
+
+    ProjectData &m_data;
+    WellRecord m_record;
+    QHash<QString, DisplayedLog> m_logs;
+    QHash<QString, CalibrationRecord> m_calibrations;
+    QHash<int, logview::ColorBar> m_colorBars;
+    PerforationRecord m_perforations;
+    DefaultLogs m_defaultLogs;
+    double m_depthTrackWidth = 0;
+    double m_curveTrackWidth = 0;
+    bool m_hasPerforations = false;
+    bool m_hasDefaultLogs = false;
+};
+
+/// The name in a curve line that stands for the default log of the line's group.
+QString defaultCurveName();

@@ -1,0 +1,219 @@
+#include "logview/welldisplaywidget.h"
+
+#include "base/safename.h"
+#include "datastore/projectdata.h"
+#include "logview/displaypicture.h"
+#include "logview/markeritem.h"
+#include "logview/markersaving.h"
+#include "logview/trackitem.h"
+#include "logview/trackitempropertywidget.h"
+#include "logview/welldisplaydata.h"
+#include "logview/welllogsscene.h"
+#include "logview/welllogsscenepropertywidget.h"
+#include "logview/welllogsview.h"
+#include "templates/templatestore.h"
+
+#include <QApplication>
+#include <QDockWidget>
+#include <QGraphicsView>
+#include <QLabel>
+#include <QScrollBar>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int markerNameMargin = 60; // pixels left of the tracks, for the names of markers
+constexpr int smallestHeaderHeight = 70;
+
+class WaitCursor
+{
+public:
+    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
+    WaitCursor(const WaitCursor &) = delete;
+    WaitCursor &operator=(const WaitCursor &) = delete;
+};
+
+void showWithMargin(QGraphicsView *view, const QRectF &sceneRect)
+{
+    view->setSceneRect(sceneRect.adjusted(-markerNameMargin, 0, 0, 0));
+}
+
+} // namespace
+
+WellDisplayWidget::WellDisplayWidget(ProjectData &projectData, const QString &wellName, const QString &templateName,
+                                     QDockWidget *propertiesDock, QWidget *parent)
+    : QWidget(parent)
+    , m_data(projectData)
+    , m_wellName(wellName)
+    , m_dock(propertiesDock)
+    , m_headerScene(std::make_unique<QGraphicsScene>())
+    , m_scene(std::make_unique<WellLogsScene>(nullptr, m_headerScene.get()))
+    , m_statusLine(new QLabel)
+{
+    setObjectName(QStringLiteral("WellDisplayWidget"));
+    setWindowTitle(wellName);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    buildViews(layout);
+    m_statusLine->setObjectName(QStringLiteral("statusLine"));
+    m_statusLine->setTextFormat(Qt::PlainText);
+    m_statusLine->setMinimumWidth(1); // a long read-out must not widen the window
+    layout->addWidget(m_statusLine);
+    buildTracks(templateName);
+
+    connect(m_scene.get(), &WellLogsScene::propertyWidgetChanged, this, &WellDisplayWidget::setPropertyWidget);
+    connect(m_scene.get(), &WellLogsScene::sendDeleteTrack, this, &WellDisplayWidget::deleteTrack);
+    connect(m_scene.get(), &QGraphicsScene::sceneRectChanged, this, &WellDisplayWidget::showScenes);
+    connect(m_logView->horizontalScrollBar(), &QScrollBar::valueChanged, m_headerView->horizontalScrollBar(),
+            &QScrollBar::setValue);
+    connect(m_logView, &WellLogsView::saveMarkerRequested, this, &WellDisplayWidget::saveMarker);
+    connect(m_logView, &WellLogsView::pickingHint, this, &WellDisplayWidget::setStatusLabel);
+    showScenes();
+    showScenePanel();
+}
+
+// A panel in the dock belongs to an item of the scene and goes with it.
+WellDisplayWidget::~WellDisplayWidget()
+{
+    if (m_dock && m_dock->widget() && m_dock->widget() == m_scene->shownPanel())
+        m_dock->setWidget(nullptr);
+    m_scene->disconnect(this);
+}
+
+void WellDisplayWidget::buildViews(QVBoxLayout *layout)
+{
+    m_headerView = new QGraphicsView(m_headerScene.get());
+    m_headerView->setObjectName(QStringLiteral("headerView"));
+    m_headerView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_logView = new WellLogsView(m_scene.get());
+    m_logView->setObjectName(QStringLiteral("logView"));
+    for (QGraphicsView *view : {m_headerView, static_cast<QGraphicsView *>(m_logView)}) {
+        view->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        // Both viewports must have one width, or headers and tracks would not scroll alike.
+        view->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    }
+    auto *splitter = new QSplitter(Qt::Vertical);
+    splitter->setHandleWidth(0);
+    splitter->addWidget(m_headerView);
+    splitter->addWidget(m_logView);
+    splitter->setStretchFactor(0, 1);
+    splitter->setCollapsible(1, false);
+    auto *views = new QHBoxLayout;
+    views->addWidget(splitter);
+    layout->addLayout(views, 1);
+}
+
+void WellDisplayWidget::buildTracks(const QString &templateName)
+{
+    const auto well = std::make_shared<WellDisplayData>(m_data, m_wellName);
+    if (well->initialTrackWidth(LinearTrack) <= 0)
+        well->setDotsPerInch(logicalDpiX());
+    m_scene->beginDisplay(well->record());
+    for (const TrackInfo &definition : loadTemplate(m_data.project, templateName, m_wellName)) {
+        auto *track = new TrackItem(well->resolved(definition), well, well->totalDepthM());
+        track->setPerforationsShown(true);
+        m_scene->addTrack(track);
+        connect(track->panel(), &TrackItemPropertyWidget::sendStatusLabel, this, &WellDisplayWidget::setStatusLabel);
+    }
+    m_scene->endDisplay();
+    if (m_scene->tracks().isEmpty())
+        setStatusLabel(QStringLiteral("The template \"%1\" has no tracks.").arg(templateName));
+}
+
+void WellDisplayWidget::showScenes()
+{
+    showWithMargin(m_logView, m_scene->sceneRect());
+    showWithMargin(m_headerView, m_headerScene->sceneRect());
+    fitHeaderHeight();
+}
+
+// The headers get the room they need and the tracks all the rest, also when the window grows.
+void WellDisplayWidget::fitHeaderHeight()
+{
+    const int needed = static_cast<int>(m_headerScene->itemsBoundingRect().height()) + 2 * m_headerView->frameWidth();
+    m_headerView->setMaximumHeight(std::max(needed, smallestHeaderHeight));
+}
+
+void WellDisplayWidget::setPropertyWidget(QWidget *prtyWidget)
+{
+    if (m_dock)
+        m_dock->setWidget(prtyWidget);
+}
+
+void WellDisplayWidget::showScenePanel()
+{
+    m_scene->showOwnPanel();
+}
+
+void WellDisplayWidget::deleteTrack(int selectedTrackNo)
+{
+    m_scene->removeTrack(selectedTrackNo);
+}
+
+void WellDisplayWidget::setStatusLabel(QString label)
+{
+    m_statusLine->setText(label);
+}
+
+void WellDisplayWidget::addMarker(const QString &wellName, const QString &markerName)
+{
+    if (wellName != m_wellName || m_scene->findMarker(markerName))
+        return;
+    const QVector<WellMarker> markers = m_data.catalogue.markers(wellName);
+    const auto found = std::find_if(markers.begin(), markers.end(),
+                                    [&markerName](const WellMarker &marker) { return marker.name == markerName; });
+    if (found == markers.end())
+        return;
+    auto *item = new MarkerItem(m_scene.get());
+    item->setWellName(wellName);
+    item->setMarkerName(markerName);
+    item->setDepth(static_cast<float>(found->subseaDepth));
+    item->setLineColor(found->color);
+    if (!m_scene->addMarker(item))
+        setStatusLabel(QStringLiteral("The marker \"%1\" is outside the depth range.").arg(markerName));
+}
+
+void WellDisplayWidget::removeMarker(const QString &wellName, const QString &markerName)
+{
+    if (wellName == m_wellName)
+        m_scene->deleteMarker(markerName);
+}
+
+void WellDisplayWidget::saveMarker(MarkerItem *marker)
+{
+    const QString name =
+        savePickedMarker(m_data, m_wellName, {marker->markerName(), marker->depth(), marker->lineColor()});
+    if (name.isNull())
+        return;
+    // A box, or the host's news of its markers, may have changed what is shown meanwhile.
+    if (m_scene->unsavedMarkers().contains(marker)) {
+        marker->setMarkerName(name);
+        m_scene->setSaved(marker);
+    }
+    setStatusLabel(QStringLiteral("The marker \"%1\" was saved in the well %2.").arg(name, m_wellName));
+}
+
+void WellDisplayWidget::savePicture()
+{
+    const WaitCursor cursor;
+    const DisplayPicture picture(*m_headerScene, *m_scene);
+    const QString path = m_data.project.projectFolder + QLatin1Char('/') + base::fileNameFor(windowTitle())
+        + QStringLiteral(".tiff");
+    const base::WriteResult result = picture.saveTiff(path);
+    if (!result.ok())
+        setStatusLabel(QStringLiteral("The picture %1 could not be written: %2").arg(path, result.error));
+    else if (picture.isScaledDown())
+        setStatusLabel(QStringLiteral("Saved as %1, scaled down to what a TIFF file can hold.").arg(path));
+    else
+        setStatusLabel(QStringLiteral("Saved as %1.").arg(path));
+}
+
+void WellDisplayWidget::renderTo(QPainter &painter)
+{
+    const WaitCursor cursor;
+    DisplayPicture(*m_headerScene, *m_scene).drawInto(painter);
+}

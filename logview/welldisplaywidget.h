@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+#include <memory>
+
+QT_BEGIN_NAMESPACE
+class QDockWidget;
+class QGraphicsScene;
+class QGraphicsView;
+class QLabel;
+class QPainter;
+class QVBoxLayout;
+QT_END_NAMESPACE
+
+class MarkerItem;
+class WellLogsScene;
+class WellLogsView;
+struct ProjectData;
+
+/// One tab of the log view: a well's log display after one display template, with its headers above and a status line
+/// below.
+class WellDisplayWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// \a projectData must outlive the widget. \a propertiesDock shows the panels of what is selected; null for none.
+    WellDisplayWidget(ProjectData &projectData, const QString &wellName, const QString &templateName,
+                      QDockWidget *propertiesDock, QWidget *parent = nullptr);
+    ~WellDisplayWidget() override;
+
+    const QString &wellName() const { return m_wellName; }
+    WellLogsScene *scene() const { return m_scene.get(); }
+    WellLogsView *logView() const { return m_logView; }
+    QGraphicsView *headerView() const { return m_headerView; }
+
+    /// Shows a marker of the well. Nothing happens for a marker of another well, one that is shown or one that the well
+    /// has not.
+    void addMarker(const QString &wellName, const QString &markerName);
+    void removeMarker(const QString &wellName, const QString &markerName);
+
+    /// Saves the display as "<well name>.tiff" in the project folder; the status line tells where, or what failed.
+    void savePicture();
+    /// Draws the display over the painter's viewport.
+    void renderTo(QPainter &painter);
+    void showScenePanel();
+
+public slots:
+    void setPropertyWidget(QWidget *prtyWidget);
+    void deleteTrack(int selectedTrackNo);
+    void setStatusLabel(QString label);
+
+private:
+    void buildViews(QVBoxLayout *layout);
+    void buildTracks(const QString &templateName);
+    void showScenes();
+    void fitHeaderHeight();
+    void saveMarker(MarkerItem *marker);
+
+    ProjectData &m_data;
+    QString m_wellName;
+    QPointer<QDockWidget> m_dock;
+    std::unique_ptr<QGraphicsScene> m_headerScene; ///< outlives the log scene
+    std::unique_ptr<WellLogsScene> m_scene;
+    QGraphicsView *m_headerView = nullptr;
+    WellLogsView *m_logView = nullptr;
+    QLabel *m_statusLine = nullptr;
+};

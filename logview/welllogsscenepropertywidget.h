@@ -1,0 +1,47 @@
+#pragma once
+
+#include "logview/propertypanel.h"
+
+QT_BEGIN_NAMESPACE
+class QComboBox;
+class QLabel;
+class QLineEdit;
+QT_END_NAMESPACE
+
+class WellLogsScene;
+
+/// The property panel of a log display: scale, depth range, depth type and unit.
+class WellLogsScenePropertyWidget : public PropertyPanel
+{
+    Q_OBJECT
+
+public:
+    /// \a scene owns the panel.
+    explicit WellLogsScenePropertyWidget(WellLogsScene *scene);
+
+    /// Each shows the value, and gives it to the scene where that keeps it; nothing is drawn anew.
+    void setWellName(const QString &wellName);
+    void setTotalDepth(float depthM);
+    void setScale(float scale);
+    void setStartDepth(float depth);
+    void setEndDepth(float depth);
+    void setDepthType(int depthType);
+    void setDepthUnit(int unit);
+
+public slots:
+    void scaleChanged();
+    void startDepthChanged();
+    void endDepthChanged();
+    void depthTypeChanged();
+    void depthUnitTypeChanged();
+
+private:
+    WellLogsScene *m_scene;
+    float m_scaleValue = 1000.0F;
+    QLabel *m_wellName;
+    QLineEdit *m_scale;
+    QLineEdit *m_startDepth;
+    QLineEdit *m_endDepth;
+    QComboBox *m_depthType;
+    QComboBox *m_depthUnit;
+};

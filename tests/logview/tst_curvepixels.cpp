@@ -1,0 +1,249 @@
+#include "logshapes.h"
+
+#include "logview/curveline.h"
+
+#include <QTest>
+
+using namespace logview;
+
+Q_DECLARE_METATYPE(logshapes::Shape)
+
+namespace {
+
+QPen solidPen(int width)
+{
+    return {QBrush(Qt::black), static_cast<double>(width), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
+}
+
+struct Scene
+{
+    DepthAxis axis;
+    DepthReference reference;
+    ValueScale scale;
+};
+
+Scene sceneOf(float start, float end, float height, bool isLogarithmic, bool isMirrored)
+{
+    Scene scene;
+    scene.axis = {start, end, height};
+    scene.scale = {isLogarithmic, isLogarithmic ? 0.2F : 0, isLogarithmic ? 2000.0F : 150.0F, 200.0F};
+    if (isMirrored)
+        std::swap(scene.scale.minimum, scene.scale.maximum);
+    return scene;
+}
+
+} // namespace
+
+/// The reduced drawing of curves against the drawing of every sample, pixel by pixel.
+class tst_curvepixels : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aSolidPenOfOnePixelPaintsTheSamePixels_data() { everyShape(); }
+    void aSolidPenOfOnePixelPaintsTheSamePixels()
+    {
+        // Samples a row, from far fewer than one to very many.
+        for (const double density : {0.03, 0.4, 1.5, 3.9, 4.1, 7.0, 20.0, 60.0})
+            for (const int rows : {300, 700})
+                compareViews(density, rows, 1, 0);
+    }
+    void widerPensPaintAlmostTheSamePixels_data() { everyShape(); }
+    void widerPensPaintAlmostTheSamePixels()
+    {
+        for (const double density : {0.03, 0.4, 1.5, 4.1, 20.0})
+            for (const int width : {2, 3, 5})
+                compareViews(density, 500, width, 0.01);
+    }
+    void aPartialPaintIsAPartOfTheWhole_data() { everyShape(); }
+    void aPartialPaintIsAPartOfTheWhole();
+    void dashesKeepTheirPlaces();
+    void dashesFollowThePattern();
+    void dashesOfLongLinesAreThoseInView();
+    void gapsOfDashedLinesStayOpen();
+    void aScaledPainterStrokesTheReducedPath();
+
+private:
+    void everyShape();
+    void compareViews(double density, int rows, int penWidth, double tolerance);
+};
+
+void tst_curvepixels::everyShape()
+{
+    QTest::addColumn<logshapes::Shape>("shape");
+    QTest::newRow("random") << logshapes::Random;
+    QTest::newRow("noisy") << logshapes::Noisy;
+    QTest::newRow("wander") << logshapes::Wander;
+    QTest::newRow("spiky") << logshapes::Spiky;
+    QTest::newRow("gappy") << logshapes::Gappy;
+    QTest::newRow("constant") << logshapes::Constant;
+    QTest::newRow("sawtooth") << logshapes::Sawtooth;
+    QTest::newRow("descending") << logshapes::Descending;
+    QTest::newRow("clumped") << logshapes::Clumped;
+    QTest::newRow("holes and infinities") << logshapes::HolesAndInfinities;
+}
+
+void tst_curvepixels::compareViews(double density, int rows, int penWidth, double tolerance)
+{
+    QFETCH(logshapes::Shape, shape);
+    constexpr int viewRows = 300;
+    for (const bool isLogarithmic : {false, true}) {
+        const Scene scene =
+            sceneOf(0, 1000, static_cast<float>(rows) - 0.4F, isLogarithmic, density == 7.0 && !isLogarithmic);
+        const logshapes::Log log =
+            logshapes::make(shape, static_cast<int>(density * rows), 1010, static_cast<unsigned>(rows));
+        const CurveSamples samples = log.samples();
+        const CurveKey key = curveKey(samples, scene.axis, scene.reference, scene.scale);
+        CurveLine line;
+        line.update(samples, key);
+        const QPainterPath all = logshapes::everySample(log, key);
+        const auto paintAll = [&](QPainter &painter) {
+            painter.setPen(solidPen(penWidth));
+            painter.drawPath(all);
+        };
+        const auto paintLine = [&](QPainter &painter) { line.paint(painter, solidPen(penWidth), 0, rows); };
+        // The view at the start of the track, and scrolled to its end.
+        for (const int top : {0, rows - viewRows}) {
+            const QImage expected = logshapes::picture({200, viewRows}, top, paintAll);
+            const int painted = logshapes::paintedPixels(expected);
+            const int differing =
+                logshapes::difference(logshapes::picture({200, viewRows}, top, paintLine), expected);
+            QVERIFY2(painted > 0 || (all.elementCount() < 100 && shape != logshapes::Constant), "nothing to compare");
+            QVERIFY2(differing <= tolerance * painted,
+                     qPrintable(QStringLiteral("%1 of %2 pixels differ: %3 a row, %4 rows from %5, pen %6, log %7")
+                                    .arg(differing)
+                                    .arg(painted)
+                                    .arg(density)
+                                    .arg(rows)
+                                    .arg(top)
+                                    .arg(penWidth)
+                                    .arg(isLogarithmic)));
+        }
+    }
+}
+
+void tst_curvepixels::aPartialPaintIsAPartOfTheWhole()
+{
+    QFETCH(logshapes::Shape, shape);
+    for (const double density : {0.3, 3.0, 6.0, 40.0}) {
+        const Scene scene = sceneOf(0, 1000, 900, false, false);
+        const logshapes::Log log = logshapes::make(shape, static_cast<int>(density * 900), 1000, 5);
+        const CurveSamples samples = log.samples();
+        CurveLine line;
+        line.update(samples, curveKey(samples, scene.axis, scene.reference, scene.scale));
+        for (const int penWidth : {1, 3}) {
+            const QImage whole = logshapes::picture(
+                {200, 400}, 300, [&](QPainter &painter) { line.paint(painter, solidPen(penWidth), 0, 900); });
+            const QImage parts = logshapes::picture({200, 400}, 300, [&](QPainter &painter) {
+                // As a view paints what scrolling uncovers: clipped, one strip after the other.
+                for (int top = 300; top < 700; top += 7) {
+                    painter.setClipRect(-20, top, 240, 7);
+                    line.paint(painter, solidPen(penWidth), top, top + 7);
+                }
+            });
+            QCOMPARE(logshapes::difference(parts, whole), 0);
+        }
+    }
+}
+
+void tst_curvepixels::dashesKeepTheirPlaces()
+{
+    for (const Qt::PenStyle style : {Qt::DashLine, Qt::DotLine, Qt::DashDotDotLine}) {
+        for (const double density : {0.2, 0.7, 9.0}) {
+            for (const int penWidth : {1, 3}) {
+                const Scene scene = sceneOf(0, 1000, 900, false, false);
+                const logshapes::Log log =
+                    logshapes::make(logshapes::Wander, static_cast<int>(density * 900), 1000, 5);
+                const CurveSamples samples = log.samples();
+                CurveLine line;
+                line.update(samples, curveKey(samples, scene.axis, scene.reference, scene.scale));
+                QPen pen = solidPen(penWidth);
+                pen.setStyle(style);
+                const QImage whole =
+                    logshapes::picture({200, 900}, 0, [&](QPainter &painter) { line.paint(painter, pen, 0, 900); });
+                QVERIFY(logshapes::paintedPixels(whole) > 100);
+                // A view scrolled to some rows: but for the lines that its edges cut it shows those of the whole.
+                const QImage view = logshapes::picture(
+                    {200, 300}, 500, [&](QPainter &painter) { line.paint(painter, pen, 500, 800); });
+                QCOMPARE(logshapes::difference(view.copy(0, 10, 240, 280), whole.copy(0, 510, 240, 280)), 0);
+                // What scrolling uncovers.
+                const QImage strip = logshapes::picture({200, 900}, 0, [&](QPainter &painter) {
+                    painter.setClipRect(-20, 600, 240, 40);
+                    line.paint(painter, pen, 600, 640);
+                });
+                QCOMPARE(logshapes::difference(strip.copy(0, 600, 240, 40), whole.copy(0, 600, 240, 40)), 0);
+            }
+        }
+    }
+}
+
+void tst_curvepixels::dashesFollowThePattern()
+{
+    const Scene scene = sceneOf(0, 1000, 600, false, false);
+    const CurveSamples samples({0, 300, 301, 1000}, {75, 75, 75, 75}, nullSampleValue);
+    CurveLine line;
+    line.update(samples, curveKey(samples, scene.axis, scene.reference, scene.scale));
+    QPen pen = solidPen(1);
+    pen.setStyle(Qt::DashLine); // four pixels and a gap of two
+    const QImage image =
+        logshapes::picture({200, 600}, 0, [&](QPainter &painter) { line.paint(painter, pen, 0, 600); });
+    for (int row = 0; row < 600; ++row)
+        QCOMPARE(image.pixel(120, row) == QColor(Qt::black).rgb(), row % 6 < 4);
+    pen.setDashOffset(3);
+    const QImage moved =
+        logshapes::picture({200, 600}, 0, [&](QPainter &painter) { line.paint(painter, pen, 0, 600); });
+    for (int row = 0; row < 600; ++row)
+        QCOMPARE(moved.pixel(120, row) == QColor(Qt::black).rgb(), (row + 3) % 6 < 4);
+}
+
+void tst_curvepixels::dashesOfLongLinesAreThoseInView()
+{
+    const Scene scene = sceneOf(0, 5000, 18.0e6F, false, false);
+    const CurveSamples samples({0, 5000}, {75, 75}, nullSampleValue);
+    CurveLine line;
+    line.update(samples, curveKey(samples, scene.axis, scene.reference, scene.scale));
+    QPen pen = solidPen(1);
+    pen.setStyle(Qt::DashLine);
+    const int top = 9000000;
+    const QImage image =
+        logshapes::picture({200, 300}, top, [&](QPainter &painter) { line.paint(painter, pen, top, top + 300); });
+    for (int row = 0; row < 300; ++row)
+        QCOMPARE(image.pixel(120, row) == QColor(Qt::black).rgb(), (top + row) % 6 < 4);
+}
+
+void tst_curvepixels::gapsOfDashedLinesStayOpen()
+{
+    const Scene scene = sceneOf(0, 600, 600, false, false);
+    const CurveSamples samples({0, 100, 200, 300, 400, 600}, {75, 75, nullSampleValue, 75, 75, 75}, nullSampleValue);
+    CurveLine line;
+    line.update(samples, curveKey(samples, scene.axis, scene.reference, scene.scale));
+    QPen pen = solidPen(1);
+    pen.setStyle(Qt::DotLine); // a pixel and a gap of two; every stretch of the line starts with a dot
+    const QImage image =
+        logshapes::picture({200, 600}, 0, [&](QPainter &painter) { line.paint(painter, pen, 0, 600); });
+    for (int row = 0; row < 600; ++row)
+        QCOMPARE(image.pixel(120, row) == QColor(Qt::black).rgb(),
+                 (row < 100 || row >= 300) && (row < 100 ? row : row - 300) % 3 == 0);
+}
+
+void tst_curvepixels::aScaledPainterStrokesTheReducedPath()
+{
+    const Scene scene = sceneOf(0, 1000, 400, false, false);
+    const logshapes::Log log = logshapes::make(logshapes::Wander, 8000, 1000, 5);
+    const CurveSamples samples = log.samples();
+    CurveLine line;
+    line.update(samples, curveKey(samples, scene.axis, scene.reference, scene.scale));
+    const QImage expected = logshapes::picture({400, 800}, 0, [&](QPainter &painter) {
+        painter.scale(2, 2);
+        painter.setPen(solidPen(1));
+        painter.drawPath(line.path().path());
+    });
+    const QImage painted = logshapes::picture({400, 800}, 0, [&](QPainter &painter) {
+        painter.scale(2, 2);
+        line.paint(painter, solidPen(1), 0, 400);
+    });
+    QCOMPARE(logshapes::difference(painted, expected), 0);
+}
+
+QTEST_GUILESS_MAIN(tst_curvepixels)
+#include "tst_curvepixels.moc"

@@ -1,0 +1,125 @@
+#include "logview/samplelookup.h"
+
+#include <QTest>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <random>
+
+using namespace logview;
+
+namespace {
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+bool reads(const CurveSamples &samples, double depthM, double expectedDepthM, double expectedValue)
+{
+    const Sample sample = sampleAt(samples, depthM);
+    return sample.depthM == expectedDepthM && sample.value == expectedValue;
+}
+
+} // namespace
+
+class tst_samplelookup : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theNearestSample()
+    {
+        const CurveSamples samples({10, 20, 30, 50}, {1, 2, -999.25, 5}, -999.25);
+        QVERIFY(reads(samples, 10, 10, 1));
+        QVERIFY(reads(samples, 14.9, 10, 1));
+        QVERIFY(reads(samples, 15, 10, 1)); // of two equally near the upper
+        QVERIFY(reads(samples, 15.1, 20, 2));
+        QVERIFY(reads(samples, 29, 30, -999.25));
+        QVERIFY(reads(samples, 50, 50, 5));
+    }
+
+    void outsideTheLogNothing()
+    {
+        const CurveSamples samples({10, 20}, {1, 2}, -999.25);
+        for (const double depth : {9.999, 20.001, -1e300, 1e300})
+            QVERIFY(reads(samples, depth, depth, -999.25));
+        QCOMPARE(sampleAt(samples, notANumber).value, -999.25);
+        QVERIFY(reads(CurveSamples(), 5, 5, -999.25));
+        QVERIFY(reads(CurveSamples({5}, {7}, -1), 5, 5, 7));
+        QVERIFY(reads(CurveSamples({5}, {7}, -1), 5.1, 5.1, -999.25));
+    }
+
+    void anyMissingValueReadsTheSame()
+    {
+        const CurveSamples samples({1, 2, 3}, {-9999, notANumber, std::numeric_limits<double>::infinity()}, -9999);
+        for (const double depth : {1.0, 2.0, 3.0})
+            QVERIFY(reads(samples, depth, depth, -999.25));
+    }
+
+    void descendingDepths()
+    {
+        const CurveSamples samples({50, 30, 20, 10}, {5, 3, 2, 1}, -999.25);
+        QCOMPARE(samples.order(), DepthOrder::Descending);
+        QVERIFY(reads(samples, 15, 10, 1));
+        QVERIFY(reads(samples, 39, 30, 3));
+        QVERIFY(reads(samples, 50, 50, 5));
+        QVERIFY(reads(samples, 9, 9, -999.25));
+        QVERIFY(reads(samples, 51, 51, -999.25));
+    }
+
+    void unsortedDepths()
+    {
+        const CurveSamples samples({30, 10, notANumber, 50, 20}, {3, 1, 9, 5, 2}, -999.25);
+        QCOMPARE(samples.order(), DepthOrder::Unsorted);
+        QVERIFY(reads(samples, 15, 10, 1));
+        QVERIFY(reads(samples, 49, 50, 5));
+        QVERIFY(reads(samples, 9, 9, -999.25));
+        QVERIFY(reads(samples, 51, 51, -999.25));
+        QVERIFY(reads(CurveSamples({notANumber, notANumber}, {1, 2}, 0), 5, 5, -999.25));
+    }
+
+    // All three ways find what a plain search finds.
+    void everyOrderFindsTheSame()
+    {
+        std::mt19937 generator(7);
+        std::uniform_int_distribution<int> anyDepth(0, 400);
+        QVector<double> depths;
+        for (int i = 0; i < 200; ++i)
+            depths.append(anyDepth(generator) * 0.5);
+        std::sort(depths.begin(), depths.end());
+        depths.erase(std::unique(depths.begin(), depths.end()), depths.end());
+        QVector<double> values;
+        for (const double depth : qAsConst(depths))
+            values.append(3 * depth);
+        const CurveSamples ascending(depths, values, -1);
+        std::reverse(depths.begin(), depths.end());
+        std::reverse(values.begin(), values.end());
+        const CurveSamples descending(depths, values, -1);
+        std::swap(depths[3], depths[90]);
+        std::swap(values[3], values[90]);
+        const CurveSamples unsorted(depths, values, -1);
+        QCOMPARE(unsorted.order(), DepthOrder::Unsorted);
+        for (double depth = -1; depth < 202; depth += 0.25) {
+            const Sample expected = sampleAt(unsorted, depth);
+            QVERIFY(reads(ascending, depth, expected.depthM, expected.value));
+            QVERIFY(reads(descending, depth, expected.depthM, expected.value));
+        }
+    }
+
+    void samplesShareAndNumberThemselves()
+    {
+        LogCurveData curve;
+        curve.depths = {1, 2, 3};
+        curve.values = {4, 5};
+        const CurveSamples samples(curve);
+        QCOMPARE(samples.size(), 2); // the shorter list counts
+        QCOMPARE(samples.depthsM(), curve.depths.constData());
+        const CurveSamples copy = samples;
+        QCOMPARE(copy.revision(), samples.revision());
+        QVERIFY(CurveSamples(curve).revision() != samples.revision());
+        QCOMPARE(samples.order(), DepthOrder::Ascending);
+        QVERIFY(samples.isNull(0) == false);
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_samplelookup)
+#include "tst_samplelookup.moc"

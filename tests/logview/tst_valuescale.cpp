@@ -1,0 +1,123 @@
+#include "logview/valuescale.h"
+
+#include <QTest>
+
+#include <cmath>
+#include <limits>
+
+using namespace logview;
+
+namespace {
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinite = std::numeric_limits<double>::infinity();
+
+} // namespace
+
+class tst_valuescale : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aLinearScaleClamps()
+    {
+        const ValueScale scale{false, 0, 150, 200};
+        QCOMPARE(scale.toPixel(0), 0.0);
+        QCOMPARE(scale.toPixel(75), 100.0);
+        QCOMPARE(scale.toPixel(150), 200.0);
+        QCOMPARE(scale.toPixel(200), 200.0);
+        QCOMPARE(scale.toPixel(-1e300), 0.0);
+        QCOMPARE(scale.toLinearPixel(300), 400.0);
+        QCOMPARE(scale.toLinearPixel(-75), -100.0);
+    }
+
+    void aMirroredLinearScale()
+    {
+        const ValueScale scale{false, 150, 0, 200};
+        QCOMPARE(scale.toPixel(150), 0.0);
+        QCOMPARE(scale.toPixel(30), 160.0);
+        QCOMPARE(scale.toPixel(-10), 200.0);
+        QCOMPARE(scale.toPixel(1000), 0.0);
+        QCOMPARE(scale.toLinearPixel(300), -200.0);
+    }
+
+    void aLogarithmicScaleMirrorsAtTheMinimum()
+    {
+        const ValueScale scale{true, 0.2F, 2000, 400};
+        QCOMPARE(scale.toPixel(2000), 400.0);
+        QVERIFY(std::abs(scale.toPixel(2) - 100) < 1e-4);
+        QVERIFY(std::abs(scale.toPixel(0.02) - scale.toPixel(2)) < 1e-4);
+        QCOMPARE(scale.toPixel(static_cast<double>(0.2F)), 0.0);
+    }
+
+    void aLogarithmicScaleBreaksOutsideTheTrack()
+    {
+        const ValueScale scale{true, 0.2F, 2000, 400};
+        for (const double value : {2001.0, 1e-6, 0.0, -3.0, notANumber, infinite, -infinite})
+            QVERIFY2(std::isnan(scale.toPixel(value)), qPrintable(QString::number(value)));
+        // A reversed logarithmic scale has nothing but its minimum in the track.
+        const ValueScale reversed{true, 2000, 0.2F, 400};
+        QVERIFY(std::isnan(reversed.toPixel(2)));
+    }
+
+    void limitsWithoutALogarithmBreakEverything()
+    {
+        for (const auto &[low, high] : {std::pair(0.0F, 100.0F), std::pair(-5.0F, 100.0F), std::pair(10.0F, 0.0F),
+                                        std::pair(10.0F, -1.0F), std::pair(5.0F, 5.0F), std::pair(NAN, 5.0F)})
+            for (const double value : {0.1, 1.0, 20.0, 100.0})
+                QVERIFY(std::isnan((ValueScale{true, low, high, 400}).toPixel(value)));
+    }
+
+    void equalLinearLimits()
+    {
+        const ValueScale scale{false, 5, 5, 200};
+        QCOMPARE(scale.toPixel(5), 0.0);
+        QCOMPARE(scale.toPixel(4), 200.0);
+        QCOMPARE(scale.toPixel(6), 0.0);
+    }
+
+    void valuesThatAreNoNumbersBreak()
+    {
+        for (const double value : {notANumber, infinite, -infinite})
+            QVERIFY(std::isnan((ValueScale{false, 0, 150, 200}).toPixel(value)));
+        QVERIFY(std::isnan((ValueScale{false, 0, 150, NAN}).toPixel(1)));
+        QVERIFY(std::isnan((ValueScale{false, 0, 150, -3}).toPixel(1)));
+        QCOMPARE((ValueScale{false, 0, 150, 0}).toPixel(75), 0.0);
+        QCOMPARE((ValueScale{false, NAN, 150, 200}).toPixel(75), 0.0);
+    }
+
+    void scalesCompare()
+    {
+        const ValueScale scale{false, 0, 150, 200};
+        QVERIFY((scale == ValueScale{false, 0, 150, 200}));
+        QVERIFY((scale != ValueScale{true, 0, 150, 200}));
+        QVERIFY((scale != ValueScale{false, 1, 150, 200}));
+        QVERIFY((scale != ValueScale{false, 0, 151, 200}));
+        QVERIFY((scale != ValueScale{false, 0, 150, 201}));
+        QVERIFY((ValueScale{false, NAN, 150, 200} == ValueScale{false, NAN, 150, 200}));
+    }
+
+    void colourIndexes()
+    {
+        // 11 colours: n is 10, so the last one is never reached from within the limits.
+        QCOMPARE(colorIndex(0, 0, 100, 11), 0);
+        QCOMPARE(colorIndex(9.99, 0, 100, 11), 0);
+        QCOMPARE(colorIndex(10, 0, 100, 11), 1);
+        QCOMPARE(colorIndex(99.9, 0, 100, 11), 9);
+        QCOMPARE(colorIndex(100, 0, 100, 11), -1);
+        QCOMPARE(colorIndex(1e300, 0, 100, 11), -1);
+        QCOMPARE(colorIndex(-50, 0, 100, 11), 0);
+        // Mirrored.
+        QCOMPARE(colorIndex(100, 100, 0, 11), 0);
+        QCOMPARE(colorIndex(1, 100, 0, 11), 9);
+        QCOMPARE(colorIndex(0, 100, 0, 11), -1);
+        for (const double value : {notANumber, infinite})
+            QCOMPARE(colorIndex(value, 0, 100, 11), -1);
+        QCOMPARE(colorIndex(5, 5, 5, 11), -1);
+        QCOMPARE(colorIndex(50, 0, 100, 0), -1);
+        QCOMPARE(colorIndex(50, 0, 100, 1), -1);
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_valuescale)
+#include "tst_valuescale.moc"

@@ -1,0 +1,563 @@
+#include "displayfixture.h"
+#include "logview/markeritempropertywidget.h"
+#include "logview/trackheaderitem.h"
+#include "logview/trackitempropertywidget.h"
+#include "logview/wellnameitem.h"
+#include "support/testmain.h"
+
+#include <QGraphicsSceneMouseEvent>
+#include <QSignalSpy>
+
+#include <limits>
+
+namespace {
+
+const QByteArray linearTrack = "Linear\nGamma | GR | 0 | 150 | #0e6f21|0,#ffffff|0,#ffffff|None | None | 0 | 0\n";
+const QByteArray depthTrack = "Depth\nDepth | MD | 0 | 0 | 0,0,0 | 0,0,0 | 0,0,0 | 0 | 0 | 0 | 0\n";
+
+struct SceneFixture : DisplayFixture
+{
+    SceneFixture()
+    {
+        addLog(QStringLiteral("GR"), {0, 500, 1000, 1500}, {0, 50, 100, 150});
+        addTrack(1, linearTrack);
+        addTrack(2, depthTrack);
+        addTrack(3, linearTrack);
+    }
+    void press(Qt::MouseButton button, const QPointF &position)
+    {
+        QGraphicsView *view = display->logView();
+        view->centerOn(position);
+        QTest::mouseClick(view->viewport(), button, {}, view->mapFromScene(position));
+    }
+};
+
+} // namespace
+
+class tst_welllogsscene : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void startsAsTheWellStands();
+    void heightAndRectangles();
+    void widthsAreTruncatedOneByOne();
+    void panelRowsAndTexts();
+    void depthTypeAndUnit();
+    void feetTwiceOnTvdKbMultipliesTwice();
+    void theDepthTypeSetterSelectsByOldIndexes();
+    void anUnknownDepthTypeChangesNothing();
+    void depthsEditedByTheUser();
+    void aFieldLeftAsItWasMovesNothing();
+    void scaleEditedByTheUser();
+    void aScaleThatIsNoneIsPutBack();
+    void markersArePlacedAndDropped();
+    void markersFollowTypeAndUnit();
+    void aMarkerInFeetIgnoresTheKellyBushing();
+    void deletingAMarkerByName();
+    void pressingShowsPanels();
+    void otherButtonsChangeNothing();
+    void aModeKeepsPanelsAway();
+    void headersSelectWhatTheyStandFor();
+    void pickedMarkersAreNumbered();
+    void slotsSetTheModeAndDelete();
+    void deletingTheItemOfTheShownPanelShowsTheScenes();
+    void rebuildingForgetsMarkers();
+    void absurdRanges_data();
+    void absurdRanges();
+    void itemTypes();
+};
+
+void tst_welllogsscene::startsAsTheWellStands()
+{
+    SceneFixture f;
+    const WellLogsScene *scene = f.show();
+    QCOMPARE(scene->mode(), WellLogsScene::Mode::None);
+    QCOMPARE(scene->depthType(), 0);
+    QCOMPARE(scene->depthUnit(), 0);
+    QCOMPARE(scene->startDepth(), 0.0F);
+    QCOMPARE(scene->endDepth(), 1500.0F);
+    QCOMPARE(scene->totalDepth(), 1500.0F);
+    QCOMPARE(scene->well().kbElevation, 25.0);
+    QVERIFY(scene->currentTrackIndex() < 0);
+    QVERIFY(scene->markers().isEmpty());
+    QVERIFY(!scene->currentPickedMarker());
+    QCOMPARE(scene->tracks().size(), 3);
+    for (int i = 0; i < 3; ++i)
+        QCOMPARE(scene->tracks().at(i)->trackNumber(), i);
+}
+
+void tst_welllogsscene::heightAndRectangles()
+{
+    SceneFixture f;
+    f.well().header.totalDepth = 2000;
+    WellLogsScene *scene = f.show();
+    QVERIFY(qAbs(f.track(0)->height() - 7559.055F) < 0.01F);
+    QCOMPARE(scene->trackHeight(), 7559);
+    QCOMPARE(scene->sceneRect(), QRectF(0, 0, 192 + 48 + 192, 7609));
+    QCOMPARE(f.display->headerView()->scene()->sceneRect(), QRectF(0, 0, 432, 720));
+}
+
+void tst_welllogsscene::widthsAreTruncatedOneByOne()
+{
+    SceneFixture f;
+    WellLogsScene *scene = f.show();
+    f.track(0)->setWidthInches(1.3F);
+    f.track(1)->setWidthInches(2.7F);
+    QCOMPARE(f.track(0)->x(), 0.0);
+    QCOMPARE(f.track(1)->x(), 124.0);
+    QCOMPARE(f.track(2)->x(), 383.0);
+    QCOMPARE(scene->sceneWidth(), 383 + 192);
+    QCOMPARE(f.track(1)->header()->pos(), QPointF(124, 20));
+    QCOMPARE(scene->sceneRect().width(), 575.0);
+    QCOMPARE(f.display->headerView()->scene()->sceneRect(), QRectF(0, 0, 575, 720));
+    f.track(0)->setWidthInches(1.5F);
+    QCOMPARE(f.track(0)->width(), 144.0F);
+    QCOMPARE(f.track(1)->x(), 144.0);
+}
+
+void tst_welllogsscene::panelRowsAndTexts()
+{
+    SceneFixture f;
+    f.show();
+    QStringList labels;
+    for (const QLabel *label : f.panel()->findChildren<QLabel *>())
+        labels.append(label->text());
+    const QStringList expected{"Wellname", "W", "Scale - 1", "Start Depth", "End Depth", "Depth Type", "Depth Unit"};
+    labels.sort();
+    QStringList sorted = expected;
+    sorted.sort();
+    QCOMPARE(labels, sorted);
+    QCOMPARE(f.text(f.panel(), "scaleEdit"), QString("1000"));
+    QCOMPARE(f.text(f.panel(), "startDepthEdit"), QString("0"));
+    QCOMPARE(f.text(f.panel(), "endDepthEdit"), QString("1500"));
+    for (const char *field : {"scaleEdit", "startDepthEdit", "endDepthEdit"})
+        QVERIFY(qobject_cast<const QDoubleValidator *>(
+            f.panel()->findChild<QLineEdit *>(QString::fromLatin1(field))->validator()));
+    const auto items = [&f](const char *name) {
+        const auto *box = f.panel()->findChild<QComboBox *>(QString::fromLatin1(name));
+        QStringList texts;
+        for (int i = 0; i < box->count(); ++i)
+            texts.append(box->itemText(i));
+        return texts;
+    };
+    QCOMPARE(items("depthTypeBox"), (QStringList{"MD", "TVDSS"}));
+    QCOMPARE(items("depthUnitBox"), (QStringList{"METER", "FEET"}));
+}
+
+void tst_welllogsscene::depthTypeAndUnit()
+{
+    SceneFixture f;
+    const WellLogsScene *scene = f.show();
+    f.choose(f.panel(), "depthTypeBox", QStringLiteral("TVDSS"));
+    QCOMPARE(scene->depthType(), 2);
+    QCOMPARE(f.text(f.panel(), "startDepthEdit"), QString("-25"));
+    QCOMPARE(f.text(f.panel(), "endDepthEdit"), QString("1475"));
+    QCOMPARE(f.track(0)->depthTypeText(), QString("TVDSS"));
+    QCOMPARE(f.track(2)->axis().start, -25.0F);
+    f.choose(f.panel(), "depthUnitBox", QStringLiteral("FEET"));
+    QCOMPARE(f.text(f.panel(), "startDepthEdit"), QString("-82.021"));
+    QCOMPARE(f.text(f.panel(), "endDepthEdit"), QString("4839.24"));
+    // One formula for both units: the display is 3.28 times as high.
+    QCOMPARE(scene->trackHeight(), logview::DepthAxis::of(-82.021F, 4839.239F).heightPx());
+    QCOMPARE(scene->sceneRect().height(), scene->trackHeight() + 50.0);
+    f.choose(f.panel(), "depthUnitBox", QStringLiteral("METER"));
+    f.choose(f.panel(), "depthTypeBox", QStringLiteral("MD"));
+    QCOMPARE(f.text(f.panel(), "startDepthEdit"), QString("0"));
+    QCOMPARE(f.text(f.panel(), "endDepthEdit"), QString("1500"));
+    QCOMPARE(f.track(0)->depthTypeText(), QString("MD"));
+}
+
+void tst_welllogsscene::feetTwiceOnTvdKbMultipliesTwice()
+{
+    SceneFixture f;
+    WellLogsScene *scene = f.show();
+    f.panel()->setDepthType(logview::TvdKb);
+    f.panel()->setDepthUnit(logview::Feet);
+    scene->applyDepthTypeAndUnit();
+    QCOMPARE(scene->endDepth(), static_cast<float>(1500 * 3.28084));
+    scene->applyDepthTypeAndUnit();
+    QCOMPARE(f.text(f.panel(), "endDepthEdit"), QString("16145.9"));
+    QVERIFY(f.track(0)->depthTypeText() != QLatin1String("TVDSS"));
+}
+
+void tst_welllogsscene::theDepthTypeSetterSelectsByOldIndexes()
+{
+    SceneFixture f;
+    f.show();
+    const auto *box = f.panel()->findChild<QComboBox *>(QStringLiteral("depthTypeBox"));
+    f.panel()->setDepthType(logview::TvdKb);
+    QCOMPARE(box->currentText(), QString("MD"));
+    QCOMPARE(f.scene()->depthType(), 1);
+    f.panel()->setDepthType(logview::TvdSubsea); // index 2 of two items: nothing
+    QCOMPARE(box->currentIndex(), -1);
+    QCOMPARE(f.scene()->depthType(), 2);
+    f.panel()->setDepthType(logview::MeasuredDepth);
+    QCOMPARE(box->currentIndex(), 0);
+}
+
+void tst_welllogsscene::anUnknownDepthTypeChangesNothing()
+{
+    SceneFixture f;
+    WellLogsScene *scene = f.show();
+    scene->setDepthType(7);
+    scene->setDepthUnit(logview::Feet);
+    scene->applyDepthTypeAndUnit();
+    QCOMPARE(scene->endDepth(), 1500.0F);
+    QCOMPARE(f.track(0)->depthReference().unit, logview::Metre);
+}
+
+void tst_welllogsscene::depthsEditedByTheUser()
+{
+    SceneFixture f;
+    WellLogsScene *scene = f.show();
+    f.type(f.panel(), "startDepthEdit", QStringLiteral("500"));
+    f.type(f.panel(), "endDepthEdit", QStringLiteral("1000"));
+    QCOMPARE(scene->startDepth(), 500.0F);
+    QCOMPARE(scene->endDepth(), 1000.0F);
+    for (const TrackItem *track : scene->tracks()) {
+        QCOMPARE(track->axis().start, 500.0F);
+        QCOMPARE(track->axis().end, 1000.0F);
+    }
+    QCOMPARE(scene->trackHeight(), 1889);
+    QCOMPARE(scene->sceneRect().height(), 1939.0);
+    QVERIFY(QMetaObject::invokeMethod(f.panel(), "startDepthChanged"));
+    f.type(f.panel(), "startDepthEdit", QStringLiteral("no number"));
+    QCOMPARE(scene->startDepth(), 0.0F);
+}
+
+void tst_welllogsscene::aFieldLeftAsItWasMovesNothing()
+{
+    SceneFixture f;
+    f.addMarker(QStringLiteral("Top"), 1000);
+    WellLogsScene *scene = f.show();
+    const MarkerItem *marker = f.showMarker(QStringLiteral("Top"));
+    f.choose(f.panel(), "depthUnitBox", QStringLiteral("FEET"));
+    const double y = marker->y();
+    emit f.panel()->findChild<QLineEdit *>(QStringLiteral("startDepthEdit"))->editingFinished();
+    emit f.panel()->findChild<QLineEdit *>(QStringLiteral("endDepthEdit"))->editingFinished();
+    QCOMPARE(marker->y(), y);
+    QCOMPARE(scene->endDepth(), static_cast<float>(1500 * 3.28084));
+}
+
+void tst_welllogsscene::scaleEditedByTheUser()
+{
+    SceneFixture f;
+    f.addMarker(QStringLiteral("Top"), 750);
+    WellLogsScene *scene = f.show();
+    const MarkerItem *marker = f.showMarker(QStringLiteral("Top"));
+    f.type(f.panel(), "scaleEdit", QStringLiteral("500"));
+    QCOMPARE(f.track(0)->scale(), 500.0F);
+    QCOMPARE(scene->trackHeight(), 11338);
+    QCOMPARE(scene->sceneRect().height(), 11388.0);
+    QCOMPARE(marker->y(), 5669.0);
+    QVERIFY(QMetaObject::invokeMethod(f.panel(), "scaleChanged"));
+}
+
+void tst_welllogsscene::aScaleThatIsNoneIsPutBack()
+{
+    SceneFixture f;
+    const WellLogsScene *scene = f.show();
+    const int height = scene->trackHeight();
+    for (const char *scale : {"0", "-5", "", "nan"}) {
+        f.type(f.panel(), "scaleEdit", QString::fromLatin1(scale));
+        QCOMPARE(f.text(f.panel(), "scaleEdit"), QString("1000"));
+        QCOMPARE(scene->trackHeight(), height);
+    }
+}
+
+void tst_welllogsscene::markersArePlacedAndDropped()
+{
+    SceneFixture f;
+    f.addMarker(QStringLiteral("Top"), 750);
+    f.addMarker(QStringLiteral("Deep"), 1400);
+    WellLogsScene *scene = f.show();
+    const MarkerItem *top = f.showMarker(QStringLiteral("Top"));
+    const MarkerItem *deep = f.showMarker(QStringLiteral("Deep"));
+    QCOMPARE(scene->currentPickedMarker(), deep);
+    QCOMPARE(top->width(), 432.0F);
+    QCOMPARE(top->x(), 0.0);
+    QCOMPARE(top->y(), 750.0 * scene->trackHeight() / 1500);
+    f.type(f.panel(), "endDepthEdit", QStringLiteral("1000"));
+    QCOMPARE(scene->markers().size(), 1);
+    QVERIFY(!scene->findMarker(QStringLiteral("Deep")));
+    QVERIFY(!scene->currentPickedMarker());
+    QCOMPARE(top->y(), 750.0 * scene->trackHeight() / 1000);
+    f.type(f.panel(), "endDepthEdit", QStringLiteral("1500"));
+    QCOMPARE(scene->markers().size(), 1);
+    // Ends count as inside, beyond them nothing is shown.
+    QVERIFY(!f.showMarker(QStringLiteral("None")));
+    f.type(f.panel(), "startDepthEdit", QStringLiteral("750"));
+    QCOMPARE(scene->markers().size(), 1);
+    QCOMPARE(top->y(), 0.0);
+}
+
+void tst_welllogsscene::markersFollowTypeAndUnit()
+{
+    SceneFixture f;
+    f.addMarker(QStringLiteral("Top"), 1000);
+    f.addMarker(QStringLiteral("Shallow"), 10);
+    WellLogsScene *scene = f.show();
+    const MarkerItem *top = f.showMarker(QStringLiteral("Top"));
+    f.showMarker(QStringLiteral("Shallow"));
+    const double mdY = top->y();
+    f.choose(f.panel(), "depthTypeBox", QStringLiteral("TVDSS"));
+    QCOMPARE(top->y(), mdY); // the range moves with the depths
+    QCOMPARE(scene->markers().size(), 2);
+    f.choose(f.panel(), "depthUnitBox", QStringLiteral("FEET"));
+    const double d = (1000.0 - 25) * 3.28084;
+    const auto start = static_cast<double>(scene->startDepth());
+    const auto end = static_cast<double>(scene->endDepth());
+    QVERIFY(qAbs(top->y() - (d - start) * scene->trackHeight() / (end - start)) < 1e-6);
+}
+
+void tst_welllogsscene::aMarkerInFeetIgnoresTheKellyBushing()
+{
+    SceneFixture f;
+    f.addMarker(QStringLiteral("Top"), 1000);
+    WellLogsScene *scene = f.show();
+    f.choose(f.panel(), "depthTypeBox", QStringLiteral("TVDSS"));
+    f.choose(f.panel(), "depthUnitBox", QStringLiteral("FEET"));
+    const MarkerItem *top = f.showMarker(QStringLiteral("Top"));
+    const auto start = static_cast<double>(scene->startDepth());
+    const auto end = static_cast<double>(scene->endDepth());
+    QVERIFY(qAbs(top->y() - (1000 * 3.28084 - start) * scene->trackHeight() / (end - start)) < 1e-6);
+}
+
+void tst_welllogsscene::deletingAMarkerByName()
+{
+    SceneFixture f;
+    f.addMarker(QStringLiteral("Top"), 750);
+    WellLogsScene *scene = f.show();
+    f.showMarker(QStringLiteral("Top"));
+    scene->deleteMarker(QStringLiteral("Unknown"));
+    QCOMPARE(scene->markers().size(), 1);
+    const int items = scene->items().size();
+    scene->deleteMarker(QStringLiteral("Top"));
+    QVERIFY(scene->markers().isEmpty());
+    QVERIFY(scene->items().size() < items);
+}
+
+void tst_welllogsscene::pressingShowsPanels()
+{
+    SceneFixture f;
+    f.addMarker(QStringLiteral("Top"), 750);
+    WellLogsScene *scene = f.show();
+    const MarkerItem *marker = f.showMarker(QStringLiteral("Top"));
+    QCOMPARE(f.dock.widget(), f.panel());
+    QSignalSpy shown(scene, &WellLogsScene::propertyWidgetChanged);
+    f.press(Qt::LeftButton, QPointF(300, 300));
+    QCOMPARE(f.dock.widget(), f.track(2)->panel());
+    QCOMPARE(scene->currentTrackIndex(), 2);
+    QVERIFY(f.track(2)->isSelected());
+    QVERIFY(f.track(2)->header()->isSelected());
+    // The curve of track 0 passes x = y / 7559 × 192 × ... : value 50 of 150 at 500 m.
+    const CurveItem *curve = f.curve(0, 0);
+    const double y = f.track(0)->axis().toPixel(500);
+    f.press(Qt::LeftButton, QPointF(64, y));
+    QVERIFY(curve->isSelected());
+    QVERIFY(!f.track(2)->header()->isSelected());
+    QCOMPARE(f.dock.widget()->findChild<QLabel *>(QStringLiteral("titleLabel"))->text(), QString("Curve Property"));
+    f.press(Qt::LeftButton, QPointF(100, marker->y() + 1));
+    QCOMPARE(f.dock.widget(), marker->panel());
+    f.press(Qt::LeftButton, QPointF(100, scene->trackHeight() + 30));
+    QCOMPARE(f.dock.widget(), f.panel());
+    QCOMPARE(shown.size(), 4);
+}
+
+void tst_welllogsscene::otherButtonsChangeNothing()
+{
+    SceneFixture f;
+    f.show();
+    f.press(Qt::LeftButton, QPointF(300, 300));
+    f.press(Qt::RightButton, QPointF(210, 300));
+    QCOMPARE(f.dock.widget(), f.track(2)->panel());
+    QVERIFY(f.track(2)->isSelected());
+    f.press(Qt::MiddleButton, QPointF(210, 300));
+    QVERIFY(f.track(2)->isSelected());
+    QGraphicsSceneMouseEvent event(QEvent::GraphicsSceneMousePress);
+    event.setButton(Qt::RightButton);
+    event.ignore();
+    QCoreApplication::sendEvent(f.scene(), &event);
+    QVERIFY(event.isAccepted());
+}
+
+void tst_welllogsscene::aModeKeepsPanelsAway()
+{
+    SceneFixture f;
+    WellLogsScene *scene = f.show();
+    scene->savePickedMarkerClicked();
+    QCOMPARE(scene->mode(), WellLogsScene::Mode::SavePickedMarker);
+    f.press(Qt::LeftButton, QPointF(300, 300));
+    QVERIFY(f.track(2)->isSelected());
+    QCOMPARE(f.dock.widget(), f.panel());
+    QVERIFY(scene->currentTrackIndex() < 0);
+}
+
+void tst_welllogsscene::headersSelectWhatTheyStandFor()
+{
+    SceneFixture f;
+    WellLogsScene *scene = f.show();
+    QGraphicsView *headers = f.display->headerView();
+    const auto click = [headers](const QPointF &position) {
+        QTest::mouseClick(headers->viewport(), Qt::LeftButton, {}, headers->mapFromScene(position));
+    };
+    click(QPointF(210, 40)); // depth track
+    QVERIFY(f.track(1)->isSelected());
+    QCOMPARE(f.dock.widget(), f.track(1)->panel());
+    QCOMPARE(scene->currentTrackIndex(), 1);
+    click(QPointF(300, 40)); // the header of the curve in track 2
+    QVERIFY(f.curve(2, 0)->isSelected());
+    QVERIFY(!f.track(1)->isSelected());
+    QVERIFY(!f.track(1)->header()->isSelected());
+}
+
+void tst_welllogsscene::pickedMarkersAreNumbered()
+{
+    SceneFixture f;
+    WellLogsScene *scene = f.show();
+    QVERIFY(QMetaObject::invokeMethod(scene, "pickedMarkerClicked"));
+    QCOMPARE(scene->mode(), WellLogsScene::Mode::PickMarker);
+    QCOMPARE(scene->currentPickedMarker()->markerName(), QString("New_0"));
+    QCOMPARE(scene->currentPickedMarker()->wellName(), QString("W"));
+    QCOMPARE(scene->currentPickedMarker()->depth(), 0.0F);
+    QCOMPARE(scene->currentPickedMarker()->width(), 432.0F);
+    scene->pickedMarkerClicked();
+    QCOMPARE(scene->currentPickedMarker()->markerName(), QString("New_1"));
+    QCOMPARE(scene->markers().size(), 2);
+    QVERIFY(scene->items().contains(scene->currentPickedMarker()));
+}
+
+void tst_welllogsscene::slotsSetTheModeAndDelete()
+{
+    SceneFixture f;
+    f.addMarker(QStringLiteral("Top"), 750);
+    WellLogsScene *scene = f.show();
+    QSignalSpy deleteTrack(scene, &WellLogsScene::sendDeleteTrack);
+    QVERIFY(QMetaObject::invokeMethod(scene, "deleteTrack"));
+    QCOMPARE(scene->mode(), WellLogsScene::Mode::DeleteTrackOrCurve);
+    QVERIFY(deleteTrack.isEmpty()); // no track was clicked
+    scene->selectOnly(f.track(1));
+    scene->deleteTrack();
+    QCOMPARE(deleteTrack.size(), 1);
+    QCOMPARE(deleteTrack.first().first().toInt(), 1);
+    QCOMPARE(scene->tracks().size(), 2);
+
+    MarkerItem *marker = f.showMarker(QStringLiteral("Top"));
+    scene->selectOnly(marker);
+    QVERIFY(QMetaObject::invokeMethod(scene, "deleteCurve")); // no curve: nothing goes
+    QCOMPARE(scene->markers().size(), 1);
+    QVERIFY(QMetaObject::invokeMethod(scene, "deleteMarker"));
+    QCOMPARE(scene->mode(), WellLogsScene::Mode::DeleteMarker);
+    QVERIFY(scene->markers().isEmpty());
+
+    CurveItem *curve = f.curve(0, 0);
+    scene->selectOnly(curve);
+    scene->deleteMarker();
+    QCOMPARE(f.track(0)->curves().size(), 1);
+    scene->deleteCurve();
+    QCOMPARE(scene->mode(), WellLogsScene::Mode::DeleteTrackOrCurve);
+    QVERIFY(f.track(0)->curves().isEmpty());
+    scene->deleteCurve();
+    scene->deleteMarker();
+    DisplayFixture::picture(scene, QRect(0, 0, 432, 600));
+}
+
+void tst_welllogsscene::deletingTheItemOfTheShownPanelShowsTheScenes()
+{
+    SceneFixture f;
+    f.addMarker(QStringLiteral("Top"), 750);
+    WellLogsScene *scene = f.show();
+    MarkerItem *marker = f.showMarker(QStringLiteral("Top"));
+    const auto select = [scene](QGraphicsItem *item) {
+        scene->selectOnly(item);
+        scene->showPanelOfSelection();
+    };
+    select(marker);
+    scene->deleteMarker();
+    QCOMPARE(f.dock.widget(), f.panel());
+    select(f.curve(0, 0));
+    scene->deleteCurve();
+    QCOMPARE(f.dock.widget(), f.panel());
+    select(f.curve(2, 0)); // goes with its track
+    QVERIFY(f.dock.widget() != f.panel());
+    f.display->deleteTrack(2);
+    QCOMPARE(f.dock.widget(), f.panel());
+    select(f.track(0));
+    f.display->deleteTrack(1); // another one
+    QCOMPARE(f.dock.widget(), f.track(0)->panel());
+}
+
+void tst_welllogsscene::rebuildingForgetsMarkers()
+{
+    SceneFixture f;
+    f.addMarker(QStringLiteral("Top"), 750);
+    WellLogsScene *scene = f.show();
+    f.showMarker(QStringLiteral("Top"));
+    scene->pickedMarkerClicked();
+    const WellRecord well = scene->well();
+    scene->beginDisplay(well);
+    scene->endDisplay();
+    QVERIFY(scene->markers().isEmpty());
+    QVERIFY(scene->tracks().isEmpty());
+    QVERIFY(scene->unsavedMarkers().isEmpty());
+    QVERIFY(!scene->currentPickedMarker());
+    QVERIFY(scene->items().isEmpty());
+    QCOMPARE(f.display->headerView()->scene()->items().size(), 1); // the banner
+    QCOMPARE(scene->sceneRect(), QRectF(0, 0, 0, 5669 + 50));
+    f.choose(f.panel(), "depthTypeBox", QStringLiteral("TVDSS"));
+    f.type(f.panel(), "scaleEdit", QStringLiteral("200"));
+}
+
+void tst_welllogsscene::absurdRanges_data()
+{
+    QTest::addColumn<QString>("start");
+    QTest::addColumn<QString>("end");
+    QTest::addColumn<QString>("scale");
+    QTest::newRow("start = end") << "100" << "100" << "1000";
+    QTest::newRow("upside down") << "1000" << "100" << "1000";
+    QTest::newRow("beyond single precision") << "-1e39" << "1e39" << "1000";
+    QTest::newRow("one to one") << "0" << "5000" << "1";
+    QTest::newRow("one to a million") << "0" << "5000" << "1000000";
+    QTest::newRow("tiny scale") << "0" << "5000" << "1e-30";
+    QTest::newRow("huge scale") << "0" << "5000" << "1e30";
+    QTest::newRow("not a number") << "nan" << "nan" << "nan";
+}
+
+void tst_welllogsscene::absurdRanges()
+{
+    QFETCH(QString, start);
+    QFETCH(QString, end);
+    QFETCH(QString, scale);
+    SceneFixture f;
+    f.addMarker(QStringLiteral("Top"), 750);
+    WellLogsScene *scene = f.show();
+    f.showMarker(QStringLiteral("Top"));
+    f.type(f.panel(), "startDepthEdit", start);
+    f.type(f.panel(), "endDepthEdit", end);
+    f.type(f.panel(), "scaleEdit", scale);
+    const int middle = scene->trackHeight() / 2;
+    DisplayFixture::picture(scene, QRect(0, middle, 432, 500));
+    DisplayFixture::picture(f.display->headerView()->scene(), QRect(0, 0, 432, 100));
+    f.press(Qt::LeftButton, QPointF(100, middle));
+    f.track(0)->readout(QPointF(100, middle));
+    f.choose(f.panel(), "depthUnitBox", QStringLiteral("FEET"));
+    f.choose(f.panel(), "depthTypeBox", QStringLiteral("TVDSS"));
+    QVERIFY(std::isfinite(scene->sceneRect().height()));
+}
+
+void tst_welllogsscene::itemTypes()
+{
+    QCOMPARE(static_cast<int>(TrackItem::Type), 65537);
+    QCOMPARE(static_cast<int>(CurveItem::Type), 65538);
+    QCOMPARE(static_cast<int>(MarkerItem::Type), 65539);
+    SceneFixture f;
+    f.show();
+    QCOMPARE(f.track(0)->type(), 65537);
+    QCOMPARE(f.curve(0, 0)->type(), 65538);
+    const MarkerItem marker(nullptr);
+    QCOMPARE(marker.type(), 65539);
+}
+
+LORVA_TEST_MAIN(tst_welllogsscene)
+#include "tst_welllogsscene.moc"
