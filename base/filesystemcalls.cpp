@@ -32,6 +32,11 @@ int FileSystemCalls::rename(const char *from, const char *to)
     return ::rename(from, to);
 }
 
+int FileSystemCalls::unlink(const char *path)
+{
+    return ::unlink(path);
+}
+
 namespace {
 
 FileSystemCalls *&callsInForce()

@@ -4,8 +4,8 @@
 
 namespace base {
 
-/// The system calls of file writing that can fail, as a seam: the product uses the real ones, a test replaces
-/// them to make a write, a flush or a rename fail. Results and errno are those of the POSIX calls of the same name.
+/// The system calls of file writing and deleting that can fail, as a seam: the product uses the real ones, a test
+/// replaces them to make a write, a flush, a rename or a deletion fail. Results and errno are those of the POSIX calls of the same name.
 class FileSystemCalls
 {
 public:
@@ -15,6 +15,7 @@ public:
     virtual int fsync(int file);
     virtual int close(int file);
     virtual int rename(const char *from, const char *to);
+    virtual int unlink(const char *path);
 };
 
 /// The calls in force.

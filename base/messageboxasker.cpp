@@ -1,6 +1,7 @@
 #include "base/messageboxasker.h"
 
 #include <QMessageBox>
+#include <QPushButton>
 
 namespace base {
 
@@ -46,8 +47,11 @@ BoxButton MessageBoxAsker::show(const Box &box)
         new QMessageBox(iconOf(box.icon), box.title, box.text, QMessageBox::NoButton, m_parent);
     // Names of wells and files come from data: a "<" in them is a character, not a tag.
     messageBox->setTextFormat(Qt::PlainText);
-    for (BoxButton button : box.buttons)
-        messageBox->addButton(buttonOf(button));
+    for (BoxButton button : box.buttons) {
+        QPushButton *pushButton = messageBox->addButton(buttonOf(button));
+        if (button == BoxButton::Ok)
+            pushButton->setText(QStringLiteral("Ok")); // Qt and its translations write it otherwise
+    }
     if (!box.buttons.isEmpty())
         messageBox->setDefaultButton(buttonOf(box.buttons.first()));
     const bool asks = box.buttons.contains(BoxButton::No);

@@ -13,8 +13,19 @@ CurveHeaderItem::CurveHeaderItem(CurveItem *curve, int index, QGraphicsItem *tra
     , m_curve(curve)
 {
     setFlag(ItemIsSelectable);
-    setPos(0, height * index);
+    setIndex(index);
     refresh();
+}
+
+CurveHeaderItem::~CurveHeaderItem()
+{
+    if (m_curve)
+        m_curve->forgetHeader();
+}
+
+void CurveHeaderItem::setIndex(int index)
+{
+    setPos(0, height * index);
 }
 
 void CurveHeaderItem::refresh()

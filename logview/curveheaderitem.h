@@ -12,6 +12,10 @@ public:
 
     /// A child of the track's header, below the headers of the \a index curves before it.
     CurveHeaderItem(CurveItem *curve, int index, QGraphicsItem *trackHeader);
+    ~CurveHeaderItem() override;
+
+    void setIndex(int index);
+    void forgetCurve() { m_curve = nullptr; }
 
     /// The curve has another width or other things to show.
     void refresh();
@@ -22,8 +26,9 @@ public:
 protected:
     /// Selects what the header stands for.
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseReleaseEvent(QGraphicsSceneMouseEvent *) override {}
 
 private:
-    CurveItem *m_curve;
+    CurveItem *m_curve; ///< null while the curve is being destroyed
     double m_width = 0;
 };

@@ -50,9 +50,17 @@ CurveItem::CurveItem(const TrackInfo &definition, const TemplateCurveInfo &line,
 
 CurveItem::~CurveItem()
 {
-    m_track->forgetCurve(this);
+    if (m_header)
+        m_header->forgetCurve();
     delete m_header;
+    m_track->forgetCurve(this);
     delete m_panel;
+}
+
+void CurveItem::setIndex(int index)
+{
+    if (m_header)
+        m_header->setIndex(index);
 }
 
 void CurveItem::readFill(const TrackInfo &definition)
@@ -72,6 +80,7 @@ void CurveItem::readFill(const TrackInfo &definition)
     m_fillSettings.side = isRight ? logview::FillSide::Right : logview::FillSide::Left;
     m_fillSettings.limit = target.limit;
     m_fillSettings.barColors = m_fillStyle.bar.colors;
+    m_fillStyle.isOn = m_fillStyle.color.isValid() || !m_fillStyle.bar.isNull();
     if (target.limit != logview::FillLimit::Curve)
         return;
     const TemplateCurveInfo &other = definition.curves.at(target.curveNumber - 1);
@@ -99,14 +108,19 @@ QPainterPath CurveItem::shape() const
 bool CurveItem::contains(const QPointF &point) const
 {
     m_curveLine.update(m_samples, key());
+    return m_curveLine.path().intersects(withinReach(QRectF(point, QSizeF(0, 0))));
+}
+
+QRectF CurveItem::withinReach(const QRectF &area) const
+{
     const double reach = pickingReach + m_pen.widthF() / 2;
-    return m_curveLine.path().intersects(QRectF(point.x() - reach, point.y() - reach, 2 * reach, 2 * reach));
+    return area.adjusted(-reach, -reach, reach, reach);
 }
 
 bool CurveItem::collidesWithPath(const QPainterPath &path, Qt::ItemSelectionMode) const
 {
     m_curveLine.update(m_samples, key());
-    return m_curveLine.path().intersects(path.boundingRect());
+    return m_curveLine.path().intersects(withinReach(path.boundingRect()));
 }
 
 void CurveItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *)
@@ -141,15 +155,16 @@ void CurveItem::changeGeometry()
     m_fillSettings.otherScale.width = m_scale.width;
     // A depth track shows depths; its one line names the depth itself.
     setVisible(m_track->trackType() != DepthTrack);
-    m_header->setVisible(isVisible());
-    m_header->refresh();
     placePoints();
-    update();
+    redraw();
 }
 
 void CurveItem::redraw()
 {
     update();
+    if (!m_header)
+        return;
+    m_header->setVisible(isVisible());
     m_header->refresh();
 }
 
@@ -232,7 +247,8 @@ CurveItem::PointValue CurveItem::calibrationPointAt(const QPointF &position) con
 QVariant CurveItem::itemChange(GraphicsItemChange change, const QVariant &value)
 {
     if (change == ItemSelectedHasChanged) {
-        m_header->setSelected(isSelected());
+        if (m_header)
+            m_header->setSelected(isSelected());
         redraw();
     }
     return QGraphicsItem::itemChange(change, value);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "logview/calibrationplacement.h"
-#include "logview/colorbar.h"
+#include "base/colorbar.h"
 #include "logview/curvefill.h"
 #include "logview/curveline.h"
 #include "logview/samplelookup.h"
@@ -21,7 +21,7 @@ struct CurveFillStyle
 {
     bool isOn = false;
     QColor color;
-    logview::ColorBar bar;
+    base::ColorBar bar;
 };
 
 /// One log in its track: line, fill and calibration points. What it draws is computed when it is first painted after a
@@ -46,7 +46,10 @@ public:
                           Qt::ItemSelectionMode mode = Qt::IntersectsItemShape) const override;
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
 
+    /// Null when its scene has gone.
     CurveHeaderItem *header() const { return m_header; }
+    /// Moves the header to the place of the \a index-th curve of the track.
+    void setIndex(int index);
     /// Made when it is first asked for; goes with the curve.
     CurveItemPropertyWidget *panel();
     TrackItem *track() const { return m_track; }
@@ -90,6 +93,10 @@ protected:
     QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
 
 private:
+    friend class CurveHeaderItem;
+    void forgetHeader() { m_header = nullptr; }
+
+    QRectF withinReach(const QRectF &area) const;
     void readFill(const TrackInfo &definition);
     void placePoints();
     logview::CurveKey key() const;

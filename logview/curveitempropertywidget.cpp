@@ -4,22 +4,11 @@
 #include "logview/curveitem.h"
 #include "logview/trackitem.h"
 
-#include <QColorDialog>
 #include <QLabel>
 #include <QLineEdit>
 
-namespace {
-
-QColor chosenColor(const QColor &current, QWidget *parent)
-{
-    return QColorDialog::getColor(current.isValid() ? current : QColor(Qt::white), parent,
-                                  QStringLiteral("Select Color"));
-}
-
-} // namespace
-
 CurveItemPropertyWidget::CurveItemPropertyWidget(CurveItem *curve)
-    : PropertyPanel(QStringLiteral("Curve Property"))
+    : PropertyPanel(QStringLiteral("CurveItemPropertyWidget"), QStringLiteral("Curve Property"))
     , m_curve(curve)
     , m_curveName(new QLineEdit(curve->curveName()))
     , m_lineColor(new ColorButton(curve->pen().color()))
@@ -29,6 +18,8 @@ CurveItemPropertyWidget::CurveItemPropertyWidget(CurveItem *curve)
 {
     m_lineStyle->setCurrentIndex(m_lineStyle->findData(static_cast<int>(curve->pen().style())));
     m_lineWidth->setCurrentIndex(m_lineWidth->findData(curve->pen().width()));
+    m_fillColor->setEnabled(curve->fillStyle().isOn);
+    m_fillColor->setToolTip(QStringLiteral("Fills with one colour, also in place of a colour bar"));
     addRow(QStringLiteral("Well Name"), new QLabel(curve->track()->wellName()), QStringLiteral("wellNameLabel"));
     addRow(QStringLiteral("Curve Name"), m_curveName, QStringLiteral("curveNameEdit"));
     addRow(QStringLiteral("Group Name"), new QLabel(curve->groupName()), QStringLiteral("groupNameLabel"));
@@ -53,7 +44,7 @@ void CurveItemPropertyWidget::curveNameChanged()
 
 void CurveItemPropertyWidget::lineColorChanged()
 {
-    const QColor color = chosenColor(m_curve->pen().color(), this);
+    const QColor color = chooseColor(m_curve->pen().color());
     if (!color.isValid())
         return;
     m_lineColor->showColor(color);
@@ -62,7 +53,7 @@ void CurveItemPropertyWidget::lineColorChanged()
 
 void CurveItemPropertyWidget::fillColorChanged()
 {
-    const QColor color = chosenColor(m_curve->fillStyle().color, this);
+    const QColor color = chooseColor(m_curve->fillStyle().color);
     if (!color.isValid())
         return;
     m_fillColor->showColor(color);

@@ -3,15 +3,13 @@
 #include "logview/markeritem.h"
 #include "logview/welllogsscene.h"
 
-#include <QColorDialog>
 #include <QComboBox>
-#include <QDoubleValidator>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalBlocker>
 
 MarkerItemPropertyWidget::MarkerItemPropertyWidget(MarkerItem *marker)
-    : PropertyPanel(QStringLiteral("Marker Property"))
+    : PropertyPanel(QStringLiteral("MarkerItemPropertyWidget"), QStringLiteral("Marker Property"))
     , m_marker(marker)
     , m_wellName(new QLabel)
     , m_markerName(new QLineEdit)
@@ -65,7 +63,7 @@ void MarkerItemPropertyWidget::markerDepthChanged()
 
 void MarkerItemPropertyWidget::lineColorChanged()
 {
-    const QColor color = QColorDialog::getColor(Qt::black, this, QStringLiteral("Select Color"));
+    const QColor color = chooseColor(Qt::black);
     if (color.isValid())
         m_marker->setLineColor(color);
 }

@@ -17,10 +17,15 @@ QString freeMarkerName(const QString &name, const QStringList &taken)
 // The host's own markers are read, not the catalogue's: a set that could not be read must not be replaced.
 QString savePickedMarker(ProjectData &data, const QString &wellName, const PickedMarker &marker)
 {
+    const QString title = QStringLiteral("Save Marker");
+    if (marker.name.trimmed().isEmpty()) {
+        data.asker.warn(title, QStringLiteral("A marker without a name cannot be saved."));
+        return {};
+    }
     const int well = data.catalogue.indexOf(wellName);
     const host::Outcome<QVector<host::Marker>> stored = data.host.wells().markers(data.catalogue.wellKey(well));
     if (!stored.ok()) {
-        data.asker.warn(QStringLiteral("Save Marker"),
+        data.asker.warn(title,
                         QStringLiteral("The marker was not saved, because the markers of the well %1 cannot be "
                                        "read.\n%2")
                             .arg(wellName, stored.error));
@@ -34,7 +39,7 @@ QString savePickedMarker(ProjectData &data, const QString &wellName, const Picke
         record.subseaDepths.append(0);
         record.colors.append(other.color);
     }
-    const QString name = freeMarkerName(marker.name, record.names);
+    const QString name = freeMarkerName(marker.name.trimmed(), record.names);
     record.names.append(name);
     record.measuredDepths.append(marker.measuredDepthM);
     record.subseaDepths.append(0);

@@ -1,8 +1,11 @@
 #include "logview/propertypanel.h"
 
+#include <QColorDialog>
+#include <QDoubleValidator>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPixmap>
+#include <QPointer>
 
 namespace {
 
@@ -11,10 +14,11 @@ constexpr int colorIconHeight = 14;
 
 } // namespace
 
-PropertyPanel::PropertyPanel(const QString &title, QWidget *parent)
+PropertyPanel::PropertyPanel(const QString &name, const QString &title, QWidget *parent)
     : QWidget(parent)
     , m_grid(new QGridLayout)
 {
+    setObjectName(name);
     auto *layout = new QVBoxLayout(this);
     if (!title.isEmpty()) {
         auto *label = new QLabel(title);
@@ -37,6 +41,25 @@ void PropertyPanel::addRow(const QString &label, QWidget *field, const QString &
     caption->setBuddy(field);
     m_grid->addWidget(caption, row, 0);
     m_grid->addWidget(field, row, 1);
+}
+
+QDoubleValidator *PropertyPanel::numberValidator()
+{
+    auto *validator = new QDoubleValidator(this);
+    QLocale plainNumbers = QLocale::c();
+    plainNumbers.setNumberOptions(QLocale::RejectGroupSeparator);
+    validator->setLocale(plainNumbers);
+    return validator;
+}
+
+QColor PropertyPanel::chooseColor(const QColor &current)
+{
+    const QPointer<QColorDialog> dialog = new QColorDialog(current, this);
+    dialog->setWindowTitle(QStringLiteral("Select Color"));
+    const bool isChosen = dialog->exec() == QDialog::Accepted;
+    const QColor color = dialog && isChosen ? dialog->selectedColor() : QColor();
+    delete dialog;
+    return color;
 }
 
 ColorButton::ColorButton(const QColor &color, QWidget *parent)

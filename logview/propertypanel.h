@@ -4,6 +4,7 @@
 #include <QWidget>
 
 QT_BEGIN_NAMESPACE
+class QDoubleValidator;
 class QGridLayout;
 QT_END_NAMESPACE
 
@@ -13,12 +14,18 @@ class PropertyPanel : public QWidget
     Q_OBJECT
 
 public:
-    /// Without a title the rows begin at the top.
-    explicit PropertyPanel(const QString &title = {}, QWidget *parent = nullptr);
+    /// \a name becomes its object name. Without a title the rows begin at the top.
+    explicit PropertyPanel(const QString &name, const QString &title = {}, QWidget *parent = nullptr);
 
 protected:
     /// Takes the field; \a name becomes its object name.
     void addRow(const QString &label, QWidget *field, const QString &name);
+
+    /// Lets numbers be typed as the panels write them: without regard to the locale.
+    QDoubleValidator *numberValidator();
+    /// Asks for a colour; invalid when the user cancels, or when the panel goes meanwhile: then nothing of it may be
+    /// touched.
+    QColor chooseColor(const QColor &current);
 
 private:
     QGridLayout *m_grid;

@@ -12,6 +12,12 @@ TrackHeaderItem::TrackHeaderItem(TrackItem *track)
     setFlag(ItemIsSelectable);
 }
 
+TrackHeaderItem::~TrackHeaderItem()
+{
+    if (m_track)
+        m_track->forgetHeader();
+}
+
 void TrackHeaderItem::setWidth(float widthPx)
 {
     prepareGeometryChange();
@@ -26,7 +32,7 @@ QRectF TrackHeaderItem::boundingRect() const
 void TrackHeaderItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
 {
     const double width = static_cast<double>(m_width);
-    painter->setBrush(isSelected() ? logview::highlightColor() : logview::backgroundColor());
+    painter->setBrush(m_track->isSelected() ? logview::highlightColor() : logview::backgroundColor());
     painter->setPen(Qt::black);
     painter->drawRect(QRectF(0, 0, width, headerHeight));
     if (m_track->trackType() != DepthTrack)
@@ -37,7 +43,7 @@ void TrackHeaderItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *,
     font.setPointSize(8);
     painter->setFont(font);
     painter->drawText(QRectF(5, 21, width - 10, 20), Qt::AlignCenter,
-                      QStringLiteral("1:") + QString::number(static_cast<double>(m_track->scale())));
+                      QStringLiteral("1:") + QString::number(static_cast<double>(m_track->scale()), 'g', 7));
 }
 
 void TrackHeaderItem::mousePressEvent(QGraphicsSceneMouseEvent *event)

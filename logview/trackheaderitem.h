@@ -11,8 +11,11 @@ class TrackHeaderItem : public QGraphicsItem
 public:
     static constexpr double headerHeight = 45.0;
 
-    /// \a track owns the header as long as no scene does.
+    /// Goes with \a track, or earlier with the scene it is shown in.
     explicit TrackHeaderItem(TrackItem *track);
+    ~TrackHeaderItem() override;
+
+    void forgetTrack() { m_track = nullptr; }
 
     void setWidth(float widthPx);
     float width() const { return m_width; }
@@ -23,8 +26,9 @@ public:
 protected:
     /// Selects what the header stands for.
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseReleaseEvent(QGraphicsSceneMouseEvent *) override {}
 
 private:
-    TrackItem *m_track;
+    TrackItem *m_track; ///< null while the track is being destroyed
     float m_width = 0;
 };

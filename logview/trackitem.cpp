@@ -43,9 +43,10 @@ TrackItem::TrackItem(const TrackInfo &definition, const std::shared_ptr<WellDisp
 
 TrackItem::~TrackItem()
 {
-    // The curves' destructors take their headers out of ours and themselves out of the list.
-    while (!m_curves.isEmpty())
+    while (!m_curves.isEmpty()) // each takes itself out of the list
         delete m_curves.last();
+    if (m_header)
+        m_header->forgetTrack();
     delete m_header;
     delete m_panel;
 }
@@ -97,10 +98,13 @@ void TrackItem::setScale(float scale)
 
 void TrackItem::setWidthInches(float inches)
 {
+    if (!(inches > 0))
+        return;
     prepareGeometryChange();
     m_width = std::min(inches, widestTrackInches) * pixelsPerInch;
     changeGeometry();
-    emit m_panel->trackResized();
+    if (m_panel)
+        emit m_panel->trackResized();
 }
 
 void TrackItem::setMdFlag()
@@ -147,10 +151,12 @@ void TrackItem::setVerticalOffset(float offsetPx)
 
 void TrackItem::changeGeometry()
 {
-    m_header->setWidth(m_width);
     for (CurveItem *curve : qAsConst(m_curves))
         curve->changeGeometry();
     update();
+    if (!m_header)
+        return;
+    m_header->setWidth(m_width);
     m_header->update();
 }
 
@@ -236,7 +242,8 @@ void TrackItem::paintPerforations(QPainter *painter, const QRect &visible) const
 
 void TrackItem::clickInHeader(QGraphicsItem *item)
 {
-    emit m_panel->headerClicked(item);
+    if (m_panel)
+        emit m_panel->headerClicked(item);
 }
 
 QString TrackItem::readout(const QPointF &scenePosition) const
@@ -263,13 +270,15 @@ QString TrackItem::readout(const QPointF &scenePosition) const
 
 void TrackItem::hoverMoveEvent(QGraphicsSceneHoverEvent *event)
 {
-    emit m_panel->sendStatusLabel(readout(event->scenePos()));
+    if (m_panel)
+        emit m_panel->sendStatusLabel(readout(event->scenePos()));
 }
 
 QVariant TrackItem::itemChange(GraphicsItemChange change, const QVariant &value)
 {
     if (change == ItemSelectedHasChanged) {
-        m_header->setSelected(isSelected());
+        if (m_header)
+            m_header->setSelected(isSelected());
         update();
     }
     return QGraphicsItem::itemChange(change, value);
@@ -278,4 +287,6 @@ QVariant TrackItem::itemChange(GraphicsItemChange change, const QVariant &value)
 void TrackItem::forgetCurve(CurveItem *curve)
 {
     m_curves.removeOne(curve);
+    for (int i = 0; i < m_curves.size(); ++i)
+        m_curves.at(i)->setIndex(i);
 }

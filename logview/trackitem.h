@@ -31,7 +31,7 @@ public:
     QRectF boundingRect() const override;
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
 
-    /// Goes with the track.
+    /// Goes with the track. Null when its scene has gone before.
     TrackHeaderItem *header() const { return m_header; }
     TrackItemPropertyWidget *panel() const;
     /// Left to right on the track: in the order of the definition. Owned by the track as its children.
@@ -57,7 +57,7 @@ public:
     float scale() const { return m_scale; }
     const logview::DepthAxis &axis() const { return m_axis; }
 
-    /// 96 pixels an inch. Announces it (TrackItemPropertyWidget::trackResized), so that the tracks are laid out anew.
+    /// More than 0, at 96 pixels an inch. Announces it (TrackItemPropertyWidget::trackResized), so that the tracks are laid out anew.
     void setWidthInches(float inches);
     float width() const { return m_width; }
     float height() const { return m_axis.height; }
@@ -84,7 +84,9 @@ protected:
 
 private:
     friend class CurveItem;
+    friend class TrackHeaderItem;
     void forgetCurve(CurveItem *curve);
+    void forgetHeader() { m_header = nullptr; }
 
     void changeGeometry();
     void paintGrid(QPainter *painter, const QRect &visible) const;

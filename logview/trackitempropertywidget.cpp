@@ -24,12 +24,12 @@ constexpr TypeName typeNames[] = {{"Normal", LinearTrack}, {"Logrithmic", Logari
 } // namespace
 
 TrackItemPropertyWidget::TrackItemPropertyWidget(TrackItem *track)
-    : PropertyPanel(QStringLiteral("Track Property"))
+    : PropertyPanel(QStringLiteral("TrackItemPropertyWidget"), QStringLiteral("Track Property"))
     , m_track(track)
     , m_width(new QLineEdit)
     , m_trackType(new QComboBox)
 {
-    m_width->setValidator(new QDoubleValidator(m_width));
+    m_width->setValidator(numberValidator());
     for (const TypeName &name : typeNames)
         m_trackType->addItem(QString::fromLatin1(name.text), name.type);
     addRow(QStringLiteral("Width"), m_width, QStringLiteral("widthEdit"));
@@ -67,7 +67,7 @@ void TrackItemPropertyWidget::trackTypeChanged(QString trackType)
         showTrack();
         if (m_track->scene())
             m_track->scene()->update();
-        if (m_track->header()->scene())
+        if (m_track->header() && m_track->header()->scene())
             m_track->header()->scene()->update();
     }
 }

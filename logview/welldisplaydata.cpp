@@ -38,11 +38,11 @@ PerforationRecord WellDisplayData::perforations()
     return m_perforations;
 }
 
-logview::ColorBar WellDisplayData::colorBar(int number)
+base::ColorBar WellDisplayData::colorBar(int number)
 {
     auto found = m_colorBars.find(number);
     if (found == m_colorBars.end())
-        found = m_colorBars.insert(number, logview::loadColorBar(m_data.project.setupDataFolder, number));
+        found = m_colorBars.insert(number, base::loadColorBar(m_data.project.setupDataFolder, number));
     return *found;
 }
 

@@ -4,7 +4,7 @@
 #include "datastore/defaultlogs.h"
 #include "datastore/perforationfile.h"
 #include "datastore/wellrecord.h"
-#include "logview/colorbar.h"
+#include "base/colorbar.h"
 #include "logview/curvesamples.h"
 #include "templates/templatetrack.h"
 
@@ -33,7 +33,7 @@ public:
     DisplayedLog log(const QString &logName);
     CalibrationRecord calibration(const QString &groupName);
     PerforationRecord perforations();
-    logview::ColorBar colorBar(int number);
+    base::ColorBar colorBar(int number);
 
     /// The template's track with each "Default" curve replaced by the well's default log of its group; "Default"
     /// stays where there is none.
@@ -55,7 +55,7 @@ private:
     WellRecord m_record;
     QHash<QString, DisplayedLog> m_logs;
     QHash<QString, CalibrationRecord> m_calibrations;
-    QHash<int, logview::ColorBar> m_colorBars;
+    QHash<int, base::ColorBar> m_colorBars;
     PerforationRecord m_perforations;
     DefaultLogs m_defaultLogs;
     double m_depthTrackWidth = 0;

@@ -27,6 +27,7 @@ namespace {
 
 constexpr int markerNameMargin = 60; // pixels left of the tracks, for the names of markers
 constexpr int smallestHeaderHeight = 70;
+constexpr int headerHeightAlwaysShown = 20 + 4 * 45;
 
 class WaitCursor
 {
@@ -35,6 +36,27 @@ public:
     ~WaitCursor() { QApplication::restoreOverrideCursor(); }
     WaitCursor(const WaitCursor &) = delete;
     WaitCursor &operator=(const WaitCursor &) = delete;
+};
+
+/// Takes the selection away while a picture is made.
+class WithoutSelection
+{
+public:
+    explicit WithoutSelection(QGraphicsScene &scene)
+        : m_selected(scene.selectedItems())
+    {
+        scene.clearSelection();
+    }
+    ~WithoutSelection()
+    {
+        for (QGraphicsItem *item : qAsConst(m_selected))
+            item->setSelected(true);
+    }
+    WithoutSelection(const WithoutSelection &) = delete;
+    WithoutSelection &operator=(const WithoutSelection &) = delete;
+
+private:
+    QList<QGraphicsItem *> m_selected;
 };
 
 void showWithMargin(QGraphicsView *view, const QRectF &sceneRect)
@@ -67,7 +89,7 @@ WellDisplayWidget::WellDisplayWidget(ProjectData &projectData, const QString &we
 
     connect(m_scene.get(), &WellLogsScene::propertyWidgetChanged, this, &WellDisplayWidget::setPropertyWidget);
     connect(m_scene.get(), &WellLogsScene::sendDeleteTrack, this, &WellDisplayWidget::deleteTrack);
-    connect(m_scene.get(), &QGraphicsScene::sceneRectChanged, this, &WellDisplayWidget::showScenes);
+    connect(m_scene.get(), &WellLogsScene::laidOut, this, &WellDisplayWidget::showScenes);
     connect(m_logView->horizontalScrollBar(), &QScrollBar::valueChanged, m_headerView->horizontalScrollBar(),
             &QScrollBar::setValue);
     connect(m_logView, &WellLogsView::saveMarkerRequested, this, &WellDisplayWidget::saveMarker);
@@ -124,18 +146,23 @@ void WellDisplayWidget::buildTracks(const QString &templateName)
         setStatusLabel(QStringLiteral("The template \"%1\" has no tracks.").arg(templateName));
 }
 
+// The part of the display that is looked at stays in sight when the scale changes.
 void WellDisplayWidget::showScenes()
 {
+    QScrollBar *bar = m_logView->verticalScrollBar();
+    const double place = bar->maximum() > 0 ? bar->value() / static_cast<double>(bar->maximum()) : 0;
     showWithMargin(m_logView, m_scene->sceneRect());
     showWithMargin(m_headerView, m_headerScene->sceneRect());
+    bar->setValue(static_cast<int>(place * bar->maximum()));
     fitHeaderHeight();
 }
 
-// The headers get the room they need and the tracks all the rest, also when the window grows.
+// The headers get the room they need and the tracks all the rest, also when the window grows or is small.
 void WellDisplayWidget::fitHeaderHeight()
 {
     const int needed = static_cast<int>(m_headerScene->itemsBoundingRect().height()) + 2 * m_headerView->frameWidth();
     m_headerView->setMaximumHeight(std::max(needed, smallestHeaderHeight));
+    m_headerView->setMinimumHeight(std::clamp(needed, smallestHeaderHeight, headerHeightAlwaysShown));
 }
 
 void WellDisplayWidget::setPropertyWidget(QWidget *prtyWidget)
@@ -147,6 +174,11 @@ void WellDisplayWidget::setPropertyWidget(QWidget *prtyWidget)
 void WellDisplayWidget::showScenePanel()
 {
     m_scene->showOwnPanel();
+}
+
+void WellDisplayWidget::showCurrentPanel()
+{
+    m_scene->showPanelOfSelection();
 }
 
 void WellDisplayWidget::deleteTrack(int selectedTrackNo)
@@ -200,6 +232,7 @@ void WellDisplayWidget::saveMarker(MarkerItem *marker)
 void WellDisplayWidget::savePicture()
 {
     const WaitCursor cursor;
+    const WithoutSelection plain(*m_scene);
     const DisplayPicture picture(*m_headerScene, *m_scene);
     const QString path = m_data.project.projectFolder + QLatin1Char('/') + base::fileNameFor(windowTitle())
         + QStringLiteral(".tiff");
@@ -215,5 +248,6 @@ void WellDisplayWidget::savePicture()
 void WellDisplayWidget::renderTo(QPainter &painter)
 {
     const WaitCursor cursor;
+    const WithoutSelection plain(*m_scene);
     DisplayPicture(*m_headerScene, *m_scene).drawInto(painter);
 }

@@ -46,6 +46,8 @@ public:
     /// Draws the display over the painter's viewport.
     void renderTo(QPainter &painter);
     void showScenePanel();
+    /// The panel of what is selected; the scene's when nothing is.
+    void showCurrentPanel();
 
 public slots:
     void setPropertyWidget(QWidget *prtyWidget);

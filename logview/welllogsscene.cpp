@@ -1,5 +1,6 @@
 #include "logview/welllogsscene.h"
 
+#include "logview/curveheaderitem.h"
 #include "logview/curveitem.h"
 #include "logview/curveitempropertywidget.h"
 #include "logview/markeritem.h"
@@ -11,6 +12,7 @@
 #include "logview/wellnameitem.h"
 
 #include <QGraphicsSceneMouseEvent>
+#include <QSignalBlocker>
 
 #include <algorithm>
 
@@ -36,10 +38,12 @@ WellLogsScene::WellLogsScene(QObject *parent, QGraphicsScene *headerScene)
 {
     setItemIndexMethod(NoIndex); // a few dozen items, each as high as the scene: an index finds nothing out
     m_headerScene->setItemIndexMethod(NoIndex);
+    connect(m_headerScene, &QGraphicsScene::selectionChanged, this, &WellLogsScene::selectHeadersAsTheirItems);
 }
 
 WellLogsScene::~WellLogsScene()
 {
+    m_headerScene->disconnect(this);
     clearDisplay();
     delete m_panel;
 }
@@ -99,7 +103,8 @@ void WellLogsScene::endDisplay()
 int WellLogsScene::placeTrack(TrackItem *track, int x)
 {
     track->setPos(x, 0);
-    track->header()->setPos(x, WellNameItem::bannerHeight);
+    if (track->header())
+        track->header()->setPos(x, WellNameItem::bannerHeight);
     return logview::toInt(x + static_cast<double>(track->width()));
 }
 
@@ -109,6 +114,7 @@ void WellLogsScene::updateSceneRects()
     m_headerScene->setSceneRect(0, 0, m_sceneWidth, headerSceneHeight);
     update();
     m_headerScene->update();
+    emit laidOut();
 }
 
 void WellLogsScene::relayoutTracks()
@@ -132,6 +138,10 @@ void WellLogsScene::removeTrack(int trackNumber)
     TrackItem *track = m_tracks.takeAt(trackNumber);
     leavePanelOf(track);
     delete track;
+    if (m_currentTrackIndex == trackNumber)
+        m_currentTrackIndex = -1;
+    else if (m_currentTrackIndex > trackNumber)
+        --m_currentTrackIndex;
     for (int i = trackNumber; i < m_tracks.size(); ++i)
         m_tracks.at(i)->setTrackNumber(i);
     relayoutTracks();
@@ -185,12 +195,16 @@ logview::DepthAxis WellLogsScene::markerAxis() const
     return {m_startDepth, m_endDepth, static_cast<float>(m_trackHeight)};
 }
 
+// In single precision like the ends of the range, so that a marker on an end stays on it.
 double WellLogsScene::displayDepth(const MarkerItem &marker) const
 {
-    double depth = static_cast<double>(marker.depth());
-    if (m_depthType == logview::TvdSubsea)
-        depth -= m_well.kbElevation;
-    return m_depthUnit == logview::Feet ? depth * logview::feetPerMetre : depth;
+    return static_cast<double>(depthReference().toDisplay(static_cast<double>(marker.depth())));
+}
+
+logview::DepthReference WellLogsScene::depthReference() const
+{
+    return {static_cast<logview::DepthType>(m_depthType), static_cast<logview::DepthUnit>(m_depthUnit),
+            m_well.kbElevation};
 }
 
 void WellLogsScene::placeMarker(MarkerItem *marker, double displayDepth)
@@ -213,9 +227,8 @@ void WellLogsScene::placeMarkers(const DepthOf &depthOf)
 
 bool WellLogsScene::addMarker(MarkerItem *marker)
 {
-    double depth = static_cast<double>(marker->depth());
-    if (m_depthUnit == logview::Feet)
-        depth *= logview::feetPerMetre;
+    const logview::DepthReference measured{logview::MeasuredDepth, static_cast<logview::DepthUnit>(m_depthUnit), 0};
+    const auto depth = static_cast<double>(measured.toDisplay(static_cast<double>(marker->depth())));
     if (!markerAxis().contains(depth)) {
         delete marker;
         return false;
@@ -256,9 +269,7 @@ void WellLogsScene::destroyMarker(MarkerItem *marker)
 void WellLogsScene::movePickedMarker(MarkerItem *marker, double sceneY)
 {
     const double y = std::clamp(sceneY, 0.0, static_cast<double>(m_trackHeight));
-    const logview::DepthReference reference{static_cast<logview::DepthType>(m_depthType),
-                                            static_cast<logview::DepthUnit>(m_depthUnit), m_well.kbElevation};
-    marker->setDepth(static_cast<float>(reference.toMeasuredM(markerAxis().toDepth(y))));
+    marker->setDepth(static_cast<float>(depthReference().toMeasuredM(markerAxis().toDepth(y))));
     marker->setPos(0, y);
 }
 
@@ -275,6 +286,19 @@ void WellLogsScene::clickedInHeader(QGraphicsItem *item)
     selectOnly(item);
     if (m_mode == Mode::None)
         showPanelOfSelection();
+}
+
+// A header shows as selected exactly when what it stands for is; clicks beside the headers change nothing.
+void WellLogsScene::selectHeadersAsTheirItems()
+{
+    const QSignalBlocker blocker(m_headerScene);
+    for (const TrackItem *track : qAsConst(m_tracks)) {
+        if (track->header())
+            track->header()->setSelected(track->isSelected());
+        for (const CurveItem *curve : track->curves())
+            if (curve->header())
+                curve->header()->setSelected(curve->isSelected());
+    }
 }
 
 void WellLogsScene::showPanel(QWidget *panel)
@@ -329,6 +353,18 @@ void WellLogsScene::mousePressEvent(QGraphicsSceneMouseEvent *event)
         showPanelOfSelection();
 }
 
+// The second press of a double click counts as a press.
+void WellLogsScene::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton) {
+        event->accept();
+        return;
+    }
+    QGraphicsScene::mouseDoubleClickEvent(event);
+    if (m_mode == Mode::None)
+        showPanelOfSelection();
+}
+
 void WellLogsScene::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
 {
     QGraphicsScene::mouseMoveEvent(event);
@@ -378,6 +414,7 @@ void WellLogsScene::deleteCurve()
         return;
     leavePanelOf(curve);
     delete curve;
+    emit laidOut();
 }
 
 void WellLogsScene::deleteMarker()

@@ -90,6 +90,8 @@ public:
 signals:
     void propertyWidgetChanged(QWidget *prtyWidget);
     void sendDeleteTrack(int trackNumber);
+    /// Tracks, headers or the sizes of the two scenes changed.
+    void laidOut();
 
 public slots:
     void pickedMarkerClicked();
@@ -102,6 +104,7 @@ protected:
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
     void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override;
     void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event) override;
 
 private:
     void clearDisplay();
@@ -110,11 +113,13 @@ private:
     int placeTrack(TrackItem *track, int x);
     void updateSceneRects();
     double displayDepth(const MarkerItem &marker) const;
+    logview::DepthReference depthReference() const;
     void placeMarker(MarkerItem *marker, double displayDepth);
     template<class DepthOf>
     void placeMarkers(const DepthOf &depthOf);
     logview::DepthAxis markerAxis() const;
     void clickedInHeader(QGraphicsItem *item);
+    void selectHeadersAsTheirItems();
 
     QGraphicsScene *m_headerScene;
     QPointer<WellLogsScenePropertyWidget> m_panel; ///< ours, also while a dock is its parent

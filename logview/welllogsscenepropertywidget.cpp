@@ -8,6 +8,8 @@
 #include <QLineEdit>
 #include <QSignalBlocker>
 
+#include <cmath>
+
 namespace {
 
 QString numberText(float value)
@@ -24,7 +26,8 @@ void showNumber(QLineEdit *field, float value)
 } // namespace
 
 WellLogsScenePropertyWidget::WellLogsScenePropertyWidget(WellLogsScene *scene)
-    : m_scene(scene)
+    : PropertyPanel(QStringLiteral("WellLogsScenePropertyWidget"))
+    , m_scene(scene)
     , m_wellName(new QLabel)
     , m_scale(new QLineEdit(QStringLiteral("1000")))
     , m_startDepth(new QLineEdit)
@@ -32,10 +35,7 @@ WellLogsScenePropertyWidget::WellLogsScenePropertyWidget(WellLogsScene *scene)
     , m_depthType(new QComboBox)
     , m_depthUnit(new QComboBox)
 {
-    auto *validator = new QDoubleValidator(this);
-    QLocale plainNumbers = QLocale::c(); // the fields are read and written without a locale
-    plainNumbers.setNumberOptions(QLocale::RejectGroupSeparator);
-    validator->setLocale(plainNumbers);
+    QDoubleValidator *validator = numberValidator();
     for (QLineEdit *field : {m_scale, m_startDepth, m_endDepth})
         field->setValidator(validator);
     m_depthType->addItems({QStringLiteral("MD"), QStringLiteral("TVDSS")});
@@ -103,11 +103,13 @@ void WellLogsScenePropertyWidget::setDepthUnit(int unit)
     m_scene->setDepthUnit(unit);
 }
 
-// A scale that is none is put back.
+// A scale that is none is put back. A field that is left as it was says "finished" too: it must not move markers.
 void WellLogsScenePropertyWidget::scaleChanged()
 {
+    if (m_scale->text() == numberText(m_scaleValue))
+        return;
     const float scale = m_scale->text().toFloat();
-    if (!(scale > 0)) {
+    if (!(scale > 0) || !std::isfinite(scale)) {
         showNumber(m_scale, m_scaleValue);
         return;
     }
@@ -115,7 +117,6 @@ void WellLogsScenePropertyWidget::scaleChanged()
     m_scene->applyScale(scale);
 }
 
-// A field that is left as it was says so too. It must not move markers.
 void WellLogsScenePropertyWidget::startDepthChanged()
 {
     if (m_startDepth->text() == numberText(m_scene->startDepth()))

@@ -37,10 +37,17 @@ void WellLogsView::startPicking()
     m_scene->pickedMarkerClicked();
     m_scene->setMode(WellLogsScene::Mode::None);
     m_picked = m_scene->currentPickedMarker();
-    m_scene->movePickedMarker(m_picked, mapToScene(mapFromGlobal(QCursor::pos())).y());
     viewport()->setCursor(Qt::CrossCursor);
     setFocus();
-    emit pickingHint(QStringLiteral("Click where the marker stands; Escape cancels."));
+    movePicked(mapFromGlobal(QCursor::pos()));
+}
+
+void WellLogsView::movePicked(const QPoint &position)
+{
+    m_scene->movePickedMarker(m_picked, mapToScene(position).y());
+    emit pickingHint(QStringLiteral("%1 at %2 m measured depth. Click where the marker stands; Escape cancels.")
+                         .arg(m_picked->markerName(),
+                              QString::number(static_cast<double>(m_picked->depth()), 'f', 2)));
 }
 
 void WellLogsView::endPicking()
@@ -60,11 +67,10 @@ void WellLogsView::cancelPicking()
 
 void WellLogsView::mouseMoveEvent(QMouseEvent *event)
 {
-    if (MarkerItem *marker = livePicked()) {
-        m_scene->movePickedMarker(marker, mapToScene(event->pos()).y());
-        return;
-    }
-    QGraphicsView::mouseMoveEvent(event);
+    if (livePicked())
+        movePicked(event->pos());
+    else
+        QGraphicsView::mouseMoveEvent(event);
 }
 
 void WellLogsView::mousePressEvent(QMouseEvent *event)
@@ -73,7 +79,7 @@ void WellLogsView::mousePressEvent(QMouseEvent *event)
     if (!marker) {
         QGraphicsView::mousePressEvent(event);
     } else if (event->button() == Qt::LeftButton) {
-        m_scene->movePickedMarker(marker, mapToScene(event->pos()).y());
+        movePicked(event->pos());
         m_scene->selectOnly(marker);
         m_scene->showPanelOfSelection();
         endPicking();

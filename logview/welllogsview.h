@@ -41,6 +41,7 @@ private:
     void addItemAction(QMenu *menu, const QString &text, QGraphicsItem *item, const Slot &slot);
     QGraphicsItem *itemUnder(const QPoint &position) const;
     MarkerItem *livePicked();
+    void movePicked(const QPoint &position);
     void endPicking();
     void cancelPicking();
 

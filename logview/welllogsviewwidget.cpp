@@ -99,7 +99,7 @@ void WellLogsViewWidget::setCurrentTab(int tabIdx)
 void WellLogsViewWidget::showCurrentPanel()
 {
     if (WellDisplayWidget *current = currentDisplay())
-        current->showScenePanel();
+        current->showCurrentPanel();
 }
 
 void WellLogsViewWidget::addMarkerInScene(QString wellName, QString markerName)

@@ -192,11 +192,14 @@ void MainWindow::printActionClicked()
     m_isInPreview = true;
     preview->exec();
     delete preview;
-    if (self)
-        m_isInPreview = m_isPictureSaved = false;
+    if (!self)
+        return;
+    m_isInPreview = m_isPictureSaved = false;
+    m_previewPage = {};
 }
 
-// A preview asks for its page at every change of the page; the picture file is written at the first time only. The
+// A preview asks for its page again and again; the picture file is written at the first time only, and the page is drawn
+// anew only when its size changes. The
 // correlation view hands its page over once it exists; until then, as for the well data manager, nothing is printed,
 // which the preview shows as an empty page.
 void MainWindow::printPreView(QPrinter *printer)
@@ -211,7 +214,17 @@ void MainWindow::printPreView(QPrinter *printer)
         m_logsView->saveCurrentPicture();
     m_isPictureSaved = m_isInPreview;
     QPainter painter(printer);
-    m_logsView->renderCurrent(painter);
+    const QRect viewport = painter.viewport();
+    QImage page = m_previewPage;
+    if (page.size() != viewport.size()) {
+        page = QImage(viewport.size(), QImage::Format_RGB32);
+        page.fill(Qt::white);
+        QPainter pagePainter(&page);
+        m_logsView->renderCurrent(pagePainter);
+    }
+    painter.drawImage(viewport.topLeft(), page);
+    if (m_isInPreview)
+        m_previewPage = page;
 }
 
 void MainWindow::generateReportActionClicked()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QImage>
 #include <QMainWindow>
 
 QT_BEGIN_NAMESPACE
@@ -62,4 +63,5 @@ private:
     WellLogsViewWidget *m_logsView = nullptr;
     bool m_isInPreview = false;
     bool m_isPictureSaved = false; ///< for the preview that is shown
+    QImage m_previewPage; ///< of the preview that is shown
 };

@@ -18,6 +18,7 @@
 #include <QLineEdit>
 #include <QPainter>
 
+#include <algorithm>
 #include <memory>
 
 /// A survey with the well "W" (KB 25 m, total depth 1500 m) and one display of it.
@@ -76,6 +77,21 @@ public:
     static QString text(const QWidget *panel, const char *field)
     {
         return panel->findChild<QLineEdit *>(QString::fromLatin1(field))->text();
+    }
+    /// The texts of all labels of a panel, from top to bottom and left to right.
+    static QStringList captions(QWidget *panel)
+    {
+        panel->adjustSize();
+        QList<QLabel *> labels = panel->findChildren<QLabel *>();
+        std::sort(labels.begin(), labels.end(), [](const QLabel *a, const QLabel *b) {
+            const int rowA = a->geometry().center().y() / 8;
+            const int rowB = b->geometry().center().y() / 8;
+            return rowA != rowB ? rowA < rowB : a->x() < b->x();
+        });
+        QStringList texts;
+        for (const QLabel *label : labels)
+            texts.append(label->text());
+        return texts;
     }
     static void choose(QWidget *panel, const char *field, const QString &text)
     {

@@ -3,7 +3,7 @@
 #include "logview/curveheaderitem.h"
 #include "logview/curveitempropertywidget.h"
 #include "logview/displaycolors.h"
-#include "logview/gradientcombobox.h"
+#include "base/gradientcombobox.h"
 #include "logview/pointitem.h"
 #include "logview/trackitempropertywidget.h"
 #include "support/testmain.h"
@@ -234,6 +234,13 @@ void tst_curveitem::pickingByTheLine()
     const CurveItem *curve = f.curve(0, 0);
     QVERIFY(curve->contains(QPointF(96, 500)));
     QVERIFY(curve->contains(QPointF(98, 500)));
+    for (const int dx : {-3, 0, 3}) {
+        QVERIFY2(f.scene()->items(QPointF(96 + dx, 500)).contains(f.curve(0, 0)), qPrintable(QString::number(dx)));
+        QGraphicsView *view = f.display->logView();
+        view->centerOn(96, 500);
+        QVERIFY(view->items(view->mapFromScene(QPointF(96 + dx, 500))).contains(f.curve(0, 0)));
+    }
+    QVERIFY(!f.display->logView()->items(f.display->logView()->mapFromScene(QPointF(102, 500))).contains(f.curve(0, 0)));
     QVERIFY(!curve->contains(QPointF(60, 500))); // not what a path from line to line would enclose
     QPainterPath area;
     area.addRect(90, 100, 20, 5);
@@ -303,6 +310,9 @@ void tst_curveitem::headerLayout()
     QCOMPARE(image.pixelColor(190, 4), QColor(Qt::white));
     for (const int x : {6, 96, 185})
         QCOMPARE(image.pixelColor(x, 22), QColor(0, 0, 255)); // a piece of the line
+    f.curve(0, 0)->setSelected(true);
+    QCOMPARE(f.picture(f.display->headerView()->scene(), QRect(96, 42, 1, 1)).pixelColor(0, 0),
+             f.curve(0, 0)->currentPen().color());
     const auto hasText = [&image](const QRect &area) {
         for (int y = area.top(); y <= area.bottom(); ++y)
             for (int x = area.left(); x <= area.right(); ++x)
@@ -323,6 +333,12 @@ void tst_curveitem::headersStandBelowOneAnother()
     f.showLinear(line("A", "0 | 1") + line("B", "0 | 1") + line("C", "0 | 1"));
     for (int k = 0; k < 3; ++k)
         QCOMPARE(f.curve(0, k)->header()->scenePos(), QPointF(0, 20 + 45 * k));
+    f.scene()->selectOnly(f.curve(0, 0));
+    f.scene()->deleteCurve(); // the others move up
+    for (int k = 0; k < 2; ++k)
+        QCOMPARE(f.curve(0, k)->header()->scenePos(), QPointF(0, 20 + 45 * k));
+    f.track(0)->setWidthInches(3);
+    QCOMPARE(f.curve(0, 0)->header()->boundingRect().width(), 288.0);
 }
 
 void tst_curveitem::panelRows()
@@ -334,6 +350,9 @@ void tst_curveitem::panelRows()
     const auto label = [panel](const char *name) {
         return panel->findChild<QLabel *>(QString::fromLatin1(name))->text();
     };
+    QCOMPARE(f.captions(panel),
+             (QStringList{"Curve Property", "Well Name", "W", "Curve Name", "Group Name", "Gamma", "Unit", "gapi",
+                          "Line Color", "Line Style", "Line Width", "Fill Color"}));
     QCOMPARE(label("titleLabel"), QString("Curve Property"));
     QCOMPARE(label("wellNameLabel"), QString("W"));
     QCOMPARE(label("groupNameLabel"), QString("Gamma"));
@@ -521,6 +540,11 @@ void tst_curveitem::badTemplates()
     QVERIFY(f.curve(0, 2)->fillStyle().isOn); // up to a curve the well has not: nothing is filled
     f.picture(f.scene(), QRect(0, 0, 200, 1500));
     f.picture(f.display->headerView()->scene(), QRect(0, 0, 200, 200));
+    // A fill without a colour fills nothing.
+    CurveFixture colourless;
+    colourless.addLog(QStringLiteral("GR"), {0, 1000}, {75, 75});
+    colourless.showLinear(line("GR", "0 | 150", "0,nocolour|0,#ffffff|Left Boundary | None"));
+    QCOMPARE(colourless.at(40, 505), QColor(Qt::white));
 }
 
 LORVA_TEST_MAIN(tst_curveitem)

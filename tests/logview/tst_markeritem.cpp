@@ -124,13 +124,9 @@ void tst_markeritem::selected()
 void tst_markeritem::panelRows()
 {
     MarkerFixture f;
-    const MarkerItemPropertyWidget *panel = f.marker->panel();
-    QStringList labels;
-    for (const QLabel *label : panel->findChildren<QLabel *>())
-        labels.append(label->text());
-    for (const char *text :
-         {"Marker Property", "Well Name", "W", "Marker Name", "Depth", "Line Color", "Line Thickness"})
-        QVERIFY2(labels.contains(QString::fromLatin1(text)), text);
+    MarkerItemPropertyWidget *panel = f.marker->panel();
+    QCOMPARE(f.captions(panel), (QStringList{"Marker Property", "Well Name", "W", "Marker Name", "Depth",
+                                             "Line Color", "Line Thickness"}));
     QCOMPARE(f.text(panel, "markerNameEdit"), QString("Top"));
     QCOMPARE(f.text(panel, "depthEdit"), QString("750.00"));
     const auto *thickness = panel->findChild<QComboBox *>(QStringLiteral("lineThicknessBox"));

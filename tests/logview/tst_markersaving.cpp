@@ -10,6 +10,8 @@ private slots:
     void theOthersKeepTheirStoredDepths();
     void aTakenNameIsNotTakenAgain();
     void aSetThatCannotBeReadIsNotReplaced();
+    void aFailedWriteKeepsTheSet();
+    void aMarkerWithoutAName();
     void aWellThatIsGone();
 };
 
@@ -54,6 +56,28 @@ void tst_markersaving::aSetThatCannotBeReadIsNotReplaced()
     QVERIFY(f.asker.boxes.first().text.contains(QLatin1String("the well A")));
     f.host.find(key)->isUnreadable = false;
     QCOMPARE(f.host.markers(key).value.size(), 1);
+}
+
+void tst_markersaving::aFailedWriteKeepsTheSet()
+{
+    ProjectFixture f;
+    const QString key = f.addWell(QStringLiteral("A"), {}, {QStringLiteral("Top")});
+    f.open();
+    f.host.markerWritesFail = true;
+    QVERIFY(savePickedMarker(*f.launch, QStringLiteral("A"), {QStringLiteral("New_0"), 700, Qt::black}).isNull());
+    QCOMPARE(f.host.errors.size(), 1);
+    QCOMPARE(f.host.markers(key).value.size(), 1);
+}
+
+void tst_markersaving::aMarkerWithoutAName()
+{
+    ProjectFixture f;
+    const QString key = f.addWell(QStringLiteral("A"), {}, {QStringLiteral("Top")});
+    f.open();
+    QVERIFY(savePickedMarker(*f.launch, QStringLiteral("A"), {QStringLiteral("  "), 700, Qt::black}).isNull());
+    QCOMPARE(f.asker.boxes.size(), 1);
+    QCOMPARE(f.host.markers(key).value.size(), 1);
+    QCOMPARE(savePickedMarker(*f.launch, QStringLiteral("A"), {QStringLiteral(" B "), 700, Qt::black}), QString("B"));
 }
 
 void tst_markersaving::aWellThatIsGone()

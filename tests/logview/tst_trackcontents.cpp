@@ -1,5 +1,5 @@
 #include "logview/calibrationplacement.h"
-#include "logview/colorbar.h"
+#include "base/colorbar.h"
 #include "logview/perforationgeometry.h"
 
 #include "datastore/curvegroups.h"
@@ -12,6 +12,7 @@
 #include <limits>
 
 using namespace logview;
+using namespace base;
 
 /// What stands in a track beside grid and curves: perforation zones, calibration points; and the colour bars.
 class tst_trackcontents : public QObject

@@ -55,6 +55,9 @@ private slots:
     void unresolvedDefaultsMakeNoCurve();
     void defaultsAreTheWellsDefaultLogs();
     void panel();
+    void widthsTypedInACommaLocale();
+    void gridLinesMoveByTheOffset();
+    void headersMayGoFirst();
     void absurdWidths();
     void readouts();
     void readoutOfSubseaDepthsAndFeet();
@@ -165,6 +168,20 @@ void tst_trackitem::perforationZones()
     QCOMPARE(color(6, 320), QColor(64, 164, 223));
     QCOMPARE(color(40, 320), QColor(64, 164, 223)); // one colour fills both halves
     QCOMPARE(color(6, 250), QColor(Qt::white));
+    // Outlined and labelled, but for what has no room.
+    const auto dark = [&](double from, double to) {
+        const int top = static_cast<int>(f.track(1)->axis().toPixel(from)) + 1;
+        const int bottom = static_cast<int>(f.track(1)->axis().toPixel(to));
+        const QImage zone = f.trackPicture(1, top, bottom - top);
+        for (int y = 0; y < zone.height(); ++y)
+            for (int x = 5; x < 43; ++x)
+                if (zone.pixelColor(x, y) == QColor(Qt::black))
+                    return true;
+        return false;
+    };
+    QVERIFY(dark(340, 360));
+    QVERIFY(!dark(301, 340));
+    QCOMPARE(f.pixel(192 + 20, static_cast<int>(f.track(1)->axis().toPixel(300))), QColor(Qt::black));
     f.track(1)->setPerforationsShown(false);
     QCOMPARE(color(6, 120), QColor(Qt::white));
     f.track(0)->setPerforationsShown(true); // no depth track
@@ -253,8 +270,7 @@ void tst_trackitem::panel()
     TrackFixture f;
     WellLogsScene *scene = f.show();
     TrackItemPropertyWidget *panel = f.track(0)->panel();
-    QCOMPARE(panel->findChild<QLabel *>(QStringLiteral("titleLabel"))->text(), QString("Track Property"));
-    QCOMPARE(panel->findChild<QLabel *>(QStringLiteral("wellNameLabel"))->text(), QString("W"));
+    QCOMPARE(f.captions(panel), (QStringList{"Track Property", "Width", "Well Name", "W", "Track Type"}));
     QCOMPARE(f.text(panel, "widthEdit"), QString("2"));
     f.type(panel, "widthEdit", QStringLiteral("1.5"));
     QCOMPARE(f.track(0)->width(), 144.0F);
@@ -270,6 +286,46 @@ void tst_trackitem::panel()
     f.choose(panel, "trackTypeBox", QStringLiteral("Normal"));
     QCOMPARE(f.track(0)->trackType(), 0);
     QCOMPARE(scene->sceneWidth(), 384);
+}
+
+void tst_trackitem::widthsTypedInACommaLocale()
+{
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::German));
+    TrackFixture f;
+    f.show();
+    QLocale::setDefault(before);
+    auto *edit = f.track(0)->panel()->findChild<QLineEdit *>(QStringLiteral("widthEdit"));
+    edit->selectAll();
+    QTest::keyClicks(edit, QStringLiteral("1,.5"));
+    QTest::keyClick(edit, Qt::Key_Return);
+    QCOMPARE(f.track(0)->width(), 144.0F);
+}
+
+void tst_trackitem::gridLinesMoveByTheOffset()
+{
+    TrackFixture f;
+    f.show();
+    const int y = static_cast<int>(f.track(0)->axis().toPixel(100));
+    f.track(0)->setVerticalOffset(7);
+    const QImage image = f.trackPicture(0, 0, y + 20);
+    QVERIFY(f.count(image, y - 7, Qt::gray) > 150);
+    QVERIFY(f.count(image, y, Qt::gray) < 20);
+}
+
+void tst_trackitem::headersMayGoFirst()
+{
+    TrackFixture f;
+    f.addTrack(1, "Linear\n" + grLine);
+    f.show();
+    f.display->headerView()->scene()->clear();
+    QVERIFY(!f.track(0)->header());
+    QVERIFY(!f.curve(0, 0)->header());
+    f.track(0)->setSelected(true);
+    f.curve(0, 0)->setSelected(true);
+    f.track(0)->setWidthInches(3);
+    f.curve(0, 0)->setLineColor(Qt::red);
+    f.picture(f.scene(), QRect(0, 0, 192, 100));
 }
 
 void tst_trackitem::absurdWidths()

@@ -184,6 +184,8 @@ host::Status MemoryHost::writeMarkers(const QString &key, const QVector<host::Ma
     Well *well = readable(key);
     if (!well)
         return {unreadable(key)};
+    if (markerWritesFail)
+        return {QStringLiteral("The disk is full.")};
     QVector<host::Marker> kept;
     QSet<QString> names;
     for (const host::Marker &marker : markers) {

@@ -33,6 +33,7 @@ public:
     QString dataFolder;
     QWidget *window = nullptr;
     bool listFails = false;
+    bool markerWritesFail = false;
     QStringList reloaded;
 
     QString surveyDirectory() const override { return survey; }

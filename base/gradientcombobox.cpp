@@ -1,6 +1,6 @@
-#include "logview/gradientcombobox.h"
+#include "base/gradientcombobox.h"
 
-#include "logview/colorbar.h"
+#include "base/colorbar.h"
 
 #include <QPainter>
 #include <QPixmap>
@@ -30,8 +30,8 @@ GradientComboBox::GradientComboBox(const QString &setupDataFolder, QWidget *pare
     setMinimumWidth(smallestWidth);
     setIconSize(barIconSize);
     addItem(QIcon(whiteSwatch()), QString(), 0);
-    for (const int number : logview::colorBarNumbers(setupDataFolder)) {
-        const QImage bar = logview::loadColorBar(setupDataFolder, number).image;
+    for (const int number : base::colorBarNumbers(setupDataFolder)) {
+        const QImage bar = base::loadColorBar(setupDataFolder, number).image;
         addItem(bar.isNull() ? QIcon() : QIcon(QPixmap::fromImage(bar.scaled(barIconSize))), QString(), number);
     }
     for (int i = 0; i < count(); ++i)

@@ -1,11 +1,11 @@
-#include "logview/colorbar.h"
+#include "base/colorbar.h"
 
 #include <QDir>
 #include <QImageReader>
 
 #include <algorithm>
 
-namespace logview {
+namespace base {
 
 namespace {
 
@@ -58,4 +58,4 @@ QVector<int> colorBarNumbers(const QString &setupFolder)
     return numbers;
 }
 
-} // namespace logview
+} // namespace base

@@ -6,7 +6,7 @@
 #include <QVector>
 
 /// Colour bars: the pictures "cb_<k>.png" in the folder "ColorBars" of the host's set-up data.
-namespace logview {
+namespace base {
 
 struct ColorBar
 {
@@ -27,4 +27,4 @@ ColorBar loadColorBar(const QString &setupFolder, int number);
 /// The numbers of all bars of the set-up data folder, ascending. One directory listing; images are not read.
 QVector<int> colorBarNumbers(const QString &setupFolder);
 
-} // namespace logview
+} // namespace base
