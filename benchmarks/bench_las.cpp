@@ -11,6 +11,7 @@
 #include "las/laswriter.h"
 #include "las/resampling.h"
 #include "las/wellimportdialog.h"
+#include "las/welllogexport.h"
 #include "workbench/workbenchhost.h"
 
 #include <QApplication>
@@ -18,14 +19,19 @@
 #include <QComboBox>
 #include <QFile>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QProcess>
 #include <QTableWidget>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <charconv>
+#include <chrono>
 #include <fcntl.h>
+#include <map>
 #include <memory>
 #include <random>
+#include <string>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -117,10 +123,6 @@ BENCHMARK(parse)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(7);
 
 void otherReaderBenchmark(benchmark::State &state)
 {
-    if (otherReader.isEmpty()) {
-        state.SkipWithError("give --reader=COMMAND");
-        return;
-    }
     const QString path = makeLasFile(10 * 1000 * 1000);
     bench::compare(
         state,
@@ -136,8 +138,6 @@ void otherReaderBenchmark(benchmark::State &state)
         });
     state.SetLabel("reference: WellInfo::load, subject: the other reader, with its start");
 }
-BENCHMARK(otherReaderBenchmark)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
-
 long peakKilobytes(const std::function<void()> &work)
 {
     const pid_t child = ::fork();
@@ -220,14 +220,15 @@ public:
 /// A launch on a survey of one well that is deep enough.
 struct Launch
 {
-    Launch()
+    /// Launches with the same depth share the survey and what was written into it.
+    explicit Launch(int depth)
         : host(QStringLiteral(LORVA_SOURCE_DIR "/icons"))
         , launch(host, asker)
     {
         bench::SurveySize size;
         size.wells = 1;
         size.logs = 0;
-        size.samples = 1000000;
+        size.samples = depth;
         host.setSurvey(bench::generatedSurvey(size));
         launch.catalogue.build();
         openProject(host, &launch.project);
@@ -249,20 +250,92 @@ las::ImportTab tabOf(const WellInfo &file)
     return tab;
 }
 
+host::LogData hostLog(const LogCurveData &curve)
+{
+    host::LogData log;
+    log.name = curve.logName;
+    log.unit = curve.unit;
+    for (int i = 0; i < curve.values.size(); ++i) {
+        log.depths.append(static_cast<float>(curve.depths.at(i)));
+        log.values.append(static_cast<float>(curve.values.at(i)));
+    }
+    return log;
+}
+
+struct Part
+{
+    const char *name;
+    std::function<void()> work;
+};
+
+double millisecondsOf(const std::function<void()> &work)
+{
+    const auto begin = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count();
+}
+
+// The reference is the sum of the parts, each timed alone. All figures are medians.
+void compareWithParts(benchmark::State &state, const std::vector<Part> &parts, const std::function<void()> &subject)
+{
+    const auto median = [](std::vector<double> list) {
+        std::sort(list.begin(), list.end());
+        return list[list.size() / 2];
+    };
+    std::map<std::string, std::vector<double>> times;
+    for (const Part &part : parts)
+        part.work(); // all warm before anything counts
+    subject();
+    for (auto _ : state) {
+        double sum = 0;
+        for (const Part &part : parts) {
+            times[part.name].push_back(millisecondsOf(part.work));
+            sum += times[part.name].back();
+        }
+        const double time = millisecondsOf(subject);
+        times["reference_ms"].push_back(sum);
+        times["subject_ms"].push_back(time);
+        times["ratio"].push_back(time / sum);
+        state.SetIterationTime(1e-3 * time);
+    }
+    for (const auto &[name, list] : times)
+        state.counters[name] = median(list);
+}
+
 void importEndToEnd(benchmark::State &state)
 {
     const QString path = makeLasFile(hundredMegabytes);
-    Launch launch;
+    Launch launch(1000000);
     const las::ImportOptions options {true, las::floatIntervalFromText(QString::fromLatin1(interval))};
-    const auto parts = [&] {
-        WellInfo file;
-        if (file.load(path) != 0)
+    const auto load = [&path](WellInfo *file) {
+        if (file->load(path) != 0)
             qFatal("cannot load");
-        const las::ImportTab tab = tabOf(file);
-        HostWriter writer(launch.host.wells(), launch.launch.catalogue, launch.asker, [](const QString &) {});
-        for (const las::ImportRow &row : tab.rows)
-            if (!writer.writeLog(0, las::importedCurve(tab, row, options).record, false))
-                qFatal("cannot write");
+    };
+    WellInfo loaded;
+    load(&loaded);
+    const las::ImportTab tab = tabOf(loaded);
+    QVector<host::LogData> logs;
+    for (const las::ImportRow &row : tab.rows)
+        logs.append(hostLog(las::importedCurve(tab, row, options).record));
+    const QString key = launch.launch.catalogue.wellKey(0);
+    // Each part alone, on the results of the part before.
+    const std::vector<Part> parts{
+        {"parse_ms",
+         [&] {
+             WellInfo file;
+             load(&file);
+         }},
+        {"resample_ms",
+         [&] {
+             for (const las::ImportRow &row : tab.rows)
+                 benchmark::DoNotOptimize(las::importedCurve(tab, row, options).record.values.size());
+         }},
+        {"write_ms",
+         [&] {
+             for (const host::LogData &log : qAsConst(logs))
+                 if (!launch.host.wells().writeLog(key, log).ok())
+                     qFatal("cannot write");
+         }},
     };
     const auto dialog = [&] {
         WellImportDialog window(launch.launch);
@@ -276,9 +349,9 @@ void importEndToEnd(benchmark::State &state)
                 table->item(row, 2)->setCheckState(Qt::Checked); // they exist from the run before
         window.importSelectedClicked();
     };
-    bench::compare(state, parts, dialog);
+    compareWithParts(state, parts, dialog);
     state.counters["MB_file"] = 1e-6 * static_cast<double>(QFile(path).size());
-    state.SetLabel("reference: parse, resample and write each once without the dialog; at most 2");
+    state.SetLabel("reference: parse, resample and write, each alone; at most 2");
 }
 BENCHMARK(importEndToEnd)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
 
@@ -298,7 +371,7 @@ las::ExportFile exportFile(int rows)
             log.values.append(static_cast<double>(value(random)));
         }
         file.range.add(log);
-        file.logs.append(log);
+        file.logs.append({log, false});
     }
     return file;
 }
@@ -306,7 +379,7 @@ las::ExportFile exportFile(int rows)
 void formatAndWrite(const las::ExportFile &file, const QString &path)
 {
     std::vector<char> buffer;
-    const int rows = file.logs.first().values.size();
+    const int rows = file.logs.first().data.values.size();
     buffer.resize(static_cast<size_t>(rows) * (curveCount + 1) * 16);
     char *at = buffer.data();
     char *end = at + buffer.size();
@@ -315,9 +388,9 @@ void formatAndWrite(const las::ExportFile &file, const QString &path)
         *at++ = ' ';
     };
     for (int row = 0; row < rows; ++row) {
-        put(row * step, 4);
-        for (const LogCurveData &log : file.logs)
-            put(log.values.at(row), 2);
+        put(row * file.interval, 4);
+        for (const las::ExportLog &log : file.logs)
+            put(log.data.values.at(row), 2);
         *at++ = '\n';
     }
     const int output = ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
@@ -342,6 +415,37 @@ void exportLas(benchmark::State &state)
 }
 BENCHMARK(exportLas)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(7);
 
+void exportDialog(benchmark::State &state)
+{
+    const las::ExportFile file = exportFile(100000);
+    const QString path = folder() + QStringLiteral("/plain.las");
+    Launch launch(2000000);
+    for (const las::ExportLog &log : file.logs)
+        if (!launch.host.wells().writeLog(launch.launch.catalogue.wellKey(0), hostLog(log.data)).ok())
+            qFatal("cannot write");
+    launch.launch.catalogue.build();
+    const auto dialog = [&] {
+        WellLogExport window(launch.launch);
+        window.show();
+        window.findChild<QListWidget *>(QStringLiteral("wellList"))->item(0)->setCheckState(Qt::Checked);
+        window.findChild<QCheckBox *>(QStringLiteral("allBox"))->setChecked(true);
+        window.findChild<QLineEdit *>(QStringLiteral("folderEdit"))->setText(folder());
+        window.findChild<QLineEdit *>(QStringLiteral("intervalEdit"))->setText(QString::fromLatin1(interval));
+        window.exportBtnClicked();
+    };
+    las::ExportFile resampled = file; // the same numbers
+    resampled.interval = las::intervalFromText(QString::fromLatin1(interval));
+    for (las::ExportLog &log : resampled.logs) {
+        const las::Samples samples = las::resample(log.data.depths, log.data.values, resampled.interval);
+        log.data.depths = samples.depths;
+        log.data.values = samples.values;
+    }
+    bench::compare(
+        state, [&] { formatAndWrite(resampled, path); }, dialog);
+    state.SetLabel("reference: std::to_chars of the same numbers and one write; subject reads, resamples and writes");
+}
+BENCHMARK(exportDialog)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -351,6 +455,11 @@ int main(int argc, char **argv)
     for (int i = 1; i < argc; ++i)
         if (QByteArray(argv[i]).startsWith("--reader="))
             otherReader = QString::fromLocal8Bit(argv[i] + 9);
+    if (!otherReader.isEmpty())
+        benchmark::RegisterBenchmark("otherReader", otherReaderBenchmark)
+            ->UseManualTime()
+            ->Unit(benchmark::kMillisecond)
+            ->Iterations(3);
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 }

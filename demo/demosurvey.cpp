@@ -16,14 +16,11 @@
 #include "las/wellinfo.h"
 #include "workbench/laswellproposal.h"
 #include "workbench/surveyfolder.h"
+#include "workbench/surveyplace.h"
 #include "workbench/surveystore.h"
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
-#include <QTemporaryDir>
-
-#include <cstdio>
 
 namespace demo {
 
@@ -47,7 +44,9 @@ QString fileStem(const QString &name)
     return stem.replace(QLatin1Char(' '), QLatin1Char('_'));
 }
 
-/// Makes one demo survey in a folder that is already a survey.
+/// Makes one demo survey in a folder that is already a survey. Wells and logs take the way of a user's LAS files. For
+/// tops, perforations and calibration points there are no importers yet: a small reader of the demo's own stands in
+/// for them, and the product's writers store what it reads.
 class DemoSurvey
 {
 public:
@@ -237,31 +236,18 @@ workbench::NewSurvey surveyOf(const Field &field)
 
 QString makeDemoSurvey(const QString &directory)
 {
-    const QString target = QDir::cleanPath(QDir::current().absoluteFilePath(directory));
-    if (QFileInfo::exists(target)
-        && !(QFileInfo(target).isDir() && QDir(target).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)))
-        return QStringLiteral("%1 exists already and is not empty. Nothing was changed.").arg(target);
-    const QString root = QFileInfo(target).path();
-    const bool isNewRoot = workbench::isNewDataRoot(root);
-    if (!QDir().mkpath(root))
-        return QStringLiteral("Cannot make the folder %1.").arg(root);
-    const Field field = makeField();
     // Made whole in an empty survey of its own, then put in place: nobody finds a half-made demo.
-    QTemporaryDir beside(root + QStringLiteral("/.lorva-demo-XXXXXX"));
-    if (!beside.isValid())
-        return QStringLiteral("Cannot make a folder in %1: %2.").arg(root, beside.errorString());
-    const QString built = beside.filePath(QStringLiteral("survey"));
-    const host::Status created = workbench::createSurvey(built, surveyOf(field));
+    workbench::SurveyPlace place(directory);
+    if (!place.error().isEmpty())
+        return place.error();
+    const Field field = makeField();
+    const host::Status created = workbench::createSurvey(place.buildFolder(), surveyOf(field));
     if (!created.ok())
         return created.error;
     CurveGroupTable::instance().clear();
-    const QString problem = DemoSurvey(built).make(field);
+    const QString problem = DemoSurvey(place.buildFolder()).make(field);
     CurveGroupTable::instance().clear();
-    if (!problem.isEmpty())
-        return problem;
-    if (std::rename(QFile::encodeName(built).constData(), QFile::encodeName(target).constData()) != 0)
-        return QStringLiteral("Cannot put the demo survey in its place %1.").arg(target);
-    return isNewRoot ? workbench::markDataRoot(root).error : QString();
+    return problem.isEmpty() ? place.putInPlace().error : problem;
 }
 
 } // namespace demo

@@ -17,13 +17,13 @@ void fillCheckList(QListWidget *list, const QStringList &names)
         list->setCurrentRow(0); // so that the keyboard has something to check
 }
 
-QStringList checkedTexts(const QListWidget *list)
+QVector<ListedLog> checkedLogs(const QListWidget *list)
 {
-    QStringList texts;
+    QVector<ListedLog> logs;
     for (int i = 0; i < list->count(); ++i)
         if (list->item(i)->checkState() == Qt::Checked)
-            texts.append(list->item(i)->text());
-    return texts;
+            logs.append({list->item(i)->text(), i});
+    return logs;
 }
 
 void setAllChecked(QListWidget *list, bool isChecked)

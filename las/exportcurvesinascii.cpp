@@ -10,9 +10,12 @@
 #include <QComboBox>
 #include <QFormLayout>
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
+
+#include <new>
 
 ExportCurvesInAscii::ExportCurvesInAscii(ProjectData &projectData, QWidget *parent)
     : QDialog(parent)
@@ -23,7 +26,8 @@ ExportCurvesInAscii::ExportCurvesInAscii(ProjectData &projectData, QWidget *pare
     setWindowIcon(m_data.host.icon(QStringLiteral("export_wlc.png")));
     m_wellBox = new QComboBox;
     m_wellBox->setObjectName(QStringLiteral("wellBox"));
-    m_wellBox->addItems(m_data.catalogue.wellNames());
+    for (int well = 0; well < m_data.catalogue.wellCount(); ++well)
+        m_wellBox->addItem(m_data.catalogue.wellNames().at(well), m_data.catalogue.wellKey(well));
     m_wellBox->setMaxVisibleItems(20);
     m_allBox = new QCheckBox(QStringLiteral("Select All"));
     m_allBox->setObjectName(QStringLiteral("allBox"));
@@ -31,6 +35,7 @@ ExportCurvesInAscii::ExportCurvesInAscii(ProjectData &projectData, QWidget *pare
     m_logs->setObjectName(QStringLiteral("logList"));
     auto *target = new QLabel(QStringLiteral("Files go to the project folder, %1/Wells.").arg(m_data.project.projectFolder));
     target->setWordWrap(true);
+    target->setTextFormat(Qt::PlainText);
     auto *exportButton = new QPushButton(QStringLiteral("Export"));
     exportButton->setObjectName(QStringLiteral("exportButton"));
     auto *closeButton = new QPushButton(QStringLiteral("Close"));
@@ -60,9 +65,15 @@ ExportCurvesInAscii::ExportCurvesInAscii(ProjectData &projectData, QWidget *pare
     connect(closeButton, &QPushButton::clicked, this, &ExportCurvesInAscii::close);
 }
 
+// By its key: wells may share a name, and the catalogue may be read anew while the dialog stands.
+int ExportCurvesInAscii::currentWell() const
+{
+    return m_data.catalogue.indexOfKey(m_wellBox->currentData().toString());
+}
+
 void ExportCurvesInAscii::wellChanged()
 {
-    const int well = m_wellBox->currentIndex();
+    const int well = currentWell();
     las::fillCheckList(m_logs, well >= 0 ? m_data.catalogue.logNames(well) : QStringList());
     const QSignalBlocker blocker(m_allBox);
     m_allBox->setChecked(false);
@@ -79,17 +90,34 @@ void ExportCurvesInAscii::logChecked()
     m_allBox->setChecked(las::isAllChecked(m_logs));
 }
 
+// The box about a log that cannot be read may end with the dialog deleted.
+bool ExportCurvesInAscii::exportLog(const las::ListedLog &log)
+{
+    const QPointer<ExportCurvesInAscii> self(this);
+    const QString wellName = m_wellBox->currentText().trimmed();
+    try {
+        const std::optional<LogCurveData> curve =
+            las::readListedLog(m_data.catalogue, currentWell(), log, WellsCatalogue::OnFailure::Tell);
+        return curve && self && las::writeCurveText(m_data.project.projectFolder, wellName, *curve).ok();
+    } catch (const std::bad_alloc &) {
+        return false;
+    }
+}
+
 void ExportCurvesInAscii::exportClicked()
 {
-    const QString well = m_wellBox->currentText().trimmed();
+    const QPointer<ExportCurvesInAscii> self(this);
     bool hasFailed = false;
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    for (const QString &log : las::checkedTexts(m_logs)) {
-        const LogCurveData curve = m_data.catalogue.curve(well, log);
-        if (!las::writeCurveText(m_data.project.projectFolder, well, curve).ok())
-            hasFailed = true;
+    for (const las::ListedLog &log : las::checkedLogs(m_logs)) {
+        const bool isWritten = exportLog(log);
+        hasFailed = hasFailed || !isWritten;
+        if (!self)
+            break;
     }
     QApplication::restoreOverrideCursor();
+    if (!self)
+        return;
     const QString title = QStringLiteral("Exporting Well Curve(s)");
     if (hasFailed)
         m_data.asker.warn(title,

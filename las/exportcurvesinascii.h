@@ -10,6 +10,9 @@ class QListWidgetItem;
 QT_END_NAMESPACE
 
 struct ProjectData;
+namespace las {
+struct ListedLog;
+}
 
 /// Exports logs of one well as two-column text files into the project's folder of the well.
 class ExportCurvesInAscii : public QDialog
@@ -27,6 +30,9 @@ public slots:
 
 private:
     void logChecked();
+    int currentWell() const;
+    /// False when the log could not be read or its file could not be written.
+    bool exportLog(const las::ListedLog &log);
 
     ProjectData &m_data;
     QComboBox *m_wellBox = nullptr;

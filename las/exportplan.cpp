@@ -6,6 +6,17 @@
 
 namespace las {
 
+std::optional<LogCurveData> readListedLog(const WellsCatalogue &catalogue, int well, const ListedLog &log,
+                                          WellsCatalogue::OnFailure onFailure)
+{
+    int index = -1;
+    if (well >= 0 && well < catalogue.wellCount()) {
+        const QStringList &names = catalogue.logNames(well);
+        index = names.value(log.row) == log.name ? log.row : names.indexOf(log.name);
+    }
+    return catalogue.readCurve(well, index, onFailure);
+}
+
 void ExportRange::add(const LogCurveData &log)
 {
     if (log.depths.isEmpty())
@@ -14,26 +25,18 @@ void ExportRange::add(const LogCurveData &log)
     stop = std::max(stop, log.depths.last());
 }
 
-LogCurveData resampledForExport(const LogCurveData &log, double interval, bool *isUnsuited)
+ExportLog exportLog(const LogCurveData &log, double interval, bool *isUnsuited)
 {
-    *isUnsuited = false;
-    LogCurveData result = log;
-    if (!differsFromStep(log.depths, interval))
-        return result;
-    *isUnsuited = !isStrictlyIncreasing(log.depths);
-    if (!*isUnsuited) {
-        Samples samples = resample(log.depths, log.values, interval);
-        result.depths = samples.depths;
-        result.values = samples.values;
-    }
-    return result;
+    const bool wantsResampling = differsFromStep(log.depths, interval);
+    *isUnsuited = wantsResampling && !isStrictlyIncreasing(log.depths);
+    return {log, wantsResampling && !*isUnsuited};
 }
 
-QString unsuitedExportWarning(const QStringList &logs)
+QString unsuitedExportWarning(const NameList &logs)
 {
     return QStringLiteral("The depths of these logs do not increase strictly, so the interval could not be applied.\n"
                           "They were written sample by sample, whatever their depths:\n%1")
-        .arg(logs.join(QLatin1Char('\n')));
+        .arg(logs.text());
 }
 
 } // namespace las

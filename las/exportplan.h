@@ -1,13 +1,26 @@
 #pragma once
 
-#include "datastore/logcurvedata.h"
-#include "datastore/wellrecord.h"
+#include "datastore/wellscatalogue.h"
+#include "las/namelist.h"
 
-#include <QStringList>
-#include <QVector>
+#include <QString>
+
+#include <optional>
 
 /// How logs come onto the common grid of a LAS export, as plain data.
 namespace las {
+
+/// A log as a list of the well's logs showed it.
+struct ListedLog
+{
+    QString name;
+    int row = 0;
+};
+
+/// Reads the log; names may repeat and the well's logs may have changed since they were listed, so the row counts
+/// where the name still stands there, else the first log of the name. Nothing where it is gone or cannot be read.
+std::optional<LogCurveData> readListedLog(const WellsCatalogue &catalogue, int well, const ListedLog &log,
+                                          WellsCatalogue::OnFailure onFailure);
 
 /// From the smallest first depth and the well's maximum depth to the largest last depth and 0.
 struct ExportRange
@@ -23,11 +36,20 @@ struct ExportRange
     void add(const LogCurveData &log);
 };
 
-/// The log resampled where its own step differs from the interval. A log whose depths do not increase strictly stays
-/// as it is and sets \a isUnsuited; so does one without a second sample, silently.
-LogCurveData resampledForExport(const LogCurveData &log, double interval, bool *isUnsuited);
+/// A log on its way into a file.
+struct ExportLog
+{
+    LogCurveData data;
+    /// Samples are taken at its first depth, first depth + interval, … while the file is written, so that a fine grid
+    /// needs no memory. The depths then increase strictly.
+    bool isResampled = false;
+};
 
-/// The warning that names logs which were written without resampling; each as "well: log".
-QString unsuitedExportWarning(const QStringList &logs);
+/// The log, to be resampled where its own step differs from the interval. A log whose depths do not increase strictly
+/// is written as it is and sets \a isUnsuited; one without a second sample is so too, silently.
+ExportLog exportLog(const LogCurveData &log, double interval, bool *isUnsuited);
+
+/// The warning that names all logs which were written without resampling, by well.
+QString unsuitedExportWarning(const NameList &logs);
 
 } // namespace las

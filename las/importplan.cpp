@@ -1,6 +1,7 @@
 #include "las/importplan.h"
 
 #include "las/resampling.h"
+#include "las/showntext.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,16 +9,6 @@
 namespace las {
 
 namespace {
-
-constexpr int longestNameList = 15;
-
-QString listed(const QStringList &names)
-{
-    if (names.size() <= longestNameList)
-        return names.join(QLatin1Char('\n'));
-    return names.mid(0, longestNameList).join(QLatin1Char('\n'))
-        + QStringLiteral("\n… and %1 more").arg(names.size() - longestNameList);
-}
 
 bool isDescending(const QVector<double> &depths)
 {
@@ -41,17 +32,26 @@ bool wantsResampling(const QVector<double> &depths, const ImportOptions &options
     return !(std::abs(static_cast<double>(options.interval) - step) <= stepTolerance);
 }
 
+// A depth that is no number reads as 0, which can pass for the first depth of a rising file or the last of a falling
+// one.
+bool canBeResampled(const ImportTab &tab, const ImportRow &row, const QVector<double> &ascendingDepths)
+{
+    return !tab.file->hasUnreadableDepth(row.curve) && isStrictlyIncreasing(ascendingDepths);
+}
+
 QString gridRefusal(const ImportTab &tab, const ImportRow &row, const ImportOptions &options)
 {
     const QVector<double> &depths = tab.file->curves.at(row.curve).depths;
-    if (!wantsResampling(depths, options) || !isStrictlyIncreasing(isDescending(depths) ? reversed(depths) : depths))
+    if (!wantsResampling(depths, options)
+        || !canBeResampled(tab, row, isDescending(depths) ? reversed(depths) : depths))
         return {};
     const auto interval = static_cast<double>(options.interval);
     const QString problem = intervalProblem(interval);
     if (!problem.isEmpty())
         return problem;
     const auto range = std::minmax(depths.first(), depths.last());
-    return gridProblem(range.first, range.second, interval, tab.title + QStringLiteral(", ") + row.logName);
+    return gridProblem(range.first, range.second, interval,
+                       tab.title + QStringLiteral(", ") + shortened(row.logName));
 }
 
 // All curves of a file share their depths as a rule; what holds for one then holds for the next.
@@ -77,26 +77,27 @@ QString stopReason(const ImportTab &tab, int tabNumber)
     if (tab.well < 0)
         return QStringLiteral("Well is not selected in %1 tab.\nPlease select Well name for importing well logs.")
             .arg(tabNumber);
-    const QString text = tab.wellName
-        + QStringLiteral("'s maximum depth is less than LAS files %1 depth.\n"
-                         "Please update Well defination or changed the LAS file");
+    const auto tooDeep = [&tab](const QString &which) {
+        return tab.wellName + QStringLiteral("'s maximum depth is less than LAS files ") + which
+            + QStringLiteral(" depth.\nPlease update Well defination or changed the LAS file");
+    };
     if (tab.startDepth > tab.wellMaximumDepth)
-        return text.arg(QStringLiteral("start"));
-    return tab.stopDepth > tab.wellMaximumDepth ? text.arg(QStringLiteral("end")) : QString();
+        return tooDeep(QStringLiteral("start"));
+    return tab.stopDepth > tab.wellMaximumDepth ? tooDeep(QStringLiteral("end")) : QString();
 }
 
 QString refusal(const QVector<ImportTab> &tabs, const ImportOptions &options)
 {
-    QStringList nameless;
+    NameList nameless;
     QString gridProblem;
     for (int i = 0; i < tabs.size() && stopReason(tabs.at(i), i + 1).isEmpty(); ++i) {
         const ImportTab &tab = tabs.at(i);
         for (int row = 0; row < tab.rows.size(); ++row)
             if (tab.rows.at(row).isSelected && tab.rows.at(row).logName.isEmpty())
-                nameless.append(QStringLiteral("%1: row %2 (%3)")
-                                    .arg(tab.title)
-                                    .arg(row + 1)
-                                    .arg(tab.file->curves.at(tab.rows.at(row).curve).logName));
+                nameless.add(tab.title,
+                             QStringLiteral("row %1 (%2)")
+                                 .arg(QString::number(row + 1),
+                                      shortened(tab.file->curves.at(tab.rows.at(row).curve).logName)));
         if (gridProblem.isEmpty() && options.isResampling)
             gridProblem = gridRefusal(tab, options);
     }
@@ -104,7 +105,7 @@ QString refusal(const QVector<ImportTab> &tabs, const ImportOptions &options)
         return gridProblem;
     return QStringLiteral("These selected rows have no alternate curve name:\n%1\n"
                           "Please give them a name or clear their check boxes. Nothing was imported.")
-        .arg(listed(nameless));
+        .arg(nameless.text());
 }
 
 bool hasSelection(const QVector<ImportTab> &tabs)
@@ -132,7 +133,7 @@ ImportedCurve importedCurve(const ImportTab &tab, const ImportRow &row, const Im
     }
     if (!isResampled)
         return imported;
-    imported.isUnsuited = !isStrictlyIncreasing(record.depths);
+    imported.isUnsuited = !canBeResampled(tab, row, record.depths);
     if (!imported.isUnsuited) {
         Samples samples = resample(record.depths, record.values, static_cast<double>(options.interval));
         record.depths = samples.depths;
@@ -144,21 +145,22 @@ ImportedCurve importedCurve(const ImportTab &tab, const ImportRow &row, const Im
 // The host writer turns -999.25 and nothing else into "not measured". A file that says NULL -9999 or 0 means the same
 // by its own number, which would otherwise stand in the well as a measurement. Only equal values are taken: what the
 // spline made between nulls stays, since nulls take part in it.
-LogCurveData withHostNulls(const LogCurveData &record, const WellInfo &file)
+LogCurveData withHostNulls(LogCurveData record, const WellInfo &file)
 {
     if (!file.hasNullValue || file.nullValue == nullSampleValue)
         return record;
-    LogCurveData result = record;
-    result.nullValue = nullSampleValue;
-    std::replace(result.values.begin(), result.values.end(), file.nullValue, nullSampleValue);
-    return result;
+    record.nullValue = nullSampleValue;
+    std::replace(record.values.begin(), record.values.end(), file.nullValue, nullSampleValue);
+    return record;
 }
 
-QString unsuitedWarning(const QStringList &curves)
+QString unsuitedWarning(const NameList &curves)
 {
-    return QStringLiteral("The depths of these curves do not run strictly up or down, so no interval could be applied.\n"
-                          "They were imported as they stand in the file:\n%1")
-        .arg(listed(curves));
+    return QStringLiteral(
+               "The depths of these curves do not run strictly up or down, or are not all numbers, so no interval "
+               "could be applied.\n"
+               "They were imported as they stand in the file:\n%1")
+        .arg(curves.text());
 }
 
 } // namespace las

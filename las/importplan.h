@@ -1,5 +1,6 @@
 #pragma once
 
+#include "las/namelist.h"
 #include "las/wellinfo.h"
 
 #include <QStringList>
@@ -14,7 +15,7 @@ struct ImportRow
 {
     int curve = 0; ///< index into the file's curves
     bool isSelected = false;
-    QString logName; ///< the alternate name
+    QString logName; ///< the alternate name without white space around it: that is how the host keeps it
     QString group;
 };
 
@@ -41,7 +42,8 @@ struct ImportOptions
 struct ImportedCurve
 {
     LogCurveData record; ///< with the file's null value, depths ascending where they descended
-    bool isUnsuited = false; ///< should have been resampled, but its depths are not strictly monotonic
+    /// Should have been resampled, but its depths are not strictly monotonic or not all numbers.
+    bool isUnsuited = false;
 };
 
 /// Why the import ends at this tab, the text of a warning; empty when it goes on. Tab numbers count from 1.
@@ -57,9 +59,9 @@ bool hasSelection(const QVector<ImportTab> &tabs);
 ImportedCurve importedCurve(const ImportTab &tab, const ImportRow &row, const ImportOptions &options);
 
 /// The record for the host writer, which knows one null value only: samples with the file's null value get it.
-LogCurveData withHostNulls(const LogCurveData &record, const WellInfo &file);
+LogCurveData withHostNulls(LogCurveData record, const WellInfo &file);
 
-/// The warning that names curves which were imported without resampling; each as "tab: curve".
-QString unsuitedWarning(const QStringList &curves);
+/// The warning that names all curves which were imported without resampling.
+QString unsuitedWarning(const NameList &curves);
 
 } // namespace las

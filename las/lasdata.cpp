@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <optional>
 
 namespace las {
 
@@ -29,6 +30,7 @@ const char *DataColumns::readLine(const char *begin, const char *end, Encoding e
         return lineStop(begin, end);
 
     size_t token = 0;
+    m_isDepthUnreadable = false;
     const char *at = begin;
     while (true) {
         while (at < end && isSpace(*at) && !isLineEnd(*at))
@@ -58,6 +60,8 @@ const char *DataColumns::readLine(const char *begin, const char *end, Encoding e
     if (m_tokenCounts.empty())
         reserveRows(end - begin, at - begin + 1, token);
     m_tokenCounts.push_back(static_cast<int>(token));
+    if (m_isDepthUnreadable)
+        m_unreadableDepthTokens = std::max(m_unreadableDepthTokens, token);
     return at;
 }
 
@@ -65,12 +69,15 @@ const char *DataColumns::readLine(const char *begin, const char *end, Encoding e
 void DataColumns::appendUnusualToken(const char *begin, const char *end, Encoding encoding, double nullValue,
                                      size_t &token)
 {
-    const auto append = [&](double value) {
-        if (token < m_columns.size())
-            m_columns[token++].append(value, nullValue);
+    const auto append = [&](std::optional<double> number) {
+        if (token == m_columns.size())
+            return;
+        if (token == 0)
+            m_isDepthUnreadable = !number;
+        m_columns[token++].append(number.value_or(0.0), nullValue);
     };
     if (std::all_of(begin, end, [](char c) { return static_cast<signed char>(c) >= 0; })) {
-        append(base::parseNumber(begin, end).value_or(0.0));
+        append(base::parseNumber(begin, end));
         return;
     }
     const QString text = decode(begin, end, encoding);
@@ -80,7 +87,7 @@ void DataColumns::appendUnusualToken(const char *begin, const char *end, Encodin
         while (to < text.size() && !text.at(to).isSpace())
             ++to;
         if (to > from)
-            append(base::parseNumber(text.mid(from, to - from)).value_or(0.0));
+            append(base::parseNumber(text.mid(from, to - from)));
         from = to + 1;
     }
 }

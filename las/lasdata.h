@@ -21,6 +21,9 @@ public:
     /// tokens are left out, columns without a token get nothing. A token that is no number counts as 0.
     const char *readLine(const char *begin, const char *end, Encoding encoding, double nullValue);
 
+    /// How many columns, from the first on, have a value on a line whose depth token is no number.
+    int columnsWithUnreadableDepth() const { return static_cast<int>(m_unreadableDepthTokens); }
+
     /// Moves values, depths, minimum and maximum into the first curves, one a column, and leaves this empty.
     /// Curves with a value on the same rows share one depth list, which for all full columns is the value
     /// list of the first.
@@ -42,6 +45,8 @@ private:
     std::vector<Column> m_columns;
     std::vector<int>
         m_tokenCounts; ///< of each row; column i has a value on exactly the rows with more than i
+    size_t m_unreadableDepthTokens = 0; ///< most tokens of a row whose first one is no number
+    bool m_isDepthUnreadable = false; ///< of the row that is being read
 };
 
 } // namespace las

@@ -23,7 +23,5 @@ QString LasLines::line(int i, int maximumBytes) const
     const char *end = bytes + (i < m_starts.size() ? m_starts.at(i) : m_text.bytes.size());
     while (end > begin && las::isLineEnd(end[-1]))
         --end;
-    if (end - begin > maximumBytes)
-        end = begin + maximumBytes;
-    return las::decode(begin, end, m_text.encoding);
+    return las::decodeFront(begin, end, m_text.encoding, maximumBytes);
 }

@@ -18,7 +18,7 @@ public:
     int count() const { return m_title.isNull() ? 0 : 1 + m_starts.size(); }
     /// Line \a i without its line end, in time proportional to its length; empty where there is none.
     QString line(int i) const;
-    /// The same, of a longer line the first \a maximumBytes bytes only.
+    /// The same, of a longer line the first \a maximumBytes bytes only; no character is cut.
     QString line(int i, int maximumBytes) const;
 
 private:

@@ -105,4 +105,15 @@ QString decode(const char *begin, const char *end, Encoding encoding)
     return text;
 }
 
+QString decodeFront(const char *begin, const char *end, Encoding encoding, int maximumBytes)
+{
+    if (end - begin > maximumBytes) {
+        end = begin + maximumBytes;
+        const auto continues = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; };
+        for (int i = 0; i < 3 && encoding == Encoding::Utf8 && end > begin && continues(*end); ++i)
+            --end;
+    }
+    return decode(begin, end, encoding);
+}
+
 } // namespace las

@@ -22,6 +22,9 @@ Text prepareText(QByteArray bytes);
 /// The characters of one line or one piece of it. Never fails: bytes that are wrong become U+FFFD.
 QString decode(const char *begin, const char *end, Encoding encoding);
 
+/// The same for the first \a maximumBytes bytes of a longer text; no character is cut.
+QString decodeFront(const char *begin, const char *end, Encoding encoding, int maximumBytes);
+
 /// True where every byte belongs to a complete and correct UTF-8 sequence.
 bool isUtf8(const char *begin, const char *end);
 

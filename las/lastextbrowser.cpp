@@ -9,7 +9,7 @@ namespace {
 constexpr int sliceLines = 2000;
 constexpr int sliceCharacters = 400'000;
 // A file without line ends is one line; its first part tells what it is.
-constexpr int longestLine = 8000;
+constexpr int longestLine = 100'000;
 
 QString titleText(QString title)
 {
@@ -24,7 +24,8 @@ LasTextBrowser::LasTextBrowser(QWidget *parent)
     : QTextBrowser(parent)
 {
     setObjectName(QStringLiteral("lasText"));
-    QFont courier(QStringLiteral("Courier"), 14);
+    // No literal: Qt keeps the names of fonts longer than the plug-in is loaded.
+    QFont courier(QString::fromLatin1("Courier"), 14);
     courier.setFixedPitch(true);
     courier.setStyleHint(QFont::TypeWriter);
     setFont(courier);

@@ -2,9 +2,12 @@
 
 #include "base/numbers.h"
 #include "base/safename.h"
+#include "las/cubicspline.h"
 
 #include <charconv>
 #include <cmath>
+#include <optional>
+#include <variant>
 #include <vector>
 
 namespace las {
@@ -115,36 +118,96 @@ private:
     bool m_isOverflown = false; ///< a line was longer than what was left
 };
 
-struct Column
+/// The samples of a log that is not resampled.
+class StoredSamples
 {
-    const double *values;
-    double count;
-    double firstDepth;
+public:
+    explicit StoredSamples(const LogCurveData &log)
+        : m_values(log.values.constData())
+        , m_count(std::min(log.depths.size(), log.values.size()))
+    {
+    }
+    std::optional<double> at(double index) const
+    {
+        return index < m_count ? std::make_optional(m_values[static_cast<int>(index)]) : std::nullopt;
+    }
+
+private:
+    const double *m_values;
+    double m_count;
+};
+
+/// The samples of a resampled log, made one after the other when they are asked for in rising order.
+class SplineSamples
+{
+public:
+    SplineSamples(const LogCurveData &log, double interval)
+        : m_spline(log.depths, log.values, std::min(log.depths.size(), log.values.size()))
+        , m_interval(interval)
+        , m_depth(log.depths.first())
+        , m_last(log.depths.last())
+        , m_value(m_spline.valueAt(m_depth, &m_knot))
+    {
+    }
+    std::optional<double> at(double index)
+    {
+        if (m_index < index) {
+            for (; m_index < index && m_depth <= m_last; ++m_index)
+                m_depth += m_interval;
+            if (m_depth <= m_last)
+                m_value = m_spline.valueAt(m_depth, &m_knot);
+        }
+        return m_depth <= m_last ? std::make_optional(m_value) : std::nullopt;
+    }
+
+private:
+    CubicSpline m_spline;
+    int m_knot = 0;
+    double m_interval;
+    double m_index = 0;
+    double m_depth; ///< of the sample at the index
+    double m_last;
+    double m_value;
+};
+
+class Column
+{
+public:
+    Column(const ExportLog &log, double interval)
+        : m_samples(log.isResampled ? Samples(SplineSamples(log.data, interval)) : Samples(StoredSamples(log.data)))
+        , m_firstDepth(log.data.depths.isEmpty() ? 0 : log.data.depths.first())
+        , m_interval(interval)
+    {
+    }
+
+    // Truncation toward zero gives index 0 already one interval above the log's first depth. That is required, and so
+    // is counting samples of a log that was not resampled by the interval.
+    void write(DataWriter &writer, double depth)
+    {
+        const double index = std::trunc((depth - m_firstDepth) / m_interval);
+        const std::optional<double> value =
+            index >= 0 ? std::visit([index](auto &samples) { return samples.at(index); }, m_samples) : std::nullopt;
+        if (value && std::isfinite(*value))
+            writer.fixed(*value, valueDecimals);
+        else
+            writer.null();
+    }
+
+private:
+    using Samples = std::variant<StoredSamples, SplineSamples>;
+
+    Samples m_samples;
+    double m_firstDepth;
+    double m_interval;
 };
 
 std::vector<Column> columnsOf(const ExportFile &file)
 {
     std::vector<Column> columns;
-    for (const LogCurveData &log : file.logs) {
-        const int count = std::min(log.depths.size(), log.values.size());
-        columns.push_back({log.values.constData(), static_cast<double>(count), count > 0 ? log.depths.first() : 0});
-    }
+    columns.reserve(static_cast<size_t>(file.logs.size()));
+    for (const ExportLog &log : file.logs)
+        columns.emplace_back(log, file.interval);
     return columns;
-}
-
-// Truncation toward zero gives index 0 already one interval above the log's first depth. That is required, and so is
-// counting samples of a log that was not resampled by the interval.
-void writeValue(DataWriter &writer, const Column &column, double depth, double interval)
-{
-    const double index = std::trunc((depth - column.firstDepth) / interval);
-    if (index >= 0 && index < column.count) {
-        const double value = column.values[static_cast<int>(index)];
-        if (std::isfinite(value)) {
-            writer.fixed(value, valueDecimals);
-            return;
-        }
-    }
-    writer.null();
 }
 
 } // namespace
@@ -177,16 +240,16 @@ QByteArray lasHeader(const ExportFile &file)
     header.columns("API CODE", "Curve Description");
     header.line("DEPT.M", "", ":1 DEPTH");
     int number = 1;
-    for (const LogCurveData &log : file.logs)
-        header.line(log.logName + QLatin1Char('.') + log.unit, QString(),
-                    QStringLiteral(":%1 %2").arg(++number).arg(log.curveGroup));
+    for (const ExportLog &log : file.logs)
+        header.line(log.data.logName + QLatin1Char('.') + log.data.unit, QString(),
+                    QStringLiteral(":%1 %2").arg(QString::number(++number), log.data.curveGroup));
     header.line("~Parameter Information Section");
     header.columns("VALUE", "DESCRIPTION");
     header.line("~Other Information Section");
     header.line("Log(s) exported from LORVA plugin of Opendtect.");
     QByteArray bytes = header.bytes() + "~A DEPT ";
-    for (const LogCurveData &log : file.logs)
-        bytes += oneLine(log.logName).leftJustified(curveNameWidth).toUtf8() + ' ';
+    for (const ExportLog &log : file.logs)
+        bytes += oneLine(log.data.logName).leftJustified(curveNameWidth).toUtf8() + ' ';
     return bytes + '\n';
 }
 
@@ -201,11 +264,11 @@ base::WriteResult writeLas(const QString &path, const ExportFile &file, const st
     const QByteArray header = lasHeader(file);
     result = output.write(header.constData(), header.size());
     DataWriter writer(output);
-    const std::vector<Column> columns = columnsOf(file);
+    std::vector<Column> columns = columnsOf(file);
     for (double depth = file.range.start; result.ok() && depth <= file.range.stop; depth += file.interval) {
         writer.fixed(depth, depthDecimals);
-        for (const Column &column : columns)
-            writeValue(writer, column, depth, file.interval);
+        for (Column &column : columns)
+            column.write(writer, depth);
         writer.endLine();
         if (!writer.wantsFlush())
             continue;

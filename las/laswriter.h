@@ -1,7 +1,6 @@
 #pragma once
 
 #include "base/atomicfile.h"
-#include "datastore/logcurvedata.h"
 #include "datastore/wellrecord.h"
 #include "las/exportplan.h"
 
@@ -17,7 +16,7 @@ namespace las {
 struct ExportFile
 {
     WellRecord well;
-    QVector<LogCurveData> logs;
+    QVector<ExportLog> logs;
     ExportRange range {0};
     double interval = 0; ///< step of the data lines; must be above 0 and able to move the start depth
 };

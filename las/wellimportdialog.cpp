@@ -5,6 +5,7 @@
 #include "datastore/hostwriter.h"
 #include "datastore/projectdata.h"
 #include "las/resampling.h"
+#include "las/showntext.h"
 #include "las/wellimporttab.h"
 
 #include <QApplication>
@@ -22,6 +23,7 @@
 #include <QTableWidget>
 #include <QTabWidget>
 
+#include <new>
 #include <set>
 
 namespace {
@@ -39,7 +41,7 @@ QString importTitle()
 struct WellImportDialog::Progress
 {
     std::set<int> changedWells;
-    QStringList unsuitedCurves;
+    las::NameList unsuitedCurves;
 };
 
 WellImportDialog::WellImportDialog(ProjectData &projectData, QWidget *parent)
@@ -57,6 +59,7 @@ WellImportDialog::WellImportDialog(ProjectData &projectData, QWidget *parent)
     auto *page = new QVBoxLayout(this);
     m_selectButton = new QPushButton(QStringLiteral("Select LAS File(s)"));
     m_selectButton->setObjectName(QStringLiteral("selectButton"));
+    m_selectButton->setMinimumWidth(m_selectButton->sizeHint().width() + 16);
     auto *top = new QHBoxLayout;
     top->addWidget(m_selectButton);
     top->addWidget(new QLabel(QStringLiteral("Each file opens in a tab of its own.")));
@@ -71,7 +74,7 @@ WellImportDialog::WellImportDialog(ProjectData &projectData, QWidget *parent)
     page->addWidget(buildOptions());
     page->addWidget(buildButtons());
     m_importButton->setDefault(true); // else Enter in the interval opens the file dialog
-    resize(1160, 680);
+    resize(1280, 720);
 
     connect(m_selectButton, &QPushButton::clicked, this, &WellImportDialog::selectLasFilesClicked);
     connect(m_intervalBox, &QCheckBox::toggled, this, &WellImportDialog::intervalCheckBoxToggled);
@@ -111,6 +114,7 @@ QWidget *WellImportDialog::buildButtons()
     m_progressBar->setValue(0);
     m_importButton = new QPushButton(QStringLiteral("Import Selected Curves"));
     m_importButton->setObjectName(QStringLiteral("importButton"));
+    m_importButton->setMinimumWidth(m_importButton->sizeHint().width() + 16);
     m_importButton->setEnabled(false);
     m_closeButton = new QPushButton(QStringLiteral("Close"));
     m_closeButton->setObjectName(QStringLiteral("closeButton"));
@@ -148,10 +152,8 @@ void WellImportDialog::addWellWidget(int tabIdx, WellInfo m_well, QString filena
 {
     const QString title = filename.section(QLatin1Char('/'), -1);
     auto *tab = new WellImportTab(m_data, m_well, title);
-    QString tabText = title;
-    tabText.replace(QLatin1Char('&'), QStringLiteral("&&"));
-    const int index = m_tabs->insertTab(tabIdx, tab, tabText);
-    m_tabs->setTabToolTip(index, filename);
+    const int index = m_tabs->insertTab(tabIdx, tab, las::tabText(title));
+    m_tabs->setTabToolTip(index, las::toolTip(filename));
     renumberTabs();
     m_hasFiles = true;
     m_importButton->setEnabled(!m_isRunning);
@@ -270,21 +272,43 @@ WellImportDialog::End WellImportDialog::importRows(const las::ImportTab &tab, co
             break;
         const las::ImportRow &chosen = tab.rows.at(row);
         if (chosen.isSelected) {
-            const las::ImportedCurve curve = las::importedCurve(tab, chosen, options);
-            const bool isWritten = writer.writeLog(tab.well, las::withHostNulls(curve.record, *tab.file), false);
-            if (!self)
-                return End::Deleted;
-            // Whatever became of the log, the name's group is what the user chose.
-            assignCurveGroup(m_data.project.projectFolder, chosen.logName, chosen.group);
-            if (isWritten)
-                progress->changedWells.insert(tab.well);
-            if (isWritten && curve.isUnsuited)
-                progress->unsuitedCurves.append(tab.title + QStringLiteral(": ") + chosen.logName);
+            const End end = importRow(tab, chosen, options, &writer, progress);
+            if (end != End::Finished)
+                return end;
         }
         if (countsRows)
             m_progressBar->setValue(row + 1);
     }
     return End::Finished;
+}
+
+WellImportDialog::End WellImportDialog::importRow(const las::ImportTab &tab, const las::ImportRow &row,
+                                                  const las::ImportOptions &options, HostWriter *writer,
+                                                  Progress *progress)
+{
+    const QPointer<WellImportDialog> self(this);
+    try {
+        las::ImportedCurve curve = las::importedCurve(tab, row, options);
+        const bool isWritten =
+            writer->writeLog(tab.well, las::withHostNulls(std::move(curve.record), *tab.file), false);
+        if (!self)
+            return End::Deleted;
+        // Whatever became of the log, the name's group is what the user chose.
+        assignCurveGroup(m_data.project.projectFolder, row.logName, row.group);
+        if (isWritten)
+            progress->changedWells.insert(tab.well);
+        if (isWritten && curve.isUnsuited)
+            progress->unsuitedCurves.add(tab.title, row.logName);
+        return End::Finished;
+    } catch (const std::bad_alloc &) {
+        if (!self)
+            return End::Deleted;
+        m_data.asker.warn(importTitle(),
+                          QStringLiteral("There is not enough memory to import the curve %1 of %2.\n"
+                                         "The import ends here; the curves before it were imported.")
+                              .arg(las::shortened(row.logName), tab.title));
+        return self ? End::Stopped : End::Deleted;
+    }
 }
 
 void WellImportDialog::finishImport(End end, const Progress &progress)

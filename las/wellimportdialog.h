@@ -15,6 +15,7 @@ class QTableWidgetItem;
 class QTabWidget;
 QT_END_NAMESPACE
 
+class HostWriter;
 class WellImportTab;
 struct ProjectData;
 
@@ -64,6 +65,8 @@ private:
     void setRunning(bool isRunning);
     End importTabs(const QVector<las::ImportTab> &tabs, const las::ImportOptions &options, Progress *progress);
     End importRows(const las::ImportTab &tab, const las::ImportOptions &options, bool countsRows, Progress *progress);
+    End importRow(const las::ImportTab &tab, const las::ImportRow &row, const las::ImportOptions &options,
+                  HostWriter *writer, Progress *progress);
     void finishImport(End end, const Progress &progress);
 
     ProjectData &m_data;

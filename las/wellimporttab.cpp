@@ -5,9 +5,12 @@
 #include "datastore/projectdata.h"
 #include "las/curvegroupbox.h"
 #include "las/lastextbrowser.h"
+#include "las/shorttextdelegate.h"
+#include "las/showntext.h"
 
 #include <QHeaderView>
 #include <QLabel>
+#include <QScrollBar>
 #include <QSet>
 #include <QSignalBlocker>
 #include <QSplitter>
@@ -18,6 +21,8 @@
 namespace {
 
 const QColor takenColor(200, 30, 30);
+// Combo boxes cost the square of their number; those of further rows are made when they come into view.
+constexpr int rowsWithBox = 300;
 
 QTableWidgetItem *fixedItem(const QString &text)
 {
@@ -64,7 +69,7 @@ WellImportTab::WellImportTab(ProjectData &projectData, const WellInfo &file, con
     splitter->setStretchFactor(0, 1);
     splitter->setStretchFactor(1, 1);
     splitter->setChildrenCollapsible(false);
-    splitter->setSizes({560, 560});
+    splitter->setSizes({560, 680});
     page->addWidget(splitter, 1);
     bindWell();
 }
@@ -88,17 +93,22 @@ void WellImportTab::buildHead()
 
 QString WellImportTab::summary() const
 {
-    const QString unit = m_file.depthUnit.isEmpty() ? QString() : QLatin1Char(' ') + m_file.depthUnit;
-    const QString uwi = m_file.uwi.isEmpty() ? QStringLiteral("no UWI") : QStringLiteral("UWI ") + m_file.uwi;
+    const QString unit = m_file.depthUnit.isEmpty() ? QString() : QLatin1Char(' ') + las::shortened(m_file.depthUnit);
+    const QString uwi =
+        m_file.uwi.isEmpty() ? QStringLiteral("no UWI") : QStringLiteral("UWI ") + las::shortened(m_file.uwi);
     return QStringLiteral("%1   ·   %2 to %3%4, step %5%4   ·   null %6   ·   %7 curves")
         .arg(uwi, number(m_file.startDepth), number(m_file.stopDepth), unit, number(m_file.step),
-             m_file.hasNullValue ? number(m_file.nullValue) : QStringLiteral("not given"))
-        .arg(m_file.curves.size());
+             m_file.hasNullValue ? number(m_file.nullValue) : QStringLiteral("not given"),
+             QString::number(m_file.curves.size()));
 }
 
 void WellImportTab::buildNotices()
 {
     QStringList notices;
+    if (m_file.isTooLarge)
+        notices.append(
+            QStringLiteral("This file is too large and was not read: it holds 2 GB or more, or more than fits "
+                           "into the memory."));
     if (m_file.wrapped)
         notices.append(QStringLiteral("This file is wrapped (WRAP YES): a depth step spans several lines. It is read line "
                                       "by line, so the values of its curves are wrong. Do not import them."));
@@ -109,6 +119,7 @@ void WellImportTab::buildNotices()
     m_notice = new QLabel(notices.join(QLatin1Char('\n')));
     m_notice->setObjectName(QStringLiteral("notice"));
     m_notice->setWordWrap(true);
+    m_notice->setTextFormat(Qt::PlainText);
     m_notice->setMargin(6);
     m_notice->setAutoFillBackground(true);
     QPalette colors = m_notice->palette();
@@ -126,26 +137,26 @@ void WellImportTab::buildTable()
     m_table->setObjectName(QStringLiteral("curveTable"));
     m_table->setHorizontalHeaderLabels({QStringLiteral("Curve"), QStringLiteral("Curve Group"), QStringLiteral("Select"),
                                         QStringLiteral("Alternate Curve Name")});
+    m_table->setItemDelegate(new ShortTextDelegate(m_table));
     m_table->setTabKeyNavigation(false); // Tab leaves the table, the arrows move inside it
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
     m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + 12);
-    // One list for all boxes: a file may name thousands of curves.
-    auto *groups = new QStringListModel(m_data.project.groupNames, m_table);
+    m_groups = new QStringListModel(m_data.project.groupNames, m_table);
     for (int row = 0; row < rows; ++row) {
         const LogCurveData &curve = m_file.curves.at(row);
         auto *name = fixedItem(curve.logName);
-        name->setToolTip(QStringLiteral("%1 [%2]").arg(curve.description, curve.unit));
+        name->setToolTip(las::toolTip(curve.description + QStringLiteral(" [") + curve.unit + QLatin1Char(']')));
         m_table->setItem(row, CurveColumn, name);
         m_table->setItem(row, GroupColumn, fixedItem(QString()));
-        auto *box = new CurveGroupBox(groups, m_table);
-        box->setCurrentText(findCurveGroup(m_data.project.projectFolder, curve.logName));
-        m_table->setCellWidget(row, GroupColumn, box);
         auto *check = fixedItem(QString());
         check->setFlags(check->flags() | Qt::ItemIsUserCheckable);
         check->setCheckState(Qt::Checked);
         m_table->setItem(row, SelectColumn, check);
         m_table->setItem(row, NameColumn, new QTableWidgetItem(curve.logName));
     }
+    for (int row = 0; row < qMin(rows, rowsWithBox); ++row)
+        addGroupBox(row);
+    connect(m_table->verticalScrollBar(), &QScrollBar::valueChanged, this, &WellImportTab::addGroupBoxesInView);
     m_table->horizontalHeader()->setHighlightSections(false);
     m_table->setColumnWidth(CurveColumn, 100);
     m_table->setColumnWidth(GroupColumn, 150);
@@ -153,6 +164,46 @@ void WellImportTab::buildTable()
     m_table->horizontalHeader()->setStretchLastSection(true);
     if (rows > 0)
         m_table->setCurrentCell(0, CurveColumn);
+}
+
+CurveGroupBox *WellImportTab::groupBox(int row) const
+{
+    return qobject_cast<CurveGroupBox *>(m_table->cellWidget(row, GroupColumn));
+}
+
+QString WellImportTab::foundGroup(int row) const
+{
+    return findCurveGroup(m_data.project.projectFolder, m_file.curves.at(row).logName);
+}
+
+void WellImportTab::addGroupBox(int row)
+{
+    auto *box = new CurveGroupBox(m_groups, m_table);
+    box->setCurrentText(foundGroup(row));
+    m_table->setCellWidget(row, GroupColumn, box);
+    paintGroupBox(row, m_table->item(row, GroupColumn)->background().style() != Qt::NoBrush);
+}
+
+void WellImportTab::addGroupBoxesInView()
+{
+    const int first = m_table->rowAt(0);
+    const int last = m_table->rowAt(m_table->viewport()->height() - 1);
+    for (int row = qMax(0, first); row <= (last < 0 ? m_table->rowCount() - 1 : last); ++row)
+        if (!groupBox(row))
+            addGroupBox(row);
+}
+
+void WellImportTab::paintGroupBox(int row, bool isTaken)
+{
+    CurveGroupBox *box = groupBox(row);
+    if (!box)
+        return;
+    QPalette colors; // of the box itself; its list keeps the usual ones
+    if (isTaken) {
+        colors.setColor(QPalette::Button, takenColor.darker(130)); // styles paint buttons lighter
+        colors.setColor(QPalette::ButtonText, Qt::white);
+    }
+    box->setPalette(colors);
 }
 
 void WellImportTab::bindWell()
@@ -197,13 +248,7 @@ void WellImportTab::paintRow(int row, bool isTaken)
         if (column != CurveColumn)
             item->setToolTip(tip);
     }
-    auto *box = qobject_cast<CurveGroupBox *>(m_table->cellWidget(row, GroupColumn));
-    QPalette colors; // of the box itself; its list keeps the usual ones
-    if (isTaken) {
-        colors.setColor(QPalette::Button, takenColor);
-        colors.setColor(QPalette::ButtonText, Qt::white);
-    }
-    box->setPalette(colors);
+    paintGroupBox(row, isTaken);
     if (isTaken)
         m_table->item(row, SelectColumn)->setCheckState(Qt::Unchecked);
     m_table->viewport()->update();
@@ -220,9 +265,10 @@ las::ImportTab WellImportTab::plan() const
     tab.stopDepth = m_file.stopDepth;
     tab.wellMaximumDepth = m_wellMaximumDepth;
     for (int row = 0; row < m_table->rowCount(); ++row) {
-        const auto *box = qobject_cast<CurveGroupBox *>(m_table->cellWidget(row, GroupColumn));
-        tab.rows.append({row, m_table->item(row, SelectColumn)->checkState() == Qt::Checked,
-                         m_table->item(row, NameColumn)->text().trimmed(), box->currentText()});
+        const CurveGroupBox *box = groupBox(row);
+        const bool isSelected = m_table->item(row, SelectColumn)->checkState() == Qt::Checked;
+        const QString group = box ? box->currentText() : isSelected ? foundGroup(row) : QString();
+        tab.rows.append({row, isSelected, m_table->item(row, NameColumn)->text().trimmed(), group});
     }
     return tab;
 }

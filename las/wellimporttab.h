@@ -7,10 +7,12 @@
 QT_BEGIN_NAMESPACE
 class QComboBox;
 class QLabel;
+class QStringListModel;
 class QTableWidget;
 class QTableWidgetItem;
 QT_END_NAMESPACE
 
+class CurveGroupBox;
 class LasTextBrowser;
 struct ProjectData;
 
@@ -24,8 +26,8 @@ public:
     enum Column { CurveColumn, GroupColumn, SelectColumn, NameColumn };
     /// The item-data role in which an alternate name carries the name of the bound well.
     static constexpr int wellNameRole = 100;
-    /// More curves than this are told of, but not listed.
-    static constexpr int maximumRows = 1000;
+    /// More curves than this are told of, but not listed. Real files have some hundreds at most.
+    static constexpr int maximumRows = 10000;
 
     /// \a projectData must outlive the page.
     WellImportTab(ProjectData &projectData, const WellInfo &file, const QString &title, QWidget *parent = nullptr);
@@ -48,6 +50,11 @@ private:
     void buildTable();
     QString summary() const;
     void paintRow(int row, bool isTaken);
+    void paintGroupBox(int row, bool isTaken);
+    CurveGroupBox *groupBox(int row) const;
+    QString foundGroup(int row) const;
+    void addGroupBox(int row);
+    void addGroupBoxesInView();
     QStringList logsOfWell() const;
 
     ProjectData &m_data;
@@ -58,5 +65,6 @@ private:
     QLabel *m_summary = nullptr;
     QLabel *m_notice = nullptr;
     QTableWidget *m_table = nullptr;
+    QStringListModel *m_groups = nullptr; ///< one list for all boxes
     LasTextBrowser *m_text = nullptr;
 };

@@ -17,6 +17,8 @@ constexpr QChar colon = u':';
 constexpr QChar blank = u' ';
 
 constexpr int maximumCurves = 1 << 20;
+// A file without line ends is one header line; as a text it would need several times the file's memory.
+constexpr int longestHeaderLine = 64 * 1024;
 constexpr qint64 maximumFileSize =
     std::numeric_limits<int>::max() - 64; // a QByteArray's header needs room, too
 
@@ -193,8 +195,10 @@ int WellInfo::load(const QString &path)
         return -1;
     // Only a regular file ends for sure; a pipe or a device may not.
     QFile file(path);
-    if (!fileInfo.isFile() || fileInfo.size() > maximumFileSize
-        || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+    if (!fileInfo.isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        return -2;
+    isTooLarge = fileInfo.size() > maximumFileSize;
+    if (isTooLarge)
         return -2;
     try {
         QByteArray bytes = file.readAll();
@@ -204,9 +208,11 @@ int WellInfo::load(const QString &path)
             read(path);
             return 0;
         }
+        *this = WellInfo();
     } catch (const std::bad_alloc &) {
+        *this = WellInfo();
+        isTooLarge = true;
     }
-    *this = WellInfo();
     lines = LasLines(path);
     return -2;
 }
@@ -230,9 +236,10 @@ void WellInfo::read(const QString &path)
         } else {
             stop = las::lineStop(at, end);
             if (section != Section::None && section != Section::Other)
-                header.readLine(section, las::decode(at, stop, encoding));
+                header.readLine(section, las::decodeFront(at, stop, encoding, longestHeaderLine));
         }
     }
     lines.m_starts.squeeze();
+    m_curvesWithUnreadableDepth = columns.columnsWithUnreadableDepth();
     columns.moveTo(curves);
 }

@@ -9,6 +9,8 @@
 /// One LAS file as read for import. The reader never rejects a file for its content, it takes what it
 /// recognises; lines that are malformed give empty text or 0. A copy is cheap, the large parts are shared.
 ///
+/// Of a header line the first 64 kB count; what a longer line holds behind them is left out.
+///
 /// Numbers are decimal and independent of the locale; a leading "+" is allowed. Text that is no number as a
 /// whole ("1.5abc", "580.0,12"), "nan", "inf" and what a double cannot hold ("1e400") all yield 0.
 class WellInfo {
@@ -26,6 +28,9 @@ public:
     /// and are shorter where data lines hold fewer tokens than there are curves; curves of equal length share
     /// one depth list. Nulls stay as they are in the file. More than a million curves are not listed.
     QVector<LogCurveData> curves;
+    /// Whether a sample of the curve stands on a line whose depth is no number (and so reads as 0).
+    bool hasUnreadableDepth(int curve) const { return curve < m_curvesWithUnreadableDepth; }
+    bool isTooLarge = false; ///< load() gave -2 because of the file's size
     bool hasNullValue = false; ///< a NULL line with a number was there; without one 0 is a value like any other
     LasLines lines; ///< the title and every line of the file
 
@@ -53,4 +58,6 @@ public:
 
 private:
     void read(const QString &path);
+
+    int m_curvesWithUnreadableDepth = 0; ///< counted from the first curve on
 };

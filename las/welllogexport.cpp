@@ -6,6 +6,7 @@
 #include "las/exportcurvesinascii.h"
 #include "las/laswriter.h"
 #include "las/resampling.h"
+#include "las/showntext.h"
 #include "las/welllogstabwidget.h"
 
 #include <QCheckBox>
@@ -21,11 +22,20 @@
 #include <QPushButton>
 #include <QTabWidget>
 
+#include <new>
+
+namespace {
+
+constexpr int wellKeyRole = Qt::UserRole;
+
+} // namespace
+
 /// What to write of one well.
 struct WellLogExport::Job
 {
+    QString wellKey;
     QString wellName;
-    QStringList logNames;
+    QVector<las::ListedLog> logs;
     bool isResampling = false;
     QString path;
 };
@@ -46,6 +56,8 @@ WellLogExport::WellLogExport(ProjectData &projectData, QWidget *parent)
     m_wells = new QListWidget;
     m_wells->setObjectName(QStringLiteral("wellList"));
     las::fillCheckList(m_wells, m_data.catalogue.wellNames());
+    for (int well = 0; well < m_wells->count(); ++well)
+        m_wells->item(well)->setData(wellKeyRole, m_data.catalogue.wellKey(well));
     wellsLabel->setBuddy(m_wells);
     auto *logsLabel = new QLabel(QStringLiteral("Select Log(s)"));
     m_tabs = new QTabWidget;
@@ -64,7 +76,7 @@ WellLogExport::WellLogExport(ProjectData &projectData, QWidget *parent)
     page->addWidget(m_progressBar);
     page->addWidget(buildButtons());
     m_exportButton->setDefault(true);
-    resize(640, 640);
+    resize(720, 680);
     intervalCheckBoxToggled(m_intervalBox->isChecked());
 
     connect(m_wells, &QListWidget::itemChanged, this, &WellLogExport::wellSelected);
@@ -124,6 +136,7 @@ QWidget *WellLogExport::buildButtons()
     m_closeButton->setObjectName(QStringLiteral("closeButton"));
     m_asciiButton = new QPushButton(QStringLiteral("Curves in ASCII"));
     m_asciiButton->setObjectName(QStringLiteral("asciiButton"));
+    m_asciiButton->setMinimumWidth(m_asciiButton->sizeHint().width() + 16);
     m_asciiButton->setToolTip(QStringLiteral("Write logs of a well as two-column text files into the project"));
     layout->addStretch(1);
     layout->addWidget(m_exportButton);
@@ -144,9 +157,10 @@ void WellLogExport::wellSelected(QListWidgetItem *item)
     const bool isChecked = item->checkState() == Qt::Checked;
     WellLogsTabWidget *tab = m_tabOfItem.value(item);
     if (isChecked && !tab) {
-        tab = new WellLogsTabWidget(m_data.catalogue.logNames(m_wells->row(item)));
+        const int well = m_data.catalogue.indexOfKey(item->data(wellKeyRole).toString());
+        tab = new WellLogsTabWidget(well >= 0 ? m_data.catalogue.logNames(well) : QStringList());
         m_tabOfItem.insert(item, tab);
-        m_tabs->setCurrentIndex(m_tabs->addTab(tab, item->text()));
+        m_tabs->setCurrentIndex(m_tabs->addTab(tab, las::tabText(item->text())));
     } else if (!isChecked && tab) {
         m_tabOfItem.remove(item);
         delete tab;
@@ -180,14 +194,22 @@ QVector<WellLogExport::Job> WellLogExport::jobs() const
 {
     QVector<Job> jobs;
     for (int i = 0; i < m_tabs->count(); ++i) {
+        const QListWidgetItem *item = m_tabOfItem.key(tabAt(i));
         Job job;
-        job.wellName = m_tabs->tabText(i);
-        job.logNames = tabAt(i)->checkedLogs();
+        job.wellKey = item->data(wellKeyRole).toString();
+        job.wellName = item->text();
+        job.logs = tabAt(i)->checkedLogs();
         job.isResampling = m_intervalBox->isChecked();
         job.path = m_folderEdit->text() + QLatin1Char('/') + las::lasFileName(job.wellName);
         jobs.append(job);
     }
     return jobs;
+}
+
+// By its key: wells may share a name, and the catalogue may be read anew while the dialog stands.
+int WellLogExport::wellOf(const Job &job) const
+{
+    return m_data.catalogue.indexOfKey(job.wellKey);
 }
 
 void WellLogExport::exportBtnClicked()
@@ -204,7 +226,7 @@ void WellLogExport::exportBtnClicked()
     }
     const QVector<Job> wells = jobs();
     const double interval = las::intervalFromText(m_intervalEdit->text());
-    const QString problem = refusal(wells, interval);
+    const QString problem = las::intervalProblem(interval);
     if (!problem.isEmpty()) {
         m_data.asker.warn(windowTitle(), problem);
         return;
@@ -216,7 +238,10 @@ void WellLogExport::exportBtnClicked()
     const QPointer<WellLogExport> self(this);
     const QPointer<QWidget> focused(focusWidget());
     setRunning(true);
-    if (exportWells(wells, interval) == End::Finished && self)
+    End end = checkGrids(wells, interval);
+    if (end == End::Finished)
+        end = exportWells(wells, interval);
+    if (end == End::Finished && self)
         m_data.asker.inform(windowTitle(), QStringLiteral("Successfully Exported !"));
     if (!self)
         return;
@@ -227,32 +252,49 @@ void WellLogExport::exportBtnClicked()
         close();
 }
 
-// Reads the logs once more than needed, so that a wrong interval or depth is told before the first file is written.
-QString WellLogExport::refusal(const QVector<Job> &wells, double interval) const
+// Reads the logs once more than needed, so that depths which make too large a grid are told before the first file is
+// written. A well that cannot be read ends the export when its turn comes, and is told then.
+WellLogExport::End WellLogExport::checkGrids(const QVector<Job> &wells, double interval)
 {
-    const QString problem = las::intervalProblem(interval);
-    if (!problem.isEmpty())
-        return problem;
     for (const Job &job : wells) {
-        if (job.logNames.isEmpty())
-            break; // the export ends there
-        las::ExportRange range(m_data.catalogue.wellRecord(job.wellName).totalDepth);
-        for (const QString &name : job.logNames)
-            range.add(m_data.catalogue.curve(job.wellName, name));
-        const QString gridProblem = las::gridProblem(range.start, range.stop, interval, job.wellName);
-        if (!gridProblem.isEmpty())
-            return gridProblem;
+        bool isReadable = false;
+        const End end = withinMemory(job, [&] { return checkGrid(job, interval, &isReadable); });
+        if (end != End::Finished || !isReadable)
+            return end;
     }
-    return {};
+    return End::Finished;
+}
+
+WellLogExport::End WellLogExport::checkGrid(const Job &job, double interval, bool *isReadable)
+{
+    const QPointer<WellLogExport> self(this);
+    const std::function<bool()> mayGoOn = goOn();
+    const std::optional<WellRecord> well =
+        m_data.catalogue.readWellRecord(wellOf(job), WellsCatalogue::OnFailure::BeSilent);
+    if (!well || job.logs.isEmpty())
+        return End::Finished;
+    las::ExportRange range(well->totalDepth);
+    for (const las::ListedLog &listed : job.logs) {
+        if (!mayGoOn())
+            return self ? End::Cancelled : End::Deleted;
+        const std::optional<LogCurveData> log =
+            las::readListedLog(m_data.catalogue, wellOf(job), listed, WellsCatalogue::OnFailure::BeSilent);
+        if (!log)
+            return End::Finished;
+        range.add(*log);
+    }
+    *isReadable = true;
+    const QString problem = las::gridProblem(range.start, range.stop, interval, job.wellName);
+    return problem.isEmpty() ? End::Finished : stop(problem);
 }
 
 WellLogExport::End WellLogExport::exportWells(const QVector<Job> &wells, double interval)
 {
     const QPointer<WellLogExport> self(this);
-    QStringList unsuitedLogs;
+    las::NameList unsuitedLogs;
     End end = End::Finished;
     for (int i = 0; i < wells.size() && end == End::Finished; ++i) {
-        end = exportWell(wells.at(i), interval, &unsuitedLogs);
+        end = withinMemory(wells.at(i), [&] { return exportWell(wells.at(i), interval, &unsuitedLogs); });
         if (end == End::Finished)
             m_progressBar->setValue(i + 1);
     }
@@ -261,53 +303,91 @@ WellLogExport::End WellLogExport::exportWells(const QVector<Job> &wells, double 
     return self ? end : End::Deleted;
 }
 
-// Events may delete the dialog: after each of them nothing of it is touched before it is known to be there.
-WellLogExport::End WellLogExport::exportWell(const Job &job, double interval, QStringList *unsuitedLogs)
+// Boxes and events may delete the dialog: after each of them nothing of it is touched before it is known to be there.
+WellLogExport::End WellLogExport::exportWell(const Job &job, double interval, las::NameList *unsuitedLogs)
 {
     const QPointer<WellLogExport> self(this);
-    const auto goOn = [&self, this] {
-        QCoreApplication::processEvents();
-        return self && !m_isCancelled;
-    };
-    if (job.logNames.isEmpty()) {
-        m_data.asker.warn(windowTitle(),
-                          QStringLiteral("Please first select log(s) for this Well :%1.").arg(job.wellName));
-        return self ? End::Stopped : End::Deleted;
-    }
+    if (job.logs.isEmpty())
+        return stop(QStringLiteral("Please first select log(s) for this Well :%1.").arg(job.wellName));
+    const std::function<bool()> mayGoOn = goOn();
+    const auto unread = [&self] { return self ? End::Stopped : End::Deleted; }; // the host's box has told of it
+    const std::optional<WellRecord> well = m_data.catalogue.readWellRecord(wellOf(job));
+    if (!well)
+        return unread();
     las::ExportFile file;
-    file.well = m_data.catalogue.wellRecord(job.wellName);
+    file.well = *well;
     file.well.wellName = job.wellName;
     file.interval = interval;
-    file.range = las::ExportRange(file.well.totalDepth);
-    QStringList unsuited;
-    for (const QString &name : job.logNames) {
-        if (!goOn())
+    file.range = las::ExportRange(well->totalDepth);
+    las::NameList unsuited;
+    for (const las::ListedLog &listed : job.logs) {
+        if (!mayGoOn())
             return self ? End::Cancelled : End::Deleted;
-        LogCurveData log = m_data.catalogue.curve(job.wellName, name);
-        file.range.add(log);
+        const std::optional<LogCurveData> log =
+            las::readListedLog(m_data.catalogue, wellOf(job), listed, WellsCatalogue::OnFailure::Tell);
+        if (!log)
+            return unread();
+        file.range.add(*log);
         bool isUnsuited = false;
-        if (job.isResampling)
-            log = las::resampledForExport(log, interval, &isUnsuited);
+        file.logs.append(job.isResampling ? las::exportLog(*log, interval, &isUnsuited)
+                                          : las::ExportLog{*log, false});
         if (isUnsuited)
-            unsuited.append(job.wellName + QStringLiteral(": ") + name);
-        file.logs.append(log);
+            unsuited.add(job.wellName, listed.name);
     }
+    // Once more: the host's logs may have changed since they were checked.
+    const QString problem = las::gridProblem(file.range.start, file.range.stop, interval, job.wellName);
+    const End end = problem.isEmpty() ? writeFile(job, file) : stop(problem);
+    if (end == End::Finished)
+        unsuitedLogs->add(unsuited);
+    return end;
+}
+
+WellLogExport::End WellLogExport::writeFile(const Job &job, const las::ExportFile &file)
+{
+    const QPointer<WellLogExport> self(this);
     bool isCreated = false;
-    const base::WriteResult result = las::writeLas(job.path, file, goOn, &isCreated);
+    const base::WriteResult result = las::writeLas(job.path, file, goOn(), &isCreated);
     if (!self)
         return End::Deleted;
     if (m_isCancelled)
         return End::Cancelled;
-    if (!result.ok()) {
-        const QString text = isCreated
+    if (result.ok())
+        return End::Finished;
+    return stop(
+        isCreated
             ? QStringLiteral("Unable to write file %1: %2.\nWhat was at this place before is unchanged.")
                   .arg(job.path, result.error)
-            : QStringLiteral("Unable to create file.\nPlease check file read/write permission for that folder.");
-        m_data.asker.warn(windowTitle(), text);
-        return self ? End::Stopped : End::Deleted;
+            : QStringLiteral("Unable to create file.\nPlease check file read/write permission for that folder."));
+}
+
+template<class Step>
+WellLogExport::End WellLogExport::withinMemory(const Job &job, const Step &step)
+{
+    const QPointer<WellLogExport> self(this);
+    try {
+        return step();
+    } catch (const std::bad_alloc &) {
+        return self ? stop(QStringLiteral("There is not enough memory to export the logs of %1.\n"
+                                          "Its file was not written; what was at its place before is unchanged.")
+                               .arg(job.wellName))
+                    : End::Deleted;
     }
-    *unsuitedLogs += unsuited;
-    return End::Finished;
+}
+
+WellLogExport::End WellLogExport::stop(const QString &text)
+{
+    const QPointer<WellLogExport> self(this);
+    m_data.asker.warn(windowTitle(), text);
+    return self ? End::Stopped : End::Deleted;
+}
+
+std::function<bool()> WellLogExport::goOn()
+{
+    const QPointer<WellLogExport> self(this);
+    return [self] {
+        QCoreApplication::processEvents();
+        return self && !self->m_isCancelled;
+    };
 }
 
 void WellLogExport::setRunning(bool isRunning)

@@ -18,6 +18,10 @@ QT_END_NAMESPACE
 
 class WellLogsTabWidget;
 struct ProjectData;
+namespace las {
+class NameList;
+struct ExportFile;
+} // namespace las
 
 /// Exports logs as LAS 2.0 files, one a well, and opens the export as two-column files.
 class WellLogExport : public QDialog
@@ -54,10 +58,17 @@ private:
     void buildOptions(QWidget *page);
     QWidget *buildButtons();
     WellLogsTabWidget *tabAt(int index) const;
+    int wellOf(const Job &job) const;
     QVector<Job> jobs() const;
-    QString refusal(const QVector<Job> &wells, double interval) const;
+    End checkGrids(const QVector<Job> &wells, double interval);
+    End checkGrid(const Job &job, double interval, bool *isReadable);
     End exportWells(const QVector<Job> &wells, double interval);
-    End exportWell(const Job &job, double interval, QStringList *unsuitedLogs);
+    End exportWell(const Job &job, double interval, las::NameList *unsuitedLogs);
+    End writeFile(const Job &job, const las::ExportFile &file);
+    template<class Step>
+    End withinMemory(const Job &job, const Step &step);
+    End stop(const QString &text);
+    std::function<bool()> goOn();
     void setRunning(bool isRunning);
 
     ProjectData &m_data;

@@ -21,9 +21,9 @@ WellLogsTabWidget::WellLogsTabWidget(const QStringList &logNames, QWidget *paren
     connect(m_logs, &QListWidget::itemChanged, this, &WellLogsTabWidget::checkLogsCheckState);
 }
 
-QStringList WellLogsTabWidget::checkedLogs() const
+QVector<las::ListedLog> WellLogsTabWidget::checkedLogs() const
 {
-    return las::checkedTexts(m_logs);
+    return las::checkedLogs(m_logs);
 }
 
 void WellLogsTabWidget::allLogsChecked(bool isChecked)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "las/exportplan.h"
+
 #include <QStringList>
 #include <QWidget>
 
@@ -17,7 +19,7 @@ class WellLogsTabWidget : public QWidget
 public:
     explicit WellLogsTabWidget(const QStringList &logNames, QWidget *parent = nullptr);
 
-    QStringList checkedLogs() const;
+    QVector<las::ListedLog> checkedLogs() const;
 
 public slots:
     void allLogsChecked(bool isChecked);

@@ -2,6 +2,7 @@
 
 #include "logview/curveitem.h"
 #include "logview/depthaxis.h"
+#include "logview/displaystyle.h"
 #include "logview/trackitem.h"
 
 #include <QFontMetrics>
@@ -49,7 +50,7 @@ void CurveHeaderItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *,
     else if (fill.isOn && fill.color.isValid())
         painter->fillRect(swatch, fill.color);
 
-    QFont font(QStringLiteral("Times"));
+    QFont font = logview::timesFont();
     painter->setFont(font);
     painter->setPen(Qt::black);
     painter->drawText(QRectF(5, 1, m_width - 10, 20), Qt::AlignCenter, m_curve->curveName());

@@ -2,7 +2,7 @@
 
 #include "logview/curveheaderitem.h"
 #include "logview/curveitempropertywidget.h"
-#include "logview/displaycolors.h"
+#include "logview/displaystyle.h"
 #include "logview/pointitem.h"
 #include "logview/trackheaderitem.h"
 #include "logview/trackitem.h"

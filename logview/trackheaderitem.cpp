@@ -1,6 +1,6 @@
 #include "logview/trackheaderitem.h"
 
-#include "logview/displaycolors.h"
+#include "logview/displaystyle.h"
 #include "logview/trackitem.h"
 
 #include <QGraphicsSceneMouseEvent>
@@ -37,7 +37,7 @@ void TrackHeaderItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *,
     painter->drawRect(QRectF(0, 0, width, headerHeight));
     if (m_track->trackType() != DepthTrack)
         return;
-    QFont font(QStringLiteral("Times"));
+    QFont font = logview::timesFont();
     painter->setFont(font);
     painter->drawText(QRectF(5, 1, width - 10, 20), Qt::AlignCenter, m_track->depthTypeText());
     font.setPointSize(8);

@@ -1,7 +1,7 @@
 #include "logview/trackitem.h"
 
 #include "logview/curveitem.h"
-#include "logview/displaycolors.h"
+#include "logview/displaystyle.h"
 #include "logview/perforationgeometry.h"
 #include "logview/trackgrid.h"
 #include "logview/trackheaderitem.h"

@@ -1,6 +1,7 @@
 #include "logview/wellnameitem.h"
 
 #include "logview/depthaxis.h"
+#include "logview/displaystyle.h"
 
 #include <QGraphicsScene>
 #include <QPainter>
@@ -31,6 +32,6 @@ void WellNameItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QW
     painter->setBrush(QColor(240, 127, 33, 255));
     painter->setPen(QPen(Qt::black, 2));
     painter->drawRect(banner);
-    painter->setFont(QFont(QStringLiteral("Times")));
+    painter->setFont(logview::timesFont());
     painter->drawText(banner, Qt::AlignCenter, m_wellName);
 }

@@ -44,10 +44,14 @@ void Launcher::prepareData(ProjectData &projectData)
     Project &project = projectData.project;
     project.groupNames = curveGroupNames();
     project.zoneTypes = zoneTypeNames();
+    const QString survey = projectData.host.surveyDirectory();
     projectData.catalogue.build();
     project.globalTemplateNames.clear();
-    openProject(projectData.host, &project);
-    seedProject(project.projectFolder);
+    // While a box about a well stands there, the host may open another survey, in which this launch has no business.
+    if (projectData.host.surveyDirectory() == survey) {
+        openProject(projectData.host, &project);
+        seedProject(project.projectFolder);
+    }
     project.halfDotsPerInch = logicalDpiX() / 2.0;
     project.doubleDotsPerInch = 2 * logicalDpiX();
 }

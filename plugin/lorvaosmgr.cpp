@@ -66,6 +66,8 @@ void lorvaosMgr::runLaunch()
     // Kept before any window of it exists, so that it outlives them whatever happens in between.
     m_data = std::move(data);
     m_launcher = new Launcher(launchData, m_host.mainWidget());
+    if (m_isAbandoned)
+        return;
     m_launcher->show();
 
     // Each step lets the host handle its events, in which the survey may change or the host close its window.

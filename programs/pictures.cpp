@@ -2,8 +2,9 @@
 // lorva-pictures SURVEY_DIR PICTURE_DIR
 
 #include "base/atomicfile.h"
-#include "base/messageboxasker.h"
+#include "programs/unattended.h"
 #include "workbench/filechooser.h"
+#include "workbench/messagespanel.h"
 #include "workbench/pluginloader.h"
 #include "workbench/workbenchhost.h"
 #include "workbench/workbenchwindow.h"
@@ -14,7 +15,6 @@
 #include <QDir>
 #include <QMenu>
 #include <QPixmap>
-#include <QSettings>
 #include <QStandardPaths>
 #include <QTreeWidget>
 
@@ -22,7 +22,7 @@
 
 namespace {
 
-/// Saves pictures of widgets into one folder and tells where they are.
+/// Saves pictures of widgets into one folder and tells where they are, or which could not be made and why.
 class PictureFolder
 {
 public:
@@ -32,26 +32,33 @@ public:
         QDir().mkpath(m_path);
     }
 
-    bool save(QWidget *widget, const QString &name) const
+    void save(QWidget *widget, const QString &name)
     {
-        if (!widget)
-            return false;
+        const QString file = m_path + QLatin1Char('/') + name;
+        const QString problem = widget ? write(widget, file) : QStringLiteral("there is no such window");
+        if (problem.isEmpty())
+            std::printf("%s\n", qUtf8Printable(file));
+        else
+            std::fprintf(stderr, "Cannot draw %s: %s.\n", qUtf8Printable(file), qUtf8Printable(problem));
+        m_isComplete = m_isComplete && problem.isEmpty();
+    }
+
+    /// Whether every picture was made.
+    bool isComplete() const { return m_isComplete; }
+
+private:
+    static QString write(QWidget *widget, const QString &file)
+    {
         QCoreApplication::processEvents();
         QByteArray bytes;
         QBuffer buffer(&bytes);
-        const QString file = m_path + QLatin1Char('/') + name;
         if (!widget->grab().save(&buffer, "PNG"))
-            return false;
-        const base::WriteResult result = base::writeFileAtomically(file, bytes);
-        if (result.ok())
-            std::printf("%s\n", qUtf8Printable(file));
-        else
-            std::fprintf(stderr, "Cannot write %s: %s\n", qUtf8Printable(file), qUtf8Printable(result.error));
-        return result.ok();
+            return QStringLiteral("the picture cannot be encoded");
+        return base::writeFileAtomically(file, bytes).error;
     }
 
-private:
     QString m_path;
+    bool m_isComplete = true;
 };
 
 QWidget *childWindow(const QWidget *parent, const char *className)
@@ -73,6 +80,28 @@ void expandFirstWell(QWidget *mainWindow)
         well->child(i)->setExpanded(true);
 }
 
+// The entry that a plug-in added; a menu without one holds a disabled line that says so.
+QAction *pluginAction(const QMenu *utilities)
+{
+    QAction *last = utilities->isEmpty() ? nullptr : utilities->actions().last();
+    return last && last->isEnabled() ? last : nullptr;
+}
+
+void printMissingPlugin(const workbench::PluginLoader &loader, const QStringList &folders)
+{
+    std::fprintf(stderr, "No plug-in was started from %s.\n", qUtf8Printable(folders.join(QStringLiteral(", "))));
+    for (const workbench::PluginReport &report : loader.reports())
+        if (!report.error.isEmpty())
+            std::fprintf(stderr, "%s: %s\n", qUtf8Printable(report.file), qUtf8Printable(report.error));
+}
+
+void printMessages(const workbench::WorkbenchWindow &window)
+{
+    const auto *panel = window.findChild<workbench::MessagesPanel *>();
+    for (const QString &message : panel->messages())
+        std::fprintf(stderr, "%s\n", qUtf8Printable(message));
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -86,30 +115,35 @@ int main(int argc, char *argv[])
     QApplication::setOrganizationName(QStringLiteral("LORVA"));
     QApplication::setApplicationName(QStringLiteral("pictures"));
 
-    const PictureFolder pictures(QString::fromLocal8Bit(argv[2]));
+    PictureFolder pictures(QFile::decodeName(argv[2]));
+    const unattended::BoxCloser closer;
+    unattended::PrintingAsker asker;
     workbench::WorkbenchHost host(workbench::WorkbenchHost::installedDataFolder());
-    base::MessageBoxAsker asker;
     workbench::PluginLoader loader;
     workbench::WorkbenchWindow window(host, asker, workbench::dialogFileChooser());
     host.setWindow(&window, window.utilitiesMenu());
     window.resize(1200, 760);
     window.show();
-    loader.loadAll(workbench::PluginLoader::searchFolders({}));
+    const QStringList folders = workbench::PluginLoader::searchFolders({});
+    loader.loadAll(folders);
     window.setPluginReports(loader.reports());
-    if (!window.openSurvey(QDir::current().absoluteFilePath(QString::fromLocal8Bit(argv[1]))))
+    if (!window.openSurvey(QDir::current().absoluteFilePath(QFile::decodeName(argv[1]))))
         return 1;
-    bool isComplete = pictures.save(&window, QStringLiteral("workbench.png"));
-    if (window.utilitiesMenu()->actions().isEmpty()) {
-        std::fprintf(stderr, "The plug-in was not loaded.\n");
+    printMessages(window);
+    pictures.save(&window, QStringLiteral("workbench.png"));
+    QAction *action = pluginAction(window.utilitiesMenu());
+    if (!action) {
+        printMissingPlugin(loader, folders);
         return 1;
     }
-    window.utilitiesMenu()->actions().last()->trigger();
-    isComplete = pictures.save(childWindow(&window, "Launcher"), QStringLiteral("launcher.png")) && isComplete;
-    if (QWidget *mainWindow = childWindow(&window, "MainWindow")) {
+    action->trigger();
+    pictures.save(childWindow(&window, "Launcher"), QStringLiteral("launcher.png"));
+    QWidget *mainWindow = childWindow(&window, "MainWindow");
+    if (mainWindow) {
         mainWindow->showNormal();
         mainWindow->resize(1400, 900);
         expandFirstWell(mainWindow);
-        isComplete = pictures.save(mainWindow, QStringLiteral("mainwindow.png")) && isComplete;
     }
-    return isComplete ? 0 : 1;
+    pictures.save(mainWindow, QStringLiteral("mainwindow.png"));
+    return pictures.isComplete() ? 0 : 1;
 }

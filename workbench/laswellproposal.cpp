@@ -13,8 +13,6 @@ namespace workbench {
 
 namespace {
 
-constexpr double metresPerFoot = 0.3048;
-
 QStringList list(const char *words)
 {
     return QString::fromLatin1(words).split(u' ');
@@ -53,7 +51,7 @@ struct Length {
 /// Reads one header on behalf of proposeWell().
 class Proposer {
 public:
-    Proposer(const QString &file, const las::Header &header);
+    Proposer(const QString &file, const las::Header &header, DepthUnit surveyUnit);
 
     WellProposal proposal();
 
@@ -66,8 +64,9 @@ private:
     std::optional<Length> length(const Quantity &quantity, double lowestM, double highestM,
                                  LengthUnit withoutUnit);
     std::optional<Length> firstLength(const QStringList &mnemonics, double lowestM, double highestM);
-    /// The metres of a length that goes into the proposal, 0 without one.
-    double use(const std::optional<Length> &length);
+    /// The metres of a length that goes into the proposal and is stored in \a storedUnit, 0 without one.
+    double use(const std::optional<Length> &length, DepthUnit storedUnit);
+    double useDepth(const std::optional<Length> &length) { return use(length, m_surveyUnit); }
 
     void proposeName();
     void proposeCoordinates();
@@ -75,18 +74,21 @@ private:
     bool coordinatesFromLocation();
     void proposeElevations();
     void proposeTotalDepth();
-    void noteFeet();
+    void noteConversions();
     void note(const QString &sentence) { m_proposal.notes.append(sentence); }
 
     const las::Header &m_header;
     WellProposal m_proposal;
     std::optional<double> m_nullValue;
     LengthUnit m_indexUnit = LengthUnit::None;
+    DepthUnit m_surveyUnit;
     QStringList m_fromFeet;
+    QStringList m_fromMetres;
 };
 
-Proposer::Proposer(const QString &file, const las::Header &header)
+Proposer::Proposer(const QString &file, const las::Header &header, DepthUnit surveyUnit)
     : m_header(header)
+    , m_surveyUnit(surveyUnit)
 {
     m_proposal.file = file;
     if (const las::HeaderItem *item = header.find(u'W', {QStringLiteral("NULL")}))
@@ -101,7 +103,7 @@ WellProposal Proposer::proposal()
     proposeCoordinates();
     proposeElevations();
     proposeTotalDepth();
-    noteFeet();
+    noteConversions();
     return m_proposal;
 }
 
@@ -189,12 +191,13 @@ std::optional<Length> Proposer::firstLength(const QStringList &mnemonics, double
     return std::nullopt;
 }
 
-double Proposer::use(const std::optional<Length> &length)
+double Proposer::use(const std::optional<Length> &length, DepthUnit storedUnit)
 {
     if (!length)
         return 0;
-    if (length->fromFeet)
-        m_fromFeet.append(length->mnemonic);
+    const DepthUnit given = length->fromFeet ? DepthUnit::Foot : DepthUnit::Metre;
+    if (given != storedUnit)
+        (length->fromFeet ? m_fromFeet : m_fromMetres).append(length->mnemonic);
     return length->metres;
 }
 
@@ -229,8 +232,8 @@ bool Proposer::coordinatesFromItems()
         const std::optional<Length> xLength = length(*x, -farthest, farthest, LengthUnit::Metre);
         const std::optional<Length> yLength = length(*y, -farthest, farthest, LengthUnit::Metre);
         if (xLength && yLength) {
-            m_proposal.x = use(xLength);
-            m_proposal.y = use(yLength);
+            m_proposal.x = use(xLength, DepthUnit::Metre);
+            m_proposal.y = use(yLength, DepthUnit::Metre);
             return true;
         }
     }
@@ -275,7 +278,7 @@ void Proposer::proposeElevations()
     constexpr double deepestSea = -12000;
     const std::optional<Length> ground =
         firstLength(list("EGL GL ELEV_GL ELEVGL GRLV GROUND"), deepestSea, highestLand);
-    m_proposal.groundM = use(ground);
+    m_proposal.groundM = useDepth(ground);
 
     std::optional<Length> kb =
         firstLength(list("EKB KB ELEV_KB ELEVKB KB_ELEV KBELEV ELKB LMF"), lowestLand, highestLand);
@@ -293,7 +296,7 @@ void Proposer::proposeElevations()
             note(QStringLiteral(
                 "There is no elevation of the kelly bushing; that of the derrick floor is used."));
     }
-    m_proposal.kbM = use(kb);
+    m_proposal.kbM = useDepth(kb);
     if (!kb)
         note(QStringLiteral("The header has no elevation of the kelly bushing; it is 0."));
     else if (m_proposal.kbM < m_proposal.groundM)
@@ -317,22 +320,24 @@ void Proposer::proposeTotalDepth()
         if (depth && (!largest || depth->metres > largest->metres))
             largest = depth;
     }
-    m_proposal.totalDepthM = use(largest);
+    m_proposal.totalDepthM = useDepth(largest);
     if (m_proposal.totalDepthM <= 0)
         note(QStringLiteral("The header has no total depth; it is 0."));
 }
 
-void Proposer::noteFeet()
+void Proposer::noteConversions()
 {
     if (!m_fromFeet.isEmpty())
         note(QStringLiteral("Converted from feet: %1.").arg(m_fromFeet.join(QStringLiteral(", "))));
+    if (!m_fromMetres.isEmpty())
+        note(QStringLiteral("Converted from metres: %1.").arg(m_fromMetres.join(QStringLiteral(", "))));
 }
 
 } // namespace
 
-WellProposal proposeWell(const QString &file, const las::Header &header)
+WellProposal proposeWell(const QString &file, const las::Header &header, DepthUnit surveyUnit)
 {
-    return Proposer(file, header).proposal();
+    return Proposer(file, header, surveyUnit).proposal();
 }
 
 } // namespace workbench

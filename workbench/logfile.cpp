@@ -27,6 +27,16 @@ LogStorage storageOf(const QByteArray &text)
     return text.startsWith('S') ? LogStorage::BigEndian : LogStorage::Ascii;
 }
 
+QString cutText()
+{
+    return QStringLiteral("its last sample is cut off");
+}
+
+QString emptyText()
+{
+    return QStringLiteral("it holds no samples");
+}
+
 bool isYes(const QByteArray &text)
 {
     return text.startsWith('Y') || text.startsWith('y');
@@ -216,7 +226,7 @@ void finishSamples(host::LogData *log, QString *problem)
 {
     dropUndefinedEnds(log);
     if (log->values.isEmpty() && problem && problem->isEmpty())
-        *problem = QStringLiteral("it holds no samples");
+        *problem = emptyText();
 }
 
 } // namespace
@@ -249,6 +259,14 @@ host::Outcome<LogFileHeader> parseLogHeader(const QByteArray &bytes, bool *isCut
     return {header, {}};
 }
 
+QString sampleSizeProblem(const LogFileHeader &header, qint64 fileSize)
+{
+    const qint64 size = fileSize - header.dataOffset;
+    if (size <= 0)
+        return emptyText();
+    return header.storage != LogStorage::Ascii && size % sampleSize != 0 ? cutText() : QString();
+}
+
 host::LogData parseLogSamples(const LogFileHeader &header, const QByteArray &bytes, QString *problem)
 {
     host::LogData log;
@@ -264,7 +282,7 @@ host::LogData parseLogSamples(const LogFileHeader &header, const QByteArray &byt
         samples.add(begin, size / sampleSize);
         samples.finish(&log);
         if (size % sampleSize != 0 && problem)
-            *problem = QStringLiteral("its last sample is cut off");
+            *problem = cutText();
     }
     finishSamples(&log, problem);
     return log;
@@ -312,7 +330,7 @@ host::Outcome<host::LogData> readLogFile(const QString &path, LogFileHeader *hea
     log.unit = header->unit;
     samples.finish(&log);
     if ((dataSize % sampleSize != 0 || room > 0) && problem)
-        *problem = QStringLiteral("its last sample is cut off");
+        *problem = cutText();
     finishSamples(&log, problem);
     return {log, {}};
 }

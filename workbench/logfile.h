@@ -23,6 +23,10 @@ struct LogFileHeader
 /// The error is a sentence without the file's name.
 host::Outcome<LogFileHeader> parseLogHeader(const QByteArray &bytes, bool *isCut = nullptr);
 
+/// What the size of a log's file tells of its samples without reading them, as the sentence that reading them would
+/// give; empty when nothing is wrong.
+QString sampleSizeProblem(const LogFileHeader &header, qint64 fileSize);
+
 /// The samples behind the header: those without a depth left out, values that are no number undefined, undefined
 /// ones at the top and the bottom left out. \a problem receives a sentence
 /// when the samples are cut off or hold something unreadable; what stands before it is read.

@@ -1,9 +1,7 @@
 #include "workbench/logfiles.h"
 
 #include "base/atomicfile.h"
-#include "base/filesystemcalls.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <QSet>
@@ -98,6 +96,9 @@ void LogFiles::readHeaders(const QString &stem, const Report &report)
             report(file, QStringLiteral("a second log named \"%1\" is left out").arg(entry.header.name));
             continue;
         }
+        const QString problem = sampleSizeProblem(entry.header, entry.state.size);
+        if (!problem.isEmpty())
+            report(file, problem);
         names.insert(entry.header.name);
         m_entries.append(entry);
     }
@@ -111,6 +112,12 @@ QVector<host::LogInfo> LogFiles::infos(const QString &stem, const Report &report
     for (const Entry &entry : qAsConst(m_entries))
         infos.append({entry.header.name, entry.header.unit});
     return infos;
+}
+
+QString LogFiles::file(const QString &stem, int index) const
+{
+    return m_stem == stem && index >= 0 && index < m_entries.size() ? path(stem, m_entries.at(index).number)
+                                                                    : QString();
 }
 
 // The log at an index of the headers last read, as long as its file still holds that log.
@@ -168,10 +175,7 @@ host::Status LogFiles::remove(const QString &stem, int index, const Report &repo
     const QString file = path(stem, m_entries.at(index).number);
     const QString last = path(stem, m_fileCount);
     // One rename, so that no crash can leave a gap that hides the logs behind it.
-    const bool isRemoved = file == last
-        ? QFile::remove(file)
-        : base::fileSystemCalls().rename(QFile::encodeName(last).constData(), QFile::encodeName(file).constData())
-            == 0;
+    const bool isRemoved = file == last ? removeFile(file) : moveInPlace(last, file);
     return {isRemoved ? QString() : QStringLiteral("Cannot delete the log file %1. Nothing is changed.").arg(file)};
 }
 

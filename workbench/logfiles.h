@@ -19,6 +19,8 @@ public:
     QVector<host::LogInfo> infos(const QString &stem, const Report &report);
     /// The log at an index of infos().
     host::Outcome<host::LogData> read(const QString &stem, int index, const Report &report);
+    /// The file of the log at an index of the infos() last read; empty when there is none.
+    QString file(const QString &stem, int index) const;
     /// Replaces the log of that name, else adds one.
     host::Status write(const QString &stem, const host::LogData &log, const QByteArray &depthUnit,
                        const Report &report);

@@ -10,24 +10,25 @@ namespace workbench {
 
 namespace {
 
-/// A tenth of a millimetre: what feet become in metres has no more to say.
+/// A tenth of a thousandth of the unit: what was converted has no more to say.
 constexpr double lengthSteps = 10000;
 
-QString lengthText(double metres)
+QString lengthText(double length)
 {
-    return QString::fromLatin1(base::formatShortest(std::round(metres * lengthSteps) / lengthSteps));
+    return QString::fromLatin1(base::formatShortest(std::round(length * lengthSteps) / lengthSteps));
 }
 
 // A header that is silent on the ground leaves it unknown; the other fields need a number.
-WellTexts textsOf(const WellProposal &proposal)
+WellTexts textsOf(const WellProposal &proposal, DepthUnit unit)
 {
+    const auto depthText = [unit](double metres) { return lengthText(fromMetres(metres, unit)); };
     WellTexts texts;
     texts[WellField::Name] = proposal.name;
     texts[WellField::X] = lengthText(proposal.x);
     texts[WellField::Y] = lengthText(proposal.y);
-    texts[WellField::KbElevation] = lengthText(proposal.kbM);
-    texts[WellField::GroundElevation] = proposal.groundM == 0 ? QString() : lengthText(proposal.groundM);
-    texts[WellField::TotalDepth] = lengthText(proposal.totalDepthM);
+    texts[WellField::KbElevation] = depthText(proposal.kbM);
+    texts[WellField::GroundElevation] = proposal.groundM == 0 ? QString() : depthText(proposal.groundM);
+    texts[WellField::TotalDepth] = depthText(proposal.totalDepthM);
     return texts;
 }
 
@@ -53,9 +54,9 @@ QString label(WellField field)
 }
 
 // Takes from a further file of the well what the files before did not tell.
-void merge(NewWell *well, const WellProposal &proposal)
+void merge(NewWell *well, const WellProposal &proposal, DepthUnit unit)
 {
-    const WellTexts further = textsOf(proposal);
+    const WellTexts further = textsOf(proposal, unit);
     QStringList differing;
     for (WellField field : {WellField::X, WellField::Y, WellField::KbElevation, WellField::GroundElevation}) {
         const double old = number(well->texts[field]);
@@ -88,7 +89,7 @@ void NewWells::addFiles(const QStringList &paths)
         m_paths.insert(path);
         const las::HeaderResult header = las::readHeader(path);
         if (header.error.isEmpty())
-            addProposal(proposeWell(path, header.header));
+            addProposal(proposeWell(path, header.header, m_unit));
         else
             addUnreadable(path, header.error);
     }
@@ -99,12 +100,12 @@ void NewWells::addProposal(const WellProposal &proposal)
     const QString name = WellNames::comparable(proposal.name);
     const int row = m_rowOfName.value(name, -1);
     if (row >= 0) {
-        merge(&m_wells[row], proposal);
+        merge(&m_wells[row], proposal, m_unit);
         return;
     }
     NewWell well;
     well.files.append(proposal.file);
-    well.texts = textsOf(proposal);
+    well.texts = textsOf(proposal, m_unit);
     well.notes = proposal.notes;
     if (m_existing.contains(proposal.name))
         well.state = NewWell::State::Exists;

@@ -29,11 +29,15 @@ struct NewWell
 class NewWells
 {
 public:
-    /// \a existing are the names that the survey has.
-    explicit NewWells(const WellNames &existing = {})
+    /// \a existing are the names that the survey has, \a unit is that of its depths.
+    explicit NewWells(const WellNames &existing = {}, DepthUnit unit = DepthUnit::Metre)
         : m_existing(existing)
+        , m_unit(unit)
     {
     }
+
+    /// Depths and elevations in the texts are in this unit.
+    DepthUnit depthUnit() const { return m_unit; }
 
     /// Reads the headers of the files and adds their wells; files met before are passed over. A further file of a
     /// well adds what is missing and the largest total depth. A file that cannot be read gets a row of its own.
@@ -58,6 +62,7 @@ private:
     void index();
 
     WellNames m_existing;
+    DepthUnit m_unit;
     QVector<NewWell> m_wells;
     QSet<QString> m_paths;
     QHash<QString, int> m_rowOfName; ///< comparable name to the first editable row

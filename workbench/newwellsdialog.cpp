@@ -64,7 +64,7 @@ NewWellsDialog::NewWellsDialog(SurveyStore &store, base::Asker &asker, const Fil
 
 void NewWellsDialog::buildWidgets(const WellNames &existing)
 {
-    m_model = new NewWellsModel(existing, this);
+    m_model = new NewWellsModel(existing, m_store.depthUnit(), this);
     connect(m_model, &NewWellsModel::changed, this, &NewWellsDialog::showState);
 
     auto *caption =

@@ -45,9 +45,9 @@ QVariant foreground(const NewWell &well)
 
 } // namespace
 
-NewWellsModel::NewWellsModel(const WellNames &existing, QObject *parent)
+NewWellsModel::NewWellsModel(const WellNames &existing, DepthUnit unit, QObject *parent)
     : QAbstractTableModel(parent)
-    , m_wells(existing)
+    , m_wells(existing, unit)
 {
 }
 
@@ -120,26 +120,28 @@ QVariant NewWellsModel::data(const QModelIndex &index, int role) const
 
 QVariant NewWellsModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    static const QStringList titles{
+    const DepthUnit unit = m_wells.depthUnit();
+    const QString unitName = pluralName(unit);
+    const QStringList titles{
         QString(),
         QStringLiteral("File"),
         QStringLiteral("Name"),
         QStringLiteral("X"),
         QStringLiteral("Y"),
-        QStringLiteral("KB"),
-        QStringLiteral("Ground"),
-        QStringLiteral("TD"),
+        titleWithUnit(QStringLiteral("KB"), unit),
+        titleWithUnit(QStringLiteral("Ground"), unit),
+        titleWithUnit(QStringLiteral("TD"), unit),
         QStringLiteral("Notes"),
     };
-    static const QStringList explanations{
+    const QStringList explanations{
         QStringLiteral("Wells to create"),
         QStringLiteral("LAS files of the well"),
         QStringLiteral("Name of the new well"),
         QStringLiteral("Surface position, survey coordinates"),
         QStringLiteral("Surface position, survey coordinates"),
-        QStringLiteral("Elevation of the kelly bushing, metres above datum"),
-        QStringLiteral("Elevation of the ground, metres above datum; empty when unknown"),
-        QStringLiteral("Total depth, metres along hole"),
+        QStringLiteral("Elevation of the kelly bushing, %1 above datum").arg(unitName),
+        QStringLiteral("Elevation of the ground, %1 above datum; empty when unknown").arg(unitName),
+        QStringLiteral("Total depth, %1 along hole").arg(unitName),
         QStringLiteral("What the headers lack and what was converted"),
     };
     if (orientation != Qt::Horizontal)

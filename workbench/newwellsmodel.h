@@ -25,7 +25,7 @@ public:
         ColumnCount
     };
 
-    explicit NewWellsModel(const WellNames &existing, QObject *parent = nullptr);
+    explicit NewWellsModel(const WellNames &existing, DepthUnit unit = DepthUnit::Metre, QObject *parent = nullptr);
 
     const NewWells &newWells() const { return m_wells; }
     void addFiles(const QStringList &paths);

@@ -1,5 +1,7 @@
 #include "workbench/odfile.h"
 
+#include "base/filesystemcalls.h"
+
 #include <QDateTime>
 #include <QFile>
 #include <QLocale>
@@ -259,6 +261,17 @@ FileRead readFile(const QString &path, int maximumSize)
     const qint64 size = maximumSize < 0 ? file.size() : qMin<qint64>(file.size(), maximumSize);
     const QByteArray bytes = file.read(static_cast<int>(size));
     return {bytes, file.errorCode(), file.state()};
+}
+
+bool removeFile(const QString &path)
+{
+    return base::fileSystemCalls().unlink(QFile::encodeName(path).constData()) == 0;
+}
+
+bool moveInPlace(const QString &from, const QString &to)
+{
+    return base::fileSystemCalls().rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData())
+        == 0;
 }
 
 host::Outcome<QByteArray> readFileBytes(const QString &path)

@@ -82,10 +82,12 @@ struct FileState
     /// another change within the same step could not be told.
     bool isSettled = false;
 
-    bool isSame(const FileState &other) const
+    bool isSame(const FileState &other) const { return isSettled && other.isSettled && hasSameStamp(other); }
+    /// The same as far as the file system tells, which it does not for a change within the same step.
+    bool hasSameStamp(const FileState &other) const
     {
-        return isSettled && other.isSettled && inode == other.inode && size == other.size
-            && modifiedNs == other.modifiedNs && changedNs == other.changedNs;
+        return inode == other.inode && size == other.size && modifiedNs == other.modifiedNs
+            && changedNs == other.changedNs;
     }
 };
 
@@ -131,6 +133,10 @@ QString writeErrorText(const QString &path, const QString &reason);
 QString unreadableText(int errorCode);
 /// Reads a whole file. The error is a sentence that names it and says why.
 host::Outcome<QByteArray> readFileBytes(const QString &path);
+
+/// Deletes a file, and puts a file or folder in another's place. False when it could not be done.
+bool removeFile(const QString &path);
+bool moveInPlace(const QString &from, const QString &to);
 
 /// A key as it is written: a ":" in it is escaped.
 QByteArray escapedKey(const QByteArray &key);

@@ -3,11 +3,10 @@
 #include "base/atomicfile.h"
 #include "base/numbers.h"
 #include "workbench/objectlist.h"
+#include "workbench/surveyplace.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
 
 #include <cmath>
 
@@ -101,11 +100,6 @@ QByteArray surveyListBytes()
     return list.toBytes();
 }
 
-QByteArray dataRootListBytes()
-{
-    return odFileHeader("Object Management file") + "ID: -1\n!\nAppl dir: 1\nAppl: dGB`Stream\n$Name: appl\n!\n";
-}
-
 QString write(const QString &path, const QByteArray &bytes)
 {
     const base::WriteResult result = base::writeFileAtomically(path, bytes);
@@ -130,27 +124,11 @@ QString fillSurvey(const QString &folder, const NewSurvey &survey)
     return problem.isEmpty() ? write(folder + QStringLiteral("/.omf"), surveyListBytes()) : problem;
 }
 
-// Takes away the folders that lead to \a path and were missing, as far as they are empty, unless they are kept.
-class MadeFolders
+// The unit letter is the last part: "0`3`0.004`T". A time survey keeps its depths in metres.
+DepthUnit depthUnitOf(const QByteArray &zRange)
 {
-public:
-    explicit MadeFolders(const QString &path)
-    {
-        for (QString folder = path; !QFileInfo::exists(folder); folder = QFileInfo(folder).path())
-            m_missing.append(folder);
-    }
-    ~MadeFolders()
-    {
-        for (const QString &folder : qAsConst(m_missing))
-            QDir().rmdir(folder);
-    }
-    MadeFolders(const MadeFolders &) = delete;
-    MadeFolders &operator=(const MadeFolders &) = delete;
-    void keep() { m_missing.clear(); }
-
-private:
-    QStringList m_missing;
-};
+    return zRange.split('`').last().trimmed().startsWith('F') ? DepthUnit::Foot : DepthUnit::Metre;
+}
 
 bool hasUsableExtent(const NewSurvey &survey)
 {
@@ -159,11 +137,6 @@ bool hasUsableExtent(const NewSurvey &survey)
         if (!(std::fabs(value) <= largest)) // written so that NaN fails too
             return false;
     return survey.xMaximum > survey.xMinimum && survey.yMaximum > survey.yMinimum && survey.maximumDepth > 0;
-}
-
-bool isEmptyFolder(const QString &path)
-{
-    return QDir(path).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
 }
 
 } // namespace
@@ -202,56 +175,28 @@ host::Outcome<SurveyInfo> readSurveyInfo(const QString &path)
     const QString name = parsed.value.keys.text("Name");
     if (!name.isEmpty())
         info.name = name;
+    info.depthUnit = depthUnitOf(parsed.value.keys.value("Z range"));
     info.comment = QString::fromUtf8(bytes.value.mid(parsed.value.bodyOffset)).trimmed();
     return {info, {}};
 }
 
 host::Status createSurvey(const QString &path, const NewSurvey &survey)
 {
-    const QString target = QDir::cleanPath(QDir::current().absoluteFilePath(path));
-    const QFileInfo there(target);
-    if (there.isSymLink() || (there.exists() && !(there.isDir() && isEmptyFolder(target))))
-        return {QStringLiteral("%1 exists already and is not empty. Nothing was changed.").arg(target)};
     if (!hasUsableExtent(survey))
         return {QStringLiteral("The extent of the survey \"%1\" is no usable range of coordinates and depths.")
                     .arg(survey.name)};
-    const QString root = QFileInfo(target).path();
-    const bool isNewRoot = isNewDataRoot(root);
-    MadeFolders made(root);
-    if (!QDir().mkpath(root))
-        return {QStringLiteral("Cannot make the folder %1.").arg(root)};
-    QTemporaryDir beside(root + QStringLiteral("/.lorva-survey-XXXXXX"));
-    if (!beside.isValid())
-        return {QStringLiteral("Cannot make a folder in %1: %2.").arg(root, beside.errorString())};
-    const QString built = beside.path() + QStringLiteral("/survey");
-    if (!QDir().mkdir(built))
-        return {QStringLiteral("Cannot make the folder %1.").arg(built)};
-    const QString problem = fillSurvey(built, survey);
-    if (!problem.isEmpty())
-        return {problem};
-    // The mark comes before the survey: whoever finds the survey finds a data root that the host accepts.
-    const host::Status marked = isNewRoot ? markDataRoot(root) : host::Status{};
-    if (!marked.ok())
-        return marked;
-    // An empty folder in the way is replaced by the rename itself.
-    if (std::rename(QFile::encodeName(built).constData(), QFile::encodeName(target).constData()) != 0) {
-        if (isNewRoot)
-            QFile::remove(root + QStringLiteral("/.omf"));
-        return {QStringLiteral("Cannot put the new survey in its place %1.").arg(target)};
-    }
-    made.keep();
-    return {};
+    SurveyPlace place(path);
+    if (!place.error().isEmpty())
+        return {place.error()};
+    if (!QDir().mkdir(place.buildFolder()))
+        return {QStringLiteral("Cannot make the folder %1.").arg(place.buildFolder())};
+    const QString problem = fillSurvey(place.buildFolder(), survey);
+    return problem.isEmpty() ? place.putInPlace() : host::Status{problem};
 }
 
-bool isNewDataRoot(const QString &root)
+QByteArray dataRootMark()
 {
-    return !QFileInfo::exists(root) || isEmptyFolder(root);
-}
-
-host::Status markDataRoot(const QString &root)
-{
-    const QString path = root + QStringLiteral("/.omf");
-    return {QFileInfo::exists(path) ? QString() : write(path, dataRootListBytes())};
+    return odFileHeader("Object Management file") + "ID: -1\n!\nAppl dir: 1\nAppl: dGB`Stream\n$Name: appl\n!\n";
 }
 
 } // namespace workbench

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/hostrecords.h"
+#include "workbench/depthunit.h"
 
 #include <QStringList>
 
@@ -11,12 +12,13 @@ bool isSurveyFolder(const QString &path);
 /// Why the folder cannot be opened as a survey, as a sentence; empty when it can.
 QString surveyFolderProblem(const QString &path);
 
-/// The names of a survey.
+/// What a survey says of itself.
 struct SurveyInfo
 {
     QString name; ///< as the survey file gives it
     QString folderName;
     QString comment;
+    DepthUnit depthUnit = DepthUnit::Metre;
 };
 
 host::Outcome<SurveyInfo> readSurveyInfo(const QString &path);
@@ -38,9 +40,7 @@ struct NewSurvey
 /// accepts it.
 host::Status createSurvey(const QString &path, const NewSurvey &survey);
 
-/// Whether \a root can be marked as a data root without touching anybody's folder: it does not exist or is empty.
-bool isNewDataRoot(const QString &root);
-/// Gives a folder of surveys the mark (".omf") by which the host knows it; one that has it stays as it is.
-host::Status markDataRoot(const QString &root);
+/// The mark (".omf") by which the host knows a folder of surveys.
+QByteArray dataRootMark();
 
 } // namespace workbench

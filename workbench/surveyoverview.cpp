@@ -99,11 +99,11 @@ void SurveyOverview::buildTable()
     });
 }
 
-void SurveyOverview::setWells(const QVector<WellSummary> &wells)
+void SurveyOverview::setWells(const QVector<WellSummary> &wells, DepthUnit unit)
 {
     const QString key = selectedKey();
     const bool isFirst = m_model->rowCount() == 0;
-    m_model->setWells(wells);
+    m_model->setWells(wells, unit);
     QVector<MapWell> mapWells;
     mapWells.reserve(wells.size());
     for (const WellSummary &well : wells)

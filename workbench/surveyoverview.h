@@ -1,5 +1,6 @@
 #pragma once
 
+#include "workbench/depthunit.h"
 #include "workbench/wellsummary.h"
 
 #include <QWidget>
@@ -26,7 +27,7 @@ public:
     explicit SurveyOverview(QWidget *parent = nullptr);
 
     /// The selected well stays selected if it is still there.
-    void setWells(const QVector<WellSummary> &wells);
+    void setWells(const QVector<WellSummary> &wells, DepthUnit unit);
     /// Empty when none is selected.
     QString selectedKey() const;
     /// Takes away a filter that hides the well.

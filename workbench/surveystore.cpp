@@ -21,7 +21,6 @@ namespace {
 constexpr char wellGroup[] = "Well";
 constexpr const char *wellFileEndings[] = {".well", ".track", ".wlm", ".wlt", ".csmdl", ".disp"};
 constexpr char wellFolderKey[] = "100050";
-constexpr int maximumProblems = 1000;
 
 int numberOfKey(const QString &key)
 {
@@ -36,10 +35,10 @@ QString keyOf(int number)
     return QLatin1String(wellFolderKey) + QLatin1Char('.') + QString::number(number);
 }
 
-QByteArray depthUnit(const WellFile &file)
+QByteArray unitOf(const WellFile &file, DepthUnit surveyUnit)
 {
     const QByteArray unit = file.keys.value("Depth-Unit");
-    return unit.isEmpty() ? QByteArray("Meter") : unit;
+    return unit.isEmpty() ? storedName(surveyUnit) : unit;
 }
 
 bool isWell(const ObjectEntry &entry)
@@ -63,6 +62,11 @@ void SurveyStore::setSurveyDirectory(const QString &path)
     m_problems.clear();
 }
 
+DepthUnit SurveyStore::depthUnit() const
+{
+    return readSurveyInfo(m_surveyDirectory).value.depthUnit;
+}
+
 QString SurveyStore::wellFolder() const
 {
     return m_surveyDirectory + QStringLiteral("/WellInfo");
@@ -70,37 +74,44 @@ QString SurveyStore::wellFolder() const
 
 void SurveyStore::report(const QString &path, const QString &problem)
 {
-    if (m_problems.size() >= maximumProblems)
-        return;
-    const QString sentence = QStringLiteral("%1: %2.").arg(path, problem);
-    if (!m_problems.contains(sentence))
-        m_problems.append(sentence);
+    if (m_problems.add(path, problem) && m_problemFound)
+        m_problemFound();
 }
 
 QStringList SurveyStore::takeProblems()
 {
-    QStringList problems;
-    problems.swap(m_problems);
+    const QStringList problems = m_problems.sentences();
+    m_problems.clear();
     return problems;
+}
+
+QString SurveyStore::logProblem(const QString &key, int index)
+{
+    const host::Outcome<QString> wellStem = stem(key);
+    const QString file = m_logs.file(wellStem.value, index);
+    return file.isEmpty() ? QString() : m_problems.sentencesOf(file).join(QLatin1Char('\n'));
 }
 
 host::Outcome<ObjectList> SurveyStore::readObjectList()
 {
     const QString path = objectListPath();
-    if (fileState(path).isSame(m_listState))
+    const auto listAsRead = [this, &path]() -> host::Outcome<ObjectList> {
+        for (const QString &problem : qAsConst(m_listProblems))
+            report(path, problem);
         return {m_list, {}};
+    };
+    if (fileState(path).isSame(m_listState))
+        return listAsRead();
     m_listState = {};
     const FileRead read = readFile(path);
     if (read.errorCode != 0)
         return {{}, readErrorText(path, read.errorCode)};
     if (m_listBytes.isNull() || m_listBytes != read.bytes) {
         m_listBytes = QByteArray();
-        QStringList problems;
-        const host::Outcome<ObjectList> list = ObjectList::parse(read.bytes, &problems);
+        m_listProblems.clear();
+        const host::Outcome<ObjectList> list = ObjectList::parse(read.bytes, &m_listProblems);
         if (!list.ok())
             return {{}, QStringLiteral("Cannot read the list of wells %1: %2.").arg(path, list.error)};
-        for (const QString &problem : problems)
-            report(path, problem);
         m_list = list.value;
         m_listIndex.clear();
         for (int i = 0; i < m_list.entries().size(); ++i)
@@ -109,7 +120,7 @@ host::Outcome<ObjectList> SurveyStore::readObjectList()
         m_listBytes = read.bytes;
     }
     m_listState = read.state;
-    return {m_list, {}};
+    return listAsRead();
 }
 
 host::Outcome<ObjectList> SurveyStore::listToChange()
@@ -252,7 +263,7 @@ host::Status SurveyStore::writeLog(const QString &key, const host::LogData &log)
     const host::Outcome<WellFile> well = readWell(wellStem.value);
     if (!well.ok())
         return {well.error};
-    return m_logs.write(wellStem.value, log, depthUnit(well.value), reporter());
+    return m_logs.write(wellStem.value, log, unitOf(well.value, depthUnit()), reporter());
 }
 
 host::Status SurveyStore::removeLog(const QString &key, int index)
@@ -306,7 +317,7 @@ host::Status SurveyStore::writeMarkers(const QString &key, const QVector<host::M
     if (old.errorCode != 0 && old.errorCode != ENOENT)
         return {readErrorText(path, old.errorCode)};
     const base::WriteResult result =
-        base::writeFileAtomically(path, markerFileBytes(markers, depthUnit(well.value), old.bytes));
+        base::writeFileAtomically(path, markerFileBytes(markers, unitOf(well.value, depthUnit()), old.bytes));
     if (!result.ok())
         return {writeErrorText(path, result.error)};
     if (m_markersChanged)
@@ -354,13 +365,14 @@ host::Outcome<QString> SurveyStore::addWell(const WellProperties &given)
     const int number = list.append(properties.name, wellGroup, wellStem + QStringLiteral(".well"));
     if (number == 0)
         return {{}, QStringLiteral("The list of wells %1 has no number left for a new well.").arg(objectListPath())};
-    const host::Status written = writeWell(wellFolder() + QLatin1Char('/') + wellStem, makeWellFile(properties));
+    const host::Status written =
+        writeWell(wellFolder() + QLatin1Char('/') + wellStem, makeWellFile(properties, depthUnit()));
     if (!written.ok())
         return {{}, written.error};
     // The list comes last: a crash before it leaves a file that nothing names, never an entry without its file.
     const host::Status status = writeObjectList(list);
     if (!status.ok()) {
-        QFile::remove(wellFolder() + QLatin1Char('/') + wellStem + QStringLiteral(".well"));
+        removeFile(wellFolder() + QLatin1Char('/') + wellStem + QStringLiteral(".well"));
         return {{}, status.error};
     }
     return {keyOf(number), {}};
@@ -396,7 +408,7 @@ host::Status SurveyStore::changeWell(const QString &key, const WellProperties &p
         if (!status.ok())
             return status;
         const QString trackPath = wellStem.value + QStringLiteral(".track");
-        if (!QFile::remove(trackPath))
+        if (!removeFile(trackPath))
             return {QStringLiteral("Cannot replace the file %1. The well is unchanged.").arg(trackPath)};
     }
     applyProperties(&file.value, properties);
@@ -442,7 +454,7 @@ host::Status SurveyStore::removeWell(const QString &key)
                                      + QStringLiteral("(\\.(well|track|wlm|wlt|csmdl|disp)|\\^[0-9]+\\.wll)$"));
     QStringList kept;
     for (const QString &file : QDir(wellFolder()).entryList(QDir::Files | QDir::Hidden))
-        if (ownFile.match(file).hasMatch() && !QFile::remove(wellFolder() + QLatin1Char('/') + file))
+        if (ownFile.match(file).hasMatch() && !removeFile(wellFolder() + QLatin1Char('/') + file))
             kept.append(file);
     if (!kept.isEmpty())
         return {

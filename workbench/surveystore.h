@@ -1,8 +1,10 @@
 #pragma once
 
 #include "host/wells.h"
+#include "workbench/fileproblems.h"
 #include "workbench/logfiles.h"
 #include "workbench/objectlist.h"
+#include "workbench/surveyfolder.h"
 #include "workbench/wellfile.h"
 
 #include <QHash>
@@ -18,6 +20,7 @@ class SurveyStore : public host::Wells
 {
 public:
     using MarkersChanged = std::function<void(const QString &key)>;
+    using ProblemFound = std::function<void()>;
 
     explicit SurveyStore(const QString &surveyDirectory = {});
 
@@ -25,6 +28,12 @@ public:
     QString surveyDirectory() const { return m_surveyDirectory; }
     /// Called after a marker set was replaced.
     void setMarkersChanged(const MarkersChanged &callback) { m_markersChanged = callback; }
+
+    /// Called when something came to light about a file that was not known; problems() tells what. It must not call
+    /// the store.
+    void setProblemFound(const ProblemFound &callback) { m_problemFound = callback; }
+    /// The unit of all depths of the survey.
+    DepthUnit depthUnit() const;
 
     host::Outcome<QVector<host::WellEntry>> list() override;
     host::Outcome<host::WellHeader> header(const QString &key) override;
@@ -47,7 +56,12 @@ public:
     /// crash can leave a gap that hides the logs behind it.
     host::Status removeLog(const QString &key, int index);
 
-    /// Sentences about everything that the calls so far could not read or had to pass over; each names its file.
+    /// Sentences about everything that the calls so far could not read or had to pass over, as long as the file
+    /// concerned is unchanged; each names its file.
+    QStringList problems() { return m_problems.sentences(); }
+    /// What is known to be wrong with the samples of the log at an index of the logs() last read; empty when nothing.
+    QString logProblem(const QString &key, int index);
+    /// The same as problems(), which are forgotten then.
     QStringList takeProblems();
 
 private:
@@ -66,13 +80,15 @@ private:
 
     QString m_surveyDirectory;
     MarkersChanged m_markersChanged;
-    QStringList m_problems;
+    ProblemFound m_problemFound;
+    FileProblems m_problems;
 
     // The object list as last parsed, and the state of the file then: every call looks it up, and parsing it each
     // time would make work on all wells quadratic.
     FileState m_listState;
     QByteArray m_listBytes; ///< null when none was parsed
     ObjectList m_list;
+    QStringList m_listProblems; ///< what had to be passed over in it
     QHash<int, int> m_listIndex; ///< object number to entry index
     LogFiles m_logs;
 };

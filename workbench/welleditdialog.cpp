@@ -17,16 +17,16 @@ struct FieldLook
     WellField field;
     const char *objectName;
     const char *label;
-    const char *unit;
+    const char *unit; ///< "%1" stands for the unit of the survey's depths
 };
 
 constexpr std::array<FieldLook, wellFields.size()> fieldLooks{{
     {WellField::Name, "nameEdit", "&Name:", ""},
     {WellField::X, "xEdit", "&X:", "survey coordinates"},
     {WellField::Y, "yEdit", "&Y:", "survey coordinates"},
-    {WellField::KbElevation, "kbEdit", "&KB elevation:", "m above datum"},
-    {WellField::GroundElevation, "groundEdit", "&Ground elevation:", "m above datum"},
-    {WellField::TotalDepth, "totalDepthEdit", "&Total depth:", "m along hole"},
+    {WellField::KbElevation, "kbEdit", "&KB elevation:", "%1 above datum"},
+    {WellField::GroundElevation, "groundEdit", "&Ground elevation:", "%1 above datum"},
+    {WellField::TotalDepth, "totalDepthEdit", "&Total depth:", "%1 along hole"},
 }};
 
 } // namespace
@@ -66,11 +66,13 @@ WellEditDialog::WellEditDialog(SurveyStore &store, base::Asker &asker, const QSt
 void WellEditDialog::buildWidgets()
 {
     m_form = new FieldForm(this);
+    const QString depthUnit = symbol(m_store.depthUnit());
     for (size_t i = 0; i < fieldLooks.size(); ++i) {
         const FieldLook &look = fieldLooks[i];
         m_edits[i] = look.field == WellField::Name ? new QLineEdit(m_form) : new NumberEdit(m_form);
         m_edits[i]->setObjectName(QString::fromLatin1(look.objectName));
-        m_form->addField(QString::fromLatin1(look.label), m_edits[i], QString::fromLatin1(look.unit));
+        m_form->addField(QString::fromLatin1(look.label), m_edits[i],
+                         QString::fromLatin1(look.unit).replace(QLatin1String("%1"), depthUnit));
     }
     m_edits[static_cast<size_t>(WellField::GroundElevation)]->setPlaceholderText(QStringLiteral("unknown"));
 

@@ -221,10 +221,10 @@ QString wellPropertiesProblem(const WellProperties &properties)
     return {};
 }
 
-WellFile makeWellFile(const WellProperties &properties)
+WellFile makeWellFile(const WellProperties &properties, DepthUnit unit)
 {
     WellFile file;
-    file.keys.set("Depth-Unit", QByteArray("Meter"));
+    file.keys.set("Depth-Unit", storedName(unit));
     file.keys.set("Unique Well ID", properties.name.toUtf8());
     setCoordinate(&file.keys, properties.x, properties.y);
     file.track.append({properties.x, properties.y, 0 - properties.kbElevation, 0});

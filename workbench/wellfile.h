@@ -1,5 +1,6 @@
 #pragma once
 
+#include "workbench/depthunit.h"
 #include "workbench/odfile.h"
 
 namespace workbench {
@@ -44,8 +45,8 @@ QByteArray wellFileBytes(const WellFile &file);
 
 /// Why these cannot be the properties of a well, as a sentence; empty when they can.
 QString wellPropertiesProblem(const WellProperties &properties);
-/// A vertical well of these properties.
-WellFile makeWellFile(const WellProperties &properties);
+/// A vertical well of these properties, in a survey whose depths are in \a unit.
+WellFile makeWellFile(const WellProperties &properties, DepthUnit unit = DepthUnit::Metre);
 /// Changes what differs: a new position moves the track, a new KB elevation lifts it, a new total depth cuts or
 /// extends it along its last direction. Keys it does not know stay.
 void applyProperties(WellFile *file, const WellProperties &properties);

@@ -1,6 +1,7 @@
 #include "workbench/wellinput.h"
 
 #include "base/numbers.h"
+#include "workbench/wellnames.h"
 
 #include <cmath>
 
@@ -30,17 +31,6 @@ QString label(WellField field)
         break;
     }
     return QStringLiteral("The total depth");
-}
-
-QString nameProblem(const QString &text)
-{
-    const QString name = text.trimmed();
-    if (name.isEmpty())
-        return QStringLiteral("A well needs a name.");
-    for (QChar c : name)
-        if (c.category() == QChar::Other_Control)
-            return QStringLiteral("The name holds a control character.");
-    return {};
 }
 
 // Elevations are single precision in the store: as many digits as that holds, not its noise.
@@ -75,7 +65,7 @@ QString wellFieldProblem(WellField field, const QString &text)
     QString problem;
     switch (field) {
     case WellField::Name:
-        return nameProblem(text);
+        return storedNameProblem(text.trimmed());
     case WellField::X:
     case WellField::Y:
         typedNumber(label(field), text, -farthestCoordinate, farthestCoordinate, &problem);
@@ -144,7 +134,7 @@ QString nameTakenProblem(const QString &name)
 
 QString wellNameProblem(const QString &name, const QVector<host::WellEntry> &wells, const QString &ownKey)
 {
-    const QString problem = nameProblem(name);
+    const QString problem = storedNameProblem(name.trimmed());
     if (!problem.isEmpty())
         return problem;
     WellNames others;

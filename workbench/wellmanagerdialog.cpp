@@ -3,6 +3,7 @@
 #include "base/asker.h"
 #include "base/numbers.h"
 #include "workbench/renamewelldialog.h"
+#include "workbench/statecolors.h"
 #include "workbench/tooltiptext.h"
 #include "workbench/welleditdialog.h"
 
@@ -55,13 +56,13 @@ QString depthText(float depth)
     return QString::fromLatin1(base::formatFixed(static_cast<double>(depth), 2));
 }
 
-QString headerLine(const WellProperties &well)
+QString headerLine(const WellProperties &well, DepthUnit unit)
 {
     const QString type = wellTypeNames().value(well.typeCode);
     QString line =
-        QStringLiteral("X %1   Y %2\nKB %3 m   TD %4 m")
+        QStringLiteral("X %1   Y %2\nKB %3 %5   TD %4 %5")
             .arg(QString::fromLatin1(base::formatShortest(well.x)), QString::fromLatin1(base::formatShortest(well.y)),
-                 number(well.kbElevation), number(well.totalDepth));
+                 number(well.kbElevation), number(well.totalDepth), symbol(unit));
     if (well.typeCode != host::NoWellType && !type.isEmpty())
         line += QStringLiteral("   Type ") + type;
     return line;
@@ -263,7 +264,7 @@ void WellManagerDialog::showCurrentWell()
     const QString key = currentWellKey();
     if (!key.isEmpty()) {
         const host::Outcome<WellProperties> properties = m_store.properties(key);
-        m_header->setText(properties.ok() ? headerLine(properties.value) : properties.error);
+        m_header->setText(properties.ok() ? headerLine(properties.value, m_store.depthUnit()) : properties.error);
         const QVector<host::LogInfo> logs = m_store.logs(key).value;
         m_logs->setRowCount(logs.size());
         for (int row = 0; row < logs.size(); ++row) {
@@ -288,10 +289,13 @@ void WellManagerDialog::countSamples(int row)
         return;
     samples->setData(countedRole, true);
     const host::Outcome<host::LogData> log = m_store.log(currentWellKey(), row);
-    if (!log.ok()) {
-        samples->setToolTip(toolTipText(log.error));
-        return;
+    const QString problem = log.ok() ? m_store.logProblem(currentWellKey(), row) : log.error;
+    if (!problem.isEmpty()) {
+        samples->setToolTip(toolTipText(problem));
+        samples->setForeground(problemText(palette()));
     }
+    if (!log.ok())
+        return;
     samples->setText(QString::number(log.value.depths.size()));
     if (!log.value.depths.isEmpty()) {
         m_logs->item(row, TopColumn)->setText(depthText(log.value.depths.first()));

@@ -69,11 +69,13 @@ WellsModel::WellsModel(QObject *parent)
 {
 }
 
-void WellsModel::setWells(const QVector<WellSummary> &wells)
+void WellsModel::setWells(const QVector<WellSummary> &wells, DepthUnit unit)
 {
     beginResetModel();
     m_wells = wells;
+    m_unit = unit;
     endResetModel();
+    emit headerDataChanged(Qt::Horizontal, KbColumn, TotalDepthColumn);
 }
 
 int WellsModel::rowOf(const QString &key) const
@@ -121,16 +123,22 @@ QVariant WellsModel::data(const QModelIndex &index, int role) const
 
 QVariant WellsModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    static const QStringList titles{
-        QStringLiteral("Well"), QStringLiteral("X"),    QStringLiteral("Y"),       QStringLiteral("KB"),
-        QStringLiteral("TD"),   QStringLiteral("Logs"), QStringLiteral("Markers"),
+    const QStringList titles{
+        QStringLiteral("Well"),
+        QStringLiteral("X"),
+        QStringLiteral("Y"),
+        titleWithUnit(QStringLiteral("KB"), m_unit),
+        titleWithUnit(QStringLiteral("TD"), m_unit),
+        QStringLiteral("Logs"),
+        QStringLiteral("Markers"),
     };
-    static const QStringList explanations{
+    const QString unitName = pluralName(m_unit);
+    const QStringList explanations{
         QStringLiteral("Name of the well"),
         QStringLiteral("Surface position, survey coordinates"),
         QStringLiteral("Surface position, survey coordinates"),
-        QStringLiteral("Elevation of the kelly bushing above datum"),
-        QStringLiteral("Total depth along hole"),
+        QStringLiteral("Elevation of the kelly bushing, %1 above datum").arg(unitName),
+        QStringLiteral("Total depth, %1 along hole").arg(unitName),
         QStringLiteral("Number of logs"),
         QStringLiteral("Number of markers"),
     };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "workbench/depthunit.h"
 #include "workbench/wellsummary.h"
 
 #include <QAbstractTableModel>
@@ -18,7 +19,8 @@ public:
 
     explicit WellsModel(QObject *parent = nullptr);
 
-    void setWells(const QVector<WellSummary> &wells);
+    /// Elevations and depths of the wells are in \a unit.
+    void setWells(const QVector<WellSummary> &wells, DepthUnit unit = DepthUnit::Metre);
     const QVector<WellSummary> &wells() const { return m_wells; }
     /// -1 when there is none.
     int rowOf(const QString &key) const;
@@ -30,6 +32,7 @@ public:
 
 private:
     QVector<WellSummary> m_wells;
+    DepthUnit m_unit = DepthUnit::Metre;
 };
 
 } // namespace workbench

@@ -61,11 +61,13 @@ WorkbenchWindow::WorkbenchWindow(WorkbenchHost &host, base::Asker &asker, const 
     buildCentre();
     resize(1280, 720);
     restoreLook();
+    m_host.store().setProblemFound([this] { showMessagesSoon(); });
     refresh();
 }
 
 WorkbenchWindow::~WorkbenchWindow()
 {
+    m_host.store().setProblemFound({});
     // Before anything of this window goes: their destructors may still look at it.
     while (!pluginWindows().isEmpty())
         delete pluginWindows().first();
@@ -219,29 +221,45 @@ void WorkbenchWindow::refresh()
         return;
     const QScopedValueRollback<bool> reading(m_isReading, true);
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    QStringList messages;
+    m_readErrors.clear();
+    DepthUnit depthUnit = DepthUnit::Metre;
     host::Outcome<QVector<WellSummary>> wells;
     if (hasSurvey()) {
         m_wellsTime = wellsTime();
         const host::Outcome<SurveyInfo> info = readSurveyInfo(m_host.surveyDirectory());
+        depthUnit = info.value.depthUnit;
         wells = readWellSummaries(m_host.store());
         for (const QString &error : {info.error, wells.error})
             if (!error.isEmpty())
-                messages.append(error);
+                m_readErrors.append(error);
         for (const WellSummary &well : wells.value)
             if (!well.error.isEmpty())
-                messages.append(well.error);
-        messages += m_host.store().takeProblems();
+                m_readErrors.append(well.error);
     }
     m_wellCount = wells.value.size();
-    m_overview->setWells(wells.value);
-    m_messages->setMessages(messages);
+    m_overview->setWells(wells.value, depthUnit);
+    showMessages();
     QApplication::restoreOverrideCursor();
     showSurveyName();
     enableActions();
     if (wells.ok())
         showHint();
     showListError(wells.error);
+}
+
+// A plug-in that reads thousands of damaged logs in one go rebuilds the list once.
+void WorkbenchWindow::showMessagesSoon()
+{
+    if (m_isReading || m_areMessagesDue)
+        return;
+    m_areMessagesDue = true;
+    QMetaObject::invokeMethod(this, &WorkbenchWindow::showMessages, Qt::QueuedConnection);
+}
+
+void WorkbenchWindow::showMessages()
+{
+    m_areMessagesDue = false;
+    m_messages->setMessages(m_readErrors + m_host.store().problems());
 }
 
 void WorkbenchWindow::showListError(const QString &error)

@@ -70,6 +70,8 @@ private:
     QDateTime wellsTime() const;
     QWidgetList pluginWindows() const;
     void showListError(const QString &error);
+    void showMessagesSoon();
+    void showMessages();
 
     void newSurvey();
     void chooseSurvey();
@@ -100,8 +102,10 @@ private:
 
     QDateTime m_wellsTime; ///< of the folder of wells when it was read last
     QString m_listError; ///< the one that was told in a box
+    QStringList m_readErrors; ///< of the last reading of the wells
     int m_wellCount = 0;
     bool m_isReading = false;
+    bool m_areMessagesDue = false;
 };
 
 } // namespace workbench

@@ -32,10 +32,10 @@ void TestMessageBoxAsker::showsTitleTextIconAndButtonsInOrder()
     QCOMPARE(driver.seen.at(0).title, QStringLiteral("Sync Data"));
     QCOMPARE(driver.seen.at(0).text, QStringLiteral("done !"));
     QCOMPARE(driver.seen.at(0).icon, QMessageBox::Information);
-    QCOMPARE(driver.seen.at(0).buttons, QStringList{QStringLiteral("OK")});
+    QCOMPARE(driver.seen.at(0).buttons, QStringList{QStringLiteral("Ok")});
     QCOMPARE(driver.seen.at(1).text, QStringLiteral("two\nlines"));
     QCOMPARE(driver.seen.at(1).icon, QMessageBox::Warning);
-    QCOMPARE(driver.seen.at(1).buttons, QStringList{QStringLiteral("OK")});
+    QCOMPARE(driver.seen.at(1).buttons, QStringList{QStringLiteral("Ok")});
     QCOMPARE(driver.seen.at(2).title, QStringLiteral("Template"));
     QCOMPARE(driver.seen.at(2).icon, QMessageBox::Question);
     QCOMPARE(driver.seen.at(2).buttons, (QStringList{QStringLiteral("Yes"), QStringLiteral("No")}));
@@ -45,7 +45,7 @@ void TestMessageBoxAsker::everyButtonAnswersForItself()
 {
     BoxDriver driver;
     base::MessageBoxAsker asker;
-    driver.answers = QStringList{QStringLiteral("Yes"), QStringLiteral("No"), QStringLiteral("OK")};
+    driver.answers = QStringList{QStringLiteral("Yes"), QStringLiteral("No"), QStringLiteral("Ok")};
     QVERIFY(asker.confirm(QStringLiteral("t"), QStringLiteral("x")));
     QVERIFY(!asker.confirm(QStringLiteral("t"), QStringLiteral("x")));
     QCOMPARE(asker.show({base::BoxIcon::Warning, QStringLiteral("t"), QStringLiteral("x"), {base::BoxButton::Ok}}),

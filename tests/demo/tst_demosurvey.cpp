@@ -4,6 +4,7 @@
 #include "datastore/project.h"
 #include "demo/demofield.h"
 #include "demo/demosurvey.h"
+#include "support/failingtarget.h"
 #include "support/files.h"
 #include "support/scriptedasker.h"
 #include "workbench/surveyfolder.h"
@@ -157,6 +158,24 @@ private slots:
         const auto before = files::snapshot(busy);
         QVERIFY(demo::makeDemoSurvey(busy).contains(busy));
         QVERIFY(files::snapshot(busy) == before);
+    }
+
+    void aDemoThatCannotBePutInPlaceLeavesNothing_data()
+    {
+        QTest::addColumn<QByteArray>("target");
+        QTest::newRow("the survey") << QByteArray("/parent/root/Demo");
+        QTest::newRow("the mark of the data root") << QByteArray("/parent/root/.omf");
+    }
+
+    void aDemoThatCannotBePutInPlaceLeavesNothing()
+    {
+        QFETCH(QByteArray, target);
+        const QTemporaryDir folder;
+        FailingTarget disk(target);
+        const base::ScopedFileSystemCalls scope(disk);
+        const QString error = demo::makeDemoSurvey(folder.filePath(QStringLiteral("parent/root/Demo")));
+        QVERIFY2(error.contains(QString::fromLatin1(target)), qPrintable(error));
+        QVERIFY(files::snapshot(folder.path()).isEmpty());
     }
 
 private:

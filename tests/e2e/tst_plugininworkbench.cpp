@@ -7,6 +7,7 @@
 #include "workbench/workbenchhost.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFileInfo>
 #include <QMainWindow>
 #include <QMenuBar>
@@ -17,8 +18,10 @@
 #include <QTemporaryDir>
 
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <memory>
 #include <sys/mman.h>
+#include <unistd.h>
 
 namespace {
 
@@ -76,6 +79,28 @@ private:
     quintptr m_end = 0;
 };
 
+/// The superuser becomes an ordinary user while it lives: permissions count again.
+class WithoutPrivileges
+{
+public:
+    WithoutPrivileges()
+    {
+        if (::geteuid() == 0)
+            m_isChanged = ::seteuid(nobody) == 0;
+    }
+    ~WithoutPrivileges()
+    {
+        if (m_isChanged && ::seteuid(0) != 0)
+            qFatal("The test cannot go on");
+    }
+    WithoutPrivileges(const WithoutPrivileges &) = delete;
+    WithoutPrivileges &operator=(const WithoutPrivileges &) = delete;
+
+private:
+    static constexpr uid_t nobody = 65534;
+    bool m_isChanged = false;
+};
+
 Files onlyProject(const Files &survey, bool wanted)
 {
     Files part;
@@ -111,7 +136,13 @@ private slots:
         start(m_survey);
     }
 
-    void cleanup() { stop(); }
+    void cleanup()
+    {
+        stop();
+        if (m_isProtected)
+            setPermissions(0x7777, 0x6666); // so that it can be removed
+        m_isProtected = false;
+    }
 
     // ---- loading
 
@@ -270,8 +301,40 @@ private slots:
         QVERIFY(mainWindow()->isMaximized());
     }
 
+    void theLogsOfTheDemoAreClassified()
+    {
+        loadPlugin();
+        click();
+        QCOMPARE(
+            files::read(m_survey + "/WLC/CurveGroups/CurveGroupTable.txt"),
+            QByteArray("BS | Caliper\nCALI | Caliper\nDRHO | Density\nDT | Sonic\nGR | Gamma\nLLD | Resistivity\n"
+                       "LLS | Resistivity\nMSFL | Resistivity\nNPHI | Others\nPEF | Others\nPHIE_log | Others\n"
+                       "RHOB | Density\nSP | Sp\nVSH_log | Others\nWS_log | Others\n"));
+        QCOMPARE(files::read(m_survey + "/WLC/DefaultLogs/Aldra-1.txt"),
+                 QByteArray("Aldra-1\nGamma|GR\nSp|SP\nCaliper|CALI\nResistivity|LLD\nDensity|RHOB\nOthers|NPHI\n"
+                            "Sonic|DT\n"));
+    }
+
+    void openedTwiceTheSurveyStaysTheSameToTheByte_data()
+    {
+        QTest::addColumn<QString>("kind");
+        for (const char *kind : {"demo", "survey of the host", "odd log names"})
+            QTest::newRow(kind) << QString(kind);
+    }
+
     void openedTwiceTheSurveyStaysTheSameToTheByte()
     {
+        QFETCH(QString, kind);
+        if (kind == "survey of the host") {
+            const QString sample = files::sharedFolder("od-survey");
+            if (sample.isEmpty())
+                QSKIP("the sample survey of the host is not there");
+            m_survey = m_folder->filePath("host/F3");
+            files::copyFolder(sample, m_survey);
+            m_host->setSurvey(m_survey);
+        } else if (kind == "odd log names") {
+            writeOddLogs();
+        }
         Files afterFirst;
         for (int i = 0; i < 2; ++i) {
             loadPlugin();
@@ -286,13 +349,43 @@ private slots:
                 start(m_survey);
             }
         }
+        QVERIFY(afterFirst.contains("WLC/CurveGroups/CurveGroupTable.txt"));
         const Files afterSecond = files::snapshot(m_survey);
         QCOMPARE(afterSecond.keys(), afterFirst.keys());
         for (auto entry = afterFirst.begin(); entry != afterFirst.end(); ++entry)
             QVERIFY2(afterSecond.value(entry.key()) == entry.value(), qPrintable(entry.key()));
     }
 
-    void aReadOnlyProjectIsLaunchedInSilence()
+    void aSurveyThatCannotBeWrittenIsLaunchedInSilence_data()
+    {
+        QTest::addColumn<bool>("hasProject");
+        QTest::newRow("without a project") << false;
+        QTest::newRow("with a project that lacks files") << true;
+    }
+
+    void aSurveyThatCannotBeWrittenIsLaunchedInSilence()
+    {
+        QFETCH(bool, hasProject);
+        loadPlugin();
+        if (hasProject) {
+            click();
+            for (const char *file :
+                 {"DefaultLogs/Aldra-1.txt", "CurveGroups/CurveGroupTable.txt", "CurveGroups/Sonic.txt"})
+                QVERIFY2(QFile::remove(m_survey + "/WLC/" + file), file);
+        }
+        const Files before = files::snapshot(m_survey);
+        m_isProtected = true;
+        setPermissions(0x5555, 0x4444);
+        const WithoutPrivileges user;
+        if (::faccessat(AT_FDCWD, QFile::encodeName(m_survey).constData(), W_OK, AT_EACCESS) == 0)
+            QSKIP("permissions do not bind this user");
+        click();
+        QVERIFY(mainWindow()->isVisible());
+        expectSilence();
+        QVERIFY(files::snapshot(m_survey) == before);
+    }
+
+    void aFileInPlaceOfTheProjectIsLaunchedInSilence()
     {
         files::write(m_survey + "/WLC", "in the way");
         const Files before = files::snapshot(m_survey);
@@ -348,7 +441,7 @@ private slots:
                  "Cannot get data for the well :" + well.name
                      + ".\nIf you used this well in this Plugin then it may be get crashed.\n"
                        "Please first check this well in Opendtect's Well Manager.");
-        QCOMPARE(m_boxes->seen.first().buttons, QStringList {"OK"});
+        QCOMPARE(m_boxes->seen.first().buttons, QStringList {"Ok"});
         m_boxes->seen.clear();
         QVERIFY(mainWindow()->isMaximized());
     }
@@ -481,6 +574,35 @@ private:
         m_boxes.reset();
     }
 
+    // Logs whose names no line of a file can hold as they are.
+    void writeOddLogs()
+    {
+        const QVector<host::WellEntry> wells = m_host->wells().list().value;
+        int unit = 0;
+        const QStringList units{"gapi", "mv", "furlong", "ohmm"};
+        for (const QString &name : {QString("G|Density"), QString("G"), QString("A\nB"), QString("A B"), QString("|"),
+                                    QString("x/y"), QString(QChar(0x03A9)), QString("%2F")}) {
+            const host::LogData log{name, units.at(unit++ % units.size()), {100, 200}, {1, 2}};
+            for (const host::WellEntry &well : wells.mid(0, 2))
+                QVERIFY(m_host->wells().writeLog(well.key, log).ok());
+        }
+    }
+
+    // Of the survey's folders and files; 0x4444 lets everybody read.
+    void setPermissions(int folders, int plainFiles)
+    {
+        const QFile::Permissions folder(folders);
+        for (const QString &path : {m_folder->path(), QFileInfo(m_survey).path(), m_survey})
+            QVERIFY(QFile::setPermissions(path, folder));
+        QDirIterator entries(m_survey, QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
+                             QDirIterator::Subdirectories);
+        while (entries.hasNext()) {
+            const QString path = entries.next();
+            QVERIFY(
+                QFile::setPermissions(path, entries.fileInfo().isDir() ? folder : QFile::Permissions(plainFiles)));
+        }
+    }
+
     void loadPlugin()
     {
         m_loader = std::make_unique<workbench::PluginLoader>();
@@ -529,6 +651,7 @@ private:
     QString m_demo;
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_survey;
+    bool m_isProtected = false;
     std::unique_ptr<BoxDriver> m_boxes;
     std::unique_ptr<QMainWindow> m_window;
     QMenu *m_menu = nullptr;

@@ -186,8 +186,10 @@ private:
             else if (i > 0 && std::fabs(rows.at(i).first() - rows.at(i - 1).first() - step) > 0.00011)
                 problem("step", QString::number(i));
         }
-        if (rows.isEmpty())
+        if (rows.isEmpty()) {
+            problem("no data lines", {});
             return;
+        }
         // Headers carry six digits, data four decimals.
         const auto agrees = [](double header, double row) { return std::fabs(header - row) <= 1e-5 * std::fabs(header); };
         if (!agrees(number("STRT"), rows.first().value(0)))

@@ -73,6 +73,9 @@ private slots:
     void oddNamesAreNoPaths();
     void failures();
     void oneFileFailsOthersAreWritten();
+    void unreadableLogCountsAsFailed();
+    void wellNameIsTrimmed();
+    void twoWellsOfOneName();
     void nothingSelected();
     void keyboardAlone();
 };
@@ -198,6 +201,50 @@ void TestExportCurvesInAscii::oneFileFailsOthersAreWritten()
     QCOMPARE(f.asker.boxes.size(), 1);
     QCOMPARE(f.asker.boxes.first().icon, base::BoxIcon::Warning);
     QVERIFY(files::read(f.path(text("/Wells/A/RT.txt"))).startsWith("A\tRT\n"));
+}
+
+void TestExportCurvesInAscii::unreadableLogCountsAsFailed()
+{
+    AsciiFixture f;
+    f.all()->setChecked(true);
+    files::write(f.path(text("/Wells/A/RT.txt")), "old");
+    f.host.storedWells[0].logs.removeLast();
+    f.startExport();
+    QCOMPARE(f.host.errors, QStringList{text("Cannot get data for the selected well")});
+    QCOMPARE(f.asker.boxes.size(), 1);
+    QCOMPARE(f.asker.boxes.first().icon, base::BoxIcon::Warning);
+    QCOMPARE(f.asker.boxes.first().text,
+             text("Some errors while Exporting Well Curves.\nPlease Check file permision."));
+    QCOMPARE(files::read(f.path(text("/Wells/A/RT.txt"))), QByteArray("old"));
+    QVERIFY(files::read(f.path(text("/Wells/A/GR.txt"))).startsWith("A\tGR\n"));
+}
+
+void TestExportCurvesInAscii::wellNameIsTrimmed()
+{
+    AsciiFixture f;
+    f.addWell(text(" X 1 "), {text("GR")});
+    f.launch->catalogue.build();
+    f.makeDialog();
+    f.wells()->setCurrentText(text(" X 1 "));
+    f.all()->setChecked(true);
+    f.startExport();
+    QVERIFY(f.host.errors.isEmpty());
+    QCOMPARE(f.asker.boxes.first().text, text("Exporting of Selected Well Curve(s) is Done."));
+    QVERIFY(files::read(f.path(text("/Wells/X 1/GR.txt"))).startsWith("X 1\tGR\nDepth\tValue\n100\t1\n"));
+}
+
+void TestExportCurvesInAscii::twoWellsOfOneName()
+{
+    AsciiFixture f;
+    f.addWell(text("A"), {text("XX")});
+    f.launch->catalogue.build();
+    f.makeDialog();
+    f.wells()->setCurrentIndex(1);
+    QCOMPARE(f.logTexts(), QStringList{text("XX")});
+    f.all()->setChecked(true);
+    f.startExport();
+    QVERIFY(f.host.errors.isEmpty());
+    QVERIFY(files::read(f.path(text("/Wells/A/XX.txt"))).startsWith("A\tXX\n"));
 }
 
 void TestExportCurvesInAscii::nothingSelected()

@@ -1,14 +1,18 @@
 #include "las/laswriter.h"
+#include "las/resampling.h"
 #include "support/commalocale.h"
 #include "support/failingdisk.h"
 #include "support/files.h"
 #include "support/testmain.h"
 #include "tests/las/strictlaschecker.h"
 
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <limits>
+#include <random>
+#include <sys/resource.h>
 
 namespace {
 
@@ -38,11 +42,12 @@ las::ExportFile file(const QVector<LogCurveData> &logs, double interval, double 
     file.well.x = 500000.126;
     file.well.y = -12.3;
     file.well.kbElevation = 25.3000001;
-    file.logs = logs;
     file.interval = interval;
     file.range = las::ExportRange(maximumDepth);
-    for (const LogCurveData &log : logs)
+    for (const LogCurveData &log : logs) {
+        file.logs.append({log, false});
         file.range.add(log);
+    }
     return file;
 }
 
@@ -111,6 +116,8 @@ private slots:
     void manyColumns();
     void rangeOfLogs();
     void resamplingForExport();
+    void resampledSamplesAreThoseOfTheGrid();
+    void fineGridNeedsNoMemory();
     void strictReaderAccepts();
     void strictReaderFindsFaults();
     void prescribedDeviations();
@@ -252,12 +259,11 @@ void TestLasWriter::unresampledLogIsWrittenSampleBySample()
 
 void TestLasWriter::twoLogsOnOneGrid()
 {
-    bool isUnsuited = false;
     const double interval = 0.1524;
-    const auto logs = {las::resampledForExport(log("A", "", "", 1000, 1, 101), interval, &isUnsuited),
-                       las::resampledForExport(log("B", "", "", 1050, 1, 151), interval, &isUnsuited)};
     las::ExportFile f = file({log("A", "", "", 1000, 1, 101), log("B", "", "", 1050, 1, 151)}, interval);
-    f.logs = logs;
+    bool isUnsuited = false;
+    for (las::ExportLog &log : f.logs)
+        log = las::exportLog(log.data, interval, &isUnsuited);
     const QByteArray bytes = written(f);
     QVERIFY(bytes.contains("\nSTRT.M           1000  "));
     QVERIFY(bytes.contains("\nSTOP.M           1200  "));
@@ -342,26 +348,66 @@ void TestLasWriter::rangeOfLogs()
 void TestLasWriter::resamplingForExport()
 {
     bool isUnsuited = true;
-    const LogCurveData even = log("A", "u", "G", 0, 0.50005, 5);
-    QCOMPARE(las::resampledForExport(even, 0.5, &isUnsuited).depths, even.depths); // within the tolerance
+    QVERIFY(!las::exportLog(log("A", "u", "G", 0, 0.50005, 5), 0.5, &isUnsuited).isResampled); // within the tolerance
     QVERIFY(!isUnsuited);
-    const LogCurveData coarse = log("A", "u", "G", 0, 1, 3);
-    const LogCurveData fine = las::resampledForExport(coarse, 0.5, &isUnsuited);
-    QVERIFY(!isUnsuited);
-    QCOMPARE(fine.depths, (QVector<double> {0, 0.5, 1, 1.5, 2}));
-    QCOMPARE(fine.values, (QVector<double> {1, 1.5, 2, 2.5, 3}));
-    QCOMPARE(fine.logName, text("A"));
-    QCOMPARE(fine.unit, text("u"));
-    QCOMPARE(fine.curveGroup, text("G"));
-    // The interval is a double here.
-    QCOMPARE(las::resampledForExport(coarse, 0.1524, &isUnsuited).depths.at(1), 0.1524);
-    const LogCurveData single = log("A", "", "", 5, 1, 1);
-    QCOMPARE(las::resampledForExport(single, 0.5, &isUnsuited).depths, QVector<double> {5});
+    const las::ExportLog coarse = las::exportLog(log("A", "u", "G", 0, 1, 3), 0.5, &isUnsuited);
+    QVERIFY(coarse.isResampled && !isUnsuited);
+    QCOMPARE(coarse.data.logName, text("A"));
+    QCOMPARE(coarse.data.depths, (QVector<double>{0, 1, 2}));
+    QVERIFY(!las::exportLog(log("A", "", "", 5, 1, 1), 0.5, &isUnsuited).isResampled);
     QVERIFY(!isUnsuited);
     LogCurveData turning = log("A", "", "", 0, 1, 3);
     turning.depths = {0, 2, 1};
-    QCOMPARE(las::resampledForExport(turning, 0.5, &isUnsuited).depths, turning.depths);
+    QVERIFY(!las::exportLog(turning, 0.5, &isUnsuited).isResampled);
     QVERIFY(isUnsuited);
+}
+
+// Samples that are made while the file is written are those of a whole resampled log, written by the index rule.
+void TestLasWriter::resampledSamplesAreThoseOfTheGrid()
+{
+    std::mt19937 random(4);
+    const auto pick = [&random](double from, double to) {
+        return std::uniform_real_distribution<double>(from, to)(random);
+    };
+    for (int run = 0; run < 200; ++run) {
+        const double interval = pick(0.05, 3);
+        QVector<LogCurveData> logs;
+        for (int i = 0; i < 3; ++i) {
+            LogCurveData curve = log("A", "", "", 0, 1, 2 + static_cast<int>(pick(0, 60)));
+            double depth = pick(0, 40);
+            for (int sample = 0; sample < curve.depths.size(); ++sample) {
+                curve.depths[sample] = depth;
+                curve.values[sample] = pick(-50, 50);
+                depth += pick(0.01, 2);
+            }
+            logs.append(curve);
+        }
+        las::ExportFile lazy = file(logs, interval);
+        las::ExportFile whole = lazy;
+        for (int i = 0; i < logs.size(); ++i) {
+            lazy.logs[i].isResampled = true;
+            const las::Samples samples = las::resample(logs.at(i).depths, logs.at(i).values, interval);
+            whole.logs[i].data.depths = samples.depths;
+            whole.logs[i].data.values = samples.values;
+        }
+        QCOMPARE(written(lazy), written(whole));
+    }
+}
+
+// Ten logs on a grid of a million lines each, out of four samples.
+void TestLasWriter::fineGridNeedsNoMemory()
+{
+    las::ExportFile f = file(QVector<LogCurveData>(10, log("A", "", "", 0, 100, 4)), 0.0003);
+    for (las::ExportLog &curve : f.logs)
+        curve.isResampled = true;
+    rusage before{};
+    ::getrusage(RUSAGE_SELF, &before);
+    bool isCreated = false;
+    QVERIFY(las::writeLas(path(), f, always, &isCreated).ok());
+    rusage after{};
+    ::getrusage(RUSAGE_SELF, &after);
+    QVERIFY(QFileInfo(path()).size() > 50'000'000);
+    QVERIFY2(after.ru_maxrss - before.ru_maxrss < 20'000, "kB; the samples of all grids would take 160,000");
 }
 
 void TestLasWriter::strictReaderAccepts()
@@ -410,8 +456,24 @@ void TestLasWriter::prescribedDeviations()
     // Names are written as they are, in UTF-8, with their blanks and dots.
     las::ExportFile named = file({log("Poröse Zone", "v/v", "Porosity", 100, 0.5, 3)}, 0.5);
     QCOMPARE(problems(named), (QStringList {text("blank in a mnemonic"), text("characters")}));
-    // STRT and STOP carry six digits, so a deep start with many decimals is told too coarsely; within the tolerance here.
-    QCOMPARE(problems(file({log("GR", "gapi", "Gamma", 4321.9876, 0.1524, 30)}, 0.1524)), QStringList());
+    // STRT and STOP carry six digits: they stand a little beside a deep first and last line with many decimals.
+    const las::ExportFile deep = file({log("GR", "gapi", "Gamma", 4321.9876, 0.1524, 30)}, 0.1524);
+    QCOMPARE(problems(deep), QStringList());
+    const StrictLas read(written(deep));
+    QCOMPARE(read.item('W', "STRT")->value, text("4321.99"));
+    QCOMPARE(read.rows.first().first(), 4321.9876);
+    QCOMPARE(read.item('W', "STOP")->value, text("4326.41"));
+    QCOMPARE(read.rows.last().first(), 4326.4072);
+    // A unit with a blank ends at it, and the rest passes for the value.
+    const QByteArray blankUnit = written(file({log("GR", "API units", "Gamma", 100, 0.5, 3)}, 0.5));
+    QCOMPARE(StrictLas(blankUnit).item('C', "GR")->unit, text("API"));
+    QCOMPARE(StrictLas(blankUnit).item('C', "GR")->value, text("units"));
+    // Two logs of a well may share a name.
+    const LogCurveData gr = log("GR", "gapi", "Gamma", 100, 0.5, 3);
+    QCOMPARE(problems(file({gr, gr}, 0.5)), QStringList{text("curve twice")});
+    // A well whose logs have no samples gives a data section without lines.
+    const las::ExportFile empty = file({log("GR", "gapi", "Gamma", 0, 0.5, 0)}, 0.5);
+    QCOMPARE(problems(empty), QStringList{text("no data lines")});
     // Lines of many curves are longer than 256 characters without being wrapped.
     QVector<LogCurveData> logs;
     for (int i = 0; i < 60; ++i)

@@ -8,6 +8,8 @@
 #include <QSignalSpy>
 #include <QTimer>
 
+#include <new>
+
 namespace {
 
 QString text(const char *bytes)
@@ -17,6 +19,23 @@ QString text(const char *bytes)
 
 const QString importTitle = QStringLiteral("Las Import");
 const QString dialogTitle = QStringLiteral("Well Log(s) Import (LAS Import)");
+
+const QString unsuitedText = QStringLiteral(
+    "The depths of these curves do not run strictly up or down, or are not all numbers, so no interval could "
+    "be applied.\nThey were imported as they stand in the file:\n");
+
+/// A host without memory for logs.
+class HostWithoutMemory : public MemoryHost
+{
+public:
+    host::Status writeLog(const QString &key, const host::LogData &log) override
+    {
+        if (log.name == failingLog)
+            throw std::bad_alloc();
+        return MemoryHost::writeLog(key, log);
+    }
+    QString failingLog;
+};
 
 QVector<float> floats(const QVector<double> &numbers)
 {
@@ -61,6 +80,11 @@ private slots:
     void headerPromisingTerabytes();
     void unsuitedDepths_data();
     void unsuitedDepths();
+    void unreadableDepthOnAShortLine();
+    void allUnsuitedCurvesAreNamed();
+    void allNamelessRowsAreNamed();
+    void namesWithPercentSigns();
+    void withoutMemory();
     void existingLogAsksBeforeItIsReplaced();
     void failedWriteIsTold();
     void emptyCurves();
@@ -419,7 +443,16 @@ void TestWellImport::unsuitedDepths_data()
     QTest::newRow("constant") << QByteArray("5 1\n5 2\n5 3\n") << QVector<float> {5, 5, 5};
     QTest::newRow("turning") << QByteArray("5 1\n6 2\n5.5 3\n") << QVector<float> {5, 6, 5.5};
     QTest::newRow("falling, then turning") << QByteArray("6 1\n5 2\n5.5 3\n") << QVector<float> {5.5, 5, 6};
-    QTest::newRow("not numbers") << QByteArray("nan 1\n6 2\nnan 3\n") << QVector<float> {0, 6, 0};
+    QTest::newRow("no number first, rising") << QByteArray("nan 1\n6 2\n7 3\n") << QVector<float>{0, 6, 7};
+    QTest::newRow("no number first, falling") << QByteArray("x 1\n6 2\n5 3\n") << QVector<float>{0, 6, 5};
+    QTest::newRow("no number inside, rising") << QByteArray("5 1\ninf 2\n7 3\n") << QVector<float>{7, 0, 5};
+    QTest::newRow("no number inside, falling") << QByteArray("7 1\n- 2\n5 3\n") << QVector<float>{5, 0, 7};
+    QTest::newRow("no number last, rising") << QByteArray("5 1\n6 2\n1e400 3\n") << QVector<float>{5, 6, 0};
+    QTest::newRow("no number last, falling") << QByteArray("7 1\n6 2\nNaN 3\n") << QVector<float>{0, 6, 7};
+    QTest::newRow("no number of two") << QByteArray("NULL 1\n6 2\n") << QVector<float>{0, 6};
+    QTest::newRow("a no-break space behind it") << QByteArray("?\xC2\xA0"
+                                                              "1\n6 2\n")
+                                                << QVector<float>{0, 6};
 }
 
 void TestWellImport::unsuitedDepths()
@@ -432,10 +465,7 @@ void TestWellImport::unsuitedDepths()
     f.setChecked(0, false, 1);
     f.setInterval(text("0.25"));
     f.startImport();
-    QCOMPARE(f.boxTexts(),
-             (QStringList {text("The depths of these curves do not run strictly up or down, so no interval could be "
-                                "applied.\nThey were imported as they stand in the file:\nbad.las: DEPT\nbad.las: GR"),
-                           importedText}));
+    QCOMPARE(f.boxTexts(), (QStringList{unsuitedText + text("bad.las: DEPT, GR"), importedText}));
     QCOMPARE(f.asker.boxes.first().icon, base::BoxIcon::Warning);
     QCOMPARE(f.hostLog(text("W-2"), text("GR"))->depths, depths);
     QCOMPARE(f.hostLog(text("W-2"), text("SP"))->depths.size(), 5);
@@ -444,6 +474,108 @@ void TestWellImport::unsuitedDepths()
     other.chooseBytes(ImportFixture::las("W-2", rows));
     other.startImport();
     QCOMPARE(other.boxTexts(), QStringList {importedText});
+}
+
+// A depth that is no number concerns the curves with a sample on its line, and no others.
+void TestWellImport::unreadableDepthOnAShortLine()
+{
+    ImportFixture f;
+    f.chooseBytes(ImportFixture::las("W-2", "nan 1\n100 1 1\n101 2 2\n", {"GR.gapi", "SP.mv"}));
+    f.setInterval(text("0.5"));
+    f.startImport();
+    QCOMPARE(f.boxTexts(), (QStringList{unsuitedText + text("test.las: DEPT, GR"), importedText}));
+    QCOMPARE(f.hostLog(text("W-2"), text("SP"))->depths, (QVector<float>{100, 100.5, 101}));
+}
+
+void TestWellImport::allUnsuitedCurvesAreNamed()
+{
+    ImportFixture f;
+    QByteArrayList curves;
+    QByteArray row = "5";
+    QStringList names{text("DEPT")};
+    for (int i = 1; i <= 40; ++i) {
+        curves.append('C' + QByteArray::number(i) + ".x");
+        row += " 1";
+        names.append(text("C") + QString::number(i));
+    }
+    const QByteArray bytes = ImportFixture::las("W-2", row + '\n' + row + '\n', curves);
+    f.choose(
+        {f.write(text("a%2.las"), bytes), f.write(text("b.las"), ImportFixture::las("W-1", "5 1\n5 1\n", {"%1.x"}))});
+    f.setInterval(text("0.5"));
+    f.startImport();
+    QCOMPARE(f.boxTexts().value(0),
+             unsuitedText + text("a%2.las: ") + names.join(text(", ")) + text("\nb.las: DEPT, %1"));
+    QCOMPARE(f.boxTexts().value(1), importedText);
+}
+
+void TestWellImport::allNamelessRowsAreNamed()
+{
+    ImportFixture f;
+    QByteArrayList curves;
+    for (int i = 1; i <= 40; ++i)
+        curves.append("%1.x");
+    f.choose({f.write(text("a%2.las"), ImportFixture::las("W-2", "5 1\n", curves))});
+    QStringList rows;
+    for (int row = 1; row <= 40; ++row) {
+        f.nameItem(row)->setText({});
+        rows.append(text("row ") + QString::number(row + 1) + text(" (%1)"));
+    }
+    f.startImport();
+    QCOMPARE(f.boxTexts(),
+             QStringList{text("These selected rows have no alternate curve name:\na%2.las: ") + rows.join(text(", "))
+                         + text("\nPlease give them a name or clear their check boxes. Nothing was imported.")});
+}
+
+// Names that look like places for other texts.
+void TestWellImport::namesWithPercentSigns()
+{
+    ImportFixture f;
+    f.addWell(text("A%1"));
+    f.launch->catalogue.build();
+    f.makeDialog();
+    const QByteArray bytes = ImportFixture::las("A%1", "0 1\n1e9 2\n", {"%3.x"});
+    f.chooseBytes(bytes);
+    QCOMPARE(f.wellBox()->currentText(), text("A%1"));
+    f.setInterval(text("0.5"));
+    f.startImport();
+    QVERIFY(f.boxTexts().takeLast().startsWith(
+        text("test.las, DEPT: the depths 0 to 1e+09 at an interval of 0.5 would")));
+    const auto tooDeep = [&](const char *from, const char *to) {
+        f.choose({f.write(text("a%2.las"), QByteArray(bytes).replace(from, to))});
+        emit f.tabs()->tabCloseRequested(0);
+        f.startImport();
+        return f.boxTexts().last();
+    };
+    const QString ending = text(" depth.\nPlease update Well defination or changed the LAS file");
+    const QString beginning = text("A%1's maximum depth is less than LAS files ");
+    QCOMPARE(tooDeep("STRT.M 100", "STRT.M 2000"), beginning + text("start") + ending);
+    QCOMPARE(tooDeep("STOP.M 200", "STOP.M 2000"), beginning + text("end") + ending);
+}
+
+void TestWellImport::withoutMemory()
+{
+    ImportFixture f;
+    HostWithoutMemory host;
+    host.survey = f.host.survey;
+    host.dataFolder = f.host.dataFolder;
+    host.storedWells = f.host.storedWells;
+    host.failingLog = text("SP");
+    f.dialog.reset();
+    f.launch = std::make_unique<ProjectData>(host, f.asker);
+    f.launch->catalogue.build();
+    openProject(host, &f.launch->project);
+    f.makeDialog();
+    f.chooseBytes(ImportFixture::las("W-2", "100 1 2 3\n101 2 3 4\n", {"GR.gapi", "SP.mv", "RT.ohmm"}));
+    QSignalSpy imported(f.dialog.get(), &WellImportDialog::logsImported);
+    f.startImport();
+    QCOMPARE(f.boxTexts(),
+             QStringList{text("There is not enough memory to import the curve SP of test.las.\n"
+                              "The import ends here; the curves before it were imported.")});
+    QCOMPARE(f.launch->catalogue.logNames(1), (QStringList{text("DEPT"), text("GR")}));
+    QCOMPARE(imported.size(), 1);
+    QVERIFY(f.button("importButton")->isEnabled());
+    f.dialog.reset();
+    f.launch.reset();
 }
 
 void TestWellImport::existingLogAsksBeforeItIsReplaced()

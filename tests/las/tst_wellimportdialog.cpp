@@ -9,6 +9,10 @@
 #include <QLabel>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QStyledItemDelegate>
+#include <QTextDocument>
+
+#include <unistd.h>
 
 namespace {
 
@@ -16,6 +20,25 @@ QString text(const char *bytes)
 {
     return QString::fromUtf8(bytes);
 }
+
+/// The rights of a user who is nobody, as long as this lives; for others than the superuser those they have.
+class OrdinaryRights
+{
+public:
+    OrdinaryRights()
+    {
+        if (m_isRoot && ::seteuid(65534) != 0)
+            qFatal("cannot give up the rights of the superuser");
+    }
+    ~OrdinaryRights()
+    {
+        if (m_isRoot && ::seteuid(0) != 0)
+            qFatal("cannot get the rights of the superuser back");
+    }
+
+private:
+    bool m_isRoot = ::geteuid() == 0;
+};
 
 } // namespace
 
@@ -46,6 +69,12 @@ private slots:
     void intervalBox();
     void wrappedFileHasANotice();
     void manyCurvesAreCut();
+    void groupBoxesOfManyCurves();
+    void hugeNamesAreShortened();
+    void fileThatIsTooLarge();
+    void fileThatCannotBeOpened();
+    void percentSignsInTheSummary();
+    void markupIsShownToTheLetter();
     void addWellWidgetSlot();
     void hostileNames();
 };
@@ -236,10 +265,11 @@ void TestWellImportDialog::longTextComesInSlices()
 void TestWellImportDialog::longLineIsCut()
 {
     ImportFixture f;
-    f.chooseBytes("~Other\n" + QByteArray(5000000, 'x') + "\nnext\n");
-    const QString shown = f.tab()->findChild<QTextBrowser *>()->toPlainText();
-    QVERIFY(shown.size() < 20000);
-    QVERIFY(shown.contains(text("xxx …\nnext")));
+    f.chooseBytes("~Other\n" + QByteArray(99999, 'y') + "\n" + QByteArray(5000000, 'x') + "\nnext\n");
+    const QStringList shown = f.tab()->findChild<QTextBrowser *>()->toPlainText().split(QLatin1Char('\n'));
+    QCOMPARE(shown.value(2), QString(99999, QLatin1Char('y')));
+    QCOMPARE(shown.value(3), QString(100000, QLatin1Char('x')) + text(" …"));
+    QCOMPARE(shown.value(4), text("next"));
 }
 
 void TestWellImportDialog::existingNamesAreRed()
@@ -379,7 +409,136 @@ void TestWellImportDialog::manyCurvesAreCut()
         curves.append('C' + QByteArray::number(i) + ".x");
     f.chooseBytes(ImportFixture::las("W-2", "1 2\n", curves));
     QCOMPARE(f.table()->rowCount(), WellImportTab::maximumRows);
-    QVERIFY(f.tab()->findChild<QLabel *>(text("notice"))->text().contains(text("1011 curves")));
+    QVERIFY(f.tab()->findChild<QLabel *>(text("notice"))->text().contains(text("10011 curves")));
+}
+
+// Boxes of rows far down are made when they come into view; what is not seen is imported all the same.
+void TestWellImportDialog::groupBoxesOfManyCurves()
+{
+    ImportFixture f;
+    addMnemonicToGroup(f.launch->project.projectFolder, text("Caliper"), text("C900"));
+    addMnemonicToGroup(f.launch->project.projectFolder, text("Sonic"), text("C700"));
+    QByteArrayList curves;
+    for (int i = 1; i < 1200; ++i)
+        curves.append('C' + QByteArray::number(i) + ".x");
+    f.host.storedWells[1].logs = {{text("C900"), {}, {1}, {1}}};
+    f.launch->catalogue.refreshLogNames(1);
+    f.chooseBytes(ImportFixture::las("W-2", "1 2\n", curves));
+    QVERIFY(f.groupBox(200));
+    QVERIFY(!f.groupBox(900));
+    QVERIFY(f.isRed(900));
+    f.table()->setCurrentCell(900, WellImportTab::GroupColumn);
+    f.table()->scrollToItem(f.table()->item(900, 0));
+    QVERIFY(f.groupBox(900));
+    QCOMPARE(f.groupBox(900)->currentText(), text("Caliper"));
+    QVERIFY(f.groupBox(900)->palette().color(QPalette::Button).red() > 150);
+    QVERIFY(!f.groupBox(700));
+    const las::ImportTab plan = f.tab()->plan();
+    QCOMPARE(plan.rows.at(700).group, text("Sonic"));
+    QCOMPARE(plan.rows.at(701).group, text("Others"));
+    QCOMPARE(plan.rows.at(900).group, text("Caliper"));
+}
+
+// A file of one line: what is shown and what is taken of it stays small.
+void TestWellImportDialog::hugeNamesAreShortened()
+{
+    const int twentyMegabytes = 20'000'000;
+    const QByteArray huge(twentyMegabytes, 'n');
+    ImportFixture f;
+    f.choose({f.write(text("uwi.las"), "~W\nSTRT." + huge + " 1 :\nUWI. " + huge),
+              f.write(text("mnemonic.las"),
+                      "~C\nDEPT.M :\n" + huge + ".x : d\nGR." + huge + " : " + huge + "\n~A\n1 2 3\n")});
+    const auto isShort = [](const QString &shown) { return shown.size() < 1000; };
+    const auto *summary = f.tab(0)->findChild<QLabel *>(text("fileSummary"));
+    QVERIFY(summary->text().contains(text("UWI nnn")) && isShort(summary->text()));
+    QCOMPARE(f.table(1)->rowCount(), 3);
+    for (int row = 0; row < 3; ++row) {
+        for (int column = 0; column < 4; ++column) {
+            const QTableWidgetItem *item = f.table(1)->item(row, column);
+            auto *delegate = qobject_cast<QStyledItemDelegate *>(f.table(1)->itemDelegate());
+            QVERIFY(delegate && isShort(delegate->displayText(item->text(), QLocale::c())));
+            QVERIFY(item->text().size() <= 64 * 1024);
+            QVERIFY(isShort(item->toolTip()));
+        }
+    }
+    QVERIFY(f.nameItem(1, 1)->text().size() > 60'000); // what is edited and imported is not cut further
+    f.nameItem(1, 1)->setText({});
+    f.wellBox(1)->setCurrentText(text("W-2"));
+    f.tabs()->setCurrentIndex(1);
+    emit f.tabs()->tabCloseRequested(0);
+    f.startImport();
+    QVERIFY(f.boxTexts().value(0).contains(text("row 2 (nnn")) && isShort(f.boxTexts().value(0)));
+    for (QTextBrowser *browser : f.dialog->findChildren<QTextBrowser *>())
+        QVERIFY(browser->toPlainText().size() < 600'000);
+}
+
+void TestWellImportDialog::fileThatIsTooLarge()
+{
+    ImportFixture f;
+    const QString path = f.write(text("huge.las"), "~V\n");
+    QVERIFY(QFile::resize(path, qint64(2) << 30)); // a hole
+    f.choose({path, f.survey.filePath(text("missing.las"))});
+    QCOMPARE(f.table(0)->rowCount(), 0);
+    auto *notice = f.tab(0)->findChild<QLabel *>(text("notice"));
+    QVERIFY(notice->isVisibleTo(f.dialog.get()));
+    QVERIFY(notice->text().startsWith(text("This file is too large and was not read")));
+    QVERIFY(!f.tab(1)->findChild<QLabel *>(text("notice"))->isVisibleTo(f.dialog.get()));
+    QVERIFY(f.asker.boxes.isEmpty());
+}
+
+void TestWellImportDialog::fileThatCannotBeOpened()
+{
+    ImportFixture f;
+    const QString path = f.write(text("locked.las"), ImportFixture::las("W-1", "1 2\n"));
+    for (const QString &folder : {f.survey.path(), f.survey.filePath(text("las"))})
+        QVERIFY(QFile::setPermissions(folder, QFile::permissions(folder) | QFile::ReadOther | QFile::ExeOther));
+    QVERIFY(QFile::setPermissions(path, {}));
+    {
+        const OrdinaryRights rights;
+        WellInfo info;
+        QCOMPARE(info.load(path), -2);
+        f.choose({path, f.survey.path()}); // a file without permission, and a folder
+    }
+    QCOMPARE(f.tabs()->count(), 2);
+    for (int i = 0; i < 2; ++i) {
+        QCOMPARE(f.table(i)->rowCount(), 0);
+        QCOMPARE(f.wellBox(i)->currentText(), text("None"));
+    }
+    QCOMPARE(f.tab(0)->findChild<QTextBrowser *>()->toPlainText(), text("Filename : ") + path);
+    QVERIFY(f.asker.boxes.isEmpty());
+}
+
+// "A%1", "UWI %7" and the like are names, not places for other texts.
+void TestWellImportDialog::percentSignsInTheSummary()
+{
+    ImportFixture f;
+    QByteArray bytes = ImportFixture::las("%7", "1 2\n");
+    bytes.replace("STRT.M", "STRT.%7").replace("UWI.  ", "UWI.  %1 %4 ");
+    f.choose({f.write(text("a%2.las"), bytes)});
+    QCOMPARE(f.tab()->findChild<QLabel *>(text("fileSummary"))->text(),
+             text("UWI %1 %4 %7   ·   100 to 200 %7, step 0.5 %7   ·   null -999.25   ·   2 curves"));
+    QCOMPARE(f.tabs()->tabText(0), text("a%2.las"));
+}
+
+// What a file holds is text, also where it looks like markup.
+void TestWellImportDialog::markupIsShownToTheLetter()
+{
+    ImportFixture f;
+    const QString path =
+        f.write(text("<i>&amp;.las"), ImportFixture::las("<b>W</b>", "1 2\n", {"<b>GR</b>.<i>u</i>"}));
+    f.choose({path});
+    const auto plain = [](const QString &tip) {
+        QTextDocument document;
+        if (Qt::mightBeRichText(tip))
+            document.setHtml(tip);
+        else
+            document.setPlainText(tip);
+        return document.toPlainText().replace(QChar(QChar::Nbsp), QLatin1Char(' '));
+    };
+    QCOMPARE(plain(f.tabs()->tabToolTip(0)), path);
+    QCOMPARE(plain(f.table()->item(1, 0)->toolTip()), text("curve [<i>u</i>]"));
+    for (const char *label : {"fileSummary", "notice"})
+        QCOMPARE(f.tab()->findChild<QLabel *>(text(label))->textFormat(), Qt::PlainText);
 }
 
 void TestWellImportDialog::addWellWidgetSlot()

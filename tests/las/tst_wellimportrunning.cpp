@@ -1,5 +1,6 @@
 #include "datastore/curvegrouptable.h"
 #include "support/testmain.h"
+#include "tests/las/deletingasker.h"
 #include "tests/las/importfixture.h"
 
 #include <QPointer>
@@ -71,6 +72,8 @@ private slots:
     void cancelledImportCanBeRepeated();
     void closedDialogIsDeletedInTheEnd();
     void deletedDialog();
+    void deletedWhileABoxStands_data();
+    void deletedWhileABoxStands();
     void closingAnIdleDialog();
     void keyboardAlone();
 };
@@ -227,6 +230,51 @@ void TestWellImportRunning::deletedDialog()
     QVERIFY(!f.dialog);
     QCOMPARE(f.host.storedWells.at(1).logs.size(), 3);
     QVERIFY(f.asker.boxes.isEmpty());
+}
+
+void TestWellImportRunning::deletedWhileABoxStands_data()
+{
+    QTest::addColumn<QString>("boxText");
+    for (const char *box :
+         {"Would you like to overwrite", "Cannot write new log", "Well is not selected", "maximum depth",
+          "do not run strictly", "successfully", "Please first select them", "no alternate curve name"})
+        QTest::newRow(box) << text(box);
+}
+
+// As when the survey changes: the owner deletes the dialog while the user reads.
+void TestWellImportRunning::deletedWhileABoxStands()
+{
+    QFETCH(QString, boxText);
+    ImportFixture f;
+    f.dialog.reset();
+    DeletingAsker asker;
+    asker.trigger = boxText;
+    asker.deleteDialog = [&f] { f.dialog.reset(); };
+    f.launch = std::make_unique<ProjectData>(f.host, asker);
+    f.launch->catalogue.build();
+    openProject(f.host, &f.launch->project);
+    f.makeDialog();
+    QByteArray bytes = ImportFixture::las("W-1", "100 1\n101 2\n");
+    if (boxText.contains(text("strictly")))
+        bytes.replace("101 2", "100 2");
+    if (boxText.contains(text("Cannot write")))
+        bytes.replace("100 1\n101 2\n", "");
+    if (boxText.contains(text("maximum depth")))
+        bytes.replace("STOP.M 200", "STOP.M 2000");
+    f.chooseBytes(bytes);
+    f.setInterval(text("0.5"));
+    if (boxText.contains(text("overwrite")))
+        f.setChecked(1, true);
+    if (boxText.contains(text("not selected")))
+        f.wellBox()->setCurrentIndex(0);
+    if (boxText.contains(text("select them")))
+        f.setChecked(0, false);
+    if (boxText.contains(text("alternate")))
+        f.nameItem(0)->setText({});
+    QMetaObject::invokeMethod(f.dialog.get(), "importSelectedClicked");
+    QVERIFY(!f.dialog);
+    QVERIFY(asker.texts.last().contains(asker.trigger)); // nothing more is said
+    QCOMPARE(f.host.storedWells.at(0).logs.at(0).values, (QVector<float>{1, 2, 3}));
 }
 
 void TestWellImportRunning::closingAnIdleDialog()

@@ -3,7 +3,12 @@
 #include <QElapsedTimer>
 #include <QTextCodec>
 
+#include <functional>
+#include <malloc.h>
 #include <random>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -51,6 +56,9 @@ private slots:
     void headerClaimsMoreThanIsThere();
     void oneLongLine_data();
     void oneLongLine();
+    void longHeaderLinesAreCut();
+    void memoryOfLargeFiles_data();
+    void memoryOfLargeFiles();
     void millionTitles();
     void millionCurves();
     void manyLengths();
@@ -238,6 +246,76 @@ void TestWellInfoHostile::oneLongLine()
     // Linear is some 10 ms; quadratic would be hours.
     QVERIFY(timer.elapsed() < 20000);
     QVERIFY(info.lines.line(info.lines.count() - 1).size() > 1000000);
+}
+
+void TestWellInfoHostile::longHeaderLinesAreCut()
+{
+    const int limit = 64 * 1024;
+    // A two-byte character stands across the limit; it is left out whole.
+    const QByteArray value(limit - 1 - 5, 'x');
+    const WellInfo utf8 = m_fixture.load("~W\nUWI. " + value + "\xC3\xA6" + repeated("y", 1000));
+    QCOMPARE(utf8.uwi, QString::fromUtf8(value + '.'));
+    const WellInfo latin = m_fixture.load("~W\nUWI. " + value + "\xE6" + repeated("y", 1000));
+    QCOMPARE(latin.uwi, QString::fromLatin1(value + "\xE6."));
+    const WellInfo exact = m_fixture.load("~W\nUWI. " + value + ":\n~C\n" + repeated("m", limit + 1) + ".u : d\n");
+    QCOMPARE(exact.uwi, QString::fromUtf8(value));
+    QCOMPARE(exact.curves.at(0).logName, QString(limit, QLatin1Char('m')));
+    QCOMPARE(exact.curves.at(0).unit, QString());
+    QCOMPARE(exact.lines.line(4).size(), limit + 1 + 6); // the line itself is kept whole
+}
+
+namespace {
+
+/// What loading adds to the memory of a process of its own at its peak, in bytes; -1 when it failed.
+qint64 peakOfLoading(const QString &path)
+{
+    const auto peak = [](const std::function<bool()> &work) -> qint64 {
+        const pid_t child = ::fork();
+        if (child == 0)
+            ::_exit(work() ? 0 : 1);
+        int status = 0;
+        rusage usage{};
+        if (child < 0 || ::wait4(child, &status, 0, &usage) != child || status != 0)
+            return -1;
+        return 1024 * qint64(usage.ru_maxrss);
+    };
+    ::malloc_trim(0); // else the child begins with what the parent no longer uses
+    const qint64 before = peak([] { return true; });
+    const qint64 after = peak([&path] {
+        WellInfo info;
+        return info.load(path) == 0;
+    });
+    return before < 0 || after < 0 ? -1 : after - before;
+}
+
+} // namespace
+
+void TestWellInfoHostile::memoryOfLargeFiles_data()
+{
+    QTest::addColumn<QByteArray>("start");
+    QTest::addColumn<QByteArray>("unit");
+    QTest::addColumn<double>("bound");
+    QTest::newRow("one long UWI") << QByteArray("~W\nUWI. ") << QByteArray("n") << 1.5;
+    QTest::newRow("one long mnemonic") << QByteArray("~C\n") << QByteArray("n") << 1.5;
+    QByteArray curves("~C\n");
+    QByteArray row;
+    for (int i = 0; i < 40; ++i) {
+        curves += 'C' + QByteArray::number(i) + ".x :\n";
+        row += " 1234.5678";
+    }
+    QTest::newRow("40 curves") << curves + "~A\n" << row + '\n' << 3.0;
+}
+
+void TestWellInfoHostile::memoryOfLargeFiles()
+{
+    QFETCH(QByteArray, start);
+    QFETCH(QByteArray, unit);
+    QFETCH(double, bound);
+    const int size = 20'000'000;
+    QVERIFY(m_fixture.write(start + repeated(unit, size / unit.size())));
+    const qint64 peak = peakOfLoading(m_fixture.path());
+    QVERIFY(peak > size / 2); // the measurement sees the bytes themselves
+    QVERIFY2(double(peak) < bound * size, QByteArray::number(double(peak) / size).constData());
 }
 
 void TestWellInfoHostile::millionTitles()

@@ -6,6 +6,7 @@
 #include "support/projectfixture.h"
 #include "support/testmain.h"
 #include "support/unprivileged.h"
+#include "tests/las/deletingasker.h"
 #include "tests/las/strictlaschecker.h"
 
 #include <QCheckBox>
@@ -20,6 +21,9 @@
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
+
+#include <functional>
+#include <new>
 
 namespace {
 
@@ -112,6 +116,57 @@ QStringList rows(const QString &path)
     return lines;
 }
 
+/// A host that cannot read some logs, or has no memory for them, and remembers what it was asked for.
+class BadLogsHost : public MemoryHost
+{
+public:
+    host::Outcome<host::LogData> log(const QString &key, int index) override
+    {
+        ++reads;
+        if (onRead)
+            onRead();
+        const host::Outcome<host::LogData> data = MemoryHost::log(key, index);
+        if (data.value.name == withoutMemory)
+            throw std::bad_alloc();
+        return data.value.name == unreadable ? host::Outcome<host::LogData>{{}, text("damaged")} : data;
+    }
+    QString unreadable = text("none");
+    QString withoutMemory = text("none");
+    int reads = 0;
+    std::function<void()> onRead;
+};
+
+/// The same dialog over that host, with well D (RT and "NoGood") behind the others.
+class BadLogsFixture : public ExportFixture
+{
+public:
+    BadLogsFixture()
+    {
+        addWell(text("D"), {text("RT"), text("NoGood")});
+        badHost.survey = host.survey;
+        badHost.dataFolder = host.dataFolder;
+        badHost.storedWells = host.storedWells;
+        dialog.reset();
+        launch = std::make_unique<ProjectData>(badHost, asker);
+        launch->catalogue.build();
+        makeDialog();
+        setUp();
+        for (int well : {0, 3, 1}) {
+            check(well);
+            tabs()->currentWidget()->findChild<QCheckBox *>(text("allBox"))->setChecked(true);
+        }
+        files::write(out("D.las"), "old");
+    }
+    ~BadLogsFixture()
+    {
+        dialog.reset();
+        launch.reset();
+    }
+    QStringList filesWritten() const { return QDir(out()).entryList(QDir::Files | QDir::Hidden); }
+
+    BadLogsHost badHost;
+};
+
 } // namespace
 
 Q_DECLARE_METATYPE(QListWidgetItem *)
@@ -144,12 +199,25 @@ private slots:
     void badIntervals_data();
     void badIntervals();
     void hugeGridIsRefused();
+    void unreadableLogEndsTheExport();
+    void unreadableWellEndsTheExport();
+    void vanishedLogEndsTheExport();
+    void vanishedWellEndsTheExport();
+    void withoutMemory();
+    void closeCancelsTheChecking();
+    void deletedWhileChecking();
+    void deletedWhileABoxStands_data();
+    void deletedWhileABoxStands();
+    void logsOfDifferentDepths();
+    void unsuitedLogsAreAllNamed();
     void unsuitedDepths();
     void progress();
     void closeCancels();
     void deletedDialog();
     void oddWellNames();
     void twoWellsOfOneName();
+    void catalogueReadAnew();
+    void logsOfOneName();
     void asciiButton();
     void nothingIsKept();
     void keyboardAlone();
@@ -317,7 +385,11 @@ void TestWellLogExport::exportsTheCheckedLogs()
     QVERIFY(a.item('C', "RT") && !a.item('C', "GR"));
     QCOMPARE(a.rows, (QVector<QVector<double>> {{100, 1}, {200, 2}, {300, 3}}));
     for (int i = 0; i < before.size(); ++i)
-        QCOMPARE(f.host.storedWells.at(i).logs.size(), before.at(i).logs.size()); // wells are never changed
+        for (int log = 0; log < before.at(i).logs.size(); ++log) { // wells are never changed
+            QCOMPARE(f.host.storedWells.at(i).logs.size(), before.at(i).logs.size());
+            QCOMPARE(f.host.storedWells.at(i).logs.at(log).depths, before.at(i).logs.at(log).depths);
+            QCOMPARE(f.host.storedWells.at(i).logs.at(log).values, before.at(i).logs.at(log).values);
+        }
 }
 
 void TestWellLogExport::wholeFile()
@@ -501,6 +573,186 @@ void TestWellLogExport::hugeGridIsRefused()
     QVERIFY(QDir(f.out()).isEmpty()); // A, which comes first, is not written either
 }
 
+void TestWellLogExport::unreadableLogEndsTheExport()
+{
+    BadLogsFixture f;
+    f.badHost.unreadable = text("NoGood");
+    f.startExport();
+    QCOMPARE(f.badHost.errors, QStringList{text("Cannot get data for the selected well")}); // once
+    QVERIFY(f.asker.boxes.isEmpty()); // and no success
+    QCOMPARE(f.filesWritten(), (QStringList{text("A.las"), text("D.las")})); // A, before it, stays; B is not begun
+    QCOMPARE(files::read(f.out("D.las")), QByteArray("old"));
+    QVERIFY(f.button("exportButton")->isEnabled());
+}
+
+void TestWellLogExport::unreadableWellEndsTheExport()
+{
+    BadLogsFixture f;
+    f.badHost.storedWells[3].isUnreadable = true;
+    f.startExport();
+    QCOMPARE(f.badHost.errors, QStringList{text("Cannot get data for this well : D")});
+    QVERIFY(f.asker.boxes.isEmpty());
+    QCOMPARE(f.filesWritten(), (QStringList{text("A.las"), text("D.las")}));
+    QCOMPARE(files::read(f.out("D.las")), QByteArray("old"));
+}
+
+// The log was listed when the well was checked; meanwhile it went.
+void TestWellLogExport::vanishedLogEndsTheExport()
+{
+    BadLogsFixture f;
+    f.badHost.storedWells[3].logs.removeLast();
+    f.launch->catalogue.refreshLogNames(3);
+    f.startExport();
+    QCOMPARE(f.badHost.errors, QStringList{text("Cannot get data for the selected well")});
+    QVERIFY(f.asker.boxes.isEmpty());
+    QCOMPARE(files::read(f.out("D.las")), QByteArray("old"));
+}
+
+void TestWellLogExport::vanishedWellEndsTheExport()
+{
+    BadLogsFixture f;
+    f.badHost.storedWells.remove(3);
+    f.launch->catalogue.build();
+    f.startExport();
+    QCOMPARE(f.badHost.errors.size(), 1);
+    QVERIFY(f.asker.boxes.isEmpty());
+    QCOMPARE(f.filesWritten(), (QStringList{text("A.las"), text("D.las")}));
+    QCOMPARE(files::read(f.out("D.las")), QByteArray("old"));
+}
+
+void TestWellLogExport::withoutMemory()
+{
+    BadLogsFixture f;
+    f.badHost.withoutMemory = text("NoGood");
+    f.startExport();
+    QCOMPARE(f.boxTexts(),
+             QStringList{text("There is not enough memory to export the logs of D.\n"
+                              "Its file was not written; what was at its place before is unchanged.")});
+    QCOMPARE(files::read(f.out("D.las")), QByteArray("old"));
+    QVERIFY(f.button("exportButton")->isEnabled());
+}
+
+// Before anything is written the depths of all wells are looked at.
+void TestWellLogExport::closeCancelsTheChecking()
+{
+    BadLogsFixture f;
+    f.badHost.onRead = [&f] {
+        if (f.badHost.reads == 2)
+            QTest::mouseClick(f.button("closeButton"), Qt::LeftButton);
+    };
+    QMetaObject::invokeMethod(f.dialog.get(), "exportBtnClicked");
+    QCOMPARE(f.badHost.reads, 2);
+    QVERIFY(f.asker.boxes.isEmpty());
+    QVERIFY(!f.dialog->isVisible());
+    QCOMPARE(f.filesWritten(), QStringList{text("D.las")});
+}
+
+void TestWellLogExport::deletedWhileChecking()
+{
+    BadLogsFixture f;
+    f.badHost.onRead = [&f] { QTimer::singleShot(0, qApp, [&f] { f.dialog.reset(); }); };
+    QMetaObject::invokeMethod(f.dialog.get(), "exportBtnClicked");
+    QVERIFY(!f.dialog);
+    QCOMPARE(f.badHost.reads, 1);
+    QCOMPARE(f.filesWritten(), QStringList{text("D.las")});
+}
+
+void TestWellLogExport::deletedWhileABoxStands_data()
+{
+    QTest::addColumn<QString>("boxText");
+    for (const char *box : {"Please first select log(s)", "There is not enough memory", "The depths of these logs",
+                            "Unable to create file", "the depths 0 to", "Successfully"})
+        QTest::newRow(box) << text(box);
+}
+
+// As when the survey changes: the owner deletes the dialog while the user reads.
+void TestWellLogExport::deletedWhileABoxStands()
+{
+    QFETCH(QString, boxText);
+    BadLogsFixture f;
+    f.dialog.reset();
+    DeletingAsker asker;
+    asker.trigger = boxText;
+    asker.deleteDialog = [&f] { f.dialog.reset(); };
+    f.launch = std::make_unique<ProjectData>(f.badHost, asker);
+    f.launch->catalogue.build();
+    f.makeDialog();
+    f.setUp("50");
+    f.check(0);
+    if (!boxText.contains(text("select log")))
+        f.checkLog(0, 0);
+    if (boxText.contains(text("memory")))
+        f.badHost.withoutMemory = text("GR");
+    if (boxText.contains(text("these logs")))
+        f.badHost.storedWells[0].logs[0].depths = {100, 300, 200};
+    if (boxText.contains(text("create")))
+        f.find<QLineEdit>("folderEdit")->setText(f.out("nowhere"));
+    if (boxText.contains(text("0 to")))
+        f.badHost.storedWells[0].logs[0].depths = {0, 1, 1e10f};
+    QMetaObject::invokeMethod(f.dialog.get(), "exportBtnClicked");
+    QVERIFY(!f.dialog);
+    QCOMPARE(asker.texts.size(), 1); // nothing more is said
+}
+
+// Two logs that begin and end at different depths.
+void TestWellLogExport::logsOfDifferentDepths()
+{
+    ExportFixture f;
+    f.host.storedWells[0].header.totalDepth = 2000;
+    const float firsts[] = {1000, 1050};
+    const int counts[] = {101, 151};
+    for (int log = 0; log < 2; ++log) {
+        host::LogData &data = f.hostLog(0, log);
+        data.depths.clear();
+        data.values.clear();
+        for (int i = 0; i < counts[log]; ++i) {
+            data.depths.append(firsts[log] + static_cast<float>(i));
+            data.values.append(static_cast<float>(10 * (log + 1)));
+        }
+    }
+    f.setUp("0.1524");
+    f.check(0);
+    f.tabs()->widget(0)->findChild<QCheckBox *>(text("allBox"))->setChecked(true);
+    f.startExport();
+    QCOMPARE(f.boxTexts(), QStringList{exportedText});
+    const QByteArray bytes = files::read(f.out("A.las"));
+    QVERIFY(bytes.contains("\nSTRT.M           1000  "));
+    QVERIFY(bytes.contains("\nSTOP.M           1200  "));
+    const StrictLas read(bytes);
+    QVERIFY(read.rows.size() > 1300);
+    const double interval = 0.1524;
+    for (const QVector<double> &row : read.rows) {
+        const double depth = row.at(0);
+        // Within one interval of an end the index rule decides.
+        if (depth < 1100 || depth > 1100 + interval)
+            QCOMPARE(row.at(1), depth > 1100 ? -999.25 : 10.0);
+        if (depth < 1050 - interval || depth > 1050)
+            QCOMPARE(row.at(2), depth < 1050 ? -999.25 : 20.0);
+    }
+}
+
+void TestWellLogExport::unsuitedLogsAreAllNamed()
+{
+    ExportFixture f;
+    QStringList names;
+    for (int i = 0; i < 40; ++i) {
+        names.append(text("%1 ") + QString::number(i));
+        f.host.storedWells[1].logs.append({names.last(), text("u"), {3, 2, 1}, {1, 2, 3}});
+    }
+    f.launch->catalogue.build();
+    f.makeDialog();
+    f.hostLog(0, 1).depths = {300, 200, 100};
+    f.setUp("50");
+    for (int well : {0, 1}) {
+        f.check(well);
+        f.tabs()->currentWidget()->findChild<QCheckBox *>(text("allBox"))->setChecked(true);
+    }
+    f.startExport();
+    QVERIFY2(f.boxTexts().value(0).endsWith(text(":\nA: RT\nB: ") + names.join(text(", "))),
+             qPrintable(f.boxTexts().value(0)));
+    QCOMPARE(f.boxTexts().value(1), exportedText);
+}
+
 void TestWellLogExport::unsuitedDepths()
 {
     ExportFixture f;
@@ -586,6 +838,7 @@ void TestWellLogExport::oddWellNames()
     f.setUp();
     f.check(0);
     QCOMPARE(f.wells()->item(0)->text(), name);
+    QCOMPARE(f.tabs()->tabText(0), text("15/9-F-1 && æ")); // so that one "&" is seen
     f.checkLog(0, 0);
     f.startExport();
     QCOMPARE(f.boxTexts(), QStringList {exportedText});
@@ -606,6 +859,42 @@ void TestWellLogExport::twoWellsOfOneName()
     f.check(0, false);
     QCOMPARE(f.tabs()->count(), 1);
     QCOMPARE(f.logs(0)->item(0)->text(), text("SP"));
+    f.setUp();
+    f.checkLog(0, 0);
+    f.startExport();
+    QCOMPARE(f.boxTexts(), QStringList{exportedText});
+    QVERIFY(f.host.errors.isEmpty());
+    QVERIFY(files::read(f.out("A.las")).contains("\nSP.gapi"));
+}
+
+// The catalogue may be read anew while the dialog stands; what was checked stays what it was.
+void TestWellLogExport::catalogueReadAnew()
+{
+    ExportFixture f;
+    f.setUp();
+    f.check(1);
+    f.checkLog(0, 0);
+    f.addWell(text("0 first"), {text("XX")});
+    f.hostLog(1, 0).values = {7, 8, 9};
+    f.host.storedWells[1].logs.prepend({text("ZZ"), text("u"), {1, 2}, {3, 4}});
+    f.launch->catalogue.build();
+    f.startExport();
+    QCOMPARE(f.boxTexts(), QStringList{exportedText});
+    QCOMPARE(rows(f.out("B.las")).first(), text("100.0000 7.00 "));
+}
+
+void TestWellLogExport::logsOfOneName()
+{
+    ExportFixture f;
+    f.hostLog(0, 1).name = text("GR");
+    f.hostLog(0, 1).values = {7, 8, 9};
+    f.launch->catalogue.build();
+    f.makeDialog();
+    f.setUp();
+    f.check(0);
+    f.checkLog(0, 1);
+    f.startExport();
+    QCOMPARE(rows(f.out("A.las")).first(), text("100.0000 7.00 "));
 }
 
 void TestWellLogExport::asciiButton()

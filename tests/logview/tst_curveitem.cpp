@@ -2,7 +2,7 @@
 #include "displayfixture.h"
 #include "logview/curveheaderitem.h"
 #include "logview/curveitempropertywidget.h"
-#include "logview/displaycolors.h"
+#include "logview/displaystyle.h"
 #include "base/gradientcombobox.h"
 #include "logview/pointitem.h"
 #include "logview/trackitempropertywidget.h"

@@ -1,5 +1,5 @@
 #include "displayfixture.h"
-#include "logview/displaycolors.h"
+#include "logview/displaystyle.h"
 #include "logview/trackheaderitem.h"
 #include "logview/trackitempropertywidget.h"
 #include "logview/wellnameitem.h"

@@ -18,9 +18,11 @@ bool LaunchRecorder::eventFilter(QObject *watched, QEvent *event)
         return false;
     if (watched->objectName() == QLatin1String("MainWindow"))
         ++mainWindowShows;
-    if (watched->objectName() == QLatin1String("Launcher"))
+    if (watched->objectName() == QLatin1String("Launcher")) {
+        ++launcherShows;
         connect(watched->findChild<QProgressBar *>(), &QProgressBar::valueChanged, this,
                 [this](int value) { progress.append(value); });
+    }
     return false;
 }
 

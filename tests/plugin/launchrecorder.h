@@ -21,6 +21,7 @@ public:
 
     QStringList states;
     QVector<int> progress;
+    int launcherShows = 0;
     int mainWindowShows = 0; ///< how often a main window came up
     /// Called after a state was written down, with its number, from 1.
     std::function<void(int number)> onState;

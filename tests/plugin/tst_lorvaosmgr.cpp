@@ -1,8 +1,13 @@
 #include "datastore/curvegrouptable.h"
+#include "datastore/hostwriter.h"
+#include "datastore/projectdata.h"
 #include "launchrecorder.h"
+#include "mainwin/projecttreeitems.h"
+#include "mainwin/projecttreewidget.h"
 #include "plugin/lorvaosmgr.h"
 #include "support/boxdriver.h"
 #include "support/files.h"
+#include "support/scriptedasker.h"
 #include "support/testmain.h"
 #include "watchfulhost.h"
 
@@ -23,6 +28,7 @@ private slots:
     void init()
     {
         CurveGroupTable::instance().clear();
+        m_asker = {};
         m_folder = std::make_unique<QTemporaryDir>();
         QVERIFY(m_folder->isValid());
         m_window = new QWidget;
@@ -159,7 +165,7 @@ private slots:
                          "If you used this well in this Plugin then it may be get crashed.\n"
                          "Please first check this well in Opendtect's Well Manager."));
         QCOMPARE(driver.seen.first().icon, QMessageBox::Warning);
-        QCOMPARE(driver.seen.first().buttons, QStringList {"OK"});
+        QCOMPARE(driver.seen.first().buttons, QStringList {"Ok"});
         // Events were handled while the box stood there: no launcher yet.
         QCOMPARE(recorder.states.first(), QString("no launcher"));
         QVERIFY(recorder.states.at(1).contains("launcher shown"));
@@ -331,8 +337,9 @@ private slots:
         QVERIFY(m_window->findChildren<QWidget *>().isEmpty());
         QCOMPARE(recorder.mainWindowShows, 0);
         QCOMPARE(recorder.states.size(), when);
+        QCOMPARE(recorder.launcherShows, when == 0 ? 0 : 1);
         QVERIFY(!m_host->survey.endsWith("/Survey"));
-        QVERIFY(!QFileInfo::exists(m_host->survey + "/WLC/DefaultLogs/Well A.txt"));
+        QVERIFY2(files::snapshot(m_host->survey).isEmpty(), "the new survey is untouched");
 
         m_host->onList = nullptr;
         recorder.onState = nullptr;
@@ -416,6 +423,36 @@ private slots:
         QVERIFY(m_host->errors.isEmpty());
     }
 
+    void writtenMarkersArriveInTheTreeAndInTheCatalogue()
+    {
+        m_host->trigger();
+        ProjectData data(*m_host, m_asker); // reads the same host as the launch does
+        data.catalogue.build();
+        const auto *tree = m_manager->mainWindow()->findChild<ProjectTreeWidget *>();
+        QVERIFY(tree);
+        QCOMPARE(markersOf(tree), QStringList());
+
+        HostWriter writer(*m_host, data.catalogue, m_asker, [this](const QString &text) { m_host->showError(text); });
+        MarkerSetRecord set;
+        set.wellName = "Well A";
+        set.names = QStringList{"Top", "Base"};
+        set.measuredDepths = {100.5f, 250};
+        set.colors = {QColor(255, 0, 0), QColor(0, 0, 255)};
+        QVERIFY(writer.writeMarkers(0, set));
+        QCOMPARE(markersOf(tree), (QStringList{"Top", "Base"}));
+        data.catalogue.refreshMarkerNames(0);
+        const QVector<WellMarker> markers = data.catalogue.markers(0);
+        QCOMPARE(markers.size(), 2);
+        QCOMPARE(markers.at(0).name, QString("Top"));
+        QCOMPARE(markers.at(0).measuredDepth, 100.5f);
+        QCOMPARE(markers.at(0).subseaDepth, 100.5); // the well has no elevations
+        QCOMPARE(markers.at(1).color, QColor(0, 0, 255));
+
+        QVERIFY(writer.writeMarkers(0, {}));
+        QCOMPARE(markersOf(tree), QStringList());
+        QVERIFY(m_host->errors.isEmpty() && m_asker.boxes.isEmpty());
+    }
+
     void markersOfAWellOutsideTheLaunchAreNobodysConcern()
     {
         QVERIFY(m_host->writeMarkers(m_wellKey, {}).ok()); // before the first launch
@@ -441,6 +478,15 @@ private:
         const QString key = m_host->addWell(header);
         m_host->find(key)->logs = {{"GR", "gapi", {1, 2}, {3, 4}}};
         return key;
+    }
+
+    static QStringList markersOf(const ProjectTreeWidget *tree)
+    {
+        QStringList texts;
+        const QTreeWidgetItem *branch = markersBranch(tree->wellsItem()->child(0));
+        for (int i = 0; i < branch->childCount(); ++i)
+            texts.append(branch->child(i)->text(0));
+        return texts;
     }
 
     void dropHostWindow()
@@ -478,6 +524,7 @@ private:
     QPointer<QWidget> m_window;
     std::unique_ptr<WatchfulHost> m_host;
     QString m_wellKey;
+    ScriptedAsker m_asker;
     std::unique_ptr<lorvaosMgr> m_manager;
 };
 

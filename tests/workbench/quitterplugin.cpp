@@ -3,6 +3,7 @@
 #include "workbench/hostaccess.h"
 #include "workbench/plugininforecord.h"
 
+#include <QMenu>
 #include <QTimer>
 #include <QWidget>
 
@@ -65,6 +66,10 @@ Q_DECL_EXPORT const char *InitQuitterPlugin(int, char **)
     QTimer::singleShot(0, host->mainWidget(), [host] {
         say("survey: ", host->surveyDirectory());
         say("title: ", host->mainWidget()->windowTitle());
+        if (qEnvironmentVariableIsSet("LORVA_TEST_LIST_ACTIONS"))
+            for (const QAction *action :
+                 host->mainWidget()->findChild<QMenu *>(QStringLiteral("utilitiesMenu"))->actions())
+                say("action: ", action->text());
         static QWidget alone; // must not keep the program running
         alone.show();
         auto *window = new Window(host->mainWidget());

@@ -353,7 +353,7 @@ void TestBadSurvey::survivesThousandsOfByteFlips()
     const QByteArray good = survey.read("good.well");
     SurveyStore store(survey.path());
     std::mt19937 random(5);
-    for (int round = 0; round < 600; ++round) {
+    for (int round = 0; round < 3000; ++round) {
         QByteArray bytes = whole;
         for (int flips = 1 + static_cast<int>(random() % 3); flips > 0; --flips) {
             const int at = static_cast<int>(random() % static_cast<unsigned>(bytes.size()));

@@ -20,10 +20,11 @@ namespace {
 
 constexpr char firstWell[] = "100050.2";
 constexpr char secondWell[] = "100050.3";
+constexpr char doomedWell[] = "100050.4";
 constexpr int sampleCount = 400;
 constexpr int markerCount = 40;
 
-enum class What { Log, NewLogs, Well, TrackFile, List, NewWells, Markers };
+enum class What { Log, NewLogs, Well, TrackFile, List, NewWells, Markers, RemovedWell, RemovedLog, RemovedLastLog };
 
 // Writes in small pieces, so that a kill can come between them, and does not wait for the disk. Kills the program at
 // the n-th call when told to.
@@ -54,6 +55,13 @@ public:
     {
         count();
         const int result = FileSystemCalls::rename(from, to);
+        count();
+        return result;
+    }
+    int unlink(const char *path) override
+    {
+        count();
+        const int result = FileSystemCalls::unlink(path);
         count();
         return result;
     }
@@ -112,6 +120,12 @@ bool writeState(const QString &path, What what, int state)
         return store.addWell(properties("New")).ok();
     case What::Markers:
         return store.writeMarkers(firstWell, markersOf(state)).ok();
+    case What::RemovedWell:
+        return store.removeWell(doomedWell).ok();
+    case What::RemovedLog:
+        return store.removeLog(doomedWell, 1).ok();
+    case What::RemovedLastLog:
+        return store.removeLog(doomedWell, 3).ok();
     }
     return false;
 }
@@ -139,6 +153,29 @@ bool killWriter(const QString &path, What what, int firstState, int delayUs, int
     if (WIFEXITED(status) && WEXITSTATUS(status) != 0)
         qFatal("the writing child failed");
     return WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
+}
+
+// The well that is to lose a log, or to go: 0 when it is whole, 1 when that is done.
+int stateOfDoomed(SurveyStore &store, What what)
+{
+    if (what == What::RemovedWell && store.list().value.size() == 2)
+        return 1;
+    if (!store.header(doomedWell).ok() || store.markers(doomedWell).value.size() != 1)
+        return -1;
+    QString names;
+    const QVector<host::LogInfo> logs = store.logs(doomedWell).value;
+    for (int i = 0; i < logs.size(); ++i) {
+        const host::LogData log = store.log(doomedWell, i).value;
+        if (log.values != QVector<float>{1, 2})
+            return -1;
+        names += log.name;
+    }
+    if (names == QLatin1String("KLMN"))
+        return 0;
+    return (what == What::RemovedLog && names == QLatin1String("KNM"))
+            || (what == What::RemovedLastLog && names == QLatin1String("KLM"))
+        ? 1
+        : -1;
 }
 
 // What the survey holds of the object: one number for a whole state; -1 when it is none.
@@ -194,6 +231,10 @@ int stateOf(SurveyStore &store, What what)
         const int state = markers.first().name.section(QLatin1Char(' '), 0, 0).midRef(1).toInt();
         return summary(markers) == summary(markersOf(state)) ? state : -1;
     }
+    case What::RemovedWell:
+    case What::RemovedLog:
+    case What::RemovedLastLog:
+        return stateOfDoomed(store, what);
     }
     return -1;
 }
@@ -215,6 +256,11 @@ bool isOfObject(const QString &name, What what)
         return name == QLatin1String(".omf") || name.startsWith(QLatin1String("New"));
     case What::Markers:
         return name == QLatin1String("a.wlm");
+    case What::RemovedWell:
+        return name == QLatin1String(".omf") || name.startsWith(QLatin1String("doomed"));
+    case What::RemovedLog:
+    case What::RemovedLastLog:
+        return name.startsWith(QLatin1String("doomed^"));
     }
     return false;
 }
@@ -247,7 +293,17 @@ void fill(const Survey &survey)
         qFatal("no markers");
 }
 
-// Both tests end here.
+void addDoomedWell(const Survey &survey)
+{
+    survey.write(".omf", wellList({{"State 1", "a.well"}, {"B", "b.well"}, {"Doomed", "doomed.well"}}));
+    survey.write("doomed.well", wellFile());
+    survey.write("doomed.wlm", header("Well Markers") + "1.Name: M\n1.Depth along hole: 5\n");
+    int number = 0;
+    for (const char *name : {"K", "L", "M", "N"})
+        survey.write(qPrintable(QStringLiteral("doomed^%1.wll").arg(++number)), logFile(name, {100, 1, 101, 2}));
+}
+
+// All tests end here.
 void checkSurvey(const Survey &survey, What what, int oldState, const QMap<QString, QByteArray> &rest, int *newState)
 {
     SurveyStore store(survey.path());
@@ -273,6 +329,8 @@ private slots:
     void killedAtAnyStep();
     void killedAtAnyMoment_data() { killedAtAnyStep_data(); }
     void killedAtAnyMoment();
+    void killedAtAnyStepOfARemoval_data();
+    void killedAtAnyStepOfARemoval();
     void leftoversDoNotDisturb();
 };
 
@@ -337,6 +395,39 @@ void TestKillWhileWriting::killedAtAnyMoment()
             return;
         state = newState;
     }
+}
+
+void TestKillWhileWriting::killedAtAnyStepOfARemoval_data()
+{
+    QTest::addColumn<What>("what");
+    QTest::newRow("well") << What::RemovedWell;
+    QTest::newRow("log in the middle") << What::RemovedLog;
+    QTest::newRow("last log") << What::RemovedLastLog;
+}
+
+void TestKillWhileWriting::killedAtAnyStepOfARemoval()
+{
+    QFETCH(What, what);
+    Survey survey;
+    fill(survey);
+    int oldStates = 0;
+    int newStates = 0;
+    bool isKilled = true;
+    for (int step = 0; isKilled; ++step) {
+        addDoomedWell(survey);
+        const auto rest = theRest(survey, what);
+        isKilled = killWriter(survey.path(), what, step, 0, step);
+        int state = -1;
+        checkSurvey(survey, what, 0, rest, &state);
+        if (QTest::currentTestFailed())
+            return;
+        QVERIFY(state == 1 || newStates == 0); // no step undoes what was done
+        ++(state == 0 ? oldStates : newStates);
+    }
+    QVERIFY(oldStates > 0);
+    QVERIFY(newStates > 1); // killed behind the removal, and not at all
+    if (what == What::RemovedWell)
+        QVERIFY(survey.names().filter(QStringLiteral("doomed")).isEmpty());
 }
 
 void TestKillWhileWriting::leftoversDoNotDisturb()

@@ -1,4 +1,5 @@
 #include "dialogscript.h"
+#include "support/failingtarget.h"
 #include "support/files.h"
 #include "support/scriptedasker.h"
 #include "support/testmain.h"
@@ -63,6 +64,8 @@ private slots:
     void existingWellsAreNotChosen();
     void unreadableFilesDoNotBlock();
     void failuresAreReportedAndTheDialogStays();
+    void namesOutsideTheFormatAreMarked();
+    void aSurveyInFeetGetsFeet();
     void checkBoxesByKeyboard();
     void chooserIsAsked();
     void manyFiles();
@@ -349,18 +352,55 @@ void TestNewWellsDialog::failuresAreReportedAndTheDialogStays()
     NewWellsDialog dialog(*m_store, m_asker, chooser());
     QVERIFY(showActive(&dialog));
     dialog.addFiles(
-        {write(QStringLiteral("a.las"), lasText("A", "")), write(QStringLiteral("b.las"), lasText("@B", ""))});
+        {write(QStringLiteral("a.las"), lasText("A", "")), write(QStringLiteral("b.las"), lasText("B", ""))});
+    FailingTarget disk("/B.well");
+    auto failing = std::make_unique<base::ScopedFileSystemCalls>(disk);
     QTest::mouseClick(createButton(dialog), Qt::LeftButton);
+    failing.reset();
     QVERIFY(dialog.isVisible());
     QCOMPARE(m_asker.boxes.first().icon, base::BoxIcon::Warning);
-    QVERIFY(m_asker.boxes.first().text.startsWith(QLatin1String("1 well was created.\n1 failed:\n@B: ")));
+    QVERIFY(m_asker.boxes.first().text.startsWith(QLatin1String("1 well was created.\n1 failed:\nB: ")));
     QCOMPARE(wellNames(), QStringList{QStringLiteral("A")});
     QCOMPARE(cell(dialog, 0, NewWellsModel::NotesColumn).data().toString(), QStringLiteral("created"));
-    typeIntoCell(dialog, 1, NewWellsModel::NameColumn, QStringLiteral("B"));
     QTest::mouseClick(createButton(dialog), Qt::LeftButton);
     QVERIFY(!dialog.isVisible());
     QCOMPARE(wellNames(), (QStringList{QStringLiteral("A"), QStringLiteral("B")}));
     QCOMPARE(dialog.createdCount(), 2);
+}
+
+// A name that the survey's files cannot hold is marked at once.
+void TestNewWellsDialog::namesOutsideTheFormatAreMarked()
+{
+    NewWellsDialog dialog(*m_store, m_asker, chooser());
+    dialog.addFiles({write(QStringLiteral("b.las"), lasText("@B", ""))});
+    QVERIFY(!createButton(dialog)->isEnabled());
+    QCOMPARE(state(dialog), QStringLiteral("@B: A well name cannot begin like \"@B\"."));
+}
+
+void TestNewWellsDialog::aSurveyInFeetGetsFeet()
+{
+    QByteArray info = files::read(m_survey + QStringLiteral("/.survey"));
+    files::write(m_survey + QStringLiteral("/.survey"), info.replace("`D\n", "`F\n"));
+    NewWellsDialog dialog(*m_store, m_asker, chooser());
+    QVERIFY(showActive(&dialog));
+    dialog.addFiles({write(QStringLiteral("a.las"), lasText("A", "EKB.F 82 :\nEGL.M 3.048 :\n"))});
+    const QAbstractItemModel *model = dialog.findChild<NewWellsModel *>();
+    const auto shown = [model](int column) { return model->index(0, column).data().toString(); };
+    QCOMPARE(shown(NewWellsModel::KbColumn), QStringLiteral("82"));
+    QCOMPARE(shown(NewWellsModel::GroundColumn), QStringLiteral("10"));
+    QCOMPARE(shown(NewWellsModel::TotalDepthColumn), QStringLiteral("3280.8399")); // 1000 m
+    QVERIFY(shown(NewWellsModel::NotesColumn).contains(QLatin1String("Converted from metres: EGL, STOP.")));
+    QVERIFY(!shown(NewWellsModel::NotesColumn).contains(QLatin1String("from feet")));
+    QCOMPARE(model->headerData(NewWellsModel::TotalDepthColumn, Qt::Horizontal).toString(),
+             QStringLiteral("TD (ft)"));
+    QTest::mouseClick(createButton(dialog), Qt::LeftButton);
+    const QString key = m_store->list().value.first().key;
+    QCOMPARE(m_store->header(key).value.kbElevation, 82.0f);
+    QCOMPARE(m_store->header(key).value.totalDepth, 3280.8399);
+    QVERIFY(files::read(m_survey + QStringLiteral("/WellInfo/A.well")).contains("\nDepth-Unit: Feet\n"));
+    // What is written later follows the well.
+    QVERIFY(m_store->writeLog(key, {QStringLiteral("GR"), {}, {1, 2}, {3, 4}}).ok());
+    QVERIFY(files::read(m_survey + QStringLiteral("/WellInfo/A^1.wll")).contains("\nDepth-Unit: Feet\n"));
 }
 
 void TestNewWellsDialog::checkBoxesByKeyboard()

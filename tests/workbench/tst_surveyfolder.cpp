@@ -1,4 +1,5 @@
 #include "base/filesystemcalls.h"
+#include "support/failingtarget.h"
 #include "support/testmain.h"
 #include "support/unprivileged.h"
 #include "surveyfixture.h"
@@ -80,6 +81,8 @@ private slots:
     void leavesNothingWhereItMayNotWrite();
     void tellsWhyAFolderIsNoSurvey();
     void readsTheHostsInfo();
+    void readsTheDepthUnit();
+    void leavesNothingWhenItCannotBePutInPlace();
     void readsInfoOfADamagedSurvey();
 
 private:
@@ -301,6 +304,29 @@ void TestSurveyFolder::readsTheHostsInfo()
     QVERIFY(info.ok());
     QCOMPARE(info.value.name, QStringLiteral("Probe survey"));
     QCOMPARE(info.value.comment, QStringLiteral("Written by a probe program"));
+}
+
+void TestSurveyFolder::readsTheDepthUnit()
+{
+    const auto unitOf = [this](const QByteArray &line) {
+        files::write(path("s/.survey"), header("Survey Info") + "Name: Probe\n" + line + "!\n");
+        return readSurveyInfo(path("s")).value.depthUnit;
+    };
+    QCOMPARE(unitOf("Z range: 0`9000`5`F\n"), DepthUnit::Foot);
+    QCOMPARE(unitOf("Z range: 0`9000`5`F \r\n"), DepthUnit::Foot);
+    QCOMPARE(unitOf("Z range: 0`3000`5`D\n"), DepthUnit::Metre);
+    QCOMPARE(unitOf("Z range: 0`3`0.004`T\n"), DepthUnit::Metre);
+    QCOMPARE(unitOf("Z range: \n"), DepthUnit::Metre);
+    QCOMPARE(unitOf({}), DepthUnit::Metre);
+}
+
+void TestSurveyFolder::leavesNothingWhenItCannotBePutInPlace()
+{
+    FailingTarget disk("/survey");
+    const base::ScopedFileSystemCalls scope(disk);
+    const host::Status status = createSurvey(path("a/root/survey"), demo());
+    QVERIFY2(status.error.contains(path("a/root/survey")), qPrintable(status.error));
+    QVERIFY2(content().isEmpty(), qPrintable(QStringList(content().keys()).join(QLatin1Char(' '))));
 }
 
 void TestSurveyFolder::readsInfoOfADamagedSurvey()

@@ -86,6 +86,8 @@ class TestSurveyStore : public QObject
 private slots:
     void listsWellsAsTheHostSorts();
     void listsEmptySurvey();
+    void tellsWhatItPassesOverInTheListAtEveryRead();
+    void forgetsProblemsOfFilesThatChanged();
     void readsHeaderLogsAndMarkers();
     void refusesKeysThatAreNoWells();
 
@@ -179,6 +181,49 @@ void TestSurveyStore::listsEmptySurvey()
     QVERIFY(store.list().ok());
     QVERIFY(store.list().value.isEmpty());
     QVERIFY(store.takeProblems().isEmpty());
+}
+
+void TestSurveyStore::tellsWhatItPassesOverInTheListAtEveryRead()
+{
+    OneWell survey;
+    survey.write(".omf", survey.read(".omf") + "Lost\nWell: dGB`Stream\n!\n");
+    QTest::qWait(20); // once its time is settled the list is kept and not parsed again
+    for (int i = 0; i < 3; ++i) {
+        QCOMPARE(names(survey.store.list().value), QStringList{"A"});
+        const QStringList problems = survey.store.takeProblems();
+        QCOMPARE(problems.size(), 1);
+        QVERIFY(problems.first().contains(survey.file(".omf")));
+    }
+    survey.write(".omf", wellList({{"A", "a.well"}}));
+    QVERIFY(survey.store.list().ok());
+    QVERIFY(survey.store.takeProblems().isEmpty());
+}
+
+void TestSurveyStore::forgetsProblemsOfFilesThatChanged()
+{
+    OneWell survey({"GR", "RHOB"});
+    int found = 0;
+    survey.store.setProblemFound([&found] { ++found; });
+    const QByteArray whole = survey.read("a^2.wll");
+    survey.write("a^2.wll", whole.left(whole.size() - 3));
+    for (int i = 0; i < 2; ++i) {
+        QCOMPARE(survey.store.logs(survey.key).value.size(), 2);
+        QVERIFY(survey.store.log(survey.key, 1).ok());
+        QCOMPARE(found, 1); // announced once, whoever finds it again
+        QCOMPARE(survey.store.problems(), QStringList{survey.file("a^2.wll") + ": its last sample is cut off."});
+    }
+    QCOMPARE(survey.store.logProblem(survey.key, 0), QString());
+    QCOMPARE(survey.store.logProblem(survey.key, 1), survey.store.problems().first());
+    QCOMPARE(survey.store.logProblem(survey.key, 2), QString());
+    survey.write("a^2.wll", whole);
+    QVERIFY(survey.store.problems().isEmpty());
+    QCOMPARE(survey.store.logProblem(survey.key, 1), QString());
+    survey.write("a^2.wll", logFile("RHOB", {}));
+    QCOMPARE(survey.store.logs(survey.key).value.size(), 2);
+    QCOMPARE(survey.store.problems(), QStringList{survey.file("a^2.wll") + ": it holds no samples."});
+    QCOMPARE(found, 2);
+    survey.store.setSurveyDirectory(survey.path());
+    QVERIFY(survey.store.problems().isEmpty());
 }
 
 void TestSurveyStore::readsHeaderLogsAndMarkers()

@@ -1,4 +1,5 @@
 #include "dialogscript.h"
+#include "support/failingdisk.h"
 #include "support/files.h"
 #include "support/scriptedasker.h"
 #include "support/testmain.h"
@@ -73,6 +74,8 @@ private slots:
     void namesAreTakenWhateverTheirCase();
     void listsWellsWithTheirLogs();
     void damagedLogsAreShownAsUnknown();
+    void aCutLogSaysSo();
+    void feetAreCalledFeet();
     void addsAWell();
     void addRefusesBadInputWithASentencePerField();
     void commaIsToldInsteadOfSwallowed();
@@ -123,7 +126,13 @@ void TestWellManager::fieldProblems_data()
     row(WellField::Name, "15/9-F-1", "");
     row(WellField::Name, "", "A well needs a name.");
     row(WellField::Name, "  ", "A well needs a name.");
-    row(WellField::Name, "a\tb", "The name holds a control character.");
+    row(WellField::Name, "a\tb", "The well name \"a\tb\" holds a control character.");
+    // What the survey's files cannot hold is told at once, not only when it is written.
+    row(WellField::Name, " @base", "A well name cannot begin like \"@base\".");
+    row(WellField::Name, "!x", "A well name cannot begin like \"!x\".");
+    row(WellField::Name, "--x", "A well name cannot begin like \"--x\".");
+    row(WellField::Name, "x\\", "A well name cannot end like \"x\\\".");
+    row(WellField::Name, "a@b!c--d:e", "");
     row(WellField::X, "504000.25", "");
     row(WellField::X, " +5e5 ", "");
     row(WellField::X, "", "X is missing.");
@@ -239,6 +248,36 @@ void TestWellManager::damagedLogsAreShownAsUnknown()
     logs->selectRow(65);
     QCOMPARE(logs->item(65, 2)->text(), QStringLiteral("3"));
     QCOMPARE(logs->item(64, 2)->text(), QStringLiteral("?"));
+}
+
+void TestWellManager::aCutLogSaysSo()
+{
+    const QString path = survey() + QStringLiteral("/WellInfo/Probe_2_A^1.wll");
+    const QByteArray whole = files::read(path);
+    QVERIFY(QFile::remove(path));
+    files::write(path, whole.left(whole.size() - 3));
+    WellManagerDialog dialog(*m_store, m_asker);
+    const auto *logs = dialog.findChild<QTableWidget *>(QStringLiteral("logsTable"));
+    QCOMPARE(logs->item(0, 2)->text(), QStringLiteral("30"));
+    QVERIFY(logs->item(0, 2)->toolTip().contains(QLatin1String("its last sample is cut off")));
+    QVERIFY(logs->item(1, 2)->toolTip().isEmpty());
+}
+
+void TestWellManager::feetAreCalledFeet()
+{
+    QByteArray info = files::read(survey() + QStringLiteral("/.survey"));
+    const int end = info.indexOf('\n', info.indexOf("Z range"));
+    files::write(survey() + QStringLiteral("/.survey"), info.replace(end - 1, 1, "F"));
+    WellManagerDialog dialog(*m_store, m_asker);
+    QCOMPARE(dialog.findChild<QLabel *>(QStringLiteral("wellHeaderLabel"))->text(),
+             QStringLiteral("X 504000.25   Y 6005000.5\nKB 30 ft   TD 2000 ft"));
+    WellEditDialog add(*m_store, m_asker);
+    QStringList labels;
+    for (const QLabel *label : add.findChildren<QLabel *>())
+        labels.append(label->text());
+    QCOMPARE(labels.filter(QStringLiteral("ft above datum")).size(), 2);
+    QCOMPARE(labels.filter(QStringLiteral("ft along hole")).size(), 1);
+    QVERIFY(labels.filter(QStringLiteral("m above datum")).isEmpty());
 }
 
 void TestWellManager::addsAWell()
@@ -387,24 +426,32 @@ void TestWellManager::editKeepsAnUnknownType()
 
 void TestWellManager::storeErrorsKeepTheDialogOpen()
 {
+    FailingDisk fullDisk(FailingDisk::Write);
+    auto full = std::make_unique<base::ScopedFileSystemCalls>(fullDisk);
     WellEditDialog add(*m_store, m_asker);
     QVERIFY(showActive(&add));
-    type(&add, "nameEdit", QStringLiteral("@odd")); // a name that the store's list cannot hold
+    type(&add, "nameEdit", QStringLiteral("plain"));
     for (const char *edit : {"xEdit", "yEdit", "totalDepthEdit"})
         type(&add, edit, QStringLiteral("5"));
     QTest::keyClick(&add, Qt::Key_Return);
     QVERIFY(add.isVisible());
     QCOMPARE(m_asker.boxes.size(), 1);
     QCOMPARE(m_asker.boxes.first().icon, base::BoxIcon::Warning);
-    QVERIFY(m_asker.boxes.first().text.contains(QLatin1String("@odd")));
-    type(&add, "nameEdit", QStringLiteral("plain"));
+    QVERIFY(m_asker.boxes.first().text.contains(QLatin1String("plain.well")));
+    full.reset();
     QTest::keyClick(&add, Qt::Key_Return);
     QVERIFY(!add.isVisible());
     QVERIFY(names(SurveyStore(survey()).list().value).contains(QStringLiteral("plain")));
 
     RenameWellDialog rename(*m_store, m_asker, {QStringLiteral("Probe-1"), probeOne});
     QVERIFY(showActive(&rename));
-    type(&rename, "nameEdit", QStringLiteral("--x"));
+    type(&rename, "nameEdit", QStringLiteral("--x")); // told beside the field, without a box
+    QTest::keyClick(&rename, Qt::Key_Return);
+    QVERIFY(rename.isVisible());
+    QCOMPARE(problem(&rename, "nameEdit"), QStringLiteral("A well name cannot begin like \"--x\"."));
+    QCOMPARE(m_asker.boxes.size(), 1);
+    type(&rename, "nameEdit", QStringLiteral("other"));
+    const base::ScopedFileSystemCalls fullAgain(fullDisk);
     QTest::keyClick(&rename, Qt::Key_Return);
     QVERIFY(rename.isVisible());
     QCOMPARE(m_asker.boxes.size(), 2);

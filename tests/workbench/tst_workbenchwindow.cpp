@@ -124,6 +124,10 @@ private slots:
     void damagedFilesAreListed();
     void unreadableWellsStayInTheTable();
     void unreadableListIsToldOnce();
+    void damageOfTheListStaysTold();
+    void aCutLogIsTold();
+    void whatAPluginFindsIsToldAtOnce();
+    void feetAreCalledFeet();
     void noSurveyFolderIsRefused_data();
     void noSurveyFolderIsRefused();
     void listenersAreToldOfASwitch();
@@ -422,6 +426,94 @@ void TestWorkbenchWindow::unreadableListIsToldOnce()
     QCOMPARE(m_asker.boxes.size(), 1);
     QVERIFY(m_window->openSurvey(survey)); // opened anew: told anew
     QCOMPARE(m_asker.boxes.size(), 2);
+}
+
+// The list can be read but for an entry: it is told as long as the list is what it is.
+void TestWorkbenchWindow::damageOfTheListStaysTold()
+{
+    const QString survey = newSurvey(QStringLiteral("S"));
+    addWell(survey, QStringLiteral("A"), 1, 1);
+    const QString list = survey + QStringLiteral("/WellInfo/.omf");
+    const QByteArray whole = files::read(list);
+    files::write(list, whole + "Lost\nWell: dGB`Stream\n!\n");
+    QTest::qWait(20); // a file whose time is settled is not read again
+    QVERIFY(m_window->openSurvey(survey));
+    const auto *panel = find<MessagesPanel>("messagesPanel");
+    const QStringList told = panel->messages();
+    QCOMPARE(told.size(), 1);
+    QVERIFY(told.first().contains(list) && told.first().contains(QLatin1String("Lost")));
+    for (int i = 0; i < 2; ++i) {
+        QTest::keyClick(m_window.get(), Qt::Key_F5);
+        QCOMPARE(panel->messages(), told);
+    }
+    QVERIFY(QFile::remove(list));
+    files::write(list, whole);
+    QTest::keyClick(m_window.get(), Qt::Key_F5);
+    QVERIFY(panel->messages().isEmpty());
+}
+
+void TestWorkbenchWindow::aCutLogIsTold()
+{
+    const QString survey = newSurvey(QStringLiteral("S"));
+    addWell(survey, QStringLiteral("A"), 1, 1);
+    {
+        SurveyStore store(survey);
+        QVERIFY(
+            store.writeLog(store.list().value.first().key, {QStringLiteral("GR"), {}, {1, 2, 3}, {4, 5, 6}}).ok());
+    }
+    const QString file = survey + QStringLiteral("/WellInfo/A^1.wll");
+    const QByteArray whole = files::read(file);
+    files::write(file, whole.left(whole.size() - 3));
+    QVERIFY(m_window->openSurvey(survey)); // which reads no samples
+    const auto *panel = find<MessagesPanel>("messagesPanel");
+    QCOMPARE(panel->messages(), QStringList{file + QStringLiteral(": its last sample is cut off.")});
+}
+
+void TestWorkbenchWindow::whatAPluginFindsIsToldAtOnce()
+{
+    const QString survey = newSurvey(QStringLiteral("S"));
+    addWell(survey, QStringLiteral("A"), 1, 1);
+    const QString file = survey + QStringLiteral("/WellInfo/A^1.wll");
+    const QByteArray header =
+        "dTect V6.6\nWell Log\nFri 20 Nov 2026, 17:09:32\n!\nName: GR\nStorage type: Ascii\n!\n";
+    files::write(file, header + "1 2\n3 four\n");
+    QVERIFY(m_window->openSurvey(survey));
+    const auto *panel = find<MessagesPanel>("messagesPanel");
+    QVERIFY(panel->messages().isEmpty()); // only its samples are damaged
+    const QString key = m_host->wells().list().value.first().key;
+    QVERIFY(m_host->wells().log(key, 0).ok());
+    QTRY_VERIFY(panel->isVisible());
+    const QStringList told = panel->messages();
+    QCOMPARE(told.size(), 1);
+    QVERIFY(told.first().startsWith(file));
+    QTest::keyClick(m_window.get(), Qt::Key_F5);
+    QCOMPARE(panel->messages(), told);
+    // Repaired, or left with its survey: gone.
+    QVERIFY(QFile::remove(file));
+    files::write(file, header + "1 2\n3 4\n");
+    QTest::keyClick(m_window.get(), Qt::Key_F5);
+    QVERIFY(panel->messages().isEmpty());
+    QVERIFY(QFile::remove(file));
+    files::write(file, header + "1 2\n3 four\n");
+    QVERIFY(m_host->wells().log(key, 0).ok());
+    QTRY_VERIFY(!panel->messages().isEmpty());
+    QVERIFY(m_window->openSurvey(newSurvey(QStringLiteral("Other"))));
+    QVERIFY(panel->messages().isEmpty());
+}
+
+void TestWorkbenchWindow::feetAreCalledFeet()
+{
+    const QString survey = newSurvey(QStringLiteral("S"));
+    addWell(survey, QStringLiteral("A"), 1, 1);
+    const auto title = [this] {
+        return table()->headerData(WellsModel::TotalDepthColumn, Qt::Horizontal).toString();
+    };
+    QVERIFY(m_window->openSurvey(survey));
+    QCOMPARE(title(), QStringLiteral("TD"));
+    QByteArray info = files::read(survey + QStringLiteral("/.survey"));
+    files::write(survey + QStringLiteral("/.survey"), info.replace("`D\n", "`F\n"));
+    trigger("refreshAction");
+    QCOMPARE(title(), QStringLiteral("TD (ft)"));
 }
 
 void TestWorkbenchWindow::noSurveyFolderIsRefused_data()

@@ -1,0 +1,61 @@
+// What "cmake --install" leaves is complete: the program starts from there and finds its plug-in and its resources.
+
+#include "programrun.h"
+#include "workbench/surveyfolder.h"
+
+#include <QDir>
+#include <QImage>
+#include <QTemporaryDir>
+#include <QtTest>
+
+class tst_installation : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        const ProgramRun installed =
+            runProgram(QStringLiteral(LORVA_CMAKE_COMMAND),
+                       {"--install", QStringLiteral(LORVA_BINARY_DIR), "--prefix", prefix()}, home());
+        QVERIFY2(installed.exitCode == 0, qPrintable(installed.errors));
+    }
+
+    void theProgramStarts()
+    {
+        const ProgramRun version = runProgram(prefix() + "/bin/lorva-workbench", {"--version"}, home());
+        QCOMPARE(version.exitCode, 0);
+        QCOMPARE(version.output, QString("lorva-workbench 0.0\n"));
+    }
+
+    void thePluginIsLoadedFromThere()
+    {
+        const QString survey = m_folder.filePath("survey");
+        QCOMPARE(workbench::createSurvey(survey, {}).error, QString());
+        // The other plug-in closes the window; both are listed before.
+        const ProgramRun started =
+            runProgram(prefix() + "/bin/lorva-workbench",
+                       {"--plugin-dir", QStringLiteral(LORVA_BINARY_DIR "/tests/plugins"), survey}, home());
+        QCOMPARE(started.exitCode, 0);
+        QCOMPARE(started.errors, QString());
+        QVERIFY2(started.output.contains("action: &LORVA OS 0.0\n"), qPrintable(started.output));
+    }
+
+    void resourcesAreThere()
+    {
+        const QDir data(prefix() + "/share/lorva");
+        QVERIFY(!QImage(data.filePath("icons.Default/LORVA_wlc.png")).isNull());
+        for (const char *folder : {"ColorBars", "Colorbars"})
+            QVERIFY2(!QImage(data.filePath(QLatin1String(folder) + "/cb_1.png")).isNull(), folder);
+        QVERIFY(!QDir(data.filePath("doc")).isEmpty());
+    }
+
+private:
+    QString prefix() const { return m_folder.filePath("installed"); }
+    QString home() const { return m_folder.path(); }
+
+    QTemporaryDir m_folder;
+};
+
+QTEST_GUILESS_MAIN(tst_installation)
+#include "tst_installation.moc"

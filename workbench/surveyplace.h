@@ -1,0 +1,50 @@
+#pragma once
+
+#include "host/hostrecords.h"
+
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace workbench {
+
+/// Takes away the folders that lead to a path and were missing, as far as they are empty, unless they are kept.
+class MadeFolders
+{
+public:
+    explicit MadeFolders(const QString &path);
+    ~MadeFolders();
+    MadeFolders(const MadeFolders &) = delete;
+    MadeFolders &operator=(const MadeFolders &) = delete;
+    void keep() { m_missing.clear(); }
+
+private:
+    QStringList m_missing;
+};
+
+/// The place of a new survey, which is built in a hidden folder beside it and appears there whole or not at all. What
+/// was not put in place leaves nothing behind, nor any folder made on the way.
+class SurveyPlace
+{
+public:
+    /// Makes the folders that lead to \a path. Anything there but an empty folder is an error.
+    explicit SurveyPlace(const QString &path);
+
+    /// Why nothing can be built, as a sentence; empty when it can.
+    QString error() const { return m_error; }
+    /// The path at which the survey is to be made; its folder does not exist yet.
+    QString buildFolder() const;
+    /// Moves the survey in its place. A data root that is new or was empty gets its mark, so that the host accepts it.
+    host::Status putInPlace();
+
+private:
+    QString m_target;
+    QString m_root;
+    bool m_isNewRoot;
+    MadeFolders m_made;
+    std::unique_ptr<QTemporaryDir> m_beside; // gone before the folders above it
+    QString m_error;
+};
+
+} // namespace workbench
