@@ -59,9 +59,9 @@ private:
     QList<QGraphicsItem *> m_selected;
 };
 
-void showWithMargin(QGraphicsView *view, const QRectF &sceneRect)
+QRectF withMargin(const QRectF &sceneRect)
 {
-    view->setSceneRect(sceneRect.adjusted(-markerNameMargin, 0, 0, 0));
+    return sceneRect.adjusted(-markerNameMargin, 0, 0, 0);
 }
 
 } // namespace
@@ -90,8 +90,10 @@ WellDisplayWidget::WellDisplayWidget(ProjectData &projectData, const QString &we
     connect(m_scene.get(), &WellLogsScene::propertyWidgetChanged, this, &WellDisplayWidget::setPropertyWidget);
     connect(m_scene.get(), &WellLogsScene::sendDeleteTrack, this, &WellDisplayWidget::deleteTrack);
     connect(m_scene.get(), &WellLogsScene::laidOut, this, &WellDisplayWidget::showScenes);
-    connect(m_logView->horizontalScrollBar(), &QScrollBar::valueChanged, m_headerView->horizontalScrollBar(),
-            &QScrollBar::setValue);
+    QScrollBar *headerBar = m_headerView->horizontalScrollBar();
+    const QScrollBar *logBar = m_logView->horizontalScrollBar();
+    connect(logBar, &QScrollBar::valueChanged, headerBar, &QScrollBar::setValue);
+    connect(headerBar, &QScrollBar::rangeChanged, headerBar, [=] { headerBar->setValue(logBar->value()); });
     connect(m_logView, &WellLogsView::saveMarkerRequested, this, &WellDisplayWidget::saveMarker);
     connect(m_logView, &WellLogsView::pickingHint, this, &WellDisplayWidget::setStatusLabel);
     showScenes();
@@ -115,6 +117,7 @@ void WellDisplayWidget::buildViews(QVBoxLayout *layout)
     m_logView->setObjectName(QStringLiteral("logView"));
     for (QGraphicsView *view : {m_headerView, static_cast<QGraphicsView *>(m_logView)}) {
         view->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        view->setTransformationAnchor(QGraphicsView::NoAnchor);
         // Both viewports must have one width, or headers and tracks would not scroll alike.
         view->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     }
@@ -151,8 +154,8 @@ void WellDisplayWidget::showScenes()
 {
     QScrollBar *bar = m_logView->verticalScrollBar();
     const double place = bar->maximum() > 0 ? bar->value() / static_cast<double>(bar->maximum()) : 0;
-    showWithMargin(m_logView, m_scene->sceneRect());
-    showWithMargin(m_headerView, m_headerScene->sceneRect());
+    m_logView->showRect(withMargin(m_scene->sceneRect()));
+    m_headerView->setSceneRect(withMargin(m_headerScene->sceneRect()));
     bar->setValue(static_cast<int>(place * bar->maximum()));
     fitHeaderHeight();
 }

@@ -9,12 +9,16 @@
 #include "workbench/workbenchhost.h"
 #include "workbench/workbenchwindow.h"
 
+#include <QAbstractScrollArea>
 #include <QAction>
 #include <QApplication>
 #include <QBuffer>
 #include <QDir>
+#include <QGraphicsView>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QPixmap>
+#include <QScrollBar>
 #include <QStandardPaths>
 #include <QTreeWidget>
 
@@ -69,16 +73,85 @@ QWidget *childWindow(const QWidget *parent, const char *className)
     return nullptr;
 }
 
-void expandFirstWell(QWidget *mainWindow)
+/// The plug-in's main window, worked by its project tree as a user does. The plug-in is a library of its own: only
+/// Qt's classes are known here.
+class PluginWindow
 {
-    auto *tree = mainWindow->findChild<QTreeWidget *>(QStringLiteral("ProjectTreeWidget"));
-    if (!tree || tree->topLevelItemCount() == 0 || tree->topLevelItem(0)->childCount() == 0)
-        return;
-    QTreeWidgetItem *well = tree->topLevelItem(0)->child(0);
-    well->setExpanded(true);
-    for (int i = 0; i < well->childCount(); ++i)
-        well->child(i)->setExpanded(true);
-}
+public:
+    explicit PluginWindow(QWidget *window)
+        : m_window(window)
+        , m_tree(window->findChild<QTreeWidget *>(QStringLiteral("ProjectTreeWidget")))
+    {
+    }
+
+    /// Null when the survey has no wells.
+    QTreeWidgetItem *firstWell() const
+    {
+        const QTreeWidgetItem *wells = m_tree ? m_tree->topLevelItem(0) : nullptr;
+        return wells ? wells->child(0) : nullptr;
+    }
+    void expandFirstWell() const
+    {
+        QTreeWidgetItem *well = firstWell();
+        if (!well)
+            return;
+        well->setExpanded(true);
+        for (int i = 0; i < well->childCount(); ++i)
+            well->child(i)->setExpanded(true);
+    }
+    /// Displays the first well with one of its templates and all its markers, some way down.
+    bool displayFirstWell(const QString &templateName) const
+    {
+        QTreeWidgetItem *well = firstWell();
+        QTreeWidgetItem *item = well ? findBelow(well, templateName) : nullptr;
+        QTreeWidgetItem *markers = well ? findBelow(well, QStringLiteral("Markers")) : nullptr;
+        if (!item || !markers)
+            return false;
+        for (QTreeWidgetItem *checked : {well, item, markers})
+            check(checked);
+        auto *view = m_window->findChild<QAbstractScrollArea *>(QStringLiteral("logView"));
+        if (!view)
+            return false;
+        QCoreApplication::processEvents();
+        QScrollBar *bar = view->verticalScrollBar();
+        bar->setValue(static_cast<int>(bar->maximum() * 0.81));
+        return true;
+    }
+
+    /// Selects the first curve as a click on its header does.
+    void clickFirstHeader() const
+    {
+        const auto *headers = m_window->findChild<QGraphicsView *>(QStringLiteral("headerView"));
+        if (!headers)
+            return;
+        const QPoint place = headers->mapFromScene(QPointF(20, 50));
+        QMouseEvent press(QEvent::MouseButtonPress, place, headers->viewport()->mapToGlobal(place), Qt::LeftButton,
+                          Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(headers->viewport(), &press);
+    }
+
+private:
+    static QTreeWidgetItem *findBelow(QTreeWidgetItem *parent, const QString &text)
+    {
+        for (int i = 0; i < parent->childCount(); ++i) {
+            QTreeWidgetItem *child = parent->child(i);
+            if (child->text(0) == text)
+                return child;
+            if (QTreeWidgetItem *found = findBelow(child, text))
+                return found;
+        }
+        return nullptr;
+    }
+    void check(QTreeWidgetItem *item) const
+    {
+        item->setCheckState(0, Qt::Unchecked);
+        item->setCheckState(0, Qt::Checked);
+        emit m_tree->itemClicked(item, 0);
+    }
+
+    QWidget *m_window;
+    QTreeWidget *m_tree;
+};
 
 // The entry that a plug-in added; a menu without one holds a disabled line that says so.
 QAction *pluginAction(const QMenu *utilities)
@@ -139,11 +212,21 @@ int main(int argc, char *argv[])
     action->trigger();
     pictures.save(childWindow(&window, "Launcher"), QStringLiteral("launcher.png"));
     QWidget *mainWindow = childWindow(&window, "MainWindow");
-    if (mainWindow) {
-        mainWindow->showNormal();
-        mainWindow->resize(1400, 900);
-        expandFirstWell(mainWindow);
+    if (!mainWindow) {
+        std::fprintf(stderr, "The plug-in has opened no main window.\n");
+        return 1;
     }
+    mainWindow->showNormal();
+    mainWindow->resize(1400, 900);
+    const PluginWindow plugin(mainWindow);
+    plugin.expandFirstWell();
     pictures.save(mainWindow, QStringLiteral("mainwindow.png"));
+    for (const char *name : {"Default", "Simple", "Petrophysics"})
+        if (plugin.displayFirstWell(QString::fromLatin1(name)))
+            pictures.save(mainWindow, QStringLiteral("welldisplay-%1.png").arg(QString::fromLatin1(name).toLower()));
+    if (plugin.displayFirstWell(QStringLiteral("Default"))) {
+        plugin.clickFirstHeader();
+        pictures.save(mainWindow, QStringLiteral("welldisplay-curve.png"));
+    }
     return pictures.isComplete() ? 0 : 1;
 }

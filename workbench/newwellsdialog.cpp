@@ -18,7 +18,7 @@ namespace workbench {
 
 namespace {
 
-constexpr QLatin1String lasFolder("las");
+const QLatin1String lasFolder("las");
 constexpr int widestNameColumn = 180;
 constexpr int columnPadding = 6;
 constexpr int narrowestNotesColumn = 200;

@@ -35,7 +35,7 @@ constexpr qint64 samplesCountedAtOnce = 4'000'000;
 
 enum LogColumn { NameColumn, UnitColumn, SamplesColumn, TopColumn, BaseColumn, LogColumnCount };
 
-constexpr QLatin1String unknown("?");
+const QLatin1String unknown("?");
 
 QTableWidgetItem *tableItem(const QString &text, bool isNumber)
 {

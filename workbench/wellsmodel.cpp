@@ -15,7 +15,7 @@ namespace {
 
 constexpr double largestPlainNumber = 1e12;
 constexpr int decimals = 2;
-constexpr QLatin1String unknown("?");
+const QLatin1String unknown("?");
 
 double numberOf(const WellSummary &well, int column)
 {

@@ -6,10 +6,10 @@ namespace workbench::settings {
 
 namespace {
 
-constexpr QLatin1String recentKey("recentSurveys");
-constexpr QLatin1String lastSurveyKey("lastSurvey");
-constexpr QLatin1String folderGroup("folders/");
-constexpr QLatin1String widgetGroup("widgets/");
+const QLatin1String recentKey("recentSurveys");
+const QLatin1String lastSurveyKey("lastSurvey");
+const QLatin1String folderGroup("folders/");
+const QLatin1String widgetGroup("widgets/");
 
 class Store : public QSettings
 {

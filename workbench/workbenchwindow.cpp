@@ -28,10 +28,10 @@ namespace workbench {
 
 namespace {
 
-constexpr QLatin1String surveysFolder("surveys");
-constexpr QLatin1String windowLook("window");
-constexpr QLatin1String splitterLook("overview");
-constexpr QLatin1String messagesLook("messages");
+const QLatin1String surveysFolder("surveys");
+const QLatin1String windowLook("window");
+const QLatin1String splitterLook("overview");
+const QLatin1String messagesLook("messages");
 
 QString productName()
 {

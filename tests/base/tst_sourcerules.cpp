@@ -107,7 +107,7 @@ QStringList allowedFolders(const QString &folder)
         {QStringLiteral("host"), QString()},
         {QStringLiteral("host/opendtect"), QStringLiteral("host plugin")},
         {QStringLiteral("workbench"), QStringLiteral("host las")},
-        {QStringLiteral("demo"), QStringLiteral("workbench datastore las host")},
+        {QStringLiteral("demo"), QStringLiteral("workbench datastore las templates host")},
         {QStringLiteral("datastore"), QStringLiteral("host")},
         {QStringLiteral("las"), QStringLiteral("datastore host")},
         {QStringLiteral("templates"), QStringLiteral("datastore host")},

@@ -7,6 +7,7 @@
 #include "support/failingtarget.h"
 #include "support/files.h"
 #include "support/scriptedasker.h"
+#include "templates/templatestore.h"
 #include "workbench/surveyfolder.h"
 #include "workbench/surveystore.h"
 
@@ -105,13 +106,26 @@ private slots:
         QVERIFY(asker.boxes.isEmpty());
     }
 
-    void firstLaunchKnowsTheSeededTemplates()
+    void firstLaunchKnowsTheSeededTemplatesAndTheDemos()
     {
         Project project;
         openProjectFolder(m_survey, &project);
-        project.globalTemplateNames.sort();
         project.globalTemplateNames.sort(); // they come as the folder is read
-        QCOMPARE(project.globalTemplateNames, (QStringList {QStringLiteral("Default"), QStringLiteral("Simple")}));
+        QCOMPARE(project.globalTemplateNames,
+                 (QStringList {QStringLiteral("Default"), QStringLiteral("Petrophysics"), QStringLiteral("Simple")}));
+    }
+
+    void theDemosTemplateShowsWhatTheWellsHave()
+    {
+        Project project;
+        openProjectFolder(m_survey, &project);
+        const QVector<TrackInfo> tracks = loadTemplate(project, QStringLiteral("Petrophysics"), {});
+        QCOMPARE(tracks.size(), 5);
+        QCOMPARE(tracks.at(1).type, static_cast<int>(DepthTrack));
+        QCOMPARE(tracks.at(2).type, static_cast<int>(LogarithmicTrack));
+        QCOMPARE(tracks.at(0).curves.first().leftFillIndex, 2);
+        QCOMPARE(tracks.at(3).curves.first().leftUpTo, QStringLiteral("Curve_2"));
+        QVERIFY(tracks.at(3).curves.first().isCalibrationShown);
     }
 
     void importAssignsCurveGroups()

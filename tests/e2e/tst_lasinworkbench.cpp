@@ -1,13 +1,8 @@
-#include "demo/demosurvey.h"
-#include "support/boxdriver.h"
+#include "demolaunch.h"
 #include "support/files.h"
 #include "support/testmain.h"
 #include "tests/las/strictlaschecker.h"
-#include "workbench/hostaccess.h"
-#include "workbench/pluginloader.h"
-#include "workbench/workbenchhost.h"
 
-#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
@@ -15,16 +10,12 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMainWindow>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QTableWidget>
-#include <QTemporaryDir>
 
 #include <memory>
 
-/// LAS files through the built plug-in in the workbench on a survey on disk: imported into a well, exported again.
-/// The plug-in's classes are its own; this program knows its widgets by their names only.
+/// LAS files through the built plug-in in the workbench: imported into a well, exported again.
 class tst_lasinworkbench : public QObject
 {
     Q_OBJECT
@@ -32,41 +23,21 @@ class tst_lasinworkbench : public QObject
 private slots:
     void init()
     {
-        m_folder = std::make_unique<QTemporaryDir>();
-        m_survey = m_folder->filePath("Demo");
-        QCOMPARE(demo::makeDemoSurvey(m_survey), QString());
-        m_lasFile = QDir(m_survey + "/Import").entryInfoList({"*.las"}, QDir::Files, QDir::Name).first().filePath();
-        m_boxes = std::make_unique<BoxDriver>();
-        m_window = std::make_unique<QMainWindow>();
-        QMenu *menu = m_window->menuBar()->addMenu("&Utilities");
-        m_window->show();
-        m_host = std::make_unique<workbench::WorkbenchHost>(QStringLiteral(LORVA_SOURCE_DIR "/icons"));
-        m_host->setWindow(m_window.get(), menu);
-        m_host->setSurvey(m_survey);
-        m_loader = std::make_unique<workbench::PluginLoader>();
-        m_loader->loadAll({QStringLiteral(LORVA_BINARY_DIR "/lib/lorva/plugins")});
-        QVERIFY(!menu->actions().isEmpty());
-        menu->actions().last()->trigger();
+        m_demo = std::make_unique<DemoLaunch>();
+        m_lasFile =
+            QDir(m_demo->survey + "/Import").entryInfoList({"*.las"}, QDir::Files, QDir::Name).first().filePath();
     }
-
-    // As the workbench ends: plug-ins first, then the host.
-    void cleanup()
-    {
-        m_loader.reset();
-        m_host.reset();
-        m_window.reset();
-        m_boxes.reset();
-    }
+    void cleanup() { m_demo.reset(); }
 
     void importedCurveIsExportedAgain()
     {
-        const host::WellEntry well = m_host->wells().list().value.first();
+        const host::WellEntry well = m_demo->host.wells().list().value.first();
         const QStringList logsBefore = logNames(well.key);
         importGammaRay("GR_2", well.name);
         QCOMPARE(boxTexts(), QStringList{"The selected LAS files have been imported successfully."});
         QCOMPARE(logNames(well.key), logsBefore + QStringList{"GR_2"});
 
-        m_boxes->seen.clear();
+        m_demo->boxes.seen.clear();
         exportLog("GR_2", well.name);
         QCOMPARE(boxTexts(), QStringList{"Successfully Exported !"});
         compareWithTheImportedFile(well.name);
@@ -75,14 +46,14 @@ private slots:
 private:
     QDialog *dialogOf(const QString &action, const QString &dialog) const
     {
-        m_window->findChild<QAction *>(action)->trigger();
-        return m_window->findChild<QDialog *>(dialog);
+        m_demo->window.findChild<QAction *>(action)->trigger();
+        return m_demo->window.findChild<QDialog *>(dialog);
     }
 
     // All curves of the file are in the well already, so all rows but that of the depth are red and not selected.
     void importGammaRay(const QString &newName, const QString &wellName)
     {
-        m_boxes->onDialog = [this](QWidget *widget) {
+        m_demo->boxes.onDialog = [this](QWidget *widget) {
             auto *chooser = qobject_cast<QFileDialog *>(widget);
             if (!chooser)
                 return;
@@ -92,7 +63,7 @@ private:
         QDialog *dialog = dialogOf("importAction", "WellImportDialog");
         QVERIFY(dialog && dialog->isVisible());
         dialog->findChild<QPushButton *>("selectButton")->click();
-        m_boxes->onDialog = nullptr;
+        m_demo->boxes.onDialog = nullptr;
         auto *table = dialog->findChild<QTableWidget *>("curveTable");
         QVERIFY(table);
         QCOMPARE(dialog->findChild<QComboBox *>("wellBox")->currentText(), wellName);
@@ -119,7 +90,7 @@ private:
         };
         check("wellList", wellName);
         check("logList", logName);
-        dialog->findChild<QLineEdit *>("folderEdit")->setText(m_folder->path());
+        dialog->findChild<QLineEdit *>("folderEdit")->setText(m_demo->folder.path());
         dialog->findChild<QPushButton *>("exportButton")->click();
         dialog->close();
     }
@@ -129,7 +100,7 @@ private:
     void compareWithTheImportedFile(const QString &wellName)
     {
         const StrictLas original(files::read(m_lasFile));
-        const StrictLas exported(files::read(m_folder->filePath(wellName + ".las")));
+        const StrictLas exported(files::read(m_demo->folder.filePath(wellName + ".las")));
         // STOP is the deepest sample, which the last line need not reach.
         QCOMPARE(QStringList(exported.problems.keys()), QStringList{"stop"});
         QVERIFY(exported.item('C', "GR_2"));
@@ -154,7 +125,7 @@ private:
     QStringList logNames(const QString &key) const
     {
         QStringList names;
-        for (const host::LogInfo &log : m_host->wells().logs(key).value)
+        for (const host::LogInfo &log : m_demo->host.wells().logs(key).value)
             names.append(log.name);
         return names;
     }
@@ -162,18 +133,13 @@ private:
     QStringList boxTexts() const
     {
         QStringList texts;
-        for (const BoxDriver::Seen &box : qAsConst(m_boxes->seen))
+        for (const BoxDriver::Seen &box : qAsConst(m_demo->boxes.seen))
             texts.append(box.text);
         return texts;
     }
 
-    std::unique_ptr<QTemporaryDir> m_folder;
-    QString m_survey;
+    std::unique_ptr<DemoLaunch> m_demo;
     QString m_lasFile;
-    std::unique_ptr<BoxDriver> m_boxes;
-    std::unique_ptr<QMainWindow> m_window;
-    std::unique_ptr<workbench::WorkbenchHost> m_host;
-    std::unique_ptr<workbench::PluginLoader> m_loader;
 };
 
 LORVA_TEST_MAIN(tst_lasinworkbench)

@@ -93,6 +93,7 @@ class tst_welldisplaywidget : public QObject
 private slots:
     void layout();
     void headersScrollWithTheTracks();
+    void startsAtTheTop();
     void headersGetTheRoomTheyNeed();
     void initialWidthsComeFromTheScreen();
     void deletingTracks();
@@ -161,6 +162,27 @@ void tst_welldisplaywidget::headersScrollWithTheTracks()
     QCOMPARE(headers->mapFromScene(QPointF(400, 0)).x(), log->mapFromScene(QPointF(400, 0)).x());
     f.display->deleteTrack(2);
     QCOMPARE(headers->horizontalScrollBar()->maximum(), log->horizontalScrollBar()->maximum());
+}
+
+void tst_welldisplaywidget::startsAtTheTop()
+{
+    WidgetFixture f;
+    f.addTrack(1, linearTrack + linearTrack.mid(7) + linearTrack.mid(7));
+    f.open();
+    for (const QSize &size : {QSize(300, 400), QSize(470, 800), QSize(470, 300), QSize(900, 800)}) {
+        QTabWidget tabs;
+        tabs.resize(size); // most narrower than the tracks
+        tabs.show();
+        QCoreApplication::processEvents();
+        auto *display = new WellDisplayWidget(*f.launch, QStringLiteral("W"), QStringLiteral("T"), nullptr);
+        tabs.addTab(display, QString());
+        QCoreApplication::processEvents();
+        for (const QGraphicsView *view : {display->headerView(), static_cast<QGraphicsView *>(display->logView())}) {
+            QCOMPARE(view->verticalScrollBar()->value(), view->verticalScrollBar()->minimum());
+            QCOMPARE(view->horizontalScrollBar()->value(), view->horizontalScrollBar()->minimum());
+            QVERIFY(view->verticalScrollBar()->maximum() > 0);
+        }
+    }
 }
 
 void tst_welldisplaywidget::headersGetTheRoomTheyNeed()
