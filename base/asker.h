@@ -31,10 +31,7 @@ public:
     {
         show({BoxIcon::Information, title, text, {BoxButton::Ok}});
     }
-    void warn(const QString &title, const QString &text)
-    {
-        show({BoxIcon::Warning, title, text, {BoxButton::Ok}});
-    }
+    void warn(const QString &title, const QString &text) { show({BoxIcon::Warning, title, text, {BoxButton::Ok}}); }
     /// True only for "Yes".
     bool confirm(const QString &title, const QString &text)
     {

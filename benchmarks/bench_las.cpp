@@ -53,7 +53,8 @@ QString folder()
 QByteArray header(int rows)
 {
     QByteArray bytes = "~Version\nVERS. 2.0 :\nWRAP. NO :\n~Well\nSTRT.M 0 :\nSTOP.M "
-        + QByteArray::number(rows * step, 'f', 4) + " :\nSTEP.M 0.1524 :\nNULL. -999.25 :\nUWI. Well 0 :\n~Curve\nDEPT.M :\n";
+        + QByteArray::number(rows * step, 'f', 4)
+        + " :\nSTEP.M 0.1524 :\nNULL. -999.25 :\nUWI. Well 0 :\n~Curve\nDEPT.M :\n";
     for (int i = 1; i < curveCount; ++i)
         bytes += "LAS" + QByteArray::number(i) + ".x : a curve\n";
     return bytes + "~A\n";
@@ -116,7 +117,8 @@ void parse(benchmark::State &state)
             WellInfo info;
             benchmark::DoNotOptimize(info.load(path));
         });
-    state.counters["MB_per_s"] = 1e-6 * static_cast<double>(QFile(path).size()) / (1e-3 * state.counters["subject_ms"]);
+    state.counters["MB_per_s"] =
+        1e-6 * static_cast<double>(QFile(path).size()) / (1e-3 * state.counters["subject_ms"]);
     state.SetLabel("reference: read and std::from_chars of every token, subject: WellInfo::load; at most 2");
 }
 BENCHMARK(parse)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(7);
@@ -131,7 +133,7 @@ void otherReaderBenchmark(benchmark::State &state)
             benchmark::DoNotOptimize(info.load(path));
         },
         [&] {
-            QStringList words = QProcess::splitCommand(otherReader) + QStringList {path};
+            QStringList words = QProcess::splitCommand(otherReader) + QStringList{path};
             const QString program = words.takeFirst();
             if (QProcess::execute(program, words) != 0)
                 qFatal("the other reader failed");
@@ -146,7 +148,7 @@ long peakKilobytes(const std::function<void()> &work)
         ::_exit(0);
     }
     int status = 0;
-    rusage usage {};
+    rusage usage{};
     if (child < 0 || ::wait4(child, &status, 0, &usage) != child || status != 0)
         qFatal("the measured child failed");
     return usage.ru_maxrss;
@@ -163,7 +165,8 @@ void peakMemory(benchmark::State &state)
             if (info.load(path) != 0)
                 ::_exit(1);
         });
-        state.counters["times_file"] = 1024.0 * static_cast<double>(after - before) / static_cast<double>(QFile(path).size());
+        state.counters["times_file"] =
+            1024.0 * static_cast<double>(after - before) / static_cast<double>(QFile(path).size());
     }
     state.SetLabel("peak resident memory of WellInfo::load in files; at most 3");
 }
@@ -232,7 +235,7 @@ struct Launch
         host.setSurvey(bench::generatedSurvey(size));
         launch.catalogue.build();
         openProject(host, &launch.project);
-        launch.project.groupNames = QStringList {QStringLiteral("None"), QStringLiteral("Others")};
+        launch.project.groupNames = QStringList{QStringLiteral("None"), QStringLiteral("Others")};
     }
     workbench::WorkbenchHost host;
     YesAsker asker;
@@ -306,7 +309,7 @@ void importEndToEnd(benchmark::State &state)
 {
     const QString path = makeLasFile(hundredMegabytes);
     Launch launch(1000000);
-    const las::ImportOptions options {true, las::floatIntervalFromText(QString::fromLatin1(interval))};
+    const las::ImportOptions options{true, las::floatIntervalFromText(QString::fromLatin1(interval))};
     const auto load = [&path](WellInfo *file) {
         if (file->load(path) != 0)
             qFatal("cannot load");
@@ -339,7 +342,7 @@ void importEndToEnd(benchmark::State &state)
     };
     const auto dialog = [&] {
         WellImportDialog window(launch.launch);
-        window.chooseFiles = [&path](QWidget *, const QString &, const QString &) { return QStringList {path}; };
+        window.chooseFiles = [&path](QWidget *, const QString &, const QString &) { return QStringList{path}; };
         window.show();
         window.selectLasFilesClicked();
         window.findChild<QCheckBox *>(QStringLiteral("intervalBox"))->setChecked(true);
@@ -408,7 +411,9 @@ void exportLas(benchmark::State &state)
         state, [&] { formatAndWrite(file, path); },
         [&] {
             bool isCreated = false;
-            if (!las::writeLas(path, file, [] { return true; }, &isCreated).ok())
+            if (!las::writeLas(
+                     path, file, [] { return true; }, &isCreated)
+                     .ok())
                 qFatal("cannot write");
         });
     state.SetLabel("reference: std::to_chars of the same numbers and one write; at most 3");

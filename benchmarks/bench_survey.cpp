@@ -100,7 +100,8 @@ struct LongLogSurvey
         : reader(bench::generatedSurvey({1, 0, longLog, 10}))
     {
         reader.catalogue.build();
-        HostWriter(reader.store, reader.catalogue, reader.asker, [](const QString &) {}).writeLog(0, longCurve(), false);
+        HostWriter(reader.store, reader.catalogue, reader.asker, [](const QString &) {
+        }).writeLog(0, longCurve(), false);
         reader.catalogue.build();
         path = reader.store.surveyDirectory() + QStringLiteral("/WellInfo/Well_0^1.wll");
     }
@@ -158,12 +159,14 @@ void writeLongLog(benchmark::State &state)
         state,
         [&] {
             const int out = ::open(temporary.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-            if (::write(out, bytes.constData(), static_cast<size_t>(bytes.size())) != bytes.size() || ::fsync(out) != 0)
+            if (::write(out, bytes.constData(), static_cast<size_t>(bytes.size())) != bytes.size()
+                || ::fsync(out) != 0)
                 qFatal("cannot write");
             ::close(out);
             if (::rename(temporary.constData(), target.constData()) != 0)
                 qFatal("cannot rename");
-            const int folder = ::open(QByteArray(target.left(target.lastIndexOf('/'))).constData(), O_RDONLY | O_CLOEXEC);
+            const int folder =
+                ::open(QByteArray(target.left(target.lastIndexOf('/'))).constData(), O_RDONLY | O_CLOEXEC);
             ::fsync(folder);
             ::close(folder);
         },

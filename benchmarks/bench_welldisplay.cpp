@@ -161,7 +161,8 @@ void repaintWidget(benchmark::State &state)
     }
     bench::compare(
         state, [&] { repaint(*few); }, [&] { repaint(*many); });
-    state.SetLabel("ten repaints of the whole view; reference: 10,000 samples a curve, subject: 1,000,000; at most 1.5");
+    state.SetLabel(
+        "ten repaints of the whole view; reference: 10,000 samples a curve, subject: 1,000,000; at most 1.5");
 }
 BENCHMARK(repaintWidget)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(7);
 

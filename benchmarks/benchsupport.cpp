@@ -34,7 +34,8 @@ double median(std::vector<double> values)
 
 QByteArray logHeader(int log, const SurveySize &size)
 {
-    return "dTect V6.6\nWell Log\nFri 20 Nov 2026, 17:09:32\n!\nDepth-Unit: Meter\nName: LOG" + QByteArray::number(log)
+    return "dTect V6.6\nWell Log\nFri 20 Nov 2026, 17:09:32\n!\nDepth-Unit: Meter\nName: LOG"
+        + QByteArray::number(log)
         + "\nMnemonic: GR\nUnit of Measure: gAPI\nHeader info: No\nStorage type: Binary\nDah range: 0`"
         + QByteArray::number(size.samples) + "\nLog range: 0`0\n!\n";
 }
@@ -55,8 +56,8 @@ void makeSurvey(const QString &folder, const SurveySize &size)
     if (!workbench::createSurvey(folder, {}).ok())
         qFatal("Cannot make a survey in %s", qUtf8Printable(folder));
     const QString wells = folder + QStringLiteral("/WellInfo");
-    workbench::ObjectList list
-        = workbench::ObjectList::forFolder("100050", "WellInfo", "Well Info directory", "WellInfo");
+    workbench::ObjectList list =
+        workbench::ObjectList::forFolder("100050", "WellInfo", "Well Info directory", "WellInfo");
     const QByteArray markers = markerFile(size);
     for (int well = 0; well < size.wells; ++well) {
         const QString stem = QStringLiteral("Well_%1").arg(well);

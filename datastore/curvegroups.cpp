@@ -14,10 +14,28 @@ QStringList listOf(std::initializer_list<const char *> names)
 
 QStringList curveGroupNames()
 {
-    return listOf({"None", "Depth", "Sonic", "Resistivity", "Gamma", "Caliper", "Sp", "Porosity", "Density",
-                   "Impedance", "Shale Volume", "Effective Porosity", "Water Saturation", "Shear Modulus",
-                   "Lames Modulus", "Poisons Ratio", "Youngs Modulus", "Overburden Pressure", "Pore Pressure",
-                   "Horizontal Stress", "Rock Strength", "Others"});
+    return listOf({"None",
+                   "Depth",
+                   "Sonic",
+                   "Resistivity",
+                   "Gamma",
+                   "Caliper",
+                   "Sp",
+                   "Porosity",
+                   "Density",
+                   "Impedance",
+                   "Shale Volume",
+                   "Effective Porosity",
+                   "Water Saturation",
+                   "Shear Modulus",
+                   "Lames Modulus",
+                   "Poisons Ratio",
+                   "Youngs Modulus",
+                   "Overburden Pressure",
+                   "Pore Pressure",
+                   "Horizontal Stress",
+                   "Rock Strength",
+                   "Others"});
 }
 
 QStringList zoneTypeNames()

@@ -111,8 +111,8 @@ int writeIfMissing(const QString &path, const QByteArray &text)
 void seedProject(const QString &projectFolder)
 {
     for (const SeedGroup &seed : seedGroups) {
-        const QString path
-            = projectFolder + QStringLiteral("/CurveGroups/") + QString::fromLatin1(seed.group) + QStringLiteral(".txt");
+        const QString path = projectFolder + QStringLiteral("/CurveGroups/") + QString::fromLatin1(seed.group)
+            + QStringLiteral(".txt");
         if (writeIfMissing(path, QByteArray(seed.mnemonics)) < 0)
             return;
     }

@@ -88,8 +88,8 @@ void copySamples(const host::LogData &log, LogCurveData *curve)
     for (int i = 0; i < count; ++i) {
         depths[i] = static_cast<double>(log.depths.at(i));
         const float stored = log.values.at(i);
-        const auto value
-            = static_cast<double>(host::isUndefined(stored) ? static_cast<float>(nullSampleValue) : stored);
+        const auto value =
+            static_cast<double>(host::isUndefined(stored) ? static_cast<float>(nullSampleValue) : stored);
         values[i] = value;
         if (value == nullSampleValue)
             continue;
@@ -335,8 +335,8 @@ QVector<WellMarker> WellsCatalogue::markers(int well) const
     for (const QString &name : m_markerNames.at(well)) {
         const host::Marker *marker = byName.value(name);
         if (marker)
-            markers.append({name, marker->depth, static_cast<double>(marker->depth) - kb - second,
-                            opaque(marker->color)});
+            markers.append(
+                {name, marker->depth, static_cast<double>(marker->depth) - kb - second, opaque(marker->color)});
     }
     return markers;
 }

@@ -40,8 +40,7 @@ QVector<HoleSample> makeHole(const WellPlan &plan, const QVector<RockSample> &ro
         enlargedIn += caving(plan, sample) + washOut(plan, sample.mdM);
         // Mud cake builds up only where filtrate enters the rock.
         const double permeable = std::clamp((sample.porosity - 0.10) / 0.06, 0.0, 1.0);
-        enlargedIn -=
-            permeable * (0.26 + 0.05 * smoothNoise(mixed(26, plan.seed), sample.mdM / 3.0));
+        enlargedIn -= permeable * (0.26 + 0.05 * smoothNoise(mixed(26, plan.seed), sample.mdM / 3.0));
         point.caliperIn = point.bitIn + enlargedIn;
         const double lostContact = std::max(0.0, enlargedIn - 0.8);
         const double unevenness = 0.5 + 0.5 * smoothNoise(mixed(27, plan.seed), sample.mdM / 0.45);

@@ -8,7 +8,8 @@
 namespace demo {
 
 /// What the drilled hole looks like at one depth.
-struct HoleSample {
+struct HoleSample
+{
     double bitIn, caliperIn;
     double roughness; ///< how much a pad loses contact with the wall, 0 for a smooth hole
 };

@@ -40,8 +40,7 @@ const Curve *findCurve(const Well &well, const QString &mnemonic)
     return nullptr;
 }
 
-static QVector<FormationTop> makeTops(const Well &well, const WellPlan &plan,
-                                      const QVector<Formation> &column)
+static QVector<FormationTop> makeTops(const Well &well, const WellPlan &plan, const QVector<Formation> &column)
 {
     QVector<FormationTop> tops;
     for (const FormationInterval &interval : formationIntervals(plan, column)) {
@@ -51,8 +50,8 @@ static QVector<FormationTop> makeTops(const Well &well, const WellPlan &plan,
             continue;
         const Formation &formation = column.at(interval.formation);
         const quint32 colour = formation.colour;
-        tops.append({formation.name, mdM, static_cast<int>(colour >> 16),
-                     static_cast<int>(colour >> 8 & 0xFF), static_cast<int>(colour & 0xFF)});
+        tops.append({formation.name, mdM, static_cast<int>(colour >> 16), static_cast<int>(colour >> 8 & 0xFF),
+                     static_cast<int>(colour & 0xFF)});
     }
     return tops;
 }
@@ -75,8 +74,8 @@ static Well makeWell(const WellPlan &plan, const QVector<Formation> &column)
     well.tops = makeTops(well, plan, column);
     well.perforations = makePerforations(well);
     if (plan.name == QLatin1String("Aldra-1")) {
-        well.calibrations = makeCoreData(well, QStringLiteral("Kestrane Upper Sst"),
-                                         QStringLiteral("Kestrane Lower Sst"), plan.seed);
+        well.calibrations =
+            makeCoreData(well, QStringLiteral("Kestrane Upper Sst"), QStringLiteral("Kestrane Lower Sst"), plan.seed);
     } else if (plan.name == QLatin1String("Brisk-1")) {
         well.calibrations = makeCoreData(well, QStringLiteral("Kestrane Upper Sst"),
                                          QStringLiteral("Kestrane Middle Shale"), plan.seed);

@@ -11,7 +11,8 @@ namespace demo {
 constexpr double nullValue = -999.25;
 
 /// The top of a formation in measured depth (m), with the colour (0..255) to draw it in.
-struct FormationTop {
+struct FormationTop
+{
     QString name;
     double mdM;
     int red, green, blue;
@@ -19,34 +20,39 @@ struct FormationTop {
 
 /// A perforated or tested interval in measured depth (m). The zone type is one of "Oil", "Gas",
 /// "Water", "Dry", "Oil-Gas", "Oil-Water", "Gas-Water" and "Not Tested".
-struct Perforation {
+struct Perforation
+{
     QString name;
     double topM, bottomM;
     QString zoneType;
 };
 
 /// One laboratory value at a measured depth (m).
-struct CalibrationPoint {
+struct CalibrationPoint
+{
     double mdM;
     double value;
 };
 
 /// Core data that a log is compared with; the group ("Porosity" in v/v, "Density" in g/cc) tells
 /// which log.
-struct CalibrationSet {
+struct CalibrationSet
+{
     QString group;
     QVector<CalibrationPoint> points;
 };
 
 /// A log: one value a depth of its well, rounded to its printed decimals; nullValue where absent.
-struct Curve {
+struct Curve
+{
     QString mnemonic, unit, description;
     int decimals;
     QVector<double> values;
 };
 
 /// A well and everything known about it. Coordinates, elevations above datum and depths in metres.
-struct Well {
+struct Well
+{
     QString name;
     QString uwi;
     double xM, yM;
@@ -62,7 +68,8 @@ struct Well {
 };
 
 /// The wells of the field and its two flat fluid contacts, in metres below datum.
-struct Field {
+struct Field
+{
     QString name;
     QVector<Well> wells;
     double gasOilContactM, oilWaterContactM;

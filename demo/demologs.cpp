@@ -38,12 +38,11 @@ static QVector<double> modelDepths(const QVector<double> &depthsM)
 }
 
 /// One reading of the model as a tool records it that averages over the depth with this spread (m).
-static QVector<double> recorded(const QVector<Response> &responses, double Response::*reading,
-                                double spreadM, int count)
+static QVector<double> recorded(const QVector<Response> &responses, double Response::*reading, double spreadM,
+                                int count)
 {
     const double pointM = logStepM / pointsPerSample;
-    const int reach =
-        std::min(static_cast<int>(3.0 * spreadM / pointM), marginSamples * pointsPerSample);
+    const int reach = std::min(static_cast<int>(3.0 * spreadM / pointM), marginSamples * pointsPerSample);
     QVector<double> weights;
     double sum = 0.0;
     for (int k = -reach; k <= reach; ++k) {
@@ -79,7 +78,8 @@ static QVector<double> toolNoise(quint64 seed, int count, double memory)
 }
 
 /// The model of a well and what is needed to turn its readings into logs.
-struct LogModel {
+struct LogModel
+{
     const WellPlan &plan;
     const QVector<double> &depthsM;
     const QVector<HoleSample> &hole; // at the log samples
@@ -93,8 +93,7 @@ static Curve gammaRayCurve(const LogModel &model)
     const QVector<double> noise = toolNoise(mixed(41, model.plan.seed), count, 0.62);
     for (int i = 0; i < count; ++i) {
         // Counting noise grows with the square root of the count.
-        values[i] =
-            std::clamp(values.at(i) + 0.30 * std::sqrt(values.at(i)) * noise.at(i), 10.0, 160.0);
+        values[i] = std::clamp(values.at(i) + 0.30 * std::sqrt(values.at(i)) * noise.at(i), 10.0, 160.0);
     }
     return {QStringLiteral("GR"), QStringLiteral("gapi"), QStringLiteral("Gamma ray"), 2, values};
 }
@@ -111,8 +110,7 @@ static Curve potentialCurve(const LogModel &model)
             + (mdM > model.plan.sections.first().baseM ? -2.0 : 3.0);
         values[i] = std::clamp(values.at(i) + drift + 0.55 * noise.at(i), -80.0, 20.0);
     }
-    return {QStringLiteral("SP"), QStringLiteral("mv"), QStringLiteral("Spontaneous potential"), 2,
-            values};
+    return {QStringLiteral("SP"), QStringLiteral("mv"), QStringLiteral("Spontaneous potential"), 2, values};
 }
 
 static Curve caliperCurve(const LogModel &model)
@@ -133,9 +131,8 @@ static Curve bitSizeCurve(const LogModel &model)
     return {QStringLiteral("BS"), QStringLiteral("in"), QStringLiteral("Bit size"), 3, values};
 }
 
-static Curve resistivityCurve(const LogModel &model, const QString &mnemonic,
-                              const QString &description, double Response::*reading, double spreadM,
-                              double noiseShare, quint64 seed)
+static Curve resistivityCurve(const LogModel &model, const QString &mnemonic, const QString &description,
+                              double Response::*reading, double spreadM, double noiseShare, quint64 seed)
 {
     const int count = model.depthsM.size();
     QVector<double> values = recorded(model.responses, reading, spreadM, count);
@@ -157,8 +154,7 @@ static Curve densityCurve(const LogModel &model)
         const double spread = 0.010 + 0.022 * roughness;
         values[i] = std::clamp(values.at(i) + spread * noise.at(i), 1.95, 2.95);
     }
-    return {QStringLiteral("RHOB"), QStringLiteral("g/cc"), QStringLiteral("Bulk density"), 4,
-            values};
+    return {QStringLiteral("RHOB"), QStringLiteral("g/cc"), QStringLiteral("Bulk density"), 4, values};
 }
 
 static Curve densityCorrectionCurve(const LogModel &model)
@@ -170,8 +166,7 @@ static Curve densityCorrectionCurve(const LogModel &model)
         const double roughness = std::min(model.hole.at(i).roughness, 2.0);
         values[i] += (0.006 + 0.014 * roughness) * noise.at(i);
     }
-    return {QStringLiteral("DRHO"), QStringLiteral("g/cc"), QStringLiteral("Density correction"), 4,
-            values};
+    return {QStringLiteral("DRHO"), QStringLiteral("g/cc"), QStringLiteral("Density correction"), 4, values};
 }
 
 static Curve neutronCurve(const LogModel &model)
@@ -183,8 +178,8 @@ static Curve neutronCurve(const LogModel &model)
         const double spread = 0.0035 + 0.022 * std::max(0.0, values.at(i));
         values[i] = std::clamp(values.at(i) + spread * noise.at(i), -0.05, 0.6);
     }
-    return {QStringLiteral("NPHI"), QStringLiteral("v/v"),
-            QStringLiteral("Neutron porosity, limestone scale"), 4, values};
+    return {QStringLiteral("NPHI"), QStringLiteral("v/v"), QStringLiteral("Neutron porosity, limestone scale"), 4,
+            values};
 }
 
 static Curve sonicCurve(const LogModel &model)
@@ -201,8 +196,7 @@ static Curve sonicCurve(const LogModel &model)
             usft += 130.0 * missed;
         values[i] = std::clamp(usft, 45.0, 190.0);
     }
-    return {QStringLiteral("DT"), QStringLiteral("us/ft"), QStringLiteral("Compressional slowness"),
-            2, values};
+    return {QStringLiteral("DT"), QStringLiteral("us/ft"), QStringLiteral("Compressional slowness"), 2, values};
 }
 
 static Curve photoelectricCurve(const LogModel &model)
@@ -215,8 +209,7 @@ static Curve photoelectricCurve(const LogModel &model)
         const double factor = values.at(i) / std::max(1.9, density.at(i));
         values[i] = std::clamp(factor * (1.0 + 0.035 * noise.at(i)), 1.0, 8.0);
     }
-    return {QStringLiteral("PEF"), QStringLiteral("b/e"), QStringLiteral("Photoelectric factor"), 3,
-            values};
+    return {QStringLiteral("PEF"), QStringLiteral("b/e"), QStringLiteral("Photoelectric factor"), 3, values};
 }
 
 /// Where a log is without values: each sensor of the string starts and stops at its own depth.
@@ -227,24 +220,16 @@ static QVector<LogGap> gapsOf(const WellPlan &plan)
     const double shoeM = plan.sections.first().baseM;
     const auto log = [](const char *mnemonic) { return QString::fromLatin1(mnemonic); };
     QVector<LogGap> gaps = plan.gaps;
-    gaps << LogGap{log("GR"), plan.lastLogM - 7.5, below}
-         << LogGap{log("SP"), above, plan.firstLogM + 4.2}
-         << LogGap{log("SP"), plan.lastLogM - 5.0, below}
-         << LogGap{log("CALI"), above, plan.firstLogM + 1.6}
-         << LogGap{log("CALI"), plan.lastLogM - 1.1, below}
-         << LogGap{log("LLD"), above, plan.firstLogM + 2.8}
-         << LogGap{log("LLD"), plan.lastLogM - 2.4, below}
-         << LogGap{log("LLS"), above, plan.firstLogM + 2.8}
-         << LogGap{log("LLS"), plan.lastLogM - 2.4, below}
-         << LogGap{log("MSFL"), above, shoeM + 3.0}
-         << LogGap{log("MSFL"), plan.lastLogM - 1.3, below}
-         << LogGap{log("DT"), above, plan.firstLogM + 16.5}
-         << LogGap{log("DT"), plan.lastLogM - 12.2, below}
-         << LogGap{log("NPHI"), above, plan.nuclearFromM + 3.8}
+    gaps << LogGap{log("GR"), plan.lastLogM - 7.5, below} << LogGap{log("SP"), above, plan.firstLogM + 4.2}
+         << LogGap{log("SP"), plan.lastLogM - 5.0, below} << LogGap{log("CALI"), above, plan.firstLogM + 1.6}
+         << LogGap{log("CALI"), plan.lastLogM - 1.1, below} << LogGap{log("LLD"), above, plan.firstLogM + 2.8}
+         << LogGap{log("LLD"), plan.lastLogM - 2.4, below} << LogGap{log("LLS"), above, plan.firstLogM + 2.8}
+         << LogGap{log("LLS"), plan.lastLogM - 2.4, below} << LogGap{log("MSFL"), above, shoeM + 3.0}
+         << LogGap{log("MSFL"), plan.lastLogM - 1.3, below} << LogGap{log("DT"), above, plan.firstLogM + 16.5}
+         << LogGap{log("DT"), plan.lastLogM - 12.2, below} << LogGap{log("NPHI"), above, plan.nuclearFromM + 3.8}
          << LogGap{log("NPHI"), plan.lastLogM - 4.1, below};
     for (const char *mnemonic : {"RHOB", "DRHO", "PEF"}) {
-        gaps << LogGap{log(mnemonic), above, plan.nuclearFromM}
-             << LogGap{log(mnemonic), plan.lastLogM - 1.8, below};
+        gaps << LogGap{log(mnemonic), above, plan.nuclearFromM} << LogGap{log(mnemonic), plan.lastLogM - 1.8, below};
     }
     return gaps;
 }
@@ -263,16 +248,14 @@ static void finish(Curve &curve, const QVector<double> &depthsM, const QVector<L
     }
 }
 
-QVector<Curve> makeCurves(const WellPlan &plan, const QVector<Formation> &column,
-                          const QVector<double> &depthsM)
+QVector<Curve> makeCurves(const WellPlan &plan, const QVector<Formation> &column, const QVector<double> &depthsM)
 {
     const QVector<RockSample> rock = sampleRock(plan, column, modelDepths(depthsM));
     const QVector<HoleSample> hole = makeHole(plan, rock);
     QVector<Response> responses;
     responses.reserve(rock.size());
     for (int i = 0; i < rock.size(); ++i)
-        responses.append(
-            toolResponse(plan, column.at(rock.at(i).formation), rock.at(i), hole.at(i)));
+        responses.append(toolResponse(plan, column.at(rock.at(i).formation), rock.at(i), hole.at(i)));
 
     QVector<HoleSample> loggedHole(depthsM.size());
     QVector<RockSample> loggedRock(depthsM.size());
@@ -282,19 +265,18 @@ QVector<Curve> makeCurves(const WellPlan &plan, const QVector<Formation> &column
     }
 
     const LogModel model{plan, depthsM, loggedHole, responses};
-    QVector<Curve> curves{gammaRayCurve(model), potentialCurve(model), caliperCurve(model),
-                          bitSizeCurve(model)};
-    curves << resistivityCurve(model, QStringLiteral("LLD"), QStringLiteral("Deep laterolog"),
-                               &Response::logDeep, 0.30, 0.018, 45)
+    QVector<Curve> curves{gammaRayCurve(model), potentialCurve(model), caliperCurve(model), bitSizeCurve(model)};
+    curves << resistivityCurve(model, QStringLiteral("LLD"), QStringLiteral("Deep laterolog"), &Response::logDeep,
+                               0.30, 0.018, 45)
            << resistivityCurve(model, QStringLiteral("LLS"), QStringLiteral("Shallow laterolog"),
                                &Response::logShallow, 0.28, 0.022, 46);
     if (plan.microLog) {
         curves << resistivityCurve(model, QStringLiteral("MSFL"),
-                                   QStringLiteral("Micro-spherically focused resistivity"),
-                                   &Response::logMicro, 0.07, 0.10, 47);
+                                   QStringLiteral("Micro-spherically focused resistivity"), &Response::logMicro, 0.07,
+                                   0.10, 47);
     }
-    curves << densityCurve(model) << densityCorrectionCurve(model) << neutronCurve(model)
-           << sonicCurve(model) << photoelectricCurve(model);
+    curves << densityCurve(model) << densityCorrectionCurve(model) << neutronCurve(model) << sonicCurve(model)
+           << photoelectricCurve(model);
     const QVector<LogGap> gaps = gapsOf(plan);
     for (Curve &curve : curves)
         finish(curve, depthsM, gaps);

@@ -15,7 +15,6 @@ constexpr double logStepM = 0.1524;
 QVector<double> logDepths(const WellPlan &plan);
 
 /// The logs of a well at these depths: measured ones, then the computed ones.
-QVector<Curve> makeCurves(const WellPlan &plan, const QVector<Formation> &column,
-                          const QVector<double> &depthsM);
+QVector<Curve> makeCurves(const WellPlan &plan, const QVector<Formation> &column, const QVector<double> &depthsM);
 
 } // namespace demo

@@ -5,7 +5,8 @@
 namespace demo {
 
 /// State of a small integer generator. The same seed gives the same numbers on every machine.
-struct Random {
+struct Random
+{
     quint64 state;
 };
 

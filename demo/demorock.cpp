@@ -26,8 +26,7 @@ static QVector<double> undisturbedTops(const WellPlan &plan, const QVector<Forma
         // The reservoir is left as mapped, so that its contacts stay where they should.
         Random random{seedOf(1, plan.seed, static_cast<quint64>(i))};
         const double scatterM = column.at(i).charged ? 0.6 : 4.0;
-        tops.append(horizonDepth(column.at(i).topM, plan.xM, plan.yM)
-                    + scatterM * (2.0 * uniform(random) - 1.0));
+        tops.append(horizonDepth(column.at(i).topM, plan.xM, plan.yM) + scatterM * (2.0 * uniform(random) - 1.0));
     }
     tops.append(horizonDepth(column.last().topM + 450.0, plan.xM, plan.yM));
     return tops;
@@ -42,8 +41,7 @@ static int faultedFormation(const WellPlan &plan, const QVector<Formation> &colu
     return -1;
 }
 
-QVector<FormationInterval> formationIntervals(const WellPlan &plan,
-                                              const QVector<Formation> &column)
+QVector<FormationInterval> formationIntervals(const WellPlan &plan, const QVector<Formation> &column)
 {
     const QVector<double> tops = undisturbedTops(plan, column);
     QVector<FormationInterval> intervals;
@@ -74,8 +72,7 @@ static double bedThickness(const Element &element, Random &random)
 }
 
 /// The beds of an element from 0 downwards, before they are fitted to the formation.
-static QVector<Bed> elementBeds(const Element &element, int formation, quint64 wellSeed,
-                                quint64 elementSeed)
+static QVector<Bed> elementBeds(const Element &element, int formation, quint64 wellSeed, quint64 elementSeed)
 {
     Random common{elementSeed}; // the same in all wells: this is what can be correlated
     Random local{mixed(elementSeed, wellSeed)};
@@ -89,8 +86,7 @@ static QVector<Bed> elementBeds(const Element &element, int formation, quint64 w
     double depthM = 0.0;
     bool shaleTurn = uniform(common) < 0.5;
     while (depthM < element.thicknessM - 0.1) {
-        const double nominalM =
-            std::min(bedThickness(element, common), element.thicknessM - depthM);
+        const double nominalM = std::min(bedThickness(element, common), element.thicknessM - depthM);
         const double position = (depthM + 0.5 * nominalM) / element.thicknessM;
         double shale = element.shaleTop + position * (element.shaleBase - element.shaleTop);
         if (element.interbedded)
@@ -100,12 +96,10 @@ static QVector<Bed> elementBeds(const Element &element, int formation, quint64 w
         shale += shaleShift * (1.0 - std::abs(2.0 * shale - 1.0) * 0.5);
         // Solution makes the pores of carbonate far less even than those of sand.
         const double poreSpread = element.rock == Rock::Sandstone ? 1.0 : 5.0;
-        const double pores =
-            1.0 + poreSpread * (0.035 * gaussian(common) + 0.025 * gaussian(local));
+        const double pores = 1.0 + poreSpread * (0.035 * gaussian(common) + 0.025 * gaussian(local));
         const double quality = element.quality * qualityFactor * std::max(0.3, pores);
         const double thicknessM = nominalM * thicknessFactor * (0.85 + 0.3 * uniform(local));
-        beds.append(
-            {formation, 0.0, thicknessM, depthM, element.rock, qBound(0.012, shale, 1.0), quality});
+        beds.append({formation, 0.0, thicknessM, depthM, element.rock, qBound(0.012, shale, 1.0), quality});
         depthM += nominalM;
 
         const bool streak = uniform(common) < element.stringers;
@@ -182,8 +176,7 @@ static double waterSaturation(double heightM, double porosity, double shale)
     return irreducible + (1.0 - irreducible) * std::exp(-heightM / transitionM);
 }
 
-QVector<RockSample> sampleRock(const WellPlan &plan, const QVector<Formation> &column,
-                               const QVector<double> &depthsM)
+QVector<RockSample> sampleRock(const WellPlan &plan, const QVector<Formation> &column, const QVector<double> &depthsM)
 {
     const QVector<Bed> beds = makeBeds(plan, column);
     QVector<RockSample> samples(depthsM.size());
@@ -213,8 +206,8 @@ QVector<RockSample> sampleRock(const WellPlan &plan, const QVector<Formation> &c
         sample.shale = qBound(0.008, shale, 1.0);
         const double texture = 1.0 + 0.06 * smoothNoise(seedOf(5, 0), sample.stratigraphicM / 2.5)
             + 0.05 * smoothNoise(seedOf(6, plan.seed), mdM / 0.7);
-        sample.porosity = cleanPorosity(bed.rock, verticalM) * bed.quality * texture
-            * std::pow(1.0 - sample.shale, 1.15);
+        sample.porosity =
+            cleanPorosity(bed.rock, verticalM) * bed.quality * texture * std::pow(1.0 - sample.shale, 1.15);
 
         const bool charged = column.at(bed.formation).charged;
         const double heightM = charged ? oilWaterContactM - belowDatumM : 0.0;

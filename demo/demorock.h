@@ -12,7 +12,8 @@ constexpr double gasOilContactM = 2034.0;
 constexpr double oilWaterContactM = 2102.0;
 
 /// Where a formation lies in a well, in metres below datum; absent where a fault cut it out.
-struct FormationInterval {
+struct FormationInterval
+{
     int formation; ///< index in the stratigraphic column
     double topM, baseM;
     double wholeTopM, wholeBaseM; ///< where it would lie if the fault had cut nothing off it
@@ -20,7 +21,8 @@ struct FormationInterval {
 };
 
 /// A bed in a well, in metres below datum.
-struct Bed {
+struct Bed
+{
     int formation;
     double topM, baseM;
     double stratigraphicM; ///< position of its top in the undisturbed column, the same in all wells
@@ -29,7 +31,8 @@ struct Bed {
 };
 
 /// The rock and its fluids at one point of the hole, undisturbed by any tool. Fractions in v/v.
-struct RockSample {
+struct RockSample
+{
     double mdM, verticalM;
     double stratigraphicM;
     int formation;
@@ -42,8 +45,7 @@ struct RockSample {
 };
 
 /// Where the formations of the column lie in a well.
-QVector<FormationInterval> formationIntervals(const WellPlan &plan,
-                                              const QVector<Formation> &column);
+QVector<FormationInterval> formationIntervals(const WellPlan &plan, const QVector<Formation> &column);
 
 /// The beds of a well: those of the column, with the variation between wells.
 QVector<Bed> makeBeds(const WellPlan &plan, const QVector<Formation> &column);

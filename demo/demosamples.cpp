@@ -18,14 +18,13 @@ static double topOf(const Well &well, const QString &name)
 }
 
 /// Adds an interval given below datum (m), unless the two contacts leave too little of it.
-static void perforate(QVector<Perforation> &perforations, const Well &well, const QString &name,
-                      double topM, double bottomM, const QString &zoneType)
+static void perforate(QVector<Perforation> &perforations, const Well &well, const QString &name, double topM,
+                      double bottomM, const QString &zoneType)
 {
     const double leastM = 4.0;
     if (bottomM - topM < leastM)
         return;
-    perforations.append({name.arg(perforations.size() + 1),
-                         rounded(2.0 * measuredDepth(well, topM), 0) / 2.0,
+    perforations.append({name.arg(perforations.size() + 1), rounded(2.0 * measuredDepth(well, topM), 0) / 2.0,
                          rounded(2.0 * measuredDepth(well, bottomM), 0) / 2.0, zoneType});
 }
 
@@ -35,16 +34,14 @@ QVector<Perforation> makePerforations(const Well &well)
     const QString test = QStringLiteral("DST %1");
     const QString oil = QStringLiteral("Oil");
     const double upperM = depthBelowDatum(well, topOf(well, QStringLiteral("Kestrane Upper Sst")));
-    const double middleM =
-        depthBelowDatum(well, topOf(well, QStringLiteral("Kestrane Middle Shale")));
+    const double middleM = depthBelowDatum(well, topOf(well, QStringLiteral("Kestrane Middle Shale")));
     const double lowerM = depthBelowDatum(well, topOf(well, QStringLiteral("Kestrane Lower Sst")));
 
     QVector<Perforation> result;
-    perforate(result, well, perforation, upperM + 6.0,
-              std::min(gasOilContactM - 6.0, upperM + 20.0), QStringLiteral("Gas"));
+    perforate(result, well, perforation, upperM + 6.0, std::min(gasOilContactM - 6.0, upperM + 20.0),
+              QStringLiteral("Gas"));
     if (well.type == QLatin1String("Gas")) {
-        perforate(result, well, test, gasOilContactM - 3.0, gasOilContactM + 3.5,
-                  QStringLiteral("Oil-Gas"));
+        perforate(result, well, test, gasOilContactM - 3.0, gasOilContactM + 3.5, QStringLiteral("Oil-Gas"));
     }
     perforate(result, well, perforation, std::max(upperM + 5.0, gasOilContactM + 6.0),
               std::min(middleM - 3.0, oilWaterContactM - 7.0), oil);
@@ -67,8 +64,7 @@ static double valueAt(const Well &well, const Curve &curve, double mdM)
     return curve.values.at(std::clamp(index, 0, curve.values.size() - 1));
 }
 
-QVector<CalibrationSet> makeCoreData(const Well &well, const QString &fromTop, const QString &toTop,
-                                     quint64 seed)
+QVector<CalibrationSet> makeCoreData(const Well &well, const QString &fromTop, const QString &toTop, quint64 seed)
 {
     const Curve *porosity = findCurve(well, QStringLiteral("PHIE_log"));
     const Curve *density = findCurve(well, QStringLiteral("RHOB"));

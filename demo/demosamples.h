@@ -10,7 +10,6 @@ namespace demo {
 QVector<Perforation> makePerforations(const Well &well);
 
 /// Core plug porosity and density between two tops of a well, scattered about its logs.
-QVector<CalibrationSet> makeCoreData(const Well &well, const QString &fromTop, const QString &toTop,
-                                     quint64 seed);
+QVector<CalibrationSet> makeCoreData(const Well &well, const QString &fromTop, const QString &toTop, quint64 seed);
 
 } // namespace demo

@@ -17,29 +17,24 @@ static Element shale(double thicknessM, double shaleTop, double shaleBase, doubl
 }
 
 /// A sand whose shale content runs from top to base: fining upwards where the top is the shalier.
-static Element sand(double thicknessM, double shaleTop, double shaleBase, double quality = 1.0,
-                    double lateral = 0.3)
+static Element sand(double thicknessM, double shaleTop, double shaleBase, double quality = 1.0, double lateral = 0.3)
 {
     return {thicknessM, sandstone, shaleTop, shaleBase, 0.05, 0.9, quality, lateral, false, 0.012};
 }
 
 /// A sharp-based sand of thick, uniform beds.
-static Element channel(double thicknessM, double shaleFraction, double quality = 1.0,
-                       double lateral = 0.25)
+static Element channel(double thicknessM, double shaleFraction, double quality = 1.0, double lateral = 0.25)
 {
-    return {thicknessM, sandstone, shaleFraction, shaleFraction, 0.025,
-            2.4,        quality,   lateral,       false,         0.015};
+    return {thicknessM, sandstone, shaleFraction, shaleFraction, 0.025, 2.4, quality, lateral, false, 0.015};
 }
 
 /// Sand and shale in turns, close to or below what the tools resolve.
-static Element thinBeds(double thicknessM, double sandShale, double shaleShale, double bedM,
-                        double quality = 0.9)
+static Element thinBeds(double thicknessM, double sandShale, double shaleShale, double bedM, double quality = 0.9)
 {
     return {thicknessM, sandstone, sandShale, shaleShale, 0.07, bedM, quality, 0.25, true, 0.02};
 }
 
-static Element mineral(double thicknessM, Rock rock, double shaleTop, double shaleBase,
-                       double quality)
+static Element mineral(double thicknessM, Rock rock, double shaleTop, double shaleBase, double quality)
 {
     return {thicknessM, rock, shaleTop, shaleBase, 0.02, 1.3, quality, 0.15, false, 0.0};
 }

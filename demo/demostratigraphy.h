@@ -9,7 +9,8 @@ namespace demo {
 enum class Rock { Sandstone, Limestone, Dolomite, Anhydrite };
 
 /// A package of beds inside a formation: a channel, a coarsening-upward unit, a shale.
-struct Element {
+struct Element
+{
     double thicknessM; ///< at the centre of the field; scaled to the formation in each well
     Rock rock;
     double shaleTop, shaleBase; ///< shale fraction at its top and base
@@ -22,7 +23,8 @@ struct Element {
 };
 
 /// A formation of the field, from its top down to the top of the next one.
-struct Formation {
+struct Formation
+{
     QString name;
     double topM; ///< depth of the top below datum at the centre of the field
     double grShale, grClean; ///< gamma ray of pure shale and of clean rock, gAPI

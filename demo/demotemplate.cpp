@@ -55,15 +55,17 @@ QVector<Track> tracks()
     water.rightUpTo = QStringLiteral("Right Boundary");
     water.rightFillColor = QColor(170, 210, 170);
     return {
-        {"Linear", {leftFilled(curve("Gamma", "Default", "0.00", "200.00", QColor(14, 111, 33)), "Left Boundary", 2),
-                    caliper}},
+        {"Linear",
+         {leftFilled(curve("Gamma", "Default", "0.00", "200.00", QColor(14, 111, 33)), "Left Boundary", 2), caliper}},
         {"Depth", {curve("Depth", "MD", "0", "0", {})}},
-        {"Logrithmic", {curve("Resistivity", "Default", "0.20", "2000.00", density),
-                        curve("Resistivity", "LLS", "0.20", "2000.00", neutron),
-                        curve("Resistivity", "MSFL", "0.20", "2000.00", QColor(30, 30, 30))}},
-        {"Linear", {leftFilled(withCorePoints(curve("Density", "Default", "1.95", "2.95", density), "Circle"),
-                               "Curve_2", 0, QColor(210, 200, 170)),
-                    porosity}},
+        {"Logrithmic",
+         {curve("Resistivity", "Default", "0.20", "2000.00", density),
+          curve("Resistivity", "LLS", "0.20", "2000.00", neutron),
+          curve("Resistivity", "MSFL", "0.20", "2000.00", QColor(30, 30, 30))}},
+        {"Linear",
+         {leftFilled(withCorePoints(curve("Density", "Default", "1.95", "2.95", density), "Circle"), "Curve_2", 0,
+                     QColor(210, 200, 170)),
+          porosity}},
         {"Linear", {water}},
     };
 }
@@ -77,7 +79,8 @@ bool writeDemoTemplate(const Project &project)
         return false;
     int number = 0;
     for (const Track &track : tracks())
-        if (!writeTrack(folder, QStringLiteral("Track_%1").arg(++number), QString::fromLatin1(track.type), track.rows))
+        if (!writeTrack(folder, QStringLiteral("Track_%1").arg(++number), QString::fromLatin1(track.type),
+                        track.rows))
             return false;
     return true;
 }

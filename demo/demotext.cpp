@@ -29,8 +29,8 @@ static QByteArray number(double value, int decimals)
 }
 
 /// A header line: mnemonic, unit, value and description.
-static QByteArray headerLine(const QByteArray &mnemonic, const QByteArray &unit,
-                             const QByteArray &value, const QByteArray &description)
+static QByteArray headerLine(const QByteArray &mnemonic, const QByteArray &unit, const QByteArray &value,
+                             const QByteArray &description)
 {
     const QByteArray start = (mnemonic + '.' + unit).leftJustified(14, ' ');
     return start + ' ' + value.rightJustified(26, ' ') + " : " + description + '\n';
@@ -41,8 +41,7 @@ static QByteArray wellSection(const Well &well, const QByteArray &unit, double u
     const double stepM = well.depthsM.at(1) - well.depthsM.at(0);
     QByteArray text = "~Well information\n"
                       "#MNEM.UNIT                          DATA   DESCRIPTION\n";
-    text +=
-        headerLine("STRT", unit, number(well.depthsM.first() * unitsPerMetre, 4), "First depth");
+    text += headerLine("STRT", unit, number(well.depthsM.first() * unitsPerMetre, 4), "First depth");
     text += headerLine("STOP", unit, number(well.depthsM.last() * unitsPerMetre, 4), "Last depth");
     text += headerLine("STEP", unit, number(stepM * unitsPerMetre, 4), "Depth step");
     text += headerLine("NULL", "", number(nullValue, 2), "Null value");
@@ -69,8 +68,7 @@ static QByteArray curveSection(const Well &well, const QByteArray &unit)
                       "#MNEM.UNIT                      API CODE   DESCRIPTION\n";
     text += headerLine("DEPT", unit, "", "Measured depth");
     for (const Curve &curve : well.curves) {
-        text += headerLine(curve.mnemonic.toLatin1(), curve.unit.toLatin1(), "",
-                           curve.description.toLatin1());
+        text += headerLine(curve.mnemonic.toLatin1(), curve.unit.toLatin1(), "", curve.description.toLatin1());
     }
     return text;
 }

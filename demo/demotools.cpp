@@ -8,7 +8,8 @@
 namespace demo {
 
 /// What the grains of a rock contribute.
-struct Grains {
+struct Grains
+{
     double density, neutron, sonic, photoelectric;
 };
 
@@ -66,8 +67,7 @@ double shaleSonic(double verticalM)
 }
 
 /// Conductivity after the Indonesian relation, from which the resistivity of shaly sand follows.
-static double shalySandResistivity(double shale, double porosity, double water, double waterOhmm,
-                                   double shaleOhmm)
+static double shalySandResistivity(double shale, double porosity, double water, double waterOhmm, double shaleOhmm)
 {
     const double shalePart = std::pow(shale, 1.0 - 0.5 * shale) / std::sqrt(shaleOhmm);
     const double porePart = std::pow(std::max(porosity, 0.002), 0.95) / std::sqrt(waterOhmm);
@@ -75,14 +75,12 @@ static double shalySandResistivity(double shale, double porosity, double water, 
     return 1.0 / std::max(root * root, 1.0e-5);
 }
 
-static void respondElectrically(const Formation &formation, const RockSample &rock, double wander,
-                                Response &response)
+static void respondElectrically(const Formation &formation, const RockSample &rock, double wander, Response &response)
 {
-    const double shaleOhmm =
-        shaleResistivity(rock.verticalM) * formation.shaleResistivity * std::exp(0.24 * wander);
+    const double shaleOhmm = shaleResistivity(rock.verticalM) * formation.shaleResistivity * std::exp(0.24 * wander);
     const double bulkShale = rock.shale * (1.0 - rock.porosity);
-    const double deep = shalySandResistivity(bulkShale, rock.porosity, rock.water,
-                                             waterResistivity(rock.verticalM), shaleOhmm);
+    const double deep =
+        shalySandResistivity(bulkShale, rock.porosity, rock.water, waterResistivity(rock.verticalM), shaleOhmm);
     const double flushed = shalySandResistivity(bulkShale, rock.porosity, rock.flushedWater,
                                                 filtrateResistivity(rock.verticalM), shaleOhmm);
     // Filtrate enters permeable rock only; the tools see it in proportion to their depth.
@@ -95,15 +93,13 @@ static void respondElectrically(const Formation &formation, const RockSample &ro
 
     // The static potential is reached in clean permeable rock; hydrocarbon takes some of it away.
     const double coefficient = 64.0 + 0.24 * celsius(rock.verticalM);
-    const double staticPotential = -coefficient
-        * std::log10(filtrateResistivity(rock.verticalM) / waterResistivity(rock.verticalM));
+    const double staticPotential =
+        -coefficient * std::log10(filtrateResistivity(rock.verticalM) / waterResistivity(rock.verticalM));
     const double clean = std::max(0.0, 1.0 - 1.15 * rock.shale);
-    response.potential =
-        staticPotential * clean * (0.25 + 0.75 * invaded) * (1.0 - 0.22 * (1.0 - rock.water));
+    response.potential = staticPotential * clean * (0.25 + 0.75 * invaded) * (1.0 - 0.22 * (1.0 - rock.water));
 }
 
-static void respondToVolumes(const Formation &formation, const RockSample &rock, double wander,
-                             Response &response)
+static void respondToVolumes(const Formation &formation, const RockSample &rock, double wander, Response &response)
 {
     const Grains grains = grainsOf(rock.rock);
     const double solid = 1.0 - rock.porosity;
@@ -117,21 +113,17 @@ static void respondToVolumes(const Formation &formation, const RockSample &rock,
     const double fluidDensity = 1.03 - 0.83 * gasShare - 0.25 * oilShare;
     const double hydrogen = 1.0 - 0.78 * gasShare - 0.03 * oilShare;
 
-    const double shaleGcc =
-        shaleDensity(rock.verticalM) + 0.032 * wander - 0.12 * formation.organic;
-    const double shaleNphi =
-        shaleNeutron(rock.verticalM) - 0.022 * wander + 0.03 * formation.organic;
+    const double shaleGcc = shaleDensity(rock.verticalM) + 0.032 * wander - 0.12 * formation.organic;
+    const double shaleNphi = shaleNeutron(rock.verticalM) - 0.022 * wander + 0.03 * formation.organic;
     const double shaleUsft = shaleSonic(rock.verticalM) - 4.2 * wander + 8.0 * formation.organic;
     response.density = rock.porosity * fluidDensity + shale * shaleGcc + matrix * grains.density;
     // Gas lowers the neutron by more than its missing hydrogen: the excavation effect.
-    response.neutron = rock.porosity * hydrogen + shale * shaleNphi + matrix * grains.neutron
-        - 0.10 * rock.porosity * gasShare;
+    response.neutron =
+        rock.porosity * hydrogen + shale * shaleNphi + matrix * grains.neutron - 0.10 * rock.porosity * gasShare;
     const double compaction = std::max(1.0, shaleSonic(rock.verticalM) / 102.0);
-    const double poreUsft =
-        grains.sonic + (189.0 - grains.sonic) * compaction * (1.0 + 0.10 * gasShare);
+    const double poreUsft = grains.sonic + (189.0 - grains.sonic) * compaction * (1.0 + 0.10 * gasShare);
     response.sonic = rock.porosity * poreUsft + shale * shaleUsft + matrix * grains.sonic;
-    response.photoelectric =
-        rock.porosity * 0.4 * fluidDensity + shale * 8.3 + matrix * grains.photoelectric;
+    response.photoelectric = rock.porosity * 0.4 * fluidDensity + shale * 8.3 + matrix * grains.photoelectric;
 }
 
 Response toolResponse(const WellPlan &plan, const Formation &formation, const RockSample &rock,
@@ -142,10 +134,9 @@ Response toolResponse(const WellPlan &plan, const Formation &formation, const Ro
     const double wander = 0.65 * smoothNoise(31, rock.stratigraphicM / 14.0)
         + 0.35 * smoothNoise(32, rock.stratigraphicM / 3.2)
         + 0.20 * smoothNoise(mixed(33, plan.seed), rock.mdM / 6.0);
-    const double minerals = 8.0 * smoothNoise(34, rock.stratigraphicM / 11.0)
-        + 4.0 * smoothNoise(35, rock.stratigraphicM / 2.2);
-    response.gammaRay = formation.grClean
-        + rock.shale * (formation.grShale - formation.grClean + minerals)
+    const double minerals =
+        8.0 * smoothNoise(34, rock.stratigraphicM / 11.0) + 4.0 * smoothNoise(35, rock.stratigraphicM / 2.2);
+    response.gammaRay = formation.grClean + rock.shale * (formation.grShale - formation.grClean + minerals)
         + 2.5 * smoothNoise(mixed(36, plan.seed), rock.mdM / 5.0);
     if (rock.rock == Rock::Limestone || rock.rock == Rock::Anhydrite)
         response.gammaRay -= 6.0 * (1.0 - rock.shale);
@@ -153,8 +144,8 @@ Response toolResponse(const WellPlan &plan, const Formation &formation, const Ro
     respondToVolumes(formation, rock, wander, response);
 
     response.caliper = hole.caliperIn;
-    response.densityCorrection = 0.004 + 0.028 * std::max(0.0, hole.bitIn - hole.caliperIn)
-        + 0.075 * std::min(hole.roughness, 3.4);
+    response.densityCorrection =
+        0.004 + 0.028 * std::max(0.0, hole.bitIn - hole.caliperIn) + 0.075 * std::min(hole.roughness, 3.4);
     // The correction cannot make good a large stand-off, so that some mud is read as rock.
     response.density -= 0.115 * hole.roughness;
     response.neutron += 0.012 * hole.roughness;

@@ -8,7 +8,8 @@ namespace demo {
 /// What the tools would read at one point if they saw only that point, in the units of their logs;
 /// resistivities as decimal logarithms of ohmm, because tools average rock by its order of
 /// magnitude.
-struct Response {
+struct Response
+{
     double gammaRay, potential, caliper;
     double logDeep, logShallow, logMicro;
     double density, densityCorrection, neutron, sonic;

@@ -8,9 +8,8 @@ namespace demo {
 
 /// A vertical well as drilled and logged without trouble: cased above the logs, total depth (m)
 /// just below them.
-static WellPlan verticalWell(const QString &name, const QString &type, quint64 seed,
-                             double firstLogM, double lastLogM,
-                             const QVector<HoleSection> &sections)
+static WellPlan verticalWell(const QString &name, const QString &type, quint64 seed, double firstLogM,
+                             double lastLogM, const QVector<HoleSection> &sections)
 {
     WellPlan plan{};
     plan.name = name;
@@ -42,8 +41,8 @@ static void leaveGap(WellPlan &plan, const QStringList &mnemonics, double topM, 
 
 static WellPlan crestWell()
 {
-    WellPlan plan = verticalWell(QStringLiteral("Aldra-1"), QStringLiteral("Oil"), 11, 800, 2598,
-                                 {{1488, 12.25}, {2610, 8.5}});
+    WellPlan plan =
+        verticalWell(QStringLiteral("Aldra-1"), QStringLiteral("Oil"), 11, 800, 2598, {{1488, 12.25}, {2610, 8.5}});
     place(plan, 504250, 6005350, 12.4, 20.6);
     plan.nuclearFromM = 962;
     leaveGap(plan, {QStringLiteral("SP")}, 1486, 1497);
@@ -53,8 +52,8 @@ static WellPlan crestWell()
 
 static WellPlan cavedWell()
 {
-    WellPlan plan = verticalWell(QStringLiteral("Aldra-2"), QStringLiteral("Gas"), 12, 812, 2611,
-                                 {{1512, 12.25}, {2625, 8.5}});
+    WellPlan plan =
+        verticalWell(QStringLiteral("Aldra-2"), QStringLiteral("Gas"), 12, 812, 2611, {{1512, 12.25}, {2625, 8.5}});
     place(plan, 505380, 6006120, 13.1, 21.5);
     plan.nuclearFromM = 1020;
     plan.washOutTopM = 1894;
@@ -66,8 +65,8 @@ static WellPlan cavedWell()
 
 static WellPlan inclinedWell()
 {
-    WellPlan plan = verticalWell(QStringLiteral("Aldra-3 A"), QStringLiteral("Oil"), 13, 826, 2672,
-                                 {{1540, 12.25}, {2688, 8.5}});
+    WellPlan plan =
+        verticalWell(QStringLiteral("Aldra-3 A"), QStringLiteral("Oil"), 13, 826, 2672, {{1540, 12.25}, {2688, 8.5}});
     place(plan, 503420, 6004640, 11.2, 20.2);
     plan.kickOffM = 1020;
     plan.inclinationDeg = 14;
@@ -79,20 +78,18 @@ static WellPlan inclinedWell()
 
 static WellPlan faultedWell()
 {
-    WellPlan plan = verticalWell(QStringLiteral("Brisk-1"), QStringLiteral("Oil"), 14, 795, 2640,
-                                 {{1560, 12.25}, {2652, 8.5}});
+    WellPlan plan =
+        verticalWell(QStringLiteral("Brisk-1"), QStringLiteral("Oil"), 14, 795, 2640, {{1560, 12.25}, {2652, 8.5}});
     place(plan, 506350, 6005150, 13.8, 22.3);
     plan.nuclearFromM = 1004;
     plan.faultedOut = QStringLiteral("Ferrow Siltstone");
-    leaveGap(plan, {QStringLiteral("RHOB"), QStringLiteral("DRHO"), QStringLiteral("PEF")}, 1556,
-             1566);
+    leaveGap(plan, {QStringLiteral("RHOB"), QStringLiteral("DRHO"), QStringLiteral("PEF")}, 1556, 1566);
     return plan;
 }
 
 static WellPlan flankWell()
 {
-    WellPlan plan = verticalWell(QStringLiteral("Brisk-2"), QString(), 15, 840, 2690,
-                                 {{1578, 12.25}, {2702, 8.5}});
+    WellPlan plan = verticalWell(QStringLiteral("Brisk-2"), QString(), 15, 840, 2690, {{1578, 12.25}, {2702, 8.5}});
     place(plan, 508460, 6007880, 14.0, 22.9);
     plan.nuclearFromM = 1150;
     plan.microLog = false;
@@ -107,8 +104,7 @@ static WellPlan deepWell()
                                  {{1465, 12.25}, {2830, 8.5}, {3310, 6.0}});
     place(plan, 500740, 6002460, 12.9, 21.8);
     plan.nuclearFromM = 985;
-    leaveGap(plan, {QStringLiteral("RHOB"), QStringLiteral("DRHO"), QStringLiteral("PEF")}, 2826,
-             2838);
+    leaveGap(plan, {QStringLiteral("RHOB"), QStringLiteral("DRHO"), QStringLiteral("PEF")}, 2826, 2838);
     leaveGap(plan, {QStringLiteral("MSFL")}, 2660, 2702);
     return plan;
 }
@@ -122,8 +118,7 @@ double verticalDepth(const WellPlan &plan, double mdM)
 {
     if (mdM <= plan.kickOffM)
         return mdM;
-    return plan.kickOffM
-        + (mdM - plan.kickOffM) * std::cos(plan.inclinationDeg * 0.017453292519943);
+    return plan.kickOffM + (mdM - plan.kickOffM) * std::cos(plan.inclinationDeg * 0.017453292519943);
 }
 
 double bitSize(const WellPlan &plan, double mdM)

@@ -6,19 +6,22 @@
 namespace demo {
 
 /// A part of the hole, down to its base (m measured depth), and the bit it was drilled with (in).
-struct HoleSection {
+struct HoleSection
+{
     double baseM;
     double bitIn;
 };
 
 /// A log that was not recorded over an interval (m measured depth).
-struct LogGap {
+struct LogGap
+{
     QString mnemonic;
     double topM, baseM;
 };
 
 /// How a well was drilled and logged. Metres; depths are measured depths.
-struct WellPlan {
+struct WellPlan
+{
     QString name;
     QString type;
     double xM, yM;

@@ -48,9 +48,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     check(info.lines.count() >= 1, "the title is the first line");
     for (int i = 0; i < info.lines.count(); ++i) {
         const QString line = info.lines.line(i);
-        check(i == 0 || (!line.contains(QLatin1Char('\n')) && !line.contains(QLatin1Char('\r'))), "a line is one line");
+        check(i == 0 || (!line.contains(QLatin1Char('\n')) && !line.contains(QLatin1Char('\r'))),
+              "a line is one line");
         check(info.lines.line(i, 8).size() <= qMax(8, info.lines.line(0).size()), "a cut line is short");
-        static_cast<void>(WellInfo::mnemonic(line) + WellInfo::unit(line) + WellInfo::value(line) + WellInfo::description(line));
+        static_cast<void>(WellInfo::mnemonic(line) + WellInfo::unit(line) + WellInfo::value(line)
+                          + WellInfo::description(line));
     }
     WellInfo again = info;
     check(again.load(path) == 0, "it is loaded again");

@@ -23,7 +23,7 @@ inline bool isUndefined(float value)
 template<class T>
 struct [[nodiscard]] Outcome
 {
-    T value {};
+    T value{};
     QString error;
     bool ok() const { return error.isEmpty(); }
 };

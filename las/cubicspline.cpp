@@ -21,8 +21,7 @@ CubicSpline::CubicSpline(const QVector<double> &depths, const QVector<double> &v
     m_halfSecond.assign(size, 0.0);
     std::vector<double> upper(size, 0.0);
     for (size_t i = 1; i + 1 < size; ++i) {
-        const double side
-            = 3 / width(i) * (value[i + 1] - value[i]) - 3 / width(i - 1) * (value[i] - value[i - 1]);
+        const double side = 3 / width(i) * (value[i + 1] - value[i]) - 3 / width(i - 1) * (value[i] - value[i - 1]);
         const double diagonal = 2 * (width(i - 1) + width(i)) - width(i - 1) * upper[i - 1];
         upper[i] = width(i) / diagonal;
         m_halfSecond[i] = (side - width(i - 1) * m_halfSecond[i - 1]) / diagonal;

@@ -33,7 +33,8 @@ ExportCurvesInAscii::ExportCurvesInAscii(ProjectData &projectData, QWidget *pare
     m_allBox->setObjectName(QStringLiteral("allBox"));
     m_logs = new QListWidget;
     m_logs->setObjectName(QStringLiteral("logList"));
-    auto *target = new QLabel(QStringLiteral("Files go to the project folder, %1/Wells.").arg(m_data.project.projectFolder));
+    auto *target =
+        new QLabel(QStringLiteral("Files go to the project folder, %1/Wells.").arg(m_data.project.projectFolder));
     target->setWordWrap(true);
     target->setTextFormat(Qt::PlainText);
     auto *exportButton = new QPushButton(QStringLiteral("Export"));

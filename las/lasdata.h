@@ -11,7 +11,8 @@ namespace las {
 
 /// The columns of the data sections while a file is read; column i belongs to curve i. Memory grows with the
 /// tokens that are there, whatever the header claims.
-class DataColumns {
+class DataColumns
+{
 public:
     /// A further column; rows read before have no value in it.
     void addColumn() { m_columns.emplace_back(); }
@@ -30,7 +31,8 @@ public:
     void moveTo(QVector<LogCurveData> &curves);
 
 private:
-    struct Column {
+    struct Column
+    {
         QVector<double> values;
         double minimum = 0;
         double maximum = 0;
@@ -38,13 +40,11 @@ private:
         void append(double value, double nullValue);
     };
 
-    void appendUnusualToken(const char *begin, const char *end, Encoding encoding, double nullValue,
-                            size_t &token);
+    void appendUnusualToken(const char *begin, const char *end, Encoding encoding, double nullValue, size_t &token);
     void reserveRows(qint64 bytesLeft, qint64 lineLength, size_t tokens);
 
     std::vector<Column> m_columns;
-    std::vector<int>
-        m_tokenCounts; ///< of each row; column i has a value on exactly the rows with more than i
+    std::vector<int> m_tokenCounts; ///< of each row; column i has a value on exactly the rows with more than i
     size_t m_unreadableDepthTokens = 0; ///< most tokens of a row whose first one is no number
     bool m_isDepthUnreadable = false; ///< of the row that is being read
 };

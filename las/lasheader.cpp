@@ -103,7 +103,8 @@ QChar sectionOf(const QString &title)
     return QStringLiteral("VWPCA").contains(word.at(0)) ? word.at(0) : QChar();
 }
 
-struct ParsedHeader {
+struct ParsedHeader
+{
     Header header;
     bool complete = false; ///< a data section was met
     bool hasSections = false;
@@ -206,8 +207,7 @@ HeaderResult readHeader(const QString &path)
             break;
     }
     if (!parsed.hasSections)
-        result.error =
-            QStringLiteral("The file %1 is no LAS file: it has no line with a \"~\" in front.").arg(path);
+        result.error = QStringLiteral("The file %1 is no LAS file: it has no line with a \"~\" in front.").arg(path);
     else
         result.header = parsed.header;
     return result;

@@ -11,7 +11,8 @@ namespace las {
 
 /// One line "mnemonic.unit value : description". Fields are trimmed; blanks inside a value stay, and so do
 /// colons but the last. In a line without a colon two blanks or tabs in a row end the value.
-struct HeaderItem {
+struct HeaderItem
+{
     QChar section; ///< 'V', 'W', 'P' or 'C'
     QString mnemonic;
     QString unit;
@@ -19,7 +20,8 @@ struct HeaderItem {
     QString description;
 };
 
-struct Header {
+struct Header
+{
     QVector<HeaderItem> items; ///< in file order
     bool wrapped = false;
 
@@ -28,7 +30,8 @@ struct Header {
     const HeaderItem *find(QChar section, const QStringList &mnemonics) const;
 };
 
-struct HeaderResult {
+struct HeaderResult
+{
     Header header;
     QString error; ///< empty on success, else a sentence that names the file
 };

@@ -7,7 +7,8 @@
 
 /// The lines of a LAS file for display. Holds the file's bytes once (shared between copies) and where each
 /// line begins; a line becomes a QString when it is asked for. Does not need the file after loading.
-class LasLines {
+class LasLines
+{
 public:
     /// No lines at all.
     LasLines() = default;

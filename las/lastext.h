@@ -9,7 +9,8 @@ namespace las {
 
 enum class Encoding { Utf8, Windows1252 };
 
-struct Text {
+struct Text
+{
     QByteArray bytes; ///< without byte order mark and without NUL and 0x1A bytes at the end of the file
     Encoding encoding = Encoding::Utf8;
 };

@@ -17,7 +17,7 @@ struct ExportFile
 {
     WellRecord well;
     QVector<ExportLog> logs;
-    ExportRange range {0};
+    ExportRange range{0};
     double interval = 0; ///< step of the data lines; must be above 0 and able to move the start depth
 };
 

@@ -20,8 +20,8 @@
 #include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QTableWidget>
 #include <QTabWidget>
+#include <QTableWidget>
 
 #include <new>
 #include <set>
@@ -134,8 +134,8 @@ void WellImportDialog::selectLasFilesClicked()
     if (m_isRunning)
         return;
     const QPointer<WellImportDialog> self(this);
-    const QStringList paths
-        = chooseFiles(this, QStringLiteral("Select Well(s)"), QStringLiteral("Las Files (*.Las *.LAS *.las)"));
+    const QStringList paths =
+        chooseFiles(this, QStringLiteral("Select Well(s)"), QStringLiteral("Las Files (*.Las *.LAS *.las)"));
     if (!self || paths.isEmpty())
         return;
     QApplication::setOverrideCursor(Qt::WaitCursor);
@@ -251,8 +251,7 @@ WellImportDialog::End WellImportDialog::importTabs(const QVector<las::ImportTab>
     }
     if (las::hasSelection(tabs))
         return End::Finished;
-    m_data.asker.warn(importTitle(),
-                      QStringLiteral("To import required well log(s), Please first select them."));
+    m_data.asker.warn(importTitle(), QStringLiteral("To import required well log(s), Please first select them."));
     return self ? End::Stopped : End::Deleted;
 }
 
@@ -323,8 +322,7 @@ void WellImportDialog::finishImport(End end, const Progress &progress)
         m_data.asker.warn(importTitle(), las::unsuitedWarning(progress.unsuitedCurves));
     if (self && end == End::Finished && !m_isCancelled) {
         m_progressBar->setValue(m_progressBar->maximum());
-        m_data.asker.inform(importTitle(),
-                            QStringLiteral("The selected LAS files have been imported successfully."));
+        m_data.asker.inform(importTitle(), QStringLiteral("The selected LAS files have been imported successfully."));
     }
     if (!self)
         return;

@@ -110,8 +110,9 @@ void WellImportTab::buildNotices()
             QStringLiteral("This file is too large and was not read: it holds 2 GB or more, or more than fits "
                            "into the memory."));
     if (m_file.wrapped)
-        notices.append(QStringLiteral("This file is wrapped (WRAP YES): a depth step spans several lines. It is read line "
-                                      "by line, so the values of its curves are wrong. Do not import them."));
+        notices.append(
+            QStringLiteral("This file is wrapped (WRAP YES): a depth step spans several lines. It is read line "
+                           "by line, so the values of its curves are wrong. Do not import them."));
     if (m_file.curves.size() > maximumRows)
         notices.append(QStringLiteral("The file names %1 curves. Only the first %2 are listed.")
                            .arg(m_file.curves.size())
@@ -135,8 +136,8 @@ void WellImportTab::buildTable()
     const int rows = qMin(m_file.curves.size(), maximumRows);
     m_table = new QTableWidget(rows, 4);
     m_table->setObjectName(QStringLiteral("curveTable"));
-    m_table->setHorizontalHeaderLabels({QStringLiteral("Curve"), QStringLiteral("Curve Group"), QStringLiteral("Select"),
-                                        QStringLiteral("Alternate Curve Name")});
+    m_table->setHorizontalHeaderLabels({QStringLiteral("Curve"), QStringLiteral("Curve Group"),
+                                        QStringLiteral("Select"), QStringLiteral("Alternate Curve Name")});
     m_table->setItemDelegate(new ShortTextDelegate(m_table));
     m_table->setTabKeyNavigation(false); // Tab leaves the table, the arrows move inside it
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);

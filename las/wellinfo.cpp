@@ -19,8 +19,7 @@ constexpr QChar blank = u' ';
 constexpr int maximumCurves = 1 << 20;
 // A file without line ends is one header line; as a text it would need several times the file's memory.
 constexpr int longestHeaderLine = 64 * 1024;
-constexpr qint64 maximumFileSize =
-    std::numeric_limits<int>::max() - 64; // a QByteArray's header needs room, too
+constexpr qint64 maximumFileSize = std::numeric_limits<int>::max() - 64; // a QByteArray's header needs room, too
 
 /// The next part of \a text between separators, from \a position on, which then is behind it; empty parts are
 /// skipped. A null view at the end.
@@ -63,7 +62,8 @@ Section sectionOf(char letter)
 }
 
 /// Takes what is recognised from lines of the header sections.
-class HeaderReader {
+class HeaderReader
+{
 public:
     HeaderReader(WellInfo &info, las::DataColumns &columns, const QString &path)
         : m_info(info)
@@ -113,8 +113,7 @@ private:
 
     void readCurveLine(const QString &line)
     {
-        if (line.startsWith(u'#') || QStringView(line).trimmed().isEmpty()
-            || m_info.curves.size() == maximumCurves)
+        if (line.startsWith(u'#') || QStringView(line).trimmed().isEmpty() || m_info.curves.size() == maximumCurves)
             return;
         LogCurveData curve;
         curve.logName = WellInfo::mnemonic(line);
@@ -155,8 +154,7 @@ QString WellInfo::value(const QString &line)
     qsizetype position = 0;
     nextPart(line, dot, position);
     QString joined;
-    for (QStringView part = nextPart(line, dot, position); !part.isEmpty();
-         part = nextPart(line, dot, position)) {
+    for (QStringView part = nextPart(line, dot, position); !part.isEmpty(); part = nextPart(line, dot, position)) {
         const qsizetype cut = part.indexOf(colon);
         if (cut >= 0) {
             joined.append(part.data(), static_cast<int>(cut));
@@ -180,8 +178,7 @@ QString WellInfo::description(const QString &line)
 {
     QStringView last;
     qsizetype position = 0;
-    for (QStringView part = nextPart(line, colon, position); !part.isEmpty();
-         part = nextPart(line, colon, position))
+    for (QStringView part = nextPart(line, colon, position); !part.isEmpty(); part = nextPart(line, colon, position))
         last = part;
     return last.trimmed().toString();
 }

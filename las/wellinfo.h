@@ -13,7 +13,8 @@
 ///
 /// Numbers are decimal and independent of the locale; a leading "+" is allowed. Text that is no number as a
 /// whole ("1.5abc", "580.0,12"), "nan", "inf" and what a double cannot hold ("1e400") all yield 0.
-class WellInfo {
+class WellInfo
+{
 public:
     QString version; ///< VERS of ~V
     bool wrapped = false; ///< WRAP of ~V is "YES"; stored only, every line stays one depth step

@@ -393,8 +393,9 @@ std::function<bool()> WellLogExport::goOn()
 void WellLogExport::setRunning(bool isRunning)
 {
     m_isRunning = isRunning;
-    for (QWidget *widget : std::initializer_list<QWidget *> {m_wells, m_tabs, m_intervalBox, m_intervalEdit, m_folderEdit,
-                                                             m_browseButton, m_exportButton, m_asciiButton})
+    for (QWidget *widget :
+         std::initializer_list<QWidget *>{m_wells, m_tabs, m_intervalBox, m_intervalEdit, m_folderEdit,
+                                          m_browseButton, m_exportButton, m_asciiButton})
         widget->setEnabled(!isRunning);
 }
 

@@ -26,8 +26,8 @@ QPen penOf(const TemplateCurveInfo &line)
 
 logview::ValueScale scaleOf(const TemplateCurveInfo &line, const TrackItem &track)
 {
-    return {track.trackType() == LogarithmicTrack, static_cast<float>(line.minimum),
-            static_cast<float>(line.maximum), track.width()};
+    return {track.trackType() == LogarithmicTrack, static_cast<float>(line.minimum), static_cast<float>(line.maximum),
+            track.width()};
 }
 
 } // namespace
@@ -228,8 +228,7 @@ void CurveItem::placePoints()
     while (m_pointItems.size() > m_points.size())
         delete m_pointItems.takeLast();
     while (m_pointItems.size() < m_points.size())
-        m_pointItems.append(
-            new PointItem(m_line.pointColor, std::max(m_line.pointSize, 1), m_line.pointShape, this));
+        m_pointItems.append(new PointItem(m_line.pointColor, std::max(m_line.pointSize, 1), m_line.pointShape, this));
     for (int i = 0; i < m_points.size(); ++i) {
         m_pointItems.at(i)->setPos(m_points.at(i).position);
         m_pointItems.at(i)->setVisible(m_points.at(i).isInRange);

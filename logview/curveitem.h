@@ -1,7 +1,7 @@
 #pragma once
 
-#include "logview/calibrationplacement.h"
 #include "base/colorbar.h"
+#include "logview/calibrationplacement.h"
 #include "logview/curvefill.h"
 #include "logview/curveline.h"
 #include "logview/samplelookup.h"

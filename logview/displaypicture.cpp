@@ -116,9 +116,9 @@ void DisplayPicture::drawInto(QPainter &painter) const
         const int bottom = std::min(static_cast<int>(std::ceil(pageBottom * rowsPerPageRow)), m_size.height());
         // Of a band that one row of the page stands for, its beginning is enough.
         const QImage band = rows(top, std::min(std::max(bottom - top, 1), longestBand));
-        painter.drawImage(QRect(page.left(), page.top() + pageTop, page.width(), pageBottom - pageTop),
-                          band.scaled(page.width(), pageBottom - pageTop, Qt::IgnoreAspectRatio,
-                                      Qt::SmoothTransformation));
+        painter.drawImage(
+            QRect(page.left(), page.top() + pageTop, page.width(), pageBottom - pageTop),
+            band.scaled(page.width(), pageBottom - pageTop, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     }
     painter.restore();
 }

@@ -6,13 +6,22 @@
 
 namespace logview {
 
-inline QColor backgroundColor() { return QColor(255, 255, 255); }
+inline QColor backgroundColor()
+{
+    return QColor(255, 255, 255);
+}
 /// Fills a selected track and its header.
-inline QColor highlightColor() { return QColor(204, 229, 255); }
+inline QColor highlightColor()
+{
+    return QColor(204, 229, 255);
+}
 
 /// The font of headers. Its name is no literal of ours, because Qt keeps names of fonts longer than the plug-in is
 /// loaded.
-inline QFont timesFont() { return QFont(QString::fromLatin1("Times")); }
+inline QFont timesFont()
+{
+    return QFont(QString::fromLatin1("Times"));
+}
 
 /// The pen of a selected curve or marker: as the normal one, 2 pixels wider, in a blue that shows on white and on the
 /// highlight colour.

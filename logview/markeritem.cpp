@@ -48,8 +48,8 @@ public:
         painter->drawLine(0, 0, logview::toInt(static_cast<double>(m_marker->width())), 0);
         const QString name = m_marker->markerName();
         const int textWidth = painter->fontMetrics().horizontalAdvance(name);
-        const int flags =
-            textWidth <= longestNameOnOneLine ? Qt::AlignRight | Qt::AlignVCenter : static_cast<int>(Qt::TextWordWrap);
+        const int flags = textWidth <= longestNameOnOneLine ? Qt::AlignRight | Qt::AlignVCenter
+                                                            : static_cast<int>(Qt::TextWordWrap);
         painter->drawText(MarkerItem::nameRect(textWidth), flags, name);
     }
 

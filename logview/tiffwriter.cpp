@@ -1,6 +1,5 @@
 #include "logview/tiffwriter.h"
 
-
 #include <algorithm>
 #include <tiffio.h>
 

@@ -26,7 +26,7 @@ public:
 protected:
     /// Selects what the header stands for.
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
-    void mouseReleaseEvent(QGraphicsSceneMouseEvent *) override {}
+    void mouseReleaseEvent(QGraphicsSceneMouseEvent *) override { }
 
 private:
     TrackItem *m_track; ///< null while the track is being destroyed

@@ -216,16 +216,16 @@ void TrackItem::paintDepths(QPainter *painter, const QRect &visible) const
     for (const logview::DepthTick &label :
          logview::depthLabels(m_axis, m_scale, visible.top() - reach, visible.bottom() + reach)) {
         const QString text = logview::labelText(label);
-        painter->drawText(
-            logview::labelPosition(label, m_width, metrics.horizontalAdvance(text), metrics.height()), text);
+        painter->drawText(logview::labelPosition(label, m_width, metrics.horizontalAdvance(text), metrics.height()),
+                          text);
     }
 }
 
 void TrackItem::paintPerforations(QPainter *painter, const QRect &visible) const
 {
     const QFontMetricsF metrics(painter->font());
-    for (const logview::ZoneGeometry &zone : logview::zoneGeometry(m_perforations, m_axis, m_reference, m_width,
-                                                                   visible.top(), visible.bottom())) {
+    for (const logview::ZoneGeometry &zone :
+         logview::zoneGeometry(m_perforations, m_axis, m_reference, m_width, visible.top(), visible.bottom())) {
         if (zone.colors.left.isValid()) {
             painter->fillRect(zone.left, zone.colors.left);
             painter->fillRect(zone.right, zone.colors.right);

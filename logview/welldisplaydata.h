@@ -1,10 +1,10 @@
 #pragma once
 
+#include "base/colorbar.h"
 #include "datastore/calibrationfile.h"
 #include "datastore/defaultlogs.h"
 #include "datastore/perforationfile.h"
 #include "datastore/wellrecord.h"
-#include "base/colorbar.h"
 #include "logview/curvesamples.h"
 #include "templates/templatetrack.h"
 

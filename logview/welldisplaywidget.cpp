@@ -237,8 +237,8 @@ void WellDisplayWidget::savePicture()
     const WaitCursor cursor;
     const WithoutSelection plain(*m_scene);
     const DisplayPicture picture(*m_headerScene, *m_scene);
-    const QString path = m_data.project.projectFolder + QLatin1Char('/') + base::fileNameFor(windowTitle())
-        + QStringLiteral(".tiff");
+    const QString path =
+        m_data.project.projectFolder + QLatin1Char('/') + base::fileNameFor(windowTitle()) + QStringLiteral(".tiff");
     const base::WriteResult result = picture.saveTiff(path);
     if (!result.ok())
         setStatusLabel(QStringLiteral("The picture %1 could not be written: %2").arg(path, result.error));

@@ -151,8 +151,8 @@ void WellLogsScene::applyDepthTypeAndUnit()
 {
     if (m_depthType < logview::MeasuredDepth || m_depthType > logview::TvdSubsea)
         return;
-    const logview::DepthLimits limits = logview::limitsAfterChange({m_startDepth, m_endDepth}, m_depthType, m_depthUnit,
-                                                                   m_totalDepth, m_well.kbElevation);
+    const logview::DepthLimits limits = logview::limitsAfterChange({m_startDepth, m_endDepth}, m_depthType,
+                                                                   m_depthUnit, m_totalDepth, m_well.kbElevation);
     m_panel->setStartDepth(limits.start);
     m_panel->setEndDepth(limits.end);
     for (TrackItem *track : qAsConst(m_tracks)) {

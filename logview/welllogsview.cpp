@@ -46,9 +46,9 @@ void WellLogsView::startPicking()
 void WellLogsView::movePicked(const QPoint &position)
 {
     m_scene->movePickedMarker(m_picked, mapToScene(position).y());
-    emit pickingHint(QStringLiteral("%1 at %2 m measured depth. Click where the marker stands; Escape cancels.")
-                         .arg(m_picked->markerName(),
-                              QString::number(static_cast<double>(m_picked->depth()), 'f', 2)));
+    emit pickingHint(
+        QStringLiteral("%1 at %2 m measured depth. Click where the marker stands; Escape cancels.")
+            .arg(m_picked->markerName(), QString::number(static_cast<double>(m_picked->depth()), 'f', 2)));
 }
 
 void WellLogsView::endPicking()

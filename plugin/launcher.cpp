@@ -60,26 +60,25 @@ void Launcher::buildWidgets(const ProjectData &projectData)
 {
     QLabel *title = label("titleLabel", QStringLiteral("LORVA"),
                           "font-weight:bold;font-style:Italics;font-size:25px;font-family:Times;color:orange;", this);
-    QLabel *about
-        = label("aboutLabel", QStringLiteral("HESKO Log Interpretation Software\nVersion 0.1\nDeveloped by KUB,HESKO."),
-                "font-weight:bold;font-style:Italics;font-size:10px;font-family:Times;color:black;", this);
+    QLabel *about =
+        label("aboutLabel", QStringLiteral("HESKO Log Interpretation Software\nVersion 0.1\nDeveloped by KUB,HESKO."),
+              "font-weight:bold;font-style:Italics;font-size:10px;font-family:Times;color:black;", this);
 
     auto *picture = new QLabel(this);
     picture->setObjectName(QStringLiteral("pictureLabel"));
     const QPixmap image(projectData.project.setupDataFolder + QStringLiteral("/icons.Default/")
                         + QStringLiteral("LORVA_wlc.png"));
     if (!image.isNull())
-        picture->setPixmap(
-            image.scaled(pictureWidth, pictureHeight, Qt::IgnoreAspectRatio, Qt::FastTransformation));
+        picture->setPixmap(image.scaled(pictureWidth, pictureHeight, Qt::IgnoreAspectRatio, Qt::FastTransformation));
 
     m_progressBar = new QProgressBar(this);
     m_progressBar->setObjectName(QStringLiteral("progressBar"));
     m_progressBar->setRange(0, 100);
     m_progressBar->setTextVisible(false);
     m_progressBar->setMaximumHeight(8);
-    m_progressBar->setStyleSheet(QStringLiteral(
-        "QProgressBar:horizontal {background: black;}QProgressBar::chunk:horizontal{background: "
-        "qlineargradient(x1: 0, y1: 0.5, x2: 1, y2: 0.5, stop: 0 #4488ff, stop: 1 #66ccff);}"));
+    m_progressBar->setStyleSheet(
+        QStringLiteral("QProgressBar:horizontal {background: black;}QProgressBar::chunk:horizontal{background: "
+                       "qlineargradient(x1: 0, y1: 0.5, x2: 1, y2: 0.5, stop: 0 #4488ff, stop: 1 #66ccff);}"));
 
     m_statusLabel = new QLabel(this);
     m_statusLabel->setObjectName(QStringLiteral("statusLabel"));

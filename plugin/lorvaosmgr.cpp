@@ -25,8 +25,8 @@ lorvaosMgr::lorvaosMgr(host::Host &host)
     : m_host(host)
     , m_asker(host.mainWidget())
 {
-    m_actionId = m_host.appendAction(
-        {QStringLiteral("&LORVA OS 0.0"), QStringLiteral("LORVA_wlc.png"), [this] { launch(); }});
+    m_actionId =
+        m_host.appendAction({QStringLiteral("&LORVA OS 0.0"), QStringLiteral("LORVA_wlc.png"), [this] { launch(); }});
     m_host.addListener(this);
 }
 

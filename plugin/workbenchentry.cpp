@@ -19,8 +19,8 @@ extern "C" {
 
 Q_DECL_EXPORT const workbench::PluginInfoRecord *GetLORVAOSPluginInfo()
 {
-    static const workbench::PluginInfoRecord record {
-        pluginDisplayName, pluginProductName, pluginCreator, pluginVersion, pluginText, pluginLicense};
+    static const workbench::PluginInfoRecord record{pluginDisplayName, pluginProductName, pluginCreator,
+                                                    pluginVersion,     pluginText,        pluginLicense};
     return &record;
 }
 
@@ -32,5 +32,4 @@ Q_DECL_EXPORT const char *InitLORVAOSPlugin()
         manager() = std::make_unique<lorvaosMgr>(*host);
     return manager() ? nullptr : pluginInitFailure;
 }
-
 }

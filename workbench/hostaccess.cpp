@@ -17,5 +17,4 @@ __attribute__((visibility("default"))) void lorvaSetWorkbenchHost(host::Host *ho
 {
     currentHost = host;
 }
-
 }

@@ -19,7 +19,8 @@ QStringList list(const char *words)
 }
 
 /// A number of the header with the unit that stands with it.
-struct Quantity {
+struct Quantity
+{
     QString mnemonic;
     QString unit;
     double value = 0;
@@ -29,27 +30,26 @@ enum class LengthUnit { None, Metre, Foot, Other };
 
 LengthUnit lengthUnit(const QString &unit)
 {
-    static const QStringList metres =
-        list("M METER METERS METRE METRES MTR") + QStringList(QString(QChar(0x041C)));
+    static const QStringList metres = list("M METER METERS METRE METRES MTR") + QStringList(QString(QChar(0x041C)));
     static const QStringList feet = list("F FT FEET FOOT USFT FTUS");
     QString text = unit.trimmed().toUpper();
     if (text.endsWith(u'.'))
         text.chop(1);
     if (text.isEmpty())
         return LengthUnit::None;
-    return metres.contains(text) ? LengthUnit::Metre
-        : feet.contains(text)    ? LengthUnit::Foot
-                                 : LengthUnit::Other;
+    return metres.contains(text) ? LengthUnit::Metre : feet.contains(text) ? LengthUnit::Foot : LengthUnit::Other;
 }
 
-struct Length {
+struct Length
+{
     QString mnemonic;
     double metres = 0;
     bool fromFeet = false;
 };
 
 /// Reads one header on behalf of proposeWell().
-class Proposer {
+class Proposer
+{
 public:
     Proposer(const QString &file, const las::Header &header, DepthUnit surveyUnit);
 
@@ -61,8 +61,7 @@ private:
     std::optional<Quantity> quantity(const QString &mnemonic) const;
     QString text(const QStringList &mnemonics) const;
     /// Nothing, and a note, for units that are none of length and for metres outside the range.
-    std::optional<Length> length(const Quantity &quantity, double lowestM, double highestM,
-                                 LengthUnit withoutUnit);
+    std::optional<Length> length(const Quantity &quantity, double lowestM, double highestM, LengthUnit withoutUnit);
     std::optional<Length> firstLength(const QStringList &mnemonics, double lowestM, double highestM);
     /// The metres of a length that goes into the proposal and is stored in \a storedUnit, 0 without one.
     double use(const std::optional<Length> &length, DepthUnit storedUnit);
@@ -119,11 +118,9 @@ std::optional<Quantity> Proposer::quantityOf(const las::HeaderItem &item) const
     const QStringList words = item.value.simplified().split(u' ');
     const std::optional<double> number = base::parseNumber(words.at(0));
     // "136 m" is a number with its unit, "21 23 06.314" is none.
-    if (!number || isNull(*number) || words.size() > 2
-        || (words.size() == 2 && base::parseNumber(words.at(1))))
+    if (!number || isNull(*number) || words.size() > 2 || (words.size() == 2 && base::parseNumber(words.at(1))))
         return std::nullopt;
-    return Quantity{item.mnemonic, item.unit.isEmpty() && words.size() == 2 ? words.at(1) : item.unit,
-                    *number};
+    return Quantity{item.mnemonic, item.unit.isEmpty() && words.size() == 2 ? words.at(1) : item.unit, *number};
 }
 
 std::optional<Quantity> Proposer::quantity(const QString &mnemonic) const
@@ -173,8 +170,7 @@ std::optional<Length> Proposer::length(const Quantity &quantity, double lowestM,
     const bool fromFeet = unit == LengthUnit::Foot;
     const double metres = fromFeet ? quantity.value * metresPerFoot : quantity.value;
     if (metres < lowestM || metres > highestM) {
-        note(
-            QStringLiteral("%1 is left out: %2 is not possible.").arg(quantity.mnemonic).arg(quantity.value));
+        note(QStringLiteral("%1 is left out: %2 is not possible.").arg(quantity.mnemonic).arg(quantity.value));
         return std::nullopt;
     }
     return Length{quantity.mnemonic, metres, fromFeet};
@@ -244,9 +240,8 @@ bool Proposer::coordinatesFromItems()
 bool Proposer::coordinatesFromLocation()
 {
     static const QRegularExpression twoNumbers(
-        QStringLiteral(
-            "^(?:X\\s*[=:]?\\s*)?([-+]?[0-9]+(?:\\.[0-9]*)?)(?:\\s*[,;]\\s*|\\s+)(?:Y\\s*[=:]?\\s*)?"
-            "([-+]?[0-9]+(?:\\.[0-9]*)?)$"),
+        QStringLiteral("^(?:X\\s*[=:]?\\s*)?([-+]?[0-9]+(?:\\.[0-9]*)?)(?:\\s*[,;]\\s*|\\s+)(?:Y\\s*[=:]?\\s*)?"
+                       "([-+]?[0-9]+(?:\\.[0-9]*)?)$"),
         QRegularExpression::CaseInsensitiveOption);
     for (const char *mnemonic : {"LOC", "LOC1", "LOC2"}) {
         const QRegularExpressionMatch match = twoNumbers.match(text(list(mnemonic)));
@@ -266,9 +261,8 @@ void Proposer::proposeCoordinates()
     if (coordinatesFromItems() || coordinatesFromLocation())
         return;
     const bool isGeographic = !text(list("LATI LAT LATITUDE")).isEmpty();
-    note(isGeographic
-             ? QStringLiteral("The header has latitude and longitude but no map coordinates; X and Y are 0.")
-             : QStringLiteral("The header has no map coordinates; X and Y are 0."));
+    note(isGeographic ? QStringLiteral("The header has latitude and longitude but no map coordinates; X and Y are 0.")
+                      : QStringLiteral("The header has no map coordinates; X and Y are 0."));
 }
 
 void Proposer::proposeElevations()
@@ -293,8 +287,7 @@ void Proposer::proposeElevations()
     if (!kb) {
         kb = firstLength(list("EDF DF ELEV_DF"), lowestLand, highestLand);
         if (kb)
-            note(QStringLiteral(
-                "There is no elevation of the kelly bushing; that of the derrick floor is used."));
+            note(QStringLiteral("There is no elevation of the kelly bushing; that of the derrick floor is used."));
     }
     m_proposal.kbM = useDepth(kb);
     if (!kb)

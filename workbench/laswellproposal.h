@@ -10,7 +10,8 @@ namespace workbench {
 
 /// What a new well of the survey may start with, as a LAS header tells it. Lengths are metres; 0 stands for
 /// what the header does not tell.
-struct WellProposal {
+struct WellProposal
+{
     QString file; ///< path of the LAS file
     QString name; ///< never empty but for a file without a name
     double x = 0; ///< surface coordinates
@@ -29,7 +30,6 @@ struct WellProposal {
 /// Name: WELL, else UWI, else the file's base name. Coordinates: X and Y, EASTING and NORTHING and the like,
 /// else two numbers in LOC. KB: EKB, KB and the like, a numeric LMF, EREF (unless DREF is the ground), ELEV,
 /// at last a derrick floor. Ground: EGL, GL and the like. Total depth: the largest of STOP, STRT, TD and TDD.
-WellProposal proposeWell(const QString &file, const las::Header &header,
-                         DepthUnit surveyUnit = DepthUnit::Metre);
+WellProposal proposeWell(const QString &file, const las::Header &header, DepthUnit surveyUnit = DepthUnit::Metre);
 
 } // namespace workbench

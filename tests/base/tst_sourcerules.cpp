@@ -249,8 +249,8 @@ void TestSourceRules::nothingReadsOrWritesNumbersByTheLocale()
 
 void TestSourceRules::fontsAreNotNamedByLiterals()
 {
-    for (const char *line : {"QFont f(QStringLiteral(\"\"), 14);", "QFont(QStringLiteral(\"\"))",
-                             "f.setFamily(QStringLiteral(\"\"))"})
+    for (const char *line :
+         {"QFont f(QStringLiteral(\"\"), 14);", "QFont(QStringLiteral(\"\"))", "f.setFamily(QStringLiteral(\"\"))"})
         QVERIFY2(fontOfALiteral.match(QString::fromLatin1(line)).hasMatch(), line);
     const QStringList found = linesMatching(m_sources, fontOfALiteral, {});
     QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));

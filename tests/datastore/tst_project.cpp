@@ -95,8 +95,8 @@ private slots:
     {
         files::write(m_host->survey + "/.survey", "dTect");
         openProject(*m_host, &m_project);
-        const QStringList expected {".survey",        "WLC/",          "WLC/Correlations/",     "WLC/CurveGroups/",
-                                    "WLC/DefaultLogs/", "WLC/Templates/", "WLC/Templates/Global/"};
+        const QStringList expected{".survey",          "WLC/",           "WLC/Correlations/",    "WLC/CurveGroups/",
+                                   "WLC/DefaultLogs/", "WLC/Templates/", "WLC/Templates/Global/"};
         QCOMPARE(QStringList(files::snapshot(m_host->survey).keys()), expected);
     }
 
@@ -104,12 +104,12 @@ private slots:
     {
         openProject(*m_host, &m_project);
         const QString wlc = m_host->survey + "/WLC";
-        const QStringList expected {wlc,
-                                    wlc + "/Correlations",
-                                    wlc + "/CurveGroups",
-                                    wlc + "/Templates",
-                                    wlc + "/DefaultLogs",
-                                    wlc + "/Templates/Global"};
+        const QStringList expected{wlc,
+                                   wlc + "/Correlations",
+                                   wlc + "/CurveGroups",
+                                   wlc + "/Templates",
+                                   wlc + "/DefaultLogs",
+                                   wlc + "/Templates/Global"};
         QCOMPARE(madeFolders, expected);
     }
 
@@ -117,7 +117,7 @@ private slots:
     {
         QTest::addColumn<QString>("refused");
         QTest::addColumn<QStringList>("made");
-        const QStringList all {"Correlations/", "CurveGroups/", "DefaultLogs/", "Templates/", "Templates/Global/"};
+        const QStringList all{"Correlations/", "CurveGroups/", "DefaultLogs/", "Templates/", "Templates/Global/"};
         const auto without = [all](const QString &start) {
             QStringList rest;
             for (const QString &folder : all)
@@ -145,7 +145,7 @@ private slots:
     void aProjectThatCannotBeMadeIsNamedAllTheSame()
     {
         refusedFolder = "/WLC";
-        m_project.globalTemplateNames = QStringList {"Old"};
+        m_project.globalTemplateNames = QStringList{"Old"};
         openProject(*m_host, &m_project);
         QVERIFY(files::snapshot(m_host->survey).isEmpty());
         QCOMPARE(m_project.projectFolder, m_host->survey + "/WLC");
@@ -178,16 +178,16 @@ private slots:
     void anExistingProjectIsTaken_data()
     {
         QTest::addColumn<QStringList>("folders");
-        QTest::newRow("empty") << QStringList {};
-        QTest::newRow("no DefaultLogs")
-            << QStringList {"Correlations", "CurveGroups", "Templates", "Templates/Global"};
-        QTest::newRow("no Global") << QStringList {"Correlations", "CurveGroups", "Templates", "DefaultLogs"};
+        QTest::newRow("empty") << QStringList{};
+        QTest::newRow("no DefaultLogs") << QStringList{"Correlations", "CurveGroups", "Templates",
+                                                       "Templates/Global"};
+        QTest::newRow("no Global") << QStringList{"Correlations", "CurveGroups", "Templates", "DefaultLogs"};
     }
 
     void anExistingProjectIsTaken()
     {
         QFETCH(QStringList, folders);
-        for (const QString &folder : QStringList {"."} + folders)
+        for (const QString &folder : QStringList{"."} + folders)
             QDir().mkpath(m_host->survey + "/WLC/" + folder);
         const auto before = files::snapshot(m_host->survey);
         openProject(*m_host, &m_project);
@@ -216,15 +216,15 @@ private slots:
         files::write(global + "/Default/Track_1.txt", "Linear");
         openProject(*m_host, &m_project);
         QCOMPARE(sorted(m_project.globalTemplateNames),
-                 (QStringList {"Default", "My template", QString::fromUtf8("قالب")}));
+                 (QStringList{"Default", "My template", QString::fromUtf8("قالب")}));
     }
 
     void globalTemplatesReplaceThoseOfTheLaunchBefore()
     {
         QDir().mkpath(m_host->survey + "/WLC/Templates/Global/New");
-        m_project.globalTemplateNames = QStringList {"Old", "New"};
+        m_project.globalTemplateNames = QStringList{"Old", "New"};
         openProject(*m_host, &m_project);
-        QCOMPARE(m_project.globalTemplateNames, QStringList {"New"});
+        QCOMPARE(m_project.globalTemplateNames, QStringList{"New"});
     }
 
     void globalTemplatesComeInTheOrderOfTheFolder()
@@ -248,7 +248,7 @@ private slots:
         QVERIFY(m_project.globalTemplateNames.isEmpty());
         Project next;
         openProject(*m_host, &next);
-        QCOMPARE(sorted(next.globalTemplateNames), (QStringList {"Default", "Simple"}));
+        QCOMPARE(sorted(next.globalTemplateNames), (QStringList{"Default", "Simple"}));
     }
 
     void openingAgainChangesNothing()

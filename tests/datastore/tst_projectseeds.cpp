@@ -91,7 +91,10 @@ Files seededSimple()
 
 Files emptyProject()
 {
-    return {{"Correlations/", ""}, {"CurveGroups/", ""}, {"DefaultLogs/", ""}, {"Templates/", ""},
+    return {{"Correlations/", ""},
+            {"CurveGroups/", ""},
+            {"DefaultLogs/", ""},
+            {"Templates/", ""},
             {"Templates/Global/", ""}};
 }
 
@@ -107,10 +110,27 @@ Files joined(std::initializer_list<Files> parts)
 // The groups in the order in which they are made.
 const QStringList &groupOrder()
 {
-    static const QStringList order {
-        "Depth", "Sonic", "Resistivity", "Gamma", "Sp", "Caliper", "Porosity", "Density", "Impedance", "Shale Volume",
-        "Effective Porosity", "Water Saturation", "Shear Modulus", "Lames Modulus", "Poisons Ratio", "Youngs Modulus",
-        "Overburden Pressure", "Pore Pressure", "Horizontal Stress", "Rock Strength", "Others"};
+    static const QStringList order{"Depth",
+                                   "Sonic",
+                                   "Resistivity",
+                                   "Gamma",
+                                   "Sp",
+                                   "Caliper",
+                                   "Porosity",
+                                   "Density",
+                                   "Impedance",
+                                   "Shale Volume",
+                                   "Effective Porosity",
+                                   "Water Saturation",
+                                   "Shear Modulus",
+                                   "Lames Modulus",
+                                   "Poisons Ratio",
+                                   "Youngs Modulus",
+                                   "Overburden Pressure",
+                                   "Pore Pressure",
+                                   "Horizontal Stress",
+                                   "Rock Strength",
+                                   "Others"};
     return order;
 }
 
@@ -237,7 +257,7 @@ private slots:
         QFETCH(QString, name);
         QDir().mkpath(m_project + "/Templates/Global/" + name);
         seedProject(m_project);
-        const Files folder {{"Templates/Global/" + name + '/', ""}};
+        const Files folder{{"Templates/Global/" + name + '/', ""}};
         const Files other = name == "Default" ? seededSimple() : seededDefault();
         QVERIFY(files::snapshot(m_project) == joined({emptyProject(), seededGroups(), folder, other}));
     }
@@ -246,7 +266,7 @@ private slots:
     {
         files::write(m_project + "/Templates/Global/Default", "a file");
         seedProject(m_project);
-        const Files file {{"Templates/Global/Default", "a file"}};
+        const Files file{{"Templates/Global/Default", "a file"}};
         QVERIFY(files::snapshot(m_project) == joined({emptyProject(), seededGroups(), file, seededSimple()}));
     }
 
@@ -451,8 +471,8 @@ private:
     // The test's folder with everything in it as a folder in which any user may write.
     void openToAll()
     {
-        for (const QString &path : {QString("."), QString("WLC"), QString("WLC/CurveGroups"), QString("WLC/Templates"),
-                                    QString("WLC/Templates/Global")})
+        for (const QString &path : {QString("."), QString("WLC"), QString("WLC/CurveGroups"),
+                                    QString("WLC/Templates"), QString("WLC/Templates/Global")})
             QVERIFY(QFile::setPermissions(m_folder->filePath(path), QFile::Permissions(0x7777)));
     }
 

@@ -11,7 +11,7 @@ private slots:
     {
         QTest::addColumn<QString>("unit");
         QTest::addColumn<QString>("group");
-        const QVector<QPair<const char *, const char *>> rows {
+        const QVector<QPair<const char *, const char *>> rows{
             // the table
             {"inches", "Caliper"},
             {"in", "Caliper"},

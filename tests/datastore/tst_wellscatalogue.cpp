@@ -25,7 +25,7 @@ host::WellHeader wellNamed(const QString &name)
 
 host::LogData logOf(const QString &name, const QString &unit, const QVector<float> &values)
 {
-    host::LogData log {name, unit, {}, values};
+    host::LogData log{name, unit, {}, values};
     for (int i = 0; i < values.size(); ++i)
         log.depths.append(100.0f + 0.5f * static_cast<float>(i));
     return log;
@@ -88,10 +88,10 @@ private slots:
         a->markers = {{"Zechstein", 10, Qt::red}, {"Base", 20, Qt::blue}, {"Anhydrite", 30, Qt::green}};
         m_catalogue->build();
         QCOMPARE(m_catalogue->wellCount(), 2);
-        QCOMPARE(m_catalogue->wellNames(), (QStringList {"alpha", "Beta"}));
-        QCOMPARE(m_catalogue->logNames(0), (QStringList {"ZZ", "AA"}));
-        QCOMPARE(m_catalogue->logNames(1), (QStringList {"RHOB", "GR", "DT"}));
-        QCOMPARE(m_catalogue->markerNames(0), (QStringList {"Zechstein", "Base", "Anhydrite"}));
+        QCOMPARE(m_catalogue->wellNames(), (QStringList{"alpha", "Beta"}));
+        QCOMPARE(m_catalogue->logNames(0), (QStringList{"ZZ", "AA"}));
+        QCOMPARE(m_catalogue->logNames(1), (QStringList{"RHOB", "GR", "DT"}));
+        QCOMPARE(m_catalogue->markerNames(0), (QStringList{"Zechstein", "Base", "Anhydrite"}));
         QVERIFY(m_catalogue->markerNames(1).isEmpty());
         QCOMPARE(m_catalogue->wellKey(0), keyOf("alpha"));
         QCOMPARE(m_catalogue->wellKey(1), keyOf("Beta"));
@@ -131,8 +131,8 @@ private slots:
         m_host->storedWells.clear();
         add("B")->logs = {logOf("DT", "us/ft", {1})};
         m_catalogue->build();
-        QCOMPARE(m_catalogue->wellNames(), QStringList {"B"});
-        QCOMPARE(m_catalogue->logNames(0), QStringList {"DT"});
+        QCOMPARE(m_catalogue->wellNames(), QStringList{"B"});
+        QCOMPARE(m_catalogue->logNames(0), QStringList{"DT"});
         QCOMPARE(m_catalogue->indexOf("A"), -1);
         QCOMPARE(m_catalogue->indexOf("B"), 0);
     }
@@ -154,14 +154,14 @@ private slots:
         QCOMPARE(box.icon, base::BoxIcon::Warning);
         QCOMPARE(box.title, QString("Reading Wells Data"));
         QCOMPARE(box.text, warningText("B <i>bad</i> %1 %2"));
-        QCOMPARE(box.buttons, QVector<base::BoxButton> {base::BoxButton::Ok});
+        QCOMPARE(box.buttons, QVector<base::BoxButton>{base::BoxButton::Ok});
 
-        QCOMPARE(m_catalogue->wellNames(), (QStringList {"A", "B <i>bad</i> %1 %2", "C"}));
-        QCOMPARE(m_catalogue->logNames(0), QStringList {"GR"});
+        QCOMPARE(m_catalogue->wellNames(), (QStringList{"A", "B <i>bad</i> %1 %2", "C"}));
+        QCOMPARE(m_catalogue->logNames(0), QStringList{"GR"});
         QVERIFY(m_catalogue->logNames(1).isEmpty());
         QVERIFY(m_catalogue->markerNames(1).isEmpty());
-        QCOMPARE(m_catalogue->logNames(2), QStringList {"DT"});
-        QCOMPARE(m_catalogue->markerNames(2), QStringList {"Top"});
+        QCOMPARE(m_catalogue->logNames(2), QStringList{"DT"});
+        QCOMPARE(m_catalogue->markerNames(2), QStringList{"Top"});
         QVERIFY(m_host->errors.isEmpty());
     }
 
@@ -193,12 +193,12 @@ private slots:
         add("A")->logs = {logOf("GR", "api", {1})};
         add("B")->isUnreadable = true;
         catalogue.build();
-        QCOMPARE(seen, QVector<QStringList> {QStringList()});
+        QCOMPARE(seen, QVector<QStringList>{QStringList()});
         add("C")->isUnreadable = true;
         at("B")->isUnreadable = false;
         catalogue.build();
-        QCOMPARE(seen.last(), (QStringList {"A", "B"}));
-        QCOMPARE(catalogue.wellNames(), (QStringList {"A", "B", "C"}));
+        QCOMPARE(seen.last(), (QStringList{"A", "B"}));
+        QCOMPARE(catalogue.wellNames(), (QStringList{"A", "B", "C"}));
         expectSilence();
     }
 
@@ -213,10 +213,10 @@ private slots:
         well->markers = {{marker, 12, Qt::red}};
         add(arabic);
         m_catalogue->build();
-        QCOMPARE(m_catalogue->wellNames(), (QStringList {arabic, chinese}));
-        QCOMPARE(m_catalogue->logNames(1), QStringList {log});
-        QCOMPARE(m_catalogue->markerNames(1), QStringList {marker});
-        QCOMPARE(m_catalogue->curve(chinese, log).values, QVector<double> {7});
+        QCOMPARE(m_catalogue->wellNames(), (QStringList{arabic, chinese}));
+        QCOMPARE(m_catalogue->logNames(1), QStringList{log});
+        QCOMPARE(m_catalogue->markerNames(1), QStringList{marker});
+        QCOMPARE(m_catalogue->curve(chinese, log).values, QVector<double>{7});
         QCOMPARE(m_catalogue->markers(chinese).first().name, marker);
         QCOMPARE(m_catalogue->wellRecord(arabic).wellName, arabic);
     }
@@ -231,16 +231,16 @@ private slots:
         second->header.x = 2;
         second->logs = {logOf("GR", "api", {2}), logOf("DT", "us/ft", {2})};
         m_catalogue->build();
-        QCOMPARE(m_catalogue->wellNames(), (QStringList {"Twin", "Twin"}));
+        QCOMPARE(m_catalogue->wellNames(), (QStringList{"Twin", "Twin"}));
         QCOMPARE(m_catalogue->indexOf("Twin"), 0);
         QCOMPARE(m_catalogue->wellRecord("Twin").x, 1.0);
         QCOMPARE(m_catalogue->wellRecord(1).x, 2.0);
-        QCOMPARE(m_catalogue->curve("Twin", "GR").values, QVector<double> {1});
+        QCOMPARE(m_catalogue->curve("Twin", "GR").values, QVector<double>{1});
         QVERIFY(m_catalogue->curve("Twin", "DT").values.isEmpty());
-        QCOMPARE(m_catalogue->curve(1, 1).values, QVector<double> {2});
+        QCOMPARE(m_catalogue->curve(1, 1).values, QVector<double>{2});
         QCOMPARE(m_catalogue->markers("Twin").size(), 1);
         QVERIFY(m_catalogue->markers(1).isEmpty());
-        QCOMPARE(m_catalogue->refreshLogNames("Twin"), QStringList {"GR"});
+        QCOMPARE(m_catalogue->refreshLogNames("Twin"), QStringList{"GR"});
     }
 
     void namesAreComparedExactly()
@@ -258,8 +258,8 @@ private slots:
         add("B");
         m_catalogue->build();
         add("A");
-        QCOMPARE(m_catalogue->readWellNames(), (QStringList {"A", "B"}));
-        QCOMPARE(m_catalogue->wellNames(), QStringList {"B"});
+        QCOMPARE(m_catalogue->readWellNames(), (QStringList{"A", "B"}));
+        QCOMPARE(m_catalogue->wellNames(), QStringList{"B"});
     }
 
     // ---- log and marker names
@@ -271,10 +271,10 @@ private slots:
         m_catalogue->build();
         at("A")->logs.append(logOf("NEW", "", {1}));
         at("B")->logs.append(logOf("UNSEEN", "", {1}));
-        QCOMPARE(m_catalogue->refreshLogNames(0), (QStringList {"GR", "NEW"}));
-        QCOMPARE(m_catalogue->logNames(0), (QStringList {"GR", "NEW"}));
-        QCOMPARE(m_catalogue->logNames(1), QStringList {"DT"});
-        QCOMPARE(m_catalogue->refreshLogNames("B"), (QStringList {"DT", "UNSEEN"}));
+        QCOMPARE(m_catalogue->refreshLogNames(0), (QStringList{"GR", "NEW"}));
+        QCOMPARE(m_catalogue->logNames(0), (QStringList{"GR", "NEW"}));
+        QCOMPARE(m_catalogue->logNames(1), QStringList{"DT"});
+        QCOMPARE(m_catalogue->refreshLogNames("B"), (QStringList{"DT", "UNSEEN"}));
         expectSilence();
     }
 
@@ -284,9 +284,9 @@ private slots:
         add("B");
         m_catalogue->build();
         at("A")->markers = {{"Other", 1, Qt::red}, {"Base", 2, Qt::red}};
-        QCOMPARE(m_catalogue->markerNames(0), QStringList {"Top"});
-        QCOMPARE(m_catalogue->refreshMarkerNames(0), (QStringList {"Other", "Base"}));
-        QCOMPARE(m_catalogue->markerNames(0), (QStringList {"Other", "Base"}));
+        QCOMPARE(m_catalogue->markerNames(0), QStringList{"Top"});
+        QCOMPARE(m_catalogue->refreshMarkerNames(0), (QStringList{"Other", "Base"}));
+        QCOMPARE(m_catalogue->markerNames(0), (QStringList{"Other", "Base"}));
         QVERIFY(m_catalogue->refreshMarkerNames("B").isEmpty());
         expectSilence();
     }
@@ -322,7 +322,7 @@ private slots:
         expectError(groupError);
         QCOMPARE(m_catalogue->curveGroup("Gone", "GR"), QString("Others"));
         expectError(groupError);
-        QCOMPARE(m_catalogue->curveGroups(0), QStringList {"Others"});
+        QCOMPARE(m_catalogue->curveGroups(0), QStringList{"Others"});
         expectError(groupError);
         const LogCurveData curve = m_catalogue->curve("Gone", "GR");
         expectError(selectedWellError);
@@ -345,8 +345,8 @@ private slots:
         expectError("Cannot get data for this well : Gone");
 
         // The lists stay as they were: nothing else in the plug-in loses its place.
-        QCOMPARE(m_catalogue->logNames(0), QStringList {"GR"});
-        QCOMPARE(m_catalogue->markerNames(0), QStringList {"Top"});
+        QCOMPARE(m_catalogue->logNames(0), QStringList{"GR"});
+        QCOMPARE(m_catalogue->markerNames(0), QStringList{"Top"});
         expectSilence();
     }
 
@@ -400,10 +400,10 @@ private slots:
 
     void curveGroupsFollowTheUnits()
     {
-        add("A")->logs = {logOf("CAL", "in", {1}), logOf("GR", "gAPI", {1}), logOf("RES", "OHMM", {1}),
-                          logOf("ODD", "ohmMeter", {1}), logOf("NONE", "", {1}), logOf("DEPT", "M", {1})};
+        add("A")->logs = {logOf("CAL", "in", {1}),       logOf("GR", "gAPI", {1}), logOf("RES", "OHMM", {1}),
+                          logOf("ODD", "ohmMeter", {1}), logOf("NONE", "", {1}),   logOf("DEPT", "M", {1})};
         m_catalogue->build();
-        const QStringList expected {"Caliper", "Gamma", "Resistivity", "Others", "Others", "Depth"};
+        const QStringList expected{"Caliper", "Gamma", "Resistivity", "Others", "Others", "Depth"};
         QCOMPARE(m_catalogue->curveGroups(0), expected);
         for (int log = 0; log < expected.size(); ++log)
             QCOMPARE(m_catalogue->curveGroup(0, log), expected.at(log));
@@ -428,7 +428,7 @@ private slots:
         add("A")->logs = {logOf("GR", "gapi", {1}), logOf("DT", "us/ft", {1})};
         m_catalogue->build();
         at("A")->logs = {logOf("DT", "us/ft", {1}), logOf("NEW", "ohmm", {1}), logOf("GR", "gapi", {1})};
-        QCOMPARE(m_catalogue->curveGroups(0), (QStringList {"Gamma", "Sonic"}));
+        QCOMPARE(m_catalogue->curveGroups(0), (QStringList{"Gamma", "Sonic"}));
     }
 
     void logsOfOneNameHaveEachTheirOwnGroup()
@@ -485,9 +485,9 @@ private slots:
             QCOMPARE(curve.source, QString("Read from OD"));
             QCOMPARE(curve.nullValue, -999.25);
             QCOMPARE(curve.isLogarithmic, 0);
-            const QVector<double> depths {10.5, static_cast<double>(11.1f), 13};
+            const QVector<double> depths{10.5, static_cast<double>(11.1f), 13};
             QVERIFY(curve.depths == depths); // to the last bit
-            const QVector<double> values {75.25, static_cast<double>(0.1f), 140};
+            const QVector<double> values{75.25, static_cast<double>(0.1f), 140};
             QVERIFY(curve.values == values);
             QCOMPARE(curve.minimum, static_cast<double>(0.1f));
             QCOMPARE(curve.maximum, 140.0);
@@ -504,11 +504,16 @@ private slots:
         QTest::addColumn<QString>("unit");
         QTest::addColumn<QString>("group");
         QTest::addColumn<int>("logarithmic");
-        QTest::newRow("ohmm") << "ohmm" << "Resistivity" << 1;
-        QTest::newRow("OHMM") << "OHMM" << "Resistivity" << 1;
-        QTest::newRow("ohmMeter") << "ohmMeter" << "Others" << 0;
-        QTest::newRow("mv") << "mV" << "Sp" << 0;
-        QTest::newRow("none") << "" << "Others" << 0;
+        QTest::newRow("ohmm") << "ohmm"
+                              << "Resistivity" << 1;
+        QTest::newRow("OHMM") << "OHMM"
+                              << "Resistivity" << 1;
+        QTest::newRow("ohmMeter") << "ohmMeter"
+                                  << "Others" << 0;
+        QTest::newRow("mv") << "mV"
+                            << "Sp" << 0;
+        QTest::newRow("none") << ""
+                              << "Others" << 0;
     }
 
     void onlyTheResistivityGroupIsLogarithmic()
@@ -530,21 +535,21 @@ private slots:
         QTest::addColumn<double>("maximum");
         using Stored = QVector<float>;
         using Values = QVector<double>;
-        QTest::newRow("plain") << Stored {3, 1, 2} << Values {3, 1, 2} << 1.0 << 3.0;
-        QTest::newRow("one sample") << Stored {5} << Values {5} << 5.0 << 5.0;
-        QTest::newRow("empty") << Stored {} << Values {} << 999.25 << -999.25;
-        QTest::newRow("all undefined") << Stored {undefined, undefined} << nulls(2) << 999.25 << -999.25;
+        QTest::newRow("plain") << Stored{3, 1, 2} << Values{3, 1, 2} << 1.0 << 3.0;
+        QTest::newRow("one sample") << Stored{5} << Values{5} << 5.0 << 5.0;
+        QTest::newRow("empty") << Stored{} << Values{} << 999.25 << -999.25;
+        QTest::newRow("all undefined") << Stored{undefined, undefined} << nulls(2) << 999.25 << -999.25;
         QTest::newRow("near the undefined value")
-            << Stored {1.000001e30f, 0.999999e30f} << nulls(2) << 999.25 << -999.25;
-        QTest::newRow("undefined between") << Stored {2, undefined, 4} << Values {2, -999.25, 4} << 2.0 << 4.0;
-        QTest::newRow("the null value itself") << Stored {-999.25f, 4} << Values {-999.25, 4} << 4.0 << 4.0;
-        QTest::newRow("all above 999.25") << Stored {1000, 2000} << Values {1000, 2000} << 999.25 << 2000.0;
-        QTest::newRow("at 999.25") << Stored {999.25f} << Values {999.25} << 999.25 << 999.25;
-        QTest::newRow("all below -999.25") << Stored {-1000, -2000} << Values {-1000, -2000} << -2000.0 << -999.25;
-        QTest::newRow("wide") << Stored {-5000, 5000} << Values {-5000, 5000} << -5000.0 << 5000.0;
-        QTest::newRow("zero") << Stored {0, 0} << Values {0, 0} << 0.0 << 0.0;
-        QTest::newRow("very large") << Stored {1e29f, -1e29f}
-                                    << Values {static_cast<double>(1e29f), static_cast<double>(-1e29f)}
+            << Stored{1.000001e30f, 0.999999e30f} << nulls(2) << 999.25 << -999.25;
+        QTest::newRow("undefined between") << Stored{2, undefined, 4} << Values{2, -999.25, 4} << 2.0 << 4.0;
+        QTest::newRow("the null value itself") << Stored{-999.25f, 4} << Values{-999.25, 4} << 4.0 << 4.0;
+        QTest::newRow("all above 999.25") << Stored{1000, 2000} << Values{1000, 2000} << 999.25 << 2000.0;
+        QTest::newRow("at 999.25") << Stored{999.25f} << Values{999.25} << 999.25 << 999.25;
+        QTest::newRow("all below -999.25") << Stored{-1000, -2000} << Values{-1000, -2000} << -2000.0 << -999.25;
+        QTest::newRow("wide") << Stored{-5000, 5000} << Values{-5000, 5000} << -5000.0 << 5000.0;
+        QTest::newRow("zero") << Stored{0, 0} << Values{0, 0} << 0.0 << 0.0;
+        QTest::newRow("very large") << Stored{1e29f, -1e29f}
+                                    << Values{static_cast<double>(1e29f), static_cast<double>(-1e29f)}
                                     << static_cast<double>(-1e29f) << static_cast<double>(1e29f);
     }
 
@@ -590,15 +595,15 @@ private slots:
     {
         add("A")->logs = {{"X", "", {30, 10, 10, -5}, {1, 2, 3, 4}}};
         m_catalogue->build();
-        QVERIFY(m_catalogue->curve("A", "X").depths == (QVector<double> {30, 10, 10, -5}));
+        QVERIFY(m_catalogue->curve("A", "X").depths == (QVector<double>{30, 10, 10, -5}));
     }
 
     void arraysOfUnequalLengthGiveTheCommonPart()
     {
         add("A")->logs = {{"X", "", {1, 2, 3}, {10, 20}}, {"Y", "", {1}, {10, 20}}};
         m_catalogue->build();
-        QVERIFY(m_catalogue->curve("A", "X").depths == (QVector<double> {1, 2}));
-        QVERIFY(m_catalogue->curve("A", "Y").values == QVector<double> {10});
+        QVERIFY(m_catalogue->curve("A", "X").depths == (QVector<double>{1, 2}));
+        QVERIFY(m_catalogue->curve("A", "Y").values == QVector<double>{10});
         QCOMPARE(m_catalogue->curve("A", "Y").maximum, 10.0);
     }
 
@@ -606,9 +611,12 @@ private slots:
     {
         QTest::addColumn<QString>("well");
         QTest::addColumn<QString>("log");
-        QTest::newRow("well") << "Nobody" << "GR";
-        QTest::newRow("log") << "A" << "NOTHING";
-        QTest::newRow("empty names") << "" << "";
+        QTest::newRow("well") << "Nobody"
+                              << "GR";
+        QTest::newRow("log") << "A"
+                             << "NOTHING";
+        QTest::newRow("empty names") << ""
+                                     << "";
     }
 
     void aMissingWellOrLogGivesARecordWithoutSamples()
@@ -644,9 +652,9 @@ private slots:
         add("A")->logs = {logOf("GR", "gapi", {1}), logOf("DT", "us/ft", {2}), logOf("RT", "ohmm", {3})};
         m_catalogue->build();
         at("A")->logs = {logOf("RT", "ohmm", {3}), logOf("GR", "gapi", {1}), logOf("DT", "us/ft", {2})};
-        QCOMPARE(m_catalogue->curve("A", "GR").values, QVector<double> {1});
-        QCOMPARE(m_catalogue->curve("A", "DT").values, QVector<double> {2});
-        QCOMPARE(m_catalogue->curve(0, 2).values, QVector<double> {3});
+        QCOMPARE(m_catalogue->curve("A", "GR").values, QVector<double>{1});
+        QCOMPARE(m_catalogue->curve("A", "DT").values, QVector<double>{2});
+        QCOMPARE(m_catalogue->curve(0, 2).values, QVector<double>{3});
         QCOMPARE(m_catalogue->curve(0, 2).curveGroup, QString("Resistivity"));
         expectSilence();
     }
@@ -656,7 +664,7 @@ private slots:
         add("A")->logs = {logOf("GR", "gapi", {1}), logOf("DT", "us/ft", {2})};
         m_catalogue->build();
         at("A")->logs.removeFirst();
-        QCOMPARE(m_catalogue->curve("A", "DT").values, QVector<double> {2});
+        QCOMPARE(m_catalogue->curve("A", "DT").values, QVector<double>{2});
         expectSilence();
     }
 
@@ -674,7 +682,7 @@ private slots:
         QVERIFY(m_catalogue->curve("A", "GR_old").values.isEmpty()); // not in the catalogue yet
         expectSilence();
         m_catalogue->refreshLogNames(0);
-        QCOMPARE(m_catalogue->curve("A", "GR_old").values, QVector<double> {1});
+        QCOMPARE(m_catalogue->curve("A", "GR_old").values, QVector<double>{1});
     }
 
     // ---- markers
@@ -710,7 +718,8 @@ private slots:
 
     void markersAreThoseOfTheCatalogueInItsOrder()
     {
-        add("A")->markers = {{"Top", 10, QColor(1, 2, 3)}, {"Mid", 20, QColor(4, 5, 6)}, {"Base", 30, QColor(7, 8, 9)}};
+        add("A")->markers = {
+            {"Top", 10, QColor(1, 2, 3)}, {"Mid", 20, QColor(4, 5, 6)}, {"Base", 30, QColor(7, 8, 9)}};
         m_catalogue->build();
         at("A")->markers = {{"Base", 31, QColor(70, 80, 90)}, {"New", 40, Qt::red}, {"Top", 11, QColor(10, 20, 30)}};
         const QVector<WellMarker> markers = m_catalogue->markers("A");
@@ -815,7 +824,7 @@ private:
 
     void expectError(const QString &text)
     {
-        QCOMPARE(m_host->errors, QStringList {text});
+        QCOMPARE(m_host->errors, QStringList{text});
         QVERIFY(m_asker.boxes.isEmpty());
         m_host->errors.clear();
     }

@@ -7,7 +7,8 @@
 using namespace demo;
 
 /// Checks the synthetic field: that it is always the same, consistent in itself and like real logs.
-class TestDemoField : public QObject {
+class TestDemoField : public QObject
+{
     Q_OBJECT
 
 private slots:
@@ -91,8 +92,7 @@ static bool inReservoir(const Well &well, int sample)
 
 static bool isCleanSand(const Well &well, int sample)
 {
-    return valuesOf(well, "VSH_log").at(sample) < 0.3
-        && valuesOf(well, "PHIE_log").at(sample) > 0.14;
+    return valuesOf(well, "VSH_log").at(sample) < 0.3 && valuesOf(well, "PHIE_log").at(sample) > 0.14;
 }
 
 const Well &TestDemoField::well(const QString &name) const
@@ -138,9 +138,7 @@ void TestDemoField::hasSixWells()
         QVERIFY(well.depthsM.size() > 11000);
         QVERIFY(QStringList({"Oil", "Gas", ""}).contains(well.type));
     }
-    QCOMPARE(
-        names,
-        QStringList({"Aldra-1", "Aldra-2", "Aldra-3 A", "Brisk-1", "Brisk-2", "Corrin-1 Deep"}));
+    QCOMPARE(names, QStringList({"Aldra-1", "Aldra-2", "Aldra-3 A", "Brisk-1", "Brisk-2", "Corrin-1 Deep"}));
     QVERIFY(well("Corrin-1 Deep").totalDepthM > 3200);
 }
 
@@ -181,9 +179,8 @@ void TestDemoField::oneTopIsMissing()
 
 void TestDemoField::curvesMatchDepths()
 {
-    const QStringList mnemonics{"GR",  "SP",   "CALI",    "BS",       "LLD",
-                                "LLS", "MSFL", "RHOB",    "DRHO",     "NPHI",
-                                "DT",  "PEF",  "VSH_log", "PHIE_log", "WS_log"};
+    const QStringList mnemonics{"GR",   "SP",   "CALI", "BS",  "LLD",     "LLS",      "MSFL",  "RHOB",
+                                "DRHO", "NPHI", "DT",   "PEF", "VSH_log", "PHIE_log", "WS_log"};
     const QStringList units{"gapi", "mv",  "in",    "in",  "ohmm", "ohmm", "ohmm", "g/cc",
                             "g/cc", "v/v", "us/ft", "b/e", "v/v",  "v/v",  "v/v"};
     for (const Well &well : qAsConst(m_field.wells)) {
@@ -243,8 +240,7 @@ void TestDemoField::logsHaveGaps()
     }
     const Well &gappy = well("Aldra-2");
     QCOMPARE(mean(gappy, "NPHI", 2320, 2330), nullValue);
-    QVERIFY(isPresent(mean(gappy, "NPHI", 2300, 2315))
-            && isPresent(mean(gappy, "NPHI", 2340, 2350)));
+    QVERIFY(isPresent(mean(gappy, "NPHI", 2300, 2315)) && isPresent(mean(gappy, "NPHI", 2340, 2350)));
 }
 
 void TestDemoField::gasShowsCrossover()
@@ -256,8 +252,8 @@ void TestDemoField::gasShowsCrossover()
         for (int i = 0; i < gasWell.depthsM.size(); ++i) {
             const double depthM = depthBelowDatum(gasWell, gasWell.depthsM.at(i));
             // The shaly top of the sand and the last metre above the oil show less of it.
-            if (!inReservoir(gasWell, i) || !isCleanSand(gasWell, i)
-                || valuesOf(gasWell, "VSH_log").at(i) > 0.2 || depthM > m_field.gasOilContactM - 1)
+            if (!inReservoir(gasWell, i) || !isCleanSand(gasWell, i) || valuesOf(gasWell, "VSH_log").at(i) > 0.2
+                || depthM > m_field.gasOilContactM - 1)
                 continue;
             ++gasSamples;
             crossed += crossover(gasWell, i) > 0.06 && valuesOf(gasWell, "LLD").at(i) > 15 ? 1 : 0;
@@ -285,13 +281,10 @@ void TestDemoField::contactsAreFlat()
         if (oilWell.name == "Brisk-1")
             QCOMPARE(lowestGasM, 0.0);
         else
-            QVERIFY2(qAbs(lowestGasM - m_field.gasOilContactM) < 1.5,
-                     qPrintable(QString::number(lowestGasM)));
+            QVERIFY2(qAbs(lowestGasM - m_field.gasOilContactM) < 1.5, qPrintable(QString::number(lowestGasM)));
         // Capillary water rises above the contact, never the other way round.
-        QVERIFY2(lowestOilM > m_field.oilWaterContactM - 5.0,
-                 qPrintable(QString::number(lowestOilM)));
-        QVERIFY2(lowestOilM < m_field.oilWaterContactM + 0.8,
-                 qPrintable(QString::number(lowestOilM)));
+        QVERIFY2(lowestOilM > m_field.oilWaterContactM - 5.0, qPrintable(QString::number(lowestOilM)));
+        QVERIFY2(lowestOilM < m_field.oilWaterContactM + 0.8, qPrintable(QString::number(lowestOilM)));
     }
 }
 
@@ -300,8 +293,7 @@ void TestDemoField::wetWellsAreWet()
     for (const char *name : {"Brisk-2", "Corrin-1 Deep"}) {
         const Well &wetWell = well(name);
         QCOMPARE(wetWell.type, QString());
-        QVERIFY(depthBelowDatum(wetWell, topOf(wetWell, "Kestrane Upper Sst"))
-                > m_field.oilWaterContactM);
+        QVERIFY(depthBelowDatum(wetWell, topOf(wetWell, "Kestrane Upper Sst")) > m_field.oilWaterContactM);
         const double lowerM = topOf(wetWell, "Kestrane Lower Sst");
         QVERIFY(mean(wetWell, "LLD", lowerM, topOf(wetWell, "Thessane Mudstone")) < 3.0);
         QVERIFY(mean(wetWell, "WS_log", lowerM, topOf(wetWell, "Thessane Mudstone")) > 0.9);
@@ -313,16 +305,12 @@ void TestDemoField::invasionSeparatesResistivities()
     const Well &oilWell = well("Brisk-1");
     const double contactM = measuredDepth(oilWell, m_field.oilWaterContactM);
     const double oilTopM = contactM - 20;
-    QVERIFY(mean(oilWell, "LLD", oilTopM, contactM - 8)
-            > 1.3 * mean(oilWell, "LLS", oilTopM, contactM - 8));
-    QVERIFY(mean(oilWell, "LLS", oilTopM, contactM - 8)
-            > 1.3 * mean(oilWell, "MSFL", oilTopM, contactM - 8));
+    QVERIFY(mean(oilWell, "LLD", oilTopM, contactM - 8) > 1.3 * mean(oilWell, "LLS", oilTopM, contactM - 8));
+    QVERIFY(mean(oilWell, "LLS", oilTopM, contactM - 8) > 1.3 * mean(oilWell, "MSFL", oilTopM, contactM - 8));
     // Fresh filtrate turns the order round in the water leg.
     const double waterM = contactM + 8;
-    QVERIFY(mean(oilWell, "LLD", contactM + 1, waterM)
-            < 0.9 * mean(oilWell, "LLS", contactM + 1, waterM));
-    QVERIFY(mean(oilWell, "LLS", contactM + 1, waterM)
-            < 0.9 * mean(oilWell, "MSFL", contactM + 1, waterM));
+    QVERIFY(mean(oilWell, "LLD", contactM + 1, waterM) < 0.9 * mean(oilWell, "LLS", contactM + 1, waterM));
+    QVERIFY(mean(oilWell, "LLS", contactM + 1, waterM) < 0.9 * mean(oilWell, "MSFL", contactM + 1, waterM));
 }
 
 void TestDemoField::shaleCompacts()
@@ -330,10 +318,8 @@ void TestDemoField::shaleCompacts()
     for (const Well &well : qAsConst(m_field.wells)) {
         const double shallowM = topOf(well, "Quillane Shale");
         const double deepM = topOf(well, "Noctel Shale") - 80.0;
-        QVERIFY(mean(well, "DT", shallowM, shallowM + 80)
-                > mean(well, "DT", deepM, deepM + 75) + 8.0);
-        QVERIFY(mean(well, "RHOB", shallowM, shallowM + 80)
-                < mean(well, "RHOB", deepM, deepM + 75) - 0.04);
+        QVERIFY(mean(well, "DT", shallowM, shallowM + 80) > mean(well, "DT", deepM, deepM + 75) + 8.0);
+        QVERIFY(mean(well, "RHOB", shallowM, shallowM + 80) < mean(well, "RHOB", deepM, deepM + 75) - 0.04);
     }
 }
 
@@ -361,8 +347,7 @@ void TestDemoField::washOutSpoilsDensity()
 
 void TestDemoField::perforationsAreInTheirFluid()
 {
-    const QStringList allowed{"Oil",     "Gas",       "Water",     "Dry",
-                              "Oil-Gas", "Oil-Water", "Gas-Water", "Not Tested"};
+    const QStringList allowed{"Oil", "Gas", "Water", "Dry", "Oil-Gas", "Oil-Water", "Gas-Water", "Not Tested"};
     int hydrocarbons = 0;
     for (const Well &well : qAsConst(m_field.wells)) {
         QVERIFY(!well.perforations.isEmpty());
@@ -443,8 +428,7 @@ void TestDemoField::lasReadsBack()
                 const int row = depths.size();
                 depths.append(tokens.first().toDouble());
                 for (int i = 0; i < well.curves.size(); ++i)
-                    QVERIFY(qAbs(tokens.at(i + 1).toDouble() - well.curves.at(i).values.at(row))
-                            < 1.0e-6);
+                    QVERIFY(qAbs(tokens.at(i + 1).toDouble() - well.curves.at(i).values.at(row)) < 1.0e-6);
             }
         }
         QCOMPARE(curves.size(), well.curves.size() + 1);
@@ -478,8 +462,7 @@ void TestDemoField::textsHaveTheirColumns()
     };
     const Well &cored = well("Aldra-1");
     check(topsText(cored), "Name\tDepth", cored.tops.size());
-    check(perforationsText(cored), "Name\tStart Depth\tEnd Depth\tZone Type",
-          cored.perforations.size());
+    check(perforationsText(cored), "Name\tStart Depth\tEnd Depth\tZone Type", cored.perforations.size());
     const CalibrationSet &core = cored.calibrations.first();
     check(calibrationText(core), "Depth\tValue", core.points.size());
 }

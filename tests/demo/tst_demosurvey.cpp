@@ -31,8 +31,9 @@ private slots:
     {
         QVERIFY(workbench::isSurveyFolder(m_survey));
         QVERIFY(QFileInfo::exists(m_folder.filePath(QStringLiteral("root/.omf"))));
-        QCOMPARE(QDir(m_folder.filePath(QStringLiteral("root"))).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-                 (QStringList {QStringLiteral(".omf"), QStringLiteral("Demo")}));
+        QCOMPARE(QDir(m_folder.filePath(QStringLiteral("root")))
+                     .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                 (QStringList{QStringLiteral(".omf"), QStringLiteral("Demo")}));
     }
 
     void wellsLogsAndMarkersAreThoseOfTheField()
@@ -112,7 +113,7 @@ private slots:
         openProjectFolder(m_survey, &project);
         project.globalTemplateNames.sort(); // they come as the folder is read
         QCOMPARE(project.globalTemplateNames,
-                 (QStringList {QStringLiteral("Default"), QStringLiteral("Petrophysics"), QStringLiteral("Simple")}));
+                 (QStringList{QStringLiteral("Default"), QStringLiteral("Petrophysics"), QStringLiteral("Simple")}));
     }
 
     void theDemosTemplateShowsWhatTheWellsHave()
@@ -139,8 +140,8 @@ private slots:
 
     void theFileInFeetIsThereAndNotImported()
     {
-        const QStringList feet
-            = QDir(m_survey + QStringLiteral("/Import")).entryList({QStringLiteral("*_feet.las")}, QDir::Files);
+        const QStringList feet =
+            QDir(m_survey + QStringLiteral("/Import")).entryList({QStringLiteral("*_feet.las")}, QDir::Files);
         QCOMPARE(feet.size(), 1);
         QVERIFY(files::read(m_survey + QStringLiteral("/Import/") + feet.first()).contains("STRT.F"));
     }

@@ -169,14 +169,14 @@ private slots:
         QVERIFY(record);
         for (int i = 0; i < 3; ++i)
             QCOMPARE(info(), record);
-        QVERIFY(menuTexts() == QStringList {"Own entry"}); // describing installs nothing
+        QVERIFY(menuTexts() == QStringList{"Own entry"}); // describing installs nothing
         QVERIFY(library.unload());
     }
 
     void theActionIsLastInTheMenu()
     {
         loadPlugin();
-        QCOMPARE(menuTexts(), (QStringList {"Own entry", actionText}));
+        QCOMPARE(menuTexts(), (QStringList{"Own entry", actionText}));
         QVERIFY(!m_menu->actions().last()->icon().isNull());
     }
 
@@ -200,7 +200,7 @@ private slots:
         QVERIFY(window);
         for (int i = 0; i < 3; ++i)
             QVERIFY(init() == nullptr);
-        QCOMPARE(menuTexts(), (QStringList {"Own entry", actionText}));
+        QCOMPARE(menuTexts(), (QStringList{"Own entry", actionText}));
         QVERIFY2(action && window, "the manager is the one there was");
         library.unload();
     }
@@ -212,10 +212,10 @@ private slots:
         QVERIFY(init);
         lorvaSetWorkbenchHost(nullptr);
         QCOMPARE(QString::fromUtf8(init()), QString("Cannot instantiate LORVA OS plugin"));
-        QCOMPARE(menuTexts(), QStringList {"Own entry"});
+        QCOMPARE(menuTexts(), QStringList{"Own entry"});
         lorvaSetWorkbenchHost(m_host.get());
         QVERIFY(init() == nullptr); // a later call may succeed
-        QCOMPARE(menuTexts(), (QStringList {"Own entry", actionText}));
+        QCOMPARE(menuTexts(), (QStringList{"Own entry", actionText}));
         QVERIFY(library.unload());
     }
 
@@ -229,10 +229,11 @@ private slots:
         QVERIFY(process.waitForFinished());
         QCOMPARE(process.exitCode(), 0);
         QStringList symbols;
-        for (const QString &line : QString::fromLatin1(process.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts))
+        for (const QString &line :
+             QString::fromLatin1(process.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts))
             symbols.append(line.section(' ', -1));
         symbols.sort();
-        QCOMPARE(symbols, (QStringList {"GetLORVAOSPluginInfo", "InitLORVAOSPlugin"}));
+        QCOMPARE(symbols, (QStringList{"GetLORVAOSPluginInfo", "InitLORVAOSPlugin"}));
     }
 
     // ---- launching
@@ -261,7 +262,7 @@ private slots:
         QVERIFY(QDir(m_survey + "/WLC/CurveGroups").entryList(QDir::Files).size() >= 21);
         for (const char *name : {"Default", "Simple"})
             QCOMPARE(QDir(m_survey + "/WLC/Templates/Global/" + name).entryList(QDir::Files),
-                     (QStringList {"Track_1.txt", "Track_2.txt", "Track_3.txt", "Track_4.txt"}));
+                     (QStringList{"Track_1.txt", "Track_2.txt", "Track_3.txt", "Track_4.txt"}));
         const auto wells = m_host->wells().list().value;
         QVERIFY(!wells.isEmpty());
         for (const host::WellEntry &well : wells)
@@ -339,7 +340,7 @@ private slots:
         for (int i = 0; i < 2; ++i) {
             loadPlugin();
             click();
-            m_boxes->answers = QStringList {"Yes"};
+            m_boxes->answers = QStringList{"Yes"};
             mainWindow()->close();
             QVERIFY(!mainWindow()->isVisible());
             stop();
@@ -415,8 +416,8 @@ private slots:
             const QByteArray firstLine = well.name.toUtf8() + '\n';
             bool hasFile = false;
             for (auto entry = after.begin(); entry != after.end(); ++entry)
-                hasFile = hasFile
-                    || (entry.key().startsWith("WLC/DefaultLogs/") && entry.value().startsWith(firstLine));
+                hasFile =
+                    hasFile || (entry.key().startsWith("WLC/DefaultLogs/") && entry.value().startsWith(firstLine));
             QVERIFY2(hasFile, qPrintable(well.name));
         }
         expectSilence();
@@ -425,8 +426,8 @@ private slots:
     void aDamagedWellIsWarnedOfAndTheLaunchGoesOn()
     {
         const host::WellEntry well = m_host->wells().list().value.at(1);
-        const QStringList wellFiles
-            = QDir(m_survey + "/WellInfo").entryList({"*.well"}, QDir::Files, QDir::Name | QDir::IgnoreCase);
+        const QStringList wellFiles =
+            QDir(m_survey + "/WellInfo").entryList({"*.well"}, QDir::Files, QDir::Name | QDir::IgnoreCase);
         for (const QString &file : wellFiles)
             if (!m_host->wells().header(well.key).ok())
                 break;
@@ -441,7 +442,7 @@ private slots:
                  "Cannot get data for the well :" + well.name
                      + ".\nIf you used this well in this Plugin then it may be get crashed.\n"
                        "Please first check this well in Opendtect's Well Manager.");
-        QCOMPARE(m_boxes->seen.first().buttons, QStringList {"Ok"});
+        QCOMPARE(m_boxes->seen.first().buttons, QStringList{"Ok"});
         m_boxes->seen.clear();
         QVERIFY(mainWindow()->isMaximized());
     }
@@ -472,7 +473,7 @@ private slots:
         m_loader.reset();
         QVERIFY(!isLoaded());
         QVERIFY(!window);
-        QCOMPARE(menuTexts(), QStringList {"Own entry"});
+        QCOMPARE(menuTexts(), QStringList{"Own entry"});
         QVERIFY(!mainWindow() && !launcher());
         // Nothing of the library is needed any more.
         QCoreApplication::processEvents();
@@ -492,7 +493,7 @@ private slots:
             m_loader.reset();
             QVERIFY(!isLoaded());
         }
-        QCOMPARE(menuTexts(), QStringList {"Own entry"});
+        QCOMPARE(menuTexts(), QStringList{"Own entry"});
     }
 
     void theWindowMayGoBeforeThePlugin()
@@ -511,7 +512,7 @@ private slots:
         const PluginMemory memory;
         QVERIFY(memory.isKnown());
         click();
-        m_boxes->answers = QStringList {"Yes"};
+        m_boxes->answers = QStringList{"Yes"};
         mainWindow()->close();
         click();
         m_loader.reset();

@@ -135,7 +135,7 @@ void HostContract::wellsAreSortedByName()
     for (const char *name : {"beta", "Zulu", "Alpha 2", "alpha 10", "Beta2", "10", "9", "_x"})
         addNamed(name);
     // By character, letter case aside: no numbers are recognised.
-    QCOMPARE(listedNames(), (QStringList {"10", "9", "alpha 10", "Alpha 2", "beta", "Beta2", "Zulu", "_x"}));
+    QCOMPARE(listedNames(), (QStringList{"10", "9", "alpha 10", "Alpha 2", "beta", "Beta2", "Zulu", "_x"}));
 }
 
 void HostContract::wellsOfOneNameHaveTheirOwnKeys()
@@ -143,10 +143,10 @@ void HostContract::wellsOfOneNameHaveTheirOwnKeys()
     const QString first = addNamed("Twin");
     const QString second = addNamed("Twin");
     QVERIFY(first != second);
-    QCOMPARE(listedNames(), (QStringList {"Twin", "Twin"}));
+    QCOMPARE(listedNames(), (QStringList{"Twin", "Twin"}));
     QVERIFY(wells().writeLog(second, smallLog("ONLY")).ok());
     QVERIFY(logNames(first).isEmpty());
-    QCOMPARE(logNames(second), QStringList {"ONLY"});
+    QCOMPARE(logNames(second), QStringList{"ONLY"});
 }
 
 void HostContract::namesOfAnyScriptComeBack()
@@ -156,10 +156,10 @@ void HostContract::namesOfAnyScriptComeBack()
     const QString key = addNamed(arabic);
     QVERIFY(wells().writeLog(key, smallLog(chinese)).ok());
     QVERIFY(wells().writeMarkers(key, {{chinese, 12, Qt::red}}).ok());
-    QCOMPARE(listedNames(), QStringList {arabic});
+    QCOMPARE(listedNames(), QStringList{arabic});
     QCOMPARE(wells().header(key).value.name, arabic);
-    QCOMPARE(logNames(key), QStringList {chinese});
-    QCOMPARE(markerNames(key), QStringList {chinese});
+    QCOMPARE(logNames(key), QStringList{chinese});
+    QCOMPARE(markerNames(key), QStringList{chinese});
 }
 
 void HostContract::aDamagedListIsAnError()
@@ -229,8 +229,8 @@ void HostContract::unknownKeysAreErrors()
     QVERIFY(!wells().writeMarkers(key, {{"Top", 10, Qt::red}}).ok());
     QVERIFY(notes.lines.isEmpty());
     wells().reload(key);
-    QCOMPARE(listedNames(), QStringList {"A"});
-    QCOMPARE(logNames(known), QStringList {"GR"});
+    QCOMPARE(listedNames(), QStringList{"A"});
+    QCOMPARE(logNames(known), QStringList{"GR"});
 }
 
 void HostContract::aNewWellHasNoLogsAndNoMarkers()
@@ -248,7 +248,7 @@ void HostContract::writtenLogsComeBackInTheirOrder()
     QVERIFY(wells().writeLog(key, logOf("RHOB", {1, 2}, {2.5f, 2.25f}, "g/cc")).ok());
     QVERIFY(wells().writeLog(key, logOf("AA", {1, 2}, {1, 2}, "")).ok());
     QVERIFY(wells().writeLog(key, logOf("GR", {1, 2}, {3, 4}, "gAPI")).ok());
-    QCOMPARE(logNames(key), (QStringList {"RHOB", "AA", "GR"}));
+    QCOMPARE(logNames(key), (QStringList{"RHOB", "AA", "GR"}));
     const auto infos = wells().logs(key).value;
     QCOMPARE(infos.at(0).unit, QString("g/cc"));
     QCOMPARE(infos.at(1).unit, QString());
@@ -259,14 +259,14 @@ void HostContract::writtenLogsComeBackInTheirOrder()
         QCOMPARE(log.value.name, infos.at(i).name);
         QCOMPARE(log.value.unit, infos.at(i).unit);
     }
-    QCOMPARE(wells().log(key, 2).value.values, (Samples {3, 4}));
+    QCOMPARE(wells().log(key, 2).value.values, (Samples{3, 4}));
 }
 
 void HostContract::samplesComeBackToTheLastBit()
 {
     const QString key = addNamed("A");
-    const Samples depths {0.1f, 0.2f, 1000.1524f, 2999.9998f};
-    const Samples values {-999.25f, 1e-30f, 3.4e38f, -0.1f};
+    const Samples depths{0.1f, 0.2f, 1000.1524f, 2999.9998f};
+    const Samples values{-999.25f, 1e-30f, 3.4e38f, -0.1f};
     QVERIFY(wells().writeLog(key, logOf("X", depths, values)).ok());
     const host::LogData read = wells().log(key, 0).value;
     QVERIFY(read.depths == depths);
@@ -278,7 +278,7 @@ void HostContract::undefinedSamplesStayUndefined()
     const QString key = addNamed("A");
     QVERIFY(wells().writeLog(key, logOf("X", {1, 2, 3, 4}, {1, undefined, undefined, 4})).ok());
     const host::LogData read = wells().log(key, 0).value;
-    QCOMPARE(read.depths, (Samples {1, 2, 3, 4}));
+    QCOMPARE(read.depths, (Samples{1, 2, 3, 4}));
     QCOMPARE(read.values.size(), 4);
     QCOMPARE(read.values.at(0), 1.0f);
     QVERIFY(host::isUndefined(read.values.at(1)));
@@ -289,11 +289,13 @@ void HostContract::undefinedSamplesStayUndefined()
 void HostContract::undefinedEndsAreLeftOut()
 {
     const QString key = addNamed("A");
-    QVERIFY(wells()
-                .writeLog(key, logOf("X", {1, 2, 3, 4, 5, 6, 7}, {undefined, undefined, 3, undefined, 5, undefined, undefined}))
-                .ok());
+    QVERIFY(
+        wells()
+            .writeLog(
+                key, logOf("X", {1, 2, 3, 4, 5, 6, 7}, {undefined, undefined, 3, undefined, 5, undefined, undefined}))
+            .ok());
     const host::LogData read = wells().log(key, 0).value;
-    QCOMPARE(read.depths, (Samples {3, 4, 5}));
+    QCOMPARE(read.depths, (Samples{3, 4, 5}));
     QCOMPARE(read.values.at(0), 3.0f);
     QVERIFY(host::isUndefined(read.values.at(1)));
     QCOMPARE(read.values.at(2), 5.0f);
@@ -305,13 +307,13 @@ void HostContract::aLogOfTheSameNameIsReplacedInItsPlace()
     for (const char *name : {"GR", "DT", "RT"})
         QVERIFY(wells().writeLog(key, smallLog(name)).ok());
     QVERIFY(wells().writeLog(key, logOf("DT", {5, 6, 7}, {50, 60, 70}, "us/ft")).ok());
-    QCOMPARE(logNames(key), (QStringList {"GR", "DT", "RT"}));
+    QCOMPARE(logNames(key), (QStringList{"GR", "DT", "RT"}));
     const host::LogData read = wells().log(key, 1).value;
-    QCOMPARE(read.depths, (Samples {5, 6, 7}));
-    QCOMPARE(read.values, (Samples {50, 60, 70}));
+    QCOMPARE(read.depths, (Samples{5, 6, 7}));
+    QCOMPARE(read.values, (Samples{50, 60, 70}));
     QCOMPARE(read.unit, QString("us/ft"));
-    QCOMPARE(wells().log(key, 0).value.values, (Samples {1, 2}));
-    QCOMPARE(wells().log(key, 2).value.values, (Samples {1, 2}));
+    QCOMPARE(wells().log(key, 0).value.values, (Samples{1, 2}));
+    QCOMPARE(wells().log(key, 2).value.values, (Samples{1, 2}));
 }
 
 void HostContract::logNamesAreComparedExactly()
@@ -319,7 +321,7 @@ void HostContract::logNamesAreComparedExactly()
     const QString key = addNamed("A");
     for (const char *name : {"GR", "gr", "GR_1"})
         QVERIFY(wells().writeLog(key, smallLog(name)).ok());
-    QCOMPARE(logNames(key), (QStringList {"GR", "gr", "GR_1"}));
+    QCOMPARE(logNames(key), (QStringList{"GR", "gr", "GR_1"}));
 }
 
 void HostContract::aLogWithoutADefinedSampleIsRefused_data()
@@ -327,11 +329,11 @@ void HostContract::aLogWithoutADefinedSampleIsRefused_data()
     QTest::addColumn<QVector<float>>("depths");
     QTest::addColumn<QVector<float>>("values");
     QTest::addColumn<QString>("name");
-    QTest::newRow("no samples") << Samples {} << Samples {} << "GR";
-    QTest::newRow("one undefined") << Samples {1} << Samples {undefined} << "GR";
-    QTest::newRow("all undefined") << Samples {1, 2, 3} << Samples {undefined, undefined, undefined} << "GR";
-    QTest::newRow("depths without values") << Samples {1, 2} << Samples {1} << "GR";
-    QTest::newRow("no name") << Samples {1, 2} << Samples {1, 2} << "";
+    QTest::newRow("no samples") << Samples{} << Samples{} << "GR";
+    QTest::newRow("one undefined") << Samples{1} << Samples{undefined} << "GR";
+    QTest::newRow("all undefined") << Samples{1, 2, 3} << Samples{undefined, undefined, undefined} << "GR";
+    QTest::newRow("depths without values") << Samples{1, 2} << Samples{1} << "GR";
+    QTest::newRow("no name") << Samples{1, 2} << Samples{1, 2} << "";
 }
 
 void HostContract::aLogWithoutADefinedSampleIsRefused()
@@ -343,8 +345,8 @@ void HostContract::aLogWithoutADefinedSampleIsRefused()
     QVERIFY(wells().writeLog(key, smallLog("GR", 7)).ok());
     const host::Status status = wells().writeLog(key, logOf(name, depths, values));
     QVERIFY(!status.ok());
-    QCOMPARE(logNames(key), QStringList {"GR"});
-    QCOMPARE(wells().log(key, 0).value.values, (Samples {7, 8}));
+    QCOMPARE(logNames(key), QStringList{"GR"});
+    QCOMPARE(wells().log(key, 0).value.values, (Samples{7, 8}));
 }
 
 void HostContract::aLogIndexOutsideTheListIsAnError()
@@ -364,15 +366,15 @@ void HostContract::aLogWrittenIsNobodyElsesLog()
     const QString b = addNamed("Probe_2_A");
     QVERIFY(wells().writeLog(a, smallLog("GR", 1)).ok());
     QVERIFY(wells().writeLog(b, smallLog("GR", 5)).ok());
-    QCOMPARE(wells().log(a, 0).value.values, (Samples {1, 2}));
-    QCOMPARE(wells().log(b, 0).value.values, (Samples {5, 6}));
+    QCOMPARE(wells().log(a, 0).value.values, (Samples{1, 2}));
+    QCOMPARE(wells().log(b, 0).value.values, (Samples{5, 6}));
 }
 
 void HostContract::markersComeSortedByDepth()
 {
     const QString key = addNamed("A");
     QVERIFY(wells().writeMarkers(key, {{"C", 300.5f, Qt::red}, {"B", 10, Qt::red}, {"A", 200, Qt::red}}).ok());
-    QCOMPARE(markerNames(key), (QStringList {"B", "A", "C"}));
+    QCOMPARE(markerNames(key), (QStringList{"B", "A", "C"}));
     QCOMPARE(wells().markers(key).value.at(2).depth, 300.5f);
 }
 
@@ -380,7 +382,7 @@ void HostContract::ofTwoMarkersWithOneNameTheFirstIsKept()
 {
     const QString key = addNamed("A");
     QVERIFY(wells().writeMarkers(key, {{"Top", 300, Qt::red}, {"Base", 200, Qt::red}, {"Top", 100, Qt::blue}}).ok());
-    QCOMPARE(markerNames(key), (QStringList {"Base", "Top"}));
+    QCOMPARE(markerNames(key), (QStringList{"Base", "Top"}));
     QCOMPARE(wells().markers(key).value.at(1).depth, 300.0f);
     QCOMPARE(wells().markers(key).value.at(1).color, QColor(255, 0, 0));
 }
@@ -390,7 +392,7 @@ void HostContract::writingMarkersReplacesTheWholeSet()
     const QString key = addNamed("A");
     QVERIFY(wells().writeMarkers(key, {{"Old", 10, Qt::red}, {"Kept", 20, Qt::red}}).ok());
     QVERIFY(wells().writeMarkers(key, {{"Kept", 25, Qt::blue}, {"New", 30, Qt::red}}).ok());
-    QCOMPARE(markerNames(key), (QStringList {"Kept", "New"}));
+    QCOMPARE(markerNames(key), (QStringList{"Kept", "New"}));
     QCOMPARE(wells().markers(key).value.at(0).depth, 25.0f);
     QVERIFY(wells().writeMarkers(key, {}).ok());
     QVERIFY(wells().markers(key).ok());
@@ -400,7 +402,7 @@ void HostContract::writingMarkersReplacesTheWholeSet()
 void HostContract::markerColorsComeBack()
 {
     const QString key = addNamed("A");
-    const QVector<QColor> colors {QColor(255, 0, 0), QColor(1, 2, 3), QColor(0, 0, 0), QColor(255, 255, 255)};
+    const QVector<QColor> colors{QColor(255, 0, 0), QColor(1, 2, 3), QColor(0, 0, 0), QColor(255, 255, 255)};
     QVector<host::Marker> markers;
     for (int i = 0; i < colors.size(); ++i)
         markers.append({QString::number(i), static_cast<float>(i), colors.at(i)});
@@ -420,8 +422,8 @@ void HostContract::writingMarkersIsAnnouncedOnce()
     QStringList seen;
     notes.onCall = [&] { seen = markerNames(key); };
     QVERIFY(wells().writeMarkers(key, {{"Top", 10, Qt::red}}).ok());
-    QCOMPARE(notes.lines, QStringList {"markers " + key});
-    QCOMPARE(seen, QStringList {"Top"}); // what is announced is there already
+    QCOMPARE(notes.lines, QStringList{"markers " + key});
+    QCOMPARE(seen, QStringList{"Top"}); // what is announced is there already
     QVERIFY(wells().writeLog(key, smallLog("GR")).ok());
     wells().reload(key);
     QCOMPARE(notes.lines.size(), 1);
@@ -466,9 +468,9 @@ void HostContract::reloadKeepsWhatIsStored()
     QVERIFY(wells().writeLog(key, smallLog("GR")).ok());
     QVERIFY(wells().writeMarkers(key, {{"Top", 10, Qt::red}}).ok());
     wells().reload(key);
-    QCOMPARE(logNames(key), QStringList {"GR"});
-    QCOMPARE(wells().log(key, 0).value.values, (Samples {1, 2}));
-    QCOMPARE(markerNames(key), QStringList {"Top"});
+    QCOMPARE(logNames(key), QStringList{"GR"});
+    QCOMPARE(wells().log(key, 0).value.values, (Samples{1, 2}));
+    QCOMPARE(markerNames(key), QStringList{"Top"});
 }
 
 void HostContract::aChangeOfSurveyIsAnnouncedAfterIt()
@@ -477,7 +479,7 @@ void HostContract::aChangeOfSurveyIsAnnouncedAfterIt()
     Notes notes(host());
     openOtherSurvey();
     QVERIFY(host().surveyName() != before);
-    QCOMPARE(notes.lines, QStringList {"survey " + host().surveyName()});
+    QCOMPARE(notes.lines, QStringList{"survey " + host().surveyName()});
 }
 
 void HostContract::wellsOfTheOldSurveyAreGone()
@@ -499,7 +501,7 @@ void HostContract::actionsAreAppendedAndTriggered()
     const int first = host().appendAction({"&First", "LORVA_wlc.png", [&firstClicks] { ++firstClicks; }});
     const int second = host().appendAction({"Second", "", [&secondClicks] { ++secondClicks; }});
     QVERIFY(first != second);
-    QCOMPARE(menuTexts(), before + (QStringList {"&First", "Second"}));
+    QCOMPARE(menuTexts(), before + (QStringList{"&First", "Second"}));
     click("&First");
     click("&First");
     click("Second");
@@ -517,11 +519,11 @@ void HostContract::anActionIsTakenOutByItsId()
     host().removeAction(ids.at(0));
     host().removeAction(-1);
     host().removeAction(4711);
-    QCOMPARE(menuTexts(), before + (QStringList {"Two", "Three"}));
+    QCOMPARE(menuTexts(), before + (QStringList{"Two", "Three"}));
     const int fourth = host().appendAction({"Four", "", [] {}});
     QVERIFY(!ids.contains(fourth));
     host().removeAction(ids.at(2));
-    QCOMPARE(menuTexts(), before + (QStringList {"Two", "Four"}));
+    QCOMPARE(menuTexts(), before + (QStringList{"Two", "Four"}));
 }
 
 void HostContract::anActionMayTakeItselfOut()

@@ -103,7 +103,7 @@ private slots:
         QCOMPARE(driver.seen.size(), 1);
         QCOMPARE(driver.seen.first().text, QString("Cannot get <b>data</b>"));
         QCOMPARE(driver.seen.first().icon, QMessageBox::Critical);
-        QCOMPARE(driver.seen.first().buttons, QStringList {"OK"});
+        QCOMPARE(driver.seen.first().buttons, QStringList{"OK"});
     }
 
     void aWellWhoseFileIsGoneHasNoHeader()
@@ -111,7 +111,7 @@ private slots:
         const QString key = addNamed("Gone");
         QVERIFY(QFile::remove(m_host->surveyDirectory() + "/WellInfo/Gone.well"));
         QVERIFY(!m_host->wells().header(key).ok());
-        QCOMPARE(listedNames(), QStringList {"Gone"});
+        QCOMPARE(listedNames(), QStringList{"Gone"});
     }
 
 private:

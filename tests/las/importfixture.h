@@ -5,11 +5,11 @@
 #include "support/files.h"
 #include "support/projectfixture.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QCheckBox>
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QTest>
@@ -44,8 +44,9 @@ public:
     static QByteArray las(const QByteArray &well, const QByteArray &data, const QByteArrayList &curves = {"GR.gapi"},
                           const QByteArray &null = "-999.25")
     {
-        QByteArray bytes = "~Version\nVERS.  2.0 :\nWRAP.  NO :\n~Well\nSTRT.M 100 :\nSTOP.M 200 :\nSTEP.M 0.5 :\nNULL.  "
-            + null + " :\nUWI.  " + well + " :\n~Curve\nDEPT.M : depth\n";
+        QByteArray bytes =
+            "~Version\nVERS.  2.0 :\nWRAP.  NO :\n~Well\nSTRT.M 100 :\nSTOP.M 200 :\nSTEP.M 0.5 :\nNULL.  " + null
+            + " :\nUWI.  " + well + " :\n~Curve\nDEPT.M : depth\n";
         for (const QByteArray &curve : curves)
             bytes += curve + " : curve\n";
         return bytes + "~A\n" + data;
@@ -81,7 +82,10 @@ public:
     WellImportTab *tab(int index = 0) const { return qobject_cast<WellImportTab *>(tabs()->widget(index)); }
     QComboBox *wellBox(int index = 0) const { return tab(index)->wellBox(); }
     QTableWidget *table(int index = 0) const { return tab(index)->table(); }
-    QTableWidgetItem *nameItem(int row, int index = 0) const { return table(index)->item(row, WellImportTab::NameColumn); }
+    QTableWidgetItem *nameItem(int row, int index = 0) const
+    {
+        return table(index)->item(row, WellImportTab::NameColumn);
+    }
     QTableWidgetItem *checkItem(int row, int index = 0) const
     {
         return table(index)->item(row, WellImportTab::SelectColumn);

@@ -12,7 +12,8 @@
 /// sentence from what import is required to do, with no thought of size.
 namespace literal {
 
-struct Curve {
+struct Curve
+{
     QString mnemonic, unit, description;
     double minimum = 0, maximum = 0;
     QVector<double> depths, values;
@@ -72,7 +73,8 @@ inline QStringList tokens(const QString &line)
     return result;
 }
 
-class Reader {
+class Reader
+{
 public:
     QString version, depthUnit, uwi;
     bool wrapped = false;

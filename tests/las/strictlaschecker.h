@@ -159,8 +159,8 @@ private:
             if (item('W', mnemonic) && item('W', mnemonic)->unit != QLatin1String("M"))
                 problem("depth unit", QString::fromLatin1(mnemonic));
         const QVector<Item> curves = sections.value(QLatin1Char('C'));
-        static const QStringList indexNames {QStringLiteral("DEPT"), QStringLiteral("DEPTH"), QStringLiteral("TIME"),
-                                             QStringLiteral("INDEX")};
+        static const QStringList indexNames{QStringLiteral("DEPT"), QStringLiteral("DEPTH"), QStringLiteral("TIME"),
+                                            QStringLiteral("INDEX")};
         if (curves.isEmpty() || !indexNames.contains(curves.first().mnemonic))
             problem("index curve", {});
         QStringList names;
@@ -191,7 +191,9 @@ private:
             return;
         }
         // Headers carry six digits, data four decimals.
-        const auto agrees = [](double header, double row) { return std::fabs(header - row) <= 1e-5 * std::fabs(header); };
+        const auto agrees = [](double header, double row) {
+            return std::fabs(header - row) <= 1e-5 * std::fabs(header);
+        };
         if (!agrees(number("STRT"), rows.first().value(0)))
             problem("start", {});
         if (!agrees(number("STOP"), rows.last().value(0)))

@@ -121,8 +121,8 @@ void TestCubicSpline::agreesWithADenseSolver()
     std::mt19937 random(static_cast<unsigned>(qHash(QByteArray(QTest::currentDataTag()))));
     std::uniform_real_distribution<double> step(0.05, 2.0);
     std::uniform_real_distribution<double> value(-1000, 200);
-    QVector<double> x {1000};
-    QVector<double> y {value(random)};
+    QVector<double> x{1000};
+    QVector<double> y{value(random)};
     while (x.size() < samples) {
         x.append(x.last() + step(random));
         y.append(value(random));
@@ -155,8 +155,8 @@ void TestCubicSpline::handWorkedExample()
 
 void TestCubicSpline::goesThroughItsSamples()
 {
-    const QVector<double> x {100, 100.5, 101.25, 102};
-    const QVector<double> y {10, -999.25, 30, 7};
+    const QVector<double> x{100, 100.5, 101.25, 102};
+    const QVector<double> y{10, -999.25, 30, 7};
     const CubicSpline spline(x, y, 4);
     for (int i = 0; i < 4; ++i)
         QVERIFY(std::fabs(spline.valueAt(x.at(i)) - y.at(i)) < 1e-9);
@@ -198,8 +198,8 @@ void TestCubicSpline::countLimitsTheSamples()
 
 void TestCubicSpline::risingArgumentsGiveTheSame()
 {
-    const QVector<double> x {0, 0.5, 2, 2.25, 9};
-    const QVector<double> y {1, 4, -3, 0, 2};
+    const QVector<double> x{0, 0.5, 2, 2.25, 9};
+    const QVector<double> y{1, 4, -3, 0, 2};
     const CubicSpline spline(x, y, 5);
     int interval = 0;
     for (double at = -1; at <= 10; at += 0.0625)

@@ -87,7 +87,7 @@ void TestExportCurvesInAscii::widgets()
         QVERIFY2(ExportCurvesInAscii::staticMetaObject.indexOfSlot(slot) >= 0, slot);
     QCOMPARE(f.wells()->count(), 2);
     QCOMPARE(f.wells()->itemText(1), text("B 1"));
-    QCOMPARE(f.logTexts(), (QStringList {text("GR"), text("RT")}));
+    QCOMPARE(f.logTexts(), (QStringList{text("GR"), text("RT")}));
     QCOMPARE(f.logs()->item(0)->checkState(), Qt::Unchecked);
 }
 
@@ -96,13 +96,13 @@ void TestExportCurvesInAscii::wellChangedRefillsTheLogs()
     AsciiFixture f;
     f.all()->setChecked(true);
     f.wells()->setCurrentIndex(1);
-    QCOMPARE(f.logTexts(), QStringList {text("SP")});
+    QCOMPARE(f.logTexts(), QStringList{text("SP")});
     QCOMPARE(f.logs()->item(0)->checkState(), Qt::Unchecked);
     QVERIFY(!f.all()->isChecked());
     f.host.storedWells[1].logs.append({text("NEW"), {}, {1}, {1}});
     f.launch->catalogue.refreshLogNames(1);
     QVERIFY(QMetaObject::invokeMethod(f.dialog.get(), "wellChanged"));
-    QCOMPARE(f.logTexts(), (QStringList {text("SP"), text("NEW")}));
+    QCOMPARE(f.logTexts(), (QStringList{text("SP"), text("NEW")}));
 }
 
 void TestExportCurvesInAscii::selectAll()
@@ -130,7 +130,7 @@ void TestExportCurvesInAscii::writesTheCheckedLogs()
     QCOMPARE(f.asker.boxes.first().icon, base::BoxIcon::Information);
     QCOMPARE(f.asker.boxes.first().title, asciiTitle);
     QCOMPARE(f.asker.boxes.first().text, text("Exporting of Selected Well Curve(s) is Done."));
-    QCOMPARE(f.asker.boxes.first().buttons, QVector<base::BoxButton> {base::BoxButton::Ok});
+    QCOMPARE(f.asker.boxes.first().buttons, QVector<base::BoxButton>{base::BoxButton::Ok});
     QCOMPARE(files::read(f.path(text("/Wells/A/RT.txt"))),
              QByteArray("A\tRT\nDepth\tValue\n100.123\t1e-05\n12345.7\t-999.25\n1.23457e+06\t1e+10"));
     QVERIFY(!QFile::exists(f.path(text("/Wells/A/GR.txt"))));
@@ -170,9 +170,9 @@ void TestExportCurvesInAscii::oddNamesAreNoPaths()
     auto after = files::snapshot(f.survey.path());
     for (const QString &name : before.keys())
         after.remove(name);
-    QCOMPARE(after.keys(), (QStringList {text("WLC/Wells/"), text("WLC/Wells/..%2Fx%2Fy/"), 
-                                         text("WLC/Wells/..%2Fx%2Fy/%2E%2E.txt"),
-                                         text("WLC/Wells/..%2Fx%2Fy/a%2Fb.txt")}));
+    QCOMPARE(after.keys(),
+             (QStringList{text("WLC/Wells/"), text("WLC/Wells/..%2Fx%2Fy/"), text("WLC/Wells/..%2Fx%2Fy/%2E%2E.txt"),
+                          text("WLC/Wells/..%2Fx%2Fy/a%2Fb.txt")}));
     QVERIFY(after.value(text("WLC/Wells/..%2Fx%2Fy/a%2Fb.txt")).startsWith("../x/y\ta/b\n"));
 }
 
@@ -188,7 +188,7 @@ void TestExportCurvesInAscii::failures()
     QCOMPARE(f.asker.boxes.first().title, asciiTitle);
     QCOMPARE(f.asker.boxes.first().text,
              text("Some errors while Exporting Well Curves.\nPlease Check file permision."));
-    QCOMPARE(f.asker.boxes.first().buttons, QVector<base::BoxButton> {base::BoxButton::Ok});
+    QCOMPARE(f.asker.boxes.first().buttons, QVector<base::BoxButton>{base::BoxButton::Ok});
     QVERIFY(QDir(f.path(text("/Wells/A"))).entryList(QDir::Files | QDir::Hidden).isEmpty());
 }
 

@@ -14,13 +14,13 @@ namespace {
 /// All fields of an item in one text, for comparison.
 QString fields(const las::HeaderItem &item)
 {
-    return QStringList({QString(item.section), item.mnemonic, item.unit, item.value, item.description})
-        .join(u'|');
+    return QStringList({QString(item.section), item.mnemonic, item.unit, item.value, item.description}).join(u'|');
 }
 
 } // namespace
 
-class TestLasHeader : public QObject {
+class TestLasHeader : public QObject
+{
     Q_OBJECT
 
 private slots:
@@ -154,8 +154,7 @@ void TestLasHeader::valueBehindColon()
     const las::HeaderResult result = read("~V\nVERS. " + version + " : x\n~W\n" + line + "\n");
     QCOMPARE(result.header.items.last().value, value);
     // Parameters have their value in front in either version.
-    const QString parameter =
-        read("~V\nVERS. " + version + " : x\n~P\nEKB.M 5 : 7\n").header.items.last().value;
+    const QString parameter = read("~V\nVERS. " + version + " : x\n~P\nEKB.M 5 : 7\n").header.items.last().value;
     QCOMPARE(parameter, QStringLiteral("5"));
 }
 
@@ -168,8 +167,7 @@ void TestLasHeader::find()
     };
     QCOMPARE(value(u'W', {QStringLiteral("B")}), QStringLiteral("2"));
     QCOMPARE(value(u'P', {QStringLiteral("B"), QStringLiteral("a")}), QStringLiteral("4"));
-    QCOMPARE(value(u'W', {QStringLiteral("X"), QStringLiteral("B"), QStringLiteral("A")}),
-             QStringLiteral("2"));
+    QCOMPARE(value(u'W', {QStringLiteral("X"), QStringLiteral("B"), QStringLiteral("A")}), QStringLiteral("2"));
     QCOMPARE(value(QChar(), {QStringLiteral("C")}), QStringLiteral("5"));
     QVERIFY(!header.find(u'W', {QStringLiteral("C")}));
     QVERIFY(!header.find(u'W', {}));
@@ -277,8 +275,7 @@ void TestLasHeader::damaged()
     std::mt19937 random(5);
     for (int run = 0; run < 2000; ++run) {
         QByteArray damaged = bytes;
-        damaged[static_cast<int>(random() % static_cast<unsigned>(bytes.size()))] =
-            static_cast<char>(random() % 256);
+        damaged[static_cast<int>(random() % static_cast<unsigned>(bytes.size()))] = static_cast<char>(random() % 256);
         const las::HeaderResult result = read(damaged);
         for (const las::HeaderItem &item : result.header.items)
             QVERIFY(!item.mnemonic.isEmpty());

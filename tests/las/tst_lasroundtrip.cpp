@@ -54,7 +54,8 @@ host::LogData withoutNullEnds(QVector<QPair<double, double>> column)
     host::LogData log;
     for (const auto &sample : qAsConst(column)) {
         log.depths.append(static_cast<float>(sample.first));
-        log.values.append(sample.second == nullSampleValue ? host::undefinedValue : static_cast<float>(sample.second));
+        log.values.append(sample.second == nullSampleValue ? host::undefinedValue
+                                                           : static_cast<float>(sample.second));
     }
     return log;
 }
@@ -128,9 +129,9 @@ void TestLasRoundTrip::exportedLogsComeBack()
     f.launch->catalogue.refreshLogNames(0);
     const double interval = seed % 5 == 0 ? 0.1524 : printed(pick(0.06, 2), 3);
     exportWell(f, QString::number(interval, 'g', 10), isResampling);
-    QCOMPARE(f.boxTexts(), QStringList {text("Successfully Exported !")});
+    QCOMPARE(f.boxTexts(), QStringList{text("Successfully Exported !")});
 
-    Grid grid {9000, 0, interval};
+    Grid grid{9000, 0, interval};
     QVector<LogCurveData> written;
     for (int i = 0; i < logCount; ++i) {
         LogCurveData log = f.launch->catalogue.curve(0, i);

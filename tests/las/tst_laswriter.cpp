@@ -57,38 +57,39 @@ bool always()
 }
 
 /// A blank in place of each dot of the padding makes the columns of the expected header visible.
-const char expectedHeader[] = "~Version Information Section\n"
-                              "VERS.            2.0                             :CWLS log ASCII Standard - VERSION 2.0\n"
-                              "WRAP.            NO                              :One line per depth step\n"
-                              "~Well Information Section\n"
-                              "#MNEM.UNIT       VALUE / NAME                    DESCRIPTION\n"
-                              "#--------        --------------                  ---------------------\n"
-                              "STRT.M           100                             :START DEPTH\n"
-                              "STOP.M           101                             :STOP DEPTH\n"
-                              "STEP.M           0.5                             :STEP\n"
-                              "NULL.            -999.25                         :NULL VALUE\n"
-                              "COMP.                                            :COMPANY\n"
-                              "WELL.            W-1                             :WELL\n"
-                              "FLD.                                             :FIELD\n"
-                              "LOC.             500000.13 , -12.30              :LOCATION\n"
-                              "LMF.             25.3                            :LOG MEASURED FROM (KB)\n"
-                              "PROV.                                            :PROVINCE\n"
-                              "SRVC.                                            :SERVICE COMPANY\n"
-                              "LIC.                                             :ERCB LICENCE NUMBER\n"
-                              "DATE.                                            :LOG DATE\n"
-                              "UWI.             W-1                             :UNIQUE WELL ID\n"
-                              "~Curve Information Section\n"
-                              "#MNEM.UNIT       API CODE                        Curve Description\n"
-                              "#--------        --------------                  ---------------------\n"
-                              "DEPT.M                                           :1 DEPTH\n"
-                              "GR.gapi                                          :2 Gamma\n"
-                              "RT.ohmm                                          :3 Resistivity\n"
-                              "~Parameter Information Section\n"
-                              "#MNEM.UNIT       VALUE                           DESCRIPTION\n"
-                              "#--------        --------------                  ---------------------\n"
-                              "~Other Information Section\n"
-                              "Log(s) exported from LORVA plugin of Opendtect.\n"
-                              "~A DEPT GR         RT         \n";
+const char expectedHeader[] =
+    "~Version Information Section\n"
+    "VERS.            2.0                             :CWLS log ASCII Standard - VERSION 2.0\n"
+    "WRAP.            NO                              :One line per depth step\n"
+    "~Well Information Section\n"
+    "#MNEM.UNIT       VALUE / NAME                    DESCRIPTION\n"
+    "#--------        --------------                  ---------------------\n"
+    "STRT.M           100                             :START DEPTH\n"
+    "STOP.M           101                             :STOP DEPTH\n"
+    "STEP.M           0.5                             :STEP\n"
+    "NULL.            -999.25                         :NULL VALUE\n"
+    "COMP.                                            :COMPANY\n"
+    "WELL.            W-1                             :WELL\n"
+    "FLD.                                             :FIELD\n"
+    "LOC.             500000.13 , -12.30              :LOCATION\n"
+    "LMF.             25.3                            :LOG MEASURED FROM (KB)\n"
+    "PROV.                                            :PROVINCE\n"
+    "SRVC.                                            :SERVICE COMPANY\n"
+    "LIC.                                             :ERCB LICENCE NUMBER\n"
+    "DATE.                                            :LOG DATE\n"
+    "UWI.             W-1                             :UNIQUE WELL ID\n"
+    "~Curve Information Section\n"
+    "#MNEM.UNIT       API CODE                        Curve Description\n"
+    "#--------        --------------                  ---------------------\n"
+    "DEPT.M                                           :1 DEPTH\n"
+    "GR.gapi                                          :2 Gamma\n"
+    "RT.ohmm                                          :3 Resistivity\n"
+    "~Parameter Information Section\n"
+    "#MNEM.UNIT       VALUE                           DESCRIPTION\n"
+    "#--------        --------------                  ---------------------\n"
+    "~Other Information Section\n"
+    "Log(s) exported from LORVA plugin of Opendtect.\n"
+    "~A DEPT GR         RT         \n";
 
 } // namespace
 
@@ -212,7 +213,8 @@ void TestLasWriter::namesCannotBreakTheLine()
 void TestLasWriter::wholeFile()
 {
     const auto logs = {log("GR", "gapi", "Gamma", 100, 0.5, 3, 7.126), log("RT", "ohmm", "Resistivity", 100, 0.5, 3)};
-    QCOMPARE(written(file(logs, 0.5)), QByteArray(expectedHeader)
+    QCOMPARE(written(file(logs, 0.5)),
+             QByteArray(expectedHeader)
                  + "100.0000 7.13 1.00 \n"
                    "100.5000 8.13 2.00 \n"
                    "101.0000 9.13 3.00 \n");
@@ -223,7 +225,7 @@ void TestLasWriter::dataLines()
     LogCurveData curve = log("GR", "gapi", "Gamma", 99.99996, 0.5, 3);
     curve.values = {-999.25, 0, -0.004};
     QCOMPARE(rowsOf(file({curve}, 0.5)),
-             (QStringList {text("100.0000 -999.25 "), text("100.5000 0.00 "), text("101.0000 -0.00 ")}));
+             (QStringList{text("100.0000 -999.25 "), text("100.5000 0.00 "), text("101.0000 -0.00 ")}));
 }
 
 void TestLasWriter::depthsByRepeatedAddition()
@@ -244,8 +246,8 @@ void TestLasWriter::indexIsTruncatedTowardZero()
 {
     const auto logs = {log("A", "", "", 10.25, 0.5, 2, 70), log("B", "", "", 9, 0.5, 5)};
     QCOMPARE(rowsOf(file(logs, 0.5)),
-             (QStringList {text("9.0000 -999.25 1.00 "), text("9.5000 -999.25 2.00 "), text("10.0000 70.00 3.00 "),
-                           text("10.5000 70.00 4.00 "), text("11.0000 71.00 5.00 ")})
+             (QStringList{text("9.0000 -999.25 1.00 "), text("9.5000 -999.25 2.00 "), text("10.0000 70.00 3.00 "),
+                          text("10.5000 70.00 4.00 "), text("11.0000 71.00 5.00 ")})
                  .mid(0, rowsOf(file(logs, 0.5)).size()));
     QCOMPARE(rowsOf(file(logs, 0.5)).size(), 5);
 }
@@ -253,8 +255,9 @@ void TestLasWriter::indexIsTruncatedTowardZero()
 void TestLasWriter::unresampledLogIsWrittenSampleBySample()
 {
     const QStringList rows = rowsOf(file({log("A", "", "", 0, 2, 4)}, 1)); // own step 2: depths 0, 2, 4, 6
-    QCOMPARE(rows, (QStringList {text("0.0000 1.00 "), text("1.0000 2.00 "), text("2.0000 3.00 "), text("3.0000 4.00 "),
-                                 text("4.0000 -999.25 "), text("5.0000 -999.25 "), text("6.0000 -999.25 ")}));
+    QCOMPARE(rows,
+             (QStringList{text("0.0000 1.00 "), text("1.0000 2.00 "), text("2.0000 3.00 "), text("3.0000 4.00 "),
+                          text("4.0000 -999.25 "), text("5.0000 -999.25 "), text("6.0000 -999.25 ")}));
 }
 
 void TestLasWriter::twoLogsOnOneGrid()
@@ -283,15 +286,16 @@ void TestLasWriter::twoLogsOnOneGrid()
 void TestLasWriter::startsAtTheWellsDepth()
 {
     const QStringList rows = rowsOf(file({log("A", "", "", 12, 1, 2)}, 1, 9.5));
-    QCOMPARE(rows, (QStringList {text("9.5000 -999.25 "), text("10.5000 -999.25 "), text("11.5000 1.00 "),
-                                 text("12.5000 1.00 ")}));
+    QCOMPARE(rows,
+             (QStringList{text("9.5000 -999.25 "), text("10.5000 -999.25 "), text("11.5000 1.00 "),
+                          text("12.5000 1.00 ")}));
 }
 
 void TestLasWriter::withoutSamples()
 {
     QVERIFY(rowsOf(file({log("A", "", "", 0, 1, 0)}, 1)).isEmpty());
     const auto logs = {log("A", "", "", 0, 1, 0), log("B", "", "", 5, 1, 2)};
-    QCOMPARE(rowsOf(file(logs, 1)), (QStringList {text("5.0000 -999.25 1.00 "), text("6.0000 -999.25 2.00 ")}));
+    QCOMPARE(rowsOf(file(logs, 1)), (QStringList{text("5.0000 -999.25 1.00 "), text("6.0000 -999.25 2.00 ")}));
 }
 
 void TestLasWriter::valuesThatAreNoNumbers()
@@ -299,7 +303,7 @@ void TestLasWriter::valuesThatAreNoNumbers()
     LogCurveData curve = log("A", "", "", 0, 1, 3);
     curve.values = {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(), 3};
     QCOMPARE(rowsOf(file({curve}, 1)),
-             (QStringList {text("0.0000 -999.25 "), text("1.0000 -999.25 "), text("2.0000 3.00 ")}));
+             (QStringList{text("0.0000 -999.25 "), text("1.0000 -999.25 "), text("2.0000 3.00 ")}));
     curve.values.resize(2); // shorter than the depths
     QCOMPARE(rowsOf(file({curve}, 1)).last(), text("2.0000 -999.25 "));
 }
@@ -420,7 +424,7 @@ void TestLasWriter::strictReaderAccepts()
     QCOMPARE(read.item('W', "NULL")->value, text("-999.25"));
     QCOMPARE(read.item('C', "RT")->unit, text("ohmm"));
     QCOMPARE(read.item('C', "RT")->description, text("3 Resistivity"));
-    QCOMPARE(read.otherText, QStringList {text("Log(s) exported from LORVA plugin of Opendtect.")});
+    QCOMPARE(read.otherText, QStringList{text("Log(s) exported from LORVA plugin of Opendtect.")});
 }
 
 // The checker itself must be able to object.
@@ -452,10 +456,10 @@ void TestLasWriter::prescribedDeviations()
         return QStringList(StrictLas(written(file)).problems.keys());
     };
     // STOP is the deepest sample, not the last line of the grid.
-    QCOMPARE(problems(file({log("GR", "gapi", "Gamma", 100, 0.7, 4)}, 0.5)), QStringList {text("stop")});
+    QCOMPARE(problems(file({log("GR", "gapi", "Gamma", 100, 0.7, 4)}, 0.5)), QStringList{text("stop")});
     // Names are written as they are, in UTF-8, with their blanks and dots.
     las::ExportFile named = file({log("Poröse Zone", "v/v", "Porosity", 100, 0.5, 3)}, 0.5);
-    QCOMPARE(problems(named), (QStringList {text("blank in a mnemonic"), text("characters")}));
+    QCOMPARE(problems(named), (QStringList{text("blank in a mnemonic"), text("characters")}));
     // STRT and STOP carry six digits: they stand a little beside a deep first and last line with many decimals.
     const las::ExportFile deep = file({log("GR", "gapi", "Gamma", 4321.9876, 0.1524, 30)}, 0.1524);
     QCOMPARE(problems(deep), QStringList());
@@ -520,7 +524,9 @@ void TestLasWriter::stoppedWriting()
     const auto before = files::snapshot(m_folder.path());
     int calls = 0;
     bool isCreated = false;
-    QVERIFY(las::writeLas(path(), f, [&calls] { return ++calls < 3; }, &isCreated).ok());
+    QVERIFY(las::writeLas(
+                path(), f, [&calls] { return ++calls < 3; }, &isCreated)
+                .ok());
     QCOMPARE(calls, 3);
     QCOMPARE(files::snapshot(m_folder.path()), before);
 }

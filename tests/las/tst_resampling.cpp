@@ -64,15 +64,15 @@ void TestResampling::importHoldsTheIntervalAsFloat()
 void TestResampling::gridEndsAtTheLastDepth()
 {
     const QVector<double> depths = ramp(10, 1, 3);
-    QCOMPARE(las::resample(depths, depths, 0.5).depths, (QVector<double> {10, 10.5, 11, 11.5, 12}));
-    QCOMPARE(las::resample(depths, depths, 0.75).depths, (QVector<double> {10, 10.75, 11.5}));
-    QCOMPARE(las::resample(depths, depths, 5).depths, QVector<double> {10});
+    QCOMPARE(las::resample(depths, depths, 0.5).depths, (QVector<double>{10, 10.5, 11, 11.5, 12}));
+    QCOMPARE(las::resample(depths, depths, 0.75).depths, (QVector<double>{10, 10.75, 11.5}));
+    QCOMPARE(las::resample(depths, depths, 5).depths, QVector<double>{10});
 }
 
 void TestResampling::valuesAreTheSplines()
 {
-    const QVector<double> depths {0, 1, 2, 4, 5};
-    const QVector<double> values {3, -999.25, 8, 1, 2}; // nulls take part
+    const QVector<double> depths{0, 1, 2, 4, 5};
+    const QVector<double> values{3, -999.25, 8, 1, 2}; // nulls take part
     const CubicSpline spline(depths, values, 5);
     const las::Samples samples = las::resample(depths, values, 0.25);
     QCOMPARE(samples.depths.size(), 21);
@@ -84,7 +84,7 @@ void TestResampling::valuesAreTheSplines()
 void TestResampling::noSamples()
 {
     QVERIFY(las::resample({}, {}, 0.5).depths.isEmpty());
-    QCOMPARE(las::resample({7}, {3}, 0.5).values, QVector<double> {3});
+    QCOMPARE(las::resample({7}, {3}, 0.5).values, QVector<double>{3});
 }
 
 void TestResampling::stepTolerance_data()
@@ -92,15 +92,15 @@ void TestResampling::stepTolerance_data()
     QTest::addColumn<QVector<double>>("depths");
     QTest::addColumn<double>("interval");
     QTest::addColumn<bool>("differs");
-    QTest::newRow("same") << QVector<double> {0, 0.5} << 0.5 << false;
-    QTest::newRow("0.15240005") << QVector<double> {0, 0.15240005} << 0.1524 << false;
-    QTest::newRow("just within") << QVector<double> {0, 0.50009} << 0.5 << false;
-    QTest::newRow("just beyond") << QVector<double> {0, 0.50011} << 0.5 << true;
-    QTest::newRow("just below") << QVector<double> {0, 0.49989} << 0.5 << true;
-    QTest::newRow("no step") << QVector<double> {7} << 0.5 << false;
-    QTest::newRow("no samples") << QVector<double> {} << 0.5 << false;
-    QTest::newRow("constant") << QVector<double> {7, 7} << 0.5 << true;
-    QTest::newRow("not a number") << QVector<double> {7, notANumber} << 0.5 << true;
+    QTest::newRow("same") << QVector<double>{0, 0.5} << 0.5 << false;
+    QTest::newRow("0.15240005") << QVector<double>{0, 0.15240005} << 0.1524 << false;
+    QTest::newRow("just within") << QVector<double>{0, 0.50009} << 0.5 << false;
+    QTest::newRow("just beyond") << QVector<double>{0, 0.50011} << 0.5 << true;
+    QTest::newRow("just below") << QVector<double>{0, 0.49989} << 0.5 << true;
+    QTest::newRow("no step") << QVector<double>{7} << 0.5 << false;
+    QTest::newRow("no samples") << QVector<double>{} << 0.5 << false;
+    QTest::newRow("constant") << QVector<double>{7, 7} << 0.5 << true;
+    QTest::newRow("not a number") << QVector<double>{7, notANumber} << 0.5 << true;
 }
 
 void TestResampling::stepTolerance()
@@ -114,17 +114,17 @@ void TestResampling::strictlyIncreasing_data()
 {
     QTest::addColumn<QVector<double>>("depths");
     QTest::addColumn<bool>("isIncreasing");
-    QTest::newRow("even") << QVector<double> {1, 2, 3} << true;
-    QTest::newRow("uneven") << QVector<double> {1, 1.001, 300} << true;
-    QTest::newRow("constant") << QVector<double> {1, 1, 1} << false;
-    QTest::newRow("one repeats") << QVector<double> {1, 2, 2, 3} << false;
-    QTest::newRow("turns") << QVector<double> {1, 2, 1.5, 3} << false;
-    QTest::newRow("falls") << QVector<double> {3, 2, 1} << false;
-    QTest::newRow("not a number") << QVector<double> {1, notANumber, 3} << false;
-    QTest::newRow("infinite") << QVector<double> {1, 2, infinity} << false;
-    QTest::newRow("too wide for a float") << QVector<double> {0, 1e300} << false;
-    QTest::newRow("too narrow for a float") << QVector<double> {0, 1e-300} << false;
-    QTest::newRow("one") << QVector<double> {1} << true;
+    QTest::newRow("even") << QVector<double>{1, 2, 3} << true;
+    QTest::newRow("uneven") << QVector<double>{1, 1.001, 300} << true;
+    QTest::newRow("constant") << QVector<double>{1, 1, 1} << false;
+    QTest::newRow("one repeats") << QVector<double>{1, 2, 2, 3} << false;
+    QTest::newRow("turns") << QVector<double>{1, 2, 1.5, 3} << false;
+    QTest::newRow("falls") << QVector<double>{3, 2, 1} << false;
+    QTest::newRow("not a number") << QVector<double>{1, notANumber, 3} << false;
+    QTest::newRow("infinite") << QVector<double>{1, 2, infinity} << false;
+    QTest::newRow("too wide for a float") << QVector<double>{0, 1e300} << false;
+    QTest::newRow("too narrow for a float") << QVector<double>{0, 1e-300} << false;
+    QTest::newRow("one") << QVector<double>{1} << true;
 }
 
 void TestResampling::strictlyIncreasing()
@@ -176,10 +176,11 @@ void TestResampling::intervalProblems()
 void TestResampling::gridProblems()
 {
     const QString what = QStringLiteral("GR");
-    QVERIFY(las::gridProblem(0, 5000, 0.0001, what).endsWith(
-        QStringLiteral("Please choose a larger depth interval. Nothing was written.")));
-    QCOMPARE(las::gridProblem(0, 5000, 0.0001, what).section(QLatin1Char('\n'), 0, 0),
-             QStringLiteral("GR: the depths 0 to 5000 at an interval of 0.0001 would give more than 50 million samples."));
+    QVERIFY(las::gridProblem(0, 5000, 0.0001, what)
+                .endsWith(QStringLiteral("Please choose a larger depth interval. Nothing was written.")));
+    QCOMPARE(
+        las::gridProblem(0, 5000, 0.0001, what).section(QLatin1Char('\n'), 0, 0),
+        QStringLiteral("GR: the depths 0 to 5000 at an interval of 0.0001 would give more than 50 million samples."));
     QVERIFY(las::gridProblem(0, 4999, 0.0001, what).isEmpty());
     QVERIFY(las::gridProblem(100, 50, 0.1, what).isEmpty()); // no data line at all
     QVERIFY(!las::gridProblem(0, 1e12, 0.1524, what).isEmpty());

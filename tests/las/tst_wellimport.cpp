@@ -106,9 +106,9 @@ void TestWellImport::importsAsRead()
     const host::LogData *log = f.hostLog(text("W-2"), text("GR"));
     QVERIFY(log);
     QCOMPARE(log->unit, text("gapi"));
-    QCOMPARE(log->depths, (QVector<float> {100, 100.5, 101}));
-    QCOMPARE(log->values, (QVector<float> {1.5, host::undefinedValue, 3}));
-    QCOMPARE(f.hostLog(text("W-2"), text("DEPT"))->values, (QVector<float> {100, 100.5, 101}));
+    QCOMPARE(log->depths, (QVector<float>{100, 100.5, 101}));
+    QCOMPARE(log->values, (QVector<float>{1.5, host::undefinedValue, 3}));
+    QCOMPARE(f.hostLog(text("W-2"), text("DEPT"))->values, (QVector<float>{100, 100.5, 101}));
     QCOMPARE(f.progressBar()->value(), f.progressBar()->maximum());
 }
 
@@ -138,8 +138,8 @@ void TestWellImport::onlySelectedRows()
     f.setChecked(1, false);
     f.nameItem(2)->setText(text("Spontaneous"));
     f.startImport();
-    QCOMPARE(f.launch->catalogue.logNames(1), QStringList {text("Spontaneous")});
-    QCOMPARE(f.hostLog(text("W-2"), text("Spontaneous"))->values, (QVector<float> {2, 3}));
+    QCOMPARE(f.launch->catalogue.logNames(1), QStringList{text("Spontaneous")});
+    QCOMPARE(f.hostLog(text("W-2"), text("Spontaneous"))->values, (QVector<float>{2, 3}));
 }
 
 void TestWellImport::descendingDepthsAreReversed()
@@ -148,8 +148,8 @@ void TestWellImport::descendingDepthsAreReversed()
     f.chooseBytes(ImportFixture::las("W-2", "102 3\n101.5 2\n100 1\n"));
     f.startImport();
     const host::LogData *log = f.hostLog(text("W-2"), text("GR"));
-    QCOMPARE(log->depths, (QVector<float> {100, 101.5, 102}));
-    QCOMPARE(log->values, (QVector<float> {1, 2, 3}));
+    QCOMPARE(log->depths, (QVector<float>{100, 101.5, 102}));
+    QCOMPARE(log->values, (QVector<float>{1, 2, 3}));
 }
 
 void TestWellImport::resamples()
@@ -168,7 +168,7 @@ void TestWellImport::resamples()
     const host::LogData *log = f.hostLog(text("W-2"), text("GR"));
     QCOMPARE(log->depths, floats(depths));
     QCOMPARE(log->values, floats(values));
-    QCOMPARE(f.boxTexts(), QStringList {importedText});
+    QCOMPARE(f.boxTexts(), QStringList{importedText});
 }
 
 void TestWellImport::resamplesReversedDepths()
@@ -179,7 +179,7 @@ void TestWellImport::resamplesReversedDepths()
     f.startImport();
     const CubicSpline spline({100, 101, 102, 103}, {1, 5, 7, 2}, 4);
     const host::LogData *log = f.hostLog(text("W-2"), text("GR"));
-    QCOMPARE(log->depths, (QVector<float> {100, 100.5, 101, 101.5, 102, 102.5, 103}));
+    QCOMPARE(log->depths, (QVector<float>{100, 100.5, 101, 101.5, 102, 102.5, 103}));
     QCOMPARE(log->values.at(1), static_cast<float>(spline.valueAt(100.5)));
     QCOMPARE(log->values.at(6), 2.0f);
 }
@@ -200,7 +200,7 @@ void TestWellImport::boxOffMeansAsRead()
     f.setInterval(text("0.5"));
     f.find<QCheckBox>("intervalBox")->setChecked(false);
     f.startImport();
-    QCOMPARE(f.hostLog(text("W-2"), text("GR"))->depths, (QVector<float> {100, 101, 107}));
+    QCOMPARE(f.hostLog(text("W-2"), text("GR"))->depths, (QVector<float>{100, 101, 107}));
 }
 
 void TestWellImport::nullsOfTheFile_data()
@@ -208,10 +208,10 @@ void TestWellImport::nullsOfTheFile_data()
     QTest::addColumn<QByteArray>("null");
     QTest::addColumn<QVector<float>>("expected");
     const float undefined = host::undefinedValue;
-    QTest::newRow("-9999") << QByteArray("-9999") << QVector<float> {1, undefined, 0, undefined, 7};
-    QTest::newRow("0") << QByteArray("0") << QVector<float> {1, -9999, undefined, undefined, 7};
-    QTest::newRow("-999.25") << QByteArray("-999.25") << QVector<float> {1, -9999, 0, undefined, 7};
-    QTest::newRow("none that can be read") << QByteArray("n/a") << QVector<float> {1, -9999, 0, undefined, 7};
+    QTest::newRow("-9999") << QByteArray("-9999") << QVector<float>{1, undefined, 0, undefined, 7};
+    QTest::newRow("0") << QByteArray("0") << QVector<float>{1, -9999, undefined, undefined, 7};
+    QTest::newRow("-999.25") << QByteArray("-999.25") << QVector<float>{1, -9999, 0, undefined, 7};
+    QTest::newRow("none that can be read") << QByteArray("n/a") << QVector<float>{1, -9999, 0, undefined, 7};
 }
 
 void TestWellImport::nullsOfTheFile()
@@ -222,7 +222,7 @@ void TestWellImport::nullsOfTheFile()
     f.startImport();
     QTEST(f.hostLog(text("W-2"), text("GR"))->values, "expected");
     // What the dialog holds of the file is not touched.
-    QCOMPARE(f.tab()->file().curves.at(1).values, (QVector<double> {1, -9999, 0, -999.25, 7}));
+    QCOMPARE(f.tab()->file().curves.at(1).values, (QVector<double>{1, -9999, 0, -999.25, 7}));
 }
 
 void TestWellImport::groupIsAssigned()
@@ -302,7 +302,8 @@ void TestWellImport::depthsBeyondTheWell()
     QCOMPARE(f.asker.boxes.first().icon, base::BoxIcon::Warning);
     QCOMPARE(f.asker.boxes.first().text,
              text("W-2's maximum depth is less than LAS files %1 depth.\n"
-                  "Please update Well defination or changed the LAS file").arg(word));
+                  "Please update Well defination or changed the LAS file")
+                 .arg(word));
     QVERIFY(f.launch->catalogue.logNames(1).isEmpty());
 }
 
@@ -348,7 +349,7 @@ void TestWellImport::withoutFiles()
 {
     ImportFixture f;
     QVERIFY(QMetaObject::invokeMethod(f.dialog.get(), "importSelectedClicked"));
-    QCOMPARE(f.boxTexts(), QStringList {text("To import required well log(s), Please first select them.")});
+    QCOMPARE(f.boxTexts(), QStringList{text("To import required well log(s), Please first select them.")});
     QVERIFY(!f.button("importButton")->isEnabled());
 }
 
@@ -387,8 +388,9 @@ void TestWellImport::badIntervals()
     f.chooseBytes(ImportFixture::las("W-2", "100 1\n101 2\n"));
     f.setInterval(interval);
     f.startImport();
-    QCOMPARE(f.boxTexts(), QStringList {text("The depth interval must be a number and at least 0.0001 m.\n"
-                                             "Nothing was written.")});
+    QCOMPARE(f.boxTexts(),
+             QStringList{text("The depth interval must be a number and at least 0.0001 m.\n"
+                              "Nothing was written.")});
     QVERIFY(f.launch->catalogue.logNames(1).isEmpty());
 }
 
@@ -399,7 +401,7 @@ void TestWellImport::badIntervalDoesNotMatterWhereNothingIsResampled()
     f.setInterval(text("0"));
     f.find<QCheckBox>("intervalBox")->setChecked(false);
     f.startImport();
-    QCOMPARE(f.boxTexts(), QStringList {importedText});
+    QCOMPARE(f.boxTexts(), QStringList{importedText});
     // One sample has no step, and what is not selected is not resampled either.
     f.asker.boxes.clear();
     f.choose({f.write(text("one.las"), ImportFixture::las("W-2", "100 1\n", {"ONE.x"}))});
@@ -407,8 +409,8 @@ void TestWellImport::badIntervalDoesNotMatterWhereNothingIsResampled()
     f.setInterval(text("0"));
     f.setChecked(0, false);
     f.startImport();
-    QCOMPARE(f.boxTexts(), QStringList {importedText});
-    QCOMPARE(f.hostLog(text("W-2"), text("ONE"))->values, QVector<float> {1});
+    QCOMPARE(f.boxTexts(), QStringList{importedText});
+    QCOMPARE(f.hostLog(text("W-2"), text("ONE"))->values, QVector<float>{1});
 }
 
 void TestWellImport::hugeGridIsRefused()
@@ -419,8 +421,8 @@ void TestWellImport::hugeGridIsRefused()
     f.setInterval(text("0.5"));
     f.startImport();
     QCOMPARE(f.asker.boxes.size(), 1);
-    QVERIFY(f.boxTexts().first().startsWith(
-        text("huge.las, DEPT: the depths 0 to 1e+09 at an interval of 0.5 would give more than 50 million samples.")));
+    QVERIFY(f.boxTexts().first().startsWith(text(
+        "huge.las, DEPT: the depths 0 to 1e+09 at an interval of 0.5 would give more than 50 million samples.")));
     QVERIFY(f.launch->catalogue.logNames(1).isEmpty()); // the good file before it is not begun
 }
 
@@ -440,9 +442,9 @@ void TestWellImport::unsuitedDepths_data()
 {
     QTest::addColumn<QByteArray>("rows");
     QTest::addColumn<QVector<float>>("depths");
-    QTest::newRow("constant") << QByteArray("5 1\n5 2\n5 3\n") << QVector<float> {5, 5, 5};
-    QTest::newRow("turning") << QByteArray("5 1\n6 2\n5.5 3\n") << QVector<float> {5, 6, 5.5};
-    QTest::newRow("falling, then turning") << QByteArray("6 1\n5 2\n5.5 3\n") << QVector<float> {5.5, 5, 6};
+    QTest::newRow("constant") << QByteArray("5 1\n5 2\n5 3\n") << QVector<float>{5, 5, 5};
+    QTest::newRow("turning") << QByteArray("5 1\n6 2\n5.5 3\n") << QVector<float>{5, 6, 5.5};
+    QTest::newRow("falling, then turning") << QByteArray("6 1\n5 2\n5.5 3\n") << QVector<float>{5.5, 5, 6};
     QTest::newRow("no number first, rising") << QByteArray("nan 1\n6 2\n7 3\n") << QVector<float>{0, 6, 7};
     QTest::newRow("no number first, falling") << QByteArray("x 1\n6 2\n5 3\n") << QVector<float>{0, 6, 5};
     QTest::newRow("no number inside, rising") << QByteArray("5 1\ninf 2\n7 3\n") << QVector<float>{7, 0, 5};
@@ -473,7 +475,7 @@ void TestWellImport::unsuitedDepths()
     ImportFixture other;
     other.chooseBytes(ImportFixture::las("W-2", rows));
     other.startImport();
-    QCOMPARE(other.boxTexts(), QStringList {importedText});
+    QCOMPARE(other.boxTexts(), QStringList{importedText});
 }
 
 // A depth that is no number concerns the curves with a sample on its line, and no others.
@@ -588,12 +590,12 @@ void TestWellImport::existingLogAsksBeforeItIsReplaced()
     QSignalSpy imported(f.dialog.get(), &WellImportDialog::logsImported);
     f.startImport();
     QCOMPARE(f.asker.boxes.first().title, text("Writing Well Logs"));
-    QCOMPARE(f.hostLog(text("W-1"), text("GR"))->values, (QVector<float> {1, 2, 3}));
+    QCOMPARE(f.hostLog(text("W-1"), text("GR"))->values, (QVector<float>{1, 2, 3}));
     QVERIFY(imported.isEmpty());
     f.setChecked(1, true);
     f.asker.answers = {base::BoxButton::Yes};
     f.startImport();
-    QCOMPARE(f.hostLog(text("W-1"), text("GR"))->values, (QVector<float> {50, 60}));
+    QCOMPARE(f.hostLog(text("W-1"), text("GR"))->values, (QVector<float>{50, 60}));
     QCOMPARE(imported.size(), 1);
 }
 
@@ -620,7 +622,7 @@ void TestWellImport::emptyCurves()
     emit f.tabs()->tabCloseRequested(0);
     f.wellBox()->setCurrentText(text("W-2"));
     f.startImport();
-    QCOMPARE(f.boxTexts(), QStringList {text("To import required well log(s), Please first select them.")});
+    QCOMPARE(f.boxTexts(), QStringList{text("To import required well log(s), Please first select them.")});
 }
 
 void TestWellImport::fileDeletedAfterChoosing()
@@ -629,8 +631,8 @@ void TestWellImport::fileDeletedAfterChoosing()
     f.chooseBytes(ImportFixture::las("W-2", "100 1\n101 2\n"));
     QVERIFY(QFile::remove(f.survey.filePath(text("las/test.las"))));
     f.startImport();
-    QCOMPARE(f.boxTexts(), QStringList {importedText});
-    QCOMPARE(f.hostLog(text("W-2"), text("GR"))->values, (QVector<float> {1, 2}));
+    QCOMPARE(f.boxTexts(), QStringList{importedText});
+    QCOMPARE(f.hostLog(text("W-2"), text("GR"))->values, (QVector<float>{1, 2}));
 }
 
 void TestWellImport::changedWellsAreTold()
@@ -640,8 +642,8 @@ void TestWellImport::changedWellsAreTold()
               f.write(text("b.las"), ImportFixture::las("W-1", "100 1\n101 2\n", {"SP.mv"}))});
     QSignalSpy imported(f.dialog.get(), &WellImportDialog::logsImported);
     f.startImport();
-    QCOMPARE(imported, (QList<QList<QVariant>> {{0}, {1}}));
-    QCOMPARE(f.launch->catalogue.logNames(1), (QStringList {text("DEPT"), text("GR"), text("SP")}));
+    QCOMPARE(imported, (QList<QList<QVariant>>{{0}, {1}}));
+    QCOMPARE(f.launch->catalogue.logNames(1), (QStringList{text("DEPT"), text("GR"), text("SP")}));
     QVERIFY(f.host.reloaded.contains(f.launch->catalogue.wellKey(0)));
     QCOMPARE(f.progressBar()->maximum(), 2);
     QCOMPARE(f.progressBar()->value(), 2);

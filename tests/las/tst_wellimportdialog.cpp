@@ -114,8 +114,8 @@ void TestWellImportDialog::choosingNothingChangesNothing()
 {
     ImportFixture f;
     f.choose({});
-    QCOMPARE(f.captions, QStringList {text("Select Well(s)")});
-    QCOMPARE(f.filters, QStringList {text("Las Files (*.Las *.LAS *.las)")});
+    QCOMPARE(f.captions, QStringList{text("Select Well(s)")});
+    QCOMPARE(f.filters, QStringList{text("Las Files (*.Las *.LAS *.las)")});
     QCOMPARE(f.tabs()->count(), 0);
     QVERIFY(!f.button("importButton")->isEnabled());
 }
@@ -156,9 +156,10 @@ void TestWellImportDialog::curveTable()
     QStringList headers;
     for (int column = 0; column < table->columnCount(); ++column)
         headers.append(table->horizontalHeaderItem(column)->text());
-    QCOMPARE(headers, (QStringList {text("Curve"), text("Curve Group"), text("Select"), text("Alternate Curve Name")}));
+    QCOMPARE(headers,
+             (QStringList{text("Curve"), text("Curve Group"), text("Select"), text("Alternate Curve Name")}));
     QCOMPARE(table->rowCount(), 3);
-    const QStringList names {text("DEPT"), text("GR"), text("RT")};
+    const QStringList names{text("DEPT"), text("GR"), text("RT")};
     for (int row = 0; row < 3; ++row) {
         QCOMPARE(table->item(row, 0)->text(), names.at(row));
         QVERIFY(!(table->item(row, 0)->flags() & Qt::ItemIsEditable));
@@ -195,7 +196,7 @@ void TestWellImportDialog::wellIsBoundByUwi()
     QStringList wells;
     for (int i = 0; i < f.wellBox()->count(); ++i)
         wells.append(f.wellBox()->itemText(i));
-    QCOMPARE(wells, (QStringList {text("None"), text("W-1"), text("W-2")}));
+    QCOMPARE(wells, (QStringList{text("None"), text("W-1"), text("W-2")}));
     QCOMPARE(f.wellBox(0)->currentText(), text("W-2"));
     QCOMPARE(f.wellBox(1)->currentText(), text("None"));
     QCOMPARE(f.wellBox(2)->currentText(), text("None"));

@@ -106,7 +106,7 @@ void TestWellImportRunning::progressRunsOverTheTabs()
     QSignalSpy values(f.progressBar(), &QProgressBar::valueChanged);
     f.startImport();
     QCOMPARE(f.progressBar()->maximum(), 3);
-    QCOMPARE(values.last(), QList<QVariant> {3});
+    QCOMPARE(values.last(), QList<QVariant>{3});
     QCOMPARE(values.size(), 3); // 1, 2, 3
 }
 
@@ -123,7 +123,7 @@ void TestWellImportRunning::onlyCloseIsEnabled()
     });
     f.startImport();
     QVERIFY(during.hasRun);
-    QCOMPARE(enabled, QStringList {text("closeButton")});
+    QCOMPARE(enabled, QStringList{text("closeButton")});
     QVERIFY(f.button("selectButton")->isEnabled() && f.button("importButton")->isEnabled() && f.tabs()->isEnabled());
     QVERIFY(f.find<QLineEdit>("intervalEdit")->isEnabled());
 }
@@ -142,7 +142,7 @@ void TestWellImportRunning::slotsDoNothingMeanwhile()
     QCOMPARE(f.tabs()->count(), 1);
     QCOMPARE(f.captions.size(), 1);
     QCOMPARE(f.launch->catalogue.logNames(1).size(), 10);
-    QCOMPARE(f.boxTexts(), QStringList {importedText});
+    QCOMPARE(f.boxTexts(), QStringList{importedText});
 }
 
 void TestWellImportRunning::closeCancels_data()
@@ -175,7 +175,7 @@ void TestWellImportRunning::closeCancels()
     QCOMPARE(f.host.storedWells.at(1).logs.size(), 3); // what was written stays, nothing more is
     QVERIFY(f.asker.boxes.isEmpty()); // no success is told
     QVERIFY(!f.dialog->isVisible());
-    QCOMPARE(imported, (QList<QList<QVariant>> {{1}})); // the tree hears of the three
+    QCOMPARE(imported, (QList<QList<QVariant>>{{1}})); // the tree hears of the three
 }
 
 void TestWellImportRunning::cancelAfterTheLastCurve()
@@ -199,7 +199,7 @@ void TestWellImportRunning::cancelledImportCanBeRepeated()
     f.dialog->show();
     f.startImport();
     QCOMPARE(f.launch->catalogue.logNames(1).size(), 10);
-    QCOMPARE(f.boxTexts(), QStringList {importedText});
+    QCOMPARE(f.boxTexts(), QStringList{importedText});
     QVERIFY(f.dialog->isVisible());
 }
 
@@ -297,7 +297,8 @@ void TestWellImportRunning::keyboardAlone()
             press(Qt::Key_Tab);
         return QApplication::focusWidget() == widget;
     };
-    f.chosen = QStringList {f.write(text("a.las"), ImportFixture::las("?", "100 1 2\n101 2 3\n", {"GR.gapi", "RT.ohmm"}))};
+    f.chosen =
+        QStringList{f.write(text("a.las"), ImportFixture::las("?", "100 1 2\n101 2 3\n", {"GR.gapi", "RT.ohmm"}))};
     QCOMPARE(QApplication::focusWidget(), f.button("selectButton"));
     press(Qt::Key_Return);
     QCOMPARE(f.tabs()->count(), 1);
@@ -341,9 +342,9 @@ void TestWellImportRunning::keyboardAlone()
     QTest::keySequence(QApplication::focusWidget(), QKeySequence::SelectAll);
     QTest::keyClicks(QApplication::focusWidget(), text("0.5"));
     press(Qt::Key_Return);
-    QCOMPARE(f.boxTexts(), QStringList {importedText});
-    QCOMPARE(f.launch->catalogue.logNames(0), (QStringList {text("GR"), text("GR_NEW"), text("RT")}));
-    QCOMPARE(f.hostLog(text("W-1"), text("GR_NEW"))->depths, (QVector<float> {100, 100.5, 101}));
+    QCOMPARE(f.boxTexts(), QStringList{importedText});
+    QCOMPARE(f.launch->catalogue.logNames(0), (QStringList{text("GR"), text("GR_NEW"), text("RT")}));
+    QCOMPARE(f.hostLog(text("W-1"), text("GR_NEW"))->depths, (QVector<float>{100, 100.5, 101}));
     QCOMPARE(QApplication::focusWidget(), f.find<QLineEdit>("intervalEdit"));
     QVERIFY(tabTo(f.button("closeButton")));
     press(Qt::Key_Space);

@@ -1,7 +1,8 @@
 #include "tests/las/wellinfofixture.h"
 
 /// What the import reader takes from a file, sentence by sentence.
-class TestWellInfo : public QObject {
+class TestWellInfo : public QObject
+{
     Q_OBJECT
 
 private slots:
@@ -48,9 +49,8 @@ void TestWellInfo::fields_data()
     QTest::addColumn<QString>("description");
     const auto row = [](const char *line, const char *mnemonic, const char *unit, const char *value,
                         const char *description) {
-        QTest::newRow(line) << QString::fromUtf8(line) << QString::fromUtf8(mnemonic)
-                            << QString::fromUtf8(unit) << QString::fromUtf8(value)
-                            << QString::fromUtf8(description);
+        QTest::newRow(line) << QString::fromUtf8(line) << QString::fromUtf8(mnemonic) << QString::fromUtf8(unit)
+                            << QString::fromUtf8(value) << QString::fromUtf8(description);
     };
     row("STRT.M 1000.5 :START DEPTH", "STRT", "M", "1000.5", "START DEPTH");
     row("NULL.  -999.25 :NULL VALUE", "NULL", "", "-999.25", "NULL VALUE");
@@ -104,9 +104,8 @@ void TestWellInfo::versionSection()
 
 void TestWellInfo::wellSection()
 {
-    const WellInfo info =
-        m_fixture.load("~Well\nstrt.FT 100.5 : x\nStop.M 200 :\nSTEP.M 0.5 :\nNULL. -9999 :\n"
-                       "UWI. 15/9-F-1 A :\nWELL. other :\nCOMP. other :\n");
+    const WellInfo info = m_fixture.load("~Well\nstrt.FT 100.5 : x\nStop.M 200 :\nSTEP.M 0.5 :\nNULL. -9999 :\n"
+                                         "UWI. 15/9-F-1 A :\nWELL. other :\nCOMP. other :\n");
     QCOMPARE(info.startDepth, 100.5);
     QCOMPARE(info.stopDepth, 200.0);
     QCOMPARE(info.step, 0.5);
@@ -124,9 +123,8 @@ void TestWellInfo::wellSection()
 
 void TestWellInfo::curveSection()
 {
-    const WellInfo info =
-        m_fixture.load("~C\n#MNEM.UNIT : comment\nDEPT.M : 1 DEPTH\n\n   \nGR.GAPI 45 310 : gamma\n"
-                       "no fields here\n #not in front.X :\n");
+    const WellInfo info = m_fixture.load("~C\n#MNEM.UNIT : comment\nDEPT.M : 1 DEPTH\n\n   \nGR.GAPI 45 310 : gamma\n"
+                                         "no fields here\n #not in front.X :\n");
     QCOMPARE(info.curves.size(), 4);
     QCOMPARE(info.curves.at(0).logName, QStringLiteral("DEPT"));
     QCOMPARE(info.curves.at(0).displayName, QStringLiteral("DEPT"));
@@ -143,9 +141,8 @@ void TestWellInfo::curveSection()
 void TestWellInfo::otherSections()
 {
     // Lower case titles are unknown sections as are ~P and ~O; what stands before the first title is skipped.
-    const WellInfo info =
-        m_fixture.load("VERS. 1 :\n~v\nVERS. 2 :\n~w\nSTRT.M 1 :\n~P\nNULL. 7 :\n~O\nfree text\n"
-                       "~c\nDEPT.M :\n~a\n1 2\n");
+    const WellInfo info = m_fixture.load("VERS. 1 :\n~v\nVERS. 2 :\n~w\nSTRT.M 1 :\n~P\nNULL. 7 :\n~O\nfree text\n"
+                                         "~c\nDEPT.M :\n~a\n1 2\n");
     QVERIFY(info.version.isEmpty());
     QCOMPARE(info.startDepth, 0.0);
     QCOMPARE(info.nullValue, 0.0);
@@ -214,8 +211,7 @@ void TestWellInfo::numbers()
 {
     QFETCH(QByteArray, token);
     QFETCH(double, expected);
-    const WellInfo info =
-        m_fixture.load("~W\nSTRT.M " + token + " :\n~C\nA.M :\nB.M :\n~A\n7 " + token + " 8\n");
+    const WellInfo info = m_fixture.load("~W\nSTRT.M " + token + " :\n~C\nA.M :\nB.M :\n~A\n7 " + token + " 8\n");
     QCOMPARE(info.curves.at(1).values, QVector<double>{expected});
     QCOMPARE(info.startDepth, expected);
     QCOMPARE(literal::number(QString::fromLatin1(token)), expected);
@@ -223,8 +219,8 @@ void TestWellInfo::numbers()
 
 void TestWellInfo::dataLines()
 {
-    const WellInfo info = m_fixture.load(
-        "~C\nDEPT.M :\nGR. :\nDT. :\n~A DEPT GR DT\n 1.0\t10 100 \n\v2.0 \f 20  200\n3 30 300");
+    const WellInfo info =
+        m_fixture.load("~C\nDEPT.M :\nGR. :\nDT. :\n~A DEPT GR DT\n 1.0\t10 100 \n\v2.0 \f 20  200\n3 30 300");
     QCOMPARE(info.curves.at(0).values, (QVector<double>{1, 2, 3}));
     QCOMPARE(info.curves.at(1).values, (QVector<double>{10, 20, 30}));
     QCOMPARE(info.curves.at(2).values, (QVector<double>{100, 200, 300}));
@@ -314,8 +310,8 @@ void TestWellInfo::sectionsAfterData()
 
 void TestWellInfo::severalDataSections()
 {
-    const WellInfo info = m_fixture.load(
-        "~C\nA. :\nB. :\n~A\n1 10\n2 20\n~C\nX. :\n~W\nSTRT.M 9 :\n~A\n3 30 300\n4 40\n5 50 500\n");
+    const WellInfo info =
+        m_fixture.load("~C\nA. :\nB. :\n~A\n1 10\n2 20\n~C\nX. :\n~W\nSTRT.M 9 :\n~A\n3 30 300\n4 40\n5 50 500\n");
     QCOMPARE(info.curves.size(), 3);
     QCOMPARE(info.curves.at(0).values, (QVector<double>{1, 2, 3, 4, 5}));
     QCOMPARE(info.curves.at(1).values, (QVector<double>{10, 20, 30, 40, 50}));
@@ -414,8 +410,7 @@ void TestWellInfo::displayLines()
     QCOMPARE(LasLines().count(), 0);
     QCOMPARE(LasLines().line(0), QString());
     const WellInfo info = m_fixture.load("comment\n~V\r\n\n  VERS. 2 :  \r~X\nlast");
-    const QStringList expected = {QStringLiteral("<b>Filename : ") + m_fixture.path()
-                                      + QStringLiteral("</b>"),
+    const QStringList expected = {QStringLiteral("<b>Filename : ") + m_fixture.path() + QStringLiteral("</b>"),
                                   QStringLiteral("comment"),
                                   QStringLiteral("~V"),
                                   QString(),

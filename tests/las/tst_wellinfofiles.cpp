@@ -20,14 +20,11 @@ const QHash<QString, QString> &intended()
         {"100_LAS1.las", "version unit"}, // the title " ~Version" does not begin with "~"; "ohm.m"
         {"34_7-13.las", "unit"},
         {"DILLSON-1_WELL_LOGS_FILE-037.LIS_0.las", "unit"}, // "X ..1IN": an empty part does not count
-        {"1475IBK3.las",
-         "mnemonic unit description"}, // CP866 bytes: there taken as Latin-1, here as Windows-1252
-        {"260341080252801.19980915.NN.las",
-         "step version"}, // tabs for blanks and no colon: "M<tab>1" is one word
+        {"1475IBK3.las", "mnemonic unit description"}, // CP866 bytes: there taken as Latin-1, here as Windows-1252
+        {"260341080252801.19980915.NN.las", "step version"}, // tabs for blanks and no colon: "M<tab>1" is one word
         {"data_characters.las",
          "description data"}, // blank description: the last part is before the colon; text is 0
-        {"las-30a-revised-2010.las",
-         "curves data"}, // curves stand in ~Log_Definition, ~Core_... begins with "~C"
+        {"las-30a-revised-2010.las", "curves data"}, // curves stand in ~Log_Definition, ~Core_... begins with "~C"
         {"null_policy_runon.las", "data"}, // numbers that run together make lines shorter
         {"Shamar-1-iso-8859-15.las", "curves data"}, // all sections twice: curves and rows of both
         {"Wellington_KGS-1-32-wDST2_LASv3.las", "data"}, // commas do not part tokens
@@ -50,8 +47,7 @@ bool hasRow(const WellInfo &info, int row, const QJsonArray &expected)
     for (int i = 0; i < info.curves.size(); ++i) {
         const LogCurveData &curve = info.curves.at(i);
         if (row >= curve.values.size() || !expected.at(i).isDouble()
-            || curve.values.at(row) != expected.at(i).toDouble()
-            || curve.depths.at(row) != expected.at(0).toDouble())
+            || curve.values.at(row) != expected.at(i).toDouble() || curve.depths.at(row) != expected.at(0).toDouble())
             return false;
     }
     return true;
@@ -107,7 +103,8 @@ QSet<QString> differences(const WellInfo &info, const QJsonObject &file)
 } // namespace
 
 /// Real files from many sources: against an independent reader and against the slow literal one.
-class TestWellInfoFiles : public QObject {
+class TestWellInfoFiles : public QObject
+{
     Q_OBJECT
 
 private slots:

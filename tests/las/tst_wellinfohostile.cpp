@@ -12,18 +12,18 @@
 
 namespace {
 
-const char sample20[] =
-    "~Version\nVERS. 2.0 : CWLS\nWRAP. NO : one line\n# remark\n~Well\nSTRT.M 1000.5 : START\n"
-    "STOP.M 1001.5 : STOP\nSTEP.M 0.5 : STEP\nNULL. -999.25 : NULL\nUWI. 15/9-F-1 : UWI\n"
-    "~Parameter\nEKB.M 20 : KB\n~Curve\nDEPT.M : 1 DEPTH\nGR.GAPI : 2 gamma\nDT.US/M : 3 sonic\n"
-    "~A DEPT GR DT\n1000.5 10.25 -999.25\n1001.0 20 300\n\n#x\n1001.5 5e1 +310.125 7\n";
+const char sample20[] = "~Version\nVERS. 2.0 : CWLS\nWRAP. NO : one line\n# remark\n~Well\nSTRT.M 1000.5 : START\n"
+                        "STOP.M 1001.5 : STOP\nSTEP.M 0.5 : STEP\nNULL. -999.25 : NULL\nUWI. 15/9-F-1 : UWI\n"
+                        "~Parameter\nEKB.M 20 : KB\n~Curve\nDEPT.M : 1 DEPTH\nGR.GAPI : 2 gamma\nDT.US/M : 3 sonic\n"
+                        "~A DEPT GR DT\n1000.5 10.25 -999.25\n1001.0 20 300\n\n#x\n1001.5 5e1 +310.125 7\n";
 
 const char sampleOdd[] =
     "\xEF\xBB\xBFtext\r\n~V\r\nVERS.  1.20:\r~W\nNULL.9 -9999:\n~O\nfree\n~C\nA.\xC2\xB5 x:y\nB\nC.:\n"
     "~A\n1\n2 3\n4 5 6\n~C\nD.M :\n~A\n7 8 9\xC2\xA0 10\n~";
 
 /// All characters of a literal, NULs too.
-template<size_t Size> QByteArray literalBytes(const char (&text)[Size])
+template<size_t Size>
+QByteArray literalBytes(const char (&text)[Size])
 {
     return QByteArray(text, static_cast<int>(Size) - 1);
 }
@@ -41,7 +41,8 @@ QByteArray repeated(const QByteArray &unit, int count)
 
 /// Cut, damaged and malicious files: the reader ends, in time proportional to the bytes, and agrees with the
 /// literal one.
-class TestWellInfoHostile : public QObject {
+class TestWellInfoHostile : public QObject
+{
     Q_OBJECT
 
 private slots:
@@ -99,9 +100,8 @@ void TestWellInfoHostile::byteFlips()
         QByteArray damaged = bytes;
         const int at = static_cast<int>(random() % static_cast<unsigned>(bytes.size()));
         const bool isSpecial = random() % 2 == 0;
-        damaged[at] = isSpecial
-            ? special.at(static_cast<int>(random() % static_cast<unsigned>(special.size())))
-            : static_cast<char>(random() % 256);
+        damaged[at] = isSpecial ? special.at(static_cast<int>(random() % static_cast<unsigned>(special.size())))
+                                : static_cast<char>(random() % 256);
         const QString problem = differs(damaged);
         QVERIFY2(problem.isEmpty(), qPrintable(QStringLiteral("run %1: %2").arg(run).arg(problem)));
     }
@@ -112,9 +112,7 @@ void TestWellInfoHostile::mutatedRealFiles()
     if (realFiles().isEmpty())
         QSKIP("the folder with real LAS files is not there");
     std::mt19937 random(7);
-    const auto below = [&random](int limit) {
-        return static_cast<int>(random() % static_cast<unsigned>(limit));
-    };
+    const auto below = [&random](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
     const QByteArray special("~#.: \t\r\nAVWC-9\xA0");
     for (const char *name :
          {"sample.las", "sample_2.0.las", "sample_wrapped.las", "data_characters.las", "23_discrete.las",
@@ -135,9 +133,8 @@ void TestWellInfoHostile::mutatedRealFiles()
                     damaged = "~";
             }
             const QString problem = differs(damaged);
-            QVERIFY2(
-                problem.isEmpty(),
-                qPrintable(QStringLiteral("%1, run %2: %3").arg(QLatin1String(name)).arg(run).arg(problem)));
+            QVERIFY2(problem.isEmpty(),
+                     qPrintable(QStringLiteral("%1, run %2: %3").arg(QLatin1String(name)).arg(run).arg(problem)));
         }
     }
 }
@@ -327,8 +324,7 @@ void TestWellInfoHostile::millionTitles()
 
 void TestWellInfoHostile::millionCurves()
 {
-    const WellInfo info =
-        m_fixture.load("~C\n" + repeated("C\n", 1100000) + "~A\n" + repeated("1\n", 1000000));
+    const WellInfo info = m_fixture.load("~C\n" + repeated("C\n", 1100000) + "~A\n" + repeated("1\n", 1000000));
     // Beyond a little more than a million, curve lines are left out.
     QCOMPARE(info.curves.size(), 1 << 20);
     QCOMPARE(info.curves.at(0).values.size(), 1000000);

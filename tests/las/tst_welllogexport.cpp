@@ -62,7 +62,10 @@ public:
             qFatal("the dialog gets no focus");
     }
 
-    QString out(const char *name = "") const { return survey.filePath(text("out")) + (*name ? text("/") + text(name) : QString()); }
+    QString out(const char *name = "") const
+    {
+        return survey.filePath(text("out")) + (*name ? text("/") + text(name) : QString());
+    }
     template<class Widget>
     Widget *find(const char *name) const
     {
@@ -269,16 +272,16 @@ void TestWellLogExport::checkedWellsGetTabs()
     ExportFixture f;
     f.check(1);
     f.check(0);
-    QCOMPARE(f.tabTexts(), (QStringList {text("B"), text("A")})); // in the order of checking
+    QCOMPARE(f.tabTexts(), (QStringList{text("B"), text("A")})); // in the order of checking
     QCOMPARE(f.tabs()->currentIndex(), 1);
     QVERIFY(qobject_cast<WellLogsTabWidget *>(f.tabs()->widget(0)));
     f.check(2);
     f.check(0, false);
-    QCOMPARE(f.tabTexts(), (QStringList {text("B"), text("C")}));
+    QCOMPARE(f.tabTexts(), (QStringList{text("B"), text("C")}));
     // Hearing of the same item again changes nothing.
     QVERIFY(QMetaObject::invokeMethod(f.dialog.get(), "wellSelected", Q_ARG(QListWidgetItem *, f.wells()->item(1))));
     QVERIFY(QMetaObject::invokeMethod(f.dialog.get(), "wellSelected", Q_ARG(QListWidgetItem *, f.wells()->item(0))));
-    QCOMPARE(f.tabTexts(), (QStringList {text("B"), text("C")}));
+    QCOMPARE(f.tabTexts(), (QStringList{text("B"), text("C")}));
 }
 
 void TestWellLogExport::logsOfATab()
@@ -325,7 +328,7 @@ void TestWellLogExport::browse()
     ExportFixture f;
     f.chosen = text("/some/folder");
     QTest::mouseClick(f.button("browseButton"), Qt::LeftButton);
-    QCOMPARE(f.titles, QStringList {text("Open Directory")});
+    QCOMPARE(f.titles, QStringList{text("Open Directory")});
     QCOMPARE(f.find<QLineEdit>("folderEdit")->text(), text("/some/folder"));
     f.chosen.clear(); // cancelled
     QVERIFY(QMetaObject::invokeMethod(f.dialog.get(), "browseBtnClicked"));
@@ -357,8 +360,9 @@ void TestWellLogExport::nothingToExport()
     f.check(0, false);
     f.setUp();
     QVERIFY(QMetaObject::invokeMethod(f.dialog.get(), "exportBtnClicked"));
-    QCOMPARE(f.boxTexts(), (QStringList {text("Please first select output folder."),
-                                         text("Please first select output folder."), text("Please first select Well(s).")}));
+    QCOMPARE(f.boxTexts(),
+             (QStringList{text("Please first select output folder."), text("Please first select output folder."),
+                          text("Please first select Well(s).")}));
     for (const base::Box &box : f.asker.boxes) {
         QCOMPARE(box.icon, base::BoxIcon::Warning);
         QCOMPARE(box.title, exportTitle);
@@ -375,15 +379,15 @@ void TestWellLogExport::exportsTheCheckedLogs()
     f.checkLog(1, 1);
     const QVector<MemoryHost::Well> before = f.host.storedWells;
     f.startExport();
-    QCOMPARE(f.boxTexts(), QStringList {exportedText});
+    QCOMPARE(f.boxTexts(), QStringList{exportedText});
     QCOMPARE(f.asker.boxes.first().icon, base::BoxIcon::Information);
     QCOMPARE(f.asker.boxes.first().title, exportTitle);
-    QCOMPARE(QDir(f.out()).entryList(QDir::Files | QDir::Hidden), (QStringList {text("A.las"), text("B.las")}));
+    QCOMPARE(QDir(f.out()).entryList(QDir::Files | QDir::Hidden), (QStringList{text("A.las"), text("B.las")}));
     const StrictLas a(files::read(f.out("A.las")));
     QVERIFY2(a.problems.isEmpty(), qPrintable(QStringList(a.problems.keys()).join(QLatin1Char(' '))));
     QCOMPARE(a.sections.value(QLatin1Char('C')).size(), 2);
     QVERIFY(a.item('C', "RT") && !a.item('C', "GR"));
-    QCOMPARE(a.rows, (QVector<QVector<double>> {{100, 1}, {200, 2}, {300, 3}}));
+    QCOMPARE(a.rows, (QVector<QVector<double>>{{100, 1}, {200, 2}, {300, 3}}));
     for (int i = 0; i < before.size(); ++i)
         for (int log = 0; log < before.at(i).logs.size(); ++log) { // wells are never changed
             QCOMPARE(f.host.storedWells.at(i).logs.size(), before.at(i).logs.size());
@@ -415,8 +419,9 @@ void TestWellLogExport::resamplesWhereTheBoxIsChecked()
     f.check(0);
     f.checkLog(0, 0);
     f.startExport();
-    QCOMPARE(rows(f.out("A.las")), (QStringList {text("100.0000 1.00 "), text("150.0000 1.50 "), text("200.0000 2.00 "),
-                                                 text("250.0000 2.50 "), text("300.0000 3.00 ")}));
+    QCOMPARE(rows(f.out("A.las")),
+             (QStringList{text("100.0000 1.00 "), text("150.0000 1.50 "), text("200.0000 2.00 "),
+                          text("250.0000 2.50 "), text("300.0000 3.00 ")}));
 }
 
 void TestWellLogExport::uncheckedBoxStillSteps()
@@ -428,8 +433,9 @@ void TestWellLogExport::uncheckedBoxStillSteps()
     f.checkLog(0, 0);
     f.startExport();
     QVERIFY(files::read(f.out("A.las")).contains("\nSTEP.M           50  "));
-    QCOMPARE(rows(f.out("A.las")), (QStringList {text("100.0000 1.00 "), text("150.0000 2.00 "), text("200.0000 3.00 "),
-                                                 text("250.0000 -999.25 "), text("300.0000 -999.25 ")}));
+    QCOMPARE(rows(f.out("A.las")),
+             (QStringList{text("100.0000 1.00 "), text("150.0000 2.00 "), text("200.0000 3.00 "),
+                          text("250.0000 -999.25 "), text("300.0000 -999.25 ")}));
 }
 
 void TestWellLogExport::wellDepthAboveTheLogs()
@@ -455,8 +461,8 @@ void TestWellLogExport::logWithOneSample()
     f.check(0);
     f.checkLog(0, 0);
     f.startExport();
-    QCOMPARE(rows(f.out("A.las")), QStringList {text("150.0000 7.00 ")});
-    QCOMPARE(f.boxTexts(), QStringList {exportedText});
+    QCOMPARE(rows(f.out("A.las")), QStringList{text("150.0000 7.00 ")});
+    QCOMPARE(f.boxTexts(), QStringList{exportedText});
 }
 
 void TestWellLogExport::undefinedSamples()
@@ -480,10 +486,10 @@ void TestWellLogExport::wellWithoutCheckedLog()
     f.checkLog(0, 0);
     f.checkLog(2, 0);
     f.startExport();
-    QCOMPARE(f.boxTexts(), QStringList {text("Please first select log(s) for this Well :C.")});
+    QCOMPARE(f.boxTexts(), QStringList{text("Please first select log(s) for this Well :C.")});
     QCOMPARE(f.asker.boxes.first().icon, base::BoxIcon::Warning);
     QCOMPARE(f.asker.boxes.first().title, exportTitle);
-    QCOMPARE(QDir(f.out()).entryList(QDir::Files), QStringList {text("A.las")}); // A stays, B is not begun
+    QCOMPARE(QDir(f.out()).entryList(QDir::Files), QStringList{text("A.las")}); // A stays, B is not begun
     QVERIFY(f.button("exportButton")->isEnabled());
 }
 
@@ -498,7 +504,7 @@ void TestWellLogExport::cannotCreateTheFile()
     }
     f.startExport();
     QCOMPARE(f.boxTexts(),
-             QStringList {text("Unable to create file.\nPlease check file read/write permission for that folder.")});
+             QStringList{text("Unable to create file.\nPlease check file read/write permission for that folder.")});
     QCOMPARE(f.asker.boxes.first().icon, base::BoxIcon::Warning);
     QCOMPARE(f.asker.boxes.first().title, exportTitle);
     QVERIFY(QFile::exists(f.out("A.las")));
@@ -513,7 +519,7 @@ void TestWellLogExport::folderVanishes()
     QVERIFY(QDir(f.out()).removeRecursively());
     f.startExport();
     QCOMPARE(f.boxTexts(),
-             QStringList {text("Unable to create file.\nPlease check file read/write permission for that folder.")});
+             QStringList{text("Unable to create file.\nPlease check file read/write permission for that folder.")});
     QVERIFY(!QFile::exists(f.out())); // not made by us
 }
 
@@ -552,8 +558,9 @@ void TestWellLogExport::badIntervals()
     f.check(0);
     f.checkLog(0, 0);
     f.startExport();
-    QCOMPARE(f.boxTexts(), QStringList {text("The depth interval must be a number and at least 0.0001 m.\n"
-                                             "Nothing was written.")});
+    QCOMPARE(f.boxTexts(),
+             QStringList{text("The depth interval must be a number and at least 0.0001 m.\n"
+                              "Nothing was written.")});
     QVERIFY(QDir(f.out()).isEmpty());
 }
 
@@ -762,9 +769,10 @@ void TestWellLogExport::unsuitedDepths()
     f.checkLog(0, 0);
     f.checkLog(0, 1);
     f.startExport();
-    QCOMPARE(f.boxTexts(), (QStringList {text("The depths of these logs do not increase strictly, so the interval could not "
-                                              "be applied.\nThey were written sample by sample, whatever their depths:\nA: GR"),
-                                         exportedText}));
+    QCOMPARE(f.boxTexts(),
+             (QStringList{text("The depths of these logs do not increase strictly, so the interval could not "
+                               "be applied.\nThey were written sample by sample, whatever their depths:\nA: GR"),
+                          exportedText}));
     QCOMPARE(rows(f.out("A.las")).at(1), text("150.0000 2.00 1.50 "));
 }
 
@@ -779,8 +787,8 @@ void TestWellLogExport::progress()
     QSignalSpy values(f.find<QProgressBar>("progressBar"), &QProgressBar::valueChanged);
     f.startExport();
     QCOMPARE(f.find<QProgressBar>("progressBar")->maximum(), 2);
-    QCOMPARE(values.last(), QList<QVariant> {2});
-    QCOMPARE(values.at(values.size() - 2), QList<QVariant> {1});
+    QCOMPARE(values.last(), QList<QVariant>{2});
+    QCOMPARE(values.at(values.size() - 2), QList<QVariant>{1});
 }
 
 void TestWellLogExport::closeCancels()
@@ -803,13 +811,13 @@ void TestWellLogExport::closeCancels()
     });
     QVERIFY(QMetaObject::invokeMethod(f.dialog.get(), "exportBtnClicked"));
     QVERIFY(isDone);
-    QCOMPARE(enabled, QStringList {text("closeButton")});
+    QCOMPARE(enabled, QStringList{text("closeButton")});
     QVERIFY(f.asker.boxes.isEmpty());
     QVERIFY(!f.dialog->isVisible());
     QVERIFY(QDir(f.out()).isEmpty());
     f.dialog->show();
     f.startExport();
-    QCOMPARE(f.boxTexts(), QStringList {exportedText});
+    QCOMPARE(f.boxTexts(), QStringList{exportedText});
     QVERIFY(f.dialog->isVisible());
     QTest::mouseClick(f.button("closeButton"), Qt::LeftButton);
     QVERIFY(!f.dialog->isVisible());
@@ -841,8 +849,8 @@ void TestWellLogExport::oddWellNames()
     QCOMPARE(f.tabs()->tabText(0), text("15/9-F-1 && æ")); // so that one "&" is seen
     f.checkLog(0, 0);
     f.startExport();
-    QCOMPARE(f.boxTexts(), QStringList {exportedText});
-    QCOMPARE(QDir(f.out()).entryList(QDir::Files), QStringList {text("15%2F9-F-1 & æ.las")});
+    QCOMPARE(f.boxTexts(), QStringList{exportedText});
+    QCOMPARE(QDir(f.out()).entryList(QDir::Files), QStringList{text("15%2F9-F-1 & æ.las")});
     QVERIFY(files::read(f.out("15%2F9-F-1 & æ.las")).contains(("\nUWI.             " + name.toUtf8() + "    ")));
 }
 
@@ -854,7 +862,7 @@ void TestWellLogExport::twoWellsOfOneName()
     f.makeDialog();
     f.check(0);
     f.check(1);
-    QCOMPARE(f.tabTexts(), (QStringList {text("A"), text("A")}));
+    QCOMPARE(f.tabTexts(), (QStringList{text("A"), text("A")}));
     QCOMPARE(f.logs(1)->item(0)->text(), text("SP"));
     f.check(0, false);
     QCOMPARE(f.tabs()->count(), 1);
@@ -933,7 +941,7 @@ void TestWellLogExport::keyboardAlone()
     press(Qt::Key_Space);
     press(Qt::Key_Down);
     press(Qt::Key_Space);
-    QCOMPARE(f.tabTexts(), (QStringList {text("A"), text("B")}));
+    QCOMPARE(f.tabTexts(), (QStringList{text("A"), text("B")}));
     QVERIFY(tabTo(f.logs(1)));
     press(Qt::Key_Space);
     QVERIFY(tabTo(f.wells()));
@@ -948,7 +956,7 @@ void TestWellLogExport::keyboardAlone()
     QVERIFY(tabTo(f.find<QLineEdit>("folderEdit")));
     QTest::keyClicks(QApplication::focusWidget(), f.out());
     press(Qt::Key_Return);
-    QCOMPARE(f.boxTexts(), QStringList {exportedText});
+    QCOMPARE(f.boxTexts(), QStringList{exportedText});
     QCOMPARE(rows(f.out("A.las")).first(), text("100.0000 1.00 1.00 "));
     QCOMPARE(rows(f.out("B.las")).first(), text("100.0000 1.00 "));
     QVERIFY(tabTo(f.button("closeButton")));

@@ -8,7 +8,8 @@
 #include <QTest>
 
 /// One temporary file that is written and loaded again and again.
-class LasFixture {
+class LasFixture
+{
 public:
     QString path() const { return m_folder.filePath(QStringLiteral("test.las")); }
 
@@ -35,9 +36,8 @@ inline QString difference(const WellInfo &info, const literal::Reader &expected)
 {
     if (info.version != expected.version || info.wrapped != expected.wrapped)
         return QStringLiteral("version section");
-    if (info.startDepth != expected.startDepth || info.stopDepth != expected.stopDepth
-        || info.step != expected.step || info.nullValue != expected.nullValue
-        || info.depthUnit != expected.depthUnit || info.uwi != expected.uwi)
+    if (info.startDepth != expected.startDepth || info.stopDepth != expected.stopDepth || info.step != expected.step
+        || info.nullValue != expected.nullValue || info.depthUnit != expected.depthUnit || info.uwi != expected.uwi)
         return QStringLiteral("well section");
     if (info.curves.size() != expected.curves.size())
         return QStringLiteral("%1 curves, not %2").arg(info.curves.size()).arg(expected.curves.size());

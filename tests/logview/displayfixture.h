@@ -107,10 +107,7 @@ public:
         scene->render(&painter, QRectF(QPointF(), area.size()), area);
         return image;
     }
-    QColor pixel(int x, int y) const
-    {
-        return picture(scene(), QRect(x, y, 1, 1)).pixelColor(0, 0);
-    }
+    QColor pixel(int x, int y) const { return picture(scene(), QRect(x, y, 1, 1)).pixelColor(0, 0); }
 
     /// Shows the marker of the well at a depth, as the project tree asks for it.
     MarkerItem *showMarker(const QString &name)

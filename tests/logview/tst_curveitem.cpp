@@ -1,9 +1,9 @@
+#include "base/gradientcombobox.h"
 #include "base/linestylebox.h"
 #include "displayfixture.h"
 #include "logview/curveheaderitem.h"
 #include "logview/curveitempropertywidget.h"
 #include "logview/displaystyle.h"
-#include "base/gradientcombobox.h"
 #include "logview/pointitem.h"
 #include "logview/trackitempropertywidget.h"
 #include "support/testmain.h"
@@ -240,7 +240,8 @@ void tst_curveitem::pickingByTheLine()
         view->centerOn(96, 500);
         QVERIFY(view->items(view->mapFromScene(QPointF(96 + dx, 500))).contains(f.curve(0, 0)));
     }
-    QVERIFY(!f.display->logView()->items(f.display->logView()->mapFromScene(QPointF(102, 500))).contains(f.curve(0, 0)));
+    QVERIFY(
+        !f.display->logView()->items(f.display->logView()->mapFromScene(QPointF(102, 500))).contains(f.curve(0, 0)));
     QVERIFY(!curve->contains(QPointF(60, 500))); // not what a path from line to line would enclose
     QPainterPath area;
     area.addRect(90, 100, 20, 5);
@@ -441,7 +442,8 @@ void tst_curveitem::pointsAreDrawn()
         QGraphicsScene scene;
         auto *point = new PointItem(QColor(255, 0, 0), 6, shapeCode);
         scene.addItem(point);
-        if (point->boundingRect() != QRectF(-6, -6, 12, 12) || point->shape().boundingRect() != QRectF(-6, -6, 12, 12))
+        if (point->boundingRect() != QRectF(-6, -6, 12, 12)
+            || point->shape().boundingRect() != QRectF(-6, -6, 12, 12))
             qFatal("wrong bounds");
         return DisplayFixture::picture(&scene, QRect(-10, -10, 20, 20));
     };

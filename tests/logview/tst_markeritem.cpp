@@ -125,8 +125,9 @@ void tst_markeritem::panelRows()
 {
     MarkerFixture f;
     MarkerItemPropertyWidget *panel = f.marker->panel();
-    QCOMPARE(f.captions(panel), (QStringList{"Marker Property", "Well Name", "W", "Marker Name", "Depth",
-                                             "Line Color", "Line Thickness"}));
+    QCOMPARE(
+        f.captions(panel),
+        (QStringList{"Marker Property", "Well Name", "W", "Marker Name", "Depth", "Line Color", "Line Thickness"}));
     QCOMPARE(f.text(panel, "markerNameEdit"), QString("Top"));
     QCOMPARE(f.text(panel, "depthEdit"), QString("750.00"));
     const auto *thickness = panel->findChild<QComboBox *>(QStringLiteral("lineThicknessBox"));

@@ -1,5 +1,5 @@
-#include "logview/calibrationplacement.h"
 #include "base/colorbar.h"
+#include "logview/calibrationplacement.h"
 #include "logview/perforationgeometry.h"
 
 #include "datastore/curvegroups.h"

@@ -314,7 +314,9 @@ void tst_welldisplaywidget::theScaleKeepsThePlace()
     WidgetFixture f;
     f.show();
     QGraphicsView *view = f.display->logView();
-    const auto depth = [&] { return f.track(0)->axis().toDepth(view->mapToScene(0, view->viewport()->height() / 2).y()); };
+    const auto depth = [&] {
+        return f.track(0)->axis().toDepth(view->mapToScene(0, view->viewport()->height() / 2).y());
+    };
     view->centerOn(0, f.track(0)->axis().toPixel(1000));
     for (const char *scale : {"200", "1000"}) {
         f.type(f.panel(), "scaleEdit", QString::fromLatin1(scale));
@@ -622,9 +624,9 @@ void tst_welldisplaywidget::picturesOfTheCurrentTab()
 void tst_welldisplaywidget::slotsByName()
 {
     ViewFixture f;
-    for (const char *slot : {"addWellDisWidget(QString,QString)", "removeWellDisWidget(QString)",
-                             "addMarkerInScene(QString,QString)", "removeMarkerFromScene(QString,QString)",
-                             "tabClose(int)", "setCurrentTab(int)"})
+    for (const char *slot :
+         {"addWellDisWidget(QString,QString)", "removeWellDisWidget(QString)", "addMarkerInScene(QString,QString)",
+          "removeMarkerFromScene(QString,QString)", "tabClose(int)", "setCurrentTab(int)"})
         QVERIFY2(f.view->metaObject()->indexOfSlot(slot) >= 0, slot);
 }
 

@@ -129,8 +129,9 @@ void tst_welllogsscene::panelRowsAndTexts()
     f.show();
     QStringList labels;
     labels = DisplayFixture::captions(f.panel());
-    QCOMPARE(labels, (QStringList{"Wellname", "W", "Scale - 1", "Start Depth", "End Depth", "Depth Type",
-                                  "Depth Unit"})); // top to bottom
+    QCOMPARE(labels,
+             (QStringList{"Wellname", "W", "Scale - 1", "Start Depth", "End Depth", "Depth Type",
+                          "Depth Unit"})); // top to bottom
     QCOMPARE(f.text(f.panel(), "scaleEdit"), QString("1000"));
     QCOMPARE(f.text(f.panel(), "startDepthEdit"), QString("0"));
     QCOMPARE(f.text(f.panel(), "endDepthEdit"), QString("1500"));
@@ -633,8 +634,8 @@ void tst_welllogsscene::slotsByName()
         QVERIFY2(f.panel()->metaObject()->indexOfSlot(slot) >= 0, slot);
     const QMetaObject *scene = f.scene()->metaObject();
     int last = -1;
-    for (const char *slot : {"pickedMarkerClicked()", "savePickedMarkerClicked()", "deleteTrack()", "deleteCurve()",
-                             "deleteMarker()"}) {
+    for (const char *slot :
+         {"pickedMarkerClicked()", "savePickedMarkerClicked()", "deleteTrack()", "deleteCurve()", "deleteMarker()"}) {
         QVERIFY2(scene->indexOfSlot(slot) > last, slot); // in this order
         last = scene->indexOfSlot(slot);
     }
@@ -652,14 +653,30 @@ void tst_welllogsscene::absurdRanges_data()
     QTest::addColumn<QString>("start");
     QTest::addColumn<QString>("end");
     QTest::addColumn<QString>("scale");
-    QTest::newRow("start = end") << "100" << "100" << "1000";
-    QTest::newRow("upside down") << "1000" << "100" << "1000";
-    QTest::newRow("beyond single precision") << "-1e39" << "1e39" << "1000";
-    QTest::newRow("one to one") << "0" << "5000" << "1";
-    QTest::newRow("one to a million") << "0" << "5000" << "1000000";
-    QTest::newRow("tiny scale") << "0" << "5000" << "1e-30";
-    QTest::newRow("huge scale") << "0" << "5000" << "1e30";
-    QTest::newRow("not a number") << "nan" << "nan" << "nan";
+    QTest::newRow("start = end") << "100"
+                                 << "100"
+                                 << "1000";
+    QTest::newRow("upside down") << "1000"
+                                 << "100"
+                                 << "1000";
+    QTest::newRow("beyond single precision") << "-1e39"
+                                             << "1e39"
+                                             << "1000";
+    QTest::newRow("one to one") << "0"
+                                << "5000"
+                                << "1";
+    QTest::newRow("one to a million") << "0"
+                                      << "5000"
+                                      << "1000000";
+    QTest::newRow("tiny scale") << "0"
+                                << "5000"
+                                << "1e-30";
+    QTest::newRow("huge scale") << "0"
+                                << "5000"
+                                << "1e30";
+    QTest::newRow("not a number") << "nan"
+                                  << "nan"
+                                  << "nan";
 }
 
 void tst_welllogsscene::absurdRanges()

@@ -292,7 +292,7 @@ private slots:
 
     void templateNamesAreEmptyOnTheFirstLaunchAndThereOnTheSecond()
     {
-        m_data->project.globalTemplateNames = QStringList {"From another survey"};
+        m_data->project.globalTemplateNames = QStringList{"From another survey"};
         launch();
         QVERIFY(m_data->project.globalTemplateNames.isEmpty());
         m_launcher.reset();
@@ -300,7 +300,7 @@ private slots:
         launch();
         QStringList names = m_data->project.globalTemplateNames;
         names.sort();
-        QCOMPARE(names, (QStringList {"Default", "Simple"}));
+        QCOMPARE(names, (QStringList{"Default", "Simple"}));
     }
 
     void wellsAreReadBeforeTheProjectFolderIsMadeAndAfterTheListsAreFilled()
@@ -321,7 +321,7 @@ private slots:
         QVERIFY(!hasFolder);
         QVERIFY(hasLists);
         QVERIFY(QFileInfo::exists(m_host->survey + "/WLC"));
-        QCOMPARE(m_data->catalogue.wellNames(), QStringList {"Well A"});
+        QCOMPARE(m_data->catalogue.wellNames(), QStringList{"Well A"});
     }
 
     void anUnreadableWellIsWarnedOfDuringTheConstruction()
@@ -363,8 +363,8 @@ private:
     static QImage picture()
     {
         QImage image(3, 2, QImage::Format_RGB32);
-        const QRgb colors[] = {qRgb(255, 0, 0), qRgb(0, 255, 0), qRgb(0, 0, 255),
-                               qRgb(0, 0, 0), qRgb(255, 255, 0), qRgb(255, 255, 255)};
+        const QRgb colors[] = {qRgb(255, 0, 0), qRgb(0, 255, 0),   qRgb(0, 0, 255),
+                               qRgb(0, 0, 0),   qRgb(255, 255, 0), qRgb(255, 255, 255)};
         for (int i = 0; i < 6; ++i)
             image.setPixel(i % 3, i / 3, colors[i]);
         return image;

@@ -82,7 +82,7 @@ private slots:
     {
         LaunchRecorder recorder([this] { return state(); });
         m_host->trigger();
-        const QStringList expected {
+        const QStringList expected{
             "10 Loading Main Ui Dialog... | launcher shown | no main window | no default logs",
             "10 Loading Main Ui Dialog... | launcher shown | main window hidden | no default logs",
             "50 Parsing Data according to its contain... | launcher shown | main window hidden | no default logs",
@@ -91,7 +91,7 @@ private slots:
             "100 Done... | launcher hidden | main window hidden | default logs",
         };
         QCOMPARE(recorder.states, expected);
-        QCOMPARE(recorder.progress, (QVector<int> {10, 50, 100}));
+        QCOMPARE(recorder.progress, (QVector<int>{10, 50, 100}));
         QCOMPARE(recorder.mainWindowShows, 1);
         QVERIFY(m_manager->mainWindow()->isVisible());
         QVERIFY(m_manager->mainWindow()->isMaximized());
@@ -165,7 +165,7 @@ private slots:
                          "If you used this well in this Plugin then it may be get crashed.\n"
                          "Please first check this well in Opendtect's Well Manager."));
         QCOMPARE(driver.seen.first().icon, QMessageBox::Warning);
-        QCOMPARE(driver.seen.first().buttons, QStringList {"Ok"});
+        QCOMPARE(driver.seen.first().buttons, QStringList{"Ok"});
         // Events were handled while the box stood there: no launcher yet.
         QCOMPARE(recorder.states.first(), QString("no launcher"));
         QVERIFY(recorder.states.at(1).contains("launcher shown"));
@@ -188,7 +188,7 @@ private slots:
                 QTest::mouseClick(m_manager->launcher()->findChild<QPushButton *>("closeButton"), Qt::LeftButton);
         };
         m_host->trigger();
-        QCOMPARE(recorder.progress, (QVector<int> {10, 50, 100}));
+        QCOMPARE(recorder.progress, (QVector<int>{10, 50, 100}));
         QVERIFY(m_manager->launcher() && !m_manager->launcher()->isVisible());
         QVERIFY(m_manager->mainWindow()->isMaximized());
         QVERIFY(QFileInfo::exists(defaultLogsFile()));
@@ -222,7 +222,7 @@ private slots:
         QCOMPARE(m_window->findChildren<MainWindow *>().size(), 1);
         QCOMPARE(m_window->findChildren<Launcher *>().size(), 1);
         QVERIFY(m_manager->mainWindow()->isMaximized());
-        QCOMPARE(recorder.progress, (QVector<int> {10, 50, 100}));
+        QCOMPARE(recorder.progress, (QVector<int>{10, 50, 100}));
     }
 
     void aSecondClickReadsEverythingAnew()
@@ -239,7 +239,7 @@ private slots:
     {
         m_host->trigger();
         BoxDriver driver;
-        driver.answers = QStringList {"Yes"};
+        driver.answers = QStringList{"Yes"};
         m_manager->mainWindow()->close();
         QVERIFY(!m_manager->mainWindow()->isVisible());
         m_host->trigger();
@@ -269,7 +269,7 @@ private slots:
                 m_host->trigger();
         };
         m_host->trigger();
-        QCOMPARE(recorder.progress, (QVector<int> {10, 50, 100}));
+        QCOMPARE(recorder.progress, (QVector<int>{10, 50, 100}));
         QCOMPARE(recorder.states.size(), 6);
         QCOMPARE(m_window->findChildren<MainWindow *>().size(), 1);
         QCOMPARE(m_window->findChildren<Launcher *>().size(), 1);
@@ -416,10 +416,10 @@ private slots:
         QSet<QString> read;
         m_host->onMarkers = [&read](const QString &key) { read.insert(key); };
         QVERIFY(m_host->writeMarkers(m_wellKey, {{"Top", 10, Qt::red}}).ok());
-        QCOMPARE(read, QSet<QString> {m_wellKey});
+        QCOMPARE(read, QSet<QString>{m_wellKey});
         read.clear();
         QVERIFY(m_host->writeMarkers(otherKey, {}).ok());
-        QCOMPARE(read, QSet<QString> {otherKey});
+        QCOMPARE(read, QSet<QString>{otherKey});
         QVERIFY(m_host->errors.isEmpty());
     }
 
@@ -515,8 +515,9 @@ private:
         QString text = QString::number(launcher->findChild<QProgressBar *>()->value()) + ' '
             + launcher->findChild<QLabel *>("statusLabel")->text();
         text += launcher->isVisible() ? " | launcher shown" : " | launcher hidden";
-        text += !mainWindow ? " | no main window"
-                            : mainWindow->isVisible() ? " | main window shown" : " | main window hidden";
+        text += !mainWindow           ? " | no main window"
+            : mainWindow->isVisible() ? " | main window shown"
+                                      : " | main window hidden";
         return text + (QFileInfo::exists(defaultLogsFile()) ? " | default logs" : " | no default logs");
     }
 

@@ -36,7 +36,7 @@ void BoxDriver::look()
 
 void BoxDriver::answer(QMessageBox *box)
 {
-    Seen record {detached(box->windowTitle()), detached(box->text()), box->icon(), {}};
+    Seen record{detached(box->windowTitle()), detached(box->text()), box->icon(), {}};
     for (QAbstractButton *button : box->buttons())
         record.buttons.append(detached(button->text().remove(QLatin1Char('&'))));
     seen.append(record);

@@ -129,8 +129,8 @@ host::Outcome<QVector<host::WellEntry>> MemoryHost::list()
 host::Outcome<host::WellHeader> MemoryHost::header(const QString &key)
 {
     const Well *well = readable(key);
-    return well ? host::Outcome<host::WellHeader> {well->header, {}}
-                : host::Outcome<host::WellHeader> {{}, unreadable(key)};
+    return well ? host::Outcome<host::WellHeader>{well->header, {}}
+                : host::Outcome<host::WellHeader>{{}, unreadable(key)};
 }
 
 host::Outcome<QVector<host::LogInfo>> MemoryHost::logs(const QString &key)
@@ -155,8 +155,8 @@ host::Outcome<host::LogData> MemoryHost::log(const QString &key, int index)
 host::Outcome<QVector<host::Marker>> MemoryHost::markers(const QString &key)
 {
     const Well *well = readable(key);
-    return well ? host::Outcome<QVector<host::Marker>> {well->markers, {}}
-                : host::Outcome<QVector<host::Marker>> {{}, unreadable(key)};
+    return well ? host::Outcome<QVector<host::Marker>>{well->markers, {}}
+                : host::Outcome<QVector<host::Marker>>{{}, unreadable(key)};
 }
 
 host::Status MemoryHost::writeLog(const QString &key, const host::LogData &log)

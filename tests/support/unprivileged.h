@@ -19,8 +19,7 @@ int runUnprivileged(const Work &work)
         return -1;
     if (child == 0) {
         constexpr unsigned nobody = 65534;
-        if (::geteuid() == 0
-            && (::setgroups(0, nullptr) != 0 || ::setgid(nobody) != 0 || ::setuid(nobody) != 0))
+        if (::geteuid() == 0 && (::setgroups(0, nullptr) != 0 || ::setgid(nobody) != 0 || ::setuid(nobody) != 0))
             ::_exit(254);
         ::_exit(work());
     }

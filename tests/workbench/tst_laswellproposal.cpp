@@ -7,7 +7,8 @@
 
 using workbench::WellProposal;
 
-class TestLasWellProposal : public QObject {
+class TestLasWellProposal : public QObject
+{
     Q_OBJECT
 
 private slots:
@@ -46,9 +47,9 @@ private:
 
 void TestLasWellProposal::complete()
 {
-    const WellProposal proposal = propose(
-        "~W\nSTRT.M 10 :\nSTOP.M 2000 :\nNULL. -999.25 :\nWELL. 15/9-F-1 : WELL\nUWI. 77 :\nX.M 500100.5 :\n"
-        "Y.M 6000200.25 :\n~P\nEKB.M 25 :\nEGL.M -80 :\nTDD.M 2100 :\n");
+    const WellProposal proposal =
+        propose("~W\nSTRT.M 10 :\nSTOP.M 2000 :\nNULL. -999.25 :\nWELL. 15/9-F-1 : WELL\nUWI. 77 :\nX.M 500100.5 :\n"
+                "Y.M 6000200.25 :\n~P\nEKB.M 25 :\nEGL.M -80 :\nTDD.M 2100 :\n");
     QVERIFY(proposal.file.endsWith(QLatin1String("My.Well.las")));
     QCOMPARE(proposal.name, QStringLiteral("15/9-F-1"));
     QCOMPARE(proposal.x, 500100.5);
@@ -61,15 +62,15 @@ void TestLasWellProposal::complete()
 
 void TestLasWellProposal::ownExport()
 {
-    const WellProposal proposal = propose(
-        "~Version Information Section\nVERS.            2.0                             :CWLS\n"
-        "~Well Information Section\nSTRT.M           1000                            :START DEPTH\n"
-        "STOP.M           1200                            :STOP DEPTH\n"
-        "NULL.            -999.25                         :NULL VALUE\n"
-        "WELL.            Well A 1                        :WELL\n"
-        "LOC.             502500.00 , 6003000.00          :LOCATION\n"
-        "LMF.             31.5                            :LOG MEASURED FROM (KB)\n"
-        "UWI.             Well A 1                        :UNIQUE WELL ID\n~Curve Information Section\n");
+    const WellProposal proposal =
+        propose("~Version Information Section\nVERS.            2.0                             :CWLS\n"
+                "~Well Information Section\nSTRT.M           1000                            :START DEPTH\n"
+                "STOP.M           1200                            :STOP DEPTH\n"
+                "NULL.            -999.25                         :NULL VALUE\n"
+                "WELL.            Well A 1                        :WELL\n"
+                "LOC.             502500.00 , 6003000.00          :LOCATION\n"
+                "LMF.             31.5                            :LOG MEASURED FROM (KB)\n"
+                "UWI.             Well A 1                        :UNIQUE WELL ID\n~Curve Information Section\n");
     QCOMPARE(proposal.name, QStringLiteral("Well A 1"));
     QCOMPARE(proposal.x, 502500.0);
     QCOMPARE(proposal.y, 6003000.0);
@@ -125,9 +126,8 @@ void TestLasWellProposal::coordinates_data()
     row("X. east : / Y. north :", 0, 0);
     row("X.DEG 5 : / Y.DEG 6 :", 0, 0);
     row("LATI.DEG 38.4 : / LONG.DEG -96.5 :", 0, 0);
-    for (const char *location :
-         {"12-34-12-34W5M", "A9-16-49-20W3M", "00/07-36-067-03W4/0", "5S-13E-17", "SECTION 17",
-          "600' FNL & 330' FWL", "T31S R1W, Sec. 32", "-999.25 , -999.25", "12"})
+    for (const char *location : {"12-34-12-34W5M", "A9-16-49-20W3M", "00/07-36-067-03W4/0", "5S-13E-17", "SECTION 17",
+                                 "600' FNL & 330' FWL", "T31S R1W, Sec. 32", "-999.25 , -999.25", "12"})
         row(QByteArray("LOC. " + QByteArray(location) + " : LOCATION").constData(), 0, 0);
 }
 
@@ -183,9 +183,7 @@ void TestLasWellProposal::totalDepths_data()
 {
     QTest::addColumn<QByteArray>("lines");
     QTest::addColumn<double>("depth");
-    const auto row = [](const char *lines, double depth) {
-        QTest::newRow(lines) << QByteArray(lines) << depth;
-    };
+    const auto row = [](const char *lines, double depth) { QTest::newRow(lines) << QByteArray(lines) << depth; };
     row("STRT.M 10 : / STOP.M 200 :", 200);
     row("STRT.M 200 : / STOP.M 10 :", 200);
     row("STRT.F 100 : / STOP.F 1000 :", 304.8);
@@ -284,8 +282,7 @@ void TestLasWellProposal::realFiles_data()
     row("F03-02.las", "F/3-2 | 0.0 0.0 | 0.0 0.0 | 2153.9");
     row("P-135_out.LAS", "Eastrock Lauren #1 | 0.0 0.0 | 123.0 119.0 | 951.9");
     row("Shamar-1-iso-8859-15.las", "Shámarça 1 | 244102.8 4388921.0 | 397.2 394.4 | 1168.0");
-    row("Wellington_KGS-1-32-wDST2_LASv3.las",
-        "Wellington KGS 1-32 | 638021.2 4130800.0 | 387.7 0.0 | 1600.8");
+    row("Wellington_KGS-1-32-wDST2_LASv3.las", "Wellington KGS 1-32 | 638021.2 4130800.0 | 387.7 0.0 | 1600.8");
     row("data_characters.las", "data_characters | 0.0 0.0 | 0.0 0.0 | 0.0");
     row("encodings_utf16lebom.las", "ANY ET AL OIL WELL #12 | 0.0 0.0 | 0.0 0.0 | 1670.0");
     row("ex4_1044782786.las", "Schrock 3510 12-1SWD | 621863.9 38403.0 | 404.5 397.8 | 1700.8");
