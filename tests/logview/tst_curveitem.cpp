@@ -479,7 +479,12 @@ void tst_curveitem::gradientBox()
     QCOMPARE(box.itemData(1, Qt::SizeHintRole).toSize().height(), 20);
     QCOMPARE(box.itemIcon(0).availableSizes().first(), QSize(100, 20));
     QCOMPARE(box.itemIcon(1).availableSizes().first(), QSize(50, 20));
-    QCOMPARE(box.itemIcon(0).pixmap(100, 20).toImage().pixelColor(50, 10), QColor(Qt::white));
+    const QImage swatch = box.itemIcon(0).pixmap(100, 20).toImage();
+    QCOMPARE(swatch.pixelColor(50, 10), QColor(Qt::white));
+    for (const QPoint &corner : {QPoint(0, 0), QPoint(99, 0), QPoint(0, 19), QPoint(99, 19)})
+        QCOMPARE(swatch.pixelColor(corner), QColor(Qt::black)); // outlined
+    QCOMPARE(box.itemIcon(1).pixmap(50, 20).toImage().pixelColor(25, 10), QColor(Qt::red));
+    QVERIFY(box.itemIcon(3).isNull()); // no picture
     QSignalSpy activated(&box, &GradientComboBox::itemIsActivated);
     box.show();
     QTest::keyClick(&box, Qt::Key_Down);

@@ -116,6 +116,9 @@ private slots:
     void addsTabs();
     void replacesTheTabOfAWell();
     void closingATab();
+    void namesWithMarksOfTabs();
+    void withoutATree();
+    void closingOneTabKeepsThePanelOfAnother();
     void removingADisplay();
     void markersOfOtherTabs();
     void switchingTabsSwitchesPanels();
@@ -548,6 +551,47 @@ void tst_welldisplaywidget::closingATab()
     QVERIFY(!f.dock.widget());
     f.view->tabClose(0);
     f.view->tabClose(-1);
+}
+
+void tst_welldisplaywidget::namesWithMarksOfTabs()
+{
+    ViewFixture f;
+    f.addWell(QStringLiteral("A:B & C"));
+    f.launch->catalogue.build();
+    auto *item = new QTreeWidgetItem(f.tree.topLevelItem(0), {QStringLiteral("A:B & C")});
+    item->setCheckState(0, Qt::Checked);
+    f.add("A:B & C");
+    QCOMPARE(f.view->displayedWells(), QStringList{QStringLiteral("A:B & C")});
+    f.view->tabClose(0);
+    QCOMPARE(item->checkState(0), Qt::Unchecked);
+    QVERIFY(f.view->displayedWells().isEmpty());
+}
+
+void tst_welldisplaywidget::withoutATree()
+{
+    ViewFixture f;
+    WellLogsViewWidget view(*f.launch, nullptr, nullptr);
+    view.addWellDisWidget(QStringLiteral("W"), QStringLiteral("T"));
+    view.tabClose(0);
+    QVERIFY(view.displayedWells().isEmpty());
+    f.tree.clear();
+    f.add("W");
+    f.view->tabClose(0);
+    QVERIFY(f.view->displayedWells().isEmpty());
+}
+
+void tst_welldisplaywidget::closingOneTabKeepsThePanelOfAnother()
+{
+    ViewFixture f;
+    f.add("W");
+    f.add("X");
+    WellLogsScene *scene = f.view->display(1)->scene();
+    scene->selectOnly(scene->tracks().first());
+    scene->showPanelOfSelection();
+    QWidget *panel = f.dock.widget();
+    f.view->tabClose(0);
+    QCOMPARE(f.dock.widget(), panel);
+    QVERIFY(scene->tracks().first()->isSelected());
 }
 
 void tst_welldisplaywidget::removingADisplay()
