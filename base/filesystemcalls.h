@@ -5,7 +5,8 @@
 namespace base {
 
 /// The system calls of file writing and deleting that can fail, as a seam: the product uses the real ones, a test
-/// replaces them to make a write, a flush, a rename or a deletion fail. Results and errno are those of the POSIX calls of the same name.
+/// replaces them to make a write, a flush, a rename or a deletion fail. Results and errno are those of the POSIX
+/// calls of the same name.
 class FileSystemCalls
 {
 public:

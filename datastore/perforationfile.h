@@ -25,8 +25,9 @@ QString perforationPath(const QString &projectFolder, const QString &wellName);
 /// The bytes of a perforation file. Names and types stand as textfields::fieldName() gives them: otherwise the zone
 /// would not be read again. A depth that is not finite is written as 0. Of unequal lists the common part is written.
 QByteArray perforationBytes(const PerforationRecord &record);
-/// Reads all zone lines of four parts, also beyond the count of the first line. A count below 1 gives an empty record.
-/// A name or a type may be empty, so that every file of ours reads back, where the two parts between are numbers.
+/// Reads all zone lines of four parts, also beyond the count of the first line. A count below 1 gives an empty
+/// record. A name or a type may be empty, so that every file of ours reads back, where the two parts between are
+/// numbers.
 PerforationRecord parsePerforation(const QByteArray &bytes, const QString &wellName);
 
 /// Asks before it replaces a file; one that is write-protected stays also after "Yes". True when the file exists

@@ -45,8 +45,8 @@ QString trimmedLine(const QString &name);
 
 /// A text as it can stand between bars: one line with a broken bar for each "|".
 QByteArray oneField(const QString &text);
-/// The same for a name, without white space at its ends, as it is read back. Names are compared in this form wherever a
-/// file that has such fields holds one of them.
+/// The same for a name, without white space at its ends, as it is read back. Names are compared in this form wherever
+/// a file that has such fields holds one of them.
 QString fieldName(const QString &name);
 /// What stands for a "|" inside a field, as UTF-8.
 constexpr char brokenBar[] = "\xC2\xA6";

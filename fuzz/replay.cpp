@@ -1,5 +1,5 @@
-// Runs a fuzz target without a fuzzer: once on each of the given files and of the files of the given folders, then, as
-// often as asked for, on inputs made of them by chance. Chance begins with the same number each time.
+// Runs a fuzz target without a fuzzer: once on each of the given files and of the files of the given folders, then,
+// as often as asked for, on inputs made of them by chance. Chance begins with the same number each time.
 //
 //     fuzz_track_replay [--mutations NUMBER] FILE_OR_FOLDER…
 

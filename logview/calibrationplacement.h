@@ -17,9 +17,9 @@ struct CalibrationPoint
     bool isInRange = false; ///< whether its depth lies in the range of the axis
 };
 
-/// Where the calibration points of a curve stand: linear even on logarithmic tracks, not clamped, truncated. Points that
-/// no pixel can be computed for are left out. \a reference turns the points' depths into depths of the display; the
-/// default one takes them as they are.
+/// Where the calibration points of a curve stand: linear even on logarithmic tracks, not clamped, truncated. Points
+/// that no pixel can be computed for are left out. \a reference turns the points' depths into depths of the display;
+/// the default one takes them as they are.
 QVector<CalibrationPoint> placeCalibration(const CalibrationRecord &record, const DepthAxis &axis,
                                            const ValueScale &scale, const DepthReference &reference = {});
 

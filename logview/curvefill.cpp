@@ -13,8 +13,8 @@ namespace {
 
 std::atomic<int> builds{0};
 
-// The painter loses its way beyond row 32,767; a pair of edges that reaches further than this past the visible rows is
-// cut there.
+// The painter loses its way beyond row 32,767; a pair of edges that reaches further than this past the visible rows
+// is cut there.
 constexpr double farRows = 4096;
 
 double toward(double from, double to, double part)
@@ -95,8 +95,8 @@ bool operator==(const FillSettings &a, const FillSettings &b)
             || (a.other.revision() == b.other.revision() && a.otherScale == b.otherScale));
 }
 
-/// Makes runs of edges. A row of pixels shows what crosses the middle of the row, so pairs of edges that cross the middle
-/// of none are left out.
+/// Makes runs of edges. A row of pixels shows what crosses the middle of the row, so pairs of edges that cross the
+/// middle of none are left out.
 class CurveFill::Builder
 {
 public:
@@ -326,8 +326,11 @@ void CurveFill::paint(QPainter &painter, const QColor &solid, double topY, doubl
                 continue;
             break;
         }
+        const QColor fillColor = this->color(*run, solid);
+        if (!fillColor.isValid())
+            continue; // no colour of the bar yet, and no other one
         if (run->color != color)
-            painter.setBrush(this->color(*run, solid));
+            painter.setBrush(fillColor);
         color = run->color;
         painter.drawPolygon(visiblePolygon(*run, top, bottom));
     }

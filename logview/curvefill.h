@@ -23,8 +23,8 @@ struct FillTarget
     FillLimit limit = FillLimit::LeftBoundary;
     int curveNumber = 0; ///< k of "Curve_k", from 1, among all curve lines of the track
 };
-/// Reads "None", "Left Boundary", "Right Boundary" and "Curve_" with a number from 1 to \a curveLineCount; anything else
-/// is off.
+/// Reads "None", "Left Boundary", "Right Boundary" and "Curve_" with a number from 1 to \a curveLineCount; anything
+/// else is off.
 FillTarget fillTarget(const QString &upTo, int curveLineCount);
 
 /// What to fill. Caches compare it together with the curve's key.

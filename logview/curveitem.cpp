@@ -6,6 +6,7 @@
 #include "logview/pointitem.h"
 #include "logview/trackheaderitem.h"
 #include "logview/trackitem.h"
+#include "logview/visiblearea.h"
 #include "logview/welldisplaydata.h"
 
 #include <QPainter>
@@ -17,6 +18,11 @@ namespace {
 
 constexpr double pickingReach = 3; // pixels
 constexpr double boundingMargin = 8; // half of the widest selected pen, and calibration points on the edge
+
+bool isFillOn(const QString &upTo)
+{
+    return !upTo.isEmpty() && upTo != QLatin1String("None");
+}
 
 QPen penOf(const TemplateCurveInfo &line)
 {
@@ -66,10 +72,10 @@ void CurveItem::setIndex(int index)
 void CurveItem::readFill(const TrackInfo &definition)
 {
     const int lineCount = definition.curves.size();
-    const logview::FillTarget left = logview::fillTarget(m_line.leftUpTo, lineCount);
-    const logview::FillTarget right = logview::fillTarget(m_line.rightUpTo, lineCount);
-    const logview::FillTarget &target = left.isOn ? left : right;
-    const bool isRight = !left.isOn && right.isOn;
+    // A left fill goes first, also one up to something that is not there.
+    const bool isRight = !isFillOn(m_line.leftUpTo) && isFillOn(m_line.rightUpTo);
+    const logview::FillTarget target =
+        logview::fillTarget(isRight ? m_line.rightUpTo : m_line.leftUpTo, lineCount);
     m_fillStyle.isOn = target.isOn;
     m_fillStyle.color = isRight ? m_line.rightFillColor : m_line.leftFillColor;
     if (!target.isOn)
@@ -127,11 +133,11 @@ void CurveItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
 {
     m_curveLine.update(m_samples, key());
     updateFill();
-    const QRectF exposed = option->exposedRect;
+    const QRectF shown = logview::visibleArea(*painter, *option).adjusted(0, -1, 0, 1);
     if (m_fillStyle.isOn)
-        m_fill.paint(*painter, m_fillStyle.color, exposed.top(), exposed.bottom());
+        m_fill.paint(*painter, m_fillStyle.color, shown.top(), shown.bottom());
     painter->setBrush(Qt::transparent);
-    m_curveLine.paint(*painter, currentPen(), exposed.top(), exposed.bottom());
+    m_curveLine.paint(*painter, currentPen(), shown.top(), shown.bottom());
 }
 
 void CurveItem::updateFill()
@@ -144,6 +150,11 @@ CurveItemPropertyWidget *CurveItem::panel()
 {
     if (!m_panel)
         m_panel = new CurveItemPropertyWidget(this);
+    return m_panel;
+}
+
+CurveItemPropertyWidget *CurveItem::existingPanel() const
+{
     return m_panel;
 }
 
@@ -205,8 +216,8 @@ void CurveItem::setFillColor(const QColor &color)
     redraw();
 }
 
-// Samples hold measured depths. A subsea display asks with its own depths, so that the value is that of the line under the
-// mouse.
+// Samples hold measured depths. A subsea display asks with its own depths, so that the value is that of the line
+// under the mouse.
 logview::Sample CurveItem::sampleAt(double depthM) const
 {
     const logview::DepthReference &reference = m_track->depthReference();

@@ -24,15 +24,15 @@ struct CurveFillStyle
     base::ColorBar bar;
 };
 
-/// One log in its track: line, fill and calibration points. What it draws is computed when it is first painted after a
-/// change of the samples or the geometry, and kept.
+/// One log in its track: line, fill and calibration points. What it draws is computed when it is first painted after
+/// a change of the samples or the geometry, and kept.
 class CurveItem : public QGraphicsItem
 {
 public:
     enum { Type = UserType + 2 };
 
-    /// A child of \a track. \a index counts the curves that the track draws, 0 first: the place of the header. Reads the
-    /// log of the line's name; where there is none nothing is drawn.
+    /// A child of \a track. \a index counts the curves that the track draws, 0 first: the place of the header. Reads
+    /// the log of the line's name; where there is none nothing is drawn.
     CurveItem(const TrackInfo &definition, const TemplateCurveInfo &line, int index, TrackItem *track);
     ~CurveItem() override;
 
@@ -52,6 +52,8 @@ public:
     void setIndex(int index);
     /// Made when it is first asked for; goes with the curve.
     CurveItemPropertyWidget *panel();
+    /// Null as long as nobody asked for it.
+    CurveItemPropertyWidget *existingPanel() const;
     TrackItem *track() const { return m_track; }
 
     /// The track has another depth range, scale, width, type, depth type or unit.

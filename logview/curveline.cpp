@@ -83,8 +83,8 @@ void CurveLine::paintRows(QPainter &painter, const QPen &pen, int topRow, int bo
     int top = std::max(topRow, deviceTop);
     int bottom = std::min(bottomRow, deviceBottom);
     if (m_rows.penWidth() == 1) {
-        // The painter cuts the lines that leave its device before it looks for their pixels, which moves some: the rows
-        // of the lines that cross an edge of the device are stroked.
+        // The painter cuts the lines that leave its device before it looks for their pixels, which moves some: the
+        // rows of the lines that cross an edge of the device are stroked.
         const auto [upper, lower] = m_path.crossing(deviceTop - 1);
         const int upperEnd = std::max(deviceTop + 1, toInt(std::ceil(lower)));
         if (upper < lower && top <= upperEnd && strokeSamples(painter, pen, deviceTop, std::min(upperEnd, bottom)))
@@ -137,8 +137,8 @@ void CurveLine::strokePath(QPainter &painter, const QPen &pen, double topY, doub
     painter.drawPath(dashes(pen, slices, top, bottom));
 }
 
-// The painter starts its pattern anew where a line enters the device, so that dashes would crawl when the view scrolls;
-// these stand where the length of the line puts them.
+// The painter starts its pattern anew where a line enters the device, so that dashes would crawl when the view
+// scrolls; these stand where the length of the line puts them.
 QPainterPath CurveLine::dashes(const QPen &pen, const QVector<CurvePath::Slice> &slices, double topY,
                                double bottomY) const
 {

@@ -12,8 +12,8 @@ QT_END_NAMESPACE
 
 namespace logview {
 
-/// The line of one curve, ready to be painted: what a curve item keeps. Built again only when its key changes; colour,
-/// style, scrolling and hovering build nothing, a new pen width only the rows of pixels that it covers.
+/// The line of one curve, ready to be painted: what a curve item keeps. Built again only when its key changes;
+/// colour, style, scrolling and hovering build nothing, a new pen width only the rows of pixels that it covers.
 class CurveLine
 {
 public:
@@ -27,9 +27,9 @@ public:
     /// Paints what shows between \a topY and \a bottomY (track coordinates), or some rows more.
     ///
     /// On a raster device without antialiasing, with a transformation that only moves and by whole pixels, a solid
-    /// round-capped pen of whole width gives the picture of a painter path of every sample: with 1 pixel the same one,
-    /// wider almost the same. Everywhere else the reduced path is stroked. Dashes stand at the same places whatever part
-    /// is painted and wherever the view has been scrolled to.
+    /// round-capped pen of whole width gives the picture of a painter path of every sample: with 1 pixel the same
+    /// one, wider almost the same. Everywhere else the reduced path is stroked. Dashes stand at the same places
+    /// whatever part is painted and wherever the view has been scrolled to.
     void paint(QPainter &painter, const QPen &pen, double topY, double bottomY) const;
 
     /// The whole curve as a path, for QGraphicsItem::shape(); made at every call. For picking path().intersects() is

@@ -10,6 +10,7 @@
 #include <QVector>
 
 #include <cmath>
+#include <algorithm>
 #include <utility>
 
 namespace logview {
@@ -50,16 +51,16 @@ public:
         if (value == samples.nullValue())
             return Break;
         const double x = m_value.toPixel(value);
-        const double y = yOf(depth);
-        if (std::isnan(x) || y < 0 || y > m_height)
+        if (std::isnan(x))
             return Break;
-        point = QPointF(x, y);
+        // A depth of the range is in the track; rounding must not put one at its end below it.
+        point = QPointF(x, std::clamp(yOf(depth), 0.0, m_height));
         return Drawn;
     }
     /// The samples that may be Drawn: [first, second). By binary search for depths in order, else all.
     std::pair<int, int> range(const CurveSamples &samples) const;
-    /// Of these, the samples between two pixel positions and one more on both sides; all of them where depths are not in
-    /// order.
+    /// Of these, the samples between two pixel positions and one more on both sides; all of them where depths are not
+    /// in order.
     std::pair<int, int> range(const CurveSamples &samples, double topY, double bottomY) const;
 
 private:
@@ -73,8 +74,8 @@ private:
     ValuePlacer m_value;
 };
 
-/// The path of every sample between two pixel positions, and of one more on both sides: not reduced. Of the whole depth
-/// range where depths are not in order.
+/// The path of every sample between two pixel positions, and of one more on both sides: not reduced. Of the whole
+/// depth range where depths are not in order.
 QPainterPath samplePath(const CurveSamples &samples, const CurveKey &key, double topY, double bottomY);
 
 /// The reduced drawing of a curve over its whole depth range: of the samples that follow one another in one pixel row
@@ -99,8 +100,8 @@ public:
 
     CurvePath() = default;
     CurvePath(const CurveSamples &samples, const CurveKey &key);
-    /// Only what is needed for what shows between two pixel positions; all of it where depths are not in order. It counts
-    /// as no build.
+    /// Only what is needed for what shows between two pixel positions; all of it where depths are not in order. It
+    /// counts as no build.
     static CurvePath part(const CurveSamples &samples, const CurveKey &key, double topY, double bottomY);
 
     const CurveKey &key() const { return m_key; }

@@ -17,9 +17,9 @@ constexpr float maximumTrackHeight = 1.0e9F;
 /// Truncates toward zero; what an int cannot hold gives the nearest int, NaN gives 0.
 int toInt(double value);
 
-/// Height in pixels of the depth range at the paper scale 1:\a scale and 96 pixels an inch; the same formula for metre
-/// and feet. A range upside down is as high as its mirror image. A scale that is no positive number counts as the
-/// default. Never negative, never above maximumTrackHeight, 0 for a range that is not finite.
+/// Height in pixels of the depth range at the paper scale 1:\a scale and 96 pixels an inch; the same formula for
+/// metre and feet. A range upside down is as high as its mirror image. A scale that is no positive number counts as
+/// the default. Never negative, never above maximumTrackHeight, 0 for a range that is not finite.
 float trackHeight(float start, float end, float scale);
 
 /// The rectangle of the scene is this much higher than its tracks.

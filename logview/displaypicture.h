@@ -10,12 +10,12 @@ class QGraphicsScene;
 class QPainter;
 QT_END_NAMESPACE
 
-/// The size of the picture of a display, for the size it ought to have: smaller, with the same proportions, when a TIFF
-/// file could not hold it.
+/// The size of the picture of a display, for the size it ought to have: smaller, with the same proportions, when a
+/// TIFF file could not hold it.
 QSize pictureSize(qint64 width, qint64 height);
 
-/// A well's log display as one picture: the headers, and below them the tracks. It is rendered in bands of rows, so that
-/// its length is limited by nothing but the file.
+/// A well's log display as one picture: the headers, and below them the tracks. It is rendered in bands of rows, so
+/// that its length is limited by nothing but the file.
 class DisplayPicture
 {
 public:

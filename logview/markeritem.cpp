@@ -59,9 +59,9 @@ private:
 
 MarkerItem::MarkerItem(WellLogsScene *scene)
     : m_scene(scene)
-    , m_panel(new MarkerItemPropertyWidget(this))
-    , m_drawing(new MarkerDrawing(this))
 {
+    m_panel = new MarkerItemPropertyWidget(this); // shows members that stand behind it
+    m_drawing = new MarkerDrawing(this);
     setFlag(ItemIsSelectable);
     setDepth(0);
 }

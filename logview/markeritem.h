@@ -9,8 +9,8 @@ class MarkerDrawing;
 class MarkerItemPropertyWidget;
 class WellLogsScene;
 
-/// A marker of the well: a horizontal line over all tracks with the marker's name on its left. Whoever shows it places
-/// it at its depth.
+/// A marker of the well: a horizontal line over all tracks with the marker's name on its left. Whoever shows it
+/// places it at its depth.
 class MarkerItem : public QGraphicsLineItem
 {
 public:
@@ -47,8 +47,8 @@ public:
 
     /// The pen with which the line is drawn now.
     QPen currentPen() const;
-    /// Where the name is drawn, in item coordinates: left of the tracks, one line for a short name, wrapped in a narrow box
-    /// for a longer one.
+    /// Where the name is drawn, in item coordinates: left of the tracks, one line for a short name, wrapped in a
+    /// narrow box for a longer one.
     static QRectF nameRect(int textWidthPx);
 
 protected:
@@ -57,7 +57,7 @@ protected:
 private:
     WellLogsScene *m_scene;
     QPointer<MarkerItemPropertyWidget> m_panel; ///< ours, also while a dock is its parent
-    MarkerDrawing *m_drawing; ///< a child
+    MarkerDrawing *m_drawing = nullptr; ///< a child
     QColor m_lineColor = Qt::black;
     int m_lineThickness = 1;
     float m_width = 0;

@@ -8,6 +8,15 @@
 #include <QLineEdit>
 #include <QSignalBlocker>
 
+namespace {
+
+QString depthText(float depth)
+{
+    return QString::number(static_cast<double>(depth), 'f', 2);
+}
+
+} // namespace
+
 MarkerItemPropertyWidget::MarkerItemPropertyWidget(MarkerItem *marker)
     : PropertyPanel(QStringLiteral("MarkerItemPropertyWidget"), QStringLiteral("Marker Property"))
     , m_marker(marker)
@@ -39,7 +48,7 @@ void MarkerItemPropertyWidget::showMarker()
     const QSignalBlocker blockThickness(m_lineThickness);
     m_wellName->setText(m_marker->wellName());
     m_markerName->setText(m_marker->markerName());
-    m_depth->setText(QString::number(static_cast<double>(m_marker->depth()), 'f', 2));
+    m_depth->setText(depthText(m_marker->depth()));
     m_lineColor->showColor(m_marker->lineColor());
     m_lineThickness->setCurrentIndex(m_marker->lineThickness() - 1);
 }
@@ -49,10 +58,12 @@ void MarkerItemPropertyWidget::markerNameChanged()
     m_marker->setMarkerName(m_markerName->text());
 }
 
-// The placement takes the depth as part of the well's total depth; start depth, depth type and unit of the display do not
-// count here.
+// The placement takes the depth as part of the well's total depth; start depth, depth type and unit of the display do
+// not count here.
 void MarkerItemPropertyWidget::markerDepthChanged()
 {
+    if (m_depth->text() == depthText(m_marker->depth()))
+        return; // a field that is left as it was says "finished" too
     const float depth = m_depth->text().toFloat();
     m_marker->setDepth(depth);
     const WellLogsScene *scene = m_marker->logsScene();

@@ -26,13 +26,13 @@ QPainterPath PointItem::shape() const
 
 void PointItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
 {
+    // Half the pen on each side of a shape of that size fills the bounding rectangle.
     const QBrush brush(m_color);
-    if (m_shapeCode != circleShape) {
-        painter->fillRect(boundingRect(), brush); // the outline below would cut the corners
-        return;
-    }
-    // Half the pen on each side of a circle of that size fills the bounding rectangle.
+    const QRectF core(-m_size / 2.0, -m_size / 2.0, m_size, m_size);
     painter->setBrush(brush);
     painter->setPen(QPen(brush, m_size, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
-    painter->drawEllipse(QRectF(-m_size / 2.0, -m_size / 2.0, m_size, m_size));
+    if (m_shapeCode == circleShape)
+        painter->drawEllipse(core);
+    else
+        painter->drawRect(core);
 }

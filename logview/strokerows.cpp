@@ -16,7 +16,8 @@ constexpr int stretchRows = 64;
 constexpr size_t maximumStretches = 64;
 // What stands in these rows beside a stretch decides how its first and last rows are painted.
 constexpr int marginRows = 3;
-// A line that leaves the picture it is painted in is cut, which moves some of its pixels: so the picture grows to here.
+// A line that leaves the picture it is painted in is cut, which moves some of its pixels: so the picture grows to
+// here.
 constexpr int maximumSpareRows = 4096;
 // Runs are kept in 16 bits; a curve on a wider track is stroked.
 constexpr float maximumTrackWidth = 8192;

@@ -9,11 +9,11 @@
 
 namespace logview {
 
-/// The pixels that the line of a curve covers, as runs of pixels per row. A reduced polyline can not take their place:
-/// which pixels a line shorter than a pixel sets depends on where every single sample stands.
+/// The pixels that the line of a curve covers, as runs of pixels per row. A reduced polyline can not take their
+/// place: which pixels a line shorter than a pixel sets depends on where every single sample stands.
 ///
-/// The painter itself finds them, stretch by stretch of the track when their rows are first asked for. The last stretches
-/// are kept.
+/// The painter itself finds them, stretch by stretch of the track when their rows are first asked for. The last
+/// stretches are kept.
 class StrokeRows
 {
 public:
@@ -24,8 +24,8 @@ public:
     StrokeRows(const CurveSamples &samples, const CurvePath &path, int penWidth);
 
     int penWidth() const { return m_penWidth; } ///< 0 when nothing was built
-    /// Whether the curve is to be painted by rows: where the reduced path is that of every sample and quickly stroked,
-    /// and where rows are not those of the screen or depths not in order, it is to be stroked.
+    /// Whether the curve is to be painted by rows: where the reduced path is that of every sample and quickly
+    /// stroked, and where rows are not those of the screen or depths not in order, it is to be stroked.
     bool isNeeded() const { return m_isNeeded; }
     /// The pixels of the rows \a topRow to \a bottomRow as rectangles; equal rows are joined.
     void appendPixels(int topRow, int bottomRow, QVector<QRect> &rectangles) const;

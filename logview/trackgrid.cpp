@@ -145,6 +145,12 @@ QVector<GridLine> logarithmicGrid(float width, float height)
 
 namespace {
 
+// A pixel and a gap of two.
+qint64 dotStep(GridPen pen)
+{
+    return isDotted(pen) ? 3 : 1;
+}
+
 QLine cutToRows(const QLine &line, qint64 dotStep, int topY, int bottomY)
 {
     const qint64 hidden = std::max<qint64>(0, static_cast<qint64>(topY) - line.y1());
@@ -164,8 +170,14 @@ QLine cutVertical(const QLine &line, int topY, int bottomY)
 
 QLine cutVertical(const GridLine &line, int topY, int bottomY)
 {
-    constexpr qint64 dotStep = 3; // a pixel and a gap of two
-    return cutToRows(line.line, isDotted(line.pen) ? dotStep : 1, topY, bottomY);
+    return cutToRows(line.line, dotStep(line.pen), topY, bottomY);
+}
+
+QLine cutHorizontal(const GridLine &line, int leftX, int rightX)
+{
+    const QLine &whole = line.line;
+    const QLine cut = cutToRows({whole.y1(), whole.x1(), whole.y2(), whole.x2()}, dotStep(line.pen), leftX, rightX);
+    return cut.isNull() ? QLine() : QLine(cut.y1(), cut.x1(), cut.y2(), cut.x2());
 }
 
 int labelStep(float scale)

@@ -24,9 +24,9 @@ struct GridLine
 };
 bool operator==(const GridLine &a, const GridLine &b);
 
-/// The horizontal lines of linear and logarithmic tracks with y between \a topY and \a bottomY (both included), in the
-/// order in which they are drawn: ascending depth. Where more lines fall on one pixel row than can be told apart, those
-/// that the last ones cover are left out. \a verticalOffset is taken off every y.
+/// The horizontal lines of linear and logarithmic tracks with y between \a topY and \a bottomY (both included), in
+/// the order in which they are drawn: ascending depth. Where more lines fall on one pixel row than can be told apart,
+/// those that the last ones cover are left out. \a verticalOffset is taken off every y.
 QVector<GridLine> horizontalGrid(const DepthAxis &axis, float scale, float width, int topY, int bottomY,
                                  float verticalOffset = 0);
 
@@ -38,9 +38,11 @@ QVector<GridLine> logarithmicGrid(float width, float height);
 
 /// A vertical line cut to the visible rows, to be drawn in place of one millions of pixels long.
 QLine cutVertical(const QLine &line, int topY, int bottomY);
-/// The same for a line of the grid: one of dots begins with its first visible dot. The painter starts the pattern anew
-/// where a line enters the device, so that dots would crawl when the view scrolls.
+/// The same for a line of the grid: one of dots begins with its first visible dot. The painter starts the pattern
+/// anew where a line enters the device, so that dots would crawl when the view scrolls.
 QLine cutVertical(const GridLine &line, int topY, int bottomY);
+/// The same for a horizontal line and the visible columns.
+QLine cutHorizontal(const GridLine &line, int leftX, int rightX);
 
 /// Step of the depth labels at the scale 1:\a scale.
 int labelStep(float scale);

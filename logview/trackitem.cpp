@@ -6,6 +6,7 @@
 #include "logview/trackgrid.h"
 #include "logview/trackheaderitem.h"
 #include "logview/trackitempropertywidget.h"
+#include "logview/visiblearea.h"
 #include "logview/welldisplaydata.h"
 
 #include <QGraphicsSceneHoverEvent>
@@ -163,14 +164,15 @@ void TrackItem::changeGeometry()
 void TrackItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *)
 {
     const QRect track(0, 0, logview::toInt(static_cast<double>(m_width)), m_axis.heightPx());
-    const QRect visible = option->exposedRect.toAlignedRect().adjusted(-1, -1, 1, 1) & track;
+    const QRect shown = logview::visibleArea(*painter, *option).toAlignedRect();
+    const QRect visible = shown.adjusted(-1, -1, 1, 1) & track;
     painter->fillRect(visible, isSelected() ? logview::highlightColor() : logview::backgroundColor());
     if (m_definition.type == DepthTrack) {
         paintDepths(painter, visible);
         if (m_arePerforationsShown)
             paintPerforations(painter, visible);
     } else {
-        paintGrid(painter, visible);
+        paintGrid(painter, shown);
     }
 
     // Sides only as long as they show: a painter takes its time with lines of millions of pixels.
@@ -184,6 +186,8 @@ void TrackItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
             painter->drawLine(0, y, track.width(), y);
 }
 
+// A dotted line must not begin outside of what is shown: its dots would start anew at the edge of the device, and crawl
+// while the view is scrolled.
 void TrackItem::paintGrid(QPainter *painter, const QRect &visible) const
 {
     const QVector<logview::GridLine> verticals = m_definition.type == LogarithmicTrack
@@ -193,7 +197,7 @@ void TrackItem::paintGrid(QPainter *painter, const QRect &visible) const
     for (const logview::GridLine &line :
          logview::horizontalGrid(m_axis, m_scale, m_width, visible.top(), visible.bottom(), m_verticalOffset)) {
         painter->setPen(logview::gridPen(line.pen));
-        painter->drawLine(line.line);
+        painter->drawLine(logview::cutHorizontal(line, visible.left(), visible.right()));
     }
     for (const logview::GridLine &line : verticals) {
         painter->setPen(logview::gridPen(line.pen));

@@ -15,8 +15,8 @@ class TrackHeaderItem;
 class TrackItemPropertyWidget;
 class WellDisplayData;
 
-/// One vertical column of a log display: its grid or depth scale, with its curves as children. It has a header for the
-/// header scene; whoever lays the tracks out places both.
+/// One vertical column of a log display: its grid or depth scale, with its curves as children. It has a header for
+/// the header scene; whoever lays the tracks out places both.
 class TrackItem : public QGraphicsItem
 {
 public:
@@ -57,7 +57,8 @@ public:
     float scale() const { return m_scale; }
     const logview::DepthAxis &axis() const { return m_axis; }
 
-    /// More than 0, at 96 pixels an inch. Announces it (TrackItemPropertyWidget::trackResized), so that the tracks are laid out anew.
+    /// More than 0, at 96 pixels an inch. Announces it (TrackItemPropertyWidget::trackResized), so that the tracks
+    /// are laid out anew.
     void setWidthInches(float inches);
     float width() const { return m_width; }
     float height() const { return m_axis.height; }
@@ -73,7 +74,8 @@ public:
     /// Pixels that are taken off every grid line's y.
     void setVerticalOffset(float offsetPx);
 
-    /// A click on the header of the track or of one of its curves; announces it (TrackItemPropertyWidget::headerClicked).
+    /// A click on the header of the track or of one of its curves; announces it
+    /// (TrackItemPropertyWidget::headerClicked).
     void clickInHeader(QGraphicsItem *item);
     /// What hovering at a position tells.
     QString readout(const QPointF &scenePosition) const;

@@ -16,9 +16,9 @@ struct ValueScale
     float width = 0; ///< pixels
 
     /// x of a value, in [0, width]. On a linear scale what lies beyond the limits stands on the edge, and everything
-    /// equal to two equal limits at 0. On a logarithmic scale the distance from the minimum counts, whatever its sign.
-    /// NaN where the curve breaks: a value that is not finite, a logarithmic x outside the track, limits without a
-    /// logarithm.
+    /// equal to two equal limits at 0. On a logarithmic scale the distance from the minimum counts, whatever its
+    /// sign. NaN where the curve breaks: a value that is not finite, a logarithmic x outside the track, limits
+    /// without a logarithm.
     double toPixel(double value) const;
     /// x on a linear scale, not clamped, whatever isLogarithmic says: calibration points. May be infinite or NaN.
     double toLinearPixel(double value) const;
@@ -55,9 +55,9 @@ private:
     double m_sign; ///< -1 on a mirrored linear scale
 };
 
-/// Index of the colour of a value among \a colorCount colours: int((value - minimum) × n / (maximum - minimum)) with n =
-/// colorCount - 1, mirrored when maximum < minimum. -1 (keep the previous colour) when it is n or more and when there
-/// is none to compute; below the minimum it is 0.
+/// Index of the colour of a value among \a colorCount colours: int((value - minimum) × n / (maximum - minimum)) with
+/// n = colorCount - 1, mirrored when maximum < minimum. -1 (keep the previous colour) when it is n or more and when
+/// there is none to compute; below the minimum it is 0.
 int colorIndex(double value, double minimum, double maximum, int colorCount);
 
 } // namespace logview

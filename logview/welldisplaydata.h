@@ -19,8 +19,8 @@ struct DisplayedLog
     QString unit;
 };
 
-/// What the tracks of one display draw of one well. Each log, calibration file and colour bar is read when it is first
-/// asked for and kept, so that a log shown twice is read and held once. Shared by the items of the display.
+/// What the tracks of one display draw of one well. Each log, calibration file and colour bar is read when it is
+/// first asked for and kept, so that a log shown twice is read and held once. Shared by the items of the display.
 class WellDisplayData
 {
 public:

@@ -196,7 +196,7 @@ void WellDisplayWidget::setStatusLabel(QString label)
 
 void WellDisplayWidget::addMarker(const QString &wellName, const QString &markerName)
 {
-    if (wellName != m_wellName || m_scene->findMarker(markerName))
+    if (wellName != m_wellName || m_scene->findStoredMarker(markerName))
         return;
     const QVector<WellMarker> markers = m_data.catalogue.markers(wellName);
     const auto found = std::find_if(markers.begin(), markers.end(),
@@ -214,15 +214,17 @@ void WellDisplayWidget::addMarker(const QString &wellName, const QString &marker
 
 void WellDisplayWidget::removeMarker(const QString &wellName, const QString &markerName)
 {
-    if (wellName == m_wellName)
-        m_scene->deleteMarker(markerName);
+    MarkerItem *marker = wellName == m_wellName ? m_scene->findStoredMarker(markerName) : nullptr;
+    if (marker)
+        m_scene->destroyMarker(marker);
 }
 
 void WellDisplayWidget::saveMarker(MarkerItem *marker)
 {
+    const QPointer<WellDisplayWidget> self = this;
     const QString name =
         savePickedMarker(m_data, m_wellName, {marker->markerName(), marker->depth(), marker->lineColor()});
-    if (name.isNull())
+    if (!self || name.isNull())
         return;
     // A box, or the host's news of its markers, may have changed what is shown meanwhile.
     if (m_scene->unsavedMarkers().contains(marker)) {

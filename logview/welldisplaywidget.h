@@ -36,8 +36,8 @@ public:
     WellLogsView *logView() const { return m_logView; }
     QGraphicsView *headerView() const { return m_headerView; }
 
-    /// Shows a marker of the well. Nothing happens for a marker of another well, one that is shown or one that the well
-    /// has not.
+    /// Shows a marker of the well. Nothing happens for a marker of another well, one that is shown or one that the
+    /// well has not.
     void addMarker(const QString &wellName, const QString &markerName);
     void removeMarker(const QString &wellName, const QString &markerName);
 

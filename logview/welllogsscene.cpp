@@ -34,8 +34,8 @@ QWidget *panelOf(QGraphicsItem *item)
 WellLogsScene::WellLogsScene(QObject *parent, QGraphicsScene *headerScene)
     : QGraphicsScene(parent)
     , m_headerScene(headerScene)
-    , m_panel(new WellLogsScenePropertyWidget(this))
 {
+    m_panel = new WellLogsScenePropertyWidget(this); // shows members that stand behind it
     setItemIndexMethod(NoIndex); // a few dozen items, each as high as the scene: an index finds nothing out
     m_headerScene->setItemIndexMethod(NoIndex);
     connect(m_headerScene, &QGraphicsScene::selectionChanged, this, &WellLogsScene::selectHeadersAsTheirItems);
@@ -249,6 +249,14 @@ MarkerItem *WellLogsScene::findMarker(const QString &markerName) const
     return found == m_markers.end() ? nullptr : *found;
 }
 
+MarkerItem *WellLogsScene::findStoredMarker(const QString &markerName) const
+{
+    for (MarkerItem *marker : m_markers)
+        if (marker->markerName() == markerName && !m_unsavedMarkers.contains(marker))
+            return marker;
+    return nullptr;
+}
+
 void WellLogsScene::deleteMarker(const QString &markerName)
 {
     if (MarkerItem *marker = findMarker(markerName))
@@ -335,11 +343,14 @@ void WellLogsScene::leavePanelOf(QGraphicsItem *item)
         return;
     QList<QGraphicsItem *> leaving = item->childItems();
     leaving.append(item);
-    for (QGraphicsItem *child : qAsConst(leaving))
-        if (panelOf(child) == m_shownPanel) {
+    for (QGraphicsItem *child : qAsConst(leaving)) {
+        const auto *curve = qgraphicsitem_cast<CurveItem *>(child);
+        const QWidget *panel = curve ? curve->existingPanel() : panelOf(child);
+        if (panel == m_shownPanel) {
             showOwnPanel();
             return;
         }
+    }
 }
 
 void WellLogsScene::mousePressEvent(QGraphicsSceneMouseEvent *event)

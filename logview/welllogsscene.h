@@ -27,7 +27,8 @@ public:
     ~WellLogsScene() override;
 
     /// Building a display: empties both scenes for the well, takes the tracks from left to right, and then gives the
-    /// scenes their size and the banner. The depth range is 0 to the total depth at 1:1000, in measured depth and metres.
+    /// scenes their size and the banner. The depth range is 0 to the total depth at 1:1000, in measured depth and
+    /// metres.
     void beginDisplay(const WellRecord &well);
     void addTrack(TrackItem *track);
     void endDisplay();
@@ -70,6 +71,8 @@ public:
     /// Destroys the first marker of that name.
     void deleteMarker(const QString &markerName);
     MarkerItem *findMarker(const QString &markerName) const;
+    /// The same among those that are no picked markers waiting to be saved.
+    MarkerItem *findStoredMarker(const QString &markerName) const;
     /// The marker that was added last; null when there is none or it is gone.
     MarkerItem *currentPickedMarker() const { return m_pickedMarker; }
     /// Picked markers that are not saved in the well, oldest first.

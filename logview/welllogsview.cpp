@@ -7,6 +7,7 @@
 
 #include <QContextMenuEvent>
 #include <QMenu>
+#include <QPointer>
 #include <QScrollBar>
 
 namespace {
@@ -103,7 +104,8 @@ QGraphicsItem *WellLogsView::itemUnder(const QPoint &position) const
     return nullptr;
 }
 
-// The item may be gone by the time the user chooses. The mode goes back to none, or clicks would no longer show panels.
+// The item may be gone by the time the user chooses. The mode goes back to none, or clicks would no longer show
+// panels.
 template<class Slot>
 void WellLogsView::addItemAction(QMenu *menu, const QString &text, QGraphicsItem *item, const Slot &slot)
 {
@@ -111,8 +113,10 @@ void WellLogsView::addItemAction(QMenu *menu, const QString &text, QGraphicsItem
         if (!m_scene->items().contains(item))
             return;
         m_scene->selectOnly(item);
+        const QPointer<WellLogsView> self = this; // a box of the slot may outlive the display
         slot();
-        m_scene->setMode(WellLogsScene::Mode::None);
+        if (self)
+            m_scene->setMode(WellLogsScene::Mode::None);
     });
 }
 

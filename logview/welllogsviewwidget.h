@@ -20,8 +20,8 @@ class WellLogsViewWidget : public QWidget
     Q_OBJECT
 
 public:
-    /// \a projectData must outlive the widget. The dock takes property panels; in the tree, the wells are the children of
-    /// the first item, checked while they are displayed. Neither is owned.
+    /// \a projectData must outlive the widget. The dock takes property panels; in the tree, the wells are the
+    /// children of the first item, checked while they are displayed. Neither is owned.
     WellLogsViewWidget(ProjectData &projectData, QDockWidget *propertiesDock, QTreeWidget *projectTree,
                        QWidget *parent = nullptr);
 

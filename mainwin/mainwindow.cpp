@@ -198,8 +198,8 @@ void MainWindow::printActionClicked()
     m_previewPage = {};
 }
 
-// A preview asks for its page again and again; the picture file is written at the first time only, and the page is drawn
-// anew only when its size changes. The
+// A preview asks for its page again and again; the picture file is written at the first time only, and the page is
+// drawn anew only when its size changes. The
 // correlation view hands its page over once it exists; until then, as for the well data manager, nothing is printed,
 // which the preview shows as an empty page.
 void MainWindow::printPreView(QPrinter *printer)

@@ -15,7 +15,8 @@ class ProjectTreeWidget : public QTreeWidget
     Q_OBJECT
 
 public:
-    /// Fills itself from the catalogue, the project folder and the saved correlations. \a projectData must outlive it.
+    /// Fills itself from the catalogue, the project folder and the saved correlations. \a projectData must outlive
+    /// it.
     explicit ProjectTreeWidget(ProjectData &projectData, QWidget *parent = nullptr);
 
     /// Reads the names of templates and correlations anew and brings all branches up to date with them and with the

@@ -33,7 +33,8 @@ Launcher::Launcher(ProjectData &projectData, QWidget *parent)
     setWindowTitle(QStringLiteral("LORVA Launcher"));
     setWindowIcon(projectData.host.icon(QStringLiteral("LORVA_wlc.png")));
     setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
-    // It closes just before the main window shows: in a host without another visible window that would end the program.
+    // It closes just before the main window shows: in a host without another visible window that would end the
+    // program.
     setAttribute(Qt::WA_QuitOnClose, false);
     prepareData(projectData);
     buildWidgets(projectData);

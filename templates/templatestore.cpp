@@ -28,7 +28,8 @@ QString wellFolderName(const QString &wellName)
     return wellName == QLatin1String("Global") ? QStringLiteral("%47lobal") : base::fileNameFor(wellName);
 }
 
-// A template is called as its folder is; only what cannot name a folder is escaped ("a%20b" is a name like any other).
+// A template is called as its folder is; only what cannot name a folder is escaped ("a%20b" is a name like any
+// other).
 QString templateFolderName(const QString &templateName)
 {
     const QByteArray bytes = templateName.toUtf8();

@@ -16,8 +16,8 @@ QString wellTemplatesFolder(const Project &project, const QString &wellName);
 /// The well's own templates, by name; an empty list when it has none.
 QStringList wellTemplateNames(const Project &project, const QString &wellName);
 
-/// All tracks of a template, in the numeric order of "Track_" and digits, other files after them by name. A name among the
-/// project's global templates means the global one, whatever the well has.
+/// All tracks of a template, in the numeric order of "Track_" and digits, other files after them by name. A name
+/// among the project's global templates means the global one, whatever the well has.
 QVector<TrackInfo> loadTemplate(const Project &project, const QString &templateName, const QString &wellName);
 
 /// Reads one track file; without a name and curves when it cannot be opened.

@@ -6,7 +6,8 @@
 
 namespace workbench {
 
-/// Shows the surface positions of wells and lets the user click one. Wells are addressed by their index in setWells().
+/// Shows the surface positions of wells and lets the user click one. Wells are addressed by their index in
+/// setWells().
 class BaseMap : public QWidget
 {
     Q_OBJECT

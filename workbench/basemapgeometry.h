@@ -94,8 +94,8 @@ struct LabelSpace
 };
 
 /// Places beside each point the first label that is free: right of it, left, above, below, at a corner; labels
-/// without a free place are left out. The well \a first comes first and gets its label in any case. Points outside the area or not
-/// finite have no label.
+/// without a free place are left out. The well \a first comes first and gets its label in any case. Points outside
+/// the area or not finite have no label.
 QVector<MapLabel> placeLabels(const QVector<QPointF> &points, const std::function<QSizeF(int)> &labelSize,
                               const LabelSpace &space, int first = -1);
 

@@ -35,7 +35,8 @@ public:
     QString error() const { return m_error; }
     /// The path at which the survey is to be made; its folder does not exist yet.
     QString buildFolder() const;
-    /// Moves the survey in its place. A data root that is new or was empty gets its mark, so that the host accepts it.
+    /// Moves the survey in its place. A data root that is new or was empty gets its mark, so that the host accepts
+    /// it.
     host::Status putInPlace();
 
 private:

@@ -11,8 +11,8 @@
 #include <QMenuBar>
 #include <QTemporaryDir>
 
-/// The built plug-in, launched from the workbench's host on a fresh demo survey on disk. The plug-in's classes are its
-/// own: tests know its widgets by their names only. Ends as the workbench does: plug-ins first, then the host.
+/// The built plug-in, launched from the workbench's host on a fresh demo survey on disk. The plug-in's classes are
+/// its own: tests know its widgets by their names only. Ends as the workbench does: plug-ins first, then the host.
 struct DemoLaunch
 {
     DemoLaunch()

@@ -95,8 +95,8 @@ private:
         dialog->close();
     }
 
-    // Both files stand on the same step. By the index rule of the export a line holds the sample of its depth or, where
-    // the sum of steps falls a hair short, the one before.
+    // Both files stand on the same step. By the index rule of the export a line holds the sample of its depth or,
+    // where the sum of steps falls a hair short, the one before.
     void compareWithTheImportedFile(const QString &wellName)
     {
         const StrictLas original(files::read(m_lasFile));

@@ -14,7 +14,8 @@
 #include <QTableWidget>
 #include <QTest>
 
-/// The import dialog over a project with two wells: "W-1" with the log GR, and "W-2" without any. Both are 1000 m deep.
+/// The import dialog over a project with two wells: "W-1" with the log GR, and "W-2" without any. Both are 1000 m
+/// deep.
 class ImportFixture : public ProjectFixture
 {
 public:

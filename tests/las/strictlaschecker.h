@@ -9,8 +9,8 @@
 
 #include <cmath>
 
-/// A LAS 2.0 file read by the letter of the public rules of that format, without any code of the product. Rules that a
-/// file breaks are listed in problems.
+/// A LAS 2.0 file read by the letter of the public rules of that format, without any code of the product. Rules that
+/// a file breaks are listed in problems.
 class StrictLas
 {
 public:
@@ -90,8 +90,8 @@ private:
         return letter;
     }
 
-    // MNEM.UNIT DATA :DESCRIPTION. The mnemonic ends at the first dot, the unit at the first blank after it, the data at
-    // the last colon.
+    // MNEM.UNIT DATA :DESCRIPTION. The mnemonic ends at the first dot, the unit at the first blank after it, the data
+    // at the last colon.
     void readItem(QChar section, const QString &line)
     {
         const int dot = line.indexOf(QLatin1Char('.'));

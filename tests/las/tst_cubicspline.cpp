@@ -8,8 +8,8 @@
 
 namespace {
 
-/// A natural spline by another road: four unknowns a cubic, all conditions in one dense system, Gauss with pivoting in
-/// long double. The widths are those the class under test holds.
+/// A natural spline by another road: four unknowns a cubic, all conditions in one dense system, Gauss with pivoting
+/// in long double. The widths are those the class under test holds.
 class DenseSpline
 {
 public:

@@ -76,6 +76,8 @@ private slots:
     void colourBars();
     void missingColourBar();
     void theLeftFillGoesFirst();
+    void linesLieOverFillsAndPointsOverLines();
+    void theLastSampleIsDrawn();
     void shapeIsTheWholeCurve();
     void pickingByTheLine();
     void buildsAreCounted();
@@ -162,6 +164,11 @@ void tst_curveitem::fillBetweenCurves()
     f.showLinear(line("GR", "0 | 150", "0,#ff0000|0,#00ff00|Curve_2 | None") + line("SP", "0 | 150"));
     QCOMPARE(f.at(100, 255), QColor(255, 0, 0)); // SP lies left of GR
     QCOMPARE(f.at(40, 755), QColor(Qt::white)); // and here right of it
+    f.track(0)->setWidthInches(4); // both curves move
+    QCOMPARE(f.at(190, 255), QColor(255, 0, 0));
+    QVERIFY(f.at(110, 255) != QColor(255, 0, 0));
+    f.choose(f.track(0)->panel(), "trackTypeBox", QStringLiteral("Logrithmic"));
+    QVERIFY(f.at(190, 255) != QColor(255, 0, 0)); // a minimum of 0 has no logarithm
 }
 
 void tst_curveitem::curveNumbersCountUndrawnLines()
@@ -190,6 +197,22 @@ void tst_curveitem::colourBars()
     f.showLinear(line("GR", "0 | 100", "3,#ff0000|0,#ffffff|Left Boundary | None"));
     QCOMPARE(f.at(10, 205), QColor(20, 100, 0)); // 20 × 9 / 100
     QCOMPARE(f.at(10, 705), QColor(140, 100, 0)); // 80 × 9 / 100
+    const QImage header = f.picture(f.display->headerView()->scene(), QRect(0, 20, 192, 45));
+    QCOMPARE(header.pixelColor(6, 3), QColor(0, 100, 0)); // the bar, from its left end to its right
+    QCOMPARE(header.pixelColor(184, 3), QColor(180, 100, 0));
+    QCOMPARE(header.pixelColor(187, 3), QColor(Qt::white));
+    // A right fill has a bar of its own.
+    CurveFixture right;
+    right.host.dataFolder = data.path();
+    right.addLog(QStringLiteral("GR"), {0, 1000}, {20, 20});
+    right.showLinear(line("GR", "0 | 100", "0,#ff0000|3,#ffffff|None | Right Boundary"));
+    QCOMPARE(right.at(150, 505), QColor(20, 100, 0));
+    // Without a colour of the bar and without another one nothing is filled.
+    CurveFixture beyond;
+    beyond.host.dataFolder = data.path();
+    beyond.addLog(QStringLiteral("GR"), {0, 1000}, {100, 100});
+    beyond.showLinear(line("GR", "0 | 100", "3,nocolour|0,#ffffff|Left Boundary | None"));
+    QCOMPARE(beyond.at(30, 505), QColor(Qt::white));
     // Another fill colour takes the bar's place.
     f.curve(0, 0)->setFillColor(QColor(1, 2, 3));
     QCOMPARE(f.at(10, 705), QColor(1, 2, 3));
@@ -211,6 +234,46 @@ void tst_curveitem::theLeftFillGoesFirst()
     f.showLinear(line("GR", "0 | 150", "0,#ff0000|0,#00ff00|Left Boundary | Right Boundary"));
     QCOMPARE(f.at(40, 505), QColor(255, 0, 0));
     QVERIFY(f.at(140, 505) != QColor(0, 255, 0));
+    CurveFixture missing; // up to a curve that the track has not: nothing is filled, also not to the right
+    missing.addLog(QStringLiteral("GR"), {0, 1000}, {75, 75});
+    missing.showLinear(line("GR", "0 | 150", "0,#ff0000|0,#00ff00|Curve_99 | Right Boundary"));
+    QVERIFY(missing.at(140, 505) != QColor(0, 255, 0));
+}
+
+void tst_curveitem::linesLieOverFillsAndPointsOverLines()
+{
+    CurveFixture f;
+    f.addLog(QStringLiteral("GR"), {0, 1000}, {75, 75});
+    CalibrationRecord record;
+    record.wellName = QStringLiteral("W");
+    record.groupName = QStringLiteral("Gamma");
+    record.depths = {500};
+    record.values = {75};
+    files::write(calibrationPath(f.survey.path() + QStringLiteral("/WLC"), record.wellName, record.groupName),
+                 calibrationBytes(record));
+    f.showLinear(line("GR", "0 | 150", "0,#ffff00|0,#ffffff|Left Boundary | None", "0 | 4 | 1 | #ff0000 | 3 | Circle"));
+    QCOMPARE(f.at(95, 305), QColor(0, 0, 255)); // half of the wide line reaches over the fill
+    QCOMPARE(f.at(40, 305), QColor(255, 255, 0));
+    QCOMPARE(f.at(96, 500), QColor(255, 0, 0));
+    // In feet and below the sea the point stands at its depth as it is in the file.
+    f.choose(f.panel(), "depthUnitBox", QStringLiteral("FEET"));
+    QCOMPARE(f.curve(0, 0)->calibrationPoints().first().position.y(), f.y(500));
+    f.choose(f.panel(), "depthUnitBox", QStringLiteral("METER"));
+    f.choose(f.panel(), "depthTypeBox", QStringLiteral("TVDSS"));
+    QCOMPARE(f.curve(0, 0)->calibrationPoints().first().position.y(), f.y(500));
+}
+
+// Rounding puts this end depth a hair below the track.
+void tst_curveitem::theLastSampleIsDrawn()
+{
+    CurveFixture f;
+    f.well().header.totalDepth = 4629.5;
+    f.well().header.kbElevation = 33.17F;
+    f.addLog(QStringLiteral("GR"), {0, 1000, 2000, 4629.5F}, {75, 30, 60, 75});
+    f.showLinear(line("GR", "0 | 150"));
+    f.choose(f.panel(), "depthTypeBox", QStringLiteral("TVDSS"));
+    f.choose(f.panel(), "depthUnitBox", QStringLiteral("FEET"));
+    QCOMPARE(f.curve(0, 0)->shape().elementCount(), 4);
 }
 
 void tst_curveitem::shapeIsTheWholeCurve()
@@ -450,8 +513,9 @@ void tst_curveitem::pointsAreDrawn()
     const QImage circle = draw(1);
     const QImage square = draw(2);
     QCOMPARE(circle.pixelColor(10, 10), QColor(255, 0, 0));
-    QCOMPARE(square.pixelColor(5, 5), QColor(255, 0, 0));
-    QCOMPARE(circle.pixelColor(5, 5), QColor(Qt::white));
+    QCOMPARE(square.pixelColor(4, 7), QColor(255, 0, 0));
+    QCOMPARE(circle.pixelColor(4, 7), QColor(Qt::white)); // round
+    QCOMPARE(square.pixelColor(4, 4), QColor(Qt::white)); // a bevelled corner
     QCOMPARE(draw(7), square);
     QGraphicsRectItem parent;
     const auto *child = new PointItem(Qt::black, 2, 1, &parent);

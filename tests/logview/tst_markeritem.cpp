@@ -56,6 +56,7 @@ private slots:
     void panelRows();
     void panelSlots();
     void depthsMoveByTheTotalDepth();
+    void aDepthLeftAsItWasMovesNothing();
     void badDepths();
     void aMarkerWithoutAScene();
 };
@@ -174,6 +175,17 @@ void tst_markeritem::depthsMoveByTheTotalDepth()
     f.choose(f.panel(), "depthTypeBox", QStringLiteral("TVDSS"));
     f.type(f.marker->panel(), "depthEdit", QStringLiteral("1500"));
     QCOMPARE(f.marker->y(), static_cast<double>(f.scene()->trackHeight()));
+}
+
+void tst_markeritem::aDepthLeftAsItWasMovesNothing()
+{
+    MarkerFixture f;
+    f.marker->setDepth(750.126F);
+    f.choose(f.panel(), "depthUnitBox", QStringLiteral("FEET"));
+    const double y = f.marker->y();
+    emit f.marker->panel()->findChild<QLineEdit *>(QStringLiteral("depthEdit"))->editingFinished();
+    QCOMPARE(f.marker->depth(), 750.126F);
+    QCOMPARE(f.marker->y(), y);
 }
 
 void tst_markeritem::badDepths()

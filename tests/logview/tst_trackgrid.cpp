@@ -12,8 +12,8 @@ using namespace logview;
 
 namespace {
 
-// The horizontal lines of a whole track straight from the rules: the last one drawn in each row that is solid, and the
-// dotted ones over it.
+// The horizontal lines of a whole track straight from the rules: the last one drawn in each row that is solid, and
+// the dotted ones over it.
 std::map<int, QVector<GridPen>> rowsByTheRules(const DepthAxis &axis, float scale, int topY, int bottomY)
 {
     std::map<int, QVector<GridPen>> rows;
@@ -153,7 +153,8 @@ private slots:
     void logarithmicVerticalsAddUp()
     {
         const QVector<GridLine> lines = logarithmicGrid(430, 500.9F);
-        // Values 0.1, 0.2 to 1.0; 1.1, 2.1 to 10.1; 11.1 to 101.1; 111.1 to 1011.1; 1111.1, whose successor is too much.
+        // Values 0.1, 0.2 to 1.0; 1.1, 2.1 to 10.1; 11.1 to 101.1; 111.1 to 1011.1; 1111.1, whose successor is too
+        // much.
         QCOMPARE(lines.size(), 40);
         QCOMPARE(count(lines, GridPen::LightGraySolid), 4);
         const auto columnOf = [](double value) {

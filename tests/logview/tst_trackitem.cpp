@@ -1,4 +1,5 @@
 #include "displayfixture.h"
+#include "logview/curveheaderitem.h"
 #include "logview/displaystyle.h"
 #include "logview/trackheaderitem.h"
 #include "logview/trackitempropertywidget.h"
@@ -57,6 +58,7 @@ private slots:
     void panel();
     void widthsTypedInACommaLocale();
     void gridLinesMoveByTheOffset();
+    void dotsDoNotCrawl();
     void headersMayGoFirst();
     void absurdWidths();
     void readouts();
@@ -251,6 +253,7 @@ void tst_trackitem::unresolvedDefaultsMakeNoCurve()
     QCOMPARE(f.curve(0, 0)->curveName(), QString("GR")); // the well has no such log: a header without a line
     QVERIFY(f.curve(0, 0)->samples().isEmpty());
     QVERIFY(f.track(1)->curves().size() == 1 && !f.curve(1, 0)->isVisible()); // "MD" of a depth track
+    QVERIFY(!f.curve(1, 0)->header()->isVisible());
 }
 
 void tst_trackitem::defaultsAreTheWellsDefaultLogs()
@@ -311,6 +314,16 @@ void tst_trackitem::gridLinesMoveByTheOffset()
     const QImage image = f.trackPicture(0, 0, y + 20);
     QVERIFY(f.count(image, y - 7, Qt::gray) > 150);
     QVERIFY(f.count(image, y, Qt::gray) < 20);
+}
+
+void tst_trackitem::dotsDoNotCrawl()
+{
+    TrackFixture f;
+    f.show();
+    const int y = static_cast<int>(f.track(0)->axis().toPixel(110));
+    QImage whole = f.picture(f.scene(), QRect(0, y, 180, 1));
+    for (const int left : {50, 51, 52})
+        QCOMPARE(f.picture(f.scene(), QRect(left, y, 100, 1)), whole.copy(left, 0, 100, 1));
 }
 
 void tst_trackitem::headersMayGoFirst()

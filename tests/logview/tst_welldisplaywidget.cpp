@@ -106,9 +106,12 @@ private slots:
     void pickingWithOtherButtonsAndBeyondTheTracks();
     void pickingIsCancelled();
     void savingAPickedMarker();
+    void aPickIsNoStoredMarkerOfItsName();
+    void theDisplayMayGoWhileAMarkerIsSaved();
     void savingInSubseaFeet();
     void theDockLosesNothingItOwns();
     void savesItsPicture();
+    void picturesOfWellsWithSlashes();
     void picturesThatCannotBeWritten();
     void missingTemplates();
     void aWellThatVanished();
@@ -411,6 +414,58 @@ void tst_welldisplaywidget::savingAPickedMarker()
     QCOMPARE(f.menu(QPointF(20, 401)), (QStringList{"Pick Marker", "Delete Marker"})); // once
 }
 
+void tst_welldisplaywidget::aPickIsNoStoredMarkerOfItsName()
+{
+    WidgetFixture f;
+    f.addMarker(QStringLiteral("New_0"), 200);
+    f.show();
+    f.display->logView()->startPicking();
+    f.click(QPointF(100, 400));
+    f.display->addMarker(QStringLiteral("W"), QStringLiteral("New_0"));
+    QCOMPARE(f.scene()->markers().size(), 2);
+    f.display->removeMarker(QStringLiteral("W"), QStringLiteral("New_0"));
+    f.display->removeMarker(QStringLiteral("W"), QStringLiteral("New_0"));
+    QCOMPARE(f.scene()->markers().size(), 1); // the pick stays
+    QCOMPARE(f.scene()->unsavedMarkers().size(), 1);
+}
+
+// The box of a failed save may see the display go.
+void tst_welldisplaywidget::theDisplayMayGoWhileAMarkerIsSaved()
+{
+    struct DeletingAsker : base::Asker
+    {
+        base::BoxButton show(const base::Box &) override
+        {
+            onShow();
+            return base::BoxButton::Ok;
+        }
+        std::function<void()> onShow;
+    };
+    WidgetFixture f;
+    f.show();
+    DeletingAsker asker;
+    ProjectData launch(f.host, asker);
+    launch.catalogue.build();
+    launch.project = f.launch->project;
+    auto display =
+        std::make_unique<WellDisplayWidget>(launch, QStringLiteral("W"), QStringLiteral("T"), nullptr);
+    display->resize(500, 500);
+    display->show();
+    WellLogsScene *scene = display->scene();
+    scene->pickedMarkerClicked();
+    scene->movePickedMarker(scene->currentPickedMarker(), 100);
+    scene->currentPickedMarker()->setMarkerName(QString());
+    bool isShown = false;
+    asker.onShow = [&] {
+        isShown = true;
+        display.reset();
+    };
+    QMenu *menu = display->logView()->createContextMenu(display->logView()->mapFromScene(QPointF(20, 101)));
+    QCOMPARE(menu->actions().at(1)->text(), QString("Save Picked Marker"));
+    menu->actions().at(1)->trigger();
+    QVERIFY(isShown);
+}
+
 void tst_welldisplaywidget::savingInSubseaFeet()
 {
     WidgetFixture f;
@@ -464,6 +519,19 @@ void tst_welldisplaywidget::savesItsPicture()
     QCOMPARE(image.pixelColor(96, headerHeight + 1000), QColor(0x0e, 0x6f, 0x21));
     QVERIFY(f.statusText().startsWith(QLatin1String("Saved as ")));
     QVERIFY(f.statusText().contains(QLatin1String("/W.tiff")));
+}
+
+void tst_welldisplaywidget::picturesOfWellsWithSlashes()
+{
+    WidgetFixture f;
+    f.addWell(QStringLiteral("1/2-3"));
+    files::write(f.path(QStringLiteral("/Templates/Global/G/Track_1.txt")), linearTrack);
+    f.open();
+    f.launch->project.globalTemplateNames = globalTemplateNames(f.launch->project);
+    WellDisplayWidget display(*f.launch, QStringLiteral("1/2-3"), QStringLiteral("G"), nullptr);
+    QCOMPARE(display.scene()->tracks().size(), 1);
+    display.savePicture();
+    QCOMPARE(QDir(f.path(QString())).entryList({QStringLiteral("*.tiff")}).size(), 1);
 }
 
 void tst_welldisplaywidget::picturesThatCannotBeWritten()

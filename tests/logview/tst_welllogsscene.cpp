@@ -121,6 +121,10 @@ void tst_welllogsscene::widthsAreTruncatedOneByOne()
     f.track(0)->setWidthInches(1.5F);
     QCOMPARE(f.track(0)->width(), 144.0F);
     QCOMPARE(f.track(1)->x(), 144.0);
+    // The banner spans all tracks.
+    QGraphicsScene *headers = f.display->headerView()->scene();
+    QCOMPARE(DisplayFixture::picture(headers, QRect(scene->sceneWidth() - 5, 10, 1, 1)).pixelColor(0, 0),
+             QColor(240, 127, 33));
 }
 
 void tst_welllogsscene::panelRowsAndTexts()
@@ -255,6 +259,19 @@ void tst_welllogsscene::scaleEditedByTheUser()
     QCOMPARE(scene->trackHeight(), 11338);
     QCOMPARE(scene->sceneRect().height(), 11388.0);
     QCOMPARE(marker->y(), 5669.0);
+    f.choose(f.panel(), "depthUnitBox", QStringLiteral("FEET"));
+    const double part = marker->y() / scene->trackHeight();
+    f.type(f.panel(), "scaleEdit", QStringLiteral("200"));
+    QVERIFY(qAbs(marker->y() / scene->trackHeight() - part) < 1e-6); // at its depth in the display's unit
+    f.choose(f.panel(), "depthUnitBox", QStringLiteral("METER"));
+    // A marker that is out of the range stays where it is.
+    MarkerItem *deep = nullptr;
+    scene->pickedMarkerClicked();
+    deep = scene->currentPickedMarker();
+    deep->setDepth(9000);
+    deep->setPos(0, 77);
+    f.type(f.panel(), "scaleEdit", QStringLiteral("500"));
+    QCOMPARE(deep->y(), 77.0);
     QVERIFY(QMetaObject::invokeMethod(f.panel(), "scaleChanged"));
 }
 

@@ -1,0 +1,60 @@
+#include "host/opendtect/filebackup.h"
+
+#include "base/atomicfile.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cstdio>
+
+namespace opendtect {
+
+namespace {
+
+// Hidden, and no name that a user gives to a copy of his own.
+QString backupPath(const QString &path)
+{
+    const QFileInfo file(path);
+    return file.path() + QStringLiteral("/.lorva-") + file.fileName();
+}
+
+// Copies the file, if there is one, to \a copy; gives the reason why it could not.
+QString copyFile(const QString &path, const QString &copy)
+{
+    const base::WriteResult writable = base::checkWritable(path);
+    QFile file(path);
+    if (!writable.ok() || !file.exists())
+        return writable.error;
+    const bool isOpen = file.open(QIODevice::ReadOnly);
+    const QByteArray bytes = file.readAll();
+    if (!isOpen || file.error() != QFileDevice::NoError)
+        return file.errorString();
+    return base::writeFileAtomically(copy, bytes).error;
+}
+
+} // namespace
+
+FileBackup::FileBackup(const QString &path)
+    : m_path(path)
+    , m_copy(backupPath(path))
+    , m_isNew(!QFile::exists(path))
+{
+    const QString reason = copyFile(m_path, m_copy);
+    if (!reason.isEmpty())
+        m_error = QStringLiteral("Cannot write the file %1: %2. Nothing was changed.").arg(m_path, reason);
+}
+
+FileBackup::~FileBackup()
+{
+    QFile::remove(m_copy);
+}
+
+void FileBackup::putBack()
+{
+    if (m_isNew)
+        QFile::remove(m_path);
+    else
+        std::rename(QFile::encodeName(m_copy).constData(), QFile::encodeName(m_path).constData());
+}
+
+} // namespace opendtect

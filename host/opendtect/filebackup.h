@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+
+namespace opendtect {
+
+/// A copy of a file beside it, for as long as the host writes over the file in place. The host tells neither that a
+/// disk became full nor what it left behind.
+class FileBackup
+{
+public:
+    explicit FileBackup(const QString &path);
+    /// Leaves the file as it is and takes the copy away.
+    ~FileBackup();
+    FileBackup(const FileBackup &) = delete;
+    FileBackup &operator=(const FileBackup &) = delete;
+
+    /// Why the file cannot be written, or not safely, as a sentence; empty when it can.
+    const QString &error() const { return m_error; }
+    /// Makes the file what it was; one that was not there goes. Only without an error.
+    void putBack();
+
+private:
+    QString m_path;
+    QString m_copy;
+    bool m_isNew; ///< there was no file
+    QString m_error;
+};
+
+} // namespace opendtect

@@ -1,0 +1,53 @@
+#include "host/opendtect/odwells.h"
+
+#include "host/opendtect/wellsreading.h"
+#include "host/opendtect/wellswriting.h"
+
+namespace opendtect {
+
+OdWells::OdWells(std::function<void(const QString &wellKey)> markersChanged)
+    : m_watch(std::move(markersChanged))
+{
+}
+
+host::Outcome<QVector<host::WellEntry>> OdWells::list()
+{
+    return readWellList();
+}
+
+host::Outcome<host::WellHeader> OdWells::header(const QString &key)
+{
+    return readHeader(key);
+}
+
+host::Outcome<QVector<host::LogInfo>> OdWells::logs(const QString &key)
+{
+    return readLogInfos(key);
+}
+
+host::Outcome<host::LogData> OdWells::log(const QString &key, int index)
+{
+    return readLog(key, index);
+}
+
+host::Outcome<QVector<host::Marker>> OdWells::markers(const QString &key)
+{
+    return readMarkers(key);
+}
+
+host::Status OdWells::writeLog(const QString &key, const host::LogData &log)
+{
+    return opendtect::writeLog(key, log);
+}
+
+host::Status OdWells::writeMarkers(const QString &key, const QVector<host::Marker> &markers)
+{
+    return opendtect::writeMarkers(key, markers, m_watch);
+}
+
+void OdWells::reload(const QString &key)
+{
+    reloadWell(key);
+}
+
+} // namespace opendtect

@@ -1,0 +1,295 @@
+// How the adapter treats the wells that the host has in memory, and wells that are damaged, locked or gone.
+
+#include "host/opendtect/odwells.h"
+#include "odprogram.h"
+#include "odsurvey.h"
+#include "support/files.h"
+#include "support/unprivileged.h"
+#include "surveycontents.h"
+#include "workbench/surveystore.h"
+
+#include <QtTest>
+
+#include <csignal>
+#include <sys/resource.h>
+
+#include <welldata.h>
+#include <welllog.h>
+#include <welllogset.h>
+#include <wellman.h>
+#include <wellmarker.h>
+
+namespace {
+
+host::LogData smallLog(const QString &name, float value)
+{
+    return {name, QStringLiteral("gAPI"), {100, 101}, {value, value + 1}};
+}
+
+MultiID idOf(const QString &key)
+{
+    return MultiID(key.toLatin1().constData());
+}
+
+/// No file of this process can grow beyond a size while it lives, as on a full disk.
+class FullDisk
+{
+public:
+    explicit FullDisk(rlim_t bytes)
+    {
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        m_handler = ::signal(SIGXFSZ, SIG_IGN);
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &m_before);
+        ::signal(SIGXFSZ, m_handler);
+    }
+
+private:
+    rlimit m_before{};
+    sighandler_t m_handler = nullptr;
+};
+
+} // namespace
+
+class TestOpendTectWells : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        static int number = 0;
+        m_survey = odsurvey::open(QStringLiteral("Wells_%1").arg(++number));
+        m_told.clear();
+        m_wells = std::make_unique<opendtect::OdWells>([this](const QString &key) { m_told.append(key); });
+        m_key = odsurvey::add(surveycontents::wells().first());
+        m_stem = m_survey + "/WellInfo/15_9-F_1";
+        QVERIFY(QFile::exists(m_stem + ".well"));
+    }
+    void cleanup() { m_wells.reset(); }
+
+    void noWellStaysLoaded()
+    {
+        QVERIFY(m_wells->list().ok());
+        QVERIFY(m_wells->header(m_key).ok());
+        QVERIFY(m_wells->logs(m_key).ok());
+        QVERIFY(m_wells->log(m_key, 0).ok());
+        QVERIFY(m_wells->markers(m_key).ok());
+        QVERIFY(m_wells->writeLog(m_key, smallLog("NEW", 1)).ok());
+        QVERIFY(m_wells->writeMarkers(m_key, {{"Top", 10, Qt::red}}).ok());
+        m_wells->reload(m_key);
+        QVERIFY(!m_wells->log(m_key, 99).ok());
+        QVERIFY(!Well::MGR().isLoaded(idOf(m_key)));
+        QCOMPARE(Well::MGR().wells().size(), 0);
+    }
+
+    void aWellThatTheHostLoadedStaysLoaded()
+    {
+        const Well::Data *loaded = Well::MGR().get(idOf(m_key));
+        const int references = loaded->nrRefs();
+        QVERIFY(m_wells->header(m_key).ok());
+        QVERIFY(m_wells->log(m_key, 1).ok());
+        QVERIFY(m_wells->writeLog(m_key, smallLog("NEW", 1)).ok());
+        QVERIFY(m_wells->writeMarkers(m_key, {{"Top", 10, Qt::red}}).ok());
+        m_wells->reload(m_key);
+        QVERIFY(Well::MGR().isLoaded(idOf(m_key)));
+        QCOMPARE(Well::MGR().get(idOf(m_key)), const_cast<Well::Data *>(loaded));
+        QCOMPARE(loaded->nrRefs(), references);
+    }
+
+    void theHostSeesAWrittenLogAtOnce()
+    {
+        Well::Data *loaded = Well::MGR().get(idOf(m_key));
+        QVERIFY(m_wells->writeLog(m_key, smallLog("RHOB", 7)).ok());
+        QVERIFY(m_wells->writeLog(m_key, smallLog("NEW", 3)).ok());
+        QCOMPARE(loaded->getLog("RHOB")->value(1), 8.0f);
+        QCOMPARE(loaded->getLog("NEW")->value(0), 3.0f);
+        QCOMPARE(loaded->logs().indexOf("RHOB"), 1);
+        QCOMPARE(loaded->logs().indexOf("NEW"), 4);
+    }
+
+    void theOtherLogsOfALoadedWellKeepTheirSamples()
+    {
+        Well::Data *loaded = Well::MGR().get(idOf(m_key), Well::LoadReqs(Well::Inf, Well::LogInfos));
+        QVERIFY(m_wells->writeLog(m_key, smallLog("NEW", 3)).ok());
+        m_wells->reload(m_key);
+        const auto log = m_wells->log(m_key, 0).value;
+        QCOMPARE(log.values.size(), surveycontents::wells().first().logs.first().values.size());
+        QCOMPARE(loaded->logs().size(), 5);
+    }
+
+    void reloadTakesInWhatAnotherProgramWrote()
+    {
+        Well::Data *loaded = Well::MGR().get(idOf(m_key));
+        workbench::SurveyStore other(m_survey);
+        QVERIFY(other.writeLog(m_key, smallLog("RHOB", 5)).ok());
+        QVERIFY(other.writeMarkers(m_key, {{"Other", 10, Qt::red}}).ok());
+        QCOMPARE(m_wells->log(m_key, 1).value.values.size(), 4);
+        m_wells->reload(m_key);
+        QCOMPARE(m_wells->log(m_key, 1).value.values, (QVector<float>{5, 6}));
+        QCOMPARE(m_wells->markers(m_key).value.first().name, QString("Other"));
+        QCOMPARE(loaded->logs().getLog("RHOB")->size(), 2);
+    }
+
+    void theHostsOwnChangeOfMarkersIsAnnounced()
+    {
+        Well::Data *loaded = Well::MGR().get(idOf(m_key));
+        loaded->markerschanged.trigger();
+        QCOMPARE(m_told, QStringList{}); // loaded behind our back
+        m_wells->watchLoadedWells();
+        m_wells->watchLoadedWells();
+        loaded->markerschanged.trigger();
+        QCOMPARE(m_told, QStringList{m_key});
+    }
+
+    void aMarkerKeepsItsLevelAsLongAsItsColourStays()
+    {
+        Well::Data *loaded = Well::MGR().get(idOf(m_key));
+        loaded->markers().getByName("Base")->setLevelID(7);
+        loaded->markers().getByName("Top A")->setLevelID(8);
+        QVERIFY(m_wells->writeMarkers(m_key, {{"Top A", 5, Qt::blue}, {"Base", 300, Qt::black}}).ok());
+        QCOMPARE(loaded->markers().getByName("Base")->levelID(), 7);
+        QCOMPARE(loaded->markers().getByName("Top A")->levelID(), -1);
+    }
+
+    void markersThatCannotBeStoredAreLeftOut()
+    {
+        QVERIFY(m_wells
+                    ->writeMarkers(m_key,
+                                   {{"", 10, Qt::red},
+                                    {"no depth", host::undefinedValue, Qt::red},
+                                    {"below the track", 99999, Qt::red},
+                                    {" Top ", 20, Qt::red}})
+                    .ok());
+        const auto markers = m_wells->markers(m_key).value;
+        QCOMPARE(markers.size(), 1);
+        QCOMPARE(markers.first().name, QString("Top"));
+    }
+
+    void aRemovedWellIsAnError()
+    {
+        Well::MGR().get(idOf(m_key)); // the host may keep it in memory
+        odsurvey::remove(m_key);
+        QVERIFY(!m_wells->header(m_key).ok());
+        QVERIFY(!m_wells->writeLog(m_key, smallLog("NEW", 1)).ok());
+        QVERIFY(!m_wells->writeMarkers(m_key, {}).ok());
+        QVERIFY(m_wells->list().value.isEmpty());
+        QVERIFY(!QFile::exists(m_stem + "^1.wll"));
+    }
+
+    void aWellWithoutItsFileIsAnErrorWithTheHostsReason()
+    {
+        QVERIFY(QFile::remove(m_stem + ".well"));
+        const QString error = m_wells->header(m_key).error;
+        QVERIFY2(error.startsWith("Cannot read the well 15/9-F 1: "), qPrintable(error));
+        QVERIFY2(error.contains("15_9-F_1.well"), qPrintable(error));
+        QCOMPARE(m_wells->list().value.size(), 1);
+    }
+
+    void aLogThatCannotBeReadIsAnError()
+    {
+        const QByteArray whole = files::read(m_stem + "^2.wll");
+        files::write(m_stem + "^2.wll", whole.left(whole.indexOf("\n!\n", 60) + 4));
+        QCOMPARE(m_wells->logs(m_key).value.size(), 4);
+        QVERIFY(!m_wells->log(m_key, 1).ok());
+        QVERIFY(m_wells->log(m_key, 2).ok());
+        QCOMPARE(m_wells->logs(m_key).value.at(1).name, QString("RHOB"));
+    }
+
+    void markersThatCannotBeReadAreAnError()
+    {
+        files::write(m_stem + ".wlm", "damaged");
+        const auto damaged = m_wells->markers(m_key);
+        QVERIFY2(damaged.error.startsWith("Cannot read the markers of the well 15/9-F 1: "),
+                 qPrintable(damaged.error));
+        QVERIFY(QFile::remove(m_stem + ".wlm"));
+        const auto missing = m_wells->markers(m_key);
+        QVERIFY2(missing.ok(), qPrintable(missing.error));
+        QVERIFY(missing.value.isEmpty());
+    }
+
+    // The host counts the logs that it can read and would take the fourth file for the third.
+    void noOtherLogIsWrittenOver()
+    {
+        files::write(m_stem + "^2.wll", "damaged");
+        const auto before = files::snapshot(m_survey);
+        for (const char *name : {"one sample", "NEW"})
+            QVERIFY(!m_wells->writeLog(m_key, smallLog(name, 1)).ok());
+        QCOMPARE(files::snapshot(m_survey), before);
+    }
+
+    void aLockedWellStaysAsItIs()
+    {
+        for (const QString &file : {m_stem + "^1.wll", m_stem + ".wlm"})
+            QVERIFY(QFile::setPermissions(file, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+        QVERIFY(QFile::setPermissions(m_survey + "/WellInfo", QFile::Permissions(0x5555)));
+        const auto before = files::snapshot(m_survey);
+        const int result = testing_support::runUnprivileged([this] {
+            const bool isLog = m_wells->writeLog(m_key, smallLog("GR", 1)).ok();
+            const bool isNew = m_wells->writeLog(m_key, smallLog("NEW", 1)).ok();
+            const bool isMarkers = m_wells->writeMarkers(m_key, {{"Top", 10, Qt::red}}).ok();
+            return (isLog ? 1 : 0) + (isNew ? 2 : 0) + (isMarkers ? 4 : 0);
+        });
+        QVERIFY(QFile::setPermissions(m_survey + "/WellInfo", QFile::Permissions(0x7777)));
+        QCOMPARE(result, 0);
+        QCOMPARE(files::snapshot(m_survey), before);
+    }
+
+    void writingLeavesNoFilesOfItsOwn()
+    {
+        const QStringList before = files::snapshot(m_survey).keys();
+        QVERIFY(m_wells->writeLog(m_key, smallLog("GR", 1)).ok());
+        QVERIFY(m_wells->writeMarkers(m_key, {{"Top", 10, Qt::red}}).ok());
+        QCOMPARE(files::snapshot(m_survey).keys(), before);
+    }
+
+    void aFullDiskLeavesWhatWasThere_data()
+    {
+        QTest::addColumn<bool>("isLoaded");
+        QTest::newRow("well in the host's memory") << true;
+        QTest::newRow("well on disk") << false;
+    }
+
+    void aFullDiskLeavesWhatWasThere()
+    {
+        QFETCH(bool, isLoaded);
+        if (isLoaded)
+            Well::MGR().get(idOf(m_key));
+        const auto before = files::snapshot(m_survey);
+        host::LogData large = surveycontents::wells().first().logs.first();
+        for (int i = 0; i < 20000; ++i) {
+            large.depths.append(large.depths.last() + 1);
+            large.values.append(1);
+        }
+        QVector<host::Marker> many;
+        for (int i = 0; i < 3000; ++i)
+            many.append({QStringLiteral("Marker with quite a long name %1").arg(i), static_cast<float>(i), Qt::red});
+        {
+            const FullDisk full(180000);
+            const host::Status status = m_wells->writeLog(m_key, large);
+            QVERIFY2(status.error.startsWith("Cannot write the log \"GR\""), qPrintable(status.error));
+            large.name = "NEW";
+            QVERIFY(!m_wells->writeLog(m_key, large).ok());
+            QVERIFY(!m_wells->writeMarkers(m_key, many).ok());
+        }
+        QCOMPARE(files::snapshot(m_survey), before);
+        QCOMPARE(m_told, QStringList{});
+        QCOMPARE(m_wells->logs(m_key).value.size(), 4);
+        QCOMPARE(m_wells->log(m_key, 0).value.values.size(), 20000);
+        QCOMPARE(m_wells->markers(m_key).value.size(), 3);
+    }
+
+private:
+    QString m_survey;
+    QString m_key;
+    QString m_stem;
+    QStringList m_told;
+    std::unique_ptr<opendtect::OdWells> m_wells;
+};
+
+OD_TEST_MAIN(TestOpendTectWells)
+#include "tst_opendtectwells.moc"
