@@ -126,7 +126,7 @@ void WellLogsScene::relayoutTracks()
     }
     for (MarkerItem *marker : qAsConst(m_markers))
         marker->setWidth(static_cast<float>(m_sceneWidth));
-    if (m_wellNameItem)
+    if (m_headerScene->items().contains(m_wellNameItem)) // whoever emptied that scene took it along
         m_wellNameItem->setWidth(static_cast<float>(m_sceneWidth));
     updateSceneRects();
 }
