@@ -230,6 +230,7 @@ void WellDisplayWidget::saveMarker(MarkerItem *marker)
     if (m_scene->unsavedMarkers().contains(marker)) {
         marker->setMarkerName(name);
         m_scene->setSaved(marker);
+        emit markerSaved(m_wellName, name);
     }
     setStatusLabel(QStringLiteral("The marker \"%1\" was saved in the well %2.").arg(name, m_wellName));
 }

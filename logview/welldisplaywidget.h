@@ -49,6 +49,10 @@ public:
     /// The panel of what is selected; the scene's when nothing is.
     void showCurrentPanel();
 
+signals:
+    /// A picked marker is a marker of the well now, and shown.
+    void markerSaved(QString wellName, QString markerName);
+
 public slots:
     void setPropertyWidget(QWidget *prtyWidget);
     void deleteTrack(int selectedTrackNo);

@@ -40,6 +40,7 @@ WellDisplayWidget *WellLogsViewWidget::currentDisplay() const
 void WellLogsViewWidget::addWellDisWidget(QString wellName, QString disTempName)
 {
     auto *newDisplay = new WellDisplayWidget(m_data, wellName, disTempName, m_dock);
+    connect(newDisplay, &WellDisplayWidget::markerSaved, this, &WellLogsViewWidget::markerSaved);
     const int old = m_wells.indexOf(wellName);
     const int place = old < 0 ? m_wells.size() : old;
     m_wells.insert(place, wellName);

@@ -36,6 +36,10 @@ public:
     /// Draws the current display over the painter's viewport; nothing without one.
     void renderCurrent(QPainter &painter);
 
+signals:
+    /// A display shows a new marker of its well that nobody asked it to show.
+    void markerSaved(QString wellName, QString markerName);
+
 public slots:
     void addWellDisWidget(QString wellName, QString disTempName);
     void removeWellDisWidget(QString wellName);

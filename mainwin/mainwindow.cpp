@@ -120,6 +120,7 @@ void MainWindow::createTabs()
     connect(m_projectTree, &Tree::removeWellDisplay, m_logsView, &View::removeWellDisWidget);
     connect(m_projectTree, &Tree::displayMarker, m_logsView, &View::addMarkerInScene);
     connect(m_projectTree, &Tree::removeMarker, m_logsView, &View::removeMarkerFromScene);
+    connect(m_logsView, &View::markerSaved, m_projectTree, &Tree::checkShownMarker);
 }
 
 void MainWindow::createMenus()

@@ -153,6 +153,16 @@ void ProjectTreeWidget::addMarker(const QString &wellName, const QString &marker
         markersBranch(well)->addChild(makeProjectItem(MarkerItem, markerName));
 }
 
+void ProjectTreeWidget::checkShownMarker(const QString &wellName, const QString &markerName)
+{
+    QTreeWidgetItem *well = findWell(wellName);
+    QTreeWidgetItem *marker = well ? childWithText(markersBranch(well), 0, markerName) : nullptr;
+    if (!marker)
+        return;
+    const QSignalBlocker blocker(this);
+    marker->setCheckState(0, Qt::Checked);
+}
+
 void ProjectTreeWidget::addTemplate(const QString &wellName, const QString &templateName)
 {
     if (QTreeWidgetItem *well = findWell(wellName))

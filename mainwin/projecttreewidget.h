@@ -30,6 +30,8 @@ public:
     /// Adds an item to the first well of that name; a log that is there already is not added again.
     void addLog(const QString &wellName, const QString &logName);
     void addMarker(const QString &wellName, const QString &markerName);
+    /// Checks the marker of a displayed well that the display shows already; nothing is sent.
+    void checkShownMarker(const QString &wellName, const QString &markerName);
     void addTemplate(const QString &wellName, const QString &templateName);
 
     /// Finds a well by its typed name, in a closed branch too, before it looks at other items.

@@ -330,6 +330,25 @@ private slots:
         QCOMPARE(well->checkState(0), Qt::Unchecked);
     }
 
+    void aSavedMarkerIsCheckedInTheTree()
+    {
+        WindowFixture fixture;
+        auto *view = fixture.window->findChild<WellLogsViewWidget *>();
+        ProjectTreeWidget *tree = fixture.window->projectTree();
+        emit tree->sendWellDisplayProperties(QStringLiteral("A"), QStringLiteral("Default"));
+        tree->addMarker(QStringLiteral("A"), QStringLiteral("New_0")); // as the host's news does
+        int asked = 0;
+        connect(tree, &ProjectTreeWidget::displayMarker, this, [&asked] { ++asked; });
+        emit view->currentDisplay()->markerSaved(QStringLiteral("A"), QStringLiteral("New_0"));
+        const QList<QTreeWidgetItem *> found =
+            tree->findItems(QStringLiteral("New_0"), Qt::MatchExactly | Qt::MatchRecursive);
+        QCOMPARE(found.size(), 1);
+        QCOMPARE(found.first()->checkState(0), Qt::Checked);
+        QCOMPARE(asked, 0);
+        tree->checkShownMarker(QStringLiteral("A"), QStringLiteral("Gone"));
+        tree->checkShownMarker(QStringLiteral("Gone"), QStringLiteral("Top"));
+    }
+
     void aPreviewWritesThePictureOnce()
     {
         WindowFixture fixture;
