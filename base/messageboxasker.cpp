@@ -1,5 +1,6 @@
 #include "base/messageboxasker.h"
 
+#include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -42,9 +43,13 @@ MessageBoxAsker::MessageBoxAsker(QWidget *parent)
 
 BoxButton MessageBoxAsker::show(const Box &box)
 {
+    // Over the window the user works in: over another one, the box would bring that to the front.
+    QWidget *active = QApplication::activeModalWidget();
+    if (!active)
+        active = QApplication::activeWindow();
     // On the heap: the parent may go while the box is shown, and takes the box along.
-    QPointer<QMessageBox> messageBox =
-        new QMessageBox(iconOf(box.icon), box.title, box.text, QMessageBox::NoButton, m_parent);
+    QPointer<QMessageBox> messageBox = new QMessageBox(iconOf(box.icon), box.title, box.text, QMessageBox::NoButton,
+                                                       active ? active : m_parent.data());
     // Names of wells and files come from data: a "<" in them is a character, not a tag.
     messageBox->setTextFormat(Qt::PlainText);
     for (BoxButton button : box.buttons) {

@@ -7,7 +7,7 @@
 
 namespace base {
 
-/// Shows boxes as QMessageBox over a parent widget.
+/// Shows boxes as QMessageBox over the active window, or over a parent widget when the program has none.
 class MessageBoxAsker : public Asker
 {
 public:
