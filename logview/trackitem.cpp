@@ -186,8 +186,8 @@ void TrackItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
             painter->drawLine(0, y, track.width(), y);
 }
 
-// A dotted line must not begin outside of what is shown: its dots would start anew at the edge of the device, and crawl
-// while the view is scrolled.
+// A dotted line must not begin outside of what is shown: its dots would start anew at the edge of the device, and
+// crawl while the view is scrolled.
 void TrackItem::paintGrid(QPainter *painter, const QRect &visible) const
 {
     const QVector<logview::GridLine> verticals = m_definition.type == LogarithmicTrack

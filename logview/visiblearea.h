@@ -5,8 +5,8 @@
 
 namespace logview {
 
-/// The part of an item that a paint shows, in item coordinates: what is exposed, less the pixel that Qt adds to it on each
-/// side, and no more than the device has. A scene rendered into a picture calls whole items exposed.
+/// The part of an item that a paint shows, in item coordinates: what is exposed, less the pixel that Qt adds to it on
+/// each side, and no more than the device has. A scene rendered into a picture calls whole items exposed.
 inline QRectF visibleArea(const QPainter &painter, const QStyleOptionGraphicsItem &option)
 {
     const QRectF exposed = option.exposedRect.adjusted(1, 1, -1, -1);

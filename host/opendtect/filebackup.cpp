@@ -35,10 +35,19 @@ QString copyFile(const QString &path, const QString &copy)
 } // namespace
 
 FileBackup::FileBackup(const QString &path)
-    : m_path(path)
-    , m_copy(backupPath(path))
+    : m_path(QFile::exists(path) ? QFileInfo(path).canonicalFilePath() : path)
+    , m_copy(backupPath(m_path))
     , m_isNew(!QFile::exists(path))
 {
+    if (QFile::exists(m_copy)) {
+        // A write that did not end may have left the only whole copy.
+        m_error = QStringLiteral(
+                      "An earlier write of the file %1 did not end. %2 is what it was before: put it in place of "
+                      "the file, or delete it. Nothing was changed.")
+                      .arg(m_path, m_copy);
+        m_copy.clear();
+        return;
+    }
     const QString reason = copyFile(m_path, m_copy);
     if (!reason.isEmpty())
         m_error = QStringLiteral("Cannot write the file %1: %2. Nothing was changed.").arg(m_path, reason);
@@ -46,15 +55,21 @@ FileBackup::FileBackup(const QString &path)
 
 FileBackup::~FileBackup()
 {
-    QFile::remove(m_copy);
+    if (!m_copy.isEmpty())
+        QFile::remove(m_copy);
 }
 
-void FileBackup::putBack()
+QString FileBackup::putBack()
 {
-    if (m_isNew)
+    if (m_isNew) {
         QFile::remove(m_path);
-    else
-        std::rename(QFile::encodeName(m_copy).constData(), QFile::encodeName(m_path).constData());
+        return {};
+    }
+    if (std::rename(QFile::encodeName(m_copy).constData(), QFile::encodeName(m_path).constData()) == 0)
+        return {};
+    const QString kept = m_copy;
+    m_copy.clear();
+    return QStringLiteral("The file %1 could not be put back; what it was lies in %2.").arg(m_path, kept);
 }
 
 } // namespace opendtect

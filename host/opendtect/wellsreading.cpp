@@ -139,9 +139,15 @@ void reloadWell(const QString &key)
     if (!well.error().isEmpty())
         return;
     Well::LoadReqs others = well.data().loadState();
-    others.remove(Well::Logs).remove(Well::LogInfos);
+    others.remove(Well::Logs).remove(Well::LogInfos).remove(Well::Mrkrs);
     if (!others.isEmpty())
         Well::MGR().reload(well.id(), others);
+    // The manager would keep the markers of a file that is gone or cannot be read any more.
+    if (well.data().haveMarkers()) {
+        well.data().markers().erase();
+        const Well::Reader reader(well.id(), well.data());
+        reader.getMarkers(); // what it cannot read, the next reading of the markers tells
+    }
     well.data().reloadLogNames();
     Well::MGR().reloadLogs(well.id());
 }

@@ -26,6 +26,21 @@ namespace opendtect {
 
 namespace {
 
+// What is no number is undefined, as in every host.
+bool isSample(float value)
+{
+    return std::isfinite(value) && !host::isUndefined(value);
+}
+
+// The host's reason, what became of the old file, and where neither is known what is likely.
+QString failureReason(const uiString &message, const QString &putBackProblem)
+{
+    QString reason = toQString(message);
+    if (reason.isEmpty())
+        reason = QStringLiteral("what was stored is not what was written (is the disk full?)");
+    return putBackProblem.isEmpty() ? reason : reason + QStringLiteral(". ") + putBackProblem;
+}
+
 QString problemOf(const host::LogData &log)
 {
     if (log.name.trimmed().isEmpty())
@@ -36,7 +51,7 @@ QString problemOf(const host::LogData &log)
     for (int i = 0; i < log.depths.size(); ++i) {
         if (!std::isfinite(log.depths.at(i)) || host::isUndefined(log.depths.at(i)))
             return QStringLiteral("a depth is undefined");
-        isDefined = isDefined || !host::isUndefined(log.values.at(i));
+        isDefined = isDefined || isSample(log.values.at(i));
     }
     return isDefined ? QString() : QStringLiteral("the log has no defined sample");
 }
@@ -46,7 +61,7 @@ void fill(Well::Log &target, const host::LogData &log)
     target.setUnitMeasLabel(log.unit.toUtf8().constData());
     for (int i = 0; i < log.depths.size(); ++i) {
         const float value = log.values.at(i);
-        target.addValue(log.depths.at(i), host::isUndefined(value) ? mUdf(float) : value);
+        target.addValue(log.depths.at(i), isSample(value) ? value : mUdf(float));
     }
     // Of this log alone: the set's own function would strip logs of which only the header is loaded.
     target.ensureAscZ();
@@ -161,10 +176,10 @@ host::Status writeLog(const QString &key, const host::LogData &log)
         isWritten = stored && stored->size() == made.size();
     }
     if (!isWritten) {
-        backup.putBack();
+        const QString putBackProblem = backup.putBack();
         well.data().reloadLogNames();
         Well::MGR().reloadLogs(well.id());
-        return {withReason(failure, toQString(writer.errMsg()))};
+        return {withReason(failure, failureReason(writer.errMsg(), putBackProblem))};
     }
     well.data().logschanged.trigger(logs.indexOf(name.constData()));
     return {};
@@ -184,10 +199,10 @@ host::Status writeMarkers(const QString &key, const QVector<host::Marker> &marke
     replace(stored, converted(markers, stored));
     const Well::Writer writer(well.id(), well.data());
     if (!writer.putMarkers() || !areStored(well)) {
-        backup.putBack();
+        const QString putBackProblem = backup.putBack();
         replace(stored, before);
         return {withReason(QStringLiteral("Cannot write the markers of the well %1").arg(well.name()),
-                           toQString(writer.errMsg()))};
+                           failureReason(writer.errMsg(), putBackProblem))};
     }
     watch.attach();
     well.data().markerschanged.trigger();

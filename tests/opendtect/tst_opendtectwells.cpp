@@ -11,6 +11,7 @@
 #include <QtTest>
 
 #include <csignal>
+#include <limits>
 #include <sys/resource.h>
 
 #include <welldata.h>
@@ -135,6 +136,20 @@ private slots:
         QCOMPARE(loaded->logs().getLog("RHOB")->size(), 2);
     }
 
+    void reloadForgetsMarkersThatAreGone()
+    {
+        Well::MGR().get(idOf(m_key));
+        QVERIFY(!m_wells->markers(m_key).value.isEmpty());
+        QVERIFY(QFile::remove(m_stem + ".wlm"));
+        m_wells->reload(m_key);
+        const host::Outcome<QVector<host::Marker>> none = m_wells->markers(m_key);
+        QVERIFY2(none.ok(), qPrintable(none.error));
+        QVERIFY(none.value.isEmpty());
+        files::write(m_stem + ".wlm", "rubbish");
+        m_wells->reload(m_key);
+        QVERIFY(!m_wells->markers(m_key).ok());
+    }
+
     void theHostsOwnChangeOfMarkersIsAnnounced()
     {
         Well::Data *loaded = Well::MGR().get(idOf(m_key));
@@ -245,6 +260,36 @@ private slots:
         QVERIFY(m_wells->writeLog(m_key, smallLog("GR", 1)).ok());
         QVERIFY(m_wells->writeMarkers(m_key, {{"Top", 10, Qt::red}}).ok());
         QCOMPARE(files::snapshot(m_survey).keys(), before);
+    }
+
+    void whatIsNoNumberIsUndefined()
+    {
+        constexpr float nan = std::numeric_limits<float>::quiet_NaN();
+        constexpr float infinity = std::numeric_limits<float>::infinity();
+        QVERIFY(!m_wells->writeLog(m_key, {"NONE", "gapi", {100, 200}, {nan, infinity}}).ok());
+        QVERIFY(m_wells->writeLog(m_key, {"SOME", "gapi", {100, 200, 300, 400}, {nan, 5, -infinity, 7}}).ok());
+        const QVector<host::LogInfo> logs = m_wells->logs(m_key).value;
+        const host::LogData stored = m_wells->log(m_key, logs.size() - 1).value;
+        QCOMPARE(stored.name, QString("SOME"));
+        QCOMPARE(stored.depths, (QVector<float>{200, 300, 400})); // nothing undefined at the top
+        QCOMPARE(stored.values.at(0), 5.0F);
+        QVERIFY(host::isUndefined(stored.values.at(1)));
+        QCOMPARE(stored.values.at(2), 7.0F);
+    }
+
+    // A write that ended in the middle left a copy of the old file: it may be the only whole one.
+    void theCopyOfAnInterruptedWriteIsKept()
+    {
+        const QString markers = m_stem + ".wlm";
+        const QFileInfo file(markers);
+        const QString copy = file.path() + "/.lorva-" + file.fileName();
+        files::write(copy, "what it was");
+        const auto before = files::snapshot(m_survey);
+        const host::Status status = m_wells->writeMarkers(m_key, {{"New", 500, Qt::red}});
+        QVERIFY2(status.error.contains(copy), qPrintable(status.error));
+        QCOMPARE(files::snapshot(m_survey), before);
+        QVERIFY(QFile::remove(copy));
+        QVERIFY(m_wells->writeMarkers(m_key, {{"New", 500, Qt::red}}).ok());
     }
 
     void aFullDiskLeavesWhatWasThere_data()
