@@ -200,9 +200,8 @@ void MainWindow::printActionClicked()
 }
 
 // A preview asks for its page again and again; the picture file is written at the first time only, and the page is
-// drawn anew only when its size changes. The
-// correlation view hands its page over once it exists; until then, as for the well data manager, nothing is printed,
-// which the preview shows as an empty page.
+// drawn anew only when its size changes. The correlation view hands its page over once it exists; until then, as for
+// the well data manager, nothing is printed, which the preview shows as an empty page.
 void MainWindow::printPreView(QPrinter *printer)
 {
     const bool isLogView = m_tabs->currentWidget() == m_logsView && m_logsView->currentDisplay();

@@ -1,5 +1,6 @@
 // How the adapter treats the wells that the host has in memory, and wells that are damaged, locked or gone.
 
+#include "host/opendtect/filebackup.h"
 #include "host/opendtect/odwells.h"
 #include "odprogram.h"
 #include "odsurvey.h"
@@ -290,6 +291,39 @@ private slots:
         QCOMPARE(files::snapshot(m_survey), before);
         QVERIFY(QFile::remove(copy));
         QVERIFY(m_wells->writeMarkers(m_key, {{"New", 500, Qt::red}}).ok());
+    }
+
+    void aFileThatCannotBePutBackKeepsItsCopy()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath("logs");
+        files::write(path, "what it was");
+        QString said;
+        {
+            opendtect::FileBackup backup(path);
+            QVERIFY2(backup.error().isEmpty(), qPrintable(backup.error()));
+            QVERIFY(QFile::remove(path));
+            QVERIFY(QDir().mkpath(path + "/in its place"));
+            said = backup.putBack();
+        }
+        const QString copy = folder.filePath(".lorva-logs");
+        QVERIFY2(said.contains(copy), qPrintable(said));
+        QCOMPARE(files::read(copy), QByteArray("what it was"));
+    }
+
+    void aLinkStaysALink()
+    {
+        const QTemporaryDir folder;
+        const QString target = folder.filePath("target");
+        const QString link = folder.filePath("link");
+        files::write(target, "what it was");
+        QVERIFY(QFile::link(target, link));
+        opendtect::FileBackup backup(link);
+        QVERIFY2(backup.error().isEmpty(), qPrintable(backup.error()));
+        files::write(target, "damaged");
+        QVERIFY(backup.putBack().isEmpty());
+        QVERIFY(QFileInfo(link).isSymLink());
+        QCOMPARE(files::read(target), QByteArray("what it was"));
     }
 
     void aFullDiskLeavesWhatWasThere_data()
