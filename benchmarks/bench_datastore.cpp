@@ -7,8 +7,8 @@
 #include "datastore/curvegrouptable.h"
 #include "datastore/defaultlogs.h"
 #include "datastore/projectdata.h"
+#include "survey/surveystore.h"
 #include "templates/templatestore.h"
-#include "workbench/surveystore.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -2,10 +2,10 @@
 
 #include "benchsupport.h"
 
-#include "logview/curvefill.h"
-#include "logview/curveline.h"
-#include "logview/samplelookup.h"
-#include "logview/trackgrid.h"
+#include "logview/geometry/curvefill.h"
+#include "logview/geometry/curveline.h"
+#include "logview/geometry/samplelookup.h"
+#include "logview/geometry/trackgrid.h"
 
 #include <QGuiApplication>
 #include <QImage>

@@ -5,7 +5,7 @@
 #include "base/asker.h"
 #include "datastore/hostwriter.h"
 #include "datastore/wellscatalogue.h"
-#include "workbench/surveystore.h"
+#include "survey/surveystore.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -1,8 +1,8 @@
 #include "benchsupport.h"
 
-#include "workbench/objectlist.h"
-#include "workbench/surveyfolder.h"
-#include "workbench/wellfile.h"
+#include "survey/objectlist.h"
+#include "survey/surveyfolder.h"
+#include "survey/wellfile.h"
 
 #include <QDir>
 #include <QFile>

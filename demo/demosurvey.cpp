@@ -15,10 +15,10 @@
 #include "demo/demotemplate.h"
 #include "las/lasheader.h"
 #include "las/wellinfo.h"
-#include "workbench/laswellproposal.h"
-#include "workbench/surveyfolder.h"
-#include "workbench/surveyplace.h"
-#include "workbench/surveystore.h"
+#include "survey/laswellproposal.h"
+#include "survey/surveyfolder.h"
+#include "survey/surveyplace.h"
+#include "survey/surveystore.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,8 +1,8 @@
 #include "logview/curveheaderitem.h"
 
 #include "logview/curveitem.h"
-#include "logview/depthaxis.h"
-#include "logview/displaystyle.h"
+#include "logview/geometry/depthaxis.h"
+#include "logview/geometry/displaystyle.h"
 #include "logview/trackitem.h"
 
 #include <QFontMetrics>

@@ -2,7 +2,7 @@
 
 #include "logview/curveheaderitem.h"
 #include "logview/curveitempropertywidget.h"
-#include "logview/displaystyle.h"
+#include "logview/geometry/displaystyle.h"
 #include "logview/pointitem.h"
 #include "logview/trackheaderitem.h"
 #include "logview/trackitem.h"
@@ -74,8 +74,7 @@ void CurveItem::readFill(const TrackInfo &definition)
     const int lineCount = definition.curves.size();
     // A left fill goes first, also one up to something that is not there.
     const bool isRight = !isFillOn(m_line.leftUpTo) && isFillOn(m_line.rightUpTo);
-    const logview::FillTarget target =
-        logview::fillTarget(isRight ? m_line.rightUpTo : m_line.leftUpTo, lineCount);
+    const logview::FillTarget target = logview::fillTarget(isRight ? m_line.rightUpTo : m_line.leftUpTo, lineCount);
     m_fillStyle.isOn = target.isOn;
     m_fillStyle.color = isRight ? m_line.rightFillColor : m_line.leftFillColor;
     if (!target.isOn)

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "base/colorbar.h"
-#include "logview/calibrationplacement.h"
-#include "logview/curvefill.h"
-#include "logview/curveline.h"
-#include "logview/samplelookup.h"
+#include "logview/geometry/calibrationplacement.h"
+#include "logview/geometry/curvefill.h"
+#include "logview/geometry/curveline.h"
+#include "logview/geometry/samplelookup.h"
 #include "templates/templatetrack.h"
 
 #include <QGraphicsItem>

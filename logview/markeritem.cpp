@@ -1,7 +1,7 @@
 #include "logview/markeritem.h"
 
-#include "logview/depthaxis.h"
-#include "logview/displaystyle.h"
+#include "logview/geometry/depthaxis.h"
+#include "logview/geometry/displaystyle.h"
 #include "logview/markeritempropertywidget.h"
 
 #include <QFontMetrics>

@@ -1,6 +1,6 @@
 #include "logview/trackheaderitem.h"
 
-#include "logview/displaystyle.h"
+#include "logview/geometry/displaystyle.h"
 #include "logview/trackitem.h"
 
 #include <QGraphicsSceneMouseEvent>

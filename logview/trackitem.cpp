@@ -1,9 +1,9 @@
 #include "logview/trackitem.h"
 
 #include "logview/curveitem.h"
-#include "logview/displaystyle.h"
-#include "logview/perforationgeometry.h"
-#include "logview/trackgrid.h"
+#include "logview/geometry/displaystyle.h"
+#include "logview/geometry/perforationgeometry.h"
+#include "logview/geometry/trackgrid.h"
 #include "logview/trackheaderitem.h"
 #include "logview/trackitempropertywidget.h"
 #include "logview/visiblearea.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "datastore/perforationfile.h"
-#include "logview/depthaxis.h"
+#include "logview/geometry/depthaxis.h"
 #include "templates/templatetrack.h"
 
 #include <QGraphicsItem>

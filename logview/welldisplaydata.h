@@ -5,7 +5,7 @@
 #include "datastore/defaultlogs.h"
 #include "datastore/perforationfile.h"
 #include "datastore/wellrecord.h"
-#include "logview/curvesamples.h"
+#include "logview/geometry/curvesamples.h"
 #include "templates/templatetrack.h"
 
 #include <QHash>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "datastore/wellrecord.h"
-#include "logview/depthaxis.h"
+#include "logview/geometry/depthaxis.h"
 
 #include <QGraphicsScene>
 #include <QPointer>

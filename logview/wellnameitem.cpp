@@ -1,7 +1,7 @@
 #include "logview/wellnameitem.h"
 
-#include "logview/depthaxis.h"
-#include "logview/displaystyle.h"
+#include "logview/geometry/depthaxis.h"
+#include "logview/geometry/displaystyle.h"
 
 #include <QGraphicsScene>
 #include <QPainter>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "survey/surveyinput.h"
 #include "workbench/filechooser.h"
-#include "workbench/surveyinput.h"
 
 #include <QDialog>
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "survey/surveystore.h"
 #include "workbench/filechooser.h"
-#include "workbench/surveystore.h"
 
 #include <QDialog>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workbench/newwells.h"
+#include "survey/newwells.h"
 
 #include <QAbstractTableModel>
 

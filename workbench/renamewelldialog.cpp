@@ -1,8 +1,8 @@
 #include "workbench/renamewelldialog.h"
 
 #include "base/asker.h"
+#include "survey/wellinput.h"
 #include "workbench/fieldform.h"
-#include "workbench/wellinput.h"
 
 #include <QDialogButtonBox>
 #include <QLineEdit>

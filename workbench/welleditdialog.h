@@ -1,7 +1,7 @@
 #pragma once
 
-#include "workbench/surveystore.h"
-#include "workbench/wellinput.h"
+#include "survey/surveystore.h"
+#include "survey/wellinput.h"
 
 #include <QDialog>
 

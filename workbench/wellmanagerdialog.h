@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workbench/surveystore.h"
+#include "survey/surveystore.h"
 
 #include <QDialog>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "workbench/depthunit.h"
-#include "workbench/wellsummary.h"
+#include "survey/depthunit.h"
+#include "survey/wellsummary.h"
 
 #include <QAbstractTableModel>
 

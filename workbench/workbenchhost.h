@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/host.h"
-#include "workbench/surveystore.h"
+#include "survey/surveystore.h"
 
 #include <QHash>
 #include <QMenu>

@@ -49,7 +49,7 @@ const QStringList productFolders{
     QStringLiteral("base"),        QStringLiteral("host"),     QStringLiteral("workbench"), QStringLiteral("demo"),
     QStringLiteral("datastore"),   QStringLiteral("las"),      QStringLiteral("templates"), QStringLiteral("logview"),
     QStringLiteral("correlation"), QStringLiteral("welldata"), QStringLiteral("mainwin"),   QStringLiteral("plugin"),
-    QStringLiteral("programs"),
+    QStringLiteral("programs"),    QStringLiteral("survey"),
 };
 
 QVector<Source> productSources()
@@ -106,8 +106,9 @@ QStringList allowedFolders(const QString &folder)
         {QStringLiteral("base"), QString()},
         {QStringLiteral("host"), QString()},
         {QStringLiteral("host/opendtect"), QStringLiteral("host plugin")},
-        {QStringLiteral("workbench"), QStringLiteral("host las")},
-        {QStringLiteral("demo"), QStringLiteral("workbench datastore las templates host")},
+        {QStringLiteral("survey"), QStringLiteral("host las")},
+        {QStringLiteral("workbench"), QStringLiteral("survey host las")},
+        {QStringLiteral("demo"), QStringLiteral("survey datastore las templates host")},
         {QStringLiteral("datastore"), QStringLiteral("host")},
         {QStringLiteral("las"), QStringLiteral("datastore host")},
         {QStringLiteral("templates"), QStringLiteral("datastore host")},
@@ -137,7 +138,8 @@ QString includeProblem(const Source &source, const QString &included)
         return {};
     if (!allowedFolders(source.folder).contains(folder))
         return QStringLiteral("%1 may not include %2").arg(source.path, included);
-    if (source.folder == QLatin1String("workbench") && folder == QLatin1String("las")
+    if ((source.folder == QLatin1String("workbench") || source.folder == QLatin1String("survey"))
+        && folder == QLatin1String("las")
         && (included.contains(QLatin1String("dialog")) || included.contains(QLatin1String("widget"))))
         return QStringLiteral("%1 may not include a dialog (%2)").arg(source.path, included);
     return {};
@@ -194,12 +196,17 @@ void TestSourceRules::findsWhatItLooksFor()
         return !includeProblem({name, folderOf(name), {}}, QString::fromLatin1(included)).isEmpty();
     };
     QVERIFY(problem("base/x.cpp", "host/host.h"));
-    QVERIFY(problem("host/host.h", "workbench/odfile.h"));
+    QVERIFY(problem("host/host.h", "survey/odfile.h"));
     QVERIFY(problem("workbench/x.cpp", "datastore/project.h"));
+    QVERIFY(problem("survey/x.cpp", "workbench/workbenchhost.h"));
+    QVERIFY(problem("survey/x.cpp", "datastore/project.h"));
+    QVERIFY(problem("survey/x.cpp", "las/lasdialog.h"));
+    QVERIFY(problem("demo/x.cpp", "workbench/workbenchhost.h"));
+    QVERIFY(problem("mainwin/x.cpp", "survey/surveystore.h"));
     QVERIFY(problem("workbench/x.cpp", "plugin/launcher.h"));
     QVERIFY(problem("workbench/x.cpp", "las/lasdialog.h"));
     QVERIFY(problem("plugin/launcher.cpp", "workbench/hostaccess.h"));
-    QVERIFY(problem("plugin/workbenchentry.cpp", "workbench/surveystore.h"));
+    QVERIFY(problem("plugin/workbenchentry.cpp", "survey/surveystore.h"));
     QVERIFY(problem("datastore/x.cpp", "las/lasreader.h"));
     QVERIFY(problem("templates/x.cpp", "logview/x.h"));
     QVERIFY(problem("logview/x.cpp", "correlation/x.h"));

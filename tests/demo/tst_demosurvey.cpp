@@ -7,9 +7,9 @@
 #include "support/failingtarget.h"
 #include "support/files.h"
 #include "support/scriptedasker.h"
+#include "survey/surveyfolder.h"
+#include "survey/surveystore.h"
 #include "templates/templatestore.h"
-#include "workbench/surveyfolder.h"
-#include "workbench/surveystore.h"
 
 #include <QDir>
 #include <QTemporaryDir>

@@ -1,7 +1,7 @@
 // What "cmake --install" leaves is complete: the program starts from there and finds its plug-in and its resources.
 
 #include "programrun.h"
-#include "workbench/surveyfolder.h"
+#include "survey/surveyfolder.h"
 
 #include <QDir>
 #include <QImage>

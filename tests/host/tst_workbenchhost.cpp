@@ -2,8 +2,8 @@
 #include "support/boxdriver.h"
 #include "support/files.h"
 #include "support/testmain.h"
+#include "survey/surveyfolder.h"
 #include "workbench/hostaccess.h"
-#include "workbench/surveyfolder.h"
 #include "workbench/workbenchhost.h"
 
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "logview/curvepath.h"
+#include "logview/geometry/curvepath.h"
 
 #include <QImage>
 #include <QPainter>

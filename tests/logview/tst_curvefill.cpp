@@ -1,6 +1,6 @@
 #include "logshapes.h"
 
-#include "logview/curvefill.h"
+#include "logview/geometry/curvefill.h"
 
 #include <QHash>
 #include <QTest>

@@ -3,7 +3,7 @@
 #include "displayfixture.h"
 #include "logview/curveheaderitem.h"
 #include "logview/curveitempropertywidget.h"
-#include "logview/displaystyle.h"
+#include "logview/geometry/displaystyle.h"
 #include "logview/pointitem.h"
 #include "logview/trackitempropertywidget.h"
 #include "support/testmain.h"
@@ -251,7 +251,8 @@ void tst_curveitem::linesLieOverFillsAndPointsOverLines()
     record.values = {75};
     files::write(calibrationPath(f.survey.path() + QStringLiteral("/WLC"), record.wellName, record.groupName),
                  calibrationBytes(record));
-    f.showLinear(line("GR", "0 | 150", "0,#ffff00|0,#ffffff|Left Boundary | None", "0 | 4 | 1 | #ff0000 | 3 | Circle"));
+    f.showLinear(
+        line("GR", "0 | 150", "0,#ffff00|0,#ffffff|Left Boundary | None", "0 | 4 | 1 | #ff0000 | 3 | Circle"));
     QCOMPARE(f.at(95, 305), QColor(0, 0, 255)); // half of the wide line reaches over the fill
     QCOMPARE(f.at(40, 305), QColor(255, 255, 0));
     QCOMPARE(f.at(96, 500), QColor(255, 0, 0));

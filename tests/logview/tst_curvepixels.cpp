@@ -1,6 +1,6 @@
 #include "logshapes.h"
 
-#include "logview/curveline.h"
+#include "logview/geometry/curveline.h"
 
 #include <QTest>
 

@@ -1,4 +1,4 @@
-#include "logview/depthaxis.h"
+#include "logview/geometry/depthaxis.h"
 
 #include <QTest>
 

@@ -1,4 +1,4 @@
-#include "logview/samplelookup.h"
+#include "logview/geometry/samplelookup.h"
 
 #include <QTest>
 

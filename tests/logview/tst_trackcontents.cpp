@@ -1,6 +1,6 @@
 #include "base/colorbar.h"
-#include "logview/calibrationplacement.h"
-#include "logview/perforationgeometry.h"
+#include "logview/geometry/calibrationplacement.h"
+#include "logview/geometry/perforationgeometry.h"
 
 #include "datastore/curvegroups.h"
 #include "support/files.h"

@@ -1,4 +1,4 @@
-#include "logview/trackgrid.h"
+#include "logview/geometry/trackgrid.h"
 
 #include <QImage>
 #include <QPainter>

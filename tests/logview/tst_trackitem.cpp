@@ -1,6 +1,6 @@
 #include "displayfixture.h"
 #include "logview/curveheaderitem.h"
-#include "logview/displaystyle.h"
+#include "logview/geometry/displaystyle.h"
 #include "logview/trackheaderitem.h"
 #include "logview/trackitempropertywidget.h"
 #include "logview/wellnameitem.h"

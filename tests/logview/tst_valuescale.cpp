@@ -1,4 +1,4 @@
-#include "logview/valuescale.h"
+#include "logview/geometry/valuescale.h"
 
 #include <QTest>
 

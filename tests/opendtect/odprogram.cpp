@@ -1,7 +1,7 @@
 #include "odprogram.h"
 
 #include "support/files.h"
-#include "workbench/surveyfolder.h"
+#include "survey/surveyfolder.h"
 
 #include <genc.h>
 #include <ioman.h>

@@ -1,7 +1,7 @@
 #include "odsurvey.h"
 
 #include "odprogram.h"
-#include "workbench/surveyfolder.h"
+#include "survey/surveyfolder.h"
 
 #include <ctxtioobj.h>
 #include <iodir.h>

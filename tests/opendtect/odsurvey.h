@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/hostrecords.h"
-#include "workbench/wellfile.h"
+#include "survey/wellfile.h"
 
 /// What the host's own library makes of the current survey, past our adapter.
 namespace odsurvey {

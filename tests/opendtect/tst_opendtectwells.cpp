@@ -6,8 +6,8 @@
 #include "odsurvey.h"
 #include "support/files.h"
 #include "support/unprivileged.h"
+#include "survey/surveystore.h"
 #include "surveycontents.h"
-#include "workbench/surveystore.h"
 
 #include <QtTest>
 

@@ -2,10 +2,10 @@
 
 #include "odprogram.h"
 #include "support/files.h"
+#include "survey/surveyfolder.h"
+#include "survey/surveystore.h"
+#include "survey/wellnames.h"
 #include "surveycontents.h"
-#include "workbench/surveyfolder.h"
-#include "workbench/surveystore.h"
-#include "workbench/wellnames.h"
 
 using workbench::SurveyStore;
 

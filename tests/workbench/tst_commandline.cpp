@@ -1,7 +1,7 @@
 #include "support/files.h"
 #include "support/testmain.h"
+#include "survey/surveyfolder.h"
 #include "workbench/commandline.h"
-#include "workbench/surveyfolder.h"
 
 #include <QProcess>
 #include <QTemporaryDir>

@@ -2,8 +2,8 @@
 #include "support/files.h"
 #include "support/scriptedasker.h"
 #include "support/testmain.h"
+#include "survey/surveystore.h"
 #include "workbench/newsurveydialog.h"
-#include "workbench/surveystore.h"
 
 #include <QDir>
 #include <QLabel>

@@ -3,9 +3,9 @@
 #include "support/files.h"
 #include "support/scriptedasker.h"
 #include "support/testmain.h"
+#include "survey/surveyfolder.h"
 #include "workbench/newwellsdialog.h"
 #include "workbench/newwellsmodel.h"
-#include "workbench/surveyfolder.h"
 
 #include <QDir>
 #include <QFile>

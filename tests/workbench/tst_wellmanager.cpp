@@ -3,10 +3,10 @@
 #include "support/files.h"
 #include "support/scriptedasker.h"
 #include "support/testmain.h"
+#include "survey/surveyfolder.h"
+#include "survey/wellinput.h"
 #include "workbench/renamewelldialog.h"
-#include "workbench/surveyfolder.h"
 #include "workbench/welleditdialog.h"
-#include "workbench/wellinput.h"
 #include "workbench/wellmanagerdialog.h"
 
 #include <QComboBox>

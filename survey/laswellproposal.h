@@ -1,0 +1,35 @@
+#pragma once
+
+#include "las/lasheader.h"
+#include "survey/depthunit.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace workbench {
+
+/// What a new well of the survey may start with, as a LAS header tells it. Lengths are metres; 0 stands for
+/// what the header does not tell.
+struct WellProposal
+{
+    QString file; ///< path of the LAS file
+    QString name; ///< never empty but for a file without a name
+    double x = 0; ///< surface coordinates
+    double y = 0;
+    double kbM = 0; ///< kelly bushing above datum
+    double groundM = 0; ///< ground level above datum, negative for a sea bed
+    double totalDepthM = 0;
+    QStringList notes; ///< sentences for the user: what is missing, converted or in doubt
+};
+
+/// Proposes a well for \a header, read from \a file. Items of sections W and P are used; an item that is no
+/// number, is the file's null value or one of the usual ones, or lies outside what is possible is treated as
+/// absent. Feet become metres (0.3048 m); lengths without a unit are taken in the index's unit, coordinates
+/// in metres. The notes tell what is converted on the way into a survey whose depths are in \a surveyUnit.
+///
+/// Name: WELL, else UWI, else the file's base name. Coordinates: X and Y, EASTING and NORTHING and the like,
+/// else two numbers in LOC. KB: EKB, KB and the like, a numeric LMF, EREF (unless DREF is the ground), ELEV,
+/// at last a derrick floor. Ground: EGL, GL and the like. Total depth: the largest of STOP, STRT, TD and TDD.
+WellProposal proposeWell(const QString &file, const las::Header &header, DepthUnit surveyUnit = DepthUnit::Metre);
+
+} // namespace workbench

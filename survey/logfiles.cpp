@@ -1,0 +1,182 @@
+#include "survey/logfiles.h"
+
+#include "base/atomicfile.h"
+
+#include <QFileInfo>
+#include <QHash>
+#include <QSet>
+
+#include <cerrno>
+
+namespace workbench {
+
+namespace {
+
+constexpr int headerBlockSize = 4096;
+constexpr int maximumHeaderSize = 16 << 20;
+
+// The host's own name for a log that has none.
+QString standInName(int number)
+{
+    return QStringLiteral("[%1]").arg(number);
+}
+
+QString noSuchLog(const QString &stem, int index)
+{
+    return QStringLiteral("The well %1 has no log number %2.").arg(stem).arg(index);
+}
+
+enum class HeaderRead { Done, Unusable, NoFile };
+
+HeaderRead readHeader(const QString &path, LogFileHeader *header, FileState *state, const LogFiles::Report &report)
+{
+    FileRead read = readFile(path, headerBlockSize);
+    if (read.errorCode == ENOENT || (read.errorCode != 0 && !QFileInfo::exists(path)))
+        return HeaderRead::NoFile;
+    if (read.errorCode != 0) {
+        report(path, unreadableText(read.errorCode));
+        return HeaderRead::Unusable;
+    }
+    bool isCut = false;
+    host::Outcome<LogFileHeader> parsed = parseLogHeader(read.bytes, &isCut);
+    for (int size = 2 * headerBlockSize; isCut && !parsed.ok() && size <= maximumHeaderSize; size *= 2) {
+        const int before = read.bytes.size();
+        read = readFile(path, size);
+        if (read.bytes.size() == before)
+            break;
+        parsed = parseLogHeader(read.bytes, &isCut);
+    }
+    if (!parsed.ok()) {
+        report(path, parsed.error);
+        return HeaderRead::Unusable;
+    }
+    *header = parsed.value;
+    *state = read.state;
+    return HeaderRead::Done;
+}
+
+} // namespace
+
+QString LogFiles::path(const QString &stem, int number)
+{
+    return stem + QLatin1Char('^') + QString::number(number) + QStringLiteral(".wll");
+}
+
+void LogFiles::forget()
+{
+    *this = {};
+}
+
+void LogFiles::readHeaders(const QString &stem, const Report &report)
+{
+    QHash<int, Entry> known;
+    if (m_stem == stem)
+        for (const Entry &entry : qAsConst(m_entries))
+            known.insert(entry.number, entry);
+    forget();
+    m_stem = stem;
+    QSet<QString> names;
+    for (int number = 1;; ++number) {
+        const QString file = path(stem, number);
+        Entry entry = known.value(number);
+        if (entry.number == 0 || !fileState(file).isSame(entry.state)) {
+            const HeaderRead result = readHeader(file, &entry.header, &entry.state, report);
+            if (result == HeaderRead::NoFile)
+                return;
+            entry.number = result == HeaderRead::Done ? number : 0;
+        }
+        m_fileCount = number;
+        if (entry.number == 0)
+            continue;
+        if (entry.header.name.isEmpty()) {
+            entry.header.name = standInName(number);
+            report(file, QStringLiteral("its header gives the log no name; it is called %1").arg(entry.header.name));
+        }
+        if (names.contains(entry.header.name)) {
+            report(file, QStringLiteral("a second log named \"%1\" is left out").arg(entry.header.name));
+            continue;
+        }
+        const QString problem = sampleSizeProblem(entry.header, entry.state.size);
+        if (!problem.isEmpty())
+            report(file, problem);
+        names.insert(entry.header.name);
+        m_entries.append(entry);
+    }
+}
+
+QVector<host::LogInfo> LogFiles::infos(const QString &stem, const Report &report)
+{
+    readHeaders(stem, report);
+    QVector<host::LogInfo> infos;
+    infos.reserve(m_entries.size());
+    for (const Entry &entry : qAsConst(m_entries))
+        infos.append({entry.header.name, entry.header.unit});
+    return infos;
+}
+
+QString LogFiles::file(const QString &stem, int index) const
+{
+    return m_stem == stem && index >= 0 && index < m_entries.size() ? path(stem, m_entries.at(index).number)
+                                                                    : QString();
+}
+
+// The log at an index of the headers last read, as long as its file still holds that log.
+host::Outcome<host::LogData> LogFiles::readListed(const QString &stem, int index, const Report &report) const
+{
+    if (m_stem != stem || index < 0 || index >= m_entries.size())
+        return {{}, noSuchLog(stem, index)};
+    const Entry &entry = m_entries.at(index);
+    const QString file = path(stem, entry.number);
+    LogFileHeader header;
+    QString problem;
+    host::Outcome<host::LogData> log = readLogFile(file, &header, &problem);
+    if (!log.ok())
+        return log;
+    if (log.value.name.isEmpty())
+        log.value.name = standInName(entry.number);
+    if (log.value.name != entry.header.name)
+        return {{}, QStringLiteral("The file %1 changed while it was read.").arg(file)};
+    if (!problem.isEmpty())
+        report(file, problem);
+    return log;
+}
+
+host::Outcome<host::LogData> LogFiles::read(const QString &stem, int index, const Report &report)
+{
+    const host::Outcome<host::LogData> listed = readListed(stem, index, report);
+    if (listed.ok())
+        return listed;
+    readHeaders(stem, report);
+    return readListed(stem, index, report);
+}
+
+host::Status LogFiles::write(const QString &stem, const host::LogData &log, const QByteArray &depthUnit,
+                             const Report &report)
+{
+    readHeaders(stem, report);
+    const QString name = storedText(log.name); // " GR" comes back as "GR", so that is the log it replaces
+    const Entry *old = nullptr;
+    for (const Entry &entry : qAsConst(m_entries))
+        if (entry.header.name == name)
+            old = &entry;
+    const host::Outcome<QByteArray> bytes = logFileBytes(log, depthUnit, old ? &old->header : nullptr);
+    if (!bytes.ok())
+        return {QStringLiteral("Cannot write the log \"%1\" of %2: %3.").arg(log.name, stem, bytes.error)};
+    const QString file = path(stem, old ? old->number : m_fileCount + 1);
+    const base::WriteResult result = base::writeFileAtomically(file, bytes.value);
+    return {result.ok() ? QString() : writeErrorText(file, result.error)};
+}
+
+host::Status LogFiles::remove(const QString &stem, int index, const Report &report)
+{
+    readHeaders(stem, report);
+    if (index < 0 || index >= m_entries.size())
+        return {noSuchLog(stem, index)};
+    const QString file = path(stem, m_entries.at(index).number);
+    const QString last = path(stem, m_fileCount);
+    // One rename, so that no crash can leave a gap that hides the logs behind it.
+    const bool isRemoved = file == last ? removeFile(file) : moveInPlace(last, file);
+    return {isRemoved ? QString() : QStringLiteral("Cannot delete the log file %1. Nothing is changed.").arg(file)};
+}
+
+} // namespace workbench

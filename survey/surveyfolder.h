@@ -1,0 +1,46 @@
+#pragma once
+
+#include "host/hostrecords.h"
+#include "survey/depthunit.h"
+
+#include <QStringList>
+
+namespace workbench {
+
+/// Whether the folder is a survey: it holds ".omf" and ".survey".
+bool isSurveyFolder(const QString &path);
+/// Why the folder cannot be opened as a survey, as a sentence; empty when it can.
+QString surveyFolderProblem(const QString &path);
+
+/// What a survey says of itself.
+struct SurveyInfo
+{
+    QString name; ///< as the survey file gives it
+    QString folderName;
+    QString comment;
+    DepthUnit depthUnit = DepthUnit::Metre;
+};
+
+host::Outcome<SurveyInfo> readSurveyInfo(const QString &path);
+
+/// The inline and crossline grid and the place of a new survey: enough for the host to open it.
+struct NewSurvey
+{
+    QString name;
+    double xMinimum = 500000; ///< lower left corner, metres
+    double yMinimum = 6000000;
+    double xMaximum = 510000;
+    double yMaximum = 6012500;
+    double maximumDepth = 4000; ///< metres
+    QString comment;
+};
+
+/// Makes a survey folder at \a path with all object folders and empty lists. It is built beside and renamed into
+/// place; an existing non-empty folder is refused. A data root that is new or empty gets its mark, so that the host
+/// accepts it.
+host::Status createSurvey(const QString &path, const NewSurvey &survey);
+
+/// The mark (".omf") by which the host knows a folder of surveys.
+QByteArray dataRootMark();
+
+} // namespace workbench

@@ -1,0 +1,466 @@
+#include "survey/surveystore.h"
+
+#include "base/atomicfile.h"
+#include "base/numbers.h"
+#include "survey/markerfile.h"
+#include "survey/wellnames.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QSet>
+
+#include <algorithm>
+#include <cerrno>
+
+namespace workbench {
+
+namespace {
+
+constexpr char wellGroup[] = "Well";
+constexpr const char *wellFileEndings[] = {".well", ".track", ".wlm", ".wlt", ".csmdl", ".disp"};
+constexpr char wellFolderKey[] = "100050";
+
+int numberOfKey(const QString &key)
+{
+    const QStringList parts = key.split(QLatin1Char('.'));
+    if (parts.size() != 2 || parts.first() != QLatin1String(wellFolderKey))
+        return 0;
+    return base::parseInteger(parts.last().toLatin1()).value_or(0);
+}
+
+QString keyOf(int number)
+{
+    return QLatin1String(wellFolderKey) + QLatin1Char('.') + QString::number(number);
+}
+
+QByteArray unitOf(const WellFile &file, DepthUnit surveyUnit)
+{
+    const QByteArray unit = file.keys.value("Depth-Unit");
+    return unit.isEmpty() ? storedName(surveyUnit) : unit;
+}
+
+bool isWell(const ObjectEntry &entry)
+{
+    return !entry.isFolder && entry.number > 1 && entry.group() == wellGroup;
+}
+
+} // namespace
+
+SurveyStore::SurveyStore(const QString &surveyDirectory)
+    : m_surveyDirectory(surveyDirectory)
+{
+}
+
+void SurveyStore::setSurveyDirectory(const QString &path)
+{
+    m_surveyDirectory = path;
+    m_listState = {};
+    m_listBytes = QByteArray();
+    m_logs.forget();
+    m_problems.clear();
+}
+
+DepthUnit SurveyStore::depthUnit() const
+{
+    return readSurveyInfo(m_surveyDirectory).value.depthUnit;
+}
+
+QString SurveyStore::wellFolder() const
+{
+    return m_surveyDirectory + QStringLiteral("/WellInfo");
+}
+
+void SurveyStore::report(const QString &path, const QString &problem)
+{
+    if (m_problems.add(path, problem) && m_problemFound)
+        m_problemFound();
+}
+
+QStringList SurveyStore::takeProblems()
+{
+    const QStringList problems = m_problems.sentences();
+    m_problems.clear();
+    return problems;
+}
+
+QString SurveyStore::logProblem(const QString &key, int index)
+{
+    const host::Outcome<QString> wellStem = stem(key);
+    const QString file = m_logs.file(wellStem.value, index);
+    return file.isEmpty() ? QString() : m_problems.sentencesOf(file).join(QLatin1Char('\n'));
+}
+
+host::Outcome<ObjectList> SurveyStore::readObjectList()
+{
+    const QString path = objectListPath();
+    const auto listAsRead = [this, &path]() -> host::Outcome<ObjectList> {
+        for (const QString &problem : qAsConst(m_listProblems))
+            report(path, problem);
+        return {m_list, {}};
+    };
+    if (fileState(path).isSame(m_listState))
+        return listAsRead();
+    m_listState = {};
+    const FileRead read = readFile(path);
+    if (read.errorCode != 0)
+        return {{}, readErrorText(path, read.errorCode)};
+    if (m_listBytes.isNull() || m_listBytes != read.bytes) {
+        m_listBytes = QByteArray();
+        m_listProblems.clear();
+        const host::Outcome<ObjectList> list = ObjectList::parse(read.bytes, &m_listProblems);
+        if (!list.ok())
+            return {{}, QStringLiteral("Cannot read the list of wells %1: %2.").arg(path, list.error)};
+        m_list = list.value;
+        m_listIndex.clear();
+        for (int i = 0; i < m_list.entries().size(); ++i)
+            if (isWell(m_list.entries().at(i)))
+                m_listIndex.insert(m_list.entries().at(i).number, i);
+        m_listBytes = read.bytes;
+    }
+    m_listState = read.state;
+    return listAsRead();
+}
+
+host::Outcome<ObjectList> SurveyStore::listToChange()
+{
+    host::Outcome<ObjectList> list = readObjectList();
+    if (list.ok() && list.value.isCut())
+        return {{},
+                QStringLiteral("The list of wells %1 is cut off; writing it would lose the wells behind the cut. "
+                               "Nothing was changed.")
+                    .arg(objectListPath())};
+    return list;
+}
+
+host::Status SurveyStore::writeObjectList(const ObjectList &list)
+{
+    const base::WriteResult result = base::writeFileAtomically(objectListPath(), list.toBytes());
+    return {result.ok() ? QString() : writeErrorText(objectListPath(), result.error)};
+}
+
+host::Outcome<QVector<host::WellEntry>> SurveyStore::list()
+{
+    const host::Outcome<ObjectList> list = readObjectList();
+    if (!list.ok())
+        return {{}, list.error};
+    struct Sortable
+    {
+        QByteArray key;
+        host::WellEntry entry;
+    };
+    std::vector<Sortable> wells;
+    for (const ObjectEntry &entry : list.value.entries())
+        if (isWell(entry))
+            wells.push_back({hostSortKey(entry.name), {entry.name, keyOf(entry.number)}});
+    std::stable_sort(wells.begin(), wells.end(), [](const Sortable &a, const Sortable &b) { return a.key < b.key; });
+    QVector<host::WellEntry> result;
+    result.reserve(static_cast<int>(wells.size()));
+    for (const Sortable &well : wells)
+        result.append(well.entry);
+    return {result, {}};
+}
+
+// The path of the well's files without their endings.
+host::Outcome<QString> SurveyStore::stem(const QString &key)
+{
+    const host::Outcome<ObjectList> list = readObjectList();
+    if (!list.ok())
+        return {{}, list.error};
+    const int index = m_listIndex.value(numberOfKey(key), -1);
+    if (index < 0)
+        return {{}, QStringLiteral("The well with the key %1 is not in the list %2.").arg(key, objectListPath())};
+    const QString fileName = m_list.entries().at(index).fileName();
+    if (!isPlainFileName(fileName))
+        return {{},
+                QStringLiteral("The list %1 gives the well \"%2\" no file of its folder (\"%3\").")
+                    .arg(objectListPath(), m_list.entries().at(index).name, fileName)};
+    return {wellFolder() + QLatin1Char('/') + stemOf(fileName), {}};
+}
+
+host::Outcome<WellFile> SurveyStore::readWell(const QString &stem, bool *hasTrackFile)
+{
+    const QString path = stem + QStringLiteral(".well");
+    const host::Outcome<QByteArray> bytes = readFileBytes(path);
+    if (!bytes.ok())
+        return {{}, bytes.error};
+    host::Outcome<WellFile> file = parseWellFile(bytes.value);
+    QString cutPath = file.value.isTrackCut ? path : QString();
+    const QString trackPath = stem + QStringLiteral(".track");
+    const FileRead trackFile = readFile(trackPath);
+    bool isCut = false;
+    const QVector<TrackPoint> track = parseTrackFile(trackFile.bytes, &isCut);
+    const bool isWellFile = file.ok() || file.value.keys.size() > 0;
+    if (trackFile.errorCode != 0 && trackFile.errorCode != ENOENT) {
+        report(trackPath, unreadableText(trackFile.errorCode));
+    } else if (trackFile.errorCode == 0 && track.isEmpty()) {
+        report(trackPath, QStringLiteral("it holds no valid well track"));
+    } else if (!track.isEmpty() && isWellFile) {
+        file.value.track = track;
+        file.value.isTrackCut = isCut;
+        file.error.clear();
+        cutPath = isCut ? trackPath : QString();
+        if (hasTrackFile)
+            *hasTrackFile = true;
+    }
+    if (!file.ok())
+        return {{}, QStringLiteral("Cannot read the file %1: %2.").arg(path, file.error)};
+    if (!cutPath.isEmpty())
+        report(cutPath,
+               QStringLiteral("its track ends after %1 points in a line that is none").arg(file.value.track.size()));
+    return file;
+}
+
+host::Outcome<host::WellHeader> SurveyStore::header(const QString &key)
+{
+    const host::Outcome<QString> wellStem = stem(key);
+    if (!wellStem.ok())
+        return {{}, wellStem.error};
+    const host::Outcome<WellFile> file = readWell(wellStem.value);
+    if (!file.ok())
+        return {{}, file.error};
+    return {file.value.header(m_list.entries().at(m_listIndex.value(numberOfKey(key))).name), {}};
+}
+
+host::Outcome<WellProperties> SurveyStore::properties(const QString &key)
+{
+    const host::Outcome<QString> wellStem = stem(key);
+    if (!wellStem.ok())
+        return {{}, wellStem.error};
+    const host::Outcome<WellFile> file = readWell(wellStem.value);
+    if (!file.ok())
+        return {{}, file.error};
+    return {file.value.properties(m_list.entries().at(m_listIndex.value(numberOfKey(key))).name), {}};
+}
+
+LogFiles::Report SurveyStore::reporter()
+{
+    return [this](const QString &path, const QString &problem) { report(path, problem); };
+}
+
+host::Outcome<QVector<host::LogInfo>> SurveyStore::logs(const QString &key)
+{
+    const host::Outcome<QString> wellStem = stem(key);
+    if (!wellStem.ok())
+        return {{}, wellStem.error};
+    return {m_logs.infos(wellStem.value, reporter()), {}};
+}
+
+host::Outcome<host::LogData> SurveyStore::log(const QString &key, int index)
+{
+    const host::Outcome<QString> wellStem = stem(key);
+    if (!wellStem.ok())
+        return {{}, wellStem.error};
+    return m_logs.read(wellStem.value, index, reporter());
+}
+
+host::Status SurveyStore::writeLog(const QString &key, const host::LogData &log)
+{
+    const host::Outcome<QString> wellStem = stem(key);
+    if (!wellStem.ok())
+        return {wellStem.error};
+    const host::Outcome<WellFile> well = readWell(wellStem.value);
+    if (!well.ok())
+        return {well.error};
+    return m_logs.write(wellStem.value, log, unitOf(well.value, depthUnit()), reporter());
+}
+
+host::Status SurveyStore::removeLog(const QString &key, int index)
+{
+    const host::Outcome<QString> wellStem = stem(key);
+    if (!wellStem.ok())
+        return {wellStem.error};
+    return m_logs.remove(wellStem.value, index, reporter());
+}
+
+host::Outcome<QVector<host::Marker>> SurveyStore::markers(const QString &key)
+{
+    const host::Outcome<QString> wellStem = stem(key);
+    if (!wellStem.ok())
+        return {{}, wellStem.error};
+    const QString path = wellStem.value + QStringLiteral(".wlm");
+    const FileRead read = readFile(path);
+    if (read.errorCode != 0) {
+        if (read.errorCode == ENOENT)
+            return {};
+        const QString error = readErrorText(path, read.errorCode);
+        report(path, unreadableText(read.errorCode));
+        return {{}, error};
+    }
+    const host::Outcome<WellFile> well = readWell(wellStem.value);
+    if (!well.ok())
+        return {{}, well.error};
+    const auto top = static_cast<float>(well.value.track.first().md);
+    const auto bottom = static_cast<float>(well.value.track.last().md);
+    QStringList problems;
+    host::Outcome<QVector<host::Marker>> markers = parseMarkerFile(read.bytes, top, bottom, &problems);
+    for (const QString &problem : problems)
+        report(path, problem);
+    if (!markers.ok()) {
+        report(path, markers.error);
+        markers.error = QStringLiteral("Cannot read the file %1: %2.").arg(path, markers.error);
+    }
+    return markers;
+}
+
+host::Status SurveyStore::writeMarkers(const QString &key, const QVector<host::Marker> &markers)
+{
+    const host::Outcome<QString> wellStem = stem(key);
+    if (!wellStem.ok())
+        return {wellStem.error};
+    const host::Outcome<WellFile> well = readWell(wellStem.value);
+    if (!well.ok())
+        return {well.error};
+    const QString path = wellStem.value + QStringLiteral(".wlm");
+    const FileRead old = readFile(path);
+    if (old.errorCode != 0 && old.errorCode != ENOENT)
+        return {readErrorText(path, old.errorCode)};
+    const base::WriteResult result =
+        base::writeFileAtomically(path, markerFileBytes(markers, unitOf(well.value, depthUnit()), old.bytes));
+    if (!result.ok())
+        return {writeErrorText(path, result.error)};
+    if (m_markersChanged)
+        m_markersChanged(key);
+    return {};
+}
+
+void SurveyStore::reload(const QString &)
+{
+    m_logs.forget();
+}
+
+// A stem that no well of the list and no file in the folder has: files that were left behind must not become those
+// of a new well.
+QString SurveyStore::newStem(const QString &name, const ObjectList &list) const
+{
+    QSet<QString> taken;
+    for (const ObjectEntry &entry : list.entries())
+        taken.insert(stemOf(entry.fileName()).toLower());
+    const auto hasFiles = [this](const QString &stem) {
+        const QString path = wellFolder() + QLatin1Char('/') + stem;
+        const auto exists = [&path](const char *ending) { return QFileInfo::exists(path + QLatin1String(ending)); };
+        return std::any_of(std::begin(wellFileEndings), std::end(wellFileEndings), exists)
+            || QFileInfo::exists(LogFiles::path(path, 1));
+    };
+    const QString cleaned = cleanedStem(name);
+    QString stem = cleaned;
+    for (int n = 2; taken.contains(stem.toLower()) || hasFiles(stem); ++n)
+        stem = cleaned + QLatin1Char('_') + QString::number(n);
+    return stem;
+}
+
+host::Outcome<QString> SurveyStore::addWell(const WellProperties &given)
+{
+    WellProperties properties = given;
+    properties.name = given.name.trimmed();
+    for (const QString &problem : {storedNameProblem(properties.name), wellPropertiesProblem(properties)})
+        if (!problem.isEmpty())
+            return {{}, problem};
+    const host::Outcome<ObjectList> read = listToChange();
+    if (!read.ok())
+        return {{}, read.error};
+    ObjectList list = read.value;
+    const QString wellStem = newStem(properties.name, list);
+    const int number = list.append(properties.name, wellGroup, wellStem + QStringLiteral(".well"));
+    if (number == 0)
+        return {{}, QStringLiteral("The list of wells %1 has no number left for a new well.").arg(objectListPath())};
+    const host::Status written =
+        writeWell(wellFolder() + QLatin1Char('/') + wellStem, makeWellFile(properties, depthUnit()));
+    if (!written.ok())
+        return {{}, written.error};
+    // The list comes last: a crash before it leaves a file that nothing names, never an entry without its file.
+    const host::Status status = writeObjectList(list);
+    if (!status.ok()) {
+        removeFile(wellFolder() + QLatin1Char('/') + wellStem + QStringLiteral(".well"));
+        return {{}, status.error};
+    }
+    return {keyOf(number), {}};
+}
+
+host::Status SurveyStore::writeWell(const QString &stem, const WellFile &file)
+{
+    const QString path = stem + QStringLiteral(".well");
+    const base::WriteResult result = base::writeFileAtomically(path, wellFileBytes(file));
+    return {result.ok() ? QString() : writeErrorText(path, result.error)};
+}
+
+host::Status SurveyStore::changeWell(const QString &key, const WellProperties &properties)
+{
+    const QString problem = wellPropertiesProblem(properties);
+    if (!problem.isEmpty())
+        return {problem};
+    const host::Outcome<QString> wellStem = stem(key);
+    if (!wellStem.ok())
+        return {wellStem.error};
+    bool hasTrackFile = false;
+    host::Outcome<WellFile> file = readWell(wellStem.value, &hasTrackFile);
+    if (!file.ok())
+        return {file.error};
+    if (file.value.isTrackCut)
+        return {QStringLiteral("The track of the well %1 is damaged: changing the well would lose what follows the "
+                               "damaged line. Nothing was changed.")
+                    .arg(wellStem.value)};
+    if (hasTrackFile) {
+        // A separate track file hides the track in the main file. First both get the same track, then one goes: at
+        // every moment the well is what it was.
+        const host::Status status = writeWell(wellStem.value, file.value);
+        if (!status.ok())
+            return status;
+        const QString trackPath = wellStem.value + QStringLiteral(".track");
+        if (!removeFile(trackPath))
+            return {QStringLiteral("Cannot replace the file %1. The well is unchanged.").arg(trackPath)};
+    }
+    applyProperties(&file.value, properties);
+    return writeWell(wellStem.value, file.value);
+}
+
+host::Status SurveyStore::renameWell(const QString &key, const QString &name)
+{
+    const QString problem = storedNameProblem(name.trimmed());
+    if (!problem.isEmpty())
+        return {problem};
+    host::Outcome<ObjectList> list = listToChange();
+    if (!list.ok())
+        return {list.error};
+    const ObjectEntry *entry = list.value.entry(numberOfKey(key));
+    if (!entry || !isWell(*entry))
+        return {QStringLiteral("The well with the key %1 is not in the list %2.").arg(key, objectListPath())};
+    list.value.rename(numberOfKey(key), name.trimmed());
+    return writeObjectList(list.value);
+}
+
+host::Status SurveyStore::removeWell(const QString &key)
+{
+    const host::Outcome<QString> wellStem = stem(key);
+    host::Outcome<ObjectList> list = listToChange();
+    if (!list.ok())
+        return {list.error};
+    const ObjectEntry *entry = list.value.entry(numberOfKey(key));
+    if (!entry || !isWell(*entry))
+        return {QStringLiteral("The well with the key %1 is not in the list %2.").arg(key, objectListPath())};
+    const QString fileName = entry->fileName();
+    list.value.remove(numberOfKey(key));
+    // The list goes first: a crash after it leaves files that nothing names.
+    const host::Status status = writeObjectList(list.value);
+    if (!status.ok() || !wellStem.ok())
+        return status;
+    for (const ObjectEntry &other : list.value.entries())
+        if (stemOf(other.fileName()) == stemOf(fileName))
+            return {}; // a damaged list: another well still uses the files
+    // Exactly this stem: "Probe_2" does not take the files of "Probe_2_A" along.
+    const QString prefix = stemOf(fileName);
+    const QRegularExpression ownFile(QLatin1Char('^') + QRegularExpression::escape(prefix)
+                                     + QStringLiteral("(\\.(well|track|wlm|wlt|csmdl|disp)|\\^[0-9]+\\.wll)$"));
+    QStringList kept;
+    for (const QString &file : QDir(wellFolder()).entryList(QDir::Files | QDir::Hidden))
+        if (ownFile.match(file).hasMatch() && !removeFile(wellFolder() + QLatin1Char('/') + file))
+            kept.append(file);
+    if (!kept.isEmpty())
+        return {
+            QStringLiteral("The well is no longer in the list, but these files of it could not be deleted in %1: %2.")
+                .arg(wellFolder(), kept.join(QStringLiteral(", ")))};
+    return {};
+}
+
+} // namespace workbench

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "host/wells.h"
+#include "survey/fileproblems.h"
+#include "survey/logfiles.h"
+#include "survey/objectlist.h"
+#include "survey/surveyfolder.h"
+#include "survey/wellfile.h"
+
+#include <QHash>
+
+#include <functional>
+
+namespace workbench {
+
+/// The wells of one survey folder on disk, in the host's own format. Reading changes nothing on disk. Every write
+/// begins by reading what is there now, so that another program's changes are kept, and replaces one file
+/// atomically. Of a well, only log headers are held between calls, and each only as long as its file is unchanged.
+class SurveyStore : public host::Wells
+{
+public:
+    using MarkersChanged = std::function<void(const QString &key)>;
+    using ProblemFound = std::function<void()>;
+
+    explicit SurveyStore(const QString &surveyDirectory = {});
+
+    void setSurveyDirectory(const QString &path);
+    QString surveyDirectory() const { return m_surveyDirectory; }
+    /// Called after a marker set was replaced.
+    void setMarkersChanged(const MarkersChanged &callback) { m_markersChanged = callback; }
+
+    /// Called when something came to light about a file that was not known; problems() tells what. It must not call
+    /// the store.
+    void setProblemFound(const ProblemFound &callback) { m_problemFound = callback; }
+    /// The unit of all depths of the survey.
+    DepthUnit depthUnit() const;
+
+    host::Outcome<QVector<host::WellEntry>> list() override;
+    host::Outcome<host::WellHeader> header(const QString &key) override;
+    host::Outcome<QVector<host::LogInfo>> logs(const QString &key) override;
+    host::Outcome<host::LogData> log(const QString &key, int index) override;
+    host::Outcome<QVector<host::Marker>> markers(const QString &key) override;
+    host::Status writeLog(const QString &key, const host::LogData &log) override;
+    host::Status writeMarkers(const QString &key, const QVector<host::Marker> &markers) override;
+    void reload(const QString &key) override;
+
+    host::Outcome<WellProperties> properties(const QString &key);
+    /// Makes a well and gives its key. Blanks around its name are not kept.
+    host::Outcome<QString> addWell(const WellProperties &properties);
+    /// Changes everything but the name. A separate track file becomes part of the well's main file.
+    host::Status changeWell(const QString &key, const WellProperties &properties);
+    host::Status renameWell(const QString &key, const QString &name);
+    /// Deletes the well with its files.
+    host::Status removeWell(const QString &key);
+    /// Deletes the log at an index of logs(). The last log takes its place, so that one rename does it and no
+    /// crash can leave a gap that hides the logs behind it.
+    host::Status removeLog(const QString &key, int index);
+
+    /// Sentences about everything that the calls so far could not read or had to pass over, as long as the file
+    /// concerned is unchanged; each names its file.
+    QStringList problems() { return m_problems.sentences(); }
+    /// What is known to be wrong with the samples of the log at an index of the logs() last read; empty when nothing.
+    QString logProblem(const QString &key, int index);
+    /// The same as problems(), which are forgotten then.
+    QStringList takeProblems();
+
+private:
+    QString wellFolder() const;
+    QString objectListPath() const { return wellFolder() + QStringLiteral("/.omf"); }
+    host::Outcome<ObjectList> readObjectList();
+    /// The same for a list that is to be changed and written: a list that is cut off is refused.
+    host::Outcome<ObjectList> listToChange();
+    host::Status writeObjectList(const ObjectList &list);
+    host::Outcome<QString> stem(const QString &key);
+    QString newStem(const QString &name, const ObjectList &list) const;
+    host::Outcome<WellFile> readWell(const QString &stem, bool *hasTrackFile = nullptr);
+    LogFiles::Report reporter();
+    host::Status writeWell(const QString &stem, const WellFile &file);
+    void report(const QString &path, const QString &problem);
+
+    QString m_surveyDirectory;
+    MarkersChanged m_markersChanged;
+    ProblemFound m_problemFound;
+    FileProblems m_problems;
+
+    // The object list as last parsed, and the state of the file then: every call looks it up, and parsing it each
+    // time would make work on all wells quadratic.
+    FileState m_listState;
+    QByteArray m_listBytes; ///< null when none was parsed
+    ObjectList m_list;
+    QStringList m_listProblems; ///< what had to be passed over in it
+    QHash<int, int> m_listIndex; ///< object number to entry index
+    LogFiles m_logs;
+};
+
+} // namespace workbench

@@ -1,0 +1,37 @@
+#include "survey/wellsummary.h"
+
+namespace workbench {
+
+host::Outcome<QVector<WellSummary>> readWellSummaries(host::Wells &wells)
+{
+    const host::Outcome<QVector<host::WellEntry>> list = wells.list();
+    if (!list.ok())
+        return {{}, list.error};
+    QVector<WellSummary> summaries;
+    summaries.reserve(list.value.size());
+    for (const host::WellEntry &entry : list.value) {
+        WellSummary summary;
+        summary.key = entry.key;
+        summary.name = entry.name;
+        const host::Outcome<host::WellHeader> header = wells.header(entry.key);
+        summary.error = header.error;
+        if (header.ok()) {
+            summary.x = header.value.x;
+            summary.y = header.value.y;
+            if (!host::isUndefined(header.value.kbElevation))
+                summary.kbElevation = static_cast<double>(header.value.kbElevation);
+            summary.totalDepth = header.value.totalDepth;
+            summary.typeCode = header.value.typeCode;
+        }
+        const host::Outcome<QVector<host::LogInfo>> logs = wells.logs(entry.key);
+        if (logs.ok())
+            summary.logCount = logs.value.size();
+        const host::Outcome<QVector<host::Marker>> markers = wells.markers(entry.key);
+        if (markers.ok())
+            summary.markerCount = markers.value.size();
+        summaries.append(summary);
+    }
+    return {summaries, {}};
+}
+
+} // namespace workbench

@@ -1,0 +1,296 @@
+#include "support/testmain.h"
+#include "survey/logfile.h"
+#include "surveyfixture.h"
+
+#include <limits>
+
+using namespace workbench;
+using namespace survey_fixture;
+
+namespace {
+
+constexpr float udf = host::undefinedValue;
+
+struct Read
+{
+    LogFileHeader header;
+    host::LogData log;
+    QString problem;
+};
+
+Read readLog(const QByteArray &bytes)
+{
+    const host::Outcome<LogFileHeader> parsed = parseLogHeader(bytes);
+    Read result{parsed.value, {}, parsed.error};
+    if (parsed.ok())
+        result.log = parseLogSamples(parsed.value, bytes, &result.problem);
+    return result;
+}
+
+QByteArray logHead(const QByteArray &storage, const QByteArray &more = {})
+{
+    return header("Well Log") + "Depth-Unit: Meter\nName: GR\nUnit of Measure: gAPI\n" + more
+        + "Storage type: " + storage + "\n!\n";
+}
+
+QByteArray written(const host::LogData &log, const LogFileHeader *old = nullptr)
+{
+    const host::Outcome<QByteArray> bytes = logFileBytes(log, "Meter", old);
+    if (!bytes.ok())
+        qFatal("%s", qUtf8Printable(bytes.error));
+    return bytes.value;
+}
+
+} // namespace
+
+class TestLogFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void readsEveryStorage_data();
+    void readsEveryStorage();
+    void readsTextSamplesHoweverWritten();
+    void dropsUndefinedSamplesAtTheEndsOnReading();
+    void dropsSamplesWithoutDepthAndTakesNoNumbersAsUndefined();
+    void keepsOrderAndDuplicatesOfDepths();
+    void skipsTheParameterSection();
+    void takesSamplesThatLookLikeAMark();
+    void tellsWhereTheHeaderIsCut();
+    void tellsCutAndMissingSamples();
+    void survivesAHeaderThatIsLongerThanTheFile();
+    void readsAHeaderWithoutName();
+    void writesTheHostsLayout();
+    void dropsUndefinedSamplesAtTheEndsOnWriting();
+    void refusesALogWithoutDefinedSamples();
+    void refusesWhatIsNoLog();
+    void keepsKeysAndParametersOfTheOldFile();
+    void readsBackWhatItWrote();
+};
+
+void TestLogFile::readsEveryStorage_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    const QVector<float> numbers{100, 1.5f, 100.5f, udf, 101, -2.25f};
+    QTest::newRow("Binary") << logHead("Binary") + samples(numbers);
+    QTest::newRow("Swapped") << logHead("Swapped") + samples(numbers, true);
+    QTest::newRow("Ascii") << logHead("Ascii") + "100\t1.5\n100.5\t1e30\n101\t-2.25\n";
+    QTest::newRow("no storage key") << header("Well Log")
+            + "Name: GR\nUnit of Measure: gAPI\n!\n100 1.5\n100.5 1e30\n101 -2.25";
+}
+
+void TestLogFile::readsEveryStorage()
+{
+    QFETCH(QByteArray, bytes);
+    const Read read = readLog(bytes);
+    QCOMPARE(read.problem, QString());
+    QCOMPARE(read.log.name, QStringLiteral("GR"));
+    QCOMPARE(read.log.unit, QStringLiteral("gAPI"));
+    QCOMPARE(read.log.depths, (QVector<float>{100, 100.5f, 101}));
+    QCOMPARE(read.log.values, (QVector<float>{1.5f, udf, -2.25f}));
+    QVERIFY(host::isUndefined(read.log.values.at(1)));
+}
+
+void TestLogFile::readsTextSamplesHoweverWritten()
+{
+    const Read read = readLog(logHead("Ascii") + "  +1.0e2 \t1\r\n\n101 2 102\n3 103 1e30 104 1e-60 105 -1e99 106 4");
+    QCOMPARE(read.problem, QString());
+    QCOMPARE(read.log.depths, (QVector<float>{100, 101, 102, 103, 104, 105, 106}));
+    QCOMPARE(read.log.values, (QVector<float>{1, 2, 3, udf, 0, udf, 4}));
+    const Read bad = readLog(logHead("Ascii") + "100 1\n101 2\n102 x\n103 4\n");
+    QCOMPARE(bad.log.values, (QVector<float>{1, 2}));
+    QVERIFY(!bad.problem.isEmpty());
+    QVERIFY(!readLog(logHead("Ascii") + "100 1\n101").problem.isEmpty());
+}
+
+void TestLogFile::dropsUndefinedSamplesAtTheEndsOnReading()
+{
+    const QVector<float> numbers{100, udf, 101, udf, 102, 1, 103, udf, 104, 2, 105, udf};
+    for (const QByteArray &bytes : {logHead("Binary") + samples(numbers), logHead("Swapped") + samples(numbers, true),
+                                    logHead("Ascii") + "100 1e30 101 1e30 102 1 103 1e30 104 2 105 1e30"}) {
+        const Read read = readLog(bytes);
+        QCOMPARE(read.log.depths, (QVector<float>{102, 103, 104}));
+        QCOMPARE(read.log.values, (QVector<float>{1, udf, 2}));
+    }
+    const Read none = readLog(logHead("Binary") + samples({100, udf, 101, udf}));
+    QVERIFY(none.log.values.isEmpty() && none.log.depths.isEmpty());
+    QVERIFY(none.problem.contains(QStringLiteral("no samples")));
+}
+
+void TestLogFile::dropsSamplesWithoutDepthAndTakesNoNumbersAsUndefined()
+{
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float inf = std::numeric_limits<float>::infinity();
+    const QVector<float> numbers{100, nan, udf, 5, nan, 6, inf, 7, 101, 1, 102, inf, 103, nan, 104, 2, 105, -inf};
+    for (const bool isBigEndian : {false, true}) {
+        const Read read = readLog(logHead(isBigEndian ? "Swapped" : "Binary") + samples(numbers, isBigEndian));
+        QCOMPARE(read.log.depths, (QVector<float>{101, 102, 103, 104}));
+        QCOMPARE(read.log.values, (QVector<float>{1, udf, udf, 2}));
+    }
+    const Read text = readLog(logHead("Ascii") + "nan 1 101 1 102 nan inf 3 103 inf 104 2");
+    QCOMPARE(text.log.depths, (QVector<float>{101, 102, 103, 104}));
+    QCOMPARE(text.log.values, (QVector<float>{1, udf, udf, 2}));
+}
+
+void TestLogFile::keepsOrderAndDuplicatesOfDepths()
+{
+    const QVector<float> numbers{300, 1, 100, 2, 100, 3, -5, 4};
+    const Read read = readLog(logHead("Binary") + samples(numbers));
+    QCOMPARE(read.log.depths, (QVector<float>{300, 100, 100, -5}));
+    QCOMPARE(readLog(written(read.log)).log.depths, read.log.depths);
+}
+
+void TestLogFile::skipsTheParameterSection()
+{
+    for (const QByteArray &parameters :
+         {QByteArray("!\n"), QByteArray("Mud: oil\n!\n"), QByteArray("A: 1\nB!\n!x: 2\n!\n")}) {
+        const Read read = readLog(logHead("Binary", "Header info: Yes\n") + parameters + samples({100, 1, 101, 2}));
+        QCOMPARE(read.problem, QString());
+        QCOMPARE(read.header.parameters, parameters);
+        QCOMPARE(read.log.values, (QVector<float>{1, 2}));
+    }
+    bool isCut = false;
+    QVERIFY(!parseLogHeader(logHead("Binary", "Header info: Yes\n") + "Mud: oil\n", &isCut).ok());
+    QVERIFY(isCut);
+}
+
+void TestLogFile::takesSamplesThatLookLikeAMark()
+{
+    const QByteArray pair("\n!\n!\n!\n!", 8);
+    const Read read = readLog(logHead("Binary") + pair + pair);
+    QCOMPARE(read.problem, QString());
+    QCOMPARE(read.log.values.size(), 2);
+    QCOMPARE(samples({read.log.depths.at(0), read.log.values.at(0)}), pair);
+}
+
+void TestLogFile::tellsWhereTheHeaderIsCut()
+{
+    const QByteArray head = header("Well Log") + "Name: Look!\nUnit of Measure: m!\nStorage type: Binary\n!\n";
+    for (int size = 7; size < head.size(); ++size) {
+        bool isCut = false;
+        QVERIFY(!parseLogHeader(head.left(size), &isCut).ok());
+        QVERIFY2(isCut, QByteArray::number(size));
+    }
+    bool isCut = true;
+    const host::Outcome<LogFileHeader> whole = parseLogHeader(head, &isCut);
+    QVERIFY(whole.ok() && !isCut);
+    QCOMPARE(whole.value.dataOffset, head.size());
+    QVERIFY(!parseLogHeader(wellFile(), &isCut).ok());
+    QVERIFY(!isCut);
+}
+
+void TestLogFile::tellsCutAndMissingSamples()
+{
+    const QByteArray bytes = logHead("Binary") + samples({100, 1, 101, 2, 102, 3});
+    for (int missing = 1; missing < 8; ++missing) {
+        const Read read = readLog(bytes.left(bytes.size() - missing));
+        QCOMPARE(read.log.values, (QVector<float>{1, 2}));
+        QVERIFY(read.problem.contains(QStringLiteral("cut off")));
+    }
+    const Read none = readLog(logHead("Binary"));
+    QVERIFY(none.log.values.isEmpty());
+    QVERIFY(none.problem.contains(QStringLiteral("no samples")));
+}
+
+void TestLogFile::survivesAHeaderThatIsLongerThanTheFile()
+{
+    // Another program may have cut the file since its header was read.
+    const QByteArray bytes = logHead("Binary") + samples({100, 1});
+    const LogFileHeader head = parseLogHeader(bytes).value;
+    for (const int size : {0, 10, head.dataOffset - 1, head.dataOffset}) {
+        QString problem;
+        QVERIFY(parseLogSamples(head, bytes.left(size), &problem).values.isEmpty());
+        QVERIFY(!problem.isEmpty());
+    }
+}
+
+void TestLogFile::readsAHeaderWithoutName()
+{
+    const Read read = readLog(header("Well Log") + "Storage type: Binary\n!\n" + samples({100, 1}));
+    QVERIFY(read.header.name.isEmpty());
+    QVERIFY(read.header.unit.isEmpty());
+    QCOMPARE(read.log.values.size(), 1);
+}
+
+void TestLogFile::writesTheHostsLayout()
+{
+    host::LogData data = survey_fixture::log("GR", {75, 77.25f, udf, 119.9902649f}, 400);
+    QCOMPARE(withoutDate(written(data)),
+             "!\nDepth-Unit: Meter\nName: GR\nUnit of Measure: gAPI\nHeader info: No\nStorage type: Binary\n"
+             "Dah range: 400`401.5\nLog range: 75`119.990265\n!\n"
+                 + samples({400, 75, 400.5f, 77.25f, 401, udf, 401.5f, 119.9902649f}));
+    QVERIFY(written(data).startsWith("dTect V6.6\nWell Log\n"));
+    QCOMPARE(written(data).mid(written(data).size() - 12, 4), QByteArray("\xca\xf2\x49\x71"));
+    data.unit.clear();
+    QVERIFY(!written(data).contains("Unit of Measure"));
+}
+
+void TestLogFile::dropsUndefinedSamplesAtTheEndsOnWriting()
+{
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    host::LogData data =
+        survey_fixture::log("GR", {udf, nan, 1, udf, nan, 2, udf, std::numeric_limits<float>::infinity()});
+    const QByteArray bytes = written(data);
+    QVERIFY(bytes.endsWith("!\n" + samples({101, 1, 101.5f, udf, 102, udf, 102.5f, 2})));
+    QVERIFY(bytes.contains("Dah range: 101`102.5\nLog range: 1`2\n"));
+    data.depths[2] = udf;
+    data.depths[5] = nan;
+    data.values = {1, 2, 3, 4, 5, 6, 7, 8};
+    QVERIFY(written(data).endsWith("!\n" + samples({100, 1, 100.5f, 2, 101.5f, 4, 102, 5, 103, 7, 103.5f, 8})));
+    QVERIFY(written(data).contains("Dah range: 100`103.5\nLog range: 1`8\n"));
+}
+
+void TestLogFile::refusesALogWithoutDefinedSamples()
+{
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    for (const QVector<float> &values : {QVector<float>{}, QVector<float>{udf}, QVector<float>{udf, nan, udf}}) {
+        const host::Outcome<QByteArray> bytes = logFileBytes(survey_fixture::log("GR", values), "Meter", nullptr);
+        QVERIFY(!bytes.ok());
+        QVERIFY(bytes.error.contains(QStringLiteral("no defined sample")));
+    }
+    host::LogData noDepth = survey_fixture::log("GR", {1, 2});
+    noDepth.depths = {udf, nan};
+    QVERIFY(!logFileBytes(noDepth, "Meter", nullptr).ok());
+}
+
+void TestLogFile::refusesWhatIsNoLog()
+{
+    host::LogData uneven = survey_fixture::log("GR", {1, 2});
+    uneven.depths.removeLast();
+    QVERIFY(!logFileBytes(uneven, "Meter", nullptr).ok());
+    for (const char *name : {"", " ", "\r\n\t"})
+        QVERIFY(!logFileBytes(survey_fixture::log(name, {1, 2}), "Meter", nullptr).ok());
+}
+
+void TestLogFile::keepsKeysAndParametersOfTheOldFile()
+{
+    const QByteArray old = header("Well Log")
+        + "Depth-Unit: Feet\nName:  GR\t\nMnemonic: GR\n odd :  kept \nstrange\nUnit of Measure: API\nHeader info: "
+          "Yes\n"
+          "Storage type: Swapped\nDah range: 1`2\nLog range: 3`4\nLast: x\n!\nMud:  oil \n!\n"
+        + samples({1, 3}, true);
+    const LogFileHeader head = parseLogHeader(old).value;
+    QCOMPARE(withoutDate(written(survey_fixture::log("GR", {5, 6}), &head)),
+             "!\nDepth-Unit: Feet\nName:  GR\t\nMnemonic: GR\n odd :  kept \nstrange\nUnit of Measure: gAPI\nHeader "
+             "info: Yes\n"
+             "Storage type: Binary\nDah range: 100`100.5\nLog range: 5`6\nLast: x\n!\nMud:  oil \n!\n"
+                 + samples({100, 5, 100.5f, 6}));
+}
+
+void TestLogFile::readsBackWhatItWrote()
+{
+    for (const char *name : {"GR", "RHOB/2", "a:b", "Größe", "a\nb", "!", "井", "Name: x"}) {
+        host::LogData data = survey_fixture::log(name, {1.1f, udf, 3e-38f, -1e29f, 3.3e38f}, -3);
+        data.unit = QString::fromUtf8("µs/ft");
+        const Read read = readLog(written(data));
+        QCOMPARE(read.problem, QString());
+        QCOMPARE(read.log.name, data.name);
+        QCOMPARE(read.log.unit, data.unit);
+        QCOMPARE(read.log.depths, data.depths);
+        QVERIFY(read.log.values == data.values);
+        QCOMPARE(withoutDate(written(read.log)), withoutDate(written(data)));
+    }
+}
+
+LORVA_TEST_MAIN(TestLogFile)
+#include "tst_logfile.moc"
