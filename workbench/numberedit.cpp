@@ -1,19 +1,13 @@
 #include "workbench/numberedit.h"
 
-#include <QDoubleValidator>
+#include "base/numbervalidator.h"
 
 namespace workbench {
 
 NumberEdit::NumberEdit(QWidget *parent)
     : QLineEdit(parent)
 {
-    // A comma passes as a grouping sign and so stays visible; it is left to the form to say that it is wrong.
-    QLocale locale = QLocale::c();
-    locale.setNumberOptions(QLocale::OmitGroupSeparator);
-    auto *validator = new QDoubleValidator(this);
-    validator->setLocale(locale);
-    validator->setNotation(QDoubleValidator::ScientificNotation);
-    setValidator(validator);
+    setValidator(new base::NumberValidator(this));
 }
 
 QSize NumberEdit::sizeHint() const
