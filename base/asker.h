@@ -15,6 +15,8 @@ struct Box
     QString title;
     QString text;
     QVector<BoxButton> buttons;
+    /// Of the button Ok; empty for the platform's own text ("OK", or its translation). Yes and No are never translated.
+    QString okText = {};
 };
 
 /// The one door through which computing code asks and tells the user: message boxes in the product, a script in

@@ -34,6 +34,17 @@ QMessageBox::StandardButton buttonOf(BoxButton button)
     return QMessageBox::Ok;
 }
 
+// Questions name their answers, so these keep their texts whatever the host's language; of Ok it is the box's choice.
+void setButtonText(QPushButton *button, BoxButton which, const Box &box)
+{
+    if (which == BoxButton::Yes)
+        button->setText(QStringLiteral("&Yes"));
+    else if (which == BoxButton::No)
+        button->setText(QStringLiteral("&No"));
+    else if (!box.okText.isEmpty())
+        button->setText(box.okText);
+}
+
 } // namespace
 
 MessageBoxAsker::MessageBoxAsker(QWidget *parent)
@@ -52,11 +63,8 @@ BoxButton MessageBoxAsker::show(const Box &box)
                                                        active ? active : m_parent.data());
     // Names of wells and files come from data: a "<" in them is a character, not a tag.
     messageBox->setTextFormat(Qt::PlainText);
-    for (BoxButton button : box.buttons) {
-        QPushButton *pushButton = messageBox->addButton(buttonOf(button));
-        if (button == BoxButton::Ok)
-            pushButton->setText(QStringLiteral("Ok")); // Qt and its translations write it otherwise
-    }
+    for (BoxButton button : box.buttons)
+        setButtonText(messageBox->addButton(buttonOf(button)), button, box);
     if (!box.buttons.isEmpty())
         messageBox->setDefaultButton(buttonOf(box.buttons.first()));
     const bool asks = box.buttons.contains(BoxButton::No);

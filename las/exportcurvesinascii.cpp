@@ -119,10 +119,14 @@ void ExportCurvesInAscii::exportClicked()
     QApplication::restoreOverrideCursor();
     if (!self)
         return;
-    const QString title = QStringLiteral("Exporting Well Curve(s)");
-    if (hasFailed)
-        m_data.asker.warn(title,
-                          QStringLiteral("Some errors while Exporting Well Curves.\nPlease Check file permision."));
-    else
-        m_data.asker.inform(title, QStringLiteral("Exporting of Selected Well Curve(s) is Done."));
+    base::Box box{base::BoxIcon::Information,
+                  QStringLiteral("Exporting Well Curve(s)"),
+                  QStringLiteral("Exporting of Selected Well Curve(s) is Done."),
+                  {base::BoxButton::Ok},
+                  QStringLiteral("Ok")};
+    if (hasFailed) {
+        box.icon = base::BoxIcon::Warning;
+        box.text = QStringLiteral("Some errors while Exporting Well Curves.\nPlease Check file permision.");
+    }
+    m_data.asker.show(box);
 }

@@ -4,6 +4,27 @@
 
 #include <QAbstractButton>
 #include <QLabel>
+#include <QTranslator>
+
+namespace {
+
+/// A host in another language.
+class Translator : public QTranslator
+{
+public:
+    QString translate(const char *, const char *source, const char *, int) const override
+    {
+        const QString text = QString::fromLatin1(source).remove(QLatin1Char('&'));
+        if (text == QLatin1String("OK"))
+            return QStringLiteral("Einverstanden");
+        if (text == QLatin1String("Yes"))
+            return QStringLiteral("Ja");
+        return text == QLatin1String("No") ? QStringLiteral("Nein") : QString();
+    }
+    bool isEmpty() const override { return false; }
+};
+
+} // namespace
 
 class TestMessageBoxAsker : public QObject
 {
@@ -11,6 +32,8 @@ class TestMessageBoxAsker : public QObject
 
 private slots:
     void showsTitleTextIconAndButtonsInOrder();
+    void okMayHaveATextOfItsOwn();
+    void yesAndNoKeepTheirTextsInATranslatedHost();
     void everyButtonAnswersForItself();
     void escapeIsNo();
     void escapeIsOkWithoutNo();
@@ -32,20 +55,45 @@ void TestMessageBoxAsker::showsTitleTextIconAndButtonsInOrder()
     QCOMPARE(driver.seen.at(0).title, QStringLiteral("Sync Data"));
     QCOMPARE(driver.seen.at(0).text, QStringLiteral("done !"));
     QCOMPARE(driver.seen.at(0).icon, QMessageBox::Information);
-    QCOMPARE(driver.seen.at(0).buttons, QStringList{QStringLiteral("Ok")});
+    QCOMPARE(driver.seen.at(0).buttons, QStringList{QStringLiteral("OK")});
     QCOMPARE(driver.seen.at(1).text, QStringLiteral("two\nlines"));
     QCOMPARE(driver.seen.at(1).icon, QMessageBox::Warning);
-    QCOMPARE(driver.seen.at(1).buttons, QStringList{QStringLiteral("Ok")});
+    QCOMPARE(driver.seen.at(1).buttons, QStringList{QStringLiteral("OK")});
     QCOMPARE(driver.seen.at(2).title, QStringLiteral("Template"));
     QCOMPARE(driver.seen.at(2).icon, QMessageBox::Question);
     QCOMPARE(driver.seen.at(2).buttons, (QStringList{QStringLiteral("Yes"), QStringLiteral("No")}));
+}
+
+void TestMessageBoxAsker::okMayHaveATextOfItsOwn()
+{
+    BoxDriver driver;
+    const base::Box box{base::BoxIcon::Information,
+                        QStringLiteral("t"),
+                        QStringLiteral("x"),
+                        {base::BoxButton::Ok},
+                        QStringLiteral("Ok")};
+    QCOMPARE(base::MessageBoxAsker().show(box), base::BoxButton::Ok);
+    QCOMPARE(driver.seen.first().buttons, QStringList{QStringLiteral("Ok")});
+}
+
+void TestMessageBoxAsker::yesAndNoKeepTheirTextsInATranslatedHost()
+{
+    Translator translator;
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    BoxDriver driver;
+    base::MessageBoxAsker asker;
+    asker.confirm(QStringLiteral("t"), QStringLiteral("x"));
+    asker.inform(QStringLiteral("t"), QStringLiteral("x"));
+    QCoreApplication::removeTranslator(&translator);
+    QCOMPARE(driver.seen.at(0).buttons, (QStringList{QStringLiteral("Yes"), QStringLiteral("No")}));
+    QCOMPARE(driver.seen.at(1).buttons, QStringList{QStringLiteral("Einverstanden")});
 }
 
 void TestMessageBoxAsker::everyButtonAnswersForItself()
 {
     BoxDriver driver;
     base::MessageBoxAsker asker;
-    driver.answers = QStringList{QStringLiteral("Yes"), QStringLiteral("No"), QStringLiteral("Ok")};
+    driver.answers = QStringList{QStringLiteral("Yes"), QStringLiteral("No"), QStringLiteral("OK")};
     QVERIFY(asker.confirm(QStringLiteral("t"), QStringLiteral("x")));
     QVERIFY(!asker.confirm(QStringLiteral("t"), QStringLiteral("x")));
     QCOMPARE(asker.show({base::BoxIcon::Warning, QStringLiteral("t"), QStringLiteral("x"), {base::BoxButton::Ok}}),

@@ -442,7 +442,7 @@ private slots:
                  "Cannot get data for the well :" + well.name
                      + ".\nIf you used this well in this Plugin then it may be get crashed.\n"
                        "Please first check this well in Opendtect's Well Manager.");
-        QCOMPARE(m_boxes->seen.first().buttons, QStringList{"Ok"});
+        QCOMPARE(m_boxes->seen.first().buttons, QStringList{"OK"});
         m_boxes->seen.clear();
         QVERIFY(mainWindow()->isMaximized());
     }

@@ -131,6 +131,7 @@ void TestExportCurvesInAscii::writesTheCheckedLogs()
     QCOMPARE(f.asker.boxes.first().title, asciiTitle);
     QCOMPARE(f.asker.boxes.first().text, text("Exporting of Selected Well Curve(s) is Done."));
     QCOMPARE(f.asker.boxes.first().buttons, QVector<base::BoxButton>{base::BoxButton::Ok});
+    QCOMPARE(f.asker.boxes.first().okText, QStringLiteral("Ok"));
     QCOMPARE(files::read(f.path(text("/Wells/A/RT.txt"))),
              QByteArray("A\tRT\nDepth\tValue\n100.123\t1e-05\n12345.7\t-999.25\n1.23457e+06\t1e+10"));
     QVERIFY(!QFile::exists(f.path(text("/Wells/A/GR.txt"))));
@@ -189,6 +190,7 @@ void TestExportCurvesInAscii::failures()
     QCOMPARE(f.asker.boxes.first().text,
              text("Some errors while Exporting Well Curves.\nPlease Check file permision."));
     QCOMPARE(f.asker.boxes.first().buttons, QVector<base::BoxButton>{base::BoxButton::Ok});
+    QCOMPARE(f.asker.boxes.first().okText, QStringLiteral("Ok"));
     QVERIFY(QDir(f.path(text("/Wells/A"))).entryList(QDir::Files | QDir::Hidden).isEmpty());
 }
 

@@ -165,7 +165,7 @@ private slots:
                          "If you used this well in this Plugin then it may be get crashed.\n"
                          "Please first check this well in Opendtect's Well Manager."));
         QCOMPARE(driver.seen.first().icon, QMessageBox::Warning);
-        QCOMPARE(driver.seen.first().buttons, QStringList{"Ok"});
+        QCOMPARE(driver.seen.first().buttons, QStringList{"OK"});
         // Events were handled while the box stood there: no launcher yet.
         QCOMPARE(recorder.states.first(), QString("no launcher"));
         QVERIFY(recorder.states.at(1).contains("launcher shown"));
