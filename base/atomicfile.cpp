@@ -141,13 +141,13 @@ WriteResult AtomicFileWriter::seek(qint64 position)
     return fail("seek");
 }
 
-WriteResult AtomicFileWriter::commit()
+WriteResult AtomicFileWriter::commit(Flush flush)
 {
     if (!m_result.ok() || m_file < 0) {
         errno = EBADF;
         return fail("write");
     }
-    if (fileSystemCalls().fsync(m_file) != 0)
+    if (flush == Flush::Now && fileSystemCalls().fsync(m_file) != 0)
         return fail("flush");
     const int file = m_file;
     m_file = -1;
@@ -156,6 +156,8 @@ WriteResult AtomicFileWriter::commit()
     if (fileSystemCalls().rename(m_temporary.constData(), m_path.constData()) != 0)
         return fail("rename");
     m_temporary.clear();
+    if (flush == Flush::Later)
+        return m_result;
     // The new name reaches the disk with its folder. The content is already in place whatever this says.
     const int folder = ::open(folderOf(m_path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (folder >= 0) {
@@ -165,14 +167,24 @@ WriteResult AtomicFileWriter::commit()
     return m_result;
 }
 
-WriteResult writeFileAtomically(const QString &path, const QByteArray &bytes)
+WriteResult writeFileAtomically(const QString &path, const QByteArray &bytes, Flush flush)
 {
     AtomicFileWriter writer;
     WriteResult result = writer.open(path);
     if (result.ok())
         result = writer.write(bytes.constData(), bytes.size());
     if (result.ok())
-        result = writer.commit();
+        result = writer.commit(flush);
+    return result;
+}
+
+WriteResult flushFileSystem(const QString &folder)
+{
+    const int opened = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const bool isDone = opened >= 0 && fileSystemCalls().syncfs(opened) == 0;
+    const WriteResult result = isDone ? WriteResult{} : systemError(errno);
+    if (opened >= 0)
+        ::close(opened);
     return result;
 }
 

@@ -14,11 +14,18 @@ struct [[nodiscard]] WriteResult
     bool ok() const { return error.isEmpty(); }
 };
 
+/// When what was written reaches the disk: before it takes its name, or by one flushFileSystem() after many files.
+/// Later is for what can be made again; its names change as atomically.
+enum class Flush { Now, Later };
+
 /// Writes \a bytes to \a path so that at every moment, also after a crash or on a full disk, the path holds
 /// either its old content or all of the new one. The parent folder must exist. A symbolic link at \a path is
 /// replaced by a file of its own; what it pointed to is not touched. An existing file keeps its permissions.
 /// Fails without touching anything when \a path is no plain file or could not be opened for writing.
-WriteResult writeFileAtomically(const QString &path, const QByteArray &bytes);
+WriteResult writeFileAtomically(const QString &path, const QByteArray &bytes, Flush flush = Flush::Now);
+
+/// Brings everything written to the file system that holds \a folder to the disk.
+WriteResult flushFileSystem(const QString &folder);
 
 /// The same promise for content that is made piece by piece (a long picture, a large export). Bytes go to a hidden
 /// temporary file in the target's folder; nothing appears at the path before commit(), and destruction without a
@@ -35,8 +42,8 @@ public:
     WriteResult write(const char *bytes, qint64 size);
     /// Where the next write() goes, from the start of the file: for formats that complete their head at the end.
     WriteResult seek(qint64 position);
-    /// Flushes to the disk and puts the file in its place. The first failure of any step is what it returns.
-    WriteResult commit();
+    /// Puts the file in its place, flushed to the disk or not. The first failure of any step is what it returns.
+    WriteResult commit(Flush flush = Flush::Now);
 
 private:
     WriteResult fail(const char *step);

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace base {
@@ -22,6 +23,11 @@ int FileSystemCalls::fsync(int file)
     return ::fsync(file);
 }
 
+int FileSystemCalls::syncfs(int file)
+{
+    return ::syncfs(file);
+}
+
 int FileSystemCalls::close(int file)
 {
     return ::close(file);
@@ -35,6 +41,11 @@ int FileSystemCalls::rename(const char *from, const char *to)
 int FileSystemCalls::unlink(const char *path)
 {
     return ::unlink(path);
+}
+
+int FileSystemCalls::mkdir(const char *path)
+{
+    return ::mkdir(path, 0777);
 }
 
 namespace {

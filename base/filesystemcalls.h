@@ -14,9 +14,11 @@ public:
     virtual int openTemporary(char *pathTemplate);
     virtual ssize_t write(int file, const void *bytes, size_t size);
     virtual int fsync(int file);
+    virtual int syncfs(int file);
     virtual int close(int file);
     virtual int rename(const char *from, const char *to);
     virtual int unlink(const char *path);
+    virtual int mkdir(const char *path);
 };
 
 /// The calls in force.

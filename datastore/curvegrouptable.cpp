@@ -1,23 +1,12 @@
 #include "datastore/curvegrouptable.h"
 
-#include "base/atomicfile.h"
-
-#include <QFile>
+#include "datastore/projectfile.h"
 
 namespace {
 
 QString tablePath(const QString &projectFolder)
 {
     return projectFolder + QStringLiteral("/CurveGroups/CurveGroupTable.txt");
-}
-
-// Nothing when there is no such file or it cannot be read.
-std::optional<QByteArray> contentOf(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    return file.readAll();
 }
 
 } // namespace
@@ -52,20 +41,21 @@ void CurveGroupTable::read(const QString &projectFolder)
 {
     m_lastRead.reset();
     const QString path = tablePath(projectFolder);
-    const std::optional<QByteArray> bytes = contentOf(path);
-    if (!bytes)
+    const ProjectFile file = readProjectFile(path);
+    if (file.state == ProjectFile::State::Missing)
         return;
-    merge(*bytes);
-    m_lastRead = ReadFile{path, *bytes};
+    merge(file.bytes);
+    m_lastRead = ReadFile{path, file};
 }
 
-void CurveGroupTable::write(const QString &projectFolder)
+bool CurveGroupTable::write(const QString &projectFolder, base::Flush flush)
 {
     const QString path = tablePath(projectFolder);
     const bool isRead = m_lastRead && m_lastRead->path == path;
-    const std::optional<QByteArray> old = isRead ? m_lastRead->bytes : contentOf(path);
+    const ProjectFile old = isRead ? m_lastRead->file : readProjectFile(path);
     m_lastRead.reset();
     const QByteArray bytes = toBytes();
-    if (old != bytes)
-        (void)base::writeFileAtomically(path, bytes); // silence is what a user is to see here
+    const bool isUnchanged = old.state == ProjectFile::State::Read && old.bytes == bytes;
+    // Silence is what a user is to see here.
+    return old.mayBeReplaced() && !isUnchanged && base::writeFileAtomically(path, bytes, flush).ok();
 }

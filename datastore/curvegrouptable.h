@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/atomicfile.h"
+#include "datastore/projectfile.h"
 #include "datastore/textfields.h"
 
 #include <QByteArray>
@@ -34,14 +36,14 @@ public:
     /// Merges the project's table file; a missing or unreadable file changes nothing.
     void read(const QString &projectFolder);
     /// Writes the project's table file unless it holds the same bytes: those of the read() before, else the file is
-    /// looked at. A failure is silent.
-    void write(const QString &projectFolder);
+    /// looked at. One that is there and cannot be read is left alone. A failure is silent; true when it was written.
+    bool write(const QString &projectFolder, base::Flush flush = base::Flush::Now);
 
 private:
     struct ReadFile
     {
         QString path;
-        QByteArray bytes;
+        ProjectFile file;
     };
 
     QMap<QString, QString> m_groups;

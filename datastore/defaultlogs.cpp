@@ -116,30 +116,39 @@ DefaultLogs readDefaultLogs(const QString &projectFolder, const QString &wellNam
     return file.open(QIODevice::ReadOnly) ? parseDefaultLogs(file.readAll()) : DefaultLogs();
 }
 
-void runDefaultLogsPass(ProjectData &data)
+void runDefaultLogsPass(ProjectData &data, const std::function<bool()> &mayGoOn)
 {
     const QString &folder = data.project.projectFolder;
     CurveGroupTable &table = CurveGroupTable::instance();
     table.read(folder);
     GroupFiles groupFiles(folder);
-    QSet<int> unreadable;
-    for (int well = 0; well < data.catalogue.wellCount(); ++well)
-        if (!classifyLogs(data.catalogue, well, &groupFiles))
-            unreadable.insert(well);
-    groupFiles.write();
+    QSet<QString> unreadable; // file names: wells of one name share a file
+    for (int well = 0; well < data.catalogue.wellCount(); ++well) {
+        if (mayGoOn && !mayGoOn())
+            return;
+        if (!data.catalogue.hasLogNames(well) || !classifyLogs(data.catalogue, well, &groupFiles))
+            unreadable.insert(defaultLogsFileName(data.catalogue.wellNames().at(well)));
+    }
+    bool isChanged = groupFiles.write(base::Flush::Later);
 
     const QStringList present =
         QDir(defaultLogsFolder(folder)).entryList(QDir::AllEntries | QDir::Hidden | QDir::System);
     QSet<QString> existing(present.begin(), present.end());
     for (int well = 0; well < data.catalogue.wellCount(); ++well) {
+        if (mayGoOn && !mayGoOn())
+            break;
         const QString fileName = defaultLogsFileName(data.catalogue.wellNames().at(well));
-        if (unreadable.contains(well) || existing.contains(fileName))
+        if (unreadable.contains(fileName) || existing.contains(fileName))
             continue;
         // One that cannot be made is passed over; the next launch tries again.
         if (base::writeFileAtomically(defaultLogsFolder(folder) + QLatin1Char('/') + fileName,
-                                      defaultLogsBytes(data, well))
-                .ok())
+                                      defaultLogsBytes(data, well), base::Flush::Later)
+                .ok()) {
             existing.insert(fileName);
+            isChanged = true;
+        }
     }
-    table.write(folder);
+    isChanged |= table.write(folder, base::Flush::Later);
+    if (isChanged)
+        (void)base::flushFileSystem(folder); // all of it can be made again
 }

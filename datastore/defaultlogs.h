@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 struct ProjectData;
 
 /// The default log of each curve group of one well: two parallel lists in file order.
@@ -26,6 +28,8 @@ DefaultLogs readDefaultLogs(const QString &projectFolder, const QString &wellNam
 /// log gets a group, and a well without a default-logs file gets one with the first log of each group. Silent; each
 /// file is read and written once, and nothing is written that did not change. The group "None" has no group file; an
 /// entry of the table without a group counts as absent. A well whose units are needed and that can no longer be read
-/// is passed over: nothing of it is kept, the next pass tries again. Log names stand in the files as
-/// textfields::fieldName() gives them.
-void runDefaultLogsPass(ProjectData &data);
+/// is passed over: nothing of it is kept, the next pass tries again; a well that the catalogue could not read gets no
+/// file either. Log names stand in the files as textfields::fieldName() gives them. The files reach the disk together
+/// at the end. \a mayGoOn is called for each well, before it is read and before its file is made, so that windows can
+/// be repainted; false ends the pass there.
+void runDefaultLogsPass(ProjectData &data, const std::function<bool()> &mayGoOn = {});

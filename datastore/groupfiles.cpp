@@ -1,10 +1,8 @@
 #include "datastore/groupfiles.h"
 
-#include "base/atomicfile.h"
 #include "base/safename.h"
+#include "datastore/projectfile.h"
 #include "datastore/textfields.h"
-
-#include <QFile>
 
 namespace {
 
@@ -22,17 +20,11 @@ QByteArray comparable(textfields::Field entry)
     return QByteArray(entry.data(), static_cast<int>(entry.size())).replace('|', textfields::brokenBar);
 }
 
-QByteArray groupFileBytes(const QString &projectFolder, const QString &group)
-{
-    QFile file(groupPath(projectFolder, group));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 } // namespace
 
 QStringList readGroupFile(const QString &projectFolder, const QString &group)
 {
-    return parseGroupFile(groupFileBytes(projectFolder, group));
+    return parseGroupFile(readProjectFile(groupPath(projectFolder, group)).bytes);
 }
 
 QStringList parseGroupFile(const QByteArray &bytes)
@@ -61,8 +53,10 @@ GroupFiles::Group &GroupFiles::group(const QString &name)
     const auto found = m_groups.find(name);
     if (found != m_groups.end())
         return *found;
+    const ProjectFile file = readProjectFile(groupPath(m_projectFolder, name));
     Group read;
-    forEachLine(utf8Text(groupFileBytes(m_projectFolder, name)), [&read](Field line) {
+    read.isReadable = file.mayBeReplaced();
+    forEachLine(utf8Text(file.bytes), [&read](Field line) {
         const Field entry = trimmed(line);
         read.bytes.append(entry.data(), static_cast<int>(entry.size())).append('\n');
         read.known.insert(comparable(entry));
@@ -75,20 +69,22 @@ void GroupFiles::add(const QString &groupName, const QString &logName)
     const QByteArray entry = textfields::trimmedLine(logName).toUtf8();
     const QByteArray name = comparable({entry.constData(), static_cast<size_t>(entry.size())});
     Group &target = group(groupName);
-    if (target.known.contains(name))
+    if (!target.isReadable || target.known.contains(name))
         return;
     target.bytes += entry + '\n';
     target.known.insert(name);
     target.isChanged = true;
 }
 
-void GroupFiles::write()
+bool GroupFiles::write(base::Flush flush)
 {
+    bool isWritten = false;
     for (auto entry = m_groups.begin(); entry != m_groups.end(); ++entry) {
         if (!entry->isChanged)
             continue;
-        (void)base::writeFileAtomically(groupPath(m_projectFolder, entry.key()),
-                                        entry->bytes); // silent by requirement
+        // Silent by requirement.
+        isWritten |= base::writeFileAtomically(groupPath(m_projectFolder, entry.key()), entry->bytes, flush).ok();
         entry->isChanged = false;
     }
+    return isWritten;
 }

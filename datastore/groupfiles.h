@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/atomicfile.h"
+
 #include <QByteArray>
 #include <QHash>
 #include <QSet>
@@ -14,7 +16,8 @@ QStringList readGroupFile(const QString &projectFolder, const QString &group);
 QStringList parseGroupFile(const QByteArray &bytes);
 
 /// Appends the trimmed name to the group's file unless it is listed there (letter case counts; a "|" and a broken
-/// bar are the same). The file is rewritten whole, one trimmed entry a line. A failure is silent.
+/// bar are the same). The file is rewritten whole, one trimmed entry a line; one that is there and cannot be read is
+/// left alone. A failure is silent.
 void addMnemonicToGroup(const QString &projectFolder, const QString &group, const QString &logName);
 
 /// Several additions at once: each group file is read once and, where something was added, written once by write().
@@ -24,13 +27,15 @@ class GroupFiles
 public:
     explicit GroupFiles(const QString &projectFolder);
     void add(const QString &group, const QString &logName);
-    void write();
+    /// True when a file was written.
+    bool write(base::Flush flush = base::Flush::Now);
 
 private:
     struct Group
     {
         QByteArray bytes; ///< every entry with its line feed
         QSet<QByteArray> known; ///< in the form in which names are compared
+        bool isReadable = true;
         bool isChanged = false;
     };
     Group &group(const QString &name);

@@ -131,6 +131,7 @@ void WellsCatalogue::build()
     QStringList wellNames;
     QStringList keys;
     QVector<QStringList> logNames;
+    QVector<bool> hasLogNames;
     QVector<QStringList> markerNames;
     QHash<QString, int> indexByName;
     const host::Outcome<QVector<host::WellEntry>> list = m_wells.list();
@@ -140,17 +141,21 @@ void WellsCatalogue::build()
         wellNames.append(entry.name);
         keys.append(entry.key);
         if (m_wells.header(entry.key).ok()) {
-            logNames.append(namesOf(m_wells.logs(entry.key).value));
+            const host::Outcome<QVector<host::LogInfo>> logs = m_wells.logs(entry.key);
+            logNames.append(namesOf(logs.value));
+            hasLogNames.append(logs.ok());
             markerNames.append(namesOf(m_wells.markers(entry.key).value));
         } else {
             warnUnreadable(entry.name);
             logNames.append(QStringList());
+            hasLogNames.append(false);
             markerNames.append(QStringList());
         }
     }
     m_wellNames = wellNames;
     m_keys = keys;
     m_logNames = logNames;
+    m_hasLogNames = hasLogNames;
     m_markerNames = markerNames;
     m_indexByName = indexByName;
 }
@@ -171,6 +176,7 @@ QStringList WellsCatalogue::refreshLogNames(int well)
         return {};
     }
     m_logNames[well] = namesOf(logs.value);
+    m_hasLogNames[well] = true;
     return m_logNames.at(well);
 }
 

@@ -45,6 +45,8 @@ public:
     const QStringList &logNames(int well) const { return m_logNames.at(well); }
     const QStringList &markerNames(int well) const { return m_markerNames.at(well); }
     QString wellKey(int well) const { return m_keys.value(well); }
+    /// Whether the well's logs could be listed; without, its log names are empty because nobody knows them.
+    bool hasLogNames(int well) const { return m_hasLogNames.value(well); }
     /// -1 when there is none.
     int indexOf(const QString &wellName) const { return m_indexByName.value(wellName, -1); }
     int indexOfKey(const QString &key) const { return m_keys.indexOf(key); }
@@ -108,6 +110,7 @@ private:
     QStringList m_wellNames;
     QStringList m_keys;
     QVector<QStringList> m_logNames;
+    QVector<bool> m_hasLogNames;
     QVector<QStringList> m_markerNames;
     QHash<QString, int> m_indexByName;
 };

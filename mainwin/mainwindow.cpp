@@ -36,6 +36,15 @@ QUrl fileUrl(const QString &path)
     return QUrl::fromEncoded("file:///" + QUrl::toPercentEncoding(path, "/:@!$&'()*+,;="));
 }
 
+// Long commands let the windows repaint at each well; clicks wait. They end when the host went to another survey.
+std::function<bool()> repaintedBetweenWells(const host::Host &host)
+{
+    return [&host, survey = host.surveyDirectory()] {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        return host.surveyDirectory() == survey;
+    };
+}
+
 } // namespace
 
 MainWindow::MainWindow(ProjectData &projectData, QWidget *parent)
@@ -229,12 +238,12 @@ void MainWindow::printPreView(QPrinter *printer)
 
 void MainWindow::generateReportActionClicked()
 {
-    writeLogsReport(m_data);
+    writeLogsReport(m_data, repaintedBetweenWells(m_data.host));
 }
 
 void MainWindow::generateMarkersReportActionClicked()
 {
-    writeMarkersReport(m_data);
+    writeMarkersReport(m_data, repaintedBetweenWells(m_data.host));
 }
 
 void MainWindow::documentActionClicked()

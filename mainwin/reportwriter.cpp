@@ -9,6 +9,8 @@
 #include <QCursor>
 #include <QGuiApplication>
 
+#include <optional>
+
 namespace {
 
 constexpr char logsFileEnding[] = "_logsInfo.txt";
@@ -73,11 +75,14 @@ QByteArray logsReport(ProjectData &projectData, int well)
     return bytes;
 }
 
-QByteArray markersReport(ProjectData &projectData)
+// Nothing when it was ended on the way.
+std::optional<QByteArray> markersReport(ProjectData &projectData, const std::function<bool()> &mayGoOn)
 {
     const WellsCatalogue &catalogue = projectData.catalogue;
     QByteArray bytes = reports::markersHeaderLine();
     for (int well = 0; well < catalogue.wellCount(); ++well) {
+        if (mayGoOn && !mayGoOn())
+            return std::nullopt;
         if (catalogue.markerNames(well).isEmpty() || !isThere(projectData, well))
             continue;
         const WaitCursor cursor;
@@ -91,17 +96,25 @@ QByteArray markersReport(ProjectData &projectData)
 bool writeReport(const QString &path, const QByteArray &bytes)
 {
     const WaitCursor cursor;
-    return base::writeFileAtomically(path, bytes).ok();
+    return base::writeFileAtomically(path, bytes, base::Flush::Later).ok();
+}
+
+bool flushReports(const ProjectData &projectData)
+{
+    const WaitCursor cursor;
+    return base::flushFileSystem(projectData.project.projectFolder).ok();
 }
 
 } // namespace
 
-void writeLogsReport(ProjectData &projectData)
+void writeLogsReport(ProjectData &projectData, const std::function<bool()> &mayGoOn)
 {
     if (!hasWells(projectData))
         return;
     const WellsCatalogue &catalogue = projectData.catalogue;
     for (int well = 0; well < catalogue.wellCount(); ++well) {
+        if (mayGoOn && !mayGoOn())
+            return;
         const QString &name = catalogue.wellNames().at(well);
         const QString path = logsPath(projectData, name);
         if (!base::checkWritable(path).ok() || !writeReport(path, logsReport(projectData, well))) {
@@ -111,15 +124,25 @@ void writeLogsReport(ProjectData &projectData)
         if (catalogue.logNames(well).isEmpty())
             projectData.asker.warn(logsTitle(), QStringLiteral("logs are not available for this well :") + name);
     }
-    projectData.asker.inform(logsTitle(), QStringLiteral("Done !"));
+    if (flushReports(projectData))
+        projectData.asker.inform(logsTitle(), QStringLiteral("Done !"));
+    else
+        warnCannotCreate(projectData.asker, projectData.project.projectFolder);
 }
 
-void writeMarkersReport(ProjectData &projectData)
+void writeMarkersReport(ProjectData &projectData, const std::function<bool()> &mayGoOn)
 {
     if (!hasWells(projectData))
         return;
     const QString path = projectData.project.projectFolder + QStringLiteral("/Well_Markers_Info.txt");
-    if (!base::checkWritable(path).ok() || !writeReport(path, markersReport(projectData))) {
+    if (!base::checkWritable(path).ok()) {
+        warnCannotCreate(projectData.asker, path);
+        return;
+    }
+    const std::optional<QByteArray> bytes = markersReport(projectData, mayGoOn);
+    if (!bytes)
+        return;
+    if (!writeReport(path, *bytes) || !flushReports(projectData)) {
         warnCannotCreate(projectData.asker, path);
         return;
     }

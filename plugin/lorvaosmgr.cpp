@@ -86,7 +86,10 @@ void lorvaosMgr::runLaunch()
     QCoreApplication::processEvents();
     if (!step(50, "Parsing Data according to its contain..."))
         return;
-    runDefaultLogsPass(launchData);
+    runDefaultLogsPass(launchData, [mayGoOn] {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        return mayGoOn();
+    });
     QCoreApplication::processEvents();
     if (!step(100, "Done..."))
         return;

@@ -110,6 +110,10 @@ private:
         const QString file = "DefaultLogs/" + base::fileNameFor(name, 4) + ".txt";
         if (QFile::exists(m_folder + '/' + file))
             return;
+        // It would stay empty for ever: the file of a name is made when the wells of that name can be read.
+        for (int other = 0; other < m_catalogue.wellCount(); ++other)
+            if (m_catalogue.wellNames().at(other) == name && !m_wells.header(m_catalogue.wellKey(other)).ok())
+                return;
         QByteArray bytes = name.toUtf8() + '\n';
         QStringList copy = curveGroupNames();
         for (const QString &log : m_catalogue.logNames(well)) {

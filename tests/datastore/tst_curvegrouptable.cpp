@@ -278,6 +278,43 @@ private slots:
                  1);
     }
 
+    void aFileThatCannotBeReadIsNotWrittenOver()
+    {
+        files::write(m_path, "GR | Gamma\n");
+        QVERIFY(QFile::setPermissions(m_folder->path(), QFile::Permissions(0x7777)));
+        QVERIFY(QFile::setPermissions(m_folder->filePath("CurveGroups"), QFile::Permissions(0x7777)));
+        QVERIFY(QFile::setPermissions(m_path, QFile::Permissions(0x2222)));
+        QCOMPARE(testing_support::runUnprivileged([this] {
+                     const bool isWritten = tableOf("DT | Sonic\n").write(m_folder->path());
+                     CurveGroupTable read = tableOf("DT | Sonic\n");
+                     read.read(m_folder->path());
+                     // Also when it could be read by now: its entries are not in this table.
+                     return isWritten || read.write(m_folder->path()) ? 1 : 0;
+                 }),
+                 0);
+        QVERIFY(QFile::setPermissions(m_path, QFile::Permissions(0x6666)));
+        QCOMPARE(files::read(m_path), QByteArray("GR | Gamma\n"));
+    }
+
+    void aFileThatBecameReadableInBetweenIsNotWrittenOver()
+    {
+        QVERIFY(QDir().mkdir(m_path));
+        CurveGroupTable table = tableOf("DT | Sonic\n");
+        table.read(m_folder->path());
+        QVERIFY(QDir().rmdir(m_path));
+        files::write(m_path, "GR | Gamma\n");
+        QVERIFY(!table.write(m_folder->path()));
+        QCOMPARE(files::read(m_path), QByteArray("GR | Gamma\n"));
+        QVERIFY(table.write(m_folder->path())); // asked once more it looks at the file
+    }
+
+    void aLinkToNothingIsNotReplaced()
+    {
+        QVERIFY(QFile::link("/no such file", m_path));
+        QVERIFY(!tableOf("DT | Sonic\n").write(m_folder->path()));
+        QCOMPARE(QFileInfo(m_path).symLinkTarget(), QString("/no such file"));
+    }
+
     void theProcessHasOneTable()
     {
         CurveGroupTable::instance().clear();

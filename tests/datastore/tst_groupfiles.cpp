@@ -228,6 +228,28 @@ private slots:
         QCOMPARE(files::read(path("Gamma.txt")), QByteArray("GR"));
     }
 
+    void aFileThatCannotBeReadIsNotWrittenOver()
+    {
+        files::write(path("Gamma.txt"), "GR");
+        QVERIFY(QFile::link("/no such file", path("Sonic.txt")));
+        for (const QString &folder : {m_folder->path(), path("")})
+            QVERIFY(QFile::setPermissions(folder, QFile::Permissions(0x7777)));
+        QVERIFY(QFile::setPermissions(path("Gamma.txt"), QFile::Permissions(0x2222)));
+        QCOMPARE(testing_support::runUnprivileged([this] {
+                     GroupFiles group(m_folder->path());
+                     group.add("Gamma", "A");
+                     group.add("Sonic", "DT");
+                     const bool isNothingWritten = !group.write();
+                     group.add("Sp", "SP");
+                     return isNothingWritten && group.write() ? 0 : 1;
+                 }),
+                 0);
+        QVERIFY(QFile::setPermissions(path("Gamma.txt"), QFile::Permissions(0x6666)));
+        QCOMPARE(files::read(path("Gamma.txt")), QByteArray("GR"));
+        QCOMPARE(QFileInfo(path("Sonic.txt")).symLinkTarget(), QString("/no such file"));
+        QCOMPARE(files::read(path("Sp.txt")), QByteArray("SP\n"));
+    }
+
     void allLineEndsAndEncodingsAreRead()
     {
         const QStringList expected{"LLD", "LLS"};

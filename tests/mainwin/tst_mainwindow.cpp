@@ -57,6 +57,21 @@ public slots:
     void open(const QUrl &url) { urls.append(url); }
 };
 
+/// Counts how often a widget is painted.
+class PaintCounter : public QObject
+{
+public:
+    explicit PaintCounter(QObject *watched) { watched->installEventFilter(this); }
+    int painted = 0;
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        painted += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+};
+
 struct WindowFixture : ProjectFixture
 {
     WindowFixture()
@@ -535,6 +550,33 @@ private slots:
         dialog->close();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(!dialog);
+    }
+
+    void theWindowIsRepaintedWhileAReportRuns()
+    {
+        for (const char *report : {"Wells Info Report", "Markers Report"}) {
+            WindowFixture fixture;
+            QVERIFY(QTest::qWaitForWindowExposed(fixture.window.get()));
+            QCoreApplication::processEvents();
+            QAction *action = fixture.action(report);
+            PaintCounter counter(fixture.window.get());
+            fixture.window->update();
+            action->trigger();
+            QVERIFY2(counter.painted > 0, report);
+            QCOMPARE(fixture.asker.boxes.last().text, QStringLiteral("Done !"));
+        }
+    }
+
+    void aReportEndsWhenTheHostGoesToAnotherSurvey()
+    {
+        for (const char *report : {"Wells Info Report", "Markers Report"}) {
+            WindowFixture fixture;
+            QTimer::singleShot(0, fixture.window.get(), [&] { fixture.host.survey += QStringLiteral("/other"); });
+            fixture.action(report)->trigger();
+            QVERIFY(fixture.asker.boxes.isEmpty());
+            QVERIFY(!QFile::exists(fixture.path(QStringLiteral("/A_logsInfo.txt"))));
+            QVERIFY(!QFile::exists(fixture.path(QStringLiteral("/Well_Markers_Info.txt"))));
+        }
     }
 
     void reportsAreWiredToTheirEntries()

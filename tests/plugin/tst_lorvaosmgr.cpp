@@ -20,6 +20,32 @@
 
 #include <memory>
 
+namespace {
+
+/// Counts how often a launcher is painted.
+class PaintCounter : public QObject
+{
+public:
+    explicit PaintCounter(int *painted)
+        : m_painted(painted)
+    {
+        qApp->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint && qobject_cast<Launcher *>(watched))
+            ++*m_painted;
+        return false;
+    }
+
+private:
+    int *m_painted;
+};
+
+} // namespace
+
 class tst_lorvaosmgr : public QObject
 {
     Q_OBJECT
@@ -150,6 +176,27 @@ private slots:
     {
         m_host->trigger();
         QCOMPARE(files::read(defaultLogsFile()), QByteArray("Well A\nGamma|GR\n"));
+    }
+
+    void theLauncherIsRepaintedWhileThePassRuns()
+    {
+        for (const char *name : {"Well B", "Well C", "Well D"})
+            addWell(name);
+        int painted = 0;
+        QVector<int> paintedAtRead;
+        const PaintCounter counter(&painted);
+        m_host->onLogs = [&] {
+            const Launcher *launcher = m_manager->launcher();
+            if (!launcher || launcher->findChild<QProgressBar *>()->value() != 50)
+                return;
+            paintedAtRead.append(painted);
+            m_manager->launcher()->update(); // as when another window was drawn over it
+        };
+        m_host->find(m_wellKey)->logs = {{"X", "?", {1, 2}, {3, 4}}};
+        m_host->trigger();
+        QVERIFY(paintedAtRead.size() >= 3);
+        for (int i = 1; i < paintedAtRead.size(); ++i)
+            QVERIFY(paintedAtRead.at(i) > paintedAtRead.at(i - 1));
     }
 
     void aBrokenWellIsWarnedOfBeforeTheLauncherIsVisible()

@@ -10,12 +10,19 @@ class WatchfulHost : public MemoryHost
 public:
     std::function<void()> onList;
     std::function<void(const QString &key)> onMarkers;
+    std::function<void()> onLogs;
 
     host::Outcome<QVector<host::WellEntry>> list() override
     {
         if (onList)
             onList();
         return MemoryHost::list();
+    }
+    host::Outcome<QVector<host::LogInfo>> logs(const QString &key) override
+    {
+        if (onLogs)
+            onLogs();
+        return MemoryHost::logs(key);
     }
     host::Outcome<QVector<host::Marker>> markers(const QString &key) override
     {

@@ -32,7 +32,17 @@ public:
         }
         return FileSystemCalls::write(file, bytes, size);
     }
-    int fsync(int file) override { return m_step == Flush ? full() : FileSystemCalls::fsync(file); }
+    int fsync(int file) override
+    {
+        ++flushes;
+        return m_step == Flush ? full() : FileSystemCalls::fsync(file);
+    }
+    int syncfs(int file) override
+    {
+        ++commonFlushes;
+        writtenAtCommonFlush = written.size();
+        return m_step == Flush ? full() : FileSystemCalls::syncfs(file);
+    }
     int close(int file) override
     {
         const int result = FileSystemCalls::close(file);
@@ -48,6 +58,9 @@ public:
     }
 
     QStringList written; ///< paths in the order in which they came into place
+    int flushes = 0; ///< of single files and folders
+    int commonFlushes = 0; ///< of the whole file system
+    int writtenAtCommonFlush = 0; ///< how many files were in place at the last of these
 
 private:
     static int full()
