@@ -20,7 +20,13 @@ namespace {
 constexpr double boundingMargin = 2; // the outline is 2 pixels wide
 constexpr int depthFontPoints = 8; // five digits fit into half an inch
 constexpr float pixelsPerInch = 96.0F;
+constexpr int dotPeriod = 3; // pixels
 constexpr float widestTrackInches = 1000; // beyond it no display could be laid out in whole pixels
+
+bool isScaled(const QPainter &painter)
+{
+    return painter.deviceTransform().type() > QTransform::TxTranslate;
+}
 
 } // namespace
 
@@ -172,7 +178,7 @@ void TrackItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
         if (m_arePerforationsShown)
             paintPerforations(painter, visible);
     } else {
-        paintGrid(painter, shown);
+        paintGrid(painter, isScaled(*painter) ? shown.adjusted(-dotPeriod, -dotPeriod, dotPeriod, dotPeriod) : shown);
     }
 
     // Sides only as long as they show: a painter takes its time with lines of millions of pixels.
@@ -187,7 +193,7 @@ void TrackItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option,
 }
 
 // A dotted line must not begin outside of what is shown: its dots would start anew at the edge of the device, and
-// crawl while the view is scrolled.
+// crawl while the view is scrolled. With a scaled pen they do not, and reach into the pixels beside them.
 void TrackItem::paintGrid(QPainter *painter, const QRect &visible) const
 {
     const QVector<logview::GridLine> verticals = m_definition.type == LogarithmicTrack

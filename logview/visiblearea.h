@@ -1,18 +1,19 @@
 #pragma once
 
+#include <QPaintEngine>
 #include <QPainter>
 #include <QStyleOptionGraphicsItem>
 
 namespace logview {
 
-/// The part of an item that a paint shows, in item coordinates: what is exposed, less the pixel that Qt adds to it on
-/// each side, and no more than the device has. A scene rendered into a picture calls whole items exposed.
+/// The part of an item that a paint shows, in item coordinates: what is exposed, and no more than the device has. A
+/// scene rendered into a picture calls whole items exposed.
 inline QRectF visibleArea(const QPainter &painter, const QStyleOptionGraphicsItem &option)
 {
-    const QRectF exposed = option.exposedRect.adjusted(1, 1, -1, -1);
-    const QPaintDevice *device = painter.device();
+    // The device of the engine has the pixels of the screen; a widget, those of its coordinates.
+    const QPaintDevice *device = painter.paintEngine()->paintDevice();
     const QRectF deviceArea(0, 0, device->width(), device->height());
-    return exposed & painter.combinedTransform().inverted().mapRect(deviceArea);
+    return option.exposedRect & painter.deviceTransform().inverted().mapRect(deviceArea);
 }
 
 } // namespace logview

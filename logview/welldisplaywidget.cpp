@@ -5,6 +5,7 @@
 #include "logview/displaypicture.h"
 #include "logview/markeritem.h"
 #include "logview/markersaving.h"
+#include "logview/paperview.h"
 #include "logview/trackitem.h"
 #include "logview/trackitempropertywidget.h"
 #include "logview/welldisplaydata.h"
@@ -15,7 +16,6 @@
 
 #include <QApplication>
 #include <QDockWidget>
-#include <QGraphicsView>
 #include <QLabel>
 #include <QScrollBar>
 #include <QSplitter>
@@ -110,7 +110,7 @@ WellDisplayWidget::~WellDisplayWidget()
 
 void WellDisplayWidget::buildViews(QVBoxLayout *layout)
 {
-    m_headerView = new QGraphicsView(m_headerScene.get());
+    m_headerView = new PaperView(m_headerScene.get());
     m_headerView->setObjectName(QStringLiteral("headerView"));
     m_headerView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_logView = new WellLogsView(m_scene.get());

@@ -20,7 +20,7 @@ bool isDisplayItem(const QGraphicsItem *item)
 } // namespace
 
 WellLogsView::WellLogsView(WellLogsScene *scene, QWidget *parent)
-    : QGraphicsView(scene, parent)
+    : PaperView(scene, parent)
     , m_scene(scene)
 {
     setMouseTracking(true);
@@ -72,14 +72,14 @@ void WellLogsView::mouseMoveEvent(QMouseEvent *event)
     if (livePicked())
         movePicked(event->pos());
     else
-        QGraphicsView::mouseMoveEvent(event);
+        PaperView::mouseMoveEvent(event);
 }
 
 void WellLogsView::mousePressEvent(QMouseEvent *event)
 {
     MarkerItem *marker = livePicked();
     if (!marker) {
-        QGraphicsView::mousePressEvent(event);
+        PaperView::mousePressEvent(event);
     } else if (event->button() == Qt::LeftButton) {
         movePicked(event->pos());
         m_scene->selectOnly(marker);
@@ -93,7 +93,7 @@ void WellLogsView::keyPressEvent(QKeyEvent *event)
     if (event->key() == Qt::Key_Escape && livePicked())
         cancelPicking();
     else
-        QGraphicsView::keyPressEvent(event);
+        PaperView::keyPressEvent(event);
 }
 
 QGraphicsItem *WellLogsView::itemUnder(const QPoint &position) const
@@ -159,7 +159,7 @@ void WellLogsView::showRect(const QRectF &sceneRect)
 
 void WellLogsView::resizeEvent(QResizeEvent *event)
 {
-    keepingTheLeftEnd([&] { QGraphicsView::resizeEvent(event); });
+    keepingTheLeftEnd([&] { PaperView::resizeEvent(event); });
 }
 
 void WellLogsView::contextMenuEvent(QContextMenuEvent *event)

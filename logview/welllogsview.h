@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QGraphicsView>
+#include "logview/paperview.h"
 
 QT_BEGIN_NAMESPACE
 class QMenu;
@@ -10,7 +10,7 @@ class MarkerItem;
 class WellLogsScene;
 
 /// The view of a log scene: context menu, and picking of markers with the mouse.
-class WellLogsView : public QGraphicsView
+class WellLogsView : public PaperView
 {
     Q_OBJECT
 

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QGraphicsView>
+
+/// A view that is paper to its scene: white whatever the palette, and what it shows after scrolling is what it would
+/// paint anew, also on screens with a broken device pixel ratio.
+class PaperView : public QGraphicsView
+{
+    Q_OBJECT
+
+public:
+    /// The scene must outlive the view.
+    explicit PaperView(QGraphicsScene *scene, QWidget *parent = nullptr);
+
+protected:
+    bool viewportEvent(QEvent *event) override;
+};
