@@ -1,12 +1,15 @@
 #include "base/atomicfile.h"
 
 #include "base/filesystemcalls.h"
+#include "base/folderlinks.h"
+#include "base/leftovers.h"
 
 #include <QFile>
 
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -27,15 +30,8 @@ QByteArray folderOf(const QByteArray &path)
     return slash == 0 ? QByteArray("/") : path.left(slash);
 }
 
-mode_t modeForNewFiles()
-{
-    // The process' mask can only be read by setting it; the plug-in has no threads of its own that would notice.
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return 0666 & ~mask;
-}
-
-WriteResult checkTarget(const QByteArray &path, mode_t *mode)
+// The permissions of an existing file go to the new one; *mode stays as it is where there is none.
+WriteResult checkTarget(const QByteArray &path, std::optional<mode_t> *mode)
 {
     if (path.isEmpty() || path.contains('\0'))
         return systemError(EINVAL);
@@ -43,11 +39,13 @@ WriteResult checkTarget(const QByteArray &path, mode_t *mode)
     if (::lstat(path.constData(), &info) != 0) {
         if (errno != ENOENT)
             return systemError(errno);
-        *mode = modeForNewFiles();
         return ::access(folderOf(path).constData(), W_OK | X_OK) == 0 ? WriteResult{} : systemError(errno);
     }
     if (S_ISLNK(info.st_mode)) {
-        *mode = modeForNewFiles();
+        struct stat target
+        { };
+        if (::stat(path.constData(), &target) != 0)
+            return {systemErrorText(ENOLINK)}; // a share that is not mounted: the file is there all the same
         return ::access(folderOf(path).constData(), W_OK | X_OK) == 0 ? WriteResult{} : systemError(errno);
     }
     if (S_ISDIR(info.st_mode))
@@ -62,7 +60,7 @@ WriteResult checkTarget(const QByteArray &path, mode_t *mode)
 
 WriteResult checkWritable(const QString &path)
 {
-    mode_t mode = 0;
+    std::optional<mode_t> mode;
     return checkTarget(QFile::encodeName(path), &mode);
 }
 
@@ -77,13 +75,14 @@ WriteResult AtomicFileWriter::fail(const char *step)
     if (m_result.ok())
         m_result = {QString::fromLatin1(step) + QStringLiteral(": ") + systemError(code).error};
     discard();
+    errno = code;
     return m_result;
 }
 
 void AtomicFileWriter::discard()
 {
     if (m_file >= 0) {
-        fileSystemCalls().close(m_file);
+        ::close(m_file);
         m_file = -1;
     }
     if (!m_temporary.isEmpty()) {
@@ -96,17 +95,27 @@ WriteResult AtomicFileWriter::open(const QString &path)
 {
     discard();
     m_path = QFile::encodeName(path);
-    m_result = checkTarget(m_path, &m_mode);
+    std::optional<mode_t> mode;
+    m_result = checkTarget(m_path, &mode);
     if (!m_result.ok())
         return m_result;
     // A name of its own, not the target's with a suffix: it cannot grow too long or meet a user's file, and it is
     // hidden from every listing of ours.
-    QByteArray name = folderOf(m_path) + "/.lorva-XXXXXX";
-    m_file = fileSystemCalls().openTemporary(name.data());
-    if (m_file < 0)
+    constexpr int tries = 10;
+    for (int i = 0; i < tries && m_file < 0; ++i) {
+        QByteArray name = folderOf(m_path) + "/.lorva-XXXXXX";
+        m_file = fileSystemCalls().openTemporary(name.data());
+        if (m_file < 0)
+            return fail("create");
+        m_temporary = name;
+        if (!lockHidden(m_file, name))
+            discard();
+    }
+    if (m_file < 0) {
+        errno = EAGAIN;
         return fail("create");
-    m_temporary = name;
-    if (::fchmod(m_file, m_mode) != 0)
+    }
+    if (mode && ::fchmod(m_file, *mode) != 0)
         return fail("set permissions");
     return m_result;
 }
@@ -143,18 +152,35 @@ WriteResult AtomicFileWriter::seek(qint64 position)
 
 WriteResult AtomicFileWriter::commit(Flush flush)
 {
+    return putInPlace(&FileSystemCalls::rename, flush);
+}
+
+WriteResult AtomicFileWriter::commitAsNew(bool *isTaken)
+{
+    errno = 0;
+    const WriteResult result = putInPlace(&FileSystemCalls::renameToNew, Flush::Now);
+    *isTaken = !result.ok() && errno == EEXIST;
+    return result;
+}
+
+WriteResult AtomicFileWriter::putInPlace(Rename rename, Flush flush)
+{
     if (!m_result.ok() || m_file < 0) {
         errno = EBADF;
         return fail("write");
     }
     if (flush == Flush::Now && fileSystemCalls().fsync(m_file) != 0)
         return fail("flush");
+    // Closing tells the last errors; the second descriptor keeps the lock until the file has its name.
     const int file = m_file;
-    m_file = -1;
+    m_file = ::fcntl(file, F_DUPFD_CLOEXEC, 0);
     if (fileSystemCalls().close(file) != 0)
         return fail("close");
-    if (fileSystemCalls().rename(m_temporary.constData(), m_path.constData()) != 0)
+    if ((fileSystemCalls().*rename)(m_temporary.constData(), m_path.constData()) != 0)
         return fail("rename");
+    if (m_file >= 0)
+        ::close(m_file);
+    m_file = -1;
     m_temporary.clear();
     if (flush == Flush::Later)
         return m_result;
@@ -186,6 +212,18 @@ WriteResult flushFileSystem(const QString &folder)
     if (opened >= 0)
         ::close(opened);
     return result;
+}
+
+WriteResult writeNewFileAtomically(const QString &path, const QByteArray &bytes, bool *isTaken)
+{
+    *isTaken = isThere(path);
+    if (*isTaken)
+        return systemError(EEXIST);
+    AtomicFileWriter writer;
+    WriteResult result = writer.open(path);
+    if (result.ok())
+        result = writer.write(bytes.constData(), bytes.size());
+    return result.ok() ? writer.commitAsNew(isTaken) : result;
 }
 
 } // namespace base

@@ -3,9 +3,9 @@
 #include <QByteArray>
 #include <QString>
 
-#include <sys/types.h>
-
 namespace base {
+
+class FileSystemCalls;
 
 /// What a write came to: success, or the system's reason in words (no path in it).
 struct [[nodiscard]] WriteResult
@@ -20,12 +20,17 @@ enum class Flush { Now, Later };
 
 /// Writes \a bytes to \a path so that at every moment, also after a crash or on a full disk, the path holds
 /// either its old content or all of the new one. The parent folder must exist. A symbolic link at \a path is
-/// replaced by a file of its own; what it pointed to is not touched. An existing file keeps its permissions.
-/// Fails without touching anything when \a path is no plain file or could not be opened for writing.
+/// replaced by a file of its own; what it pointed to is not touched. One that leads nowhere is not replaced. An
+/// existing file keeps its permissions. Fails without touching anything when \a path is no plain file or could not be
+/// opened for writing.
 WriteResult writeFileAtomically(const QString &path, const QByteArray &bytes, Flush flush = Flush::Now);
 
 /// Brings everything written to the file system that holds \a folder to the disk.
 WriteResult flushFileSystem(const QString &folder);
+
+/// The same for a file that must not exist yet, whoever else makes files there: \a isTaken tells a failure because
+/// something has that name.
+WriteResult writeNewFileAtomically(const QString &path, const QByteArray &bytes, bool *isTaken);
 
 /// The same promise for content that is made piece by piece (a long picture, a large export). Bytes go to a hidden
 /// temporary file in the target's folder; nothing appears at the path before commit(), and destruction without a
@@ -44,15 +49,19 @@ public:
     WriteResult seek(qint64 position);
     /// Puts the file in its place, flushed to the disk or not. The first failure of any step is what it returns.
     WriteResult commit(Flush flush = Flush::Now);
+    /// Flushes it and puts it in its place, but only where nothing has that name, whoever made it since open();
+    /// \a isTaken tells a failure of this kind.
+    WriteResult commitAsNew(bool *isTaken);
 
 private:
+    using Rename = int (FileSystemCalls::*)(const char *from, const char *to);
+    WriteResult putInPlace(Rename rename, Flush flush);
     WriteResult fail(const char *step);
     void discard();
 
     QByteArray m_path;
     QByteArray m_temporary;
     WriteResult m_result;
-    mode_t m_mode = 0;
     int m_file = -1;
 };
 

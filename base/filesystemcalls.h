@@ -6,7 +6,7 @@ namespace base {
 
 /// The system calls of file writing and deleting that can fail, as a seam: the product uses the real ones, a test
 /// replaces them to make a write, a flush, a rename or a deletion fail. Results and errno are those of the POSIX
-/// calls of the same name.
+/// calls of the same name; a temporary file has the permissions of any new file.
 class FileSystemCalls
 {
 public:
@@ -17,6 +17,8 @@ public:
     virtual int syncfs(int file);
     virtual int close(int file);
     virtual int rename(const char *from, const char *to);
+    /// Fails with EEXIST where something has the new name.
+    virtual int renameToNew(const char *from, const char *to);
     virtual int unlink(const char *path);
     virtual int mkdir(const char *path);
 };

@@ -1,9 +1,11 @@
 #include "base/folderremoval.h"
 
 #include "base/filesystemcalls.h"
+#include "base/folderlinks.h"
+#include "base/leftovers.h"
 
 #include <QFile>
-#include <QTemporaryDir>
+#include <QFileInfo>
 
 #include <sys/stat.h>
 
@@ -25,10 +27,10 @@ bool removeFolder(const QString &parent, const QString &name, const QString &pro
         || name.contains(QChar(0)))
         return false;
     const QString path = parent + QLatin1Char('/') + name;
-    if (!isRealFolder(path))
+    if (!isRealFolder(path) || linkProblem(QFileInfo(projectFolder).path(), parent) != 0)
         return false;
     // Its destructor deletes what was moved into it; links inside are deleted, never followed.
-    const QTemporaryDir aside(projectFolder + QStringLiteral("/.lorva-XXXXXX"));
+    const HiddenFolder aside(projectFolder);
     if (!aside.isValid())
         return false;
     const QString removed = aside.filePath(QStringLiteral("removed"));

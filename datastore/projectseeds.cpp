@@ -1,13 +1,12 @@
 #include "datastore/projectseeds.h"
 
 #include "base/atomicfile.h"
+#include "base/filesystemcalls.h"
+#include "base/leftovers.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
-
-#include <cstdio>
 
 namespace {
 
@@ -88,14 +87,14 @@ bool seedTemplate(const QString &projectFolder, const SeedTemplate &seed)
     if (QFileInfo::exists(target) || !QFileInfo(folder).isDir())
         return true;
     // Built aside: a crash between two tracks must not leave a folder that then counts as the user's own.
-    const QTemporaryDir aside(projectFolder + QStringLiteral("/.lorva-XXXXXX"));
+    const base::HiddenFolder aside(projectFolder);
     const QString built = aside.filePath(name);
     if (!aside.isValid() || !QDir().mkdir(built))
         return true;
     for (int i = 0; i < seedTrackCount; ++i)
         if (writeIfMissing(built + QStringLiteral("/Track_%1.txt").arg(i + 1), seed.tracks[i]) != 1)
             return false;
-    std::rename(QFile::encodeName(built).constData(), QFile::encodeName(target).constData());
+    base::fileSystemCalls().rename(QFile::encodeName(built).constData(), QFile::encodeName(target).constData());
     return true;
 }
 

@@ -1,11 +1,10 @@
 #include "host/opendtect/filebackup.h"
 
 #include "base/atomicfile.h"
+#include "base/filesystemcalls.h"
 
 #include <QFile>
 #include <QFileInfo>
-
-#include <cstdio>
 
 namespace opendtect {
 
@@ -65,7 +64,8 @@ QString FileBackup::putBack()
         QFile::remove(m_path);
         return {};
     }
-    if (std::rename(QFile::encodeName(m_copy).constData(), QFile::encodeName(m_path).constData()) == 0)
+    if (base::fileSystemCalls().rename(QFile::encodeName(m_copy).constData(), QFile::encodeName(m_path).constData())
+        == 0)
         return {};
     const QString kept = m_copy;
     m_copy.clear();

@@ -112,7 +112,9 @@ private slots:
     void refusesAnEmptyPathAndOneWithANullCharacter();
     void writesNamesOf255Bytes();
     void replacesASymbolicLinkAndLeavesItsTarget();
-    void replacesADanglingLink();
+    void refusesADanglingLink();
+    void makesANewFileOnlyWhereNoneIs();
+    void aFileMadeInTheMeantimeIsNotReplaced();
     void keepsPermissions();
     void givesNewFilesThePermissionsOfTheMask();
     void writesARelativePath();
@@ -352,11 +354,58 @@ void TestAtomicFile::replacesASymbolicLinkAndLeavesItsTarget()
     QCOMPARE(content(), (QMap<QString, QByteArray>{{"link", "new"}, {"target", "target"}}));
 }
 
-void TestAtomicFile::replacesADanglingLink()
+// The share that holds the file may not be mounted.
+void TestAtomicFile::refusesADanglingLink()
 {
     QVERIFY(QFile::link(path("nowhere"), path("link")));
-    QVERIFY(base::writeFileAtomically(path("link"), "new").ok());
-    QCOMPARE(content(), (QMap<QString, QByteArray>{{"link", "new"}}));
+    const auto before = content();
+    QCOMPARE(base::writeFileAtomically(path("link"), "new").error,
+             QStringLiteral("it is reached by a link that leads nowhere"));
+    QVERIFY(!base::checkWritable(path("link")).ok());
+    bool isTaken = false;
+    QVERIFY(!base::writeNewFileAtomically(path("link"), "new", &isTaken).ok());
+    QVERIFY(isTaken);
+    QCOMPARE(content(), before);
+}
+
+void TestAtomicFile::makesANewFileOnlyWhereNoneIs()
+{
+    bool isTaken = true;
+    QVERIFY(base::writeNewFileAtomically(path("a"), "new", &isTaken).ok());
+    QVERIFY(!isTaken);
+    QVERIFY(!base::writeNewFileAtomically(path("a"), "newer", &isTaken).ok());
+    QVERIFY(isTaken);
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{"a", "new"}}));
+    QVERIFY(!base::writeNewFileAtomically(path("none/a"), "new", &isTaken).ok());
+    QVERIFY(!isTaken);
+    for (const Step step : {Step::Open, Step::Write, Step::Fsync, Step::Close}) {
+        FailingCalls calls(step, ENOSPC);
+        base::ScopedFileSystemCalls scope(calls);
+        isTaken = true;
+        QVERIFY(!base::writeNewFileAtomically(path("b"), "new", &isTaken).ok());
+        QVERIFY(!isTaken);
+    }
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{"a", "new"}}));
+}
+
+// Another program makes the file in the moment before ours would take its name.
+void TestAtomicFile::aFileMadeInTheMeantimeIsNotReplaced()
+{
+    class Rival : public base::FileSystemCalls
+    {
+    public:
+        int renameToNew(const char *from, const char *to) override
+        {
+            files::write(QFile::decodeName(to), "rival");
+            return FileSystemCalls::renameToNew(from, to);
+        }
+    };
+    Rival calls;
+    base::ScopedFileSystemCalls scope(calls);
+    bool isTaken = false;
+    QVERIFY(!base::writeNewFileAtomically(path("a"), "new", &isTaken).ok());
+    QVERIFY(isTaken);
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{"a", "rival"}}));
 }
 
 void TestAtomicFile::keepsPermissions()

@@ -90,6 +90,12 @@ const QRegularExpression
                                   "|(image|pixmap|picture|grab\\(\\))(\\.|->)save\\s*\\(\\s*[^&\\s]"),
                    QRegularExpression::CaseInsensitiveOption);
 
+const QRegularExpression movesFiles(
+    QStringLiteral(
+        "\\bstd::rename\\b|(^|[^:\\w])::(rename|link)\\s*\\(|\\brenameat2?\\b|\\bQ(File|Dir)\\b.*\\brename\\s*\\("
+        "|\\b(file|dir|folder)\\.rename\\s*\\(|\\bQFile::link\\b"),
+    QRegularExpression::CaseInsensitiveOption);
+
 const QRegularExpression obeysTheLocale(
     QStringLiteral("\\b(strtod|strtof|strtold|atof|stod|stof|stold|sscanf|fscanf|scanf|vsscanf|setlocale|sprintf|"
                    "snprintf|asprintf)\\b"
@@ -156,6 +162,8 @@ private slots:
     void findsWhatItLooksFor();
     void onlyTheAtomicWriterOpensFilesForWriting();
     void nothingElseOfQtWritesFiles();
+    void onlyTheSeamMovesFiles();
+    void nothingTouchesTheProcessMask();
     void nothingReadsOrWritesNumbersByTheLocale();
     void fontsAreNotNamedByLiterals();
     void includesFollowTheArrows();
@@ -227,7 +235,8 @@ void TestSourceRules::findsWhatItLooksFor()
 
 void TestSourceRules::onlyTheAtomicWriterOpensFilesForWriting()
 {
-    const QStringList writers{QStringLiteral("base/atomicfile.cpp"), QStringLiteral("base/filesystemcalls.cpp")};
+    const QStringList writers{QStringLiteral("base/atomicfile.cpp"), QStringLiteral("base/filelock.cpp"),
+                              QStringLiteral("base/filesystemcalls.cpp")};
     const QStringList found = linesMatching(m_sources, opensForWriting, writers);
     QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
     QVERIFY(!linesMatching(m_sources, opensForWriting, {}).isEmpty());
@@ -240,6 +249,30 @@ void TestSourceRules::nothingElseOfQtWritesFiles()
     const QStringList found = linesMatching(m_sources, writesByItself, {windowSettings});
     QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
     QVERIFY(!linesMatching(m_sources, writesByItself, {}).isEmpty());
+}
+
+// A move that tests cannot make fail is one whose failure nobody has seen.
+void TestSourceRules::onlyTheSeamMovesFiles()
+{
+    for (const char *line :
+         {"std::rename(a, b);", "return ::rename(a, b) == 0;", "renameat(d, a, d, b)", "::renameat2(d, a, d, b, 0)",
+          "QFile::rename(a, b)", "QDir().rename(a, b)", "QDir(folder).rename(a, b);", "QFile file(a); file.rename(b)",
+          "dir.rename(a, b)", "::link(a, b)"})
+        QVERIFY2(movesFiles.match(QString::fromLatin1(line)).hasMatch(), line);
+    for (const char *line :
+         {"fileSystemCalls().rename(a, b)", "list.value.rename(number, name)", "bool rename(int number)",
+          "ObjectList::rename(int number)", "renamed(a)", "well->rename(a)", "&FileSystemCalls::rename"})
+        QVERIFY2(!movesFiles.match(QString::fromLatin1(line)).hasMatch(), line);
+    const QStringList found = linesMatching(m_sources, movesFiles, {QStringLiteral("base/filesystemcalls.cpp")});
+    QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
+    QVERIFY(!linesMatching(m_sources, movesFiles, {}).isEmpty());
+}
+
+// It is the host's, and its threads make files too.
+void TestSourceRules::nothingTouchesTheProcessMask()
+{
+    const QStringList found = linesMatching(m_sources, QRegularExpression(QStringLiteral("\\bumask\\b")), {});
+    QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
 }
 
 void TestSourceRules::nothingReadsOrWritesNumbersByTheLocale()

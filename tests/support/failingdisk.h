@@ -56,6 +56,14 @@ public:
         written.append(QFile::decodeName(to));
         return FileSystemCalls::rename(from, to);
     }
+    int renameToNew(const char *from, const char *to) override
+    {
+        m_isHalfWritten = false;
+        if (m_step == Rename)
+            return full();
+        written.append(QFile::decodeName(to));
+        return FileSystemCalls::renameToNew(from, to);
+    }
 
     QStringList written; ///< paths in the order in which they came into place
     int flushes = 0; ///< of single files and folders

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace base {
+
+/// A hidden folder ".lorva-XXXXXX" in which something is built or to which something is moved. It goes, with all that
+/// it holds, when this does. Locked meanwhile, so that removeLeftovers() of another program lets it stand.
+class HiddenFolder
+{
+public:
+    explicit HiddenFolder(const QString &parent);
+    ~HiddenFolder();
+    HiddenFolder(const HiddenFolder &) = delete;
+    HiddenFolder &operator=(const HiddenFolder &) = delete;
+
+    bool isValid() const { return m_file >= 0; }
+    const QString &path() const { return m_path; }
+    QString filePath(const QString &name) const { return m_path + QLatin1Char('/') + name; }
+
+private:
+    QString m_path;
+    int m_file = -1;
+};
+
+/// Locks an open hidden file or folder of ours. False when another program took it for a leftover in the moment before:
+/// then it is gone or about to go, and the writer makes another one.
+bool lockHidden(int file, const QByteArray &path);
+
+/// Deletes the hidden files and folders that writes of ours left directly in \a folder when their process died: those
+/// named ".lorva-" and six letters or digits on which nobody holds a lock. Nothing else is touched, and no link is
+/// followed.
+void removeLeftovers(const QString &folder);
+
+} // namespace base
