@@ -40,9 +40,14 @@ QByteArray withoutSlashAtEnd(QByteArray path)
     return path;
 }
 
+struct CloseFolder
+{
+    void operator()(DIR *folder) const { ::closedir(folder); }
+};
+
 void collectLinks(const QByteArray &root, const QByteArray &folder, QStringList *found)
 {
-    const std::unique_ptr<DIR, decltype(&::closedir)> entries(::opendir(folder.constData()), &::closedir);
+    const std::unique_ptr<DIR, CloseFolder> entries(::opendir(folder.constData()));
     if (!entries)
         return;
     while (const dirent *entry = ::readdir(entries.get())) {
