@@ -3,36 +3,26 @@
 #include "logview/curveitem.h"
 #include "logview/geometry/depthaxis.h"
 #include "logview/geometry/displaystyle.h"
-#include "logview/trackitem.h"
 
 #include <QFontMetrics>
 #include <QGraphicsSceneMouseEvent>
 #include <QPainter>
 
-CurveHeaderItem::CurveHeaderItem(CurveItem *curve, int index, QGraphicsItem *trackHeader)
-    : QGraphicsItem(trackHeader)
+CurveHeaderItem::CurveHeaderItem(CurveItem *curve, QGraphicsItem *trackHeader)
+    : QGraphicsObject(trackHeader)
     , m_curve(curve)
 {
     setFlag(ItemIsSelectable);
-    setIndex(index);
-    refresh();
+    showCurve();
+    connect(curve, &CurveItem::changed, this, &CurveHeaderItem::showCurve);
 }
 
-CurveHeaderItem::~CurveHeaderItem()
-{
-    if (m_curve)
-        m_curve->forgetHeader();
-}
-
-void CurveHeaderItem::setIndex(int index)
-{
-    setPos(0, height * index);
-}
-
-void CurveHeaderItem::refresh()
+void CurveHeaderItem::showCurve()
 {
     prepareGeometryChange();
     m_width = static_cast<double>(m_curve->scale().width);
+    setVisible(m_curve->isVisible());
+    setSelected(m_curve->isSelected());
     update();
 }
 
@@ -72,8 +62,13 @@ void CurveHeaderItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *,
                       QString::number(static_cast<double>(m_curve->scale().maximum)));
 }
 
+QVariant CurveHeaderItem::itemChange(GraphicsItemChange change, const QVariant &value)
+{
+    return QGraphicsObject::itemChange(change, change == ItemSelectedChange ? m_curve->isSelected() : value);
+}
+
 void CurveHeaderItem::mousePressEvent(QGraphicsSceneMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton)
-        m_curve->track()->clickInHeader(m_curve);
+        emit clicked(m_curve);
 }

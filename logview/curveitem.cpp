@@ -1,11 +1,7 @@
 #include "logview/curveitem.h"
 
-#include "logview/curveheaderitem.h"
-#include "logview/curveitempropertywidget.h"
 #include "logview/geometry/displaystyle.h"
 #include "logview/pointitem.h"
-#include "logview/trackheaderitem.h"
-#include "logview/trackitem.h"
 #include "logview/visiblearea.h"
 #include "logview/welldisplaydata.h"
 
@@ -30,43 +26,37 @@ QPen penOf(const TemplateCurveInfo &line)
     return QPen(QBrush(color), line.penWidth, static_cast<Qt::PenStyle>(line.penStyle), Qt::RoundCap, Qt::RoundJoin);
 }
 
-logview::ValueScale scaleOf(const TemplateCurveInfo &line, const TrackItem &track)
+logview::ValueScale scaleOf(const TemplateCurveInfo &line, const logview::TrackGeometry &track)
 {
-    return {track.trackType() == LogarithmicTrack, static_cast<float>(line.minimum), static_cast<float>(line.maximum),
-            track.width()};
+    return {track.trackType == LogarithmicTrack, static_cast<float>(line.minimum), static_cast<float>(line.maximum),
+            track.width};
 }
 
 } // namespace
 
-CurveItem::CurveItem(const TrackInfo &definition, const TemplateCurveInfo &line, int index, TrackItem *track)
-    : QGraphicsItem(track)
-    , m_track(track)
+CurveItem::CurveItem(const TrackInfo &definition, const TemplateCurveInfo &line,
+                     const std::shared_ptr<WellDisplayData> &well, const logview::TrackGeometry &geometry,
+                     QGraphicsItem *track)
+    : QGraphicsObject(track)
+    , m_well(well)
+    , m_geometry(geometry)
     , m_line(line)
-    , m_scale(scaleOf(line, *track))
+    , m_scale(scaleOf(line, geometry))
     , m_pen(penOf(line))
 {
     setFlags(ItemIsSelectable | ItemUsesExtendedStyleOption);
-    const DisplayedLog log = track->well().log(line.curve);
+    const DisplayedLog log = m_well->log(line.curve);
     m_samples = log.samples;
     m_unit = log.unit;
     readFill(definition);
-    m_header = new CurveHeaderItem(this, index, track->header());
-    setCalibrationShown(line.isCalibrationShown);
+    if (line.isCalibrationShown)
+        m_calibration = m_well->calibration(m_line.group);
+    setGeometry(geometry);
 }
 
-CurveItem::~CurveItem()
+QString CurveItem::wellName() const
 {
-    if (m_header)
-        m_header->forgetCurve();
-    delete m_header;
-    m_track->forgetCurve(this);
-    delete m_panel;
-}
-
-void CurveItem::setIndex(int index)
-{
-    if (m_header)
-        m_header->setIndex(index);
+    return m_well->record().wellName;
 }
 
 void CurveItem::readFill(const TrackInfo &definition)
@@ -81,7 +71,7 @@ void CurveItem::readFill(const TrackInfo &definition)
         return;
     const int barNumber = isRight ? m_line.rightFillIndex : m_line.leftFillIndex;
     if (barNumber > 0)
-        m_fillStyle.bar = m_track->well().colorBar(barNumber);
+        m_fillStyle.bar = m_well->colorBar(barNumber);
     m_fillSettings.side = isRight ? logview::FillSide::Right : logview::FillSide::Left;
     m_fillSettings.limit = target.limit;
     m_fillSettings.barColors = m_fillStyle.bar.colors;
@@ -89,19 +79,19 @@ void CurveItem::readFill(const TrackInfo &definition)
     if (target.limit != logview::FillLimit::Curve)
         return;
     const TemplateCurveInfo &other = definition.curves.at(target.curveNumber - 1);
-    m_fillSettings.other = m_track->well().log(other.curve).samples;
-    m_fillSettings.otherScale = scaleOf(other, *m_track);
+    m_fillSettings.other = m_well->log(other.curve).samples;
+    m_fillSettings.otherScale = scaleOf(other, m_geometry);
 }
 
 QRectF CurveItem::boundingRect() const
 {
-    return QRectF(0, 0, static_cast<double>(m_scale.width), static_cast<double>(m_track->height()))
+    return QRectF(0, 0, static_cast<double>(m_scale.width), static_cast<double>(m_geometry.axis.height))
         .adjusted(-boundingMargin, -boundingMargin, boundingMargin, boundingMargin);
 }
 
 logview::CurveKey CurveItem::key() const
 {
-    return logview::curveKey(m_samples, m_track->axis(), m_track->depthReference(), m_scale);
+    return logview::curveKey(m_samples, m_geometry.axis, m_geometry.reference, m_scale);
 }
 
 QPainterPath CurveItem::shape() const
@@ -145,26 +135,15 @@ void CurveItem::updateFill()
         m_fill.update(m_samples, key(), m_fillSettings);
 }
 
-CurveItemPropertyWidget *CurveItem::panel()
-{
-    if (!m_panel)
-        m_panel = new CurveItemPropertyWidget(this);
-    return m_panel;
-}
-
-CurveItemPropertyWidget *CurveItem::existingPanel() const
-{
-    return m_panel;
-}
-
-void CurveItem::changeGeometry()
+void CurveItem::setGeometry(const logview::TrackGeometry &geometry)
 {
     prepareGeometryChange();
-    m_scale = scaleOf(m_line, *m_track);
+    m_geometry = geometry;
+    m_scale = scaleOf(m_line, geometry);
     m_fillSettings.otherScale.isLogarithmic = m_scale.isLogarithmic;
     m_fillSettings.otherScale.width = m_scale.width;
     // A depth track shows depths; its one line names the depth itself.
-    setVisible(m_track->trackType() != DepthTrack);
+    setVisible(m_geometry.trackType != DepthTrack);
     placePoints();
     redraw();
 }
@@ -172,10 +151,7 @@ void CurveItem::changeGeometry()
 void CurveItem::redraw()
 {
     update();
-    if (!m_header)
-        return;
-    m_header->setVisible(isVisible());
-    m_header->refresh();
+    emit changed();
 }
 
 void CurveItem::setCurveName(const QString &name)
@@ -219,7 +195,7 @@ void CurveItem::setFillColor(const QColor &color)
 // under the mouse.
 logview::Sample CurveItem::sampleAt(double depthM) const
 {
-    const logview::DepthReference &reference = m_track->depthReference();
+    const logview::DepthReference &reference = m_geometry.reference;
     const double toMeasured = reference.type == logview::TvdSubsea ? reference.kbElevationM : 0;
     logview::Sample sample = logview::sampleAt(m_samples, depthM + toMeasured);
     sample.depthM -= toMeasured;
@@ -228,13 +204,13 @@ logview::Sample CurveItem::sampleAt(double depthM) const
 
 void CurveItem::setCalibrationShown(bool isShown)
 {
-    m_calibration = isShown ? m_track->well().calibration(m_line.group) : CalibrationRecord();
+    m_calibration = isShown ? m_well->calibration(m_line.group) : CalibrationRecord();
     placePoints();
 }
 
 void CurveItem::placePoints()
 {
-    m_points = logview::placeCalibration(m_calibration, m_track->axis(), m_scale);
+    m_points = logview::placeCalibration(m_calibration, m_geometry.axis, m_scale);
     while (m_pointItems.size() > m_points.size())
         delete m_pointItems.takeLast();
     while (m_pointItems.size() < m_points.size())
@@ -256,9 +232,7 @@ CurveItem::PointValue CurveItem::calibrationPointAt(const QPointF &position) con
 QVariant CurveItem::itemChange(GraphicsItemChange change, const QVariant &value)
 {
     if (change == ItemSelectedHasChanged) {
-        if (m_header)
-            m_header->setSelected(isSelected());
         redraw();
     }
-    return QGraphicsItem::itemChange(change, value);
+    return QGraphicsObject::itemChange(change, value);
 }

@@ -5,16 +5,16 @@
 #include "logview/geometry/curvefill.h"
 #include "logview/geometry/curveline.h"
 #include "logview/geometry/samplelookup.h"
+#include "logview/geometry/trackgeometry.h"
 #include "templates/templatetrack.h"
 
-#include <QGraphicsItem>
+#include <QGraphicsObject>
 #include <QPen>
-#include <QPointer>
 
-class CurveHeaderItem;
-class CurveItemPropertyWidget;
+#include <memory>
+
 class PointItem;
-class TrackItem;
+class WellDisplayData;
 
 /// With what a curve is filled. Where there is a colour bar it counts, else the colour.
 struct CurveFillStyle
@@ -25,16 +25,20 @@ struct CurveFillStyle
 };
 
 /// One log in its track: line, fill and calibration points. What it draws is computed when it is first painted after
-/// a change of the samples or the geometry, and kept.
-class CurveItem : public QGraphicsItem
+/// a change of the samples or the geometry, and kept. Headers and panels watch it (CurveHeaderItem,
+/// CurveItemPropertyWidget).
+class CurveItem : public QGraphicsObject
 {
+    Q_OBJECT
+
 public:
     enum { Type = UserType + 2 };
 
-    /// A child of \a track. \a index counts the curves that the track draws, 0 first: the place of the header. Reads
-    /// the log of the line's name; where there is none nothing is drawn.
-    CurveItem(const TrackInfo &definition, const TemplateCurveInfo &line, int index, TrackItem *track);
-    ~CurveItem() override;
+    /// A child of \a track, whose definition and geometry are given. Reads the log of the line's name; where there is
+    /// none nothing is drawn.
+    CurveItem(const TrackInfo &definition, const TemplateCurveInfo &line,
+              const std::shared_ptr<WellDisplayData> &well, const logview::TrackGeometry &geometry,
+              QGraphicsItem *track);
 
     int type() const override { return Type; }
     QRectF boundingRect() const override;
@@ -46,18 +50,10 @@ public:
                           Qt::ItemSelectionMode mode = Qt::IntersectsItemShape) const override;
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
 
-    /// Null when its scene has gone.
-    CurveHeaderItem *header() const { return m_header; }
-    /// Moves the header to the place of the \a index-th curve of the track.
-    void setIndex(int index);
-    /// Made when it is first asked for; goes with the curve.
-    CurveItemPropertyWidget *panel();
-    /// Null as long as nobody asked for it.
-    CurveItemPropertyWidget *existingPanel() const;
-    TrackItem *track() const { return m_track; }
+    QString wellName() const;
 
     /// The track has another depth range, scale, width, type, depth type or unit.
-    void changeGeometry();
+    void setGeometry(const logview::TrackGeometry &geometry);
 
     const QString &curveName() const { return m_line.curve; }
     /// Changes what header and read-out call the curve; its samples stay.
@@ -91,13 +87,14 @@ public:
     PointValue calibrationPointAt(const QPointF &position) const;
     const QVector<logview::CalibrationPoint> &calibrationPoints() const { return m_points; }
 
+signals:
+    /// Name, line, fill, geometry or selection changed: what shows them has to be drawn anew.
+    void changed();
+
 protected:
     QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
 
 private:
-    friend class CurveHeaderItem;
-    void forgetHeader() { m_header = nullptr; }
-
     QRectF withinReach(const QRectF &area) const;
     void readFill(const TrackInfo &definition);
     void placePoints();
@@ -105,9 +102,8 @@ private:
     void updateFill();
     void redraw();
 
-    TrackItem *m_track;
-    CurveHeaderItem *m_header = nullptr; ///< a child of the track's header; goes with the curve
-    QPointer<CurveItemPropertyWidget> m_panel; ///< ours, also while a dock is its parent
+    std::shared_ptr<WellDisplayData> m_well;
+    logview::TrackGeometry m_geometry;
     TemplateCurveInfo m_line;
     QString m_unit;
     logview::CurveSamples m_samples;

@@ -2,7 +2,6 @@
 
 #include "base/linestylebox.h"
 #include "logview/curveitem.h"
-#include "logview/trackitem.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -20,7 +19,7 @@ CurveItemPropertyWidget::CurveItemPropertyWidget(CurveItem *curve)
     m_lineWidth->setCurrentIndex(m_lineWidth->findData(curve->pen().width()));
     m_fillColor->setEnabled(curve->fillStyle().isOn);
     m_fillColor->setToolTip(QStringLiteral("Fills with one colour, also in place of a colour bar"));
-    addRow(QStringLiteral("Well Name"), new QLabel(curve->track()->wellName()), QStringLiteral("wellNameLabel"));
+    addRow(QStringLiteral("Well Name"), new QLabel(curve->wellName()), QStringLiteral("wellNameLabel"));
     addRow(QStringLiteral("Curve Name"), m_curveName, QStringLiteral("curveNameEdit"));
     addRow(QStringLiteral("Group Name"), new QLabel(curve->groupName()), QStringLiteral("groupNameLabel"));
     addRow(QStringLiteral("Unit"), new QLabel(curve->unit()), QStringLiteral("unitLabel"));

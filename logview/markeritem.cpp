@@ -2,7 +2,6 @@
 
 #include "logview/geometry/depthaxis.h"
 #include "logview/geometry/displaystyle.h"
-#include "logview/markeritempropertywidget.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -57,23 +56,11 @@ private:
     MarkerItem *m_marker;
 };
 
-MarkerItem::MarkerItem(WellLogsScene *scene)
-    : m_scene(scene)
+MarkerItem::MarkerItem()
 {
-    m_panel = new MarkerItemPropertyWidget(this); // shows members that stand behind it
     m_drawing = new MarkerDrawing(this);
     setFlag(ItemIsSelectable);
     setDepth(0);
-}
-
-MarkerItem::~MarkerItem()
-{
-    delete m_panel;
-}
-
-MarkerItemPropertyWidget *MarkerItem::panel() const
-{
-    return m_panel;
 }
 
 QRectF MarkerItem::boundingRect() const
@@ -96,33 +83,39 @@ void MarkerItem::paint(QPainter *, const QStyleOptionGraphicsItem *, QWidget *)
 void MarkerItem::setWellName(const QString &wellName)
 {
     setData(WellNameKey, wellName);
-    m_panel->showMarker();
+    emit changed();
 }
 
 void MarkerItem::setMarkerName(const QString &markerName)
 {
     setData(MarkerNameKey, markerName);
-    m_panel->showMarker();
+    emit changed();
     m_drawing->update();
 }
 
 void MarkerItem::setDepth(float depthM)
 {
     setData(DepthKey, depthM);
-    m_panel->showMarker();
+    emit changed();
+}
+
+void MarkerItem::editDepth(float depthM)
+{
+    setDepth(depthM);
+    emit depthEdited();
 }
 
 void MarkerItem::setLineColor(const QColor &color)
 {
     m_lineColor = color;
-    m_panel->showMarker();
+    emit changed();
     m_drawing->update();
 }
 
 void MarkerItem::setLineThickness(int thicknessPx)
 {
     m_lineThickness = qBound(1, thicknessPx, maximumThickness);
-    m_panel->showMarker();
+    emit changed();
     m_drawing->update();
 }
 

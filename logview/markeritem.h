@@ -2,33 +2,28 @@
 
 #include <QColor>
 #include <QGraphicsLineItem>
+#include <QObject>
 #include <QPen>
-#include <QPointer>
 
 class MarkerDrawing;
-class MarkerItemPropertyWidget;
-class WellLogsScene;
 
 /// A marker of the well: a horizontal line over all tracks with the marker's name on its left. Whoever shows it
-/// places it at its depth.
-class MarkerItem : public QGraphicsLineItem
+/// places it at its depth. Panels watch it (MarkerItemPropertyWidget).
+class MarkerItem : public QObject, public QGraphicsLineItem
 {
+    Q_OBJECT
+
 public:
     enum { Type = UserType + 3 };
     enum DataKey { WellNameKey = 0, MarkerNameKey = 1, DepthKey = 2 };
     static constexpr int maximumThickness = 5;
 
-    /// \a scene is the log scene that shows the marker; null in other displays.
-    explicit MarkerItem(WellLogsScene *scene);
-    ~MarkerItem() override;
+    MarkerItem();
 
     int type() const override { return Type; }
     QRectF boundingRect() const override;
     QPainterPath shape() const override;
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
-
-    MarkerItemPropertyWidget *panel() const;
-    WellLogsScene *logsScene() const { return m_scene; }
 
     void setWellName(const QString &wellName);
     QString wellName() const { return data(WellNameKey).toString(); }
@@ -37,6 +32,8 @@ public:
     /// Measured depth in metres. The item stays where it is.
     void setDepth(float depthM);
     float depth() const { return data(DepthKey).toFloat(); }
+    /// As setDepth(), and announces it by depthEdited().
+    void editDepth(float depthM);
     void setLineColor(const QColor &color);
     QColor lineColor() const { return m_lineColor; }
     /// 1 to maximumThickness pixels.
@@ -51,12 +48,16 @@ public:
     /// narrow box for a longer one.
     static QRectF nameRect(int textWidthPx);
 
+signals:
+    /// Well, name, depth or line changed.
+    void changed();
+    /// The user gave it another depth: whoever shows it has to move it.
+    void depthEdited();
+
 protected:
     QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
 
 private:
-    WellLogsScene *m_scene;
-    QPointer<MarkerItemPropertyWidget> m_panel; ///< ours, also while a dock is its parent
     MarkerDrawing *m_drawing = nullptr; ///< a child
     QColor m_lineColor = Qt::black;
     int m_lineThickness = 1;

@@ -1,12 +1,14 @@
 #include "logview/markeritempropertywidget.h"
 
+#include "base/numberfield.h"
 #include "logview/markeritem.h"
-#include "logview/welllogsscene.h"
 
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalBlocker>
+
+#include <cmath>
 
 namespace {
 
@@ -22,7 +24,7 @@ MarkerItemPropertyWidget::MarkerItemPropertyWidget(MarkerItem *marker)
     , m_marker(marker)
     , m_wellName(new QLabel)
     , m_markerName(new QLineEdit)
-    , m_depth(new QLineEdit)
+    , m_depth(new base::NumberField)
     , m_lineColor(new ColorButton(marker->lineColor()))
     , m_lineThickness(new QComboBox)
 {
@@ -33,9 +35,11 @@ MarkerItemPropertyWidget::MarkerItemPropertyWidget(MarkerItem *marker)
     addRow(QStringLiteral("Depth"), m_depth, QStringLiteral("depthEdit"));
     addRow(QStringLiteral("Line Color"), m_lineColor, QStringLiteral("lineColorButton"));
     addRow(QStringLiteral("Line Thickness"), m_lineThickness, QStringLiteral("lineThicknessBox"));
+    showMarker();
 
     connect(m_markerName, &QLineEdit::editingFinished, this, &MarkerItemPropertyWidget::markerNameChanged);
-    connect(m_depth, &QLineEdit::editingFinished, this, &MarkerItemPropertyWidget::markerDepthChanged);
+    connect(marker, &MarkerItem::changed, this, &MarkerItemPropertyWidget::showMarker);
+    connect(m_depth, &base::NumberField::edited, this, &MarkerItemPropertyWidget::markerDepthChanged);
     connect(m_lineColor, &QPushButton::clicked, this, &MarkerItemPropertyWidget::lineColorChanged);
     connect(m_lineThickness, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &MarkerItemPropertyWidget::lineThicknessChanged);
@@ -44,11 +48,10 @@ MarkerItemPropertyWidget::MarkerItemPropertyWidget(MarkerItem *marker)
 void MarkerItemPropertyWidget::showMarker()
 {
     const QSignalBlocker blockName(m_markerName);
-    const QSignalBlocker blockDepth(m_depth);
     const QSignalBlocker blockThickness(m_lineThickness);
     m_wellName->setText(m_marker->wellName());
     m_markerName->setText(m_marker->markerName());
-    m_depth->setText(depthText(m_marker->depth()));
+    m_depth->showText(depthText(m_marker->depth()));
     m_lineColor->showColor(m_marker->lineColor());
     m_lineThickness->setCurrentIndex(m_marker->lineThickness() - 1);
 }
@@ -58,18 +61,14 @@ void MarkerItemPropertyWidget::markerNameChanged()
     m_marker->setMarkerName(m_markerName->text());
 }
 
-// The placement takes the depth as part of the well's total depth; start depth, depth type and unit of the display do
-// not count here.
 void MarkerItemPropertyWidget::markerDepthChanged()
 {
-    if (m_depth->text() == depthText(m_marker->depth()))
-        return; // a field that is left as it was says "finished" too
-    const float depth = m_depth->text().toFloat();
-    m_marker->setDepth(depth);
-    const WellLogsScene *scene = m_marker->logsScene();
-    const double totalDepth = scene ? static_cast<double>(scene->totalDepth()) : 0;
-    if (totalDepth > 0)
-        m_marker->setPos(0, scene->trackHeight() * static_cast<double>(depth) / totalDepth);
+    bool isNumber = false;
+    const float depth = m_depth->text().toFloat(&isNumber);
+    if (isNumber && std::isfinite(depth))
+        m_marker->editDepth(depth);
+    else
+        showMarker();
 }
 
 void MarkerItemPropertyWidget::lineColorChanged()

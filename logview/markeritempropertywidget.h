@@ -8,6 +8,9 @@ class QLabel;
 class QLineEdit;
 QT_END_NAMESPACE
 
+namespace base {
+class NumberField;
+}
 class MarkerItem;
 
 /// The property panel of one marker.
@@ -16,11 +19,8 @@ class MarkerItemPropertyWidget : public PropertyPanel
     Q_OBJECT
 
 public:
-    /// \a marker owns the panel.
+    /// \a marker must outlive the panel.
     explicit MarkerItemPropertyWidget(MarkerItem *marker);
-
-    /// Loads all fields from the marker.
-    void showMarker();
 
 public slots:
     void markerNameChanged();
@@ -29,10 +29,12 @@ public slots:
     void lineThicknessChanged(int index);
 
 private:
+    void showMarker();
+
     MarkerItem *m_marker;
     QLabel *m_wellName;
     QLineEdit *m_markerName;
-    QLineEdit *m_depth;
+    base::NumberField *m_depth;
     ColorButton *m_lineColor;
     QComboBox *m_lineThickness;
 };

@@ -1,7 +1,6 @@
 #include "logview/propertypanel.h"
 
 #include <QColorDialog>
-#include <QDoubleValidator>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPixmap>
@@ -41,15 +40,6 @@ void PropertyPanel::addRow(const QString &label, QWidget *field, const QString &
     caption->setBuddy(field);
     m_grid->addWidget(caption, row, 0);
     m_grid->addWidget(field, row, 1);
-}
-
-QDoubleValidator *PropertyPanel::numberValidator()
-{
-    auto *validator = new QDoubleValidator(this);
-    QLocale plainNumbers = QLocale::c();
-    plainNumbers.setNumberOptions(QLocale::RejectGroupSeparator);
-    validator->setLocale(plainNumbers);
-    return validator;
 }
 
 QColor PropertyPanel::chooseColor(const QColor &current)

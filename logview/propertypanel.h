@@ -4,7 +4,6 @@
 #include <QWidget>
 
 QT_BEGIN_NAMESPACE
-class QDoubleValidator;
 class QGridLayout;
 QT_END_NAMESPACE
 
@@ -21,8 +20,6 @@ protected:
     /// Takes the field; \a name becomes its object name.
     void addRow(const QString &label, QWidget *field, const QString &name);
 
-    /// Lets numbers be typed as the panels write them: without regard to the locale.
-    QDoubleValidator *numberValidator();
     /// Asks for a colour; invalid when the user cancels, or when the panel goes meanwhile: then nothing of it may be
     /// touched.
     QColor chooseColor(const QColor &current);

@@ -1,5 +1,7 @@
 #include "logview/trackheaderitem.h"
 
+#include "logview/curveheaderitem.h"
+#include "logview/curveitem.h"
 #include "logview/geometry/displaystyle.h"
 #include "logview/trackitem.h"
 
@@ -10,18 +12,32 @@ TrackHeaderItem::TrackHeaderItem(TrackItem *track)
     : m_track(track)
 {
     setFlag(ItemIsSelectable);
+    for (CurveItem *curve : track->curves()) {
+        auto *header = new CurveHeaderItem(curve, this);
+        header->setPos(0, CurveHeaderItem::height * m_curveHeaders.size());
+        m_curveHeaders.append(header);
+        connect(header, &CurveHeaderItem::clicked, this, &TrackHeaderItem::clicked);
+        connect(curve, &QObject::destroyed, header, [this, header] { forgetCurve(header); });
+    }
+    showTrack();
+    connect(track, &TrackItem::changed, this, &TrackHeaderItem::showTrack);
+    connect(track, &QObject::destroyed, this, [this] { delete this; });
 }
 
-TrackHeaderItem::~TrackHeaderItem()
-{
-    if (m_track)
-        m_track->forgetHeader();
-}
-
-void TrackHeaderItem::setWidth(float widthPx)
+void TrackHeaderItem::showTrack()
 {
     prepareGeometryChange();
-    m_width = widthPx;
+    m_width = m_track->width();
+    setSelected(m_track->isSelected());
+    update();
+}
+
+void TrackHeaderItem::forgetCurve(CurveHeaderItem *header)
+{
+    m_curveHeaders.removeOne(header);
+    delete header;
+    for (int i = 0; i < m_curveHeaders.size(); ++i)
+        m_curveHeaders.at(i)->setPos(0, CurveHeaderItem::height * i);
 }
 
 QRectF TrackHeaderItem::boundingRect() const
@@ -46,8 +62,13 @@ void TrackHeaderItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *,
                       QStringLiteral("1:") + QString::number(static_cast<double>(m_track->scale()), 'g', 7));
 }
 
+QVariant TrackHeaderItem::itemChange(GraphicsItemChange change, const QVariant &value)
+{
+    return QGraphicsObject::itemChange(change, change == ItemSelectedChange ? m_track->isSelected() : value);
+}
+
 void TrackHeaderItem::mousePressEvent(QGraphicsSceneMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton)
-        m_track->clickInHeader(m_track);
+        emit clicked(m_track);
 }

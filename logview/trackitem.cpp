@@ -4,8 +4,6 @@
 #include "logview/geometry/displaystyle.h"
 #include "logview/geometry/perforationgeometry.h"
 #include "logview/geometry/trackgrid.h"
-#include "logview/trackheaderitem.h"
-#include "logview/trackitempropertywidget.h"
 #include "logview/visiblearea.h"
 #include "logview/welldisplaydata.h"
 
@@ -39,34 +37,28 @@ TrackItem::TrackItem(const TrackInfo &definition, const std::shared_ptr<WellDisp
     m_reference.kbElevationM = well->record().kbElevation;
     setFlags(ItemIsSelectable | ItemSendsGeometryChanges | ItemUsesExtendedStyleOption);
     setAcceptHoverEvents(true);
-    m_header = new TrackHeaderItem(this);
-    m_header->setWidth(m_width);
-    m_panel = new TrackItemPropertyWidget(this);
     for (const TemplateCurveInfo &line : m_definition.curves)
         if (line.curve != defaultCurveName())
-            m_curves.append(new CurveItem(m_definition, line, m_curves.size(), this));
-    changeGeometry();
+            m_curves.append(new CurveItem(m_definition, line, m_well, geometry(), this));
 }
 
 TrackItem::~TrackItem()
 {
-    while (!m_curves.isEmpty()) // each takes itself out of the list
-        delete m_curves.last();
-    if (m_header)
-        m_header->forgetTrack();
-    delete m_header;
-    delete m_panel;
+    qDeleteAll(m_curves);
+}
+
+void TrackItem::removeCurve(CurveItem *curve)
+{
+    if (!m_curves.removeOne(curve))
+        return;
+    delete curve;
+    emit curvesChanged();
 }
 
 QRectF TrackItem::boundingRect() const
 {
     return QRectF(0, 0, static_cast<double>(m_width), static_cast<double>(height()))
         .adjusted(-boundingMargin, -boundingMargin, boundingMargin, boundingMargin);
-}
-
-TrackItemPropertyWidget *TrackItem::panel() const
-{
-    return m_panel;
 }
 
 QString TrackItem::wellName() const
@@ -110,8 +102,7 @@ void TrackItem::setWidthInches(float inches)
     prepareGeometryChange();
     m_width = std::min(inches, widestTrackInches) * pixelsPerInch;
     changeGeometry();
-    if (m_panel)
-        emit m_panel->trackResized();
+    emit resized();
 }
 
 void TrackItem::setMdFlag()
@@ -159,12 +150,9 @@ void TrackItem::setVerticalOffset(float offsetPx)
 void TrackItem::changeGeometry()
 {
     for (CurveItem *curve : qAsConst(m_curves))
-        curve->changeGeometry();
+        curve->setGeometry(geometry());
     update();
-    if (!m_header)
-        return;
-    m_header->setWidth(m_width);
-    m_header->update();
+    emit changed();
 }
 
 void TrackItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *)
@@ -250,12 +238,6 @@ void TrackItem::paintPerforations(QPainter *painter, const QRect &visible) const
     }
 }
 
-void TrackItem::clickInHeader(QGraphicsItem *item)
-{
-    if (m_panel)
-        emit m_panel->headerClicked(item);
-}
-
 QString TrackItem::readout(const QPointF &scenePosition) const
 {
     QString text = QStringLiteral("Track :%1 | ").arg(m_number);
@@ -280,23 +262,14 @@ QString TrackItem::readout(const QPointF &scenePosition) const
 
 void TrackItem::hoverMoveEvent(QGraphicsSceneHoverEvent *event)
 {
-    if (m_panel)
-        emit m_panel->sendStatusLabel(readout(event->scenePos()));
+    emit hovered(readout(event->scenePos()));
 }
 
 QVariant TrackItem::itemChange(GraphicsItemChange change, const QVariant &value)
 {
     if (change == ItemSelectedHasChanged) {
-        if (m_header)
-            m_header->setSelected(isSelected());
         update();
+        emit changed();
     }
-    return QGraphicsItem::itemChange(change, value);
-}
-
-void TrackItem::forgetCurve(CurveItem *curve)
-{
-    m_curves.removeOne(curve);
-    for (int i = 0; i < m_curves.size(); ++i)
-        m_curves.at(i)->setIndex(i);
+    return QGraphicsObject::itemChange(change, value);
 }

@@ -1,24 +1,23 @@
 #pragma once
 
 #include "datastore/perforationfile.h"
-#include "logview/geometry/depthaxis.h"
+#include "logview/geometry/trackgeometry.h"
 #include "templates/templatetrack.h"
 
-#include <QGraphicsItem>
-#include <QPointer>
+#include <QGraphicsObject>
 #include <QVector>
 
 #include <memory>
 
 class CurveItem;
-class TrackHeaderItem;
-class TrackItemPropertyWidget;
 class WellDisplayData;
 
-/// One vertical column of a log display: its grid or depth scale, with its curves as children. It has a header for
-/// the header scene; whoever lays the tracks out places both.
-class TrackItem : public QGraphicsItem
+/// One vertical column of a log display: its grid or depth scale, with its curves as children. Headers and panels
+/// watch it (TrackHeaderItem, TrackItemPropertyWidget); whoever lays the tracks out makes and places them.
+class TrackItem : public QGraphicsObject
 {
+    Q_OBJECT
+
 public:
     enum { Type = UserType + 1 };
 
@@ -31,11 +30,10 @@ public:
     QRectF boundingRect() const override;
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
 
-    /// Goes with the track. Null when its scene has gone before.
-    TrackHeaderItem *header() const { return m_header; }
-    TrackItemPropertyWidget *panel() const;
     /// Left to right on the track: in the order of the definition. Owned by the track as its children.
     const QVector<CurveItem *> &curves() const { return m_curves; }
+    /// Destroys one of its curves.
+    void removeCurve(CurveItem *curve);
     const TrackInfo &definition() const { return m_definition; }
     WellDisplayData &well() const { return *m_well; }
     QString wellName() const;
@@ -57,8 +55,7 @@ public:
     float scale() const { return m_scale; }
     const logview::DepthAxis &axis() const { return m_axis; }
 
-    /// More than 0, at 96 pixels an inch. Announces it (TrackItemPropertyWidget::trackResized), so that the tracks
-    /// are laid out anew.
+    /// More than 0, at 96 pixels an inch. Announced by resized().
     void setWidthInches(float inches);
     float width() const { return m_width; }
     float height() const { return m_axis.height; }
@@ -69,27 +66,30 @@ public:
     QString depthTypeText() const;
     void setDepthUnit(logview::DepthUnit unit);
     const logview::DepthReference &depthReference() const { return m_reference; }
+    logview::TrackGeometry geometry() const { return {m_axis, m_reference, m_width, m_definition.type}; }
     /// Whether a depth track draws the perforation zones of the well.
     void setPerforationsShown(bool areShown);
     /// Pixels that are taken off every grid line's y.
     void setVerticalOffset(float offsetPx);
 
-    /// A click on the header of the track or of one of its curves; announces it
-    /// (TrackItemPropertyWidget::headerClicked).
-    void clickInHeader(QGraphicsItem *item);
     /// What hovering at a position tells.
     QString readout(const QPointF &scenePosition) const;
+
+signals:
+    /// Geometry, type, depth reference or selection changed: what shows them has to be drawn anew.
+    void changed();
+    /// The track has another width; those on its right have to move.
+    void resized();
+    /// A curve was removed.
+    void curvesChanged();
+    /// The mouse hovers over the track.
+    void hovered(const QString &readout);
 
 protected:
     void hoverMoveEvent(QGraphicsSceneHoverEvent *event) override;
     QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
 
 private:
-    friend class CurveItem;
-    friend class TrackHeaderItem;
-    void forgetCurve(CurveItem *curve);
-    void forgetHeader() { m_header = nullptr; }
-
     void changeGeometry();
     void paintGrid(QPainter *painter, const QRect &visible) const;
     void paintDepths(QPainter *painter, const QRect &visible) const;
@@ -97,8 +97,6 @@ private:
 
     TrackInfo m_definition;
     std::shared_ptr<WellDisplayData> m_well;
-    QPointer<TrackItemPropertyWidget> m_panel; ///< ours, also while a dock is its parent
-    TrackHeaderItem *m_header = nullptr;
     QVector<CurveItem *> m_curves;
     logview::DepthAxis m_axis;
     logview::DepthReference m_reference;

@@ -1,13 +1,11 @@
 #include "logview/trackitempropertywidget.h"
 
-#include "logview/trackheaderitem.h"
+#include "base/numberfield.h"
 #include "logview/trackitem.h"
 
 #include <QComboBox>
-#include <QDoubleValidator>
 #include <QGraphicsScene>
 #include <QLabel>
-#include <QLineEdit>
 #include <QSignalBlocker>
 
 namespace {
@@ -26,10 +24,9 @@ constexpr TypeName typeNames[] = {{"Normal", LinearTrack}, {"Logrithmic", Logari
 TrackItemPropertyWidget::TrackItemPropertyWidget(TrackItem *track)
     : PropertyPanel(QStringLiteral("TrackItemPropertyWidget"), QStringLiteral("Track Property"))
     , m_track(track)
-    , m_width(new QLineEdit)
+    , m_width(new base::NumberField)
     , m_trackType(new QComboBox)
 {
-    m_width->setValidator(numberValidator());
     for (const TypeName &name : typeNames)
         m_trackType->addItem(QString::fromLatin1(name.text), name.type);
     addRow(QStringLiteral("Width"), m_width, QStringLiteral("widthEdit"));
@@ -37,15 +34,15 @@ TrackItemPropertyWidget::TrackItemPropertyWidget(TrackItem *track)
     addRow(QStringLiteral("Track Type"), m_trackType, QStringLiteral("trackTypeBox"));
     showTrack();
 
-    connect(m_width, &QLineEdit::editingFinished, this, &TrackItemPropertyWidget::trackWidthEditChanged);
+    connect(m_width, &base::NumberField::edited, this, &TrackItemPropertyWidget::trackWidthEditChanged);
+    connect(track, &TrackItem::hovered, this, &TrackItemPropertyWidget::sendStatusLabel);
     connect(m_trackType, &QComboBox::currentTextChanged, this, &TrackItemPropertyWidget::trackTypeChanged);
 }
 
 void TrackItemPropertyWidget::showTrack()
 {
-    const QSignalBlocker blockWidth(m_width);
     const QSignalBlocker blockType(m_trackType);
-    m_width->setText(QString::number(static_cast<double>(m_track->width()) / pixelsPerInch));
+    m_width->showText(QString::number(static_cast<double>(m_track->width()) / pixelsPerInch));
     m_trackType->setCurrentIndex(m_trackType->findData(m_track->trackType()));
 }
 
@@ -67,7 +64,5 @@ void TrackItemPropertyWidget::trackTypeChanged(QString trackType)
         showTrack();
         if (m_track->scene())
             m_track->scene()->update();
-        if (m_track->header() && m_track->header()->scene())
-            m_track->header()->scene()->update();
     }
 }

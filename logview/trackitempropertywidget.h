@@ -4,38 +4,34 @@
 
 QT_BEGIN_NAMESPACE
 class QComboBox;
-class QGraphicsItem;
-class QLineEdit;
 QT_END_NAMESPACE
 
+namespace base {
+class NumberField;
+}
 class TrackItem;
 
-/// The property panel of one track, and the track's voice: graphics items have no signals of their own.
+/// The property panel of one track.
 class TrackItemPropertyWidget : public PropertyPanel
 {
     Q_OBJECT
 
 public:
-    /// \a track owns the panel.
+    /// \a track must outlive the panel.
     explicit TrackItemPropertyWidget(TrackItem *track);
 
-    /// Loads all fields from the track.
-    void showTrack();
-
 signals:
-    /// What the mouse hovers over.
+    /// What the mouse hovers over on the track.
     void sendStatusLabel(QString label);
-    /// The track has another width; those on its right have to move.
-    void trackResized();
-    /// The user clicked the header of the track, or of a curve of it.
-    void headerClicked(QGraphicsItem *item);
 
 public slots:
     void trackWidthEditChanged();
     void trackTypeChanged(QString trackType);
 
 private:
+    void showTrack();
+
     TrackItem *m_track;
-    QLineEdit *m_width;
+    base::NumberField *m_width;
     QComboBox *m_trackType;
 };

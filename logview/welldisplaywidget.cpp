@@ -7,7 +7,6 @@
 #include "logview/markersaving.h"
 #include "logview/paperview.h"
 #include "logview/trackitem.h"
-#include "logview/trackitempropertywidget.h"
 #include "logview/welldisplaydata.h"
 #include "logview/welllogsscene.h"
 #include "logview/welllogsscenepropertywidget.h"
@@ -103,7 +102,7 @@ WellDisplayWidget::WellDisplayWidget(ProjectData &projectData, const QString &we
 // A panel in the dock belongs to an item of the scene and goes with it.
 WellDisplayWidget::~WellDisplayWidget()
 {
-    if (m_dock && m_dock->widget() && m_dock->widget() == m_scene->shownPanel())
+    if (m_dock && m_dock->widget() && m_dock->widget() == m_scene->selection().shownPanel())
         m_dock->setWidget(nullptr);
     m_scene->disconnect(this);
 }
@@ -142,7 +141,7 @@ void WellDisplayWidget::buildTracks(const QString &templateName)
         auto *track = new TrackItem(well->resolved(definition), well, well->totalDepthM());
         track->setPerforationsShown(true);
         m_scene->addTrack(track);
-        connect(track->panel(), &TrackItemPropertyWidget::sendStatusLabel, this, &WellDisplayWidget::setStatusLabel);
+        connect(track, &TrackItem::hovered, this, &WellDisplayWidget::setStatusLabel);
     }
     m_scene->endDisplay();
     if (m_scene->tracks().isEmpty())
@@ -176,12 +175,12 @@ void WellDisplayWidget::setPropertyWidget(QWidget *prtyWidget)
 
 void WellDisplayWidget::showScenePanel()
 {
-    m_scene->showOwnPanel();
+    m_scene->selection().showOwnPanel();
 }
 
 void WellDisplayWidget::showCurrentPanel()
 {
-    m_scene->showPanelOfSelection();
+    m_scene->selection().showPanelOfSelection();
 }
 
 void WellDisplayWidget::deleteTrack(int selectedTrackNo)
@@ -196,14 +195,14 @@ void WellDisplayWidget::setStatusLabel(QString label)
 
 void WellDisplayWidget::addMarker(const QString &wellName, const QString &markerName)
 {
-    if (wellName != m_wellName || m_scene->findStoredMarker(markerName))
+    if (wellName != m_wellName || m_scene->markers().findStored(markerName))
         return;
     const QVector<WellMarker> markers = m_data.catalogue.markers(wellName);
     const auto found = std::find_if(markers.begin(), markers.end(),
                                     [&markerName](const WellMarker &marker) { return marker.name == markerName; });
     if (found == markers.end())
         return;
-    auto *item = new MarkerItem(m_scene.get());
+    auto *item = new MarkerItem;
     item->setWellName(wellName);
     item->setMarkerName(markerName);
     item->setDepth(static_cast<float>(found->subseaDepth));
@@ -214,9 +213,9 @@ void WellDisplayWidget::addMarker(const QString &wellName, const QString &marker
 
 void WellDisplayWidget::removeMarker(const QString &wellName, const QString &markerName)
 {
-    MarkerItem *marker = wellName == m_wellName ? m_scene->findStoredMarker(markerName) : nullptr;
+    MarkerItem *marker = wellName == m_wellName ? m_scene->markers().findStored(markerName) : nullptr;
     if (marker)
-        m_scene->destroyMarker(marker);
+        m_scene->markers().destroy(marker);
 }
 
 void WellDisplayWidget::saveMarker(MarkerItem *marker)
@@ -227,9 +226,9 @@ void WellDisplayWidget::saveMarker(MarkerItem *marker)
     if (!self || name.isNull())
         return;
     // A box, or the host's news of its markers, may have changed what is shown meanwhile.
-    if (m_scene->unsavedMarkers().contains(marker)) {
+    if (m_scene->markers().unsaved().contains(marker)) {
         marker->setMarkerName(name);
-        m_scene->setSaved(marker);
+        m_scene->markers().setSaved(marker);
         emit markerSaved(m_wellName, name);
     }
     setStatusLabel(QStringLiteral("The marker \"%1\" was saved in the well %2.").arg(name, m_wellName));

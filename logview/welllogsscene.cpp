@@ -1,49 +1,33 @@
 #include "logview/welllogsscene.h"
 
-#include "logview/curveheaderitem.h"
 #include "logview/curveitem.h"
-#include "logview/curveitempropertywidget.h"
 #include "logview/markeritem.h"
-#include "logview/markeritempropertywidget.h"
-#include "logview/trackheaderitem.h"
 #include "logview/trackitem.h"
-#include "logview/trackitempropertywidget.h"
 #include "logview/welllogsscenepropertywidget.h"
 #include "logview/wellnameitem.h"
 
 #include <QGraphicsSceneMouseEvent>
-#include <QSignalBlocker>
 
 #include <algorithm>
-
-namespace {
-
-QWidget *panelOf(QGraphicsItem *item)
-{
-    if (auto *track = qgraphicsitem_cast<TrackItem *>(item))
-        return track->panel();
-    if (auto *curve = qgraphicsitem_cast<CurveItem *>(item))
-        return curve->panel();
-    if (auto *marker = qgraphicsitem_cast<MarkerItem *>(item))
-        return marker->panel();
-    return nullptr;
-}
-
-} // namespace
 
 WellLogsScene::WellLogsScene(QObject *parent, QGraphicsScene *headerScene)
     : QGraphicsScene(parent)
     , m_headerScene(headerScene)
+    , m_headers(headerScene)
+    , m_markers(this)
 {
     m_panel = new WellLogsScenePropertyWidget(this); // shows members that stand behind it
+    m_selection = new DisplaySelection(this, m_panel, this);
     setItemIndexMethod(NoIndex); // a few dozen items, each as high as the scene: an index finds nothing out
     m_headerScene->setItemIndexMethod(NoIndex);
-    connect(m_headerScene, &QGraphicsScene::selectionChanged, this, &WellLogsScene::selectHeadersAsTheirItems);
+    connect(m_selection, &DisplaySelection::panelChanged, this, &WellLogsScene::propertyWidgetChanged);
+    connect(&m_headers, &TrackHeaders::clicked, this, &WellLogsScene::clickedInHeader);
+    connect(&m_markers, &DisplayMarkers::leaving, m_selection, &DisplaySelection::leavePanelOf);
+    connect(&m_markers, &DisplayMarkers::depthEdited, this, &WellLogsScene::placeEditedMarker);
 }
 
 WellLogsScene::~WellLogsScene()
 {
-    m_headerScene->disconnect(this);
     clearDisplay();
     delete m_panel;
 }
@@ -53,15 +37,12 @@ WellLogsScenePropertyWidget *WellLogsScene::panel() const
     return m_panel;
 }
 
-// Tracks go before the header scene is emptied, because each takes its header with it.
 void WellLogsScene::clearDisplay()
 {
     m_tracks.clear();
-    m_markers.clear();
-    m_pickedMarker = nullptr;
-    m_unsavedMarkers.clear();
+    m_markers.forgetAll();
     m_wellNameItem = nullptr;
-    m_currentTrackIndex = -1;
+    m_selection->forgetCurrentTrack();
     m_sceneWidth = 0;
     clear();
     m_headerScene->clear();
@@ -87,15 +68,16 @@ void WellLogsScene::addTrack(TrackItem *track)
     track->setTrackNumber(m_tracks.size());
     m_tracks.append(track);
     addItem(track);
-    m_headerScene->addItem(track->header());
+    m_headers.add(track);
     m_sceneWidth = placeTrack(track, m_sceneWidth);
-    connect(track->panel(), &TrackItemPropertyWidget::trackResized, this, &WellLogsScene::relayoutTracks);
-    connect(track->panel(), &TrackItemPropertyWidget::headerClicked, this, &WellLogsScene::clickedInHeader);
+    connect(track, &TrackItem::resized, this, &WellLogsScene::relayoutTracks);
+    connect(track, &TrackItem::curvesChanged, this, &WellLogsScene::laidOut);
 }
 
 void WellLogsScene::endDisplay()
 {
     m_wellNameItem = new WellNameItem(m_well.wellName, static_cast<float>(m_sceneWidth), m_headerScene);
+    m_markers.setWidth(static_cast<float>(m_sceneWidth));
     updateSceneRects();
 }
 
@@ -103,8 +85,7 @@ void WellLogsScene::endDisplay()
 int WellLogsScene::placeTrack(TrackItem *track, int x)
 {
     track->setPos(x, 0);
-    if (track->header())
-        track->header()->setPos(x, WellNameItem::bannerHeight);
+    m_headers.place(track);
     return logview::toInt(x + static_cast<double>(track->width()));
 }
 
@@ -124,8 +105,7 @@ void WellLogsScene::relayoutTracks()
         m_sceneWidth = placeTrack(track, m_sceneWidth);
         m_trackHeight = track->axis().heightPx();
     }
-    for (MarkerItem *marker : qAsConst(m_markers))
-        marker->setWidth(static_cast<float>(m_sceneWidth));
+    m_markers.setWidth(static_cast<float>(m_sceneWidth));
     if (m_headerScene->items().contains(m_wellNameItem)) // whoever emptied that scene took it along
         m_wellNameItem->setWidth(static_cast<float>(m_sceneWidth));
     updateSceneRects();
@@ -136,12 +116,8 @@ void WellLogsScene::removeTrack(int trackNumber)
     if (trackNumber < 0 || trackNumber >= m_tracks.size())
         return;
     TrackItem *track = m_tracks.takeAt(trackNumber);
-    leavePanelOf(track);
+    m_selection->leavePanelOf(track);
     delete track;
-    if (m_currentTrackIndex == trackNumber)
-        m_currentTrackIndex = -1;
-    else if (m_currentTrackIndex > trackNumber)
-        --m_currentTrackIndex;
     for (int i = trackNumber; i < m_tracks.size(); ++i)
         m_tracks.at(i)->setTrackNumber(i);
     relayoutTracks();
@@ -165,7 +141,8 @@ void WellLogsScene::applyDepthTypeAndUnit()
     }
     if (!m_tracks.isEmpty())
         m_trackHeight = m_tracks.first()->axis().heightPx();
-    placeMarkers([this](const MarkerItem &marker) { return displayDepth(marker); });
+    tellDropped(
+        m_markers.placeOrDrop(markerAxis(), [this](const MarkerItem &marker) { return displayDepth(marker); }));
     updateSceneRects();
 }
 
@@ -176,7 +153,8 @@ void WellLogsScene::applyDepthRange()
         track->setDepthRange(m_startDepth, m_endDepth);
     if (!m_tracks.isEmpty())
         m_trackHeight = m_tracks.first()->axis().heightPx();
-    placeMarkers([](const MarkerItem &marker) { return static_cast<double>(marker.depth()); });
+    tellDropped(m_markers.placeOrDrop(markerAxis(),
+                                      [](const MarkerItem &marker) { return static_cast<double>(marker.depth()); }));
     updateSceneRects();
 }
 
@@ -185,9 +163,7 @@ void WellLogsScene::applyScale(float scale)
     for (TrackItem *track : qAsConst(m_tracks))
         track->setScale(scale);
     relayoutTracks();
-    for (MarkerItem *marker : qAsConst(m_markers))
-        if (markerAxis().contains(displayDepth(*marker)))
-            placeMarker(marker, displayDepth(*marker));
+    m_markers.placeInside(markerAxis(), [this](const MarkerItem &marker) { return displayDepth(marker); });
 }
 
 logview::DepthAxis WellLogsScene::markerAxis() const
@@ -207,22 +183,19 @@ logview::DepthReference WellLogsScene::depthReference() const
             m_well.kbElevation};
 }
 
-void WellLogsScene::placeMarker(MarkerItem *marker, double displayDepth)
+void WellLogsScene::tellDropped(const QStringList &markerNames)
 {
-    marker->setPos(0, markerAxis().toScenePixel(displayDepth));
+    if (!markerNames.isEmpty())
+        emit markersDropped(markerNames);
 }
 
-template<class DepthOf>
-void WellLogsScene::placeMarkers(const DepthOf &depthOf)
+// An edited depth counts as part of the well's total depth; start depth, depth type and unit of the display do not
+// count here.
+void WellLogsScene::placeEditedMarker(MarkerItem *marker)
 {
-    const QVector<MarkerItem *> markers = m_markers;
-    for (MarkerItem *marker : markers) {
-        const double depth = depthOf(*marker);
-        if (markerAxis().contains(depth))
-            placeMarker(marker, depth);
-        else
-            destroyMarker(marker);
-    }
+    const auto totalDepth = static_cast<double>(m_totalDepth);
+    if (totalDepth > 0)
+        marker->setPos(0, m_trackHeight * static_cast<double>(marker->depth()) / totalDepth);
 }
 
 bool WellLogsScene::addMarker(MarkerItem *marker)
@@ -233,45 +206,15 @@ bool WellLogsScene::addMarker(MarkerItem *marker)
         delete marker;
         return false;
     }
-    addItem(marker);
-    m_markers.append(marker);
-    m_pickedMarker = marker;
-    marker->setWidth(static_cast<float>(m_sceneWidth));
-    placeMarker(marker, depth);
+    m_markers.add(marker);
+    marker->setPos(0, markerAxis().toScenePixel(depth));
     return true;
-}
-
-MarkerItem *WellLogsScene::findMarker(const QString &markerName) const
-{
-    const auto found = std::find_if(m_markers.begin(), m_markers.end(), [&markerName](const MarkerItem *marker) {
-        return marker->markerName() == markerName;
-    });
-    return found == m_markers.end() ? nullptr : *found;
-}
-
-MarkerItem *WellLogsScene::findStoredMarker(const QString &markerName) const
-{
-    for (MarkerItem *marker : m_markers)
-        if (marker->markerName() == markerName && !m_unsavedMarkers.contains(marker))
-            return marker;
-    return nullptr;
 }
 
 void WellLogsScene::deleteMarker(const QString &markerName)
 {
-    if (MarkerItem *marker = findMarker(markerName))
-        destroyMarker(marker);
-}
-
-void WellLogsScene::destroyMarker(MarkerItem *marker)
-{
-    leavePanelOf(marker);
-    m_markers.removeOne(marker);
-    if (m_pickedMarker == marker)
-        m_pickedMarker = nullptr;
-    m_unsavedMarkers.removeOne(marker);
-    delete marker;
-    update();
+    if (MarkerItem *marker = m_markers.find(markerName))
+        m_markers.destroy(marker);
 }
 
 void WellLogsScene::movePickedMarker(MarkerItem *marker, double sceneY)
@@ -281,76 +224,11 @@ void WellLogsScene::movePickedMarker(MarkerItem *marker, double sceneY)
     marker->setPos(0, y);
 }
 
-void WellLogsScene::selectOnly(QGraphicsItem *item)
-{
-    clearSelection();
-    item->setSelected(true);
-    if (const auto *track = qgraphicsitem_cast<TrackItem *>(item))
-        m_currentTrackIndex = track->trackNumber();
-}
-
 void WellLogsScene::clickedInHeader(QGraphicsItem *item)
 {
-    selectOnly(item);
+    m_selection->selectOnly(item);
     if (m_mode == Mode::None)
-        showPanelOfSelection();
-}
-
-// A header shows as selected exactly when what it stands for is; clicks beside the headers change nothing.
-void WellLogsScene::selectHeadersAsTheirItems()
-{
-    const QSignalBlocker blocker(m_headerScene);
-    for (const TrackItem *track : qAsConst(m_tracks)) {
-        if (track->header())
-            track->header()->setSelected(track->isSelected());
-        for (const CurveItem *curve : track->curves())
-            if (curve->header())
-                curve->header()->setSelected(curve->isSelected());
-    }
-}
-
-void WellLogsScene::showPanel(QWidget *panel)
-{
-    m_shownPanel = panel;
-    emit propertyWidgetChanged(panel);
-}
-
-void WellLogsScene::showOwnPanel()
-{
-    showPanel(m_panel);
-}
-
-void WellLogsScene::showPanelOfSelection()
-{
-    bool isShown = false;
-    for (QGraphicsItem *item : selectedItems()) {
-        QWidget *panel = panelOf(item);
-        isShown = panel != nullptr;
-        if (!panel)
-            continue;
-        if (const auto *track = qgraphicsitem_cast<TrackItem *>(item))
-            m_currentTrackIndex = track->trackNumber();
-        showPanel(panel);
-    }
-    if (!isShown)
-        showOwnPanel();
-}
-
-// Before an item goes: its panel, or that of a child, goes with it.
-void WellLogsScene::leavePanelOf(QGraphicsItem *item)
-{
-    if (!m_shownPanel)
-        return;
-    QList<QGraphicsItem *> leaving = item->childItems();
-    leaving.append(item);
-    for (QGraphicsItem *child : qAsConst(leaving)) {
-        const auto *curve = qgraphicsitem_cast<CurveItem *>(child);
-        const QWidget *panel = curve ? curve->existingPanel() : panelOf(child);
-        if (panel == m_shownPanel) {
-            showOwnPanel();
-            return;
-        }
-    }
+        m_selection->showPanelOfSelection();
 }
 
 void WellLogsScene::mousePressEvent(QGraphicsSceneMouseEvent *event)
@@ -361,7 +239,7 @@ void WellLogsScene::mousePressEvent(QGraphicsSceneMouseEvent *event)
     }
     QGraphicsScene::mousePressEvent(event);
     if (m_mode == Mode::None)
-        showPanelOfSelection();
+        m_selection->showPanelOfSelection();
 }
 
 // The second press of a double click counts as a press.
@@ -373,7 +251,7 @@ void WellLogsScene::mouseDoubleClickEvent(QGraphicsSceneMouseEvent *event)
     }
     QGraphicsScene::mouseDoubleClickEvent(event);
     if (m_mode == Mode::None)
-        showPanelOfSelection();
+        m_selection->showPanelOfSelection();
 }
 
 void WellLogsScene::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
@@ -393,16 +271,7 @@ void WellLogsScene::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 void WellLogsScene::pickedMarkerClicked()
 {
     m_mode = Mode::PickMarker;
-    auto *marker = new MarkerItem(this);
-    marker->setWellName(m_well.wellName);
-    marker->setMarkerName(QStringLiteral("New_%1").arg(m_newMarkerCounter));
-    marker->setDepth(0);
-    marker->setWidth(static_cast<float>(m_sceneWidth));
-    m_markers.append(marker);
-    addItem(marker);
-    m_pickedMarker = marker;
-    m_unsavedMarkers.append(marker);
-    ++m_newMarkerCounter;
+    m_markers.pick(m_well.wellName);
 }
 
 void WellLogsScene::savePickedMarkerClicked()
@@ -413,24 +282,35 @@ void WellLogsScene::savePickedMarkerClicked()
 void WellLogsScene::deleteTrack()
 {
     m_mode = Mode::DeleteTrackOrCurve;
-    if (m_currentTrackIndex >= 0)
-        emit sendDeleteTrack(m_currentTrackIndex);
+    if (m_selection->currentTrackIndex() >= 0)
+        emit sendDeleteTrack(m_selection->currentTrackIndex());
 }
 
 void WellLogsScene::deleteCurve()
 {
     m_mode = Mode::DeleteTrackOrCurve;
-    auto *curve = qgraphicsitem_cast<CurveItem *>(selectedItems().value(0));
-    if (!curve)
-        return;
-    leavePanelOf(curve);
-    delete curve;
-    emit laidOut();
+    if (QGraphicsItem *item = selectedItems().value(0))
+        destroyItem(item);
 }
 
 void WellLogsScene::deleteMarker()
 {
     m_mode = Mode::DeleteMarker;
     if (auto *marker = qgraphicsitem_cast<MarkerItem *>(selectedItems().value(0)))
-        destroyMarker(marker);
+        destroyItem(marker);
+}
+
+void WellLogsScene::destroyItem(QGraphicsItem *item)
+{
+    if (auto *marker = qgraphicsitem_cast<MarkerItem *>(item)) {
+        const QStringList names =
+            m_markers.unsaved().contains(marker) ? QStringList() : QStringList(marker->markerName());
+        m_markers.destroy(marker);
+        tellDropped(names);
+    } else if (auto *curve = qgraphicsitem_cast<CurveItem *>(item)) {
+        m_selection->leavePanelOf(curve);
+        qgraphicsitem_cast<TrackItem *>(curve->parentItem())->removeCurve(curve);
+    } else if (const auto *track = qgraphicsitem_cast<TrackItem *>(item)) {
+        removeTrack(track->trackNumber());
+    }
 }

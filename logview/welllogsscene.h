@@ -1,7 +1,10 @@
 #pragma once
 
 #include "datastore/wellrecord.h"
+#include "logview/displaymarkers.h"
+#include "logview/displayselection.h"
 #include "logview/geometry/depthaxis.h"
+#include "logview/trackheaders.h"
 
 #include <QGraphicsScene>
 #include <QPointer>
@@ -36,11 +39,13 @@ public:
     WellLogsScenePropertyWidget *panel() const;
     const WellRecord &well() const { return m_well; }
     const QVector<TrackItem *> &tracks() const { return m_tracks; }
-    const QVector<MarkerItem *> &markers() const { return m_markers; }
+    TrackHeaders &headers() { return m_headers; }
+    DisplayMarkers &markers() { return m_markers; }
+    const DisplayMarkers &markers() const { return m_markers; }
+    DisplaySelection &selection() { return *m_selection; }
+    const DisplaySelection &selection() const { return *m_selection; }
     Mode mode() const { return m_mode; }
     void setMode(Mode mode) { m_mode = mode; }
-    /// Number of the last clicked track; negative when none was.
-    int currentTrackIndex() const { return m_currentTrackIndex; }
     int sceneWidth() const { return m_sceneWidth; }
     int trackHeight() const { return m_trackHeight; }
 
@@ -70,31 +75,16 @@ public:
     bool addMarker(MarkerItem *marker);
     /// Destroys the first marker of that name.
     void deleteMarker(const QString &markerName);
-    MarkerItem *findMarker(const QString &markerName) const;
-    /// The same among those that are no picked markers waiting to be saved.
-    MarkerItem *findStoredMarker(const QString &markerName) const;
-    /// The marker that was added last; null when there is none or it is gone.
-    MarkerItem *currentPickedMarker() const { return m_pickedMarker; }
-    /// Picked markers that are not saved in the well, oldest first.
-    const QVector<MarkerItem *> &unsavedMarkers() const { return m_unsavedMarkers; }
-    void setSaved(MarkerItem *marker) { m_unsavedMarkers.removeOne(marker); }
     /// Moves a picked marker to a position of the tracks, and gives it the measured depth that is shown there.
     void movePickedMarker(MarkerItem *marker, double sceneY);
-    void destroyMarker(MarkerItem *marker);
-
-    /// Selects this item alone, as a click on it would.
-    void selectOnly(QGraphicsItem *item);
-    /// Shows the panels of what is selected; the scene's own when nothing is.
-    void showPanelOfSelection();
-    void showOwnPanel();
-    /// The panel that was announced last, as long as it exists.
-    QWidget *shownPanel() const { return m_shownPanel; }
 
 signals:
     void propertyWidgetChanged(QWidget *prtyWidget);
     void sendDeleteTrack(int trackNumber);
     /// Tracks, headers or the sizes of the two scenes changed.
     void laidOut();
+    /// A new range, depth type or unit, or the user, took markers of the well out of the display.
+    void markersDropped(const QStringList &markerNames);
 
 public slots:
     void pickedMarkerClicked();
@@ -111,31 +101,25 @@ protected:
 
 private:
     void clearDisplay();
-    void showPanel(QWidget *panel);
-    void leavePanelOf(QGraphicsItem *item);
+    void destroyItem(QGraphicsItem *item);
     int placeTrack(TrackItem *track, int x);
     void updateSceneRects();
     double displayDepth(const MarkerItem &marker) const;
     logview::DepthReference depthReference() const;
-    void placeMarker(MarkerItem *marker, double displayDepth);
-    template<class DepthOf>
-    void placeMarkers(const DepthOf &depthOf);
+    void placeEditedMarker(MarkerItem *marker);
+    void tellDropped(const QStringList &markerNames);
     logview::DepthAxis markerAxis() const;
     void clickedInHeader(QGraphicsItem *item);
-    void selectHeadersAsTheirItems();
 
     QGraphicsScene *m_headerScene;
     QPointer<WellLogsScenePropertyWidget> m_panel; ///< ours, also while a dock is its parent
-    QPointer<QWidget> m_shownPanel;
+    DisplaySelection *m_selection = nullptr; ///< a child
+    TrackHeaders m_headers;
+    DisplayMarkers m_markers;
     QVector<TrackItem *> m_tracks;
-    QVector<MarkerItem *> m_markers;
     WellNameItem *m_wellNameItem = nullptr; ///< in the header scene
-    MarkerItem *m_pickedMarker = nullptr;
-    QVector<MarkerItem *> m_unsavedMarkers;
     WellRecord m_well;
     Mode m_mode = Mode::None;
-    int m_newMarkerCounter = 0;
-    int m_currentTrackIndex = -1;
     int m_sceneWidth = 0;
     int m_trackHeight = 0;
     float m_totalDepth = 1000.0F;

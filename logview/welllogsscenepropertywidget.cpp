@@ -1,11 +1,10 @@
 #include "logview/welllogsscenepropertywidget.h"
 
+#include "base/numberfield.h"
 #include "logview/welllogsscene.h"
 
 #include <QComboBox>
-#include <QDoubleValidator>
 #include <QLabel>
-#include <QLineEdit>
 #include <QSignalBlocker>
 
 #include <cmath>
@@ -17,10 +16,9 @@ QString numberText(float value)
     return QString::number(static_cast<double>(value), 'g', 6);
 }
 
-void showNumber(QLineEdit *field, float value)
+void showNumber(base::NumberField *field, float value)
 {
-    const QSignalBlocker blocker(field);
-    field->setText(numberText(value));
+    field->showText(numberText(value));
 }
 
 } // namespace
@@ -29,17 +27,15 @@ WellLogsScenePropertyWidget::WellLogsScenePropertyWidget(WellLogsScene *scene)
     : PropertyPanel(QStringLiteral("WellLogsScenePropertyWidget"))
     , m_scene(scene)
     , m_wellName(new QLabel)
-    , m_scale(new QLineEdit(QStringLiteral("1000")))
-    , m_startDepth(new QLineEdit)
-    , m_endDepth(new QLineEdit)
+    , m_scale(new base::NumberField)
+    , m_startDepth(new base::NumberField)
+    , m_endDepth(new base::NumberField)
     , m_depthType(new QComboBox)
     , m_depthUnit(new QComboBox)
 {
-    QDoubleValidator *validator = numberValidator();
-    for (QLineEdit *field : {m_scale, m_startDepth, m_endDepth})
-        field->setValidator(validator);
     m_depthType->addItems({QStringLiteral("MD"), QStringLiteral("TVDSS")});
     m_depthUnit->addItems({QStringLiteral("METER"), QStringLiteral("FEET")});
+    showNumber(m_scale, m_scaleValue);
     showNumber(m_startDepth, scene->startDepth());
     showNumber(m_endDepth, scene->endDepth());
     addRow(QStringLiteral("Wellname"), m_wellName, QStringLiteral("wellNameLabel"));
@@ -51,9 +47,9 @@ WellLogsScenePropertyWidget::WellLogsScenePropertyWidget(WellLogsScene *scene)
 
     using Panel = WellLogsScenePropertyWidget;
     const auto indexChanged = QOverload<int>::of(&QComboBox::currentIndexChanged);
-    connect(m_scale, &QLineEdit::editingFinished, this, &Panel::scaleChanged);
-    connect(m_startDepth, &QLineEdit::editingFinished, this, &Panel::startDepthChanged);
-    connect(m_endDepth, &QLineEdit::editingFinished, this, &Panel::endDepthChanged);
+    connect(m_scale, &base::NumberField::edited, this, &Panel::scaleChanged);
+    connect(m_startDepth, &base::NumberField::edited, this, &Panel::startDepthChanged);
+    connect(m_endDepth, &base::NumberField::edited, this, &Panel::endDepthChanged);
     connect(m_depthType, indexChanged, this, &Panel::depthTypeChanged);
     connect(m_depthUnit, indexChanged, this, &Panel::depthUnitTypeChanged);
 }
@@ -103,11 +99,9 @@ void WellLogsScenePropertyWidget::setDepthUnit(int unit)
     m_scene->setDepthUnit(unit);
 }
 
-// A scale that is none is put back. A field that is left as it was says "finished" too: it must not move markers.
+// A scale that is none is put back.
 void WellLogsScenePropertyWidget::scaleChanged()
 {
-    if (m_scale->text() == numberText(m_scaleValue))
-        return;
     const float scale = m_scale->text().toFloat();
     if (!(scale > 0) || !std::isfinite(scale)) {
         showNumber(m_scale, m_scaleValue);
@@ -119,16 +113,12 @@ void WellLogsScenePropertyWidget::scaleChanged()
 
 void WellLogsScenePropertyWidget::startDepthChanged()
 {
-    if (m_startDepth->text() == numberText(m_scene->startDepth()))
-        return;
     m_scene->setStartDepth(m_startDepth->text().toFloat());
     m_scene->applyDepthRange();
 }
 
 void WellLogsScenePropertyWidget::endDepthChanged()
 {
-    if (m_endDepth->text() == numberText(m_scene->endDepth()))
-        return;
     m_scene->setEndDepth(m_endDepth->text().toFloat());
     m_scene->applyDepthRange();
 }

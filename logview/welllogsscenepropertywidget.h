@@ -5,9 +5,11 @@
 QT_BEGIN_NAMESPACE
 class QComboBox;
 class QLabel;
-class QLineEdit;
 QT_END_NAMESPACE
 
+namespace base {
+class NumberField;
+}
 class WellLogsScene;
 
 /// The property panel of a log display: scale, depth range, depth type and unit.
@@ -39,9 +41,9 @@ private:
     WellLogsScene *m_scene;
     float m_scaleValue = 1000.0F;
     QLabel *m_wellName;
-    QLineEdit *m_scale;
-    QLineEdit *m_startDepth;
-    QLineEdit *m_endDepth;
+    base::NumberField *m_scale;
+    base::NumberField *m_startDepth;
+    base::NumberField *m_endDepth;
     QComboBox *m_depthType;
     QComboBox *m_depthUnit;
 };

@@ -28,7 +28,7 @@ WellLogsView::WellLogsView(WellLogsScene *scene, QWidget *parent)
 
 MarkerItem *WellLogsView::livePicked()
 {
-    if (m_picked && !m_scene->markers().contains(m_picked))
+    if (m_picked && !m_scene->markers().all().contains(m_picked))
         endPicking(); // a change of the depth range took the marker away
     return m_picked;
 }
@@ -38,7 +38,7 @@ void WellLogsView::startPicking()
     cancelPicking();
     m_scene->pickedMarkerClicked();
     m_scene->setMode(WellLogsScene::Mode::None);
-    m_picked = m_scene->currentPickedMarker();
+    m_picked = m_scene->markers().last();
     viewport()->setCursor(Qt::CrossCursor);
     setFocus();
     movePicked(mapFromGlobal(QCursor::pos()));
@@ -62,7 +62,7 @@ void WellLogsView::endPicking()
 void WellLogsView::cancelPicking()
 {
     if (MarkerItem *marker = livePicked()) {
-        m_scene->destroyMarker(marker);
+        m_scene->markers().destroy(marker);
         endPicking();
     }
 }
@@ -82,8 +82,8 @@ void WellLogsView::mousePressEvent(QMouseEvent *event)
         PaperView::mousePressEvent(event);
     } else if (event->button() == Qt::LeftButton) {
         movePicked(event->pos());
-        m_scene->selectOnly(marker);
-        m_scene->showPanelOfSelection();
+        m_scene->selection().selectOnly(marker);
+        m_scene->selection().showPanelOfSelection();
         endPicking();
     }
 }
@@ -112,7 +112,7 @@ void WellLogsView::addItemAction(QMenu *menu, const QString &text, QGraphicsItem
     menu->addAction(text, this, [this, item, slot] {
         if (!m_scene->items().contains(item))
             return;
-        m_scene->selectOnly(item);
+        m_scene->selection().selectOnly(item);
         const QPointer<WellLogsView> self = this; // a box of the slot may outlive the display
         slot();
         if (self)
@@ -127,7 +127,7 @@ QMenu *WellLogsView::createContextMenu(const QPoint &position)
     menu->addAction(QStringLiteral("Pick Marker"), this, &WellLogsView::startPicking);
     QGraphicsItem *item = itemUnder(position);
     if (auto *marker = qgraphicsitem_cast<MarkerItem *>(item)) {
-        if (m_scene->unsavedMarkers().contains(marker))
+        if (m_scene->markers().unsaved().contains(marker))
             addItemAction(menu, QStringLiteral("Save Picked Marker"), marker, [this, marker] {
                 m_scene->savePickedMarkerClicked();
                 emit saveMarkerRequested(marker);

@@ -1,8 +1,13 @@
 #pragma once
 
+#include "logview/curveheaderitem.h"
 #include "logview/curveitem.h"
+#include "logview/curveitempropertywidget.h"
 #include "logview/markeritem.h"
+#include "logview/markeritempropertywidget.h"
+#include "logview/trackheaderitem.h"
 #include "logview/trackitem.h"
+#include "logview/trackitempropertywidget.h"
 #include "logview/welldisplaywidget.h"
 #include "logview/welllogsscene.h"
 #include "logview/welllogsscenepropertywidget.h"
@@ -66,6 +71,12 @@ public:
     TrackItem *track(int number) const { return scene()->tracks().at(number); }
     CurveItem *curve(int trackNumber, int number) const { return track(trackNumber)->curves().at(number); }
     QString statusText() const;
+    /// The panel that a click on the item shows.
+    TrackItemPropertyWidget *panelOf(TrackItem *item) const { return panelAs<TrackItemPropertyWidget>(item); }
+    CurveItemPropertyWidget *panelOf(CurveItem *item) const { return panelAs<CurveItemPropertyWidget>(item); }
+    MarkerItemPropertyWidget *panelOf(MarkerItem *item) const { return panelAs<MarkerItemPropertyWidget>(item); }
+    TrackHeaderItem *headerOf(const TrackItem *track) const { return scene()->headers().headerOf(track); }
+    CurveHeaderItem *headerOf(const CurveItem *curve) const { return scene()->headers().headerOf(curve); }
 
     /// Types a text into a field of a panel, as a user does who then presses Enter.
     static void type(QWidget *panel, const char *field, const QString &text)
@@ -113,7 +124,7 @@ public:
     MarkerItem *showMarker(const QString &name)
     {
         display->addMarker(QStringLiteral("W"), name);
-        return scene()->findMarker(name);
+        return scene()->markers().find(name);
     }
     /// A marker whose displayed depth (less KB and ground level) is \a depthM.
     void addMarker(const QString &name, float depthM, const QColor &color = QColor(200, 0, 0))
@@ -124,6 +135,13 @@ public:
     QString wellKey;
     QDockWidget dock;
     std::unique_ptr<WellDisplayWidget> display;
+
+private:
+    template<class Panel>
+    Panel *panelAs(QGraphicsItem *item) const
+    {
+        return qobject_cast<Panel *>(scene()->selection().panels().panelOf(item));
+    }
 };
 
 inline QString DisplayFixture::statusText() const

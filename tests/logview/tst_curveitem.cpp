@@ -122,7 +122,7 @@ void tst_curveitem::logarithmicTracks()
     QVERIFY(qAbs(f.lineColumn(150) - 48) <= 1);
     QVERIFY(qAbs(f.lineColumn(450) - 48) <= 1); // as far from 0.2 as 2 is
     QCOMPARE(f.lineColumn(800), -1); // outside: a break, no line along the edge
-    f.choose(f.track(0)->panel(), "trackTypeBox", QStringLiteral("Normal"));
+    f.choose(f.panelOf(f.track(0)), "trackTypeBox", QStringLiteral("Normal"));
     QVERIFY(f.lineColumn(800) >= 190);
 }
 
@@ -167,7 +167,7 @@ void tst_curveitem::fillBetweenCurves()
     f.track(0)->setWidthInches(4); // both curves move
     QCOMPARE(f.at(190, 255), QColor(255, 0, 0));
     QVERIFY(f.at(110, 255) != QColor(255, 0, 0));
-    f.choose(f.track(0)->panel(), "trackTypeBox", QStringLiteral("Logrithmic"));
+    f.choose(f.panelOf(f.track(0)), "trackTypeBox", QStringLiteral("Logrithmic"));
     QVERIFY(f.at(190, 255) != QColor(255, 0, 0)); // a minimum of 0 has no logarithm
 }
 
@@ -357,11 +357,11 @@ void tst_curveitem::selectionPens()
     QCOMPARE(curve->currentPen().capStyle(), Qt::RoundCap);
     QCOMPARE(curve->currentPen().joinStyle(), Qt::RoundJoin);
     curve->setSelected(true);
-    QVERIFY(curve->header()->isSelected());
+    QVERIFY(f.headerOf(curve)->isSelected());
     QCOMPARE(curve->currentPen().width(), 4);
     QCOMPARE(f.at(97, 505), curve->currentPen().color());
     curve->setSelected(false);
-    QVERIFY(!curve->header()->isSelected());
+    QVERIFY(!f.headerOf(curve)->isSelected());
 }
 
 void tst_curveitem::headerLayout()
@@ -397,13 +397,13 @@ void tst_curveitem::headersStandBelowOneAnother()
     CurveFixture f;
     f.showLinear(line("A", "0 | 1") + line("B", "0 | 1") + line("C", "0 | 1"));
     for (int k = 0; k < 3; ++k)
-        QCOMPARE(f.curve(0, k)->header()->scenePos(), QPointF(0, 20 + 45 * k));
-    f.scene()->selectOnly(f.curve(0, 0));
+        QCOMPARE(f.headerOf(f.curve(0, k))->scenePos(), QPointF(0, 20 + 45 * k));
+    f.scene()->selection().selectOnly(f.curve(0, 0));
     f.scene()->deleteCurve(); // the others move up
     for (int k = 0; k < 2; ++k)
-        QCOMPARE(f.curve(0, k)->header()->scenePos(), QPointF(0, 20 + 45 * k));
+        QCOMPARE(f.headerOf(f.curve(0, k))->scenePos(), QPointF(0, 20 + 45 * k));
     f.track(0)->setWidthInches(3);
-    QCOMPARE(f.curve(0, 0)->header()->boundingRect().width(), 288.0);
+    QCOMPARE(f.headerOf(f.curve(0, 0))->boundingRect().width(), 288.0);
 }
 
 void tst_curveitem::panelRows()
@@ -411,7 +411,7 @@ void tst_curveitem::panelRows()
     CurveFixture f;
     f.addLog(QStringLiteral("GR"), {0, 1000}, {75, 75});
     f.showLinear(line("GR", "0 | 150", "0,#ffcc00|0,#ffffff|None | None", "2 | 3"));
-    CurveItemPropertyWidget *panel = f.curve(0, 0)->panel();
+    CurveItemPropertyWidget *panel = f.panelOf(f.curve(0, 0));
     const auto label = [panel](const char *name) {
         return panel->findChild<QLabel *>(QString::fromLatin1(name))->text();
     };
@@ -439,7 +439,7 @@ void tst_curveitem::panelSlots()
     f.addLog(QStringLiteral("GR"), {0, 1000}, {75, 75});
     f.showLinear(line("GR", "0 | 150", "0,#ffcc00|0,#ffffff|Left Boundary | None"));
     CurveItem *curve = f.curve(0, 0);
-    CurveItemPropertyWidget *panel = curve->panel();
+    CurveItemPropertyWidget *panel = f.panelOf(curve);
     f.type(panel, "curveNameEdit", QStringLiteral("Gamma Ray"));
     QCOMPARE(curve->curveName(), QString("Gamma Ray"));
     QCOMPARE(curve->samples().size(), 2);
@@ -464,7 +464,7 @@ void tst_curveitem::cancelledColours()
     CurveFixture f;
     f.addLog(QStringLiteral("GR"), {0, 1000}, {75, 75});
     f.showLinear(line("GR", "0 | 150"));
-    CurveItemPropertyWidget *panel = f.curve(0, 0)->panel();
+    CurveItemPropertyWidget *panel = f.panelOf(f.curve(0, 0));
     answerColorDialog(QColor());
     panel->findChild<QPushButton *>(QStringLiteral("lineColorButton"))->click();
     QCOMPARE(f.curve(0, 0)->pen().color(), QColor(0, 0, 255));

@@ -75,7 +75,7 @@ void tst_markeritem::dataAndBounds()
 
 void tst_markeritem::aNewMarkersPen()
 {
-    const MarkerItem marker(nullptr);
+    const MarkerItem marker;
     QCOMPARE(marker.currentPen(), QPen(QBrush(Qt::black), 1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
 }
 
@@ -125,7 +125,7 @@ void tst_markeritem::selected()
 void tst_markeritem::panelRows()
 {
     MarkerFixture f;
-    MarkerItemPropertyWidget *panel = f.marker->panel();
+    MarkerItemPropertyWidget *panel = f.panelOf(f.marker);
     QCOMPARE(
         f.captions(panel),
         (QStringList{"Marker Property", "Well Name", "W", "Marker Name", "Depth", "Line Color", "Line Thickness"}));
@@ -142,7 +142,7 @@ void tst_markeritem::panelRows()
 void tst_markeritem::panelSlots()
 {
     MarkerFixture f;
-    MarkerItemPropertyWidget *panel = f.marker->panel();
+    MarkerItemPropertyWidget *panel = f.panelOf(f.marker);
     f.type(panel, "markerNameEdit", QStringLiteral("Base"));
     QCOMPARE(f.marker->data(1).toString(), QString("Base"));
     for (int index = 4; index >= 0; --index) {
@@ -166,14 +166,14 @@ void tst_markeritem::depthsMoveByTheTotalDepth()
 {
     MarkerFixture f;
     const int height = f.scene()->trackHeight();
-    f.type(f.marker->panel(), "depthEdit", QStringLiteral("1500"));
+    f.type(f.panelOf(f.marker), "depthEdit", QStringLiteral("1500"));
     QCOMPARE(f.marker->depth(), 1500.0F);
     QCOMPARE(f.marker->pos(), QPointF(0, height));
-    QCOMPARE(f.text(f.marker->panel(), "depthEdit"), QString("1500.00"));
+    QCOMPARE(f.text(f.panelOf(f.marker), "depthEdit"), QString("1500.00"));
     // Start depth, depth type and unit do not count.
-    f.type(f.marker->panel(), "depthEdit", QStringLiteral("750"));
+    f.type(f.panelOf(f.marker), "depthEdit", QStringLiteral("750"));
     f.choose(f.panel(), "depthTypeBox", QStringLiteral("TVDSS"));
-    f.type(f.marker->panel(), "depthEdit", QStringLiteral("1500"));
+    f.type(f.panelOf(f.marker), "depthEdit", QStringLiteral("1500"));
     QCOMPARE(f.marker->y(), static_cast<double>(f.scene()->trackHeight()));
 }
 
@@ -183,7 +183,7 @@ void tst_markeritem::aDepthLeftAsItWasMovesNothing()
     f.marker->setDepth(750.126F);
     f.choose(f.panel(), "depthUnitBox", QStringLiteral("FEET"));
     const double y = f.marker->y();
-    emit f.marker->panel()->findChild<QLineEdit *>(QStringLiteral("depthEdit"))->editingFinished();
+    emit f.panelOf(f.marker)->findChild<QLineEdit *>(QStringLiteral("depthEdit"))->editingFinished();
     QCOMPARE(f.marker->depth(), 750.126F);
     QCOMPARE(f.marker->y(), y);
 }
@@ -191,20 +191,26 @@ void tst_markeritem::aDepthLeftAsItWasMovesNothing()
 void tst_markeritem::badDepths()
 {
     MarkerFixture f;
-    f.type(f.marker->panel(), "depthEdit", QStringLiteral("deep"));
-    QCOMPARE(f.marker->depth(), 0.0F);
-    QCOMPARE(f.marker->y(), 0.0);
+    const double y = f.marker->y();
+    QLineEdit *field = f.panelOf(f.marker)->findChild<QLineEdit *>(QStringLiteral("depthEdit"));
+    for (const char *text : {"deep", "", "-", "1e39", "nan", "inf"}) {
+        field->setText(QString::fromLatin1(text));
+        QVERIFY(QMetaObject::invokeMethod(f.panelOf(f.marker), "markerDepthChanged"));
+        QCOMPARE(f.marker->depth(), 750.0F);
+        QCOMPARE(f.marker->y(), y);
+        QCOMPARE(field->text(), QString("750.00"));
+    }
     f.scene()->setTotalDepth(0);
-    f.type(f.marker->panel(), "depthEdit", QStringLiteral("10"));
-    QCOMPARE(f.marker->y(), 0.0);
-    f.type(f.marker->panel(), "depthEdit", QStringLiteral("1e39"));
-    f.picture(f.scene(), QRect(0, 0, 192, 100));
+    f.type(f.panelOf(f.marker), "depthEdit", QStringLiteral("10"));
+    QCOMPARE(f.marker->depth(), 10.0F);
+    QCOMPARE(f.marker->y(), y); // a well without depth has no place for it
 }
 
 void tst_markeritem::aMarkerWithoutAScene()
 {
-    MarkerItem marker(nullptr);
-    DisplayFixture::type(marker.panel(), "depthEdit", QStringLiteral("12.5"));
+    MarkerItem marker;
+    MarkerItemPropertyWidget panel(&marker);
+    DisplayFixture::type(&panel, "depthEdit", QStringLiteral("12.5"));
     QCOMPARE(marker.depth(), 12.5F);
     QCOMPARE(marker.y(), 0.0);
 }

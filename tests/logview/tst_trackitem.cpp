@@ -197,7 +197,7 @@ void tst_trackitem::selectionFillsTrackAndHeader()
     QCOMPARE(f.pixel(30, 3), QColor(Qt::white));
     f.track(0)->setSelected(true);
     QCOMPARE(f.pixel(30, 3), logview::highlightColor());
-    QVERIFY(f.track(0)->header()->isSelected());
+    QVERIFY(f.headerOf(f.track(0))->isSelected());
     const auto headerPixel = [&f] {
         return f.picture(f.display->headerView()->scene(), QRect(30, 60, 1, 1)).pixelColor(0, 0);
     };
@@ -211,8 +211,8 @@ void tst_trackitem::headers()
 {
     TrackFixture f;
     f.show();
-    QCOMPARE(f.track(1)->header()->width(), 48.0F);
-    QCOMPARE(f.track(1)->header()->pos(), QPointF(192, 20));
+    QCOMPARE(f.headerOf(f.track(1))->width(), 48.0F);
+    QCOMPARE(f.headerOf(f.track(1))->pos(), QPointF(192, 20));
     QCOMPARE(f.track(1)->depthTypeText(), QString("MD"));
     const auto header = [&f] { return f.picture(f.display->headerView()->scene(), QRect(192, 20, 48, 45)); };
     const QImage md = header();
@@ -253,7 +253,7 @@ void tst_trackitem::unresolvedDefaultsMakeNoCurve()
     QCOMPARE(f.curve(0, 0)->curveName(), QString("GR")); // the well has no such log: a header without a line
     QVERIFY(f.curve(0, 0)->samples().isEmpty());
     QVERIFY(f.track(1)->curves().size() == 1 && !f.curve(1, 0)->isVisible()); // "MD" of a depth track
-    QVERIFY(!f.curve(1, 0)->header()->isVisible());
+    QVERIFY(!f.headerOf(f.curve(1, 0))->isVisible());
 }
 
 void tst_trackitem::defaultsAreTheWellsDefaultLogs()
@@ -272,7 +272,7 @@ void tst_trackitem::panel()
 {
     TrackFixture f;
     WellLogsScene *scene = f.show();
-    TrackItemPropertyWidget *panel = f.track(0)->panel();
+    TrackItemPropertyWidget *panel = f.panelOf(f.track(0));
     QCOMPARE(f.captions(panel), (QStringList{"Track Property", "Width", "Well Name", "W", "Track Type"}));
     QCOMPARE(f.text(panel, "widthEdit"), QString("2"));
     f.type(panel, "widthEdit", QStringLiteral("1.5"));
@@ -298,7 +298,7 @@ void tst_trackitem::widthsTypedInACommaLocale()
     TrackFixture f;
     f.show();
     QLocale::setDefault(before);
-    auto *edit = f.track(0)->panel()->findChild<QLineEdit *>(QStringLiteral("widthEdit"));
+    auto *edit = f.panelOf(f.track(0))->findChild<QLineEdit *>(QStringLiteral("widthEdit"));
     edit->selectAll();
     QTest::keyClicks(edit, QStringLiteral("1,.5"));
     QTest::keyClick(edit, Qt::Key_Return);
@@ -332,8 +332,8 @@ void tst_trackitem::headersMayGoFirst()
     f.addTrack(1, "Linear\n" + grLine);
     f.show();
     f.display->headerView()->scene()->clear();
-    QVERIFY(!f.track(0)->header());
-    QVERIFY(!f.curve(0, 0)->header());
+    QVERIFY(!f.headerOf(f.track(0)));
+    QVERIFY(!f.headerOf(f.curve(0, 0)));
     f.track(0)->setSelected(true);
     f.curve(0, 0)->setSelected(true);
     f.track(0)->setWidthInches(3);
@@ -345,7 +345,7 @@ void tst_trackitem::absurdWidths()
 {
     TrackFixture f;
     WellLogsScene *scene = f.show();
-    TrackItemPropertyWidget *panel = f.track(0)->panel();
+    TrackItemPropertyWidget *panel = f.panelOf(f.track(0));
     for (const char *width : {"0", "-3", "", "nan", "no"}) {
         f.type(panel, "widthEdit", QString::fromLatin1(width));
         QCOMPARE(f.track(0)->width(), 192.0F);

@@ -220,7 +220,7 @@ void tst_welldisplaywidget::initialWidthsComeFromTheScreen()
     launched.show();
     QCOMPARE(launched.track(0)->width(), 192.0F);
     QCOMPARE(launched.track(1)->width(), 48.0F);
-    QCOMPARE(launched.text(launched.track(1)->panel(), "widthEdit"), QString("0.5"));
+    QCOMPARE(launched.text(launched.panelOf(launched.track(1)), "widthEdit"), QString("0.5"));
 }
 
 void tst_welldisplaywidget::deletingTracks()
@@ -235,8 +235,8 @@ void tst_welldisplaywidget::deletingTracks()
     QCOMPARE(third->trackNumber(), 1);
     QCOMPARE(second->x(), 0.0);
     QCOMPARE(third->x(), 48.0);
-    QCOMPARE(second->header()->pos(), QPointF(0, 20));
-    QCOMPARE(third->header()->pos(), QPointF(48, 20));
+    QCOMPARE(f.headerOf(second)->pos(), QPointF(0, 20));
+    QCOMPARE(f.headerOf(third)->pos(), QPointF(48, 20));
     QCOMPARE(f.scene()->sceneWidth(), 240);
     f.display->deleteTrack(7);
     f.display->deleteTrack(-1);
@@ -254,17 +254,17 @@ void tst_welldisplaywidget::markers()
     f.show();
     f.display->addMarker(QStringLiteral("Other well"), QStringLiteral("Top"));
     f.display->addMarker(QStringLiteral("W"), QStringLiteral("None"));
-    QVERIFY(f.scene()->markers().isEmpty());
+    QVERIFY(f.scene()->markers().all().isEmpty());
     const MarkerItem *marker = f.showMarker(QStringLiteral("Top"));
     QCOMPARE(marker->depth(), 100.0F); // 125 m along hole less 25 m KB
     QCOMPARE(marker->lineColor(), QColor(200, 0, 0));
     QCOMPARE(marker->wellName(), QString("W"));
     f.display->addMarker(QStringLiteral("W"), QStringLiteral("Top")); // shown already
-    QCOMPARE(f.scene()->markers().size(), 1);
+    QCOMPARE(f.scene()->markers().all().size(), 1);
     f.display->removeMarker(QStringLiteral("Other well"), QStringLiteral("Top"));
-    QCOMPARE(f.scene()->markers().size(), 1);
+    QCOMPARE(f.scene()->markers().all().size(), 1);
     f.display->removeMarker(QStringLiteral("W"), QStringLiteral("Top"));
-    QVERIFY(f.scene()->markers().isEmpty());
+    QVERIFY(f.scene()->markers().all().isEmpty());
     f.type(f.panel(), "endDepthEdit", QStringLiteral("50"));
     QVERIFY(!f.showMarker(QStringLiteral("Top")));
     QVERIFY(f.statusText().contains(QLatin1String("\"Top\" is outside")));
@@ -275,7 +275,7 @@ void tst_welldisplaywidget::contextMenus()
     WidgetFixture f;
     f.show();
     const MarkerItem *marker = f.showMarker(QStringLiteral("Top"));
-    f.scene()->selectOnly(f.track(2));
+    f.scene()->selection().selectOnly(f.track(2));
     QCOMPARE(f.menu(QPointF(210, 300)), (QStringList{"Pick Marker", "Delete Track"}));
     QCOMPARE(f.menu(QPointF(96, 300)), (QStringList{"Pick Marker", "Delete Curve"}));
     QCOMPARE(f.menu(QPointF(20, marker->y() + 1)), (QStringList{"Pick Marker", "Delete Marker"}));
@@ -288,19 +288,19 @@ void tst_welldisplaywidget::deletingThroughTheMenu()
     WidgetFixture f;
     f.show();
     f.showMarker(QStringLiteral("Top"));
-    f.scene()->selectOnly(f.track(2));
+    f.scene()->selection().selectOnly(f.track(2));
     f.menu(QPointF(96, 300), "Delete Curve");
     QVERIFY(f.track(0)->curves().isEmpty());
     QCOMPARE(f.track(2)->curves().size(), 1);
     QCOMPARE(f.scene()->mode(), WellLogsScene::Mode::None);
-    f.menu(QPointF(20, f.scene()->markers().first()->y() + 1), "Delete Marker");
-    QVERIFY(f.scene()->markers().isEmpty());
+    f.menu(QPointF(20, f.scene()->markers().all().first()->y() + 1), "Delete Marker");
+    QVERIFY(f.scene()->markers().all().isEmpty());
     f.menu(QPointF(210, 300), "Delete Track");
     QCOMPARE(f.scene()->tracks().size(), 2);
     QCOMPARE(f.track(1)->x(), 192.0);
     QCOMPARE(f.scene()->mode(), WellLogsScene::Mode::None);
     f.click(QPointF(20, 310));
-    QCOMPARE(f.dock.widget(), f.track(0)->panel()); // panels still follow the mouse
+    QCOMPARE(f.dock.widget(), f.panelOf(f.track(0))); // panels still follow the mouse
 }
 
 void tst_welldisplaywidget::aMenuEntryForWhatIsGone()
@@ -342,7 +342,7 @@ void tst_welldisplaywidget::pickingWithOtherButtonsAndBeyondTheTracks()
     f.display->logView()->centerOn(100, f.scene()->trackHeight());
     f.click(QPointF(100, f.scene()->trackHeight() + 40));
     QVERIFY(!f.display->logView()->isPicking());
-    QCOMPARE(f.scene()->currentPickedMarker()->depth(), 1500.0F);
+    QCOMPARE(f.scene()->markers().last()->depth(), 1500.0F);
     QVERIFY(f.statusText().isEmpty());
 }
 
@@ -353,7 +353,7 @@ void tst_welldisplaywidget::picking()
     f.menu(QPointF(210, 300), "Pick Marker");
     QVERIFY(f.display->logView()->isPicking());
     QCOMPARE(f.scene()->mode(), WellLogsScene::Mode::None);
-    MarkerItem *marker = f.scene()->currentPickedMarker();
+    MarkerItem *marker = f.scene()->markers().last();
     f.moveTo(QPointF(100, 250));
     QCOMPARE(marker->y(), 250.0);
     f.moveTo(QPointF(150, 333));
@@ -362,11 +362,11 @@ void tst_welldisplaywidget::picking()
     QVERIFY(!f.display->logView()->isPicking());
     QCOMPARE(marker->y(), 400.0);
     QVERIFY(qAbs(marker->depth() - 600000.0F / static_cast<float>(f.scene()->trackHeight())) < 0.01F);
-    QCOMPARE(f.dock.widget(), marker->panel());
+    QCOMPARE(f.dock.widget(), f.panelOf(marker));
     f.moveTo(QPointF(100, 200));
     QCOMPARE(marker->y(), 400.0);
     f.click(QPointF(300, 300));
-    QCOMPARE(f.dock.widget(), f.track(2)->panel());
+    QCOMPARE(f.dock.widget(), f.panelOf(f.track(2)));
 }
 
 void tst_welldisplaywidget::pickingIsCancelled()
@@ -376,17 +376,17 @@ void tst_welldisplaywidget::pickingIsCancelled()
     f.display->logView()->startPicking();
     QTest::keyClick(f.display->logView(), Qt::Key_Escape);
     QVERIFY(!f.display->logView()->isPicking());
-    QVERIFY(f.scene()->markers().isEmpty());
+    QVERIFY(f.scene()->markers().all().isEmpty());
     f.display->logView()->startPicking();
     f.display->logView()->startPicking(); // the first one goes
-    QCOMPARE(f.scene()->markers().size(), 1);
+    QCOMPARE(f.scene()->markers().all().size(), 1);
     f.type(f.panel(), "startDepthEdit", QStringLiteral("1000")); // takes the marker away
     f.moveTo(QPointF(100, 250));
     QVERIFY(!f.display->logView()->isPicking());
     f.display->logView()->startPicking();
     QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(20, 20));
     QCoreApplication::sendEvent(f.display->logView()->viewport(), &event);
-    QVERIFY(f.scene()->markers().isEmpty());
+    QVERIFY(f.scene()->markers().all().isEmpty());
 }
 
 void tst_welldisplaywidget::savingAPickedMarker()
@@ -395,7 +395,7 @@ void tst_welldisplaywidget::savingAPickedMarker()
     f.show();
     f.display->logView()->startPicking();
     f.click(QPointF(100, 400));
-    MarkerItem *marker = f.scene()->currentPickedMarker();
+    MarkerItem *marker = f.scene()->markers().last();
     marker->setMarkerName(QStringLiteral("Top")); // the well has one of that name
     marker->setLineColor(QColor(1, 2, 3));
     QCOMPARE(f.menu(QPointF(20, 401), "Save Picked Marker"),
@@ -422,11 +422,11 @@ void tst_welldisplaywidget::aPickIsNoStoredMarkerOfItsName()
     f.display->logView()->startPicking();
     f.click(QPointF(100, 400));
     f.display->addMarker(QStringLiteral("W"), QStringLiteral("New_0"));
-    QCOMPARE(f.scene()->markers().size(), 2);
+    QCOMPARE(f.scene()->markers().all().size(), 2);
     f.display->removeMarker(QStringLiteral("W"), QStringLiteral("New_0"));
     f.display->removeMarker(QStringLiteral("W"), QStringLiteral("New_0"));
-    QCOMPARE(f.scene()->markers().size(), 1); // the pick stays
-    QCOMPARE(f.scene()->unsavedMarkers().size(), 1);
+    QCOMPARE(f.scene()->markers().all().size(), 1); // the pick stays
+    QCOMPARE(f.scene()->markers().unsaved().size(), 1);
 }
 
 // The box of a failed save may see the display go.
@@ -453,8 +453,8 @@ void tst_welldisplaywidget::theDisplayMayGoWhileAMarkerIsSaved()
     display->show();
     WellLogsScene *scene = display->scene();
     scene->pickedMarkerClicked();
-    scene->movePickedMarker(scene->currentPickedMarker(), 100);
-    scene->currentPickedMarker()->setMarkerName(QString());
+    scene->movePickedMarker(scene->markers().last(), 100);
+    scene->markers().last()->setMarkerName(QString());
     bool isShown = false;
     asker.onShow = [&] {
         isShown = true;
@@ -476,7 +476,7 @@ void tst_welldisplaywidget::savingInSubseaFeet()
     const double y = 4000;
     f.display->logView()->centerOn(100, y);
     f.click(QPointF(100, y));
-    const MarkerItem *marker = f.scene()->currentPickedMarker();
+    const MarkerItem *marker = f.scene()->markers().last();
     const auto start = static_cast<double>(f.scene()->startDepth());
     const auto end = static_cast<double>(f.scene()->endDepth());
     const double shown = start + (end - start) * marker->y() / f.scene()->trackHeight();
@@ -492,8 +492,8 @@ void tst_welldisplaywidget::theDockLosesNothingItOwns()
 {
     WidgetFixture f;
     f.show();
-    f.scene()->selectOnly(f.curve(0, 0));
-    f.scene()->showPanelOfSelection();
+    f.scene()->selection().selectOnly(f.curve(0, 0));
+    f.scene()->selection().showPanelOfSelection();
     const QPointer<QWidget> panel = f.dock.widget();
     f.display.reset();
     QVERIFY(!panel);
@@ -503,8 +503,8 @@ void tst_welldisplaywidget::theDockLosesNothingItOwns()
     auto dock = std::make_unique<QDockWidget>();
     WellDisplayWidget display(*f.launch, QStringLiteral("W"), QStringLiteral("T"), dock.get());
     dock.reset();
-    display.scene()->selectOnly(display.scene()->tracks().first());
-    display.scene()->showPanelOfSelection();
+    display.scene()->selection().selectOnly(display.scene()->tracks().first());
+    display.scene()->selection().showPanelOfSelection();
 }
 
 void tst_welldisplaywidget::savesItsPicture()
@@ -563,7 +563,7 @@ void tst_welldisplaywidget::aWellThatVanished()
     f.show();
     f.host.storedWells.clear();
     f.showMarker(QStringLiteral("Top"));
-    QVERIFY(f.scene()->markers().isEmpty());
+    QVERIFY(f.scene()->markers().all().isEmpty());
     const WellDisplayWidget gone(*f.launch, QStringLiteral("W"), QStringLiteral("T"), nullptr);
     QCOMPARE(gone.scene()->tracks().size(), 3);
 }
@@ -654,8 +654,8 @@ void tst_welldisplaywidget::closingOneTabKeepsThePanelOfAnother()
     f.add("W");
     f.add("X");
     WellLogsScene *scene = f.view->display(1)->scene();
-    scene->selectOnly(scene->tracks().first());
-    scene->showPanelOfSelection();
+    scene->selection().selectOnly(scene->tracks().first());
+    scene->selection().showPanelOfSelection();
     QWidget *panel = f.dock.widget();
     f.view->tabClose(0);
     QCOMPARE(f.dock.widget(), panel);
@@ -685,11 +685,11 @@ void tst_welldisplaywidget::markersOfOtherTabs()
     f.add("X");
     f.view->addMarkerInScene(QStringLiteral("W"), QStringLiteral("Top"));
     QCOMPARE(f.tabs->currentIndex(), 0);
-    QCOMPARE(f.view->display(0)->scene()->markers().size(), 1);
+    QCOMPARE(f.view->display(0)->scene()->markers().all().size(), 1);
     f.tabs->setCurrentIndex(1);
     f.view->removeMarkerFromScene(QStringLiteral("W"), QStringLiteral("Top"));
     QCOMPARE(f.tabs->currentIndex(), 0);
-    QVERIFY(f.view->display(0)->scene()->markers().isEmpty());
+    QVERIFY(f.view->display(0)->scene()->markers().all().isEmpty());
     f.view->addMarkerInScene(QStringLiteral("Y"), QStringLiteral("Top"));
     f.view->removeMarkerFromScene(QStringLiteral("Y"), QStringLiteral("Top"));
     QCOMPARE(f.tabs->currentIndex(), 0);
@@ -726,7 +726,7 @@ void tst_welldisplaywidget::picturesOfTheCurrentTab()
     QVERIFY(QFile::exists(f.path(QStringLiteral("/X.tiff"))));
     QVERIFY(!QFile::exists(f.path(QStringLiteral("/W.tiff"))));
     QPainter painter(&page);
-    f.view->currentDisplay()->scene()->selectOnly(f.view->currentDisplay()->scene()->tracks().first());
+    f.view->currentDisplay()->scene()->selection().selectOnly(f.view->currentDisplay()->scene()->tracks().first());
     f.view->renderCurrent(painter);
     painter.end();
     QVERIFY(f.view->currentDisplay()->scene()->tracks().first()->isSelected()); // selected, but not in the picture

@@ -61,6 +61,10 @@ private slots:
     void headersSelectWhatTheyStandFor();
     void pickedMarkersAreNumbered();
     void slotsSetTheModeAndDelete();
+    void deleteCurveDestroysWhatIsSelected();
+    void slotsByNameActOnUntouchedFields();
+    void panelsAreMadeWhenAskedFor();
+    void droppedMarkersAreTold();
     void deletingTheItemOfTheShownPanelShowsTheScenes();
     void rebuildingForgetsMarkers();
     void markersOnTheEndsStay();
@@ -86,9 +90,9 @@ void tst_welllogsscene::startsAsTheWellStands()
     QCOMPARE(scene->endDepth(), 1500.0F);
     QCOMPARE(scene->totalDepth(), 1500.0F);
     QCOMPARE(scene->well().kbElevation, 25.0);
-    QVERIFY(scene->currentTrackIndex() < 0);
-    QVERIFY(scene->markers().isEmpty());
-    QVERIFY(!scene->currentPickedMarker());
+    QVERIFY(scene->selection().currentTrackIndex() < 0);
+    QVERIFY(scene->markers().all().isEmpty());
+    QVERIFY(!scene->markers().last());
     QCOMPARE(scene->tracks().size(), 3);
     for (int i = 0; i < 3; ++i)
         QCOMPARE(scene->tracks().at(i)->trackNumber(), i);
@@ -115,7 +119,7 @@ void tst_welllogsscene::widthsAreTruncatedOneByOne()
     QCOMPARE(f.track(1)->x(), 124.0);
     QCOMPARE(f.track(2)->x(), 383.0);
     QCOMPARE(scene->sceneWidth(), 383 + 192);
-    QCOMPARE(f.track(1)->header()->pos(), QPointF(124, 20));
+    QCOMPARE(f.headerOf(f.track(1))->pos(), QPointF(124, 20));
     QCOMPARE(scene->sceneRect().width(), 575.0);
     QCOMPARE(f.display->headerView()->scene()->sceneRect(), QRectF(0, 0, 575, 720));
     f.track(0)->setWidthInches(1.5F);
@@ -267,7 +271,7 @@ void tst_welllogsscene::scaleEditedByTheUser()
     // A marker that is out of the range stays where it is.
     MarkerItem *deep = nullptr;
     scene->pickedMarkerClicked();
-    deep = scene->currentPickedMarker();
+    deep = scene->markers().last();
     deep->setDepth(9000);
     deep->setPos(0, 77);
     f.type(f.panel(), "scaleEdit", QStringLiteral("500"));
@@ -295,21 +299,21 @@ void tst_welllogsscene::markersArePlacedAndDropped()
     WellLogsScene *scene = f.show();
     const MarkerItem *top = f.showMarker(QStringLiteral("Top"));
     const MarkerItem *deep = f.showMarker(QStringLiteral("Deep"));
-    QCOMPARE(scene->currentPickedMarker(), deep);
+    QCOMPARE(scene->markers().last(), deep);
     QCOMPARE(top->width(), 432.0F);
     QCOMPARE(top->x(), 0.0);
     QCOMPARE(top->y(), 750.0 * scene->trackHeight() / 1500);
     f.type(f.panel(), "endDepthEdit", QStringLiteral("1000"));
-    QCOMPARE(scene->markers().size(), 1);
-    QVERIFY(!scene->findMarker(QStringLiteral("Deep")));
-    QVERIFY(!scene->currentPickedMarker());
+    QCOMPARE(scene->markers().all().size(), 1);
+    QVERIFY(!scene->markers().find(QStringLiteral("Deep")));
+    QVERIFY(!scene->markers().last());
     QCOMPARE(top->y(), 750.0 * scene->trackHeight() / 1000);
     f.type(f.panel(), "endDepthEdit", QStringLiteral("1500"));
-    QCOMPARE(scene->markers().size(), 1);
+    QCOMPARE(scene->markers().all().size(), 1);
     // Ends count as inside, beyond them nothing is shown.
     QVERIFY(!f.showMarker(QStringLiteral("None")));
     f.type(f.panel(), "startDepthEdit", QStringLiteral("750"));
-    QCOMPARE(scene->markers().size(), 1);
+    QCOMPARE(scene->markers().all().size(), 1);
     QCOMPARE(top->y(), 0.0);
 }
 
@@ -324,7 +328,7 @@ void tst_welllogsscene::markersFollowTypeAndUnit()
     const double mdY = top->y();
     f.choose(f.panel(), "depthTypeBox", QStringLiteral("TVDSS"));
     QCOMPARE(top->y(), mdY); // the range moves with the depths
-    QCOMPARE(scene->markers().size(), 2);
+    QCOMPARE(scene->markers().all().size(), 2);
     f.choose(f.panel(), "depthUnitBox", QStringLiteral("FEET"));
     const double d = (1000.0 - 25) * 3.28084;
     const auto start = static_cast<double>(scene->startDepth());
@@ -352,10 +356,10 @@ void tst_welllogsscene::deletingAMarkerByName()
     WellLogsScene *scene = f.show();
     f.showMarker(QStringLiteral("Top"));
     scene->deleteMarker(QStringLiteral("Unknown"));
-    QCOMPARE(scene->markers().size(), 1);
+    QCOMPARE(scene->markers().all().size(), 1);
     const int items = scene->items().size();
     scene->deleteMarker(QStringLiteral("Top"));
-    QVERIFY(scene->markers().isEmpty());
+    QVERIFY(scene->markers().all().isEmpty());
     QVERIFY(scene->items().size() < items);
 }
 
@@ -364,23 +368,23 @@ void tst_welllogsscene::pressingShowsPanels()
     SceneFixture f;
     f.addMarker(QStringLiteral("Top"), 750);
     WellLogsScene *scene = f.show();
-    const MarkerItem *marker = f.showMarker(QStringLiteral("Top"));
+    MarkerItem *marker = f.showMarker(QStringLiteral("Top"));
     QCOMPARE(f.dock.widget(), f.panel());
     QSignalSpy shown(scene, &WellLogsScene::propertyWidgetChanged);
     f.press(Qt::LeftButton, QPointF(300, 300));
-    QCOMPARE(f.dock.widget(), f.track(2)->panel());
-    QCOMPARE(scene->currentTrackIndex(), 2);
+    QCOMPARE(f.dock.widget(), f.panelOf(f.track(2)));
+    QCOMPARE(scene->selection().currentTrackIndex(), 2);
     QVERIFY(f.track(2)->isSelected());
-    QVERIFY(f.track(2)->header()->isSelected());
+    QVERIFY(f.headerOf(f.track(2))->isSelected());
     // The curve of track 0 passes x = y / 7559 × 192 × ... : value 50 of 150 at 500 m.
     const CurveItem *curve = f.curve(0, 0);
     const double y = f.track(0)->axis().toPixel(500);
     f.press(Qt::LeftButton, QPointF(64, y));
     QVERIFY(curve->isSelected());
-    QVERIFY(!f.track(2)->header()->isSelected());
+    QVERIFY(!f.headerOf(f.track(2))->isSelected());
     QCOMPARE(f.dock.widget()->findChild<QLabel *>(QStringLiteral("titleLabel"))->text(), QString("Curve Property"));
     f.press(Qt::LeftButton, QPointF(100, marker->y() + 1));
-    QCOMPARE(f.dock.widget(), marker->panel());
+    QCOMPARE(f.dock.widget(), f.panelOf(marker));
     f.press(Qt::LeftButton, QPointF(100, scene->trackHeight() + 30));
     QCOMPARE(f.dock.widget(), f.panel());
     QCOMPARE(shown.size(), 4);
@@ -392,7 +396,7 @@ void tst_welllogsscene::otherButtonsChangeNothing()
     f.show();
     f.press(Qt::LeftButton, QPointF(300, 300));
     f.press(Qt::RightButton, QPointF(210, 300));
-    QCOMPARE(f.dock.widget(), f.track(2)->panel());
+    QCOMPARE(f.dock.widget(), f.panelOf(f.track(2)));
     QVERIFY(f.track(2)->isSelected());
     f.press(Qt::MiddleButton, QPointF(210, 300));
     QVERIFY(f.track(2)->isSelected());
@@ -412,7 +416,7 @@ void tst_welllogsscene::aModeKeepsPanelsAway()
     f.press(Qt::LeftButton, QPointF(300, 300));
     QVERIFY(f.track(2)->isSelected());
     QCOMPARE(f.dock.widget(), f.panel());
-    QVERIFY(scene->currentTrackIndex() < 0);
+    QVERIFY(scene->selection().currentTrackIndex() < 0);
 }
 
 void tst_welllogsscene::headersSelectWhatTheyStandFor()
@@ -425,18 +429,18 @@ void tst_welllogsscene::headersSelectWhatTheyStandFor()
     };
     click(QPointF(210, 40)); // depth track
     QVERIFY(f.track(1)->isSelected());
-    QCOMPARE(f.dock.widget(), f.track(1)->panel());
-    QCOMPARE(scene->currentTrackIndex(), 1);
+    QCOMPARE(f.dock.widget(), f.panelOf(f.track(1)));
+    QCOMPARE(scene->selection().currentTrackIndex(), 1);
     click(QPointF(600, 700)); // beside the headers
     QVERIFY(f.track(1)->isSelected());
-    QVERIFY(f.track(1)->header()->isSelected());
+    QVERIFY(f.headerOf(f.track(1))->isSelected());
     QTest::mouseClick(headers->viewport(), Qt::LeftButton, Qt::ControlModifier,
                       headers->mapFromScene(QPointF(210, 40)));
-    QVERIFY(f.track(1)->header()->isSelected());
+    QVERIFY(f.headerOf(f.track(1))->isSelected());
     click(QPointF(300, 40)); // the header of the curve in track 2
     QVERIFY(f.curve(2, 0)->isSelected());
     QVERIFY(!f.track(1)->isSelected());
-    QVERIFY(!f.track(1)->header()->isSelected());
+    QVERIFY(!f.headerOf(f.track(1))->isSelected());
 }
 
 void tst_welllogsscene::pickedMarkersAreNumbered()
@@ -445,14 +449,14 @@ void tst_welllogsscene::pickedMarkersAreNumbered()
     WellLogsScene *scene = f.show();
     QVERIFY(QMetaObject::invokeMethod(scene, "pickedMarkerClicked"));
     QCOMPARE(scene->mode(), WellLogsScene::Mode::PickMarker);
-    QCOMPARE(scene->currentPickedMarker()->markerName(), QString("New_0"));
-    QCOMPARE(scene->currentPickedMarker()->wellName(), QString("W"));
-    QCOMPARE(scene->currentPickedMarker()->depth(), 0.0F);
-    QCOMPARE(scene->currentPickedMarker()->width(), 432.0F);
+    QCOMPARE(scene->markers().last()->markerName(), QString("New_0"));
+    QCOMPARE(scene->markers().last()->wellName(), QString("W"));
+    QCOMPARE(scene->markers().last()->depth(), 0.0F);
+    QCOMPARE(scene->markers().last()->width(), 432.0F);
     scene->pickedMarkerClicked();
-    QCOMPARE(scene->currentPickedMarker()->markerName(), QString("New_1"));
-    QCOMPARE(scene->markers().size(), 2);
-    QVERIFY(scene->items().contains(scene->currentPickedMarker()));
+    QCOMPARE(scene->markers().last()->markerName(), QString("New_1"));
+    QCOMPARE(scene->markers().all().size(), 2);
+    QVERIFY(scene->items().contains(scene->markers().last()));
 }
 
 void tst_welllogsscene::slotsSetTheModeAndDelete()
@@ -464,27 +468,26 @@ void tst_welllogsscene::slotsSetTheModeAndDelete()
     QVERIFY(QMetaObject::invokeMethod(scene, "deleteTrack"));
     QCOMPARE(scene->mode(), WellLogsScene::Mode::DeleteTrackOrCurve);
     QVERIFY(deleteTrack.isEmpty()); // no track was clicked
-    scene->selectOnly(f.track(1));
+    scene->selection().selectOnly(f.track(1));
     scene->deleteTrack();
     QCOMPARE(deleteTrack.size(), 1);
     QCOMPARE(deleteTrack.first().first().toInt(), 1);
     QCOMPARE(scene->tracks().size(), 2);
-    scene->deleteTrack(); // its neighbour was not clicked
-    QCOMPARE(scene->tracks().size(), 2);
-    scene->selectOnly(f.track(1));
-    f.display->deleteTrack(0);
-    QCOMPARE(scene->currentTrackIndex(), 0); // still the clicked one
+    scene->deleteTrack(); // the number that was clicked counts: its neighbour has moved up
+    QCOMPARE(deleteTrack.last().first().toInt(), 1);
+    QCOMPARE(scene->tracks().size(), 1);
+    scene->deleteTrack(); // nobody has that number any more
+    QCOMPARE(deleteTrack.size(), 3);
+    QCOMPARE(scene->tracks().size(), 1);
 
     MarkerItem *marker = f.showMarker(QStringLiteral("Top"));
-    scene->selectOnly(marker);
-    QVERIFY(QMetaObject::invokeMethod(scene, "deleteCurve")); // no curve: nothing goes
-    QCOMPARE(scene->markers().size(), 1);
+    scene->selection().selectOnly(marker);
     QVERIFY(QMetaObject::invokeMethod(scene, "deleteMarker"));
     QCOMPARE(scene->mode(), WellLogsScene::Mode::DeleteMarker);
-    QVERIFY(scene->markers().isEmpty());
+    QVERIFY(scene->markers().all().isEmpty());
 
     CurveItem *curve = f.curve(0, 0);
-    scene->selectOnly(curve);
+    scene->selection().selectOnly(curve);
     scene->deleteMarker();
     QCOMPARE(f.track(0)->curves().size(), 1);
     scene->deleteCurve();
@@ -495,6 +498,24 @@ void tst_welllogsscene::slotsSetTheModeAndDelete()
     DisplayFixture::picture(scene, QRect(0, 0, 240, 600));
 }
 
+void tst_welllogsscene::deleteCurveDestroysWhatIsSelected()
+{
+    SceneFixture f;
+    f.addMarker(QStringLiteral("Top"), 750);
+    WellLogsScene *scene = f.show();
+    scene->selection().selectOnly(f.track(1));
+    scene->deleteCurve();
+    QCOMPARE(scene->tracks().size(), 2);
+    QCOMPARE(f.track(1)->trackNumber(), 1);
+    QCOMPARE(f.track(1)->x(), 192.0);
+    scene->selection().selectOnly(f.showMarker(QStringLiteral("Top")));
+    scene->deleteCurve();
+    QVERIFY(scene->markers().all().isEmpty());
+    scene->clearSelection();
+    scene->deleteCurve();
+    QCOMPARE(scene->tracks().size(), 2);
+}
+
 void tst_welllogsscene::deletingTheItemOfTheShownPanelShowsTheScenes()
 {
     SceneFixture f;
@@ -502,8 +523,8 @@ void tst_welllogsscene::deletingTheItemOfTheShownPanelShowsTheScenes()
     WellLogsScene *scene = f.show();
     MarkerItem *marker = f.showMarker(QStringLiteral("Top"));
     const auto select = [scene](QGraphicsItem *item) {
-        scene->selectOnly(item);
-        scene->showPanelOfSelection();
+        scene->selection().selectOnly(item);
+        scene->selection().showPanelOfSelection();
     };
     select(marker);
     scene->deleteMarker();
@@ -517,7 +538,7 @@ void tst_welllogsscene::deletingTheItemOfTheShownPanelShowsTheScenes()
     QCOMPARE(f.dock.widget(), f.panel());
     select(f.track(0));
     f.display->deleteTrack(1); // another one
-    QCOMPARE(f.dock.widget(), f.track(0)->panel());
+    QCOMPARE(f.dock.widget(), f.panelOf(f.track(0)));
 }
 
 void tst_welllogsscene::rebuildingForgetsMarkers()
@@ -530,10 +551,10 @@ void tst_welllogsscene::rebuildingForgetsMarkers()
     const WellRecord well = scene->well();
     scene->beginDisplay(well);
     scene->endDisplay();
-    QVERIFY(scene->markers().isEmpty());
+    QVERIFY(scene->markers().all().isEmpty());
     QVERIFY(scene->tracks().isEmpty());
-    QVERIFY(scene->unsavedMarkers().isEmpty());
-    QVERIFY(!scene->currentPickedMarker());
+    QVERIFY(scene->markers().unsaved().isEmpty());
+    QVERIFY(!scene->markers().last());
     QVERIFY(scene->items().isEmpty());
     QCOMPARE(f.display->headerView()->scene()->items().size(), 1); // the banner
     QCOMPARE(scene->sceneRect(), QRectF(0, 0, 0, 5669 + 50));
@@ -551,12 +572,12 @@ void tst_welllogsscene::markersOnTheEndsStay()
     f.showMarker(QStringLiteral("Start"));
     for (const char *unit : {"FEET", "METER"}) {
         f.choose(f.panel(), "depthUnitBox", QString::fromLatin1(unit));
-        QCOMPARE(scene->markers().size(), 2);
+        QCOMPARE(scene->markers().all().size(), 2);
         QCOMPARE(base->y(), static_cast<double>(scene->trackHeight()));
     }
     f.choose(f.panel(), "depthUnitBox", QStringLiteral("FEET"));
     f.choose(f.panel(), "depthTypeBox", QStringLiteral("TVDSS"));
-    QCOMPARE(scene->markers().size(), 2);
+    QCOMPARE(scene->markers().all().size(), 2);
     scene->deleteMarker(QStringLiteral("Base"));
     f.choose(f.panel(), "depthTypeBox", QStringLiteral("MD"));
     QVERIFY(f.showMarker(QStringLiteral("Base"))); // added in feet
@@ -583,13 +604,13 @@ void tst_welllogsscene::severalSelected()
     QSignalSpy shown(scene, &WellLogsScene::propertyWidgetChanged);
     f.track(0)->setSelected(true);
     f.track(1)->setSelected(true);
-    scene->showPanelOfSelection();
+    scene->selection().showPanelOfSelection();
     QCOMPARE(shown.size(), 2); // one for each
     QVERIFY(shown.last().first().value<QWidget *>() != f.panel());
     auto *other = scene->addRect(0, 0, 5, 5);
     other->setFlag(QGraphicsItem::ItemIsSelectable);
-    scene->selectOnly(other);
-    scene->showPanelOfSelection(); // none of ours
+    scene->selection().selectOnly(other);
+    scene->selection().showPanelOfSelection(); // none of ours
     QCOMPARE(shown.last().first().value<QWidget *>(), f.panel());
 }
 
@@ -602,10 +623,10 @@ void tst_welllogsscene::doubleClicksCountAsPresses()
     for (const Qt::MouseButton button : {Qt::MiddleButton, Qt::RightButton}) {
         QTest::mouseDClick(view->viewport(), button, {}, view->mapFromScene(QPointF(210, 300)));
         QVERIFY(f.track(2)->isSelected());
-        QCOMPARE(f.dock.widget(), f.track(2)->panel());
+        QCOMPARE(f.dock.widget(), f.panelOf(f.track(2)));
     }
     QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, view->mapFromScene(QPointF(210, 300)));
-    QCOMPARE(f.dock.widget(), f.track(1)->panel());
+    QCOMPARE(f.dock.widget(), f.panelOf(f.track(1)));
 }
 
 void tst_welllogsscene::controlLeavesMovesToOthers()
@@ -632,14 +653,14 @@ void tst_welllogsscene::equalNames()
     WellLogsScene *scene = f.show();
     MarkerItem *first = f.showMarker(QStringLiteral("Top"));
     scene->pickedMarkerClicked();
-    MarkerItem *second = scene->currentPickedMarker();
+    MarkerItem *second = scene->markers().last();
     second->setMarkerName(QStringLiteral("Top"));
-    scene->selectOnly(second);
+    scene->selection().selectOnly(second);
     scene->deleteMarker();
-    QCOMPARE(scene->markers(), QVector<MarkerItem *>{first});
+    QCOMPARE(scene->markers().all(), QVector<MarkerItem *>{first});
     QVERIFY(scene->items().contains(first));
     scene->deleteMarker(QStringLiteral("Top"));
-    QVERIFY(scene->markers().isEmpty());
+    QVERIFY(scene->markers().all().isEmpty());
 }
 
 void tst_welllogsscene::slotsByName()
@@ -663,6 +684,114 @@ void tst_welllogsscene::slotsByName()
     f.choose(f.panel(), "depthUnitBox", QStringLiteral("FEET"));
     QVERIFY(QMetaObject::invokeMethod(f.panel(), "depthUnitTypeChanged"));
     QCOMPARE(f.text(f.panel(), "endDepthEdit"), QString("16145.9"));
+}
+
+void tst_welllogsscene::slotsByNameActOnUntouchedFields()
+{
+    SceneFixture f;
+    f.addMarker(QStringLiteral("Top"), 1000);
+    const WellLogsScene *scene = f.show();
+    const MarkerItem *marker = f.showMarker(QStringLiteral("Top"));
+    f.choose(f.panel(), "depthUnitBox", QStringLiteral("FEET"));
+    const double inFeet = marker->y();
+    for (const char *field : {"startDepthEdit", "endDepthEdit", "scaleEdit"}) {
+        auto *edit = f.panel()->findChild<QLineEdit *>(QString::fromLatin1(field));
+        edit->setFocus();
+        QTest::keyClick(edit, Qt::Key_Return);
+        QTest::keyClick(edit, Qt::Key_Tab);
+    }
+    QCOMPARE(marker->y(), inFeet);
+    for (const char *slot : {"startDepthChanged", "endDepthChanged"}) {
+        f.choose(f.panel(), "depthUnitBox", QStringLiteral("METER"));
+        f.choose(f.panel(), "depthUnitBox", QStringLiteral("FEET"));
+        QCOMPARE(marker->y(), inFeet);
+        QVERIFY(QMetaObject::invokeMethod(f.panel(), slot));
+        const auto end = static_cast<double>(scene->endDepth());
+        QVERIFY(qAbs(marker->y() - 1000 * scene->trackHeight() / end) < 1e-6); // 1000, as it is stored
+    }
+    QVERIFY(QMetaObject::invokeMethod(f.panel(), "scaleChanged"));
+    QCOMPARE(marker->y(), inFeet);
+}
+
+void tst_welllogsscene::panelsAreMadeWhenAskedFor()
+{
+    SceneFixture f;
+    constexpr int markers = 300;
+    for (int i = 0; i < markers; ++i)
+        f.addMarker(QStringLiteral("M%1").arg(i), 5.0F * static_cast<float>(i));
+    WellLogsScene *scene = f.show();
+    const auto widgets = [] { return QApplication::allWidgets().size(); };
+    const int before = widgets();
+    for (int i = 0; i < markers; ++i)
+        f.showMarker(QStringLiteral("M%1").arg(i));
+    QCOMPARE(scene->markers().all().size(), markers);
+    ItemPanels &panels = scene->selection().panels();
+    QCOMPARE(panels.count(), 0); // nor one of a track or curve
+    QCOMPARE(widgets(), before);
+    QVERIFY(!panels.existingPanelOf(f.track(0)));
+
+    MarkerItem *marker = scene->markers().all().at(7);
+    scene->selection().selectOnly(marker);
+    scene->selection().showPanelOfSelection();
+    const QPointer<QWidget> panel = f.dock.widget();
+    QCOMPARE(panel.data(), panels.existingPanelOf(marker));
+    QCOMPARE(DisplayFixture::text(panel, "markerNameEdit"), QString("M7"));
+    scene->selection().showPanelOfSelection();
+    QCOMPARE(f.dock.widget(), panel.data()); // the same one
+    QCOMPARE(panels.count(), 1);
+    scene->deleteMarker();
+    QCOMPARE(panels.count(), 0);
+    QVERIFY(!panel);
+
+    // One that went with its dock is made anew.
+    f.dock.setWidget(panels.panelOf(f.track(0)));
+    delete f.dock.widget();
+    QVERIFY(!panels.existingPanelOf(f.track(0)));
+    QVERIFY(f.panelOf(f.track(0)));
+    QVERIFY(!panels.panelOf(scene->addRect(0, 0, 5, 5)));
+    const QPointer<QWidget> last = panels.panelOf(f.curve(0, 0));
+    f.display.reset();
+    QVERIFY(!last);
+}
+
+void tst_welllogsscene::droppedMarkersAreTold()
+{
+    SceneFixture f;
+    f.addMarker(QStringLiteral("Top"), 100);
+    f.addMarker(QStringLiteral("Middle"), 700);
+    f.addMarker(QStringLiteral("Base"), 1490);
+    f.addMarker(QStringLiteral("Sea"), -10);
+    WellLogsScene *scene = f.show();
+    QSignalSpy dropped(scene, &WellLogsScene::markersDropped);
+    for (const char *name : {"Top", "Middle", "Base"})
+        f.showMarker(QString::fromLatin1(name));
+    scene->pickedMarkerClicked(); // at 0: goes without a word, the well does not know it
+    f.type(f.panel(), "startDepthEdit", QStringLiteral("50"));
+    QCOMPARE(scene->markers().all().size(), 3);
+    QCOMPARE(dropped.size(), 0);
+    f.type(f.panel(), "startDepthEdit", QStringLiteral("800"));
+    QCOMPARE(dropped.size(), 1);
+    QCOMPARE(dropped.last().first().toStringList(), (QStringList{"Top", "Middle"}));
+    f.choose(f.panel(), "depthTypeBox", QStringLiteral("TVDSS")); // Base stays: the range moves with it
+    QCOMPARE(dropped.size(), 1);
+    f.type(f.panel(), "endDepthEdit", QStringLiteral("1000"));
+    QCOMPARE(dropped.last().first().toStringList(), QStringList{"Base"});
+    // A change of the type: added in feet below sea level, a marker stands at its depth without the bushing.
+    f.choose(f.panel(), "depthTypeBox", QStringLiteral("MD"));
+    f.type(f.panel(), "startDepthEdit", QStringLiteral("-20"));
+    QVERIFY(f.showMarker(QStringLiteral("Sea")));
+    f.choose(f.panel(), "depthUnitBox", QStringLiteral("FEET"));
+    QCOMPARE(dropped.last().first().toStringList(), QStringList{"Sea"});
+    // The user's own deletion.
+    QVERIFY(f.showMarker(QStringLiteral("Middle")));
+    scene->selection().selectOnly(scene->markers().last());
+    scene->deleteMarker();
+    QCOMPARE(dropped.last().first().toStringList(), QStringList{"Middle"});
+    QCOMPARE(dropped.size(), 4);
+    scene->pickedMarkerClicked();
+    scene->selection().selectOnly(scene->markers().last());
+    scene->deleteMarker();
+    QCOMPARE(dropped.size(), 4);
 }
 
 void tst_welllogsscene::absurdRanges_data()
@@ -729,7 +858,7 @@ void tst_welllogsscene::itemTypes()
     f.show();
     QCOMPARE(f.track(0)->type(), 65537);
     QCOMPARE(f.curve(0, 0)->type(), 65538);
-    const MarkerItem marker(nullptr);
+    const MarkerItem marker;
     QCOMPARE(marker.type(), 65539);
 }
 

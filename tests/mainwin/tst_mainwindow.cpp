@@ -334,9 +334,9 @@ private slots:
                 markers = well->child(i);
         QVERIFY(markers);
         toggle(markers->child(0), Qt::Checked);
-        QVERIFY(view->currentDisplay()->scene()->findMarker(QStringLiteral("Top")));
+        QVERIFY(view->currentDisplay()->scene()->markers().find(QStringLiteral("Top")));
         toggle(markers->child(0), Qt::Unchecked);
-        QVERIFY(view->currentDisplay()->scene()->markers().isEmpty());
+        QVERIFY(view->currentDisplay()->scene()->markers().all().isEmpty());
         toggle(well, Qt::Unchecked);
         QVERIFY(view->displayedWells().isEmpty());
         QVERIFY(!properties->widget());

@@ -1,0 +1,95 @@
+#include "logview/displaymarkers.h"
+
+#include "logview/markeritem.h"
+
+#include <QGraphicsScene>
+
+DisplayMarkers::DisplayMarkers(QGraphicsScene *scene, QObject *parent)
+    : QObject(parent)
+    , m_scene(scene)
+{
+}
+
+MarkerItem *DisplayMarkers::find(const QString &markerName) const
+{
+    for (MarkerItem *marker : m_markers)
+        if (marker->markerName() == markerName)
+            return marker;
+    return nullptr;
+}
+
+MarkerItem *DisplayMarkers::findStored(const QString &markerName) const
+{
+    for (MarkerItem *marker : m_markers)
+        if (marker->markerName() == markerName && !m_unsaved.contains(marker))
+            return marker;
+    return nullptr;
+}
+
+void DisplayMarkers::add(MarkerItem *marker)
+{
+    m_scene->addItem(marker);
+    m_markers.append(marker);
+    m_last = marker;
+    marker->setWidth(m_width);
+    connect(marker, &MarkerItem::depthEdited, this, [this, marker] { emit depthEdited(marker); });
+}
+
+MarkerItem *DisplayMarkers::pick(const QString &wellName)
+{
+    auto *marker = new MarkerItem;
+    marker->setWellName(wellName);
+    marker->setMarkerName(QStringLiteral("New_%1").arg(m_newCount++));
+    add(marker);
+    m_unsaved.append(marker);
+    return marker;
+}
+
+void DisplayMarkers::destroy(MarkerItem *marker)
+{
+    emit leaving(marker);
+    m_markers.removeOne(marker);
+    m_unsaved.removeOne(marker);
+    if (m_last == marker)
+        m_last = nullptr;
+    delete marker;
+    m_scene->update();
+}
+
+void DisplayMarkers::forgetAll()
+{
+    m_markers.clear();
+    m_unsaved.clear();
+    m_last = nullptr;
+}
+
+void DisplayMarkers::setWidth(float widthPx)
+{
+    m_width = widthPx;
+    for (MarkerItem *marker : qAsConst(m_markers))
+        marker->setWidth(widthPx);
+}
+
+QStringList DisplayMarkers::placeOrDrop(const logview::DepthAxis &axis, const DepthOf &depthOf)
+{
+    placeInside(axis, depthOf);
+    QStringList dropped;
+    const QVector<MarkerItem *> markers = m_markers;
+    for (MarkerItem *marker : markers) {
+        if (axis.contains(depthOf(*marker)))
+            continue;
+        if (!m_unsaved.contains(marker))
+            dropped.append(marker->markerName());
+        destroy(marker);
+    }
+    return dropped;
+}
+
+void DisplayMarkers::placeInside(const logview::DepthAxis &axis, const DepthOf &depthOf)
+{
+    for (MarkerItem *marker : qAsConst(m_markers)) {
+        const double depth = depthOf(*marker);
+        if (axis.contains(depth))
+            marker->setPos(0, axis.toScenePixel(depth));
+    }
+}
