@@ -14,7 +14,7 @@ struct Box
     BoxIcon icon = BoxIcon::Information;
     QString title;
     QString text;
-    QVector<BoxButton> buttons;
+    QVector<BoxButton> buttons; ///< the first one is the default
     /// Of the button Ok; empty for the platform's own text ("OK", or its translation). Yes and No are never translated.
     QString okText = {};
 };
@@ -34,10 +34,14 @@ public:
         show({BoxIcon::Information, title, text, {BoxButton::Ok}});
     }
     void warn(const QString &title, const QString &text) { show({BoxIcon::Warning, title, text, {BoxButton::Ok}}); }
-    /// True only for "Yes".
+    /// True only for "Yes". What loses something asks with confirmLoss(), where "No" is the default button.
     bool confirm(const QString &title, const QString &text)
     {
         return show({BoxIcon::Question, title, text, {BoxButton::Yes, BoxButton::No}}) == BoxButton::Yes;
+    }
+    bool confirmLoss(const QString &title, const QString &text)
+    {
+        return show({BoxIcon::Question, title, text, {BoxButton::No, BoxButton::Yes}}) == BoxButton::Yes;
     }
 };
 

@@ -9,6 +9,8 @@
 
 namespace {
 
+constexpr int markersNamedAtMost = 15;
+
 QString logTitle()
 {
     return QStringLiteral("Writing Well Logs");
@@ -111,6 +113,20 @@ bool HostWriter::writeLog(int well, const LogCurveData &curve, bool showSuccess)
     return status.ok();
 }
 
+bool HostWriter::mayLose(int well, const QStringList &markers)
+{
+    if (markers.isEmpty())
+        return true;
+    QStringList named = markers.mid(0, markersNamedAtMost);
+    if (markers.size() > named.size())
+        named.append(QStringLiteral("… and %1 more").arg(markers.size() - named.size()));
+    return m_asker.confirmLoss(
+        QStringLiteral("Writing Markers"),
+        QStringLiteral("The well %1 has markers that cannot be shown: they lie outside of its track or cannot be "
+                       "read. Writing its markers deletes them:\n%2\nWould you like to write the markers?")
+            .arg(m_catalogue.wellNames().at(well), named.join(QLatin1Char('\n'))));
+}
+
 bool HostWriter::writeMarkers(int well, const MarkerSetRecord &markers)
 {
     const QString key = m_catalogue.wellKey(well);
@@ -118,7 +134,11 @@ bool HostWriter::writeMarkers(int well, const MarkerSetRecord &markers)
         m_showError(QStringLiteral("Cannot get data for the selected well"));
         return false;
     }
-    if (!m_wells.writeMarkers(key, hostMarkers(markers)).ok()) {
+    const QVector<host::Marker> set = hostMarkers(markers);
+    const host::Outcome<QStringList> lost = m_wells.markersLostByWriting(key, set);
+    if (lost.ok() && !mayLose(well, lost.value))
+        return false;
+    if (!lost.ok() || !m_wells.writeMarkers(key, set).ok()) {
         m_showError(QStringLiteral("Cannot write new markers to disk"));
         return false;
     }

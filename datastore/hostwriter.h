@@ -27,10 +27,12 @@ public:
     bool writeLog(int well, const LogCurveData &curve, bool showSuccess);
 
     /// Replaces the well's whole marker set. Depths are written as they are, without any elevation; a marker whose
-    /// depth is no finite number is left out. Of lists of unequal length the common part counts.
+    /// depth is no finite number is left out. Of lists of unequal length the common part counts. Asks first where the
+    /// host would delete markers that it cannot give out. True when the set was written.
     bool writeMarkers(int well, const MarkerSetRecord &markers);
 
 private:
+    bool mayLose(int well, const QStringList &markers);
     bool hasLog(int well, const QString &logName) const;
 
     host::Wells &m_wells;

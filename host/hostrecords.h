@@ -7,7 +7,7 @@
 #include <cmath>
 
 /// Plain records that cross the line between the plug-in and its host. Depths are measured along hole from the
-/// well's reference level (kelly bushing), in the survey's depth unit: metres as a rule.
+/// well's reference level (kelly bushing). Depths and elevations are in metres, whatever the survey stores.
 namespace host {
 
 /// The host's undefined sample or elevation.
@@ -70,6 +70,10 @@ struct LogData
     QVector<float> depths;
     QVector<float> values;
 };
+
+/// Brings the samples into ascending order of depth; those of one depth stay in their order. Every host stores logs so.
+/// Depths must be numbers, the arrays of one length.
+void sortByDepth(LogData *log);
 
 struct Marker
 {

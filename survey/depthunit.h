@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/feet.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -7,8 +9,6 @@ namespace workbench {
 
 /// The unit in which a survey keeps its depths and elevations.
 enum class DepthUnit { Metre, Foot };
-
-constexpr double metresPerFoot = 0.3048;
 
 /// The name of the unit in the survey's files.
 inline QByteArray storedName(DepthUnit unit)
@@ -36,7 +36,7 @@ inline QString titleWithUnit(const QString &title, DepthUnit unit)
 
 inline double fromMetres(double metres, DepthUnit unit)
 {
-    return unit == DepthUnit::Foot ? metres / metresPerFoot : metres;
+    return unit == DepthUnit::Foot ? metres / host::metresPerFoot : metres;
 }
 
 } // namespace workbench

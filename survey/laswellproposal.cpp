@@ -168,7 +168,7 @@ std::optional<Length> Proposer::length(const Quantity &quantity, double lowestM,
         return std::nullopt;
     }
     const bool fromFeet = unit == LengthUnit::Foot;
-    const double metres = fromFeet ? quantity.value * metresPerFoot : quantity.value;
+    const double metres = fromFeet ? quantity.value * host::metresPerFoot : quantity.value;
     if (metres < lowestM || metres > highestM) {
         note(QStringLiteral("%1 is left out: %2 is not possible.").arg(quantity.mnemonic).arg(quantity.value));
         return std::nullopt;
@@ -298,7 +298,7 @@ void Proposer::proposeElevations()
         note(QStringLiteral("The header has no ground elevation."));
 
     const std::optional<Quantity> datum = quantity(QStringLiteral("EPD"));
-    if (kb && datum && m_proposal.kbM > 0 && datum->value * metresPerFoot > m_proposal.kbM + 1)
+    if (kb && datum && m_proposal.kbM > 0 && datum->value * host::metresPerFoot > m_proposal.kbM + 1)
         note(QStringLiteral("The elevations may be above the permanent datum (EPD %1), not above sea level.")
                  .arg(datum->value));
 }

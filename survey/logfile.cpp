@@ -86,6 +86,7 @@ host::LogData storedSamples(const host::LogData &log)
             stored.values.append(asValue(log.values.at(i)));
         }
     }
+    host::sortByDepth(&stored);
     dropUndefinedEnds(&stored);
     return stored;
 }

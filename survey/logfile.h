@@ -37,7 +37,7 @@ host::LogData parseLogSamples(const LogFileHeader &header, const QByteArray &byt
 host::Outcome<host::LogData> readLogFile(const QString &path, LogFileHeader *header, QString *problem = nullptr);
 
 /// The bytes of a log file. \a old is the header of the file to be replaced, whose other keys and parameters stay,
-/// or null. Samples are stored as parseLogSamples() gives them back. The error says why the log cannot be stored (no
+/// or null. Samples are stored in ascending order of depth, otherwise as parseLogSamples() gives them back. The error says why the log cannot be stored (no
 /// defined sample, arrays of unequal length).
 host::Outcome<QByteArray> logFileBytes(const host::LogData &log, const QByteArray &depthUnit,
                                        const LogFileHeader *old);

@@ -109,28 +109,126 @@ bool isMarkerDepth(float depth)
     return std::isfinite(depth) && !host::isUndefined(depth);
 }
 
-QVector<host::Marker> sortedUnique(const QVector<host::Marker> &markers, QStringList *problems)
+void sortByDepth(QVector<host::Marker> *markers)
+{
+    std::stable_sort(markers->begin(), markers->end(),
+                     [](const host::Marker &a, const host::Marker &b) { return a.depth < b.depth; });
+}
+
+// Those that a file can hold, with their names as they come back, each name once.
+QVector<host::Marker> writableMarkers(const QVector<host::Marker> &markers)
 {
     QVector<host::Marker> result;
     QSet<QString> names;
     for (host::Marker marker : markers) {
         marker.name = storedText(marker.name);
-        if (names.contains(marker.name)) {
-            if (problems)
-                problems->append(QStringLiteral("a second marker named \"%1\" is left out").arg(marker.name));
+        if (!isMarkerDepth(marker.depth) || marker.name.isEmpty() || names.contains(marker.name))
             continue;
-        }
         names.insert(marker.name);
         result.append(marker);
     }
-    std::stable_sort(result.begin(), result.end(),
-                     [](const host::Marker &a, const host::Marker &b) { return a.depth < b.depth; });
+    sortByDepth(&result);
     return result;
+}
+
+QString secondOfName(const QString &name)
+{
+    return QStringLiteral("a second marker named \"%1\" is left out").arg(name);
+}
+
+// What becomes of a marker of a file.
+enum class Fate {
+    Given,
+    Filtered, // passed over, those behind it are not
+    Hidden, // the host does not come so far, or it has the name of another
+};
+
+struct StoredMarker
+{
+    int number = 0;
+    OneMarker fields;
+    host::Marker marker;
+    Fate fate = Fate::Hidden;
+};
+
+host::Marker markerOf(const KeyValues &keys, const OneMarker &fields)
+{
+    const std::optional<double> depth = base::parseNumber(fieldOf(keys, fields, "Depth along hole"));
+    return {storedText(QString::fromUtf8(fieldOf(keys, fields, "Name"))),
+            static_cast<float>(depth.value_or(host::undefinedValue)), parseColor(fieldOf(keys, fields, "Color"))};
+}
+
+// All markers of a file by their numbers; \a problems gets a sentence for each that is not given out.
+QVector<StoredMarker> storedMarkers(const KeyValues &keys, const DepthRange &track, QStringList *problems)
+{
+    QVector<StoredMarker> result;
+    QSet<QString> names;
+    const MarkerLines lines = markerLines(keys);
+    int understood = 0;
+    for (auto line = lines.begin(); line != lines.end(); ++line) {
+        StoredMarker stored{line.key(), line.value(), markerOf(keys, line.value()), Fate::Hidden};
+        const host::Marker &marker = stored.marker;
+        // Numbering ends at the first missing number and at the first entry without a name.
+        if (line.key() == understood + 1 && !marker.name.isEmpty()) {
+            ++understood;
+            if (!isMarkerDepth(marker.depth)) {
+                problems->append(QStringLiteral("the marker \"%1\" has no depth and is left out").arg(marker.name));
+                stored.fate = Fate::Filtered;
+            } else if (!track.contains(marker.depth)) {
+                problems->append(
+                    QStringLiteral("the marker \"%1\" at %2 lies outside the well's track and is left out")
+                        .arg(marker.name, QString::fromLatin1(base::formatPlain(marker.depth))));
+                stored.fate = Fate::Filtered;
+            } else if (names.contains(marker.name)) {
+                problems->append(secondOfName(marker.name));
+            } else {
+                names.insert(marker.name);
+                stored.fate = Fate::Given;
+            }
+        }
+        result.append(stored);
+    }
+    if (!lines.isEmpty() && lines.lastKey() > understood)
+        problems->append(
+            QStringLiteral("its markers are read up to number %1, the next one has no name").arg(understood));
+    return result;
+}
+
+// The lines of a marker under another number.
+QByteArray renumbered(const KeyValues &keys, const StoredMarker &marker, int number)
+{
+    QByteArray bytes;
+    for (const MarkerLine &line : marker.fields) {
+        const QByteArray raw = keys.lineAt(line.index);
+        bytes += QByteArray::number(number) + raw.mid(raw.indexOf('.')) + '\n';
+    }
+    return bytes;
+}
+
+// The markers that were not given out, behind \a count written ones. A missing number keeps those hidden that were:
+// a marker that nobody saw must not appear because another one was saved.
+QByteArray carriedOver(const KeyValues &keys, const QVector<StoredMarker> &stored, const QSet<QString> &written,
+                       int count)
+{
+    QByteArray filtered;
+    QVector<StoredMarker> hidden;
+    for (const StoredMarker &marker : stored) {
+        if (marker.fate == Fate::Given || written.contains(marker.marker.name))
+            continue;
+        if (marker.fate == Fate::Filtered)
+            filtered += renumbered(keys, marker, ++count);
+        else
+            hidden.append(marker);
+    }
+    ++count;
+    for (const StoredMarker &marker : qAsConst(hidden))
+        filtered += renumbered(keys, marker, ++count);
+    return filtered;
 }
 
 } // namespace
 
-host::Outcome<QVector<host::Marker>> parseMarkerFile(const QByteArray &bytes, float top, float bottom,
+host::Outcome<QVector<host::Marker>> parseMarkerFile(const QByteArray &bytes, const DepthRange &track,
                                                      QStringList *problems)
 {
     const host::Outcome<OdFile> file = parseOdFile(bytes, markerType);
@@ -139,64 +237,43 @@ host::Outcome<QVector<host::Marker>> parseMarkerFile(const QByteArray &bytes, fl
     QStringList ignored;
     QStringList *report = problems ? problems : &ignored;
     const KeyValues &keys = file.value.keys;
-    const MarkerLines lines = markerLines(keys);
     QVector<host::Marker> markers;
-    int understood = 0;
-    for (int number = 1; lines.contains(number); ++number) {
-        const OneMarker fields = lines.value(number);
-        host::Marker marker;
-        marker.name = QString::fromUtf8(fieldOf(keys, fields, "Name"));
-        const std::optional<double> depth = base::parseNumber(fieldOf(keys, fields, "Depth along hole"));
-        marker.depth = static_cast<float>(depth.value_or(host::undefinedValue));
-        marker.color = parseColor(fieldOf(keys, fields, "Color"));
-        if (marker.name.isEmpty())
-            break; // numbering ends at the first entry without a name
-        ++understood;
-        if (!isMarkerDepth(marker.depth))
-            report->append(QStringLiteral("the marker \"%1\" has no depth and is left out").arg(marker.name));
-        else if (marker.depth < top || marker.depth > bottom)
-            report->append(QStringLiteral("the marker \"%1\" at %2 lies outside the well's track and is left out")
-                               .arg(marker.name, QString::fromLatin1(base::formatPlain(marker.depth))));
-        else
-            markers.append(marker);
-    }
-    if (!lines.isEmpty() && lines.lastKey() > understood)
-        report->append(
-            QStringLiteral("its markers are read up to number %1, the next one has no name").arg(understood));
+    for (const StoredMarker &stored : storedMarkers(keys, track, report))
+        if (stored.fate == Fate::Given)
+            markers.append(stored.marker);
     const QByteArray rubbish = strangeLine(keys);
     if (!rubbish.isEmpty())
         report->append(QStringLiteral("it holds a line that is not understood (\"%1\")")
                            .arg(QString::fromUtf8(rubbish.left(80))));
-    return {sortedUnique(markers, report), {}};
+    sortByDepth(&markers);
+    return {markers, {}};
 }
 
 QByteArray markerFileBytes(const QVector<host::Marker> &markers, const QByteArray &depthUnit,
-                           const QByteArray &oldBytes)
+                           const QByteArray &oldBytes, const DepthRange &track)
 {
     const host::Outcome<OdFile> old = parseOdFile(oldBytes, markerType);
     KeyValues keys;
     const KeyValues &oldKeys = old.value.keys;
+    QVector<StoredMarker> stored;
     QHash<QString, OneMarker> oldByName;
     if (old.ok()) {
         keys = oldKeys;
-        const MarkerLines lines = markerLines(oldKeys);
-        for (const OneMarker &fields : lines) {
-            const QString name = QString::fromUtf8(fieldOf(oldKeys, fields, "Name"));
-            if (!oldByName.contains(name)) // as in reading, the first of two counts
-                oldByName.insert(name, fields);
-        }
+        QStringList ignored;
+        stored = storedMarkers(oldKeys, track, &ignored);
+        for (const StoredMarker &marker : qAsConst(stored))
+            if (!oldByName.contains(marker.marker.name)) // as in reading, the first of two counts
+                oldByName.insert(marker.marker.name, marker.fields);
         keys.removeIf([](const QByteArray &key) { return splitKey(key).number > 0; });
     }
     if (!keys.contains("Depth-Unit"))
         keys.set("Depth-Unit", depthUnit);
 
     QByteArray bytes = odFileHeader(markerType) + keys.toBytes();
-    QVector<host::Marker> usable;
-    for (const host::Marker &marker : markers)
-        if (isMarkerDepth(marker.depth) && !storedText(marker.name).isEmpty())
-            usable.append(marker);
     int number = 0;
-    for (const host::Marker &marker : sortedUnique(usable, nullptr)) {
+    QSet<QString> written;
+    for (const host::Marker &marker : writableMarkers(markers)) {
+        written.insert(marker.name);
         const OneMarker fields = oldByName.value(marker.name);
         const QByteArray prefix = QByteArray::number(++number) + '.';
         QByteArray stratLevel = fieldOf(oldKeys, fields, "Strat Level");
@@ -215,7 +292,7 @@ QByteArray markerFileBytes(const QVector<host::Marker> &markers, const QByteArra
                 bytes += prefix + raw.mid(raw.indexOf('.') + 1) + '\n';
         }
     }
-    return bytes;
+    return bytes + carriedOver(oldKeys, stored, written, number);
 }
 
 } // namespace workbench

@@ -15,6 +15,7 @@ namespace workbench {
 namespace {
 
 constexpr char surveyFileType[] = "Survey Info";
+constexpr char defaultsFileType[] = "Survey defaults";
 constexpr double binSize = 25; // metres between lines and traces of the grid
 
 struct ObjectFolder
@@ -124,10 +125,26 @@ QString fillSurvey(const QString &folder, const NewSurvey &survey)
     return problem.isEmpty() ? write(folder + QStringLiteral("/.omf"), surveyListBytes()) : problem;
 }
 
-// The unit letter is the last part: "0`3`0.004`T". A time survey keeps its depths in metres.
-DepthUnit depthUnitOf(const QByteArray &zRange)
+bool isYes(const QByteArray &value)
 {
-    return zRange.split('`').last().trimmed().startsWith('F') ? DepthUnit::Foot : DepthUnit::Metre;
+    return value.startsWith('Y') || value.startsWith('y');
+}
+
+bool showsDepthsInFeet(const QString &survey)
+{
+    const FileRead defaults = readFile(surveyDefaultsPath(survey));
+    const host::Outcome<OdFile> parsed = parseOdFile(defaults.bytes, defaultsFileType);
+    return parsed.ok() && isYes(parsed.value.keys.value("Show depth in feet"));
+}
+
+// The unit letter is the last part: "0`3`0.004`T". A time survey keeps its depths in feet where its map is in feet, or
+// where the host's defaults say so.
+DepthUnit depthUnitOf(const KeyValues &keys, const QString &survey)
+{
+    const QByteArray letter = keys.value("Z range").split('`').last().trimmed();
+    const bool isFoot = letter.startsWith('T') ? isYes(keys.value("XY in feet")) || showsDepthsInFeet(survey)
+                                               : letter.startsWith('F');
+    return isFoot ? DepthUnit::Foot : DepthUnit::Metre;
 }
 
 bool hasUsableExtent(const NewSurvey &survey)
@@ -160,12 +177,22 @@ bool isSurveyFolder(const QString &path)
     return surveyFolderProblem(path).isEmpty();
 }
 
+QString surveyFilePath(const QString &survey)
+{
+    return survey + QStringLiteral("/.survey");
+}
+
+QString surveyDefaultsPath(const QString &survey)
+{
+    return survey + QStringLiteral("/.defs");
+}
+
 host::Outcome<SurveyInfo> readSurveyInfo(const QString &path)
 {
     SurveyInfo info;
     info.folderName = QFileInfo(QDir::cleanPath(path)).fileName();
     info.name = info.folderName;
-    const QString file = path + QStringLiteral("/.survey");
+    const QString file = surveyFilePath(path);
     const host::Outcome<QByteArray> bytes = readFileBytes(file);
     if (!bytes.ok())
         return {info, bytes.error};
@@ -175,7 +202,7 @@ host::Outcome<SurveyInfo> readSurveyInfo(const QString &path)
     const QString name = parsed.value.keys.text("Name");
     if (!name.isEmpty())
         info.name = name;
-    info.depthUnit = depthUnitOf(parsed.value.keys.value("Z range"));
+    info.depthUnit = depthUnitOf(parsed.value.keys, path);
     info.comment = QString::fromUtf8(bytes.value.mid(parsed.value.bodyOffset)).trimmed();
     return {info, {}};
 }

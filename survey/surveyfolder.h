@@ -23,6 +23,10 @@ struct SurveyInfo
 
 host::Outcome<SurveyInfo> readSurveyInfo(const QString &path);
 
+/// The two files that tell it: the survey's own, and the host's defaults for it, which may be missing.
+QString surveyFilePath(const QString &survey);
+QString surveyDefaultsPath(const QString &survey);
+
 /// The inline and crossline grid and the place of a new survey: enough for the host to open it.
 struct NewSurvey
 {

@@ -2,6 +2,7 @@
 
 #include "base/atomicfile.h"
 #include "base/numbers.h"
+#include "host/feet.h"
 #include "survey/markerfile.h"
 #include "survey/wellnames.h"
 
@@ -41,6 +42,11 @@ QByteArray unitOf(const WellFile &file, DepthUnit surveyUnit)
     return unit.isEmpty() ? storedName(surveyUnit) : unit;
 }
 
+DepthRange depthsOf(const WellFile &well)
+{
+    return {static_cast<float>(well.track.first().md), static_cast<float>(well.track.last().md)};
+}
+
 bool isWell(const ObjectEntry &entry)
 {
     return !entry.isFolder && entry.number > 1 && entry.group() == wellGroup;
@@ -60,11 +66,6 @@ void SurveyStore::setSurveyDirectory(const QString &path)
     m_listBytes = QByteArray();
     m_logs.forget();
     m_problems.clear();
-}
-
-DepthUnit SurveyStore::depthUnit() const
-{
-    return readSurveyInfo(m_surveyDirectory).value.depthUnit;
 }
 
 QString SurveyStore::wellFolder() const
@@ -220,7 +221,8 @@ host::Outcome<host::WellHeader> SurveyStore::header(const QString &key)
     const host::Outcome<WellFile> file = readWell(wellStem.value);
     if (!file.ok())
         return {{}, file.error};
-    return {file.value.header(m_list.entries().at(m_listIndex.value(numberOfKey(key))).name), {}};
+    const host::WellHeader header = file.value.header(m_list.entries().at(m_listIndex.value(numberOfKey(key))).name);
+    return {isInFeet() ? host::feetToMetres(header) : header, {}};
 }
 
 host::Outcome<WellProperties> SurveyStore::properties(const QString &key)
@@ -252,7 +254,10 @@ host::Outcome<host::LogData> SurveyStore::log(const QString &key, int index)
     const host::Outcome<QString> wellStem = stem(key);
     if (!wellStem.ok())
         return {{}, wellStem.error};
-    return m_logs.read(wellStem.value, index, reporter());
+    host::Outcome<host::LogData> log = m_logs.read(wellStem.value, index, reporter());
+    if (isInFeet())
+        log.value = host::feetToMetres(log.value);
+    return log;
 }
 
 host::Status SurveyStore::writeLog(const QString &key, const host::LogData &log)
@@ -263,7 +268,8 @@ host::Status SurveyStore::writeLog(const QString &key, const host::LogData &log)
     const host::Outcome<WellFile> well = readWell(wellStem.value);
     if (!well.ok())
         return {well.error};
-    return m_logs.write(wellStem.value, log, unitOf(well.value, depthUnit()), reporter());
+    return m_logs.write(wellStem.value, isInFeet() ? host::metresToFeet(log) : log, unitOf(well.value, depthUnit()),
+                        reporter());
 }
 
 host::Status SurveyStore::removeLog(const QString &key, int index)
@@ -291,16 +297,16 @@ host::Outcome<QVector<host::Marker>> SurveyStore::markers(const QString &key)
     const host::Outcome<WellFile> well = readWell(wellStem.value);
     if (!well.ok())
         return {{}, well.error};
-    const auto top = static_cast<float>(well.value.track.first().md);
-    const auto bottom = static_cast<float>(well.value.track.last().md);
     QStringList problems;
-    host::Outcome<QVector<host::Marker>> markers = parseMarkerFile(read.bytes, top, bottom, &problems);
+    host::Outcome<QVector<host::Marker>> markers = parseMarkerFile(read.bytes, depthsOf(well.value), &problems);
     for (const QString &problem : problems)
         report(path, problem);
     if (!markers.ok()) {
         report(path, markers.error);
         markers.error = QStringLiteral("Cannot read the file %1: %2.").arg(path, markers.error);
     }
+    if (isInFeet())
+        markers.value = host::feetToMetres(markers.value);
     return markers;
 }
 
@@ -316,13 +322,27 @@ host::Status SurveyStore::writeMarkers(const QString &key, const QVector<host::M
     const FileRead old = readFile(path);
     if (old.errorCode != 0 && old.errorCode != ENOENT)
         return {readErrorText(path, old.errorCode)};
+    const DepthRange track = depthsOf(well.value);
+    host::Outcome<QVector<host::Marker>> stored;
+    if (old.errorCode == 0)
+        stored = parseMarkerFile(old.bytes, track);
+    if (!stored.ok())
+        return {QStringLiteral("The file %1 is no list of markers: %2. It was not written over.")
+                    .arg(path, stored.error)};
     const base::WriteResult result =
-        base::writeFileAtomically(path, markerFileBytes(markers, unitOf(well.value, depthUnit()), old.bytes));
+        base::writeFileAtomically(path,
+                                  markerFileBytes(isInFeet() ? host::metresToFeet(markers, stored.value) : markers,
+                                                  unitOf(well.value, depthUnit()), old.bytes, track));
     if (!result.ok())
         return {writeErrorText(path, result.error)};
     if (m_markersChanged)
         m_markersChanged(key);
     return {};
+}
+
+host::Outcome<QStringList> SurveyStore::markersLostByWriting(const QString &key, const QVector<host::Marker> &)
+{
+    return {{}, stem(key).error};
 }
 
 void SurveyStore::reload(const QString &)
@@ -413,6 +433,15 @@ host::Status SurveyStore::changeWell(const QString &key, const WellProperties &p
     }
     applyProperties(&file.value, properties);
     return writeWell(wellStem.value, file.value);
+}
+
+host::Outcome<int> SurveyStore::trackPointsBelow(const QString &key, double depth)
+{
+    const host::Outcome<QString> wellStem = stem(key);
+    if (!wellStem.ok())
+        return {0, wellStem.error};
+    const host::Outcome<WellFile> file = readWell(wellStem.value);
+    return {file.ok() ? pointsBelow(file.value, depth) : 0, file.error};
 }
 
 host::Status SurveyStore::renameWell(const QString &key, const QString &name)

@@ -4,7 +4,7 @@
 #include "survey/fileproblems.h"
 #include "survey/logfiles.h"
 #include "survey/objectlist.h"
-#include "survey/surveyfolder.h"
+#include "survey/surveyunit.h"
 #include "survey/wellfile.h"
 
 #include <QHash>
@@ -33,8 +33,9 @@ public:
     /// the store.
     void setProblemFound(const ProblemFound &callback) { m_problemFound = callback; }
     /// The unit of all depths of the survey.
-    DepthUnit depthUnit() const;
+    DepthUnit depthUnit() { return m_unit.of(m_surveyDirectory); }
 
+    // In metres, as every host; what follows them is in the survey's own unit.
     host::Outcome<QVector<host::WellEntry>> list() override;
     host::Outcome<host::WellHeader> header(const QString &key) override;
     host::Outcome<QVector<host::LogInfo>> logs(const QString &key) override;
@@ -42,6 +43,9 @@ public:
     host::Outcome<QVector<host::Marker>> markers(const QString &key) override;
     host::Status writeLog(const QString &key, const host::LogData &log) override;
     host::Status writeMarkers(const QString &key, const QVector<host::Marker> &markers) override;
+    /// None: the store keeps what it cannot give out.
+    host::Outcome<QStringList> markersLostByWriting(const QString &key,
+                                                    const QVector<host::Marker> &markers) override;
     void reload(const QString &key) override;
 
     host::Outcome<WellProperties> properties(const QString &key);
@@ -49,6 +53,8 @@ public:
     host::Outcome<QString> addWell(const WellProperties &properties);
     /// Changes everything but the name. A separate track file becomes part of the well's main file.
     host::Status changeWell(const QString &key, const WellProperties &properties);
+    /// How many points of the well's track lie below a measured depth.
+    host::Outcome<int> trackPointsBelow(const QString &key, double depth);
     host::Status renameWell(const QString &key, const QString &name);
     /// Deletes the well with its files.
     host::Status removeWell(const QString &key);
@@ -78,7 +84,10 @@ private:
     host::Status writeWell(const QString &stem, const WellFile &file);
     void report(const QString &path, const QString &problem);
 
+    bool isInFeet() { return depthUnit() == DepthUnit::Foot; }
+
     QString m_surveyDirectory;
+    SurveyUnit m_unit;
     MarkersChanged m_markersChanged;
     ProblemFound m_problemFound;
     FileProblems m_problems;

@@ -118,17 +118,31 @@ TrackPoint interpolated(const TrackPoint &a, const TrackPoint &b, double md)
     return {a.x + fraction * (b.x - a.x), a.y + fraction * (b.y - a.y), a.z + fraction * (b.z - a.z), md};
 }
 
-void setTotalDepth(QVector<TrackPoint> *track, double totalDepth)
+// A surveyed point stays: a longer track gets one more.
+void extendTrack(QVector<TrackPoint> *track, double totalDepth)
+{
+    const TrackPoint last = track->last();
+    const TrackPoint before = track->at(qMax(0, track->size() - 2));
+    if (last.md > before.md)
+        track->append(interpolated(before, last, totalDepth));
+    else
+        track->append({last.x, last.y, last.z + totalDepth - last.md, totalDepth});
+}
+
+void cutTrack(QVector<TrackPoint> *track, double totalDepth)
 {
     while (track->size() > 1 && track->at(track->size() - 2).md >= totalDepth)
         track->removeLast();
-    const TrackPoint last = track->last();
-    if (last.md == totalDepth)
-        return;
-    if (track->size() > 1 && last.md > track->at(track->size() - 2).md)
-        track->last() = interpolated(track->at(track->size() - 2), last, totalDepth);
-    else if (totalDepth > last.md)
-        track->append({last.x, last.y, last.z + totalDepth - last.md, totalDepth});
+    if (track->size() > 1 && track->last().md > totalDepth)
+        track->last() = interpolated(track->at(track->size() - 2), track->last(), totalDepth);
+}
+
+void setTotalDepth(QVector<TrackPoint> *track, double totalDepth)
+{
+    if (totalDepth > track->last().md)
+        extendTrack(track, totalDepth);
+    else if (totalDepth < track->last().md)
+        cutTrack(track, totalDepth);
 }
 
 } // namespace
@@ -190,6 +204,12 @@ QVector<TrackPoint> parseTrackFile(const QByteArray &bytes, bool *isCut)
         offset = lineEnd < 0 ? bytes.size() : lineEnd + 1;
     }
     return parseTrackRows(bytes, offset, isCut ? isCut : &ignored);
+}
+
+int pointsBelow(const WellFile &file, double depth)
+{
+    return static_cast<int>(std::count_if(file.track.begin(), file.track.end(),
+                                          [depth](const TrackPoint &point) { return point.md > depth; }));
 }
 
 QByteArray wellFileBytes(const WellFile &file)

@@ -32,7 +32,7 @@ struct WellFile
     QVector<TrackPoint> track;
     bool isTrackCut = false; ///< the track ends in a line that is no row
 
-    host::WellHeader header(const QString &name) const;
+    host::WellHeader header(const QString &name) const; ///< in the survey's depth unit
     WellProperties properties(const QString &name) const;
 };
 
@@ -47,9 +47,12 @@ QByteArray wellFileBytes(const WellFile &file);
 QString wellPropertiesProblem(const WellProperties &properties);
 /// A vertical well of these properties, in a survey whose depths are in \a unit.
 WellFile makeWellFile(const WellProperties &properties, DepthUnit unit = DepthUnit::Metre);
-/// Changes what differs: a new position moves the track, a new KB elevation lifts it, a new total depth cuts or
-/// extends it along its last direction. Keys it does not know stay.
+/// Changes what differs: a new position moves the track, a new KB elevation lifts it, a new total depth cuts it or adds
+/// a point in its last direction. Keys it does not know stay.
 void applyProperties(WellFile *file, const WellProperties &properties);
+
+/// How many points of the track lie below a measured depth: what a cut there would take away.
+int pointsBelow(const WellFile &file, double depth);
 
 /// Names of the well types that the host knows, index = code.
 QStringList wellTypeNames();

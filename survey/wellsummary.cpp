@@ -1,8 +1,20 @@
 #include "survey/wellsummary.h"
 
+#include "host/feet.h"
+
 namespace workbench {
 
-host::Outcome<QVector<WellSummary>> readWellSummaries(host::Wells &wells)
+namespace {
+
+// Single precision is what the survey's elevations have.
+double stored(float metres, DepthUnit unit)
+{
+    return static_cast<double>(unit == DepthUnit::Foot ? host::metresToFeet(metres) : metres);
+}
+
+} // namespace
+
+host::Outcome<QVector<WellSummary>> readWellSummaries(host::Wells &wells, DepthUnit unit)
 {
     const host::Outcome<QVector<host::WellEntry>> list = wells.list();
     if (!list.ok())
@@ -19,8 +31,8 @@ host::Outcome<QVector<WellSummary>> readWellSummaries(host::Wells &wells)
             summary.x = header.value.x;
             summary.y = header.value.y;
             if (!host::isUndefined(header.value.kbElevation))
-                summary.kbElevation = static_cast<double>(header.value.kbElevation);
-            summary.totalDepth = header.value.totalDepth;
+                summary.kbElevation = stored(header.value.kbElevation, unit);
+            summary.totalDepth = fromMetres(header.value.totalDepth, unit);
             summary.typeCode = header.value.typeCode;
         }
         const host::Outcome<QVector<host::LogInfo>> logs = wells.logs(entry.key);

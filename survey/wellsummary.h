@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/wells.h"
+#include "survey/depthunit.h"
 
 #include <limits>
 
@@ -25,7 +26,7 @@ struct WellSummary
 };
 
 /// All wells in the host's order, each asked once for its header, its logs and its markers; no samples are read.
-/// A well that cannot be read is listed with its error.
-host::Outcome<QVector<WellSummary>> readWellSummaries(host::Wells &wells);
+/// A well that cannot be read is listed with its error. \a unit is the survey's depth unit.
+host::Outcome<QVector<WellSummary>> readWellSummaries(host::Wells &wells, DepthUnit unit = DepthUnit::Metre);
 
 } // namespace workbench

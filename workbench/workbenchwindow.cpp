@@ -1,6 +1,7 @@
 #include "workbench/workbenchwindow.h"
 
 #include "base/asker.h"
+#include "survey/surveyfolder.h"
 #include "workbench/commandline.h"
 #include "workbench/hintpage.h"
 #include "workbench/loadedpluginsdialog.h"
@@ -228,7 +229,7 @@ void WorkbenchWindow::refresh()
         m_wellsTime = wellsTime();
         const host::Outcome<SurveyInfo> info = readSurveyInfo(m_host.surveyDirectory());
         depthUnit = info.value.depthUnit;
-        wells = readWellSummaries(m_host.store());
+        wells = readWellSummaries(m_host.store(), depthUnit);
         for (const QString &error : {info.error, wells.error})
             if (!error.isEmpty())
                 m_readErrors.append(error);

@@ -45,6 +45,11 @@ host::Status OdWells::writeMarkers(const QString &key, const QVector<host::Marke
     return opendtect::writeMarkers(key, markers, m_watch);
 }
 
+host::Outcome<QStringList> OdWells::markersLostByWriting(const QString &key, const QVector<host::Marker> &markers)
+{
+    return readMarkersLostByWriting(key, markers);
+}
+
 void OdWells::reload(const QString &key)
 {
     reloadWell(key);

@@ -1,18 +1,25 @@
 #include "host/opendtect/wellsreading.h"
 
+#include "host/feet.h"
 #include "host/opendtect/loadedwell.h"
 #include "host/opendtect/logloading.h"
 #include "host/opendtect/odtext.h"
 
 #include <QFileInfo>
+#include <QMap>
+#include <QSet>
 
 #include <algorithm>
 
+#include <ascstream.h>
 #include <bufstringset.h>
 #include <iodir.h>
 #include <iodirentry.h>
 #include <ioman.h>
 #include <ioobj.h>
+#include <iopar.h>
+#include <od_istream.h>
+#include <survinfo.h>
 #include <wellio.h>
 #include <welllog.h>
 #include <welllogset.h>
@@ -32,7 +39,31 @@ QVector<float> samples(const float *first, int count)
     return copy;
 }
 
+// The names of all markers in a file by their numbers, also of those that the host passes over when it reads them.
+QMap<int, QString> storedMarkerNames(const QString &path)
+{
+    od_istream file(path.toUtf8().constData());
+    ascistream lines(file);
+    const IOPar contents(lines);
+    QMap<int, QString> names;
+    for (int i = 0; i < contents.size(); ++i) {
+        const QString key = toQString(contents.getKey(i).str());
+        const int number = key.section(QLatin1Char('.'), 0, 0).toInt();
+        if (number < 1)
+            continue;
+        QString &name = names[number];
+        if (key.section(QLatin1Char('.'), 1) == QLatin1String("Name"))
+            name = toQString(contents.getValue(i).str()).trimmed();
+    }
+    return names;
+}
+
 } // namespace
+
+bool isSurveyInFeet()
+{
+    return SI().depthsInFeet();
+}
 
 host::Outcome<QVector<host::WellEntry>> readWellList()
 {
@@ -65,7 +96,7 @@ host::Outcome<host::WellHeader> readHeader(const QString &key)
     header.groundElevation = info.groundelev;
     header.totalDepth = static_cast<double>(track.td());
     header.typeCode = info.welltype_;
-    return {header, {}};
+    return {isSurveyInFeet() ? host::feetToMetres(header) : header, {}};
 }
 
 host::Outcome<QVector<host::LogInfo>> readLogInfos(const QString &key)
@@ -104,7 +135,7 @@ host::Outcome<host::LogData> readLog(const QString &key, int index)
     read.unit = toQString(log.unitMeasLabel());
     read.depths = samples(log.dahArr(), log.size());
     read.values = samples(log.valArr(), log.size());
-    return {read, {}};
+    return {isSurveyInFeet() ? host::feetToMetres(read) : read, {}};
 }
 
 host::Outcome<QVector<host::Marker>> readMarkers(const QString &key)
@@ -127,7 +158,36 @@ host::Outcome<QVector<host::Marker>> readMarkers(const QString &key)
         const Color color = marker.color();
         read.value.append({toQString(marker.name().buf()), marker.dah(), QColor(color.r(), color.g(), color.b())});
     }
+    if (isSurveyInFeet())
+        read.value = host::feetToMetres(read.value);
     return read;
+}
+
+host::Outcome<QStringList> readMarkersLostByWriting(const QString &key, const QVector<host::Marker> &markers)
+{
+    const host::Outcome<QVector<host::Marker>> given = readMarkers(key);
+    if (!given.ok())
+        return {{}, given.error};
+    LoadedWell well(key, Well::LoadReqs(Well::Inf));
+    if (!well.error().isEmpty())
+        return {{}, well.error()};
+    const QString path = well.file(Well::odIO::sExtMarkers());
+    if (!QFileInfo::exists(path))
+        return {};
+    QSet<QString> known;
+    for (const host::Marker &marker : given.value)
+        known.insert(marker.name);
+    for (const host::Marker &marker : markers)
+        known.insert(marker.name.trimmed());
+    QStringList lost;
+    const QMap<int, QString> stored = storedMarkerNames(path);
+    for (auto marker = stored.begin(); marker != stored.end(); ++marker) {
+        if (marker.value().isEmpty())
+            lost.append(QStringLiteral("no. %1").arg(marker.key()));
+        else if (!known.contains(marker.value()))
+            lost.append(marker.value());
+    }
+    return {lost, {}};
 }
 
 void reloadWell(const QString &key)

@@ -1,10 +1,12 @@
 #include "host/opendtect/wellswriting.h"
 
+#include "host/feet.h"
 #include "host/opendtect/filebackup.h"
 #include "host/opendtect/loadedwell.h"
 #include "host/opendtect/logloading.h"
 #include "host/opendtect/markerwatch.h"
 #include "host/opendtect/odtext.h"
+#include "host/opendtect/wellsreading.h"
 
 #include <QFileInfo>
 
@@ -56,15 +58,17 @@ QString problemOf(const host::LogData &log)
     return isDefined ? QString() : QStringLiteral("the log has no defined sample");
 }
 
-void fill(Well::Log &target, const host::LogData &log)
+void fill(Well::Log &target, const host::LogData &given)
 {
+    // The host would only turn round a log that ends above its beginning.
+    host::LogData log = isSurveyInFeet() ? host::metresToFeet(given) : given;
+    host::sortByDepth(&log);
     target.setUnitMeasLabel(log.unit.toUtf8().constData());
     for (int i = 0; i < log.depths.size(); ++i) {
         const float value = log.values.at(i);
         target.addValue(log.depths.at(i), isSample(value) ? value : mUdf(float));
     }
     // Of this log alone: the set's own function would strip logs of which only the header is loaded.
-    target.ensureAscZ();
     target.removeTopBottomUdfs();
     target.updateAfterValueChanges();
 }
@@ -115,10 +119,21 @@ Markers copiesOf(const Well::MarkerSet &set)
     return copies;
 }
 
+// The depths as the survey keeps them; a marker that did not move keeps its own to the last bit.
+QVector<host::Marker> inSurveyUnit(QVector<host::Marker> markers, const Well::MarkerSet &before)
+{
+    if (!isSurveyInFeet())
+        return markers;
+    QVector<host::Marker> stored;
+    for (int i = 0; i < before.size(); ++i)
+        stored.append({toQString(before[i]->name().buf()), before[i]->dah(), {}});
+    return host::metresToFeet(std::move(markers), stored);
+}
+
 Markers converted(const QVector<host::Marker> &markers, const Well::MarkerSet &before)
 {
     Markers result;
-    for (const host::Marker &marker : markers) {
+    for (const host::Marker &marker : inSurveyUnit(markers, before)) {
         if (!isUsable(marker))
             continue;
         const QByteArray name = marker.name.trimmed().toUtf8();

@@ -487,6 +487,42 @@ private slots:
         QCOMPARE(markers().at(0).name, QString("Old"));
     }
 
+    void markersThatWouldBeLostAreNamedFirst()
+    {
+        m_host->find(m_key)->hiddenMarkers = QStringList{"Deep", "no. 7", "Anew"};
+        const MarkerSetRecord set = markerSet({"Top", "Anew"}, {1, 2}, {Qt::red, Qt::red});
+        m_asker.answers = {base::BoxButton::No};
+        QVERIFY(!m_writer->writeMarkers(0, set));
+        QCOMPARE(m_asker.boxes.size(), 1);
+        const base::Box box = m_asker.boxes.first();
+        QCOMPARE(box.icon, base::BoxIcon::Question);
+        QCOMPARE(box.title, QString("Writing Markers"));
+        QCOMPARE(box.buttons, (QVector<base::BoxButton>{base::BoxButton::No, base::BoxButton::Yes}));
+        QCOMPARE(
+            box.text,
+            QString("The well A has markers that cannot be shown: they lie outside of its track or cannot be read. "
+                    "Writing its markers deletes them:\nDeep\nno. 7\nWould you like to write the markers?"));
+        QVERIFY(m_host->calls.isEmpty() && m_host->errors.isEmpty());
+        QCOMPARE(markers().at(0).name, QString("Old"));
+        m_asker.answers = {base::BoxButton::Yes};
+        QVERIFY(m_writer->writeMarkers(0, set));
+        QCOMPARE(markers().size(), 2);
+        QVERIFY(m_writer->writeMarkers(0, set)); // nothing is left to lose
+        QCOMPARE(m_asker.boxes.size(), 2);
+    }
+
+    void manyMarkersThatWouldBeLostFillNoScreen()
+    {
+        QStringList hidden;
+        for (int i = 1; i <= 100; ++i)
+            hidden.append(QString("M%1").arg(i));
+        m_host->find(m_key)->hiddenMarkers = hidden;
+        QVERIFY(m_writer->writeMarkers(0, markerSet({}, {}, {})));
+        const QString text = m_asker.boxes.first().text;
+        QCOMPARE(text.count('\n'), 17);
+        QVERIFY(text.contains("\nM15\n… and 85 more\n"));
+    }
+
 private:
     const QVector<host::LogData> &logs() const { return m_host->storedWells.at(0).logs; }
     const QVector<host::Marker> &markers() const { return m_host->storedWells.at(0).markers; }

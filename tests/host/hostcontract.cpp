@@ -1,8 +1,11 @@
 #include "hostcontract.h"
 
+#include "support/files.h"
+
 #include <QFileInfo>
 #include <QtTest>
 
+#include <cmath>
 #include <limits>
 
 namespace {
@@ -86,6 +89,38 @@ QStringList HostContract::markerNames(const QString &key)
     for (const host::Marker &marker : wells().markers(key).value)
         names.append(marker.name);
     return names;
+}
+
+QString HostContract::markerPath(const QString &wellName)
+{
+    return host().surveyDirectory() + QStringLiteral("/WellInfo/") + wellName + QStringLiteral(".wlm");
+}
+
+void HostContract::addHiddenMarker(const QString &wellName, const QString &markerName)
+{
+    QByteArray bytes = files::read(markerPath(wellName));
+    const QByteArray number = QByteArray::number(bytes.count(".Name: ") + 1);
+    bytes += number + ".Name: " + markerName.toUtf8() + '\n' + number + ".Depth along hole: 99000\n" + number
+        + ".Strat Level: -1\n" + number + ".Color: 0`0`0\n";
+    files::write(markerPath(wellName), bytes);
+}
+
+bool HostContract::isMarkerStored(const QString &wellName, const QString &markerName)
+{
+    return files::read(markerPath(wellName)).contains(".Name: " + markerName.toUtf8() + '\n');
+}
+
+bool HostContract::isSameLength(double read, double written) const
+{
+    const double tolerance = isInFeet() ? std::fabs(written) * 1.2e-7 : 0;
+    return std::fabs(read - written) <= tolerance;
+}
+
+bool HostContract::areSameDepths(const QVector<float> &read, const QVector<float> &written) const
+{
+    return std::equal(read.begin(), read.end(), written.begin(), written.end(), [this](float a, float b) {
+        return isSameLength(static_cast<double>(a), static_cast<double>(b));
+    });
 }
 
 void HostContract::init()
@@ -186,9 +221,10 @@ void HostContract::headerGivesWhatTheWellHas()
     QCOMPARE(read.value.name, header.name);
     QCOMPARE(read.value.x, header.x);
     QCOMPARE(read.value.y, header.y);
-    QCOMPARE(read.value.kbElevation, header.kbElevation);
-    QCOMPARE(read.value.groundElevation, header.groundElevation);
-    QCOMPARE(read.value.totalDepth, header.totalDepth);
+    QVERIFY(isSameLength(static_cast<double>(read.value.kbElevation), static_cast<double>(header.kbElevation)));
+    QVERIFY(
+        isSameLength(static_cast<double>(read.value.groundElevation), static_cast<double>(header.groundElevation)));
+    QVERIFY(isSameLength(read.value.totalDepth, header.totalDepth));
     QCOMPARE(read.value.typeCode, header.typeCode);
 }
 
@@ -269,8 +305,39 @@ void HostContract::samplesComeBackToTheLastBit()
     const Samples values{-999.25f, 1e-30f, 3.4e38f, -0.1f};
     QVERIFY(wells().writeLog(key, logOf("X", depths, values)).ok());
     const host::LogData read = wells().log(key, 0).value;
-    QVERIFY(read.depths == depths);
+    QVERIFY(areSameDepths(read.depths, depths));
     QVERIFY(read.values == values);
+}
+
+void HostContract::logsAreStoredByDepth_data()
+{
+    QTest::addColumn<QVector<float>>("depths");
+    QTest::addColumn<QVector<float>>("values");
+    QTest::addColumn<QVector<float>>("sortedDepths");
+    QTest::addColumn<QVector<float>>("sortedValues");
+    QTest::newRow("falling") << Samples{3, 2, 1} << Samples{30, 20, 10} << Samples{1, 2, 3} << Samples{10, 20, 30};
+    // The last line of the file was cut within its first number.
+    QTest::newRow("falling, with a cut end") << Samples{9618, 9617, 9616, 59} << Samples{4, 3, 2, 1}
+                                             << Samples{59, 9616, 9617, 9618} << Samples{1, 2, 3, 4};
+    QTest::newRow("rising, with a cut end")
+        << Samples{100, 101, 102, 1} << Samples{2, 3, 4, 1} << Samples{1, 100, 101, 102} << Samples{1, 2, 3, 4};
+    QTest::newRow("one depth several times") << Samples{5, 3, 3, 1, 3} << Samples{50, 31, 32, 10, 33}
+                                             << Samples{1, 3, 3, 3, 5} << Samples{10, 31, 32, 33, 50};
+    QTest::newRow("one depth only") << Samples{2, 2} << Samples{1, 2} << Samples{2, 2} << Samples{1, 2};
+    QTest::newRow("undefined where the sorted log ends")
+        << Samples{3, 1, 2} << Samples{undefined, undefined, 20} << Samples{2} << Samples{20};
+}
+
+void HostContract::logsAreStoredByDepth()
+{
+    QFETCH(QVector<float>, depths);
+    QFETCH(QVector<float>, values);
+    QFETCH(QVector<float>, sortedDepths);
+    const QString key = addNamed("A");
+    QVERIFY(wells().writeLog(key, logOf("X", depths, values)).ok());
+    const host::LogData read = wells().log(key, 0).value;
+    QVERIFY(areSameDepths(read.depths, sortedDepths));
+    QTEST(read.values, "sortedValues");
 }
 
 void HostContract::undefinedSamplesStayUndefined()
@@ -278,7 +345,7 @@ void HostContract::undefinedSamplesStayUndefined()
     const QString key = addNamed("A");
     QVERIFY(wells().writeLog(key, logOf("X", {1, 2, 3, 4}, {1, undefined, undefined, 4})).ok());
     const host::LogData read = wells().log(key, 0).value;
-    QCOMPARE(read.depths, (Samples{1, 2, 3, 4}));
+    QVERIFY(areSameDepths(read.depths, Samples{1, 2, 3, 4}));
     QCOMPARE(read.values.size(), 4);
     QCOMPARE(read.values.at(0), 1.0f);
     QVERIFY(host::isUndefined(read.values.at(1)));
@@ -295,7 +362,7 @@ void HostContract::undefinedEndsAreLeftOut()
                 key, logOf("X", {1, 2, 3, 4, 5, 6, 7}, {undefined, undefined, 3, undefined, 5, undefined, undefined}))
             .ok());
     const host::LogData read = wells().log(key, 0).value;
-    QCOMPARE(read.depths, (Samples{3, 4, 5}));
+    QVERIFY(areSameDepths(read.depths, Samples{3, 4, 5}));
     QCOMPARE(read.values.at(0), 3.0f);
     QVERIFY(host::isUndefined(read.values.at(1)));
     QCOMPARE(read.values.at(2), 5.0f);
@@ -309,7 +376,7 @@ void HostContract::aLogOfTheSameNameIsReplacedInItsPlace()
     QVERIFY(wells().writeLog(key, logOf("DT", {5, 6, 7}, {50, 60, 70}, "us/ft")).ok());
     QCOMPARE(logNames(key), (QStringList{"GR", "DT", "RT"}));
     const host::LogData read = wells().log(key, 1).value;
-    QCOMPARE(read.depths, (Samples{5, 6, 7}));
+    QVERIFY(areSameDepths(read.depths, Samples{5, 6, 7}));
     QCOMPARE(read.values, (Samples{50, 60, 70}));
     QCOMPARE(read.unit, QString("us/ft"));
     QCOMPARE(wells().log(key, 0).value.values, (Samples{1, 2}));
@@ -539,4 +606,49 @@ void HostContract::anActionMayTakeItselfOut()
     click("Once");
     QCOMPARE(clicks, 2);
     QCOMPARE(menuTexts(), before);
+}
+
+void HostContract::whatWasReadIsWrittenBackToTheLastBit()
+{
+    const QString key = addNamed("A");
+    Samples depths;
+    QVector<host::Marker> markers;
+    for (int i = 1; i <= 2000; ++i) {
+        depths.append(1.4567f * static_cast<float>(i));
+        markers.append({QString::number(i), depths.last(), Qt::red});
+    }
+    QVERIFY(wells().writeLog(key, logOf("X", depths, Samples(depths.size(), 1))).ok());
+    QVERIFY(wells().writeMarkers(key, markers).ok());
+    const host::LogData log = wells().log(key, 0).value;
+    QVERIFY(areSameDepths(log.depths, depths));
+    const QVector<host::Marker> read = wells().markers(key).value;
+    QCOMPARE(read.size(), markers.size());
+    QVERIFY(wells().writeLog(key, log).ok());
+    QVERIFY(wells().writeMarkers(key, read).ok());
+    QVERIFY(wells().log(key, 0).value.depths == log.depths);
+    const QVector<host::Marker> again = wells().markers(key).value;
+    for (int i = 0; i < read.size(); ++i) {
+        QCOMPARE(read.at(i).depth, markers.at(i).depth); // as near as the digits in the host's file have it
+        QVERIFY(again.at(i).depth == read.at(i).depth);
+    }
+}
+
+void HostContract::hiddenMarkersAreKeptOrNamed()
+{
+    const QString key = addNamed("A");
+    QVERIFY(wells().writeMarkers(key, {{"Top", 10, Qt::red}}).ok());
+    addHiddenMarker("A", "Below");
+    addHiddenMarker("A", "Too deep");
+    wells().reload(key);
+    QCOMPARE(markerNames(key), QStringList{"Top"});
+    const auto anew = wells().markersLostByWriting(key, {{"Too deep", 5, Qt::red}, {"Below", 6, Qt::red}});
+    QCOMPARE(anew.error, QString());
+    QCOMPARE(anew.value, QStringList());
+    const QVector<host::Marker> set{{"Top", 10, Qt::red}, {"New", 20, Qt::red}, {"Below", 30, Qt::red}};
+    const auto lost = wells().markersLostByWriting(key, set);
+    QCOMPARE(lost.error, QString());
+    QVERIFY(wells().writeMarkers(key, set).ok());
+    QCOMPARE(markerNames(key), (QStringList{"Top", "New", "Below"}));
+    QCOMPARE(lost.value, isMarkerStored("A", "Too deep") ? QStringList() : QStringList{"Too deep"});
+    QVERIFY(!wells().markersLostByWriting("no key", set).ok());
 }

@@ -25,12 +25,22 @@ protected:
     virtual void click(const QString &menuText) = 0;
     /// Makes the list of wells unreadable.
     virtual void damageList() = 0;
+    /// Whether the survey keeps lengths in feet: then what crosses the interface in metres comes back as near as the
+    /// survey's single precision has it.
+    virtual bool isInFeet() const { return false; }
+    /// Stores, behind the markers that the well has, one outside of its track, which the host does not give out.
+    virtual void addHiddenMarker(const QString &wellName, const QString &markerName);
+    virtual bool isMarkerStored(const QString &wellName, const QString &markerName);
 
     host::Wells &wells() { return host().wells(); }
     QString addNamed(const QString &name);
     QStringList listedNames();
     QStringList logNames(const QString &key);
     QStringList markerNames(const QString &key);
+    /// The first length that is read is what the second one was written as.
+    bool isSameLength(double read, double written) const;
+    bool areSameDepths(const QVector<float> &read, const QVector<float> &written) const;
+    QString markerPath(const QString &wellName);
 
 private slots:
     void init();
@@ -55,6 +65,8 @@ private slots:
     void writtenLogsComeBackInTheirOrder();
     void samplesComeBackToTheLastBit();
     void undefinedSamplesStayUndefined();
+    void logsAreStoredByDepth_data();
+    void logsAreStoredByDepth();
     void undefinedEndsAreLeftOut();
     void aLogOfTheSameNameIsReplacedInItsPlace();
     void logNamesAreComparedExactly();
@@ -67,6 +79,8 @@ private slots:
     void ofTwoMarkersWithOneNameTheFirstIsKept();
     void writingMarkersReplacesTheWholeSet();
     void markerColorsComeBack();
+    void whatWasReadIsWrittenBackToTheLastBit();
+    void hiddenMarkersAreKeptOrNamed();
     void writingMarkersIsAnnouncedOnce();
     void aListenerTakenOutIsToldNothing();
     void aListenerMayTakeOutTheNext();

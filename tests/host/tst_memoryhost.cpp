@@ -41,6 +41,14 @@ protected:
     }
     void click(const QString &menuText) override { m_host->trigger(menuTexts().indexOf(menuText)); }
     void damageList() override { m_host->listFails = true; }
+    void addHiddenMarker(const QString &, const QString &markerName) override
+    {
+        m_host->storedWells.first().hiddenMarkers.append(markerName);
+    }
+    bool isMarkerStored(const QString &, const QString &markerName) override
+    {
+        return m_host->storedWells.first().hiddenMarkers.contains(markerName);
+    }
 
 private:
     QString newSurvey(const QString &name)

@@ -1,6 +1,7 @@
 #include "datastore/curvegrouptable.h"
 #include "datastore/groupfiles.h"
 #include "las/cubicspline.h"
+#include "las/importplan.h"
 #include "support/testmain.h"
 #include "tests/las/importfixture.h"
 
@@ -8,6 +9,7 @@
 #include <QSignalSpy>
 #include <QTimer>
 
+#include <cmath>
 #include <new>
 
 namespace {
@@ -70,6 +72,7 @@ private slots:
     void depthsBeyondTheWell_data();
     void depthsBeyondTheWell();
     void maximumDepthFollowsTheWell();
+    void aFileMayEndAtTheTotalDepth();
     void nothingSelected();
     void withoutFiles();
     void emptyNamesAreRefused();
@@ -326,6 +329,27 @@ void TestWellImport::maximumDepthFollowsTheWell()
     QCOMPARE(f.asker.boxes.takeFirst().text, importedText);
 }
 
+// A host keeps total depths in single precision: 1670.1 comes back as 1670.0999755859375.
+void TestWellImport::aFileMayEndAtTheTotalDepth()
+{
+    las::ImportTab tab;
+    tab.well = 0;
+    tab.wellName = text("A");
+    tab.wellMaximumDepth = static_cast<double>(1670.1f);
+    tab.startDepth = 1670.1;
+    tab.stopDepth = 1670.1;
+    QCOMPARE(las::stopReason(tab, 1), QString());
+    tab.stopDepth = static_cast<double>(std::nextafter(1670.1f, 2000.0f));
+    QVERIFY(las::stopReason(tab, 1).contains(text("LAS files end depth")));
+    std::swap(tab.startDepth, tab.stopDepth);
+    QVERIFY(las::stopReason(tab, 1).contains(text("LAS files start depth")));
+    // And where the well's depth has more digits than the file's.
+    tab.wellMaximumDepth = 1670.1;
+    tab.startDepth = 0;
+    tab.stopDepth = static_cast<double>(1670.1f) + 1e-5;
+    QCOMPARE(las::stopReason(tab, 1), QString());
+}
+
 void TestWellImport::nothingSelected()
 {
     ImportFixture f;
@@ -441,15 +465,15 @@ void TestWellImport::headerPromisingTerabytes()
 void TestWellImport::unsuitedDepths_data()
 {
     QTest::addColumn<QByteArray>("rows");
-    QTest::addColumn<QVector<float>>("depths");
+    QTest::addColumn<QVector<float>>("depths"); // as the host stores them
     QTest::newRow("constant") << QByteArray("5 1\n5 2\n5 3\n") << QVector<float>{5, 5, 5};
-    QTest::newRow("turning") << QByteArray("5 1\n6 2\n5.5 3\n") << QVector<float>{5, 6, 5.5};
-    QTest::newRow("falling, then turning") << QByteArray("6 1\n5 2\n5.5 3\n") << QVector<float>{5.5, 5, 6};
+    QTest::newRow("turning") << QByteArray("5 1\n6 2\n5.5 3\n") << QVector<float>{5, 5.5, 6};
+    QTest::newRow("falling, then turning") << QByteArray("6 1\n5 2\n5.5 3\n") << QVector<float>{5, 5.5, 6};
     QTest::newRow("no number first, rising") << QByteArray("nan 1\n6 2\n7 3\n") << QVector<float>{0, 6, 7};
-    QTest::newRow("no number first, falling") << QByteArray("x 1\n6 2\n5 3\n") << QVector<float>{0, 6, 5};
-    QTest::newRow("no number inside, rising") << QByteArray("5 1\ninf 2\n7 3\n") << QVector<float>{7, 0, 5};
-    QTest::newRow("no number inside, falling") << QByteArray("7 1\n- 2\n5 3\n") << QVector<float>{5, 0, 7};
-    QTest::newRow("no number last, rising") << QByteArray("5 1\n6 2\n1e400 3\n") << QVector<float>{5, 6, 0};
+    QTest::newRow("no number first, falling") << QByteArray("x 1\n6 2\n5 3\n") << QVector<float>{0, 5, 6};
+    QTest::newRow("no number inside, rising") << QByteArray("5 1\ninf 2\n7 3\n") << QVector<float>{0, 5, 7};
+    QTest::newRow("no number inside, falling") << QByteArray("7 1\n- 2\n5 3\n") << QVector<float>{0, 5, 7};
+    QTest::newRow("no number last, rising") << QByteArray("5 1\n6 2\n1e400 3\n") << QVector<float>{0, 5, 6};
     QTest::newRow("no number last, falling") << QByteArray("7 1\n6 2\nNaN 3\n") << QVector<float>{0, 6, 7};
     QTest::newRow("no number of two") << QByteArray("NULL 1\n6 2\n") << QVector<float>{0, 6};
     QTest::newRow("a no-break space behind it") << QByteArray("?\xC2\xA0"

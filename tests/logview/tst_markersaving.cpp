@@ -11,6 +11,7 @@ private slots:
     void aTakenNameIsNotTakenAgain();
     void aSetThatCannotBeReadIsNotReplaced();
     void aFailedWriteKeepsTheSet();
+    void markersThatWouldBeLostStayAfterANo();
     void aMarkerWithoutAName();
     void aWellThatIsGone();
 };
@@ -67,6 +68,20 @@ void tst_markersaving::aFailedWriteKeepsTheSet()
     QVERIFY(savePickedMarker(*f.launch, QStringLiteral("A"), {QStringLiteral("New_0"), 700, Qt::black}).isNull());
     QCOMPARE(f.host.errors.size(), 1);
     QCOMPARE(f.host.markers(key).value.size(), 1);
+}
+
+void tst_markersaving::markersThatWouldBeLostStayAfterANo()
+{
+    ProjectFixture f;
+    const QString key = f.addWell(QStringLiteral("A"), {}, {QStringLiteral("Top")});
+    f.open();
+    f.host.find(key)->hiddenMarkers = QStringList{QStringLiteral("Deep")};
+    f.asker.answers = {base::BoxButton::No};
+    QVERIFY(savePickedMarker(*f.launch, QStringLiteral("A"), {QStringLiteral("New_0"), 700, Qt::black}).isNull());
+    QCOMPARE(f.asker.boxes.size(), 1);
+    QVERIFY(f.asker.boxes.first().text.contains(QLatin1String("\nDeep\n")));
+    QCOMPARE(f.host.markers(key).value.size(), 1);
+    QCOMPARE(f.host.find(key)->hiddenMarkers.size(), 1);
 }
 
 void tst_markersaving::aMarkerWithoutAName()

@@ -1,6 +1,7 @@
 #include "odsurvey.h"
 
 #include "odprogram.h"
+#include "support/files.h"
 #include "survey/surveyfolder.h"
 
 #include <ctxtioobj.h>
@@ -90,12 +91,16 @@ Well read(const IOObj &stored)
 
 } // namespace
 
-QString open(const QString &name)
+QString open(const QString &name, workbench::DepthUnit unit)
 {
     const QString path = OdProgram::dataRoot() + QLatin1Char('/') + name;
     const host::Status made = workbench::createSurvey(path, {});
     if (!made.ok())
         qFatal("The test cannot make a survey: %s", qUtf8Printable(made.error));
+    if (unit == workbench::DepthUnit::Foot) {
+        const QByteArray info = files::read(path + QStringLiteral("/.survey"));
+        files::write(path + QStringLiteral("/.survey"), QByteArray(info).replace("`D\n", "`F\n"));
+    }
     makeCurrent(name);
     return path;
 }

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "host/hostrecords.h"
+#include "survey/depthunit.h"
 #include "survey/wellfile.h"
 
 /// What the host's own library makes of the current survey, past our adapter.
 namespace odsurvey {
 
 /// Makes a new, empty survey and has the host make it current.
-QString open(const QString &name);
+QString open(const QString &name, workbench::DepthUnit unit = workbench::DepthUnit::Metre);
 /// Makes an existing survey below the data root current.
 void makeCurrent(const QString &name);
 

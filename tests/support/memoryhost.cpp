@@ -166,7 +166,9 @@ host::Status MemoryHost::writeLog(const QString &key, const host::LogData &log)
         return {unreadable(key)};
     if (log.name.isEmpty() || log.depths.size() != log.values.size())
         return {QStringLiteral("The log \"%1\" is no log.").arg(log.name)};
-    const host::LogData kept = withoutUndefinedEnds(log);
+    host::LogData sorted = log;
+    host::sortByDepth(&sorted);
+    const host::LogData kept = withoutUndefinedEnds(sorted);
     if (kept.values.isEmpty())
         return {QStringLiteral("The log \"%1\" has no defined sample.").arg(log.name)};
     for (host::LogData &old : well->logs) {
@@ -197,6 +199,18 @@ host::Status MemoryHost::writeMarkers(const QString &key, const QVector<host::Ma
     std::stable_sort(kept.begin(), kept.end(),
                      [](const host::Marker &a, const host::Marker &b) { return a.depth < b.depth; });
     well->markers = kept;
+    well->hiddenMarkers.clear();
     tell([&key](host::Listener *listener) { listener->markersChanged(key); });
     return {};
+}
+
+host::Outcome<QStringList> MemoryHost::markersLostByWriting(const QString &key, const QVector<host::Marker> &markers)
+{
+    const Well *well = readable(key);
+    if (!well)
+        return {{}, unreadable(key)};
+    QStringList lost = well->hiddenMarkers;
+    for (const host::Marker &marker : markers)
+        lost.removeAll(marker.name);
+    return {lost, {}};
 }

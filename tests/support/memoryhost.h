@@ -15,6 +15,7 @@ public:
         host::WellHeader header;
         QVector<host::LogData> logs;
         QVector<host::Marker> markers;
+        QStringList hiddenMarkers; ///< stored, not given out, and lost when markers are written
         bool isUnreadable = false;
     };
 
@@ -56,6 +57,8 @@ public:
     host::Outcome<QVector<host::Marker>> markers(const QString &key) override;
     host::Status writeLog(const QString &key, const host::LogData &log) override;
     host::Status writeMarkers(const QString &key, const QVector<host::Marker> &markers) override;
+    host::Outcome<QStringList> markersLostByWriting(const QString &key,
+                                                    const QVector<host::Marker> &markers) override;
     void reload(const QString &key) override { reloaded.append(key); }
 
 private:

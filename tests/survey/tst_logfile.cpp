@@ -53,7 +53,7 @@ private slots:
     void readsTextSamplesHoweverWritten();
     void dropsUndefinedSamplesAtTheEndsOnReading();
     void dropsSamplesWithoutDepthAndTakesNoNumbersAsUndefined();
-    void keepsOrderAndDuplicatesOfDepths();
+    void readsAnyOrderAndWritesByDepth();
     void skipsTheParameterSection();
     void takesSamplesThatLookLikeAMark();
     void tellsWhereTheHeaderIsCut();
@@ -132,12 +132,18 @@ void TestLogFile::dropsSamplesWithoutDepthAndTakesNoNumbersAsUndefined()
     QCOMPARE(text.log.values, (QVector<float>{1, udf, udf, 2}));
 }
 
-void TestLogFile::keepsOrderAndDuplicatesOfDepths()
+void TestLogFile::readsAnyOrderAndWritesByDepth()
 {
     const QVector<float> numbers{300, 1, 100, 2, 100, 3, -5, 4};
     const Read read = readLog(logHead("Binary") + samples(numbers));
     QCOMPARE(read.log.depths, (QVector<float>{300, 100, 100, -5}));
-    QCOMPARE(readLog(written(read.log)).log.depths, read.log.depths);
+    const host::LogData sorted = readLog(written(read.log)).log;
+    QCOMPARE(sorted.depths, (QVector<float>{-5, 100, 100, 300}));
+    QCOMPARE(sorted.values, (QVector<float>{4, 2, 3, 1}));
+    // What is undefined at an end after the sorting is left out.
+    host::LogData jumbled = read.log;
+    jumbled.values = {host::undefinedValue, 2, 3, host::undefinedValue};
+    QCOMPARE(readLog(written(jumbled)).log.depths, (QVector<float>{100, 100}));
 }
 
 void TestLogFile::skipsTheParameterSection()

@@ -17,9 +17,19 @@ QByteArray markerLines(int number, const QByteArray &name, const QByteArray &dep
         + "Color: " + color + '\n';
 }
 
+QByteArray written(const QVector<host::Marker> &markers, const QByteArray &depthUnit, const QByteArray &old)
+{
+    return markerFileBytes(markers, depthUnit, old, {0, 1000});
+}
+
+QByteArray markerFile(const QByteArray &lines)
+{
+    return header("Well Markers") + "Depth-Unit: Meter\n" + lines;
+}
+
 QVector<host::Marker> readMarkers(const QByteArray &lines, QStringList *problems = nullptr)
 {
-    return parseMarkerFile(header("Well Markers") + "Depth-Unit: Meter\n" + lines, 0, 1000, problems).value;
+    return parseMarkerFile(markerFile(lines), {0, 1000}, problems).value;
 }
 
 } // namespace
@@ -42,6 +52,10 @@ private slots:
     void writesNoMarkerWithoutName();
     void keepsUnknownKeys();
     void keepsTransparencyOfAnUnchangedColor();
+    void keepsMarkersOutsideTheTrack();
+    void keepsWhatTheNumberingHides();
+    void writesANameAnewInPlaceOfTheHiddenOne();
+    void whatWasHiddenStaysHidden();
     void readsBackWhatItWrote();
     void writingTwiceGivesTheSameBytes();
     void takesAHundredThousandMarkers();
@@ -136,17 +150,16 @@ void TestMarkerFile::refusesAFileThatIsNone()
 {
     for (const QByteArray &bytes :
          {QByteArray(), QByteArray("rubbish"), wellFile(), QByteArray("dTect V6.6\nWell Markers\n")})
-        QVERIFY(!parseMarkerFile(bytes, 0, 1000).ok());
+        QVERIFY(!parseMarkerFile(bytes, {0, 1000}).ok());
 }
 
 void TestMarkerFile::writesTheHostsLayout()
 {
-    QCOMPARE(withoutDate(markerFileBytes({marker("Top B", 404.25f, QColor(0, 255, 0)), marker("Top A", 401.5f)},
-                                         "Meter", {})),
-             "!\nDepth-Unit: Meter\n" + markerLines(1, "Top A", "401.5")
-                 + markerLines(2, "Top B", "404.25", "0`255`0"));
-    QVERIFY(markerFileBytes({}, "Meter", {}).startsWith("dTect V6.6\nWell Markers\n"));
-    QCOMPARE(withoutDate(markerFileBytes({}, "Meter", {})), QByteArray("!\nDepth-Unit: Meter\n"));
+    QCOMPARE(
+        withoutDate(written({marker("Top B", 404.25f, QColor(0, 255, 0)), marker("Top A", 401.5f)}, "Meter", {})),
+        "!\nDepth-Unit: Meter\n" + markerLines(1, "Top A", "401.5") + markerLines(2, "Top B", "404.25", "0`255`0"));
+    QVERIFY(written({}, "Meter", {}).startsWith("dTect V6.6\nWell Markers\n"));
+    QCOMPARE(withoutDate(written({}, "Meter", {})), QByteArray("!\nDepth-Unit: Meter\n"));
 }
 
 void TestMarkerFile::writesSortedWithoutDuplicatesAndRubbish()
@@ -154,8 +167,7 @@ void TestMarkerFile::writesSortedWithoutDuplicatesAndRubbish()
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const float inf = std::numeric_limits<float>::infinity();
     QCOMPARE(
-        withoutDate(
-            markerFileBytes({marker("B", 2), marker("N", nan), marker("A", 1), marker("I", -inf), marker("B", 0.5f),
+        withoutDate(written({marker("B", 2), marker("N", nan), marker("A", 1), marker("I", -inf), marker("B", 0.5f),
                              marker("U", host::undefinedValue), marker(" A ", 9), marker("N", 3)},
                             "Meter", {})),
         "!\nDepth-Unit: Meter\n" + markerLines(1, "A", "1") + markerLines(2, "B", "2") + markerLines(3, "N", "3"));
@@ -164,8 +176,7 @@ void TestMarkerFile::writesSortedWithoutDuplicatesAndRubbish()
 void TestMarkerFile::writesNoMarkerWithoutName()
 {
     // It would end the numbering and hide the markers behind it.
-    QCOMPARE(withoutDate(
-                 markerFileBytes({marker("", 1), marker("  ", 2), marker("\r\n", 3), marker("A", 4)}, "Meter", {})),
+    QCOMPARE(withoutDate(written({marker("", 1), marker("  ", 2), marker("\r\n", 3), marker("A", 4)}, "Meter", {})),
              "!\nDepth-Unit: Meter\n" + markerLines(1, "A", "4"));
 }
 
@@ -175,23 +186,75 @@ void TestMarkerFile::keepsUnknownKeys()
         + markerLines(1, "A", "1") + "1.Note:  two#-NL-#lines \n1.Odd\\:key: 1\n"
         + "2.Name: B\n2.Depth along hole: 2\n2.Strat Level: 7\n2.Color: 1`2`3`40\n2.Fixed by:  me \n0.Name: "
           "none\nLast: x\n";
-    QCOMPARE(withoutDate(
-                 markerFileBytes({marker("C", 0.5f), marker("B", 2, QColor(1, 2, 3)), marker("A", 3)}, "Meter", old)),
+    QCOMPARE(withoutDate(written({marker("C", 0.5f), marker("B", 2, QColor(1, 2, 3)), marker("A", 3)}, "Meter", old)),
              "!\nOwn key:  kept \nDepth-Unit: Feet\nstrange\n0.Name: none\nLast: x\n" + markerLines(1, "C", "0.5")
                  + "2.Name: B\n2.Depth along hole: 2\n2.Strat Level: 7\n2.Color: 1`2`3`40\n2.Fixed by:  me \n"
                  + markerLines(3, "A", "3") + "3.Note:  two#-NL-#lines \n3.Odd\\:key: 1\n");
     // Of two old markers with one name the first gives its keys.
     const QByteArray twice = header("Well Markers") + markerLines(1, "A", "1") + "1.Note: first\n"
         + markerLines(2, "A", "2") + "2.Note: second\n";
-    QVERIFY(markerFileBytes({marker("A", 1)}, "Meter", twice).endsWith("1.Note: first\n"));
+    QVERIFY(written({marker("A", 1)}, "Meter", twice).endsWith("1.Note: first\n"));
 }
 
 void TestMarkerFile::keepsTransparencyOfAnUnchangedColor()
 {
     const QByteArray old = header("Well Markers") + markerLines(1, "A", "1", "10`20`30`40");
-    QVERIFY(markerFileBytes({marker("A", 5, QColor(10, 20, 30))}, "Meter", old).endsWith("1.Color: 10`20`30`40\n"));
-    QVERIFY(markerFileBytes({marker("A", 5, QColor(10, 20, 31))}, "Meter", old).endsWith("1.Color: 10`20`31\n"));
-    QVERIFY(markerFileBytes({marker("B", 5, QColor(10, 20, 30))}, "Meter", old).endsWith("1.Color: 10`20`30\n"));
+    QVERIFY(written({marker("A", 5, QColor(10, 20, 30))}, "Meter", old).endsWith("1.Color: 10`20`30`40\n"));
+    QVERIFY(written({marker("A", 5, QColor(10, 20, 31))}, "Meter", old).endsWith("1.Color: 10`20`31\n"));
+    QVERIFY(written({marker("B", 5, QColor(10, 20, 30))}, "Meter", old).endsWith("1.Color: 10`20`30\n"));
+}
+
+void TestMarkerFile::keepsMarkersOutsideTheTrack()
+{
+    const QByteArray old = markerFile(markerLines(1, "Above", "-3") + markerLines(2, "A", "100") + "2.Note: x\n"
+                                      + markerLines(3, "Deep", "1500.123", "1`2`3`40") + "3.Note:  by hand \n"
+                                      + markerLines(4, "Blank", ""));
+    QCOMPARE(withoutDate(written({marker("B", 50), marker("A", 100)}, "Meter", old)),
+             "!\nDepth-Unit: Meter\n" + markerLines(1, "B", "50") + markerLines(2, "A", "100") + "2.Note: x\n"
+                 + markerLines(3, "Above", "-3") + markerLines(4, "Deep", "1500.123", "1`2`3`40")
+                 + "4.Note:  by hand \n" + markerLines(5, "Blank", ""));
+    // They come back with the depth that hid them.
+    QCOMPARE(summary(parseMarkerFile(written({}, "Meter", old), {-10, 2000}).value),
+             QStringLiteral("Above@-3 Deep@1500.12"));
+}
+
+void TestMarkerFile::keepsWhatTheNumberingHides()
+{
+    // A missing number stays between those that are shown and those that are not.
+    const QByteArray gap = markerFile(markerLines(1, "A", "1") + markerLines(3, "C", "3") + markerLines(7, "D", "4"));
+    QCOMPARE(withoutDate(written({marker("A", 1), marker("B", 2)}, "Meter", gap)),
+             "!\nDepth-Unit: Meter\n" + markerLines(1, "A", "1") + markerLines(2, "B", "2") + markerLines(4, "C", "3")
+                 + markerLines(5, "D", "4"));
+    const QByteArray late = markerFile(markerLines(5, "E", "5"));
+    QCOMPARE(withoutDate(written({}, "Meter", late)), "!\nDepth-Unit: Meter\n" + markerLines(2, "E", "5"));
+    const QByteArray nameless =
+        markerFile(markerLines(1, "", "1") + markerLines(2, "B", "2") + "4.Note: of nothing\n");
+    QCOMPARE(withoutDate(written({marker("A", 1)}, "Meter", nameless)),
+             "!\nDepth-Unit: Meter\n" + markerLines(1, "A", "1") + markerLines(3, "", "1") + markerLines(4, "B", "2")
+                 + "5.Note: of nothing\n");
+}
+
+void TestMarkerFile::writesANameAnewInPlaceOfTheHiddenOne()
+{
+    const QByteArray old = markerFile(markerLines(1, "Deep", "1500") + markerLines(2, "A", "100")
+                                      + markerLines(3, "A", "200") + markerLines(5, "C", "3"));
+    QCOMPARE(withoutDate(written({marker("Deep", 900), marker("A", 100), marker("C", 4)}, "Meter", old)),
+             "!\nDepth-Unit: Meter\n" + markerLines(1, "C", "4") + markerLines(2, "A", "100")
+                 + markerLines(3, "Deep", "900"));
+}
+
+void TestMarkerFile::whatWasHiddenStaysHidden()
+{
+    const QByteArray old = markerFile(markerLines(1, "A", "100") + markerLines(2, "A", "200")
+                                      + markerLines(3, "Deep", "1500") + markerLines(5, "C", "3"));
+    QByteArray bytes = old;
+    for (int i = 0; i < 3; ++i) {
+        bytes = written({marker("New", 5)}, "Meter", bytes);
+        QCOMPARE(withoutDate(bytes),
+                 "!\nDepth-Unit: Meter\n" + markerLines(1, "New", "5") + markerLines(2, "Deep", "1500")
+                     + markerLines(4, "A", "200") + markerLines(5, "C", "3"));
+        QCOMPARE(summary(parseMarkerFile(bytes, {0, 1000}).value), QStringLiteral("New@5"));
+    }
 }
 
 void TestMarkerFile::readsBackWhatItWrote()
@@ -205,8 +268,7 @@ void TestMarkerFile::readsBackWhatItWrote()
                                         marker("`", 7),
                                         marker("井", 999.9f, QColor(255, 255, 255))};
     QStringList problems;
-    const QVector<host::Marker> read =
-        parseMarkerFile(markerFileBytes(markers, "Meter", {}), 0, 1000, &problems).value;
+    const QVector<host::Marker> read = parseMarkerFile(written(markers, "Meter", {}), {0, 1000}, &problems).value;
     QCOMPARE(problems, QStringList());
     QCOMPARE(summary(read), summary(markers));
     for (int i = 0; i < markers.size(); ++i) {
@@ -219,8 +281,8 @@ void TestMarkerFile::writingTwiceGivesTheSameBytes()
 {
     const QByteArray old = header("Well Markers") + "Depth-Unit: Meter\nX: 1\n" + markerLines(1, "B", "5")
         + "1.Note: n\n" + markerLines(2, "A", "1", "#010203");
-    const QByteArray once = markerFileBytes(parseMarkerFile(old, 0, 10).value, "Meter", old);
-    QCOMPARE(withoutDate(markerFileBytes(parseMarkerFile(once, 0, 10).value, "Meter", once)), withoutDate(once));
+    const QByteArray once = written(parseMarkerFile(old, {0, 10}).value, "Meter", old);
+    QCOMPARE(withoutDate(written(parseMarkerFile(once, {0, 10}).value, "Meter", once)), withoutDate(once));
 }
 
 // Work that grows with the square of the markers would take hours here and run into the test's time limit.
@@ -234,13 +296,13 @@ void TestMarkerFile::takesAHundredThousandMarkers()
     QVector<host::Marker> markers;
     for (int i = 0; i < count; ++i)
         markers.append({QStringLiteral("M%1").arg(i), static_cast<float>(count - i), QColor(0, 0, 0)});
-    const QByteArray bytes = markerFileBytes(markers, "Meter", {});
+    const QByteArray bytes = written(markers, "Meter", {});
     QStringList problems;
-    const QVector<host::Marker> read = parseMarkerFile(bytes, 0, count, &problems).value;
+    const QVector<host::Marker> read = parseMarkerFile(bytes, {0, count}, &problems).value;
     QCOMPARE(read.size(), count);
     QCOMPARE(read.first().name, QStringLiteral("M%1").arg(count - 1));
-    QCOMPARE(withoutDate(markerFileBytes(read, "Meter", bytes)), withoutDate(bytes));
-    QCOMPARE(parseMarkerFile(bytes, 0, 10, &problems).value.size(), 10);
+    QCOMPARE(withoutDate(written(read, "Meter", bytes)), withoutDate(bytes));
+    QCOMPARE(parseMarkerFile(bytes, {0, 10}, &problems).value.size(), 10);
     QCOMPARE(problems.size(), count - 10);
 }
 

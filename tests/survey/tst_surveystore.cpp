@@ -115,6 +115,9 @@ private slots:
     void writesMarkersAndTellsOfThem();
     void keepsWhatAnotherProgramWroteIntoTheMarkers();
     void doesNotReplaceMarkersItCannotRead();
+    void keepsMarkersThatItCannotShow();
+    void doesNotRewriteWhatIsNoListOfMarkers_data();
+    void doesNotRewriteWhatIsNoListOfMarkers();
     void doesNotTellOfMarkersThatWereNotWritten();
 
     void addsAWell();
@@ -587,6 +590,49 @@ void TestSurveyStore::doesNotReplaceMarkersItCannotRead()
     QVERIFY(survey.store.writeMarkers(survey.key, {marker("A", 1)}).error.contains(survey.file("a.wlm")));
     QVERIFY(survey.store.markers(survey.key).error.contains(survey.file("a.wlm")));
     QVERIFY(!survey.store.takeProblems().isEmpty());
+}
+
+void TestSurveyStore::keepsMarkersThatItCannotShow()
+{
+    OneWell survey;
+    QVERIFY(survey.store.writeMarkers(survey.key, {marker("A", 100), marker("Deep", 2400), marker("B", 2200)}).ok());
+    WellProperties well = survey.store.properties(survey.key).value;
+    well.totalDepth = 2300;
+    QVERIFY(survey.store.changeWell(survey.key, well).ok());
+    QVector<host::Marker> shown = survey.store.markers(survey.key).value;
+    QCOMPARE(summary(shown), QStringLiteral("A@100 B@2200"));
+    shown.append(marker("New", 50));
+    const host::Outcome<QStringList> lost = survey.store.markersLostByWriting(survey.key, shown);
+    QCOMPARE(lost.error, QString());
+    QCOMPARE(lost.value, QStringList());
+    QVERIFY(survey.store.writeMarkers(survey.key, shown).ok());
+    QCOMPARE(summary(survey.store.markers(survey.key).value), QStringLiteral("New@50 A@100 B@2200"));
+    well.totalDepth = 2500;
+    QVERIFY(survey.store.changeWell(survey.key, well).ok());
+    QCOMPARE(summary(survey.store.markers(survey.key).value), QStringLiteral("New@50 A@100 B@2200 Deep@2400"));
+    QVERIFY(!survey.store.markersLostByWriting(QStringLiteral("100050.99"), {}).ok());
+}
+
+void TestSurveyStore::doesNotRewriteWhatIsNoListOfMarkers_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("rubbish") << QByteArray("rubbish\n");
+    QTest::newRow("of another kind") << wellFile();
+    QTest::newRow("cut in its header") << QByteArray("dTect V6.6\nWell Mar");
+}
+
+void TestSurveyStore::doesNotRewriteWhatIsNoListOfMarkers()
+{
+    QFETCH(QByteArray, bytes);
+    OneWell survey;
+    survey.write("a.wlm", bytes);
+    const host::Status status = survey.store.writeMarkers(survey.key, {marker("A", 1)});
+    QVERIFY(status.error.contains(survey.file("a.wlm")));
+    QCOMPARE(survey.read("a.wlm"), bytes);
+    // Nor is it taken for a well without markers.
+    QVERIFY(survey.store.markers(survey.key).error.contains(survey.file("a.wlm")));
+    QVERIFY(survey.store.takeProblems().join(QLatin1Char('\n')).contains(survey.file("a.wlm")));
 }
 
 void TestSurveyStore::doesNotTellOfMarkersThatWereNotWritten()

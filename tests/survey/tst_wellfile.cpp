@@ -62,6 +62,7 @@ private slots:
     void changesTheGroundElevation();
     void extendsAlongTheLastDirection();
     void cutsWithinTheTrack();
+    void countsThePointsBelowADepth();
     void cutsAtAPoint();
     void cutsAboveTheFirstPoint();
     void extendsATrackThatEndsTwiceAtOneDepth();
@@ -295,8 +296,10 @@ void TestWellFile::extendsAlongTheLastDirection()
 {
     WellFile file = deviated();
     applyProperties(&file, changed(file, &WellProperties::totalDepth, 1100));
+    // The points that are there stay; one more is added.
     QCOMPARE(text(file.track),
-             QStringLiteral("1000 2000 -30 0 | 1000 2000 470 500 | 1060 2080 643 700 | 1180 2240 989 1100"));
+             QStringLiteral("1000 2000 -30 0 | 1000 2000 470 500 | 1060 2080 643 700 | 1120 2160 816 900 | "
+                            "1180 2240 989 1100"));
     QVERIFY(file.header({}).totalDepth == 1100);
     WellFile single = parseWellFile(header("Well") + "!\n5 6 -25 0\n").value;
     applyProperties(&single, changed(single, &WellProperties::totalDepth, 100));
@@ -308,6 +311,16 @@ void TestWellFile::cutsWithinTheTrack()
     WellFile file = deviated();
     applyProperties(&file, changed(file, &WellProperties::totalDepth, 600));
     QCOMPARE(text(file.track), QStringLiteral("1000 2000 -30 0 | 1000 2000 470 500 | 1030 2040 556.5 600"));
+}
+
+void TestWellFile::countsThePointsBelowADepth()
+{
+    const WellFile file = deviated(); // 0, 500, 700, 900
+    QCOMPARE(pointsBelow(file, 900), 0);
+    QCOMPARE(pointsBelow(file, 899.5), 1);
+    QCOMPARE(pointsBelow(file, 500), 2);
+    QCOMPARE(pointsBelow(file, 499), 3);
+    QCOMPARE(pointsBelow(file, -1), 4);
 }
 
 void TestWellFile::cutsAtAPoint()

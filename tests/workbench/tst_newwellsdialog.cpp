@@ -1,3 +1,4 @@
+#include "base/numbers.h"
 #include "dialogscript.h"
 #include "support/failingtarget.h"
 #include "support/files.h"
@@ -54,6 +55,7 @@ class TestNewWellsDialog : public QObject
 private slots:
     void init();
     void proposalsBecomeTexts();
+    void noProposedWellEndsAboveItsDeepestSample();
     void filesOfOneWellAreMerged();
     void problemsConcernChosenRowsOnly();
     void namesAreCheckedAmongAll();
@@ -153,6 +155,29 @@ void TestNewWellsDialog::proposalsBecomeTexts()
     QVERIFY(wells.wells().first().isChosen);
     QCOMPARE(wells.wells().first().notes, QStringList{QStringLiteral("A note.")});
     QCOMPARE(fileNames(wells.wells().first()), QStringLiteral("A.las"));
+}
+
+void TestNewWellsDialog::noProposedWellEndsAboveItsDeepestSample()
+{
+    for (const DepthUnit unit : {DepthUnit::Metre, DepthUnit::Foot}) {
+        NewWells wells({}, unit);
+        for (int i = 0; i < 3000; ++i)
+            wells.addProposal(proposal(QString(), QStringLiteral("W%1").arg(i), 0, 0, 0, 0, 0.15239 * (i * 7 + 1)));
+        for (int i = 0; i < 3000; ++i) {
+            const double deepest = 0.15239 * (i * 7 + 1);
+            const double proposed = base::parseNumber(text(wells, i, WellField::TotalDepth)).value_or(0);
+            const auto stored = static_cast<float>(proposed); // a host keeps it so
+            const float inMetres = unit == DepthUnit::Foot ? host::feetToMetres(stored) : stored;
+            QVERIFY(inMetres >= static_cast<float>(deepest));
+            QVERIFY(proposed >= fromMetres(deepest, unit));
+            QVERIFY(proposed - fromMetres(deepest, unit) < 0.002);
+        }
+    }
+    NewWells plain;
+    plain.addProposal(proposal(QString(), QStringLiteral("A"), 0, 0, 0, 0, 3500.1));
+    plain.addProposal(proposal(QString(), QStringLiteral("B"), 0, 0, 0, 0, 1670.10001));
+    QCOMPARE(text(plain, 0, WellField::TotalDepth), QStringLiteral("3500.1"));
+    QCOMPARE(text(plain, 1, WellField::TotalDepth), QStringLiteral("1670.1001"));
 }
 
 void TestNewWellsDialog::filesOfOneWellAreMerged()
@@ -395,8 +420,11 @@ void TestNewWellsDialog::aSurveyInFeetGetsFeet()
              QStringLiteral("TD (ft)"));
     QTest::mouseClick(createButton(dialog), Qt::LeftButton);
     const QString key = m_store->list().value.first().key;
-    QCOMPARE(m_store->header(key).value.kbElevation, 82.0f);
-    QCOMPARE(m_store->header(key).value.totalDepth, 3280.8399);
+    QCOMPARE(m_store->properties(key).value.kbElevation, 82.0);
+    QCOMPARE(m_store->properties(key).value.totalDepth, 3280.8399);
+    // In metres, as a host tells it.
+    QCOMPARE(m_store->header(key).value.kbElevation, 24.9936f);
+    QVERIFY(m_store->header(key).value.totalDepth >= 1000);
     QVERIFY(files::read(m_survey + QStringLiteral("/WellInfo/A.well")).contains("\nDepth-Unit: Feet\n"));
     // What is written later follows the well.
     QVERIFY(m_store->writeLog(key, {QStringLiteral("GR"), {}, {1, 2}, {3, 4}}).ok());

@@ -510,10 +510,13 @@ void TestWorkbenchWindow::feetAreCalledFeet()
     };
     QVERIFY(m_window->openSurvey(survey));
     QCOMPARE(title(), QStringLiteral("TD"));
+    const auto totalDepth = [this] { return table()->index(0, WellsModel::TotalDepthColumn).data().toString(); };
+    QCOMPARE(totalDepth(), QStringLiteral("1000.00"));
     QByteArray info = files::read(survey + QStringLiteral("/.survey"));
     files::write(survey + QStringLiteral("/.survey"), info.replace("`D\n", "`F\n"));
     trigger("refreshAction");
     QCOMPARE(title(), QStringLiteral("TD (ft)"));
+    QCOMPARE(totalDepth(), QStringLiteral("1000.00")); // what lies in the file
 }
 
 void TestWorkbenchWindow::noSurveyFolderIsRefused_data()
