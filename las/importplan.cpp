@@ -81,9 +81,13 @@ QString stopReason(const ImportTab &tab, int tabNumber)
         return tab.wellName + QStringLiteral("'s maximum depth is less than LAS files ") + which
             + QStringLiteral(" depth.\nPlease update Well defination or changed the LAS file");
     };
-    if (tab.startDepth > tab.wellMaximumDepth)
+    // Hosts keep depths in single precision: a file that ends at its well's total depth must not lie a rounding below.
+    const auto isBelow = [&tab](double depth) {
+        return static_cast<float>(depth) > static_cast<float>(tab.wellMaximumDepth);
+    };
+    if (isBelow(tab.startDepth))
         return tooDeep(QStringLiteral("start"));
-    return tab.stopDepth > tab.wellMaximumDepth ? tooDeep(QStringLiteral("end")) : QString();
+    return isBelow(tab.stopDepth) ? tooDeep(QStringLiteral("end")) : QString();
 }
 
 QString refusal(const QVector<ImportTab> &tabs, const ImportOptions &options)

@@ -18,6 +18,20 @@ QString lengthText(double length)
     return QString::fromLatin1(base::formatShortest(std::round(length * lengthSteps) / lengthSteps));
 }
 
+// Rounded up: in the single precision of the host, too, the well ends no higher than its deepest sample.
+QString totalDepthText(double metres, DepthUnit unit)
+{
+    const auto endsAbove = [metres, unit](double steps) {
+        const auto stored = static_cast<float>(steps / lengthSteps);
+        return (unit == DepthUnit::Foot ? host::feetToMetres(stored) : stored) < static_cast<float>(metres);
+    };
+    const double depth = fromMetres(metres, unit);
+    double steps = std::round(depth * lengthSteps);
+    while (steps / lengthSteps < depth || endsAbove(steps))
+        ++steps;
+    return QString::fromLatin1(base::formatShortest(steps / lengthSteps));
+}
+
 // A header that is silent on the ground leaves it unknown; the other fields need a number.
 WellTexts textsOf(const WellProposal &proposal, DepthUnit unit)
 {
@@ -28,7 +42,7 @@ WellTexts textsOf(const WellProposal &proposal, DepthUnit unit)
     texts[WellField::Y] = lengthText(proposal.y);
     texts[WellField::KbElevation] = depthText(proposal.kbM);
     texts[WellField::GroundElevation] = proposal.groundM == 0 ? QString() : depthText(proposal.groundM);
-    texts[WellField::TotalDepth] = depthText(proposal.totalDepthM);
+    texts[WellField::TotalDepth] = totalDepthText(proposal.totalDepthM, unit);
     return texts;
 }
 
