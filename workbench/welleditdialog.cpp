@@ -1,6 +1,7 @@
 #include "workbench/welleditdialog.h"
 
 #include "base/asker.h"
+#include "base/numbers.h"
 #include "workbench/fieldform.h"
 #include "workbench/numberedit.h"
 
@@ -119,6 +120,25 @@ void WellEditDialog::showProblem(WellField field)
     m_form->setProblem(m_edits[static_cast<size_t>(field)], problemOf(field));
 }
 
+// Asks before a smaller total depth takes surveyed points away.
+bool WellEditDialog::mayCut(double totalDepth)
+{
+    const host::Outcome<int> below = m_key.isEmpty() || totalDepth >= m_before.totalDepth
+        ? host::Outcome<int>()
+        : m_store.trackPointsBelow(m_key, totalDepth);
+    if (below.value == 0) // what cannot be read cannot be saved either, which says why
+        return true;
+    const QString depth =
+        QString::fromLatin1(base::formatShortest(totalDepth)) + QLatin1Char(' ') + symbol(m_store.depthUnit());
+    const QString points =
+        below.value == 1 ? QStringLiteral("1 point") : QStringLiteral("%1 points").arg(below.value);
+    return m_asker.confirmLoss(
+        windowTitle(),
+        QStringLiteral("Set the total depth of the well \"%1\" to %2?\nIts path is cut there: %3 "
+                       "below it will be deleted. This cannot be undone.")
+            .arg(m_before.name, depth, points));
+}
+
 host::Status WellEditDialog::save(const WellProperties &properties)
 {
     if (m_key.isEmpty()) {
@@ -147,6 +167,8 @@ void WellEditDialog::accept()
     if (m_key.isEmpty() || isChanged) {
         WellProperties properties = wellProperties(texts(), m_before);
         properties.typeCode = typeCode;
+        if (!mayCut(properties.totalDepth))
+            return;
         const host::Status status = save(properties);
         if (!status.ok()) {
             m_asker.warn(windowTitle(), status.error);

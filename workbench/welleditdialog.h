@@ -43,6 +43,7 @@ private:
     WellTexts texts() const;
     void showProblem(WellField field);
     QString problemOf(WellField field) const;
+    bool mayCut(double totalDepth);
     host::Status save(const WellProperties &properties);
 
     SurveyStore &m_store;

@@ -51,8 +51,9 @@ QString number(double value)
     return QString::fromLatin1(base::formatShortest(static_cast<float>(value)));
 }
 
-QString depthText(float depth)
+QString depthText(float depthM, DepthUnit unit)
 {
+    const float depth = unit == DepthUnit::Foot ? host::metresToFeet(depthM) : depthM;
     return QString::fromLatin1(base::formatFixed(static_cast<double>(depth), 2));
 }
 
@@ -298,8 +299,9 @@ void WellManagerDialog::countSamples(int row)
         return;
     samples->setText(QString::number(log.value.depths.size()));
     if (!log.value.depths.isEmpty()) {
-        m_logs->item(row, TopColumn)->setText(depthText(log.value.depths.first()));
-        m_logs->item(row, BaseColumn)->setText(depthText(log.value.depths.last()));
+        const DepthUnit unit = m_store.depthUnit();
+        m_logs->item(row, TopColumn)->setText(depthText(log.value.depths.first(), unit));
+        m_logs->item(row, BaseColumn)->setText(depthText(log.value.depths.last(), unit));
     }
 }
 
@@ -351,10 +353,10 @@ void WellManagerDialog::deleteWell()
     const host::WellEntry well = currentWell();
     const QString title = QStringLiteral("Delete well");
     if (well.key.isEmpty()
-        || !m_asker.confirm(title,
-                            QStringLiteral("Delete the well \"%1\"?\nIts logs and markers are deleted too. "
-                                           "This cannot be undone.")
-                                .arg(well.name)))
+        || !m_asker.confirmLoss(title,
+                                QStringLiteral("Delete the well \"%1\"?\nIts logs and markers are deleted too. "
+                                               "This cannot be undone.")
+                                    .arg(well.name)))
         return;
     // The well below moves up to the place of the deleted one.
     const QModelIndex current = m_list->currentIndex();
@@ -373,7 +375,7 @@ void WellManagerDialog::removeLog()
         return;
     const QString name = m_logs->item(row, NameColumn)->text();
     const QString title = QStringLiteral("Remove log");
-    if (!m_asker.confirm(
+    if (!m_asker.confirmLoss(
             title,
             QStringLiteral("Remove the log \"%1\" of the well \"%2\"?\nThis cannot be undone.").arg(name, well.name)))
         return;

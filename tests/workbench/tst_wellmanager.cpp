@@ -83,6 +83,8 @@ private slots:
     void editsAWell();
     void editWithoutAChangeWritesNothing();
     void editKeepsAnUnknownType();
+    void aSmallerTotalDepthAsksFirst();
+    void aGreaterOrKeptTotalDepthAsksNothing();
     void storeErrorsKeepTheDialogOpen();
     void renamesAWell();
     void renameRefusesTakenAndEmptyNames();
@@ -265,6 +267,12 @@ void TestWellManager::aCutLogSaysSo()
 
 void TestWellManager::feetAreCalledFeet()
 {
+    const auto depths = [this] {
+        WellManagerDialog dialog(*m_store, m_asker);
+        return column(dialog.findChild<QTableWidget *>(), 3) + column(dialog.findChild<QTableWidget *>(), 4);
+    };
+    const QStringList depthsBefore = depths();
+    QVERIFY(depthsBefore.size() == 8 && !depthsBefore.contains(QStringLiteral("?")));
     QByteArray info = files::read(survey() + QStringLiteral("/.survey"));
     const int end = info.indexOf('\n', info.indexOf("Z range"));
     files::write(survey() + QStringLiteral("/.survey"), info.replace(end - 1, 1, "F"));
@@ -278,6 +286,7 @@ void TestWellManager::feetAreCalledFeet()
     QCOMPARE(labels.filter(QStringLiteral("ft above datum")).size(), 2);
     QCOMPARE(labels.filter(QStringLiteral("ft along hole")).size(), 1);
     QVERIFY(labels.filter(QStringLiteral("m above datum")).isEmpty());
+    QCOMPARE(depths(), depthsBefore); // what lies in the files, now taken for feet
 }
 
 void TestWellManager::addsAWell()
@@ -420,6 +429,60 @@ void TestWellManager::editKeepsAnUnknownType()
     QCOMPARE(SurveyStore(survey()).properties(probeOne).value.kbElevation, 31.0);
 }
 
+void TestWellManager::aSmallerTotalDepthAsksFirst()
+{
+    const auto before = files::snapshot(survey());
+    WellEditDialog dialog(*m_store, m_asker, probeTwo, m_store->properties(probeTwo).value);
+    QVERIFY(showActive(&dialog));
+    type(&dialog, "totalDepthEdit", QStringLiteral("1750.5"));
+    m_asker.answers = {base::BoxButton::No};
+    QTest::keyClick(&dialog, Qt::Key_Return);
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(files::snapshot(survey()), before);
+    QCOMPARE(m_asker.boxes.size(), 1);
+    const base::Box box = m_asker.boxes.first();
+    QCOMPARE(box.title, dialog.windowTitle());
+    QCOMPARE(box.icon, base::BoxIcon::Question);
+    QCOMPARE(box.buttons, (QVector<base::BoxButton>{base::BoxButton::No, base::BoxButton::Yes}));
+    QCOMPARE(
+        box.text,
+        QStringLiteral("Set the total depth of the well \"Probe 2/A\" to 1750.5 m?\nIts path is cut there: 3 points "
+                       "below it will be deleted. This cannot be undone."));
+    type(&dialog, "totalDepthEdit", QStringLiteral("1950"));
+    m_asker.answers = {base::BoxButton::Yes};
+    QTest::keyClick(&dialog, Qt::Key_Return);
+    QVERIFY(!dialog.isVisible());
+    QVERIFY(m_asker.boxes.last().text.contains(QStringLiteral(" 1 point below it")));
+    QCOMPARE(SurveyStore(survey()).properties(probeTwo).value.totalDepth, 1950.0);
+}
+
+void TestWellManager::aGreaterOrKeptTotalDepthAsksNothing()
+{
+    const QByteArray rows = files::read(survey() + QStringLiteral("/WellInfo/Probe_2_A.well"));
+    for (const char *depth : {"2000", "2200"}) {
+        WellEditDialog dialog(*m_store, m_asker, probeTwo, m_store->properties(probeTwo).value);
+        QVERIFY(showActive(&dialog));
+        type(&dialog, "kbEdit", QStringLiteral("30"));
+        type(&dialog, "totalDepthEdit", QString::fromLatin1(depth));
+        QTest::keyClick(&dialog, Qt::Key_Return);
+        QVERIFY(!dialog.isVisible());
+    }
+    QVERIFY(m_asker.boxes.isEmpty());
+    // Every point that was there is there.
+    const QByteArray now = files::read(survey() + QStringLiteral("/WellInfo/Probe_2_A.well"));
+    const auto track = [](const QByteArray &bytes) { return bytes.mid(bytes.lastIndexOf("\n!\n")); };
+    QVERIFY(track(now).startsWith(track(rows)));
+    QCOMPARE(track(now).count('\n'), track(rows).count('\n') + 1);
+    WellEditDialog add(*m_store, m_asker);
+    QVERIFY(showActive(&add));
+    type(&add, "nameEdit", QStringLiteral("new"));
+    for (const char *edit : {"xEdit", "yEdit", "totalDepthEdit"})
+        type(&add, edit, QStringLiteral("5"));
+    QTest::keyClick(&add, Qt::Key_Return);
+    QVERIFY(!add.isVisible());
+    QVERIFY(m_asker.boxes.isEmpty());
+}
+
 void TestWellManager::storeErrorsKeepTheDialogOpen()
 {
     FailingDisk fullDisk(FailingDisk::Write);
@@ -501,7 +564,8 @@ void TestWellManager::deletesAfterAsking()
     QCOMPARE(box.text,
              QStringLiteral("Delete the well \"Probe 2/A\"?\nIts logs and markers are deleted too. "
                             "This cannot be undone."));
-    QCOMPARE(box.buttons, (QVector<base::BoxButton>{base::BoxButton::Yes, base::BoxButton::No}));
+    // The first button is the default one.
+    QCOMPARE(box.buttons, (QVector<base::BoxButton>{base::BoxButton::No, base::BoxButton::Yes}));
     QCOMPARE(changed.size(), 1);
     QCOMPARE(names(SurveyStore(survey()).list().value), QStringList{QStringLiteral("Probe-1")});
     QCOMPARE(dialog.currentWellKey(), probeOne);
@@ -523,10 +587,12 @@ void TestWellManager::keepsTheWellOnNo()
     WellManagerDialog dialog(*m_store, m_asker);
     QVERIFY(showActive(&dialog));
     QSignalSpy changed(&dialog, &WellManagerDialog::changed);
-    pressMnemonic(&dialog, Qt::Key_D); // the script answers with the last button, No
+    m_asker.answers = {base::BoxButton::No, base::BoxButton::No};
+    pressMnemonic(&dialog, Qt::Key_D);
     dialog.findChild<QTableWidget *>()->selectRow(0);
     pressMnemonic(&dialog, Qt::Key_R);
     QCOMPARE(m_asker.boxes.size(), 2);
+    QCOMPARE(m_asker.boxes.last().buttons.first(), base::BoxButton::No);
     QVERIFY(changed.isEmpty());
     QCOMPARE(files::snapshot(survey()), before);
 }
@@ -626,7 +692,6 @@ void TestWellManager::manyWellsAreListed()
     m_asker.answers = {base::BoxButton::Yes};
     pressMnemonic(&dialog, Qt::Key_D);
     QCOMPARE(view->model()->rowCount(), 1999);
-    // Editing it is refused with the reason.
     QTest::mouseClick(dialog.findChild<QPushButton *>(QStringLiteral("editWellButton")), Qt::LeftButton);
     QVERIFY(m_asker.boxes.last().text.contains(QLatin1String("none.well")));
 }
