@@ -347,6 +347,13 @@ void TestLasWriter::rangeOfLogs()
     above.add(log("A", "", "", -50, 1, 11));
     QCOMPARE(above.start, -50.0);
     QCOMPARE(above.stop, 0.0);
+    // The first and the last sample count, not the least and the largest depth.
+    LogCurveData jumbled = log("J", "", "", 1000, 1, 4);
+    jumbled.depths = {900, 1200, 800, 1100};
+    las::ExportRange ends(3000);
+    ends.add(jumbled);
+    QCOMPARE(ends.start, 900.0);
+    QCOMPARE(ends.stop, 1100.0);
 }
 
 void TestLasWriter::resamplingForExport()
