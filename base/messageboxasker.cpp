@@ -1,5 +1,7 @@
 #include "base/messageboxasker.h"
 
+#include "base/nestedevents.h"
+
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
@@ -54,6 +56,7 @@ MessageBoxAsker::MessageBoxAsker(QWidget *parent)
 
 BoxButton MessageBoxAsker::show(const Box &box)
 {
+    const NestedEvents events;
     // Over the window the user works in: over another one, the box would bring that to the front.
     QWidget *active = QApplication::activeModalWidget();
     if (!active)

@@ -22,6 +22,8 @@ public:
     virtual void markersChanged(const QString &wellKey) = 0;
     /// Another survey is current now: keys, indexes and paths of the old one are void.
     virtual void surveyChanged() = 0;
+    /// The host ends, and has asked whatever it asks: windows go now, without a question.
+    virtual void hostClosing() {}
 };
 
 /// An entry of the host's menu.

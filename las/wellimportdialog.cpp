@@ -1,6 +1,7 @@
 #include "las/wellimportdialog.h"
 
 #include "base/asker.h"
+#include "base/nestedevents.h"
 #include "datastore/curvegroupassignment.h"
 #include "datastore/hostwriter.h"
 #include "datastore/projectdata.h"
@@ -134,6 +135,7 @@ void WellImportDialog::selectLasFilesClicked()
     if (m_isRunning)
         return;
     const QPointer<WellImportDialog> self(this);
+    const base::NestedEvents events; // the chooser handles them
     const QStringList paths =
         chooseFiles(this, QStringLiteral("Select Well(s)"), QStringLiteral("Las Files (*.Las *.LAS *.las)"));
     if (!self || paths.isEmpty())
@@ -262,7 +264,7 @@ WellImportDialog::End WellImportDialog::importRows(const las::ImportTab &tab, co
     HostWriter writer(m_data.host.wells(), m_data.catalogue, m_data.asker,
                       [this](const QString &text) { m_data.host.showError(text); });
     for (int row = 0; row <= tab.rows.size(); ++row) {
-        QCoreApplication::processEvents(); // the last time behind the last row
+        base::handleEvents(); // the last time behind the last row
         if (!self)
             return End::Deleted;
         if (m_isCancelled)

@@ -1,6 +1,7 @@
 #include "las/welllogexport.h"
 
 #include "base/asker.h"
+#include "base/nestedevents.h"
 #include "datastore/projectdata.h"
 #include "las/checklist.h"
 #include "las/exportcurvesinascii.h"
@@ -178,6 +179,7 @@ void WellLogExport::intervalCheckBoxToggled(bool isChecked)
 void WellLogExport::browseBtnClicked()
 {
     const QPointer<WellLogExport> self(this);
+    const base::NestedEvents events; // the chooser handles them
     const QString folder = chooseFolder(this, QStringLiteral("Open Directory"), m_folderEdit->text());
     if (self && !folder.isEmpty())
         m_folderEdit->setText(folder);
@@ -385,7 +387,7 @@ std::function<bool()> WellLogExport::goOn()
 {
     const QPointer<WellLogExport> self(this);
     return [self] {
-        QCoreApplication::processEvents();
+        base::handleEvents();
         return self && !self->m_isCancelled;
     };
 }

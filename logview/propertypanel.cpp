@@ -1,5 +1,7 @@
 #include "logview/propertypanel.h"
 
+#include "base/nestedevents.h"
+
 #include <QColorDialog>
 #include <QGridLayout>
 #include <QLabel>
@@ -44,6 +46,7 @@ void PropertyPanel::addRow(const QString &label, QWidget *field, const QString &
 
 QColor PropertyPanel::chooseColor(const QColor &current)
 {
+    const base::NestedEvents events;
     const QPointer<QColorDialog> dialog = new QColorDialog(current, this);
     dialog->setWindowTitle(QStringLiteral("Select Color"));
     const bool isChosen = dialog->exec() == QDialog::Accepted;

@@ -1,6 +1,7 @@
 #include "mainwin/mainwindow.h"
 
 #include "base/asker.h"
+#include "base/nestedevents.h"
 #include "datastore/projectdata.h"
 #include "las/wellimportdialog.h"
 #include "las/welllogexport.h"
@@ -200,6 +201,7 @@ void MainWindow::printActionClicked()
     connect(preview, &QPrintPreviewDialog::paintRequested, this, &MainWindow::printPreView);
     const QPointer<MainWindow> self = this;
     m_isInPreview = true;
+    const base::NestedEvents events;
     preview->exec();
     delete preview;
     if (!self)
@@ -253,8 +255,20 @@ void MainWindow::documentActionClicked()
         QDesktopServices::openUrl(fileUrl(path));
 }
 
+void MainWindow::closeWithoutAsking()
+{
+    m_closesWithoutAsking = true;
+    close();
+}
+
 void MainWindow::closeEvent(QCloseEvent *event)
 {
+    // A host whose window has gone before this one ends, and asked already.
+    const bool isHostGone = parentWidget() && !parentWidget()->isVisible();
+    if (m_closesWithoutAsking || isHostGone) {
+        event->accept();
+        return;
+    }
     const base::Box question{base::BoxIcon::Warning,
                              QStringLiteral("Exit"),
                              QStringLiteral("Do you really want to exit ?"),

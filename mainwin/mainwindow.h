@@ -24,6 +24,9 @@ public:
 
     ProjectTreeWidget *projectTree() const { return m_projectTree; }
 
+    /// Closes the window without the question whether to exit.
+    void closeWithoutAsking();
+
     /// The markers of a well of the catalogue changed in the host.
     void markersChanged(int well);
 
@@ -61,6 +64,7 @@ private:
     QTabWidget *m_tabs = nullptr;
     ProjectTreeWidget *m_projectTree = nullptr;
     WellLogsViewWidget *m_logsView = nullptr;
+    bool m_closesWithoutAsking = false;
     bool m_isInPreview = false;
     bool m_isPictureSaved = false; ///< for the preview that is shown
     QImage m_previewPage; ///< of the preview that is shown

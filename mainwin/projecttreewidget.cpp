@@ -2,6 +2,7 @@
 
 #include "base/asker.h"
 #include "base/folderremoval.h"
+#include "base/nestedevents.h"
 #include "datastore/projectdata.h"
 #include "mainwin/projectfolders.h"
 #include "mainwin/projecttreesync.h"
@@ -341,6 +342,7 @@ void ProjectTreeWidget::contextMenuEvent(QContextMenuEvent *event)
     } else if (item->type() == CorrelationItem) {
         add("Delete", &ProjectTreeWidget::deleteCorrelationFromData, true);
     }
+    const base::NestedEvents events;
     if (!menu.isEmpty())
         menu.exec(isByKeyboard ? viewport()->mapToGlobal(visualItemRect(item).bottomLeft()) : event->globalPos());
 }

@@ -1,11 +1,14 @@
 #include "plugin/lorvaosmgr.h"
 
+#include "base/nestedevents.h"
 #include "datastore/defaultlogs.h"
 
 #include <QApplication>
 #include <QScopedValueRollback>
 #include <QStyle>
 #include <QStyleOptionViewItem>
+
+#include <utility>
 
 namespace {
 
@@ -42,36 +45,61 @@ void lorvaosMgr::deleteWindows()
 {
     delete m_mainWindow;
     delete m_launcher;
-    m_data.reset();
+    m_launch.reset();
+}
+
+void lorvaosMgr::deleteEndedLaunch()
+{
+    if (m_launch && !isRunning())
+        deleteWindows();
+}
+
+// The data of the launch and its windows belong together: both go when nothing works with them any more.
+void lorvaosMgr::endLaunch()
+{
+    if (!isRunning())
+        return;
+    m_launch->host.end();
+    base::NestedEvents::whenDone(&m_context, [this] { deleteEndedLaunch(); });
 }
 
 void lorvaosMgr::launch()
 {
     if (m_isLaunching)
         return;
-    m_isAbandoned = false;
+    if (base::NestedEvents::areHandled()) {
+        if (!std::exchange(m_isLaunchDue, true))
+            base::NestedEvents::whenDone(&m_context, [this] {
+                m_isLaunchDue = false;
+                launch();
+            });
+        return;
+    }
     {
         const QScopedValueRollback<bool> launching(m_isLaunching, true);
+        const base::NestedEvents events;
         runLaunch();
     }
-    if (m_isAbandoned)
-        deleteWindows();
+    deleteEndedLaunch();
 }
 
 void lorvaosMgr::runLaunch()
 {
     deleteWindows();
-    auto data = std::make_unique<ProjectData>(m_host, m_asker);
-    ProjectData &launchData = *data;
     // Kept before any window of it exists, so that it outlives them whatever happens in between.
-    m_data = std::move(data);
+    m_launch = std::make_unique<Launch>(m_host, m_asker);
+    ProjectData &launchData = m_launch->data;
+    QObject::disconnect(m_hostWindowWatch);
+    if (const QWidget *hostWindow = m_host.mainWidget())
+        m_hostWindowWatch =
+            QObject::connect(hostWindow, &QObject::destroyed, &m_context, [this] { hostWindowGoes(); });
     m_launcher = new Launcher(launchData, m_host.mainWidget());
-    if (m_isAbandoned)
+    if (!isRunning())
         return;
     m_launcher->show();
 
     // Each step lets the host handle its events, in which the survey may change or the host close its window.
-    const auto mayGoOn = [this] { return m_launcher && !m_isAbandoned; };
+    const auto mayGoOn = [this] { return m_launcher && isRunning(); };
     const auto step = [this, mayGoOn](int percent, const char *status) {
         if (!mayGoOn())
             return false;
@@ -95,27 +123,45 @@ void lorvaosMgr::runLaunch()
         return;
     m_launcher->close();
     QCoreApplication::processEvents();
-    if (m_mainWindow && !m_isAbandoned)
+    if (m_mainWindow && isRunning())
         m_mainWindow->showMaximized();
 }
 
 void lorvaosMgr::markersChanged(const QString &wellKey)
 {
-    if (!m_data)
+    if (!isRunning())
         return;
-    const int well = m_data->catalogue.indexOfKey(wellKey);
+    WellsCatalogue &catalogue = m_launch->data.catalogue;
+    const int well = catalogue.indexOfKey(wellKey);
     if (well < 0)
         return;
-    m_data->catalogue.refreshMarkerNames(well);
+    catalogue.refreshMarkerNames(well);
     if (m_mainWindow)
         m_mainWindow->markersChanged(well);
 }
 
 void lorvaosMgr::surveyChanged()
 {
-    // A launch in progress still stands on its data; it stops at its next step and everything goes then.
-    if (m_isLaunching)
-        m_isAbandoned = true;
-    else
-        deleteWindows();
+    endLaunch();
+}
+
+void lorvaosMgr::hostClosing()
+{
+    if (m_mainWindow)
+        m_mainWindow->closeWithoutAsking();
+    endLaunch();
+}
+
+// The host's window takes its children along at once: what is still worked with must not be among them.
+void lorvaosMgr::hostWindowGoes()
+{
+    if (base::NestedEvents::areHandled()) {
+        for (QWidget *window : {static_cast<QWidget *>(m_mainWindow), static_cast<QWidget *>(m_launcher)}) {
+            if (window) {
+                window->hide();
+                window->setParent(nullptr);
+            }
+        }
+    }
+    endLaunch();
 }

@@ -12,12 +12,8 @@ namespace workbench {
 WorkbenchHost::WorkbenchHost(const QString &dataFolder)
     : m_dataFolder(dataFolder)
 {
-    m_store.setMarkersChanged([this](const QString &key) {
-        const QVector<host::Listener *> listeners = m_listeners;
-        for (host::Listener *listener : listeners)
-            if (m_listeners.contains(listener))
-                listener->markersChanged(key);
-    });
+    m_store.setMarkersChanged(
+        [this](const QString &key) { tell([&key](host::Listener &listener) { listener.markersChanged(key); }); });
     lorvaSetWorkbenchHost(this);
 }
 
@@ -41,10 +37,22 @@ void WorkbenchHost::setWindow(QWidget *window, QMenu *menu)
 void WorkbenchHost::setSurvey(const QString &directory)
 {
     m_store.setSurveyDirectory(directory);
+    tell([](host::Listener &listener) { listener.surveyChanged(); });
+}
+
+void WorkbenchHost::announceClosing()
+{
+    tell([](host::Listener &listener) { listener.hostClosing(); });
+}
+
+// A listener may take itself or another one out while it is told.
+template<class Call>
+void WorkbenchHost::tell(const Call &call) const
+{
     const QVector<host::Listener *> listeners = m_listeners;
     for (host::Listener *listener : listeners)
         if (m_listeners.contains(listener))
-            listener->surveyChanged();
+            call(*listener);
 }
 
 QString WorkbenchHost::surveyDirectory() const
@@ -78,9 +86,12 @@ QIcon WorkbenchHost::icon(const QString &fileName) const
 
 void WorkbenchHost::showError(const QString &text)
 {
-    QMessageBox box(QMessageBox::Critical, QStringLiteral("LORVA Workbench"), text, QMessageBox::Ok, m_window);
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
+    // On the heap: the window may go while the box is shown, and takes it along.
+    const QPointer<QMessageBox> box =
+        new QMessageBox(QMessageBox::Critical, QStringLiteral("LORVA Workbench"), text, QMessageBox::Ok, m_window);
+    box->setTextFormat(Qt::PlainText);
+    box->exec();
+    delete box;
 }
 
 int WorkbenchHost::appendAction(const host::MenuAction &action)

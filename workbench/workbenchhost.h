@@ -25,6 +25,8 @@ public:
     void setWindow(QWidget *window, QMenu *menu);
     /// Makes another survey current and tells the listeners.
     void setSurvey(const QString &directory);
+    /// Tells the listeners that the program ends.
+    void announceClosing();
     SurveyStore &store() { return m_store; }
 
     QString surveyDirectory() const override;
@@ -41,6 +43,9 @@ public:
     void removeListener(host::Listener *listener) override;
 
 private:
+    template<class Call>
+    void tell(const Call &call) const;
+
     QString m_dataFolder;
     SurveyStore m_store;
     QPointer<QWidget> m_window;

@@ -345,6 +345,7 @@ void WorkbenchWindow::closeEvent(QCloseEvent *event)
     }
     saveLook();
     event->accept();
+    m_host.announceClosing();
     emit closed();
 }
 

@@ -22,10 +22,11 @@ struct Plugin
     lorvaosMgr manager;
 };
 
+// Without the host's main window there is no menu to be started from.
 std::unique_ptr<Plugin> makePlugin()
 {
     uiODMain *window = ODMainWin();
-    return std::make_unique<Plugin>(window, window ? window->menuMgr().utilMnu() : nullptr);
+    return window ? std::make_unique<Plugin>(window, window->menuMgr().utilMnu()) : nullptr;
 }
 
 } // namespace
@@ -42,7 +43,9 @@ Q_DECL_EXPORT PluginInfo *GetLORVAOSPluginInfo()
 Q_DECL_EXPORT const char *InitLORVAOSPlugin(int, char **)
 {
     // Made once, whoever calls and how often.
-    static const std::unique_ptr<Plugin> plugin = makePlugin();
+    static std::unique_ptr<Plugin> plugin;
+    if (!plugin)
+        plugin = makePlugin();
     return plugin ? nullptr : pluginInitFailure;
 }
 }

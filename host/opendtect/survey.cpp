@@ -9,10 +9,12 @@
 
 namespace opendtect {
 
-Survey::Survey(std::function<void()> changed)
+Survey::Survey(std::function<void()> changed, std::function<void()> closing)
     : m_changed(std::move(changed))
+    , m_closing(std::move(closing))
 {
     mAttachCB(IOM().afterSurveyChange, Survey::afterSurveyChange);
+    mAttachCB(IOM().applicationClosing, Survey::applicationClosing);
 }
 
 Survey::~Survey()
@@ -48,6 +50,11 @@ QString Survey::documentationFolder() const
 void Survey::afterSurveyChange(CallBacker *)
 {
     m_changed();
+}
+
+void Survey::applicationClosing(CallBacker *)
+{
+    m_closing();
 }
 
 } // namespace opendtect

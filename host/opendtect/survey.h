@@ -8,12 +8,13 @@
 
 namespace opendtect {
 
-/// The host's current survey and the host's folders.
+/// The host's current survey and the host's folders, and the news of both.
 class Survey : public CallBacker
 {
 public:
-    /// \a changed is called when the host has made another survey current and works normally again.
-    explicit Survey(std::function<void()> changed);
+    /// \a changed is called when the host has made another survey current and works normally again, \a closing when
+    /// the host ends.
+    Survey(std::function<void()> changed, std::function<void()> closing);
     ~Survey() override;
     Survey(const Survey &) = delete;
     Survey &operator=(const Survey &) = delete;
@@ -25,8 +26,10 @@ public:
 
 private:
     void afterSurveyChange(CallBacker *);
+    void applicationClosing(CallBacker *);
 
     std::function<void()> m_changed;
+    std::function<void()> m_closing;
 };
 
 } // namespace opendtect

@@ -105,6 +105,18 @@ const QRegularExpression obeysTheLocale(
 const QRegularExpression fontOfALiteral(QStringLiteral("\\bQFont\\b[^;]*\\(\\s*QStringLiteral"
                                                        "|\\bsetFamily\\s*\\(\\s*QStringLiteral"));
 
+// What lets other code of ours run before it returns. Menus that are popped up, and Qt's own loops, do not.
+const QRegularExpression handlesEvents(QStringLiteral("(\\.|->)exec\\s*\\(|\\bprocessEvents\\s*\\("
+                                                      "|\\bQ(File|Color|Input|Font)Dialog::get|\\bQEventLoop\\b"));
+const QRegularExpression standsNested(QStringLiteral("\\bNestedEvents\\b"));
+
+bool isOfThePlugin(const Source &source)
+{
+    return !QStringList{QStringLiteral("survey"), QStringLiteral("workbench"), QStringLiteral("demo"),
+                        QStringLiteral("programs"), QStringLiteral("host/opendtect")}
+                .contains(source.folder);
+}
+
 // Who may include whom; every folder may include itself and base.
 QStringList allowedFolders(const QString &folder)
 {
@@ -166,6 +178,7 @@ private slots:
     void nothingTouchesTheProcessMask();
     void nothingReadsOrWritesNumbersByTheLocale();
     void fontsAreNotNamedByLiterals();
+    void whoHandlesEventsSaysSo();
     void includesFollowTheArrows();
     void includesNameExistingFiles();
 
@@ -294,6 +307,23 @@ void TestSourceRules::fontsAreNotNamedByLiterals()
         QVERIFY2(fontOfALiteral.match(QString::fromLatin1(line)).hasMatch(), line);
     const QStringList found = linesMatching(m_sources, fontOfALiteral, {});
     QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
+}
+
+// Otherwise the plug-in's manager would delete windows that this code still works with.
+void TestSourceRules::whoHandlesEventsSaysSo()
+{
+    for (const char *line : {"menu.exec(place);", "dialog->exec()", "QCoreApplication::processEvents();",
+                             "return QFileDialog::getOpenFileNames(", "QEventLoop loop;"})
+        QVERIFY2(handlesEvents.match(QString::fromLatin1(line)).hasMatch(), line);
+    QVERIFY(!handlesEvents.match(QStringLiteral("int executed = execute();")).hasMatch());
+    int seen = 0;
+    for (const Source &source : qAsConst(m_sources)) {
+        if (!isOfThePlugin(source) || linesMatching({source}, handlesEvents, {}).isEmpty())
+            continue;
+        ++seen;
+        QVERIFY2(!linesMatching({source}, standsNested, {}).isEmpty(), qPrintable(source.path));
+    }
+    QVERIFY(seen > 4);
 }
 
 void TestSourceRules::includesFollowTheArrows()

@@ -11,6 +11,14 @@ public:
     std::function<void()> onList;
     std::function<void(const QString &key)> onMarkers;
     std::function<void()> onLogs;
+    std::function<void()> onError;
+
+    void showError(const QString &text) override
+    {
+        MemoryHost::showError(text);
+        if (onError)
+            onError();
+    }
 
     host::Outcome<QVector<host::WellEntry>> list() override
     {

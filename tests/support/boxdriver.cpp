@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QPointer>
 #include <QTest>
 
 namespace {
@@ -40,6 +41,14 @@ void BoxDriver::answer(QMessageBox *box)
     for (QAbstractButton *button : box->buttons())
         record.buttons.append(detached(button->text().remove(QLatin1Char('&'))));
     seen.append(record);
+    if (onBox) {
+        const QPointer<QMessageBox> standing = box;
+        m_isBusy = true;
+        onBox();
+        m_isBusy = false;
+        if (!standing)
+            return;
+    }
     if (!answers.isEmpty()) {
         const QString wanted = answers.takeFirst();
         if (wanted.isEmpty()) {

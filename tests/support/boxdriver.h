@@ -29,6 +29,8 @@ public:
     /// button.
     QStringList answers;
     QVector<Seen> seen;
+    /// Called when a message box has come up, before it is answered.
+    std::function<void()> onBox;
     /// Called for every modal widget that is no message box; null leaves it alone.
     std::function<void(QWidget *)> onDialog;
 

@@ -64,6 +64,11 @@ void MemoryHost::changeSurvey(const QString &directory)
     tell([](host::Listener *listener) { listener->surveyChanged(); });
 }
 
+void MemoryHost::announceClosing()
+{
+    tell([](host::Listener *listener) { listener->hostClosing(); });
+}
+
 // A listener may take itself or another one out while it is told.
 template<class Call>
 void MemoryHost::tell(const Call &call)

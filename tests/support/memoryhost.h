@@ -23,6 +23,7 @@ public:
     QString addWell(const host::WellHeader &header);
     Well *find(const QString &key);
     void changeSurvey(const QString &directory);
+    void announceClosing();
     /// Triggers the action as a click on it would.
     void trigger(int index = 0);
 

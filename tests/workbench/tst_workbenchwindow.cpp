@@ -70,6 +70,8 @@ struct SurveyListener : host::Listener
     int changes = 0;
     void markersChanged(const QString &) override { }
     void surveyChanged() override { ++changes; }
+    void hostClosing() override { ++closings; }
+    int closings = 0;
 };
 
 /// A plug-in's window that may refuse to close.
@@ -769,13 +771,18 @@ void TestWorkbenchWindow::utilitiesMenuOfPlugins()
 
 void TestWorkbenchWindow::pluginWindowsMayRefuseToClose()
 {
+    SurveyListener listener;
+    m_host->addListener(&listener);
     auto *other = new StubbornWindow(m_window.get());
     other->show();
     QVERIFY(!m_window->close());
+    QCOMPARE(listener.closings, 0);
     QVERIFY(m_window->isVisible());
     QCOMPARE(other->asked, 1);
     other->refuses = false;
     QVERIFY(m_window->close());
+    QCOMPARE(listener.closings, 1);
+    m_host->removeListener(&listener);
     QVERIFY(!m_window->isVisible());
     QVERIFY(!other->isVisible());
 }
