@@ -3,6 +3,8 @@
 #include <QString>
 #include <QVector>
 
+#include <optional>
+
 namespace base {
 
 enum class BoxIcon { Information, Warning, Question };
@@ -17,6 +19,8 @@ struct Box
     QVector<BoxButton> buttons; ///< the first one is the default
     /// Of the button Ok; empty for the platform's own text ("OK", or its translation). Yes and No are never translated.
     QString okText = {};
+    /// The button that Enter presses; the first one when unset.
+    std::optional<BoxButton> defaultButton = {};
 };
 
 /// The one door through which computing code asks and tells the user: message boxes in the product, a script in

@@ -69,7 +69,7 @@ BoxButton MessageBoxAsker::show(const Box &box)
     for (BoxButton button : box.buttons)
         setButtonText(messageBox->addButton(buttonOf(button)), button, box);
     if (!box.buttons.isEmpty())
-        messageBox->setDefaultButton(buttonOf(box.buttons.first()));
+        messageBox->setDefaultButton(buttonOf(box.defaultButton.value_or(box.buttons.first())));
     const bool asks = box.buttons.contains(BoxButton::No);
     messageBox->setEscapeButton(asks ? QMessageBox::No : QMessageBox::Ok);
     const int clicked = messageBox->exec();

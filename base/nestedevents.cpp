@@ -53,10 +53,10 @@ void NestedEvents::whenDone(QObject *context, const std::function<void()> &call)
         call();
 }
 
-void handleEvents()
+void handleEvents(QEventLoop::ProcessEventsFlags flags)
 {
     const NestedEvents events;
-    QCoreApplication::processEvents();
+    QCoreApplication::processEvents(flags);
 }
 
 } // namespace base

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QEventLoop>
 #include <QObject>
 
 #include <functional>
@@ -25,6 +26,6 @@ public:
 };
 
 /// Handles the events that are due, within NestedEvents: a step of a long work.
-void handleEvents();
+void handleEvents(QEventLoop::ProcessEventsFlags flags = QEventLoop::AllEvents);
 
 } // namespace base

@@ -41,7 +41,7 @@ QUrl fileUrl(const QString &path)
 std::function<bool()> repaintedBetweenWells(const host::Host &host)
 {
     return [&host, survey = host.surveyDirectory()] {
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        base::handleEvents(QEventLoop::ExcludeUserInputEvents);
         return host.surveyDirectory() == survey;
     };
 }
@@ -272,6 +272,8 @@ void MainWindow::closeEvent(QCloseEvent *event)
     const base::Box question{base::BoxIcon::Warning,
                              QStringLiteral("Exit"),
                              QStringLiteral("Do you really want to exit ?"),
-                             {base::BoxButton::Yes, base::BoxButton::No}};
+                             {base::BoxButton::Yes, base::BoxButton::No},
+                             {},
+                             base::BoxButton::No};
     event->setAccepted(m_data.asker.show(question) == base::BoxButton::Yes);
 }

@@ -252,6 +252,7 @@ private slots:
         QCOMPARE(box.title, QStringLiteral("Exit"));
         QCOMPARE(box.text, QStringLiteral("Do you really want to exit ?"));
         QCOMPARE(box.buttons, (QVector<base::BoxButton>{base::BoxButton::Yes, base::BoxButton::No}));
+        QVERIFY(box.defaultButton == base::BoxButton::No);
         QCOMPARE(qobject_cast<QTabWidget *>(fixture.window->centralWidget())->count(), 3);
     }
 
