@@ -1,6 +1,7 @@
 #include "logview/paperview.h"
 
 #include <QEvent>
+#include <QScrollBar>
 
 PaperView::PaperView(QGraphicsScene *scene, QWidget *parent)
     : QGraphicsView(scene, parent)
@@ -15,4 +16,25 @@ bool PaperView::viewportEvent(QEvent *event)
     if (event->type() == QEvent::Paint)
         setViewportUpdateMode(viewport()->devicePixelRatioF() == 1 ? MinimalViewportUpdate : FullViewportUpdate);
     return QGraphicsView::viewportEvent(event);
+}
+
+// What stands left of the tracks stays in sight until the user scrolls it away.
+template<class Change>
+void PaperView::keepingTheLeftEnd(const Change &change)
+{
+    QScrollBar *bar = horizontalScrollBar();
+    const bool wasAtLeft = bar->value() == bar->minimum();
+    change();
+    if (wasAtLeft)
+        bar->setValue(bar->minimum());
+}
+
+void PaperView::showRect(const QRectF &sceneRect)
+{
+    keepingTheLeftEnd([&] { setSceneRect(sceneRect); });
+}
+
+void PaperView::resizeEvent(QResizeEvent *event)
+{
+    keepingTheLeftEnd([&] { QGraphicsView::resizeEvent(event); });
 }

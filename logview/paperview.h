@@ -12,6 +12,14 @@ public:
     /// The scene must outlive the view.
     explicit PaperView(QGraphicsScene *scene, QWidget *parent = nullptr);
 
+    /// What can be scrolled to. The left end stays in sight until the user scrolls it away.
+    void showRect(const QRectF &sceneRect);
+
 protected:
     bool viewportEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    template<class Change>
+    void keepingTheLeftEnd(const Change &change);
 };

@@ -5,8 +5,8 @@
 #include "logview/displaypicture.h"
 #include "logview/markeritem.h"
 #include "logview/markersaving.h"
-#include "logview/paperview.h"
 #include "logview/trackitem.h"
+#include "logview/viewpair.h"
 #include "logview/welldisplaydata.h"
 #include "logview/welllogsscene.h"
 #include "logview/welllogsscenepropertywidget.h"
@@ -16,17 +16,11 @@
 #include <QApplication>
 #include <QDockWidget>
 #include <QLabel>
-#include <QScrollBar>
-#include <QSplitter>
 #include <QVBoxLayout>
 
 #include <algorithm>
 
 namespace {
-
-constexpr int markerNameMargin = 60; // pixels left of the tracks, for the names of markers
-constexpr int smallestHeaderHeight = 70;
-constexpr int headerHeightAlwaysShown = 20 + 4 * 45;
 
 class WaitCursor
 {
@@ -58,11 +52,6 @@ private:
     QList<QGraphicsItem *> m_selected;
 };
 
-QRectF withMargin(const QRectF &sceneRect)
-{
-    return sceneRect.adjusted(-markerNameMargin, 0, 0, 0);
-}
-
 } // namespace
 
 WellDisplayWidget::WellDisplayWidget(ProjectData &projectData, const QString &wellName, const QString &templateName,
@@ -79,7 +68,12 @@ WellDisplayWidget::WellDisplayWidget(ProjectData &projectData, const QString &we
     setWindowTitle(wellName);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    buildViews(layout);
+    m_logView = new WellLogsView(m_scene.get());
+    m_logView->setObjectName(QStringLiteral("logView"));
+    m_views = new ViewPair(m_headerScene.get(), m_logView);
+    auto *views = new QHBoxLayout;
+    views->addWidget(m_views);
+    layout->addLayout(views, 1);
     m_statusLine->setObjectName(QStringLiteral("statusLine"));
     m_statusLine->setTextFormat(Qt::PlainText);
     m_statusLine->setMinimumWidth(1); // a long read-out must not widen the window
@@ -88,14 +82,12 @@ WellDisplayWidget::WellDisplayWidget(ProjectData &projectData, const QString &we
 
     connect(m_scene.get(), &WellLogsScene::propertyWidgetChanged, this, &WellDisplayWidget::setPropertyWidget);
     connect(m_scene.get(), &WellLogsScene::sendDeleteTrack, this, &WellDisplayWidget::deleteTrack);
-    connect(m_scene.get(), &WellLogsScene::laidOut, this, &WellDisplayWidget::showScenes);
-    QScrollBar *headerBar = m_headerView->horizontalScrollBar();
-    const QScrollBar *logBar = m_logView->horizontalScrollBar();
-    connect(logBar, &QScrollBar::valueChanged, headerBar, &QScrollBar::setValue);
-    connect(headerBar, &QScrollBar::rangeChanged, headerBar, [=] { headerBar->setValue(logBar->value()); });
+    connect(m_scene.get(), &WellLogsScene::laidOut, m_views, &ViewPair::showScenes);
+    connect(m_scene.get(), &WellLogsScene::markersDropped, this,
+            [this](const QStringList &names) { emit markersDropped(m_wellName, names); });
     connect(m_logView, &WellLogsView::saveMarkerRequested, this, &WellDisplayWidget::saveMarker);
     connect(m_logView, &WellLogsView::pickingHint, this, &WellDisplayWidget::setStatusLabel);
-    showScenes();
+    m_views->showScenes();
     showScenePanel();
 }
 
@@ -105,30 +97,6 @@ WellDisplayWidget::~WellDisplayWidget()
     if (m_dock && m_dock->widget() && m_dock->widget() == m_scene->selection().shownPanel())
         m_dock->setWidget(nullptr);
     m_scene->disconnect(this);
-}
-
-void WellDisplayWidget::buildViews(QVBoxLayout *layout)
-{
-    m_headerView = new PaperView(m_headerScene.get());
-    m_headerView->setObjectName(QStringLiteral("headerView"));
-    m_headerView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_logView = new WellLogsView(m_scene.get());
-    m_logView->setObjectName(QStringLiteral("logView"));
-    for (QGraphicsView *view : {m_headerView, static_cast<QGraphicsView *>(m_logView)}) {
-        view->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-        view->setTransformationAnchor(QGraphicsView::NoAnchor);
-        // Both viewports must have one width, or headers and tracks would not scroll alike.
-        view->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-    }
-    auto *splitter = new QSplitter(Qt::Vertical);
-    splitter->setHandleWidth(0);
-    splitter->addWidget(m_headerView);
-    splitter->addWidget(m_logView);
-    splitter->setStretchFactor(0, 1);
-    splitter->setCollapsible(1, false);
-    auto *views = new QHBoxLayout;
-    views->addWidget(splitter);
-    layout->addLayout(views, 1);
 }
 
 void WellDisplayWidget::buildTracks(const QString &templateName)
@@ -148,23 +116,9 @@ void WellDisplayWidget::buildTracks(const QString &templateName)
         setStatusLabel(QStringLiteral("The template \"%1\" has no tracks.").arg(templateName));
 }
 
-// The part of the display that is looked at stays in sight when the scale changes.
-void WellDisplayWidget::showScenes()
+QGraphicsView *WellDisplayWidget::headerView() const
 {
-    QScrollBar *bar = m_logView->verticalScrollBar();
-    const double place = bar->maximum() > 0 ? bar->value() / static_cast<double>(bar->maximum()) : 0;
-    m_logView->showRect(withMargin(m_scene->sceneRect()));
-    m_headerView->setSceneRect(withMargin(m_headerScene->sceneRect()));
-    bar->setValue(static_cast<int>(place * bar->maximum()));
-    fitHeaderHeight();
-}
-
-// The headers get the room they need and the tracks all the rest, also when the window grows or is small.
-void WellDisplayWidget::fitHeaderHeight()
-{
-    const int needed = static_cast<int>(m_headerScene->itemsBoundingRect().height()) + 2 * m_headerView->frameWidth();
-    m_headerView->setMaximumHeight(std::max(needed, smallestHeaderHeight));
-    m_headerView->setMinimumHeight(std::clamp(needed, smallestHeaderHeight, headerHeightAlwaysShown));
+    return m_views->headerView();
 }
 
 void WellDisplayWidget::setPropertyWidget(QWidget *prtyWidget)
@@ -216,6 +170,16 @@ void WellDisplayWidget::removeMarker(const QString &wellName, const QString &mar
     MarkerItem *marker = wellName == m_wellName ? m_scene->markers().findStored(markerName) : nullptr;
     if (marker)
         m_scene->markers().destroy(marker);
+}
+
+void WellDisplayWidget::removeGoneMarkers()
+{
+    const int well = m_data.catalogue.indexOf(m_wellName);
+    const QStringList names = well < 0 ? QStringList() : m_data.catalogue.markerNames(well);
+    const QVector<MarkerItem *> shown = m_scene->markers().all();
+    for (MarkerItem *marker : shown)
+        if (!m_scene->markers().unsaved().contains(marker) && !names.contains(marker->markerName()))
+            m_scene->markers().destroy(marker);
 }
 
 void WellDisplayWidget::saveMarker(MarkerItem *marker)

@@ -11,10 +11,10 @@ class QGraphicsScene;
 class QGraphicsView;
 class QLabel;
 class QPainter;
-class QVBoxLayout;
 QT_END_NAMESPACE
 
 class MarkerItem;
+class ViewPair;
 class WellLogsScene;
 class WellLogsView;
 struct ProjectData;
@@ -34,12 +34,14 @@ public:
     const QString &wellName() const { return m_wellName; }
     WellLogsScene *scene() const { return m_scene.get(); }
     WellLogsView *logView() const { return m_logView; }
-    QGraphicsView *headerView() const { return m_headerView; }
+    QGraphicsView *headerView() const;
 
     /// Shows a marker of the well. Nothing happens for a marker of another well, one that is shown or one that the
     /// well has not.
     void addMarker(const QString &wellName, const QString &markerName);
     void removeMarker(const QString &wellName, const QString &markerName);
+    /// Takes the markers away that the catalogue does not name any more.
+    void removeGoneMarkers();
 
     /// Saves the display as "<well name>.tiff" in the project folder; the status line tells where, or what failed.
     void savePicture();
@@ -52,6 +54,8 @@ public:
 signals:
     /// A picked marker is a marker of the well now, and shown.
     void markerSaved(QString wellName, QString markerName);
+    /// A new depth range, depth type or unit, or the user, took markers of the well out of the display.
+    void markersDropped(QString wellName, QStringList markerNames);
 
 public slots:
     void setPropertyWidget(QWidget *prtyWidget);
@@ -59,10 +63,7 @@ public slots:
     void setStatusLabel(QString label);
 
 private:
-    void buildViews(QVBoxLayout *layout);
     void buildTracks(const QString &templateName);
-    void showScenes();
-    void fitHeaderHeight();
     void saveMarker(MarkerItem *marker);
 
     ProjectData &m_data;
@@ -70,7 +71,7 @@ private:
     QPointer<QDockWidget> m_dock;
     std::unique_ptr<QGraphicsScene> m_headerScene; ///< outlives the log scene
     std::unique_ptr<WellLogsScene> m_scene;
-    QGraphicsView *m_headerView = nullptr;
     WellLogsView *m_logView = nullptr;
+    ViewPair *m_views = nullptr;
     QLabel *m_statusLine = nullptr;
 };

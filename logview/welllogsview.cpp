@@ -8,7 +8,6 @@
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QPointer>
-#include <QScrollBar>
 
 namespace {
 
@@ -139,27 +138,6 @@ QMenu *WellLogsView::createContextMenu(const QPoint &position)
         addItemAction(menu, QStringLiteral("Delete Track"), item, [this] { m_scene->deleteTrack(); });
     }
     return menu;
-}
-
-// What stands left of the tracks stays in sight until the user scrolls it away.
-template<class Change>
-void WellLogsView::keepingTheLeftEnd(const Change &change)
-{
-    QScrollBar *bar = horizontalScrollBar();
-    const bool wasAtLeft = bar->value() == bar->minimum();
-    change();
-    if (wasAtLeft)
-        bar->setValue(bar->minimum());
-}
-
-void WellLogsView::showRect(const QRectF &sceneRect)
-{
-    keepingTheLeftEnd([&] { setSceneRect(sceneRect); });
-}
-
-void WellLogsView::resizeEvent(QResizeEvent *event)
-{
-    keepingTheLeftEnd([&] { PaperView::resizeEvent(event); });
 }
 
 void WellLogsView::contextMenuEvent(QContextMenuEvent *event)

@@ -22,9 +22,6 @@ public:
     void startPicking();
     bool isPicking() const { return m_picked != nullptr; }
 
-    /// What can be scrolled to.
-    void showRect(const QRectF &sceneRect);
-
     /// The menu for what lies under a position of the viewport.
     QMenu *createContextMenu(const QPoint &position);
 
@@ -38,15 +35,12 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
 
 private:
     template<class Slot>
     void addItemAction(QMenu *menu, const QString &text, QGraphicsItem *item, const Slot &slot);
     QGraphicsItem *itemUnder(const QPoint &position) const;
     MarkerItem *livePicked();
-    template<class Change>
-    void keepingTheLeftEnd(const Change &change);
     void movePicked(const QPoint &position);
     void endPicking();
     void cancelPicking();

@@ -41,6 +41,7 @@ void WellLogsViewWidget::addWellDisWidget(QString wellName, QString disTempName)
 {
     auto *newDisplay = new WellDisplayWidget(m_data, wellName, disTempName, m_dock);
     connect(newDisplay, &WellDisplayWidget::markerSaved, this, &WellLogsViewWidget::markerSaved);
+    connect(newDisplay, &WellDisplayWidget::markersDropped, this, &WellLogsViewWidget::markersDropped);
     const int old = m_wells.indexOf(wellName);
     const int place = old < 0 ? m_wells.size() : old;
     m_wells.insert(place, wellName);
@@ -119,6 +120,12 @@ void WellLogsViewWidget::removeMarkerFromScene(QString wellName, QString markerN
         return;
     m_tabs->setCurrentIndex(tab);
     display(tab)->removeMarker(wellName, markerName);
+}
+
+void WellLogsViewWidget::removeGoneMarkers()
+{
+    for (int tab = 0; tab < m_wells.size(); ++tab)
+        display(tab)->removeGoneMarkers();
 }
 
 void WellLogsViewWidget::saveCurrentPicture()

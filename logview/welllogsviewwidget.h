@@ -31,6 +31,9 @@ public:
     /// Null when no well is displayed.
     WellDisplayWidget *currentDisplay() const;
 
+    /// Takes the markers out of all displays that the catalogue does not name any more.
+    void removeGoneMarkers();
+
     /// Saves the picture of the current display; nothing without one.
     void saveCurrentPicture();
     /// Draws the current display over the painter's viewport; nothing without one.
@@ -39,6 +42,9 @@ public:
 signals:
     /// A display shows a new marker of its well that nobody asked it to show.
     void markerSaved(QString wellName, QString markerName);
+    /// Markers of the well are not shown any more, though nobody asked to remove them: a new depth range, depth type
+    /// or unit has no place for them, or the user deleted them in the display.
+    void markersDropped(QString wellName, QStringList markerNames);
 
 public slots:
     void addWellDisWidget(QString wellName, QString disTempName);

@@ -162,6 +162,7 @@ void MainWindow::createMenus()
 void MainWindow::markersChanged(int well)
 {
     m_projectTree->synchroniseMarkers(well);
+    m_logsView->removeGoneMarkers();
 }
 
 void MainWindow::syncODDBActionClicked()
@@ -175,6 +176,7 @@ void MainWindow::syncODDBActionClicked()
     }
     m_data.catalogue.build();
     m_projectTree->synchronise();
+    m_logsView->removeGoneMarkers();
     m_data.asker.inform(QStringLiteral("Sync Data"), QStringLiteral("synchronization done !"));
 }
 

@@ -116,6 +116,7 @@ private slots:
     void missingTemplates();
     void aWellThatVanished();
 
+    void goneAndDroppedMarkers();
     void addsTabs();
     void replacesTheTabOfAWell();
     void closingATab();
@@ -447,8 +448,7 @@ void tst_welldisplaywidget::theDisplayMayGoWhileAMarkerIsSaved()
     ProjectData launch(f.host, asker);
     launch.catalogue.build();
     launch.project = f.launch->project;
-    auto display =
-        std::make_unique<WellDisplayWidget>(launch, QStringLiteral("W"), QStringLiteral("T"), nullptr);
+    auto display = std::make_unique<WellDisplayWidget>(launch, QStringLiteral("W"), QStringLiteral("T"), nullptr);
     display->resize(500, 500);
     display->show();
     WellLogsScene *scene = display->scene();
@@ -566,6 +566,39 @@ void tst_welldisplaywidget::aWellThatVanished()
     QVERIFY(f.scene()->markers().all().isEmpty());
     const WellDisplayWidget gone(*f.launch, QStringLiteral("W"), QStringLiteral("T"), nullptr);
     QCOMPARE(gone.scene()->tracks().size(), 3);
+}
+
+void tst_welldisplaywidget::goneAndDroppedMarkers()
+{
+    ViewFixture f;
+    f.addMarker(QStringLiteral("Upper"), 100);
+    f.addMarker(QStringLiteral("Base"), 900);
+    f.launch->catalogue.build();
+    f.add("W");
+    f.add("X");
+    QSignalSpy dropped(f.view.get(), &WellLogsViewWidget::markersDropped);
+    for (const char *name : {"Upper", "Base"})
+        f.view->addMarkerInScene(QStringLiteral("W"), QString::fromLatin1(name));
+    WellLogsScene *scene = f.view->display(0)->scene();
+    scene->pickedMarkerClicked();
+    QCOMPARE(scene->markers().all().size(), 3);
+    f.view->removeGoneMarkers();
+    QCOMPARE(scene->markers().all().size(), 3);
+    f.well().markers.removeAt(f.well().markers.size() - 2);
+    f.view->removeGoneMarkers(); // the catalogue does not know yet
+    QCOMPARE(scene->markers().all().size(), 3);
+    f.launch->catalogue.refreshMarkerNames(f.launch->catalogue.indexOf(QStringLiteral("W")));
+    f.view->removeGoneMarkers();
+    QVERIFY(!scene->markers().find(QStringLiteral("Upper")));
+    QVERIFY(scene->markers().find(QStringLiteral("Base")));
+    QVERIFY(scene->markers().find(QStringLiteral("New_0"))); // picked, not saved
+    f.view->removeMarkerFromScene(QStringLiteral("W"), QStringLiteral("Base"));
+    f.view->addMarkerInScene(QStringLiteral("W"), QStringLiteral("Base"));
+    QCOMPARE(dropped.size(), 0); // whoever asked knows
+    f.type(scene->panel(), "startDepthEdit", QStringLiteral("1000"));
+    QCOMPARE(dropped.size(), 1);
+    QCOMPARE(dropped.first().at(0).toString(), QString("W"));
+    QCOMPARE(dropped.first().at(1).toStringList(), QStringList{"Base"});
 }
 
 void tst_welldisplaywidget::addsTabs()

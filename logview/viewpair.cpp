@@ -1,0 +1,63 @@
+#include "logview/viewpair.h"
+
+#include "logview/paperview.h"
+
+#include <QScrollBar>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int markerNameMargin = 60; // pixels left of the tracks, for the names of markers
+constexpr int smallestHeaderHeight = 70;
+constexpr int headerHeightAlwaysShown = 20 + 4 * 45;
+
+QRectF withMargin(const QRectF &sceneRect)
+{
+    return sceneRect.adjusted(-markerNameMargin, 0, 0, 0);
+}
+
+} // namespace
+
+ViewPair::ViewPair(QGraphicsScene *headerScene, PaperView *logView, QWidget *parent)
+    : QSplitter(Qt::Vertical, parent)
+    , m_headerView(new PaperView(headerScene))
+    , m_logView(logView)
+{
+    m_headerView->setObjectName(QStringLiteral("headerView"));
+    m_headerView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    for (PaperView *view : {m_headerView, m_logView}) {
+        view->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        view->setTransformationAnchor(QGraphicsView::NoAnchor);
+        // Both viewports must have one width, or headers and tracks would not scroll alike.
+        view->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+        addWidget(view);
+    }
+    setHandleWidth(0);
+    setStretchFactor(0, 1);
+    setCollapsible(1, false);
+
+    QScrollBar *headerBar = m_headerView->horizontalScrollBar();
+    const QScrollBar *logBar = m_logView->horizontalScrollBar();
+    connect(logBar, &QScrollBar::valueChanged, headerBar, &QScrollBar::setValue);
+    connect(headerBar, &QScrollBar::rangeChanged, logBar, [=] { headerBar->setValue(logBar->value()); });
+}
+
+void ViewPair::showScenes()
+{
+    QScrollBar *bar = m_logView->verticalScrollBar();
+    const double place = bar->maximum() > 0 ? bar->value() / static_cast<double>(bar->maximum()) : 0;
+    m_logView->showRect(withMargin(m_logView->scene()->sceneRect()));
+    m_headerView->setSceneRect(withMargin(m_headerView->scene()->sceneRect()));
+    bar->setValue(static_cast<int>(place * bar->maximum()));
+    fitHeaderHeight();
+}
+
+// The headers get the room they need and the tracks all the rest, also when the window grows or is small.
+void ViewPair::fitHeaderHeight()
+{
+    const int needed =
+        static_cast<int>(m_headerView->scene()->itemsBoundingRect().height()) + 2 * m_headerView->frameWidth();
+    m_headerView->setMaximumHeight(std::max(needed, smallestHeaderHeight));
+    m_headerView->setMinimumHeight(std::clamp(needed, smallestHeaderHeight, headerHeightAlwaysShown));
+}

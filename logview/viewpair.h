@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QSplitter>
+
+QT_BEGIN_NAMESPACE
+class QGraphicsScene;
+QT_END_NAMESPACE
+
+class PaperView;
+
+/// The view of a header scene above that of its tracks. Both show the same columns, whatever is scrolled, and the
+/// headers get the room they need.
+class ViewPair : public QSplitter
+{
+    Q_OBJECT
+
+public:
+    /// Takes \a logView. Both scenes must outlive the pair.
+    ViewPair(QGraphicsScene *headerScene, PaperView *logView, QWidget *parent = nullptr);
+
+    PaperView *headerView() const { return m_headerView; }
+
+    /// Shows both scenes as they are now. The part of the tracks that is looked at stays in sight.
+    void showScenes();
+
+private:
+    void fitHeaderHeight();
+
+    PaperView *m_headerView;
+    PaperView *m_logView;
+};
