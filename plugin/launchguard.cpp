@@ -58,6 +58,12 @@ host::Status GuardedWells::writeMarkers(const QString &key, const QVector<host::
     return called([&] { return m_wells.writeMarkers(key, markers); });
 }
 
+host::Outcome<QStringList> GuardedWells::markersLostByWriting(const QString &key,
+                                                              const QVector<host::Marker> &markers)
+{
+    return called([&] { return m_wells.markersLostByWriting(key, markers); });
+}
+
 void GuardedWells::reload(const QString &key)
 {
     if (!m_hasEnded)

@@ -21,6 +21,8 @@ public:
     host::Outcome<QVector<host::Marker>> markers(const QString &key) override;
     host::Status writeLog(const QString &key, const host::LogData &log) override;
     host::Status writeMarkers(const QString &key, const QVector<host::Marker> &markers) override;
+    host::Outcome<QStringList> markersLostByWriting(const QString &key,
+                                                    const QVector<host::Marker> &markers) override;
     void reload(const QString &key) override;
 
 private:
