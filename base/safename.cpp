@@ -72,12 +72,25 @@ QString fileNameFor(const QString &name, int otherBytes)
     return QString::fromUtf8('x' + result).mid(1);
 }
 
+bool isPathComponent(const QString &name)
+{
+    return !name.isEmpty() && name != QLatin1String(".") && name != QLatin1String("..")
+        && !name.contains(QLatin1Char('/')) && !name.contains(QChar(0));
+}
+
+bool isReservedName(const QString &name)
+{
+    return name.startsWith(QLatin1String(".lorva-"));
+}
+
 QString typedNameProblem(const QString &name, int otherBytes)
 {
     if (name.isEmpty())
         return QStringLiteral("The name is empty.");
     if (name == QLatin1String(".") || name == QLatin1String(".."))
         return QStringLiteral("\"%1\" cannot be a name.").arg(name);
+    if (isReservedName(name))
+        return QStringLiteral("Names that begin with \".lorva-\" are kept for the program's own folders.");
     for (QChar c : name) {
         if (c == QLatin1Char('/') || c == QLatin1Char('\\'))
             return QStringLiteral("The name must not hold a \"%1\".").arg(c);

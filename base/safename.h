@@ -14,6 +14,13 @@ constexpr int maximumFileNameBytes = 255;
 /// bytes around it is cut and closed with a digest. No two names give the same result.
 QString fileNameFor(const QString &name, int otherBytes = 0);
 
+/// Whether \a name is one component of a path and nothing more: not empty, not "." or "..", no "/", no null.
+bool isPathComponent(const QString &name);
+
+/// Whether \a name is kept for hidden files and folders of our own (".lorva-…"): such a folder in a project is nobody's
+/// template or correlation.
+bool isReservedName(const QString &name);
+
 /// Why a name that a user typed for a template or a correlation cannot be taken, as a sentence for a box; empty
 /// when it can. \a otherBytes is what its file name has around it.
 QString typedNameProblem(const QString &name, int otherBytes = 0);

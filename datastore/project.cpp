@@ -1,43 +1,66 @@
 #include "datastore/project.h"
 
+#include "base/filesystemcalls.h"
+#include "base/folderlinks.h"
+#include "base/folderswap.h"
+#include "base/leftovers.h"
+#include "base/safename.h"
+#include "datastore/projectseeds.h"
 #include "host/host.h"
 
-#include <QDir>
 #include <QDirIterator>
+#include <QFile>
 #include <QFileInfo>
 
 namespace {
 
-void makeProjectFolders(const QString &surveyDirectory)
+bool makeProjectFolders(const QString &folder)
 {
-    QDir(surveyDirectory).mkdir(QStringLiteral("WLC"));
-    const QDir project(surveyDirectory + QStringLiteral("/WLC"));
-    for (const char *folder : {"Correlations", "CurveGroups", "Templates", "DefaultLogs"})
-        project.mkdir(QString::fromLatin1(folder));
-    QDir(project.filePath(QStringLiteral("Templates"))).mkdir(QStringLiteral("Global"));
+    const auto make = [&folder](const char *name) {
+        return base::fileSystemCalls().mkdir(QFile::encodeName(folder + QLatin1String(name)).constData()) == 0;
+    };
+    return make("") && make("/Correlations") && make("/CurveGroups") && make("/Templates") && make("/DefaultLogs")
+        && make("/Templates/Global");
+}
+
+// An existing project folder is trusted as it is: one that came into being with a part missing would stay so for ever.
+void makeProject(const QString &surveyDirectory, const QString &folder)
+{
+    const base::HiddenFolder aside(surveyDirectory);
+    const QString built = aside.filePath(QStringLiteral("WLC"));
+    if (aside.isValid() && makeProjectFolders(built) && seedProject(built))
+        base::fileSystemCalls().rename(QFile::encodeName(built).constData(), QFile::encodeName(folder).constData());
 }
 
 } // namespace
 
 void openProjectFolder(const QString &surveyDirectory, Project *project)
 {
-    const QString folder = surveyDirectory + QStringLiteral("/WLC");
-    if (!QFileInfo::exists(folder))
-        makeProjectFolders(surveyDirectory);
-    project->projectFolder = folder;
+    project->projectFolder = surveyDirectory + QStringLiteral("/WLC");
+    project->globalTemplateNames.clear();
+    if (!base::isThere(project->projectFolder)) {
+        makeProject(surveyDirectory, project->projectFolder);
+        return;
+    }
+    base::finishFolderSwaps(project->projectFolder);
     project->globalTemplateNames = globalTemplateNames(*project);
+}
+
+QStringList subFolderNames(const QString &folder)
+{
+    QStringList names;
+    QDirIterator folders(folder, QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
+    while (folders.hasNext()) {
+        folders.next();
+        if (!base::isReservedName(folders.fileName()))
+            names.append(folders.fileName());
+    }
+    return names;
 }
 
 QStringList globalTemplateNames(const Project &project)
 {
-    QStringList names;
-    QDirIterator folders(project.projectFolder + QStringLiteral("/Templates/Global/"),
-                         QDir::Dirs | QDir::NoDotAndDotDot);
-    while (folders.hasNext()) {
-        folders.next();
-        names.append(folders.fileName());
-    }
-    return names;
+    return subFolderNames(project.projectFolder + QStringLiteral("/Templates/Global/"));
 }
 
 void openProject(const host::Host &host, Project *project)

@@ -22,13 +22,18 @@ struct Project
     double doubleDotsPerInch = 0; ///< twice the same, a whole number
 };
 
-/// Fills the paths of \a project for the host's current survey, makes the project folder with its sub-folders when
-/// it is missing (an existing one is taken as it is) and lists the global templates. Says nothing when a folder
-/// cannot be made.
+/// Fills the paths of \a project for the host's current survey and lists the global templates. A missing project
+/// folder is made with its sub-folders and seed files, whole or not at all; its templates are listed from the next
+/// call on. In an existing one, taken as it is otherwise, a swap of folders that a dead process left half done is
+/// finished. Says nothing when a folder cannot be made.
 void openProject(const host::Host &host, Project *project);
 
 /// The part of openProject() that works on the survey's folder alone.
 void openProjectFolder(const QString &surveyDirectory, Project *project);
+
+/// The folders directly inside \a folder, those with a dot in front too, our own hidden ones not; in the order in
+/// which it is read.
+QStringList subFolderNames(const QString &folder);
 
 /// The global templates on disk as they are now, in the order in which the folder is read.
 QStringList globalTemplateNames(const Project &project);

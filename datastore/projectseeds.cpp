@@ -77,25 +77,55 @@ constexpr SeedTemplate seedTemplates[] = {
       "Density | Default | 1.80 | 2.80 | #0000ff|0,#ffffff|0,#ffffff|None | None | 0 | 1\n"}},
 };
 
+/// How far a seeding came.
+struct Seeding
+{
+    int made = 0; ///< files and folders
+    bool isComplete = true;
+};
+
 // False when the seeding has to end: a file could not be made. A folder that cannot be made ends nothing, and an
 // existing one is a user's, with or without tracks.
-bool seedTemplate(const QString &projectFolder, const SeedTemplate &seed)
+bool seedTemplate(const QString &projectFolder, const SeedTemplate &seed, Seeding *seeding)
 {
     const QString name = QString::fromLatin1(seed.name);
     const QString folder = projectFolder + QStringLiteral("/Templates/Global");
     const QString target = folder + QLatin1Char('/') + name;
-    if (QFileInfo::exists(target) || !QFileInfo(folder).isDir())
+    if (QFileInfo::exists(target))
         return true;
     // Built aside: a crash between two tracks must not leave a folder that then counts as the user's own.
     const base::HiddenFolder aside(projectFolder);
     const QString built = aside.filePath(name);
-    if (!aside.isValid() || !QDir().mkdir(built))
+    if (!QFileInfo(folder).isDir() || !aside.isValid() || !QDir().mkdir(built)) {
+        seeding->isComplete = false;
         return true;
+    }
     for (int i = 0; i < seedTrackCount; ++i)
         if (writeIfMissing(built + QStringLiteral("/Track_%1.txt").arg(i + 1), seed.tracks[i]) != 1)
             return false;
-    base::fileSystemCalls().rename(QFile::encodeName(built).constData(), QFile::encodeName(target).constData());
+    if (base::fileSystemCalls().rename(QFile::encodeName(built).constData(), QFile::encodeName(target).constData())
+        == 0)
+        ++seeding->made;
+    else
+        seeding->isComplete = false;
     return true;
+}
+
+Seeding makeSeeds(const QString &projectFolder)
+{
+    Seeding seeding;
+    for (const SeedGroup &seed : seedGroups) {
+        const QString path = projectFolder + QStringLiteral("/CurveGroups/") + QString::fromLatin1(seed.group)
+            + QStringLiteral(".txt");
+        const int result = writeIfMissing(path, QByteArray(seed.mnemonics));
+        if (result < 0)
+            return {seeding.made, false};
+        seeding.made += result;
+    }
+    for (const SeedTemplate &seed : seedTemplates)
+        if (!seedTemplate(projectFolder, seed, &seeding))
+            return {seeding.made, false};
+    return seeding;
 }
 
 } // namespace
@@ -104,18 +134,12 @@ int writeIfMissing(const QString &path, const QByteArray &text)
 {
     if (QFileInfo::exists(path))
         return 0;
-    return base::writeFileAtomically(path, text).ok() ? 1 : -1;
+    return base::writeFileAtomically(path, text, base::Flush::Later).ok() ? 1 : -1;
 }
 
-void seedProject(const QString &projectFolder)
+bool seedProject(const QString &projectFolder)
 {
-    for (const SeedGroup &seed : seedGroups) {
-        const QString path = projectFolder + QStringLiteral("/CurveGroups/") + QString::fromLatin1(seed.group)
-            + QStringLiteral(".txt");
-        if (writeIfMissing(path, QByteArray(seed.mnemonics)) < 0)
-            return;
-    }
-    for (const SeedTemplate &seed : seedTemplates)
-        if (!seedTemplate(projectFolder, seed))
-            return;
+    const Seeding seeding = makeSeeds(projectFolder);
+    const bool isFlushed = seeding.made == 0 || base::flushFileSystem(projectFolder).ok();
+    return seeding.isComplete && isFlushed;
 }

@@ -30,7 +30,9 @@ std::optional<QStringList> ProjectFolders::correlations()
     const QString folder = m_project.projectFolder + QStringLiteral("/Correlations");
     if (!isReadable(folder))
         return std::nullopt;
-    return QDir(folder).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    QStringList names = subFolderNames(folder);
+    names.sort();
+    return names;
 }
 
 std::optional<QStringList> ProjectFolders::globalTemplates()

@@ -38,11 +38,6 @@ QString templateFolderName(const QString &templateName)
     return isFolderName ? templateName : base::fileNameFor(templateName);
 }
 
-QStringList folders(const QString &path)
-{
-    return QDir(path).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
-}
-
 QString trackName(const QString &fileName)
 {
     return fileName.section(QLatin1Char('.'), 0, 0);
@@ -90,7 +85,9 @@ QString wellTemplatesFolder(const Project &project, const QString &wellName)
 
 QStringList wellTemplateNames(const Project &project, const QString &wellName)
 {
-    return folders(wellTemplatesFolder(project, wellName));
+    QStringList names = subFolderNames(wellTemplatesFolder(project, wellName));
+    names.sort();
+    return names;
 }
 
 QVector<TrackInfo> loadTemplate(const Project &project, const QString &templateName, const QString &wellName)

@@ -8,6 +8,8 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#include <cerrno>
+
 namespace {
 
 /// Looks at the disk at the moment of the move.
@@ -16,12 +18,14 @@ class WatchedMove : public base::FileSystemCalls
 public:
     int rename(const char *from, const char *to) override
     {
+        ++moves;
         contentAtMove = files::snapshot(QFile::decodeName(from));
         target = QFile::decodeName(to);
         return FileSystemCalls::rename(from, to);
     }
     QMap<QString, QByteArray> contentAtMove;
     QString target;
+    int moves = 0;
 };
 
 /// The process ends right after the move.
@@ -33,6 +37,38 @@ public:
         FileSystemCalls::rename(from, to);
         ::_exit(7);
     }
+};
+
+/// Somebody else makes the first numbered folder just before this process does.
+class OtherProcess : public base::FileSystemCalls
+{
+public:
+    int mkdir(const char *path) override
+    {
+        if (QByteArray(path).endsWith("/000001"))
+            FileSystemCalls::mkdir(path);
+        return FileSystemCalls::mkdir(path);
+    }
+};
+
+/// Only so many folders can be made.
+class FewInodes : public base::FileSystemCalls
+{
+public:
+    explicit FewInodes(int free)
+        : m_free(free)
+    {
+    }
+    int mkdir(const char *path) override
+    {
+        if (m_free-- > 0)
+            return FileSystemCalls::mkdir(path);
+        errno = ENOSPC;
+        return -1;
+    }
+
+private:
+    int m_free;
 };
 
 } // namespace
@@ -56,27 +92,31 @@ private slots:
         QVERIFY(QFile::link(path("nowhere"), path("Templates/A/Dangling")));
     }
 
-    void itGoesWithAllItsContentAndNothingElse()
+    void itIsKeptWithAllItsContentUnderItsPlace()
     {
-        QMap<QString, QByteArray> expected = files::snapshot(m_folder->path());
+        auto expected = files::snapshot(m_folder->path());
+        const QString own = QStringLiteral("Templates/A/Own");
         for (const QString &name : expected.keys())
-            if (name.startsWith(QLatin1String("Templates/A/Own")))
-                expected.remove(name);
+            if (name.startsWith(own))
+                expected.insert(QStringLiteral(".lorva-deleted/000001/") + name, expected.take(name));
+        for (const char *folder : {"", "000001/", "000001/Templates/", "000001/Templates/A/"})
+            expected.insert(QStringLiteral(".lorva-deleted/") + QLatin1String(folder), QByteArray());
         QVERIFY(base::removeFolder(path("Templates/A"), QStringLiteral("Own"), m_folder->path()));
         QVERIFY(files::snapshot(m_folder->path()) == expected); // links in it are not followed
     }
 
-    void itIsMovedAsideWholeBeforeAnythingIsDeleted()
+    void itGoesInOneStep()
     {
         const auto whole = files::snapshot(path("Templates/A/Own"));
         WatchedMove calls;
         const base::ScopedFileSystemCalls inForce(calls);
         QVERIFY(base::removeFolder(path("Templates/A"), QStringLiteral("Own"), m_folder->path()));
         QVERIFY(calls.contentAtMove == whole);
-        QVERIFY2(calls.target.startsWith(path(".lorva-")), qPrintable(calls.target)); // hidden from every listing
+        QCOMPARE(calls.target, path(".lorva-deleted/000001/Templates/A/Own"));
+        QCOMPARE(calls.moves, 1);
     }
 
-    void aCrashAfterTheMoveLeavesItWholeAndOutOfSight()
+    void aCrashAfterTheMoveLosesNothing()
     {
         const auto whole = files::snapshot(path("Templates/A/Own"));
         CrashAfterMove calls;
@@ -89,12 +129,72 @@ private slots:
                  }),
                  7);
         QVERIFY(!QFileInfo::exists(path("Templates/A/Own")));
-        const QStringList hidden =
-            QDir(m_folder->path()).entryList({QStringLiteral(".lorva-*")}, QDir::Dirs | QDir::Hidden);
-        QCOMPARE(hidden.size(), 1);
-        // Only the superuser sees into a folder of the other process.
-        if (::geteuid() == 0)
-            QVERIFY(files::snapshot(m_folder->filePath(hidden.first() + QStringLiteral("/removed"))) == whole);
+        QVERIFY(files::snapshot(path(".lorva-deleted/000001/Templates/A/Own")) == whole);
+    }
+
+    void theLastFiftyAreKept()
+    {
+        const auto entry = [](int number) { return QString::number(number).rightJustified(6, QLatin1Char('0')); };
+        QStringList expected;
+        for (int i = 1; i <= 53; ++i) {
+            files::write(path("Correlations/East/properties.txt"), QByteArray::number(i));
+            QVERIFY(base::removeFolder(path("Correlations"), QStringLiteral("East"), m_folder->path()));
+            if (i > 3)
+                expected.append(entry(i));
+        }
+        QCOMPARE(QDir(path(".lorva-deleted")).entryList(QDir::Dirs | QDir::NoDotAndDotDot), expected);
+        QCOMPARE(files::read(path(".lorva-deleted/000004/Correlations/East/properties.txt")), QByteArray("4"));
+        QCOMPARE(files::read(path(".lorva-deleted/000053/Correlations/East/properties.txt")), QByteArray("53"));
+    }
+
+    void whatAUserPutsThereIsNotCountedAndStays()
+    {
+        for (const char *name : {".lorva-deleted/mine/x", ".lorva-deleted/7/x", ".lorva-deleted/-00001/x",
+                                 ".lorva-deleted/0000001/x", ".lorva-deleted/note.txt"})
+            files::write(path(name), "mine");
+        files::write(path(".lorva-deleted/2147483647/x"), "mine"); // no number can follow
+        for (int i = 0; i < 51; ++i) {
+            QVERIFY(QDir().mkpath(path("Correlations/East")));
+            QVERIFY(base::removeFolder(path("Correlations"), QStringLiteral("East"), m_folder->path()));
+        }
+        for (const char *name : {"mine/x", "7/x", "-00001/x", "0000001/x", "note.txt", "2147483647/x"})
+            QCOMPARE(files::read(path(".lorva-deleted/") + QLatin1String(name)), QByteArray("mine"));
+        QVERIFY(!QFileInfo::exists(path(".lorva-deleted/000001")));
+        QVERIFY(QFileInfo::exists(path(".lorva-deleted/000051/Correlations/East")));
+    }
+
+    void aNumberThatAnotherProcessTakesMeanwhileIsPassedOver()
+    {
+        OtherProcess calls;
+        const base::ScopedFileSystemCalls inForce(calls);
+        QVERIFY(base::removeFolder(path("Templates/A"), QStringLiteral("Own"), m_folder->path()));
+        QVERIFY(QFileInfo::exists(path(".lorva-deleted/000002/Templates/A/Own/Track_1.txt")));
+        QVERIFY(QDir(path(".lorva-deleted/000001")).isEmpty());
+    }
+
+    void aLinkOrFileInPlaceOfTheKeepIsRefused()
+    {
+        QVERIFY(QFile::link(path("outside"), path(".lorva-deleted")));
+        const auto before = files::snapshot(m_folder->path());
+        QVERIFY(!base::removeFolder(path("Templates/A"), QStringLiteral("Own"), m_folder->path()));
+        QVERIFY(files::snapshot(m_folder->path()) == before);
+    }
+
+    void aDiskWithoutInodesLeavesEverythingAsItWas_data()
+    {
+        QTest::addColumn<int>("made");
+        for (int made = 0; made < 4; ++made)
+            QTest::addRow("after %d folders", made) << made;
+    }
+
+    void aDiskWithoutInodesLeavesEverythingAsItWas()
+    {
+        QFETCH(int, made);
+        const auto before = files::snapshot(m_folder->path());
+        FewInodes calls(made);
+        const base::ScopedFileSystemCalls inForce(calls);
+        QVERIFY(!base::removeFolder(path("Templates/A"), QStringLiteral("Own"), m_folder->path()));
+        QVERIFY(files::snapshot(m_folder->path()) == before);
     }
 
     void refused_data()

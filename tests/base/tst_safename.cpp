@@ -247,6 +247,10 @@ void TestSafeName::judgesTypedNames_data()
     row("a\tb", false);
     row("\x7f", false);
     row("a\xC2\x85", false);
+    row(".lorva-x", false); // our hidden folders are called so
+    row(".lorva-", false);
+    row(".lorva", true);
+    row(".mine", true);
     QTest::newRow("NUL") << QString(QStringLiteral("a") + QChar(0)) << false;
 }
 

@@ -38,6 +38,8 @@ struct Survey
     {
         host.survey = root.path();
         data.project.groupNames = curveGroupNames();
+        for (const char *name : {"Correlations", "CurveGroups", "DefaultLogs", "Templates/Global"})
+            QDir().mkpath(root.filePath(QString("WLC/") + name));
         openProject(host, &data.project);
         CurveGroupTable::instance().clear();
     }

@@ -1,5 +1,6 @@
 #include "datastore/project.h"
 #include "datastore/projectseeds.h"
+#include "support/failingdisk.h"
 #include "support/files.h"
 #include "support/memoryhost.h"
 #include "support/unprivileged.h"
@@ -7,6 +8,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -91,55 +93,122 @@ private slots:
         QVERIFY(QFileInfo(m_host->survey + "/WLC/Templates/Global").isDir());
     }
 
-    void aMissingProjectGetsItsSixFoldersAndNothingElse()
+    void aMissingProjectGetsItsSixFoldersAndItsSeeds()
     {
         files::write(m_host->survey + "/.survey", "dTect");
         openProject(*m_host, &m_project);
-        const QStringList expected{".survey",          "WLC/",           "WLC/Correlations/",    "WLC/CurveGroups/",
-                                   "WLC/DefaultLogs/", "WLC/Templates/", "WLC/Templates/Global/"};
-        QCOMPARE(QStringList(files::snapshot(m_host->survey).keys()), expected);
+        QStringList folders;
+        for (const QString &name : files::snapshot(m_host->survey).keys())
+            if (name.endsWith('/'))
+                folders.append(name);
+        const QStringList expected{"WLC/",
+                                   "WLC/Correlations/",
+                                   "WLC/CurveGroups/",
+                                   "WLC/DefaultLogs/",
+                                   "WLC/Templates/",
+                                   "WLC/Templates/Global/",
+                                   "WLC/Templates/Global/Default/",
+                                   "WLC/Templates/Global/Simple/"};
+        QCOMPARE(folders, expected);
+        const auto made = files::snapshot(m_host->survey);
+        QCOMPARE(made.size(), 1 + expected.size() + 21 + 2 * 4);
+        QVERIFY(seedProject(m_project.projectFolder)); // nothing is missing
+        QVERIFY(files::snapshot(m_host->survey) == made);
     }
 
-    void foldersAreMadeInTheirOrder()
+    void itIsBuiltAsideInOrderAndTakesItsNameAtTheEnd()
     {
+        FailingDisk disk; // writes down what is renamed
+        const base::ScopedFileSystemCalls scope(disk);
         openProject(*m_host, &m_project);
         const QString wlc = m_host->survey + "/WLC";
-        const QStringList expected{wlc,
-                                   wlc + "/Correlations",
-                                   wlc + "/CurveGroups",
-                                   wlc + "/Templates",
-                                   wlc + "/DefaultLogs",
-                                   wlc + "/Templates/Global"};
-        QCOMPARE(madeFolders, expected);
+        QCOMPARE(disk.written.last(), wlc);
+        QCOMPARE(disk.written.filter(wlc), QStringList{wlc});
+        QCOMPARE(disk.flushes, 0);
+        QCOMPARE(disk.commonFlushes, 1);
+        QCOMPARE(disk.writtenAtCommonFlush, disk.written.size() - 1); // before it takes its name
+        const int first = madeFolders.indexOf(QRegularExpression(".*/WLC"));
+        QVERIFY(first >= 0);
+        const QString aside = madeFolders.at(first);
+        QVERIFY2(aside.startsWith(m_host->survey + "/.lorva-"), qPrintable(aside));
+        const QStringList expected{aside,
+                                   aside + "/Correlations",
+                                   aside + "/CurveGroups",
+                                   aside + "/Templates",
+                                   aside + "/DefaultLogs",
+                                   aside + "/Templates/Global"};
+        QCOMPARE(madeFolders.mid(first, expected.size()), expected);
     }
 
-    void aFolderThatCannotBeMadeKeepsNoOtherFromBeingMade_data()
+    // A project folder that lacked a part would be trusted as it is, for ever.
+    void aFolderThatCannotBeMadeKeepsTheProjectFromBeingMade_data()
     {
         QTest::addColumn<QString>("refused");
-        QTest::addColumn<QStringList>("made");
-        const QStringList all{"Correlations/", "CurveGroups/", "DefaultLogs/", "Templates/", "Templates/Global/"};
-        const auto without = [all](const QString &start) {
-            QStringList rest;
-            for (const QString &folder : all)
-                if (!folder.startsWith(start))
-                    rest.append(folder);
-            return rest;
-        };
-        QTest::newRow("Correlations") << "/Correlations" << without("Correlations");
-        QTest::newRow("CurveGroups") << "/CurveGroups" << without("CurveGroups");
-        QTest::newRow("Templates") << "/Templates" << without("Templates");
-        QTest::newRow("DefaultLogs") << "/DefaultLogs" << without("DefaultLogs");
-        QTest::newRow("Global") << "/Global" << without("Templates/Global");
+        for (const char *folder :
+             {"WLC", "Correlations", "CurveGroups", "Templates", "DefaultLogs", "Global", "Default", "Simple"})
+            QTest::newRow(folder) << QString("/") + folder;
     }
 
-    void aFolderThatCannotBeMadeKeepsNoOtherFromBeingMade()
+    void aFolderThatCannotBeMadeKeepsTheProjectFromBeingMade()
     {
         QFETCH(QString, refused);
-        QFETCH(QStringList, made);
         refusedFolder = refused;
         openProject(*m_host, &m_project);
-        QCOMPARE(QStringList(files::snapshot(m_host->survey + "/WLC").keys()), made);
+        QVERIFY(files::snapshot(m_host->survey).isEmpty());
         QCOMPARE(m_project.projectFolder, m_host->survey + "/WLC");
+        refusedFolder.clear();
+        openProject(*m_host, &m_project); // the next launch makes it whole
+        QVERIFY(seedProject(m_project.projectFolder));
+        QCOMPARE(files::snapshot(m_host->survey).size(), 8 + 21 + 2 * 4);
+    }
+
+    void aDiskThatFailsKeepsTheProjectFromBeingMade_data()
+    {
+        QTest::addColumn<int>("step");
+        for (const FailingStep &row : failingSteps)
+            QTest::newRow(row.name) << int(row.step);
+    }
+
+    void aDiskThatFailsKeepsTheProjectFromBeingMade()
+    {
+        QFETCH(int, step);
+        {
+            FailingDisk disk(static_cast<FailingDisk::Step>(step));
+            const base::ScopedFileSystemCalls scope(disk);
+            openProject(*m_host, &m_project);
+        }
+        QVERIFY(files::snapshot(m_host->survey).isEmpty());
+        QVERIFY(m_host->errors.isEmpty());
+    }
+
+    void aLinkToNothingIsNoMissingProject()
+    {
+        QVERIFY(QFile::link(m_folder->filePath("share not mounted"), m_host->survey + "/WLC"));
+        openProject(*m_host, &m_project);
+        QCOMPARE(QFileInfo(m_host->survey + "/WLC").symLinkTarget(), m_folder->filePath("share not mounted"));
+        QVERIFY(!QFileInfo::exists(m_folder->filePath("share not mounted")));
+    }
+
+    void aSwapThatADeadProcessLeftIsFinished()
+    {
+        openProject(*m_host, &m_project);
+        const QString wlc = m_project.projectFolder;
+        files::write(wlc + "/.lorva-swap-abcdef/place", "Templates/Global/Mine");
+        files::write(wlc + "/.lorva-swap-abcdef/old/Track_1.txt", "old");
+        files::write(wlc + "/.lorva-swap-abcdef/new/Track_1.txt", "new");
+        openProject(*m_host, &m_project);
+        QCOMPARE(files::read(wlc + "/Templates/Global/Mine/Track_1.txt"), QByteArray("new"));
+        QVERIFY(m_project.globalTemplateNames.contains("Mine"));
+        QVERIFY(!QFileInfo::exists(wlc + "/.lorva-swap-abcdef"));
+    }
+
+    void namesWithADotInFrontAreTemplatesAndOurHiddenFoldersAreNot()
+    {
+        const QString global = m_host->survey + "/WLC/Templates/Global";
+        for (const char *name : {".mine", ".lorva-abcdef", ".lorva-deleted", "..x", ".lorva", "lorva-x"})
+            QDir().mkpath(global + '/' + name);
+        openProject(*m_host, &m_project);
+        QCOMPARE(sorted(m_project.globalTemplateNames), (QStringList{"..x", ".lorva", ".mine", "lorva-x"}));
     }
 
     void aProjectThatCannotBeMadeIsNamedAllTheSame()
@@ -243,8 +312,8 @@ private slots:
 
     void seededTemplatesAreKnownFromTheNextLaunch()
     {
+        m_project.globalTemplateNames = QStringList{"Old"};
         openProject(*m_host, &m_project);
-        seedProject(m_project.projectFolder);
         QVERIFY(m_project.globalTemplateNames.isEmpty());
         Project next;
         openProject(*m_host, &next);

@@ -1,7 +1,7 @@
 #include "datastore/projectseeds.h"
 
 #include "base/filesystemcalls.h"
-#include "datastore/project.h"
+#include "support/failingdisk.h"
 #include "support/files.h"
 #include "support/unprivileged.h"
 
@@ -177,9 +177,9 @@ private slots:
     {
         m_folder = std::make_unique<QTemporaryDir>();
         QVERIFY(m_folder->isValid());
-        Project project;
-        openProjectFolder(m_folder->path(), &project);
-        m_project = project.projectFolder;
+        m_project = m_folder->filePath("WLC");
+        for (const char *name : {"Correlations", "CurveGroups", "DefaultLogs", "Templates/Global"})
+            QVERIFY(QDir().mkpath(m_project + '/' + name));
     }
 
     void aNewProjectGetsEveryFileToTheByte()
@@ -205,6 +205,34 @@ private slots:
         seedProject(m_project);
         QVERIFY(files::snapshot(m_project) == before);
         QCOMPARE(QFileInfo(file).lastModified(), then);
+    }
+
+    void itTellsWhetherNothingIsMissing()
+    {
+        QVERIFY(seedProject(m_project));
+        QVERIFY(seedProject(m_project));
+        QVERIFY(QDir(m_project + "/Templates/Global/Simple").removeRecursively());
+        files::write(m_project + "/Templates/Global/Simple", "a file"); // counts as a user's
+        QVERIFY(seedProject(m_project));
+        QVERIFY(QDir(m_project + "/Templates").removeRecursively());
+        QVERIFY(!seedProject(m_project));
+        QVERIFY(QDir(m_project + "/CurveGroups").removeRecursively());
+        QVERIFY(!seedProject(m_project));
+    }
+
+    void allSeedsAreFlushedTogether()
+    {
+        FailingDisk disk;
+        const base::ScopedFileSystemCalls scope(disk);
+        QVERIFY(seedProject(m_project));
+        QCOMPARE(disk.flushes, 0);
+        QCOMPARE(disk.commonFlushes, 1);
+        QVERIFY(seedProject(m_project));
+        QCOMPARE(disk.commonFlushes, 1); // nothing was made
+        QVERIFY(QFile::remove(m_project + "/CurveGroups/Sp.txt"));
+        FailingDisk broken(FailingDisk::Flush);
+        const base::ScopedFileSystemCalls brokenScope(broken);
+        QVERIFY(!seedProject(m_project));
     }
 
     void aGroupFileOfTheUserStays()

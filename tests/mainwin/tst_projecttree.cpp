@@ -813,6 +813,36 @@ private slots:
         QVERIFY(fixture.item("Wells/B/Template/Global/Simple"));
     }
 
+    void whatIsDeletedIsKeptUnderItsPlace_data() { theItemIsGoneWhenTheBoxAppears_data(); }
+
+    void whatIsDeletedIsKeptUnderItsPlace()
+    {
+        QFETCH(QString, path);
+        QFETCH(QString, folder);
+        TreeFixture fixture;
+        const auto before = files::snapshot(fixture.path(folder));
+        fixture.menuOf(qPrintable(path), QStringLiteral("Delete"));
+        compareDeletion(fixture, true, folder);
+        QVERIFY(files::snapshot(fixture.path(QStringLiteral("/.lorva-deleted/000001") + folder)) == before);
+    }
+
+    void namesWithADotInFrontAreListedAndOurHiddenFoldersAreNot()
+    {
+        TreeFixture fixture;
+        for (const char *name : {".mine", ".lorva-abcdef"}) {
+            fixture.addTemplate(QString::fromLatin1(name));
+            fixture.addTemplate(QString::fromLatin1(name), QStringLiteral("A"));
+            fixture.addCorrelation(QString::fromLatin1(name));
+        }
+        fixture.tree->synchronise();
+        for (const char *branch : {"Wells/A/Template/Global/", "Wells/A/Template/", "Correlations/"}) {
+            QVERIFY(fixture.item(qPrintable(QLatin1String(branch) + QStringLiteral(".mine"))));
+            QVERIFY(!fixture.item(qPrintable(QLatin1String(branch) + QStringLiteral(".lorva-abcdef"))));
+        }
+        fixture.menuOf("Wells/A/Template/.mine", QStringLiteral("Delete"));
+        compareDeletion(fixture, true, QStringLiteral("/Templates/A/.mine"));
+    }
+
     void deletingAWellTemplate()
     {
         TreeFixture fixture;
@@ -876,7 +906,7 @@ private slots:
         QVERIFY(QFileInfo::exists(fixture.path(QStringLiteral("/Templates/Global/Default"))));
     }
 
-    void deletionLeavesNoTraceInTheProject()
+    void deletionTouchesNothingElseInTheProject()
     {
         TreeFixture fixture;
         auto expected = files::snapshot(fixture.path({}));
@@ -884,7 +914,11 @@ private slots:
             if (name.startsWith(QLatin1String("Templates/A/Own")))
                 expected.remove(name);
         fixture.menuOf("Wells/A/Template/Own", QStringLiteral("Delete"));
-        QCOMPARE(files::snapshot(fixture.path({})), expected);
+        auto left = files::snapshot(fixture.path({}));
+        for (const QString &name : left.keys())
+            if (name.startsWith(QLatin1String(".lorva-deleted/")))
+                left.remove(name);
+        QCOMPARE(left, expected);
     }
 
     void slotsIgnoreOtherCurrentItems()

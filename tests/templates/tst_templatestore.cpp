@@ -44,6 +44,8 @@ private slots:
     {
         m_folder = std::make_unique<QTemporaryDir>();
         m_project = {};
+        for (const char *name : {"Correlations", "CurveGroups", "DefaultLogs", "Templates/Global"})
+            QVERIFY(QDir().mkpath(m_folder->filePath(QString("WLC/") + name)));
         openProjectFolder(m_folder->path(), &m_project);
     }
 
@@ -74,11 +76,11 @@ private slots:
 
     void theTemplatesOfAWellAreItsFolders()
     {
-        for (const char *name : {"b", "A", "c d", ".hidden"})
+        for (const char *name : {"b", "A", "c d", ".mine", ".lorva-abcdef"})
             QVERIFY(QDir().mkpath(templates(QString("Well 1/") + name)));
         files::write(templates("Well 1/file"), "");
         QVERIFY(QDir().mkpath(templates("Well 2/other")));
-        QCOMPARE(wellTemplateNames(m_project, "Well 1"), QStringList({"A", "b", "c d"}));
+        QCOMPARE(wellTemplateNames(m_project, "Well 1"), QStringList({".mine", "A", "b", "c d"}));
         QCOMPARE(wellTemplateNames(m_project, "Well 2"), QStringList("other"));
     }
 
