@@ -52,6 +52,18 @@ private:
     QList<QGraphicsItem *> m_selected;
 };
 
+// What to say of a display that shows nothing. The templates that a first launch makes are known from the next on.
+QString emptyDisplayText(const Project &project, const QString &templateName)
+{
+    const bool isNew =
+        !project.globalTemplateNames.contains(templateName) && globalTemplateNames(project).contains(templateName);
+    if (isNew)
+        return QStringLiteral(
+                   "The template \"%1\" is new: it can be shown after \"Sync Data\", or from the next launch on.")
+            .arg(templateName);
+    return QStringLiteral("The template \"%1\" has no tracks.").arg(templateName);
+}
+
 } // namespace
 
 WellDisplayWidget::WellDisplayWidget(ProjectData &projectData, const QString &wellName, const QString &templateName,
@@ -113,7 +125,7 @@ void WellDisplayWidget::buildTracks(const QString &templateName)
     }
     m_scene->endDisplay();
     if (m_scene->tracks().isEmpty())
-        setStatusLabel(QStringLiteral("The template \"%1\" has no tracks.").arg(templateName));
+        setStatusLabel(emptyDisplayText(m_data.project, templateName));
 }
 
 QGraphicsView *WellDisplayWidget::headerView() const

@@ -144,7 +144,7 @@ private slots:
         QVERIFY(QDir().mkpath(path("elsewhere")));
         QVERIFY(QFile::link(path("elsewhere"), path("Templates/Global/link")));
         QVERIFY(QFile::link(path("nowhere"), path("Templates/Global/dangling")));
-        const QTemporaryDir away;
+        const QTemporaryDir away(QCoreApplication::applicationDirPath() + QStringLiteral("/away-XXXXXX"));
         QVERIFY(QFile::link(away.path(), path("Templates/away")));
         const auto before = files::snapshot(m_folder->path());
         QVERIFY(!base::replaceFolder(m_folder->filePath(parent), name, newFiles(), m_folder->path()).ok());

@@ -114,6 +114,8 @@ private slots:
     void picturesOfWellsWithSlashes();
     void picturesThatCannotBeWritten();
     void missingTemplates();
+    void aTemplateThatIsNotListedYet();
+    void aListedTemplateWithoutTracks();
     void aWellThatVanished();
 
     void goneAndDroppedMarkers();
@@ -555,6 +557,37 @@ void tst_welldisplaywidget::missingTemplates()
              QString("The template \"Gone\" has no tracks."));
     display.scene()->applyDepthTypeAndUnit();
     display.savePicture();
+}
+
+// As at the first launch of a survey, which makes the template after the names were listed.
+void tst_welldisplaywidget::aTemplateThatIsNotListedYet()
+{
+    WidgetFixture f;
+    f.open();
+    files::write(f.path(QStringLiteral("/Templates/Global/G/Track_1.txt")), linearTrack);
+    {
+        WellDisplayWidget display(*f.launch, QStringLiteral("W"), QStringLiteral("G"), nullptr);
+        QVERIFY(display.scene()->tracks().isEmpty());
+        QCOMPARE(display.findChild<QLabel *>(QStringLiteral("statusLine"))->text(),
+                 QString("The template \"G\" is new: it can be shown after \"Sync Data\", or from the next "
+                         "launch on."));
+    }
+    f.launch->project.globalTemplateNames = globalTemplateNames(f.launch->project); // what "Sync Data" does
+    WellDisplayWidget display(*f.launch, QStringLiteral("W"), QStringLiteral("G"), nullptr);
+    QVERIFY(!display.scene()->tracks().isEmpty());
+    QCOMPARE(display.findChild<QLabel *>(QStringLiteral("statusLine"))->text(), QString());
+}
+
+// One that is there and listed but empty is not helped by that.
+void tst_welldisplaywidget::aListedTemplateWithoutTracks()
+{
+    WidgetFixture f;
+    f.open();
+    QVERIFY(QDir().mkpath(f.path(QStringLiteral("/Templates/Global/Empty"))));
+    f.launch->project.globalTemplateNames = globalTemplateNames(f.launch->project);
+    WellDisplayWidget display(*f.launch, QStringLiteral("W"), QStringLiteral("Empty"), nullptr);
+    QCOMPARE(display.findChild<QLabel *>(QStringLiteral("statusLine"))->text(),
+             QString("The template \"Empty\" has no tracks."));
 }
 
 void tst_welldisplaywidget::aWellThatVanished()
