@@ -35,6 +35,7 @@ private slots:
     void theProductIsInSinglePrecision()
     {
         int differing = 0;
+        int dividedInFloat = 0;
         for (int i = 1; i < 1000; ++i) {
             const float end = 1.7F * static_cast<float>(i);
             volatile float product = end / 700.0F;
@@ -43,7 +44,9 @@ private slots:
             const float expected = static_cast<float>(static_cast<double>(product) / 2.54);
             QCOMPARE(trackHeight(0, end, 700), expected);
             differing += expected != static_cast<float>(static_cast<double>(end) / 700 * 100 * 96 / 2.54) ? 1 : 0;
+            dividedInFloat += expected != product / 2.54F ? 1 : 0;
         }
+        QVERIFY(dividedInFloat > 0);
         QVERIFY(differing > 0);
     }
 
@@ -146,6 +149,31 @@ private slots:
         QCOMPARE((DepthReference{MeasuredDepth, Metre, 25}).toMeasuredM(1000), 1000.0);
         QVERIFY(std::isnan((DepthReference{TvdSubsea, Feet, 25}).toDisplay(std::nan(""))));
         (void)(DepthReference{TvdSubsea, Feet, 25}).toDisplay(1e300); // no trap
+    }
+
+    // The elevation and the factor are those of double precision; what is kept between is a float.
+    void subseaDepthsAreComputedInDoublePrecision()
+    {
+        constexpr double kb = 25.3;
+        int subtractedInFloat = 0;
+        int multipliedUnrounded = 0;
+        int multipliedInFloat = 0;
+        for (int i = 1; i < 1000; ++i) {
+            const float depth = 1.37F * static_cast<float>(i);
+            const auto exact = static_cast<double>(depth);
+            const auto subsea = static_cast<float>(exact - kb);
+            const auto feet = static_cast<float>(static_cast<double>(subsea) * 3.28084);
+            QCOMPARE((DepthReference{TvdSubsea, Metre, kb}).toDisplay(exact), subsea);
+            QCOMPARE((DepthReference{TvdSubsea, Feet, kb}).toDisplay(exact), feet);
+            QCOMPARE(limitsAfterChange({}, TvdSubsea, Metre, depth, kb).end, subsea);
+            QCOMPARE(limitsAfterChange({}, TvdSubsea, Feet, depth, kb).end, feet);
+            subtractedInFloat += depth - static_cast<float>(kb) != subsea ? 1 : 0;
+            multipliedUnrounded += static_cast<float>((exact - kb) * 3.28084) != feet ? 1 : 0;
+            multipliedInFloat += subsea * 3.28084F != feet ? 1 : 0;
+        }
+        QVERIFY(subtractedInFloat > 0);
+        QVERIFY(multipliedUnrounded > 0);
+        QVERIFY(multipliedInFloat > 0);
     }
 
     void theRangeAfterAChangeOfTypeOrUnit()

@@ -98,13 +98,14 @@ private slots:
         const DepthAxis axis{0, 1000, 999.9F};
         CalibrationRecord record;
         record.depths = {0, 500.7F, 1000, 1200, -3};
-        record.values = {10.19F, 200, -50.5F, 20, 20};
+        record.values = {10.4F, 200, -50.7F, 20, 20};
         for (const bool isLogarithmic : {false, true}) {
             const QVector<CalibrationPoint> points = placeCalibration(record, axis, {isLogarithmic, 0, 100, 200});
             QCOMPARE(points.size(), 5);
-            QCOMPARE(points.at(0).position, QPoint(20, 0));
+            QCOMPARE(points.at(0).position, QPoint(20, 0)); // 20.8
             QCOMPARE(points.at(1).position, QPoint(400, 500)); // beyond the track, 500.65 truncated
-            QCOMPARE(points.at(2).position, QPoint(-101, 999));
+            QCOMPARE(points.at(2).position, QPoint(-101, 999)); // -101.4 and 999.9
+            QCOMPARE(points.at(4).position.y(), -2); // -2.9997
             QCOMPARE(points.at(1).value, 200.0F);
             QCOMPARE(points.at(1).depth, 500.7F);
             QVERIFY(points.at(0).isInRange && points.at(2).isInRange);
