@@ -1,16 +1,13 @@
 #include "base/numbers.h"
 
+#include "base/textbytes.h"
+
 #include <charconv>
 #include <cmath>
 
 namespace base {
 
 namespace {
-
-bool isSpace(char c)
-{
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
 
 const char *skipSpaceAndPlus(const char *begin, const char *end)
 {

@@ -42,17 +42,11 @@ QString decodeText(const QByteArray &bytes)
 QVector<QString> splitLines(const QString &text)
 {
     QVector<QString> lines;
-    int begin = 0;
-    const int size = text.size();
-    while (begin < size) {
-        int stop = begin;
-        while (stop < size && text.at(stop) != QLatin1Char('\n') && text.at(stop) != QLatin1Char('\r'))
-            ++stop;
-        lines.append(text.mid(begin, stop - begin));
-        if (stop + 1 < size && text.at(stop) == QLatin1Char('\r') && text.at(stop + 1) == QLatin1Char('\n'))
-            ++stop;
-        begin = stop + 1;
-    }
+    const ushort *begin = text.utf16();
+    forEachLine(begin, begin + text.size(), [&](const ushort *from, const ushort *to) {
+        lines.append(text.mid(static_cast<int>(from - begin), static_cast<int>(to - from)));
+        return true;
+    });
     return lines;
 }
 

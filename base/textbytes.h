@@ -11,20 +11,47 @@ namespace base {
 /// UTF-8, else Windows-1252, which never fails.
 QString decodeText(const QByteArray &bytes);
 
-/// Calls \a line(const char *begin, const char *end) for every line of the bytes, without its line end. LF, CRLF
+/// White space among the bytes below 0x80, as QChar::isSpace() has it; line ends are white space.
+inline bool isSpace(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+/// Of bytes or UTF-16 units.
+template<class Char>
+bool isLineEnd(Char c)
+{
+    return c == '\n' || c == '\r';
+}
+
+/// The end of the line that holds \a begin: its line end character or \a end.
+template<class Char>
+const Char *lineStop(const Char *begin, const Char *end)
+{
+    while (begin < end && !isLineEnd(*begin))
+        ++begin;
+    return begin;
+}
+
+/// The start of the next line, for the \a stop of a line; LF, CRLF and CR end a line.
+template<class Char>
+const Char *nextLine(const Char *stop, const Char *end)
+{
+    if (stop == end)
+        return end;
+    return stop + (*stop == '\r' && stop + 1 < end && stop[1] == '\n' ? 2 : 1);
+}
+
+/// Calls \a line(const Char *begin, const Char *end) for every line of the text, without its line end. LF, CRLF
 /// and CR end a line; a last line without an end counts, an empty rest does not. Stops when \a line returns false.
-template<class LineFunction>
-void forEachLine(const char *begin, const char *end, LineFunction line)
+template<class Char, class LineFunction>
+void forEachLine(const Char *begin, const Char *end, LineFunction line)
 {
     while (begin < end) {
-        const char *stop = begin;
-        while (stop < end && *stop != '\n' && *stop != '\r')
-            ++stop;
+        const Char *stop = lineStop(begin, end);
         if (!line(begin, stop))
             return;
-        if (stop + 1 < end && stop[0] == '\r' && stop[1] == '\n')
-            ++stop;
-        begin = stop + 1;
+        begin = nextLine(stop, end);
     }
 }
 

@@ -242,11 +242,11 @@ struct Launch
     ProjectData launch;
 };
 
-las::ImportTab tabOf(const WellInfo &file)
+las::ImportTab tabOf(const WellInfo &file, const QString &wellKey)
 {
     las::ImportTab tab;
     tab.file = &file;
-    tab.well = 0;
+    tab.wellKey = wellKey;
     tab.wellMaximumDepth = 1e9;
     for (int i = 0; i < file.curves.size(); ++i)
         tab.rows.append({i, true, file.curves.at(i).logName, QStringLiteral("None")});
@@ -316,7 +316,7 @@ void importEndToEnd(benchmark::State &state)
     };
     WellInfo loaded;
     load(&loaded);
-    const las::ImportTab tab = tabOf(loaded);
+    const las::ImportTab tab = tabOf(loaded, launch.launch.catalogue.wellKey(0));
     QVector<host::LogData> logs;
     for (const las::ImportRow &row : tab.rows)
         logs.append(hostLog(las::importedCurve(tab, row, options).record));

@@ -5,30 +5,63 @@
 #include "datastore/groupfiles.h"
 #include "datastore/textfields.h"
 
-#include <algorithm>
+CurveGroupFinder::CurveGroupFinder(const QString &projectFolder)
+    : m_projectFolder(projectFolder)
+{
+}
 
-QString findCurveGroup(const QString &projectFolder, const QString &logName)
+QString CurveGroupFinder::group(const QString &logName)
 {
     const QString inTable = CurveGroupTable::instance().group(logName);
     if (!inTable.isEmpty())
         return inTable;
-    const QString name = textfields::fieldName(logName);
-    const auto isName = [&name](const QString &entry) { return textfields::fieldName(entry) == name; };
-    for (const QString &group : curveGroupNames()) {
-        const QStringList entries = readGroupFile(projectFolder, group);
-        if (std::any_of(entries.begin(), entries.end(), isName))
-            return group;
+    if (!m_isRead) {
+        m_isRead = true;
+        for (const QString &group : curveGroupNames()) {
+            for (const QString &entry : readGroupFile(m_projectFolder, group)) {
+                const QString name = textfields::fieldName(entry);
+                if (!m_groupOfName.contains(name))
+                    m_groupOfName.insert(name, group);
+            }
+        }
     }
-    return QStringLiteral("Others");
+    return m_groupOfName.value(textfields::fieldName(logName), QStringLiteral("Others"));
+}
+
+QString findCurveGroup(const QString &projectFolder, const QString &logName)
+{
+    return CurveGroupFinder(projectFolder).group(logName);
 }
 
 void assignCurveGroup(const QString &projectFolder, const QString &logName, const QString &group)
 {
-    if (group.isEmpty() || group == QLatin1String("None"))
-        return;
-    addMnemonicToGroup(projectFolder, group, logName);
+    CurveGroupAssignments assignments(projectFolder);
+    assignments.add(logName, group);
+    assignments.write();
+}
+
+CurveGroupAssignments::CurveGroupAssignments(const QString &projectFolder)
+    : m_projectFolder(projectFolder)
+{
+}
+
+void CurveGroupAssignments::write()
+{
+    GroupFiles groupFiles(m_projectFolder);
     CurveGroupTable &table = CurveGroupTable::instance();
-    table.read(projectFolder);
-    table.set(logName, group);
-    table.write(projectFolder);
+    bool hasRead = false;
+    for (const auto &[logName, group] : qAsConst(m_assignments)) {
+        if (group.isEmpty() || group == QLatin1String("None"))
+            continue;
+        if (!hasRead)
+            table.read(m_projectFolder);
+        hasRead = true;
+        groupFiles.add(group, logName);
+        table.set(logName, group);
+    }
+    m_assignments.clear();
+    if (!hasRead)
+        return;
+    groupFiles.write();
+    table.write(m_projectFolder);
 }

@@ -21,9 +21,8 @@ public:
     HostWriter(host::Wells &wells, WellsCatalogue &catalogue, base::Asker &asker,
                const WellsCatalogue::ErrorBox &showError);
 
-    /// Writes the record as a log of its name, in one trimmed line as hosts store it; asks before it replaces one
-    /// that the catalogue or the host knows. Samples whose depth no float holds are left out. True when the log was
-    /// written. The catalogue's log names of the well are refreshed.
+    /// Writes one log as LogRun does and tells what became of it. True when the log was written. The catalogue's log
+    /// names of the well are refreshed. Several logs of a well are a LogRun.
     bool writeLog(int well, const LogCurveData &curve, bool showSuccess);
 
     /// Replaces the well's whole marker set. Depths are written as they are, without any elevation; a marker whose
@@ -33,7 +32,6 @@ public:
 
 private:
     bool mayLose(int well, const QStringList &markers);
-    bool hasLog(int well, const QString &logName) const;
 
     host::Wells &m_wells;
     WellsCatalogue &m_catalogue;

@@ -20,11 +20,6 @@ bool isAscii(const QByteArray &bytes)
     return std::none_of(at, end, [](char c) { return (c & 0x80) != 0; });
 }
 
-bool isSpace(char c)
-{
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
 bool isContinuation(char c)
 {
     return (c & 0xC0) == 0x80;
@@ -50,14 +45,14 @@ size_t spaceInFront(Field field)
 {
     if (field.empty())
         return 0;
-    return isSpace(field.front()) ? 1 : wideSpaceAt(field);
+    return base::isSpace(field.front()) ? 1 : wideSpaceAt(field);
 }
 
 size_t spaceAtEnd(Field field)
 {
     if (field.empty())
         return 0;
-    if (isSpace(field.back()))
+    if (base::isSpace(field.back()))
         return 1;
     size_t length = 1;
     while (length < field.size() && length < 4 && isContinuation(field[field.size() - length]))

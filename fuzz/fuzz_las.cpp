@@ -19,14 +19,31 @@ const QString &fileHolding(const uint8_t *data, size_t size)
 
 void checkCurves(const WellInfo &info)
 {
-    int before = -1;
     for (const LogCurveData &curve : info.curves) {
         check(curve.depths.size() == curve.values.size(), "depths and values are parallel");
-        check(before < 0 || curve.values.size() <= before, "a curve has no more samples than the one before");
-        before = curve.values.size();
         for (double value : curve.values)
             check(std::isfinite(value), "values are finite");
     }
+}
+
+void checkDataSections(const WellInfo &info)
+{
+    int filled = 0; // curves that the sections so far have
+    for (const LasDataSection &section : info.dataSections) {
+        check(section.firstCurve == filled && section.curveCount > 0, "sections share the curves in order");
+        filled += section.curveCount;
+        check(filled <= info.curves.size(), "a section has curves that are there");
+        int before = section.rowCount;
+        for (int curve = section.firstCurve; curve < filled; ++curve) {
+            const int samples = info.curves.at(curve).values.size();
+            check(samples <= before, "a curve has no more samples than its section rows and the curve before");
+            before = samples;
+        }
+        check(section.unevenRowCount <= section.rowCount, "uneven rows are rows");
+    }
+    for (int curve = filled; curve < info.curves.size(); ++curve)
+        check(info.curves.at(curve).values.isEmpty(), "a curve without a section has no samples");
+    check(info.dataSections.size() <= info.dataSectionCount, "sections with curves are sections");
 }
 
 void checkSame(const WellInfo &a, const WellInfo &b)
@@ -45,6 +62,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     WellInfo info;
     check(info.load(path) == 0, "a file that is there is loaded");
     checkCurves(info);
+    checkDataSections(info);
     check(info.lines.count() >= 1, "the title is the first line");
     for (int i = 0; i < info.lines.count(); ++i) {
         const QString line = info.lines.line(i);

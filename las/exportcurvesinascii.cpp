@@ -91,17 +91,18 @@ void ExportCurvesInAscii::logChecked()
     m_allBox->setChecked(las::isAllChecked(m_logs));
 }
 
-// The box about a log that cannot be read may end with the dialog deleted.
-bool ExportCurvesInAscii::exportLog(const las::ListedLog &log)
+ExportCurvesInAscii::Outcome ExportCurvesInAscii::exportLog(const las::ListedLog &log)
 {
-    const QPointer<ExportCurvesInAscii> self(this);
     const QString wellName = m_wellBox->currentText().trimmed();
     try {
         const std::optional<LogCurveData> curve =
-            las::readListedLog(m_data.catalogue, currentWell(), log, WellsCatalogue::OnFailure::Tell);
-        return curve && self && las::writeCurveText(m_data.project.projectFolder, wellName, *curve).ok();
+            las::readListedLog(m_data.catalogue, currentWell(), log, WellsCatalogue::OnFailure::BeSilent);
+        if (!curve)
+            return Outcome::Unread;
+        return las::writeCurveText(m_data.project.projectFolder, wellName, *curve).ok() ? Outcome::Written
+                                                                                        : Outcome::Failed;
     } catch (const std::bad_alloc &) {
-        return false;
+        return Outcome::Failed;
     }
 }
 
@@ -109,14 +110,17 @@ void ExportCurvesInAscii::exportClicked()
 {
     const QPointer<ExportCurvesInAscii> self(this);
     bool hasFailed = false;
+    las::NameList unread;
     QApplication::setOverrideCursor(Qt::WaitCursor);
     for (const las::ListedLog &log : las::checkedLogs(m_logs)) {
-        const bool isWritten = exportLog(log);
-        hasFailed = hasFailed || !isWritten;
-        if (!self)
-            break;
+        const Outcome outcome = exportLog(log);
+        hasFailed = hasFailed || outcome != Outcome::Written;
+        if (outcome == Outcome::Unread)
+            unread.add(m_wellBox->currentText(), log.name);
     }
     QApplication::restoreOverrideCursor();
+    if (!unread.isEmpty())
+        m_data.host.showError(las::unreadableLogsText(unread));
     if (!self)
         return;
     base::Box box{base::BoxIcon::Information,

@@ -31,8 +31,8 @@ public slots:
 private:
     void logChecked();
     int currentWell() const;
-    /// False when the log could not be read or its file could not be written.
-    bool exportLog(const las::ListedLog &log);
+    enum class Outcome { Written, Unread, Failed };
+    Outcome exportLog(const las::ListedLog &log);
 
     ProjectData &m_data;
     QComboBox *m_wellBox = nullptr;

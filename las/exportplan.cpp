@@ -32,6 +32,11 @@ ExportLog exportLog(const LogCurveData &log, double interval, bool *isUnsuited)
     return {log, wantsResampling && !*isUnsuited};
 }
 
+QString unreadableLogsText(const NameList &logs)
+{
+    return QStringLiteral("Cannot get data for the selected well\n") + logs.text();
+}
+
 QString unsuitedExportWarning(const NameList &logs)
 {
     return QStringLiteral("The depths of these logs do not increase strictly, so the interval could not be applied.\n"

@@ -49,6 +49,9 @@ struct ExportLog
 /// is written as it is and sets \a isUnsuited; one without a second sample is so too, silently.
 ExportLog exportLog(const LogCurveData &log, double interval, bool *isUnsuited);
 
+/// The host's box about logs that could not be read, by well.
+QString unreadableLogsText(const NameList &logs);
+
 /// The warning that names all logs which were written without resampling, by well.
 QString unsuitedExportWarning(const NameList &logs);
 

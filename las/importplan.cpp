@@ -1,5 +1,6 @@
 #include "las/importplan.h"
 
+#include "datastore/storedsample.h"
 #include "las/resampling.h"
 #include "las/showntext.h"
 
@@ -22,6 +23,14 @@ QVector<double> reversed(const QVector<double> &list)
     return result;
 }
 
+QVector<double> inMetres(QVector<double> depths, double metresPerUnit)
+{
+    if (metresPerUnit != 1)
+        for (double &depth : depths)
+            depth *= metresPerUnit;
+    return depths;
+}
+
 // The file's step counts with its absolute value, which is the step of the ascending depths only where they are even;
 // so it is compared here and not by differsFromStep().
 bool wantsResampling(const QVector<double> &depths, const ImportOptions &options)
@@ -41,7 +50,7 @@ bool canBeResampled(const ImportTab &tab, const ImportRow &row, const QVector<do
 
 QString gridRefusal(const ImportTab &tab, const ImportRow &row, const ImportOptions &options)
 {
-    const QVector<double> &depths = tab.file->curves.at(row.curve).depths;
+    const QVector<double> depths = inMetres(tab.file->curves.at(row.curve).depths, tab.metresPerUnit);
     if (!wantsResampling(depths, options)
         || !canBeResampled(tab, row, isDescending(depths) ? reversed(depths) : depths))
         return {};
@@ -74,7 +83,7 @@ QString gridRefusal(const ImportTab &tab, const ImportOptions &options)
 
 QString stopReason(const ImportTab &tab, int tabNumber)
 {
-    if (tab.well < 0)
+    if (tab.wellKey.isEmpty())
         return QStringLiteral("Well is not selected in %1 tab.\nPlease select Well name for importing well logs.")
             .arg(tabNumber);
     const auto tooDeep = [&tab](const QString &which) {
@@ -130,6 +139,7 @@ ImportedCurve importedCurve(const ImportTab &tab, const ImportRow &row, const Im
     record.displayName = row.logName;
     record.nullValue = tab.file->nullValue;
     record.isLogarithmic = row.group == QLatin1String("Resistivity") ? 1 : 0;
+    record.depths = inMetres(std::move(record.depths), tab.metresPerUnit);
     const bool isResampled = wantsResampling(record.depths, options);
     if (isDescending(record.depths)) {
         record.depths = reversed(record.depths);
@@ -147,14 +157,17 @@ ImportedCurve importedCurve(const ImportTab &tab, const ImportRow &row, const Im
 }
 
 // The host writer turns -999.25 and nothing else into "not measured". A file that says NULL -9999 or 0 means the same
-// by its own number, which would otherwise stand in the well as a measurement. Only equal values are taken: what the
-// spline made between nulls stays, since nulls take part in it.
+// by its own number, which would otherwise stand in the well as a measurement. Values are compared as they are stored: the
+// spline leaves the null value in the middle of nulls only nearly. What it made between null and value stays, since nulls
+// take part in it.
 LogCurveData withHostNulls(LogCurveData record, const WellInfo &file)
 {
     if (!file.hasNullValue || file.nullValue == nullSampleValue)
         return record;
     record.nullValue = nullSampleValue;
-    std::replace(record.values.begin(), record.values.end(), file.nullValue, nullSampleValue);
+    std::replace_if(
+        record.values.begin(), record.values.end(),
+        [&file](double value) { return isStoredAs(value, file.nullValue); }, nullSampleValue);
     return record;
 }
 

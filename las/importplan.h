@@ -25,8 +25,9 @@ struct ImportTab
     const WellInfo *file = nullptr; ///< not owned
     QString title;
     QString wellName;
-    int well = -1; ///< in the survey's list; -1 for "None"
-    double startDepth = 0; ///< of the file's header
+    QString wellKey; ///< empty for "None"
+    double metresPerUnit = 1; ///< what depths of the file are multiplied by on their way into the well
+    double startDepth = 0; ///< of the file's header, multiplied
     double stopDepth = 0;
     double wellMaximumDepth = 0;
     QVector<ImportRow> rows;

@@ -27,29 +27,31 @@ void DataColumns::Column::append(double value, double nullValue)
 const char *DataColumns::readLine(const char *begin, const char *end, Encoding encoding, double nullValue)
 {
     if (begin < end && *begin == '#')
-        return lineStop(begin, end);
+        return base::lineStop(begin, end);
 
     size_t token = 0;
     m_isDepthUnreadable = false;
+    m_hasSurplus = false;
     const char *at = begin;
     while (true) {
-        while (at < end && isSpace(*at) && !isLineEnd(*at))
+        while (at < end && base::isSpace(*at) && !base::isLineEnd(*at))
             ++at;
-        if (at == end || isLineEnd(*at))
+        if (at == end || base::isLineEnd(*at))
             break;
         if (token == m_columns.size()) {
-            at = lineStop(at, end);
+            m_hasSurplus = true;
+            at = base::lineStop(at, end);
             break;
         }
         double value = 0;
         const std::from_chars_result number = std::from_chars(at, end, value);
-        const bool whole = number.ptr == end || isSpace(*number.ptr);
+        const bool whole = number.ptr == end || base::isSpace(*number.ptr);
         if (number.ec == std::errc() && whole && std::isfinite(value)) {
             at = number.ptr;
             m_columns[token++].append(value, nullValue);
         } else {
             const char *stop = at;
-            while (stop < end && !isSpace(*stop))
+            while (stop < end && !base::isSpace(*stop))
                 ++stop;
             appendUnusualToken(at, stop, encoding, nullValue, token);
             at = stop;
@@ -60,6 +62,8 @@ const char *DataColumns::readLine(const char *begin, const char *end, Encoding e
     if (m_tokenCounts.empty())
         reserveRows(end - begin, at - begin + 1, token);
     m_tokenCounts.push_back(static_cast<int>(token));
+    if (m_hasSurplus || token < m_columns.size())
+        ++m_unevenRows;
     if (m_isDepthUnreadable)
         m_unreadableDepthTokens = std::max(m_unreadableDepthTokens, token);
     return at;
@@ -70,8 +74,10 @@ void DataColumns::appendUnusualToken(const char *begin, const char *end, Encodin
                                      size_t &token)
 {
     const auto append = [&](std::optional<double> number) {
-        if (token == m_columns.size())
+        if (token == m_columns.size()) {
+            m_hasSurplus = true;
             return;
+        }
         if (token == 0)
             m_isDepthUnreadable = !number;
         m_columns[token++].append(number.value_or(0.0), nullValue);
@@ -102,10 +108,10 @@ void DataColumns::reserveRows(qint64 bytesLeft, qint64 lineLength, size_t tokens
     m_tokenCounts.reserve(static_cast<size_t>(rows));
 }
 
-void DataColumns::moveTo(QVector<LogCurveData> &curves)
+void DataColumns::moveTo(QVector<LogCurveData> &curves, int firstCurve)
 {
     QVector<double> depths;
-    const int count = std::min(static_cast<int>(m_columns.size()), curves.size());
+    const int count = std::min(static_cast<int>(m_columns.size()), curves.size() - firstCurve);
     for (int i = 0; i < count; ++i) {
         Column &column = m_columns[static_cast<size_t>(i)];
         if (column.values.capacity() - column.values.size() > column.values.size() / 8)
@@ -129,7 +135,7 @@ void DataColumns::moveTo(QVector<LogCurveData> &curves)
             depths = fewer;
             m_tokenCounts = std::move(counts);
         }
-        LogCurveData &curve = curves[i];
+        LogCurveData &curve = curves[firstCurve + i];
         curve.minimum = column.minimum;
         curve.maximum = column.maximum;
         curve.values = std::move(column.values);

@@ -9,26 +9,31 @@
 
 namespace las {
 
-/// The columns of the data sections while a file is read; column i belongs to curve i. Memory grows with the
-/// tokens that are there, whatever the header claims.
+/// The columns of one data section while it is read. Memory grows with the tokens that are there, whatever the header
+/// claims.
 class DataColumns
 {
 public:
-    /// A further column; rows read before have no value in it.
-    void addColumn() { m_columns.emplace_back(); }
+    explicit DataColumns(int columns)
+        : m_columns(static_cast<size_t>(columns))
+    {
+    }
 
     /// Reads the line at \a begin and returns its end (its line end character or \a end). A line that is
     /// blank or begins with "#" adds nothing. Every other line adds its tokens to as many columns; surplus
     /// tokens are left out, columns without a token get nothing. A token that is no number counts as 0.
     const char *readLine(const char *begin, const char *end, Encoding encoding, double nullValue);
 
+    int rowCount() const { return static_cast<int>(m_tokenCounts.size()); }
+    /// The rows with more or fewer tokens than there are columns.
+    int unevenRowCount() const { return m_unevenRows; }
     /// How many columns, from the first on, have a value on a line whose depth token is no number.
     int columnsWithUnreadableDepth() const { return static_cast<int>(m_unreadableDepthTokens); }
 
-    /// Moves values, depths, minimum and maximum into the first curves, one a column, and leaves this empty.
-    /// Curves with a value on the same rows share one depth list, which for all full columns is the value
+    /// Moves values, depths, minimum and maximum into the curves from \a firstCurve on, one a column, and leaves this
+    /// without columns and rows. Curves with a value on the same rows share one depth list, which for all full columns is the value
     /// list of the first.
-    void moveTo(QVector<LogCurveData> &curves);
+    void moveTo(QVector<LogCurveData> &curves, int firstCurve);
 
 private:
     struct Column
@@ -46,7 +51,9 @@ private:
     std::vector<Column> m_columns;
     std::vector<int> m_tokenCounts; ///< of each row; column i has a value on exactly the rows with more than i
     size_t m_unreadableDepthTokens = 0; ///< most tokens of a row whose first one is no number
+    int m_unevenRows = 0;
     bool m_isDepthUnreadable = false; ///< of the row that is being read
+    bool m_hasSurplus = false; ///< the same
 };
 
 } // namespace las

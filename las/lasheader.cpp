@@ -117,10 +117,10 @@ ParsedHeader parse(const Text &text)
     QChar section;
     const char *stop = nullptr;
     const char *const end = text.bytes.constData() + text.bytes.size();
-    for (const char *at = text.bytes.constData(); at < end; at = nextLine(stop, end)) {
-        stop = lineStop(at, end);
+    for (const char *at = text.bytes.constData(); at < end; at = base::nextLine(stop, end)) {
+        stop = base::lineStop(at, end);
         const char *first = at;
-        while (first < stop && isSpace(*first))
+        while (first < stop && base::isSpace(*first))
             ++first;
         if (first < stop && *first == '~') {
             parsed.hasSections = true;
@@ -150,7 +150,7 @@ ParsedHeader parse(const Text &text)
 QByteArray wholeLines(const QByteArray &bytes)
 {
     int end = bytes.size();
-    while (end > 0 && !isLineEnd(bytes.at(end - 1)))
+    while (end > 0 && !base::isLineEnd(bytes.at(end - 1)))
         --end;
     // A UTF-16 line end has two bytes, of which the zero may come second.
     if (end < bytes.size() && bytes.at(end) == '\0')

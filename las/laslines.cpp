@@ -21,7 +21,7 @@ QString LasLines::line(int i, int maximumBytes) const
     const char *bytes = m_text.bytes.constData();
     const char *begin = bytes + m_starts.at(i - 1);
     const char *end = bytes + (i < m_starts.size() ? m_starts.at(i) : m_text.bytes.size());
-    while (end > begin && las::isLineEnd(end[-1]))
+    while (end > begin && base::isLineEnd(end[-1]))
         --end;
     return las::decodeFront(begin, end, m_text.encoding, maximumBytes);
 }

@@ -16,6 +16,7 @@ public:
     /// escapes).
     explicit LasLines(const QString &path);
 
+    las::Encoding encoding() const { return m_text.encoding; }
     int count() const { return m_title.isNull() ? 0 : 1 + m_starts.size(); }
     /// Line \a i without its line end, in time proportional to its length; empty where there is none.
     QString line(int i) const;

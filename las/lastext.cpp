@@ -1,7 +1,5 @@
 #include "las/lastext.h"
 
-#include "base/textbytes.h"
-
 #include <cstring>
 
 namespace las {

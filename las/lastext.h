@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/textbytes.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -28,32 +30,5 @@ QString decodeFront(const char *begin, const char *end, Encoding encoding, int m
 
 /// True where every byte belongs to a complete and correct UTF-8 sequence.
 bool isUtf8(const char *begin, const char *end);
-
-/// White space among the bytes below 0x80, as QChar::isSpace() has it; line ends are white space.
-inline bool isSpace(char c)
-{
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-inline bool isLineEnd(char c)
-{
-    return c == '\n' || c == '\r';
-}
-
-/// The end of the line that holds \a begin: its line end character or \a end.
-inline const char *lineStop(const char *begin, const char *end)
-{
-    while (begin < end && !isLineEnd(*begin))
-        ++begin;
-    return begin;
-}
-
-/// The start of the next line, for the \a stop of a line; LF, CRLF and CR end a line.
-inline const char *nextLine(const char *stop, const char *end)
-{
-    if (stop == end)
-        return end;
-    return stop + (*stop == '\r' && stop + 1 < end && stop[1] == '\n' ? 2 : 1);
-}
 
 } // namespace las

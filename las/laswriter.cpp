@@ -4,8 +4,10 @@
 #include "base/safename.h"
 #include "las/cubicspline.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <optional>
 #include <variant>
 #include <vector>
@@ -22,6 +24,10 @@ constexpr int valueDecimals = 2;
 // A double with a few decimals takes up to 309 digits before the point.
 constexpr size_t longestNumber = 330;
 constexpr size_t bufferSize = 256 * 1024;
+// Far above the rounding noise of depths that were summed up, and at most a part of an interval that nobody would call
+// another sample.
+constexpr double smallestNudge = 1e-6;
+constexpr double largestNudge = 0.1;
 constexpr char nullText[] = "-999.25 ";
 
 // A line break inside a name would end the line and begin another section.
@@ -181,10 +187,12 @@ public:
     }
 
     // Truncation toward zero gives index 0 already one interval above the log's first depth. That is required, and so
-    // is counting samples of a log that was not resampled by the interval.
+    // is counting samples of a log that was not resampled by the interval. Without the nudge noise would decide where a
+    // depth stands on a sample, and the sample before it would be written.
     void write(DataWriter &writer, double depth)
     {
-        const double index = std::trunc((depth - m_firstDepth) / m_interval);
+        const double quotient = (depth - m_firstDepth) / m_interval;
+        const double index = std::trunc(quotient + std::copysign(nudge(depth), quotient));
         const std::optional<double> value =
             index >= 0 ? std::visit([index](auto &samples) { return samples.at(index); }, m_samples) : std::nullopt;
         if (value && std::isfinite(*value))
@@ -194,6 +202,13 @@ public:
     }
 
 private:
+    // The grid's first depth and the log's come from hosts that hold depths in single precision.
+    double nudge(double depth) const
+    {
+        const double noise = std::fabs(depth) * static_cast<double>(std::numeric_limits<float>::epsilon());
+        return std::clamp(noise / m_interval, smallestNudge, largestNudge);
+    }
+
     using Samples = std::variant<StoredSamples, SplineSamples>;
 
     Samples m_samples;

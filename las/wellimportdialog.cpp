@@ -2,18 +2,16 @@
 
 #include "base/asker.h"
 #include "base/nestedevents.h"
-#include "datastore/curvegroupassignment.h"
-#include "datastore/hostwriter.h"
+#include "base/numbervalidator.h"
 #include "datastore/projectdata.h"
+#include "las/importrun.h"
 #include "las/resampling.h"
 #include "las/showntext.h"
 #include "las/wellimporttab.h"
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QCloseEvent>
 #include <QComboBox>
-#include <QDoubleValidator>
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -25,7 +23,6 @@
 #include <QTableWidget>
 
 #include <new>
-#include <set>
 
 namespace {
 
@@ -36,17 +33,16 @@ QString importTitle()
     return QStringLiteral("Las Import");
 }
 
+QStringList distinct(QStringList names)
+{
+    names.removeDuplicates();
+    return names;
+}
+
 } // namespace
 
-/// What an import has done so far.
-struct WellImportDialog::Progress
-{
-    std::set<int> changedWells;
-    las::NameList unsuitedCurves;
-};
-
 WellImportDialog::WellImportDialog(ProjectData &projectData, QWidget *parent)
-    : QDialog(parent)
+    : RunDialog(parent)
     , m_data(projectData)
 {
     setObjectName(QStringLiteral("WellImportDialog"));
@@ -96,12 +92,21 @@ QWidget *WellImportDialog::buildOptions()
     m_intervalEdit->setObjectName(QStringLiteral("intervalEdit"));
     m_intervalEdit->setMaximumWidth(120);
     m_intervalEdit->setEnabled(false);
-    auto *validator = new QDoubleValidator(m_intervalEdit);
-    validator->setLocale(QLocale::c());
-    m_intervalEdit->setValidator(validator);
+    m_intervalEdit->setValidator(new base::NumberValidator(m_intervalEdit));
+    m_feetBox = new QCheckBox(QStringLiteral("Convert feet to metres"));
+    m_feetBox->setObjectName(QStringLiteral("feetBox"));
+    m_feetBox->setToolTip(QStringLiteral("For files whose depths are in feet, also before an interval is applied"));
+    m_feetBox->setEnabled(false);
+    m_status = new QLabel;
+    m_status->setObjectName(QStringLiteral("statusLabel"));
+    m_status->setTextFormat(Qt::PlainText);
+    m_status->setWordWrap(true);
     layout->addWidget(m_intervalBox);
     layout->addWidget(m_intervalEdit);
-    layout->addStretch(1);
+    layout->addSpacing(24);
+    layout->addWidget(m_feetBox);
+    layout->addSpacing(24);
+    layout->addWidget(m_status, 1);
     return row;
 }
 
@@ -132,7 +137,7 @@ WellImportTab *WellImportDialog::tabAt(int index) const
 
 void WellImportDialog::selectLasFilesClicked()
 {
-    if (m_isRunning)
+    if (isRunning())
         return;
     const QPointer<WellImportDialog> self(this);
     const base::NestedEvents events; // the chooser handles them
@@ -140,35 +145,67 @@ void WellImportDialog::selectLasFilesClicked()
         chooseFiles(this, QStringLiteral("Select Well(s)"), QStringLiteral("Las Files (*.Las *.LAS *.las)"));
     if (!self || paths.isEmpty())
         return;
+    const int first = m_tabs->count();
     QApplication::setOverrideCursor(Qt::WaitCursor);
     for (const QString &path : paths) {
         WellInfo file;
         static_cast<void>(file.load(path)); // a file that cannot be read makes a tab without curves, and no message
-        addWellWidget(m_tabs->count(), file, path);
+        addTab(m_tabs->count(), file, path);
     }
     QApplication::restoreOverrideCursor();
-    m_tabs->setCurrentIndex(m_tabs->count() - paths.size());
+    m_tabs->setCurrentIndex(first);
+    QStringList unreadable;
+    for (int i = first; i < m_tabs->count(); ++i)
+        if (!tabAt(i)->isWellReadable())
+            unreadable.append(tabAt(i)->wellBox()->currentText());
+    tellUnreadableWells(unreadable);
 }
 
 void WellImportDialog::addWellWidget(int tabIdx, WellInfo m_well, QString filename)
 {
-    const QString title = filename.section(QLatin1Char('/'), -1);
-    auto *tab = new WellImportTab(m_data, m_well, title);
+    const WellImportTab *tab = addTab(tabIdx, m_well, filename);
+    if (!tab->isWellReadable())
+        tellUnreadableWells({tab->wellBox()->currentText()});
+}
+
+WellImportTab *WellImportDialog::addTab(int tabIdx, const WellInfo &file, const QString &path)
+{
+    const QString title = path.section(QLatin1Char('/'), -1);
+    auto *tab = new WellImportTab(m_data, file, title);
     const int index = m_tabs->insertTab(tabIdx, tab, las::tabText(title));
-    m_tabs->setTabToolTip(index, las::toolTip(filename));
-    renumberTabs();
+    m_tabs->setTabToolTip(index, las::toolTip(path));
     m_hasFiles = true;
-    m_importButton->setEnabled(!m_isRunning);
+    tabsChanged();
     // By the index: two wells of the survey may have the same name.
     connect(tab->wellBox(), qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this, tab] { wellChanged(tab->wellBox()->currentText()); });
     connect(tab->table(), &QTableWidget::itemChanged, this, &WellImportDialog::cellChanged);
+    return tab;
 }
 
-void WellImportDialog::renumberTabs()
+// Once a well, however many files are for it.
+void WellImportDialog::tellUnreadableWells(const QStringList &wellNames)
+{
+    host::Host &host = m_data.host; // a box may end with the dialog deleted
+    for (const QString &name : distinct(wellNames))
+        host.showError(QStringLiteral("Cannot get data for this well : ") + name);
+}
+
+bool WellImportDialog::hasFileInFeet() const
+{
+    for (int i = 0; i < m_tabs->count(); ++i)
+        if (tabAt(i)->isInFeet())
+            return true;
+    return false;
+}
+
+void WellImportDialog::tabsChanged()
 {
     for (int i = 0; i < m_tabs->count(); ++i)
         tabAt(i)->wellBox()->setProperty(tabIndexProperty, i);
+    setInputsEnabled(!isRunning());
+    if (!hasFileInFeet())
+        m_feetBox->setChecked(false);
 }
 
 void WellImportDialog::intervalCheckBoxToggled(bool isChecked)
@@ -178,18 +215,22 @@ void WellImportDialog::intervalCheckBoxToggled(bool isChecked)
 
 void WellImportDialog::tabClosedClicked(int tabIdx)
 {
-    if (m_isRunning || !tabAt(tabIdx))
+    if (isRunning() || !tabAt(tabIdx))
         return;
     delete tabAt(tabIdx);
-    renumberTabs();
+    tabsChanged();
 }
 
 void WellImportDialog::wellChanged(QString)
 {
     const QObject *box = sender();
     const int index = box ? box->property(tabIndexProperty).toInt() : m_tabs->currentIndex();
-    if (WellImportTab *tab = tabAt(index))
-        tab->bindWell();
+    WellImportTab *tab = tabAt(index);
+    if (!tab)
+        return;
+    tab->bindWell();
+    if (!tab->isWellReadable())
+        tellUnreadableWells({tab->wellBox()->currentText()});
 }
 
 void WellImportDialog::cellChanged(QTableWidgetItem *item)
@@ -203,11 +244,11 @@ void WellImportDialog::cellChanged(QTableWidgetItem *item)
 
 void WellImportDialog::importSelectedClicked()
 {
-    if (m_isRunning)
+    if (isRunning())
         return;
     QVector<las::ImportTab> tabs;
     for (int i = 0; i < m_tabs->count(); ++i)
-        tabs.append(tabAt(i)->plan());
+        tabs.append(tabAt(i)->plan(m_feetBox->isChecked()));
     las::ImportOptions options;
     options.isResampling = m_intervalBox->isChecked();
     options.interval = las::floatIntervalFromText(m_intervalEdit->text());
@@ -217,157 +258,106 @@ void WellImportDialog::importSelectedClicked()
         m_data.asker.warn(importTitle(), refusal);
         return;
     }
-    m_isCancelled = false;
-    m_closesAfterImport = false;
     m_progressBar->setRange(0, qMax(1, tabs.size() == 1 ? tabs.first().rows.size() : tabs.size()));
     m_progressBar->setValue(0);
-    const QPointer<QWidget> focused(focusWidget());
-    setRunning(true);
-    Progress progress;
-    const End end = importTabs(tabs, options, &progress);
-    if (end == End::Deleted)
+    m_status->clear();
+    beginRun();
+    las::ImportRun run(m_data);
+    const End end = importTabs(tabs, options, &run);
+    if (end == End::Deleted) {
+        run.release();
         return;
-    const QPointer<WellImportDialog> self(this);
-    finishImport(end, progress);
-    if (self && focused)
-        focused->setFocus();
+    }
+    run.finish();
+    if (tellResults(end, run) != End::Deleted)
+        endRun();
 }
 
-// Boxes and events may delete the dialog (its owner goes, another survey is opened): after each of them nothing of
-// it is touched before it is known to be there.
-WellImportDialog::End WellImportDialog::importTabs(const QVector<las::ImportTab> &tabs,
-                                                   const las::ImportOptions &options, Progress *progress)
+RunDialog::End WellImportDialog::importTabs(const QVector<las::ImportTab> &tabs, const las::ImportOptions &options,
+                                            las::ImportRun *run)
 {
-    const QPointer<WellImportDialog> self(this);
     for (int i = 0; i < tabs.size(); ++i) {
         const QString reason = las::stopReason(tabs.at(i), i + 1);
-        if (!reason.isEmpty()) {
-            m_data.asker.warn(windowTitle(), reason);
-            return self ? End::Stopped : End::Deleted;
-        }
-        const End end = importRows(tabs.at(i), options, tabs.size() == 1, progress);
+        if (!reason.isEmpty())
+            return stop(m_data.asker, windowTitle(), reason);
+        const End end = importRows(tabs.at(i), options, tabs.size() == 1, run);
         if (end != End::Finished)
             return end;
         if (tabs.size() > 1)
             m_progressBar->setValue(i + 1);
     }
-    if (las::hasSelection(tabs))
-        return End::Finished;
-    m_data.asker.warn(importTitle(), QStringLiteral("To import required well log(s), Please first select them."));
-    return self ? End::Stopped : End::Deleted;
+    return las::hasSelection(tabs)
+        ? End::Finished
+        : stop(m_data.asker, importTitle(),
+               QStringLiteral("To import required well log(s), Please first select them."));
 }
 
-WellImportDialog::End WellImportDialog::importRows(const las::ImportTab &tab, const las::ImportOptions &options,
-                                                   bool countsRows, Progress *progress)
+RunDialog::End WellImportDialog::importRows(const las::ImportTab &tab, const las::ImportOptions &options,
+                                            bool countsRows, las::ImportRun *run)
 {
-    const QPointer<WellImportDialog> self(this);
-    HostWriter writer(m_data.host.wells(), m_data.catalogue, m_data.asker,
-                      [this](const QString &text) { m_data.host.showError(text); });
     for (int row = 0; row <= tab.rows.size(); ++row) {
-        base::handleEvents(); // the last time behind the last row
-        if (!self)
-            return End::Deleted;
-        if (m_isCancelled)
-            return End::Cancelled;
-        if (row == tab.rows.size())
-            break;
-        const las::ImportRow &chosen = tab.rows.at(row);
-        if (chosen.isSelected) {
-            const End end = importRow(tab, chosen, options, &writer, progress);
-            if (end != End::Finished)
-                return end;
-        }
+        End end = handleEvents(); // the last time behind the last row
+        if (end != End::Finished || row == tab.rows.size())
+            return end;
+        if (tab.rows.at(row).isSelected)
+            end = importRow(tab, tab.rows.at(row), options, run);
+        if (end != End::Finished)
+            return end;
         if (countsRows)
             m_progressBar->setValue(row + 1);
     }
     return End::Finished;
 }
 
-WellImportDialog::End WellImportDialog::importRow(const las::ImportTab &tab, const las::ImportRow &row,
-                                                  const las::ImportOptions &options, HostWriter *writer,
-                                                  Progress *progress)
+RunDialog::End WellImportDialog::importRow(const las::ImportTab &tab, const las::ImportRow &row,
+                                           const las::ImportOptions &options, las::ImportRun *run)
 {
     const QPointer<WellImportDialog> self(this);
     try {
-        las::ImportedCurve curve = las::importedCurve(tab, row, options);
-        const bool isWritten =
-            writer->writeLog(tab.well, las::withHostNulls(std::move(curve.record), *tab.file), false);
-        if (!self)
-            return End::Deleted;
-        // Whatever became of the log, the name's group is what the user chose.
-        assignCurveGroup(m_data.project.projectFolder, row.logName, row.group);
-        if (isWritten)
-            progress->changedWells.insert(tab.well);
-        if (isWritten && curve.isUnsuited)
-            progress->unsuitedCurves.add(tab.title, row.logName);
-        return End::Finished;
+        run->write(tab, row, options);
+        return self ? End::Finished : End::Deleted;
     } catch (const std::bad_alloc &) {
-        if (!self)
-            return End::Deleted;
-        m_data.asker.warn(importTitle(),
-                          QStringLiteral("There is not enough memory to import the curve %1 of %2.\n"
-                                         "The import ends here; the curves before it were imported.")
-                              .arg(las::shortened(row.logName), tab.title));
-        return self ? End::Stopped : End::Deleted;
+        return self ? stop(m_data.asker, importTitle(),
+                           QStringLiteral("There is not enough memory to import the curve %1 of %2.\n"
+                                          "The import ends here; the curves before it were imported.")
+                               .arg(las::shortened(row.logName), tab.title))
+                    : End::Deleted;
     }
 }
 
-void WellImportDialog::finishImport(End end, const Progress &progress)
+RunDialog::End WellImportDialog::tellResults(End end, const las::ImportRun &run)
 {
     const QPointer<WellImportDialog> self(this);
     for (int i = 0; i < m_tabs->count(); ++i)
         tabAt(i)->testAllRows();
-    for (int well : progress.changedWells)
+    m_status->setText(run.leftOut());
+    for (int well : run.changedWells())
         if (self)
             emit logsImported(well);
-    if (self && !progress.unsuitedCurves.isEmpty())
-        m_data.asker.warn(importTitle(), las::unsuitedWarning(progress.unsuitedCurves));
-    if (self && end == End::Finished && !m_isCancelled) {
+    for (const QString &failure : run.failures())
+        if (self)
+            m_data.asker.warn(QStringLiteral("Writing Well Logs"), failure);
+    if (self && !run.unsuitedCurves().isEmpty())
+        m_data.asker.warn(importTitle(), las::unsuitedWarning(run.unsuitedCurves()));
+    if (self && end == End::Finished && !isCancelled()) {
         m_progressBar->setValue(m_progressBar->maximum());
         m_data.asker.inform(importTitle(), QStringLiteral("The selected LAS files have been imported successfully."));
     }
-    if (!self)
-        return;
-    setRunning(false);
-    if (m_closesAfterImport)
-        close();
+    return self ? end : End::Deleted;
 }
 
-void WellImportDialog::setRunning(bool isRunning)
+void WellImportDialog::setInputsEnabled(bool isEnabled)
 {
-    m_isRunning = isRunning;
     for (QWidget *widget : {static_cast<QWidget *>(m_selectButton), static_cast<QWidget *>(m_tabs),
                             static_cast<QWidget *>(m_intervalBox)})
-        widget->setEnabled(!isRunning);
-    m_importButton->setEnabled(!isRunning && m_hasFiles);
-    m_intervalEdit->setEnabled(!isRunning && m_intervalBox->isChecked());
+        widget->setEnabled(isEnabled);
+    m_importButton->setEnabled(isEnabled && m_hasFiles);
+    m_intervalEdit->setEnabled(isEnabled && m_intervalBox->isChecked());
+    m_feetBox->setEnabled(isEnabled && hasFileInFeet());
 }
 
 void WellImportDialog::cancelBtnClicked()
 {
-    m_isCancelled = true;
+    cancel();
     close();
-}
-
-// A running import still needs its dialog: it goes out of sight, the import ends at the next curve, and only then is
-// it closed for good (and deleted, where its owner asked for that).
-void WellImportDialog::closeEvent(QCloseEvent *event)
-{
-    if (!m_isRunning) {
-        QDialog::closeEvent(event);
-        return;
-    }
-    reject();
-    event->ignore();
-}
-
-void WellImportDialog::reject()
-{
-    if (!m_isRunning) {
-        QDialog::reject();
-        return;
-    }
-    m_isCancelled = true;
-    m_closesAfterImport = true;
-    hide();
 }

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "las/importplan.h"
-
-#include <QDialog>
+#include "las/rundialog.h"
 
 #include <functional>
 
 QT_BEGIN_NAMESPACE
 class QCheckBox;
+class QLabel;
 class QLineEdit;
 class QProgressBar;
 class QPushButton;
@@ -15,12 +15,14 @@ class QTableWidgetItem;
 class QTabWidget;
 QT_END_NAMESPACE
 
-class HostWriter;
 class WellImportTab;
 struct ProjectData;
+namespace las {
+class ImportRun;
+}
 
 /// Imports curves of LAS files into wells of the survey: a tab a file, with its curves, its well and its text.
-class WellImportDialog : public QDialog
+class WellImportDialog : public RunDialog
 {
     Q_OBJECT
 
@@ -48,26 +50,25 @@ public slots:
     void cellChanged(QTableWidgetItem *item);
     void addWellWidget(int tabIdx, WellInfo m_well, QString filename);
 
-public:
-    void reject() override;
-
 protected:
-    void closeEvent(QCloseEvent *event) override;
+    void setInputsEnabled(bool isEnabled) override;
 
 private:
-    enum class End { Finished, Stopped, Cancelled, Deleted };
-    struct Progress;
-
     QWidget *buildOptions();
     QWidget *buildButtons();
     WellImportTab *tabAt(int index) const;
-    void renumberTabs();
-    void setRunning(bool isRunning);
-    End importTabs(const QVector<las::ImportTab> &tabs, const las::ImportOptions &options, Progress *progress);
-    End importRows(const las::ImportTab &tab, const las::ImportOptions &options, bool countsRows, Progress *progress);
+    WellImportTab *addTab(int tabIdx, const WellInfo &file, const QString &path);
+    void tabsChanged();
+    bool hasFileInFeet() const;
+    /// In the host's box.
+    void tellUnreadableWells(const QStringList &wellNames);
+    End importTabs(const QVector<las::ImportTab> &tabs, const las::ImportOptions &options, las::ImportRun *run);
+    End importRows(const las::ImportTab &tab, const las::ImportOptions &options, bool countsRows,
+                   las::ImportRun *run);
     End importRow(const las::ImportTab &tab, const las::ImportRow &row, const las::ImportOptions &options,
-                  HostWriter *writer, Progress *progress);
-    void finishImport(End end, const Progress &progress);
+                  las::ImportRun *run);
+    /// Deleted when the dialog went meanwhile.
+    End tellResults(End end, const las::ImportRun &run);
 
     ProjectData &m_data;
     QTabWidget *m_tabs = nullptr;
@@ -76,9 +77,8 @@ private:
     QPushButton *m_closeButton = nullptr;
     QCheckBox *m_intervalBox = nullptr;
     QLineEdit *m_intervalEdit = nullptr;
+    QCheckBox *m_feetBox = nullptr;
+    QLabel *m_status = nullptr;
     QProgressBar *m_progressBar = nullptr;
     bool m_hasFiles = false; ///< at least one was chosen
-    bool m_isCancelled = false;
-    bool m_isRunning = false;
-    bool m_closesAfterImport = false;
 };

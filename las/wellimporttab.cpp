@@ -79,7 +79,9 @@ void WellImportTab::buildHead()
     m_wellBox = new QComboBox;
     m_wellBox->setObjectName(QStringLiteral("wellBox"));
     m_wellBox->addItem(QStringLiteral("None"));
-    m_wellBox->addItems(m_data.catalogue.wellNames());
+    // With the key: while the dialog stands the catalogue may be read anew, and indexes then mean other wells.
+    for (int well = 0; well < m_data.catalogue.wellCount(); ++well)
+        m_wellBox->addItem(m_data.catalogue.wellNames().at(well), m_data.catalogue.wellKey(well));
     m_wellBox->setCurrentText(m_file.uwi);
     m_wellBox->setMinimumContentsLength(18);
     m_wellBox->setMaxVisibleItems(20);
@@ -155,8 +157,9 @@ void WellImportTab::buildTable()
         m_table->setItem(row, SelectColumn, check);
         m_table->setItem(row, NameColumn, new QTableWidgetItem(curve.logName));
     }
+    CurveGroupFinder groups(m_data.project.projectFolder);
     for (int row = 0; row < qMin(rows, rowsWithBox); ++row)
-        addGroupBox(row);
+        addGroupBox(row, &groups);
     connect(m_table->verticalScrollBar(), &QScrollBar::valueChanged, this, &WellImportTab::addGroupBoxesInView);
     m_table->horizontalHeader()->setHighlightSections(false);
     m_table->setColumnWidth(CurveColumn, 100);
@@ -172,15 +175,10 @@ CurveGroupBox *WellImportTab::groupBox(int row) const
     return qobject_cast<CurveGroupBox *>(m_table->cellWidget(row, GroupColumn));
 }
 
-QString WellImportTab::foundGroup(int row) const
-{
-    return findCurveGroup(m_data.project.projectFolder, m_file.curves.at(row).logName);
-}
-
-void WellImportTab::addGroupBox(int row)
+void WellImportTab::addGroupBox(int row, CurveGroupFinder *groups)
 {
     auto *box = new CurveGroupBox(m_groups, m_table);
-    box->setCurrentText(foundGroup(row));
+    box->setCurrentText(groups->group(m_file.curves.at(row).logName));
     m_table->setCellWidget(row, GroupColumn, box);
     paintGroupBox(row, m_table->item(row, GroupColumn)->background().style() != Qt::NoBrush);
 }
@@ -189,9 +187,10 @@ void WellImportTab::addGroupBoxesInView()
 {
     const int first = m_table->rowAt(0);
     const int last = m_table->rowAt(m_table->viewport()->height() - 1);
+    CurveGroupFinder groups(m_data.project.projectFolder);
     for (int row = qMax(0, first); row <= (last < 0 ? m_table->rowCount() - 1 : last); ++row)
         if (!groupBox(row))
-            addGroupBox(row);
+            addGroupBox(row, &groups);
 }
 
 void WellImportTab::paintGroupBox(int row, bool isTaken)
@@ -209,8 +208,10 @@ void WellImportTab::paintGroupBox(int row, bool isTaken)
 
 void WellImportTab::bindWell()
 {
-    const int well = m_wellBox->currentIndex() - 1;
-    m_wellMaximumDepth = well >= 0 ? m_data.catalogue.wellRecord(well).totalDepth : 0;
+    const std::optional<WellRecord> well =
+        m_data.catalogue.readWellRecord(m_data.catalogue.indexOfKey(wellKey()), WellsCatalogue::OnFailure::BeSilent);
+    m_isWellReadable = well || wellKey().isEmpty();
+    m_wellMaximumDepth = well ? well->totalDepth : 0;
     {
         const QSignalBlocker blocker(m_table);
         for (int row = 0; row < m_table->rowCount(); ++row)
@@ -219,10 +220,15 @@ void WellImportTab::bindWell()
     testAllRows();
 }
 
+QString WellImportTab::wellKey() const
+{
+    return m_wellBox->currentData().toString();
+}
+
 QStringList WellImportTab::logsOfWell() const
 {
-    const int well = m_wellBox->currentIndex() - 1;
-    return well >= 0 && well < m_data.catalogue.wellCount() ? m_data.catalogue.logNames(well) : QStringList();
+    const int well = m_data.catalogue.indexOfKey(wellKey());
+    return well >= 0 ? m_data.catalogue.logNames(well) : QStringList();
 }
 
 void WellImportTab::testAllRows()
@@ -255,20 +261,24 @@ void WellImportTab::paintRow(int row, bool isTaken)
     m_table->viewport()->update();
 }
 
-las::ImportTab WellImportTab::plan() const
+las::ImportTab WellImportTab::plan(bool convertsFeet) const
 {
     las::ImportTab tab;
     tab.file = &m_file;
     tab.title = m_title;
-    tab.well = m_wellBox->currentIndex() - 1;
+    tab.wellKey = wellKey();
     tab.wellName = m_wellBox->currentText();
-    tab.startDepth = m_file.startDepth;
-    tab.stopDepth = m_file.stopDepth;
+    tab.metresPerUnit = convertsFeet ? las::metresPerFeetUnit(m_file.depthUnit).value_or(1) : 1;
+    tab.startDepth = m_file.startDepth * tab.metresPerUnit;
+    tab.stopDepth = m_file.stopDepth * tab.metresPerUnit;
     tab.wellMaximumDepth = m_wellMaximumDepth;
+    CurveGroupFinder groups(m_data.project.projectFolder);
     for (int row = 0; row < m_table->rowCount(); ++row) {
         const CurveGroupBox *box = groupBox(row);
         const bool isSelected = m_table->item(row, SelectColumn)->checkState() == Qt::Checked;
-        const QString group = box ? box->currentText() : isSelected ? foundGroup(row) : QString();
+        const QString group = box ? box->currentText()
+            : isSelected          ? groups.group(m_file.curves.at(row).logName)
+                                  : QString();
         tab.rows.append({row, isSelected, m_table->item(row, NameColumn)->text().trimmed(), group});
     }
     return tab;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "las/feet.h"
 #include "las/importplan.h"
 
 #include <QWidget>
@@ -13,6 +14,7 @@ class QTableWidgetItem;
 QT_END_NAMESPACE
 
 class CurveGroupBox;
+class CurveGroupFinder;
 class LasTextBrowser;
 struct ProjectData;
 
@@ -36,13 +38,17 @@ public:
     QComboBox *wellBox() const { return m_wellBox; }
     QTableWidget *table() const { return m_table; }
 
-    /// Takes over the well that the combo box shows: its maximum depth, and the test of every row.
+    /// Takes over the well that the combo box shows: its maximum depth, and the test of every row. Silent.
     void bindWell();
+    /// False when the well could not be read as it was bound.
+    bool isWellReadable() const { return m_isWellReadable; }
+    bool isInFeet() const { return las::metresPerFeetUnit(m_file.depthUnit).has_value(); }
     /// Paints the row red and clears its check box where the bound well has a log of its alternate name.
     void testRow(QTableWidgetItem *nameItem);
     void testAllRows();
 
-    las::ImportTab plan() const;
+    /// \a convertsFeet: of a file in feet, depths are converted to metres.
+    las::ImportTab plan(bool convertsFeet = false) const;
 
 private:
     void buildHead();
@@ -52,15 +58,16 @@ private:
     void paintRow(int row, bool isTaken);
     void paintGroupBox(int row, bool isTaken);
     CurveGroupBox *groupBox(int row) const;
-    QString foundGroup(int row) const;
-    void addGroupBox(int row);
+    void addGroupBox(int row, CurveGroupFinder *groups);
     void addGroupBoxesInView();
+    QString wellKey() const;
     QStringList logsOfWell() const;
 
     ProjectData &m_data;
     WellInfo m_file;
     QString m_title;
     double m_wellMaximumDepth = 0;
+    bool m_isWellReadable = true;
     QComboBox *m_wellBox = nullptr;
     QLabel *m_summary = nullptr;
     QLabel *m_notice = nullptr;

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <limits>
 #include <new>
 
@@ -65,15 +66,16 @@ Section sectionOf(char letter)
 class HeaderReader
 {
 public:
-    HeaderReader(WellInfo &info, las::DataColumns &columns, const QString &path)
+    HeaderReader(WellInfo &info, const QString &path)
         : m_info(info)
-        , m_columns(columns)
         , m_path(path)
     {
     }
 
     void readLine(Section section, const QString &line)
     {
+        if (!line.startsWith(u'#') && line.contains(u'\t'))
+            m_info.hasTabsInHeader = true;
         if (section == Section::Version)
             readVersionLine(line);
         else if (section == Section::Well)
@@ -122,13 +124,75 @@ private:
         curve.description = WellInfo::description(line);
         curve.source = m_path;
         m_info.curves.append(curve);
-        m_columns.addColumn();
     }
 
     WellInfo &m_info;
-    las::DataColumns &m_columns;
     QString m_path;
 };
+
+/// Gives each data section the curves that were named since the one before, and fills them at its end.
+class DataReader
+{
+public:
+    DataReader(WellInfo &info, QVector<bool> &hasUnreadableDepth)
+        : m_info(info)
+        , m_hasUnreadableDepth(hasUnreadableDepth)
+    {
+    }
+
+    void begin(int titleLine)
+    {
+        end();
+        m_section = {};
+        m_section.titleLine = titleLine;
+        m_section.firstCurve = m_firstUnused;
+        m_section.curveCount = m_info.curves.size() - m_firstUnused;
+        m_firstUnused = m_info.curves.size();
+        m_columns = las::DataColumns(m_section.curveCount);
+        ++m_info.dataSectionCount;
+    }
+
+    /// Gives the end of the line.
+    const char *readLine(int lineNumber, const char *at, const char *end)
+    {
+        if (m_section.curveCount == 0) {
+            const char *stop = base::lineStop(at, end);
+            if (*at != '#' && std::any_of(at, stop, [](char c) { return !base::isSpace(c); }))
+                ++m_info.rowsWithoutCurves;
+            return stop;
+        }
+        const char *stop = m_columns.readLine(at, end, m_info.lines.encoding(), m_info.nullValue);
+        if (m_section.firstRowLine == 0 && m_columns.rowCount() > 0)
+            m_section.firstRowLine = lineNumber;
+        return stop;
+    }
+
+    void end()
+    {
+        if (m_section.curveCount == 0)
+            return;
+        m_section.rowCount = m_columns.rowCount();
+        m_section.unevenRowCount = m_columns.unevenRowCount();
+        for (int column = 0; column < m_section.curveCount; ++column)
+            m_hasUnreadableDepth.append(column < m_columns.columnsWithUnreadableDepth());
+        m_columns.moveTo(m_info.curves, m_section.firstCurve);
+        m_info.dataSections.append(m_section);
+    }
+
+private:
+    WellInfo &m_info;
+    QVector<bool> &m_hasUnreadableDepth;
+    las::DataColumns m_columns{0};
+    LasDataSection m_section;
+    int m_firstUnused = 0; ///< the first curve that no data section has yet
+};
+
+void noteLowerCaseTitle(char letter, QString *letters)
+{
+    const QLatin1Char c(letter);
+    if (QLatin1String("vwca").contains(c) && !letters->contains(c))
+        letters->append(c);
+}
 
 } // namespace
 
@@ -219,24 +283,27 @@ void WellInfo::read(const QString &path)
     const las::Encoding encoding = lines.m_text.encoding;
     const char *const bytes = lines.m_text.bytes.constData();
     const char *const end = bytes + lines.m_text.bytes.size();
-    las::DataColumns columns;
-    HeaderReader header(*this, columns, path);
+    HeaderReader header(*this, path);
+    DataReader data(*this, m_hasUnreadableDepth);
     Section section = Section::None;
     const char *stop = nullptr;
-    for (const char *at = bytes; at < end; at = las::nextLine(stop, end)) {
+    for (const char *at = bytes; at < end; at = base::nextLine(stop, end)) {
         lines.m_starts.append(static_cast<int>(at - bytes));
         if (*at == '~') {
-            stop = las::lineStop(at, end);
-            section = sectionOf(stop - at > 1 ? at[1] : '\0');
+            stop = base::lineStop(at, end);
+            const char letter = stop - at > 1 ? at[1] : '\0';
+            section = sectionOf(letter);
+            noteLowerCaseTitle(letter, &lowerCaseSections);
+            if (section == Section::Data)
+                data.begin(lines.m_starts.size());
         } else if (section == Section::Data) {
-            stop = columns.readLine(at, end, encoding, nullValue);
+            stop = data.readLine(lines.m_starts.size(), at, end);
         } else {
-            stop = las::lineStop(at, end);
+            stop = base::lineStop(at, end);
             if (section != Section::None && section != Section::Other)
                 header.readLine(section, las::decodeFront(at, stop, encoding, longestHeaderLine));
         }
     }
+    data.end();
     lines.m_starts.squeeze();
-    m_curvesWithUnreadableDepth = columns.columnsWithUnreadableDepth();
-    columns.moveTo(curves);
 }

@@ -6,6 +6,17 @@
 #include <QString>
 #include <QVector>
 
+/// A data section of a LAS file: its columns are the curves that were named since the data section before it.
+struct LasDataSection
+{
+    int titleLine = 0; ///< in WellInfo::lines, as is firstRowLine
+    int firstRowLine = 0; ///< 0 when it has no rows
+    int firstCurve = 0; ///< in WellInfo::curves
+    int curveCount = 0;
+    int rowCount = 0;
+    int unevenRowCount = 0; ///< rows with more or fewer columns than it has curves
+};
+
 /// One LAS file as read for import. The reader never rejects a file for its content, it takes what it
 /// recognises; lines that are malformed give empty text or 0. A copy is cheap, the large parts are shared.
 ///
@@ -30,7 +41,12 @@ public:
     /// one depth list. Nulls stay as they are in the file. More than a million curves are not listed.
     QVector<LogCurveData> curves;
     /// Whether a sample of the curve stands on a line whose depth is no number (and so reads as 0).
-    bool hasUnreadableDepth(int curve) const { return curve < m_curvesWithUnreadableDepth; }
+    bool hasUnreadableDepth(int curve) const { return m_hasUnreadableDepth.value(curve); }
+    QVector<LasDataSection> dataSections; ///< those that have curves
+    int dataSectionCount = 0; ///< with those for which no curves were named
+    int rowsWithoutCurves = 0; ///< data lines of the latter, which are left out
+    QString lowerCaseSections; ///< titles "v", "w", "c", "a", each once; such sections are not recognised
+    bool hasTabsInHeader = false; ///< in a line of ~V, ~W or ~C that is no comment
     bool isTooLarge = false; ///< load() gave -2 because of the file's size
     bool hasNullValue = false; ///< a NULL line with a number was there; without one 0 is a value like any other
     LasLines lines; ///< the title and every line of the file
@@ -41,8 +57,8 @@ public:
     ///
     /// A line that begins with "~" ends any section, the data section too. Where sections stand twice, a
     /// later version or well section overwrites single values, curves of a later curve section come after
-    /// those before, and rows of a later data section are appended to those before, column i to curve i of
-    /// the whole list. Blank lines add neither a curve nor a data line; lines that begin with "#" are
+    /// those before, and a later data section fills only the curves that were named since the one before it: its
+    /// first column belongs to the first of them and is their depth. Without such curves its rows are left out. Blank lines add neither a curve nor a data line; lines that begin with "#" are
     /// comments in both sections. For a curve without a token on the first data line, the first line that has
     /// one counts as its first.
     int load(const QString &path);
@@ -60,5 +76,5 @@ public:
 private:
     void read(const QString &path);
 
-    int m_curvesWithUnreadableDepth = 0; ///< counted from the first curve on
+    QVector<bool> m_hasUnreadableDepth; ///< of the curves that have columns
 };

@@ -2,6 +2,7 @@
 
 #include "base/asker.h"
 #include "base/nestedevents.h"
+#include "base/numbervalidator.h"
 #include "datastore/projectdata.h"
 #include "las/checklist.h"
 #include "las/exportcurvesinascii.h"
@@ -11,9 +12,6 @@
 #include "las/welllogstabwidget.h"
 
 #include <QCheckBox>
-#include <QCloseEvent>
-#include <QCoreApplication>
-#include <QDoubleValidator>
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QLabel>
@@ -42,7 +40,7 @@ struct WellLogExport::Job
 };
 
 WellLogExport::WellLogExport(ProjectData &projectData, QWidget *parent)
-    : QDialog(parent)
+    : RunDialog(parent)
     , m_data(projectData)
 {
     setObjectName(QStringLiteral("WellLogExport"));
@@ -98,9 +96,7 @@ void WellLogExport::buildOptions(QWidget *page)
     m_intervalEdit = new QLineEdit(QStringLiteral("0.1524"));
     m_intervalEdit->setObjectName(QStringLiteral("intervalEdit"));
     m_intervalEdit->setMaximumWidth(120);
-    auto *validator = new QDoubleValidator(m_intervalEdit);
-    validator->setLocale(QLocale::c());
-    m_intervalEdit->setValidator(validator);
+    m_intervalEdit->setValidator(new base::NumberValidator(m_intervalEdit));
     m_intervalHint = new QLabel;
     m_intervalHint->setObjectName(QStringLiteral("intervalHint"));
     m_intervalHint->setWordWrap(true);
@@ -216,7 +212,7 @@ int WellLogExport::wellOf(const Job &job) const
 
 void WellLogExport::exportBtnClicked()
 {
-    if (m_isRunning)
+    if (isRunning())
         return;
     if (m_folderEdit->text().isEmpty()) {
         m_data.asker.warn(windowTitle(), QStringLiteral("Please first select output folder."));
@@ -233,30 +229,22 @@ void WellLogExport::exportBtnClicked()
         m_data.asker.warn(windowTitle(), problem);
         return;
     }
-    m_isCancelled = false;
-    m_closesAfterExport = false;
     m_progressBar->setRange(0, wells.size());
     m_progressBar->setValue(0);
     const QPointer<WellLogExport> self(this);
-    const QPointer<QWidget> focused(focusWidget());
-    setRunning(true);
+    beginRun();
     End end = checkGrids(wells, interval);
     if (end == End::Finished)
         end = exportWells(wells, interval);
     if (end == End::Finished && self)
         m_data.asker.inform(windowTitle(), QStringLiteral("Successfully Exported !"));
-    if (!self)
-        return;
-    setRunning(false);
-    if (focused)
-        focused->setFocus();
-    if (m_closesAfterExport)
-        close();
+    if (self)
+        endRun();
 }
 
 // Reads the logs once more than needed, so that depths which make too large a grid are told before the first file is
 // written. A well that cannot be read ends the export when its turn comes, and is told then.
-WellLogExport::End WellLogExport::checkGrids(const QVector<Job> &wells, double interval)
+RunDialog::End WellLogExport::checkGrids(const QVector<Job> &wells, double interval)
 {
     for (const Job &job : wells) {
         bool isReadable = false;
@@ -267,18 +255,17 @@ WellLogExport::End WellLogExport::checkGrids(const QVector<Job> &wells, double i
     return End::Finished;
 }
 
-WellLogExport::End WellLogExport::checkGrid(const Job &job, double interval, bool *isReadable)
+RunDialog::End WellLogExport::checkGrid(const Job &job, double interval, bool *isReadable)
 {
-    const QPointer<WellLogExport> self(this);
-    const std::function<bool()> mayGoOn = goOn();
     const std::optional<WellRecord> well =
         m_data.catalogue.readWellRecord(wellOf(job), WellsCatalogue::OnFailure::BeSilent);
     if (!well || job.logs.isEmpty())
         return End::Finished;
     las::ExportRange range(well->totalDepth);
     for (const las::ListedLog &listed : job.logs) {
-        if (!mayGoOn())
-            return self ? End::Cancelled : End::Deleted;
+        const End end = handleEvents();
+        if (end != End::Finished)
+            return end;
         const std::optional<LogCurveData> log =
             las::readListedLog(m_data.catalogue, wellOf(job), listed, WellsCatalogue::OnFailure::BeSilent);
         if (!log)
@@ -287,10 +274,10 @@ WellLogExport::End WellLogExport::checkGrid(const Job &job, double interval, boo
     }
     *isReadable = true;
     const QString problem = las::gridProblem(range.start, range.stop, interval, job.wellName);
-    return problem.isEmpty() ? End::Finished : stop(problem);
+    return problem.isEmpty() ? End::Finished : stop(m_data.asker, windowTitle(), problem);
 }
 
-WellLogExport::End WellLogExport::exportWells(const QVector<Job> &wells, double interval)
+RunDialog::End WellLogExport::exportWells(const QVector<Job> &wells, double interval)
 {
     const QPointer<WellLogExport> self(this);
     las::NameList unsuitedLogs;
@@ -306,16 +293,15 @@ WellLogExport::End WellLogExport::exportWells(const QVector<Job> &wells, double 
 }
 
 // Boxes and events may delete the dialog: after each of them nothing of it is touched before it is known to be there.
-WellLogExport::End WellLogExport::exportWell(const Job &job, double interval, las::NameList *unsuitedLogs)
+RunDialog::End WellLogExport::exportWell(const Job &job, double interval, las::NameList *unsuitedLogs)
 {
     const QPointer<WellLogExport> self(this);
     if (job.logs.isEmpty())
-        return stop(QStringLiteral("Please first select log(s) for this Well :%1.").arg(job.wellName));
-    const std::function<bool()> mayGoOn = goOn();
-    const auto unread = [&self] { return self ? End::Stopped : End::Deleted; }; // the host's box has told of it
+        return stop(m_data.asker, windowTitle(),
+                    QStringLiteral("Please first select log(s) for this Well :%1.").arg(job.wellName));
     const std::optional<WellRecord> well = m_data.catalogue.readWellRecord(wellOf(job));
-    if (!well)
-        return unread();
+    if (!well) // the host's box has told of it
+        return self ? End::Stopped : End::Deleted;
     las::ExportFile file;
     file.well = *well;
     file.well.wellName = job.wellName;
@@ -323,12 +309,17 @@ WellLogExport::End WellLogExport::exportWell(const Job &job, double interval, la
     file.range = las::ExportRange(well->totalDepth);
     las::NameList unsuited;
     for (const las::ListedLog &listed : job.logs) {
-        if (!mayGoOn())
-            return self ? End::Cancelled : End::Deleted;
+        const End end = handleEvents();
+        if (end != End::Finished)
+            return end;
         const std::optional<LogCurveData> log =
-            las::readListedLog(m_data.catalogue, wellOf(job), listed, WellsCatalogue::OnFailure::Tell);
-        if (!log)
-            return unread();
+            las::readListedLog(m_data.catalogue, wellOf(job), listed, WellsCatalogue::OnFailure::BeSilent);
+        if (!log) {
+            las::NameList unread;
+            unread.add(job.wellName, listed.name);
+            m_data.host.showError(las::unreadableLogsText(unread));
+            return self ? End::Stopped : End::Deleted;
+        }
         file.range.add(*log);
         bool isUnsuited = false;
         file.logs.append(job.isResampling ? las::exportLog(*log, interval, &isUnsuited)
@@ -338,24 +329,26 @@ WellLogExport::End WellLogExport::exportWell(const Job &job, double interval, la
     }
     // Once more: the host's logs may have changed since they were checked.
     const QString problem = las::gridProblem(file.range.start, file.range.stop, interval, job.wellName);
-    const End end = problem.isEmpty() ? writeFile(job, file) : stop(problem);
+    const End end = problem.isEmpty() ? writeFile(job, file) : stop(m_data.asker, windowTitle(), problem);
     if (end == End::Finished)
         unsuitedLogs->add(unsuited);
     return end;
 }
 
-WellLogExport::End WellLogExport::writeFile(const Job &job, const las::ExportFile &file)
+RunDialog::End WellLogExport::writeFile(const Job &job, const las::ExportFile &file)
 {
     const QPointer<WellLogExport> self(this);
     bool isCreated = false;
-    const base::WriteResult result = las::writeLas(job.path, file, goOn(), &isCreated);
+    const base::WriteResult result = las::writeLas(
+        job.path, file, [this, &self] { return self && handleEvents() == End::Finished; }, &isCreated);
     if (!self)
         return End::Deleted;
-    if (m_isCancelled)
+    if (isCancelled())
         return End::Cancelled;
     if (result.ok())
         return End::Finished;
     return stop(
+        m_data.asker, windowTitle(),
         isCreated
             ? QStringLiteral("Unable to write file %1: %2.\nWhat was at this place before is unchanged.")
                   .arg(job.path, result.error)
@@ -363,62 +356,24 @@ WellLogExport::End WellLogExport::writeFile(const Job &job, const las::ExportFil
 }
 
 template<class Step>
-WellLogExport::End WellLogExport::withinMemory(const Job &job, const Step &step)
+RunDialog::End WellLogExport::withinMemory(const Job &job, const Step &step)
 {
     const QPointer<WellLogExport> self(this);
     try {
         return step();
     } catch (const std::bad_alloc &) {
-        return self ? stop(QStringLiteral("There is not enough memory to export the logs of %1.\n"
+        return self ? stop(m_data.asker, windowTitle(),
+                           QStringLiteral("There is not enough memory to export the logs of %1.\n"
                                           "Its file was not written; what was at its place before is unchanged.")
                                .arg(job.wellName))
                     : End::Deleted;
     }
 }
 
-WellLogExport::End WellLogExport::stop(const QString &text)
+void WellLogExport::setInputsEnabled(bool isEnabled)
 {
-    const QPointer<WellLogExport> self(this);
-    m_data.asker.warn(windowTitle(), text);
-    return self ? End::Stopped : End::Deleted;
-}
-
-std::function<bool()> WellLogExport::goOn()
-{
-    const QPointer<WellLogExport> self(this);
-    return [self] {
-        base::handleEvents();
-        return self && !self->m_isCancelled;
-    };
-}
-
-void WellLogExport::setRunning(bool isRunning)
-{
-    m_isRunning = isRunning;
     for (QWidget *widget :
          std::initializer_list<QWidget *>{m_wells, m_tabs, m_intervalBox, m_intervalEdit, m_folderEdit,
                                           m_browseButton, m_exportButton, m_asciiButton})
-        widget->setEnabled(!isRunning);
-}
-
-// As in the import: a running export ends first.
-void WellLogExport::closeEvent(QCloseEvent *event)
-{
-    if (!m_isRunning) {
-        QDialog::closeEvent(event);
-        return;
-    }
-    reject();
-    event->ignore();
-}
-
-void WellLogExport::reject()
-{
-    if (!m_isRunning) {
-        QDialog::reject();
-        return;
-    }
-    m_isCancelled = true;
-    m_closesAfterExport = true;
-    hide();
+        widget->setEnabled(isEnabled);
 }

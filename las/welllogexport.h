@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QDialog>
+#include "las/rundialog.h"
+
 #include <QHash>
 
 #include <functional>
@@ -24,7 +25,7 @@ struct ExportFile;
 } // namespace las
 
 /// Exports logs as LAS 2.0 files, one a well, and opens the export as two-column files.
-class WellLogExport : public QDialog
+class WellLogExport : public RunDialog
 {
     Q_OBJECT
 
@@ -45,15 +46,11 @@ public slots:
     void exportBtnClicked();
     void curvesInAsciiClicked();
 
-public:
-    void reject() override;
-
 protected:
-    void closeEvent(QCloseEvent *event) override;
+    void setInputsEnabled(bool isEnabled) override;
 
 private:
     struct Job;
-    enum class End { Finished, Stopped, Cancelled, Deleted };
 
     void buildOptions(QWidget *page);
     QWidget *buildButtons();
@@ -67,9 +64,6 @@ private:
     End writeFile(const Job &job, const las::ExportFile &file);
     template<class Step>
     End withinMemory(const Job &job, const Step &step);
-    End stop(const QString &text);
-    std::function<bool()> goOn();
-    void setRunning(bool isRunning);
 
     ProjectData &m_data;
     QListWidget *m_wells = nullptr;
@@ -84,7 +78,4 @@ private:
     QPushButton *m_closeButton = nullptr;
     QPushButton *m_asciiButton = nullptr;
     QHash<const QListWidgetItem *, WellLogsTabWidget *> m_tabOfItem;
-    bool m_isCancelled = false;
-    bool m_isRunning = false;
-    bool m_closesAfterExport = false;
 };

@@ -1,6 +1,7 @@
 #include "survey/logfile.h"
 
 #include "base/numbers.h"
+#include "base/textbytes.h"
 
 #include <QtEndian>
 
@@ -177,7 +178,7 @@ bool readTextSamples(const char *begin, const char *end, host::LogData *log)
     float pair[2];
     int have = 0;
     while (true) {
-        while (begin < end && (*begin == ' ' || (*begin >= '\t' && *begin <= '\r')))
+        while (begin < end && base::isSpace(*begin))
             ++begin;
         if (begin == end)
             return have == 0;

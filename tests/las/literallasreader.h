@@ -110,6 +110,10 @@ private:
     QString dispatch(const QString &title)
     {
         const QChar letter = title.size() > 1 ? title.at(1) : QChar(u' ');
+        if (letter == u'A') {
+            m_firstColumn = m_namedBefore;
+            m_namedBefore = curves.size();
+        }
         QString line;
         while (nextLine(line)) {
             if (line.startsWith(u'~'))
@@ -168,8 +172,9 @@ private:
         const QStringList words = tokens(line);
         if (line.startsWith(u'#') || words.isEmpty())
             return;
-        for (int i = 0; i < words.size() && i < curves.size(); ++i) {
-            Curve &curve = curves[i];
+        // Only the curves named since the data section before this one.
+        for (int i = 0; i < words.size() && m_firstColumn + i < m_namedBefore; ++i) {
+            Curve &curve = curves[m_firstColumn + i];
             const double depth = number(words.at(0));
             const double sample = number(words.at(i));
             if (curve.values.isEmpty()) {
@@ -185,6 +190,8 @@ private:
         }
     }
 
+    int m_firstColumn = 0;
+    int m_namedBefore = 0; ///< curves named before the last data section
     QVector<QString> m_input;
     int m_next = 0;
 };

@@ -212,7 +212,7 @@ void TestExportCurvesInAscii::unreadableLogCountsAsFailed()
     files::write(f.path(text("/Wells/A/RT.txt")), "old");
     f.host.storedWells[0].logs.removeLast();
     f.startExport();
-    QCOMPARE(f.host.errors, QStringList{text("Cannot get data for the selected well")});
+    QCOMPARE(f.host.errors, QStringList{text("Cannot get data for the selected well\nA: RT")});
     QCOMPARE(f.asker.boxes.size(), 1);
     QCOMPARE(f.asker.boxes.first().icon, base::BoxIcon::Warning);
     QCOMPARE(f.asker.boxes.first().text,

@@ -31,14 +31,22 @@ struct Grid
     double start, stop, interval;
 };
 
+/// The index truncated toward zero; what single precision of depths leaves of a whole number counts as that number.
+double nudgedIndex(double depth, double first, double interval)
+{
+    const double quotient = (depth - first) / interval;
+    const double noise = std::max(1e-6, std::min(0.1, depth * 1.1920929e-7 / interval));
+    return std::fabs(quotient - std::round(quotient)) <= noise ? std::round(quotient) : std::trunc(quotient);
+}
+
 /// What the writer's rule puts into a log's column, worked out once more: depth and value as a reader finds them.
 QVector<QPair<double, double>> expectedColumn(const Grid &grid, const LogCurveData &log)
 {
     QVector<QPair<double, double>> column;
     for (double depth = grid.start; depth <= grid.stop; depth += grid.interval) {
-        const double index = (depth - log.depths.first()) / grid.interval;
+        const double index = nudgedIndex(depth, log.depths.first(), grid.interval);
         double value = nullSampleValue;
-        if (index > -1 && index < log.values.size())
+        if (index >= 0 && index < log.values.size())
             value = log.values.at(static_cast<int>(index));
         column.append({printed(depth, 4), printed(value, 2)});
     }

@@ -108,6 +108,7 @@ private slots:
     void dataLines();
     void depthsByRepeatedAddition();
     void indexIsTruncatedTowardZero();
+    void noiseDoesNotDecideTheIndex();
     void unresampledLogIsWrittenSampleBySample();
     void twoLogsOnOneGrid();
     void startsAtTheWellsDepth();
@@ -250,6 +251,24 @@ void TestLasWriter::indexIsTruncatedTowardZero()
                           text("10.5000 70.00 4.00 "), text("11.0000 71.00 5.00 ")})
                  .mid(0, rowsOf(file(logs, 0.5)).size()));
     QCOMPARE(rowsOf(file(logs, 0.5)).size(), 5);
+}
+
+// Depths that were summed up miss a sample's depth by some bits; the whole index next to the quotient counts, on both
+// sides of the log's first depth.
+void TestLasWriter::noiseDoesNotDecideTheIndex()
+{
+    const LogCurveData first = log("A", "", "", 0.1, 0.1, 4); // 0.1 + 0.1 + 0.1 is more than 0.3
+    LogCurveData second = log("B", "", "", 0.3, 0.1, 2, 5);
+    QCOMPARE(rowsOf(file({first, second}, 0.1)),
+             (QStringList{text("0.1000 1.00 -999.25 "), text("0.2000 2.00 -999.25 "), text("0.3000 3.00 5.00 "),
+                          text("0.4000 4.00 6.00 ")}));
+    const QStringList rows = rowsOf(file({log("A", "", "", 1000.3, 0.1524, 20000)}, 0.1524));
+    for (int row = 0; row < rows.size(); ++row)
+        QCOMPARE(rows.at(row).section(QLatin1Char(' '), 1, 1), QString::number(row + 1) + text(".00"));
+    // Far more than noise is not rounded.
+    second.depths = {0.30001, 0.40001};
+    QCOMPARE(rowsOf(file({first, second}, 0.1)).at(2), text("0.3000 3.00 5.00 "));
+    QCOMPARE(rowsOf(file({first, second}, 0.1)).at(3), text("0.4000 4.00 5.00 "));
 }
 
 void TestLasWriter::unresampledLogIsWrittenSampleBySample()

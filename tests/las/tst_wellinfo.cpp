@@ -310,15 +310,32 @@ void TestWellInfo::sectionsAfterData()
 
 void TestWellInfo::severalDataSections()
 {
-    const WellInfo info =
-        m_fixture.load("~C\nA. :\nB. :\n~A\n1 10\n2 20\n~C\nX. :\n~W\nSTRT.M 9 :\n~A\n3 30 300\n4 40\n5 50 500\n");
-    QCOMPARE(info.curves.size(), 3);
-    QCOMPARE(info.curves.at(0).values, (QVector<double>{1, 2, 3, 4, 5}));
-    QCOMPARE(info.curves.at(1).values, (QVector<double>{10, 20, 30, 40, 50}));
-    QCOMPARE(info.curves.at(2).values, (QVector<double>{300, 500}));
-    QCOMPARE(info.curves.at(2).depths, (QVector<double>{3, 5}));
-    QCOMPARE(info.curves.at(1).maximum, 50.0);
+    const WellInfo info = m_fixture.load("~C\nA. :\nB. :\n~A\n1 10\n2 20\n~C\nX. :\nY. :\n~W\nSTRT.M 9 :\n"
+                                         "~A\n3 30 300\n4\n#\nno 50\n~A\n6 60\n\n#\n7 70\n~C\nZ. :\n~A\n~A\n8\n");
+    QCOMPARE(info.curves.size(), 5);
+    QCOMPARE(info.curves.at(0).values, (QVector<double>{1, 2}));
+    QCOMPARE(info.curves.at(1).values, (QVector<double>{10, 20}));
+    QCOMPARE(info.curves.at(1).maximum, 10.0);
+    QCOMPARE(info.curves.at(2).values, (QVector<double>{3, 4, 0}));
+    QCOMPARE(info.curves.at(2).depths, (QVector<double>{3, 4, 0}));
+    QCOMPARE(info.curves.at(3).values, (QVector<double>{30, 50}));
+    QCOMPARE(info.curves.at(3).depths, (QVector<double>{3, 0})); // its own section's first column
+    QVERIFY(info.curves.at(4).values.isEmpty()); // the section behind its own names no curves
     QCOMPARE(info.startDepth, 9.0);
+    for (int curve = 0; curve < 5; ++curve)
+        QCOMPARE(info.hasUnreadableDepth(curve), curve == 2 || curve == 3);
+    QCOMPARE(info.dataSectionCount, 5);
+    QCOMPARE(info.rowsWithoutCurves, 3);
+    QCOMPARE(info.dataSections.size(), 3);
+    const LasDataSection &second = info.dataSections.at(1);
+    QCOMPARE(info.lines.line(second.titleLine), QStringLiteral("~A"));
+    QCOMPARE(info.lines.line(second.firstRowLine), QStringLiteral("3 30 300"));
+    QCOMPARE(second.firstCurve, 2);
+    QCOMPARE(second.curveCount, 2);
+    QCOMPARE(second.rowCount, 3);
+    QCOMPARE(second.unevenRowCount, 2); // one with more, one with fewer columns
+    QCOMPARE(info.dataSections.at(0).unevenRowCount, 0);
+    QCOMPARE(info.dataSections.at(2).firstRowLine, 0);
 }
 
 void TestWellInfo::commentsAndBlankLines()

@@ -585,7 +585,7 @@ void TestWellLogExport::unreadableLogEndsTheExport()
     BadLogsFixture f;
     f.badHost.unreadable = text("NoGood");
     f.startExport();
-    QCOMPARE(f.badHost.errors, QStringList{text("Cannot get data for the selected well")}); // once
+    QCOMPARE(f.badHost.errors, QStringList{text("Cannot get data for the selected well\nD: NoGood")}); // once
     QVERIFY(f.asker.boxes.isEmpty()); // and no success
     QCOMPARE(f.filesWritten(), (QStringList{text("A.las"), text("D.las")})); // A, before it, stays; B is not begun
     QCOMPARE(files::read(f.out("D.las")), QByteArray("old"));
@@ -610,7 +610,7 @@ void TestWellLogExport::vanishedLogEndsTheExport()
     f.badHost.storedWells[3].logs.removeLast();
     f.launch->catalogue.refreshLogNames(3);
     f.startExport();
-    QCOMPARE(f.badHost.errors, QStringList{text("Cannot get data for the selected well")});
+    QCOMPARE(f.badHost.errors, QStringList{text("Cannot get data for the selected well\nD: NoGood")});
     QVERIFY(f.asker.boxes.isEmpty());
     QCOMPARE(files::read(f.out("D.las")), QByteArray("old"));
 }
