@@ -2,6 +2,7 @@
 #include "logview/markeritempropertywidget.h"
 #include "logview/trackheaderitem.h"
 #include "logview/trackitempropertywidget.h"
+#include "logview/welldisplaydata.h"
 #include "logview/welllogsviewwidget.h"
 #include "support/testmain.h"
 
@@ -128,6 +129,7 @@ private slots:
     void removingADisplay();
     void markersOfOtherTabs();
     void switchingTabsSwitchesPanels();
+    void picturesShowNoSelection();
     void picturesOfTheCurrentTab();
     void slotsByName();
 };
@@ -219,6 +221,10 @@ void tst_welldisplaywidget::initialWidthsComeFromTheScreen()
     const int dpi = display.logicalDpiX();
     QCOMPARE(display.scene()->tracks().at(0)->width(), static_cast<float>(2 * dpi));
     QCOMPARE(display.scene()->tracks().at(1)->width(), static_cast<float>(dpi) / 2);
+    WellDisplayData data(*f.launch, QStringLiteral("W"));
+    data.setDotsPerInch(97);
+    QCOMPARE(data.initialTrackWidth(DepthTrack), 48.5);
+    QCOMPARE(data.initialTrackWidth(LinearTrack), 194.0);
     WidgetFixture launched;
     launched.show();
     QCOMPARE(launched.track(0)->width(), 192.0F);
@@ -773,6 +779,25 @@ void tst_welldisplaywidget::switchingTabsSwitchesPanels()
     QCOMPARE(f.dock.widget(), f.view->display(1)->scene()->panel());
     f.view->setCurrentTab(9);
     QCOMPARE(f.tabs->currentIndex(), 1);
+}
+
+void tst_welldisplaywidget::picturesShowNoSelection()
+{
+    ViewFixture f;
+    f.add("W");
+    WellLogsScene *scene = f.view->currentDisplay()->scene();
+    const QString path = f.path(QStringLiteral("/W.tiff"));
+    f.view->saveCurrentPicture();
+    const QByteArray plain = files::read(path);
+    QVERIFY(!plain.isEmpty());
+    for (QGraphicsItem *item :
+         std::initializer_list<QGraphicsItem *>{scene->tracks().at(1), scene->tracks().at(0)->curves().at(0)}) {
+        QVERIFY(QFile::remove(path));
+        scene->selection().selectOnly(item);
+        f.view->saveCurrentPicture();
+        QCOMPARE(files::read(path), plain);
+        QVERIFY(item->isSelected());
+    }
 }
 
 void tst_welldisplaywidget::picturesOfTheCurrentTab()
