@@ -20,6 +20,10 @@ struct ProjectData
     {
     }
 
+    /// The host's error box for what of a well could not be read in one operation: the well's name, and those of the
+    /// logs where it is not the well itself.
+    void tellUnread(const QString &wellName, const QStringList &logNames = {});
+
     host::Host &host;
     base::Asker &asker;
     Project project;

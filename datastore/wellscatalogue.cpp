@@ -325,11 +325,16 @@ bool WellsCatalogue::readSamples(int well, int log, LogCurveData *curve, OnFailu
 
 QVector<WellMarker> WellsCatalogue::markers(int well) const
 {
+    return readWellMarkers(well).value_or(QVector<WellMarker>());
+}
+
+std::optional<QVector<WellMarker>> WellsCatalogue::readWellMarkers(int well, OnFailure onFailure) const
+{
     const host::Outcome<host::WellHeader> header = m_wells.header(wellKey(well));
     const host::Outcome<QVector<host::Marker>> stored = m_wells.markers(wellKey(well));
     if (!isWell(well) || !header.ok() || !stored.ok()) {
-        m_showError(selectedWellError());
-        return {};
+        tell(selectedWellError(), onFailure);
+        return std::nullopt;
     }
     const double kb = definedOrZero(header.value.kbElevation);
     const double second = definedOrZero(header.value.groundElevation);

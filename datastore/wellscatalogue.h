@@ -81,6 +81,8 @@ public:
     /// The well's markers in the order of its marker names.
     QVector<WellMarker> markers(int well) const;
     QVector<WellMarker> markers(const QString &wellName) const { return markers(indexOf(wellName)); }
+    /// The same for who has to know of a failure: nothing where there is no such well or it cannot be read.
+    std::optional<QVector<WellMarker>> readWellMarkers(int well, OnFailure onFailure = OnFailure::Tell) const;
     /// Invalid when there is no such marker.
     QColor markerColor(int well, const QString &markerName) const;
     QColor markerColor(const QString &wellName, const QString &markerName) const

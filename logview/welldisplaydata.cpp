@@ -4,18 +4,37 @@
 
 WellDisplayData::WellDisplayData(ProjectData &projectData, const QString &wellName)
     : m_data(projectData)
-    , m_record(projectData.catalogue.wellRecord(wellName))
     , m_depthTrackWidth(projectData.project.halfDotsPerInch)
     , m_curveTrackWidth(projectData.project.doubleDotsPerInch)
 {
+    const auto record = projectData.catalogue.readWellRecord(projectData.catalogue.indexOf(wellName));
+    m_isReadable = record.has_value();
+    m_record = record.value_or(WellRecord());
     m_record.wellName = wellName;
+}
+
+// A log that the well has not is an empty one; one that it has and that cannot be read is told of.
+LogCurveData WellDisplayData::readLog(const QString &logName)
+{
+    const WellsCatalogue &catalogue = m_data.catalogue;
+    const int well = catalogue.indexOf(m_record.wellName);
+    const int log = catalogue.logIndex(well, logName);
+    if (m_isReadable && log >= 0) {
+        if (auto curve = catalogue.readCurve(well, log, WellsCatalogue::OnFailure::BeSilent))
+            return *std::move(curve);
+        m_unreadLogs.append(logName);
+    }
+    LogCurveData empty;
+    empty.wellName = m_record.wellName;
+    empty.logName = logName;
+    return empty;
 }
 
 DisplayedLog WellDisplayData::log(const QString &logName)
 {
     auto found = m_logs.find(logName);
     if (found == m_logs.end()) {
-        const LogCurveData curve = m_data.catalogue.curve(m_record.wellName, logName);
+        const LogCurveData curve = readLog(logName);
         found = m_logs.insert(logName, {logview::CurveSamples(curve), curve.unit});
     }
     return *found;

@@ -3,6 +3,7 @@
 #include "base/colorbar.h"
 #include "datastore/calibrationfile.h"
 #include "datastore/defaultlogs.h"
+#include "datastore/logcurvedata.h"
 #include "datastore/perforationfile.h"
 #include "datastore/wellrecord.h"
 #include "logview/geometry/curvesamples.h"
@@ -31,6 +32,9 @@ public:
     float totalDepthM() const { return static_cast<float>(m_record.totalDepth); }
 
     DisplayedLog log(const QString &logName);
+    /// The logs that the well has and that could not be read. A well of which nothing can be read has none: that was
+    /// told when its record was read.
+    const QStringList &unreadLogs() const { return m_unreadLogs; }
     CalibrationRecord calibration(const QString &groupName);
     PerforationRecord perforations();
     base::ColorBar colorBar(int number);
@@ -50,6 +54,7 @@ public:
 
 private:
     QString defaultLog(const QString &groupName);
+    LogCurveData readLog(const QString &logName);
 
     ProjectData &m_data;
     WellRecord m_record;
@@ -60,6 +65,8 @@ private:
     DefaultLogs m_defaultLogs;
     double m_depthTrackWidth = 0;
     double m_curveTrackWidth = 0;
+    QStringList m_unreadLogs;
+    bool m_isReadable = false;
     bool m_hasPerforations = false;
     bool m_hasDefaultLogs = false;
 };

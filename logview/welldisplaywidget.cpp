@@ -19,6 +19,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -124,6 +125,7 @@ void WellDisplayWidget::buildTracks(const QString &templateName)
         connect(track, &TrackItem::hovered, this, &WellDisplayWidget::setStatusLabel);
     }
     m_scene->endDisplay();
+    m_unreadLogs = well->unreadLogs();
     if (m_scene->tracks().isEmpty())
         setStatusLabel(emptyDisplayText(m_data.project, templateName));
 }
@@ -159,14 +161,51 @@ void WellDisplayWidget::setStatusLabel(QString label)
     m_statusLine->setText(label);
 }
 
+void WellDisplayWidget::tellUnread()
+{
+    const QStringList unread = std::exchange(m_unreadLogs, {});
+    if (!unread.isEmpty())
+        m_data.tellUnread(m_wellName, unread);
+}
+
+// The markers are read when the first of them is asked for; a well that cannot be read is told once.
+void WellDisplayWidget::beginMarkers()
+{
+    m_isTakingMarkers = true;
+    m_areMarkersRead = false;
+}
+
+void WellDisplayWidget::endMarkers()
+{
+    m_isTakingMarkers = false;
+    m_markersByName.clear();
+}
+
+void WellDisplayWidget::readMarkers()
+{
+    m_areMarkersRead = true;
+    m_markersByName.clear();
+    const WellsCatalogue &catalogue = m_data.catalogue;
+    const auto markers =
+        catalogue.readWellMarkers(catalogue.indexOf(m_wellName), WellsCatalogue::OnFailure::BeSilent);
+    if (!markers) {
+        m_data.tellUnread(m_wellName);
+        return;
+    }
+    m_markersByName.reserve(markers->size());
+    for (const WellMarker &marker : *markers)
+        if (!m_markersByName.contains(marker.name))
+            m_markersByName.insert(marker.name, marker);
+}
+
 void WellDisplayWidget::addMarker(const QString &wellName, const QString &markerName)
 {
     if (wellName != m_wellName || m_scene->markers().findStored(markerName))
         return;
-    const QVector<WellMarker> markers = m_data.catalogue.markers(wellName);
-    const auto found = std::find_if(markers.begin(), markers.end(),
-                                    [&markerName](const WellMarker &marker) { return marker.name == markerName; });
-    if (found == markers.end())
+    if (!m_isTakingMarkers || !m_areMarkersRead)
+        readMarkers();
+    const auto found = m_markersByName.constFind(markerName);
+    if (found == m_markersByName.constEnd())
         return;
     auto *item = new MarkerItem;
     item->setWellName(wellName);

@@ -1,6 +1,10 @@
 #pragma once
 
+#include "datastore/wellscatalogue.h"
+
+#include <QHash>
 #include <QPointer>
+#include <QStringList>
 #include <QWidget>
 
 #include <memory>
@@ -36,6 +40,11 @@ public:
     WellLogsView *logView() const { return m_logView; }
     QGraphicsView *headerView() const;
 
+    /// Tells in one box which of its logs could not be read.
+    void tellUnread();
+    /// Between the two, the well's markers are read at most once.
+    void beginMarkers();
+    void endMarkers();
     /// Shows a marker of the well. Nothing happens for a marker of another well, one that is shown or one that the
     /// well has not.
     void addMarker(const QString &wellName, const QString &markerName);
@@ -65,6 +74,7 @@ public slots:
 private:
     void buildTracks(const QString &templateName);
     void saveMarker(MarkerItem *marker);
+    void readMarkers();
 
     ProjectData &m_data;
     QString m_wellName;
@@ -74,4 +84,8 @@ private:
     WellLogsView *m_logView = nullptr;
     ViewPair *m_views = nullptr;
     QLabel *m_statusLine = nullptr;
+    QStringList m_unreadLogs;
+    QHash<QString, WellMarker> m_markersByName; ///< of the click that shows them
+    bool m_isTakingMarkers = false;
+    bool m_areMarkersRead = false;
 };

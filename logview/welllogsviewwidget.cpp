@@ -1,5 +1,7 @@
 #include "logview/welllogsviewwidget.h"
 
+#include "base/labeltext.h"
+#include "datastore/projectdata.h"
 #include "logview/welldisplaywidget.h"
 
 #include <QDockWidget>
@@ -39,25 +41,67 @@ WellDisplayWidget *WellLogsViewWidget::currentDisplay() const
 
 void WellLogsViewWidget::addWellDisWidget(QString wellName, QString disTempName)
 {
-    auto *newDisplay = new WellDisplayWidget(m_data, wellName, disTempName, m_dock);
+    const int old = m_wells.indexOf(wellName);
+    QPointer<WellDisplayWidget> newDisplay = insertDisplay(old < 0 ? m_wells.size() : old, wellName, disTempName);
+    if (old >= 0)
+        removeTab(m_tabs->indexOf(newDisplay) + 1);
+    m_tabs->setCurrentWidget(newDisplay);
+    showCurrentPanel();
+    newDisplay->tellUnread();
+}
+
+WellDisplayWidget *WellLogsViewWidget::insertDisplay(int place, const QString &wellName, const QString &templateName)
+{
+    auto *newDisplay = new WellDisplayWidget(m_data, wellName, templateName, m_dock);
     connect(newDisplay, &WellDisplayWidget::markerSaved, this, &WellLogsViewWidget::markerSaved);
     connect(newDisplay, &WellDisplayWidget::markersDropped, this, &WellLogsViewWidget::markersDropped);
-    const int old = m_wells.indexOf(wellName);
-    const int place = old < 0 ? m_wells.size() : old;
     m_wells.insert(place, wellName);
-    m_tabs->insertTab(place, newDisplay, wellName + QLatin1Char(':') + disTempName);
-    if (old >= 0)
-        removeTab(place + 1);
-    m_tabs->setCurrentIndex(place);
-    showCurrentPanel();
+    m_displays.insert(place, {m_data.catalogue.wellKey(m_data.catalogue.indexOf(wellName)), templateName});
+    m_tabs->insertTab(place, newDisplay, base::labelText(wellName + QLatin1Char(':') + templateName));
+    return newDisplay;
 }
 
 void WellLogsViewWidget::removeTab(int tabIdx)
 {
     QWidget *widget = m_tabs->widget(tabIdx);
     m_wells.removeAt(tabIdx);
+    m_displays.removeAt(tabIdx);
     m_tabs->removeTab(tabIdx);
     delete widget;
+}
+
+void WellLogsViewWidget::showWell(const QString &wellName)
+{
+    setCurrentTab(m_wells.indexOf(wellName));
+}
+
+void WellLogsViewWidget::synchronise()
+{
+    const WellsCatalogue &catalogue = m_data.catalogue;
+    QStringList renamed;
+    for (int tab = m_wells.size() - 1; tab >= 0; --tab) {
+        const Display shown = m_displays.at(tab);
+        const int well = catalogue.indexOfKey(shown.wellKey);
+        const QString name = well < 0 ? QString() : catalogue.wellNames().at(well);
+        if (well >= 0 && name == m_wells.at(tab))
+            continue;
+        const bool wasCurrent = m_tabs->currentIndex() == tab;
+        // A name stands for the first well that has it: another one cannot be displayed by it.
+        if (well >= 0 && catalogue.indexOf(name) == well && !m_wells.contains(name)) {
+            insertDisplay(tab + 1, name, shown.templateName);
+            renamed.append(name);
+            if (wasCurrent)
+                m_tabs->setCurrentIndex(tab + 1);
+        } else if (well >= 0) {
+            emit displayClosed(shown.wellKey);
+        }
+        removeTab(tab);
+    }
+    QWidget *current = m_tabs->currentWidget();
+    for (const QString &name : qAsConst(renamed))
+        emit displayRebuilt(name);
+    m_tabs->setCurrentWidget(current); // markers bring their display to the front
+    showCurrentPanel();
 }
 
 void WellLogsViewWidget::removeWellDisWidget(QString wellName)
@@ -126,6 +170,18 @@ void WellLogsViewWidget::removeGoneMarkers()
 {
     for (int tab = 0; tab < m_wells.size(); ++tab)
         display(tab)->removeGoneMarkers();
+}
+
+void WellLogsViewWidget::beginMarkers(const QString &wellName)
+{
+    if (WellDisplayWidget *shown = display(m_wells.indexOf(wellName)))
+        shown->beginMarkers();
+}
+
+void WellLogsViewWidget::endMarkers(const QString &wellName)
+{
+    if (WellDisplayWidget *shown = display(m_wells.indexOf(wellName)))
+        shown->endMarkers();
 }
 
 void WellLogsViewWidget::saveCurrentPicture()

@@ -2,6 +2,7 @@
 
 #include <QPointer>
 #include <QStringList>
+#include <QVector>
 #include <QWidget>
 
 QT_BEGIN_NAMESPACE
@@ -34,6 +35,10 @@ public:
     /// Takes the markers out of all displays that the catalogue does not name any more.
     void removeGoneMarkers();
 
+    /// After the catalogue was read anew: the display of a renamed well is built again under its new name, that of a
+    /// well that is gone is closed.
+    void synchronise();
+
     /// Saves the picture of the current display; nothing without one.
     void saveCurrentPicture();
     /// Draws the current display over the painter's viewport; nothing without one.
@@ -45,6 +50,10 @@ signals:
     /// Markers of the well are not shown any more, though nobody asked to remove them: a new depth range, depth type
     /// or unit has no place for them, or the user deleted them in the display.
     void markersDropped(QString wellName, QStringList markerNames);
+    /// A display was built again and shows no markers yet.
+    void displayRebuilt(QString wellName);
+    /// The display of a well that is still there was closed, since its name now stands for another well.
+    void displayClosed(QString wellKey);
 
 public slots:
     void addWellDisWidget(QString wellName, QString disTempName);
@@ -53,8 +62,20 @@ public slots:
     void removeMarkerFromScene(QString wellName, QString markerName);
     void tabClose(int tabIdx);
     void setCurrentTab(int tabIdx);
+    /// Brings the display of the well to the front; nothing where there is none.
+    void showWell(const QString &wellName);
+    /// Around the markers of one click: they are read from the well at most once.
+    void beginMarkers(const QString &wellName);
+    void endMarkers(const QString &wellName);
 
 private:
+    struct Display
+    {
+        QString wellKey;
+        QString templateName;
+    };
+
+    WellDisplayWidget *insertDisplay(int place, const QString &wellName, const QString &templateName);
     void showCurrentPanel();
     void removeTab(int tabIdx);
     void uncheckWell(const QString &wellName);
@@ -64,4 +85,5 @@ private:
     QPointer<QTreeWidget> m_projectTree;
     QTabWidget *m_tabs;
     QStringList m_wells;
+    QVector<Display> m_displays; ///< parallel to m_wells
 };

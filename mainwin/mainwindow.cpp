@@ -6,6 +6,7 @@
 #include "las/wellimportdialog.h"
 #include "las/welllogexport.h"
 #include "logview/welllogsviewwidget.h"
+#include "mainwin/printedpage.h"
 #include "mainwin/projecttreewidget.h"
 #include "mainwin/reportwriter.h"
 
@@ -47,6 +48,8 @@ std::function<bool()> repaintedBetweenWells(const host::Host &host)
 }
 
 } // namespace
+
+MainWindow::~MainWindow() = default;
 
 MainWindow::MainWindow(ProjectData &projectData, QWidget *parent)
     : QMainWindow(parent)
@@ -130,7 +133,13 @@ void MainWindow::createTabs()
     connect(m_projectTree, &Tree::removeWellDisplay, m_logsView, &View::removeWellDisWidget);
     connect(m_projectTree, &Tree::displayMarker, m_logsView, &View::addMarkerInScene);
     connect(m_projectTree, &Tree::removeMarker, m_logsView, &View::removeMarkerFromScene);
+    connect(m_projectTree, &Tree::wellClicked, m_logsView, &View::showWell);
+    connect(m_projectTree, &Tree::markersBegin, m_logsView, &View::beginMarkers);
+    connect(m_projectTree, &Tree::markersEnd, m_logsView, &View::endMarkers);
     connect(m_logsView, &View::markerSaved, m_projectTree, &Tree::checkShownMarker);
+    connect(m_logsView, &View::markersDropped, m_projectTree, &Tree::uncheckDroppedMarkers);
+    connect(m_logsView, &View::displayRebuilt, m_projectTree, &Tree::sendMarkersOf);
+    connect(m_logsView, &View::displayClosed, m_projectTree, &Tree::uncheckWell);
 }
 
 void MainWindow::createMenus()
@@ -176,6 +185,7 @@ void MainWindow::syncODDBActionClicked()
     }
     m_data.catalogue.build();
     m_projectTree->synchronise();
+    m_logsView->synchronise();
     m_logsView->removeGoneMarkers();
     m_data.asker.inform(QStringLiteral("Sync Data"), QStringLiteral("synchronization done !"));
 }
@@ -202,19 +212,16 @@ void MainWindow::printActionClicked()
     const QPointer<QPrintPreviewDialog> preview = new QPrintPreviewDialog(&printer, this, Qt::Window);
     connect(preview, &QPrintPreviewDialog::paintRequested, this, &MainWindow::printPreView);
     const QPointer<MainWindow> self = this;
-    m_isInPreview = true;
+    m_previewedPage = std::make_unique<PrintedPage>(*m_logsView);
     const base::NestedEvents events;
     preview->exec();
     delete preview;
-    if (!self)
-        return;
-    m_isInPreview = m_isPictureSaved = false;
-    m_previewPage = {};
+    if (self)
+        m_previewedPage.reset();
 }
 
-// A preview asks for its page again and again; the picture file is written at the first time only, and the page is
-// drawn anew only when its size changes. The correlation view hands its page over once it exists; until then, as for
-// the well data manager, nothing is printed, which the preview shows as an empty page.
+// The correlation view hands its page over once it exists; until then, as for the well data manager, nothing is
+// printed, which the preview shows as an empty page.
 void MainWindow::printPreView(QPrinter *printer)
 {
     const bool isLogView = m_tabs->currentWidget() == m_logsView && m_logsView->currentDisplay();
@@ -223,21 +230,13 @@ void MainWindow::printPreView(QPrinter *printer)
             QPainter(printer).end();
         return;
     }
-    if (!m_isPictureSaved)
-        m_logsView->saveCurrentPicture();
-    m_isPictureSaved = m_isInPreview;
-    QPainter painter(printer);
-    const QRect viewport = painter.viewport();
-    QImage page = m_previewPage;
-    if (page.size() != viewport.size()) {
-        page = QImage(viewport.size(), QImage::Format_RGB32);
-        page.fill(Qt::white);
-        QPainter pagePainter(&page);
-        m_logsView->renderCurrent(pagePainter);
-    }
-    painter.drawImage(viewport.topLeft(), page);
-    if (m_isInPreview)
-        m_previewPage = page;
+    PrintedPage single(*m_logsView);
+    PrintedPage &page = m_previewedPage ? *m_previewedPage : single;
+    if (page.paint(*printer))
+        return;
+    const QString target = printer->outputFileName().isEmpty() ? printer->printerName() : printer->outputFileName();
+    m_data.asker.warn(QStringLiteral("Print"),
+                      QStringLiteral("The print could not be started; nothing was printed.\n") + target);
 }
 
 void MainWindow::generateReportActionClicked()

@@ -1,13 +1,15 @@
 #pragma once
 
-#include <QImage>
 #include <QMainWindow>
+
+#include <memory>
 
 QT_BEGIN_NAMESPACE
 class QPrinter;
 class QTabWidget;
 QT_END_NAMESPACE
 
+class PrintedPage;
 class ProjectTreeWidget;
 class WellLogsViewWidget;
 struct ProjectData;
@@ -21,6 +23,7 @@ class MainWindow : public QMainWindow
 public:
     /// \a projectData must outlive the window.
     explicit MainWindow(ProjectData &projectData, QWidget *parent = nullptr);
+    ~MainWindow() override;
 
     ProjectTreeWidget *projectTree() const { return m_projectTree; }
 
@@ -65,7 +68,5 @@ private:
     ProjectTreeWidget *m_projectTree = nullptr;
     WellLogsViewWidget *m_logsView = nullptr;
     bool m_closesWithoutAsking = false;
-    bool m_isInPreview = false;
-    bool m_isPictureSaved = false; ///< for the preview that is shown
-    QImage m_previewPage; ///< of the preview that is shown
+    std::unique_ptr<PrintedPage> m_previewedPage; ///< of the preview that is shown
 };

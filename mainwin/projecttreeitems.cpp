@@ -10,8 +10,8 @@ enum WellBranch { LogsBranch = 0, MarkersBranch = 1, TemplateBranch = 2 };
 
 bool isCheckable(int type)
 {
-    return type == WellItem || type == MarkersItem || type == MarkerItem || type == WellTemplateItem
-        || type == GlobalTemplateItem;
+    return type == WellType || type == MarkersType || type == MarkerType || type == WellTemplateType
+        || type == GlobalTemplateType;
 }
 
 QTreeWidgetItem *addBranch(QTreeWidgetItem *parent, int type, const char *text, const QIcon &icon)
@@ -46,12 +46,12 @@ QTreeWidgetItem *makeProjectItem(int type, const QString &text)
 
 QTreeWidgetItem *makeWellItem(const QString &name, const QString &key, const ProjectTreeIcons &icons)
 {
-    QTreeWidgetItem *well = makeProjectItem(WellItem, name);
+    QTreeWidgetItem *well = makeProjectItem(WellType, name);
     well->setIcon(0, icons.well);
     well->setData(0, keyRole, key);
-    addBranch(well, HeadingItem, "Logs", icons.logs);
-    addBranch(well, MarkersItem, "Markers", icons.markers);
-    addBranch(addBranch(well, HeadingItem, "Template", icons.display), HeadingItem, "Global", icons.display);
+    addBranch(well, HeadingType, "Logs", icons.logs);
+    addBranch(well, MarkersType, "Markers", icons.markers);
+    addBranch(addBranch(well, HeadingType, "Template", icons.display), HeadingType, "Global", icons.display);
     return well;
 }
 
@@ -82,7 +82,7 @@ QTreeWidgetItem *globalBranch(const QTreeWidgetItem *well)
 
 QTreeWidgetItem *wellOf(QTreeWidgetItem *item)
 {
-    while (item && item->type() != WellItem)
+    while (item && item->type() != WellType)
         item = item->parent();
     return item;
 }

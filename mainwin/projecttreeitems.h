@@ -10,14 +10,14 @@ class Host;
 
 /// The type numbers of the project tree's items; they decide what a click does and what the context menu offers.
 enum ProjectItemType {
-    HeadingItem = 0,
-    WellItem = 1,
-    LogItem = 2,
-    MarkersItem = 3,
-    MarkerItem = 4,
-    WellTemplateItem = 5,
-    GlobalTemplateItem = 6,
-    CorrelationItem = 7
+    HeadingType = 0,
+    WellType = 1,
+    LogType = 2,
+    MarkersType = 3,
+    MarkerType = 4,
+    WellTemplateType = 5,
+    GlobalTemplateType = 6,
+    CorrelationType = 7
 };
 
 /// The icons of the tree, loaded once.

@@ -13,7 +13,10 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QSignalBlocker>
+
+#include <utility>
 
 namespace {
 
@@ -47,9 +50,9 @@ ProjectTreeWidget::ProjectTreeWidget(ProjectData &projectData, QWidget *parent)
     // Long names scroll into view instead of being cut.
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    m_wells = makeProjectItem(HeadingItem, QStringLiteral("Wells"));
+    m_wells = makeProjectItem(HeadingType, QStringLiteral("Wells"));
     m_wells->setIcon(0, m_icons.wells);
-    m_correlations = makeProjectItem(HeadingItem, QStringLiteral("Correlations"));
+    m_correlations = makeProjectItem(HeadingType, QStringLiteral("Correlations"));
     m_correlations->setIcon(0, m_icons.display);
     addTopLevelItems({m_wells, m_correlations});
     connect(this, &QTreeWidget::itemClicked, this, &ProjectTreeWidget::itemSelected);
@@ -90,17 +93,17 @@ void ProjectTreeWidget::fill(ProjectFolders *folders)
         fillWell(item, well, folders);
     }
     if (const auto names = folders->correlations())
-        syncChildren(m_correlations, 0, *names, CorrelationItem);
+        syncChildren(m_correlations, 0, *names, CorrelationType);
 }
 
 void ProjectTreeWidget::fillWell(QTreeWidgetItem *wellItem, int well, ProjectFolders *folders)
 {
     const WellsCatalogue &catalogue = m_data.catalogue;
-    syncChildren(logsBranch(wellItem), 0, catalogue.logNames(well), LogItem);
-    syncChildren(markersBranch(wellItem), 0, catalogue.markerNames(well), MarkerItem);
-    syncChildren(globalBranch(wellItem), 0, m_data.project.globalTemplateNames, GlobalTemplateItem);
+    syncChildren(logsBranch(wellItem), 0, catalogue.logNames(well), LogType);
+    syncChildren(markersBranch(wellItem), 0, catalogue.markerNames(well), MarkerType);
+    syncChildren(globalBranch(wellItem), 0, m_data.project.globalTemplateNames, GlobalTemplateType);
     if (const auto names = folders->wellTemplates(catalogue.wellNames().at(well)))
-        syncChildren(templateBranch(wellItem), firstOwnTemplate, *names, WellTemplateItem);
+        syncChildren(templateBranch(wellItem), firstOwnTemplate, *names, WellTemplateType);
 }
 
 void ProjectTreeWidget::tellUnreadable(const ProjectFolders &folders)
@@ -119,13 +122,13 @@ void ProjectTreeWidget::tellUnreadable(const ProjectFolders &folders)
 void ProjectTreeWidget::synchroniseLogs(int well)
 {
     if (QTreeWidgetItem *item = findWellByKey(m_data.catalogue.wellKey(well)))
-        syncChildren(logsBranch(item), 0, m_data.catalogue.logNames(well), LogItem);
+        syncChildren(logsBranch(item), 0, m_data.catalogue.logNames(well), LogType);
 }
 
 void ProjectTreeWidget::synchroniseMarkers(int well)
 {
     if (QTreeWidgetItem *item = findWellByKey(m_data.catalogue.wellKey(well)))
-        syncChildren(markersBranch(item), 0, m_data.catalogue.markerNames(well), MarkerItem);
+        syncChildren(markersBranch(item), 0, m_data.catalogue.markerNames(well), MarkerType);
 }
 
 QTreeWidgetItem *ProjectTreeWidget::findWell(const QString &wellName) const
@@ -145,45 +148,79 @@ void ProjectTreeWidget::addLog(const QString &wellName, const QString &logName)
 {
     QTreeWidgetItem *well = findWell(wellName);
     if (well && !childWithText(logsBranch(well), 0, logName))
-        logsBranch(well)->addChild(makeProjectItem(LogItem, logName));
+        logsBranch(well)->addChild(makeProjectItem(LogType, logName));
 }
 
 void ProjectTreeWidget::addMarker(const QString &wellName, const QString &markerName)
 {
     if (QTreeWidgetItem *well = findWell(wellName))
-        markersBranch(well)->addChild(makeProjectItem(MarkerItem, markerName));
+        markersBranch(well)->addChild(makeProjectItem(MarkerType, markerName));
 }
 
 void ProjectTreeWidget::checkShownMarker(const QString &wellName, const QString &markerName)
+{
+    setMarkerChecked(wellName, markerName, Qt::Checked);
+}
+
+void ProjectTreeWidget::uncheckDroppedMarkers(const QString &wellName, const QStringList &markerNames)
+{
+    for (const QString &name : markerNames)
+        setMarkerChecked(wellName, name, Qt::Unchecked);
+}
+
+void ProjectTreeWidget::setMarkerChecked(const QString &wellName, const QString &markerName, Qt::CheckState state)
 {
     QTreeWidgetItem *well = findWell(wellName);
     QTreeWidgetItem *marker = well ? childWithText(markersBranch(well), 0, markerName) : nullptr;
     if (!marker)
         return;
     const QSignalBlocker blocker(this);
-    marker->setCheckState(0, Qt::Checked);
+    marker->setCheckState(0, state);
+}
+
+void ProjectTreeWidget::sendMarkersOf(const QString &wellName)
+{
+    if (QTreeWidgetItem *well = findWell(wellName))
+        refreshMarkers(well);
+}
+
+void ProjectTreeWidget::uncheckWell(const QString &wellKey)
+{
+    const QSignalBlocker blocker(this);
+    if (QTreeWidgetItem *well = findWellByKey(wellKey))
+        well->setCheckState(0, Qt::Unchecked);
 }
 
 void ProjectTreeWidget::addTemplate(const QString &wellName, const QString &templateName)
 {
     if (QTreeWidgetItem *well = findWell(wellName))
-        templateBranch(well)->addChild(makeProjectItem(WellTemplateItem, templateName));
+        templateBranch(well)->addChild(makeProjectItem(WellTemplateType, templateName));
 }
 
+// A click beside the check box leaves the item as it was.
 void ProjectTreeWidget::itemSelected(QTreeWidgetItem *item, int)
 {
+    const bool isAsBefore = item == std::exchange(m_pressed, nullptr) && item->checkState(0) == m_stateWhenPressed;
+    if (isAsBefore) {
+        const QTreeWidgetItem *well = wellOf(item);
+        const bool meansDisplay =
+            item->type() == WellType || item->type() == WellTemplateType || item->type() == GlobalTemplateType;
+        if (meansDisplay && isChecked(item) && isChecked(well))
+            emit wellClicked(well->text(0));
+        return;
+    }
     switch (item->type()) {
-    case WellItem:
+    case WellType:
         wellToggled(item);
         break;
-    case MarkersItem:
+    case MarkersType:
         markersToggled(item);
         break;
-    case MarkerItem:
+    case MarkerType:
         markerToggled(item);
         break;
-    case WellTemplateItem:
-    case GlobalTemplateItem:
+    case WellTemplateType:
+    case GlobalTemplateType:
         templateChosen(item);
         break;
     default:
@@ -193,7 +230,7 @@ void ProjectTreeWidget::itemSelected(QTreeWidgetItem *item, int)
 
 void ProjectTreeWidget::itemDoubleClick(QTreeWidgetItem *item, int)
 {
-    if (item->type() == CorrelationItem)
+    if (item->type() == CorrelationType)
         emit sendCorrelation(item);
 }
 
@@ -233,23 +270,55 @@ void ProjectTreeWidget::markersToggled(QTreeWidgetItem *markers)
 void ProjectTreeWidget::markerToggled(QTreeWidgetItem *marker)
 {
     const QTreeWidgetItem *well = wellOf(marker);
-    if (isChecked(well))
-        sendMarker(well, marker);
-}
-
-void ProjectTreeWidget::refreshMarkers(QTreeWidgetItem *well)
-{
-    const QTreeWidgetItem *markers = markersBranch(well);
-    for (int i = 0; i < markers->childCount(); ++i)
-        sendMarker(well, markers->child(i));
-}
-
-void ProjectTreeWidget::sendMarker(const QTreeWidgetItem *well, const QTreeWidgetItem *marker)
-{
+    if (!isChecked(well))
+        return;
     if (isChecked(marker))
         emit displayMarker(well->text(0), marker->text(0));
     else
         emit removeMarker(well->text(0), marker->text(0));
+}
+
+// While a marker is displayed a box may come up, and the host may tell of other markers: the items may go.
+void ProjectTreeWidget::refreshMarkers(QTreeWidgetItem *well)
+{
+    struct Marker
+    {
+        QString name;
+        bool isShown;
+    };
+    const QString wellName = well->text(0);
+    const QTreeWidgetItem *branch = markersBranch(well);
+    QVector<Marker> markers;
+    for (int i = 0; i < branch->childCount(); ++i)
+        markers.append({branch->child(i)->text(0), isChecked(branch->child(i))});
+    emit markersBegin(wellName);
+    for (const Marker &marker : qAsConst(markers)) {
+        if (marker.isShown)
+            emit displayMarker(wellName, marker.name);
+        else
+            emit removeMarker(wellName, marker.name);
+    }
+    emit markersEnd(wellName);
+}
+
+void ProjectTreeWidget::notePress(const QPoint &position)
+{
+    const QTreeWidgetItem *item = itemAt(position);
+    m_pressed = item;
+    m_stateWhenPressed = item ? item->checkState(0) : Qt::Unchecked;
+}
+
+void ProjectTreeWidget::mousePressEvent(QMouseEvent *event)
+{
+    notePress(event->pos());
+    QTreeWidget::mousePressEvent(event);
+}
+
+// Its release is a click of its own.
+void ProjectTreeWidget::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    notePress(event->pos());
+    QTreeWidget::mouseDoubleClickEvent(event);
 }
 
 bool ProjectTreeWidget::isSearching() const
@@ -301,6 +370,7 @@ void ProjectTreeWidget::keyPressEvent(QKeyEvent *event)
         keyboardSearch(event->text());
         return;
     }
+    m_pressed = nullptr;
     QTreeWidgetItem *item = currentItem();
     const int before = item ? item->checkState(0) : -1;
     QTreeWidget::keyPressEvent(event);
@@ -328,18 +398,18 @@ void ProjectTreeWidget::contextMenuEvent(QContextMenuEvent *event)
     const auto add = [this, &menu](const char *text, void (ProjectTreeWidget::*slot)(), bool isReady) {
         menu.addAction(QString::fromLatin1(text), this, slot)->setEnabled(isReady);
     };
-    // Entries whose editors do not exist yet are shown and disabled.
+    // Entries whose editors or views do not exist yet are shown and disabled.
     if (item == m_correlations)
-        add("Add Correlation", &ProjectTreeWidget::addNewCorrelationDialog, true);
-    else if (item->type() == HeadingItem && item->text(0) == QLatin1String("Template"))
+        add("Add Correlation", &ProjectTreeWidget::addNewCorrelationDialog, false);
+    else if (item->type() == HeadingType && item->text(0) == QLatin1String("Template"))
         add("Create New Template", &ProjectTreeWidget::createNewTemplate, false);
-    else if (item->type() == WellTemplateItem) {
+    else if (item->type() == WellTemplateType) {
         add("Edit", &ProjectTreeWidget::editWellTemplate, false);
         add("Delete", &ProjectTreeWidget::deleteWellTemplate, true);
-    } else if (item->type() == GlobalTemplateItem) {
+    } else if (item->type() == GlobalTemplateType) {
         add("Edit", &ProjectTreeWidget::editGlobalTemplate, false);
         add("Delete", &ProjectTreeWidget::deleteGlobalTemplate, true);
-    } else if (item->type() == CorrelationItem) {
+    } else if (item->type() == CorrelationType) {
         add("Delete", &ProjectTreeWidget::deleteCorrelationFromData, true);
     }
     const base::NestedEvents events;
@@ -377,7 +447,7 @@ void ProjectTreeWidget::removeProjectFolder(const QString &parent, const QString
 void ProjectTreeWidget::deleteCorrelationFromData()
 {
     QTreeWidgetItem *item = currentItem();
-    if (item && item->type() == CorrelationItem)
+    if (item && item->type() == CorrelationType)
         removeProjectFolder(m_data.project.projectFolder + QStringLiteral("/Correlations"), item->text(0),
                             [item] { delete item; });
 }
@@ -385,7 +455,7 @@ void ProjectTreeWidget::deleteCorrelationFromData()
 void ProjectTreeWidget::deleteGlobalTemplate()
 {
     QTreeWidgetItem *item = currentItem();
-    if (!item || item->type() != GlobalTemplateItem)
+    if (!item || item->type() != GlobalTemplateType)
         return;
     const QString name = item->text(0);
     removeProjectFolder(m_data.project.projectFolder + QStringLiteral("/Templates/Global"), name, [this, name] {
@@ -398,7 +468,7 @@ void ProjectTreeWidget::deleteGlobalTemplate()
 void ProjectTreeWidget::deleteWellTemplate()
 {
     QTreeWidgetItem *item = currentItem();
-    if (!item || item->type() != WellTemplateItem)
+    if (!item || item->type() != WellTemplateType)
         return;
     removeProjectFolder(wellTemplatesFolder(m_data.project, wellOf(item)->text(0)), item->text(0),
                         [item] { delete item; });
@@ -414,7 +484,7 @@ void ProjectTreeWidget::addNewCorrelationDialog()
                               .arg(name));
         return;
     }
-    QTreeWidgetItem *item = makeProjectItem(CorrelationItem, name);
+    QTreeWidgetItem *item = makeProjectItem(CorrelationType, name);
     m_correlations->addChild(item);
     setCurrentItem(item);
     emit sendCorrelation(item);

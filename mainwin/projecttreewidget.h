@@ -32,6 +32,12 @@ public:
     void addMarker(const QString &wellName, const QString &markerName);
     /// Checks the marker of a displayed well that the display shows already; nothing is sent.
     void checkShownMarker(const QString &wellName, const QString &markerName);
+    /// Unchecks markers that the display of their well does not show any more; nothing is sent.
+    void uncheckDroppedMarkers(const QString &wellName, const QStringList &markerNames);
+    /// Sends all markers of a well to its display, as they are checked.
+    void sendMarkersOf(const QString &wellName);
+    /// Unchecks a well whose display was closed; nothing is sent.
+    void uncheckWell(const QString &wellKey);
     void addTemplate(const QString &wellName, const QString &templateName);
 
     /// Finds a well by its typed name, in a closed branch too, before it looks at other items.
@@ -46,6 +52,11 @@ signals:
     void removeWellDisplay(QString wellName);
     void displayMarker(QString wellName, QString markerName);
     void removeMarker(QString wellName, QString markerName);
+    /// A displayed well, or its checked template, was clicked and stayed as it was.
+    void wellClicked(QString wellName);
+    /// Around the markers that one click sends.
+    void markersBegin(QString wellName);
+    void markersEnd(QString wellName);
 
 public slots:
     void itemSelected(QTreeWidgetItem *item, int columnNo);
@@ -59,6 +70,8 @@ public slots:
     void deleteCorrelationFromData();
 
 protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
@@ -77,7 +90,8 @@ private:
     void markersToggled(QTreeWidgetItem *markers);
     void markerToggled(QTreeWidgetItem *marker);
     void refreshMarkers(QTreeWidgetItem *well);
-    void sendMarker(const QTreeWidgetItem *well, const QTreeWidgetItem *marker);
+    void setMarkerChecked(const QString &wellName, const QString &markerName, Qt::CheckState state);
+    void notePress(const QPoint &position);
     template<class RemoveItems>
     void removeProjectFolder(const QString &parent, const QString &name, const RemoveItems &removeItems);
 
@@ -85,6 +99,8 @@ private:
     ProjectTreeIcons m_icons;
     QTreeWidgetItem *m_wells = nullptr; ///< owned by the tree, like all items
     QTreeWidgetItem *m_correlations = nullptr;
+    const QTreeWidgetItem *m_pressed = nullptr; ///< with the mouse, until its click; only compared
+    Qt::CheckState m_stateWhenPressed = Qt::Unchecked;
     QString m_typed; ///< of the keyboard search
     QElapsedTimer m_sinceTyped;
 };

@@ -60,19 +60,41 @@ bool isThere(ProjectData &projectData, int well)
     return isReadable;
 }
 
+// A log that cannot be read has zeros; all of them are told in one box when the cursor is the user's again.
 QByteArray logsReport(ProjectData &projectData, int well)
 {
     const WellsCatalogue &catalogue = projectData.catalogue;
     const QStringList &names = catalogue.logNames(well);
     const bool canRead = names.isEmpty() || isThere(projectData, well);
-    const WaitCursor cursor;
     QByteArray bytes = reports::logsHeaderLine();
-    LogCurveData withoutSamples;
-    for (int log = 0; log < names.size(); ++log) {
-        withoutSamples.logName = names.at(log);
-        bytes += reports::logLine(canRead ? catalogue.curve(well, log) : withoutSamples);
+    QStringList unread;
+    {
+        const WaitCursor cursor;
+        for (int log = 0; log < names.size(); ++log) {
+            auto curve = canRead ? catalogue.readCurve(well, log, WellsCatalogue::OnFailure::BeSilent) : std::nullopt;
+            if (!curve) {
+                curve.emplace().logName = names.at(log);
+                unread.append(names.at(log));
+            }
+            bytes += reports::logLine(*curve);
+        }
     }
+    if (canRead && !unread.isEmpty())
+        projectData.tellUnread(catalogue.wellNames().at(well), unread);
     return bytes;
+}
+
+// False when they cannot be read.
+bool addMarkerLines(const WellsCatalogue &catalogue, int well, QByteArray *bytes)
+{
+    const WaitCursor cursor;
+    const auto record = catalogue.readWellRecord(well, WellsCatalogue::OnFailure::BeSilent);
+    const auto markers = catalogue.readWellMarkers(well, WellsCatalogue::OnFailure::BeSilent);
+    if (!record || !markers)
+        return false;
+    for (const WellMarker &marker : *markers)
+        *bytes += reports::markerLine(*record, marker);
+    return true;
 }
 
 // Nothing when it was ended on the way.
@@ -85,10 +107,8 @@ std::optional<QByteArray> markersReport(ProjectData &projectData, const std::fun
             return std::nullopt;
         if (catalogue.markerNames(well).isEmpty() || !isThere(projectData, well))
             continue;
-        const WaitCursor cursor;
-        const WellRecord record = catalogue.wellRecord(well);
-        for (const WellMarker &marker : catalogue.markers(well))
-            bytes += reports::markerLine(record, marker);
+        if (!addMarkerLines(catalogue, well, &bytes))
+            projectData.tellUnread(catalogue.wellNames().at(well));
     }
     return bytes;
 }

@@ -57,9 +57,9 @@ private slots:
         QFETCH(QString, after);
         QTreeWidget tree;
         auto *parent = new QTreeWidgetItem(&tree);
-        parent->addChild(makeProjectItem(HeadingItem, QStringLiteral("fixed")));
-        syncChildren(parent, 1, list(qPrintable(before)), LogItem);
-        syncChildren(parent, 1, list(qPrintable(after)), LogItem);
+        parent->addChild(makeProjectItem(HeadingType, QStringLiteral("fixed")));
+        syncChildren(parent, 1, list(qPrintable(before)), LogType);
+        syncChildren(parent, 1, list(qPrintable(after)), LogType);
         QCOMPARE(texts(parent), QStringList{QStringLiteral("fixed")} + list(qPrintable(after)));
     }
 
@@ -68,12 +68,12 @@ private slots:
         QTreeWidget tree;
         auto *parent = new QTreeWidgetItem(&tree);
         parent->setExpanded(true);
-        syncChildren(parent, 0, list("a b c"), MarkerItem);
+        syncChildren(parent, 0, list("a b c"), MarkerType);
         QTreeWidgetItem *b = parent->child(1);
-        b->addChild(makeProjectItem(LogItem, QStringLiteral("below")));
+        b->addChild(makeProjectItem(LogType, QStringLiteral("below")));
         b->setCheckState(0, Qt::Checked);
         b->setExpanded(true);
-        syncChildren(parent, 0, list("x c b"), MarkerItem);
+        syncChildren(parent, 0, list("x c b"), MarkerType);
         QCOMPARE(parent->child(2), b);
         QCOMPARE(b->checkState(0), Qt::Checked);
         QVERIFY(b->isExpanded());
@@ -85,18 +85,18 @@ private slots:
         QTreeWidget tree;
         auto *parent = new QTreeWidgetItem(&tree);
         parent->setExpanded(true);
-        syncChildren(parent, 0, list("a b"), HeadingItem);
+        syncChildren(parent, 0, list("a b"), HeadingType);
         QTreeWidgetItem *b = parent->child(1);
-        QTreeWidgetItem *branch = makeProjectItem(HeadingItem, QStringLiteral("branch"));
-        QTreeWidgetItem *leaf = makeProjectItem(LogItem, QStringLiteral("leaf"));
-        QTreeWidgetItem *closed = makeProjectItem(HeadingItem, QStringLiteral("closed"));
+        QTreeWidgetItem *branch = makeProjectItem(HeadingType, QStringLiteral("branch"));
+        QTreeWidgetItem *leaf = makeProjectItem(LogType, QStringLiteral("leaf"));
+        QTreeWidgetItem *closed = makeProjectItem(HeadingType, QStringLiteral("closed"));
         b->addChildren({branch, closed});
         branch->addChild(leaf);
-        closed->addChild(makeProjectItem(LogItem, QStringLiteral("leaf")));
+        closed->addChild(makeProjectItem(LogType, QStringLiteral("leaf")));
         b->setExpanded(true);
         branch->setExpanded(true);
         tree.setCurrentItem(leaf);
-        syncChildren(parent, 0, list("b a"), HeadingItem);
+        syncChildren(parent, 0, list("b a"), HeadingType);
         QCOMPARE(parent->child(0), b);
         QVERIFY(b->isExpanded());
         QVERIFY(branch->isExpanded());
@@ -108,10 +108,10 @@ private slots:
     {
         QTreeWidget tree;
         auto *parent = new QTreeWidgetItem(&tree);
-        syncChildren(parent, 0, list("a b c"), LogItem);
+        syncChildren(parent, 0, list("a b c"), LogType);
         QTreeWidgetItem *a = parent->child(0);
         tree.setCurrentItem(a);
-        syncChildren(parent, 0, list("c b a"), LogItem);
+        syncChildren(parent, 0, list("c b a"), LogType);
         QCOMPARE(tree.currentItem(), a);
     }
 
@@ -123,16 +123,16 @@ private slots:
         QSignalSpy inserted(tree.model(), &QAbstractItemModel::rowsInserted);
         QSignalSpy removed(tree.model(), &QAbstractItemModel::rowsRemoved);
         QSignalSpy changed(tree.model(), &QAbstractItemModel::dataChanged);
-        syncChildren(parent, 0, list("a b c d"), MarkerItem);
+        syncChildren(parent, 0, list("a b c d"), MarkerType);
         QCOMPARE(inserted.size(), 1); // all at once
         inserted.clear();
-        syncChildren(parent, 0, list("a b c d"), MarkerItem);
+        syncChildren(parent, 0, list("a b c d"), MarkerType);
         QCOMPARE(inserted.size() + removed.size() + changed.size(), 0);
-        syncChildren(parent, 0, list("x a b c d"), MarkerItem);
+        syncChildren(parent, 0, list("x a b c d"), MarkerType);
         QCOMPARE(inserted.size(), 1);
         QCOMPARE(removed.size() + changed.size(), 0);
         inserted.clear();
-        syncChildren(parent, 0, list("x a b d"), MarkerItem);
+        syncChildren(parent, 0, list("x a b d"), MarkerType);
         QCOMPARE(removed.size(), 1);
         QCOMPARE(inserted.size() + changed.size(), 0);
     }

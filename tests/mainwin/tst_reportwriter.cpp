@@ -63,6 +63,31 @@ private:
     }
 };
 
+/// A host with a well whose second and further logs, and whose markers, cannot be read.
+class BrokenLogsHost : public MemoryHost
+{
+public:
+    host::Outcome<host::LogData> log(const QString &key, int index) override
+    {
+        if (key == brokenWell && index > 0)
+            return {{}, QStringLiteral("damaged")};
+        return MemoryHost::log(key, index);
+    }
+    host::Outcome<QVector<host::Marker>> markers(const QString &key) override
+    {
+        if (key == brokenWell)
+            return {{}, QStringLiteral("damaged")};
+        return MemoryHost::markers(key);
+    }
+    void showError(const QString &text) override
+    {
+        cursorAtError.append(QGuiApplication::overrideCursor() != nullptr);
+        MemoryHost::showError(text);
+    }
+    QString brokenWell;
+    QVector<bool> cursorAtError;
+};
+
 } // namespace
 
 class tst_reportwriter : public QObject
@@ -171,6 +196,54 @@ private slots:
                             "GR              0.0000       0.0000       0.0000      \n"
                             "DT              0.0000       0.0000       0.0000      \n"));
         QVERIFY(files::read(fixture.path(QStringLiteral("/B_logsInfo.txt"))).contains("GR              100.0000"));
+    }
+
+    void wellsOfOneNameHaveTheirOwnLogsAndMarkers()
+    {
+        ProjectFixture fixture;
+        fixture.addWell(QStringLiteral("A"), {QStringLiteral("GR")}, {QStringLiteral("Top")});
+        fixture.addWell(QStringLiteral("A"), {QStringLiteral("DT")}, {QStringLiteral("Base")});
+        fixture.host.storedWells[1].header.x = 7;
+        fixture.host.storedWells[1].logs[0].depths = {1, 2, 4};
+        fixture.open();
+        writeLogsReport(*fixture.launch);
+        // One file for the name; the second well has the last word.
+        QCOMPARE(files::read(fixture.path(QStringLiteral("/A_logsInfo.txt"))),
+                 QByteArray("Curve Name      Start Depth End Depth  Break Zone Depth\n"
+                            "DT              1.0000       4.0000       0.0000      \n"));
+        writeMarkersReport(*fixture.launch);
+        const QList<QByteArray> lines =
+            files::read(fixture.path(QStringLiteral("/Well_Markers_Info.txt"))).split('\n');
+        QCOMPARE(lines.size(), 4);
+        QVERIFY(lines.at(1).contains("500000.50") && lines.at(1).contains("Top"));
+        QVERIFY(lines.at(2).contains("7.00 ") && lines.at(2).contains("Base"));
+    }
+
+    void logsThatCannotBeReadAreToldInOneBoxAWellWithoutTheWaitCursor()
+    {
+        ProjectFixture fixture;
+        BrokenLogsHost host;
+        host.survey = fixture.survey.path();
+        host.dataFolder = fixture.host.dataFolder;
+        fixture.addWell(QStringLiteral("A"), {QStringLiteral("GR"), QStringLiteral("DT"), QStringLiteral("SP")},
+                        {QStringLiteral("Top")});
+        fixture.addWell(QStringLiteral("B"), {QStringLiteral("GR")}, {QStringLiteral("Top")});
+        host.storedWells = fixture.host.storedWells;
+        fixture.launch = std::make_unique<ProjectData>(host, fixture.asker);
+        fixture.open();
+        host.brokenWell = host.storedWells.at(0).key;
+        writeLogsReport(*fixture.launch);
+        QCOMPARE(host.errors, QStringList{QStringLiteral("Cannot get data for the selected well\nA: DT, SP")});
+        QCOMPARE(files::read(fixture.path(QStringLiteral("/A_logsInfo.txt"))),
+                 QByteArray("Curve Name      Start Depth End Depth  Break Zone Depth\n"
+                            "GR              100.0000     300.0000     0.0000      \n"
+                            "DT              0.0000       0.0000       0.0000      \n"
+                            "SP              0.0000       0.0000       0.0000      \n"));
+        writeMarkersReport(*fixture.launch);
+        QCOMPARE(host.errors.size(), 2);
+        QCOMPARE(host.errors.last(), QStringLiteral("Cannot get data for the selected well\nA"));
+        QCOMPARE(host.cursorAtError, (QVector<bool>{false, false}));
+        QCOMPARE(files::read(fixture.path(QStringLiteral("/Well_Markers_Info.txt"))).count('\n'), 2); // B's
     }
 
     void markersReportListsAllMarkersOfAllWells()

@@ -1,0 +1,179 @@
+#include "logview/welldisplaywidget.h"
+#include "logview/welllogsscene.h"
+#include "logview/welllogsviewwidget.h"
+#include "mainwin/mainwindow.h"
+#include "mainwin/projecttreewidget.h"
+#include "support/files.h"
+#include "support/projectfixture.h"
+#include "support/testmain.h"
+
+#include <QAction>
+#include <QPainter>
+#include <QPrintEngine>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+#include <QTabWidget>
+#include <QTimer>
+
+namespace {
+
+/// A printer that keeps its page as a picture.
+class PictureEngine : public QPaintEngine, public QPrintEngine
+{
+public:
+    PictureEngine()
+        : QPaintEngine(AllFeatures)
+    {
+    }
+    bool begin(QPaintDevice *) override
+    {
+        page = QImage(400, 300, QImage::Format_RGB32);
+        page.fill(Qt::white);
+        return true;
+    }
+    bool end() override { return true; }
+    void updateState(const QPaintEngineState &) override { }
+    void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override { }
+    void drawImage(const QRectF &target, const QImage &image, const QRectF &source, Qt::ImageConversionFlags) override
+    {
+        QPainter(&page).drawImage(target, image, source);
+    }
+    Type type() const override { return User; }
+    void setProperty(PrintEnginePropertyKey, const QVariant &) override { }
+    QVariant property(PrintEnginePropertyKey) const override { return {}; }
+    bool newPage() override { return true; }
+    bool abort() override { return true; }
+    int metric(QPaintDevice::PaintDeviceMetric metric) const override
+    {
+        switch (metric) {
+        case QPaintDevice::PdmWidth:
+            return 400;
+        case QPaintDevice::PdmHeight:
+            return 300;
+        default:
+            return 96;
+        }
+    }
+    QPrinter::PrinterState printerState() const override { return QPrinter::Idle; }
+    QImage page;
+};
+
+class PicturePrinter : public QPrinter
+{
+public:
+    PicturePrinter() { setEngines(&engine, &engine); }
+    PictureEngine engine;
+};
+
+struct PrintFixture : ProjectFixture
+{
+    PrintFixture()
+    {
+        for (const char *name : {"A", "B"})
+            addWell(QString::fromLatin1(name), {QStringLiteral("GR")}, {QStringLiteral("Top")});
+        open();
+        window = std::make_unique<MainWindow>(*launch);
+        window->show();
+        view = window->findChild<WellLogsViewWidget *>();
+        emit window->projectTree()->sendWellDisplayProperties(QStringLiteral("A"), QStringLiteral("Default"));
+        emit window->projectTree()->sendWellDisplayProperties(QStringLiteral("B"), QStringLiteral("Simple"));
+    }
+    QImage printed()
+    {
+        PicturePrinter printer;
+        window->printPreView(&printer);
+        return printer.engine.page;
+    }
+    QImage expected(int tab) const
+    {
+        QImage image(400, 300, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        view->display(tab)->renderTo(painter);
+        return image;
+    }
+    std::unique_ptr<MainWindow> window;
+    WellLogsViewWidget *view = nullptr;
+};
+
+bool isBlank(const QImage &image)
+{
+    QImage white(image.size(), image.format());
+    white.fill(Qt::white);
+    return image == white;
+}
+
+} // namespace
+
+class tst_printing : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void thePageIsTheDisplayInFront()
+    {
+        PrintFixture fixture;
+        QVERIFY(!isBlank(fixture.expected(0)));
+        QVERIFY(fixture.expected(0) != fixture.expected(1));
+        fixture.view->setCurrentTab(0);
+        QCOMPARE(fixture.printed(), fixture.expected(0));
+        QVERIFY(QFileInfo::exists(fixture.path(QStringLiteral("/A.tiff"))));
+        QVERIFY(!QFileInfo::exists(fixture.path(QStringLiteral("/B.tiff"))));
+        fixture.view->setCurrentTab(1);
+        QCOMPARE(fixture.printed(), fixture.expected(1));
+    }
+
+    void otherTabsPrintNothing()
+    {
+        PrintFixture fixture;
+        auto *tabs = qobject_cast<QTabWidget *>(fixture.window->centralWidget());
+        for (int tab : {1, 2}) {
+            tabs->setCurrentIndex(tab);
+            PicturePrinter printer;
+            fixture.window->printPreView(&printer);
+            QVERIFY(printer.engine.page.isNull());
+        }
+        QVERIFY(!QFileInfo::exists(fixture.path(QStringLiteral("/B.tiff"))));
+        QVERIFY(fixture.asker.boxes.isEmpty());
+    }
+
+    void aSecondPreviewHasAPageOfItsOwn()
+    {
+        PrintFixture fixture;
+        QVector<QImage> pages;
+        const auto preview = [&fixture, &pages] {
+            QTimer::singleShot(0, fixture.window.get(), [&fixture, &pages] {
+                pages.append(fixture.printed());
+                pages.append(fixture.printed());
+                qobject_cast<QDialog *>(QApplication::activeModalWidget())->reject();
+            });
+            fixture.window->printActionClicked();
+        };
+        fixture.view->setCurrentTab(0);
+        preview();
+        fixture.view->setCurrentTab(1);
+        preview();
+        QCOMPARE(pages.size(), 4);
+        QVERIFY(QFileInfo::exists(fixture.path(QStringLiteral("/B.tiff"))));
+        for (int i = 0; i < 4; ++i)
+            QCOMPARE(pages.at(i), fixture.expected(i / 2));
+    }
+
+    void aPrintThatCannotStartSaysSo()
+    {
+        PrintFixture fixture;
+        QPrinter printer;
+        const QString path = fixture.path(QStringLiteral("/no such folder/page.pdf"));
+        printer.setOutputFileName(path);
+        fixture.window->printPreView(&printer);
+        QCOMPARE(fixture.asker.boxes.size(), 1);
+        QCOMPARE(fixture.asker.boxes.first().icon, base::BoxIcon::Warning);
+        QCOMPARE(fixture.asker.boxes.first().title, QString("Print"));
+        QCOMPARE(fixture.asker.boxes.first().text,
+                 QString("The print could not be started; nothing was printed.\n") + path);
+        QVERIFY(!QFileInfo::exists(fixture.path(QStringLiteral("/B.tiff"))));
+    }
+};
+
+LORVA_TEST_MAIN(tst_printing)
+#include "tst_printing.moc"

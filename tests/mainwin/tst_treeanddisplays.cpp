@@ -1,0 +1,430 @@
+// The project tree and the displays in one window: clicks, renamed and vanished wells, markers, wells of one name.
+
+#include "host/host.h"
+#include "logview/welldisplaywidget.h"
+#include "logview/welllogsscene.h"
+#include "logview/welllogsviewwidget.h"
+#include "mainwin/mainwindow.h"
+#include "mainwin/projecttreewidget.h"
+#include "support/files.h"
+#include "support/projectfixture.h"
+#include "support/testmain.h"
+
+#include <QPointer>
+#include <QStyleOptionViewItem>
+#include <QTabWidget>
+
+namespace {
+
+/// Counts the reads of headers and markers.
+class CountingHost : public MemoryHost
+{
+public:
+    host::Outcome<QVector<host::Marker>> markers(const QString &key) override
+    {
+        ++markerReads;
+        return MemoryHost::markers(key);
+    }
+    host::Outcome<host::WellHeader> header(const QString &key) override
+    {
+        ++headerReads;
+        return MemoryHost::header(key);
+    }
+    host::Outcome<host::LogData> log(const QString &key, int index) override
+    {
+        if (logsFail)
+            return {{}, QStringLiteral("damaged")};
+        return MemoryHost::log(key, index);
+    }
+    bool logsFail = false;
+    int markerReads = 0;
+    int headerReads = 0;
+};
+
+struct Window
+{
+    Window()
+    {
+        host.survey = project.survey.path();
+        host.dataFolder = project.host.dataFolder;
+    }
+
+    QString addWell(const char *name, const QStringList &markers = {})
+    {
+        host::WellHeader header;
+        header.name = QString::fromUtf8(name);
+        header.totalDepth = 5000;
+        header.x = 1000 + host.storedWells.size();
+        const QString key = host.addWell(header);
+        host.find(key)->logs = {{QStringLiteral("GR"), QStringLiteral("gapi"), {100, 200}, {1, 2}}};
+        float depth = 10;
+        for (const QString &marker : markers)
+            host.find(key)->markers.append({marker, depth++, Qt::red});
+        return key;
+    }
+
+    void open()
+    {
+        project.launch = std::make_unique<ProjectData>(host, project.asker);
+        project.open();
+        window = std::make_unique<MainWindow>(*project.launch);
+        window->resize(1200, 900);
+        window->show();
+        view = window->findChild<WellLogsViewWidget *>();
+        tree = window->projectTree();
+        tabs = view->findChild<QTabWidget *>();
+    }
+
+    QTreeWidgetItem *well(int index) const { return tree->wellsItem()->child(index); }
+    QTreeWidgetItem *templateOf(int index, const char *name) const
+    {
+        const QTreeWidgetItem *global = globalBranch(well(index));
+        for (int i = 0; i < global->childCount(); ++i)
+            if (global->child(i)->text(0) == QLatin1String(name))
+                return global->child(i);
+        return nullptr;
+    }
+
+    void show(QTreeWidgetItem *item) const
+    {
+        for (QTreeWidgetItem *parent = item->parent(); parent; parent = parent->parent())
+            parent->setExpanded(true);
+        tree->scrollToItem(item);
+    }
+    void clickBox(QTreeWidgetItem *item) const
+    {
+        show(item);
+        QStyleOptionViewItem option;
+        option.initFrom(tree);
+        option.rect = tree->visualItemRect(item);
+        option.features = QStyleOptionViewItem::HasCheckIndicator | QStyleOptionViewItem::HasDisplay;
+        if (!item->icon(0).isNull())
+            option.features |= QStyleOptionViewItem::HasDecoration;
+        option.text = item->text(0);
+        const QRect box = tree->style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, tree);
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, box.center());
+    }
+    QPoint nameOf(QTreeWidgetItem *item) const
+    {
+        show(item);
+        const QRect rect = tree->visualItemRect(item);
+        return QPoint(rect.left() + 60, rect.center().y());
+    }
+    void clickName(QTreeWidgetItem *item) const
+    {
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, nameOf(item));
+    }
+    void sync() const { QMetaObject::invokeMethod(window.get(), "syncODDBActionClicked"); }
+    QStringList tabTexts() const
+    {
+        QStringList texts;
+        for (int i = 0; i < tabs->count(); ++i)
+            texts.append(tabs->tabText(i));
+        return texts;
+    }
+    QStringList shownMarkers(int tab) const
+    {
+        QStringList names;
+        for (int i = 0; i < markersBranch(well(0))->childCount(); ++i) {
+            const QString name = markersBranch(well(0))->child(i)->text(0);
+            if (view->display(tab)->scene()->markers().find(name))
+                names.append(name);
+        }
+        return names;
+    }
+
+    ProjectFixture project;
+    CountingHost host;
+    std::unique_ptr<MainWindow> window;
+    WellLogsViewWidget *view = nullptr;
+    ProjectTreeWidget *tree = nullptr;
+    QTabWidget *tabs = nullptr;
+};
+
+QStringList list(const char *text)
+{
+    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+class tst_treeanddisplays : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aClickOnADisplayedWellBringsItsTabForward()
+    {
+        Window w;
+        w.addWell("A", list("Top"));
+        w.addWell("B");
+        w.open();
+        w.clickBox(w.well(0));
+        w.clickBox(w.well(1));
+        QCOMPARE(w.tabTexts(), list("A:Default B:Default"));
+        QCOMPARE(w.tabs->currentIndex(), 1);
+        const QPointer<WellDisplayWidget> first = w.view->display(0);
+        w.clickName(w.well(0));
+        QCOMPARE(w.tabs->currentIndex(), 0);
+        QCOMPARE(w.view->display(0), first.data());
+        QVERIFY(first);
+        QCOMPARE(w.well(0)->checkState(0), Qt::Checked);
+        // The same of a double click, which opens the branch.
+        w.clickName(w.well(1));
+        QTest::mouseDClick(w.tree->viewport(), Qt::LeftButton, {}, w.nameOf(w.well(0)));
+        QTest::mouseRelease(w.tree->viewport(), Qt::LeftButton, {}, w.nameOf(w.well(0)));
+        QVERIFY(first && w.view->display(0) == first);
+    }
+
+    void aClickOnTheCheckedTemplateBringsItsTabForward()
+    {
+        Window w;
+        w.addWell("A");
+        w.addWell("B");
+        w.open();
+        w.clickBox(w.well(0));
+        w.clickBox(w.templateOf(0, "Simple"));
+        w.clickBox(w.well(1));
+        QCOMPARE(w.tabTexts(), list("A:Simple B:Default"));
+        const QPointer<WellDisplayWidget> first = w.view->display(0);
+        w.clickName(w.templateOf(0, "Simple"));
+        QCOMPARE(w.tabs->currentIndex(), 0);
+        QVERIFY(first && w.view->display(0) == first);
+        // One that is not checked is not displayed.
+        w.clickName(w.well(1));
+        w.clickName(w.templateOf(0, "Default"));
+        QCOMPARE(w.tabs->currentIndex(), 1);
+    }
+
+    void aClickOnAnUncheckedNameDoesNothing()
+    {
+        Window w;
+        w.addWell("A", list("Top Base"));
+        w.open();
+        w.clickName(w.well(0));
+        QCOMPARE(w.tabs->count(), 0);
+        w.clickBox(w.well(0));
+        QTreeWidgetItem *markers = markersBranch(w.well(0));
+        w.clickBox(markers->child(0));
+        QCOMPARE(w.shownMarkers(0), list("Top"));
+        w.clickName(markers); // its box did not change: what single markers say stays
+        QCOMPARE(w.shownMarkers(0), list("Top"));
+        QCOMPARE(markers->child(0)->checkState(0), Qt::Checked);
+        w.clickName(markers->child(1));
+        QCOMPARE(w.shownMarkers(0), list("Top"));
+    }
+
+    void keyAndMouseTakeTurns()
+    {
+        Window w;
+        w.addWell("A");
+        w.open();
+        QTest::mousePress(w.tree->viewport(), Qt::LeftButton, {}, w.nameOf(w.well(0)));
+        QTest::mouseRelease(w.tree->viewport(), Qt::LeftButton, {}, QPoint(5, w.tree->viewport()->height() - 5));
+        w.tree->setCurrentItem(w.well(0));
+        QTest::keyClick(w.tree, Qt::Key_Space);
+        QCOMPARE(w.tabs->count(), 1);
+        QTest::keyClick(w.tree, Qt::Key_Space);
+        QCOMPARE(w.tabs->count(), 0);
+        w.clickBox(w.well(0));
+        QCOMPARE(w.tabs->count(), 1);
+        w.view->tabClose(0);
+        w.clickBox(w.well(0)); // the tree heard of the closing
+        QCOMPARE(w.tabs->count(), 1);
+    }
+
+    // ---- Sync Data
+
+    void theDisplayOfARenamedWellFollows()
+    {
+        Window w;
+        const QString key = w.addWell("A", list("Top Base"));
+        w.addWell("B");
+        w.open();
+        w.clickBox(w.well(0));
+        w.clickBox(w.templateOf(0, "Simple"));
+        w.clickBox(markersBranch(w.well(0))->child(1));
+        w.clickBox(w.well(1));
+        const QPointer<WellDisplayWidget> other = w.view->display(1);
+        w.host.find(key)->header.name = QStringLiteral("Z");
+        w.sync();
+        QCOMPARE(w.tree->wellsItem()->child(1)->text(0), QString("Z"));
+        QCOMPARE(w.tabTexts(), list("Z:Simple B:Default"));
+        QCOMPARE(w.view->displayedWells(), list("Z B"));
+        QCOMPARE(w.view->display(0)->wellName(), QString("Z"));
+        QCOMPARE(w.view->display(0)->scene()->markers().all().size(), 1);
+        QVERIFY(w.view->display(0)->scene()->markers().find(QStringLiteral("Base")));
+        QVERIFY(other && w.view->display(1) == other);
+        QCOMPARE(w.tabs->currentIndex(), 1);
+        // And the tree governs it under its new name.
+        w.clickBox(w.well(1));
+        QCOMPARE(w.tabTexts(), list("B:Default"));
+    }
+
+    void theDisplayOfAVanishedWellCloses()
+    {
+        Window w;
+        w.addWell("A");
+        w.addWell("B");
+        w.open();
+        w.clickBox(w.well(0));
+        w.clickBox(w.well(1));
+        const QPointer<WellDisplayWidget> kept = w.view->display(1);
+        w.host.storedWells.removeFirst();
+        w.sync();
+        QCOMPARE(w.tabTexts(), list("B:Default"));
+        QCOMPARE(w.view->displayedWells(), list("B"));
+        QVERIFY(kept && w.view->currentDisplay() == kept);
+    }
+
+    void aSyncThatChangesNothingRebuildsNothing()
+    {
+        Window w;
+        w.addWell("A");
+        w.addWell("B");
+        w.open();
+        w.clickBox(w.well(0));
+        w.clickBox(w.well(1));
+        const QPointer<WellDisplayWidget> first = w.view->display(0);
+        w.addWell("0"); // all indexes move
+        w.sync();
+        QCOMPARE(w.tabTexts(), list("A:Default B:Default"));
+        QVERIFY(first && w.view->display(0) == first);
+        QCOMPARE(w.tabs->currentIndex(), 1);
+    }
+
+    void aWellRenamedToAnothersNameClosesItsDisplay()
+    {
+        Window w;
+        w.addWell("A");
+        const QString key = w.addWell("B");
+        w.open();
+        w.clickBox(w.well(1));
+        w.host.find(key)->header.name = QStringLiteral("A");
+        w.sync();
+        QCOMPARE(w.tabs->count(), 0); // by that name, the first well would be shown
+        for (int i = 0; i < 2; ++i)
+            QCOMPARE(w.well(i)->checkState(0), Qt::Unchecked);
+    }
+
+    // ---- markers
+
+    void tickingMarkersReadsThemOnce_data()
+    {
+        QTest::addColumn<int>("count");
+        QTest::newRow("few") << 5;
+        QTest::newRow("a thousand") << 1000;
+    }
+
+    void tickingMarkersReadsThemOnce()
+    {
+        QFETCH(int, count);
+        Window w;
+        QStringList names;
+        for (int i = 0; i < count; ++i)
+            names.append(QStringLiteral("M%1").arg(i));
+        w.addWell("A", names);
+        w.open();
+        w.clickBox(w.well(0));
+        w.host.markerReads = w.host.headerReads = 0;
+        w.clickBox(markersBranch(w.well(0)));
+        QCOMPARE(w.view->display(0)->scene()->markers().all().size(), count);
+        QCOMPARE(w.host.markerReads, 1);
+        QCOMPARE(w.host.headerReads, 1);
+        // Another template shows them anew, and reads them anew.
+        w.clickBox(w.templateOf(0, "Simple"));
+        QCOMPARE(w.view->display(0)->scene()->markers().all().size(), count);
+        QCOMPARE(w.host.markerReads, 2);
+        w.clickBox(markersBranch(w.well(0)));
+        QCOMPARE(w.view->display(0)->scene()->markers().all().size(), 0);
+        QCOMPARE(w.host.markerReads, 2);
+        // A single one is read by itself, as the host has it now.
+        w.host.storedWells[0].markers[0].depth = 2000;
+        w.clickBox(markersBranch(w.well(0))->child(0));
+        QCOMPARE(w.host.markerReads, 3);
+    }
+
+    void markersThatCannotBeReadAreOneBox()
+    {
+        Window w;
+        w.addWell("A", list("Top Middle Base"));
+        w.open();
+        w.clickBox(w.well(0));
+        w.host.storedWells[0].isUnreadable = true;
+        w.clickBox(markersBranch(w.well(0)));
+        QCOMPARE(w.host.errors, QStringList{QStringLiteral("Cannot get data for the selected well\nA")});
+    }
+
+    void logsThatCannotBeReadAreNamedInOneBox()
+    {
+        Window w;
+        const QString key = w.addWell("A");
+        w.host.find(key)->logs.append({QStringLiteral("RHOB"), QStringLiteral("g/cc"), {100, 200}, {2, 3}});
+        w.open();
+        files::write(w.project.path(QStringLiteral("/DefaultLogs/A.txt")), "A\nGamma|GR\nDensity|RHOB\n");
+        w.host.logsFail = true;
+        w.clickBox(w.well(0));
+        QCOMPARE(w.host.errors.size(), 1);
+        const QString text = w.host.errors.first();
+        QVERIFY2(text.startsWith(QStringLiteral("Cannot get data for the selected well\nA: ")), qPrintable(text));
+        QVERIFY(text.contains(QStringLiteral("GR")) && text.contains(QStringLiteral("RHOB")));
+        QCOMPARE(w.tabs->count(), 1);
+    }
+
+    void aWellThatCannotBeReadIsOneBox()
+    {
+        Window w;
+        w.addWell("A");
+        w.open();
+        w.host.storedWells[0].isUnreadable = true;
+        w.clickBox(w.well(0));
+        QCOMPARE(w.host.errors, QStringList{QStringLiteral("Cannot get data for this well : A")});
+        QCOMPARE(w.tabs->count(), 1);
+    }
+
+    void markersThatADisplayDropsAreUnchecked()
+    {
+        Window w;
+        w.addWell("A", list("Top Base"));
+        w.open();
+        w.clickBox(w.well(0));
+        w.clickBox(markersBranch(w.well(0)));
+        emit w.view->display(0)->markersDropped(QStringLiteral("A"), list("Base"));
+        QCOMPARE(markersBranch(w.well(0))->child(0)->checkState(0), Qt::Checked);
+        QCOMPARE(markersBranch(w.well(0))->child(1)->checkState(0), Qt::Unchecked);
+    }
+
+    void newsOfMarkersReachTheirWellAmongWellsOfOneName()
+    {
+        Window w;
+        w.addWell("A", list("Top"));
+        const QString key = w.addWell("A", list("Base"));
+        w.open();
+        w.host.find(key)->markers.append({QStringLiteral("New"), 900, Qt::red});
+        w.project.launch->catalogue.refreshMarkerNames(1);
+        w.window->markersChanged(1);
+        QCOMPARE(markersBranch(w.well(0))->childCount(), 1);
+        QCOMPARE(markersBranch(w.well(1))->childCount(), 2);
+        w.host.find(key)->logs.append({QStringLiteral("DT"), QStringLiteral("us/ft"), {1, 2}, {3, 4}});
+        w.project.launch->catalogue.refreshLogNames(1);
+        w.tree->synchroniseLogs(1);
+        QCOMPARE(logsBranch(w.well(0))->childCount(), 1);
+        QCOMPARE(logsBranch(w.well(1))->childCount(), 2);
+    }
+
+    void namesKeepTheirAmpersand()
+    {
+        Window w;
+        w.addWell("B&C");
+        w.open();
+        w.clickBox(w.well(0));
+        QCOMPARE(w.tabTexts(), list("B&&C:Default")); // as a tab writes "&"
+        QCOMPARE(w.view->display(0)->windowTitle(), QString("B&C"));
+        QCOMPARE(w.view->displayedWells(), list("B&C"));
+        w.view->tabClose(0);
+        QCOMPARE(w.well(0)->checkState(0), Qt::Unchecked);
+    }
+};
+
+LORVA_TEST_MAIN(tst_treeanddisplays)
+#include "tst_treeanddisplays.moc"
