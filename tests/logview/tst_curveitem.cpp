@@ -6,6 +6,7 @@
 #include "logview/geometry/displaystyle.h"
 #include "logview/pointitem.h"
 #include "logview/trackitempropertywidget.h"
+#include "penrecorder.h"
 #include "support/testmain.h"
 
 #include <QColorDialog>
@@ -89,6 +90,7 @@ private slots:
     void cancelledColours();
     void calibrationPoints();
     void pointsAreDrawn();
+    void capsAndJoins();
     void gradientBox();
     void badLogs_data();
     void badLogs();
@@ -521,6 +523,25 @@ void tst_curveitem::pointsAreDrawn()
     QGraphicsRectItem parent;
     const auto *child = new PointItem(Qt::black, 2, 1, &parent);
     QCOMPARE(child->parentItem(), &parent);
+}
+
+void tst_curveitem::capsAndJoins()
+{
+    const auto pen = [](const QColor &color, int width, Qt::PenCapStyle cap, Qt::PenJoinStyle join) {
+        return QPen(QBrush(color), width, Qt::SolidLine, cap, join);
+    };
+    for (const int shapeCode : {1, 2}) {
+        QGraphicsScene scene;
+        scene.addItem(new PointItem(QColor(255, 0, 0), 6, shapeCode));
+        QCOMPARE(PenRecorder::recordScene(scene, QRect(-10, -10, 20, 20)),
+                 QVector<QPen>{pen(QColor(255, 0, 0), 6, Qt::SquareCap, Qt::BevelJoin)});
+    }
+    CurveFixture f;
+    f.addLog(QStringLiteral("GR"), {0, 1000}, {75, 75});
+    f.showLinear(line("GR", "0 | 150", "0,#ffffff|0,#ffffff|None | None", "0 | 1"));
+    const QVector<QPen> pens = PenRecorder::recordScene(*f.scene(), QRect(-10, 0, 300, 300));
+    QVERIFY(pens.contains(pen(QColor(0, 0, 255), 2, Qt::RoundCap, Qt::RoundJoin))); // the line
+    QVERIFY(pens.contains(pen(Qt::black, 2, Qt::SquareCap, Qt::BevelJoin))); // the track's outline
 }
 
 void tst_curveitem::gradientBox()
