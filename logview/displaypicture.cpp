@@ -1,5 +1,6 @@
 #include "logview/displaypicture.h"
 
+#include "logview/headerpane.h"
 #include "logview/tiffwriter.h"
 
 #include <QGraphicsScene>
@@ -38,7 +39,7 @@ DisplayPicture::DisplayPicture(QGraphicsScene &headerScene, QGraphicsScene &logS
     : m_headerScene(headerScene)
     , m_logScene(logScene)
     , m_fullWidth(static_cast<qint64>(logScene.sceneRect().width()))
-    , m_headerHeight(static_cast<qint64>(std::ceil(headerScene.itemsBoundingRect().height())))
+    , m_headerHeight(static_cast<qint64>(std::ceil(logview::headerArea(headerScene).height())))
     , m_fullHeight(m_headerHeight + static_cast<qint64>(logScene.sceneRect().height()))
     , m_size(pictureSize(m_fullWidth, m_fullHeight))
 {
@@ -65,7 +66,7 @@ QImage DisplayPicture::tile(const QRect &area) const
         scene.render(&painter, target, part.translated(source.left(), source.top() - pictureTop),
                      Qt::IgnoreAspectRatio);
     };
-    const QRectF header(0, std::floor(m_headerScene.itemsBoundingRect().top()), static_cast<double>(m_fullWidth),
+    const QRectF header(0, std::floor(logview::headerArea(m_headerScene).top()), static_cast<double>(m_fullWidth),
                         static_cast<double>(m_headerHeight));
     render(m_headerScene, header, 0);
     render(m_logScene, m_logScene.sceneRect(), static_cast<double>(m_headerHeight));

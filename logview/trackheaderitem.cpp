@@ -8,6 +8,8 @@
 #include <QGraphicsSceneMouseEvent>
 #include <QPainter>
 
+#include <algorithm>
+
 TrackHeaderItem::TrackHeaderItem(TrackItem *track)
     : m_track(track)
 {
@@ -40,9 +42,29 @@ void TrackHeaderItem::forgetCurve(CurveHeaderItem *header)
         m_curveHeaders.at(i)->setPos(0, CurveHeaderItem::height * i);
 }
 
+int TrackHeaderItem::frameCount() const
+{
+    const QList<QGraphicsItem *> curves = childItems();
+    const auto shown =
+        std::count_if(curves.begin(), curves.end(), [](const QGraphicsItem *curve) { return curve->isVisible(); });
+    return std::max(static_cast<int>(shown), 1);
+}
+
+double TrackHeaderItem::contentHeight() const
+{
+    return frameCount() * headerHeight;
+}
+
+void TrackHeaderItem::setBorderHeight(double heightPx)
+{
+    prepareGeometryChange();
+    m_borderHeight = heightPx;
+}
+
 QRectF TrackHeaderItem::boundingRect() const
 {
-    return QRectF(0, 0, static_cast<double>(m_width), headerHeight).adjusted(-1, -1, 1, 1);
+    const double height = std::max(m_borderHeight, contentHeight());
+    return QRectF(0, 0, static_cast<double>(m_width), height).adjusted(-1, -1, 1, 1);
 }
 
 void TrackHeaderItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
@@ -50,7 +72,10 @@ void TrackHeaderItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *,
     const double width = static_cast<double>(m_width);
     painter->setBrush(m_track->isSelected() ? logview::highlightColor() : logview::backgroundColor());
     painter->setPen(Qt::black);
-    painter->drawRect(QRectF(0, 0, width, headerHeight));
+    for (int i = 0; i < frameCount(); ++i)
+        painter->drawRect(QRectF(0, i * headerHeight, width, headerHeight));
+    for (const double x : {0.0, width})
+        painter->drawLine(QPointF(x, 0), QPointF(x, std::max(m_borderHeight, contentHeight())));
     if (m_track->trackType() != DepthTrack)
         return;
     QFont font = logview::timesFont();

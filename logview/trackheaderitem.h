@@ -13,7 +13,8 @@ class TrackHeaderItem : public QGraphicsObject
     Q_OBJECT
 
 public:
-    static constexpr double headerHeight = 45.0;
+    enum { Type = UserType + 4 };
+    static constexpr double headerHeight = 45.0; ///< of each header of the track
 
     /// Goes with \a track, or earlier with the scene it is shown in.
     explicit TrackHeaderItem(TrackItem *track);
@@ -22,6 +23,12 @@ public:
     /// Top to bottom, in the order of the track's curves. Owned by the header as its children.
     const QVector<CurveHeaderItem *> &curveHeaders() const { return m_curveHeaders; }
     float width() const { return m_width; }
+    int type() const override { return Type; }
+
+    /// The height of the headers that the track shows: those of its curves, or its own.
+    double contentHeight() const;
+    /// How far the borders of the track run down; never less than the headers.
+    void setBorderHeight(double heightPx);
 
     QRectF boundingRect() const override;
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
@@ -40,8 +47,10 @@ protected:
 private:
     void showTrack();
     void forgetCurve(CurveHeaderItem *header);
+    int frameCount() const;
 
     TrackItem *m_track;
     QVector<CurveHeaderItem *> m_curveHeaders;
     float m_width = 0;
+    double m_borderHeight = 0;
 };

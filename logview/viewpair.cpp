@@ -1,16 +1,18 @@
 #include "logview/viewpair.h"
 
+#include "logview/headerpane.h"
 #include "logview/paperview.h"
 
 #include <QScrollBar>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
 constexpr int markerNameMargin = 60; // pixels left of the tracks, for the names of markers
-constexpr int smallestHeaderHeight = 70;
 constexpr int headerHeightAlwaysShown = 20 + 4 * 45;
+constexpr int leastLogHeight = 200;
 
 QRectF withMargin(const QRectF &sceneRect)
 {
@@ -48,16 +50,33 @@ void ViewPair::showScenes()
     QScrollBar *bar = m_logView->verticalScrollBar();
     const double place = bar->maximum() > 0 ? bar->value() / static_cast<double>(bar->maximum()) : 0;
     m_logView->showRect(withMargin(m_logView->scene()->sceneRect()));
-    m_headerView->setSceneRect(withMargin(m_headerView->scene()->sceneRect()));
     bar->setValue(static_cast<int>(place * bar->maximum()));
     fitHeaderHeight();
 }
 
-// The headers get the room they need and the tracks all the rest, also when the window grows or is small.
+// The headers get the room they need and the tracks all the rest, also when the window grows or is small. There is
+// nothing to scroll to below the headers.
 void ViewPair::fitHeaderHeight()
 {
-    const int needed =
-        static_cast<int>(m_headerView->scene()->itemsBoundingRect().height()) + 2 * m_headerView->frameWidth();
-    m_headerView->setMaximumHeight(std::max(needed, smallestHeaderHeight));
-    m_headerView->setMinimumHeight(std::clamp(needed, smallestHeaderHeight, headerHeightAlwaysShown));
+    const QGraphicsScene &headers = *m_headerView->scene();
+    logview::alignHeaders(headers);
+    const QRectF area = logview::headerArea(headers);
+    m_headerView->setSceneRect(withMargin(QRectF(0, area.top(), headers.sceneRect().width(), area.height())));
+    const int needed = static_cast<int>(std::ceil(area.height())) + 2 * m_headerView->frameWidth();
+    m_headerView->setMaximumHeight(needed);
+    m_headerView->setMinimumHeight(std::min(needed, headerHeightAlwaysShown));
+    shareHeight();
+}
+
+void ViewPair::shareHeight()
+{
+    const int most = std::max(height() - leastLogHeight, headerHeightAlwaysShown);
+    const int header = std::min(m_headerView->maximumHeight(), most);
+    setSizes({header, height() - header});
+}
+
+void ViewPair::resizeEvent(QResizeEvent *event)
+{
+    QSplitter::resizeEvent(event);
+    shareHeight();
 }

@@ -23,8 +23,12 @@ public:
     /// Shows both scenes as they are now. The part of the tracks that is looked at stays in sight.
     void showScenes();
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     void fitHeaderHeight();
+    void shareHeight();
 
     PaperView *m_headerView;
     PaperView *m_logView;

@@ -191,7 +191,7 @@ void tst_welldisplaywidget::startsAtTheTop()
         for (const QGraphicsView *view : {display->headerView(), static_cast<QGraphicsView *>(display->logView())}) {
             QCOMPARE(view->verticalScrollBar()->value(), view->verticalScrollBar()->minimum());
             QCOMPARE(view->horizontalScrollBar()->value(), view->horizontalScrollBar()->minimum());
-            QVERIFY(view->verticalScrollBar()->maximum() > 0);
+            QVERIFY(view == display->headerView() || view->verticalScrollBar()->maximum() > 0);
         }
     }
 }
