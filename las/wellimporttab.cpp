@@ -20,7 +20,7 @@
 
 namespace {
 
-const QColor takenColor(200, 30, 30);
+const QColor takenColor(Qt::red);
 // Combo boxes cost the square of their number; those of further rows are made when they come into view.
 constexpr int rowsWithBox = 300;
 

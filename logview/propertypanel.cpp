@@ -38,6 +38,8 @@ void PropertyPanel::addRow(const QString &label, QWidget *field, const QString &
 {
     const int row = m_grid->rowCount();
     field->setObjectName(name);
+    if (auto *text = qobject_cast<QLabel *>(field))
+        text->setTextFormat(Qt::PlainText); // names from data may look like markup
     auto *caption = new QLabel(label);
     caption->setBuddy(field);
     m_grid->addWidget(caption, row, 0);

@@ -104,7 +104,7 @@ public:
         for (int column = 0; column < 4; ++column) {
             const QTableWidgetItem *item = table(index)->item(row, column);
             const QColor back = item->background().color();
-            const bool red = item->background().style() != Qt::NoBrush && back.red() > 150 && back.green() < 80;
+            const bool red = item->background().style() != Qt::NoBrush && back == QColor(Qt::red);
             if (!red || item->foreground().color() != Qt::white)
                 return false;
         }
