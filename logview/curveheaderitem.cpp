@@ -8,11 +8,23 @@
 #include <QGraphicsSceneMouseEvent>
 #include <QPainter>
 
+namespace {
+
+// Names from data may look like markup.
+QString plainToolTip(const QString &text)
+{
+    return Qt::mightBeRichText(text) ? QStringLiteral("<span>%1</span>").arg(text.toHtmlEscaped()) : text;
+}
+
+} // namespace
+
 CurveHeaderItem::CurveHeaderItem(CurveItem *curve, QGraphicsItem *trackHeader)
     : QGraphicsObject(trackHeader)
     , m_curve(curve)
 {
     setFlag(ItemIsSelectable);
+    if (curve->isLogMissing())
+        setToolTip(plainToolTip(QStringLiteral("No such log in %1").arg(curve->wellName())));
     showCurve();
     connect(curve, &CurveItem::changed, this, &CurveHeaderItem::showCurve);
 }
@@ -42,13 +54,17 @@ void CurveHeaderItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *,
 
     QFont font = logview::timesFont();
     painter->setFont(font);
-    painter->setPen(Qt::black);
+    const QColor textColor = m_curve->isLogMissing() ? Qt::gray : Qt::black;
+    painter->setPen(textColor);
     painter->drawText(QRectF(5, 1, m_width - 10, 20), Qt::AlignCenter, m_curve->curveName());
-    painter->setPen(m_curve->currentPen());
+    QPen linePen = m_curve->currentPen();
+    if (m_curve->isLogMissing() && !m_curve->isSelected())
+        linePen.setColor(textColor);
+    painter->setPen(linePen);
     painter->drawLine(QPointF(5, 22), QPointF(m_width - 5, 22));
 
     const int third = logview::toInt((m_width - 10) / 3);
-    painter->setPen(Qt::black);
+    painter->setPen(textColor);
     painter->drawText(QRectF(5, 23, third, 20), Qt::AlignLeft | Qt::AlignVCenter,
                       QString::number(static_cast<double>(m_curve->scale().minimum)));
     if (painter->fontMetrics().horizontalAdvance(m_curve->unit()) > third) {

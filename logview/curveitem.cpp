@@ -48,6 +48,7 @@ CurveItem::CurveItem(const TrackInfo &definition, const TemplateCurveInfo &line,
     const DisplayedLog log = m_well->log(line.curve);
     m_samples = log.samples;
     m_unit = log.unit;
+    m_isLogMissing = log.isMissing;
     readFill(definition);
     if (line.isCalibrationShown)
         m_calibration = m_well->calibration(m_line.group);

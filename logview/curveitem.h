@@ -60,6 +60,8 @@ public:
     void setCurveName(const QString &name);
     const QString &groupName() const { return m_line.group; }
     const QString &unit() const { return m_unit; }
+    /// Whether the well has no log of the name that the curve was made with.
+    bool isLogMissing() const { return m_isLogMissing; }
     const logview::CurveSamples &samples() const { return m_samples; }
     const logview::ValueScale &scale() const { return m_scale; }
 
@@ -106,6 +108,7 @@ private:
     logview::TrackGeometry m_geometry;
     TemplateCurveInfo m_line;
     QString m_unit;
+    bool m_isLogMissing = false;
     logview::CurveSamples m_samples;
     logview::ValueScale m_scale;
     QPen m_pen;

@@ -78,13 +78,16 @@ void TrackHeaderItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *,
         painter->drawLine(QPointF(x, 0), QPointF(x, std::max(m_borderHeight, contentHeight())));
     if (m_track->trackType() != DepthTrack)
         return;
-    QFont font = logview::timesFont();
-    painter->setFont(font);
-    painter->drawText(QRectF(5, 1, width - 10, 20), Qt::AlignCenter, m_track->depthTypeText());
-    font.setPointSize(8);
-    painter->setFont(font);
-    painter->drawText(QRectF(5, 21, width - 10, 20), Qt::AlignCenter,
-                      QStringLiteral("1:") + QString::number(static_cast<double>(m_track->scale()), 'g', 7));
+    const QRectF typeArea(5, 1, width - 10, 20);
+    const QString type = m_track->depthTypeText();
+    painter->setFont(logview::fittedFont(logview::timesFont(), type, typeArea.width(), painter->device()));
+    painter->drawText(typeArea, Qt::AlignCenter, type);
+    const QRectF scaleArea(0, 21, width, 20);
+    const QString scale = QStringLiteral("1:") + QString::number(static_cast<double>(m_track->scale()), 'g', 7);
+    QFont scaleFont = logview::timesFont();
+    scaleFont.setPointSize(8);
+    painter->setFont(logview::fittedFont(scaleFont, scale, scaleArea.width(), painter->device()));
+    painter->drawText(scaleArea, Qt::AlignCenter, scale);
 }
 
 QVariant TrackHeaderItem::itemChange(GraphicsItemChange change, const QVariant &value)

@@ -210,32 +210,63 @@ void TrackItem::paintDepths(QPainter *painter, const QRect &visible) const
         painter->drawLine(logview::leftTick(tick));
         painter->drawLine(logview::rightTick(tick, m_width));
     }
-    const QFontMetrics metrics = painter->fontMetrics();
-    const int reach = metrics.height();
-    for (const logview::DepthTick &label :
-         logview::depthLabels(m_axis, m_scale, visible.top() - reach, visible.bottom() + reach)) {
-        const QString text = logview::labelText(label);
-        painter->drawText(logview::labelPosition(label, m_width, metrics.horizontalAdvance(text), metrics.height()),
-                          text);
-    }
+    for (const DepthLabel &label : depthLabels(*painter, visible.top(), visible.bottom()))
+        painter->drawText(label.place, label.text);
 }
 
+QVector<TrackItem::DepthLabel> TrackItem::depthLabels(const QPainter &painter, double topY, double bottomY) const
+{
+    constexpr int sideMargin = 2;
+    const QFontMetrics metrics = painter.fontMetrics();
+    const int reach = metrics.height();
+    QVector<DepthLabel> labels;
+    for (const logview::DepthTick &tick :
+         logview::depthLabels(m_axis, m_scale, logview::toInt(topY) - reach, logview::toInt(bottomY) + reach)) {
+        const QString text = logview::labelText(tick);
+        const int textWidth = metrics.horizontalAdvance(text);
+        const QPoint place = logview::labelPosition(tick, m_width, textWidth, metrics.height());
+        labels.append({text, place,
+                       QRectF(place.x() - sideMargin, place.y() - metrics.ascent(), textWidth + 2 * sideMargin,
+                              metrics.height())});
+    }
+    return labels;
+}
+
+// Depths under a zone stay to be read, on white; the label of the zone gives way to them.
 void TrackItem::paintPerforations(QPainter *painter, const QRect &visible) const
 {
-    const QFontMetricsF metrics(painter->font());
-    for (const logview::ZoneGeometry &zone :
-         logview::zoneGeometry(m_perforations, m_axis, m_reference, m_width, visible.top(), visible.bottom())) {
+    const QFont font = painter->font();
+    const int reach = painter->fontMetrics().height();
+    const QVector<logview::ZoneGeometry> zones = logview::zoneGeometry(
+        m_perforations, m_axis, m_reference, m_width, visible.top() - reach, visible.bottom() + reach);
+    painter->setPen(Qt::black);
+    painter->setBrush(Qt::NoBrush);
+    for (const logview::ZoneGeometry &zone : zones) {
         if (zone.colors.left.isValid()) {
             painter->fillRect(zone.left, zone.colors.left);
             painter->fillRect(zone.right, zone.colors.right);
         }
-        painter->setPen(Qt::black);
-        painter->setBrush(Qt::NoBrush);
         painter->drawRect(zone.outline());
-        const QRectF label =
-            logview::labelRect(zone, QSizeF(metrics.horizontalAdvance(zone.label), metrics.height()));
-        if (!label.isEmpty())
-            painter->drawText(label, Qt::AlignCenter, zone.label);
+    }
+    for (const DepthLabel &label : depthLabels(*painter, visible.top(), visible.bottom())) {
+        const bool isCovered = std::any_of(zones.begin(), zones.end(), [&label](const logview::ZoneGeometry &zone) {
+            return zone.outline().intersects(label.box);
+        });
+        if (!isCovered)
+            continue;
+        painter->fillRect(label.box, logview::backgroundColor());
+        painter->drawText(label.place, label.text);
+    }
+    for (const logview::ZoneGeometry &zone : zones) {
+        const double middle = zone.outline().center().y();
+        QVector<QRectF> taken;
+        for (const DepthLabel &label : depthLabels(*painter, middle - 4 * reach, middle + 4 * reach))
+            taken.append(label.box);
+        const logview::ZoneLabel label = logview::zoneLabel(zone, font, painter->device(), taken);
+        painter->setFont(label.text.isEmpty() ? font : label.font);
+        painter->setPen(label.color);
+        painter->drawText(label.rect, Qt::AlignCenter, label.text);
+        painter->setFont(font);
     }
 }
 

@@ -93,6 +93,15 @@ private:
     void changeGeometry();
     void paintGrid(QPainter *painter, const QRect &visible) const;
     void paintDepths(QPainter *painter, const QRect &visible) const;
+    /// A depth as it is written on a depth track.
+    struct DepthLabel
+    {
+        QString text;
+        QPoint place; ///< left end of the baseline
+        QRectF box; ///< what it takes of the track
+    };
+    /// Those that reach into some rows, with the painter's font.
+    QVector<DepthLabel> depthLabels(const QPainter &painter, double topY, double bottomY) const;
     void paintPerforations(QPainter *painter, const QRect &visible) const;
 
     TrackInfo m_definition;

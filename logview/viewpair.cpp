@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int markerNameMargin = 60; // pixels left of the tracks, for the names of markers
+constexpr int markerNameMargin = 84; // pixels left of the tracks: a name of 80 on one line, and a little air
 constexpr int headerHeightAlwaysShown = 20 + 4 * 45;
 constexpr int leastLogHeight = 200;
 

@@ -34,8 +34,9 @@ DisplayedLog WellDisplayData::log(const QString &logName)
 {
     auto found = m_logs.find(logName);
     if (found == m_logs.end()) {
+        const bool isMissing = m_data.catalogue.logIndex(m_data.catalogue.indexOf(m_record.wellName), logName) < 0;
         const LogCurveData curve = readLog(logName);
-        found = m_logs.insert(logName, {logview::CurveSamples(curve), curve.unit});
+        found = m_logs.insert(logName, {logview::CurveSamples(curve), curve.unit, isMissing});
     }
     return *found;
 }
@@ -72,6 +73,17 @@ TrackInfo WellDisplayData::resolved(const TrackInfo &track)
         if (curve.curve == defaultCurveName())
             curve.curve = defaultLog(curve.group);
     return result;
+}
+
+QStringList WellDisplayData::groupsWithoutLog(const TrackInfo &resolvedTrack)
+{
+    QStringList groups;
+    if (resolvedTrack.type == DepthTrack)
+        return groups;
+    for (const TemplateCurveInfo &curve : resolvedTrack.curves)
+        if (curve.curve == defaultCurveName())
+            groups.append(curve.group);
+    return groups;
 }
 
 QString WellDisplayData::defaultLog(const QString &groupName)

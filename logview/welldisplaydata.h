@@ -18,6 +18,7 @@ struct DisplayedLog
 {
     logview::CurveSamples samples; ///< empty when the well has no such log
     QString unit;
+    bool isMissing = false; ///< the well has no log of this name
 };
 
 /// What the tracks of one display draw of one well. Each log, calibration file and colour bar is read when it is
@@ -42,6 +43,9 @@ public:
     /// The template's track with each "Default" curve replaced by the well's default log of its group; "Default"
     /// stays where there is none.
     TrackInfo resolved(const TrackInfo &track);
+
+    /// The groups of the lines of a resolved track that stayed "Default"; none of a depth track.
+    static QStringList groupsWithoutLog(const TrackInfo &resolvedTrack);
 
     /// Widths in pixels with which tracks begin: depth tracks half an inch, all others two inches of the screen on
     /// which the launch took place.

@@ -118,8 +118,11 @@ void WellDisplayWidget::buildTracks(const QString &templateName)
     if (well->initialTrackWidth(LinearTrack) <= 0)
         well->setDotsPerInch(logicalDpiX());
     m_scene->beginDisplay(well->record());
+    QStringList withoutLog;
     for (const TrackInfo &definition : loadTemplate(m_data.project, templateName, m_wellName)) {
-        auto *track = new TrackItem(well->resolved(definition), well, well->totalDepthM());
+        const TrackInfo resolved = well->resolved(definition);
+        withoutLog += WellDisplayData::groupsWithoutLog(resolved);
+        auto *track = new TrackItem(resolved, well, well->totalDepthM());
         track->setPerforationsShown(true);
         m_scene->addTrack(track);
         connect(track, &TrackItem::hovered, this, &WellDisplayWidget::setStatusLabel);
@@ -128,6 +131,10 @@ void WellDisplayWidget::buildTracks(const QString &templateName)
     m_unreadLogs = well->unreadLogs();
     if (m_scene->tracks().isEmpty())
         setStatusLabel(emptyDisplayText(m_data.project, templateName));
+    withoutLog.removeDuplicates();
+    if (!withoutLog.isEmpty())
+        setStatusLabel(QStringLiteral("No default log for %1 in %2: see Well Data Manager")
+                           .arg(withoutLog.join(QStringLiteral(", ")), m_wellName));
 }
 
 QGraphicsView *WellDisplayWidget::headerView() const

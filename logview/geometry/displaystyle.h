@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QFontMetricsF>
 #include <QPen>
 
 namespace logview {
@@ -21,6 +22,14 @@ inline QColor highlightColor()
 inline QFont timesFont()
 {
     return QFont(QString::fromLatin1("Times"));
+}
+
+/// The font with which a text is no wider than that on the device: the largest in whole points, no larger than given.
+inline QFont fittedFont(QFont font, const QString &text, double widthPx, QPaintDevice *device)
+{
+    while (font.pointSize() > 1 && QFontMetricsF(font, device).horizontalAdvance(text) > widthPx)
+        font.setPointSize(font.pointSize() - 1);
+    return font;
 }
 
 /// The pen of a selected curve or marker: as the normal one, 2 pixels wider, in a blue that shows on white and on the

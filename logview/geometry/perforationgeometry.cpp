@@ -1,5 +1,7 @@
 #include "logview/geometry/perforationgeometry.h"
 
+#include <QFontMetricsF>
+
 #include <algorithm>
 #include <cmath>
 
@@ -68,13 +70,66 @@ QVector<ZoneGeometry> zoneGeometry(const PerforationRecord &record, const DepthA
     return zones;
 }
 
-QRectF labelRect(const ZoneGeometry &zone, const QSizeF &textSize)
+namespace {
+
+constexpr int smallestLabelPoints = 5;
+
+// In two lines, where there is a blank or a hyphen.
+QString broken(QString label)
 {
-    const QRectF outline = zone.outline();
-    if (zone.label.isEmpty() || textSize.width() > outline.width() || textSize.height() > outline.height())
+    const int blank = label.indexOf(QLatin1Char(' '));
+    if (blank >= 0)
+        return label.replace(blank, 1, QLatin1Char('\n'));
+    const int hyphen = label.indexOf(QLatin1Char('-'));
+    return hyphen >= 0 ? label.insert(hyphen + 1, QLatin1Char('\n')) : label;
+}
+
+// The place nearest to the middle; an empty rectangle when there is none.
+QRectF freePlace(const QRectF &outline, const QSizeF &size, const QVector<QRectF> &taken)
+{
+    if (size.width() > outline.width() || size.height() > outline.height())
         return {};
-    return QRectF(outline.center().x() - textSize.width() / 2, outline.center().y() - textSize.height() / 2,
-                  textSize.width(), textSize.height());
+    const double middle = outline.center().y() - size.height() / 2;
+    QVector<double> tops{middle};
+    for (const QRectF &box : taken)
+        tops << box.bottom() << box.top() - size.height();
+    std::sort(tops.begin(), tops.end(),
+              [middle](double a, double b) { return std::abs(a - middle) < std::abs(b - middle); });
+    for (const double top : qAsConst(tops)) {
+        const QRectF place(QPointF(outline.center().x() - size.width() / 2, top), size);
+        const bool isFree =
+            std::none_of(taken.begin(), taken.end(), [&place](const QRectF &box) { return box.intersects(place); });
+        if (isFree && place.top() >= outline.top() && place.bottom() <= outline.bottom())
+            return place;
+    }
+    return {};
+}
+
+} // namespace
+
+ZoneLabel zoneLabel(const ZoneGeometry &zone, QFont font, QPaintDevice *device, const QVector<QRectF> &taken)
+{
+    ZoneLabel label;
+    const bool isBlack = zone.colors.left == QColor(Qt::black) && zone.colors.right == QColor(Qt::black);
+    label.color = isBlack ? Qt::white : Qt::black;
+    for (int points = font.pointSize(); points >= smallestLabelPoints && !zone.label.isEmpty(); --points) {
+        font.setPointSize(points);
+        const QFontMetricsF metrics(font, device);
+        for (const QString &text : {zone.label, broken(zone.label)}) {
+            QSizeF size(0, 0);
+            for (const QString &line : text.split(QLatin1Char('\n')))
+                size = QSizeF(std::max(size.width(), metrics.horizontalAdvance(line)),
+                              size.height() + metrics.lineSpacing());
+            const QRectF place = freePlace(zone.outline(), size, taken);
+            if (place.isEmpty())
+                continue;
+            label.text = text;
+            label.font = font;
+            label.rect = place;
+            return label;
+        }
+    }
+    return label;
 }
 
 } // namespace logview

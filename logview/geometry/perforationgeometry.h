@@ -4,9 +4,13 @@
 #include "logview/geometry/depthaxis.h"
 
 #include <QColor>
+#include <QFont>
 #include <QRectF>
-#include <QSizeF>
 #include <QVector>
+
+QT_BEGIN_NAMESPACE
+class QPaintDevice;
+QT_END_NAMESPACE
 
 namespace logview {
 
@@ -34,7 +38,16 @@ struct ZoneGeometry
 QVector<ZoneGeometry> zoneGeometry(const PerforationRecord &record, const DepthAxis &axis,
                                    const DepthReference &reference, float trackWidth, double topY, double bottomY);
 
-/// Where the label of a zone is drawn, centred in the zone; an empty rectangle when the text does not fit.
-QRectF labelRect(const ZoneGeometry &zone, const QSizeF &textSize);
+/// The label of a zone as it is drawn, centred in its rectangle.
+struct ZoneLabel
+{
+    QString text; ///< one line, or two; empty when nothing fits
+    QFont font;
+    QColor color; ///< white in a black zone
+    QRectF rect;
+};
+/// The label of a zone in the largest font of at most the size of \a font with which it fits into the zone beside what
+/// is \a taken: on one line, or broken after a blank or hyphen; in the middle, or as near to it as there is room.
+ZoneLabel zoneLabel(const ZoneGeometry &zone, QFont font, QPaintDevice *device, const QVector<QRectF> &taken);
 
 } // namespace logview

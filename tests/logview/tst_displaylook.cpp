@@ -33,7 +33,7 @@ struct LookFixture : DisplayFixture
     }
     void setTrackType(int trackNumber, const char *type) const
     {
-        QMetaObject::invokeMethod(track(trackNumber)->panel(), "trackTypeChanged",
+        QMetaObject::invokeMethod(panelOf(track(trackNumber)), "trackTypeChanged",
                                   Q_ARG(QString, QString::fromLatin1(type)));
     }
 };
@@ -121,12 +121,12 @@ void tst_displaylook::headersThatDoNotFitScroll()
     f.display->resize(800, 500);
     const QGraphicsView *headers = f.display->headerView();
     const QGraphicsView *log = f.display->logView();
-    QTRY_COMPARE(log->height(), log->minimumSizeHint().height()); // all there is goes to the headers
-    QVERIFY(headers->viewport()->height() > 300);
+    QTRY_VERIFY(headers->height() >= 200 && log->height() >= 200); // both can be used
+
     QCOMPARE(f.headerBar()->maximum(), needed - 1 - headers->viewport()->height());
     f.display->resize(800, 1300);
     QTRY_COMPARE(headers->viewport()->height(), needed);
-    QCOMPARE(f.headerBar()->maximum(), -1);
+    QCOMPARE(f.headerBar()->maximum(), 0);
 }
 
 void tst_displaylook::hiddenHeadersDoNotCount()

@@ -105,9 +105,9 @@ void tst_markeritem::namesStandLeftOfTheTracks()
     QVERIFY(wrapped.isDrawn(QRect(-50, -10, 50, 12)));
     QVERIFY(wrapped.isDrawn(QRect(-50, 3, 48, 20))); // a second line
     QVERIFY(!wrapped.isDrawn(QRect(-120, -10, 68, 40)));
-    // The view shows 60 pixels left of the tracks.
-    QCOMPARE(f.display->logView()->sceneRect().left(), -60.0);
-    QCOMPARE(f.display->headerView()->sceneRect().left(), -60.0);
+    // The view shows the whole of a name of 80 pixels.
+    QCOMPARE(f.display->logView()->sceneRect().left(), -84.0);
+    QCOMPARE(f.display->headerView()->sceneRect().left(), -84.0);
     QCOMPARE(f.scene()->sceneRect().left(), 0.0);
 }
 

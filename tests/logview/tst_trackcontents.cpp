@@ -1,6 +1,7 @@
 #include "base/colorbar.h"
 #include "logview/geometry/calibrationplacement.h"
 #include "logview/geometry/perforationgeometry.h"
+#include "support/testmain.h"
 
 #include "datastore/curvegroups.h"
 #include "support/files.h"
@@ -87,10 +88,50 @@ private slots:
     {
         const ZoneGeometry zone =
             zoneGeometry(zonesOf({{100, 150, "Oil"}}), {0, 1000, 1000}, {}, 48, 0, 1000).first();
-        QCOMPARE(labelRect(zone, QSizeF(20, 10)), QRectF(14, 120, 20, 10));
-        QCOMPARE(labelRect(zone, QSizeF(48, 50)), QRectF(0, 100, 48, 50));
-        QVERIFY(labelRect(zone, QSizeF(48.5, 10)).isEmpty());
-        QVERIFY(labelRect(zone, QSizeF(20, 50.5)).isEmpty());
+        QFont font(QStringLiteral("Times"));
+        font.setPointSize(8);
+        const ZoneLabel label = zoneLabel(zone, font, nullptr, {});
+        QCOMPARE(label.text, QString("Oil"));
+        QCOMPARE(label.font, font);
+        QCOMPARE(label.color, QColor(Qt::black));
+        QCOMPARE(label.rect.center(), QPointF(24, 125));
+        QVERIFY(label.rect.height() > 8 && label.rect.width() > 8);
+        // Away from what is taken, as near to the middle as there is room.
+        const double height = label.rect.height();
+        QCOMPARE(zoneLabel(zone, font, nullptr, {QRectF(0, 115, 48, 12)}).rect.top(), 127.0);
+        QCOMPARE(zoneLabel(zone, font, nullptr, {QRectF(0, 123, 48, 12)}).rect.bottom(), 123.0);
+        QCOMPARE(zoneLabel(zone, font, nullptr, {QRectF(0, 123, 48, 12), QRectF(0, 100, 48, 15)}).rect.top(), 135.0);
+        QVERIFY(zoneLabel(zone, font, nullptr, {QRectF(0, 100, 48, 50)}).text.isEmpty());
+        QVERIFY(height < 50);
+    }
+
+    void labelsBreakOrShrink()
+    {
+        QFont font(QStringLiteral("Times"));
+        font.setPointSize(8);
+        const QFontMetricsF metrics(font);
+        const auto label = [&](const char *type, double width, double height) {
+            ZoneGeometry zone;
+            zone.left = QRectF(0, 0, width / 2, height);
+            zone.right = QRectF(width / 2, 0, width / 2, height);
+            zone.label = QString::fromLatin1(type);
+            zone.colors = zoneColors(zone.label);
+            return zoneLabel(zone, font, nullptr, {});
+        };
+        const double whole = metrics.horizontalAdvance(QStringLiteral("Not Tested"));
+        QCOMPARE(label("Not Tested", whole, 100).text, QString("Not Tested"));
+        QCOMPARE(label("Not Tested", whole - 0.5, 100).text, QString("Not\nTested"));
+        QCOMPARE(label("Not Tested", whole - 0.5, 100).font.pointSize(), 8);
+        QCOMPARE(label("Not Tested", whole - 0.5, 100).color, QColor(Qt::white));
+        QCOMPARE(label("Oil-Water", 30, 100).text, QString("Oil-\nWater"));
+        QCOMPARE(label("Oil-Water", 30, 100).color, QColor(Qt::black));
+        const ZoneLabel low = label("Oil-Water", 40, 11); // no room for a second line
+        QCOMPARE(low.text, QString("Oil-Water"));
+        QVERIFY(low.font.pointSize() < 8 && low.font.pointSize() >= 5);
+        QVERIFY(label("Water", 20, 100).font.pointSize() < 8); // nothing to break at
+        QVERIFY(label("Water", 5, 100).text.isEmpty());
+        QVERIFY(label("Water", 100, 5).text.isEmpty());
+        QVERIFY(label("", 100, 100).text.isEmpty());
     }
 
     void calibrationPointsAreLinearAndTruncated()
@@ -217,5 +258,5 @@ private:
     }
 };
 
-QTEST_GUILESS_MAIN(tst_trackcontents)
+LORVA_TEST_MAIN(tst_trackcontents)
 #include "tst_trackcontents.moc"

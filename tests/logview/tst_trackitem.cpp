@@ -183,7 +183,7 @@ void tst_trackitem::perforationZones()
     };
     QVERIFY(dark(340, 360));
     QVERIFY(!dark(301, 340));
-    QCOMPARE(f.pixel(192 + 20, static_cast<int>(f.track(1)->axis().toPixel(300))), QColor(Qt::black));
+    QCOMPARE(f.pixel(192 + 6, static_cast<int>(f.track(1)->axis().toPixel(300))), QColor(Qt::black));
     f.track(1)->setPerforationsShown(false);
     QCOMPARE(color(6, 120), QColor(Qt::white));
     f.track(0)->setPerforationsShown(true); // no depth track
