@@ -333,7 +333,7 @@ void TestWellImport::maximumDepthFollowsTheWell()
 void TestWellImport::aFileMayEndAtTheTotalDepth()
 {
     las::ImportTab tab;
-    tab.well = 0;
+    tab.wellKey = text("1");
     tab.wellName = text("A");
     tab.wellMaximumDepth = static_cast<double>(1670.1f);
     tab.startDepth = 1670.1;
