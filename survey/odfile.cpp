@@ -8,7 +8,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <ctime>
 #include <fcntl.h>
 #include <limits>
 #include <sys/stat.h>
@@ -19,26 +18,6 @@ namespace workbench {
 namespace {
 
 constexpr char lineEndInValue[] = "#-NL-#";
-
-qint64 nanoseconds(const timespec &time)
-{
-    return time.tv_sec * 1000000000LL + time.tv_nsec;
-}
-
-FileState stateOf(const struct stat &info)
-{
-    constexpr qint64 longestStepNs = 100000000;
-    FileState state;
-    state.inode = info.st_ino;
-    state.size = info.st_size;
-    state.modifiedNs = nanoseconds(info.st_mtim);
-    state.changedNs = nanoseconds(info.st_ctim);
-    timespec now{};
-    ::clock_gettime(CLOCK_REALTIME, &now);
-    state.isSettled =
-        nanoseconds(now) - state.changedNs > longestStepNs && nanoseconds(now) - state.modifiedNs > longestStepNs;
-    return state;
-}
 
 // The separator is the first ":" that no backslash escapes.
 int separatorOf(const QByteArray &line)
@@ -189,13 +168,6 @@ QByteArray odFileHeader(const QByteArray &type)
     return "dTect V6.6\n" + type + '\n' + odFileDate() + "\n!\n";
 }
 
-FileState fileState(const QString &path)
-{
-    struct stat info
-    { };
-    return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? stateOf(info) : FileState{};
-}
-
 QString readErrorText(const QString &path, int errorCode)
 {
     return QStringLiteral("Cannot read the file %1: %2.").arg(path, QString::fromLocal8Bit(std::strerror(errorCode)));
@@ -224,7 +196,7 @@ InputFile::InputFile(const QString &path)
     else if (!S_ISREG(info.st_mode))
         m_errorCode = S_ISDIR(info.st_mode) ? EISDIR : EINVAL;
     else
-        m_state = stateOf(info);
+        m_state = base::stateOf(info);
 }
 
 InputFile::~InputFile()

@@ -20,6 +20,8 @@ public:
 
     /// Watches every well that the host has in memory now.
     void attach();
+    /// The same news of a well that the host has not in memory.
+    void tell(const QString &wellKey) const { m_changed(wellKey); }
 
 private:
     void markersChanged(CallBacker *well);

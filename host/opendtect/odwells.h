@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/opendtect/markerwatch.h"
+#include "host/opendtect/wellstore.h"
 #include "host/wells.h"
 
 namespace opendtect {
@@ -25,8 +26,11 @@ public:
 
     /// To be called when the host may have loaded wells.
     void watchLoadedWells() { m_watch.attach(); }
+    /// To be called when another survey is current, and before the host ends.
+    void forget() { m_store.forget(); }
 
 private:
+    WellStore m_store;
     MarkerWatch m_watch;
 };
 

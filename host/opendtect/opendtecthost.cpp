@@ -6,8 +6,15 @@
 namespace opendtect {
 
 OpendTectHost::OpendTectHost(uiMainWin *window, uiMenu *menu)
-    : m_survey([this] { m_listeners.tell([](host::Listener &listener) { listener.surveyChanged(); }); },
-               [this] { m_listeners.tell([](host::Listener &listener) { listener.hostClosing(); }); })
+    : m_survey(
+        [this] {
+            m_wells.forget();
+            m_listeners.tell([](host::Listener &listener) { listener.surveyChanged(); });
+        },
+        [this] {
+            m_listeners.tell([](host::Listener &listener) { listener.hostClosing(); });
+            m_wells.forget();
+        })
     , m_shell(window, menu)
     , m_wells([this](const QString &key) {
         m_listeners.tell([&key](host::Listener &listener) { listener.markersChanged(key); });

@@ -1,20 +1,15 @@
 #include "host/opendtect/wellsreading.h"
 
 #include "host/feet.h"
-#include "host/opendtect/loadedwell.h"
 #include "host/opendtect/logloading.h"
 #include "host/opendtect/odtext.h"
+#include "host/opendtect/wellstore.h"
 
 #include <QFileInfo>
 #include <QMap>
 #include <QSet>
 
-#include <algorithm>
-
 #include <ascstream.h>
-#include <bufstringset.h>
-#include <iodir.h>
-#include <iodirentry.h>
 #include <ioman.h>
 #include <ioobj.h>
 #include <iopar.h>
@@ -26,18 +21,10 @@
 #include <wellmarker.h>
 #include <wellreader.h>
 #include <welltrack.h>
-#include <welltransl.h>
 
 namespace opendtect {
 
 namespace {
-
-QVector<float> samples(const float *first, int count)
-{
-    QVector<float> copy(count);
-    std::copy_n(first, count, copy.begin());
-    return copy;
-}
 
 // The names of all markers in a file by their numbers, also of those that the host passes over when it reads them.
 QMap<int, QString> storedMarkerNames(const QString &path)
@@ -58,6 +45,89 @@ QMap<int, QString> storedMarkerNames(const QString &path)
     return names;
 }
 
+host::WellHeader headerOf(const QString &name, const Well::Data &well)
+{
+    const Well::Info &info = well.info();
+    const Well::Track &track = well.track();
+    host::WellHeader header;
+    header.name = name;
+    header.x = info.surfacecoord.x;
+    header.y = info.surfacecoord.y;
+    header.kbElevation = track.getKbElev();
+    header.groundElevation = info.groundelev;
+    header.totalDepth = static_cast<double>(track.td());
+    header.typeCode = info.welltype_;
+    return isSurveyInFeet() ? host::feetToMetres(header) : header;
+}
+
+QVector<host::LogInfo> infosOf(const Well::LogSet &logs)
+{
+    QVector<host::LogInfo> infos;
+    for (int i = 0; i < logs.size(); ++i) {
+        const Well::Log &log = logs.getLog(i);
+        infos.append({toQString(log.name().buf()), toQString(log.unitMeasLabel())});
+    }
+    return infos;
+}
+
+host::LogData dataOf(const Well::Log &log)
+{
+    host::LogData data{toQString(log.name().buf()), toQString(log.unitMeasLabel()), {}, {}};
+    data.depths.reserve(log.size());
+    data.values.reserve(log.size());
+    for (int i = 0; i < log.size(); ++i) {
+        data.depths.append(log.dah(i));
+        data.values.append(log.value(i));
+    }
+    return data;
+}
+
+QString entryName(const IOObj &entry)
+{
+    return toQString(entry.name().buf());
+}
+
+host::Outcome<host::LogData> logInMemory(Well::Data &well, const QString &wellName, int index)
+{
+    const Well::LogSet &logs = well.logs();
+    if (!logs.validIdx(index))
+        return {{}, QStringLiteral("The well %1 has no log with the index %2.").arg(wellName).arg(index)};
+    const BufferString name = logs.getLog(index).name();
+    const LoadedLog loaded = loadLog(well, name);
+    if (!loaded.log)
+        return {{},
+                withReason(
+                    QStringLiteral("Cannot read the log \"%1\" of the well %2").arg(toQString(name.buf()), wellName),
+                    loaded.error)};
+    return {dataOf(*loaded.log), {}};
+}
+
+host::Outcome<QVector<host::Marker>> markersNow(WellStore &store, const QString &key)
+{
+    const auto entry = store.find(key);
+    if (!entry.ok())
+        return {{}, entry.error};
+    const auto loaded = WellStore::loaded(*entry.value, Well::LoadReqs(Well::Inf, Well::Trck));
+    if (!loaded.ok())
+        return {{}, loaded.error};
+    // What the host has in memory without markers may have some on disk; the manager would not tell a file that it
+    // cannot read from one that is not there.
+    if (loaded.value && loaded.value->haveMarkers())
+        return {markersOf(loaded.value->markers()), {}};
+    const auto stored = store.stored(key);
+    if (!stored.ok())
+        return {{}, stored.error};
+    const host::Status status = stored.value->readMarkers();
+    if (!status.ok())
+        return {{}, status.error};
+    return {markersOf(stored.value->data().markers()), {}};
+}
+
+host::Outcome<host::LogData> inMetres(const host::Outcome<host::LogData> &log)
+{
+    return log.ok() && isSurveyInFeet() ? host::Outcome<host::LogData>{host::feetToMetres(log.value), {}} : log;
+}
+
 } // namespace
 
 bool isSurveyInFeet()
@@ -65,113 +135,81 @@ bool isSurveyInFeet()
     return SI().depthsInFeet();
 }
 
-host::Outcome<QVector<host::WellEntry>> readWellList()
+QVector<host::Marker> markersOf(const Well::MarkerSet &markers)
 {
-    const IOObjContext context = WellTranslatorGroup::ioContext();
-    const IODir folder(context.getSelKey());
-    if (folder.isBad())
-        return {{},
-                QStringLiteral("Cannot read the list of wells of the survey in %1.").arg(toFolder(IOM().rootDir()))};
-    IODirEntryList entries(folder, context);
-    entries.sort();
-    host::Outcome<QVector<host::WellEntry>> wells;
-    for (int i = 0; i < entries.size(); ++i)
-        if (const IOObj *stored = entries[i]->ioobj_)
-            wells.value.append({toQString(stored->name().buf()), toQString(stored->key().buf())});
-    return wells;
-}
-
-host::Outcome<host::WellHeader> readHeader(const QString &key)
-{
-    LoadedWell well(key, Well::LoadReqs(Well::Inf, Well::Trck));
-    if (!well.error().isEmpty())
-        return {{}, well.error()};
-    const Well::Info &info = well.data().info();
-    const Well::Track &track = well.data().track();
-    host::WellHeader header;
-    header.name = well.name();
-    header.x = info.surfacecoord.x;
-    header.y = info.surfacecoord.y;
-    header.kbElevation = track.getKbElev();
-    header.groundElevation = info.groundelev;
-    header.totalDepth = static_cast<double>(track.td());
-    header.typeCode = info.welltype_;
-    return {isSurveyInFeet() ? host::feetToMetres(header) : header, {}};
-}
-
-host::Outcome<QVector<host::LogInfo>> readLogInfos(const QString &key)
-{
-    LoadedWell well(key, Well::LoadReqs(Well::Inf, Well::LogInfos));
-    if (!well.error().isEmpty())
-        return {{}, well.error()};
-    const Well::LogSet &logs = well.data().logs();
-    host::Outcome<QVector<host::LogInfo>> infos;
-    for (int i = 0; i < logs.size(); ++i) {
-        const Well::Log &log = logs.getLog(i);
-        infos.value.append({toQString(log.name().buf()), toQString(log.unitMeasLabel())});
-    }
-    return infos;
-}
-
-host::Outcome<host::LogData> readLog(const QString &key, int index)
-{
-    LoadedWell well(key, Well::LoadReqs(Well::Inf, Well::LogInfos));
-    if (!well.error().isEmpty())
-        return {{}, well.error()};
-    const Well::LogSet &logs = well.data().logs();
-    if (!logs.validIdx(index))
-        return {{}, QStringLiteral("The well %1 has no log with the index %2.").arg(well.name()).arg(index)};
-    const BufferString name = logs.getLog(index).name();
-    const LoadedLog loaded = loadLog(well.data(), name);
-    if (!loaded.log)
-        return {
-            {},
-            withReason(
-                QStringLiteral("Cannot read the log \"%1\" of the well %2").arg(toQString(name.buf()), well.name()),
-                loaded.error)};
-    const Well::Log &log = *loaded.log;
-    host::LogData read;
-    read.name = toQString(name.buf());
-    read.unit = toQString(log.unitMeasLabel());
-    read.depths = samples(log.dahArr(), log.size());
-    read.values = samples(log.valArr(), log.size());
-    return {isSurveyInFeet() ? host::feetToMetres(read) : read, {}};
-}
-
-host::Outcome<QVector<host::Marker>> readMarkers(const QString &key)
-{
-    LoadedWell well(key, Well::LoadReqs(Well::Inf, Well::Trck));
-    if (!well.error().isEmpty())
-        return {{}, well.error()};
-    // The manager would not tell a file that it cannot read from one that is not there.
-    if (!well.data().haveMarkers()) {
-        const Well::Reader reader(well.id(), well.data());
-        if (!reader.getMarkers() && QFileInfo::exists(well.file(Well::odIO::sExtMarkers())))
-            return {{},
-                    withReason(QStringLiteral("Cannot read the markers of the well %1").arg(well.name()),
-                               toQString(reader.errMsg()))};
-    }
-    const Well::MarkerSet &markers = well.data().markers();
-    host::Outcome<QVector<host::Marker>> read;
+    QVector<host::Marker> read;
     for (int i = 0; i < markers.size(); ++i) {
         const Well::Marker &marker = *markers[i];
         const Color color = marker.color();
-        read.value.append({toQString(marker.name().buf()), marker.dah(), QColor(color.r(), color.g(), color.b())});
+        read.append({toQString(marker.name().buf()), marker.dah(), QColor(color.r(), color.g(), color.b())});
     }
-    if (isSurveyInFeet())
-        read.value = host::feetToMetres(read.value);
-    return read;
+    return isSurveyInFeet() ? host::feetToMetres(read) : read;
 }
 
-host::Outcome<QStringList> readMarkersLostByWriting(const QString &key, const QVector<host::Marker> &markers)
+host::Outcome<host::WellHeader> readHeader(WellStore &store, const QString &key)
 {
-    const host::Outcome<QVector<host::Marker>> given = readMarkers(key);
+    const auto entry = store.find(key);
+    if (!entry.ok())
+        return {{}, entry.error};
+    const auto loaded = WellStore::loaded(*entry.value, Well::LoadReqs(Well::Inf, Well::Trck));
+    if (!loaded.ok())
+        return {{}, loaded.error};
+    if (loaded.value)
+        return {headerOf(entryName(*entry.value), *loaded.value), {}};
+    const auto stored = store.stored(key);
+    if (!stored.ok())
+        return {{}, stored.error};
+    return {headerOf(stored.value->name(), stored.value->data()), {}};
+}
+
+host::Outcome<QVector<host::LogInfo>> readLogInfos(WellStore &store, const QString &key)
+{
+    const auto entry = store.find(key);
+    if (!entry.ok())
+        return {{}, entry.error};
+    const auto loaded = WellStore::loaded(*entry.value, Well::LoadReqs(Well::Inf, Well::LogInfos));
+    if (!loaded.ok())
+        return {{}, loaded.error};
+    if (loaded.value)
+        return {infosOf(loaded.value->logs()), {}};
+    const auto stored = store.stored(key);
+    if (!stored.ok())
+        return {{}, stored.error};
+    return {stored.value->logs(), {}};
+}
+
+host::Outcome<host::LogData> readLog(WellStore &store, const QString &key, int index)
+{
+    const auto entry = store.find(key);
+    if (!entry.ok())
+        return {{}, entry.error};
+    const auto loaded = WellStore::loaded(*entry.value, Well::LoadReqs(Well::Inf, Well::LogInfos));
+    if (!loaded.ok())
+        return {{}, loaded.error};
+    if (RefMan<Well::Data> well = loaded.value)
+        return inMetres(logInMemory(*well, entryName(*entry.value), index));
+    const auto stored = store.stored(key);
+    if (!stored.ok())
+        return {{}, stored.error};
+    return inMetres(stored.value->log(index));
+}
+
+host::Outcome<QVector<host::Marker>> readMarkers(WellStore &store, const QString &key)
+{
+    const host::Outcome<QVector<host::Marker>> markers = markersNow(store, key);
+    if (markers.ok())
+        store.setGivenMarkers(key, markers.value);
+    return markers;
+}
+
+host::Outcome<QStringList> readMarkersLostByWriting(WellStore &store, const QString &key,
+                                                    const QVector<host::Marker> &markers)
+{
+    const host::Outcome<QVector<host::Marker>> given = markersNow(store, key);
     if (!given.ok())
         return {{}, given.error};
-    LoadedWell well(key, Well::LoadReqs(Well::Inf));
-    if (!well.error().isEmpty())
-        return {{}, well.error()};
-    const QString path = well.file(Well::odIO::sExtMarkers());
+    const auto entry = store.find(key);
+    const QString path = fileStem(*entry.value) + QLatin1String(Well::odIO::sExtMarkers());
     if (!QFileInfo::exists(path))
         return {};
     QSet<QString> known;
@@ -190,26 +228,31 @@ host::Outcome<QStringList> readMarkersLostByWriting(const QString &key, const QV
     return {lost, {}};
 }
 
-void reloadWell(const QString &key)
+void reloadWell(WellStore &store, const QString &key)
 {
-    // A well that the host does not have in memory is read anew anyway.
-    if (!Well::MGR().isLoaded(MultiID(key.toLatin1().constData())))
+    // A well that the host does not have in memory is read anew when its files changed.
+    store.forget();
+    const auto entry = store.find(key);
+    if (!entry.ok())
         return;
-    LoadedWell well(key, Well::LoadReqs(false));
-    if (!well.error().isEmpty())
+    const auto loaded = WellStore::loaded(*entry.value, Well::LoadReqs(false));
+    RefMan<Well::Data> well = loaded.value;
+    if (!well)
         return;
-    Well::LoadReqs others = well.data().loadState();
+    enterWellFolder();
+    const MultiID id = entry.value->key();
+    Well::LoadReqs others = well->loadState();
     others.remove(Well::Logs).remove(Well::LogInfos).remove(Well::Mrkrs);
     if (!others.isEmpty())
-        Well::MGR().reload(well.id(), others);
+        Well::MGR().reload(id, others);
     // The manager would keep the markers of a file that is gone or cannot be read any more.
-    if (well.data().haveMarkers()) {
-        well.data().markers().erase();
-        const Well::Reader reader(well.id(), well.data());
+    if (well->haveMarkers()) {
+        well->markers().erase();
+        const Well::Reader reader(*entry.value, *well);
         reader.getMarkers(); // what it cannot read, the next reading of the markers tells
     }
-    well.data().reloadLogNames();
-    Well::MGR().reloadLogs(well.id());
+    well->reloadLogNames();
+    Well::MGR().reloadLogs(id);
 }
 
 } // namespace opendtect

@@ -4,18 +4,26 @@
 
 #include <QStringList>
 
+namespace Well {
+class MarkerSet;
+} // namespace Well
+
 /// Reading of the host's wells, as host::Wells promises it.
 namespace opendtect {
 
+class WellStore;
+
 /// The host keeps lengths in the survey's depth unit.
 bool isSurveyInFeet();
+/// The markers in metres.
+QVector<host::Marker> markersOf(const Well::MarkerSet &markers);
 
-host::Outcome<QVector<host::WellEntry>> readWellList();
-host::Outcome<host::WellHeader> readHeader(const QString &key);
-host::Outcome<QVector<host::LogInfo>> readLogInfos(const QString &key);
-host::Outcome<host::LogData> readLog(const QString &key, int index);
-host::Outcome<QVector<host::Marker>> readMarkers(const QString &key);
-host::Outcome<QStringList> readMarkersLostByWriting(const QString &key, const QVector<host::Marker> &markers);
-void reloadWell(const QString &key);
+host::Outcome<host::WellHeader> readHeader(WellStore &store, const QString &key);
+host::Outcome<QVector<host::LogInfo>> readLogInfos(WellStore &store, const QString &key);
+host::Outcome<host::LogData> readLog(WellStore &store, const QString &key, int index);
+host::Outcome<QVector<host::Marker>> readMarkers(WellStore &store, const QString &key);
+host::Outcome<QStringList> readMarkersLostByWriting(WellStore &store, const QString &key,
+                                                    const QVector<host::Marker> &markers);
+void reloadWell(WellStore &store, const QString &key);
 
 } // namespace opendtect

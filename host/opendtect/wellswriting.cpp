@@ -1,28 +1,31 @@
 #include "host/opendtect/wellswriting.h"
 
+#include "base/atomicfile.h"
+#include "base/filelock.h"
+#include "base/threewaymerge.h"
 #include "host/feet.h"
-#include "host/opendtect/filebackup.h"
-#include "host/opendtect/loadedwell.h"
-#include "host/opendtect/logloading.h"
 #include "host/opendtect/markerwatch.h"
 #include "host/opendtect/odtext.h"
 #include "host/opendtect/wellsreading.h"
+#include "host/opendtect/wellstore.h"
 
 #include <QFileInfo>
+#include <QSet>
 
 #include <cmath>
 #include <memory>
+#include <sstream>
 #include <vector>
 
-#include <bufstringset.h>
+#include <ioobj.h>
+#include <od_ostream.h>
+#include <transl.h>
 #include <undefval.h>
-#include <wellio.h>
 #include <welllog.h>
 #include <welllogset.h>
 #include <wellmarker.h>
+#include <wellodwriter.h>
 #include <wellreader.h>
-#include <welltrack.h>
-#include <wellwriter.h>
 
 namespace opendtect {
 
@@ -34,13 +37,46 @@ bool isSample(float value)
     return std::isfinite(value) && !host::isUndefined(value);
 }
 
-// The host's reason, what became of the old file, and where neither is known what is likely.
-QString failureReason(const uiString &message, const QString &putBackProblem)
+// The host's own function for one log chooses the file by reading all of them, each time, and writes it in place.
+class LogWriter : public Well::odWriter
 {
-    QString reason = toQString(message);
-    if (reason.isEmpty())
-        reason = QStringLiteral("what was stored is not what was written (is the disk full?)");
-    return putBackProblem.isEmpty() ? reason : reason + QStringLiteral(". ") + putBackProblem;
+public:
+    using Well::odWriter::odWriter;
+    bool write(std::ostream &bytes, const Well::Log &log) const
+    {
+        od_ostream stream(bytes);
+        return writeLog(stream, log);
+    }
+};
+
+QByteArray bytesOf(const std::ostringstream &stream)
+{
+    const std::string bytes = stream.str();
+    return QByteArray(bytes.data(), static_cast<int>(bytes.size()));
+}
+
+// A link stays one, as when the host writes.
+base::WriteResult writeFile(const QString &path, const QByteArray &bytes)
+{
+    const QString target = QFileInfo(path).canonicalFilePath();
+    return base::writeFileAtomically(target.isEmpty() ? path : target, bytes);
+}
+
+// What stands against writing to the well at all.
+QString obstacleOf(const IOObj &entry, const base::FolderLock &lock)
+{
+    const PtrMan<Translator> translator = entry.createTranslator();
+    if (translator && translator->implReadOnly(&entry))
+        return QStringLiteral("the well is locked (read-only). Nothing was changed.");
+    if (lock.isRefused())
+        return QStringLiteral("another program has been writing there for too long. Nothing was changed.");
+    return {};
+}
+
+// The folder in which the writers of all programs lock; the host itself does not.
+QString wellFolder(const IOObj &entry)
+{
+    return QFileInfo(fileStem(entry)).path();
 }
 
 QString problemOf(const host::LogData &log)
@@ -73,51 +109,24 @@ void fill(Well::Log &target, const host::LogData &given)
     target.updateAfterValueChanges();
 }
 
-// The file that the host will write the log to. It counts the logs that it can read, so that behind an unreadable
-// one, or a second one of a name, it would write over the file of another log.
-host::Outcome<QString> logFile(LoadedWell &well, const char *logName)
+// Markers without a name or a depth cannot be stored: the host would not read what follows them. Of two with one name
+// it keeps the first.
+QVector<host::Marker> storable(const QVector<host::Marker> &markers)
 {
-    BufferStringSet names;
-    Well::Reader(well.id(), well.data()).getLogInfo(names);
-    int files = 0;
-    while (QFileInfo::exists(well.file(Well::odIO::sExtLog(), files + 1)))
-        ++files;
-    if (names.size() != files)
-        return {{},
-                QStringLiteral("One of the logs of the well %1 is unreadable or has the name of another; the host "
-                               "would write over the wrong log. Nothing was changed.")
-                    .arg(well.name())};
-    const int index = names.indexOf(logName);
-    return {well.file(Well::odIO::sExtLog(), index < 0 ? files + 1 : index + 1), {}};
-}
-
-// Reads the markers anew. The host drops those that lie outside the track.
-bool areStored(LoadedWell &well)
-{
-    Well::MarkerSet &markers = well.data().markers();
-    const Interval<float> track = well.data().track().dahRange();
-    int expected = 0;
-    for (int i = 0; i < markers.size(); ++i)
-        if (track.includes(markers[i]->dah(), false))
-            ++expected;
-    return Well::Reader(well.id(), well.data()).getMarkers() && markers.size() == expected;
-}
-
-// Markers without a name or a depth cannot be stored; the host would not read what follows them.
-bool isUsable(const host::Marker &marker)
-{
-    return !marker.name.trimmed().isEmpty() && std::isfinite(marker.depth) && !host::isUndefined(marker.depth);
+    QVector<host::Marker> result;
+    QSet<QString> names;
+    for (host::Marker marker : markers) {
+        marker.name = marker.name.trimmed();
+        if (marker.name.isEmpty() || names.contains(marker.name) || !std::isfinite(marker.depth)
+            || host::isUndefined(marker.depth))
+            continue;
+        names.insert(marker.name);
+        result.append(marker);
+    }
+    return result;
 }
 
 using Markers = std::vector<std::unique_ptr<Well::Marker>>;
-
-Markers copiesOf(const Well::MarkerSet &set)
-{
-    Markers copies;
-    for (int i = 0; i < set.size(); ++i)
-        copies.push_back(std::make_unique<Well::Marker>(*set[i]));
-    return copies;
-}
 
 // The depths as the survey keeps them; a marker that did not move keeps its own to the last bit.
 QVector<host::Marker> inSurveyUnit(QVector<host::Marker> markers, const Well::MarkerSet &before)
@@ -134,9 +143,7 @@ Markers converted(const QVector<host::Marker> &markers, const Well::MarkerSet &b
 {
     Markers result;
     for (const host::Marker &marker : inSurveyUnit(markers, before)) {
-        if (!isUsable(marker))
-            continue;
-        const QByteArray name = marker.name.trimmed().toUtf8();
+        const QByteArray name = marker.name.toUtf8();
         const QColor wanted = marker.color;
         const Color color(static_cast<unsigned char>(wanted.red()), static_cast<unsigned char>(wanted.green()),
                           static_cast<unsigned char>(wanted.blue()));
@@ -156,71 +163,145 @@ void replace(Well::MarkerSet &set, const Markers &markers)
         set.insertNew(new Well::Marker(*marker)); // sorts; refuses, and deletes, a second one of a name
 }
 
+std::unique_ptr<Well::Log> made(const host::LogData &log, const Well::Log *before)
+{
+    auto result = std::make_unique<Well::Log>(log.name.trimmed().toUtf8().constData());
+    fill(*result, log);
+    if (before) {
+        result->setMnemLabel(before->mnemLabel());
+        result->pars() = before->pars();
+    }
+    return result;
+}
+
+// The host's memory follows the file.
+void takeOver(Well::Data &loaded, std::unique_ptr<Well::Log> log)
+{
+    const BufferString name = log->name();
+    Well::LogSet &logs = loaded.logs();
+    const int place = logs.indexOf(name);
+    const std::unique_ptr<Well::Log> before(place < 0 ? nullptr : logs.remove(place));
+    logs.add(log.release());
+    for (int i = logs.size() - 1; place >= 0 && i > place; --i)
+        logs.swap(i, i - 1);
+    loaded.logschanged.trigger(logs.indexOf(name));
+}
+
+bool areSame(const host::Marker &a, const host::Marker &b)
+{
+    return a.depth == b.depth && a.color.rgb() == b.color.rgb();
+}
+
+// What is to be written where another program changed the file since the markers were given out.
+host::Outcome<QVector<host::Marker>> merged(const QString &wellName, const QVector<host::Marker> &given,
+                                            const QVector<host::Marker> &now, const QVector<host::Marker> &wanted)
+{
+    const auto result = base::threeWayMerge(given, now, wanted, areSame);
+    if (result.conflicts.isEmpty())
+        return {result.records, {}};
+    return {
+        {},
+        QStringLiteral("Another program has changed the marker \"%1\" of the well %2 as well. Nothing was changed.")
+            .arg(result.conflicts.first(), wellName)};
+}
+
 } // namespace
 
-host::Status writeLog(const QString &key, const host::LogData &log)
+host::Status writeLog(WellStore &store, const QString &key, const host::LogData &log)
 {
-    LoadedWell well(key, Well::LoadReqs(Well::Inf, Well::Trck, Well::LogInfos));
-    if (!well.error().isEmpty())
-        return {well.error()};
-    const QString failure = QStringLiteral("Cannot write the log \"%1\" of the well %2").arg(log.name, well.name());
+    const auto found = store.find(key);
+    if (!found.ok())
+        return {found.error};
+    const PtrMan<IOObj> entry = found.value->clone();
+    const QString failure =
+        QStringLiteral("Cannot write the log \"%1\" of the well %2").arg(log.name, toQString(entry->name().buf()));
     const QString problem = problemOf(log);
     if (!problem.isEmpty())
         return {withReason(failure, problem + QLatin1Char('.'))};
+    const base::FolderLock lock(wellFolder(*entry));
+    const QString obstacle = obstacleOf(*entry, lock);
+    if (!obstacle.isEmpty())
+        return {withReason(failure, obstacle)};
+    const auto stored = store.stored(key);
+    if (!stored.ok())
+        return {stored.error};
     const QByteArray name = log.name.trimmed().toUtf8();
-    const host::Outcome<QString> file = logFile(well, name.constData());
+    const host::Outcome<QString> file = stored.value->logFile(name.constData());
     if (!file.ok())
         return {file.error};
-    FileBackup backup(file.value);
-    if (!backup.error().isEmpty())
-        return {backup.error()};
 
-    Well::LogSet &logs = well.data().logs();
-    const int index = logs.indexOf(name.constData());
-    Well::Log made(name.constData());
-    fill(made, log);
-    if (index >= 0) {
-        made.setMnemLabel(logs.getLog(index).mnemLabel());
-        made.pars() = logs.getLog(index).pars();
-    }
-    const Well::Writer writer(well.id(), well.data());
-    bool isWritten = writer.putLog(made);
-    if (isWritten) {
-        well.data().reloadLogNames();
-        const Well::Log *stored = reloadLog(well.data(), name.constData()).log;
-        isWritten = stored && stored->size() == made.size();
-    }
-    if (!isWritten) {
-        const QString putBackProblem = backup.putBack();
-        well.data().reloadLogNames();
-        Well::MGR().reloadLogs(well.id());
-        return {withReason(failure, failureReason(writer.errMsg(), putBackProblem))};
-    }
-    well.data().logschanged.trigger(logs.indexOf(name.constData()));
+    std::unique_ptr<Well::Log> toWrite = made(log, stored.value->logHeader(name.constData()));
+    uiString reason;
+    std::ostringstream bytes;
+    const LogWriter writer(*entry, stored.value->data(), reason);
+    if (!writer.write(bytes, *toWrite))
+        return {withReason(failure, toQString(reason))};
+    const base::WriteResult result = writeFile(file.value, bytesOf(bytes));
+    if (!result.ok())
+        return {withReason(failure, result.error)};
+    stored.value->logWritten(*toWrite, file.value);
+
+    const auto loaded = WellStore::loaded(*entry, Well::LoadReqs(Well::Inf, Well::Trck, Well::LogInfos));
+    if (RefMan<Well::Data> well = loaded.value)
+        takeOver(*well, std::move(toWrite));
     return {};
 }
 
-host::Status writeMarkers(const QString &key, const QVector<host::Marker> &markers, MarkerWatch &watch)
+host::Status writeMarkers(WellStore &store, const QString &key, const QVector<host::Marker> &markers,
+                          MarkerWatch &watch)
 {
-    LoadedWell well(key, Well::LoadReqs(Well::Inf, Well::Trck, Well::Mrkrs));
-    if (!well.error().isEmpty())
-        return {well.error()};
-    FileBackup backup(well.file(Well::odIO::sExtMarkers()));
-    if (!backup.error().isEmpty())
-        return {backup.error()};
+    const auto found = store.find(key);
+    if (!found.ok())
+        return {found.error};
+    const PtrMan<IOObj> entry = found.value->clone();
+    const QString failure =
+        QStringLiteral("Cannot write the markers of the well %1").arg(toQString(entry->name().buf()));
+    const base::FolderLock lock(wellFolder(*entry));
+    const QString obstacle = obstacleOf(*entry, lock);
+    if (!obstacle.isEmpty())
+        return {withReason(failure, obstacle)};
+    const auto stored = store.stored(key);
+    if (!stored.ok())
+        return {stored.error};
+    const auto loaded = WellStore::loaded(*entry, Well::LoadReqs(Well::Inf, Well::Trck, Well::Mrkrs));
+    if (!loaded.ok())
+        return {loaded.error};
+    const host::Status readable = stored.value->readMarkers();
+    if (!readable.ok())
+        return {readable.error};
 
-    Well::MarkerSet &stored = well.data().markers();
-    const Markers before = copiesOf(stored);
-    replace(stored, converted(markers, stored));
-    const Well::Writer writer(well.id(), well.data());
-    if (!writer.putMarkers() || !areStored(well)) {
-        const QString putBackProblem = backup.putBack();
-        replace(stored, before);
-        return {withReason(QStringLiteral("Cannot write the markers of the well %1").arg(well.name()),
-                           failureReason(writer.errMsg(), putBackProblem))};
+    RefMan<Well::Data> well = loaded.value;
+    Well::MarkerSet &set = stored.value->markers();
+    const Well::MarkerSet &before = well ? well->markers() : set;
+    host::Outcome<QVector<host::Marker>> wanted{storable(markers), {}};
+    const auto given = store.givenMarkers().constFind(key);
+    // What the host has in memory is the well's state for all its windows.
+    if (!well && given != store.givenMarkers().constEnd())
+        wanted = merged(stored.value->name(), *given, markersOf(before), wanted.value);
+    if (!wanted.ok())
+        return {wanted.error};
+
+    const Markers toWrite = converted(wanted.value, before);
+    replace(set, toWrite);
+    uiString reason;
+    std::ostringstream bytes;
+    const Well::odWriter writer(*entry, stored.value->data(), reason);
+    od_ostream stream(bytes);
+    if (!writer.putMarkers(stream))
+        return {withReason(failure, toQString(reason))};
+    const base::WriteResult result = writeFile(stored.value->markerFile(), bytesOf(bytes));
+    if (!result.ok())
+        return {withReason(failure, result.error)};
+    if (!well) {
+        (void)readMarkers(store, key); // this is what a further change begins with
+        watch.tell(key);
+        return {};
     }
+    replace(well->markers(), toWrite);
+    const Well::Reader reader(*entry, *well);
+    reader.getMarkers(); // it drops those that lie outside of the track
     watch.attach();
-    well.data().markerschanged.trigger();
+    well->markerschanged.trigger();
     return {};
 }
 

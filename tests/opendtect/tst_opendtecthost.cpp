@@ -57,6 +57,23 @@ private slots:
         QCOMPARE(lister.counts, QVector<int>{0});
     }
 
+    void theEndOfTheHostIsTold()
+    {
+        struct Waiter : host::Listener
+        {
+            void markersChanged(const QString &) override { }
+            void surveyChanged() override { ++changes; }
+            void hostClosing() override { ++ends; }
+            int changes = 0;
+            int ends = 0;
+        } waiter;
+        host().addListener(&waiter);
+        IOM().applicationClosing.trigger();
+        host().removeListener(&waiter);
+        QCOMPARE(waiter.ends, 1);
+        QCOMPARE(waiter.changes, 0);
+    }
+
     void aVanishedSurveyIsAnError()
     {
         const QString key = addNamed("A");

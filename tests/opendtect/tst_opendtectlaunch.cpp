@@ -3,6 +3,7 @@
 #include "datastore/curvegrouptable.h"
 #include "host/opendtect/opendtecthost.h"
 #include "mainwin/projecttreewidget.h"
+#include "manywells.h"
 #include "odprogram.h"
 #include "odsurvey.h"
 #include "plugin/lorvaosmgr.h"
@@ -13,6 +14,7 @@
 #include <QMenu>
 #include <QtTest>
 
+#include <ioman.h>
 #include <uimainwin.h>
 #include <uimenu.h>
 #include <uistring.h>
@@ -95,6 +97,25 @@ private slots:
         click();
         QVERIFY(m_manager->mainWindow());
         QVERIFY(QFileInfo(m_host->surveyDirectory() + "/WLC").isDir());
+    }
+
+    // The host has asked whether to exit; after that there is nobody who could stay.
+    void theEndOfTheHostClosesTheWindowsWithoutAQuestion()
+    {
+        click();
+        const QPointer<MainWindow> window(m_manager->mainWindow());
+        IOM().applicationClosing.trigger();
+        QVERIFY(!window);
+        QVERIFY(m_boxes.seen.isEmpty());
+        QCOMPARE(Well::MGR().wells().size(), 0);
+    }
+
+    void aLaunchReadsTheListOfWellsOnce()
+    {
+        QTest::qWait(150); // a file that was changed just now is read again
+        odsurvey::OpenedFiles opened(m_survey + "/WellInfo");
+        click();
+        QVERIFY(opened.take(".omf") <= 3);
     }
 
     void markersEditedInTheHostAppearInTheTree()

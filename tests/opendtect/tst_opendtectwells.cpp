@@ -1,6 +1,6 @@
 // How the adapter treats the wells that the host has in memory, and wells that are damaged, locked or gone.
 
-#include "host/opendtect/filebackup.h"
+#include "base/filelock.h"
 #include "host/opendtect/odwells.h"
 #include "odprogram.h"
 #include "odsurvey.h"
@@ -11,10 +11,16 @@
 
 #include <QtTest>
 
+#include <atomic>
 #include <csignal>
 #include <limits>
 #include <sys/resource.h>
+#include <thread>
 
+#include <ioman.h>
+#include <ioobj.h>
+#include <ptrman.h>
+#include <transl.h>
 #include <welldata.h>
 #include <welllog.h>
 #include <welllogset.h>
@@ -26,6 +32,17 @@ namespace {
 host::LogData smallLog(const QString &name, float value)
 {
     return {name, QStringLiteral("gAPI"), {100, 101}, {value, value + 1}};
+}
+
+// Also the folders above it, which are the test's own.
+void allowEverybody(const QString &folder)
+{
+    const QString root = OdProgram::dataRoot();
+    for (const QString &above : {QFileInfo(root).path(), root, folder})
+        QVERIFY(QFile::setPermissions(above, QFile::Permissions(0x7777)));
+    QDirIterator it(folder, QDir::AllDirs | QDir::NoDotAndDotDot | QDir::Hidden, QDirIterator::Subdirectories);
+    while (it.hasNext())
+        QVERIFY(QFile::setPermissions(it.next(), QFile::Permissions(0x7777)));
 }
 
 MultiID idOf(const QString &key)
@@ -278,52 +295,90 @@ private slots:
         QCOMPARE(stored.values.at(2), 7.0F);
     }
 
-    // A write that ended in the middle left a copy of the old file: it may be the only whole one.
-    void theCopyOfAnInterruptedWriteIsKept()
-    {
-        const QString markers = m_stem + ".wlm";
-        const QFileInfo file(markers);
-        const QString copy = file.path() + "/.lorva-" + file.fileName();
-        files::write(copy, "what it was");
-        const auto before = files::snapshot(m_survey);
-        const host::Status status = m_wells->writeMarkers(m_key, {{"New", 500, Qt::red}});
-        QVERIFY2(status.error.contains(copy), qPrintable(status.error));
-        QCOMPARE(files::snapshot(m_survey), before);
-        QVERIFY(QFile::remove(copy));
-        QVERIFY(m_wells->writeMarkers(m_key, {{"New", 500, Qt::red}}).ok());
-    }
-
-    void aFileThatCannotBePutBackKeepsItsCopy()
-    {
-        const QTemporaryDir folder;
-        const QString path = folder.filePath("logs");
-        files::write(path, "what it was");
-        QString said;
-        {
-            opendtect::FileBackup backup(path);
-            QVERIFY2(backup.error().isEmpty(), qPrintable(backup.error()));
-            QVERIFY(QFile::remove(path));
-            QVERIFY(QDir().mkpath(path + "/in its place"));
-            said = backup.putBack();
-        }
-        const QString copy = folder.filePath(".lorva-logs");
-        QVERIFY2(said.contains(copy), qPrintable(said));
-        QCOMPARE(files::read(copy), QByteArray("what it was"));
-    }
-
     void aLinkStaysALink()
     {
         const QTemporaryDir folder;
-        const QString target = folder.filePath("target");
-        const QString link = folder.filePath("link");
-        files::write(target, "what it was");
-        QVERIFY(QFile::link(target, link));
-        opendtect::FileBackup backup(link);
-        QVERIFY2(backup.error().isEmpty(), qPrintable(backup.error()));
-        files::write(target, "damaged");
-        QVERIFY(backup.putBack().isEmpty());
-        QVERIFY(QFileInfo(link).isSymLink());
-        QCOMPARE(files::read(target), QByteArray("what it was"));
+        for (const char *ending : {".wlm", "^1.wll"}) {
+            const QString path = m_stem + ending;
+            const QString target = folder.filePath(QStringLiteral("target") + ending);
+            QVERIFY(QFile::rename(path, target));
+            QVERIFY(QFile::link(target, path));
+        }
+        QVERIFY(m_wells->writeLog(m_key, smallLog("GR", 9)).ok());
+        QVERIFY(m_wells->writeMarkers(m_key, {{"New", 500, Qt::red}}).ok());
+        for (const char *ending : {".wlm", "^1.wll"})
+            QVERIFY(QFileInfo(m_stem + ending).isSymLink());
+        QCOMPARE(m_wells->log(m_key, 0).value.values, (QVector<float>{9, 10}));
+        QVERIFY(files::read(folder.filePath("target.wlm")).contains("New"));
+    }
+
+    // The host's well manager locks a well so: its main file, and no other.
+    void aWellThatTheHostLockedTakesNothing()
+    {
+        const MultiID id = idOf(m_key);
+        const PtrMan<IOObj> entry = IOM().get(id);
+        const PtrMan<Translator> translator = entry->createTranslator();
+        QVERIFY(translator->implSetReadOnly(entry, true));
+        QVERIFY(QFileInfo(m_stem + "^1.wll").permissions() & QFile::WriteOwner);
+        allowEverybody(m_survey);
+        const auto before = files::snapshot(m_survey);
+        const int result = testing_support::runUnprivileged([this] {
+            const QString log = m_wells->writeLog(m_key, smallLog("NEW", 1)).error;
+            const QString markers = m_wells->writeMarkers(m_key, {{"Top", 10, Qt::red}}).error;
+            const bool isRead = m_wells->header(m_key).ok() && m_wells->log(m_key, 0).ok();
+            return (log.startsWith("Cannot write the log \"NEW\" of the well 15/9-F 1: the well is locked") ? 1 : 0)
+                + (markers.startsWith("Cannot write the markers of the well 15/9-F 1: the well is locked") ? 2 : 0)
+                + (isRead ? 4 : 0);
+        });
+        QCOMPARE(result, 7);
+        QCOMPARE(files::snapshot(m_survey), before);
+        QVERIFY(translator->implSetReadOnly(entry, false));
+        QVERIFY(m_wells->writeLog(m_key, smallLog("NEW", 1)).ok());
+        QVERIFY(m_wells->writeMarkers(m_key, {{"Top", 10, Qt::red}}).ok());
+    }
+
+    void markersThatAnotherProgramChangedAreMerged()
+    {
+        QVector<host::Marker> mine = m_wells->markers(m_key).value;
+        workbench::SurveyStore other(m_survey);
+        QVector<host::Marker> theirs = other.markers(m_key).value;
+        theirs.append({"Theirs", 700, Qt::green});
+        QVERIFY(other.writeMarkers(m_key, theirs).ok());
+        mine.append({"Mine", 600, Qt::red});
+        (void)m_wells->markersLostByWriting(m_key, mine); // asked before each write
+        QVERIFY(m_wells->writeMarkers(m_key, mine).ok());
+        QCOMPARE(m_wells->markers(m_key).value.size(), 5);
+
+        mine = m_wells->markers(m_key).value;
+        theirs = other.markers(m_key).value;
+        theirs.last().depth += 1;
+        QVERIFY(other.writeMarkers(m_key, theirs).ok());
+        mine.last().depth += 2;
+        const host::Status refused = m_wells->writeMarkers(m_key, mine);
+        QVERIFY2(refused.error.contains('"' + mine.last().name + '"'), qPrintable(refused.error));
+    }
+
+    void markersThatCannotBeReadAreNotWrittenOver()
+    {
+        files::write(m_stem + ".wlm", "damaged");
+        QVERIFY(!m_wells->writeMarkers(m_key, {{"New", 500, Qt::red}}).ok());
+        QCOMPARE(files::read(m_stem + ".wlm"), QByteArray("damaged"));
+    }
+
+    void aWriterOfAnotherProgramIsWaitedFor()
+    {
+        auto other = std::make_unique<base::FolderLock>(m_survey + "/WellInfo");
+        std::atomic<bool> hasEnded{false};
+        std::thread end([&] {
+            QThread::msleep(200);
+            hasEnded = true;
+            other.reset();
+        });
+        const bool isWritten = m_wells->writeLog(m_key, smallLog("NEW", 1)).ok();
+        const bool hasWaited = hasEnded;
+        end.join();
+        QVERIFY(isWritten);
+        QVERIFY(hasWaited);
     }
 
     void aFullDiskLeavesWhatWasThere_data()

@@ -11,7 +11,8 @@ QByteArray read(const QString &path);
 /// Makes missing parent folders too.
 void write(const QString &path, const QByteArray &bytes);
 
-/// Everything below a folder, hidden files too: relative path to content; folders end in "/", links are "-> target".
+/// Everything below a folder, hidden files too: relative path to content; folders end in "/", links are "-> target". Without
+/// the lock files of writers, which stay behind.
 QMap<QString, QByteArray> snapshot(const QString &folder);
 
 /// Copies a folder with all its content and makes the copy writable.

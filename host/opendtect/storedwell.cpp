@@ -1,0 +1,240 @@
+#include "host/opendtect/storedwell.h"
+
+#include "host/opendtect/odtext.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <memory>
+
+#include <ioobj.h>
+#include <od_istream.h>
+#include <undefval.h>
+#include <welldata.h>
+#include <wellio.h>
+#include <welllog.h>
+#include <welllogset.h>
+#include <wellman.h>
+#include <wellmarker.h>
+#include <wellodreader.h>
+#include <wellreader.h>
+#include <welltrack.h>
+
+namespace opendtect {
+
+namespace {
+
+QVector<float> samples(const float *first, int count)
+{
+    QVector<float> copy(count);
+    std::copy_n(first, count, copy.begin());
+    return copy;
+}
+
+// A log of which only the header is known has two undefined samples at the ends of its range.
+std::unique_ptr<Well::Log> headerOf(const Well::Log &log)
+{
+    auto header = std::make_unique<Well::Log>(log.name());
+    header->setUnitMeasLabel(log.unitMeasLabel());
+    header->setMnemLabel(log.mnemLabel());
+    header->pars() = log.pars();
+    for (const int end : {0, log.size() - 1})
+        header->addValue(log.dah(end), mUdf(float));
+    return header;
+}
+
+void put(Well::LogSet &logs, std::unique_ptr<Well::Log> log, int place)
+{
+    logs.add(log.release());
+    for (int i = logs.size() - 1; i > place; --i)
+        logs.swap(i, i - 1);
+}
+
+} // namespace
+
+QString fileStem(const IOObj &entry)
+{
+    const QFileInfo main(toQString(Well::odIO::getMainFileName(entry)));
+    return main.path() + QLatin1Char('/') + main.completeBaseName();
+}
+
+StoredWell::StoredWell(const IOObj &entry)
+    : m_name(toQString(entry.name().buf()))
+    , m_stem(fileStem(entry))
+    , m_data(new Well::Data)
+    , m_entry(entry.clone())
+{
+    for (const char *ending : {Well::odIO::sExtWell(), Well::odIO::sExtTrack()})
+        m_mainFiles.push_back({file(ending), base::fileState(file(ending)), false});
+    m_data->setMultiID(m_entry->key());
+    const Well::Reader reader(*m_entry, *m_data);
+    if (!reader.getInfo() || !reader.getTrack())
+        m_error = withReason(QStringLiteral("Cannot read the well %1").arg(m_name), toQString(reader.errMsg()));
+}
+
+StoredWell::~StoredWell()
+{
+    // The library deletes a well with its last reference only where the manager knows it.
+    Well::MGR().wells() += m_data.ptr();
+    m_data = nullptr;
+}
+
+QString StoredWell::file(const char *ending, int number) const
+{
+    return toQString(Well::odIO::mkFileName(m_stem.toUtf8().constData(), ending, number));
+}
+
+QString StoredWell::markerFile() const
+{
+    return file(Well::odIO::sExtMarkers());
+}
+
+bool StoredWell::ReadFile::isUnchanged() const
+{
+    const base::FileState now = base::fileState(path);
+    return isOurs ? now.hasSameStamp(state) : now.isSame(state);
+}
+
+bool StoredWell::isOf(const IOObj &entry) const
+{
+    return fileStem(entry) == m_stem && toQString(entry.name().buf()) == m_name;
+}
+
+bool StoredWell::isUnchanged() const
+{
+    return std::all_of(m_mainFiles.begin(), m_mainFiles.end(), [](const ReadFile &main) {
+        const base::FileState now = base::fileState(main.path);
+        // A track of its own is rare.
+        return now.isSame(main.state) || (now.size < 0 && main.state.size < 0);
+    });
+}
+
+bool StoredWell::areLogsUnchanged() const
+{
+    return m_hasReadLogs
+        && std::all_of(m_logFiles.begin(), m_logFiles.end(), [](const ReadFile &log) { return log.isUnchanged(); })
+        && !QFile::exists(file(Well::odIO::sExtLog(), logFileCount() + 1));
+}
+
+// Into the data, behind the logs that are there. What lies deeper than the track does not make it longer here.
+bool StoredWell::addLog(const QString &path, bool isHeaderOnly)
+{
+    od_istream stream(path.toUtf8().constData());
+    uiString reason;
+    const Well::odReader reader(*m_entry, *m_data, reason);
+    const Well::Track track(m_data->track());
+    const int before = m_data->logs().size();
+    const bool isAdded = reader.addLog(stream, isHeaderOnly) && m_data->logs().size() > before;
+    m_data->track() = track;
+    return isAdded;
+}
+
+void StoredWell::readLogHeaders()
+{
+    m_data->logs().setEmpty();
+    m_logs.clear();
+    m_logFileOf.clear();
+    m_logFiles.clear();
+    for (int number = 1;; ++number) {
+        const QString path = file(Well::odIO::sExtLog(), number);
+        const base::FileState state = base::fileState(path);
+        if (state.size < 0)
+            break;
+        m_logFiles.push_back({path, state, false});
+        if (!addLog(path, true))
+            continue;
+        const Well::Log &log = m_data->logs().getLog(m_data->logs().size() - 1);
+        m_logs.append({toQString(log.name().buf()), toQString(log.unitMeasLabel())});
+        m_logFileOf.append(logFileCount() - 1);
+    }
+    m_hasReadLogs = true;
+}
+
+const QVector<host::LogInfo> &StoredWell::logs()
+{
+    if (!areLogsUnchanged())
+        readLogHeaders();
+    return m_logs;
+}
+
+int StoredWell::indexOfLog(const char *name)
+{
+    logs();
+    return m_data->logs().indexOf(name);
+}
+
+host::Outcome<host::LogData> StoredWell::log(int index)
+{
+    if (index < 0 || index >= logs().size())
+        return {{}, QStringLiteral("The well %1 has no log with the index %2.").arg(m_name).arg(index)};
+    const host::LogInfo &info = m_logs.at(index);
+    Well::LogSet &set = m_data->logs();
+    std::unique_ptr<Well::Log> header(set.remove(index));
+    const bool isRead = addLog(m_logFiles.at(m_logFileOf.at(index)).path, false);
+    const std::unique_ptr<Well::Log> log(isRead ? set.remove(set.size() - 1) : nullptr);
+    put(set, std::move(header), index);
+    if (!log || !log->isLoaded())
+        return {{}, QStringLiteral("Cannot read the log \"%1\" of the well %2.").arg(info.name, m_name)};
+    host::LogData read;
+    read.name = info.name;
+    read.unit = toQString(log->unitMeasLabel());
+    read.depths = samples(log->dahArr(), log->size());
+    read.values = samples(log->valArr(), log->size());
+    return {read, {}};
+}
+
+const Well::Log *StoredWell::logHeader(const char *name)
+{
+    const int index = indexOfLog(name);
+    return index < 0 ? nullptr : &m_data->logs().getLog(index);
+}
+
+host::Outcome<QString> StoredWell::logFile(const char *name)
+{
+    const int index = indexOfLog(name);
+    if (m_logs.size() != logFileCount())
+        return {{},
+                QStringLiteral("One of the logs of the well %1 is unreadable or has the name of another; the host "
+                               "would write over the wrong log. Nothing was changed.")
+                    .arg(m_name)};
+    return {index < 0 ? file(Well::odIO::sExtLog(), logFileCount() + 1) : m_logFiles.at(m_logFileOf.at(index)).path,
+            {}};
+}
+
+void StoredWell::logWritten(const Well::Log &log, const QString &path)
+{
+    Well::LogSet &set = m_data->logs();
+    const host::LogInfo info{toQString(log.name().buf()), toQString(log.unitMeasLabel())};
+    const ReadFile file{path, base::fileState(path), true};
+    const int index = set.indexOf(log.name());
+    if (index >= 0) {
+        const std::unique_ptr<Well::Log> before(set.remove(index));
+        m_logs[index] = info;
+        m_logFiles[m_logFileOf.at(index)] = file;
+    } else {
+        m_logs.append(info);
+        m_logFileOf.append(logFileCount());
+        m_logFiles.push_back(file);
+    }
+    put(set, headerOf(log), index >= 0 ? index : set.size());
+}
+
+Well::MarkerSet &StoredWell::markers()
+{
+    return m_data->markers();
+}
+
+host::Status StoredWell::readMarkers()
+{
+    m_data->markers().erase();
+    if (!QFile::exists(markerFile()))
+        return {};
+    const Well::Reader reader(*m_entry, *m_data);
+    if (reader.getMarkers())
+        return {};
+    return {
+        withReason(QStringLiteral("Cannot read the markers of the well %1").arg(m_name), toQString(reader.errMsg()))};
+}
+
+} // namespace opendtect
