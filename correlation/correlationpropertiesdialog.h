@@ -1,0 +1,87 @@
+#pragma once
+
+#include "correlation/correlationproperties.h"
+
+#include <QDialog>
+
+QT_BEGIN_NAMESPACE
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QVBoxLayout;
+QT_END_NAMESPACE
+
+class CorrelationMarkersTable;
+class CorrelationWellsTable;
+class CorrelationZonesTable;
+struct ProjectData;
+
+/// Edits one correlation: wells with templates, markers, zones, track width and scale. What the view draws is what was
+/// saved, not what the choosers show meanwhile.
+class CorrelationPropertiesDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// Shows the saved correlation \a name; an empty dialog where there is none. \a projectData must outlive it.
+    CorrelationPropertiesDialog(ProjectData &projectData, const QString &name, QWidget *parent = nullptr);
+
+    /// What the file says.
+    const CorrelationProperties &saved() const { return m_saved; }
+    /// Whether there is a file.
+    bool isStored() const { return m_isStored; }
+    /// The marker at which the view is to be flattened since the last save; empty for none. Not stored.
+    const QString &flatMarker() const { return m_flatMarker; }
+    /// Whether the user edited something since it was opened or saved.
+    bool isChanged() const { return m_isChanged; }
+    /// Saves; false when a warning was shown and nothing was written.
+    bool save();
+
+signals:
+    void sendCorrelationNameChanged(QString name);
+    /// The file was written.
+    void correlationDataChanged();
+
+public slots:
+    void correlationNameChanged();
+    void wellChanged();
+    void addWellClicked();
+    void removeWellClicked();
+    void allTopsChecked(bool areChecked);
+    void setAllTopCheckBox(bool isChecked);
+    void zoneAddClicked();
+    void zoneDeleteClicked();
+    void zoneTableCellClicked(int row, int column);
+    void saveButtonClicked();
+    void okButtonClicked();
+
+private:
+    QWidget *makeWellsPart();
+    QWidget *makeMarkersPart();
+    QWidget *makeZonesPart();
+    void addScaleRows(QVBoxLayout *layout);
+    void fill(const CorrelationProperties &properties);
+    void refillMarkers();
+    void tellMissing(const CorrelationProperties &properties);
+    void markChanged();
+    CorrelationProperties collected() const;
+    QString problem(const CorrelationProperties &properties) const;
+
+    ProjectData &m_data;
+    CorrelationProperties m_saved;
+    QString m_storedName; ///< the name of its folder
+    QString m_flatMarker;
+    bool m_isStored = false;
+    bool m_isChanged = false;
+    QLineEdit *m_name;
+    CorrelationWellsTable *m_wells = nullptr;
+    QCheckBox *m_allMarkers = nullptr;
+    CorrelationMarkersTable *m_markers = nullptr;
+    QComboBox *m_flatAt = nullptr;
+    QCheckBox *m_hasPerforations = nullptr;
+    CorrelationZonesTable *m_zones = nullptr;
+    QComboBox *m_trackWidth = nullptr;
+    QComboBox *m_scale = nullptr;
+    QLabel *m_missing = nullptr;
+};

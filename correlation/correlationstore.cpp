@@ -1,0 +1,72 @@
+#include "correlation/correlationstore.h"
+
+#include "base/folderremoval.h"
+#include "datastore/project.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace correlation {
+
+namespace {
+
+QString folderOf(const Project &project, const QString &name)
+{
+    return correlationsFolder(project) + QLatin1Char('/') + name;
+}
+
+QString fileOf(const Project &project, const QString &name)
+{
+    return folderOf(project, name) + QStringLiteral("/properties.txt");
+}
+
+} // namespace
+
+QString correlationsFolder(const Project &project)
+{
+    return project.projectFolder + QStringLiteral("/Correlations");
+}
+
+bool exists(const Project &project, const QString &name)
+{
+    const QFileInfo folder(folderOf(project, name));
+    return folder.exists() || folder.isSymLink();
+}
+
+std::optional<CorrelationProperties> load(const Project &project, const QString &name, const KnownNames &known,
+                                          QString *error)
+{
+    QFile file(fileOf(project, name));
+    if (!file.open(QIODevice::ReadOnly)) {
+        if (error && file.exists())
+            *error = file.errorString();
+        return std::nullopt;
+    }
+    CorrelationProperties properties = parseProperties(file.readAll(), known);
+    properties.name = name; // the folder's name counts, whatever the first line says
+    return properties;
+}
+
+base::WriteResult write(const Project &project, const CorrelationProperties &properties)
+{
+    const QString folder = folderOf(project, properties.name);
+    const bool isNew = !QFileInfo::exists(folder);
+    if (isNew && !QDir().mkpath(folder))
+        return {QStringLiteral("The folder %1 cannot be made.").arg(folder)};
+    const QString path = fileOf(project, properties.name);
+    base::WriteResult result = base::writeFileAtomically(path, propertiesBytes(properties));
+    if (!result.ok()) {
+        result.error = path + QStringLiteral(": ") + result.error;
+        if (isNew)
+            QDir().rmdir(folder);
+    }
+    return result;
+}
+
+bool remove(const Project &project, const QString &name)
+{
+    return !exists(project, name) || base::removeFolder(correlationsFolder(project), name, project.projectFolder);
+}
+
+} // namespace correlation

@@ -1,0 +1,91 @@
+#include "correlation/correlationwellstable.h"
+
+#include "datastore/projectdata.h"
+#include "templates/templatestore.h"
+
+#include <QComboBox>
+#include <QHeaderView>
+
+namespace {
+
+constexpr int wellColumn = 0;
+constexpr int templateColumn = 1;
+
+} // namespace
+
+CorrelationWellsTable::CorrelationWellsTable(ProjectData &projectData, QWidget *parent)
+    : QTableWidget(0, 2, parent)
+    , m_data(projectData)
+{
+    setObjectName(QStringLiteral("wellsTable"));
+    setHorizontalHeaderLabels({QStringLiteral("Well"), QStringLiteral("Template")});
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    setSelectionBehavior(SelectRows);
+}
+
+QStringList CorrelationWellsTable::templatesOf(const QString &wellName) const
+{
+    return m_data.project.globalTemplateNames + wellTemplateNames(m_data.project, wellName);
+}
+
+QComboBox *CorrelationWellsTable::chooser(int row, int column) const
+{
+    return qobject_cast<QComboBox *>(cellWidget(row, column));
+}
+
+void CorrelationWellsTable::addWell(const CorrelationWell &well)
+{
+    const int row = rowCount();
+    insertRow(row);
+    auto *wells = new QComboBox;
+    wells->setObjectName(QStringLiteral("wellChooser"));
+    wells->addItems(m_data.catalogue.wellNames());
+    wells->setCurrentText(well.wellName);
+    setCellWidget(row, wellColumn, wells);
+    auto *templates = new QComboBox;
+    templates->setObjectName(QStringLiteral("templateChooser"));
+    setCellWidget(row, templateColumn, templates);
+    renumber();
+    refillTemplates(row);
+    templates->setCurrentText(well.templateName);
+    connect(wells, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this, wells] {
+        refillTemplates(wells->property("row").toInt());
+        emit wellChosen();
+    });
+    connect(templates, QOverload<int>::of(&QComboBox::activated), this, &CorrelationWellsTable::templateChosen);
+}
+
+void CorrelationWellsTable::removeWell()
+{
+    if (rowCount() == 0)
+        return;
+    removeRow(currentRow() >= 0 ? currentRow() : rowCount() - 1);
+    renumber();
+}
+
+void CorrelationWellsTable::renumber()
+{
+    for (int row = 0; row < rowCount(); ++row)
+        for (const int column : {wellColumn, templateColumn})
+            if (QComboBox *box = chooser(row, column))
+                box->setProperty("row", row);
+}
+
+QVector<CorrelationWell> CorrelationWellsTable::wells() const
+{
+    QVector<CorrelationWell> wells;
+    for (int row = 0; row < rowCount(); ++row)
+        wells.append({chooser(row, wellColumn)->currentText(), chooser(row, templateColumn)->currentText()});
+    return wells;
+}
+
+void CorrelationWellsTable::refillTemplates(int row)
+{
+    QComboBox *templates = chooser(row, templateColumn);
+    if (!templates)
+        return;
+    const QString chosen = templates->currentText();
+    templates->clear();
+    templates->addItems(templatesOf(chooser(row, wellColumn)->currentText()));
+    templates->setCurrentText(chosen);
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "correlation/correlationproperties.h"
+
+#include <QTableWidget>
+
+QT_BEGIN_NAMESPACE
+class QComboBox;
+QT_END_NAMESPACE
+
+struct ProjectData;
+
+/// The wells of a correlation from left to right: in each row a chooser of a well and one of its templates.
+class CorrelationWellsTable : public QTableWidget
+{
+    Q_OBJECT
+
+public:
+    /// \a projectData must outlive the table.
+    explicit CorrelationWellsTable(ProjectData &projectData, QWidget *parent = nullptr);
+
+    /// Adds a row at the end. A name that is none of the choosers' leaves them at their first entry.
+    void addWell(const CorrelationWell &well = {});
+    /// Removes the current row, or the last one when none is current.
+    void removeWell();
+    QVector<CorrelationWell> wells() const;
+    /// Fills the template chooser of a row anew for its well; the chosen template stays where the well has it.
+    void refillTemplates(int row);
+
+signals:
+    /// The user chose another well; the sender of the chooser has the property "row".
+    void wellChosen();
+    void templateChosen();
+
+private:
+    QComboBox *chooser(int row, int column) const;
+    void renumber();
+    QStringList templatesOf(const QString &wellName) const;
+
+    ProjectData &m_data;
+};
