@@ -1,0 +1,100 @@
+#pragma once
+
+#include "correlation/correlationgeometry.h"
+#include "correlation/correlationwells.h"
+#include "logview/paperview.h"
+
+#include <memory>
+
+class CorrelationViewProperty;
+class TrackHeaders;
+class TrackItem;
+
+/// Draws the wells of a correlation side by side, joins equal markers of neighbours and shades zones between them.
+class CorrelationView : public PaperView
+{
+    Q_OBJECT
+
+public:
+    static constexpr int defaultWellDistance = 10000;
+
+    /// \a headerScene takes the headers; it is not owned and must outlive the view, as \a projectData must.
+    CorrelationView(ProjectData &projectData, QGraphicsScene *headerScene, QWidget *parent = nullptr);
+    ~CorrelationView() override;
+
+    CorrelationViewProperty *panel() const { return m_panel.get(); }
+    const CorrelationProperties &properties() const { return m_properties; }
+
+    /// Shows a correlation: reads what it has not read yet and draws. \a flatMarker is chosen in the panel.
+    void load(const CorrelationProperties &properties, const QString &flatMarker);
+    /// Reads a well anew, or all with an empty name, and draws.
+    void reload(const QString &wellName);
+
+    float scaleFactor() const { return m_scale; }
+    void setScaleFactor(float scale);
+    int depthType() const { return m_depthType; } ///< logview::DepthType
+    void setDepthType(int depthType);
+    logview::DepthUnit depthUnit() const { return m_depthUnit; }
+    void setDepthUnit(logview::DepthUnit unit);
+    /// Empty for none.
+    void setFlatMarker(const QString &markerName);
+    int wellDistance() const { return m_wellDistance; }
+    void setWellDistance(int distance);
+
+    /// Draws everything anew; nothing before a correlation was loaded.
+    void redraw();
+    /// How often that was done.
+    int redrawCount() const { return m_redrawCount; }
+    /// What could not be shown as the file says, in one line; empty when all could.
+    const QString &notes() const { return m_notes; }
+    /// What stands where since the last redraw.
+    const QVector<correlation::WellColumn> &columns() const { return m_columns; }
+    /// Left to right, of all wells.
+    const QVector<TrackItem *> &tracks() const { return m_tracks; }
+
+signals:
+    void propertyWidgetChanged(QWidget *propertyWidget);
+    void statusChanged(const QString &text);
+    /// The scenes have another size.
+    void laidOut();
+
+public slots:
+    void setStatusLabel(QString statusText);
+
+protected:
+    void wheelEvent(QWheelEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void drawWell(const CorrelationWell &named, QStringList *notes);
+    void drawTracks(const QVector<TrackInfo> &definitions, const CorrelationWells::Well &well,
+                    correlation::WellColumn *column);
+    void drawMarkers(const QString &wellName, const correlation::WellColumn &column);
+    void drawConnections();
+    void showAllDepths();
+    void changeScaleKeepingPlace(double scale);
+
+    ProjectData &m_data;
+    QGraphicsScene *m_headerScene;
+    std::unique_ptr<QGraphicsScene> m_scene;
+    std::unique_ptr<TrackHeaders> m_headers;
+    std::unique_ptr<CorrelationViewProperty> m_panel;
+    CorrelationWells m_wells;
+    CorrelationProperties m_properties;
+    QVector<correlation::WellColumn> m_columns;
+    QVector<TrackItem *> m_tracks; ///< owned by the scene
+    QString m_flatMarker;
+    QString m_notes;
+    QPoint m_dragStart;
+    int m_dotsPerInch;
+    float m_scale = logview::defaultDepthScale;
+    int m_depthType = logview::MeasuredDepth;
+    logview::DepthUnit m_depthUnit = logview::Metre;
+    int m_wellDistance = defaultWellDistance;
+    int m_redrawCount = 0;
+    bool m_isReady = false;
+    bool m_isDragged = false;
+};

@@ -1,0 +1,133 @@
+#include "correlation/correlationviewtabwidget.h"
+
+#include "base/asker.h"
+#include "correlation/correlationdisplaywidget.h"
+#include "correlation/correlationpropertiesdialog.h"
+#include "correlation/correlationview.h"
+#include "datastore/projectdata.h"
+
+#include <QTabWidget>
+#include <QTreeWidgetItem>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int correlationPage = 1;
+
+// "&" would mark a key in the text of a tab.
+QString tabText(QString name)
+{
+    return name.replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
+
+} // namespace
+
+CorrelationViewTabWidget::CorrelationViewTabWidget(ProjectData &projectData, QDockWidget *propertiesDock,
+                                                   QTabWidget *pages, QWidget *parent)
+    : QWidget(parent)
+    , m_data(projectData)
+    , m_dock(propertiesDock)
+    , m_pages(pages)
+    , m_tabs(new QTabWidget)
+{
+    setObjectName(QStringLiteral("CorrelationViewTabWidget"));
+    setWindowTitle(QStringLiteral("Correlation View"));
+    m_tabs->setObjectName(QStringLiteral("correlationTabs"));
+    m_tabs->setTabsClosable(true);
+    m_tabs->setMovable(false);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_tabs);
+    connect(m_tabs, &QTabWidget::tabCloseRequested, this, &CorrelationViewTabWidget::closeCorrTab);
+    connect(m_tabs, &QTabWidget::currentChanged, this, &CorrelationViewTabWidget::tabChanged);
+}
+
+CorrelationDisplayWidget *CorrelationViewTabWidget::display(int tab) const
+{
+    return qobject_cast<CorrelationDisplayWidget *>(m_tabs->widget(tab));
+}
+
+CorrelationDisplayWidget *CorrelationViewTabWidget::currentDisplay() const
+{
+    return display(m_tabs->currentIndex());
+}
+
+void CorrelationViewTabWidget::addCorrelation(QTreeWidgetItem *item)
+{
+    if (!item)
+        return;
+    if (m_pages)
+        m_pages->setCurrentIndex(correlationPage);
+    const QString name = item->text(0);
+    const int open = m_names.indexOf(name);
+    if (open >= 0) {
+        m_tabs->setCurrentIndex(open);
+        return;
+    }
+    auto *display = new CorrelationDisplayWidget(m_data, name, m_dock);
+    connect(display, &CorrelationDisplayWidget::renamed, this, [this, display](const QString &newName) {
+        correlationNameChanged(m_tabs->indexOf(display), newName);
+    });
+    m_names.append(name); // before the tab: the signal of a first tab finds it
+    m_tabs->setCurrentIndex(m_tabs->addTab(display, tabText(name)));
+}
+
+void CorrelationViewTabWidget::closeCorrTab(int tab)
+{
+    const QPointer<CorrelationDisplayWidget> closing = display(tab);
+    if (!closing)
+        return;
+    const QPointer<CorrelationViewTabWidget> self = this;
+    if (closing->dialog()->isChanged()
+        && m_data.asker.confirm(windowTitle(),
+                                QStringLiteral("Correlation Properties has been changed.\nWould you like to saved it "
+                                               "before close it ?"))
+        && self && closing && !closing->dialog()->save())
+        return;
+    if (self && closing)
+        removeTab(m_tabs->indexOf(closing));
+}
+
+void CorrelationViewTabWidget::removeTab(int tab)
+{
+    const QWidget *display = m_tabs->widget(tab);
+    if (!display)
+        return;
+    m_names.removeAt(tab);
+    m_tabs->removeTab(tab);
+    delete display;
+}
+
+void CorrelationViewTabWidget::tabChanged(int tab)
+{
+    if (CorrelationDisplayWidget *shown = display(tab))
+        shown->showPanel();
+}
+
+void CorrelationViewTabWidget::correlationNameChanged(int tab, const QString &name)
+{
+    if (tab < 0 || tab >= m_names.size())
+        return;
+    const QString oldName = m_names.at(tab);
+    m_names[tab] = name;
+    m_tabs->setTabText(tab, tabText(name));
+    emit correlationRenamed(oldName, name);
+}
+
+void CorrelationViewTabWidget::keepOnly(const QStringList &existing)
+{
+    for (int tab = m_names.size(); tab-- > 0;)
+        if (!existing.contains(m_names.at(tab)) && display(tab)->dialog()->isStored())
+            removeTab(tab);
+}
+
+void CorrelationViewTabWidget::forget(const QString &name)
+{
+    removeTab(m_names.indexOf(name));
+}
+
+void CorrelationViewTabWidget::wellChanged(const QString &wellName)
+{
+    for (int tab = 0; tab < m_names.size(); ++tab)
+        display(tab)->view()->reload(wellName);
+}

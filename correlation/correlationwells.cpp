@@ -1,0 +1,54 @@
+#include "correlation/correlationwells.h"
+
+#include "datastore/projectdata.h"
+#include "logview/welldisplaydata.h"
+#include "templates/templatestore.h"
+
+CorrelationWells::CorrelationWells(ProjectData &projectData, int dotsPerInch)
+    : m_data(projectData)
+    , m_dotsPerInch(dotsPerInch)
+{
+}
+
+const CorrelationWells::Well *CorrelationWells::well(const QString &name)
+{
+    const auto known = m_wells.constFind(name);
+    if (known != m_wells.cend())
+        return &*known;
+    const int index = m_data.catalogue.indexOf(name);
+    if (index < 0)
+        return nullptr;
+    Well well;
+    well.data = std::make_shared<WellDisplayData>(m_data, name);
+    if (well.data->initialTrackWidth(LinearTrack) <= 0)
+        well.data->setDotsPerInch(m_dotsPerInch);
+    well.markers = correlation::markersByName(m_data.catalogue.markers(index));
+    return &*m_wells.insert(name, well);
+}
+
+QVector<TrackInfo> CorrelationWells::tracks(const CorrelationWell &named, bool *isGone)
+{
+    const bool isKnown = m_data.project.globalTemplateNames.contains(named.templateName)
+        || wellTemplateNames(m_data.project, named.wellName).contains(named.templateName);
+    *isGone = !isKnown;
+    const QString templateName = isKnown ? named.templateName : QStringLiteral("Default");
+    const QString key = named.wellName + QChar(0) + templateName;
+    auto tracks = m_tracks.find(key);
+    if (tracks == m_tracks.end()) {
+        QVector<TrackInfo> resolved;
+        if (const Well *data = well(named.wellName))
+            for (const TrackInfo &track : loadTemplate(m_data.project, templateName, named.wellName))
+                resolved.append(data->data->resolved(track));
+        tracks = m_tracks.insert(key, resolved);
+    }
+    return *tracks;
+}
+
+void CorrelationWells::forgetWell(const QString &name)
+{
+    m_tracks.clear();
+    if (name.isEmpty())
+        m_wells.clear();
+    else
+        m_wells.remove(name);
+}
