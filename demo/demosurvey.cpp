@@ -11,6 +11,7 @@
 #include "datastore/perforationfile.h"
 #include "datastore/project.h"
 #include "datastore/projectseeds.h"
+#include "demo/democorrelation.h"
 #include "demo/demofield.h"
 #include "demo/demotemplate.h"
 #include "las/lasheader.h"
@@ -83,6 +84,8 @@ public:
         m_catalogue.build();
         for (const Well &well : field.wells)
             importWell(well);
+        if (!writeDemoCorrelation(m_project, field))
+            return QStringLiteral("Cannot write a correlation below %1.").arg(m_project.projectFolder);
         return m_asker.messages.join(QLatin1Char('\n'));
     }
 

@@ -61,10 +61,10 @@ struct JpegWriter::Compressor
         errors.error_exit = fail;
         errors.emit_message = dropMessage;
         errors.output_message = dropOutput;
+        picture.client_data = this;
         if (setjmp(failed))
             return false;
         jpeg_create_compress(&picture);
-        picture.client_data = this;
         destination.init_destination = begin;
         destination.empty_output_buffer = empty;
         destination.term_destination = end;

@@ -1,0 +1,533 @@
+#include "correlation/correlationview.h"
+
+#include "correlation/correlationdisplaywidget.h"
+#include "correlation/correlationpropertiesdialog.h"
+#include "correlation/correlationviewproperty.h"
+#include "correlationfixture.h"
+#include "logview/curveitem.h"
+#include "logview/markeritem.h"
+#include "logview/trackheaderitem.h"
+#include "logview/trackitem.h"
+#include "logview/wellnameitem.h"
+#include "support/testmain.h"
+
+#include <QContextMenuEvent>
+#include <QDockWidget>
+#include <QGraphicsLineItem>
+#include <QGraphicsPolygonItem>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPainter>
+#include <QScrollBar>
+#include <QSplitter>
+#include <QWheelEvent>
+#include <QtTest>
+
+#include <memory>
+
+namespace {
+
+constexpr double trackWidth = 1.2 * 96;
+constexpr double depthTrackWidth = 48;
+constexpr double wellWidth = trackWidth + depthTrackWidth;
+
+// y of a depth that is \a depth below the top, at 1:1000.
+double y(double depth)
+{
+    return depth / 1000 * 100 * 96 / 2.54;
+}
+
+bool isNear(double a, double b)
+{
+    return std::abs(a - b) < 0.1;
+}
+
+struct ViewFixture : CorrelationFixture
+{
+    CorrelationView *show(const QString &name = QStringLiteral("North"))
+    {
+        if (!launch)
+            openAt96Dots();
+        display = std::make_unique<CorrelationDisplayWidget>(*launch, name, &dock);
+        display->resize(900, 700);
+        display->show();
+        return display->view();
+    }
+    CorrelationView *view() const { return display->view(); }
+    CorrelationViewProperty *panel() const { return view()->panel(); }
+
+    template<class Item>
+    QVector<Item *> itemsOf(QGraphicsScene *scene) const
+    {
+        QVector<Item *> found;
+        for (QGraphicsItem *item : scene->items(Qt::AscendingOrder))
+            if (!item->parentItem())
+                if (auto *one = dynamic_cast<Item *>(item))
+                    found.append(one);
+        std::sort(found.begin(), found.end(), [](const Item *a, const Item *b) { return a->x() < b->x(); });
+        return found;
+    }
+    QVector<MarkerItem *> markers() const { return itemsOf<MarkerItem>(view()->scene()); }
+    QVector<QGraphicsLineItem *> lines() const
+    {
+        QVector<QGraphicsLineItem *> found;
+        for (QGraphicsLineItem *item : itemsOf<QGraphicsLineItem>(view()->scene()))
+            if (!dynamic_cast<MarkerItem *>(item))
+                found.append(item);
+        return found;
+    }
+    QVector<QGraphicsPolygonItem *> zones() const { return itemsOf<QGraphicsPolygonItem>(view()->scene()); }
+    QGraphicsScene *headers() const { return display->headerView()->scene(); }
+
+    void type(const char *field, const QString &text) const
+    {
+        auto *edit = find<QLineEdit>(panel(), field);
+        edit->setText(text);
+        emit edit->editingFinished();
+    }
+    QString text(const char *field) const { return find<QLineEdit>(panel(), field)->text(); }
+    void choose(const char *field, const QString &text) const { find<QComboBox>(panel(), field)->setCurrentText(text); }
+    QString status() const { return find<QLabel>(display.get(), "statusLine")->text(); }
+
+    void wheel(int turn, Qt::KeyboardModifiers modifiers = Qt::ControlModifier, int sideways = 0) const
+    {
+        QWheelEvent event(QPointF(50, 50), view()->viewport()->mapToGlobal(QPoint(50, 50)), {},
+                          QPoint(sideways, turn), Qt::NoButton, modifiers, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(view()->viewport(), &event);
+    }
+
+    QDockWidget dock;
+    std::unique_ptr<CorrelationDisplayWidget> display;
+};
+
+} // namespace
+
+class tst_correlationview : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m = std::make_unique<ViewFixture>(); }
+    void cleanup() { m.reset(); }
+
+    void wellsStandSideBySide()
+    {
+        m->store("North", "3\nA:T\nB:T\nC:T\n");
+        const CorrelationView *view = m->show();
+        QCOMPARE(view->tracks().size(), 6);
+        QCOMPARE(view->tracks().at(0)->pos(), QPointF(0, 0));
+        QVERIFY(isNear(view->tracks().at(1)->x(), trackWidth));
+        const double second = std::trunc(wellWidth + 80);
+        QVERIFY(isNear(view->tracks().at(2)->x(), second));
+        const double third = std::trunc(second + wellWidth + 80);
+        QVERIFY(isNear(view->tracks().at(4)->x(), third));
+        QVERIFY(isNear(static_cast<double>(view->tracks().at(0)->width()), trackWidth));
+        QVERIFY(isNear(static_cast<double>(view->tracks().at(1)->width()), depthTrackWidth));
+        QCOMPARE(view->tracks().at(2)->trackNumber(), 0);
+        QCOMPARE(view->tracks().at(3)->trackNumber(), 1);
+        QCOMPARE(view->tracks().at(2)->wellName(), QString("B"));
+        // The highest is B: 2000 m. The last 80 pixels count.
+        const QRectF area = view->scene()->sceneRect();
+        QCOMPARE(area.topLeft(), QPointF(0, 0));
+        QCOMPARE(area.width(), std::trunc(third + wellWidth + 80));
+        QVERIFY(isNear(area.height(), y(2000) + 50));
+        QCOMPARE(m->headers()->sceneRect(), QRectF(0, 0, area.width(), 720));
+    }
+
+    void headersStandAboveTheirTracks()
+    {
+        m->store("North");
+        const CorrelationView *view = m->show();
+        const auto headers = m->itemsOf<TrackHeaderItem>(m->headers());
+        QCOMPARE(headers.size(), 4);
+        for (int i = 0; i < headers.size(); ++i)
+            QCOMPARE(headers.at(i)->pos(), QPointF(view->tracks().at(i)->x(), 20));
+        const auto banners = m->itemsOf<WellNameItem>(m->headers());
+        QCOMPARE(banners.size(), 2);
+        QCOMPARE(banners.at(1)->pos(), QPointF(view->tracks().at(2)->x(), 0));
+    }
+
+    void tracksSpanTheirWell()
+    {
+        m->store("North");
+        const CorrelationView *view = m->show();
+        const TrackItem *track = view->tracks().at(0);
+        QCOMPARE(track->axis().start, 0.0F);
+        QCOMPARE(track->axis().end, 1500.0F);
+        QVERIFY(isNear(static_cast<double>(track->height()), y(1500)));
+        QCOMPARE(view->tracks().at(2)->axis().end, 2000.0F);
+        m->choose("depthTypeBox", "TVDSS");
+        track = view->tracks().at(0);
+        QCOMPARE(view->depthType(), 2);
+        QCOMPARE(track->axis().start, -25.0F);
+        QCOMPARE(track->axis().end, 1475.0F);
+        QCOMPARE(track->depthReference().type, logview::TvdSubsea);
+        m->choose("depthUnitBox", "FEET");
+        track = view->tracks().at(0);
+        QCOMPARE(track->axis().start, float(-25 * 3.28084));
+        QCOMPARE(track->depthReference().unit, logview::Feet);
+        m->choose("depthTypeBox", "MD");
+        QCOMPARE(view->tracks().at(0)->axis().end, float(1500 * 3.28084));
+        m->panel()->depthTypeChanged("TVDKB");
+        QCOMPARE(view->depthType(), 1);
+        QCOMPARE(view->tracks().at(0)->axis().start, 0.0F);
+    }
+
+    void markersAndTheirLines()
+    {
+        m->store("North", "3\nA:T\nB:T\nC:T\n", "2\nTop\nBase\n");
+        const CorrelationView *view = m->show();
+        const auto markers = m->markers();
+        QCOMPARE(markers.size(), 5); // C has no Base
+        for (const MarkerItem *marker : markers) {
+            QCOMPARE(marker->zValue(), 10.0);
+            QVERIFY(isNear(static_cast<double>(marker->width()), wellWidth));
+        }
+        const auto *top = *std::find_if(markers.begin(), markers.end(), [](const MarkerItem *marker) {
+            return marker->wellName() == "B" && marker->markerName() == "Top";
+        });
+        QCOMPARE(top->x(), view->tracks().at(2)->x());
+        QVERIFY(isNear(top->y(), y(630 - 30)));
+        QCOMPARE(top->lineColor(), QColor(200, 0, 0));
+
+        const auto lines = m->lines();
+        QCOMPARE(lines.size(), 3);
+        const QLineF first = lines.at(0)->line();
+        QVERIFY(isNear(first.x1(), wellWidth) && isNear(first.y1(), y(500)));
+        QVERIFY(isNear(first.x2(), view->tracks().at(2)->x()) && isNear(first.y2(), y(600)));
+        const QPen pen = lines.at(0)->pen();
+        QCOMPARE(pen.color(), QColor(200, 0, 0));
+        QCOMPARE(pen.widthF(), 2.0);
+        QCOMPARE(pen.style(), Qt::SolidLine);
+        QCOMPARE(pen.capStyle(), Qt::SquareCap);
+        QCOMPARE(pen.joinStyle(), Qt::BevelJoin);
+        QVERIFY(pen.isCosmetic());
+    }
+
+    void onlyTickedMarkersAreDrawn()
+    {
+        m->store("North", "2\nA:T\nB:T\n", "0\n");
+        m->show();
+        QVERIFY(m->markers().isEmpty());
+        QVERIFY(m->lines().isEmpty());
+    }
+
+    void zonesAreShaded()
+    {
+        m->store("North", "2\nA:T\nB:T\n", "1\nTop\n", "2\nZ|Top|Base|#ff8000|1|0|0\nHidden|1|2|#ff8000|0|1|1\n");
+        const CorrelationView *view = m->show();
+        const auto zones = m->zones();
+        QCOMPARE(zones.size(), 1);
+        QCOMPARE(zones.at(0)->brush().color(), QColor(0xff, 0x80, 0, 80));
+        QCOMPARE(zones.at(0)->pen().style(), Qt::NoPen);
+        QVERIFY(zones.at(0)->zValue() < m->lines().at(0)->zValue());
+        QVERIFY(m->lines().at(0)->zValue() < 10);
+        QVERIFY(isNear(zones.at(0)->polygon().at(2).x(), view->tracks().at(2)->x()));
+        QVERIFY(isNear(zones.at(0)->polygon().at(2).y(), y(1000)));
+    }
+
+    void zonesNeedTheBox()
+    {
+        m->store("North", "2\nA:T\nB:T\n", "0\n", "1\nZ|Top|Base|#ff8000|1|0|0\n", "0");
+        m->show();
+        QVERIFY(m->zones().isEmpty());
+    }
+
+    void flattening()
+    {
+        m->store("North", "3\nA:T\nB:T\nC:T\n", "2\nTop\nBase\n");
+        const CorrelationView *view = m->show();
+        QStringList offered;
+        auto *flat = ViewFixture::find<QComboBox>(m->panel(), "flatAtBox");
+        for (int i = 0; i < flat->count(); ++i)
+            offered.append(flat->itemText(i));
+        QCOMPARE(offered, QStringList({"None", "Top", "Base"}));
+        flat->setCurrentText("Base");
+        QCOMPARE(view->tracks().at(0)->axis().start, float(900 - 1000));
+        QCOMPARE(view->tracks().at(2)->axis().start, float(1000 - 1000));
+        QCOMPARE(view->tracks().at(4)->axis().start, 0.0F); // C has no Base
+        // At one height in both wells.
+        for (const QGraphicsLineItem *line : m->lines())
+            if (isNear(line->line().x1(), wellWidth) && isNear(line->line().y1(), y(1000)))
+                QVERIFY(isNear(line->line().y2(), y(1000)));
+        flat->setCurrentText("None");
+        QCOMPARE(view->tracks().at(0)->axis().start, 0.0F);
+    }
+
+    void aMarkerCalledNone()
+    {
+        m->addDeepWell("D", 0, 3000, {{"None", 2000}});
+        m->store("North", "1\nD:T\n", "1\nNone\n");
+        const CorrelationView *view = m->show();
+        auto *flat = ViewFixture::find<QComboBox>(m->panel(), "flatAtBox");
+        QCOMPARE(view->tracks().at(0)->axis().start, 0.0F);
+        flat->setCurrentIndex(1);
+        QCOMPARE(view->tracks().at(0)->axis().start, 1000.0F);
+        flat->setCurrentIndex(0);
+        QCOMPARE(view->tracks().at(0)->axis().start, 0.0F);
+    }
+
+    void theWheelChangesTheScale()
+    {
+        m->store("North");
+        CorrelationView *view = m->show();
+        m->wheel(-120);
+        QCOMPARE(view->scaleFactor(), 1050.0F);
+        QCOMPARE(m->text("scaleEdit"), QString("1050"));
+        m->wheel(-15);
+        QCOMPARE(view->scaleFactor(), 1100.0F); // one step whatever its size
+        m->wheel(360);
+        QCOMPARE(view->scaleFactor(), 1050.0F);
+        const int redraws = view->redrawCount();
+        m->wheel(0, Qt::ControlModifier, 120);
+        m->wheel(120, Qt::ControlModifier | Qt::ShiftModifier);
+        m->wheel(120, Qt::NoModifier);
+        QCOMPARE(view->redrawCount(), redraws);
+        m->type("scaleEdit", "40");
+        m->wheel(120);
+        QCOMPARE(view->scaleFactor(), 10.0F);
+        m->type("scaleEdit", "50");
+        m->wheel(120);
+        QCOMPARE(view->scaleFactor(), 0.0F);
+        QCOMPARE(m->text("scaleEdit"), QString("0"));
+        QCOMPARE(view->tracks().at(0)->height(), 0.0F);
+        QCOMPARE(view->scene()->sceneRect().height(), 150.0);
+        m->wheel(-120);
+        QCOMPARE(view->scaleFactor(), 50.0F);
+        QVERIFY(view->tracks().at(0)->height() > 0);
+        m->type("scaleEdit", "1234567");
+        m->wheel(-120);
+        QCOMPARE(m->text("scaleEdit"), QString("1.23462e+06"));
+    }
+
+    void theWheelKeepsThePlace()
+    {
+        m->store("North");
+        CorrelationView *view = m->show();
+        QScrollBar *bar = view->verticalScrollBar();
+        bar->setValue(bar->maximum() / 2);
+        const double place = bar->value() / static_cast<double>(bar->maximum());
+        m->type("scaleEdit", "500");
+        bar->setValue(static_cast<int>(place * bar->maximum()));
+        m->wheel(-120);
+        QVERIFY(std::abs(bar->value() - place * bar->maximum()) <= 1);
+    }
+
+    void fieldsThatWereOnlyVisitedChangeNothing()
+    {
+        m->store("North");
+        const CorrelationView *view = m->show();
+        const int redraws = view->redrawCount();
+        emit ViewFixture::find<QLineEdit>(m->panel(), "scaleEdit")->editingFinished();
+        QCOMPARE(view->redrawCount(), redraws);
+        m->type("scaleEdit", "rubbish");
+        QCOMPARE(m->text("scaleEdit"), QString("1000"));
+        QCOMPARE(view->redrawCount(), redraws);
+        m->type("scaleEdit", "2000");
+        QCOMPARE(view->redrawCount(), redraws + 1);
+        QCOMPARE(view->wellDistance(), 10000);
+        m->type("wellDistanceEdit", "55");
+        QCOMPARE(view->wellDistance(), 55);
+        QVERIFY(view->redrawCount() > redraws + 1);
+        QVERIFY(isNear(view->tracks().at(2)->x(), std::trunc(wellWidth + 80)));
+    }
+
+    void aRedrawReadsNothing()
+    {
+        m->store("North", "2\nA:T\nB:T\n", "1\nTop\n");
+        const CorrelationView *view = m->show();
+        for (MemoryHost::Well &well : m->host.storedWells)
+            well.isUnreadable = true; // the next reading would show an error
+        m->type("scaleEdit", "2000");
+        m->choose("depthUnitBox", "FEET");
+        m->choose("depthTypeBox", "TVDSS");
+        m->choose("flatAtBox", "Top");
+        QVERIFY(m->host.errors.isEmpty());
+        QVERIFY(m->asker.boxes.isEmpty());
+        QCOMPARE(m->markers().size(), 2);
+        QVERIFY(!view->tracks().at(0)->curves().at(0)->samples().isEmpty());
+    }
+
+    void aClickShowsThePanel()
+    {
+        m->store("North");
+        CorrelationView *view = m->show();
+        m->dock.setWidget(nullptr);
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, QPoint(400, 300));
+        QCOMPARE(m->dock.widget(), static_cast<QWidget *>(view->panel()));
+        QSignalSpy changes(view, &CorrelationView::propertyWidgetChanged);
+        QTest::mouseClick(view->viewport(), Qt::RightButton, {}, QPoint(400, 300));
+        QVERIFY(changes.isEmpty());
+    }
+
+    void controlAndTheMousePan()
+    {
+        m->store("North", "3\nA:T\nB:T\nC:T\n");
+        CorrelationView *view = m->show();
+        QTest::mousePress(view->viewport(), Qt::LeftButton, Qt::ControlModifier, QPoint(300, 300));
+        QMouseEvent move(QEvent::MouseMove, QPointF(280, 200), Qt::NoButton, Qt::LeftButton, Qt::ControlModifier);
+        QApplication::sendEvent(view->viewport(), &move);
+        QCOMPARE(view->verticalScrollBar()->value(), view->verticalScrollBar()->minimum() + 100);
+        QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::ControlModifier, QPoint(280, 200));
+        QMouseEvent after(QEvent::MouseMove, QPointF(280, 100), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(view->viewport(), &after);
+        QCOMPARE(view->verticalScrollBar()->value(), view->verticalScrollBar()->minimum() + 100);
+    }
+
+    void controlAndZeroShowAllDepths()
+    {
+        m->store("North");
+        CorrelationView *view = m->show();
+        view->setFocus();
+        QTest::keyClick(view, Qt::Key_0, Qt::ControlModifier);
+        QVERIFY(view->scene()->sceneRect().height() <= view->viewport()->height() + 1);
+        QVERIFY(view->scene()->sceneRect().height() > view->viewport()->height() * 0.9);
+        QCOMPARE(m->text("scaleEdit").toFloat(), view->scaleFactor());
+    }
+
+    void hoveringNamesTheWell()
+    {
+        m->store("North");
+        CorrelationView *view = m->show();
+        view->centerOn(view->tracks().at(2)->sceneBoundingRect().left() + 20, 500);
+        const QPoint place = view->mapFromScene(view->tracks().at(2)->x() + 20, 500);
+        QTest::mouseMove(view->viewport(), place + QPoint(3, 3));
+        QTest::mouseMove(view->viewport(), place);
+        QTRY_VERIFY2(m->status().startsWith("B | Track :0 | "), qPrintable(m->status()));
+        QVERIFY(m->status().contains("GR:75"));
+    }
+
+    void whatIsGoneIsSaid()
+    {
+        m->store("North", "3\nGone:T\nA:Lost\nB:T\n");
+        const CorrelationView *view = m->show();
+        QCOMPARE(view->columns().size(), 2);
+        QVERIFY2(m->status().contains("\"Gone\"") && m->status().contains("\"Lost\""), qPrintable(m->status()));
+        QVERIFY(!view->tracks().isEmpty());
+        QCOMPARE(view->tracks().at(0)->wellName(), QString("A"));
+    }
+
+    void oddCorrelations_data()
+    {
+        QTest::addColumn<QByteArray>("wells");
+        QTest::newRow("none") << QByteArray("0\n");
+        QTest::newRow("one") << QByteArray("1\nA:T\n");
+        QTest::newRow("twice the same") << QByteArray("2\nA:T\nA:T\n");
+        QTest::newRow("no depth") << QByteArray("2\nFlat:T\nA:T\n");
+        QTest::newRow("no tracks") << QByteArray("2\nA:Empty\nB:T\n");
+        QTest::newRow("no logs") << QByteArray("1\nFlat:T\n");
+        QTest::newRow("twins") << QByteArray("2\nTwin:T\nTwin:T\n");
+    }
+
+    void oddCorrelations()
+    {
+        QFETCH(QByteArray, wells);
+        m->addDeepWell("Flat", 0, 0, {{"Top", 0}});
+        m->addDeepWell("Twin", 0, 500, {{"Top", 10}});
+        m->addDeepWell("Twin", 0, 600, {{"Top", 20}});
+        QVERIFY(QDir().mkpath(m->path("/Templates/Global/Empty")));
+        m->store("North", wells, "2\nTop\nBase\n", "1\nZ|Top|900|#ff8000|1|0|1\n");
+        CorrelationView *view = m->show();
+        for (const char *scale : {"0", "1e30", "1e-30", "1"})
+            m->type("scaleEdit", QString::fromLatin1(scale));
+        m->choose("flatAtBox", "Base");
+        view->grab();
+        QVERIFY(view->scene()->sceneRect().isValid());
+        QVERIFY(std::isfinite(view->scene()->sceneRect().height()));
+    }
+
+    void aNewCorrelationOpensItsDialog()
+    {
+        m->show("New Correlation");
+        QVERIFY(m->display->dialog()->isVisible());
+        QVERIFY(m->view()->tracks().isEmpty());
+        m->wheel(-120);
+        QCOMPARE(m->view()->redrawCount(), 0); // nothing before it was loaded
+    }
+
+    void theMenuOpensTheDialog()
+    {
+        m->store("North");
+        m->show();
+        QVERIFY(!m->display->dialog()->isVisible());
+        QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(300, 300),
+                                m->view()->mapToGlobal(QPoint(300, 300)));
+        QApplication::sendEvent(m->view()->viewport(), &event);
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        QVERIFY(menu);
+        QCOMPARE(menu->actions().size(), 1);
+        QCOMPARE(menu->actions().at(0)->text(), QString("Correlation Template"));
+        menu->actions().at(0)->trigger();
+        menu->close();
+        QVERIFY(m->display->dialog()->isVisible());
+    }
+
+    void aSaveRedrawsAtOnce()
+    {
+        m->store("North");
+        CorrelationView *view = m->show();
+        auto *dialog = m->display->dialog();
+        dialog->addWellClicked();
+        ViewFixture::find<QComboBox>(dialog, "scaleChooser")->setEditText("500");
+        auto *flat = ViewFixture::find<QComboBox>(dialog, "flatAtChooser");
+        flat->setCurrentText("Top");
+        dialog->saveButtonClicked();
+        QCOMPARE(view->columns().size(), 3);
+        QCOMPARE(m->text("scaleEdit"), QString("500"));
+        QCOMPARE(ViewFixture::find<QComboBox>(m->panel(), "flatAtBox")->currentText(), QString("Top"));
+        QCOMPARE(view->tracks().at(0)->axis().start, float(500 - 1000));
+    }
+
+    void headersScrollWithTheTracks()
+    {
+        m->store("North", "3\nA:T\nB:T\nC:T\n");
+        CorrelationView *view = m->show();
+        m->display->resize(300, 500);
+        QCoreApplication::processEvents();
+        view->horizontalScrollBar()->setValue(100);
+        QCOMPARE(m->display->headerView()->horizontalScrollBar()->value(), 100);
+        QVERIFY(m->display->headerView()->height() <= 200);
+        QVERIFY(m->display->findChild<QSplitter *>()->orientation() == Qt::Vertical);
+    }
+
+    void savesItsPicture()
+    {
+        m->store("North & South");
+        CorrelationView *view = m->show("North & South");
+        m->display->savePicture();
+        const QString path = m->path("/North & South.jpg");
+        QVERIFY2(m->status().contains(path), qPrintable(m->status()));
+        const QImage picture(path);
+        QCOMPARE(picture.width(), static_cast<int>(view->scene()->sceneRect().width()));
+        const int headerHeight = picture.height() - static_cast<int>(view->scene()->sceneRect().height());
+        QVERIFY(headerHeight > 60);
+        // White between the wells, and the outline of the second well's first track below its header.
+        QVERIFY(qGray(picture.pixel(static_cast<int>(wellWidth) + 40, headerHeight + 100)) > 240);
+        QVERIFY(qGray(picture.pixel(static_cast<int>(view->tracks().at(2)->x()), headerHeight + 100)) < 128);
+    }
+
+    void picturesThatCannotBeWritten()
+    {
+        m->store("North");
+        m->show();
+        QVERIFY(QDir().mkpath(m->path("/North.jpg/in the way")));
+        m->display->savePicture();
+        QVERIFY2(m->status().contains("could not be written"), qPrintable(m->status()));
+    }
+
+    void theDockLosesNothingItOwns()
+    {
+        m->store("North");
+        m->show();
+        m->display->showPanel();
+        QVERIFY(m->dock.widget());
+        m->display.reset();
+        QVERIFY(!m->dock.widget());
+    }
+
+private:
+    std::unique_ptr<ViewFixture> m;
+};
+
+LORVA_TEST_MAIN(tst_correlationview)
+#include "tst_correlationview.moc"
