@@ -203,7 +203,7 @@ private slots:
         m->add("North");
         const auto *view = m->view->display(0)->view();
         QCOMPARE(view->columns().at(0).markers.value("Top").depthM, 500.0);
-        m->host.find(m->launch->catalogue.wellKey(0))->markers[0].depthM = 625;
+        m->host.find(m->launch->catalogue.wellKey(0))->markers[0].depth = 625;
         m->view->wellChanged("A");
         QCOMPARE(view->columns().at(0).markers.value("Top").depthM, 600.0);
     }
