@@ -7,29 +7,18 @@
 #include "datastore/projectdata.h"
 #include "logview/displaypicture.h"
 #include "logview/paperview.h"
+#include "logview/viewpair.h"
 
 #include <QContextMenuEvent>
 #include <QDockWidget>
 #include <QGraphicsScene>
 #include <QLabel>
 #include <QMenu>
-#include <QScrollBar>
-#include <QSplitter>
-#include <QTimer>
 #include <QVBoxLayout>
-
-#include <algorithm>
 
 namespace {
 
-constexpr int markerNameMargin = 84; // pixels left of the first well, for the names of its markers
 constexpr int highestHeaders = 200;
-constexpr int lowestHeaders = 70;
-
-QRectF withMargin(const QRectF &sceneRect)
-{
-    return sceneRect.adjusted(-markerNameMargin, 0, 0, 0);
-}
 
 } // namespace
 
@@ -39,32 +28,20 @@ CorrelationDisplayWidget::CorrelationDisplayWidget(ProjectData &projectData, con
     , m_data(projectData)
     , m_dock(propertiesDock)
     , m_headerScene(std::make_unique<QGraphicsScene>())
-    , m_headerView(new PaperView(m_headerScene.get()))
     , m_view(new CorrelationView(projectData, m_headerScene.get()))
+    , m_views(new ViewPair(m_headerScene.get(), m_view))
     , m_statusLine(new QLabel)
     , m_dialog(new CorrelationPropertiesDialog(projectData, name, this))
 {
     setObjectName(QStringLiteral("CorrelationDisplayWidget"));
     setWindowTitle(name);
-    m_headerView->setObjectName(QStringLiteral("headerView"));
-    m_headerView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    for (QGraphicsView *view : {m_headerView, static_cast<QGraphicsView *>(m_view)}) {
-        view->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-        view->setTransformationAnchor(QGraphicsView::NoAnchor);
-        // Both viewports must have one width, or headers and tracks would not scroll alike.
-        view->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-    }
+    m_views->setHighestHeaders(highestHeaders);
     m_statusLine->setObjectName(QStringLiteral("statusLine"));
     m_statusLine->setTextFormat(Qt::PlainText);
     m_statusLine->setMinimumWidth(1); // a long read-out must not widen the window
-    auto *splitter = new QSplitter(Qt::Vertical);
-    splitter->setHandleWidth(0);
-    splitter->addWidget(m_headerView);
-    splitter->addWidget(m_view);
-    splitter->setCollapsible(1, false);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(splitter, 1);
+    layout->addWidget(m_views, 1);
     layout->addWidget(m_statusLine);
 
     connect(m_dialog, &CorrelationPropertiesDialog::sendCorrelationNameChanged, this,
@@ -73,11 +50,7 @@ CorrelationDisplayWidget::CorrelationDisplayWidget(ProjectData &projectData, con
             &CorrelationDisplayWidget::updateData);
     connect(m_view, &CorrelationView::propertyWidgetChanged, this, &CorrelationDisplayWidget::setPropertyWidget);
     connect(m_view, &CorrelationView::statusChanged, this, &CorrelationDisplayWidget::setStatusLabel);
-    connect(m_view, &CorrelationView::laidOut, this, &CorrelationDisplayWidget::fitScenes);
-    QScrollBar *headerBar = m_headerView->horizontalScrollBar();
-    const QScrollBar *bar = m_view->horizontalScrollBar();
-    connect(bar, &QScrollBar::valueChanged, headerBar, &QScrollBar::setValue);
-    connect(headerBar, &QScrollBar::rangeChanged, headerBar, [=] { headerBar->setValue(bar->value()); });
+    connect(m_view, &CorrelationView::laidOut, m_views, &ViewPair::showScenes);
 
     if (m_dialog->isStored())
         m_view->load(m_dialog->saved(), QString());
@@ -92,6 +65,11 @@ CorrelationDisplayWidget::~CorrelationDisplayWidget()
         m_dock->setWidget(nullptr);
     m_view->disconnect(this);
     delete m_view;
+}
+
+QGraphicsView *CorrelationDisplayWidget::headerView() const
+{
+    return m_views->headerView();
 }
 
 void CorrelationDisplayWidget::showPanel()
@@ -137,22 +115,9 @@ void CorrelationDisplayWidget::contextMenuEvent(QContextMenuEvent *event)
     menu->popup(event->globalPos());
 }
 
-void CorrelationDisplayWidget::fitScenes()
-{
-    QScrollBar *bar = m_view->horizontalScrollBar();
-    const bool wasAtLeft = bar->value() == bar->minimum();
-    m_view->setSceneRect(withMargin(m_view->scene()->sceneRect()));
-    m_headerView->setSceneRect(withMargin(m_headerScene->sceneRect()));
-    if (wasAtLeft)
-        bar->setValue(bar->minimum());
-    const int needed =
-        static_cast<int>(m_headerScene->itemsBoundingRect().bottom()) + 2 * m_headerView->frameWidth();
-    m_headerView->setFixedHeight(std::clamp(needed, lowestHeaders, highestHeaders));
-}
-
 void CorrelationDisplayWidget::savePicture()
 {
-    const DisplayPicture picture(*m_headerScene, *m_view->scene());
+    const DisplayPicture picture(*m_headerScene, *m_view->scene(), PictureFormat::Jpeg);
     const QString path =
         m_data.project.projectFolder + QLatin1Char('/') + base::fileNameFor(windowTitle()) + QStringLiteral(".jpg");
     const base::WriteResult result = picture.saveJpeg(path);

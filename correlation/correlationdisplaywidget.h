@@ -15,6 +15,7 @@ QT_END_NAMESPACE
 
 class CorrelationPropertiesDialog;
 class CorrelationView;
+class ViewPair;
 struct ProjectData;
 
 /// One tab of the correlation page: a correlation with its headers above, a status line below and its properties
@@ -31,7 +32,7 @@ public:
     ~CorrelationDisplayWidget() override;
 
     CorrelationView *view() const { return m_view; }
-    QGraphicsView *headerView() const { return m_headerView; }
+    QGraphicsView *headerView() const;
     CorrelationPropertiesDialog *dialog() const { return m_dialog; }
     void showPanel();
 
@@ -55,13 +56,12 @@ protected:
 
 private:
     void showProperties();
-    void fitScenes();
 
     ProjectData &m_data;
     QPointer<QDockWidget> m_dock;
     std::unique_ptr<QGraphicsScene> m_headerScene; ///< outlives the view
-    QGraphicsView *m_headerView = nullptr;
-    CorrelationView *m_view = nullptr;
+    CorrelationView *m_view = nullptr; ///< owned by the pair of views
+    ViewPair *m_views = nullptr;
     QLabel *m_statusLine = nullptr;
     CorrelationPropertiesDialog *m_dialog = nullptr;
 };

@@ -1,6 +1,7 @@
 #include "correlation/correlationpropertiesdialog.h"
 
 #include "base/asker.h"
+#include "base/nestedevents.h"
 #include "base/numbers.h"
 #include "base/safename.h"
 #include "correlation/correlationmarkerstable.h"
@@ -118,7 +119,8 @@ CorrelationPropertiesDialog::CorrelationPropertiesDialog(ProjectData &projectDat
     m_isStored = stored.has_value();
     fill(stored.value_or(m_saved));
     if (!error.isEmpty()) {
-        m_missing->setText(QStringLiteral("The file of this correlation cannot be read: %1").arg(error));
+        m_missing->setText(
+            QStringLiteral("The file of this correlation cannot be read, and is not written over: %1").arg(error));
         m_missing->show();
     }
     resize(720, 760);
@@ -350,6 +352,7 @@ void CorrelationPropertiesDialog::zoneTableCellClicked(int row, int column)
     const QPointer<QColorDialog> dialog =
         new QColorDialog(current.isValid() ? current : QColor(QLatin1String(correlation::zoneWithoutColor)), this);
     dialog->setWindowTitle(QStringLiteral("Select Color"));
+    const base::NestedEvents events;
     const bool isChosen = dialog->exec() == QDialog::Accepted;
     if (!dialog)
         return;

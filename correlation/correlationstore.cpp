@@ -1,10 +1,11 @@
 #include "correlation/correlationstore.h"
 
+#include "base/folderlinks.h"
 #include "base/folderremoval.h"
 #include "datastore/project.h"
+#include "datastore/projectfile.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 namespace correlation {
@@ -37,13 +38,13 @@ bool exists(const Project &project, const QString &name)
 std::optional<CorrelationProperties> load(const Project &project, const QString &name, const KnownNames &known,
                                           QString *error)
 {
-    QFile file(fileOf(project, name));
-    if (!file.open(QIODevice::ReadOnly)) {
-        if (error && file.exists())
-            *error = file.errorString();
+    const ProjectFile file = readProjectFile(fileOf(project, name));
+    if (file.state != ProjectFile::State::Read) {
+        if (error && file.state == ProjectFile::State::Unreadable)
+            *error = fileOf(project, name);
         return std::nullopt;
     }
-    CorrelationProperties properties = parseProperties(file.readAll(), known);
+    CorrelationProperties properties = parseProperties(file.bytes, known);
     properties.name = name; // the folder's name counts, whatever the first line says
     return properties;
 }
@@ -51,10 +52,15 @@ std::optional<CorrelationProperties> load(const Project &project, const QString 
 base::WriteResult write(const Project &project, const CorrelationProperties &properties)
 {
     const QString folder = folderOf(project, properties.name);
+    const int link = base::linkProblem(QFileInfo(project.projectFolder).path(), folder);
+    if (link != 0)
+        return {folder + QStringLiteral(": ") + base::systemErrorText(link)};
+    const QString path = fileOf(project, properties.name);
+    if (!readProjectFile(path).mayBeReplaced())
+        return {path + QStringLiteral(": what is there cannot be read, and is not written over")};
     const bool isNew = !QFileInfo::exists(folder);
     if (isNew && !QDir().mkpath(folder))
         return {QStringLiteral("The folder %1 cannot be made.").arg(folder)};
-    const QString path = fileOf(project, properties.name);
     base::WriteResult result = base::writeFileAtomically(path, propertiesBytes(properties));
     if (!result.ok()) {
         result.error = path + QStringLiteral(": ") + result.error;

@@ -161,6 +161,10 @@ void CorrelationView::drawWell(const CorrelationWell &named, QStringList *notes)
     column.reference = {logview::DepthType(m_depthType), m_depthUnit, record.kbElevation};
     column.markers = well->markers;
     drawTracks(definitions, *well, &column);
+    const QStringList &unread = well->data->unreadLogs();
+    if (!unread.isEmpty())
+        notes->append(
+            QStringLiteral("%1 of \"%2\" cannot be read").arg(unread.join(QStringLiteral(", ")), named.wellName));
     if (column.right > column.left)
         m_headerScene->addItem([&] {
             auto *banner = new WellNameItem(named.wellName, static_cast<float>(column.right - column.left), nullptr);
@@ -175,8 +179,8 @@ void CorrelationView::drawTracks(const QVector<TrackInfo> &definitions, const Co
                                  correlation::WellColumn *column)
 {
     const float end = column->axis.height > 0 ? column->axis.end : column->axis.start;
-    const auto widthInches = static_cast<float>(correlation::trackWidthPx(m_properties.trackWidth, m_dotsPerInch))
-        / pixelsPerInch;
+    const auto widthInches =
+        static_cast<float>(correlation::trackWidthPx(m_properties.trackWidth, m_dotsPerInch)) / pixelsPerInch;
     column->right = column->left;
     int number = 0;
     for (const TrackInfo &definition : definitions) {
@@ -220,8 +224,7 @@ void CorrelationView::drawMarkers(const QString &wellName, const correlation::We
 
 void CorrelationView::drawConnections()
 {
-    for (const correlation::ConnectorLine &connector :
-         correlation::connectorLines(m_columns, m_properties.markers)) {
+    for (const correlation::ConnectorLine &connector : correlation::connectorLines(m_columns, m_properties.markers)) {
         QGraphicsLineItem *line = m_scene->addLine(connector.line, connectorPen(connector.color));
         line->setZValue(linesZ);
     }

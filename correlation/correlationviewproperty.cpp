@@ -45,8 +45,8 @@ CorrelationViewProperty::CorrelationViewProperty(CorrelationView *view)
     connect(m_scale, &QLineEdit::editingFinished, this, &CorrelationViewProperty::scaleChanged);
     connect(m_depthType, &QComboBox::currentTextChanged, this, &CorrelationViewProperty::depthTypeChanged);
     connect(m_depthUnit, &QComboBox::currentTextChanged, this, &CorrelationViewProperty::depthUnitTypeChanged);
-    connect(m_flatAt, QOverload<const QString &>::of(&QComboBox::currentIndexChanged), this,
-            &CorrelationViewProperty::flatAtMarkerChanged);
+    connect(m_flatAt, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            [this](int index) { flatAtMarkerChanged(m_flatAt->itemText(index)); });
     connect(m_wellDistance, &QLineEdit::editingFinished, this, &CorrelationViewProperty::wellsDisChanged);
 }
 

@@ -1,6 +1,7 @@
 #include "correlation/correlationviewtabwidget.h"
 
 #include "base/asker.h"
+#include "base/labeltext.h"
 #include "correlation/correlationdisplaywidget.h"
 #include "correlation/correlationpropertiesdialog.h"
 #include "correlation/correlationview.h"
@@ -13,12 +14,6 @@
 namespace {
 
 constexpr int correlationPage = 1;
-
-// "&" would mark a key in the text of a tab.
-QString tabText(QString name)
-{
-    return name.replace(QLatin1Char('&'), QStringLiteral("&&"));
-}
 
 } // namespace
 
@@ -65,11 +60,10 @@ void CorrelationViewTabWidget::addCorrelation(QTreeWidgetItem *item)
         return;
     }
     auto *display = new CorrelationDisplayWidget(m_data, name, m_dock);
-    connect(display, &CorrelationDisplayWidget::renamed, this, [this, display](const QString &newName) {
-        correlationNameChanged(m_tabs->indexOf(display), newName);
-    });
+    connect(display, &CorrelationDisplayWidget::renamed, this,
+            [this, display](const QString &newName) { correlationNameChanged(m_tabs->indexOf(display), newName); });
     m_names.append(name); // before the tab: the signal of a first tab finds it
-    m_tabs->setCurrentIndex(m_tabs->addTab(display, tabText(name)));
+    m_tabs->setCurrentIndex(m_tabs->addTab(display, base::labelText(name)));
 }
 
 void CorrelationViewTabWidget::closeCorrTab(int tab)
@@ -110,7 +104,7 @@ void CorrelationViewTabWidget::correlationNameChanged(int tab, const QString &na
         return;
     const QString oldName = m_names.at(tab);
     m_names[tab] = name;
-    m_tabs->setTabText(tab, tabText(name));
+    m_tabs->setTabText(tab, base::labelText(name));
     emit correlationRenamed(oldName, name);
 }
 

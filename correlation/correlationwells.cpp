@@ -22,7 +22,8 @@ const CorrelationWells::Well *CorrelationWells::well(const QString &name)
     well.data = std::make_shared<WellDisplayData>(m_data, name);
     if (well.data->initialTrackWidth(LinearTrack) <= 0)
         well.data->setDotsPerInch(m_dotsPerInch);
-    well.markers = correlation::markersByName(m_data.catalogue.markers(index));
+    well.markers = correlation::markersByName(
+        m_data.catalogue.readWellMarkers(index, WellsCatalogue::OnFailure::BeSilent).value_or(QVector<WellMarker>()));
     return &*m_wells.insert(name, well);
 }
 

@@ -1,6 +1,7 @@
 #include "logview/displaypicture.h"
 
 #include "logview/headerpane.h"
+#include "logview/jpegwriter.h"
 #include "logview/tiffwriter.h"
 
 #include <QGraphicsScene>
@@ -19,15 +20,22 @@ constexpr int bandHeight = 1024;
 // Averaging goes through no more rows at once than this.
 constexpr int longestBand = 8192;
 
+// How much smaller than this size a picture must be for a file of the format to hold it, at most 1.
+double scaleFor(PictureFormat format, double width, double height)
+{
+    if (format == PictureFormat::Jpeg)
+        return std::min(1.0, JpegWriter::longestSide / std::max(width, height));
+    constexpr double mostPixels = static_cast<double>(TiffWriter::maximumBytes / TiffWriter::bytesPerPixel);
+    return std::min(1.0, std::sqrt(mostPixels / (width * height)));
+}
+
 } // namespace
 
-QSize pictureSize(qint64 width, qint64 height)
+QSize pictureSize(qint64 width, qint64 height, PictureFormat format)
 {
     if (width <= 0 || height <= 0)
         return {};
-    constexpr double mostPixels = static_cast<double>(TiffWriter::maximumBytes / TiffWriter::bytesPerPixel);
-    const double pixels = static_cast<double>(width) * static_cast<double>(height);
-    const double scale = std::min(1.0, std::sqrt(mostPixels / pixels));
+    const double scale = scaleFor(format, static_cast<double>(width), static_cast<double>(height));
     const auto scaled = [scale](qint64 length) {
         return static_cast<int>(std::clamp(std::floor(static_cast<double>(length) * scale), 1.0,
                                            static_cast<double>(std::numeric_limits<int>::max())));
@@ -35,13 +43,13 @@ QSize pictureSize(qint64 width, qint64 height)
     return {scaled(width), scaled(height)};
 }
 
-DisplayPicture::DisplayPicture(QGraphicsScene &headerScene, QGraphicsScene &logScene)
+DisplayPicture::DisplayPicture(QGraphicsScene &headerScene, QGraphicsScene &logScene, PictureFormat format)
     : m_headerScene(headerScene)
     , m_logScene(logScene)
     , m_fullWidth(static_cast<qint64>(logScene.sceneRect().width()))
     , m_headerHeight(static_cast<qint64>(std::ceil(logview::headerArea(headerScene).height())))
     , m_fullHeight(m_headerHeight + static_cast<qint64>(logScene.sceneRect().height()))
-    , m_size(pictureSize(m_fullWidth, m_fullHeight))
+    , m_size(pictureSize(m_fullWidth, m_fullHeight, format))
 {
     if (m_size.isEmpty())
         return;
@@ -88,15 +96,26 @@ QImage DisplayPicture::rows(int top, int count) const
     return image;
 }
 
-base::WriteResult DisplayPicture::saveTiff(const QString &path) const
+template<class Writer>
+base::WriteResult DisplayPicture::save(const QString &path) const
 {
     if (isEmpty())
         return {QStringLiteral("the display is empty")};
-    TiffWriter writer;
+    Writer writer;
     base::WriteResult result = writer.open(path, m_size);
     for (int top = 0; top < m_size.height() && result.ok(); top += bandHeight)
         result = writer.append(rows(top, std::min(bandHeight, m_size.height() - top)));
     return result.ok() ? writer.commit() : result;
+}
+
+base::WriteResult DisplayPicture::saveTiff(const QString &path) const
+{
+    return save<TiffWriter>(path);
+}
+
+base::WriteResult DisplayPicture::saveJpeg(const QString &path) const
+{
+    return save<JpegWriter>(path);
 }
 
 // Bands begin and end at whole rows of the page, so that no seam shows.

@@ -10,17 +10,22 @@ class QGraphicsScene;
 class QPainter;
 QT_END_NAMESPACE
 
-/// The size of the picture of a display, for the size it ought to have: smaller, with the same proportions, when a
-/// TIFF file could not hold it.
-QSize pictureSize(qint64 width, qint64 height);
+enum class PictureFormat {
+    Tiff, ///< holds TiffWriter::maximumBytes
+    Jpeg ///< holds JpegWriter::longestSide pixels a side
+};
 
-/// A well's log display as one picture: the headers, and below them the tracks. It is rendered in bands of rows, so
+/// The size of the picture of a display, for the size it ought to have: smaller, with the same proportions, when a
+/// file of the format could not hold it.
+QSize pictureSize(qint64 width, qint64 height, PictureFormat format = PictureFormat::Tiff);
+
+/// A log display as one picture: the headers, and below them the tracks. It is rendered in bands of rows, so
 /// that its length is limited by nothing but the file.
 class DisplayPicture
 {
 public:
     /// Both scenes must outlive the picture and stay as they are meanwhile.
-    DisplayPicture(QGraphicsScene &headerScene, QGraphicsScene &logScene);
+    DisplayPicture(QGraphicsScene &headerScene, QGraphicsScene &logScene, PictureFormat format = PictureFormat::Tiff);
 
     QSize size() const { return m_size; }
     bool isEmpty() const { return m_size.isEmpty(); }
@@ -32,10 +37,14 @@ public:
 
     /// Saves all of it as a TIFF file.
     base::WriteResult saveTiff(const QString &path) const;
+    /// Saves all of it as a JPEG file; for a picture of that format.
+    base::WriteResult saveJpeg(const QString &path) const;
     /// Draws all of it over the painter's viewport, whatever the proportions of that.
     void drawInto(QPainter &painter) const;
 
 private:
+    template<class Writer>
+    base::WriteResult save(const QString &path) const;
     QImage tile(const QRect &area) const;
 
     QGraphicsScene &m_headerScene;

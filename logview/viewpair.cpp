@@ -45,6 +45,12 @@ ViewPair::ViewPair(QGraphicsScene *headerScene, PaperView *logView, QWidget *par
     connect(headerBar, &QScrollBar::rangeChanged, logBar, [=] { headerBar->setValue(logBar->value()); });
 }
 
+void ViewPair::setHighestHeaders(int height)
+{
+    m_highestHeaders = height;
+    fitHeaderHeight();
+}
+
 void ViewPair::showScenes()
 {
     QScrollBar *bar = m_logView->verticalScrollBar();
@@ -62,7 +68,8 @@ void ViewPair::fitHeaderHeight()
     logview::alignHeaders(headers);
     const QRectF area = logview::headerArea(headers);
     m_headerView->setSceneRect(withMargin(QRectF(0, area.top(), headers.sceneRect().width(), area.height())));
-    const int needed = static_cast<int>(std::ceil(area.height())) + 2 * m_headerView->frameWidth();
+    const int needed =
+        std::min(static_cast<int>(std::ceil(area.height())) + 2 * m_headerView->frameWidth(), m_highestHeaders);
     m_headerView->setMaximumHeight(needed);
     m_headerView->setMinimumHeight(std::min(needed, headerHeightAlwaysShown));
     shareHeight();

@@ -20,6 +20,9 @@ public:
 
     PaperView *headerView() const { return m_headerView; }
 
+    /// The headers get at most this height, in pixels; without a limit what they need.
+    void setHighestHeaders(int height);
+
     /// Shows both scenes as they are now. The part of the tracks that is looked at stays in sight.
     void showScenes();
 
@@ -32,4 +35,5 @@ private:
 
     PaperView *m_headerView;
     PaperView *m_logView;
+    int m_highestHeaders = QWIDGETSIZE_MAX;
 };

@@ -16,11 +16,11 @@ class CorrelationFixture : public ProjectFixture
 public:
     static constexpr const char *linearTrack =
         "Linear\nGamma | GR | 0 | 150 | #0e6f21|0,#ffffff|0,#ffffff|None | None | 0 | 0\n";
-    static constexpr const char *depthTrack =
-        "Depth\nDepth | MD | 0 | 0 | 0,0,0 | 0,0,0 | 0,0,0 | 0 | 0 | 0 | 0\n";
+    static constexpr const char *depthTrack = "Depth\nDepth | MD | 0 | 0 | 0,0,0 | 0,0,0 | 0,0,0 | 0 | 0 | 0 | 0\n";
 
     CorrelationFixture()
     {
+        open(); // makes the project, with its seeds
         addDeepWell("A", 25, 1500, {{"Top", 525}, {"Base", 925}});
         addDeepWell("B", 30, 2000, {{"Top", 630}, {"Base", 1030}, {"Only B", 1200}});
         addDeepWell("C", 0, 1000, {{"Top", 300}});
@@ -33,7 +33,7 @@ public:
         const char *name;
         float depthM; ///< along hole
     };
-    void addDeepWell(const char *name, double kb, double totalDepth, const QVector<Top> &tops)
+    void addDeepWell(const char *name, float kb, double totalDepth, const QVector<Top> &tops)
     {
         MemoryHost::Well &well = *host.find(addWell(QString::fromUtf8(name)));
         well.header.kbElevation = kb;
@@ -61,9 +61,12 @@ public:
                      "Correlation:" + name.toUtf8() + "\nTrackWidth:1.2\nScale:1000\nNumber Of Wells:" + wells
                          + "Marker:" + markers + "Perforation Flag:" + flag + "\nZones:" + zones);
     }
-    /// Opens the project as a launch on a screen of 96 dots an inch does.
+    /// Opens the project as a launch on a screen of 96 dots an inch does; once.
     void openAt96Dots()
     {
+        if (m_isOpen)
+            return;
+        m_isOpen = true;
         open();
         launch->project.halfDotsPerInch = 48;
         launch->project.doubleDotsPerInch = 192;
@@ -81,4 +84,7 @@ public:
     {
         return qobject_cast<QComboBox *>(table->cellWidget(row, column));
     }
+
+private:
+    bool m_isOpen = false;
 };

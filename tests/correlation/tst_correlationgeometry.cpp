@@ -136,7 +136,8 @@ private slots:
 
     void markersGoByTheirFirstDepth()
     {
-        const auto byName = markersByName({marker("A", 10), marker(" A ", 20), marker("B", notANumber), marker("B", 30)});
+        const auto byName =
+            markersByName({marker("A", 10), marker(" A ", 20), marker("B", notANumber), marker("B", 30)});
         QCOMPARE(byName.size(), 2);
         QCOMPARE(byName.value("A").depthM, 10.0);
         QCOMPARE(byName.value("B").depthM, 30.0);

@@ -18,8 +18,7 @@ struct DialogFixture : CorrelationFixture
 {
     CorrelationPropertiesDialog *show(const QString &name = QStringLiteral("North"))
     {
-        if (!launch)
-            openAt96Dots();
+        openAt96Dots();
         dialog = std::make_unique<CorrelationPropertiesDialog>(*launch, name);
         dialog->show();
         return dialog.get();
@@ -36,7 +35,7 @@ struct DialogFixture : CorrelationFixture
     }
     void choose(QComboBox *chooser, const QString &text) const
     {
-        chooser->setCurrentText(text);
+        chooser->setCurrentIndex(chooser->findText(text));
         emit chooser->activated(chooser->currentIndex());
     }
     QString missing() const
@@ -94,8 +93,7 @@ private slots:
         QCOMPARE(m->wells()->rowCount(), 0);
         QCOMPARE(headings(m->wells()), QStringList({"Well", "Template"}));
         QCOMPARE(headings(m->markers()), QStringList({"Marker Name", "Visibility"}));
-        QCOMPARE(headings(m->zones()),
-                 QStringList({"Zone Name", "Start Depth", "End Depth", "Color", "Visibility"}));
+        QCOMPARE(headings(m->zones()), QStringList({"Zone Name", "Start Depth", "End Depth", "Color", "Visibility"}));
         QCOMPARE(entries(m->box("trackWidthChooser")), QStringList({"0.75", "1", "1.2", "1.5", "1.75", "2"}));
         QCOMPARE(m->box("trackWidthChooser")->currentText(), QString("1.2"));
         QVERIFY(!m->box("trackWidthChooser")->isEditable());

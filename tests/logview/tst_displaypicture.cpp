@@ -38,7 +38,9 @@ private slots:
     void widePictures();
     void whatATiffCannotHoldIsScaledDown();
     void drawnOverTheViewport();
+    void longJpegPictures();
     void emptyDisplays();
+    void failingDisks_data();
     void failingDisks();
 };
 
@@ -52,6 +54,10 @@ void tst_displaypicture::sizes()
     QVERIFY(qint64(scaled.width()) * scaled.height() * 3 > Q_INT64_C(0xf0000000));
     QVERIFY(qAbs(scaled.height() / double(scaled.width()) / 19000 - 1) < 0.01);
     QCOMPARE(pictureSize(1, Q_INT64_C(1) << 40).width(), 1);
+    QCOMPARE(pictureSize(1000, 65500, PictureFormat::Jpeg), QSize(1000, 65500));
+    QCOMPARE(pictureSize(1000, 131000, PictureFormat::Jpeg), QSize(500, 65500));
+    QCOMPARE(pictureSize(131000, 10, PictureFormat::Jpeg), QSize(65500, 5));
+    QCOMPARE(pictureSize(65000, 65000, PictureFormat::Jpeg), QSize(65000, 65000)); // its sides count, not its bytes
 }
 
 void tst_displaypicture::headerAboveTheLog()
@@ -138,6 +144,36 @@ void tst_displaypicture::drawnOverTheViewport()
     QCOMPARE(page.pixelColor(45, 60), QColor(Qt::white));
 }
 
+void tst_displaypicture::longJpegPictures()
+{
+    QTemporaryDir folder;
+    Scenes scenes(64, 130970); // with the header twice what a file holds
+    scenes.log.addRect(0, 100000 - 30, 64, 2000, Qt::NoPen, Qt::blue);
+    const DisplayPicture picture(scenes.header, scenes.log, PictureFormat::Jpeg);
+    QVERIFY(picture.isScaledDown());
+    const QString path = folder.filePath(QStringLiteral("long.jpg"));
+    QVERIFY(picture.saveJpeg(path).ok());
+    QImageReader reader(path);
+    QCOMPARE(reader.format(), QByteArray("jpeg"));
+    const QImage image = reader.read();
+    QCOMPARE(image.size(), QSize(32, 65500));
+    QVERIFY(qAbs(image.dotsPerMeterX() - 96 / 0.0254) < 2);
+    // The format loses a little of each colour.
+    const auto isAlike = [&image](int y, const QColor &color) {
+        const QColor found = image.pixelColor(16, y);
+        return qAbs(found.red() - color.red()) < 12 && qAbs(found.green() - color.green()) < 12
+            && qAbs(found.blue() - color.blue()) < 12;
+    };
+    QVERIFY(isAlike(4, Qt::red));
+    QVERIFY(isAlike(40, Qt::white));
+    QVERIFY(isAlike(49990, Qt::white));
+    QVERIFY(isAlike(50010, Qt::blue));
+    QVERIFY(isAlike(50990, Qt::blue));
+    QVERIFY(isAlike(51010, Qt::white));
+    QVERIFY(isAlike(65499, Qt::white));
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+}
+
 void tst_displaypicture::emptyDisplays()
 {
     QTemporaryDir folder;
@@ -145,27 +181,37 @@ void tst_displaypicture::emptyDisplays()
     const DisplayPicture picture(scenes.header, scenes.log);
     QVERIFY(picture.isEmpty());
     QVERIFY(!picture.saveTiff(folder.filePath(QStringLiteral("a.tiff"))).ok());
+    QVERIFY(!picture.saveJpeg(folder.filePath(QStringLiteral("a.jpg"))).ok());
     QVERIFY(QDir(folder.path()).isEmpty());
     QImage page(10, 10, QImage::Format_RGB32);
     QPainter painter(&page);
     picture.drawInto(painter);
 }
 
+void tst_displaypicture::failingDisks_data()
+{
+    QTest::addColumn<bool>("isJpeg");
+    QTest::newRow("tiff") << false;
+    QTest::newRow("jpeg") << true;
+}
+
 void tst_displaypicture::failingDisks()
 {
+    QFETCH(bool, isJpeg);
     QTemporaryDir folder;
     Scenes scenes(100, 5000);
     const DisplayPicture picture(scenes.header, scenes.log);
-    const QString path = folder.filePath(QStringLiteral("a.tiff"));
+    const QString path = folder.filePath(QStringLiteral("a"));
+    const auto save = [&] { return isJpeg ? picture.saveJpeg(path) : picture.saveTiff(path); };
     files::write(path, "old");
     for (const FailingStep &step : failingSteps) {
         FailingDisk disk(step.step);
         const base::ScopedFileSystemCalls scope(disk);
-        QVERIFY2(!picture.saveTiff(path).ok(), step.name);
+        QVERIFY2(!save().ok(), step.name);
         QCOMPARE(files::read(path), QByteArray("old"));
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
     }
-    QVERIFY(picture.saveTiff(path).ok());
+    QVERIFY(save().ok());
     QVERIFY(!QImage(path).isNull());
 }
 
