@@ -67,6 +67,7 @@ StoredWell::StoredWell(const IOObj &entry)
 {
     for (const char *ending : {Well::odIO::sExtWell(), Well::odIO::sExtTrack()})
         m_mainFiles.push_back({file(ending), base::fileState(file(ending)), false});
+    m_folder.path = QFileInfo(m_stem).path();
     m_data->setMultiID(m_entry->key());
     const Well::Reader reader(*m_entry, *m_data);
     if (!reader.getInfo() || !reader.getTrack())
@@ -117,18 +118,33 @@ bool StoredWell::areLogsUnchanged() const
         && !QFile::exists(file(Well::odIO::sExtLog(), logFileCount() + 1));
 }
 
-// Into the data, behind the logs that are there. What lies deeper than the track does not make it longer here.
-bool StoredWell::addLog(const QString &path, bool isHeaderOnly)
+// Reads logs into the data, behind those that are there. What lies deeper than the track does not make it longer.
+class StoredWell::LogReader
 {
-    od_istream stream(path.toUtf8().constData());
-    uiString reason;
-    const Well::odReader reader(*m_entry, *m_data, reason);
-    const Well::Track track(m_data->track());
-    const int before = m_data->logs().size();
-    const bool isAdded = reader.addLog(stream, isHeaderOnly) && m_data->logs().size() > before;
-    m_data->track() = track;
-    return isAdded;
-}
+public:
+    explicit LogReader(StoredWell &well)
+        : m_data(*well.m_data)
+        , m_track(m_data.track())
+        , m_reader(*well.m_entry, m_data, m_reason)
+    {
+    }
+    ~LogReader() { m_data.track() = m_track; }
+    LogReader(const LogReader &) = delete;
+    LogReader &operator=(const LogReader &) = delete;
+
+    bool add(const QString &path, bool isHeaderOnly) const
+    {
+        od_istream stream(path.toUtf8().constData());
+        const int before = m_data.logs().size();
+        return m_reader.addLog(stream, isHeaderOnly) && m_data.logs().size() > before;
+    }
+
+private:
+    Well::Data &m_data;
+    Well::Track m_track;
+    uiString m_reason;
+    Well::odReader m_reader;
+};
 
 void StoredWell::readLogHeaders()
 {
@@ -136,13 +152,14 @@ void StoredWell::readLogHeaders()
     m_logs.clear();
     m_logFileOf.clear();
     m_logFiles.clear();
+    const LogReader reader(*this);
     for (int number = 1;; ++number) {
         const QString path = file(Well::odIO::sExtLog(), number);
         const base::FileState state = base::fileState(path);
         if (state.size < 0)
             break;
         m_logFiles.push_back({path, state, false});
-        if (!addLog(path, true))
+        if (!reader.add(path, true))
             continue;
         const Well::Log &log = m_data->logs().getLog(m_data->logs().size() - 1);
         m_logs.append({toQString(log.name().buf()), toQString(log.unitMeasLabel())});
@@ -153,25 +170,29 @@ void StoredWell::readLogHeaders()
 
 const QVector<host::LogInfo> &StoredWell::logs()
 {
+    m_folder = {m_folder.path, base::fileState(m_folder.path), false};
     if (!areLogsUnchanged())
         readLogHeaders();
     return m_logs;
 }
 
-int StoredWell::indexOfLog(const char *name)
+// Asking for the files of all logs at each one of them would make work on many logs quadratic.
+void StoredWell::readLogHeadersIfNeeded(int log)
 {
-    logs();
-    return m_data->logs().indexOf(name);
+    const bool isSame = m_hasReadLogs && m_folder.isUnchanged();
+    if (!isSame || (log >= 0 && log < m_logs.size() && !m_logFiles[m_logFileOf.at(log)].isUnchanged()))
+        logs();
 }
 
 host::Outcome<host::LogData> StoredWell::log(int index)
 {
-    if (index < 0 || index >= logs().size())
+    readLogHeadersIfNeeded(index);
+    if (index < 0 || index >= m_logs.size())
         return {{}, QStringLiteral("The well %1 has no log with the index %2.").arg(m_name).arg(index)};
     const host::LogInfo &info = m_logs.at(index);
     Well::LogSet &set = m_data->logs();
     std::unique_ptr<Well::Log> header(set.remove(index));
-    const bool isRead = addLog(m_logFiles.at(m_logFileOf.at(index)).path, false);
+    const bool isRead = LogReader(*this).add(m_logFiles.at(m_logFileOf.at(index)).path, false);
     const std::unique_ptr<Well::Log> log(isRead ? set.remove(set.size() - 1) : nullptr);
     put(set, std::move(header), index);
     if (!log || !log->isLoaded())
@@ -184,22 +205,18 @@ host::Outcome<host::LogData> StoredWell::log(int index)
     return {read, {}};
 }
 
-const Well::Log *StoredWell::logHeader(const char *name)
+host::Outcome<StoredWell::LogPlace> StoredWell::placeOfLog(const char *name)
 {
-    const int index = indexOfLog(name);
-    return index < 0 ? nullptr : &m_data->logs().getLog(index);
-}
-
-host::Outcome<QString> StoredWell::logFile(const char *name)
-{
-    const int index = indexOfLog(name);
+    readLogHeadersIfNeeded(m_data->logs().indexOf(name));
     if (m_logs.size() != logFileCount())
         return {{},
                 QStringLiteral("One of the logs of the well %1 is unreadable or has the name of another; the host "
                                "would write over the wrong log. Nothing was changed.")
                     .arg(m_name)};
-    return {index < 0 ? file(Well::odIO::sExtLog(), logFileCount() + 1) : m_logFiles.at(m_logFileOf.at(index)).path,
-            {}};
+    const int index = m_data->logs().indexOf(name);
+    if (index < 0)
+        return {{file(Well::odIO::sExtLog(), logFileCount() + 1), nullptr}, {}};
+    return {{m_logFiles[m_logFileOf.at(index)].path, &m_data->logs().getLog(index)}, {}};
 }
 
 void StoredWell::logWritten(const Well::Log &log, const QString &path)
@@ -218,6 +235,7 @@ void StoredWell::logWritten(const Well::Log &log, const QString &path)
         m_logFiles.push_back(file);
     }
     put(set, headerOf(log), index >= 0 ? index : set.size());
+    m_folder = {m_folder.path, base::fileState(m_folder.path), true};
 }
 
 Well::MarkerSet &StoredWell::markers()

@@ -42,11 +42,14 @@ public:
     const QVector<host::LogInfo> &logs();
     /// The log at an index of logs().
     host::Outcome<host::LogData> log(int index);
-    /// The log of this name as logs() read it: only its header is filled. Null when there is none.
-    const Well::Log *logHeader(const char *name);
-    /// The file of the log with this name, or the one for a new log. An error where the host, which counts the logs that
-    /// it can read, would take the log of another file for it.
-    host::Outcome<QString> logFile(const char *name);
+    struct LogPlace
+    {
+        QString path;
+        const Well::Log *header = nullptr; ///< of the log that is there; null for a new one
+    };
+    /// Where the log with this name is stored, or a new one would be. An error where the host, which counts the logs
+    /// that it can read, would take the log of another file for it.
+    host::Outcome<LogPlace> placeOfLog(const char *name);
     /// The log's file was written with what \a log has.
     void logWritten(const Well::Log &log, const QString &path);
 
@@ -57,6 +60,7 @@ public:
     Well::MarkerSet &markers();
 
 private:
+    class LogReader;
     struct ReadFile
     {
         QString path;
@@ -68,9 +72,8 @@ private:
     QString file(const char *ending, int number = 0) const;
     int logFileCount() const { return static_cast<int>(m_logFiles.size()); }
     bool areLogsUnchanged() const;
+    void readLogHeadersIfNeeded(int log);
     void readLogHeaders();
-    int indexOfLog(const char *name);
-    bool addLog(const QString &path, bool isHeaderOnly);
 
     QString m_name;
     QString m_stem;
@@ -80,6 +83,7 @@ private:
     PtrMan<IOObj> m_entry;
     QVector<host::LogInfo> m_logs;
     QVector<int> m_logFileOf; ///< per log its index in m_logFiles
+    ReadFile m_folder; ///< as long as it is the same no log's file came or went
     std::vector<ReadFile> m_logFiles; ///< all, the unreadable ones as well
     bool m_hasReadLogs = false;
 };

@@ -2,6 +2,8 @@
 
 #include "host/opendtect/odtext.h"
 
+#include <QDateTime>
+
 #include <iodir.h>
 #include <iodirentry.h>
 #include <ioman.h>
@@ -16,18 +18,19 @@ WellList::~WellList() = default;
 void WellList::update()
 {
     const QString survey = toFolder(IOM().rootDir());
-    const bool isSameFolder = m_folder && survey == m_survey;
-    const QString path = isSameFolder ? toFolder(m_folder->dirName()) + QStringLiteral("/.omf") : QString();
-    if (isSameFolder && base::fileState(path).isSame(m_state))
+    if (m_folder && survey == m_survey && base::fileState(m_path).isSame(m_state))
         return;
     m_survey = survey;
     m_entries.clear();
     m_wells.clear();
     const IOObjContext context = WellTranslatorGroup::ioContext();
-    const base::FileState before = base::fileState(path);
+    const qint64 begin = QDateTime::currentMSecsSinceEpoch();
     m_folder = std::make_unique<IODir>(context.getSelKey());
-    // The path is known only now the first time; a change while the list was read must not stay unseen.
-    m_state = isSameFolder ? before : base::FileState{};
+    m_path = toFolder(m_folder->dirName()) + QStringLiteral("/.omf");
+    m_state = base::fileState(m_path);
+    // A change while the list was read must not stay unseen; file systems count time in steps of some milliseconds.
+    if (m_state.changedNs / 1000000 > begin - 100)
+        m_state = base::FileState{};
     if (m_folder->isBad()) {
         m_folder.reset();
         return;

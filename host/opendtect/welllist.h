@@ -31,6 +31,7 @@ private:
     void update();
 
     QString m_survey; ///< whose list it is
+    QString m_path; ///< of its file
     base::FileState m_state;
     std::unique_ptr<IODir> m_folder; ///< owns what the table shows
     QVector<host::WellEntry> m_entries;

@@ -226,20 +226,24 @@ host::Status writeLog(WellStore &store, const QString &key, const host::LogData 
     if (!stored.ok())
         return {stored.error};
     const QByteArray name = log.name.trimmed().toUtf8();
-    const host::Outcome<QString> file = stored.value->logFile(name.constData());
-    if (!file.ok())
-        return {file.error};
+    const auto place = stored.value->placeOfLog(name.constData());
+    if (!place.ok())
+        return {place.error};
+    const bool isNew = !place.value.header;
 
-    std::unique_ptr<Well::Log> toWrite = made(log, stored.value->logHeader(name.constData()));
+    std::unique_ptr<Well::Log> toWrite = made(log, place.value.header);
     uiString reason;
     std::ostringstream bytes;
     const LogWriter writer(*entry, stored.value->data(), reason);
     if (!writer.write(bytes, *toWrite))
         return {withReason(failure, toQString(reason))};
-    const base::WriteResult result = writeFile(file.value, bytesOf(bytes));
+    const QString path = place.value.path;
+    bool isTaken = false; // by the host, which knows no lock
+    const base::WriteResult result =
+        isNew ? base::writeNewFileAtomically(path, bytesOf(bytes), &isTaken) : writeFile(path, bytesOf(bytes));
     if (!result.ok())
         return {withReason(failure, result.error)};
-    stored.value->logWritten(*toWrite, file.value);
+    stored.value->logWritten(*toWrite, path);
 
     const auto loaded = WellStore::loaded(*entry, Well::LoadReqs(Well::Inf, Well::Trck, Well::LogInfos));
     if (RefMan<Well::Data> well = loaded.value)
