@@ -353,7 +353,8 @@ host::Outcome<QByteArray> logFileBytes(const host::LogData &log, const QByteArra
     KeyValues keys = old ? old->keys : KeyValues();
     if (!keys.contains("Depth-Unit"))
         keys.set("Depth-Unit", depthUnit);
-    keys.set("Name", log.name);
+    if (keys.text("Name") != storedText(log.name)) // a name that is only shown cut stays whole
+        keys.set("Name", log.name);
     if (log.unit.isEmpty())
         keys.remove("Unit of Measure");
     else

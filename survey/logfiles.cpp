@@ -1,8 +1,8 @@
 #include "survey/logfiles.h"
 
 #include "base/atomicfile.h"
+#include "base/folderlinks.h"
 
-#include <QFileInfo>
 #include <QHash>
 #include <QSet>
 
@@ -14,6 +14,7 @@ namespace {
 
 constexpr int headerBlockSize = 4096;
 constexpr int maximumHeaderSize = 16 << 20;
+constexpr int maximumLogCount = 100000;
 
 // The host's own name for a log that has none.
 QString standInName(int number)
@@ -31,7 +32,7 @@ enum class HeaderRead { Done, Unusable, NoFile };
 HeaderRead readHeader(const QString &path, LogFileHeader *header, FileState *state, const LogFiles::Report &report)
 {
     FileRead read = readFile(path, headerBlockSize);
-    if (read.errorCode == ENOENT || (read.errorCode != 0 && !QFileInfo::exists(path)))
+    if (read.errorCode == ENOENT || (read.errorCode != 0 && !base::isThere(path)))
         return HeaderRead::NoFile;
     if (read.errorCode != 0) {
         report(path, unreadableText(read.errorCode));
@@ -73,7 +74,8 @@ void LogFiles::readHeaders(const QString &stem, const Report &report)
     if (m_stem == stem)
         for (const Entry &entry : qAsConst(m_entries))
             known.insert(entry.number, entry);
-    forget();
+    m_entries.clear();
+    m_fileCount = 0;
     m_stem = stem;
     QSet<QString> names;
     for (int number = 1;; ++number) {
@@ -109,8 +111,12 @@ QVector<host::LogInfo> LogFiles::infos(const QString &stem, const Report &report
     readHeaders(stem, report);
     QVector<host::LogInfo> infos;
     infos.reserve(m_entries.size());
-    for (const Entry &entry : qAsConst(m_entries))
+    m_given.clear();
+    m_givenStem = stem;
+    for (const Entry &entry : qAsConst(m_entries)) {
         infos.append({entry.header.name, entry.header.unit});
+        m_given.insert(entry.header.name, entry.state);
+    }
     return infos;
 }
 
@@ -162,16 +168,40 @@ host::Status LogFiles::write(const QString &stem, const host::LogData &log, cons
     const host::Outcome<QByteArray> bytes = logFileBytes(log, depthUnit, old ? &old->header : nullptr);
     if (!bytes.ok())
         return {QStringLiteral("Cannot write the log \"%1\" of %2: %3.").arg(log.name, stem, bytes.error)};
-    const QString file = path(stem, old ? old->number : m_fileCount + 1);
-    const base::WriteResult result = base::writeFileAtomically(file, bytes.value);
-    return {result.ok() ? QString() : writeErrorText(file, result.error)};
+    // Whoever replaces a log has seen it, and not what another program made of it since.
+    const FileState given = m_given.value(name);
+    const bool isKnown = m_given.contains(name) && old && given.hasSameStamp(old->state);
+    if (m_givenStem == stem && old && !isKnown) {
+        m_givenStem.clear();
+        return {QStringLiteral("Another program wrote the log \"%1\" of %2 meanwhile. It was not written over.")
+                    .arg(log.name, stem)};
+    }
+    int number = old ? old->number : m_fileCount + 1;
+    bool isTaken = false;
+    base::WriteResult result;
+    if (old)
+        result = base::writeFileAtomically(path(stem, number), bytes.value);
+    else
+        do {
+            result = base::writeNewFileAtomically(path(stem, number), bytes.value, &isTaken);
+        } while (isTaken && ++number < maximumLogCount);
+    if (!result.ok())
+        return {writeErrorText(path(stem, number), result.error)};
+    if (m_givenStem == stem)
+        m_given.insert(name, fileState(path(stem, number)));
+    return {};
 }
 
 host::Status LogFiles::remove(const QString &stem, int index, const Report &report)
 {
+    const QString meant =
+        m_stem == stem && index >= 0 && index < m_entries.size() ? m_entries.at(index).header.name : QString();
     readHeaders(stem, report);
     if (index < 0 || index >= m_entries.size())
         return {noSuchLog(stem, index)};
+    if (!meant.isNull() && meant != m_entries.at(index).header.name)
+        return {QStringLiteral("Another program changed the logs of %1 meanwhile. Nothing was deleted.").arg(stem)};
+    m_givenStem.clear();
     const QString file = path(stem, m_entries.at(index).number);
     const QString last = path(stem, m_fileCount);
     // One rename, so that no crash can leave a gap that hides the logs behind it.

@@ -2,6 +2,8 @@
 
 #include "survey/logfile.h"
 
+#include <QHash>
+
 #include <functional>
 
 namespace workbench {
@@ -21,10 +23,11 @@ public:
     host::Outcome<host::LogData> read(const QString &stem, int index, const Report &report);
     /// The file of the log at an index of the infos() last read; empty when there is none.
     QString file(const QString &stem, int index) const;
-    /// Replaces the log of that name, else adds one.
+    /// Replaces the log of that name, else adds one, where no file has that number. Refused when another program made
+    /// or changed the log since the last infos().
     host::Status write(const QString &stem, const host::LogData &log, const QByteArray &depthUnit,
                        const Report &report);
-    /// Deletes the log at an index of infos(). The last file takes its place.
+    /// Deletes the log at an index of infos(). The last file takes its place. Refused when it is another log by now.
     host::Status remove(const QString &stem, int index, const Report &report);
     void forget();
 
@@ -42,6 +45,8 @@ private:
 
     QString m_stem;
     QVector<Entry> m_entries; ///< those that can be used
+    QString m_givenStem; ///< the well of the last infos()
+    QHash<QString, FileState> m_given; ///< the logs that they gave, by name
     int m_fileCount = 0; ///< all up to the first missing number
 };
 

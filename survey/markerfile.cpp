@@ -154,7 +154,7 @@ struct StoredMarker
 host::Marker markerOf(const KeyValues &keys, const OneMarker &fields)
 {
     const std::optional<double> depth = base::parseNumber(fieldOf(keys, fields, "Depth along hole"));
-    return {storedText(QString::fromUtf8(fieldOf(keys, fields, "Name"))),
+    return {storedText(shownText(fieldOf(keys, fields, "Name"))),
             static_cast<float>(depth.value_or(host::undefinedValue)), parseColor(fieldOf(keys, fields, "Color"))};
 }
 
@@ -279,7 +279,9 @@ QByteArray markerFileBytes(const QVector<host::Marker> &markers, const QByteArra
         QByteArray stratLevel = fieldOf(oldKeys, fields, "Strat Level");
         if (stratLevel.isEmpty())
             stratLevel = "-1";
-        QByteArray name = marker.name.toUtf8();
+        QByteArray name = fieldOf(oldKeys, fields, "Name"); // whole, also where it is shown cut
+        if (name.isEmpty())
+            name = marker.name.toUtf8();
         name.replace('\n', "#-NL-#");
         bytes += prefix + "Name: " + name + '\n';
         bytes += prefix + "Depth along hole: " + base::formatPlain(marker.depth) + '\n';

@@ -33,10 +33,10 @@ ObjectEntry parseFirstLine(const QByteArray &line)
     if (line.startsWith('@')) {
         entry.isFolder = true;
         entry.number = objectNumber(first.keyAt(0).mid(1));
-        entry.name = QString::fromUtf8(first.valueAt(0));
+        entry.name = shownText(first.valueAt(0));
         return entry;
     }
-    entry.name = QString::fromUtf8(first.keyAt(0));
+    entry.name = shownText(first.keyAt(0));
     entry.number = objectNumber(first.valueAt(0));
     return entry;
 }
@@ -79,7 +79,7 @@ host::Outcome<ObjectList> ObjectList::parse(const QByteArray &bytes, QStringList
             return;
         ObjectEntry entry = parseFirstLine(first);
         entry.keys = rest;
-        const QString line = QString::fromUtf8(first);
+        const QString line = shownText(first);
         if (list.m_isCut) {
             report->append(QStringLiteral("it is cut off within the entry \"%1\", which is passed over").arg(line));
             entry.number = 0;

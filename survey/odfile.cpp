@@ -1,14 +1,15 @@
 #include "survey/odfile.h"
 
 #include "base/filesystemcalls.h"
+#include "base/folderlinks.h"
+#include "base/regularfile.h"
 
 #include <QDateTime>
 #include <QFile>
 #include <QLocale>
 
 #include <cerrno>
-#include <cstring>
-#include <fcntl.h>
+#include <ctime>
 #include <limits>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -26,6 +27,13 @@ int separatorOf(const QByteArray &line)
         if (line.at(i) == ':' && line.at(i - 1) != '\\')
             return i;
     return -1;
+}
+
+// The survey whose file it is: files lie in it or in its folder of wells.
+QString surveyOf(const QString &path)
+{
+    const QString folder = path.section(QLatin1Char('/'), 0, -2);
+    return folder.endsWith(QLatin1String("/WellInfo")) ? folder.section(QLatin1Char('/'), 0, -2) : folder;
 }
 
 // Takes the line that begins at *offset and moves past its end. False at the end of the bytes.
@@ -56,6 +64,16 @@ QString storedText(const QString &text)
 {
     QByteArray bytes = text.toUtf8();
     return QString::fromUtf8(bytes.replace('\r', "").trimmed());
+}
+
+QString shownText(const QByteArray &bytes)
+{
+    if (bytes.size() <= maximumShownBytes)
+        return QString::fromUtf8(bytes);
+    int keep = maximumShownBytes;
+    while (keep > 0 && (bytes.at(keep) & 0xC0) == 0x80)
+        --keep;
+    return QString::fromUtf8(bytes.constData(), keep) + QStringLiteral("…");
 }
 
 int KeyValues::indexOf(const QByteArray &key) const
@@ -170,7 +188,7 @@ QByteArray odFileHeader(const QByteArray &type)
 
 QString readErrorText(const QString &path, int errorCode)
 {
-    return QStringLiteral("Cannot read the file %1: %2.").arg(path, QString::fromLocal8Bit(std::strerror(errorCode)));
+    return QStringLiteral("Cannot read the file %1: %2.").arg(path, base::systemErrorText(errorCode));
 }
 
 QString writeErrorText(const QString &path, const QString &reason)
@@ -180,23 +198,20 @@ QString writeErrorText(const QString &path, const QString &reason)
 
 QString unreadableText(int errorCode)
 {
-    return QStringLiteral("it cannot be read (%1)").arg(QString::fromLocal8Bit(std::strerror(errorCode)));
+    return QStringLiteral("it cannot be read (%1)").arg(base::systemErrorText(errorCode));
 }
 
 // Plain system calls: a survey of thousands of wells has a hundred thousand small files, and a file object costs
 // several times what they do.
 InputFile::InputFile(const QString &path)
-    // Not blocking: a pipe in a file's place would wait for ever.
-    : m_file(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK))
+    : m_file(base::openRegularFile(path, surveyOf(path), &m_errorCode))
 {
     struct stat info
     { };
-    if (m_file < 0 || ::fstat(m_file, &info) != 0)
-        m_errorCode = errno;
-    else if (!S_ISREG(info.st_mode))
-        m_errorCode = S_ISDIR(info.st_mode) ? EISDIR : EINVAL;
-    else
+    if (m_file >= 0 && ::fstat(m_file, &info) == 0)
         m_state = base::stateOf(info);
+    else if (m_errorCode == 0)
+        m_errorCode = errno;
 }
 
 InputFile::~InputFile()

@@ -13,13 +13,20 @@
 /// that "!" ends. Lines that are not understood are kept byte by byte.
 namespace workbench {
 
+/// The longest text of a survey file that is shown, in bytes.
+constexpr int maximumShownBytes = 4096;
+
+/// A name or another value of a survey file. One that is longer than anybody reads is cut and ends in "…": lists and
+/// tables would take minutes to lay it out.
+QString shownText(const QByteArray &bytes);
+
 /// One section of "Key: value" lines, in file order. Changing a value rewrites its line only.
 class KeyValues
 {
 public:
     /// The value of the first line of that key, without white space around it; a null array when there is none.
     QByteArray value(const QByteArray &key) const;
-    QString text(const QByteArray &key) const { return QString::fromUtf8(value(key)); }
+    QString text(const QByteArray &key) const { return shownText(value(key)); }
     bool contains(const QByteArray &key) const;
     /// Replaces the first line of that key, or appends one.
     void set(const QByteArray &key, const QByteArray &value);
@@ -101,8 +108,8 @@ public:
     int errorCode() const { return m_errorCode; }
 
 private:
-    int m_file = -1;
     int m_errorCode = 0;
+    int m_file = -1;
     FileState m_state;
 };
 

@@ -1,6 +1,8 @@
 #include "survey/surveyfolder.h"
 
 #include "base/atomicfile.h"
+#include "base/folderlinks.h"
+#include "base/leftovers.h"
 #include "base/numbers.h"
 #include "survey/objectlist.h"
 #include "survey/surveyplace.h"
@@ -219,6 +221,14 @@ host::Status createSurvey(const QString &path, const NewSurvey &survey)
         return {QStringLiteral("Cannot make the folder %1.").arg(place.buildFolder())};
     const QString problem = fillSurvey(place.buildFolder(), survey);
     return problem.isEmpty() ? place.putInPlace() : host::Status{problem};
+}
+
+void removeSurveyLeftovers(const QString &path)
+{
+    const QString wells = path + QStringLiteral("/WellInfo");
+    base::removeLeftovers(path);
+    if (base::linkProblem(path, wells) == 0)
+        base::removeLeftovers(wells);
 }
 
 QByteArray dataRootMark()

@@ -1,14 +1,16 @@
 #include "survey/surveystore.h"
 
 #include "base/atomicfile.h"
+#include "base/folderlinks.h"
 #include "base/numbers.h"
+#include "base/threewaymerge.h"
 #include "host/feet.h"
 #include "survey/markerfile.h"
+#include "survey/surveywrite.h"
 #include "survey/wellnames.h"
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QRegularExpression>
 #include <QSet>
 
@@ -65,6 +67,8 @@ void SurveyStore::setSurveyDirectory(const QString &path)
     m_listState = {};
     m_listBytes = QByteArray();
     m_logs.forget();
+    m_givenMarkers.clear();
+    m_givenWells.clear();
     m_problems.clear();
 }
 
@@ -96,6 +100,9 @@ QString SurveyStore::logProblem(const QString &key, int index)
 host::Outcome<ObjectList> SurveyStore::readObjectList()
 {
     const QString path = objectListPath();
+    const int linkProblem = base::linkProblem(m_surveyDirectory, wellFolder());
+    if (linkProblem != 0)
+        return {{}, readErrorText(path, linkProblem)};
     const auto listAsRead = [this, &path]() -> host::Outcome<ObjectList> {
         for (const QString &problem : qAsConst(m_listProblems))
             report(path, problem);
@@ -230,9 +237,11 @@ host::Outcome<WellProperties> SurveyStore::properties(const QString &key)
     const host::Outcome<QString> wellStem = stem(key);
     if (!wellStem.ok())
         return {{}, wellStem.error};
+    const FileState state = fileState(wellStem.value + QStringLiteral(".well"));
     const host::Outcome<WellFile> file = readWell(wellStem.value);
     if (!file.ok())
         return {{}, file.error};
+    m_givenWells.insert(key, state);
     return {file.value.properties(m_list.entries().at(m_listIndex.value(numberOfKey(key))).name), {}};
 }
 
@@ -262,6 +271,9 @@ host::Outcome<host::LogData> SurveyStore::log(const QString &key, int index)
 
 host::Status SurveyStore::writeLog(const QString &key, const host::LogData &log)
 {
+    const SurveyWrite write(m_surveyDirectory);
+    if (!write.ok())
+        return {write.problem()};
     const host::Outcome<QString> wellStem = stem(key);
     if (!wellStem.ok())
         return {wellStem.error};
@@ -274,6 +286,9 @@ host::Status SurveyStore::writeLog(const QString &key, const host::LogData &log)
 
 host::Status SurveyStore::removeLog(const QString &key, int index)
 {
+    const SurveyWrite write(m_surveyDirectory);
+    if (!write.ok())
+        return {write.problem()};
     const host::Outcome<QString> wellStem = stem(key);
     if (!wellStem.ok())
         return {wellStem.error};
@@ -288,8 +303,10 @@ host::Outcome<QVector<host::Marker>> SurveyStore::markers(const QString &key)
     const QString path = wellStem.value + QStringLiteral(".wlm");
     const FileRead read = readFile(path);
     if (read.errorCode != 0) {
-        if (read.errorCode == ENOENT)
+        if (read.errorCode == ENOENT) {
+            m_givenMarkers.insert(key, {});
             return {};
+        }
         const QString error = readErrorText(path, read.errorCode);
         report(path, unreadableText(read.errorCode));
         return {{}, error};
@@ -307,11 +324,42 @@ host::Outcome<QVector<host::Marker>> SurveyStore::markers(const QString &key)
     }
     if (isInFeet())
         markers.value = host::feetToMetres(markers.value);
+    if (markers.ok())
+        m_givenMarkers.insert(key, markers.value);
     return markers;
 }
 
-host::Status SurveyStore::writeMarkers(const QString &key, const QVector<host::Marker> &markers)
+// The markers to write: those given, with what another program did to the set since it was read here.
+host::Outcome<QVector<host::Marker>> SurveyStore::mergedMarkers(const QString &key,
+                                                                const QVector<host::Marker> &given)
 {
+    const auto known = m_givenMarkers.constFind(key);
+    if (known == m_givenMarkers.constEnd())
+        return {given, {}};
+    const QVector<host::Marker> before = *known;
+    const host::Outcome<QVector<host::Marker>> now = markers(key);
+    const auto isSame = [](const host::Marker &a, const host::Marker &b) {
+        return a.name == b.name && a.depth == b.depth && a.color.rgb() == b.color.rgb();
+    };
+    if (!now.ok() || std::equal(before.begin(), before.end(), now.value.begin(), now.value.end(), isSame))
+        return {given, {}};
+    const auto merged = base::threeWayMerge(before, now.value, given, isSame);
+    if (merged.conflicts.isEmpty())
+        return {merged.records, {}};
+    return {{},
+            QStringLiteral("Another program changed the marker \"%1\" meanwhile. Nothing was written.")
+                .arg(merged.conflicts.first())};
+}
+
+host::Status SurveyStore::writeMarkers(const QString &key, const QVector<host::Marker> &given)
+{
+    const SurveyWrite write(m_surveyDirectory);
+    if (!write.ok())
+        return {write.problem()};
+    const host::Outcome<QVector<host::Marker>> toWrite = mergedMarkers(key, given);
+    if (!toWrite.ok())
+        return {toWrite.error};
+    const QVector<host::Marker> &markers = toWrite.value;
     const host::Outcome<QString> wellStem = stem(key);
     if (!wellStem.ok())
         return {wellStem.error};
@@ -335,6 +383,8 @@ host::Status SurveyStore::writeMarkers(const QString &key, const QVector<host::M
                                                   unitOf(well.value, depthUnit()), old.bytes, track));
     if (!result.ok())
         return {writeErrorText(path, result.error)};
+    if (m_givenMarkers.contains(key))
+        (void)this->markers(key); // this is what a further change begins with
     if (m_markersChanged)
         m_markersChanged(key);
     return {};
@@ -359,9 +409,9 @@ QString SurveyStore::newStem(const QString &name, const ObjectList &list) const
         taken.insert(stemOf(entry.fileName()).toLower());
     const auto hasFiles = [this](const QString &stem) {
         const QString path = wellFolder() + QLatin1Char('/') + stem;
-        const auto exists = [&path](const char *ending) { return QFileInfo::exists(path + QLatin1String(ending)); };
+        const auto exists = [&path](const char *ending) { return base::isThere(path + QLatin1String(ending)); };
         return std::any_of(std::begin(wellFileEndings), std::end(wellFileEndings), exists)
-            || QFileInfo::exists(LogFiles::path(path, 1));
+            || base::isThere(LogFiles::path(path, 1));
     };
     const QString cleaned = cleanedStem(name);
     QString stem = cleaned;
@@ -377,6 +427,9 @@ host::Outcome<QString> SurveyStore::addWell(const WellProperties &given)
     for (const QString &problem : {storedNameProblem(properties.name), wellPropertiesProblem(properties)})
         if (!problem.isEmpty())
             return {{}, problem};
+    const SurveyWrite write(m_surveyDirectory);
+    if (!write.ok())
+        return {{}, write.problem()};
     const host::Outcome<ObjectList> read = listToChange();
     if (!read.ok())
         return {{}, read.error};
@@ -413,6 +466,17 @@ host::Status SurveyStore::changeWell(const QString &key, const WellProperties &p
     const host::Outcome<QString> wellStem = stem(key);
     if (!wellStem.ok())
         return {wellStem.error};
+    const SurveyWrite write(m_surveyDirectory);
+    if (!write.ok())
+        return {write.problem()};
+    const QString wellPath = wellStem.value + QStringLiteral(".well");
+    const auto given = m_givenWells.constFind(key);
+    if (given != m_givenWells.constEnd() && !given->hasSameStamp(fileState(wellPath))) {
+        m_givenWells.erase(given);
+        return {
+            QStringLiteral("Another program changed the file %1 meanwhile. It was not written over.").arg(wellPath)};
+    }
+    m_givenWells.remove(key); // it is about to change
     bool hasTrackFile = false;
     host::Outcome<WellFile> file = readWell(wellStem.value, &hasTrackFile);
     if (!file.ok())
@@ -449,6 +513,9 @@ host::Status SurveyStore::renameWell(const QString &key, const QString &name)
     const QString problem = storedNameProblem(name.trimmed());
     if (!problem.isEmpty())
         return {problem};
+    const SurveyWrite write(m_surveyDirectory);
+    if (!write.ok())
+        return {write.problem()};
     host::Outcome<ObjectList> list = listToChange();
     if (!list.ok())
         return {list.error};
@@ -461,6 +528,9 @@ host::Status SurveyStore::renameWell(const QString &key, const QString &name)
 
 host::Status SurveyStore::removeWell(const QString &key)
 {
+    const SurveyWrite write(m_surveyDirectory);
+    if (!write.ok())
+        return {write.problem()};
     const host::Outcome<QString> wellStem = stem(key);
     host::Outcome<ObjectList> list = listToChange();
     if (!list.ok())

@@ -14,8 +14,9 @@
 namespace workbench {
 
 /// The wells of one survey folder on disk, in the host's own format. Reading changes nothing on disk. Every write
-/// begins by reading what is there now, so that another program's changes are kept, and replaces one file
-/// atomically. Of a well, only log headers are held between calls, and each only as long as its file is unchanged.
+/// begins by locking the wells' folder and reading what is there now, so that another program's changes are kept, and
+/// replaces one file atomically. What another program changed since it was given out here is merged (markers) or makes
+/// the write fail with a sentence (a log or well of which both changed something). Of a well, only log headers are held between calls, and each only as long as its file is unchanged.
 class SurveyStore : public host::Wells
 {
 public:
@@ -83,6 +84,7 @@ private:
     LogFiles::Report reporter();
     host::Status writeWell(const QString &stem, const WellFile &file);
     void report(const QString &path, const QString &problem);
+    host::Outcome<QVector<host::Marker>> mergedMarkers(const QString &key, const QVector<host::Marker> &given);
 
     bool isInFeet() { return depthUnit() == DepthUnit::Foot; }
 
@@ -100,6 +102,9 @@ private:
     QStringList m_listProblems; ///< what had to be passed over in it
     QHash<int, int> m_listIndex; ///< object number to entry index
     LogFiles m_logs;
+    // What was given out last, by key: another program may change it before a change made here is written.
+    QHash<QString, QVector<host::Marker>> m_givenMarkers;
+    QHash<QString, FileState> m_givenWells;
 };
 
 } // namespace workbench

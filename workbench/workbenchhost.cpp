@@ -1,5 +1,6 @@
 #include "workbench/workbenchhost.h"
 
+#include "survey/surveyfolder.h"
 #include "workbench/hostaccess.h"
 
 #include <QCoreApplication>
@@ -36,6 +37,8 @@ void WorkbenchHost::setWindow(QWidget *window, QMenu *menu)
 
 void WorkbenchHost::setSurvey(const QString &directory)
 {
+    if (!directory.isEmpty())
+        removeSurveyLeftovers(directory);
     m_store.setSurveyDirectory(directory);
     tell([](host::Listener &listener) { listener.surveyChanged(); });
 }

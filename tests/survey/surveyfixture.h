@@ -90,11 +90,13 @@ public:
         files::write(file(name), bytes);
     }
     QByteArray read(const char *name) const { return files::read(file(name)); }
-    /// The names in the well folder, "." files too.
+    /// The names in the well folder, "." files too, but for the writers' lock file.
     QStringList names() const
     {
-        return QDir(wells()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                                       QDir::Name);
+        QStringList names = QDir(wells()).entryList(
+            QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
+        names.removeAll(QStringLiteral(".lorva.lock"));
+        return names;
     }
 
 private:

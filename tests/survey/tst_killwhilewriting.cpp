@@ -58,6 +58,13 @@ public:
         count();
         return result;
     }
+    int renameToNew(const char *from, const char *to) override
+    {
+        count();
+        const int result = FileSystemCalls::renameToNew(from, to);
+        count();
+        return result;
+    }
     int unlink(const char *path) override
     {
         count();
