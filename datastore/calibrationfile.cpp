@@ -2,9 +2,8 @@
 
 #include "base/asker.h"
 #include "base/safename.h"
+#include "datastore/projectfile.h"
 #include "datastore/sidefile.h"
-
-#include <QFile>
 
 #include <optional>
 
@@ -87,7 +86,7 @@ CalibrationParse parseCalibration(const QByteArray &bytes, const QString &wellNa
 bool writeCalibration(const QString &projectFolder, const CalibrationRecord &record, base::Asker &asker)
 {
     return sidefile::writeAfterQuestion(
-        calibrationPath(projectFolder, record.wellName, record.groupName), calibrationBytes(record),
+        projectFolder, calibrationPath(projectFolder, record.wellName, record.groupName), calibrationBytes(record),
         QStringLiteral("Well Calibration Data Write"),
         QStringLiteral("Well Calibration data for this well is already exists.\nWould you like to update it?"),
         asker);
@@ -99,14 +98,14 @@ CalibrationRecord readCalibration(const QString &projectFolder, const QString &w
     CalibrationRecord empty;
     empty.wellName = wellName;
     empty.groupName = groupName;
-    QFile file(calibrationPath(projectFolder, wellName, groupName));
-    if (!file.exists())
+    const ProjectFile file = readProjectFile(projectFolder, calibrationPath(projectFolder, wellName, groupName));
+    if (file.state == ProjectFile::State::Missing)
         return empty;
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (file.state == ProjectFile::State::Unreadable) {
         warnUnreadable(asker);
         return empty;
     }
-    const CalibrationParse parsed = parseCalibration(file.readAll(), wellName, groupName);
+    const CalibrationParse parsed = parseCalibration(file.bytes, wellName, groupName);
     if (parsed.isMalformed)
         warnUnreadable(asker);
     return parsed.record;

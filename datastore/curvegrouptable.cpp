@@ -41,7 +41,7 @@ void CurveGroupTable::read(const QString &projectFolder)
 {
     m_lastRead.reset();
     const QString path = tablePath(projectFolder);
-    const ProjectFile file = readProjectFile(path);
+    const ProjectFile file = readProjectFile(projectFolder, path);
     if (file.state == ProjectFile::State::Missing)
         return;
     merge(file.bytes);
@@ -52,10 +52,10 @@ bool CurveGroupTable::write(const QString &projectFolder, base::Flush flush)
 {
     const QString path = tablePath(projectFolder);
     const bool isRead = m_lastRead && m_lastRead->path == path;
-    const ProjectFile old = isRead ? m_lastRead->file : readProjectFile(path);
+    const ProjectFile old = isRead ? m_lastRead->file : readProjectFile(projectFolder, path);
     m_lastRead.reset();
     const QByteArray bytes = toBytes();
     const bool isUnchanged = old.state == ProjectFile::State::Read && old.bytes == bytes;
     // Silence is what a user is to see here.
-    return old.mayBeReplaced() && !isUnchanged && base::writeFileAtomically(path, bytes, flush).ok();
+    return old.mayBeReplaced() && !isUnchanged && writeProjectFile(projectFolder, path, bytes, flush).ok();
 }

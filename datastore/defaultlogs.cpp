@@ -5,10 +5,10 @@
 #include "datastore/curvegrouptable.h"
 #include "datastore/groupfiles.h"
 #include "datastore/projectdata.h"
+#include "datastore/projectfile.h"
 #include "datastore/textfields.h"
 
 #include <QDir>
-#include <QFile>
 #include <QSet>
 
 #include <algorithm>
@@ -112,8 +112,7 @@ DefaultLogs parseDefaultLogs(const QByteArray &bytes)
 
 DefaultLogs readDefaultLogs(const QString &projectFolder, const QString &wellName)
 {
-    QFile file(defaultLogsPath(projectFolder, wellName));
-    return file.open(QIODevice::ReadOnly) ? parseDefaultLogs(file.readAll()) : DefaultLogs();
+    return parseDefaultLogs(readProjectFile(projectFolder, defaultLogsPath(projectFolder, wellName)).bytes);
 }
 
 void runDefaultLogsPass(ProjectData &data, const std::function<bool()> &mayGoOn)
@@ -141,8 +140,8 @@ void runDefaultLogsPass(ProjectData &data, const std::function<bool()> &mayGoOn)
         if (unreadable.contains(fileName) || existing.contains(fileName))
             continue;
         // One that cannot be made is passed over; the next launch tries again.
-        if (base::writeFileAtomically(defaultLogsFolder(folder) + QLatin1Char('/') + fileName,
-                                      defaultLogsBytes(data, well), base::Flush::Later)
+        if (writeProjectFile(folder, defaultLogsFolder(folder) + QLatin1Char('/') + fileName,
+                             defaultLogsBytes(data, well), base::Flush::Later)
                 .ok()) {
             existing.insert(fileName);
             isChanged = true;

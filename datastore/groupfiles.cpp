@@ -24,7 +24,7 @@ QByteArray comparable(textfields::Field entry)
 
 QStringList readGroupFile(const QString &projectFolder, const QString &group)
 {
-    return parseGroupFile(readProjectFile(groupPath(projectFolder, group)).bytes);
+    return parseGroupFile(readProjectFile(projectFolder, groupPath(projectFolder, group)).bytes);
 }
 
 QStringList parseGroupFile(const QByteArray &bytes)
@@ -53,7 +53,7 @@ GroupFiles::Group &GroupFiles::group(const QString &name)
     const auto found = m_groups.find(name);
     if (found != m_groups.end())
         return *found;
-    const ProjectFile file = readProjectFile(groupPath(m_projectFolder, name));
+    const ProjectFile file = readProjectFile(m_projectFolder, groupPath(m_projectFolder, name));
     Group read;
     read.isReadable = file.mayBeReplaced();
     forEachLine(utf8Text(file.bytes), [&read](Field line) {
@@ -83,7 +83,8 @@ bool GroupFiles::write(base::Flush flush)
         if (!entry->isChanged)
             continue;
         // Silent by requirement.
-        isWritten |= base::writeFileAtomically(groupPath(m_projectFolder, entry.key()), entry->bytes, flush).ok();
+        isWritten |=
+            writeProjectFile(m_projectFolder, groupPath(m_projectFolder, entry.key()), entry->bytes, flush).ok();
         entry->isChanged = false;
     }
     return isWritten;

@@ -3,9 +3,8 @@
 #include "base/asker.h"
 #include "base/numbers.h"
 #include "base/safename.h"
+#include "datastore/projectfile.h"
 #include "datastore/sidefile.h"
-
-#include <QFile>
 
 #include <algorithm>
 #include <optional>
@@ -85,7 +84,7 @@ PerforationRecord parsePerforation(const QByteArray &bytes, const QString &wellN
 bool writePerforation(const QString &projectFolder, const PerforationRecord &record, base::Asker &asker)
 {
     return sidefile::writeAfterQuestion(
-        perforationPath(projectFolder, record.wellName), perforationBytes(record),
+        projectFolder, perforationPath(projectFolder, record.wellName), perforationBytes(record),
         QStringLiteral("Well Perforation Data Write"),
         QStringLiteral("Well Perforation data for this well is already exists.\nWould you like to update it?"),
         asker);
@@ -93,11 +92,11 @@ bool writePerforation(const QString &projectFolder, const PerforationRecord &rec
 
 PerforationRecord readPerforation(const QString &projectFolder, const QString &wellName)
 {
-    QFile file(perforationPath(projectFolder, wellName));
-    if (!file.open(QIODevice::ReadOnly)) {
+    const ProjectFile file = readProjectFile(projectFolder, perforationPath(projectFolder, wellName));
+    if (file.state != ProjectFile::State::Read) {
         PerforationRecord empty;
         empty.wellName = wellName;
         return empty;
     }
-    return parsePerforation(file.readAll(), wellName);
+    return parsePerforation(file.bytes, wellName);
 }

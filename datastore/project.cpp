@@ -5,6 +5,7 @@
 #include "base/folderswap.h"
 #include "base/leftovers.h"
 #include "base/safename.h"
+#include "datastore/projectfile.h"
 #include "datastore/projectseeds.h"
 #include "host/host.h"
 
@@ -43,16 +44,22 @@ void openProjectFolder(const QString &surveyDirectory, Project *project)
         return;
     }
     base::finishFolderSwaps(project->projectFolder);
+    for (const char *place : {"", "/Correlations", "/CurveGroups", "/Templates", "/Templates/Global", "/DefaultLogs"})
+        if (!isLinkedAway(project->projectFolder, project->projectFolder + QLatin1String(place)))
+            base::removeLeftovers(project->projectFolder + QLatin1String(place));
     project->globalTemplateNames = globalTemplateNames(*project);
 }
 
-QStringList subFolderNames(const QString &folder)
+QStringList subFolderNames(const Project &project, const QString &folder)
 {
     QStringList names;
+    if (isLinkedAway(project.projectFolder, folder))
+        return names;
     QDirIterator folders(folder, QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
     while (folders.hasNext()) {
         folders.next();
-        if (!base::isReservedName(folders.fileName()))
+        const bool isAway = folders.fileInfo().isSymLink() && isLinkedAway(project.projectFolder, folders.filePath());
+        if (!base::isReservedName(folders.fileName()) && !isAway)
             names.append(folders.fileName());
     }
     return names;
@@ -60,7 +67,12 @@ QStringList subFolderNames(const QString &folder)
 
 QStringList globalTemplateNames(const Project &project)
 {
-    return subFolderNames(project.projectFolder + QStringLiteral("/Templates/Global/"));
+    return subFolderNames(project, project.projectFolder + QStringLiteral("/Templates/Global"));
+}
+
+QStringList linksOutOfSurvey(const Project &project)
+{
+    return base::forbiddenLinks(QFileInfo(project.projectFolder).path(), project.projectFolder);
 }
 
 void openProject(const host::Host &host, Project *project)

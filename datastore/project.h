@@ -25,15 +25,18 @@ struct Project
 /// Fills the paths of \a project for the host's current survey and lists the global templates. A missing project
 /// folder is made with its sub-folders and seed files, whole or not at all; its templates are listed from the next
 /// call on. In an existing one, taken as it is otherwise, a swap of folders that a dead process left half done is
-/// finished. Says nothing when a folder cannot be made.
+/// finished, and what its writes left is removed. Says nothing when a folder cannot be made.
 void openProject(const host::Host &host, Project *project);
 
 /// The part of openProject() that works on the survey's folder alone.
 void openProjectFolder(const QString &surveyDirectory, Project *project);
 
-/// The folders directly inside \a folder, those with a dot in front too, our own hidden ones not; in the order in
-/// which it is read.
-QStringList subFolderNames(const QString &folder);
+/// The folders directly inside \a folder, those with a dot in front too, our own hidden ones and links out of
+/// the survey not; in the order in which it is read. None when such a link leads to the folder.
+QStringList subFolderNames(const Project &project, const QString &folder);
+
+/// The links in the project that lead out of the survey or nowhere: nothing is read, written or removed there.
+QStringList linksOutOfSurvey(const Project &project);
 
 /// The global templates on disk as they are now, in the order in which the folder is read.
 QStringList globalTemplateNames(const Project &project);

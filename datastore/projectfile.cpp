@@ -1,19 +1,54 @@
 #include "datastore/projectfile.h"
 
-#include <QFile>
+#include "base/folderlinks.h"
+#include "base/regularfile.h"
+
 #include <QFileInfo>
 
-ProjectFile readProjectFile(const QString &path)
+#include <algorithm>
+#include <cerrno>
+
+namespace {
+
+QString surveyOf(const QString &projectFolder)
 {
-    QFile file(path);
-    if (file.open(QIODevice::ReadOnly)) {
-        const QByteArray bytes = file.readAll();
-        if (file.error() == QFile::NoError)
-            return {ProjectFile::State::Read, bytes};
-        return {ProjectFile::State::Unreadable, {}};
-    }
-    // A link to nothing is no missing file: what it stands for may only be out of reach for now.
-    const QFileInfo info(path);
-    const bool isThere = info.isSymLink() || info.exists();
-    return {isThere ? ProjectFile::State::Unreadable : ProjectFile::State::Missing, {}};
+    return QFileInfo(projectFolder).path();
+}
+
+} // namespace
+
+ProjectFile readProjectFile(const QString &projectFolder, const QString &path)
+{
+    const base::RegularFile file = base::readRegularFile(path, surveyOf(projectFolder));
+    if (file.ok())
+        return {ProjectFile::State::Read, file.bytes};
+    const bool isMissing = file.errorCode == ENOENT || file.errorCode == ENOTDIR;
+    return {isMissing ? ProjectFile::State::Missing : ProjectFile::State::Unreadable, {}};
+}
+
+base::WriteResult writeProjectFile(const QString &projectFolder, const QString &path, const QByteArray &bytes,
+                                   base::Flush flush)
+{
+    const int problem = base::linkProblem(surveyOf(projectFolder), path);
+    return problem != 0 ? base::WriteResult{base::systemErrorText(problem)}
+                        : base::writeFileAtomically(path, bytes, flush);
+}
+
+bool isLinkedAway(const QString &projectFolder, const QString &path)
+{
+    return base::linkProblem(surveyOf(projectFolder), path) != 0;
+}
+
+QStringList projectEntries(const QString &projectFolder, const QString &path, QDir::Filters filters,
+                           QDir::SortFlags sort)
+{
+    if (isLinkedAway(projectFolder, path))
+        return {};
+    QStringList names = QDir(path).entryList(filters, sort);
+    const auto isAway = [&](const QString &name) {
+        const QString entry = path + QLatin1Char('/') + name;
+        return QFileInfo(entry).isSymLink() && isLinkedAway(projectFolder, entry);
+    };
+    names.erase(std::remove_if(names.begin(), names.end(), isAway), names.end());
+    return names;
 }

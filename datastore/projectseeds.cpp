@@ -2,7 +2,9 @@
 
 #include "base/atomicfile.h"
 #include "base/filesystemcalls.h"
+#include "base/folderlinks.h"
 #include "base/leftovers.h"
+#include "datastore/projectfile.h"
 
 #include <QDir>
 #include <QFile>
@@ -91,7 +93,7 @@ bool seedTemplate(const QString &projectFolder, const SeedTemplate &seed, Seedin
     const QString name = QString::fromLatin1(seed.name);
     const QString folder = projectFolder + QStringLiteral("/Templates/Global");
     const QString target = folder + QLatin1Char('/') + name;
-    if (QFileInfo::exists(target))
+    if (base::isThere(target) || !QFileInfo(folder).isDir() || isLinkedAway(projectFolder, folder))
         return true;
     // Built aside: a crash between two tracks must not leave a folder that then counts as the user's own.
     const base::HiddenFolder aside(projectFolder);
@@ -114,6 +116,8 @@ bool seedTemplate(const QString &projectFolder, const SeedTemplate &seed, Seedin
 Seeding makeSeeds(const QString &projectFolder)
 {
     Seeding seeding;
+    if (isLinkedAway(projectFolder, projectFolder + QStringLiteral("/CurveGroups")))
+        return {0, false};
     for (const SeedGroup &seed : seedGroups) {
         const QString path = projectFolder + QStringLiteral("/CurveGroups/") + QString::fromLatin1(seed.group)
             + QStringLiteral(".txt");
@@ -132,7 +136,7 @@ Seeding makeSeeds(const QString &projectFolder)
 
 int writeIfMissing(const QString &path, const QByteArray &text)
 {
-    if (QFileInfo::exists(path))
+    if (base::isThere(path))
         return 0;
     return base::writeFileAtomically(path, text, base::Flush::Later).ok() ? 1 : -1;
 }

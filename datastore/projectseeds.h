@@ -8,6 +8,6 @@
 int writeIfMissing(const QString &path, const QByteArray &text);
 
 /// Writes the curve group files that are missing from the project, then the templates "Default" and "Simple" where
-/// their folders do not exist. Ends in silence at the first file that cannot be made; false then, or when what was
+/// their folders do not exist (a link, even one that leads nowhere, is there). Ends in silence at the first file that cannot be made; false then, or when what was
 /// made did not reach the disk. A template appears whole or not at all.
 bool seedProject(const QString &projectFolder);

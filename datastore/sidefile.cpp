@@ -1,8 +1,8 @@
 #include "datastore/sidefile.h"
 
 #include "base/asker.h"
-#include "base/atomicfile.h"
 #include "base/numbers.h"
+#include "datastore/projectfile.h"
 
 #include <QFileInfo>
 
@@ -11,12 +11,12 @@
 
 namespace sidefile {
 
-bool writeAfterQuestion(const QString &path, const QByteArray &bytes, const QString &title, const QString &question,
-                        base::Asker &asker)
+bool writeAfterQuestion(const QString &projectFolder, const QString &path, const QByteArray &bytes,
+                        const QString &title, const QString &question, base::Asker &asker)
 {
     if (QFileInfo::exists(path) && !asker.confirm(title, question))
         return false;
-    if (base::writeFileAtomically(path, bytes).ok())
+    if (writeProjectFile(projectFolder, path, bytes).ok())
         return true;
     asker.warn(title, QStringLiteral("Unable to create file please check file read/write permission."));
     return false;

@@ -2,6 +2,7 @@
 
 #include "base/numbers.h"
 #include "base/safename.h"
+#include "datastore/projectfile.h"
 
 #include <QDir>
 
@@ -22,10 +23,11 @@ QByteArray curveText(const QString &wellName, const LogCurveData &log)
 base::WriteResult writeCurveText(const QString &projectFolder, const QString &wellName, const LogCurveData &log)
 {
     const QString folder = projectFolder + QStringLiteral("/Wells/") + base::fileNameFor(wellName);
-    QDir().mkpath(folder); // the write says what went wrong
+    if (!isLinkedAway(projectFolder, folder))
+        QDir().mkpath(folder); // the write says what went wrong
     const QString suffix = QStringLiteral(".txt");
     const QString path = folder + QLatin1Char('/') + base::fileNameFor(log.logName, suffix.size()) + suffix;
-    return base::writeFileAtomically(path, curveText(wellName, log));
+    return writeProjectFile(projectFolder, path, curveText(wellName, log));
 }
 
 } // namespace las

@@ -1,6 +1,7 @@
 #include "mainwin/projectfolders.h"
 
 #include "datastore/project.h"
+#include "datastore/projectfile.h"
 #include "templates/templatestore.h"
 
 #include <QDir>
@@ -30,7 +31,7 @@ std::optional<QStringList> ProjectFolders::correlations()
     const QString folder = m_project.projectFolder + QStringLiteral("/Correlations");
     if (!isReadable(folder))
         return std::nullopt;
-    QStringList names = subFolderNames(folder);
+    QStringList names = subFolderNames(m_project, folder);
     names.sort();
     return names;
 }

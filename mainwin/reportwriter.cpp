@@ -4,6 +4,7 @@
 #include "base/atomicfile.h"
 #include "base/safename.h"
 #include "datastore/projectdata.h"
+#include "datastore/projectfile.h"
 #include "mainwin/wellreports.h"
 
 #include <QCursor>
@@ -113,10 +114,10 @@ std::optional<QByteArray> markersReport(ProjectData &projectData, const std::fun
     return bytes;
 }
 
-bool writeReport(const QString &path, const QByteArray &bytes)
+bool writeReport(const ProjectData &projectData, const QString &path, const QByteArray &bytes)
 {
     const WaitCursor cursor;
-    return base::writeFileAtomically(path, bytes, base::Flush::Later).ok();
+    return writeProjectFile(projectData.project.projectFolder, path, bytes, base::Flush::Later).ok();
 }
 
 bool flushReports(const ProjectData &projectData)
@@ -137,7 +138,7 @@ void writeLogsReport(ProjectData &projectData, const std::function<bool()> &mayG
             return;
         const QString &name = catalogue.wellNames().at(well);
         const QString path = logsPath(projectData, name);
-        if (!base::checkWritable(path).ok() || !writeReport(path, logsReport(projectData, well))) {
+        if (!base::checkWritable(path).ok() || !writeReport(projectData, path, logsReport(projectData, well))) {
             warnCannotCreate(projectData.asker, path);
             return;
         }
@@ -162,7 +163,7 @@ void writeMarkersReport(ProjectData &projectData, const std::function<bool()> &m
     const std::optional<QByteArray> bytes = markersReport(projectData, mayGoOn);
     if (!bytes)
         return;
-    if (!writeReport(path, *bytes) || !flushReports(projectData)) {
+    if (!writeReport(projectData, path, *bytes) || !flushReports(projectData)) {
         warnCannotCreate(projectData.asker, path);
         return;
     }

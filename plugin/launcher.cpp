@@ -1,5 +1,6 @@
 #include "plugin/launcher.h"
 
+#include "base/asker.h"
 #include "datastore/curvegroups.h"
 #include "datastore/projectdata.h"
 #include "datastore/projectseeds.h"
@@ -22,6 +23,22 @@ QLabel *label(const char *name, const QString &text, const char *styleSheet, QWi
     result->setObjectName(QString::fromLatin1(name));
     result->setStyleSheet(QString::fromLatin1(styleSheet));
     return result;
+}
+
+// Once, for all of them: nobody else tells that what lies behind such a link is left alone.
+void tellLinksOutOfSurvey(ProjectData &projectData)
+{
+    constexpr int mostNamed = 10;
+    const QStringList links = linksOutOfSurvey(projectData.project);
+    if (links.isEmpty())
+        return;
+    QString text =
+        QStringLiteral("These links lead out of the survey, or nowhere. Nothing is read, written or removed "
+                       "behind them:\n")
+        + QStringList(links.mid(0, mostNamed)).join(QLatin1Char('\n'));
+    if (links.size() > mostNamed)
+        text += QStringLiteral("\nand %1 more").arg(links.size() - mostNamed);
+    projectData.asker.warn(QStringLiteral("LORVA Launcher"), text);
 }
 
 } // namespace
@@ -52,6 +69,7 @@ void Launcher::prepareData(ProjectData &projectData)
     if (projectData.host.surveyDirectory() == survey) {
         openProject(projectData.host, &project);
         seedProject(project.projectFolder);
+        tellLinksOutOfSurvey(projectData);
     }
     project.halfDotsPerInch = logicalDpiX() / 2.0;
     project.doubleDotsPerInch = 2 * logicalDpiX();

@@ -3,9 +3,8 @@
 #include "base/atomicfile.h"
 #include "base/safename.h"
 #include "datastore/project.h"
+#include "datastore/projectfile.h"
 
-#include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -85,7 +84,7 @@ QString wellTemplatesFolder(const Project &project, const QString &wellName)
 
 QStringList wellTemplateNames(const Project &project, const QString &wellName)
 {
-    QStringList names = subFolderNames(wellTemplatesFolder(project, wellName));
+    QStringList names = subFolderNames(project, wellTemplatesFolder(project, wellName));
     names.sort();
     return names;
 }
@@ -95,22 +94,22 @@ QVector<TrackInfo> loadTemplate(const Project &project, const QString &templateN
     const bool isGlobal = project.globalTemplateNames.contains(templateName);
     const QString folder =
         isGlobal ? globalTemplateFolder(project, templateName) : templateFolder(project, templateName, wellName);
-    QStringList files = QDir(folder).entryList(QDir::Files, QDir::NoSort);
+    QStringList files = projectEntries(project.projectFolder, folder, QDir::Files, QDir::Unsorted);
     std::sort(files.begin(), files.end(),
               [](const QString &a, const QString &b) { return trackOrder(a) < trackOrder(b); });
     QVector<TrackInfo> tracks;
     tracks.reserve(files.size());
     for (const QString &file : qAsConst(files))
-        tracks.append(readTrackFile(folder + QLatin1Char('/') + file));
+        tracks.append(readTrackFile(project, folder + QLatin1Char('/') + file));
     return tracks;
 }
 
-TrackInfo readTrackFile(const QString &path)
+TrackInfo readTrackFile(const Project &project, const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    const ProjectFile file = readProjectFile(project.projectFolder, path);
+    if (file.state != ProjectFile::State::Read)
         return {};
-    return parseTrack(file.readAll(), trackName(QFileInfo(path).fileName()));
+    return parseTrack(file.bytes, trackName(QFileInfo(path).fileName()));
 }
 
 bool writeTrack(const QString &folder, const QString &trackName, const QString &typeText,

@@ -21,7 +21,7 @@ QStringList wellTemplateNames(const Project &project, const QString &wellName);
 QVector<TrackInfo> loadTemplate(const Project &project, const QString &templateName, const QString &wellName);
 
 /// Reads one track file; without a name and curves when it cannot be opened.
-TrackInfo readTrackFile(const QString &path);
+TrackInfo readTrackFile(const Project &project, const QString &path);
 
 /// Writes "<track name>.txt" into \a folder, that of a template, which must exist. Silent; false when it was not
 /// written.

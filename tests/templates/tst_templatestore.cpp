@@ -216,7 +216,7 @@ private slots:
     void aTrackFileIsReadByItsPath()
     {
         files::write(templates("W/T/Track_3.txt"), trackOf("GR"));
-        const TrackInfo track = readTrackFile(templates("W/T/Track_3.txt"));
+        const TrackInfo track = readTrackFile(m_project, templates("W/T/Track_3.txt"));
         QCOMPARE(track.name, QString("Track_3"));
         QCOMPARE(track.type, int(LinearTrack));
         QCOMPARE(track.curves.value(0).curve, QString("GR"));
@@ -225,7 +225,7 @@ private slots:
     void aFileThatCannotBeOpenedIsAnEmptyTrack()
     {
         for (const QString &path : {templates("W/T/Track_1.txt"), templates("Global")}) {
-            const TrackInfo track = readTrackFile(path);
+            const TrackInfo track = readTrackFile(m_project, path);
             QVERIFY(track.name.isNull() || track.name.isEmpty());
             QVERIFY(track.curves.isEmpty());
         }
@@ -305,24 +305,35 @@ private slots:
         QCOMPARE(files::read(templates("W")), QByteArray("a file"));
     }
 
-    void linksAreFollowedWhenReadAndReplacedWhenWritten()
+    void linksInsideTheSurveyAreFollowed()
     {
-        const QTemporaryDir elsewhere;
-        files::write(elsewhere.filePath("T/Track_1.txt"), trackOf("elsewhere"));
-        files::write(elsewhere.filePath("track"), trackOf("linked"));
+        const QString inside = m_folder->filePath("elsewhere");
+        files::write(inside + "/T/Track_1.txt", trackOf("elsewhere"));
+        files::write(inside + "/track", trackOf("linked"));
         QVERIFY(QDir().mkpath(templates("W/Own")));
-        QVERIFY(QFile::link(elsewhere.filePath("T"), templates("W/Linked")));
-        QVERIFY(QFile::link("/no such folder", templates("W/Broken")));
-        QVERIFY(QFile::link(elsewhere.filePath("track"), templates("W/Own/Track_1.txt")));
-        QVERIFY(QFile::link("/no such file", templates("W/Own/Track_2.txt")));
+        QVERIFY(QFile::link(inside + "/T", templates("W/Linked")));
+        QVERIFY(QFile::link(inside + "/track", templates("W/Own/Track_1.txt")));
         QCOMPARE(wellTemplateNames(m_project, "W"), QStringList({"Linked", "Own"}));
         QCOMPARE(loadTemplate(m_project, "Linked", "W").value(0).curves.value(0).curve, QString("elsewhere"));
-        QCOMPARE(loadTemplate(m_project, "Own", "W").size(), 1);
+        QCOMPARE(loadTemplate(m_project, "Own", "W").value(0).curves.value(0).curve, QString("linked"));
+    }
+
+    void linksOutOfTheSurveyAreLeftAlone()
+    {
+        const QTemporaryDir outside;
+        files::write(outside.filePath("T/Track_1.txt"), trackOf("outside"));
+        files::write(outside.filePath("track"), trackOf("outside"));
+        QVERIFY(QDir().mkpath(templates("W/Own")));
+        QVERIFY(QFile::link(outside.filePath("T"), templates("W/Linked")));
+        QVERIFY(QFile::link("/no such folder", templates("W/Broken")));
+        QVERIFY(QFile::link(outside.filePath("track"), templates("W/Own/Track_1.txt")));
+        QVERIFY(QFile::link("/no such file", templates("W/Own/Track_2.txt")));
+        const auto before = files::snapshot(outside.path());
+        QCOMPARE(wellTemplateNames(m_project, "W"), QStringList({"Own"}));
+        QVERIFY(loadTemplate(m_project, "Linked", "W").isEmpty());
         QVERIFY(loadTemplate(m_project, "Broken", "W").isEmpty());
-        QVERIFY(writeTrack(templateFolder(m_project, "Own", "W"), "Track_1", "Linear", {row()}));
-        QCOMPARE(files::read(elsewhere.filePath("track")), trackOf("linked"));
-        QVERIFY(!QFileInfo(templates("W/Own/Track_1.txt")).isSymLink());
-        QCOMPARE(files::read(templates("W/Own/Track_1.txt")), rowBytes);
+        QVERIFY(loadTemplate(m_project, "Own", "W").isEmpty());
+        QCOMPARE(files::snapshot(outside.path()), before);
     }
 
     void aReadOnlyFolderIsSilent()
