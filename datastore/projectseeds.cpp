@@ -93,8 +93,12 @@ bool seedTemplate(const QString &projectFolder, const SeedTemplate &seed, Seedin
     const QString name = QString::fromLatin1(seed.name);
     const QString folder = projectFolder + QStringLiteral("/Templates/Global");
     const QString target = folder + QLatin1Char('/') + name;
-    if (base::isThere(target) || !QFileInfo(folder).isDir() || isLinkedAway(projectFolder, folder))
+    if (base::isThere(target))
         return true;
+    if (!QFileInfo(folder).isDir() || isLinkedAway(projectFolder, folder)) {
+        seeding->isComplete = false;
+        return true;
+    }
     // Built aside: a crash between two tracks must not leave a folder that then counts as the user's own.
     const base::HiddenFolder aside(projectFolder);
     const QString built = aside.filePath(name);
