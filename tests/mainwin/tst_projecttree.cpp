@@ -945,8 +945,8 @@ private slots:
         QVector<QTreeWidgetItem *> opened;
         connect(fixture.tree.get(), &ProjectTreeWidget::sendCorrelation, this,
                 [&opened](QTreeWidgetItem *item) { opened.append(item); });
-        fixture.menuOf("Correlations", QStringLiteral("Add Correlation")); // disabled: there is no view for it yet
-        QVERIFY(!fixture.item("Correlations/New Correlation"));
+        // Disabled: there is no view for it yet.
+        QCOMPARE(fixture.menuOf("Correlations"), strings({"[Add Correlation]"}));
         QVERIFY(QMetaObject::invokeMethod(fixture.tree.get(), "addNewCorrelationDialog"));
         QTreeWidgetItem *added = fixture.item("Correlations/New Correlation");
         QVERIFY(added);
