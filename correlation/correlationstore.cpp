@@ -38,7 +38,7 @@ bool exists(const Project &project, const QString &name)
 std::optional<CorrelationProperties> load(const Project &project, const QString &name, const KnownNames &known,
                                           QString *error)
 {
-    const ProjectFile file = readProjectFile(fileOf(project, name));
+    const ProjectFile file = readProjectFile(project.projectFolder, fileOf(project, name));
     if (file.state != ProjectFile::State::Read) {
         if (error && file.state == ProjectFile::State::Unreadable)
             *error = fileOf(project, name);
@@ -56,7 +56,7 @@ base::WriteResult write(const Project &project, const CorrelationProperties &pro
     if (link != 0)
         return {folder + QStringLiteral(": ") + base::systemErrorText(link)};
     const QString path = fileOf(project, properties.name);
-    if (!readProjectFile(path).mayBeReplaced())
+    if (!readProjectFile(project.projectFolder, path).mayBeReplaced())
         return {path + QStringLiteral(": what is there cannot be read, and is not written over")};
     const bool isNew = !QFileInfo::exists(folder);
     if (isNew && !QDir().mkpath(folder))
