@@ -358,6 +358,64 @@ void importEndToEnd(benchmark::State &state)
 }
 BENCHMARK(importEndToEnd)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
 
+QString manyCurvesFile(int curves)
+{
+    const QString path = folder() + QStringLiteral("/%1curves.las").arg(curves);
+    QByteArray bytes = "~Version\nVERS. 2.0 :\nWRAP. NO :\n~Well\nSTRT.M 0 :\nSTOP.M 30 :\nSTEP.M 0.1524 :\n"
+                       "NULL. -999.25 :\nUWI. Well 0 :\n~Curve\n";
+    for (int i = 0; i < curves; ++i)
+        bytes += "LAS" + QByteArray::number(i) + ".x : a curve\n";
+    bytes += "~A\n";
+    for (int row = 0; row < 200; ++row) {
+        for (int i = 0; i < curves; ++i)
+            bytes += QByteArray::number(row * step, 'f', 4) + ' ';
+        bytes += '\n';
+    }
+    bench::writePlain(path, bytes);
+    return path;
+}
+
+// Into a well without logs each time.
+void importManyLogs(benchmark::State &state)
+{
+    const auto import = [](const QString &path) {
+        Launch launch(100);
+        launch.launch.project.groupNames.append(QStringLiteral("Gamma"));
+        const QString key = launch.launch.catalogue.wellKey(0);
+        auto &store = launch.host.store();
+        for (int log = launch.launch.catalogue.logNames(0).size(); log > 0; --log)
+            if (!store.removeLog(key, log - 1).ok())
+                qFatal("cannot remove");
+        launch.launch.catalogue.build();
+        WellImportDialog window(launch.launch);
+        window.chooseFiles = [&path](QWidget *, const QString &, const QString &) { return QStringList{path}; };
+        window.show();
+        const double milliseconds = millisecondsOf([&window] {
+            window.selectLasFilesClicked();
+            window.importSelectedClicked();
+        });
+        if (launch.launch.catalogue.logNames(0).size() < 100)
+            qFatal("nothing was imported");
+        return milliseconds;
+    };
+    const QString few = manyCurvesFile(100);
+    const QString many = manyCurvesFile(400);
+    import(many);
+    std::vector<double> ratios;
+    for (auto _ : state) {
+        const double reference = import(few);
+        const double subject = import(many);
+        ratios.push_back(subject / reference);
+        state.SetIterationTime(1e-3 * subject);
+        state.counters["reference_ms"] = reference;
+        state.counters["subject_ms"] = subject;
+    }
+    std::sort(ratios.begin(), ratios.end());
+    state.counters["ratio"] = ratios[ratios.size() / 2];
+    state.SetLabel("reference: a file of 100 curves into a well, subject: of 400; at most 4.5");
+}
+BENCHMARK(importManyLogs)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(7);
+
 las::ExportFile exportFile(int rows)
 {
     las::ExportFile file;

@@ -4,7 +4,9 @@
 #include "datastore/curvegroupassignment.h"
 #include "datastore/projectdata.h"
 #include "las/curvegroupbox.h"
+#include "las/importnotices.h"
 #include "las/lastextbrowser.h"
+#include "las/noticearea.h"
 #include "las/shorttextdelegate.h"
 #include "las/showntext.h"
 
@@ -46,7 +48,6 @@ WellImportTab::WellImportTab(ProjectData &projectData, const WellInfo &file, con
 {
     auto *page = new QVBoxLayout(this);
     buildHead();
-    buildNotices();
     buildTable();
     auto *head = new QHBoxLayout;
     auto *label = new QLabel(QStringLiteral("Well :"));
@@ -61,7 +62,7 @@ WellImportTab::WellImportTab(ProjectData &projectData, const WellInfo &file, con
     auto *curves = new QWidget;
     auto *left = new QVBoxLayout(curves);
     left->setContentsMargins(0, 0, 0, 0);
-    left->addWidget(m_notice);
+    left->addWidget(new NoticeArea(las::importNotices(m_file, maximumRows)));
     left->addWidget(m_table);
     auto *splitter = new QSplitter;
     splitter->addWidget(curves);
@@ -102,35 +103,6 @@ QString WellImportTab::summary() const
         .arg(uwi, number(m_file.startDepth), number(m_file.stopDepth), unit, number(m_file.step),
              m_file.hasNullValue ? number(m_file.nullValue) : QStringLiteral("not given"),
              QString::number(m_file.curves.size()));
-}
-
-void WellImportTab::buildNotices()
-{
-    QStringList notices;
-    if (m_file.isTooLarge)
-        notices.append(
-            QStringLiteral("This file is too large and was not read: it holds 2 GB or more, or more than fits "
-                           "into the memory."));
-    if (m_file.wrapped)
-        notices.append(
-            QStringLiteral("This file is wrapped (WRAP YES): a depth step spans several lines. It is read line "
-                           "by line, so the values of its curves are wrong. Do not import them."));
-    if (m_file.curves.size() > maximumRows)
-        notices.append(QStringLiteral("The file names %1 curves. Only the first %2 are listed.")
-                           .arg(m_file.curves.size())
-                           .arg(maximumRows));
-    m_notice = new QLabel(notices.join(QLatin1Char('\n')));
-    m_notice->setObjectName(QStringLiteral("notice"));
-    m_notice->setWordWrap(true);
-    m_notice->setTextFormat(Qt::PlainText);
-    m_notice->setMargin(6);
-    m_notice->setAutoFillBackground(true);
-    QPalette colors = m_notice->palette();
-    colors.setColor(QPalette::Window, QColor(255, 236, 179));
-    colors.setColor(QPalette::WindowText, QColor(90, 50, 0));
-    m_notice->setPalette(colors);
-    m_notice->setFrameShape(QFrame::StyledPanel);
-    m_notice->setVisible(!notices.isEmpty());
 }
 
 void WellImportTab::buildTable()

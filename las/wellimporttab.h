@@ -52,7 +52,6 @@ public:
 
 private:
     void buildHead();
-    void buildNotices();
     void buildTable();
     QString summary() const;
     void paintRow(int row, bool isTaken);
@@ -70,7 +69,6 @@ private:
     bool m_isWellReadable = true;
     QComboBox *m_wellBox = nullptr;
     QLabel *m_summary = nullptr;
-    QLabel *m_notice = nullptr;
     QTableWidget *m_table = nullptr;
     QStringListModel *m_groups = nullptr; ///< one list for all boxes
     LasTextBrowser *m_text = nullptr;

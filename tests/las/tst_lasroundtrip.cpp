@@ -1,4 +1,5 @@
 #include "datastore/curvegrouptable.h"
+#include "demo/demofield.h"
 #include "las/resampling.h"
 #include "support/files.h"
 #include "support/testmain.h"
@@ -79,6 +80,7 @@ private slots:
     void init() { CurveGroupTable::instance().clear(); }
     void exportedLogsComeBack_data();
     void exportedLogsComeBack();
+    void demoLogsComeBackAtTheirDepths();
     void realFilesAreImported();
 
 private:
@@ -174,6 +176,69 @@ void TestLasRoundTrip::exportedLogsComeBack()
         QCOMPARE(read->depths, expected.depths);
         QCOMPARE(read->values, expected.values);
     }
+}
+
+// The steps of these logs count as equal to the default interval, so every sample is written as it is.
+void TestLasRoundTrip::demoLogsComeBackAtTheirDepths()
+{
+    // The depths of the grid are summed up, so its end can pass the deepest sample by the noise of single precision;
+    // that sample then has no line.
+    const auto rowsFrom = [](float first, const QVector<host::LogData> &logs) {
+        double depth = 9000;
+        float stop = 0;
+        for (const host::LogData &log : logs) {
+            depth = std::min(depth, static_cast<double>(log.depths.first()));
+            stop = std::max(stop, log.depths.last());
+        }
+        int rows = 0;
+        for (; depth <= static_cast<double>(stop); depth += 0.1524)
+            rows += depth > static_cast<double>(first) - 0.0762 ? 1 : 0;
+        return rows;
+    };
+    int samples = 0;
+    int expected = 0;
+    for (const demo::Well &well : demo::makeField().wells) {
+        ImportFixture f;
+        for (MemoryHost::Well &stored : f.host.storedWells) {
+            stored.logs.clear();
+            stored.header.totalDepth = 9000;
+        }
+        f.launch->catalogue.build();
+        f.chooseBytes(demo::lasText(well));
+        f.wellBox()->setCurrentText(text("W-1"));
+        f.setChecked(0, false);
+        f.startImport();
+        exportWell(f, text("0.1524"), true);
+        QCOMPARE(f.boxTexts(), (QStringList{importedText, text("Successfully Exported !")}));
+        emit f.tabs()->tabCloseRequested(0);
+        f.chooseBytes(files::read(f.survey.filePath(text("W-1.las"))));
+        f.wellBox()->setCurrentText(text("W-2"));
+        for (int row = 0; row < f.table()->rowCount(); ++row)
+            f.setChecked(row, row > 0); // without the writer's own depth column
+        f.startImport();
+        const QVector<host::LogData> logs = f.host.storedWells.at(0).logs;
+        QVERIFY(logs.size() > 5);
+        for (const host::LogData &log : logs) {
+            const host::LogData *read = f.hostLog(text("W-2"), log.name);
+            QVERIFY2(read, qPrintable(log.name));
+            const QByteArray where = (well.name + QLatin1Char(' ') + log.name).toUtf8();
+            QCOMPARE(read->depths.size(), qMin(log.depths.size(), rowsFrom(log.depths.first(), logs)));
+            samples += read->depths.size();
+            expected += log.depths.size();
+            for (int i = 0; i < read->depths.size(); ++i) {
+                // The grid begins at one single-precision depth, every log at its own.
+                QVERIFY2(std::fabs(read->depths.at(i) - log.depths.at(i)) < 0.0006f,
+                         where + " at " + QByteArray::number(i));
+                // Two decimals are printed.
+                const float value = log.values.at(i);
+                const float back = read->values.at(i);
+                QVERIFY2(host::isUndefined(value) ? host::isUndefined(back) : std::fabs(back - value) < 0.0051f,
+                         where + " at " + QByteArray::number(i));
+            }
+        }
+    }
+    QVERIFY(samples > 100000);
+    QVERIFY(expected - samples < 5);
 }
 
 // Every real file goes through the dialog into a well: no crash, no box but those of the import.

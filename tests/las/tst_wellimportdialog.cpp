@@ -1,5 +1,7 @@
 #include "datastore/curvegrouptable.h"
 #include "datastore/groupfiles.h"
+#include "las/importnotices.h"
+#include "las/noticearea.h"
 #include "support/testmain.h"
 #include "tests/las/importfixture.h"
 
@@ -68,6 +70,8 @@ private slots:
     void closingATabRenumbers();
     void intervalBox();
     void wrappedFileHasANotice();
+    void manyNoticesLeaveRoomForTheTable();
+    void fileInFeetSaysSo();
     void manyCurvesAreCut();
     void groupBoxesOfManyCurves();
     void hugeNamesAreShortened();
@@ -388,7 +392,7 @@ void TestWellImportDialog::intervalBox()
 void TestWellImportDialog::wrappedFileHasANotice()
 {
     ImportFixture f;
-    const QByteArray straight = ImportFixture::las("W-1", "100\n1\n");
+    const QByteArray straight = ImportFixture::las("W-1", "100 1\n");
     QByteArray wrapped = straight;
     wrapped.replace("NO", "YES");
     f.choose({f.write(text("a.las"), straight), f.write(text("b.las"), wrapped)});
@@ -400,6 +404,44 @@ void TestWellImportDialog::wrappedFileHasANotice()
     QVERIFY(notice->mapTo(f.dialog.get(), QPoint(0, notice->height())).y()
             <= f.table(1)->mapTo(f.dialog.get(), QPoint()).y());
     QCOMPARE(f.checkItem(0, 1)->checkState(), Qt::Checked); // the boxes start as always
+}
+
+void TestWellImportDialog::manyNoticesLeaveRoomForTheTable()
+{
+    ImportFixture f;
+    f.dialog->resize(900, 500);
+    const QByteArray odd =
+        "~V\nVERS. 3.0 :\nWRAP. YES :\n~w\n~W\nSTRT.FT\t 1 :\nSTRT.FT 1 :\n~C\nTIME. :\n<b>GR</b>. "
+        ":\n<b>GR</b>. :\n~A TIME GR\n1,2\n~A\n";
+    const QByteArray wrapped = ImportFixture::las("W-1", "100\n1\n").replace("NO", "YES");
+    f.choose({f.write(text("a.las"), odd), f.write(text("b.las"), wrapped)});
+    for (const int tab : {0, 1}) {
+        f.tabs()->setCurrentIndex(tab);
+        QCoreApplication::processEvents(); // the page gets its place
+        auto *notice = f.tab(tab)->findChild<QLabel *>(text("notice"));
+        auto *area = f.tab(tab)->findChild<NoticeArea *>();
+        QVERIFY(area->isVisible());
+        QCOMPARE(notice->text().split(QLatin1Char('\n')), las::importNotices(f.tab(tab)->file(), 10'000));
+        QCOMPARE(notice->size(), notice->size().expandedTo(area->viewport()->size()));
+        QVERIFY(notice->height() >= notice->heightForWidth(notice->width())); // no line is cut
+        QCOMPARE(area->verticalScrollBar()->maximum() > 0, tab == 0);
+        QVERIFY(area->height() < 8 * area->fontMetrics().lineSpacing());
+        QVERIFY(area->mapTo(f.dialog.get(), QPoint(0, area->height())).y()
+                <= f.table(tab)->mapTo(f.dialog.get(), QPoint()).y());
+        QVERIFY(f.table(tab)->viewport()->height() > 80);
+    }
+    QVERIFY(f.tab(0)->findChild<QLabel *>(text("notice"))->text().contains(text("<b>GR</b>")));
+}
+
+void TestWellImportDialog::fileInFeetSaysSo()
+{
+    ImportFixture f;
+    f.chooseBytes(ImportFixture::las("W-1", "100 1\n").replace("STRT.M", "STRT.ft"));
+    auto *notice = f.tab()->findChild<QLabel *>(text("notice"));
+    QVERIFY(notice->isVisible());
+    QVERIFY(notice->text().startsWith(text("Depths of this file are in feet (ft).")));
+    QVERIFY(notice->text().contains(f.find<QCheckBox>("feetBox")->text()));
+    QVERIFY(f.find<QCheckBox>("feetBox")->isEnabled());
 }
 
 void TestWellImportDialog::manyCurvesAreCut()
