@@ -1,6 +1,5 @@
 #include "correlation/correlationstore.h"
 
-#include "base/folderlinks.h"
 #include "base/folderremoval.h"
 #include "datastore/project.h"
 #include "datastore/projectfile.h"
@@ -52,16 +51,13 @@ std::optional<CorrelationProperties> load(const Project &project, const QString 
 base::WriteResult write(const Project &project, const CorrelationProperties &properties)
 {
     const QString folder = folderOf(project, properties.name);
-    const int link = base::linkProblem(QFileInfo(project.projectFolder).path(), folder);
-    if (link != 0)
-        return {folder + QStringLiteral(": ") + base::systemErrorText(link)};
     const QString path = fileOf(project, properties.name);
     if (!readProjectFile(project.projectFolder, path).mayBeReplaced())
         return {path + QStringLiteral(": what is there cannot be read, and is not written over")};
     const bool isNew = !QFileInfo::exists(folder);
     if (isNew && !QDir().mkpath(folder))
         return {QStringLiteral("The folder %1 cannot be made.").arg(folder)};
-    base::WriteResult result = base::writeFileAtomically(path, propertiesBytes(properties));
+    base::WriteResult result = writeProjectFile(project.projectFolder, path, propertiesBytes(properties));
     if (!result.ok()) {
         result.error = path + QStringLiteral(": ") + result.error;
         if (isNew)

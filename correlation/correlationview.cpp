@@ -44,7 +44,7 @@ CorrelationView::CorrelationView(ProjectData &projectData, QGraphicsScene *heade
     , m_headerScene(headerScene)
     , m_scene(std::make_unique<QGraphicsScene>())
     , m_headers(std::make_unique<TrackHeaders>(headerScene))
-    , m_panel(std::make_unique<CorrelationViewProperty>(this))
+    , m_panel(new CorrelationViewProperty(this))
     , m_wells(projectData, logicalDpiX())
     , m_dotsPerInch(logicalDpiX())
 {
@@ -58,6 +58,12 @@ CorrelationView::~CorrelationView()
     m_scene->clear();
     m_headerScene->clear();
     setScene(nullptr);
+    delete m_panel;
+}
+
+CorrelationViewProperty *CorrelationView::panel() const
+{
+    return m_panel;
 }
 
 void CorrelationView::load(const CorrelationProperties &properties, const QString &flatMarker)
@@ -278,7 +284,7 @@ void CorrelationView::mousePressEvent(QMouseEvent *event)
     }
     PaperView::mousePressEvent(event);
     if (event->button() == Qt::LeftButton)
-        emit propertyWidgetChanged(m_panel.get());
+        emit propertyWidgetChanged(m_panel);
     else
         event->accept();
 }

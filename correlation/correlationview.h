@@ -4,6 +4,8 @@
 #include "correlation/correlationwells.h"
 #include "logview/paperview.h"
 
+#include <QPointer>
+
 #include <memory>
 
 class CorrelationViewProperty;
@@ -22,7 +24,7 @@ public:
     CorrelationView(ProjectData &projectData, QGraphicsScene *headerScene, QWidget *parent = nullptr);
     ~CorrelationView() override;
 
-    CorrelationViewProperty *panel() const { return m_panel.get(); }
+    CorrelationViewProperty *panel() const;
     const CorrelationProperties &properties() const { return m_properties; }
 
     /// Shows a correlation: reads what it has not read yet and draws. \a flatMarker is chosen in the panel.
@@ -81,7 +83,7 @@ private:
     QGraphicsScene *m_headerScene;
     std::unique_ptr<QGraphicsScene> m_scene;
     std::unique_ptr<TrackHeaders> m_headers;
-    std::unique_ptr<CorrelationViewProperty> m_panel;
+    QPointer<CorrelationViewProperty> m_panel; ///< a dock that shows it may take it along
     CorrelationWells m_wells;
     CorrelationProperties m_properties;
     QVector<correlation::WellColumn> m_columns;

@@ -11,6 +11,8 @@
 #include <QTreeWidgetItem>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int correlationPage = 1;
@@ -57,6 +59,7 @@ void CorrelationViewTabWidget::addCorrelation(QTreeWidgetItem *item)
     const int open = m_names.indexOf(name);
     if (open >= 0) {
         m_tabs->setCurrentIndex(open);
+        tabChanged(open); // the dock may show the panel of another work area
         return;
     }
     auto *display = new CorrelationDisplayWidget(m_data, name, m_dock);
@@ -122,6 +125,25 @@ void CorrelationViewTabWidget::forget(const QString &name)
 
 void CorrelationViewTabWidget::wellChanged(const QString &wellName)
 {
-    for (int tab = 0; tab < m_names.size(); ++tab)
-        display(tab)->view()->reload(wellName);
+    for (int tab = 0; tab < m_names.size(); ++tab) {
+        CorrelationView *view = display(tab)->view();
+        const QVector<CorrelationWell> &wells = view->properties().wells;
+        const bool isShown = std::any_of(wells.begin(), wells.end(), [&wellName](const CorrelationWell &well) {
+            return well.wellName == wellName;
+        });
+        if (wellName.isEmpty() || isShown)
+            view->reload(wellName);
+    }
+}
+
+void CorrelationViewTabWidget::saveCurrentPicture()
+{
+    if (CorrelationDisplayWidget *shown = currentDisplay())
+        shown->savePicture();
+}
+
+void CorrelationViewTabWidget::renderCurrent(QPainter &painter)
+{
+    if (CorrelationDisplayWidget *shown = currentDisplay())
+        shown->renderTo(painter);
 }

@@ -31,6 +31,11 @@ public:
     /// Null when none is open.
     CorrelationDisplayWidget *currentDisplay() const;
 
+    /// Saves the picture of the current correlation; nothing without one.
+    void saveCurrentPicture();
+    /// Draws the current correlation over the painter's viewport; nothing without one.
+    void renderCurrent(QPainter &painter);
+
     /// Closes the tabs of correlations that are none of these, without a question; one that was never saved stays.
     void keepOnly(const QStringList &existing);
     /// The correlation was deleted: its tab goes without a question.

@@ -7,8 +7,8 @@ namespace demo {
 
 namespace {
 
-constexpr double demoScale = 5000; // reservoir and overburden in one view
-constexpr double demoTrackWidth = 0.75;
+constexpr double demoScale = 2000; // the names of neighbouring tops stand apart
+constexpr double demoTrackWidth = 1;
 
 CorrelationZone zone(const char *name, const char *start, const char *end, const char *color)
 {

@@ -2,6 +2,8 @@
 
 #include "base/asker.h"
 #include "base/nestedevents.h"
+#include "correlation/correlationdisplaywidget.h"
+#include "correlation/correlationviewtabwidget.h"
 #include "datastore/projectdata.h"
 #include "las/wellimportdialog.h"
 #include "las/welllogexport.h"
@@ -123,8 +125,9 @@ void MainWindow::createTabs()
     m_tabs->setTabsClosable(false);
     m_logsView = new WellLogsViewWidget(m_data, m_propertiesDock, m_projectTree);
     m_tabs->addTab(m_logsView, QStringLiteral("Well Logs View"));
-    for (const char *title : {"Correlation View", "Well Data Manager"})
-        m_tabs->addTab(new QWidget, QString::fromLatin1(title));
+    m_correlations = new CorrelationViewTabWidget(m_data, m_propertiesDock, m_tabs);
+    m_tabs->addTab(m_correlations, QStringLiteral("Correlation View"));
+    m_tabs->addTab(new QWidget, QStringLiteral("Well Data Manager"));
     setCentralWidget(m_tabs);
 
     using Tree = ProjectTreeWidget;
@@ -140,6 +143,16 @@ void MainWindow::createTabs()
     connect(m_logsView, &View::markersDropped, m_projectTree, &Tree::uncheckDroppedMarkers);
     connect(m_logsView, &View::displayRebuilt, m_projectTree, &Tree::sendMarkersOf);
     connect(m_logsView, &View::displayClosed, m_projectTree, &Tree::uncheckWell);
+    connectCorrelations();
+}
+
+void MainWindow::connectCorrelations()
+{
+    using Tree = ProjectTreeWidget;
+    using View = CorrelationViewTabWidget;
+    connect(m_projectTree, &Tree::sendCorrelation, m_correlations, &View::addCorrelation);
+    connect(m_projectTree, &Tree::correlationDeleted, m_correlations, &View::forget);
+    connect(m_correlations, &View::correlationRenamed, m_projectTree, &Tree::renameCorrelation);
 }
 
 void MainWindow::createMenus()
@@ -172,6 +185,8 @@ void MainWindow::markersChanged(int well)
 {
     m_projectTree->synchroniseMarkers(well);
     m_logsView->removeGoneMarkers();
+    if (well >= 0 && well < m_data.catalogue.wellCount())
+        m_correlations->wellChanged(m_data.catalogue.wellNames().at(well));
 }
 
 void MainWindow::syncODDBActionClicked()
@@ -187,6 +202,8 @@ void MainWindow::syncODDBActionClicked()
     m_projectTree->synchronise();
     m_logsView->synchronise();
     m_logsView->removeGoneMarkers();
+    m_correlations->keepOnly(m_projectTree->correlationNames());
+    m_correlations->wellChanged(QString());
     m_data.asker.inform(QStringLiteral("Sync Data"), QStringLiteral("synchronization done !"));
 }
 
@@ -212,7 +229,7 @@ void MainWindow::printActionClicked()
     const QPointer<QPrintPreviewDialog> preview = new QPrintPreviewDialog(&printer, this, Qt::Window);
     connect(preview, &QPrintPreviewDialog::paintRequested, this, &MainWindow::printPreView);
     const QPointer<MainWindow> self = this;
-    m_previewedPage = std::make_unique<PrintedPage>(*m_logsView);
+    m_previewedPage = currentPage();
     const base::NestedEvents events;
     preview->exec();
     delete preview;
@@ -220,19 +237,27 @@ void MainWindow::printActionClicked()
         m_previewedPage.reset();
 }
 
-// The correlation view hands its page over once it exists; until then, as for the well data manager, nothing is
-// printed, which the preview shows as an empty page.
+// Null where there is nothing to print.
+std::unique_ptr<PrintedPage> MainWindow::currentPage() const
+{
+    if (m_tabs->currentWidget() == m_logsView && m_logsView->currentDisplay())
+        return std::make_unique<PrintedPage>(*m_logsView);
+    if (m_tabs->currentWidget() == m_correlations && m_correlations->currentDisplay())
+        return std::make_unique<PrintedPage>(*m_correlations);
+    return nullptr;
+}
+
+// The well data manager prints nothing, which the preview shows as an empty page.
 void MainWindow::printPreView(QPrinter *printer)
 {
-    const bool isLogView = m_tabs->currentWidget() == m_logsView && m_logsView->currentDisplay();
-    if (!isLogView) {
+    const std::unique_ptr<PrintedPage> single = m_previewedPage ? nullptr : currentPage();
+    PrintedPage *page = m_previewedPage ? m_previewedPage.get() : single.get();
+    if (!page) {
         if (printer->paintEngine()->type() == QPaintEngine::Picture)
             QPainter(printer).end();
         return;
     }
-    PrintedPage single(*m_logsView);
-    PrintedPage &page = m_previewedPage ? *m_previewedPage : single;
-    if (page.paint(*printer))
+    if (page->paint(*printer))
         return;
     const QString target = printer->outputFileName().isEmpty() ? printer->printerName() : printer->outputFileName();
     m_data.asker.warn(QStringLiteral("Print"),

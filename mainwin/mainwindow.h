@@ -9,6 +9,7 @@ class QPrinter;
 class QTabWidget;
 QT_END_NAMESPACE
 
+class CorrelationViewTabWidget;
 class PrintedPage;
 class ProjectTreeWidget;
 class WellLogsViewWidget;
@@ -51,6 +52,8 @@ private:
     void createMenus();
     void createDocks();
     void createTabs();
+    void connectCorrelations();
+    std::unique_ptr<PrintedPage> currentPage() const;
 
     ProjectData &m_data;
     QAction *m_syncAction = nullptr;
@@ -67,6 +70,7 @@ private:
     QTabWidget *m_tabs = nullptr;
     ProjectTreeWidget *m_projectTree = nullptr;
     WellLogsViewWidget *m_logsView = nullptr;
+    CorrelationViewTabWidget *m_correlations = nullptr;
     bool m_closesWithoutAsking = false;
     std::unique_ptr<PrintedPage> m_previewedPage; ///< of the preview that is shown
 };

@@ -1,7 +1,6 @@
 #include "mainwin/printedpage.h"
 
 #include "base/atomicfile.h"
-#include "logview/welllogsviewwidget.h"
 
 #include <QPainter>
 #include <QPrinter>
@@ -22,14 +21,14 @@ bool PrintedPage::paint(QPrinter &printer)
     if (!canStart(printer) || !painter.begin(&printer))
         return false;
     if (!m_isPictureSaved)
-        m_view.saveCurrentPicture();
+        m_savePicture();
     m_isPictureSaved = true;
     const QRect viewport = painter.viewport();
     if (m_page.size() != viewport.size()) {
         m_page = QImage(viewport.size(), QImage::Format_RGB32);
         m_page.fill(Qt::white);
         QPainter pagePainter(&m_page);
-        m_view.renderCurrent(pagePainter);
+        m_render(pagePainter);
     }
     painter.drawImage(viewport.topLeft(), m_page);
     return true;

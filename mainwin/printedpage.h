@@ -2,20 +2,23 @@
 
 #include <QImage>
 
+#include <functional>
+
 QT_BEGIN_NAMESPACE
+class QPainter;
 class QPrinter;
 QT_END_NAMESPACE
 
-class WellLogsViewWidget;
-
-/// The page of one print of the current log display. A preview asks for it again and again: the display's picture file
+/// The page of one print of a work area's current display. A preview asks for it again and again: the display's picture file
 /// is written at the first time only, and the page is drawn anew only when its size changes.
 class PrintedPage
 {
 public:
-    /// \a view must outlive it.
-    explicit PrintedPage(WellLogsViewWidget &view)
-        : m_view(view)
+    /// \a view has saveCurrentPicture() and renderCurrent(), and must outlive the page.
+    template<class View>
+    explicit PrintedPage(View &view)
+        : m_savePicture([&view] { view.saveCurrentPicture(); })
+        , m_render([&view](QPainter &painter) { view.renderCurrent(painter); })
     {
     }
 
@@ -23,7 +26,8 @@ public:
     bool paint(QPrinter &printer);
 
 private:
-    WellLogsViewWidget &m_view;
+    std::function<void()> m_savePicture;
+    std::function<void(QPainter &)> m_render;
     bool m_isPictureSaved = false;
     QImage m_page;
 };

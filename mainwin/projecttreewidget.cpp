@@ -400,7 +400,7 @@ void ProjectTreeWidget::contextMenuEvent(QContextMenuEvent *event)
     };
     // Entries whose editors or views do not exist yet are shown and disabled.
     if (item == m_correlations)
-        add("Add Correlation", &ProjectTreeWidget::addNewCorrelationDialog, false);
+        add("Add Correlation", &ProjectTreeWidget::addNewCorrelationDialog, true);
     else if (item->type() == HeadingType && item->text(0) == QLatin1String("Template"))
         add("Create New Template", &ProjectTreeWidget::createNewTemplate, false);
     else if (item->type() == WellTemplateType) {
@@ -447,9 +447,29 @@ void ProjectTreeWidget::removeProjectFolder(const QString &parent, const QString
 void ProjectTreeWidget::deleteCorrelationFromData()
 {
     QTreeWidgetItem *item = currentItem();
-    if (item && item->type() == CorrelationType)
-        removeProjectFolder(m_data.project.projectFolder + QStringLiteral("/Correlations"), item->text(0),
-                            [item] { delete item; });
+    if (!item || item->type() != CorrelationType)
+        return;
+    const QString name = item->text(0);
+    removeProjectFolder(m_data.project.projectFolder + QStringLiteral("/Correlations"), name, [this, item, name] {
+        delete item;
+        emit correlationDeleted(name);
+    });
+}
+
+QStringList ProjectTreeWidget::correlationNames() const
+{
+    QStringList names;
+    for (int i = 0; i < m_correlations->childCount(); ++i)
+        names.append(m_correlations->child(i)->text(0));
+    return names;
+}
+
+void ProjectTreeWidget::renameCorrelation(const QString &oldName, const QString &newName)
+{
+    if (QTreeWidgetItem *item = childWithText(m_correlations, 0, oldName))
+        item->setText(0, newName);
+    else if (!childWithText(m_correlations, 0, newName))
+        m_correlations->addChild(makeProjectItem(CorrelationType, newName));
 }
 
 void ProjectTreeWidget::deleteGlobalTemplate()

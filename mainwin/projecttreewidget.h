@@ -36,6 +36,9 @@ public:
     void uncheckDroppedMarkers(const QString &wellName, const QStringList &markerNames);
     /// Sends all markers of a well to its display, as they are checked.
     void sendMarkersOf(const QString &wellName);
+    QStringList correlationNames() const;
+    /// The correlation is stored under another name now; a name that is missing is added.
+    void renameCorrelation(const QString &oldName, const QString &newName);
     /// Unchecks a well whose display was closed; nothing is sent.
     void uncheckWell(const QString &wellKey);
     void addTemplate(const QString &wellName, const QString &templateName);
@@ -49,6 +52,7 @@ public:
 signals:
     void sendWellDisplayProperties(QString wellName, QString wellDisTempName);
     void sendCorrelation(QTreeWidgetItem *correlationItem);
+    void correlationDeleted(QString name);
     void removeWellDisplay(QString wellName);
     void displayMarker(QString wellName, QString markerName);
     void removeMarker(QString wellName, QString markerName);

@@ -13,6 +13,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QBuffer>
+#include <QComboBox>
 #include <QDir>
 #include <QGraphicsView>
 #include <QMenu>
@@ -113,9 +114,28 @@ public:
         if (!view)
             return false;
         QCoreApplication::processEvents();
-        QScrollBar *bar = view->verticalScrollBar();
-        bar->setValue(static_cast<int>(bar->maximum() * 0.81));
+        scrollTo(view, 0.81);
         return true;
+    }
+
+    /// Opens the first correlation, with \a y of its scene in the middle. False when there is none.
+    bool displayFirstCorrelation(double y) const
+    {
+        const QTreeWidgetItem *correlations = m_tree ? m_tree->topLevelItem(1) : nullptr;
+        QTreeWidgetItem *item = correlations ? correlations->child(0) : nullptr;
+        if (!item)
+            return false;
+        m_tree->setCurrentItem(item);
+        emit m_tree->itemDoubleClicked(item, 0);
+        return showOfCorrelation(y);
+    }
+    /// Chooses a text in a box of the correlation's panel.
+    bool chooseForCorrelation(const char *box, const QString &text, double y) const
+    {
+        auto *chooser = m_window->findChild<QComboBox *>(QString::fromLatin1(box));
+        if (chooser)
+            chooser->setCurrentText(text);
+        return chooser && showOfCorrelation(y);
     }
 
     /// Selects the first curve as a click on its header does.
@@ -131,6 +151,19 @@ public:
     }
 
 private:
+    bool showOfCorrelation(double y) const
+    {
+        auto *view = m_window->findChild<QGraphicsView *>(QStringLiteral("correlationView"));
+        QCoreApplication::processEvents();
+        if (view)
+            view->centerOn(0, y);
+        return view;
+    }
+    static void scrollTo(const QAbstractScrollArea *view, double place)
+    {
+        QScrollBar *bar = view->verticalScrollBar();
+        bar->setValue(static_cast<int>(bar->maximum() * place));
+    }
     static QTreeWidgetItem *findBelow(QTreeWidgetItem *parent, const QString &text)
     {
         for (int i = 0; i < parent->childCount(); ++i) {
@@ -228,5 +261,10 @@ int main(int argc, char *argv[])
         plugin.clickFirstHeader();
         pictures.save(mainWindow, QStringLiteral("welldisplay-curve.png"));
     }
+    // The demo's reservoir: in measured depth, and 1000 m below the top of all wells once it is flattened.
+    if (plugin.displayFirstCorrelation(3900))
+        pictures.save(mainWindow, QStringLiteral("correlation.png"));
+    if (plugin.chooseForCorrelation("flatAtBox", QStringLiteral("Kestrane Upper Sst"), 2000))
+        pictures.save(mainWindow, QStringLiteral("correlation-flattened.png"));
     return pictures.isComplete() ? 0 : 1;
 }
