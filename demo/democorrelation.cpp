@@ -7,7 +7,7 @@ namespace demo {
 
 namespace {
 
-constexpr double demoScale = 2000; // the names of neighbouring tops stand apart
+constexpr double demoScale = 1000; // the names of neighbouring tops stand apart
 constexpr double demoTrackWidth = 1;
 
 CorrelationZone zone(const char *name, const char *start, const char *end, const char *color)

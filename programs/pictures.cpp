@@ -262,9 +262,9 @@ int main(int argc, char *argv[])
         pictures.save(mainWindow, QStringLiteral("welldisplay-curve.png"));
     }
     // The demo's reservoir: in measured depth, and 1000 m below the top of all wells once it is flattened.
-    if (plugin.displayFirstCorrelation(3900))
+    if (plugin.displayFirstCorrelation(7780))
         pictures.save(mainWindow, QStringLiteral("correlation.png"));
-    if (plugin.chooseForCorrelation("flatAtBox", QStringLiteral("Kestrane Upper Sst"), 2000))
+    if (plugin.chooseForCorrelation("flatAtBox", QStringLiteral("Kestrane Upper Sst"), 4050))
         pictures.save(mainWindow, QStringLiteral("correlation-flattened.png"));
     return pictures.isComplete() ? 0 : 1;
 }

@@ -7,6 +7,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QTabWidget>
@@ -23,6 +24,7 @@ private slots:
     {
         DemoLaunch demo;
         auto *window = find<QMainWindow>(demo.window, "MainWindow");
+        window->showNormal();
         window->resize(1400, 900);
         open(demo);
         QCOMPARE(find<QTabWidget>(demo.window, "centralTabs")->currentIndex(), 1);
@@ -32,27 +34,31 @@ private slots:
 
         auto *view = find<QGraphicsView>(demo.window, "correlationView");
         QScrollBar *bar = view->verticalScrollBar();
-        view->centerOn(0, 3900); // the reservoir
+        view->centerOn(0, 7780); // the reservoir
         QCoreApplication::processEvents();
         QVERIFY(count(view->grab().toImage(), QColor(0x0e, 0x6f, 0x21)) > 100); // gamma ray of the template
         QVERIFY(count(view->grab().toImage(), shaded(QColor("#e6b800"))) > 100); // a zone between wells
 
-        QTest::mouseMove(view->viewport(), QPoint(150, 300));
-        QTest::mouseMove(view->viewport(), QPoint(155, 305));
-        QTRY_VERIFY(statusLine(tabs)->text().contains("GR:"));
+        for (const QPoint place : {QPoint(150, 300), QPoint(155, 305)}) {
+            QMouseEvent move(QEvent::MouseMove, place, view->viewport()->mapToGlobal(place), Qt::NoButton,
+                             Qt::NoButton, Qt::NoModifier);
+            QApplication::sendEvent(view->viewport(), &move);
+        }
+        QVERIFY2(statusLine(tabs)->text().startsWith("Aldra-1 | "), qPrintable(statusLine(tabs)->text()));
+        QVERIFY2(statusLine(tabs)->text().contains("GR:"), qPrintable(statusLine(tabs)->text()));
 
         const auto *properties = find<QDockWidget>(demo.window, "propertiesDock");
         auto *scale = properties->widget()->findChild<QLineEdit *>("scaleEdit");
-        QCOMPARE(scale->text(), QString("2000"));
+        QCOMPARE(scale->text(), QString("1000"));
         const int before = bar->maximum();
         QWheelEvent turn(QPointF(50, 50), view->viewport()->mapToGlobal(QPoint(50, 50)), {}, QPoint(0, 120),
                          Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
         QApplication::sendEvent(view->viewport(), &turn);
-        QCOMPARE(scale->text(), QString("1950"));
+        QCOMPARE(scale->text(), QString("950"));
         QVERIFY(bar->maximum() > before);
         properties->widget()->findChild<QComboBox *>("flatAtBox")->setCurrentText("Kestrane Upper Sst");
         // All wells hang on that top now, 1000 m below their upper end.
-        view->centerOn(0, 1000.0 / 1950 * 100 * 96 / 2.54);
+        view->centerOn(0, 1000.0 / 950 * 100 * 96 / 2.54);
         QVERIFY(count(view->grab().toImage(), shaded(QColor("#e6b800"))) > 100);
 
         emit tabs->tabCloseRequested(0);
@@ -99,12 +105,17 @@ private:
         QPainter(&pixel).fillRect(0, 0, 1, 1, ink);
         return pixel.pixelColor(0, 0);
     }
+    // Blending may round either way.
+    static bool isAlike(const QColor &a, const QColor &b)
+    {
+        return qAbs(a.red() - b.red()) + qAbs(a.green() - b.green()) + qAbs(a.blue() - b.blue()) <= 3;
+    }
     static int count(const QImage &image, const QColor &color)
     {
         int pixels = 0;
         for (int y = 0; y < image.height(); ++y)
             for (int x = 0; x < image.width(); ++x)
-                pixels += image.pixelColor(x, y) == color;
+                pixels += isAlike(image.pixelColor(x, y), color);
         return pixels;
     }
 };
