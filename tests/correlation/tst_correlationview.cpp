@@ -15,6 +15,7 @@
 #include <QDockWidget>
 #include <QGraphicsLineItem>
 #include <QGraphicsPolygonItem>
+#include <QImageReader>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
@@ -427,6 +428,29 @@ private slots:
         m->show();
         QCOMPARE(m->status(), QString("GR of \"D\" cannot be read"));
         QVERIFY(m->host.errors.isEmpty());
+    }
+
+    void headersAreAtMost200PixelsHigh()
+    {
+        QByteArray track = CorrelationFixture::linearTrack;
+        const QByteArray curve = track.mid(track.indexOf('\n') + 1);
+        for (int i = 0; i < 6; ++i)
+            track += curve;
+        files::write(m->path("/Templates/Global/T/Track_1.txt"), track);
+        m->store("North");
+        m->show();
+        QCOMPARE(m->display->headerView()->maximumHeight(), 200);
+        QVERIFY(m->display->headerView()->height() <= 200);
+    }
+
+    void aPictureThatIsTooLongIsScaledDown()
+    {
+        m->store("North");
+        m->show();
+        m->type("scaleEdit", "100"); // 2000 m are 75,590 pixels
+        m->display->savePicture();
+        QVERIFY2(m->status().endsWith(", scaled down to what a JPEG file can hold."), qPrintable(m->status()));
+        QCOMPARE(QImageReader(m->path("/North.jpg")).size().height(), 65500);
     }
 
     void oddCorrelations_data()
