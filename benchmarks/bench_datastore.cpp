@@ -52,7 +52,7 @@ public:
 
 private:
     QString m_survey;
-    workbench::SurveyStore m_store;
+    survey::SurveyStore m_store;
 };
 
 qint64 readBytes(const QVector<QByteArray> &paths)

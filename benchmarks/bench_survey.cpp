@@ -33,7 +33,7 @@ struct Catalogue
     {
     }
     SilentAsker asker;
-    workbench::SurveyStore store;
+    survey::SurveyStore store;
     WellsCatalogue catalogue;
 };
 

@@ -53,23 +53,22 @@ QByteArray markerFile(const SurveySize &size)
 
 void makeSurvey(const QString &folder, const SurveySize &size)
 {
-    if (!workbench::createSurvey(folder, {}).ok())
+    if (!survey::createSurvey(folder, {}).ok())
         qFatal("Cannot make a survey in %s", qUtf8Printable(folder));
     const QString wells = folder + QStringLiteral("/WellInfo");
-    workbench::ObjectList list =
-        workbench::ObjectList::forFolder("100050", "WellInfo", "Well Info directory", "WellInfo");
+    survey::ObjectList list = survey::ObjectList::forFolder("100050", "WellInfo", "Well Info directory", "WellInfo");
     const QByteArray markers = markerFile(size);
     for (int well = 0; well < size.wells; ++well) {
         const QString stem = QStringLiteral("Well_%1").arg(well);
         list.append(QStringLiteral("Well %1").arg(well), "Well", stem + QStringLiteral(".well"));
         const QString base = wells + QLatin1Char('/') + stem;
-        workbench::WellProperties properties;
+        survey::WellProperties properties;
         properties.name = stem;
         properties.x = 500000 + well;
         properties.y = 6000000;
         properties.kbElevation = 25;
         properties.totalDepth = size.samples;
-        writePlain(base + QStringLiteral(".well"), workbench::wellFileBytes(workbench::makeWellFile(properties)));
+        writePlain(base + QStringLiteral(".well"), survey::wellFileBytes(survey::makeWellFile(properties)));
         writePlain(base + QStringLiteral(".wlm"), markers);
         for (int log = 1; log <= size.logs; ++log) {
             const QByteArray header = logHeader(log, size);

@@ -121,15 +121,15 @@ private:
         const las::HeaderResult header = las::readHeader(path);
         if (!header.error.isEmpty())
             return header.error;
-        const workbench::WellProposal proposal = workbench::proposeWell(path, header.header);
-        workbench::WellProperties properties;
+        const survey::WellProposal proposal = survey::proposeWell(path, header.header);
+        survey::WellProperties properties;
         properties.name = proposal.name;
         properties.x = proposal.x;
         properties.y = proposal.y;
         properties.kbElevation = proposal.kbM;
         properties.groundElevation = proposal.groundM;
         properties.totalDepth = qMax(proposal.totalDepthM, well.totalDepthM);
-        properties.typeCode = qMax(0, workbench::wellTypeNames().indexOf(well.type));
+        properties.typeCode = qMax(0, survey::wellTypeNames().indexOf(well.type));
         return m_store.addWell(properties).error;
     }
 
@@ -223,15 +223,15 @@ private:
     QString m_directory;
     QString m_importFolder;
     RecordingAsker m_asker;
-    workbench::SurveyStore m_store;
+    survey::SurveyStore m_store;
     WellsCatalogue::ErrorBox m_showError;
     WellsCatalogue m_catalogue;
     Project m_project;
 };
 
-workbench::NewSurvey surveyOf(const Field &field)
+survey::NewSurvey surveyOf(const Field &field)
 {
-    workbench::NewSurvey survey;
+    survey::NewSurvey survey;
     survey.name = field.name + QStringLiteral(" field (demo)");
     survey.maximumDepth = 3500;
     survey.comment = QStringLiteral("A fictional field. Every name and number in it is made up.");
@@ -243,11 +243,11 @@ workbench::NewSurvey surveyOf(const Field &field)
 QString makeDemoSurvey(const QString &directory)
 {
     // Made whole in an empty survey of its own, then put in place: nobody finds a half-made demo.
-    workbench::SurveyPlace place(directory);
+    survey::SurveyPlace place(directory);
     if (!place.error().isEmpty())
         return place.error();
     const Field field = makeField();
-    const host::Status created = workbench::createSurvey(place.buildFolder(), surveyOf(field));
+    const host::Status created = survey::createSurvey(place.buildFolder(), surveyOf(field));
     if (!created.ok())
         return created.error;
     CurveGroupTable::instance().clear();

@@ -67,7 +67,7 @@ QByteArray logsReport(ProjectData &projectData, int well)
     const WellsCatalogue &catalogue = projectData.catalogue;
     const QStringList &names = catalogue.logNames(well);
     const bool canRead = names.isEmpty() || isThere(projectData, well);
-    QByteArray bytes = reports::logsHeaderLine();
+    QByteArray bytes = wellreports::logsHeaderLine();
     QStringList unread;
     {
         const WaitCursor cursor;
@@ -77,7 +77,7 @@ QByteArray logsReport(ProjectData &projectData, int well)
                 curve.emplace().logName = names.at(log);
                 unread.append(names.at(log));
             }
-            bytes += reports::logLine(*curve);
+            bytes += wellreports::logLine(*curve);
         }
     }
     if (canRead && !unread.isEmpty())
@@ -94,7 +94,7 @@ bool addMarkerLines(const WellsCatalogue &catalogue, int well, QByteArray *bytes
     if (!record || !markers)
         return false;
     for (const WellMarker &marker : *markers)
-        *bytes += reports::markerLine(*record, marker);
+        *bytes += wellreports::markerLine(*record, marker);
     return true;
 }
 
@@ -102,7 +102,7 @@ bool addMarkerLines(const WellsCatalogue &catalogue, int well, QByteArray *bytes
 std::optional<QByteArray> markersReport(ProjectData &projectData, const std::function<bool()> &mayGoOn)
 {
     const WellsCatalogue &catalogue = projectData.catalogue;
-    QByteArray bytes = reports::markersHeaderLine();
+    QByteArray bytes = wellreports::markersHeaderLine();
     for (int well = 0; well < catalogue.wellCount(); ++well) {
         if (mayGoOn && !mayGoOn())
             return std::nullopt;

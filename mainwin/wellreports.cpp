@@ -4,7 +4,7 @@
 
 #include <QStringList>
 
-namespace reports {
+namespace wellreports {
 
 namespace {
 
@@ -71,4 +71,4 @@ QByteArray markerLine(const WellRecord &well, const WellMarker &marker)
                 markerWidths());
 }
 
-} // namespace reports
+} // namespace wellreports

@@ -8,7 +8,7 @@
 
 /// The text of the well reports: space-aligned lines, each field padded to its width and followed by a blank but for
 /// the last. A field longer than its width is written whole.
-namespace reports {
+namespace wellreports {
 
 /// The depth where the first run of null values inside the data begins; 0 when there is none.
 double breakZoneDepth(const QVector<double> &depths, const QVector<double> &values, double nullValue);
@@ -20,4 +20,4 @@ QByteArray logLine(const LogCurveData &curve);
 QByteArray markersHeaderLine();
 QByteArray markerLine(const WellRecord &well, const WellMarker &marker);
 
-} // namespace reports
+} // namespace wellreports

@@ -5,7 +5,7 @@
 #include <QByteArray>
 #include <QString>
 
-namespace workbench {
+namespace survey {
 
 /// The unit in which a survey keeps its depths and elevations.
 enum class DepthUnit { Metre, Foot };
@@ -39,4 +39,4 @@ inline double fromMetres(double metres, DepthUnit unit)
     return unit == DepthUnit::Foot ? metres / host::metresPerFoot : metres;
 }
 
-} // namespace workbench
+} // namespace survey

@@ -1,6 +1,6 @@
 #include "survey/fileproblems.h"
 
-namespace workbench {
+namespace survey {
 
 namespace {
 
@@ -49,4 +49,4 @@ QStringList FileProblems::sentencesOf(const QString &path)
     return sentences;
 }
 
-} // namespace workbench
+} // namespace survey

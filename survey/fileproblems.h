@@ -4,7 +4,7 @@
 
 #include <QStringList>
 
-namespace workbench {
+namespace survey {
 
 /// What was found wrong with a survey's files. A problem stays known until its file changes.
 class FileProblems
@@ -31,4 +31,4 @@ private:
     QVector<Problem> m_problems;
 };
 
-} // namespace workbench
+} // namespace survey

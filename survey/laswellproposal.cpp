@@ -9,7 +9,7 @@
 #include <cmath>
 #include <optional>
 
-namespace workbench {
+namespace survey {
 
 namespace {
 
@@ -333,4 +333,4 @@ WellProposal proposeWell(const QString &file, const las::Header &header, DepthUn
     return Proposer(file, header, surveyUnit).proposal();
 }
 
-} // namespace workbench
+} // namespace survey

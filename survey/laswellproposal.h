@@ -6,7 +6,7 @@
 #include <QString>
 #include <QStringList>
 
-namespace workbench {
+namespace survey {
 
 /// What a new well of the survey may start with, as a LAS header tells it. Lengths are metres; 0 stands for
 /// what the header does not tell.
@@ -32,4 +32,4 @@ struct WellProposal
 /// at last a derrick floor. Ground: EGL, GL and the like. Total depth: the largest of STOP, STRT, TD and TDD.
 WellProposal proposeWell(const QString &file, const las::Header &header, DepthUnit surveyUnit = DepthUnit::Metre);
 
-} // namespace workbench
+} // namespace survey

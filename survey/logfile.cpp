@@ -11,7 +11,7 @@
 #include <cstring>
 #include <limits>
 
-namespace workbench {
+namespace survey {
 
 namespace {
 
@@ -366,4 +366,4 @@ host::Outcome<QByteArray> logFileBytes(const host::LogData &log, const QByteArra
     return {withSamples(odFileHeader(logType) + keys.toBytes() + "!\n" + parameters, stored), {}};
 }
 
-} // namespace workbench
+} // namespace survey

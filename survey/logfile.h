@@ -4,7 +4,7 @@
 
 #include <QStringList>
 
-namespace workbench {
+namespace survey {
 
 enum class LogStorage { Ascii, LittleEndian, BigEndian };
 
@@ -42,4 +42,4 @@ host::Outcome<host::LogData> readLogFile(const QString &path, LogFileHeader *hea
 host::Outcome<QByteArray> logFileBytes(const host::LogData &log, const QByteArray &depthUnit,
                                        const LogFileHeader *old);
 
-} // namespace workbench
+} // namespace survey

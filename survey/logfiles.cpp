@@ -8,7 +8,7 @@
 
 #include <cerrno>
 
-namespace workbench {
+namespace survey {
 
 namespace {
 
@@ -209,4 +209,4 @@ host::Status LogFiles::remove(const QString &stem, int index, const Report &repo
     return {isRemoved ? QString() : QStringLiteral("Cannot delete the log file %1. Nothing is changed.").arg(file)};
 }
 
-} // namespace workbench
+} // namespace survey

@@ -6,7 +6,7 @@
 
 #include <functional>
 
-namespace workbench {
+namespace survey {
 
 /// The log files "^1", "^2", … of wells, one well at a time: who reads or writes a well's logs one by one would
 /// otherwise read all their headers for each of them. A header is held only as long as its file is unchanged. A stem
@@ -50,4 +50,4 @@ private:
     int m_fileCount = 0; ///< all up to the first missing number
 };
 
-} // namespace workbench
+} // namespace survey

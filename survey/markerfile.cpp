@@ -10,7 +10,7 @@
 #include <cmath>
 #include <cstring>
 
-namespace workbench {
+namespace survey {
 
 namespace {
 
@@ -297,4 +297,4 @@ QByteArray markerFileBytes(const QVector<host::Marker> &markers, const QByteArra
     return bytes + carriedOver(oldKeys, stored, written, number);
 }
 
-} // namespace workbench
+} // namespace survey

@@ -4,7 +4,7 @@
 
 #include <QStringList>
 
-namespace workbench {
+namespace survey {
 
 /// Measured depths, both ends included.
 struct DepthRange
@@ -26,4 +26,4 @@ host::Outcome<QVector<host::Marker>> parseMarkerFile(const QByteArray &bytes, co
 QByteArray markerFileBytes(const QVector<host::Marker> &markers, const QByteArray &depthUnit,
                            const QByteArray &oldBytes, const DepthRange &track);
 
-} // namespace workbench
+} // namespace survey

@@ -6,7 +6,7 @@
 
 #include <cmath>
 
-namespace workbench {
+namespace survey {
 
 namespace {
 
@@ -232,4 +232,4 @@ QString fileNames(const NewWell &well)
     return names.join(QStringLiteral(", "));
 }
 
-} // namespace workbench
+} // namespace survey

@@ -8,7 +8,7 @@
 #include <QStringList>
 #include <QVector>
 
-namespace workbench {
+namespace survey {
 
 /// One well that may be made from the headers of one or more LAS files.
 struct NewWell
@@ -72,4 +72,4 @@ private:
 /// The names of the files without their folders, separated by commas.
 QString fileNames(const NewWell &well);
 
-} // namespace workbench
+} // namespace survey

@@ -5,7 +5,7 @@
 #include <QSet>
 #include <QStringList>
 
-namespace workbench {
+namespace survey {
 
 namespace {
 
@@ -195,4 +195,4 @@ QByteArray ObjectList::toBytes() const
     return bytes;
 }
 
-} // namespace workbench
+} // namespace survey

@@ -2,7 +2,7 @@
 
 #include "survey/odfile.h"
 
-namespace workbench {
+namespace survey {
 
 /// One entry of an object list: its "Name: number" line and the lines up to "!". Everything that is not asked for
 /// is kept byte by byte.
@@ -55,4 +55,4 @@ private:
     QVector<ObjectEntry> m_entries;
 };
 
-} // namespace workbench
+} // namespace survey

@@ -14,7 +14,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace workbench {
+namespace survey {
 
 namespace {
 
@@ -269,4 +269,4 @@ host::Outcome<QByteArray> readFileBytes(const QString &path)
     return {read.bytes, {}};
 }
 
-} // namespace workbench
+} // namespace survey

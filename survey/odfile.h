@@ -11,7 +11,7 @@
 
 /// The text layer common to all files of a survey: three header lines and "!", then sections of "Key: value" lines
 /// that "!" ends. Lines that are not understood are kept byte by byte.
-namespace workbench {
+namespace survey {
 
 /// The longest text of a survey file that is shown, in bytes.
 constexpr int maximumShownBytes = 4096;
@@ -132,4 +132,4 @@ QByteArray escapedKey(const QByteArray &key);
 /// A text as it comes back after it was written as a value: one without white space around it.
 QString storedText(const QString &text);
 
-} // namespace workbench
+} // namespace survey

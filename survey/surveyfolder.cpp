@@ -12,7 +12,7 @@
 
 #include <cmath>
 
-namespace workbench {
+namespace survey {
 
 namespace {
 
@@ -236,4 +236,4 @@ QByteArray dataRootMark()
     return odFileHeader("Object Management file") + "ID: -1\n!\nAppl dir: 1\nAppl: dGB`Stream\n$Name: appl\n!\n";
 }
 
-} // namespace workbench
+} // namespace survey

@@ -5,7 +5,7 @@
 
 #include <QStringList>
 
-namespace workbench {
+namespace survey {
 
 /// Whether the folder is a survey: it holds ".omf" and ".survey".
 bool isSurveyFolder(const QString &path);
@@ -51,4 +51,4 @@ QByteArray dataRootMark();
 /// survey is opened.
 void removeSurveyLeftovers(const QString &path);
 
-} // namespace workbench
+} // namespace survey

@@ -6,7 +6,7 @@
 #include <QDir>
 #include <QFileInfo>
 
-namespace workbench {
+namespace survey {
 
 namespace {
 
@@ -132,4 +132,4 @@ NewSurvey newSurvey(const SurveyTexts &texts)
     return survey;
 }
 
-} // namespace workbench
+} // namespace survey

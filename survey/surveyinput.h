@@ -5,7 +5,7 @@
 #include <array>
 
 /// A new survey as a user types it.
-namespace workbench {
+namespace survey {
 
 enum class SurveyField { DataRoot, Name, XMinimum, XMaximum, YMinimum, YMaximum, MaximumDepth };
 
@@ -37,4 +37,4 @@ QString surveyFieldProblem(SurveyField field, const SurveyTexts &texts);
 /// \a texts must be without problems.
 NewSurvey newSurvey(const SurveyTexts &texts);
 
-} // namespace workbench
+} // namespace survey

@@ -7,7 +7,7 @@
 #include <QDir>
 #include <QFileInfo>
 
-namespace workbench {
+namespace survey {
 
 namespace {
 
@@ -80,4 +80,4 @@ host::Status SurveyPlace::putInPlace()
     return {};
 }
 
-} // namespace workbench
+} // namespace survey

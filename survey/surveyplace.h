@@ -7,7 +7,7 @@
 
 #include <memory>
 
-namespace workbench {
+namespace survey {
 
 /// Takes away the folders that lead to a path and were missing, as far as they are empty, unless they are kept.
 class MadeFolders
@@ -48,4 +48,4 @@ private:
     QString m_error;
 };
 
-} // namespace workbench
+} // namespace survey

@@ -17,7 +17,7 @@
 #include <algorithm>
 #include <cerrno>
 
-namespace workbench {
+namespace survey {
 
 namespace {
 
@@ -562,4 +562,4 @@ host::Status SurveyStore::removeWell(const QString &key)
     return {};
 }
 
-} // namespace workbench
+} // namespace survey

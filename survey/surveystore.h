@@ -11,7 +11,7 @@
 
 #include <functional>
 
-namespace workbench {
+namespace survey {
 
 /// The wells of one survey folder on disk, in the host's own format. Reading changes nothing on disk. Every write
 /// begins by locking the wells' folder and reading what is there now, so that another program's changes are kept, and
@@ -107,4 +107,4 @@ private:
     QHash<QString, FileState> m_givenWells;
 };
 
-} // namespace workbench
+} // namespace survey

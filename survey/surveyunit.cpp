@@ -2,7 +2,7 @@
 
 #include "survey/surveyfolder.h"
 
-namespace workbench {
+namespace survey {
 
 namespace {
 
@@ -28,4 +28,4 @@ DepthUnit SurveyUnit::of(const QString &surveyDirectory)
     return m_unit;
 }
 
-} // namespace workbench
+} // namespace survey

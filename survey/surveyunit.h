@@ -3,7 +3,7 @@
 #include "survey/depthunit.h"
 #include "survey/odfile.h"
 
-namespace workbench {
+namespace survey {
 
 /// The depth unit of a survey, kept as long as the files that tell it are unchanged: every read and write of a well
 /// asks for it.
@@ -19,4 +19,4 @@ private:
     DepthUnit m_unit = DepthUnit::Metre;
 };
 
-} // namespace workbench
+} // namespace survey

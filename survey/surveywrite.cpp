@@ -3,7 +3,7 @@
 #include "base/folderlinks.h"
 #include "survey/odfile.h"
 
-namespace workbench {
+namespace survey {
 
 SurveyWrite::SurveyWrite(const QString &surveyDirectory)
 {
@@ -19,4 +19,4 @@ SurveyWrite::SurveyWrite(const QString &surveyDirectory)
             QStringLiteral("Another program has been writing in %1 for too long. Nothing was changed.").arg(folder);
 }
 
-} // namespace workbench
+} // namespace survey

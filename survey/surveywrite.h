@@ -6,7 +6,7 @@
 
 #include <optional>
 
-namespace workbench {
+namespace survey {
 
 /// The right to write in the wells' folder of a survey, which one writer at a time has, in whatever process: what is
 /// read while it stands is what is there when it is written.
@@ -24,4 +24,4 @@ private:
     QString m_problem;
 };
 
-} // namespace workbench
+} // namespace survey

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace workbench {
+namespace survey {
 
 namespace {
 
@@ -278,4 +278,4 @@ void applyProperties(WellFile *file, const WellProperties &properties)
         file->keys.set(typeKey, typeText(properties.typeCode));
 }
 
-} // namespace workbench
+} // namespace survey

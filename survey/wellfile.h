@@ -3,7 +3,7 @@
 #include "survey/depthunit.h"
 #include "survey/odfile.h"
 
-namespace workbench {
+namespace survey {
 
 struct TrackPoint
 {
@@ -57,4 +57,4 @@ int pointsBelow(const WellFile &file, double depth);
 /// Names of the well types that the host knows, index = code.
 QStringList wellTypeNames();
 
-} // namespace workbench
+} // namespace survey

@@ -5,7 +5,7 @@
 
 #include <cmath>
 
-namespace workbench {
+namespace survey {
 
 namespace {
 
@@ -147,4 +147,4 @@ QString wellNameProblem(const QString &name, const QVector<host::WellEntry> &wel
     return others.contains(name) ? nameTakenProblem(name) : QString();
 }
 
-} // namespace workbench
+} // namespace survey

@@ -9,7 +9,7 @@
 #include <array>
 
 /// A well as a user types it: texts, what is wrong with them, and the properties they stand for.
-namespace workbench {
+namespace survey {
 
 enum class WellField { Name, X, Y, KbElevation, GroundElevation, TotalDepth };
 
@@ -61,4 +61,4 @@ QString wellNameProblem(const QString &name, const QVector<host::WellEntry> &wel
 /// A number that a user typed, with a decimal point. \a label begins the sentence in \a problem.
 double typedNumber(const QString &label, const QString &text, double lowest, double highest, QString *problem);
 
-} // namespace workbench
+} // namespace survey

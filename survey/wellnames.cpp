@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace workbench {
+namespace survey {
 
 namespace {
 
@@ -65,4 +65,4 @@ bool isPlainFileName(const QString &name)
         && std::none_of(name.begin(), name.end(), [](QChar c) { return c.category() == QChar::Other_Control; });
 }
 
-} // namespace workbench
+} // namespace survey

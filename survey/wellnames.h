@@ -4,7 +4,7 @@
 #include <QString>
 
 /// Names of wells: how the host sorts them, which of them it can hold, and the file names made of them.
-namespace workbench {
+namespace survey {
 
 /// Names sort as these bytes do: the host compares upper-cased bytes, ASCII letters only.
 QByteArray hostSortKey(const QString &name);
@@ -22,4 +22,4 @@ QString stemOf(const QString &fileName);
 /// Whether the name is that of a visible file in the folder itself, not of one elsewhere.
 bool isPlainFileName(const QString &name);
 
-} // namespace workbench
+} // namespace survey

@@ -2,7 +2,7 @@
 
 #include "host/feet.h"
 
-namespace workbench {
+namespace survey {
 
 namespace {
 
@@ -46,4 +46,4 @@ host::Outcome<QVector<WellSummary>> readWellSummaries(host::Wells &wells, DepthU
     return {summaries, {}};
 }
 
-} // namespace workbench
+} // namespace survey

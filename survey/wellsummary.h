@@ -5,7 +5,7 @@
 
 #include <limits>
 
-namespace workbench {
+namespace survey {
 
 /// One line of the overview of a survey.
 struct WellSummary
@@ -29,4 +29,4 @@ struct WellSummary
 /// A well that cannot be read is listed with its error. \a unit is the survey's depth unit.
 host::Outcome<QVector<WellSummary>> readWellSummaries(host::Wells &wells, DepthUnit unit = DepthUnit::Metre);
 
-} // namespace workbench
+} // namespace survey

@@ -17,20 +17,20 @@ namespace {
 
 struct FieldLook
 {
-    SurveyField field;
+    survey::SurveyField field;
     const char *objectName;
     const char *label;
     const char *unit;
 };
 
-constexpr std::array<FieldLook, surveyFields.size()> fieldLooks{{
-    {SurveyField::DataRoot, "rootEdit", "&Data root folder:", ""},
-    {SurveyField::Name, "nameEdit", "Survey &name:", ""},
-    {SurveyField::XMinimum, "xMinimumEdit", "Smallest &X:", "m"},
-    {SurveyField::XMaximum, "xMaximumEdit", "&Largest X:", "m"},
-    {SurveyField::YMinimum, "yMinimumEdit", "Smallest &Y:", "m"},
-    {SurveyField::YMaximum, "yMaximumEdit", "Lar&gest Y:", "m"},
-    {SurveyField::MaximumDepth, "maximumDepthEdit", "&Maximum depth:", "m"},
+constexpr std::array<FieldLook, survey::surveyFields.size()> fieldLooks{{
+    {survey::SurveyField::DataRoot, "rootEdit", "&Data root folder:", ""},
+    {survey::SurveyField::Name, "nameEdit", "Survey &name:", ""},
+    {survey::SurveyField::XMinimum, "xMinimumEdit", "Smallest &X:", "m"},
+    {survey::SurveyField::XMaximum, "xMaximumEdit", "&Largest X:", "m"},
+    {survey::SurveyField::YMinimum, "yMinimumEdit", "Smallest &Y:", "m"},
+    {survey::SurveyField::YMaximum, "yMaximumEdit", "Lar&gest Y:", "m"},
+    {survey::SurveyField::MaximumDepth, "maximumDepthEdit", "&Maximum depth:", "m"},
 }};
 
 } // namespace
@@ -44,9 +44,9 @@ NewSurveyDialog::NewSurveyDialog(base::Asker &asker, const FileChooser &chooser,
     setObjectName(QStringLiteral("newSurveyDialog"));
     setWindowTitle(QStringLiteral("New survey"));
     buildWidgets();
-    SurveyTexts start = defaultSurveyTexts();
-    start[SurveyField::DataRoot] = QDir::toNativeSeparators(dataRoot);
-    for (SurveyField field : surveyFields) {
+    survey::SurveyTexts start = survey::defaultSurveyTexts();
+    start[survey::SurveyField::DataRoot] = QDir::toNativeSeparators(dataRoot);
+    for (survey::SurveyField field : survey::surveyFields) {
         edit(field)->setText(start[field]);
         connect(edit(field), &QLineEdit::textChanged, this, [this] {
             refreshProblems();
@@ -54,7 +54,7 @@ NewSurveyDialog::NewSurveyDialog(base::Asker &asker, const FileChooser &chooser,
         });
     }
     showPath();
-    edit(dataRoot.isEmpty() ? SurveyField::DataRoot : SurveyField::Name)->setFocus();
+    edit(dataRoot.isEmpty() ? survey::SurveyField::DataRoot : survey::SurveyField::Name)->setFocus();
 }
 
 void NewSurveyDialog::buildWidgets()
@@ -62,11 +62,11 @@ void NewSurveyDialog::buildWidgets()
     m_form = new FieldForm(this);
     for (size_t i = 0; i < fieldLooks.size(); ++i) {
         const FieldLook &look = fieldLooks[i];
-        const bool isText = look.field == SurveyField::DataRoot || look.field == SurveyField::Name;
+        const bool isText = look.field == survey::SurveyField::DataRoot || look.field == survey::SurveyField::Name;
         m_edits[i] = isText ? new QLineEdit(m_form) : new NumberEdit(m_form);
         m_edits[i]->setObjectName(QString::fromLatin1(look.objectName));
         const QString label = QString::fromLatin1(look.label);
-        if (look.field == SurveyField::DataRoot) {
+        if (look.field == survey::SurveyField::DataRoot) {
             auto *browseButton = new QPushButton(QStringLiteral("&Browse…"), m_form);
             browseButton->setObjectName(QStringLiteral("browseButton"));
             connect(browseButton, &QPushButton::clicked, this, &NewSurveyDialog::browse);
@@ -75,7 +75,7 @@ void NewSurveyDialog::buildWidgets()
             m_form->addField(label, m_edits[i], QString::fromLatin1(look.unit));
         }
     }
-    edit(SurveyField::DataRoot)->setMinimumWidth(360);
+    edit(survey::SurveyField::DataRoot)->setMinimumWidth(360);
 
     m_path = new QLabel(this);
     m_path->setObjectName(QStringLiteral("pathLabel"));
@@ -103,15 +103,15 @@ void NewSurveyDialog::buildWidgets()
 void NewSurveyDialog::browse()
 {
     const QString folder =
-        m_chooser.chooseFolder(this, QStringLiteral("Data root folder"), edit(SurveyField::DataRoot)->text());
+        m_chooser.chooseFolder(this, QStringLiteral("Data root folder"), edit(survey::SurveyField::DataRoot)->text());
     if (!folder.isEmpty())
-        edit(SurveyField::DataRoot)->setText(QDir::toNativeSeparators(folder));
+        edit(survey::SurveyField::DataRoot)->setText(QDir::toNativeSeparators(folder));
 }
 
-SurveyTexts NewSurveyDialog::texts() const
+survey::SurveyTexts NewSurveyDialog::texts() const
 {
-    SurveyTexts texts;
-    for (SurveyField field : surveyFields)
+    survey::SurveyTexts texts;
+    for (survey::SurveyField field : survey::surveyFields)
         texts[field] = edit(field)->text();
     return texts;
 }
@@ -119,30 +119,30 @@ SurveyTexts NewSurveyDialog::texts() const
 // A problem that is shown follows what is typed; a new one waits for "Create survey".
 void NewSurveyDialog::refreshProblems()
 {
-    const SurveyTexts current = texts();
-    for (SurveyField field : surveyFields)
+    const survey::SurveyTexts current = texts();
+    for (survey::SurveyField field : survey::surveyFields)
         if (!m_form->problem(edit(field)).isEmpty())
-            m_form->setProblem(edit(field), surveyFieldProblem(field, current));
+            m_form->setProblem(edit(field), survey::surveyFieldProblem(field, current));
 }
 
 void NewSurveyDialog::showPath()
 {
-    const QString path = surveyPath(texts());
+    const QString path = survey::surveyPath(texts());
     m_path->setText(path.isEmpty() ? QStringLiteral("The survey gets a folder of its own in the data root.")
                                    : QStringLiteral("The survey's folder: %1").arg(path));
 }
 
 void NewSurveyDialog::accept()
 {
-    const SurveyTexts current = texts();
-    for (SurveyField field : surveyFields)
-        m_form->setProblem(edit(field), surveyFieldProblem(field, current));
+    const survey::SurveyTexts current = texts();
+    for (survey::SurveyField field : survey::surveyFields)
+        m_form->setProblem(edit(field), survey::surveyFieldProblem(field, current));
     if (m_form->hasProblem()) {
         m_form->focusFirstProblem();
         return;
     }
-    const QString path = surveyPath(current);
-    const host::Status status = createSurvey(path, newSurvey(current));
+    const QString path = survey::surveyPath(current);
+    const host::Status status = survey::createSurvey(path, survey::newSurvey(current));
     if (!status.ok()) {
         m_asker.warn(windowTitle(), status.error);
         return;

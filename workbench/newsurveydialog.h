@@ -36,15 +36,15 @@ public:
 private:
     void buildWidgets();
     void browse();
-    SurveyTexts texts() const;
-    QLineEdit *edit(SurveyField field) const { return m_edits[static_cast<size_t>(field)]; }
+    survey::SurveyTexts texts() const;
+    QLineEdit *edit(survey::SurveyField field) const { return m_edits[static_cast<size_t>(field)]; }
     void refreshProblems();
     void showPath();
 
     base::Asker &m_asker;
     FileChooser m_chooser;
     FieldForm *m_form = nullptr;
-    std::array<QLineEdit *, surveyFields.size()> m_edits{};
+    std::array<QLineEdit *, survey::surveyFields.size()> m_edits{};
     QLabel *m_path = nullptr;
     QString m_created;
 };

@@ -31,13 +31,13 @@ QString plural(int count, const char *one, const char *many)
     return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
 }
 
-QString stateText(const NewWells &wells)
+QString stateText(const survey::NewWells &wells)
 {
     int existing = 0;
     int unreadable = 0;
-    for (const NewWell &well : wells.wells()) {
-        existing += well.state == NewWell::State::Exists ? 1 : 0;
-        unreadable += well.state == NewWell::State::Unreadable ? 1 : 0;
+    for (const survey::NewWell &well : wells.wells()) {
+        existing += well.state == survey::NewWell::State::Exists ? 1 : 0;
+        unreadable += well.state == survey::NewWell::State::Unreadable ? 1 : 0;
     }
     QStringList parts{plural(wells.chosenCount(), "well to create", "wells to create")};
     if (existing > 0)
@@ -49,7 +49,8 @@ QString stateText(const NewWells &wells)
 
 } // namespace
 
-NewWellsDialog::NewWellsDialog(SurveyStore &store, base::Asker &asker, const FileChooser &chooser, QWidget *parent)
+NewWellsDialog::NewWellsDialog(survey::SurveyStore &store, base::Asker &asker, const FileChooser &chooser,
+                               QWidget *parent)
     : QDialog(parent)
     , m_store(store)
     , m_asker(asker)
@@ -57,12 +58,12 @@ NewWellsDialog::NewWellsDialog(SurveyStore &store, base::Asker &asker, const Fil
 {
     setObjectName(QStringLiteral("newWellsDialog"));
     setWindowTitle(QStringLiteral("New wells from LAS files"));
-    buildWidgets(WellNames(store.list().value));
+    buildWidgets(survey::WellNames(store.list().value));
     resize(1240, 560);
     showState();
 }
 
-void NewWellsDialog::buildWidgets(const WellNames &existing)
+void NewWellsDialog::buildWidgets(const survey::WellNames &existing)
 {
     m_model = new NewWellsModel(existing, m_store.depthUnit(), this);
     connect(m_model, &NewWellsModel::changed, this, &NewWellsDialog::showState);
@@ -154,7 +155,7 @@ bool NewWellsDialog::chooseFiles()
 
 void NewWellsDialog::showState()
 {
-    const NewWells &wells = m_model->newWells();
+    const survey::NewWells &wells = m_model->newWells();
     const QString problem = wells.firstProblem();
     QPalette colours = palette();
     if (!problem.isEmpty())
@@ -171,19 +172,19 @@ void NewWellsDialog::showState()
 void NewWellsDialog::showNotes()
 {
     const int row = m_table->currentIndex().row();
-    const QVector<NewWell> &wells = m_model->newWells().wells();
+    const QVector<survey::NewWell> &wells = m_model->newWells().wells();
     if (row < 0 || row >= wells.size()) {
         m_notes->clear();
         return;
     }
     const QStringList notes = wells.at(row).allNotes();
-    m_notes->setText(fileNames(wells.at(row)) + (notes.isEmpty() ? QString() : QStringLiteral(": "))
+    m_notes->setText(survey::fileNames(wells.at(row)) + (notes.isEmpty() ? QString() : QStringLiteral(": "))
                      + notes.join(QLatin1Char(' ')));
 }
 
 void NewWellsDialog::createWells()
 {
-    const NewWells &wells = m_model->newWells();
+    const survey::NewWells &wells = m_model->newWells();
     if (!wells.firstProblem().isEmpty())
         return;
     QVector<int> created;
@@ -192,7 +193,7 @@ void NewWellsDialog::createWells()
     for (int row = 0; row < wells.wells().size(); ++row) {
         if (!wells.wells().at(row).isChosen)
             continue;
-        const WellProperties properties = wellProperties(wells.wells().at(row).texts);
+        const survey::WellProperties properties = survey::wellProperties(wells.wells().at(row).texts);
         const host::Outcome<QString> added = m_store.addWell(properties);
         if (added.ok())
             created.append(row);

@@ -15,10 +15,13 @@ namespace base {
 class Asker;
 }
 
+namespace survey {
+class WellNames;
+}
+
 namespace workbench {
 
 class NewWellsModel;
-class WellNames;
 
 /// Makes wells of the survey from the headers of LAS files: proposes them, lets the user correct and choose, and
 /// creates them.
@@ -27,7 +30,8 @@ class NewWellsDialog : public QDialog
     Q_OBJECT
 
 public:
-    NewWellsDialog(SurveyStore &store, base::Asker &asker, const FileChooser &chooser, QWidget *parent = nullptr);
+    NewWellsDialog(survey::SurveyStore &store, base::Asker &asker, const FileChooser &chooser,
+                   QWidget *parent = nullptr);
 
     void addFiles(const QStringList &paths);
     /// Lets the user choose files and adds them; false when none was chosen.
@@ -36,12 +40,12 @@ public:
     int createdCount() const { return m_createdCount; }
 
 private:
-    void buildWidgets(const WellNames &existing);
+    void buildWidgets(const survey::WellNames &existing);
     void createWells();
     void showState();
     void showNotes();
 
-    SurveyStore &m_store;
+    survey::SurveyStore &m_store;
     base::Asker &m_asker;
     FileChooser m_chooser;
     NewWellsModel *m_model = nullptr;

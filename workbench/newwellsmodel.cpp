@@ -14,9 +14,9 @@ bool isField(int column)
     return column >= NewWellsModel::NameColumn && column <= NewWellsModel::TotalDepthColumn;
 }
 
-WellField fieldOf(int column)
+survey::WellField fieldOf(int column)
 {
-    return wellFields[static_cast<size_t>(column - NewWellsModel::NameColumn)];
+    return survey::wellFields[static_cast<size_t>(column - NewWellsModel::NameColumn)];
 }
 
 Qt::Alignment alignment(int column)
@@ -25,27 +25,27 @@ Qt::Alignment alignment(int column)
     return (isNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
 }
 
-QString notesText(const NewWell &well)
+QString notesText(const survey::NewWell &well)
 {
     QStringList notes = well.allNotes();
-    if (well.state == NewWell::State::Exists)
+    if (well.state == survey::NewWell::State::Exists)
         notes.prepend(QStringLiteral("exists already"));
-    if (well.state == NewWell::State::Created)
+    if (well.state == survey::NewWell::State::Created)
         notes = QStringList{QStringLiteral("created")};
     return notes.join(QStringLiteral("  "));
 }
 
-QVariant foreground(const NewWell &well)
+QVariant foreground(const survey::NewWell &well)
 {
     const QPalette palette = QApplication::palette();
-    if (well.state == NewWell::State::Unreadable)
+    if (well.state == survey::NewWell::State::Unreadable)
         return problemText(palette);
     return well.isChosen ? QVariant() : quietText(palette);
 }
 
 } // namespace
 
-NewWellsModel::NewWellsModel(const WellNames &existing, DepthUnit unit, QObject *parent)
+NewWellsModel::NewWellsModel(const survey::WellNames &existing, survey::DepthUnit unit, QObject *parent)
     : QAbstractTableModel(parent)
     , m_wells(existing, unit)
 {
@@ -85,7 +85,7 @@ int NewWellsModel::columnCount(const QModelIndex &parent) const
 QVariant NewWellsModel::data(const QModelIndex &index, int role) const
 {
     const int column = index.column();
-    const NewWell &well = m_wells.wells().at(index.row());
+    const survey::NewWell &well = m_wells.wells().at(index.row());
     const QString problem = isField(column) ? m_wells.problem(index.row(), fieldOf(column)) : QString();
     switch (role) {
     case Qt::DisplayRole:
@@ -93,7 +93,7 @@ QVariant NewWellsModel::data(const QModelIndex &index, int role) const
         if (isField(column))
             return well.texts[fieldOf(column)];
         if (column == FileColumn)
-            return fileNames(well);
+            return survey::fileNames(well);
         return column == NotesColumn ? notesText(well) : QVariant();
     case Qt::CheckStateRole:
         if (column != ChosenColumn || !m_wells.isEditable(index.row()))
@@ -120,17 +120,17 @@ QVariant NewWellsModel::data(const QModelIndex &index, int role) const
 
 QVariant NewWellsModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    const DepthUnit unit = m_wells.depthUnit();
-    const QString unitName = pluralName(unit);
+    const survey::DepthUnit unit = m_wells.depthUnit();
+    const QString unitName = survey::pluralName(unit);
     const QStringList titles{
         QString(),
         QStringLiteral("File"),
         QStringLiteral("Name"),
         QStringLiteral("X"),
         QStringLiteral("Y"),
-        titleWithUnit(QStringLiteral("KB"), unit),
-        titleWithUnit(QStringLiteral("Ground"), unit),
-        titleWithUnit(QStringLiteral("TD"), unit),
+        survey::titleWithUnit(QStringLiteral("KB"), unit),
+        survey::titleWithUnit(QStringLiteral("Ground"), unit),
+        survey::titleWithUnit(QStringLiteral("TD"), unit),
         QStringLiteral("Notes"),
     };
     const QStringList explanations{

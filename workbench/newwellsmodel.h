@@ -25,9 +25,10 @@ public:
         ColumnCount
     };
 
-    explicit NewWellsModel(const WellNames &existing, DepthUnit unit = DepthUnit::Metre, QObject *parent = nullptr);
+    explicit NewWellsModel(const survey::WellNames &existing, survey::DepthUnit unit = survey::DepthUnit::Metre,
+                           QObject *parent = nullptr);
 
-    const NewWells &newWells() const { return m_wells; }
+    const survey::NewWells &newWells() const { return m_wells; }
     void addFiles(const QStringList &paths);
     void setCreated(const QVector<int> &rows);
 
@@ -45,7 +46,7 @@ signals:
 private:
     void announce();
 
-    NewWells m_wells;
+    survey::NewWells m_wells;
 };
 
 } // namespace workbench

@@ -10,7 +10,7 @@
 
 namespace workbench {
 
-RenameWellDialog::RenameWellDialog(SurveyStore &store, base::Asker &asker, const host::WellEntry &well,
+RenameWellDialog::RenameWellDialog(survey::SurveyStore &store, base::Asker &asker, const host::WellEntry &well,
                                    QWidget *parent)
     : QDialog(parent)
     , m_store(store)
@@ -41,7 +41,7 @@ RenameWellDialog::RenameWellDialog(SurveyStore &store, base::Asker &asker, const
 
 QString RenameWellDialog::problem() const
 {
-    return wellNameProblem(m_name->text(), m_store.list().value, m_well.key);
+    return survey::wellNameProblem(m_name->text(), m_store.list().value, m_well.key);
 }
 
 void RenameWellDialog::accept()

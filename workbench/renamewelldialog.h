@@ -23,14 +23,15 @@ class RenameWellDialog : public QDialog
     Q_OBJECT
 
 public:
-    RenameWellDialog(SurveyStore &store, base::Asker &asker, const host::WellEntry &well, QWidget *parent = nullptr);
+    RenameWellDialog(survey::SurveyStore &store, base::Asker &asker, const host::WellEntry &well,
+                     QWidget *parent = nullptr);
 
     void accept() override;
 
 private:
     QString problem() const;
 
-    SurveyStore &m_store;
+    survey::SurveyStore &m_store;
     base::Asker &m_asker;
     host::WellEntry m_well;
     FieldForm *m_form = nullptr;

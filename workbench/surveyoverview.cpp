@@ -99,14 +99,14 @@ void SurveyOverview::buildTable()
     });
 }
 
-void SurveyOverview::setWells(const QVector<WellSummary> &wells, DepthUnit unit)
+void SurveyOverview::setWells(const QVector<survey::WellSummary> &wells, survey::DepthUnit unit)
 {
     const QString key = selectedKey();
     const bool isFirst = m_model->rowCount() == 0;
     m_model->setWells(wells, unit);
     QVector<MapWell> mapWells;
     mapWells.reserve(wells.size());
-    for (const WellSummary &well : wells)
+    for (const survey::WellSummary &well : wells)
         mapWells.append({well.name, well.x, well.y, well.typeCode});
     m_map->setWells(mapWells);
     if (isFirst)

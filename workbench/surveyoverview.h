@@ -27,7 +27,7 @@ public:
     explicit SurveyOverview(QWidget *parent = nullptr);
 
     /// The selected well stays selected if it is still there.
-    void setWells(const QVector<WellSummary> &wells, DepthUnit unit);
+    void setWells(const QVector<survey::WellSummary> &wells, survey::DepthUnit unit);
     /// Empty when none is selected.
     QString selectedKey() const;
     /// Takes away a filter that hides the well.

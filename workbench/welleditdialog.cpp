@@ -15,30 +15,30 @@ namespace {
 
 struct FieldLook
 {
-    WellField field;
+    survey::WellField field;
     const char *objectName;
     const char *label;
     const char *unit; ///< "%1" stands for the unit of the survey's depths
 };
 
-constexpr std::array<FieldLook, wellFields.size()> fieldLooks{{
-    {WellField::Name, "nameEdit", "&Name:", ""},
-    {WellField::X, "xEdit", "&X:", "survey coordinates"},
-    {WellField::Y, "yEdit", "&Y:", "survey coordinates"},
-    {WellField::KbElevation, "kbEdit", "&KB elevation:", "%1 above datum"},
-    {WellField::GroundElevation, "groundEdit", "&Ground elevation:", "%1 above datum"},
-    {WellField::TotalDepth, "totalDepthEdit", "&Total depth:", "%1 along hole"},
+constexpr std::array<FieldLook, survey::wellFields.size()> fieldLooks{{
+    {survey::WellField::Name, "nameEdit", "&Name:", ""},
+    {survey::WellField::X, "xEdit", "&X:", "survey coordinates"},
+    {survey::WellField::Y, "yEdit", "&Y:", "survey coordinates"},
+    {survey::WellField::KbElevation, "kbEdit", "&KB elevation:", "%1 above datum"},
+    {survey::WellField::GroundElevation, "groundEdit", "&Ground elevation:", "%1 above datum"},
+    {survey::WellField::TotalDepth, "totalDepthEdit", "&Total depth:", "%1 along hole"},
 }};
 
 } // namespace
 
-WellEditDialog::WellEditDialog(SurveyStore &store, base::Asker &asker, QWidget *parent)
+WellEditDialog::WellEditDialog(survey::SurveyStore &store, base::Asker &asker, QWidget *parent)
     : WellEditDialog(store, asker, {}, {}, parent)
 {
 }
 
-WellEditDialog::WellEditDialog(SurveyStore &store, base::Asker &asker, const QString &key,
-                               const WellProperties &properties, QWidget *parent)
+WellEditDialog::WellEditDialog(survey::SurveyStore &store, base::Asker &asker, const QString &key,
+                               const survey::WellProperties &properties, QWidget *parent)
     : QDialog(parent)
     , m_store(store)
     , m_asker(asker)
@@ -48,10 +48,10 @@ WellEditDialog::WellEditDialog(SurveyStore &store, base::Asker &asker, const QSt
     setObjectName(QStringLiteral("wellEditDialog"));
     setWindowTitle(key.isEmpty() ? QStringLiteral("Add well") : QStringLiteral("Edit well %1").arg(properties.name));
     buildWidgets();
-    const WellTexts old = wellTexts(properties);
+    const survey::WellTexts old = survey::wellTexts(properties);
     for (size_t i = 0; i < fieldLooks.size(); ++i) {
         // A new well starts empty: a 0 in every field would only have to be deleted.
-        const WellField field = fieldLooks[i].field;
+        const survey::WellField field = fieldLooks[i].field;
         if (!key.isEmpty())
             m_edits[i]->setText(old[field]);
         connect(m_edits[i], &QLineEdit::textChanged, this, [this, field, edit = m_edits[i]] {
@@ -60,26 +60,26 @@ WellEditDialog::WellEditDialog(SurveyStore &store, base::Asker &asker, const QSt
         });
     }
     if (key.isEmpty())
-        m_edits[static_cast<size_t>(WellField::KbElevation)]->setText(QStringLiteral("0"));
+        m_edits[static_cast<size_t>(survey::WellField::KbElevation)]->setText(QStringLiteral("0"));
     m_edits.front()->selectAll();
 }
 
 void WellEditDialog::buildWidgets()
 {
     m_form = new FieldForm(this);
-    const QString depthUnit = symbol(m_store.depthUnit());
+    const QString depthUnit = survey::symbol(m_store.depthUnit());
     for (size_t i = 0; i < fieldLooks.size(); ++i) {
         const FieldLook &look = fieldLooks[i];
-        m_edits[i] = look.field == WellField::Name ? new QLineEdit(m_form) : new NumberEdit(m_form);
+        m_edits[i] = look.field == survey::WellField::Name ? new QLineEdit(m_form) : new NumberEdit(m_form);
         m_edits[i]->setObjectName(QString::fromLatin1(look.objectName));
         m_form->addField(QString::fromLatin1(look.label), m_edits[i],
                          QString::fromLatin1(look.unit).replace(QLatin1String("%1"), depthUnit));
     }
-    m_edits[static_cast<size_t>(WellField::GroundElevation)]->setPlaceholderText(QStringLiteral("unknown"));
+    m_edits[static_cast<size_t>(survey::WellField::GroundElevation)]->setPlaceholderText(QStringLiteral("unknown"));
 
     m_type = new QComboBox(m_form);
     m_type->setObjectName(QStringLiteral("typeCombo"));
-    const QStringList types = wellTypeNames();
+    const QStringList types = survey::wellTypeNames();
     for (int code = 0; code < types.size(); ++code)
         m_type->addItem(types.at(code), code);
     // A code that this program does not know is kept as it is.
@@ -100,22 +100,22 @@ void WellEditDialog::buildWidgets()
     column->addWidget(buttons);
 }
 
-WellTexts WellEditDialog::texts() const
+survey::WellTexts WellEditDialog::texts() const
 {
-    WellTexts texts;
+    survey::WellTexts texts;
     for (size_t i = 0; i < fieldLooks.size(); ++i)
         texts[fieldLooks[i].field] = m_edits[i]->text();
     return texts;
 }
 
-QString WellEditDialog::problemOf(WellField field) const
+QString WellEditDialog::problemOf(survey::WellField field) const
 {
     // An unreadable list of wells is no problem of the name: writing says what is wrong with it.
-    return field == WellField::Name ? wellNameProblem(texts()[field], m_store.list().value, m_key)
-                                    : wellFieldProblem(field, texts()[field]);
+    return field == survey::WellField::Name ? survey::wellNameProblem(texts()[field], m_store.list().value, m_key)
+                                            : survey::wellFieldProblem(field, texts()[field]);
 }
 
-void WellEditDialog::showProblem(WellField field)
+void WellEditDialog::showProblem(survey::WellField field)
 {
     m_form->setProblem(m_edits[static_cast<size_t>(field)], problemOf(field));
 }
@@ -128,8 +128,8 @@ bool WellEditDialog::mayCut(double totalDepth)
         : m_store.trackPointsBelow(m_key, totalDepth);
     if (below.value == 0) // what cannot be read cannot be saved either, which says why
         return true;
-    const QString depth =
-        QString::fromLatin1(base::formatShortest(totalDepth)) + QLatin1Char(' ') + symbol(m_store.depthUnit());
+    const QString depth = QString::fromLatin1(base::formatShortest(totalDepth)) + QLatin1Char(' ')
+        + survey::symbol(m_store.depthUnit());
     const QString points =
         below.value == 1 ? QStringLiteral("1 point") : QStringLiteral("%1 points").arg(below.value);
     return m_asker.confirmLoss(
@@ -139,7 +139,7 @@ bool WellEditDialog::mayCut(double totalDepth)
             .arg(m_before.name, depth, points));
 }
 
-host::Status WellEditDialog::save(const WellProperties &properties)
+host::Status WellEditDialog::save(const survey::WellProperties &properties)
 {
     if (m_key.isEmpty()) {
         const host::Outcome<QString> added = m_store.addWell(properties);
@@ -156,16 +156,16 @@ host::Status WellEditDialog::save(const WellProperties &properties)
 
 void WellEditDialog::accept()
 {
-    for (WellField field : wellFields)
+    for (survey::WellField field : survey::wellFields)
         showProblem(field);
     if (m_form->hasProblem()) {
         m_form->focusFirstProblem();
         return;
     }
     const int typeCode = m_type->currentData().toInt();
-    const bool isChanged = texts() != wellTexts(m_before) || typeCode != m_before.typeCode;
+    const bool isChanged = texts() != survey::wellTexts(m_before) || typeCode != m_before.typeCode;
     if (m_key.isEmpty() || isChanged) {
-        WellProperties properties = wellProperties(texts(), m_before);
+        survey::WellProperties properties = survey::wellProperties(texts(), m_before);
         properties.typeCode = typeCode;
         if (!mayCut(properties.totalDepth))
             return;

@@ -26,10 +26,10 @@ class WellEditDialog : public QDialog
 
 public:
     /// For a new well.
-    WellEditDialog(SurveyStore &store, base::Asker &asker, QWidget *parent = nullptr);
+    WellEditDialog(survey::SurveyStore &store, base::Asker &asker, QWidget *parent = nullptr);
     /// For the well \a key, which has these properties.
-    WellEditDialog(SurveyStore &store, base::Asker &asker, const QString &key, const WellProperties &properties,
-                   QWidget *parent = nullptr);
+    WellEditDialog(survey::SurveyStore &store, base::Asker &asker, const QString &key,
+                   const survey::WellProperties &properties, QWidget *parent = nullptr);
 
     /// The well that was added or changed.
     QString wellKey() const { return m_key; }
@@ -40,18 +40,18 @@ public:
 
 private:
     void buildWidgets();
-    WellTexts texts() const;
-    void showProblem(WellField field);
-    QString problemOf(WellField field) const;
+    survey::WellTexts texts() const;
+    void showProblem(survey::WellField field);
+    QString problemOf(survey::WellField field) const;
     bool mayCut(double totalDepth);
-    host::Status save(const WellProperties &properties);
+    host::Status save(const survey::WellProperties &properties);
 
-    SurveyStore &m_store;
+    survey::SurveyStore &m_store;
     base::Asker &m_asker;
     QString m_key; ///< empty for a new well
-    WellProperties m_before;
+    survey::WellProperties m_before;
     FieldForm *m_form = nullptr;
-    std::array<QLineEdit *, wellFields.size()> m_edits{};
+    std::array<QLineEdit *, survey::wellFields.size()> m_edits{};
     QComboBox *m_type = nullptr;
     bool m_hasWritten = false;
 };

@@ -51,19 +51,19 @@ QString number(double value)
     return QString::fromLatin1(base::formatShortest(static_cast<float>(value)));
 }
 
-QString depthText(float depthM, DepthUnit unit)
+QString depthText(float depthM, survey::DepthUnit unit)
 {
-    const float depth = unit == DepthUnit::Foot ? host::metresToFeet(depthM) : depthM;
+    const float depth = unit == survey::DepthUnit::Foot ? host::metresToFeet(depthM) : depthM;
     return QString::fromLatin1(base::formatFixed(static_cast<double>(depth), 2));
 }
 
-QString headerLine(const WellProperties &well, DepthUnit unit)
+QString headerLine(const survey::WellProperties &well, survey::DepthUnit unit)
 {
-    const QString type = wellTypeNames().value(well.typeCode);
+    const QString type = survey::wellTypeNames().value(well.typeCode);
     QString line =
         QStringLiteral("X %1   Y %2\nKB %3 %5   TD %4 %5")
             .arg(QString::fromLatin1(base::formatShortest(well.x)), QString::fromLatin1(base::formatShortest(well.y)),
-                 number(well.kbElevation), number(well.totalDepth), symbol(unit));
+                 number(well.kbElevation), number(well.totalDepth), survey::symbol(unit));
     if (well.typeCode != host::NoWellType && !type.isEmpty())
         line += QStringLiteral("   Type ") + type;
     return line;
@@ -71,7 +71,7 @@ QString headerLine(const WellProperties &well, DepthUnit unit)
 
 } // namespace
 
-WellManagerDialog::WellManagerDialog(SurveyStore &store, base::Asker &asker, QWidget *parent)
+WellManagerDialog::WellManagerDialog(survey::SurveyStore &store, base::Asker &asker, QWidget *parent)
     : QDialog(parent)
     , m_store(store)
     , m_asker(asker)
@@ -264,7 +264,7 @@ void WellManagerDialog::showCurrentWell()
     m_header->clear();
     const QString key = currentWellKey();
     if (!key.isEmpty()) {
-        const host::Outcome<WellProperties> properties = m_store.properties(key);
+        const host::Outcome<survey::WellProperties> properties = m_store.properties(key);
         m_header->setText(properties.ok() ? headerLine(properties.value, m_store.depthUnit()) : properties.error);
         const QVector<host::LogInfo> logs = m_store.logs(key).value;
         m_logs->setRowCount(logs.size());
@@ -299,7 +299,7 @@ void WellManagerDialog::countSamples(int row)
         return;
     samples->setText(QString::number(log.value.depths.size()));
     if (!log.value.depths.isEmpty()) {
-        const DepthUnit unit = m_store.depthUnit();
+        const survey::DepthUnit unit = m_store.depthUnit();
         m_logs->item(row, TopColumn)->setText(depthText(log.value.depths.first(), unit));
         m_logs->item(row, BaseColumn)->setText(depthText(log.value.depths.last(), unit));
     }
@@ -327,7 +327,7 @@ void WellManagerDialog::editWell()
     const host::WellEntry well = currentWell();
     if (well.key.isEmpty())
         return;
-    const host::Outcome<WellProperties> properties = m_store.properties(well.key);
+    const host::Outcome<survey::WellProperties> properties = m_store.properties(well.key);
     if (!properties.ok()) {
         m_asker.warn(windowTitle(), properties.error);
         return;

@@ -27,7 +27,7 @@ class WellManagerDialog : public QDialog
     Q_OBJECT
 
 public:
-    WellManagerDialog(SurveyStore &store, base::Asker &asker, QWidget *parent = nullptr);
+    WellManagerDialog(survey::SurveyStore &store, base::Asker &asker, QWidget *parent = nullptr);
 
     /// Makes the well the current one; an unknown key changes nothing.
     void selectWell(const QString &key);
@@ -55,7 +55,7 @@ private:
     void deleteWell();
     void removeLog();
 
-    SurveyStore &m_store;
+    survey::SurveyStore &m_store;
     base::Asker &m_asker;
     QStandardItemModel *m_wells = nullptr;
     QSortFilterProxyModel *m_filtered = nullptr;

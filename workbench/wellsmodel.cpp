@@ -17,10 +17,11 @@ constexpr double largestPlainNumber = 1e12;
 constexpr int decimals = 2;
 const QLatin1String unknown("?");
 
-double numberOf(const WellSummary &well, int column)
+double numberOf(const survey::WellSummary &well, int column)
 {
     const auto count = [](int number) {
-        return number == WellSummary::unknownCount ? WellSummary::unknownNumber : static_cast<double>(number);
+        return number == survey::WellSummary::unknownCount ? survey::WellSummary::unknownNumber
+                                                           : static_cast<double>(number);
     };
     switch (column) {
     case WellsModel::XColumn:
@@ -38,7 +39,7 @@ double numberOf(const WellSummary &well, int column)
     }
 }
 
-QString textOf(const WellSummary &well, int column)
+QString textOf(const survey::WellSummary &well, int column)
 {
     if (column == WellsModel::NameColumn)
         return well.name;
@@ -54,7 +55,7 @@ QString textOf(const WellSummary &well, int column)
         base::formatFixed(std::fabs(number) * scale < 0.5 ? 0.0 : number, isCount ? 0 : decimals));
 }
 
-QVariant sortValue(const WellSummary &well, int row, int column)
+QVariant sortValue(const survey::WellSummary &well, int row, int column)
 {
     if (column == WellsModel::NameColumn)
         return row;
@@ -69,7 +70,7 @@ WellsModel::WellsModel(QObject *parent)
 {
 }
 
-void WellsModel::setWells(const QVector<WellSummary> &wells, DepthUnit unit)
+void WellsModel::setWells(const QVector<survey::WellSummary> &wells, survey::DepthUnit unit)
 {
     beginResetModel();
     m_wells = wells;
@@ -98,7 +99,7 @@ int WellsModel::columnCount(const QModelIndex &parent) const
 
 QVariant WellsModel::data(const QModelIndex &index, int role) const
 {
-    const WellSummary &well = m_wells.at(index.row());
+    const survey::WellSummary &well = m_wells.at(index.row());
     const int column = index.column();
     const bool isUnreadable = !well.error.isEmpty();
     switch (role) {
@@ -127,12 +128,12 @@ QVariant WellsModel::headerData(int section, Qt::Orientation orientation, int ro
         QStringLiteral("Well"),
         QStringLiteral("X"),
         QStringLiteral("Y"),
-        titleWithUnit(QStringLiteral("KB"), m_unit),
-        titleWithUnit(QStringLiteral("TD"), m_unit),
+        survey::titleWithUnit(QStringLiteral("KB"), m_unit),
+        survey::titleWithUnit(QStringLiteral("TD"), m_unit),
         QStringLiteral("Logs"),
         QStringLiteral("Markers"),
     };
-    const QString unitName = pluralName(m_unit);
+    const QString unitName = survey::pluralName(m_unit);
     const QStringList explanations{
         QStringLiteral("Name of the well"),
         QStringLiteral("Surface position, survey coordinates"),

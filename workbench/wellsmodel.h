@@ -20,8 +20,8 @@ public:
     explicit WellsModel(QObject *parent = nullptr);
 
     /// Elevations and depths of the wells are in \a unit.
-    void setWells(const QVector<WellSummary> &wells, DepthUnit unit = DepthUnit::Metre);
-    const QVector<WellSummary> &wells() const { return m_wells; }
+    void setWells(const QVector<survey::WellSummary> &wells, survey::DepthUnit unit = survey::DepthUnit::Metre);
+    const QVector<survey::WellSummary> &wells() const { return m_wells; }
     /// -1 when there is none.
     int rowOf(const QString &key) const;
 
@@ -31,8 +31,8 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    QVector<WellSummary> m_wells;
-    DepthUnit m_unit = DepthUnit::Metre;
+    QVector<survey::WellSummary> m_wells;
+    survey::DepthUnit m_unit = survey::DepthUnit::Metre;
 };
 
 } // namespace workbench

@@ -38,7 +38,7 @@ void WorkbenchHost::setWindow(QWidget *window, QMenu *menu)
 void WorkbenchHost::setSurvey(const QString &directory)
 {
     if (!directory.isEmpty())
-        removeSurveyLeftovers(directory);
+        survey::removeSurveyLeftovers(directory);
     m_store.setSurveyDirectory(directory);
     tell([](host::Listener &listener) { listener.surveyChanged(); });
 }

@@ -27,7 +27,7 @@ public:
     void setSurvey(const QString &directory);
     /// Tells the listeners that the program ends.
     void announceClosing();
-    SurveyStore &store() { return m_store; }
+    survey::SurveyStore &store() { return m_store; }
 
     QString surveyDirectory() const override;
     QString surveyName() const override;
@@ -47,7 +47,7 @@ private:
     void tell(const Call &call) const;
 
     QString m_dataFolder;
-    SurveyStore m_store;
+    survey::SurveyStore m_store;
     QPointer<QWidget> m_window;
     QPointer<QMenu> m_menu;
     QHash<int, QPointer<QAction>> m_actions;

@@ -179,7 +179,7 @@ bool WorkbenchWindow::hasSurvey() const
 bool WorkbenchWindow::openSurvey(const QString &path)
 {
     const QString folder = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-    const QString problem = surveyFolderProblem(folder);
+    const QString problem = survey::surveyFolderProblem(folder);
     if (!problem.isEmpty()) {
         m_asker.warn(QStringLiteral("Open survey"), problem);
         return false;
@@ -199,7 +199,7 @@ void WorkbenchWindow::openAtStart(const QString &given)
     const QString last = settings::lastSurvey();
     if (!given.isEmpty())
         openSurvey(given);
-    else if (!last.isEmpty() && isSurveyFolder(last))
+    else if (!last.isEmpty() && survey::isSurveyFolder(last))
         openSurvey(last);
 }
 
@@ -223,17 +223,17 @@ void WorkbenchWindow::refresh()
     const QScopedValueRollback<bool> reading(m_isReading, true);
     QApplication::setOverrideCursor(Qt::WaitCursor);
     m_readErrors.clear();
-    DepthUnit depthUnit = DepthUnit::Metre;
-    host::Outcome<QVector<WellSummary>> wells;
+    survey::DepthUnit depthUnit = survey::DepthUnit::Metre;
+    host::Outcome<QVector<survey::WellSummary>> wells;
     if (hasSurvey()) {
         m_wellsTime = wellsTime();
-        const host::Outcome<SurveyInfo> info = readSurveyInfo(m_host.surveyDirectory());
+        const host::Outcome<survey::SurveyInfo> info = survey::readSurveyInfo(m_host.surveyDirectory());
         depthUnit = info.value.depthUnit;
-        wells = readWellSummaries(m_host.store(), depthUnit);
+        wells = survey::readWellSummaries(m_host.store(), depthUnit);
         for (const QString &error : {info.error, wells.error})
             if (!error.isEmpty())
                 m_readErrors.append(error);
-        for (const WellSummary &well : wells.value)
+        for (const survey::WellSummary &well : wells.value)
             if (!well.error.isEmpty())
                 m_readErrors.append(well.error);
     }
@@ -278,7 +278,7 @@ void WorkbenchWindow::showListError(const QString &error)
 void WorkbenchWindow::showSurveyName()
 {
     const QString folder = m_host.surveyDirectory();
-    setWindowTitle(hasSurvey() ? readSurveyInfo(folder).value.name + QStringLiteral(" - ") + productName()
+    setWindowTitle(hasSurvey() ? survey::readSurveyInfo(folder).value.name + QStringLiteral(" - ") + productName()
                                : productName());
     m_status->setText(hasSurvey() ? QStringLiteral("%1  -  %2").arg(wellCountText(m_wellCount), folder)
                                   : QStringLiteral("No survey is open"));

@@ -144,6 +144,26 @@ QStringList allowedFolders(const QString &folder)
 
 const QRegularExpression includeLine(QStringLiteral("^\\s*#\\s*include\\s*[\"<]([^\">]+)[\">]"));
 
+// The first named namespace of a file that is neither its folder's nor its own, but for blocks that only announce
+// classes.
+QString foreignNamespace(const Source &source)
+{
+    static const QRegularExpression opening(QStringLiteral("^namespace (\\w+)(::\\w+)* \\{"));
+    static const QRegularExpression announcement(QStringLiteral("^\\s*((class|struct|enum class) \\w+;)?$"));
+    const QString own = source.folder.section(QLatin1Char('/'), -1);
+    for (int i = 0; i < source.lines.size(); ++i) {
+        const QString name = opening.match(source.lines.at(i)).captured(1);
+        if (name.isEmpty() || name == own || source.path.contains(QLatin1Char('/') + name + QLatin1Char('.')))
+            continue;
+        int line = i + 1;
+        while (line < source.lines.size() && announcement.match(source.lines.at(line)).hasMatch())
+            ++line;
+        if (!source.lines.value(line).startsWith(QLatin1Char('}')))
+            return name;
+    }
+    return {};
+}
+
 // Why an include is against the rules; empty when it is not.
 QString includeProblem(const Source &source, const QString &included)
 {
@@ -181,6 +201,7 @@ private slots:
     void whoHandlesEventsSaysSo();
     void includesFollowTheArrows();
     void includesNameExistingFiles();
+    void aFoldersNamesLiveInItsNamespace();
 
 private:
     QVector<Source> m_sources;
@@ -361,6 +382,25 @@ void TestSourceRules::includesNameExistingFiles()
         }
     }
     QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
+}
+
+void TestSourceRules::aFoldersNamesLiveInItsNamespace()
+{
+    const auto foreign = [](const char *folder, const char *text) {
+        return foreignNamespace(
+            {{}, QString::fromLatin1(folder), QString::fromLatin1(text).split(QLatin1Char('\n'))});
+    };
+    QCOMPARE(foreign("survey", "namespace workbench {\nint a();\n}"), QStringLiteral("workbench"));
+    QCOMPARE(foreign("survey", "namespace workbench::settings {\nclass A { };\n}"), QStringLiteral("workbench"));
+    QCOMPARE(foreign("survey", "namespace base {\nclass A;\n\nstruct B;\n}\nnamespace survey {\nint a();\n}"),
+             QString());
+    QCOMPARE(foreign("host/opendtect", "namespace opendtect {\nint a();\n}\nnamespace {\nint b();\n}"), QString());
+    int seen = 0;
+    for (const Source &source : qAsConst(m_sources)) {
+        QVERIFY2(foreignNamespace(source).isEmpty(), qPrintable(source.path));
+        seen += source.lines.filter(QStringLiteral("namespace survey {")).size();
+    }
+    QVERIFY(seen > 20);
 }
 
 LORVA_TEST_MAIN(TestSourceRules)

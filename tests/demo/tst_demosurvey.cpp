@@ -29,7 +29,7 @@ private slots:
 
     void isASurveyInAMarkedDataRoot()
     {
-        QVERIFY(workbench::isSurveyFolder(m_survey));
+        QVERIFY(survey::isSurveyFolder(m_survey));
         QVERIFY(QFileInfo::exists(m_folder.filePath(QStringLiteral("root/.omf"))));
         QCOMPARE(QDir(m_folder.filePath(QStringLiteral("root")))
                      .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
@@ -39,7 +39,7 @@ private slots:
     void wellsLogsAndMarkersAreThoseOfTheField()
     {
         const demo::Field field = demo::makeField();
-        workbench::SurveyStore store(m_survey);
+        survey::SurveyStore store(m_survey);
         const auto list = store.list();
         QVERIFY(list.ok());
         QCOMPARE(list.value.size(), field.wells.size());
@@ -71,7 +71,7 @@ private slots:
     void logValuesComeThroughTheLasFile()
     {
         const demo::Well well = demo::makeField().wells.first();
-        workbench::SurveyStore store(m_survey);
+        survey::SurveyStore store(m_survey);
         QString key;
         for (const host::WellEntry &entry : store.list().value)
             if (entry.name == well.name)

@@ -31,7 +31,7 @@ private slots:
     void thePluginIsLoadedFromThere()
     {
         const QString survey = m_folder.filePath("survey");
-        QCOMPARE(workbench::createSurvey(survey, {}).error, QString());
+        QCOMPARE(survey::createSurvey(survey, {}).error, QString());
         // The other plug-in closes the window; both are listed before.
         const ProgramRun started =
             runProgram(prefix() + "/bin/lorva-workbench",

@@ -41,8 +41,8 @@ private slots:
             log.depths.append(0.5f * static_cast<float>(i));
             log.values.append(1);
         }
-        workbench::SurveyStore &store = m_host->store();
-        files::write(logPath(), workbench::logFileBytes(log, "Feet", nullptr).value);
+        survey::SurveyStore &store = m_host->store();
+        files::write(logPath(), survey::logFileBytes(log, "Feet", nullptr).value);
         const QByteArray before = files::read(logPath());
         store.reload(key);
         const host::LogData read = wells().log(key, 0).value;
@@ -61,13 +61,13 @@ private slots:
         const float second = std::nextafter(first, 9000.0f);
         QVERIFY(host::feetToMetres(first) == host::feetToMetres(second)
                 || host::feetToMetres(second) == host::feetToMetres(std::nextafter(second, 9000.0f)));
-        files::write(markerPath("A"),
-                     workbench::markerFileBytes({{"First", first, Qt::red}, {"Second", second, Qt::red}}, "Feet", {},
-                                                {0, 9000}));
+        files::write(
+            markerPath("A"),
+            survey::markerFileBytes({{"First", first, Qt::red}, {"Second", second, Qt::red}}, "Feet", {}, {0, 9000}));
         QVector<host::Marker> markers = wells().markers(key).value;
         markers.append({"New", 30.48f, Qt::red});
         QVERIFY(wells().writeMarkers(key, markers).ok());
-        const auto stored = workbench::parseMarkerFile(files::read(markerPath("A")), {0, 9000}).value;
+        const auto stored = survey::parseMarkerFile(files::read(markerPath("A")), {0, 9000}).value;
         QCOMPARE(stored.size(), 3);
         QVERIFY(stored.at(0).depth == 100);
         QVERIFY(stored.at(1).depth == first);
@@ -77,7 +77,7 @@ private slots:
     void theOverviewKeepsFeet()
     {
         addInFeet(7000);
-        const auto summaries = workbench::readWellSummaries(m_host->store(), workbench::DepthUnit::Foot);
+        const auto summaries = survey::readWellSummaries(m_host->store(), survey::DepthUnit::Foot);
         QVERIFY(summaries.value.first().kbElevation == 100);
         QCOMPARE(summaries.value.first().totalDepth, 7000.0);
     }
@@ -105,13 +105,13 @@ private slots:
         files::write(survey + "/.survey", bytes);
         if (!defaults.isEmpty())
             files::write(survey + "/.defs", defaults);
-        QTEST(m_host->store().depthUnit() == workbench::DepthUnit::Foot, "isFeet");
+        QTEST(m_host->store().depthUnit() == survey::DepthUnit::Foot, "isFeet");
     }
 
 private:
     QString addInFeet(double totalDepth)
     {
-        workbench::WellProperties well;
+        survey::WellProperties well;
         well.name = "A";
         well.kbElevation = 100;
         well.groundElevation = 50;
@@ -121,8 +121,8 @@ private:
     QString logPath() { return host().surveyDirectory() + "/WellInfo/A^1.wll"; }
     host::LogData storedLog()
     {
-        workbench::LogFileHeader header;
-        return workbench::readLogFile(logPath(), &header).value;
+        survey::LogFileHeader header;
+        return survey::readLogFile(logPath(), &header).value;
     }
 };
 

@@ -36,7 +36,7 @@ protected:
     host::Host &host() override { return *m_host; }
     QString addWell(const host::WellHeader &header) override
     {
-        workbench::WellProperties properties;
+        survey::WellProperties properties;
         properties.name = header.name;
         properties.x = header.x;
         properties.y = header.y;
@@ -65,9 +65,9 @@ protected:
     QString newSurvey(const QString &name)
     {
         const QString path = m_folder->filePath("root/" + name);
-        workbench::NewSurvey survey;
+        survey::NewSurvey survey;
         survey.name = name;
-        const host::Status status = workbench::createSurvey(path, survey);
+        const host::Status status = survey::createSurvey(path, survey);
         if (!status.ok())
             qFatal("The test cannot make a survey: %s", qUtf8Printable(status.error));
         if (isInFeet())
@@ -75,7 +75,7 @@ protected:
         return path;
     }
 
-    static void toFeet(workbench::WellProperties *well)
+    static void toFeet(survey::WellProperties *well)
     {
         const auto convert = [](double metres) { return metres / host::metresPerFoot; };
         well->kbElevation = convert(well->kbElevation);

@@ -33,14 +33,15 @@ private slots:
         QVector<double> depths;
         for (int i = 0; i < values.size(); ++i)
             depths.append(10.0 * (i + 1));
-        QTEST(reports::breakZoneDepth(depths, values, -999.25), "expected");
+        QTEST(wellreports::breakZoneDepth(depths, values, -999.25), "expected");
     }
 
-    void breakZoneUsesTheLogsOwnNullValue() { QCOMPARE(reports::breakZoneDepth({1, 2, 3}, {5, 0, 6}, 0), 2.0); }
+    void breakZoneUsesTheLogsOwnNullValue() { QCOMPARE(wellreports::breakZoneDepth({1, 2, 3}, {5, 0, 6}, 0), 2.0); }
 
     void logsHeader()
     {
-        QCOMPARE(reports::logsHeaderLine(), QByteArray("Curve Name      Start Depth End Depth  Break Zone Depth\n"));
+        QCOMPARE(wellreports::logsHeaderLine(),
+                 QByteArray("Curve Name      Start Depth End Depth  Break Zone Depth\n"));
     }
 
     void logRow()
@@ -49,14 +50,14 @@ private slots:
         curve.logName = QStringLiteral("GR");
         curve.depths = {800.1234, 801, 802};
         curve.values = {1, nullSampleValue, 3};
-        QCOMPARE(reports::logLine(curve), QByteArray("GR              800.1234     802.0000     801.0000    \n"));
+        QCOMPARE(wellreports::logLine(curve), QByteArray("GR              800.1234     802.0000     801.0000    \n"));
     }
 
     void logRowWithoutSamples()
     {
         LogCurveData curve;
         curve.logName = QStringLiteral("EMPTY");
-        QCOMPARE(reports::logLine(curve), QByteArray("EMPTY           0.0000       0.0000       0.0000      \n"));
+        QCOMPARE(wellreports::logLine(curve), QByteArray("EMPTY           0.0000       0.0000       0.0000      \n"));
     }
 
     void aFieldLongerThanItsWidthIsWrittenWhole()
@@ -65,13 +66,13 @@ private slots:
         curve.logName = QStringLiteral("A_LOG_WITH_A_LONG_NAME");
         curve.depths = {123456789.5};
         curve.values = {1};
-        QCOMPARE(reports::logLine(curve),
+        QCOMPARE(wellreports::logLine(curve),
                  QByteArray("A_LOG_WITH_A_LONG_NAME 123456789.5000 123456789.5000 0.0000      \n"));
     }
 
     void markersHeader()
     {
-        QCOMPARE(reports::markersHeaderLine(),
+        QCOMPARE(wellreports::markersHeaderLine(),
                  QByteArray("Well Name       X          Y          MD         TVDSS      Marker Name    \n"));
     }
 
@@ -82,7 +83,7 @@ private slots:
         well.x = 500000.126;
         well.y = -12.5;
         const WellMarker marker{QStringLiteral("Top A"), 1234.5F, 1209.25, QColor()};
-        QCOMPARE(reports::markerLine(well, marker),
+        QCOMPARE(wellreports::markerLine(well, marker),
                  QByteArray("Aldra-1         500000.13  -12.50     1234.50    1209.25    Top A          \n"));
     }
 
@@ -90,7 +91,7 @@ private slots:
     {
         WellRecord well;
         const WellMarker marker{QStringLiteral("T"), 16777217.0F, 16777217.0, QColor()};
-        QVERIFY(reports::markerLine(well, marker).contains("16777216.00 16777216.00"));
+        QVERIFY(wellreports::markerLine(well, marker).contains("16777216.00 16777216.00"));
     }
 
     void widthsCountCharacters()
@@ -98,7 +99,7 @@ private slots:
         WellRecord well;
         well.wellName = QString::fromUtf8("Ålesund-Ø1");
         const WellMarker marker{QStringLiteral("T"), 1, 1, QColor()};
-        QVERIFY(QString::fromUtf8(reports::markerLine(well, marker))
+        QVERIFY(QString::fromUtf8(wellreports::markerLine(well, marker))
                     .startsWith(well.wellName + QStringLiteral("      0.00")));
     }
 };

@@ -46,7 +46,7 @@ QString openManyWells(const QString &name, const SurveySize &size)
     add(firstWell(size));
     const QDir folder(survey + QStringLiteral("/WellInfo"));
     const QString listPath = folder.filePath(QStringLiteral(".omf"));
-    workbench::ObjectList list = workbench::ObjectList::parse(files::read(listPath)).value;
+    survey::ObjectList list = survey::ObjectList::parse(files::read(listPath)).value;
     const QStringList first = folder.entryList({QStringLiteral("Well_0*")}, QDir::Files);
     for (int i = 1; i < size.wells; ++i) {
         const QString wellName = QStringLiteral("Well_%1").arg(i);

@@ -14,7 +14,7 @@ OdProgram::OdProgram(int &argc, char **argv)
     files::write(m_folder.filePath(QStringLiteral("settings/survey")), "Start\n");
     qputenv("DTECT_SETTINGS", m_folder.filePath(QStringLiteral("settings")).toUtf8());
     qputenv("DTECT_DATA", m_folder.filePath(QStringLiteral("root")).toUtf8());
-    const host::Status made = workbench::createSurvey(dataRoot() + QStringLiteral("/Start"), {});
+    const host::Status made = survey::createSurvey(dataRoot() + QStringLiteral("/Start"), {});
     if (!made.ok())
         qFatal("The test cannot make a survey: %s", qUtf8Printable(made.error));
 

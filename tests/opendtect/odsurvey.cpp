@@ -34,7 +34,7 @@ void fill(::Well::Data &data, const Well &well)
 {
     data.info().surfacecoord = Coord(well.header.x, well.header.y);
     data.info().groundelev = well.header.groundElevation;
-    for (const workbench::TrackPoint &point : well.track)
+    for (const survey::TrackPoint &point : well.track)
         data.track().addPoint(Coord3(point.x, point.y, point.z), static_cast<float>(point.md));
     for (const host::Marker &marker : well.markers) {
         const QColor color = marker.color;
@@ -91,13 +91,13 @@ Well read(const IOObj &stored)
 
 } // namespace
 
-QString open(const QString &name, workbench::DepthUnit unit)
+QString open(const QString &name, survey::DepthUnit unit)
 {
     const QString path = OdProgram::dataRoot() + QLatin1Char('/') + name;
-    const host::Status made = workbench::createSurvey(path, {});
+    const host::Status made = survey::createSurvey(path, {});
     if (!made.ok())
         qFatal("The test cannot make a survey: %s", qUtf8Printable(made.error));
-    if (unit == workbench::DepthUnit::Foot) {
+    if (unit == survey::DepthUnit::Foot) {
         const QByteArray info = files::read(path + QStringLiteral("/.survey"));
         files::write(path + QStringLiteral("/.survey"), QByteArray(info).replace("`D\n", "`F\n"));
     }

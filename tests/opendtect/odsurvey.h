@@ -8,14 +8,14 @@
 namespace odsurvey {
 
 /// Makes a new, empty survey and has the host make it current.
-QString open(const QString &name, workbench::DepthUnit unit = workbench::DepthUnit::Metre);
+QString open(const QString &name, survey::DepthUnit unit = survey::DepthUnit::Metre);
 /// Makes an existing survey below the data root current.
 void makeCurrent(const QString &name);
 
 struct Well
 {
     host::WellHeader header;
-    QVector<workbench::TrackPoint> track;
+    QVector<survey::TrackPoint> track;
     QVector<host::LogData> logs;
     QVector<host::Marker> markers;
 };

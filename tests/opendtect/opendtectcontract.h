@@ -85,7 +85,7 @@ protected:
     {
         static int number = 0;
         return odsurvey::open(QStringLiteral("Survey_%1").arg(++number),
-                              isInFeet() ? workbench::DepthUnit::Foot : workbench::DepthUnit::Metre);
+                              isInFeet() ? survey::DepthUnit::Foot : survey::DepthUnit::Metre);
     }
 
     QString m_survey;

@@ -9,7 +9,7 @@ namespace {
 
 constexpr float undefined = host::undefinedValue;
 
-workbench::TrackPoint point(double x, double y, double z, double md)
+survey::TrackPoint point(double x, double y, double z, double md)
 {
     return {x, y, z, md};
 }
@@ -90,9 +90,9 @@ QString difference(const host::WellHeader &left, const host::WellHeader &right)
     return {};
 }
 
-bool areSame(const QVector<workbench::TrackPoint> &left, const QVector<workbench::TrackPoint> &right)
+bool areSame(const QVector<survey::TrackPoint> &left, const QVector<survey::TrackPoint> &right)
 {
-    const auto isSame = [](const workbench::TrackPoint &a, const workbench::TrackPoint &b) {
+    const auto isSame = [](const survey::TrackPoint &a, const survey::TrackPoint &b) {
         return a.x == b.x && a.y == b.y && a.z == b.z && a.md == b.md;
     };
     return std::equal(left.begin(), left.end(), right.begin(), right.end(), isSame);

@@ -144,7 +144,7 @@ private slots:
     void reloadTakesInWhatAnotherProgramWrote()
     {
         Well::Data *loaded = Well::MGR().get(idOf(m_key));
-        workbench::SurveyStore other(m_survey);
+        survey::SurveyStore other(m_survey);
         QVERIFY(other.writeLog(m_key, smallLog("RHOB", 5)).ok());
         QVERIFY(other.writeMarkers(m_key, {{"Other", 10, Qt::red}}).ok());
         QCOMPARE(m_wells->log(m_key, 1).value.values.size(), 4);
@@ -340,7 +340,7 @@ private slots:
     void markersThatAnotherProgramChangedAreMerged()
     {
         QVector<host::Marker> mine = m_wells->markers(m_key).value;
-        workbench::SurveyStore other(m_survey);
+        survey::SurveyStore other(m_survey);
         QVector<host::Marker> theirs = other.markers(m_key).value;
         theirs.append({"Theirs", 700, Qt::green});
         QVERIFY(other.writeMarkers(m_key, theirs).ok());

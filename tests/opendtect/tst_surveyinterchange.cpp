@@ -7,18 +7,18 @@
 #include "survey/wellnames.h"
 #include "surveycontents.h"
 
-using workbench::SurveyStore;
+using survey::SurveyStore;
 
 namespace {
 
 QString wellPath(const QString &survey, const QString &wellName)
 {
-    return survey + QStringLiteral("/WellInfo/") + workbench::cleanedStem(wellName) + QStringLiteral(".well");
+    return survey + QStringLiteral("/WellInfo/") + survey::cleanedStem(wellName) + QStringLiteral(".well");
 }
 
-workbench::WellProperties propertiesOf(const host::WellHeader &header)
+survey::WellProperties propertiesOf(const host::WellHeader &header)
 {
-    workbench::WellProperties properties;
+    survey::WellProperties properties;
     properties.name = header.name;
     properties.x = header.x;
     properties.y = header.y;
@@ -29,11 +29,11 @@ workbench::WellProperties propertiesOf(const host::WellHeader &header)
 }
 
 // The workbench makes vertical wells; a bent track is given to it as a file that it writes itself.
-void bendTrack(const QString &path, const QVector<workbench::TrackPoint> &track)
+void bendTrack(const QString &path, const QVector<survey::TrackPoint> &track)
 {
-    workbench::WellFile file = workbench::parseWellFile(files::read(path)).value;
+    survey::WellFile file = survey::parseWellFile(files::read(path)).value;
     file.track = track;
-    files::write(path, workbench::wellFileBytes(file));
+    files::write(path, survey::wellFileBytes(file));
 }
 
 void writeWithWorkbench(const QString &survey, const QVector<odsurvey::Well> &wells)
@@ -75,7 +75,7 @@ void addTracks(const QString &survey, QVector<odsurvey::Well> *wells)
     const QStringList names = folder.entryList({QStringLiteral("*.well")}, QDir::Files, QDir::Name);
     for (odsurvey::Well &well : *wells)
         for (const QString &name : names) {
-            const workbench::WellFile file = workbench::parseWellFile(files::read(folder.filePath(name))).value;
+            const survey::WellFile file = survey::parseWellFile(files::read(folder.filePath(name))).value;
             if (file.track.first().x == well.header.x)
                 well.track = file.track;
         }
@@ -100,7 +100,7 @@ private slots:
     void theHostReadsTheNamesOfTheSurvey()
     {
         const QString survey = odsurvey::open("Ærø 2");
-        QCOMPARE(workbench::readSurveyInfo(survey).value.folderName, QString("Ærø 2"));
+        QCOMPARE(survey::readSurveyInfo(survey).value.folderName, QString("Ærø 2"));
         writeWithWorkbench(survey, {surveycontents::wells().last()});
         QCOMPARE(odsurvey::readAll().size(), 1);
     }

@@ -110,9 +110,9 @@ private:
     QTemporaryDir m_folder;
 };
 
-inline workbench::WellProperties properties(const char *name)
+inline survey::WellProperties properties(const char *name)
 {
-    workbench::WellProperties well;
+    survey::WellProperties well;
     well.name = QString::fromUtf8(name);
     well.x = 502500;
     well.y = 6003000;

@@ -11,7 +11,7 @@
 #include <sys/stat.h>
 
 using namespace survey_fixture;
-using workbench::SurveyStore;
+using survey::SurveyStore;
 
 namespace {
 

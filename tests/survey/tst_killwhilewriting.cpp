@@ -13,8 +13,8 @@
 #include <unistd.h>
 
 using namespace survey_fixture;
-using workbench::SurveyStore;
-using workbench::WellProperties;
+using survey::SurveyStore;
+using survey::WellProperties;
 
 namespace {
 
@@ -291,8 +291,8 @@ void fill(const Survey &survey)
     survey.write(".omf", wellList({{"State 1", "a.well"}, {"B", "b.well"}}));
     for (const char *stem : {"a", "b"}) {
         const auto name = [stem](const char *ending) { return QByteArray(stem) + ending; };
-        survey.write(name(".well").constData(), workbench::wellFileBytes(workbench::makeWellFile(wellOf(1))));
-        survey.write(name("^1.wll").constData(), workbench::logFileBytes(logOf(1), "Meter", nullptr).value);
+        survey.write(name(".well").constData(), survey::wellFileBytes(survey::makeWellFile(wellOf(1))));
+        survey.write(name("^1.wll").constData(), survey::logFileBytes(logOf(1), "Meter", nullptr).value);
         survey.write(name(".wlm").constData(), header("Well Markers") + "Depth-Unit: Meter\n");
     }
     SurveyStore store(survey.path());

@@ -5,7 +5,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-using workbench::WellProposal;
+using survey::WellProposal;
 
 class TestLasWellProposal : public QObject
 {
@@ -39,7 +39,7 @@ private:
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
             qFatal("cannot write %s", qPrintable(path));
         file.close();
-        return workbench::proposeWell(path, las::readHeader(path).header);
+        return survey::proposeWell(path, las::readHeader(path).header);
     }
 
     QTemporaryDir m_folder;
@@ -245,10 +245,10 @@ void TestLasWellProposal::notes()
 
 void TestLasWellProposal::emptyHeader()
 {
-    const WellProposal proposal = workbench::proposeWell(QStringLiteral("/a/b.c.las"), las::Header());
+    const WellProposal proposal = survey::proposeWell(QStringLiteral("/a/b.c.las"), las::Header());
     QCOMPARE(proposal.name, QStringLiteral("b.c"));
     QCOMPARE(proposal.notes.size(), 5);
-    QVERIFY(workbench::proposeWell(QString(), las::Header()).name.isEmpty());
+    QVERIFY(survey::proposeWell(QString(), las::Header()).name.isEmpty());
 }
 
 void TestLasWellProposal::realFiles_data()
@@ -298,7 +298,7 @@ void TestLasWellProposal::realFiles()
     const QString path = QStringLiteral(LORVA_SHARED_DIR "/las/") + name;
     const las::HeaderResult header = las::readHeader(path);
     QVERIFY2(header.error.isEmpty(), qPrintable(header.error));
-    const WellProposal p = workbench::proposeWell(path, header.header);
+    const WellProposal p = survey::proposeWell(path, header.header);
     const auto text = [](double value) { return QString::number(value, 'f', 1); };
     QCOMPARE(QStringLiteral("%1 | %2 %3 | %4 %5 | %6")
                  .arg(p.name, text(p.x), text(p.y), text(p.kbM), text(p.groundM), text(p.totalDepthM)),

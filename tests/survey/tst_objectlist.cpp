@@ -2,7 +2,7 @@
 #include "survey/objectlist.h"
 #include "surveyfixture.h"
 
-using namespace workbench;
+using namespace survey;
 using namespace survey_fixture;
 
 class TestObjectList : public QObject

@@ -10,7 +10,7 @@
 #include <clocale>
 #include <sys/stat.h>
 
-using namespace workbench;
+using namespace survey;
 using survey_fixture::header;
 
 class TestOdFile : public QObject

@@ -10,7 +10,7 @@
 
 #include <cmath>
 
-using workbench::SurveyStore;
+using survey::SurveyStore;
 
 namespace {
 
@@ -93,7 +93,7 @@ void TestRealSurvey::readsTracks()
     for (const QJsonValue &well : qAsConst(m_wells)) {
         const QString path = m_survey + QStringLiteral("/WellInfo/")
             + stems.value(well[QStringLiteral("id")].toString()) + QStringLiteral(".well");
-        const host::Outcome<workbench::WellFile> file = workbench::parseWellFile(files::read(path));
+        const host::Outcome<survey::WellFile> file = survey::parseWellFile(files::read(path));
         QVERIFY(file.ok() && !file.value.isTrackCut);
         QCOMPARE(file.value.keys.text("Unique Well ID"), well[QStringLiteral("uwi")].toString());
         QCOMPARE(file.value.keys.text("Operator"), well[QStringLiteral("operator")].toString());
@@ -102,7 +102,7 @@ void TestRealSurvey::readsTracks()
         const QJsonArray track = well[QStringLiteral("track")].toArray();
         QCOMPARE(file.value.track.size(), track.size());
         for (int i = 0; i < track.size(); ++i) {
-            const workbench::TrackPoint &point = file.value.track.at(i);
+            const survey::TrackPoint &point = file.value.track.at(i);
             QVERIFY(isNear(point.md, track.at(i)[0]) && isNear(point.x, track.at(i)[1]));
             QVERIFY(isNear(point.y, track.at(i)[2]) && isNear(point.z, track.at(i)[3]));
         }
@@ -168,7 +168,7 @@ void TestRealSurvey::readingChangesNoByte()
     QVERIFY(before.size() > 30);
     for (const QString &path : {copy, m_survey}) {
         SurveyStore store(path);
-        QVERIFY(workbench::readSurveyInfo(path).ok());
+        QVERIFY(survey::readSurveyInfo(path).ok());
         const host::Outcome<QVector<host::WellEntry>> wells = store.list();
         for (const host::WellEntry &well : wells.value) {
             QVERIFY(store.properties(well.key).ok());

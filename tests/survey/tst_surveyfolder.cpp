@@ -12,7 +12,7 @@
 #include <limits>
 #include <sys/stat.h>
 
-using namespace workbench;
+using namespace survey;
 using survey_fixture::header;
 using survey_fixture::withoutDate;
 

@@ -10,7 +10,7 @@
 #include <unistd.h>
 
 using namespace survey_fixture;
-using workbench::SurveyStore;
+using survey::SurveyStore;
 
 namespace {
 
@@ -61,7 +61,7 @@ void TestSurveyLinks::wellFolderThatLeadsOut()
     QVERIFY(QDir().rename(m_survey->wells(), outside("wells")));
     QVERIFY(QFile::link(outside("wells"), m_survey->wells()));
     const auto before = files::snapshot(m_outside->path());
-    workbench::removeSurveyLeftovers(m_survey->path());
+    survey::removeSurveyLeftovers(m_survey->path());
     SurveyStore store(m_survey->path());
     const QString error = store.list().error;
     QVERIFY2(error.contains(QStringLiteral("a link that leads out of the survey")), qPrintable(error));
@@ -148,7 +148,7 @@ void TestSurveyLinks::leftoversGoWhenASurveyIsOpened()
     SurveyStore store(m_survey->path());
     QVERIFY(store.list().ok());
     QVERIFY(m_survey->names().contains(QStringLiteral(".lorva-abc123"))); // reading removes nothing
-    workbench::removeSurveyLeftovers(m_survey->path());
+    survey::removeSurveyLeftovers(m_survey->path());
     QCOMPARE(m_survey->names().filter(QStringLiteral(".lorva")), QStringList{QStringLiteral(".lorva-mine.txt")});
     QVERIFY(!QFileInfo::exists(m_survey->path() + QStringLiteral("/.lorva-ABCDEF")));
 }
@@ -167,11 +167,11 @@ void TestSurveyLinks::longNamesAreCut()
     QCOMPARE(store.logs(well).value.first().name, cut);
     QCOMPARE(store.log(well, 0).value.name, cut);
     QCOMPARE(store.markers(well).value.first().name, cut);
-    QCOMPARE(workbench::shownText(QByteArray(4096, 'n')), QString(4096, 'n'));
+    QCOMPARE(survey::shownText(QByteArray(4096, 'n')), QString(4096, 'n'));
     const QByteArray wide = QByteArray(4095, 'n')
         + "\xC3\xA4"
           "end"; // not within a character
-    QCOMPARE(workbench::shownText(wide), QString(4095, 'n') + QStringLiteral("…"));
+    QCOMPARE(survey::shownText(wide), QString(4095, 'n') + QStringLiteral("…"));
 }
 
 void TestSurveyLinks::longNamesStayInTheirFiles()

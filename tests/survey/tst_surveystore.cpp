@@ -14,8 +14,8 @@
 #include <unistd.h>
 
 using namespace survey_fixture;
-using workbench::SurveyStore;
-using workbench::WellProperties;
+using survey::SurveyStore;
+using survey::WellProperties;
 
 namespace {
 
@@ -813,7 +813,7 @@ void TestSurveyStore::takesAVeryLongName()
             const host::Outcome<QString> key = store.addWell(well);
             QCOMPARE(key.error.left(200), QString());
             QVERIFY(store.writeLog(key.value, log("GR", {1})).ok());
-            QCOMPARE(store.header(key.value).value.name, workbench::shownText(name.toUtf8()));
+            QCOMPARE(store.header(key.value).value.name, survey::shownText(name.toUtf8()));
         }
         const QStringList found = survey.names();
         for (const QString &file : found)

@@ -12,7 +12,7 @@
 #include <unistd.h>
 
 using namespace survey_fixture;
-using workbench::SurveyStore;
+using survey::SurveyStore;
 
 namespace {
 
@@ -305,9 +305,9 @@ void TestTwoWriters::aWellThatChangedMeanwhileIsNotWrittenOver()
     fill(survey);
     SurveyStore mine(survey.path());
     SurveyStore theirs(survey.path());
-    workbench::WellProperties first = mine.properties(well).value;
+    survey::WellProperties first = mine.properties(well).value;
     first.totalDepth = 2600;
-    workbench::WellProperties second = theirs.properties(well).value;
+    survey::WellProperties second = theirs.properties(well).value;
     second.groundElevation = 3;
     QVERIFY(theirs.changeWell(well, second).ok());
     QVERIFY(!mine.changeWell(well, first).ok());

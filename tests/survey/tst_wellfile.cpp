@@ -4,7 +4,7 @@
 
 #include <limits>
 
-using namespace workbench;
+using namespace survey;
 using namespace survey_fixture;
 
 namespace {

@@ -214,7 +214,7 @@ void TestCommandLine::programMakesTheDemo()
     const Run made = program.run({QStringLiteral("--demo"), QStringLiteral("demo field")}); // relative
     QCOMPARE(made.exitCode, 0);
     QCOMPARE(made.output, folder + QLatin1Char('\n'));
-    QVERIFY(workbench::isSurveyFolder(folder));
+    QVERIFY(survey::isSurveyFolder(folder));
     const Run again = program.run({QStringLiteral("--demo"), folder});
     QCOMPARE(again.exitCode, 1);
     QCOMPARE(again.output, QString());
@@ -225,9 +225,9 @@ void TestCommandLine::programStartsAndEndsInOrder()
 {
     const Program program;
     const QString survey = program.path(QStringLiteral("survey"));
-    workbench::NewSurvey description;
+    survey::NewSurvey description;
     description.name = QStringLiteral("Test field");
-    QCOMPARE(workbench::createSurvey(survey, description).error, QString());
+    QCOMPARE(survey::createSurvey(survey, description).error, QString());
     const Run run = program.run({QStringLiteral("--plugin-dir"), QStringLiteral(LORVA_BINARY_DIR "/tests/plugins"),
                                  QStringLiteral("--survey"), QStringLiteral("survey")});
     QCOMPARE(run.exitCode, 0);
@@ -247,7 +247,7 @@ void TestCommandLine::programReopensTheLastSurvey()
     const QString plugins = QStringLiteral(LORVA_BINARY_DIR "/tests/plugins");
     const QString survey = program.path(QStringLiteral("survey"));
     QVERIFY(program.run({}, plugins).output.contains(QLatin1String("survey: \ntitle: LORVA Workbench\n")));
-    QCOMPARE(workbench::createSurvey(survey, {}).error, QString());
+    QCOMPARE(survey::createSurvey(survey, {}).error, QString());
     QVERIFY(program.run({survey}, plugins).output.contains(QStringLiteral("survey: %1\n").arg(survey)));
     QVERIFY(program.run({}, plugins).output.contains(QStringLiteral("survey: %1\n").arg(survey)));
     QVERIFY(QFile::remove(survey + QStringLiteral("/.survey")));

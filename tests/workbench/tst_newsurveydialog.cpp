@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+using namespace survey;
 using namespace workbench;
 
 namespace {

@@ -15,6 +15,7 @@
 #include <QPushButton>
 #include <QTableView>
 
+using namespace survey;
 using namespace workbench;
 
 namespace {

@@ -18,6 +18,7 @@
 #include <QTableWidget>
 #include <QTest>
 
+using namespace survey;
 using namespace workbench;
 
 namespace {

@@ -24,6 +24,7 @@
 #include <QTableWidget>
 #include <QToolButton>
 
+using namespace survey;
 using namespace workbench;
 
 namespace {
