@@ -1,0 +1,423 @@
+#include "support/memoryhost.h"
+#include "support/testmain.h"
+#include "workbench/basemap.h"
+#include "workbench/messagespanel.h"
+#include "workbench/wellmanagerdialog.h"
+#include "workbench/wellsmodel.h"
+#include "workbenchwindowfixture.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QToolButton>
+
+using namespace survey;
+using namespace workbench;
+
+namespace {
+
+/// Counts what is read of wells.
+class CountingHost : public MemoryHost
+{
+public:
+    int lists = 0;
+    int headers = 0;
+    int logLists = 0;
+    int logReads = 0;
+    int markerReads = 0;
+
+    host::Outcome<QVector<host::WellEntry>> list() override
+    {
+        ++lists;
+        return MemoryHost::list();
+    }
+    host::Outcome<host::WellHeader> header(const QString &key) override
+    {
+        ++headers;
+        return MemoryHost::header(key);
+    }
+    host::Outcome<QVector<host::LogInfo>> logs(const QString &key) override
+    {
+        ++logLists;
+        return MemoryHost::logs(key);
+    }
+    host::Outcome<host::LogData> log(const QString &key, int index) override
+    {
+        ++logReads;
+        return MemoryHost::log(key, index);
+    }
+    host::Outcome<QVector<host::Marker>> markers(const QString &key) override
+    {
+        ++markerReads;
+        return MemoryHost::markers(key);
+    }
+};
+
+} // namespace
+
+class TestSurveyOverview : public WorkbenchWindowTest
+{
+    Q_OBJECT
+
+private slots:
+    void init() { setUp(); }
+    void cleanup() { tearDown(); }
+    void showsTheRealSurvey();
+    void sortsByNumber();
+    void filters();
+    void selectionGoesBothWays();
+    void doubleClickOpensTheManagerAtTheWell();
+    void emptySurveyShowsWhatToDo();
+    void damagedFilesAreListed();
+    void unreadableWellsStayInTheTable();
+    void unreadableListIsToldOnce();
+    void damageOfTheListStaysTold();
+    void aCutLogIsTold();
+    void whatAPluginFindsIsToldAtOnce();
+    void feetAreCalledFeet();
+    void summariesAreReadInOnePass();
+    void modelOfManyWells();
+    void modelOfOddNumbers();
+};
+
+void TestSurveyOverview::showsTheRealSurvey()
+{
+    const QString survey = copyOfRealSurvey();
+    if (survey.isEmpty())
+        QSKIP("The folder of real data has no od-survey.");
+    const auto before = files::snapshot(survey);
+    QVERIFY(m_window->openSurvey(survey + QStringLiteral("/"))); // a separator at the end does not matter
+    QCOMPARE(m_host->surveyDirectory(), survey);
+    QCOMPARE(m_window->windowTitle(), QStringLiteral("Probe survey - LORVA Workbench"));
+    QVERIFY(isOverviewShown());
+    QCOMPARE(table()->rowCount(), 2);
+    QCOMPARE(rowTexts(table(), 0).join(QLatin1Char('|')),
+             QStringLiteral("Probe 2/A|504000.25|6005000.50|30.00|2000.00|4|5"));
+    QCOMPARE(rowTexts(table(), 1).join(QLatin1Char('|')),
+             QStringLiteral("Probe-1|502500.00|6003000.00|25.00|2500.00|4|5"));
+    QCOMPARE(table()->index(0, 1).data(Qt::TextAlignmentRole).toInt(),
+             static_cast<int>(Qt::AlignRight | Qt::AlignVCenter));
+    QCOMPARE(find<BaseMap>("baseMap")->wellPixels().size(), 2);
+    QVERIFY(!find<MessagesPanel>("messagesPanel")->isVisible());
+    QVERIFY(find<QLabel>("statusLabel")->text().startsWith(QLatin1String("2 wells")));
+    QVERIFY(m_window->utilitiesMenu()->menuAction()->isEnabled());
+    QVERIFY(m_asker.boxes.isEmpty());
+    QCOMPARE(files::snapshot(survey), before); // opening changes nothing
+}
+
+void TestSurveyOverview::sortsByNumber()
+{
+    const QString survey = newSurvey(QStringLiteral("S"));
+    for (const auto &well : {std::make_pair("b", 900.0), std::make_pair("A", 10000.0), std::make_pair("C", 1000.0)})
+        addWell(survey, QLatin1String(well.first), well.second, 5);
+    QVERIFY(m_window->openSurvey(survey));
+    QCOMPARE(columnTexts(table(), 0).join(QLatin1Char(' ')), QStringLiteral("A b C")); // as the host sorts names
+    find<QTableView>("wellsTable")->sortByColumn(WellsModel::XColumn, Qt::AscendingOrder);
+    QCOMPARE(columnTexts(table(), 0).join(QLatin1Char(' ')), QStringLiteral("b C A"));
+    find<QTableView>("wellsTable")->sortByColumn(WellsModel::XColumn, Qt::DescendingOrder);
+    QCOMPARE(columnTexts(table(), 0).join(QLatin1Char(' ')), QStringLiteral("A C b"));
+    // The map still counts wells in the host's order.
+    QSignalSpy clicked(find<BaseMap>("baseMap"), &BaseMap::wellClicked);
+    auto *map = find<BaseMap>("baseMap");
+    QTest::mouseClick(map, Qt::LeftButton, {}, map->wellPixels().at(0).toPoint());
+    QCOMPARE(find<QTableView>("wellsTable")->currentIndex().siblingAtColumn(0).data().toString(),
+             QStringLiteral("A"));
+}
+
+void TestSurveyOverview::filters()
+{
+    const QString survey = newSurvey(QStringLiteral("S"));
+    for (const char *name : {"Alpha 1", "Alpha 2", "Beta"})
+        addWell(survey, QLatin1String(name), 100, 100);
+    QVERIFY(m_window->openSurvey(survey));
+    QTest::keyClick(find<QTableView>("wellsTable"), Qt::Key_F, Qt::ControlModifier);
+    QCOMPARE(QApplication::focusWidget(), static_cast<QWidget *>(find<QLineEdit>("filterEdit")));
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("alpha"));
+    QCOMPARE(table()->rowCount(), 2);
+    find<QLineEdit>("filterEdit")->setText(QStringLiteral(".*")); // a text, no pattern
+    QCOMPARE(table()->rowCount(), 0);
+}
+
+void TestSurveyOverview::selectionGoesBothWays()
+{
+    const QString survey = newSurvey(QStringLiteral("S"));
+    addWell(survey, QStringLiteral("A"), 1000, 1000);
+    addWell(survey, QStringLiteral("B"), 5000, 3000);
+    QVERIFY(m_window->openSurvey(survey));
+    auto *view = find<QTableView>("wellsTable");
+    auto *map = find<BaseMap>("baseMap");
+    QCOMPARE(map->selectedWell(), -1);
+    QTest::mouseClick(map, Qt::LeftButton, {}, map->wellPixels().at(1).toPoint());
+    QCOMPARE(view->selectionModel()->selectedRows().first().data().toString(), QStringLiteral("B"));
+    QCOMPARE(map->selectedWell(), 1);
+    QTest::keyClick(view, Qt::Key_Up);
+    QCOMPARE(map->selectedWell(), 0);
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(table()->index(1, 3)).center());
+    QCOMPARE(map->selectedWell(), 1);
+    // A well that a filter hides is shown again when the map is clicked.
+    find<QLineEdit>("filterEdit")->setText(QStringLiteral("B"));
+    QTest::mouseClick(map, Qt::LeftButton, {}, map->wellPixels().at(0).toPoint());
+    QCOMPARE(view->currentIndex().siblingAtColumn(0).data().toString(), QStringLiteral("A"));
+    // Reading again keeps the selection.
+    trigger("refreshAction");
+    QCOMPARE(map->selectedWell(), 0);
+}
+
+void TestSurveyOverview::doubleClickOpensTheManagerAtTheWell()
+{
+    const QString survey = newSurvey(QStringLiteral("S"));
+    addWell(survey, QStringLiteral("A"), 1000, 1000);
+    addWell(survey, QStringLiteral("B"), 5000, 3000);
+    QVERIFY(m_window->openSurvey(survey));
+    QString key;
+    onNextDialog(QStringLiteral("wellManagerDialog"), [&key](QDialog *dialog) {
+        key = static_cast<WellManagerDialog *>(dialog)->currentWellKey();
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    });
+    auto *view = find<QTableView>("wellsTable");
+    view->setCurrentIndex(table()->index(1, 0));
+    QTest::keyClick(view, Qt::Key_Return);
+    QCOMPARE(key, QStringLiteral("100050.3"));
+}
+
+void TestSurveyOverview::emptySurveyShowsWhatToDo()
+{
+    QVERIFY(m_window->openSurvey(newSurvey(QStringLiteral("Empty"))));
+    QVERIFY(!isOverviewShown());
+    QCOMPARE(find<QLabel>("hintHeading")->text(), QStringLiteral("This survey has no wells yet"));
+    QTRY_VERIFY(find<QPushButton>("newWellsActionButton")->isVisible());
+    QVERIFY(find<QAction>("manageWellsAction")->isEnabled());
+    QCOMPARE(m_window->windowTitle(), QStringLiteral("Empty - LORVA Workbench"));
+}
+
+void TestSurveyOverview::damagedFilesAreListed()
+{
+    const QString survey = copyOfRealSurvey();
+    if (survey.isEmpty())
+        QSKIP("The folder of real data has no od-survey.");
+    files::write(survey + QStringLiteral("/WellInfo/Probe-1^2.wll"), "rubbish");
+    QVERIFY(m_window->openSurvey(survey));
+    auto *panel = find<MessagesPanel>("messagesPanel");
+    QVERIFY(panel->isVisible());
+    QCOMPARE(panel->messages().size(), 1);
+    QVERIFY(panel->messages().first().contains(QLatin1String("Probe-1^2.wll")));
+    QCOMPARE(table()->index(1, WellsModel::LogsColumn).data().toString(), QStringLiteral("3"));
+    // It folds away and comes back.
+    auto *title = find<QToolButton>("messagesTitle");
+    QVERIFY(title->text().startsWith(QLatin1String("1 message")));
+    QTest::mouseClick(title, Qt::LeftButton);
+    QVERIFY(!find<QListWidget>("messagesList")->isVisible());
+    QTest::mouseClick(title, Qt::LeftButton);
+    QVERIFY(find<QListWidget>("messagesList")->isVisible());
+    // Repaired and read again: gone.
+    QVERIFY(QFile::remove(survey + QStringLiteral("/WellInfo/Probe-1^4.wll")));
+    QVERIFY(QFile::remove(survey + QStringLiteral("/WellInfo/Probe-1^3.wll")));
+    QVERIFY(QFile::remove(survey + QStringLiteral("/WellInfo/Probe-1^2.wll")));
+    trigger("refreshAction");
+    QVERIFY(!panel->isVisible());
+    QVERIFY(m_asker.boxes.isEmpty());
+}
+
+void TestSurveyOverview::unreadableWellsStayInTheTable()
+{
+    const QString survey = copyOfRealSurvey();
+    if (survey.isEmpty())
+        QSKIP("The folder of real data has no od-survey.");
+    QVERIFY(QFile::remove(survey + QStringLiteral("/WellInfo/Probe-1.well")));
+    QVERIFY(m_window->openSurvey(survey));
+    QCOMPARE(table()->rowCount(), 2);
+    QCOMPARE(rowTexts(table(), 1).join(QLatin1Char('|')), QStringLiteral("Probe-1|?|?|?|?|4|?"));
+    QVERIFY(table()->index(1, 0).data(Qt::ToolTipRole).toString().contains(QLatin1String("Probe-1.well")));
+    QVERIFY(find<MessagesPanel>("messagesPanel")->messages().first().contains(QLatin1String("Probe-1.well")));
+    for (Qt::SortOrder order : {Qt::AscendingOrder, Qt::DescendingOrder}) {
+        find<QTableView>("wellsTable")->sortByColumn(WellsModel::XColumn, order);
+        QCOMPARE(table()->rowCount(), 2);
+    }
+}
+
+void TestSurveyOverview::unreadableListIsToldOnce()
+{
+    const QString survey = newSurvey(QStringLiteral("S"));
+    files::write(survey + QStringLiteral("/WellInfo/.omf"), "rubbish");
+    QVERIFY(m_window->openSurvey(survey));
+    QCOMPARE(m_asker.boxes.size(), 1);
+    QVERIFY(m_asker.boxes.first().text.contains(survey + QStringLiteral("/WellInfo/.omf")));
+    QCOMPARE(find<MessagesPanel>("messagesPanel")->messages(), QStringList{m_asker.boxes.first().text});
+    QCOMPARE(find<QLabel>("hintText")->text(), m_asker.boxes.first().text);
+    trigger("refreshAction");
+    QCOMPARE(m_asker.boxes.size(), 1);
+    QVERIFY(m_window->openSurvey(survey)); // opened anew: told anew
+    QCOMPARE(m_asker.boxes.size(), 2);
+}
+
+// The list can be read but for an entry: it is told as long as the list is what it is.
+void TestSurveyOverview::damageOfTheListStaysTold()
+{
+    const QString survey = newSurvey(QStringLiteral("S"));
+    addWell(survey, QStringLiteral("A"), 1, 1);
+    const QString list = survey + QStringLiteral("/WellInfo/.omf");
+    const QByteArray whole = files::read(list);
+    files::write(list, whole + "Lost\nWell: dGB`Stream\n!\n");
+    QTest::qWait(20); // a file whose time is settled is not read again
+    QVERIFY(m_window->openSurvey(survey));
+    const auto *panel = find<MessagesPanel>("messagesPanel");
+    const QStringList told = panel->messages();
+    QCOMPARE(told.size(), 1);
+    QVERIFY(told.first().contains(list) && told.first().contains(QLatin1String("Lost")));
+    for (int i = 0; i < 2; ++i) {
+        QTest::keyClick(m_window.get(), Qt::Key_F5);
+        QCOMPARE(panel->messages(), told);
+    }
+    QVERIFY(QFile::remove(list));
+    files::write(list, whole);
+    QTest::keyClick(m_window.get(), Qt::Key_F5);
+    QVERIFY(panel->messages().isEmpty());
+}
+
+void TestSurveyOverview::aCutLogIsTold()
+{
+    const QString survey = newSurvey(QStringLiteral("S"));
+    addWell(survey, QStringLiteral("A"), 1, 1);
+    {
+        SurveyStore store(survey);
+        QVERIFY(
+            store.writeLog(store.list().value.first().key, {QStringLiteral("GR"), {}, {1, 2, 3}, {4, 5, 6}}).ok());
+    }
+    const QString file = survey + QStringLiteral("/WellInfo/A^1.wll");
+    const QByteArray whole = files::read(file);
+    files::write(file, whole.left(whole.size() - 3));
+    QVERIFY(m_window->openSurvey(survey)); // which reads no samples
+    const auto *panel = find<MessagesPanel>("messagesPanel");
+    QCOMPARE(panel->messages(), QStringList{file + QStringLiteral(": its last sample is cut off.")});
+}
+
+void TestSurveyOverview::whatAPluginFindsIsToldAtOnce()
+{
+    const QString survey = newSurvey(QStringLiteral("S"));
+    addWell(survey, QStringLiteral("A"), 1, 1);
+    const QString file = survey + QStringLiteral("/WellInfo/A^1.wll");
+    const QByteArray header =
+        "dTect V6.6\nWell Log\nFri 20 Nov 2026, 17:09:32\n!\nName: GR\nStorage type: Ascii\n!\n";
+    files::write(file, header + "1 2\n3 four\n");
+    QVERIFY(m_window->openSurvey(survey));
+    const auto *panel = find<MessagesPanel>("messagesPanel");
+    QVERIFY(panel->messages().isEmpty()); // only its samples are damaged
+    const QString key = m_host->wells().list().value.first().key;
+    QVERIFY(m_host->wells().log(key, 0).ok());
+    QTRY_VERIFY(panel->isVisible());
+    const QStringList told = panel->messages();
+    QCOMPARE(told.size(), 1);
+    QVERIFY(told.first().startsWith(file));
+    QTest::keyClick(m_window.get(), Qt::Key_F5);
+    QCOMPARE(panel->messages(), told);
+    // Repaired, or left with its survey: gone.
+    QVERIFY(QFile::remove(file));
+    files::write(file, header + "1 2\n3 4\n");
+    QTest::keyClick(m_window.get(), Qt::Key_F5);
+    QVERIFY(panel->messages().isEmpty());
+    QVERIFY(QFile::remove(file));
+    files::write(file, header + "1 2\n3 four\n");
+    QVERIFY(m_host->wells().log(key, 0).ok());
+    QTRY_VERIFY(!panel->messages().isEmpty());
+    QVERIFY(m_window->openSurvey(newSurvey(QStringLiteral("Other"))));
+    QVERIFY(panel->messages().isEmpty());
+}
+
+void TestSurveyOverview::feetAreCalledFeet()
+{
+    const QString survey = newSurvey(QStringLiteral("S"));
+    addWell(survey, QStringLiteral("A"), 1, 1);
+    const auto title = [this] {
+        return table()->headerData(WellsModel::TotalDepthColumn, Qt::Horizontal).toString();
+    };
+    QVERIFY(m_window->openSurvey(survey));
+    QCOMPARE(title(), QStringLiteral("TD"));
+    const auto totalDepth = [this] { return table()->index(0, WellsModel::TotalDepthColumn).data().toString(); };
+    QCOMPARE(totalDepth(), QStringLiteral("1000.00"));
+    QByteArray info = files::read(survey + QStringLiteral("/.survey"));
+    files::write(survey + QStringLiteral("/.survey"), info.replace("`D\n", "`F\n"));
+    trigger("refreshAction");
+    QCOMPARE(title(), QStringLiteral("TD (ft)"));
+    QCOMPARE(totalDepth(), QStringLiteral("1000.00")); // what lies in the file
+}
+
+void TestSurveyOverview::summariesAreReadInOnePass()
+{
+    CountingHost wells;
+    for (int i = 0; i < 2000; ++i) {
+        host::WellHeader header;
+        header.name = QStringLiteral("Well %1").arg(i, 4, 10, QLatin1Char('0'));
+        header.x = 1000 + i;
+        header.kbElevation = i == 0 ? host::undefinedValue : 25;
+        const QString key = wells.addWell(header);
+        host::LogData log;
+        log.name = QStringLiteral("GR");
+        wells.find(key)->logs.append(log);
+    }
+    wells.storedWells[5].isUnreadable = true;
+    const host::Outcome<QVector<WellSummary>> summaries = readWellSummaries(wells);
+    QCOMPARE(summaries.value.size(), 2000);
+    QCOMPARE(wells.lists, 1);
+    QCOMPARE(wells.headers, 2000);
+    QCOMPARE(wells.logLists, 2000);
+    QCOMPARE(wells.markerReads, 2000);
+    QCOMPARE(wells.logReads, 0);
+    QVERIFY(std::isnan(summaries.value.at(0).kbElevation));
+    QCOMPARE(summaries.value.at(1).logCount, 1);
+    QVERIFY(!summaries.value.at(5).error.isEmpty());
+    QCOMPARE(summaries.value.at(5).logCount, WellSummary::unknownCount);
+    wells.listFails = true;
+    QVERIFY(!readWellSummaries(wells).ok());
+
+    // Showing, sorting and selecting read nothing more.
+    const int reads = wells.headers + wells.logLists + wells.markerReads;
+    WellsModel model;
+    model.setWells(summaries.value);
+    QTableView view;
+    view.setModel(&model);
+    view.show();
+    view.scrollToBottom();
+    QCOMPARE(wells.headers + wells.logLists + wells.markerReads, reads);
+}
+
+void TestSurveyOverview::modelOfManyWells()
+{
+    QVector<WellSummary> wells(2000);
+    for (int i = 0; i < wells.size(); ++i) {
+        wells[i].key = QString::number(i);
+        wells[i].name = QStringLiteral("Well %1").arg(i);
+        wells[i].x = (i * 7919) % 2000;
+    }
+    WellsModel model;
+    QSignalSpy reset(&model, &WellsModel::modelReset);
+    QSignalSpy inserted(&model, &WellsModel::rowsInserted);
+    model.setWells(wells);
+    QCOMPARE(reset.size(), 1); // one step, not one per well
+    QCOMPARE(inserted.size(), 0);
+    QCOMPARE(model.rowCount(), 2000);
+    QCOMPARE(model.rowCount(model.index(0, 0)), 0);
+    QCOMPARE(model.rowOf(QStringLiteral("1999")), 1999);
+    QCOMPARE(model.rowOf(QStringLiteral("2000")), -1);
+}
+
+void TestSurveyOverview::modelOfOddNumbers()
+{
+    WellSummary well;
+    well.name = QStringLiteral("<b>A</b>");
+    well.x = -0.001;
+    well.y = 1e300;
+    well.kbElevation = std::numeric_limits<double>::infinity();
+    well.totalDepth = 1234.567;
+    well.logCount = 1000;
+    well.error = QStringLiteral("<i>");
+    WellsModel model;
+    model.setWells({well});
+    QCOMPARE(rowTexts(&model, 0).join(QLatin1Char('|')), QStringLiteral("<b>A</b>|0.00|1e+300|?|1234.57|1000|?"));
+    QVERIFY(!model.index(0, WellsModel::MarkersColumn).data(WellsModel::sortRole).isValid());
+    QCOMPARE(model.index(0, WellsModel::LogsColumn).data(WellsModel::sortRole).toDouble(), 1000.0);
+}
+
+LORVA_TEST_MAIN(TestSurveyOverview)
+#include "tst_surveyoverview.moc"
