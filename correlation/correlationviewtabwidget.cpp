@@ -6,6 +6,7 @@
 #include "correlation/correlationpropertiesdialog.h"
 #include "correlation/correlationview.h"
 #include "datastore/projectdata.h"
+#include "logview/infront.h"
 
 #include <QTabWidget>
 #include <QTreeWidgetItem>
@@ -59,7 +60,6 @@ void CorrelationViewTabWidget::addCorrelation(QTreeWidgetItem *item)
     const int open = m_names.indexOf(name);
     if (open >= 0) {
         m_tabs->setCurrentIndex(open);
-        tabChanged(open); // the dock may show the panel of another work area
         return;
     }
     auto *display = new CorrelationDisplayWidget(m_data, name, m_dock);
@@ -97,8 +97,14 @@ void CorrelationViewTabWidget::removeTab(int tab)
 
 void CorrelationViewTabWidget::tabChanged(int tab)
 {
-    if (CorrelationDisplayWidget *shown = display(tab))
+    CorrelationDisplayWidget *shown = display(tab);
+    if (shown && logview::isInFront(*this))
         shown->showPanel();
+}
+
+void CorrelationViewTabWidget::showCurrentPanel()
+{
+    tabChanged(m_tabs->currentIndex());
 }
 
 void CorrelationViewTabWidget::correlationNameChanged(int tab, const QString &name)

@@ -31,6 +31,9 @@ public:
     /// Null when none is open.
     CorrelationDisplayWidget *currentDisplay() const;
 
+    /// Gives the dock the panel of the current correlation, when this work area is the one in front.
+    void showCurrentPanel();
+
     /// Saves the picture of the current correlation; nothing without one.
     void saveCurrentPicture();
     /// Draws the current correlation over the painter's viewport; nothing without one.

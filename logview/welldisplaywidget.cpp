@@ -3,6 +3,7 @@
 #include "base/safename.h"
 #include "datastore/projectdata.h"
 #include "logview/displaypicture.h"
+#include "logview/infront.h"
 #include "logview/markeritem.h"
 #include "logview/markersaving.h"
 #include "logview/trackitem.h"
@@ -144,7 +145,7 @@ QGraphicsView *WellDisplayWidget::headerView() const
 
 void WellDisplayWidget::setPropertyWidget(QWidget *prtyWidget)
 {
-    if (m_dock)
+    if (m_dock && logview::isInFront(*this))
         m_dock->setWidget(prtyWidget);
 }
 

@@ -52,7 +52,7 @@ void WellLogsViewWidget::addWellDisWidget(QString wellName, QString disTempName)
 
 WellDisplayWidget *WellLogsViewWidget::insertDisplay(int place, const QString &wellName, const QString &templateName)
 {
-    auto *newDisplay = new WellDisplayWidget(m_data, wellName, templateName, m_dock);
+    auto *newDisplay = new WellDisplayWidget(m_data, wellName, templateName, m_dock, this);
     connect(newDisplay, &WellDisplayWidget::markerSaved, this, &WellLogsViewWidget::markerSaved);
     connect(newDisplay, &WellDisplayWidget::markersDropped, this, &WellLogsViewWidget::markersDropped);
     m_wells.insert(place, wellName);

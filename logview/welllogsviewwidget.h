@@ -39,6 +39,9 @@ public:
     /// well that is gone is closed.
     void synchronise();
 
+    /// Gives the dock the panel of the current display, when this work area is the one in front.
+    void showCurrentPanel();
+
     /// Saves the picture of the current display; nothing without one.
     void saveCurrentPicture();
     /// Draws the current display over the painter's viewport; nothing without one.
@@ -76,7 +79,6 @@ private:
     };
 
     WellDisplayWidget *insertDisplay(int place, const QString &wellName, const QString &templateName);
-    void showCurrentPanel();
     void removeTab(int tabIdx);
     void uncheckWell(const QString &wellName);
 

@@ -29,6 +29,8 @@ QRectF WellNameItem::boundingRect() const
 void WellNameItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
 {
     const QRect banner(0, 0, logview::toInt(static_cast<double>(m_width)), bannerHeight);
+    if (banner.isEmpty())
+        return;
     painter->setBrush(QColor(240, 127, 33, 255));
     painter->setPen(QPen(Qt::black, 2));
     painter->drawRect(banner);

@@ -31,7 +31,6 @@
 namespace {
 
 constexpr int projectDockWidth = 250;
-constexpr int projectDockStartWidth = 320; // shows the names of most markers whole
 constexpr int propertiesDockWidth = 220; // wide enough for a property panel before one is shown
 
 // "file:///" and the path as it stands, also where a character of it means something else in a URL.
@@ -114,7 +113,6 @@ void MainWindow::createDocks()
     m_propertiesDock->setObjectName(QStringLiteral("propertiesDock"));
     addDockWidget(Qt::RightDockWidgetArea, m_propertiesDock);
     m_propertiesDock->setMinimumWidth(propertiesDockWidth);
-    resizeDocks({m_projectDock}, {projectDockStartWidth}, Qt::Horizontal);
 }
 
 void MainWindow::createTabs()
@@ -129,6 +127,7 @@ void MainWindow::createTabs()
     m_tabs->addTab(m_correlations, QStringLiteral("Correlation View"));
     m_tabs->addTab(new QWidget, QStringLiteral("Well Data Manager"));
     setCentralWidget(m_tabs);
+    connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::showPanelOfPage);
 
     using Tree = ProjectTreeWidget;
     using View = WellLogsViewWidget;
@@ -144,6 +143,14 @@ void MainWindow::createTabs()
     connect(m_logsView, &View::displayRebuilt, m_projectTree, &Tree::sendMarkersOf);
     connect(m_logsView, &View::displayClosed, m_projectTree, &Tree::uncheckWell);
     connectCorrelations();
+}
+
+// The dock shows a panel of the work area in front; one without a display has none.
+void MainWindow::showPanelOfPage()
+{
+    m_propertiesDock->setWidget(nullptr);
+    m_logsView->showCurrentPanel();
+    m_correlations->showCurrentPanel();
 }
 
 void MainWindow::connectCorrelations()
@@ -185,6 +192,17 @@ void MainWindow::markersChanged(int well)
 {
     m_projectTree->synchroniseMarkers(well);
     m_logsView->removeGoneMarkers();
+    redrawCorrelationsOf(well);
+}
+
+void MainWindow::logsImported(int well)
+{
+    m_projectTree->synchroniseLogs(well);
+    redrawCorrelationsOf(well);
+}
+
+void MainWindow::redrawCorrelationsOf(int well)
+{
     if (well >= 0 && well < m_data.catalogue.wellCount())
         m_correlations->wellChanged(m_data.catalogue.wellNames().at(well));
 }
@@ -211,7 +229,7 @@ void MainWindow::importWellLogsActionClicked()
 {
     auto *dialog = new WellImportDialog(m_data, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    connect(dialog, &WellImportDialog::logsImported, m_projectTree, &ProjectTreeWidget::synchroniseLogs);
+    connect(dialog, &WellImportDialog::logsImported, this, &MainWindow::logsImported);
     dialog->open();
 }
 

@@ -53,6 +53,9 @@ private:
     void createDocks();
     void createTabs();
     void connectCorrelations();
+    void showPanelOfPage();
+    void logsImported(int well);
+    void redrawCorrelationsOf(int well);
     std::unique_ptr<PrintedPage> currentPage() const;
 
     ProjectData &m_data;

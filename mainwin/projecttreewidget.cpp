@@ -21,6 +21,7 @@
 namespace {
 
 constexpr int maximumFoldersTold = 10;
+constexpr int startWidth = 320; // shows the names of most markers whole
 
 void uncheckChildren(QTreeWidgetItem *parent, int first, const QTreeWidgetItem *except)
 {
@@ -337,6 +338,11 @@ bool ProjectTreeWidget::continuesSearch(const QKeyEvent *event) const
         if (m_wells->child(i)->text(0).startsWith(wanted, Qt::CaseInsensitive))
             return true;
     return false;
+}
+
+QSize ProjectTreeWidget::sizeHint() const
+{
+    return {startWidth, QTreeWidget::sizeHint().height()};
 }
 
 void ProjectTreeWidget::keyboardSearch(const QString &search)

@@ -45,6 +45,7 @@ public:
 
     /// Finds a well by its typed name, in a closed branch too, before it looks at other items.
     void keyboardSearch(const QString &search) override;
+    QSize sizeHint() const override;
 
     QTreeWidgetItem *wellsItem() const { return m_wells; }
     QTreeWidgetItem *correlationsItem() const { return m_correlations; }

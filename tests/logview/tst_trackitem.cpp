@@ -53,6 +53,7 @@ private slots:
     void selectionFillsTrackAndHeader();
     void headers();
     void banner();
+    void bannerWithoutTracks();
     void unresolvedDefaultsMakeNoCurve();
     void defaultsAreTheWellsDefaultLogs();
     void panel();
@@ -224,6 +225,18 @@ void tst_trackitem::headers()
     QVERIFY(header().copy(5, 21, 38, 20) != subsea.copy(5, 21, 38, 20)); // 1:200
     f.track(1)->setDepthType(logview::TvdKb);
     QCOMPARE(f.track(1)->depthTypeText(), QString("TVDKB"));
+}
+
+// A display without tracks has no banner to draw.
+void tst_trackitem::bannerWithoutTracks()
+{
+    QImage image(60, 40, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    const QImage empty = image;
+    QPainter painter(&image);
+    painter.translate(20, 10);
+    WellNameItem(QStringLiteral("W"), 0, nullptr).paint(&painter, nullptr, nullptr);
+    QCOMPARE(image, empty);
 }
 
 void tst_trackitem::banner()

@@ -6,6 +6,12 @@
 #include "correlation/correlationview.h"
 #include "correlation/correlationviewproperty.h"
 #include "correlation/correlationviewtabwidget.h"
+#include "las/wellimportdialog.h"
+#include "logview/markeritem.h"
+#include "logview/welldisplaywidget.h"
+#include "logview/welllogsscene.h"
+#include "logview/welllogsscenepropertywidget.h"
+#include "logview/welllogsviewwidget.h"
 #include "mainwin/mainwindow.h"
 #include "mainwin/projecttreewidget.h"
 #include "support/testmain.h"
@@ -17,6 +23,7 @@
 #include <QPainter>
 #include <QPointer>
 #include <QPrinter>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTimer>
 
@@ -191,6 +198,79 @@ private slots:
         m->window->markersChanged(0);
         QCOMPARE(m->view->display(0)->view()->columns().at(0).markers.value("Top").depthM, 600.0);
         QCOMPARE(m->view->display(1)->view()->redrawCount(), redraws);
+    }
+
+    void openOnesFollowAnImport()
+    {
+        m->doubleClick("North");
+        m->doubleClick("South"); // has not the well
+        const int redraws = m->view->display(0)->view()->redrawCount();
+        const int othersRedraws = m->view->display(1)->view()->redrawCount();
+        m->trigger("importAction");
+        auto *dialog = m->window->findChild<WellImportDialog *>();
+        QVERIFY(dialog);
+        emit dialog->logsImported(0);
+        QCOMPARE(m->view->display(0)->view()->redrawCount(), redraws + 1);
+        QCOMPARE(m->view->display(1)->view()->redrawCount(), othersRedraws);
+        dialog->close();
+    }
+
+    // The dock shows the panel of the work area in front, whatever changes behind it.
+    void theDockFollowsTheWorkArea()
+    {
+        auto *logs = m->window->findChild<WellLogsViewWidget *>();
+        logs->addWellDisWidget("A", "T");
+        QWidget *logPanel = logs->currentDisplay()->scene()->panel();
+        QCOMPARE(m->dock->widget(), logPanel);
+        m->doubleClick("North");
+        QWidget *correlationPanel = m->view->currentDisplay()->view()->panel();
+        const auto clickPage = [this](int page) {
+            QTabBar *bar = m->pages->tabBar();
+            QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(page).center());
+            QCOMPARE(m->pages->currentIndex(), page);
+        };
+        clickPage(0);
+        QCOMPARE(m->dock->widget(), logPanel);
+        QVERIFY(logPanel->isVisible());
+        QVERIFY(!correlationPanel->isVisible());
+        clickPage(1);
+        QCOMPARE(m->dock->widget(), correlationPanel);
+        clickPage(2); // has none
+        QVERIFY(!m->dock->widget());
+        QVERIFY(!correlationPanel->isVisible());
+        clickPage(1);
+        QCOMPARE(m->dock->widget(), correlationPanel);
+        logs->addWellDisWidget("B", "T");
+        logs->addMarkerInScene("A", "Top");
+        logs->synchronise();
+        logs->removeWellDisWidget("B");
+        QCOMPARE(m->dock->widget(), correlationPanel);
+        clickPage(0);
+        QCOMPARE(m->dock->widget(), static_cast<QWidget *>(logs->currentDisplay()->scene()->panel()));
+        m->view->closeCorrTab(0);
+        QCOMPARE(m->dock->widget(), static_cast<QWidget *>(logs->currentDisplay()->scene()->panel()));
+        clickPage(1); // nothing is open there
+        QVERIFY(!m->dock->widget());
+    }
+
+    // A marker that goes from a display behind another one leaves the panel that is shown alone.
+    void theDockKeepsThePanelOfTheTabInFront()
+    {
+        auto *logs = m->window->findChild<WellLogsViewWidget *>();
+        logs->addWellDisWidget("A", "T");
+        logs->addMarkerInScene("A", "Top");
+        WellLogsScene *behind = logs->currentDisplay()->scene();
+        behind->selection().selectOnly(behind->markers().find("Top"));
+        behind->selection().showPanelOfSelection();
+        QVERIFY(m->dock->widget() != behind->panel());
+        logs->addWellDisWidget("B", "T");
+        QWidget *panel = logs->currentDisplay()->scene()->panel();
+        QCOMPARE(m->dock->widget(), panel);
+        behind->deleteMarker("Top");
+        QVERIFY(!behind->markers().find("Top"));
+        QCOMPARE(m->dock->widget(), panel);
+        logs->setCurrentTab(0);
+        QCOMPARE(m->dock->widget(), static_cast<QWidget *>(behind->panel()));
     }
 
     void thePageIsTheCorrelationInFront()

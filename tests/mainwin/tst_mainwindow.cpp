@@ -146,6 +146,19 @@ private slots:
             QCOMPARE(action->icon().pixmap(16).toImage(), fixture.host.icon(icon).pixmap(16).toImage());
     }
 
+    // Wide enough at first for the names of most markers; the user may make it narrower.
+    void theTreeHasRoomForNames()
+    {
+        WindowFixture fixture;
+        fixture.window->resize(1400, 900);
+        auto *dock = fixture.window->findChild<QDockWidget *>(QStringLiteral("projectDataDock"));
+        QCoreApplication::processEvents();
+        QCOMPARE(dock->width(), 320);
+        fixture.window->resizeDocks({dock}, {100}, Qt::Horizontal);
+        QCoreApplication::processEvents();
+        QCOMPARE(dock->width(), 250);
+    }
+
     void statusBarShowsTheTips()
     {
         WindowFixture fixture;
