@@ -4,7 +4,6 @@
 #include "base/folderlinks.h"
 
 #include <QHash>
-#include <QSet>
 
 #include <cerrno>
 
@@ -14,7 +13,7 @@ namespace {
 
 constexpr int headerBlockSize = 4096;
 constexpr int maximumHeaderSize = 16 << 20;
-constexpr int maximumLogCount = 100000;
+constexpr int maximumTries = 1000;
 
 // The host's own name for a log that has none.
 QString standInName(int number)
@@ -25,6 +24,11 @@ QString standInName(int number)
 QString noSuchLog(const QString &stem, int index)
 {
     return QStringLiteral("The well %1 has no log number %2.").arg(stem).arg(index);
+}
+
+QString folderOf(const QString &stem)
+{
+    return stem.left(stem.lastIndexOf(QLatin1Char('/')));
 }
 
 enum class HeaderRead { Done, Unusable, NoFile };
@@ -75,9 +79,10 @@ void LogFiles::readHeaders(const QString &stem, const Report &report)
         for (const Entry &entry : qAsConst(m_entries))
             known.insert(entry.number, entry);
     m_entries.clear();
+    m_indexes.clear();
     m_fileCount = 0;
+    m_isWritten = false;
     m_stem = stem;
-    QSet<QString> names;
     for (int number = 1;; ++number) {
         const QString file = path(stem, number);
         Entry entry = known.value(number);
@@ -94,16 +99,27 @@ void LogFiles::readHeaders(const QString &stem, const Report &report)
             entry.header.name = standInName(number);
             report(file, QStringLiteral("its header gives the log no name; it is called %1").arg(entry.header.name));
         }
-        if (names.contains(entry.header.name)) {
+        if (m_indexes.contains(entry.header.name)) {
             report(file, QStringLiteral("a second log named \"%1\" is left out").arg(entry.header.name));
             continue;
         }
         const QString problem = sampleSizeProblem(entry.header, entry.state.size);
         if (!problem.isEmpty())
             report(file, problem);
-        names.insert(entry.header.name);
-        m_entries.append(entry);
+        append(entry);
     }
+}
+
+void LogFiles::append(const Entry &entry)
+{
+    m_indexes.insert(entry.header.name, m_entries.size());
+    m_entries.append(entry);
+}
+
+const LogFiles::Entry *LogFiles::entryNamed(const QString &name) const
+{
+    const int index = m_indexes.value(name, -1);
+    return index < 0 ? nullptr : &m_entries.at(index);
 }
 
 QVector<host::LogInfo> LogFiles::infos(const QString &stem, const Report &report)
@@ -156,15 +172,38 @@ host::Outcome<host::LogData> LogFiles::read(const QString &stem, int index, cons
     return readListed(stem, index, report);
 }
 
+// Whether the entries are still what is on the disk, after a write and before that of the log \a name. A log that came
+// or went in the same step of the file system's clock as our write, which the folder does not show, has the next
+// number or was the last one.
+bool LogFiles::isAsWritten(const QString &stem, const QString &name) const
+{
+    if (!m_isWritten || m_stem != stem || !fileState(folderOf(stem)).hasSameStamp(m_writtenFolder)
+        || !fileState(path(stem, m_fileCount)).hasSameStamp(m_writtenLast))
+        return false;
+    const Entry *old = entryNamed(name);
+    return !old || fileState(path(stem, old->number)).hasSameStamp(old->state);
+}
+
 host::Status LogFiles::write(const QString &stem, const host::LogData &log, const QByteArray &depthUnit,
                              const Report &report)
 {
-    readHeaders(stem, report);
+    if (!isAsWritten(stem, storedText(log.name)))
+        readHeaders(stem, report);
+    bool isTaken = false;
+    host::Status status = writeListed(stem, log, depthUnit, &isTaken);
+    for (int tries = 1; isTaken && tries < maximumTries; ++tries) {
+        readHeaders(stem, report); // another program's log came meanwhile, perhaps the same one
+        status = writeListed(stem, log, depthUnit, &isTaken);
+    }
+    return status;
+}
+
+host::Status LogFiles::writeListed(const QString &stem, const host::LogData &log, const QByteArray &depthUnit,
+                                   bool *isTaken)
+{
+    *isTaken = false;
     const QString name = storedText(log.name); // " GR" comes back as "GR", so that is the log it replaces
-    const Entry *old = nullptr;
-    for (const Entry &entry : qAsConst(m_entries))
-        if (entry.header.name == name)
-            old = &entry;
+    const Entry *old = entryNamed(name);
     const host::Outcome<QByteArray> bytes = logFileBytes(log, depthUnit, old ? &old->header : nullptr);
     if (!bytes.ok())
         return {QStringLiteral("Cannot write the log \"%1\" of %2: %3.").arg(log.name, stem, bytes.error)};
@@ -176,20 +215,34 @@ host::Status LogFiles::write(const QString &stem, const host::LogData &log, cons
         return {QStringLiteral("Another program wrote the log \"%1\" of %2 meanwhile. It was not written over.")
                     .arg(log.name, stem)};
     }
-    int number = old ? old->number : m_fileCount + 1;
-    bool isTaken = false;
-    base::WriteResult result;
-    if (old)
-        result = base::writeFileAtomically(path(stem, number), bytes.value);
-    else
-        do {
-            result = base::writeNewFileAtomically(path(stem, number), bytes.value, &isTaken);
-        } while (isTaken && ++number < maximumLogCount);
+    const int number = old ? old->number : m_fileCount + 1;
+    m_isWritten = false;
+    const base::WriteResult result = old ? base::writeFileAtomically(path(stem, number), bytes.value)
+                                         : base::writeNewFileAtomically(path(stem, number), bytes.value, isTaken);
     if (!result.ok())
         return {writeErrorText(path(stem, number), result.error)};
+    noteWritten(stem, number, bytes.value);
     if (m_givenStem == stem)
         m_given.insert(name, fileState(path(stem, number)));
     return {};
+}
+
+// Makes the entries what readHeaders() would find. Where that is not sure, the next write reads.
+void LogFiles::noteWritten(const QString &stem, int number, const QByteArray &bytes)
+{
+    const Entry entry{number, parseLogHeader(bytes).value, fileState(path(stem, number))};
+    const int index = m_indexes.value(entry.header.name, -1);
+    const bool isReplaced = index >= 0 && m_entries.at(index).number == number;
+    if (isReplaced)
+        m_entries.replace(index, entry);
+    else if (index < 0 && number > m_fileCount)
+        append(entry);
+    else
+        return; // a name too long to be told from another one
+    m_fileCount = qMax(m_fileCount, number);
+    m_isWritten = true;
+    m_writtenFolder = fileState(folderOf(stem));
+    m_writtenLast = fileState(path(stem, m_fileCount));
 }
 
 host::Status LogFiles::remove(const QString &stem, int index, const Report &report)

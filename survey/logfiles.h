@@ -3,6 +3,7 @@
 #include "survey/logfile.h"
 
 #include <QHash>
+#include <QList>
 
 #include <functional>
 
@@ -24,7 +25,8 @@ public:
     /// The file of the log at an index of the infos() last read; empty when there is none.
     QString file(const QString &stem, int index) const;
     /// Replaces the log of that name, else adds one, where no file has that number. Refused when another program made
-    /// or changed the log since the last infos().
+    /// or changed the log since the last infos(). The first of several writes reads the headers; a further one looks
+    /// at the folder and two files, and reads them only when another program changed something.
     host::Status write(const QString &stem, const host::LogData &log, const QByteArray &depthUnit,
                        const Report &report);
     /// Deletes the log at an index of infos(). The last file takes its place. Refused when it is another log by now.
@@ -41,13 +43,25 @@ private:
         FileState state;
     };
     void readHeaders(const QString &stem, const Report &report);
+    void append(const Entry &entry);
+    const Entry *entryNamed(const QString &name) const;
+    bool isAsWritten(const QString &stem, const QString &name) const;
+    host::Status writeListed(const QString &stem, const host::LogData &log, const QByteArray &depthUnit,
+                             bool *isTaken);
+    void noteWritten(const QString &stem, int number, const QByteArray &bytes);
     host::Outcome<host::LogData> readListed(const QString &stem, int index, const Report &report) const;
 
     QString m_stem;
-    QVector<Entry> m_entries; ///< those that can be used
+    QList<Entry> m_entries; ///< those that can be used
+    QHash<QString, int> m_indexes; ///< of the entries, by name
     QString m_givenStem; ///< the well of the last infos()
     QHash<QString, FileState> m_given; ///< the logs that they gave, by name
     int m_fileCount = 0; ///< all up to the first missing number
+
+    // The folder and the last log's file right after a write, since when nothing else was done here.
+    bool m_isWritten = false;
+    FileState m_writtenFolder;
+    FileState m_writtenLast;
 };
 
 } // namespace survey
