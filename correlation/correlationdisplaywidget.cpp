@@ -5,6 +5,7 @@
 #include "correlation/correlationview.h"
 #include "correlation/correlationviewproperty.h"
 #include "datastore/projectdata.h"
+#include "datastore/projectfile.h"
 #include "logview/displaypicture.h"
 #include "logview/paperview.h"
 #include "logview/viewpair.h"
@@ -120,7 +121,9 @@ void CorrelationDisplayWidget::savePicture()
     const DisplayPicture picture(*m_headerScene, *m_view->scene(), PictureFormat::Jpeg);
     const QString path =
         m_data.project.projectFolder + QLatin1Char('/') + base::fileNameFor(windowTitle()) + QStringLiteral(".jpg");
-    const base::WriteResult result = picture.saveJpeg(path);
+    base::WriteResult result = checkProjectPath(m_data.project.projectFolder, path);
+    if (result.ok())
+        result = picture.saveJpeg(path);
     if (!result.ok())
         setStatusLabel(QStringLiteral("The picture %1 could not be written: %2").arg(path, result.error));
     else if (picture.isScaledDown())

@@ -43,7 +43,8 @@ void openProjectFolder(const QString &surveyDirectory, Project *project)
         makeProject(surveyDirectory, project->projectFolder);
         return;
     }
-    base::finishFolderSwaps(project->projectFolder);
+    if (!isLinkedAway(project->projectFolder, project->projectFolder))
+        base::finishFolderSwaps(project->projectFolder);
     for (const char *place : {"", "/Correlations", "/CurveGroups", "/Templates", "/Templates/Global", "/DefaultLogs"})
         if (!isLinkedAway(project->projectFolder, project->projectFolder + QLatin1String(place)))
             base::removeLeftovers(project->projectFolder + QLatin1String(place));

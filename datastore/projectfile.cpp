@@ -26,12 +26,17 @@ ProjectFile readProjectFile(const QString &projectFolder, const QString &path)
     return {isMissing ? ProjectFile::State::Missing : ProjectFile::State::Unreadable, {}};
 }
 
+base::WriteResult checkProjectPath(const QString &projectFolder, const QString &path)
+{
+    const int problem = base::linkProblem(surveyOf(projectFolder), path);
+    return {problem != 0 ? base::systemErrorText(problem) : QString()};
+}
+
 base::WriteResult writeProjectFile(const QString &projectFolder, const QString &path, const QByteArray &bytes,
                                    base::Flush flush)
 {
-    const int problem = base::linkProblem(surveyOf(projectFolder), path);
-    return problem != 0 ? base::WriteResult{base::systemErrorText(problem)}
-                        : base::writeFileAtomically(path, bytes, flush);
+    const base::WriteResult check = checkProjectPath(projectFolder, path);
+    return check.ok() ? base::writeFileAtomically(path, bytes, flush) : check;
 }
 
 bool isLinkedAway(const QString &projectFolder, const QString &path)

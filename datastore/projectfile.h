@@ -31,6 +31,9 @@ ProjectFile readProjectFile(const QString &projectFolder, const QString &path);
 base::WriteResult writeProjectFile(const QString &projectFolder, const QString &path, const QByteArray &bytes,
                                    base::Flush flush = base::Flush::Now);
 
+/// Why nothing may be written at \a path: a link leads from it, or from a folder above it, out of the survey or nowhere.
+base::WriteResult checkProjectPath(const QString &projectFolder, const QString &path);
+
 /// Whether a link leads from \a path, or from a folder above it, out of the survey or nowhere.
 bool isLinkedAway(const QString &projectFolder, const QString &path);
 

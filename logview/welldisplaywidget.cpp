@@ -2,6 +2,7 @@
 
 #include "base/safename.h"
 #include "datastore/projectdata.h"
+#include "datastore/projectfile.h"
 #include "logview/displaypicture.h"
 #include "logview/infront.h"
 #include "logview/markeritem.h"
@@ -264,7 +265,9 @@ void WellDisplayWidget::savePicture()
     const DisplayPicture picture(*m_headerScene, *m_scene);
     const QString path =
         m_data.project.projectFolder + QLatin1Char('/') + base::fileNameFor(windowTitle()) + QStringLiteral(".tiff");
-    const base::WriteResult result = picture.saveTiff(path);
+    base::WriteResult result = checkProjectPath(m_data.project.projectFolder, path);
+    if (result.ok())
+        result = picture.saveTiff(path);
     if (!result.ok())
         setStatusLabel(QStringLiteral("The picture %1 could not be written: %2").arg(path, result.error));
     else if (picture.isScaledDown())

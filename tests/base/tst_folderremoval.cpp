@@ -238,6 +238,31 @@ private slots:
         QVERIFY(files::snapshot(m_folder->path()) == before);
     }
 
+    void aParentThatALinkOutOfTheSurveyLeadsToIsRefused_data()
+    {
+        QTest::addColumn<QString>("link");
+        QTest::newRow("the parent") << "survey/WLC/Templates/A";
+        QTest::newRow("a folder above it") << "survey/WLC/Templates";
+        QTest::newRow("the project folder") << "survey/WLC";
+    }
+
+    void aParentThatALinkOutOfTheSurveyLeadsToIsRefused()
+    {
+        QFETCH(QString, link);
+        files::write(path("survey/WLC/Templates/A/Own/Track_1.txt"), "Linear\n");
+        QVERIFY(QDir().rename(m_folder->filePath(link), path("moved")));
+        QVERIFY(QFile::link(path("moved"), m_folder->filePath(link)));
+        const auto before = files::snapshot(m_folder->path());
+        const QString project = path("survey/WLC");
+        QVERIFY(!base::removeFolder(project + "/Templates/A", QStringLiteral("Own"), project));
+        QVERIFY(files::snapshot(m_folder->path()) == before);
+        // One that stays in the survey is followed.
+        QVERIFY(QFile::remove(m_folder->filePath(link)));
+        QVERIFY(QDir().rename(path("moved"), path("survey/moved")));
+        QVERIFY(QFile::link(path("survey/moved"), m_folder->filePath(link)));
+        QVERIFY(base::removeFolder(project + "/Templates/A", QStringLiteral("Own"), project));
+    }
+
     void aFailedMoveLeavesEverythingAsItWas()
     {
         const auto before = files::snapshot(m_folder->path());

@@ -1,4 +1,6 @@
 #include "datastore/curvegroups.h"
+#include "datastore/curvegrouptable.h"
+#include "datastore/defaultlogs.h"
 #include "datastore/projectdata.h"
 #include "plugin/launcher.h"
 #include "support/files.h"
@@ -348,7 +350,84 @@ private slots:
         QCOMPARE(m_data->project.projectFolder, m_host->survey + "/WLC");
     }
 
+    // ---- links that lead out of the survey
+
+    void linksOutOfTheSurveyAreToldOnce()
+    {
+        launch();
+        QVERIFY(m_asker.boxes.isEmpty());
+        const QString wlc = m_host->survey + "/WLC";
+        QVERIFY(QDir().mkpath(m_folder->filePath("outside")));
+        QVERIFY(QDir().mkpath(wlc + "/Templates/W/Own"));
+        QVERIFY(QFile::link(m_folder->filePath("outside"), wlc + "/Templates/W/Linked"));
+        QVERIFY(QFile::link(m_folder->filePath("not mounted"), wlc + "/DefaultLogs/W.txt"));
+        QVERIFY(QFile::link(wlc + "/Templates/W/Own", wlc + "/Templates/W/Inside"));
+        for (int launches = 1; launches <= 2; ++launches) {
+            relaunch();
+            QCOMPARE(m_asker.boxes.size(), launches);
+            const base::Box box = m_asker.boxes.last();
+            QCOMPARE(box.icon, base::BoxIcon::Warning);
+            QCOMPARE(box.title, QString("LORVA Launcher"));
+            QCOMPARE(box.text,
+                     QString("These links lead out of the survey, or nowhere. Nothing is read, written or removed "
+                             "behind them:\n%1/DefaultLogs/W.txt\n%1/Templates/W/Linked")
+                         .arg(wlc));
+        }
+    }
+
+    void manyLinksFillNoScreen()
+    {
+        launch();
+        for (int i = 0; i < 13; ++i)
+            QVERIFY(QFile::link("/nowhere", m_host->survey + QString("/WLC/link%1").arg(i)));
+        relaunch();
+        QCOMPARE(m_asker.boxes.size(), 1);
+        QCOMPARE(m_asker.boxes.first().text.count('\n'), 11);
+        QVERIFY(m_asker.boxes.first().text.endsWith("\nand 3 more"));
+    }
+
+    void aLaunchTouchesNothingBehindALink_data()
+    {
+        QTest::addColumn<QString>("folder");
+        for (const char *folder :
+             {"", "/Templates", "/Templates/Global", "/Correlations", "/DefaultLogs", "/CurveGroups", "/Templates/A"})
+            QTest::addRow("WLC%s", folder) << QString("/WLC%1").arg(folder);
+    }
+
+    void aLaunchTouchesNothingBehindALink()
+    {
+        QFETCH(QString, folder);
+        host::WellHeader header;
+        header.name = "A";
+        MemoryHost::Well *well = m_host->find(m_host->addWell(header));
+        well->logs.append({"GR", "gapi", {1, 2}, {3, 4}});
+        launch();
+        const QString link = m_host->survey + folder;
+        const QString outside = m_folder->filePath("outside");
+        files::write(outside + "/precious.txt", "precious");
+        files::write(outside + "/.lorva-abc123", "theirs");
+        files::write(outside + "/.lorva-swap-abc123/new/Track_1.txt", "theirs");
+        QDir(link).removeRecursively();
+        QVERIFY(QFile::link(outside, link));
+        const auto before = files::snapshot(outside);
+        relaunch();
+        CurveGroupTable::instance().clear();
+        runDefaultLogsPass(*m_data);
+        CurveGroupTable::instance().clear();
+        QCOMPARE(files::snapshot(outside), before);
+        QCOMPARE(QFileInfo(link).symLinkTarget(), outside);
+        QCOMPARE(m_asker.boxes.size(), 1);
+        QVERIFY(m_asker.boxes.first().text.endsWith('\n' + link));
+    }
+
 private:
+    void relaunch()
+    {
+        m_launcher.reset();
+        m_data = std::make_unique<ProjectData>(*m_host, m_asker);
+        launch();
+    }
+
     void launch(QWidget *parent = nullptr) { m_launcher = std::make_unique<Launcher>(*m_data, parent); }
 
     template<class Widget>
