@@ -45,6 +45,19 @@ void removeLeftover(const QString &path)
     ::close(file);
 }
 
+// Of the names that mkdtemp() and mkstemp() give after this prefix.
+void removeUnlocked(const QString &folder, const QString &prefix, QDir::Filters kinds)
+{
+    const QRegularExpression own(QLatin1Char('^') + QRegularExpression::escape(prefix)
+                                 + QStringLiteral("[A-Za-z0-9]{6}$"));
+    const QStringList entries = folder.isEmpty()
+        ? QStringList()
+        : QDir(folder).entryList({prefix + QLatin1Char('*')}, kinds | QDir::Hidden | QDir::NoDotAndDotDot);
+    for (const QString &name : entries)
+        if (own.match(name).hasMatch())
+            removeLeftover(folder + QLatin1Char('/') + name);
+}
+
 } // namespace
 
 bool lockHidden(int file, const QByteArray &path)
@@ -57,11 +70,11 @@ bool lockHidden(int file, const QByteArray &path)
         && ::lstat(path.constData(), &there) == 0 && isSame(opened, there);
 }
 
-HiddenFolder::HiddenFolder(const QString &parent)
+HiddenFolder::HiddenFolder(const QString &parent, const QByteArray &prefix)
 {
     constexpr int tries = 10;
     for (int i = 0; i < tries; ++i) {
-        QByteArray path = QFile::encodeName(parent) + "/.lorva-XXXXXX";
+        QByteArray path = QFile::encodeName(parent) + '/' + prefix + "XXXXXX";
         if (!::mkdtemp(path.data()))
             return;
         m_file = ::open(path.constData(), folderFlags);
@@ -86,12 +99,12 @@ HiddenFolder::~HiddenFolder()
 
 void removeLeftovers(const QString &folder)
 {
-    static const QRegularExpression own(QStringLiteral("^\\.lorva-[A-Za-z0-9]{6}$"));
-    const QStringList entries = QDir(folder).entryList(
-        {QStringLiteral(".lorva-*")}, QDir::Files | QDir::Dirs | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-    for (const QString &name : entries)
-        if (own.match(name).hasMatch())
-            removeLeftover(folder + QLatin1Char('/') + name);
+    removeUnlocked(folder, QStringLiteral(".lorva-"), QDir::Files | QDir::Dirs | QDir::System);
+}
+
+void removeHiddenFolders(const QString &folder, const QByteArray &prefix)
+{
+    removeUnlocked(folder, QString::fromLatin1(prefix), QDir::Dirs);
 }
 
 } // namespace base

@@ -10,7 +10,8 @@ namespace base {
 class HiddenFolder
 {
 public:
-    explicit HiddenFolder(const QString &parent);
+    /// In folders that are not ours alone \a prefix says more. A folder that cannot be made leaves errno.
+    explicit HiddenFolder(const QString &parent, const QByteArray &prefix = ".lorva-");
     ~HiddenFolder();
     HiddenFolder(const HiddenFolder &) = delete;
     HiddenFolder &operator=(const HiddenFolder &) = delete;
@@ -32,5 +33,8 @@ bool lockHidden(int file, const QByteArray &path);
 /// named ".lorva-" and six letters or digits on which nobody holds a lock. Nothing else is touched, and no link is
 /// followed.
 void removeLeftovers(const QString &folder);
+
+/// The same for hidden folders with another prefix than ".lorva-"; files are not touched.
+void removeHiddenFolders(const QString &folder, const QByteArray &prefix);
 
 } // namespace base

@@ -226,6 +226,7 @@ host::Status createSurvey(const QString &path, const NewSurvey &survey)
 void removeSurveyLeftovers(const QString &path)
 {
     const QString wells = path + QStringLiteral("/WellInfo");
+    removeUnfinishedSurveys(QFileInfo(QDir::cleanPath(path)).path());
     base::removeLeftovers(path);
     if (base::linkProblem(path, wells) == 0)
         base::removeLeftovers(wells);

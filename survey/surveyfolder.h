@@ -47,8 +47,8 @@ host::Status createSurvey(const QString &path, const NewSurvey &survey);
 /// The mark (".omf") by which the host knows a folder of surveys.
 QByteArray dataRootMark();
 
-/// Deletes what writes of programs that died left in a survey's folders, hidden from every listing. To be called when a
-/// survey is opened.
+/// Deletes what writes of programs that died left in a survey's folders, and beside it of surveys that they were making,
+/// hidden from every listing. To be called when a survey is opened.
 void removeSurveyLeftovers(const QString &path);
 
 } // namespace survey

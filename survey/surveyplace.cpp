@@ -1,15 +1,20 @@
 #include "survey/surveyplace.h"
 
 #include "base/atomicfile.h"
+#include "base/folderlinks.h"
 #include "survey/odfile.h"
 #include "survey/surveyfolder.h"
 
 #include <QDir>
 #include <QFileInfo>
 
+#include <cerrno>
+
 namespace survey {
 
 namespace {
+
+constexpr char hiddenPrefix[] = ".lorva-survey-";
 
 bool isEmptyFolder(const QString &path)
 {
@@ -22,7 +27,19 @@ bool isFree(const QString &path)
     return !there.isSymLink() && (!there.exists() || (there.isDir() && isEmptyFolder(path)));
 }
 
+// What a dead program left must not make an empty folder look used.
+bool isNewRoot(const QString &root)
+{
+    removeUnfinishedSurveys(root);
+    return !QFileInfo::exists(root) || isEmptyFolder(root);
+}
+
 } // namespace
+
+void removeUnfinishedSurveys(const QString &root)
+{
+    base::removeHiddenFolders(root, hiddenPrefix);
+}
 
 MadeFolders::MadeFolders(const QString &path)
 {
@@ -39,7 +56,7 @@ MadeFolders::~MadeFolders()
 SurveyPlace::SurveyPlace(const QString &path)
     : m_target(QDir::cleanPath(QDir::current().absoluteFilePath(path)))
     , m_root(QFileInfo(m_target).path())
-    , m_isNewRoot(!QFileInfo::exists(m_root) || isEmptyFolder(m_root))
+    , m_isNewRoot(isNewRoot(m_root))
     , m_made(m_root)
 {
     if (!isFree(m_target)) {
@@ -50,25 +67,29 @@ SurveyPlace::SurveyPlace(const QString &path)
         m_error = QStringLiteral("Cannot make the folder %1.").arg(m_root);
         return;
     }
-    m_beside = std::make_unique<QTemporaryDir>(m_root + QStringLiteral("/.lorva-survey-XXXXXX"));
+    m_beside.emplace(m_root, hiddenPrefix);
     if (!m_beside->isValid())
-        m_error = QStringLiteral("Cannot make a folder in %1: %2.").arg(m_root, m_beside->errorString());
+        m_error = QStringLiteral("Cannot make a folder in %1: %2.").arg(m_root, base::systemErrorText(errno));
 }
 
 QString SurveyPlace::buildFolder() const
 {
-    return m_beside->path() + QStringLiteral("/survey");
+    return m_beside->filePath(QStringLiteral("survey"));
 }
 
 host::Status SurveyPlace::putInPlace()
 {
     const QString markPath = m_root + QStringLiteral("/.omf");
     const bool isMarked = m_isNewRoot && !QFileInfo::exists(markPath);
-    // The mark comes before the survey: whoever finds the survey finds a data root that the host accepts.
+    // The mark comes before the survey: whoever finds the survey finds a data root that the host accepts. It is
+    // written where all goes if this program dies.
     if (isMarked) {
-        const base::WriteResult mark = base::writeFileAtomically(markPath, dataRootMark());
-        if (!mark.ok())
-            return {QStringLiteral("Cannot write the file %1: %2.").arg(markPath, mark.error)};
+        const QString mark = m_beside->filePath(QStringLiteral("mark"));
+        const base::WriteResult written = base::writeFileAtomically(mark, dataRootMark());
+        if (!written.ok())
+            return {QStringLiteral("Cannot write the file %1: %2.").arg(markPath, written.error)};
+        if (!moveInPlace(mark, markPath))
+            return {QStringLiteral("Cannot write the file %1: %2.").arg(markPath, base::systemErrorText(errno))};
     }
     // An empty folder in the way is replaced by the rename itself.
     if (!moveInPlace(buildFolder(), m_target)) {

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "base/leftovers.h"
 #include "host/hostrecords.h"
 
 #include <QStringList>
-#include <QTemporaryDir>
 
-#include <memory>
+#include <optional>
 
 namespace survey {
 
@@ -23,8 +23,11 @@ private:
     QStringList m_missing;
 };
 
+/// Deletes what is left in a folder of surveys of new ones whose program died before they were put in place.
+void removeUnfinishedSurveys(const QString &root);
+
 /// The place of a new survey, which is built in a hidden folder beside it and appears there whole or not at all. What
-/// was not put in place leaves nothing behind, nor any folder made on the way.
+/// was not put in place leaves nothing behind, nor any folder made on the way; what a program that died left goes.
 class SurveyPlace
 {
 public:
@@ -44,7 +47,7 @@ private:
     QString m_root;
     bool m_isNewRoot;
     MadeFolders m_made;
-    std::unique_ptr<QTemporaryDir> m_beside; // gone before the folders above it
+    std::optional<base::HiddenFolder> m_beside; // gone before the folders above it
     QString m_error;
 };
 

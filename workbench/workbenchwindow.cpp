@@ -2,6 +2,7 @@
 
 #include "base/asker.h"
 #include "survey/surveyfolder.h"
+#include "survey/surveyplace.h"
 #include "workbench/commandline.h"
 #include "workbench/hintpage.h"
 #include "workbench/loadedpluginsdialog.h"
@@ -375,8 +376,9 @@ void WorkbenchWindow::newSurvey()
 
 void WorkbenchWindow::chooseSurvey()
 {
-    const QString folder =
-        m_chooser.chooseFolder(this, QStringLiteral("Open survey folder"), settings::lastFolder(surveysFolder));
+    const QString root = settings::lastFolder(surveysFolder);
+    removeUnfinishedSurveys(root);
+    const QString folder = m_chooser.chooseFolder(this, QStringLiteral("Open survey folder"), root);
     if (!folder.isEmpty())
         openSurvey(folder);
 }

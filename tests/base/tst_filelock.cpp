@@ -5,59 +5,16 @@
 #include "base/filesystemcalls.h"
 #include "base/leftovers.h"
 #include "support/files.h"
+#include "support/otherprogram.h"
 #include "support/testmain.h"
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 
-#include <csignal>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
-
-namespace {
-
-// A child that does something and then waits to be killed.
-class OtherProgram
-{
-public:
-    template<class Work>
-    explicit OtherProgram(const Work &work)
-    {
-        int ready[2];
-        if (::pipe(ready) != 0)
-            qFatal("no pipe");
-        m_pid = ::fork();
-        if (m_pid == 0) {
-            work([&ready] {
-                (void)!::write(ready[1], "r", 1);
-                while (true)
-                    ::pause();
-            });
-            ::_exit(0);
-        }
-        char byte = 0;
-        ::close(ready[1]);
-        (void)!::read(ready[0], &byte, 1);
-        ::close(ready[0]);
-    }
-    ~OtherProgram() { kill(); }
-    void kill()
-    {
-        if (m_pid <= 0)
-            return;
-        ::kill(m_pid, SIGKILL);
-        ::waitpid(m_pid, nullptr, 0);
-        m_pid = -1;
-    }
-
-private:
-    pid_t m_pid = -1;
-};
-
-} // namespace
 
 class TestFileLock : public QObject
 {

@@ -13,7 +13,7 @@
 #include <sys/stat.h>
 
 using namespace survey_fixture;
-using workbench::SurveyStore;
+using survey::SurveyStore;
 
 namespace {
 

@@ -1,8 +1,10 @@
 #include "base/filesystemcalls.h"
 #include "support/failingtarget.h"
+#include "support/otherprogram.h"
 #include "support/testmain.h"
 #include "support/unprivileged.h"
 #include "survey/surveyfolder.h"
+#include "survey/surveyplace.h"
 #include "surveyfixture.h"
 
 #include <QDir>
@@ -79,6 +81,10 @@ private slots:
     void refusesAnExtentThatIsNone();
     void leavesNothingWhenAnyWriteFails();
     void leavesNothingWhereItMayNotWrite();
+    void whatADeadProgramLeftGoesWithTheNextSurvey();
+    void whatADeadProgramLeftGoesWhenASurveyIsOpened();
+    void aProgramKilledAtAnyWriteHindersNobody();
+    void nothingElseBesideASurveyGoes();
     void tellsWhyAFolderIsNoSurvey();
     void readsTheHostsInfo();
     void readsTheDepthUnit();
@@ -87,6 +93,10 @@ private slots:
 
 private:
     QString path(const char *name) const { return m_folder->filePath(QString::fromUtf8(name)); }
+    QStringList namesIn(const char *name) const
+    {
+        return QDir(path(name)).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    }
     QMap<QString, QByteArray> content() const { return files::snapshot(m_folder->path()); }
     std::unique_ptr<QTemporaryDir> m_folder;
 };
@@ -278,6 +288,100 @@ void TestSurveyFolder::leavesNothingWhereItMayNotWrite()
         QSKIP("no user without rights here");
     QCOMPARE(result, 0);
     QVERIFY(content().isEmpty());
+}
+
+void TestSurveyFolder::whatADeadProgramLeftGoesWithTheNextSurvey()
+{
+    OtherProgram other([this](const auto &wait) {
+        const SurveyPlace place(path("root/first"));
+        (void)createSurvey(place.buildFolder(), demo());
+        wait();
+    });
+    QCOMPARE(namesIn("root").size(), 1);
+    QVERIFY(namesIn("root").first().startsWith(".lorva-survey-"));
+    const QString building = namesIn("root").first();
+    QVERIFY(createSurvey(path("root/second"), demo()).ok());
+    removeUnfinishedSurveys(path("root"));
+    removeSurveyLeftovers(path("root/second"));
+    QCOMPARE(namesIn("root"), (QStringList{building, "second"})); // it may still be finished
+    other.kill();
+    const auto second = files::snapshot(path("root/second"));
+    QVERIFY(createSurvey(path("root/third"), demo()).ok());
+    QCOMPARE(namesIn("root"), (QStringList{"second", "third"}));
+    QCOMPARE(files::snapshot(path("root/second")), second);
+}
+
+void TestSurveyFolder::whatADeadProgramLeftGoesWhenASurveyIsOpened()
+{
+    QVERIFY(createSurvey(path("root/survey"), demo()).ok());
+    OtherProgram other([this](const auto &wait) {
+        const SurveyPlace place(path("root/first"));
+        (void)createSurvey(place.buildFolder(), demo());
+        wait();
+    });
+    other.kill();
+    QCOMPARE(namesIn("root").size(), 3);
+    removeSurveyLeftovers(path("root/survey"));
+    QCOMPARE(namesIn("root"), (QStringList{".omf", "survey"}));
+}
+
+void TestSurveyFolder::aProgramKilledAtAnyWriteHindersNobody()
+{
+    class Killed : public FullDisk
+    {
+    public:
+        using FullDisk::FullDisk;
+        ssize_t write(int file, const void *bytes, size_t size) override
+        {
+            const ssize_t done = FullDisk::write(file, bytes, size);
+            if (done < 0)
+                ::raise(SIGKILL);
+            return done;
+        }
+    };
+    for (int n = 0; n < 13; ++n) {
+        init();
+        const pid_t child = ::fork();
+        if (child == 0) {
+            Killed calls(n);
+            const base::ScopedFileSystemCalls scope(calls);
+            (void)createSurvey(path("root/survey"), demo());
+            ::_exit(0);
+        }
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        QVERIFY(WIFSIGNALED(status));
+        QVERIFY(!namesIn("root").contains("survey"));
+        QVERIFY(createSurvey(path("root/survey"), demo()).ok());
+        QCOMPARE(namesIn("root"), (QStringList{".omf", "survey"})); // and is marked, as a new folder of surveys is
+    }
+}
+
+void TestSurveyFolder::nothingElseBesideASurveyGoes()
+{
+    QVERIFY(createSurvey(path("root/survey"), demo()).ok());
+    files::write(path("outside/file"), "kept");
+    for (const char *name :
+         {".lorva-survey-short/f", ".lorva-survey-longername/f", ".lorva-survey-/f", ".lorva-survey-a b-c_/f",
+          "lorva-survey-abcdef/f", ".lorva-abcdef/f", ".lorva-other-abcdef/f", "x/.lorva-survey-abcdef/f",
+          ".lorva-survey-abcdeF", ".lorva-abcdeg"})
+        files::write(path("root/") + QLatin1String(name), "kept");
+    QVERIFY(QFile::link(path("outside"), path("root/.lorva-survey-link00")));
+    const auto before = content();
+    files::write(path("root/.lorva-survey-dead01/survey/.omf"), "half");
+    QVERIFY(QFile::link(path("outside"), path("root/.lorva-survey-dead01/link")));
+    removeSurveyLeftovers(path("root/survey"));
+    QCOMPARE(content(), before);
+    QVERIFY(createSurvey(path("root/next"), demo()).ok());
+    QVERIFY(QDir(path("root/next")).removeRecursively());
+    QCOMPARE(content(), before);
+    // Nor is it the folder in which the program happens to stand.
+    const QDir here = QDir::current();
+    QVERIFY(QDir::setCurrent(path("root")));
+    files::write(path("root/.lorva-survey-dead01/f"), "f");
+    removeUnfinishedSurveys(QString());
+    QVERIFY(QDir::setCurrent(here.path()));
+    QVERIFY(QFileInfo::exists(path("root/.lorva-survey-dead01/f")));
 }
 
 void TestSurveyFolder::tellsWhyAFolderIsNoSurvey()
