@@ -377,7 +377,7 @@ void WorkbenchWindow::newSurvey()
 void WorkbenchWindow::chooseSurvey()
 {
     const QString root = settings::lastFolder(surveysFolder);
-    removeUnfinishedSurveys(root);
+    survey::removeUnfinishedSurveys(root);
     const QString folder = m_chooser.chooseFolder(this, QStringLiteral("Open survey folder"), root);
     if (!folder.isEmpty())
         openSurvey(folder);

@@ -25,6 +25,12 @@ public:
         calls.append("writeMarkers " + key);
         return failsToWrite ? host::Status{"The disk is full."} : MemoryHost::writeMarkers(key, markers);
     }
+    host::Outcome<QStringList> markersLostByWriting(const QString &key, const QVector<host::Marker> &markers) override
+    {
+        if (failsToTellLosses)
+            return {{}, "The disk is gone."};
+        return MemoryHost::markersLostByWriting(key, markers);
+    }
     void reload(const QString &key) override
     {
         calls.append("reload " + key);
@@ -35,6 +41,7 @@ public:
     ScriptedAsker *asker = nullptr;
     int boxesBeforeReload = 0;
     bool failsToWrite = false;
+    bool failsToTellLosses = false;
     QStringList calls;
     host::LogData lastLog;
 };
@@ -483,6 +490,15 @@ private slots:
         QCOMPARE(m_host->errors, QStringList("Cannot write new markers to disk"));
         QVERIFY(m_asker.boxes.isEmpty());
         QCOMPARE(markers().size(), 1);
+        QCOMPARE(markers().at(0).name, QString("Old"));
+    }
+
+    void whereTheLossIsNotKnownNothingIsWritten()
+    {
+        m_host->failsToTellLosses = true;
+        QVERIFY(!m_writer->writeMarkers(0, markerSet({"Top"}, {1}, {Qt::red})));
+        QCOMPARE(m_host->errors, QStringList("Cannot write new markers to disk"));
+        QVERIFY(m_host->calls.isEmpty() && m_asker.boxes.isEmpty());
         QCOMPARE(markers().at(0).name, QString("Old"));
     }
 

@@ -54,6 +54,7 @@ private slots:
     void dropsUndefinedSamplesAtTheEndsOnReading();
     void dropsSamplesWithoutDepthAndTakesNoNumbersAsUndefined();
     void readsAnyOrderAndWritesByDepth();
+    void samplesOfOneDepthKeepTheirOrder();
     void skipsTheParameterSection();
     void takesSamplesThatLookLikeAMark();
     void tellsWhereTheHeaderIsCut();
@@ -144,6 +145,22 @@ void TestLogFile::readsAnyOrderAndWritesByDepth()
     host::LogData jumbled = read.log;
     jumbled.values = {host::undefinedValue, 2, 3, host::undefinedValue};
     QCOMPARE(readLog(written(jumbled)).log.depths, (QVector<float>{100, 100}));
+}
+
+// Few of them would stay in order by chance.
+void TestLogFile::samplesOfOneDepthKeepTheirOrder()
+{
+    host::LogData data;
+    data.name = QStringLiteral("GR");
+    QVector<float> expected{-1};
+    for (int i = 0; i < 100; ++i) {
+        data.depths.append(100);
+        data.values.append(static_cast<float>(i));
+        expected.append(static_cast<float>(i));
+    }
+    data.depths.append(50);
+    data.values.append(-1);
+    QCOMPARE(readLog(written(data)).log.values, expected);
 }
 
 void TestLogFile::skipsTheParameterSection()
