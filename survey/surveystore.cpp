@@ -21,22 +21,7 @@ namespace survey {
 
 namespace {
 
-constexpr char wellGroup[] = "Well";
 constexpr const char *wellFileEndings[] = {".well", ".track", ".wlm", ".wlt", ".csmdl", ".disp"};
-constexpr char wellFolderKey[] = "100050";
-
-int numberOfKey(const QString &key)
-{
-    const QStringList parts = key.split(QLatin1Char('.'));
-    if (parts.size() != 2 || parts.first() != QLatin1String(wellFolderKey))
-        return 0;
-    return base::parseInteger(parts.last().toLatin1()).value_or(0);
-}
-
-QString keyOf(int number)
-{
-    return QLatin1String(wellFolderKey) + QLatin1Char('.') + QString::number(number);
-}
 
 QByteArray unitOf(const WellFile &file, DepthUnit surveyUnit)
 {
@@ -49,23 +34,18 @@ DepthRange depthsOf(const WellFile &well)
     return {static_cast<float>(well.track.first().md), static_cast<float>(well.track.last().md)};
 }
 
-bool isWell(const ObjectEntry &entry)
-{
-    return !entry.isFolder && entry.number > 1 && entry.group() == wellGroup;
-}
-
 } // namespace
 
 SurveyStore::SurveyStore(const QString &surveyDirectory)
     : m_surveyDirectory(surveyDirectory)
+    , m_list(surveyDirectory)
 {
 }
 
 void SurveyStore::setSurveyDirectory(const QString &path)
 {
     m_surveyDirectory = path;
-    m_listState = {};
-    m_listBytes = QByteArray();
+    m_list.setSurveyDirectory(path);
     m_logs.forget();
     m_givenMarkers.clear();
     m_givenWells.clear();
@@ -97,60 +77,9 @@ QString SurveyStore::logProblem(const QString &key, int index)
     return file.isEmpty() ? QString() : m_problems.sentencesOf(file).join(QLatin1Char('\n'));
 }
 
-host::Outcome<ObjectList> SurveyStore::readObjectList()
-{
-    const QString path = objectListPath();
-    const int linkProblem = base::linkProblem(m_surveyDirectory, wellFolder());
-    if (linkProblem != 0)
-        return {{}, readErrorText(path, linkProblem)};
-    const auto listAsRead = [this, &path]() -> host::Outcome<ObjectList> {
-        for (const QString &problem : qAsConst(m_listProblems))
-            report(path, problem);
-        return {m_list, {}};
-    };
-    if (fileState(path).isSame(m_listState))
-        return listAsRead();
-    m_listState = {};
-    const FileRead read = readFile(path);
-    if (read.errorCode != 0)
-        return {{}, readErrorText(path, read.errorCode)};
-    if (m_listBytes.isNull() || m_listBytes != read.bytes) {
-        m_listBytes = QByteArray();
-        m_listProblems.clear();
-        const host::Outcome<ObjectList> list = ObjectList::parse(read.bytes, &m_listProblems);
-        if (!list.ok())
-            return {{}, QStringLiteral("Cannot read the list of wells %1: %2.").arg(path, list.error)};
-        m_list = list.value;
-        m_listIndex.clear();
-        for (int i = 0; i < m_list.entries().size(); ++i)
-            if (isWell(m_list.entries().at(i)))
-                m_listIndex.insert(m_list.entries().at(i).number, i);
-        m_listBytes = read.bytes;
-    }
-    m_listState = read.state;
-    return listAsRead();
-}
-
-host::Outcome<ObjectList> SurveyStore::listToChange()
-{
-    host::Outcome<ObjectList> list = readObjectList();
-    if (list.ok() && list.value.isCut())
-        return {{},
-                QStringLiteral("The list of wells %1 is cut off; writing it would lose the wells behind the cut. "
-                               "Nothing was changed.")
-                    .arg(objectListPath())};
-    return list;
-}
-
-host::Status SurveyStore::writeObjectList(const ObjectList &list)
-{
-    const base::WriteResult result = base::writeFileAtomically(objectListPath(), list.toBytes());
-    return {result.ok() ? QString() : writeErrorText(objectListPath(), result.error)};
-}
-
 host::Outcome<QVector<host::WellEntry>> SurveyStore::list()
 {
-    const host::Outcome<ObjectList> list = readObjectList();
+    const host::Outcome<ObjectList> list = m_list.read(reporter());
     if (!list.ok())
         return {{}, list.error};
     struct Sortable
@@ -161,7 +90,7 @@ host::Outcome<QVector<host::WellEntry>> SurveyStore::list()
     std::vector<Sortable> wells;
     for (const ObjectEntry &entry : list.value.entries())
         if (isWell(entry))
-            wells.push_back({hostSortKey(entry.name), {entry.name, keyOf(entry.number)}});
+            wells.push_back({hostSortKey(entry.name), {entry.name, wellKey(entry.number)}});
     std::stable_sort(wells.begin(), wells.end(), [](const Sortable &a, const Sortable &b) { return a.key < b.key; });
     QVector<host::WellEntry> result;
     result.reserve(static_cast<int>(wells.size()));
@@ -173,17 +102,17 @@ host::Outcome<QVector<host::WellEntry>> SurveyStore::list()
 // The path of the well's files without their endings.
 host::Outcome<QString> SurveyStore::stem(const QString &key)
 {
-    const host::Outcome<ObjectList> list = readObjectList();
+    const host::Outcome<ObjectList> list = m_list.read(reporter());
     if (!list.ok())
         return {{}, list.error};
-    const int index = m_listIndex.value(numberOfKey(key), -1);
-    if (index < 0)
-        return {{}, QStringLiteral("The well with the key %1 is not in the list %2.").arg(key, objectListPath())};
-    const QString fileName = m_list.entries().at(index).fileName();
+    const ObjectEntry *entry = m_list.well(key);
+    if (!entry)
+        return {{}, QStringLiteral("The well with the key %1 is not in the list %2.").arg(key, m_list.path())};
+    const QString fileName = entry->fileName();
     if (!isPlainFileName(fileName))
         return {{},
                 QStringLiteral("The list %1 gives the well \"%2\" no file of its folder (\"%3\").")
-                    .arg(objectListPath(), m_list.entries().at(index).name, fileName)};
+                    .arg(m_list.path(), entry->name, fileName)};
     return {wellFolder() + QLatin1Char('/') + stemOf(fileName), {}};
 }
 
@@ -228,7 +157,7 @@ host::Outcome<host::WellHeader> SurveyStore::header(const QString &key)
     const host::Outcome<WellFile> file = readWell(wellStem.value);
     if (!file.ok())
         return {{}, file.error};
-    const host::WellHeader header = file.value.header(m_list.entries().at(m_listIndex.value(numberOfKey(key))).name);
+    const host::WellHeader header = file.value.header(m_list.well(key)->name);
     return {isInFeet() ? host::feetToMetres(header) : header, {}};
 }
 
@@ -242,7 +171,7 @@ host::Outcome<WellProperties> SurveyStore::properties(const QString &key)
     if (!file.ok())
         return {{}, file.error};
     m_givenWells.insert(key, state);
-    return {file.value.properties(m_list.entries().at(m_listIndex.value(numberOfKey(key))).name), {}};
+    return {file.value.properties(m_list.well(key)->name), {}};
 }
 
 LogFiles::Report SurveyStore::reporter()
@@ -430,25 +359,25 @@ host::Outcome<QString> SurveyStore::addWell(const WellProperties &given)
     const SurveyWrite write(m_surveyDirectory);
     if (!write.ok())
         return {{}, write.problem()};
-    const host::Outcome<ObjectList> read = listToChange();
+    const host::Outcome<ObjectList> read = m_list.readToChange(reporter());
     if (!read.ok())
         return {{}, read.error};
     ObjectList list = read.value;
     const QString wellStem = newStem(properties.name, list);
     const int number = list.append(properties.name, wellGroup, wellStem + QStringLiteral(".well"));
     if (number == 0)
-        return {{}, QStringLiteral("The list of wells %1 has no number left for a new well.").arg(objectListPath())};
+        return {{}, QStringLiteral("The list of wells %1 has no number left for a new well.").arg(m_list.path())};
     const host::Status written =
         writeWell(wellFolder() + QLatin1Char('/') + wellStem, makeWellFile(properties, depthUnit()));
     if (!written.ok())
         return {{}, written.error};
     // The list comes last: a crash before it leaves a file that nothing names, never an entry without its file.
-    const host::Status status = writeObjectList(list);
+    const host::Status status = m_list.write(list);
     if (!status.ok()) {
         removeFile(wellFolder() + QLatin1Char('/') + wellStem + QStringLiteral(".well"));
         return {{}, status.error};
     }
-    return {keyOf(number), {}};
+    return {wellKey(number), {}};
 }
 
 host::Status SurveyStore::writeWell(const QString &stem, const WellFile &file)
@@ -516,14 +445,14 @@ host::Status SurveyStore::renameWell(const QString &key, const QString &name)
     const SurveyWrite write(m_surveyDirectory);
     if (!write.ok())
         return {write.problem()};
-    host::Outcome<ObjectList> list = listToChange();
+    host::Outcome<ObjectList> list = m_list.readToChange(reporter());
     if (!list.ok())
         return {list.error};
-    const ObjectEntry *entry = list.value.entry(numberOfKey(key));
+    const ObjectEntry *entry = list.value.entry(wellNumber(key));
     if (!entry || !isWell(*entry))
-        return {QStringLiteral("The well with the key %1 is not in the list %2.").arg(key, objectListPath())};
-    list.value.rename(numberOfKey(key), name.trimmed());
-    return writeObjectList(list.value);
+        return {QStringLiteral("The well with the key %1 is not in the list %2.").arg(key, m_list.path())};
+    list.value.rename(wellNumber(key), name.trimmed());
+    return m_list.write(list.value);
 }
 
 host::Status SurveyStore::removeWell(const QString &key)
@@ -532,16 +461,16 @@ host::Status SurveyStore::removeWell(const QString &key)
     if (!write.ok())
         return {write.problem()};
     const host::Outcome<QString> wellStem = stem(key);
-    host::Outcome<ObjectList> list = listToChange();
+    host::Outcome<ObjectList> list = m_list.readToChange(reporter());
     if (!list.ok())
         return {list.error};
-    const ObjectEntry *entry = list.value.entry(numberOfKey(key));
+    const ObjectEntry *entry = list.value.entry(wellNumber(key));
     if (!entry || !isWell(*entry))
-        return {QStringLiteral("The well with the key %1 is not in the list %2.").arg(key, objectListPath())};
+        return {QStringLiteral("The well with the key %1 is not in the list %2.").arg(key, m_list.path())};
     const QString fileName = entry->fileName();
-    list.value.remove(numberOfKey(key));
+    list.value.remove(wellNumber(key));
     // The list goes first: a crash after it leaves files that nothing names.
-    const host::Status status = writeObjectList(list.value);
+    const host::Status status = m_list.write(list.value);
     if (!status.ok() || !wellStem.ok())
         return status;
     for (const ObjectEntry &other : list.value.entries())

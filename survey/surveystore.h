@@ -3,9 +3,9 @@
 #include "host/wells.h"
 #include "survey/fileproblems.h"
 #include "survey/logfiles.h"
-#include "survey/objectlist.h"
 #include "survey/surveyunit.h"
 #include "survey/wellfile.h"
+#include "survey/welllistfile.h"
 
 #include <QHash>
 
@@ -73,11 +73,6 @@ public:
 
 private:
     QString wellFolder() const;
-    QString objectListPath() const { return wellFolder() + QStringLiteral("/.omf"); }
-    host::Outcome<ObjectList> readObjectList();
-    /// The same for a list that is to be changed and written: a list that is cut off is refused.
-    host::Outcome<ObjectList> listToChange();
-    host::Status writeObjectList(const ObjectList &list);
     host::Outcome<QString> stem(const QString &key);
     QString newStem(const QString &name, const ObjectList &list) const;
     host::Outcome<WellFile> readWell(const QString &stem, bool *hasTrackFile = nullptr);
@@ -93,14 +88,7 @@ private:
     MarkersChanged m_markersChanged;
     ProblemFound m_problemFound;
     FileProblems m_problems;
-
-    // The object list as last parsed, and the state of the file then: every call looks it up, and parsing it each
-    // time would make work on all wells quadratic.
-    FileState m_listState;
-    QByteArray m_listBytes; ///< null when none was parsed
-    ObjectList m_list;
-    QStringList m_listProblems; ///< what had to be passed over in it
-    QHash<int, int> m_listIndex; ///< object number to entry index
+    WellListFile m_list;
     LogFiles m_logs;
     // What was given out last, by key: another program may change it before a change made here is written.
     QHash<QString, QVector<host::Marker>> m_givenMarkers;

@@ -202,6 +202,7 @@ private slots:
     void includesFollowTheArrows();
     void includesNameExistingFiles();
     void aFoldersNamesLiveInItsNamespace();
+    void noFileIsTooLong();
 
 private:
     QVector<Source> m_sources;
@@ -401,6 +402,28 @@ void TestSourceRules::aFoldersNamesLiveInItsNamespace()
         seen += source.lines.filter(QStringLiteral("namespace survey {")).size();
     }
     QVERIFY(seen > 20);
+}
+
+// A file is about one thing; one that is longer than this has become two.
+void TestSourceRules::noFileIsTooLong()
+{
+    const QDir project(QStringLiteral(LORVA_SOURCE_DIR));
+    QStringList found;
+    const auto compare = [&](const QString &path, int lines, int most) {
+        if (lines > most)
+            found.append(QStringLiteral("%1: %2 lines").arg(path).arg(lines));
+    };
+    for (const Source &source : qAsConst(m_sources))
+        compare(source.path, source.lines.size() - 1, 550);
+    int seen = 0;
+    QDirIterator tests(project.filePath(QStringLiteral("tests")), {QStringLiteral("*.h"), QStringLiteral("*.cpp")},
+                       QDir::Files, QDirIterator::Subdirectories);
+    for (; tests.hasNext(); ++seen) {
+        const QString path = tests.next();
+        compare(project.relativeFilePath(path), files::read(path).count('\n'), 700);
+    }
+    QVERIFY(seen > 100);
+    QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
 }
 
 LORVA_TEST_MAIN(TestSourceRules)
