@@ -15,6 +15,8 @@ public:
 
     /// Shows what the program has to say; no signal.
     void showText(const QString &text);
+    /// Types the text and finishes, as a user does with Enter.
+    void enterText(const QString &text);
 
 signals:
     /// Editing finished with another text than was shown, or finished with, before.

@@ -5,6 +5,7 @@
 #include "logview/markeritem.h"
 #include "logview/trackheaders.h"
 #include "logview/trackitem.h"
+#include "logview/viewkeys.h"
 #include "logview/welldisplaydata.h"
 #include "logview/welllogsscene.h"
 #include "logview/wellnameitem.h"
@@ -46,6 +47,7 @@ CorrelationView::CorrelationView(ProjectData &projectData, QGraphicsScene *heade
     , m_headers(std::make_unique<TrackHeaders>(headerScene))
     , m_panel(new CorrelationViewProperty(this))
     , m_wells(projectData, logicalDpiX())
+    , m_drag(this)
     , m_dotsPerInch(logicalDpiX())
 {
     setObjectName(QStringLiteral("correlationView"));
@@ -275,10 +277,9 @@ void CorrelationView::wheelEvent(QWheelEvent *event)
 
 void CorrelationView::mousePressEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton && event->modifiers() == Qt::ControlModifier) {
-        m_isDragged = true;
-        m_dragStart = event->pos();
-        viewport()->setCursor(Qt::ClosedHandCursor);
+    const bool isLeftWithCtrl = event->button() == Qt::LeftButton && event->modifiers() == Qt::ControlModifier;
+    if (isLeftWithCtrl || event->button() == Qt::MiddleButton) {
+        m_drag.begin(event->pos());
         event->accept();
         return;
     }
@@ -291,31 +292,25 @@ void CorrelationView::mousePressEvent(QMouseEvent *event)
 
 void CorrelationView::mouseMoveEvent(QMouseEvent *event)
 {
-    if (!m_isDragged) {
+    if (m_drag.isOn())
+        m_drag.moveTo(event->pos());
+    else
         PaperView::mouseMoveEvent(event);
-        return;
-    }
-    const QPoint moved = event->pos() - m_dragStart;
-    m_dragStart = event->pos();
-    horizontalScrollBar()->setValue(horizontalScrollBar()->value() - moved.x());
-    verticalScrollBar()->setValue(verticalScrollBar()->value() - moved.y());
 }
 
 void CorrelationView::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (!m_isDragged) {
+    if (m_drag.isOn())
+        m_drag.end();
+    else
         PaperView::mouseReleaseEvent(event);
-        return;
-    }
-    m_isDragged = false;
-    viewport()->unsetCursor();
 }
 
 void CorrelationView::keyPressEvent(QKeyEvent *event)
 {
     if (event->modifiers() == Qt::ControlModifier && event->key() == Qt::Key_0)
         showAllDepths();
-    else
+    else if (!logview::scrollByKey(*this, *event))
         PaperView::keyPressEvent(event);
 }
 

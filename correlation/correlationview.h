@@ -3,6 +3,7 @@
 #include "correlation/correlationgeometry.h"
 #include "correlation/correlationwells.h"
 #include "logview/paperview.h"
+#include "logview/viewdrag.h"
 
 #include <QPointer>
 
@@ -90,7 +91,7 @@ private:
     QVector<TrackItem *> m_tracks; ///< owned by the scene
     QString m_flatMarker;
     QString m_notes;
-    QPoint m_dragStart;
+    ViewDrag m_drag;
     int m_dotsPerInch;
     float m_scale = logview::defaultDepthScale;
     int m_depthType = logview::MeasuredDepth;
@@ -98,5 +99,4 @@ private:
     int m_wellDistance = defaultWellDistance;
     int m_redrawCount = 0;
     bool m_isReady = false;
-    bool m_isDragged = false;
 };

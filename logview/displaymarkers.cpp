@@ -4,6 +4,8 @@
 
 #include <QGraphicsScene>
 
+#include <cmath>
+
 DisplayMarkers::DisplayMarkers(QGraphicsScene *scene, QObject *parent)
     : QObject(parent)
     , m_scene(scene)
@@ -26,6 +28,19 @@ MarkerItem *DisplayMarkers::findStored(const QString &markerName) const
     return nullptr;
 }
 
+MarkerItem *DisplayMarkers::nearest(double y, double reachPx) const
+{
+    MarkerItem *nearest = nullptr;
+    for (MarkerItem *marker : m_markers) {
+        const double distance = std::abs(marker->y() - y);
+        if (distance > reachPx)
+            continue;
+        nearest = marker;
+        reachPx = distance;
+    }
+    return nearest;
+}
+
 void DisplayMarkers::add(MarkerItem *marker)
 {
     m_scene->addItem(marker);
@@ -33,6 +48,10 @@ void DisplayMarkers::add(MarkerItem *marker)
     m_last = marker;
     marker->setWidth(m_width);
     connect(marker, &MarkerItem::depthEdited, this, [this, marker] { emit depthEdited(marker); });
+    connect(marker, &MarkerItem::nameEdited, this, [this, marker] {
+        if (!m_unsaved.contains(marker))
+            emit storedNameEdited();
+    });
 }
 
 MarkerItem *DisplayMarkers::pick(const QString &wellName)

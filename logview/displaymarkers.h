@@ -34,6 +34,10 @@ public:
     const QVector<MarkerItem *> &unsaved() const { return m_unsaved; }
     void setSaved(MarkerItem *marker) { m_unsaved.removeOne(marker); }
 
+    /// The one whose line stands nearest to \a y in the scene, no farther than \a reachPx away; of equally near ones
+    /// the one that was added last. Null when there is none.
+    MarkerItem *nearest(double y, double reachPx) const;
+
     void add(MarkerItem *marker);
     /// Adds a new one, "New_0", "New_1"…, at depth 0.
     MarkerItem *pick(const QString &wellName);
@@ -56,6 +60,8 @@ signals:
     void leaving(MarkerItem *marker);
     /// The user gave it another depth.
     void depthEdited(MarkerItem *marker);
+    /// The user gave a marker of the well another name in the display.
+    void storedNameEdited();
 
 private:
     QGraphicsScene *m_scene;

@@ -93,6 +93,14 @@ void MarkerItem::setMarkerName(const QString &markerName)
     m_drawing->update();
 }
 
+void MarkerItem::editMarkerName(const QString &markerName)
+{
+    if (markerName == this->markerName())
+        return;
+    setMarkerName(markerName);
+    emit nameEdited();
+}
+
 void MarkerItem::setDepth(float depthM)
 {
     setData(DepthKey, depthM);

@@ -29,6 +29,8 @@ public:
     QString wellName() const { return data(WellNameKey).toString(); }
     void setMarkerName(const QString &markerName);
     QString markerName() const { return data(MarkerNameKey).toString(); }
+    /// As setMarkerName(), and announces another name by nameEdited().
+    void editMarkerName(const QString &markerName);
     /// Measured depth in metres. The item stays where it is.
     void setDepth(float depthM);
     float depth() const { return data(DepthKey).toFloat(); }
@@ -53,6 +55,8 @@ signals:
     void changed();
     /// The user gave it another depth: whoever shows it has to move it.
     void depthEdited();
+    /// The user gave it another name.
+    void nameEdited();
 
 protected:
     QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;

@@ -58,7 +58,7 @@ void MarkerItemPropertyWidget::showMarker()
 
 void MarkerItemPropertyWidget::markerNameChanged()
 {
-    m_marker->setMarkerName(m_markerName->text());
+    m_marker->editMarkerName(m_markerName->text());
 }
 
 void MarkerItemPropertyWidget::markerDepthChanged()

@@ -3,7 +3,9 @@
 #include "base/safename.h"
 #include "datastore/projectdata.h"
 #include "datastore/projectfile.h"
+#include "logview/curveitem.h"
 #include "logview/displaypicture.h"
+#include "logview/geometry/samplelookup.h"
 #include "logview/infront.h"
 #include "logview/markeritem.h"
 #include "logview/markersaving.h"
@@ -21,9 +23,12 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace {
+
+constexpr double airAboveFirstSample = 0.05; // of the height of the view
 
 class WaitCursor
 {
@@ -92,17 +97,27 @@ WellDisplayWidget::WellDisplayWidget(ProjectData &projectData, const QString &we
     m_statusLine->setObjectName(QStringLiteral("statusLine"));
     m_statusLine->setTextFormat(Qt::PlainText);
     m_statusLine->setMinimumWidth(1); // a long read-out must not widen the window
+    m_statusLine->setText(QStringLiteral("0")); // nor may the first one move what it reads
+    m_statusLine->setMinimumHeight(m_statusLine->sizeHint().height());
+    m_statusLine->clear();
     layout->addWidget(m_statusLine);
     buildTracks(templateName);
 
     connect(m_scene.get(), &WellLogsScene::propertyWidgetChanged, this, &WellDisplayWidget::setPropertyWidget);
     connect(m_scene.get(), &WellLogsScene::sendDeleteTrack, this, &WellDisplayWidget::deleteTrack);
-    connect(m_scene.get(), &WellLogsScene::laidOut, m_views, &ViewPair::showScenes);
+    const auto showScenes = [this] { m_logView->depthPlace().keep([this] { m_views->showScenes(); }); };
+    connect(m_scene.get(), &WellLogsScene::laidOut, this, showScenes);
+    connect(&m_scene->markers(), &DisplayMarkers::storedNameEdited, this, [this] {
+        setStatusLabel(QStringLiteral("Only the label in this display changed: the marker keeps its name in the "
+                                      "well %1.")
+                           .arg(m_wellName));
+    });
     connect(m_scene.get(), &WellLogsScene::markersDropped, this,
             [this](const QStringList &names) { emit markersDropped(m_wellName, names); });
     connect(m_logView, &WellLogsView::saveMarkerRequested, this, &WellDisplayWidget::saveMarker);
     connect(m_logView, &WellLogsView::pickingHint, this, &WellDisplayWidget::setStatusLabel);
-    m_views->showScenes();
+    showScenes();
+    openAtFirstSample();
     showScenePanel();
 }
 
@@ -137,6 +152,31 @@ void WellDisplayWidget::buildTracks(const QString &templateName)
     if (!withoutLog.isEmpty())
         setStatusLabel(QStringLiteral("No default log for %1 in %2: see Well Data Manager")
                            .arg(withoutLog.join(QStringLiteral(", ")), m_wellName));
+}
+
+// The depth range begins at 0, but the logs may begin far below.
+void WellDisplayWidget::openAtFirstSample()
+{
+    std::optional<double> first;
+    for (const TrackItem *track : m_scene->tracks()) {
+        for (const CurveItem *curve : track->curves()) {
+            const std::optional<double> depthM = logview::shallowestDepthM(curve->samples());
+            if (depthM)
+                first = std::min(*depthM, first.value_or(*depthM));
+        }
+    }
+    if (first)
+        m_logView->depthPlace().open(*first, airAboveFirstSample);
+}
+
+double WellDisplayWidget::depthInView() const
+{
+    return m_logView->depthPlace().middleM();
+}
+
+void WellDisplayWidget::openAtDepth(double depthM)
+{
+    m_logView->depthPlace().open(depthM, 0.5);
 }
 
 QGraphicsView *WellDisplayWidget::headerView() const

@@ -40,6 +40,11 @@ public:
     WellLogsView *logView() const { return m_logView; }
     QGraphicsView *headerView() const;
 
+    /// Measured depth in metres in the middle of the log view.
+    double depthInView() const;
+    /// Opens with this depth in the middle of the view instead of with the first sample at its top.
+    void openAtDepth(double depthM);
+
     /// Tells in one box which of its logs could not be read.
     void tellUnread();
     /// Between the two, the well's markers are read at most once.
@@ -73,6 +78,7 @@ public slots:
 
 private:
     void buildTracks(const QString &templateName);
+    void openAtFirstSample();
     void saveMarker(MarkerItem *marker);
     void readMarkers();
 

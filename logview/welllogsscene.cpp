@@ -142,7 +142,7 @@ void WellLogsScene::applyDepthTypeAndUnit()
     if (!m_tracks.isEmpty())
         m_trackHeight = m_tracks.first()->axis().heightPx();
     tellDropped(
-        m_markers.placeOrDrop(markerAxis(), [this](const MarkerItem &marker) { return displayDepth(marker); }));
+        m_markers.placeOrDrop(depthAxis(), [this](const MarkerItem &marker) { return displayDepth(marker); }));
     updateSceneRects();
 }
 
@@ -153,7 +153,7 @@ void WellLogsScene::applyDepthRange()
         track->setDepthRange(m_startDepth, m_endDepth);
     if (!m_tracks.isEmpty())
         m_trackHeight = m_tracks.first()->axis().heightPx();
-    tellDropped(m_markers.placeOrDrop(markerAxis(),
+    tellDropped(m_markers.placeOrDrop(depthAxis(),
                                       [](const MarkerItem &marker) { return static_cast<double>(marker.depth()); }));
     updateSceneRects();
 }
@@ -163,10 +163,10 @@ void WellLogsScene::applyScale(float scale)
     for (TrackItem *track : qAsConst(m_tracks))
         track->setScale(scale);
     relayoutTracks();
-    m_markers.placeInside(markerAxis(), [this](const MarkerItem &marker) { return displayDepth(marker); });
+    m_markers.placeInside(depthAxis(), [this](const MarkerItem &marker) { return displayDepth(marker); });
 }
 
-logview::DepthAxis WellLogsScene::markerAxis() const
+logview::DepthAxis WellLogsScene::depthAxis() const
 {
     return {m_startDepth, m_endDepth, static_cast<float>(m_trackHeight)};
 }
@@ -202,12 +202,12 @@ bool WellLogsScene::addMarker(MarkerItem *marker)
 {
     const logview::DepthReference measured{logview::MeasuredDepth, static_cast<logview::DepthUnit>(m_depthUnit), 0};
     const auto depth = static_cast<double>(measured.toDisplay(static_cast<double>(marker->depth())));
-    if (!markerAxis().contains(depth)) {
+    if (!depthAxis().contains(depth)) {
         delete marker;
         return false;
     }
     m_markers.add(marker);
-    marker->setPos(0, markerAxis().toScenePixel(depth));
+    marker->setPos(0, depthAxis().toScenePixel(depth));
     return true;
 }
 
@@ -220,7 +220,7 @@ void WellLogsScene::deleteMarker(const QString &markerName)
 void WellLogsScene::movePickedMarker(MarkerItem *marker, double sceneY)
 {
     const double y = std::clamp(sceneY, 0.0, static_cast<double>(m_trackHeight));
-    marker->setDepth(static_cast<float>(depthReference().toMeasuredM(markerAxis().toDepth(y))));
+    marker->setDepth(static_cast<float>(depthReference().toMeasuredM(depthAxis().toDepth(y))));
     marker->setPos(0, y);
 }
 

@@ -48,6 +48,9 @@ public:
     void setMode(Mode mode) { m_mode = mode; }
     int sceneWidth() const { return m_sceneWidth; }
     int trackHeight() const { return m_trackHeight; }
+    /// The depth range over the whole pixels of the track height.
+    logview::DepthAxis depthAxis() const;
+    logview::DepthReference depthReference() const;
 
     float totalDepth() const { return m_totalDepth; } ///< metres
     void setTotalDepth(float depthM) { m_totalDepth = depthM; }
@@ -105,10 +108,8 @@ private:
     int placeTrack(TrackItem *track, int x);
     void updateSceneRects();
     double displayDepth(const MarkerItem &marker) const;
-    logview::DepthReference depthReference() const;
     void placeEditedMarker(MarkerItem *marker);
     void tellDropped(const QStringList &markerNames);
-    logview::DepthAxis markerAxis() const;
     void clickedInHeader(QGraphicsItem *item);
 
     QGraphicsScene *m_headerScene;

@@ -70,6 +70,11 @@ void WellLogsScenePropertyWidget::setScale(float scale)
     showNumber(m_scale, scale);
 }
 
+void WellLogsScenePropertyWidget::enterScale(float scale)
+{
+    m_scale->enterText(numberText(scale));
+}
+
 void WellLogsScenePropertyWidget::setStartDepth(float depth)
 {
     showNumber(m_startDepth, depth);

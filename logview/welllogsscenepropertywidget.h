@@ -25,6 +25,9 @@ public:
     void setWellName(const QString &wellName);
     void setTotalDepth(float depthM);
     void setScale(float scale);
+    float scale() const { return m_scaleValue; }
+    /// Types a scale into its field, as a user does.
+    void enterScale(float scale);
     void setStartDepth(float depth);
     void setEndDepth(float depth);
     void setDepthType(int depthType);

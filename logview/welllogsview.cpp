@@ -1,15 +1,20 @@
 #include "logview/welllogsview.h"
 
 #include "logview/curveitem.h"
+#include "logview/geometry/depthscales.h"
 #include "logview/markeritem.h"
 #include "logview/trackitem.h"
+#include "logview/viewkeys.h"
 #include "logview/welllogsscene.h"
+#include "logview/welllogsscenepropertywidget.h"
 
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QPointer>
 
 namespace {
+
+constexpr double markerReach = 4; // pixels
 
 bool isDisplayItem(const QGraphicsItem *item)
 {
@@ -21,8 +26,56 @@ bool isDisplayItem(const QGraphicsItem *item)
 WellLogsView::WellLogsView(WellLogsScene *scene, QWidget *parent)
     : PaperView(scene, parent)
     , m_scene(scene)
+    , m_place(scene, this)
+    , m_cursor(viewport())
+    , m_drag(this)
 {
     setMouseTracking(true);
+}
+
+bool WellLogsView::viewportEvent(QEvent *event)
+{
+    if (event->type() == QEvent::Leave)
+        m_cursor.hide();
+    return PaperView::viewportEvent(event);
+}
+
+void WellLogsView::paintEvent(QPaintEvent *event)
+{
+    m_place.viewSeen();
+    const QRect tracks(mapFromScene(0, 0), QSize(m_scene->sceneWidth(), m_scene->trackHeight()));
+    m_cursor.paint(*event, tracks, [this, event] { PaperView::paintEvent(event); });
+}
+
+void WellLogsView::resizeEvent(QResizeEvent *event)
+{
+    m_place.resize([this, event] { PaperView::resizeEvent(event); });
+}
+
+// The read-out of what comes under a mouse that stands still is Qt's work: it repeats the last move.
+void WellLogsView::scrollContentsBy(int dx, int dy)
+{
+    PaperView::scrollContentsBy(dx, dy);
+    m_cursor.scrolled(dy);
+    if (dy != 0)
+        m_place.viewScrolled();
+    if (livePicked())
+        movePicked(m_mouse);
+}
+
+// Ctrl and wheel walk through the usual scales, around the depth under the mouse.
+void WellLogsView::wheelEvent(QWheelEvent *event)
+{
+    if (!(event->modifiers() & Qt::ControlModifier)) {
+        PaperView::wheelEvent(event);
+        return;
+    }
+    event->accept();
+    const int steps = m_wheelSteps.take(event->angleDelta().y());
+    WellLogsScenePropertyWidget *panel = m_scene->panel();
+    const float scale = logview::steppedScale(panel->scale(), -steps);
+    if (scale != panel->scale())
+        m_place.keepRow(event->position().toPoint().y(), [panel, scale] { panel->enterScale(scale); });
 }
 
 MarkerItem *WellLogsView::livePicked()
@@ -40,7 +93,8 @@ void WellLogsView::startPicking()
     m_picked = m_scene->markers().last();
     viewport()->setCursor(Qt::CrossCursor);
     setFocus();
-    movePicked(mapFromGlobal(QCursor::pos()));
+    m_mouse = viewport()->mapFromGlobal(QCursor::pos());
+    movePicked(m_mouse);
 }
 
 void WellLogsView::movePicked(const QPoint &position)
@@ -68,8 +122,14 @@ void WellLogsView::cancelPicking()
 
 void WellLogsView::mouseMoveEvent(QMouseEvent *event)
 {
-    if (livePicked())
-        movePicked(event->pos());
+    m_mouse = event->pos();
+    m_cursor.moveTo(m_mouse.y());
+    if (m_drag.isOn() && !(event->buttons() & Qt::MiddleButton))
+        m_drag.end(); // the release went elsewhere
+    if (m_drag.isOn())
+        m_drag.moveTo(m_mouse);
+    else if (livePicked())
+        movePicked(m_mouse);
     else
         PaperView::mouseMoveEvent(event);
 }
@@ -77,7 +137,9 @@ void WellLogsView::mouseMoveEvent(QMouseEvent *event)
 void WellLogsView::mousePressEvent(QMouseEvent *event)
 {
     MarkerItem *marker = livePicked();
-    if (!marker) {
+    if (event->button() == Qt::MiddleButton) {
+        m_drag.begin(event->pos());
+    } else if (!marker) {
         PaperView::mousePressEvent(event);
     } else if (event->button() == Qt::LeftButton) {
         movePicked(event->pos());
@@ -87,11 +149,19 @@ void WellLogsView::mousePressEvent(QMouseEvent *event)
     }
 }
 
+void WellLogsView::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::MiddleButton)
+        m_drag.end();
+    else
+        PaperView::mouseReleaseEvent(event);
+}
+
 void WellLogsView::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Escape && livePicked())
         cancelPicking();
-    else
+    else if (!logview::scrollByKey(*this, *event))
         PaperView::keyPressEvent(event);
 }
 
@@ -101,6 +171,13 @@ QGraphicsItem *WellLogsView::itemUnder(const QPoint &position) const
         if (isDisplayItem(item))
             return item;
     return nullptr;
+}
+
+// A line is thin: a marker is meant as well when the mouse stands a little beside it.
+MarkerItem *WellLogsView::markerNear(const QPoint &position) const
+{
+    const QPointF place = mapToScene(position);
+    return place.x() <= m_scene->sceneWidth() ? m_scene->markers().nearest(place.y(), markerReach) : nullptr;
 }
 
 // The item may be gone by the time the user chooses. The mode goes back to none, or clicks would no longer show
@@ -124,13 +201,16 @@ QMenu *WellLogsView::createContextMenu(const QPoint &position)
     auto *menu = new QMenu(this);
     menu->setObjectName(QStringLiteral("logContextMenu"));
     menu->addAction(QStringLiteral("Pick Marker"), this, &WellLogsView::startPicking);
+    MarkerItem *marker = markerNear(position);
     QGraphicsItem *item = itemUnder(position);
-    if (auto *marker = qgraphicsitem_cast<MarkerItem *>(item)) {
-        if (m_scene->markers().unsaved().contains(marker))
-            addItemAction(menu, QStringLiteral("Save Picked Marker"), marker, [this, marker] {
-                m_scene->savePickedMarkerClicked();
-                emit saveMarkerRequested(marker);
-            });
+    const QVector<MarkerItem *> &unsaved = m_scene->markers().unsaved();
+    MarkerItem *toSave = marker && unsaved.contains(marker) ? marker : unsaved.isEmpty() ? nullptr : unsaved.last();
+    if (toSave)
+        addItemAction(menu, QStringLiteral("Save Picked Marker"), toSave, [this, toSave] {
+            m_scene->savePickedMarkerClicked();
+            emit saveMarkerRequested(toSave);
+        });
+    if (marker) {
         addItemAction(menu, QStringLiteral("Delete Marker"), marker, [this] { m_scene->deleteMarker(); });
     } else if (item && item->type() == CurveItem::Type) {
         addItemAction(menu, QStringLiteral("Delete Curve"), item, [this] { m_scene->deleteCurve(); });

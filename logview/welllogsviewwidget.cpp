@@ -43,8 +43,10 @@ void WellLogsViewWidget::addWellDisWidget(QString wellName, QString disTempName)
 {
     const int old = m_wells.indexOf(wellName);
     QPointer<WellDisplayWidget> newDisplay = insertDisplay(old < 0 ? m_wells.size() : old, wellName, disTempName);
-    if (old >= 0)
-        removeTab(m_tabs->indexOf(newDisplay) + 1);
+    if (old >= 0) {
+        newDisplay->openAtDepth(display(old + 1)->depthInView());
+        removeTab(old + 1);
+    }
     m_tabs->setCurrentWidget(newDisplay);
     showCurrentPanel();
     newDisplay->tellUnread();
@@ -88,7 +90,7 @@ void WellLogsViewWidget::synchronise()
         const bool wasCurrent = m_tabs->currentIndex() == tab;
         // A name stands for the first well that has it: another one cannot be displayed by it.
         if (well >= 0 && catalogue.indexOf(name) == well && !m_wells.contains(name)) {
-            insertDisplay(tab + 1, name, shown.templateName);
+            insertDisplay(tab + 1, name, shown.templateName)->openAtDepth(display(tab)->depthInView());
             renamed.append(name);
             if (wasCurrent)
                 m_tabs->setCurrentIndex(tab + 1);

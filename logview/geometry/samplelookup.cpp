@@ -69,4 +69,18 @@ Sample sampleAt(const CurveSamples &samples, double depthM)
     return i < 0 ? missing : sampleOf(samples, i);
 }
 
+std::optional<double> shallowestDepthM(const CurveSamples &samples)
+{
+    std::optional<double> shallowest;
+    for (int i = 0; i < samples.size(); ++i) {
+        const double depth = samples.depthM(i);
+        if (samples.isNull(i) || !std::isfinite(depth))
+            continue;
+        if (samples.order() == DepthOrder::Ascending)
+            return depth;
+        shallowest = std::min(depth, shallowest.value_or(depth));
+    }
+    return shallowest;
+}
+
 } // namespace logview

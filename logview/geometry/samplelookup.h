@@ -2,6 +2,8 @@
 
 #include "logview/geometry/curvesamples.h"
 
+#include <optional>
+
 namespace logview {
 
 struct Sample
@@ -14,5 +16,8 @@ struct Sample
 /// the log's range; otherwise the asked depth with the value -999.25. A null sample reads -999.25 too. Logarithmic
 /// in the number of samples for depths in order, linear for others.
 Sample sampleAt(const CurveSamples &samples, double depthM);
+
+/// The least measured depth, in metres, at which the log has a value; none when it has no value anywhere.
+std::optional<double> shallowestDepthM(const CurveSamples &samples);
 
 } // namespace logview
