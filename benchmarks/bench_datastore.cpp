@@ -7,6 +7,7 @@
 #include "datastore/curvegrouptable.h"
 #include "datastore/defaultlogs.h"
 #include "datastore/projectdata.h"
+#include "datastore/projectseeds.h"
 #include "survey/surveystore.h"
 #include "templates/templatestore.h"
 
@@ -154,6 +155,51 @@ void defaultLogsSecondPass(benchmark::State &state)
     checkPass(project.path(), passSize);
 }
 BENCHMARK(defaultLogsSecondPass)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(30);
+
+// All that a launch on a survey without a project folder does before its window is made.
+void launchFirst(const QString &survey, const QString &place, int wells)
+{
+    CurveGroupTable::instance().clear();
+    BareHost host(survey);
+    SilentAsker asker;
+    ProjectData data(host, asker);
+    data.project.groupNames = curveGroupNames();
+    data.catalogue.build();
+    openProjectFolder(place, &data.project);
+    seedProject(data.project.projectFolder);
+    runDefaultLogsPass(data);
+    if (QDir(data.project.projectFolder + QStringLiteral("/DefaultLogs")).entryList(QDir::Files).size() != wells)
+        qFatal("The launch is not complete");
+}
+
+void firstLaunch(benchmark::State &state)
+{
+    const bench::SurveySize few{1000, 20, 10, 0};
+    const bench::SurveySize many{2000, 20, 10, 0};
+    const bool isAgainstFewer = state.range(0) != 0;
+    const QString fewWells = bench::generatedSurvey(few);
+    const QString manyWells = bench::generatedSurvey(many);
+    const QVector<QByteArray> headers = headerFiles(manyWells, many);
+    const QTemporaryDir projects;
+    int used = 0;
+    const auto launchIn = [&](const QString &survey, const bench::SurveySize &size) {
+        const QString place = projects.filePath(QString::number(++used));
+        QDir().mkdir(place);
+        launchFirst(survey, place, size.wells);
+    };
+    bench::compare(
+        state,
+        [&] {
+            if (isAgainstFewer)
+                launchIn(fewWells, few);
+            else
+                benchmark::DoNotOptimize(readBytes(headers));
+        },
+        [&] { launchIn(manyWells, many); });
+    state.SetLabel(isAgainstFewer ? "reference: 1,000 wells, subject: 2,000; linear is 2"
+                                  : "reference: the header files of 2,000 wells read, subject: the launch");
+}
+BENCHMARK(firstLaunch)->Arg(0)->Arg(1)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
 
 constexpr int templateCount = 1000;
 constexpr int trackCount = 8;
