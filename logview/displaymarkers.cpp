@@ -14,18 +14,47 @@ DisplayMarkers::DisplayMarkers(QGraphicsScene *scene, QObject *parent)
 
 MarkerItem *DisplayMarkers::find(const QString &markerName) const
 {
-    for (MarkerItem *marker : m_markers)
-        if (marker->markerName() == markerName)
-            return marker;
-    return nullptr;
+    return first(markerName, false);
 }
 
 MarkerItem *DisplayMarkers::findStored(const QString &markerName) const
 {
-    for (MarkerItem *marker : m_markers)
-        if (marker->markerName() == markerName && !m_unsaved.contains(marker))
-            return marker;
-    return nullptr;
+    return first(markerName, true);
+}
+
+MarkerItem *DisplayMarkers::first(const QString &markerName, bool isStored) const
+{
+    MarkerItem *found = nullptr;
+    const QVector<MarkerItem *> named = m_markersByName.value(markerName);
+    for (MarkerItem *marker : named) {
+        if (isStored && m_unsaved.contains(marker))
+            continue;
+        if (!found || m_markers.indexOf(marker) < m_markers.indexOf(found))
+            found = marker;
+    }
+    return found;
+}
+
+// Also for a marker that was given another name.
+void DisplayMarkers::takeName(MarkerItem *marker)
+{
+    const QString name = marker->markerName();
+    const auto known = m_names.constFind(marker);
+    if (known != m_names.constEnd() && *known == name)
+        return;
+    dropName(marker);
+    m_names.insert(marker, name);
+    m_markersByName[name].append(marker);
+}
+
+void DisplayMarkers::dropName(MarkerItem *marker)
+{
+    const auto named = m_markersByName.find(m_names.take(marker));
+    if (named == m_markersByName.end())
+        return;
+    named->removeOne(marker);
+    if (named->isEmpty())
+        m_markersByName.erase(named);
 }
 
 MarkerItem *DisplayMarkers::nearest(double y, double reachPx) const
@@ -45,6 +74,8 @@ void DisplayMarkers::add(MarkerItem *marker)
 {
     m_scene->addItem(marker);
     m_markers.append(marker);
+    takeName(marker);
+    connect(marker, &MarkerItem::changed, this, [this, marker] { takeName(marker); });
     m_last = marker;
     marker->setWidth(m_width);
     connect(marker, &MarkerItem::depthEdited, this, [this, marker] { emit depthEdited(marker); });
@@ -68,6 +99,7 @@ void DisplayMarkers::destroy(MarkerItem *marker)
 {
     emit leaving(marker);
     m_markers.removeOne(marker);
+    dropName(marker);
     m_unsaved.removeOne(marker);
     if (m_last == marker)
         m_last = nullptr;
@@ -78,6 +110,8 @@ void DisplayMarkers::destroy(MarkerItem *marker)
 void DisplayMarkers::forgetAll()
 {
     m_markers.clear();
+    m_markersByName.clear();
+    m_names.clear();
     m_unsaved.clear();
     m_last = nullptr;
 }

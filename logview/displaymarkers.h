@@ -2,6 +2,7 @@
 
 #include "logview/geometry/depthaxis.h"
 
+#include <QHash>
 #include <QObject>
 #include <QStringList>
 #include <QVector>
@@ -64,8 +65,15 @@ signals:
     void storedNameEdited();
 
 private:
+    MarkerItem *first(const QString &markerName, bool isStored) const;
+    void takeName(MarkerItem *marker);
+    void dropName(MarkerItem *marker);
+
     QGraphicsScene *m_scene;
     QVector<MarkerItem *> m_markers;
+    // Looking for each of thousands of names among thousands of items would take seconds.
+    QHash<QString, QVector<MarkerItem *>> m_markersByName;
+    QHash<MarkerItem *, QString> m_names; ///< under which they are found there
     QVector<MarkerItem *> m_unsaved;
     MarkerItem *m_last = nullptr;
     int m_newCount = 0;
