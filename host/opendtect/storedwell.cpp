@@ -1,11 +1,13 @@
 #include "host/opendtect/storedwell.h"
 
+#include "host/opendtect/filebuffer.h"
 #include "host/opendtect/odtext.h"
 
 #include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
+#include <istream>
 #include <memory>
 
 #include <ioobj.h>
@@ -65,9 +67,9 @@ StoredWell::StoredWell(const IOObj &entry)
     , m_data(new Well::Data)
     , m_entry(entry.clone())
 {
-    for (const char *ending : {Well::odIO::sExtWell(), Well::odIO::sExtTrack()})
-        m_mainFiles.push_back({file(ending), base::fileState(file(ending)), false});
-    m_folder.path = QFileInfo(m_stem).path();
+    m_main = base::fileState(file(Well::odIO::sExtWell()));
+    m_track = base::fileState(file(Well::odIO::sExtTrack()));
+    m_folderPath = QFileInfo(m_stem).path();
     m_data->setMultiID(m_entry->key());
     const Well::Reader reader(*m_entry, *m_data);
     if (!reader.getInfo() || !reader.getTrack())
@@ -91,7 +93,12 @@ QString StoredWell::markerFile() const
     return file(Well::odIO::sExtMarkers());
 }
 
-bool StoredWell::ReadFile::isUnchanged() const
+QString StoredWell::logFile(int index) const
+{
+    return file(Well::odIO::sExtLog(), index + 1);
+}
+
+bool StoredWell::ReadFile::isUnchanged(const QString &path) const
 {
     const base::FileState now = base::fileState(path);
     return isOurs ? now.hasSameStamp(state) : now.isSame(state);
@@ -104,18 +111,21 @@ bool StoredWell::isOf(const IOObj &entry) const
 
 bool StoredWell::isUnchanged() const
 {
-    return std::all_of(m_mainFiles.begin(), m_mainFiles.end(), [](const ReadFile &main) {
-        const base::FileState now = base::fileState(main.path);
-        // A track of its own is rare.
-        return now.isSame(main.state) || (now.size < 0 && main.state.size < 0);
-    });
+    const auto isSame = [this](const char *ending, const base::FileState &before) {
+        const base::FileState now = base::fileState(file(ending));
+        return now.isSame(before) || (now.size < 0 && before.size < 0);
+    };
+    return isSame(Well::odIO::sExtWell(), m_main) && isSame(Well::odIO::sExtTrack(), m_track);
 }
 
 bool StoredWell::areLogsUnchanged() const
 {
-    return m_hasReadLogs
-        && std::all_of(m_logFiles.begin(), m_logFiles.end(), [](const ReadFile &log) { return log.isUnchanged(); })
-        && !QFile::exists(file(Well::odIO::sExtLog(), logFileCount() + 1));
+    if (!m_hasReadLogs)
+        return false;
+    for (int i = 0; i < logFileCount(); ++i)
+        if (!m_logFiles[i].isUnchanged(logFile(i)))
+            return false;
+    return !QFile::exists(logFile(logFileCount()));
 }
 
 // Reads logs into the data, behind those that are there. What lies deeper than the track does not make it longer.
@@ -132,14 +142,26 @@ public:
     LogReader(const LogReader &) = delete;
     LogReader &operator=(const LogReader &) = delete;
 
-    bool add(const QString &path, bool isHeaderOnly) const
+    bool add(const QString &path, bool isHeaderOnly)
     {
-        od_istream stream(path.toUtf8().constData());
+        const QByteArray name = path.toUtf8();
+        if (!m_file.open(name.constData()))
+            return false;
+        m_stream.clear();
+        od_istream stream(m_stream);
+        stream.setFileName(name.constData()); // for the host's messages
         const int before = m_data.logs().size();
         return m_reader.addLog(stream, isHeaderOnly) && m_data.logs().size() > before;
     }
+    /// Of the file that was added, or could not be; of no size where there is none.
+    base::FileState stateOf(const QString &path) const
+    {
+        return m_file.state().size < 0 ? base::fileState(path) : m_file.state();
+    }
 
 private:
+    FileBuffer m_file;
+    std::istream m_stream{&m_file};
     Well::Data &m_data;
     Well::Track m_track;
     uiString m_reason;
@@ -152,14 +174,15 @@ void StoredWell::readLogHeaders()
     m_logs.clear();
     m_logFileOf.clear();
     m_logFiles.clear();
-    const LogReader reader(*this);
-    for (int number = 1;; ++number) {
-        const QString path = file(Well::odIO::sExtLog(), number);
-        const base::FileState state = base::fileState(path);
+    LogReader reader(*this);
+    for (;;) {
+        const QString path = logFile(logFileCount());
+        const bool isRead = reader.add(path, true);
+        const base::FileState state = reader.stateOf(path);
         if (state.size < 0)
             break;
-        m_logFiles.push_back({path, state, false});
-        if (!reader.add(path, true))
+        m_logFiles.push_back({state, false});
+        if (!isRead)
             continue;
         const Well::Log &log = m_data->logs().getLog(m_data->logs().size() - 1);
         m_logs.append({toQString(log.name().buf()), toQString(log.unitMeasLabel())});
@@ -170,7 +193,7 @@ void StoredWell::readLogHeaders()
 
 const QVector<host::LogInfo> &StoredWell::logs()
 {
-    m_folder = {m_folder.path, base::fileState(m_folder.path), false};
+    m_folder = {base::fileState(m_folderPath), false};
     if (!areLogsUnchanged())
         readLogHeaders();
     return m_logs;
@@ -179,8 +202,9 @@ const QVector<host::LogInfo> &StoredWell::logs()
 // Asking for the files of all logs at each one of them would make work on many logs quadratic.
 void StoredWell::readLogHeadersIfNeeded(int log)
 {
-    const bool isSame = m_hasReadLogs && m_folder.isUnchanged();
-    if (!isSame || (log >= 0 && log < m_logs.size() && !m_logFiles[m_logFileOf.at(log)].isUnchanged()))
+    const bool isSame = m_hasReadLogs && m_folder.isUnchanged(m_folderPath);
+    const int file = m_logFileOf.value(log, -1);
+    if (!isSame || (file >= 0 && !m_logFiles[file].isUnchanged(logFile(file))))
         logs();
 }
 
@@ -192,7 +216,7 @@ host::Outcome<host::LogData> StoredWell::log(int index)
     const host::LogInfo &info = m_logs.at(index);
     Well::LogSet &set = m_data->logs();
     std::unique_ptr<Well::Log> header(set.remove(index));
-    const bool isRead = LogReader(*this).add(m_logFiles.at(m_logFileOf.at(index)).path, false);
+    const bool isRead = LogReader(*this).add(logFile(m_logFileOf.at(index)), false);
     const std::unique_ptr<Well::Log> log(isRead ? set.remove(set.size() - 1) : nullptr);
     put(set, std::move(header), index);
     if (!log || !log->isLoaded())
@@ -215,15 +239,15 @@ host::Outcome<StoredWell::LogPlace> StoredWell::placeOfLog(const char *name)
                     .arg(m_name)};
     const int index = m_data->logs().indexOf(name);
     if (index < 0)
-        return {{file(Well::odIO::sExtLog(), logFileCount() + 1), nullptr}, {}};
-    return {{m_logFiles[m_logFileOf.at(index)].path, &m_data->logs().getLog(index)}, {}};
+        return {{logFile(logFileCount()), nullptr}, {}};
+    return {{logFile(m_logFileOf.at(index)), &m_data->logs().getLog(index)}, {}};
 }
 
 void StoredWell::logWritten(const Well::Log &log, const QString &path)
 {
     Well::LogSet &set = m_data->logs();
     const host::LogInfo info{toQString(log.name().buf()), toQString(log.unitMeasLabel())};
-    const ReadFile file{path, base::fileState(path), true};
+    const ReadFile file{base::fileState(path), true};
     const int index = set.indexOf(log.name());
     if (index >= 0) {
         const std::unique_ptr<Well::Log> before(set.remove(index));
@@ -235,7 +259,7 @@ void StoredWell::logWritten(const Well::Log &log, const QString &path)
         m_logFiles.push_back(file);
     }
     put(set, headerOf(log), index >= 0 ? index : set.size());
-    m_folder = {m_folder.path, base::fileState(m_folder.path), true};
+    m_folder = {base::fileState(m_folderPath), true};
 }
 
 Well::MarkerSet &StoredWell::markers()

@@ -63,13 +63,13 @@ private:
     class LogReader;
     struct ReadFile
     {
-        QString path;
         base::FileState state;
         bool isOurs = false; ///< we wrote it: what the file system says of so young a file is enough
-        bool isUnchanged() const;
+        bool isUnchanged(const QString &path) const;
     };
 
     QString file(const char *ending, int number = 0) const;
+    QString logFile(int index) const;
     int logFileCount() const { return static_cast<int>(m_logFiles.size()); }
     bool areLogsUnchanged() const;
     void readLogHeadersIfNeeded(int log);
@@ -78,11 +78,13 @@ private:
     QString m_name;
     QString m_stem;
     QString m_error;
-    std::vector<ReadFile> m_mainFiles;
+    base::FileState m_main;
+    base::FileState m_track; ///< of a file of its own, which is rare
     RefMan<Well::Data> m_data;
     PtrMan<IOObj> m_entry;
     QVector<host::LogInfo> m_logs;
     QVector<int> m_logFileOf; ///< per log its index in m_logFiles
+    QString m_folderPath;
     ReadFile m_folder; ///< as long as it is the same no log's file came or went
     std::vector<ReadFile> m_logFiles; ///< all, the unreadable ones as well
     bool m_hasReadLogs = false;
