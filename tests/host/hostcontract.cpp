@@ -240,6 +240,28 @@ void HostContract::undefinedGroundElevationStaysUndefined()
     QCOMPARE(read.value.kbElevation, 0.0f);
 }
 
+void HostContract::aLogMayEndAtTheTotalDepth_data()
+{
+    QTest::addColumn<double>("totalDepth");
+    QTest::newRow("rounded up") << 3427.33;
+    QTest::newRow("rounded down") << 1640.07;
+    QTest::newRow("exact") << 2000.5;
+}
+
+// Both are single precision, which is the reason to compare them so: widened, the one that was rounded up is deeper.
+void HostContract::aLogMayEndAtTheTotalDepth()
+{
+    QFETCH(double, totalDepth);
+    host::WellHeader header;
+    header.name = "A";
+    header.totalDepth = totalDepth;
+    const QString key = addWell(header);
+    const auto end = static_cast<float>(totalDepth);
+    QVERIFY(wells().writeLog(key, logOf("X", {end - 1, end}, {1, 2})).ok());
+    QVERIFY(areSameDepths({static_cast<float>(wells().header(key).value.totalDepth)}, {end}));
+    QVERIFY(areSameDepths({wells().log(key, 0).value.depths.last()}, {end}));
+}
+
 void HostContract::unknownKeysAreErrors_data()
 {
     QTest::addColumn<QString>("key");

@@ -58,6 +58,8 @@ private slots:
 
     void headerGivesWhatTheWellHas();
     void undefinedGroundElevationStaysUndefined();
+    void aLogMayEndAtTheTotalDepth_data();
+    void aLogMayEndAtTheTotalDepth();
     void unknownKeysAreErrors_data();
     void unknownKeysAreErrors();
 

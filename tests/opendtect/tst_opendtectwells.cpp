@@ -255,21 +255,22 @@ private slots:
         QCOMPARE(files::snapshot(m_survey), before);
     }
 
+    // The same well takes both again when the permissions are back: nothing else was in the way.
     void aLockedWellStaysAsItIs()
     {
-        for (const QString &file : {m_stem + "^1.wll", m_stem + ".wlm"})
-            QVERIFY(QFile::setPermissions(file, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+        allowEverybody(m_survey);
+        const auto allow = [this](int filePermissions) {
+            for (const QString &file : {m_stem + "^1.wll", m_stem + ".wlm", m_stem + ".well"})
+                QVERIFY(QFile::setPermissions(file, QFile::Permissions(filePermissions)));
+        };
+        allow(0x4444);
         QVERIFY(QFile::setPermissions(m_survey + "/WellInfo", QFile::Permissions(0x5555)));
         const auto before = files::snapshot(m_survey);
-        const int result = testing_support::runUnprivileged([this] {
-            const bool isLog = m_wells->writeLog(m_key, smallLog("GR", 1)).ok();
-            const bool isNew = m_wells->writeLog(m_key, smallLog("NEW", 1)).ok();
-            const bool isMarkers = m_wells->writeMarkers(m_key, {{"Top", 10, Qt::red}}).ok();
-            return (isLog ? 1 : 0) + (isNew ? 2 : 0) + (isMarkers ? 4 : 0);
-        });
-        QVERIFY(QFile::setPermissions(m_survey + "/WellInfo", QFile::Permissions(0x7777)));
-        QCOMPARE(result, 0);
+        QCOMPARE(writesUnprivileged(), QString("read"));
         QCOMPARE(files::snapshot(m_survey), before);
+        allowEverybody(m_survey);
+        allow(0x6666);
+        QCOMPARE(writesUnprivileged(), QString("read, GR, NEW, markers"));
     }
 
     void writingLeavesNoFilesOfItsOwn()
@@ -418,6 +419,24 @@ private slots:
     }
 
 private:
+    // What someone who is not the system's manager can do with the well.
+    QString writesUnprivileged()
+    {
+        const int done = testing_support::runUnprivileged([this] {
+            const bool isRead = m_wells->header(m_key).ok() && m_wells->log(m_key, 0).ok();
+            const bool isLog = m_wells->writeLog(m_key, smallLog("GR", 1)).ok();
+            const bool isNew = m_wells->writeLog(m_key, smallLog("NEW", 1)).ok();
+            const bool isMarkers = m_wells->writeMarkers(m_key, {{"Top", 10, Qt::red}}).ok();
+            return (isRead ? 1 : 0) + (isLog ? 2 : 0) + (isNew ? 4 : 0) + (isMarkers ? 8 : 0);
+        });
+        const QStringList all{"read", "GR", "NEW", "markers"};
+        QStringList names;
+        for (int i = 0; i < all.size(); ++i)
+            if (done & 1 << i)
+                names.append(all.at(i));
+        return names.join(", ");
+    }
+
     QString m_survey;
     QString m_key;
     QString m_stem;
