@@ -72,7 +72,13 @@ BoxButton MessageBoxAsker::show(const Box &box)
         messageBox->setDefaultButton(buttonOf(box.defaultButton.value_or(box.buttons.first())));
     const bool asks = box.buttons.contains(BoxButton::No);
     messageBox->setEscapeButton(asks ? QMessageBox::No : QMessageBox::Ok);
+    // Work that waits for the answer does not make the user wait.
+    const bool isWorking = QGuiApplication::overrideCursor();
+    if (isWorking)
+        QGuiApplication::setOverrideCursor(QCursor(Qt::ArrowCursor));
     const int clicked = messageBox->exec();
+    if (isWorking)
+        QGuiApplication::restoreOverrideCursor();
     delete messageBox;
     for (BoxButton button : box.buttons)
         if (clicked == buttonOf(button))

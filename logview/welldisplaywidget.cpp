@@ -1,6 +1,7 @@
 #include "logview/welldisplaywidget.h"
 
 #include "base/safename.h"
+#include "base/waitcursor.h"
 #include "datastore/projectdata.h"
 #include "datastore/projectfile.h"
 #include "logview/curveitem.h"
@@ -17,7 +18,6 @@
 #include "logview/welllogsview.h"
 #include "templates/templatestore.h"
 
-#include <QApplication>
 #include <QDockWidget>
 #include <QLabel>
 #include <QVBoxLayout>
@@ -29,15 +29,6 @@
 namespace {
 
 constexpr double airAboveFirstSample = 0.05; // of the height of the view
-
-class WaitCursor
-{
-public:
-    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
-    WaitCursor(const WaitCursor &) = delete;
-    WaitCursor &operator=(const WaitCursor &) = delete;
-};
 
 /// Takes the selection away while a picture is made.
 class WithoutSelection
@@ -300,7 +291,7 @@ void WellDisplayWidget::saveMarker(MarkerItem *marker)
 
 void WellDisplayWidget::savePicture()
 {
-    const WaitCursor cursor;
+    const base::WaitCursor cursor;
     const WithoutSelection plain(*m_scene);
     const DisplayPicture picture(*m_headerScene, *m_scene);
     const QString path =
@@ -318,7 +309,7 @@ void WellDisplayWidget::savePicture()
 
 void WellDisplayWidget::renderTo(QPainter &painter)
 {
-    const WaitCursor cursor;
+    const base::WaitCursor cursor;
     const WithoutSelection plain(*m_scene);
     DisplayPicture(*m_headerScene, *m_scene).drawInto(painter);
 }

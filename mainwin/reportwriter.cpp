@@ -3,12 +3,10 @@
 #include "base/asker.h"
 #include "base/atomicfile.h"
 #include "base/safename.h"
+#include "base/waitcursor.h"
 #include "datastore/projectdata.h"
 #include "datastore/projectfile.h"
 #include "mainwin/wellreports.h"
-
-#include <QCursor>
-#include <QGuiApplication>
 
 #include <optional>
 
@@ -20,16 +18,6 @@ QString logsTitle()
 {
     return QStringLiteral("Wells Logs Information");
 }
-
-/// The wait cursor for as long as it lives.
-class WaitCursor
-{
-public:
-    WaitCursor() { QGuiApplication::setOverrideCursor(QCursor(Qt::WaitCursor)); }
-    ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
-    WaitCursor(const WaitCursor &) = delete;
-    WaitCursor &operator=(const WaitCursor &) = delete;
-};
 
 void warnCannotCreate(base::Asker &asker, const QString &path)
 {
@@ -70,7 +58,7 @@ QByteArray logsReport(ProjectData &projectData, int well)
     QByteArray bytes = wellreports::logsHeaderLine();
     QStringList unread;
     {
-        const WaitCursor cursor;
+        const base::WaitCursor cursor;
         for (int log = 0; log < names.size(); ++log) {
             auto curve = canRead ? catalogue.readCurve(well, log, WellsCatalogue::OnFailure::BeSilent) : std::nullopt;
             if (!curve) {
@@ -88,7 +76,7 @@ QByteArray logsReport(ProjectData &projectData, int well)
 // False when they cannot be read.
 bool addMarkerLines(const WellsCatalogue &catalogue, int well, QByteArray *bytes)
 {
-    const WaitCursor cursor;
+    const base::WaitCursor cursor;
     const auto record = catalogue.readWellRecord(well, WellsCatalogue::OnFailure::BeSilent);
     const auto markers = catalogue.readWellMarkers(well, WellsCatalogue::OnFailure::BeSilent);
     if (!record || !markers)
@@ -116,13 +104,13 @@ std::optional<QByteArray> markersReport(ProjectData &projectData, const std::fun
 
 bool writeReport(const ProjectData &projectData, const QString &path, const QByteArray &bytes)
 {
-    const WaitCursor cursor;
+    const base::WaitCursor cursor;
     return writeProjectFile(projectData.project.projectFolder, path, bytes, base::Flush::Later).ok();
 }
 
 bool flushReports(const ProjectData &projectData)
 {
-    const WaitCursor cursor;
+    const base::WaitCursor cursor;
     return base::flushFileSystem(projectData.project.projectFolder).ok();
 }
 

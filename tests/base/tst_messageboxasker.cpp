@@ -1,4 +1,5 @@
 #include "base/messageboxasker.h"
+#include "base/waitcursor.h"
 #include "support/boxdriver.h"
 #include "support/testmain.h"
 
@@ -42,6 +43,7 @@ private slots:
     void isOverItsParent();
     void survivesItsParent();
     void survivesItsParentWhileTheBoxIsShown();
+    void theBoxHasAnArrowWhateverWaitsForIt();
 };
 
 void TestMessageBoxAsker::showsTitleTextIconAndButtonsInOrder()
@@ -62,6 +64,25 @@ void TestMessageBoxAsker::showsTitleTextIconAndButtonsInOrder()
     QCOMPARE(driver.seen.at(2).title, QStringLiteral("Template"));
     QCOMPARE(driver.seen.at(2).icon, QMessageBox::Question);
     QCOMPARE(driver.seen.at(2).buttons, (QStringList{QStringLiteral("Yes"), QStringLiteral("No")}));
+}
+
+void TestMessageBoxAsker::theBoxHasAnArrowWhateverWaitsForIt()
+{
+    BoxDriver driver;
+    base::MessageBoxAsker asker;
+    QVector<Qt::CursorShape> shapes;
+    driver.onBox = [&shapes] {
+        const QCursor *cursor = QGuiApplication::overrideCursor();
+        shapes.append(cursor ? cursor->shape() : Qt::BlankCursor);
+    };
+    asker.inform(QStringLiteral("Idle"), QStringLiteral("text"));
+    {
+        const base::WaitCursor cursor;
+        asker.inform(QStringLiteral("Working"), QStringLiteral("text"));
+        QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    }
+    QCOMPARE(shapes, (QVector<Qt::CursorShape>{Qt::BlankCursor, Qt::ArrowCursor}));
+    QVERIFY(!QGuiApplication::overrideCursor());
 }
 
 void TestMessageBoxAsker::okMayHaveATextOfItsOwn()
