@@ -254,6 +254,7 @@ void HostContract::aLogMayEndAtTheTotalDepth()
     QFETCH(double, totalDepth);
     host::WellHeader header;
     header.name = "A";
+    header.kbElevation = 0;
     header.totalDepth = totalDepth;
     const QString key = addWell(header);
     const auto end = static_cast<float>(totalDepth);
