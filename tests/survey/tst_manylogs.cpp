@@ -105,6 +105,7 @@ private slots:
     void aLogDeletedInBetweenLeavesNoGap_data();
     void aLogDeletedInBetweenLeavesNoGap();
     void aLogReplacedInBetweenIsNotReplaced();
+    void theLastLogBecomesAnotherInBetween();
     void aLogOfAnotherWellInBetween();
     void oneNameTwiceIsOneLog();
     void aNameThatCannotBeShownWholeIsOneLog();
@@ -265,6 +266,21 @@ void TestManyLogs::aLogReplacedInBetweenIsNotReplaced()
     file.close();
     QVERIFY(!mine.writeLog(well, numberedLog(1)).ok());
     QCOMPARE(m_survey->read("a^2.wll"), theirs);
+}
+
+// In place, too: the new log of that name would hide behind it.
+void TestManyLogs::theLastLogBecomesAnotherInBetween()
+{
+    SurveyStore mine(m_survey->path());
+    QVERIFY(mine.logs(well).value.isEmpty());
+    for (int i = 0; i < 3; ++i)
+        QVERIFY(mine.writeLog(well, numberedLog(i)).ok());
+    QFile file(m_survey->file("a^3.wll"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QVERIFY(file.write(logFile("GR", {100, 7, 101, 8})) > 0);
+    file.close();
+    QVERIFY(!mine.writeLog(well, log("GR", {1, 2})).ok());
+    QCOMPARE(logNames(), (QStringList{"L0", "L1", "GR"}));
 }
 
 void TestManyLogs::aLogOfAnotherWellInBetween()
