@@ -32,7 +32,7 @@ struct Formation
     double organic; ///< 0..1, how much organic matter the shale holds
     Rock rock; ///< the rock an interpreter takes as matrix
     bool charged; ///< belongs to the hydrocarbon reservoir
-    quint32 colour; ///< 0xRRGGBB
+    quint32 colour; ///< 0xRRGGBB; dark, since lines and names of tops stand on white
     QVector<Element> elements;
 };
 

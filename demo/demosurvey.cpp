@@ -13,7 +13,7 @@
 #include "datastore/projectseeds.h"
 #include "demo/democorrelation.h"
 #include "demo/demofield.h"
-#include "demo/demotemplate.h"
+#include "demo/demotemplates.h"
 #include "las/lasheader.h"
 #include "las/wellinfo.h"
 #include "survey/laswellproposal.h"
@@ -67,8 +67,8 @@ public:
             return QStringLiteral("Cannot make the folder %1.").arg(m_importFolder);
         openProjectFolder(m_directory, &m_project);
         seedProject(m_project.projectFolder);
-        if (!writeDemoTemplate(m_project))
-            return QStringLiteral("Cannot write a template below %1.").arg(m_project.projectFolder);
+        if (!writeDemoTemplates(m_project))
+            return QStringLiteral("Cannot write the templates below %1.").arg(m_project.projectFolder);
         for (const Well &well : field.wells) {
             const QString problem = writeImportFiles(well);
             if (!problem.isEmpty())

@@ -57,7 +57,7 @@ static QByteArray wellSection(const Well &well, const QByteArray &unit, double u
     text += headerLine("X", "M", number(well.xM, 1), "Easting of the well head");
     text += headerLine("Y", "M", number(well.yM, 1), "Northing of the well head");
     text += headerLine("EKB", "M", number(well.kbM, 2), "Elevation of the kelly bushing");
-    text += headerLine("EGL", "M", number(well.groundM, 2), "Elevation of the ground");
+    text += headerLine("EGL", "M", number(well.groundM, 2), "Elevation of the seabed");
     text += headerLine("TD", "M", number(well.totalDepthM, 2), "Total depth");
     return text;
 }

@@ -24,12 +24,14 @@ static WellPlan verticalWell(const QString &name, const QString &type, quint64 s
     return plan;
 }
 
-/// Puts a well on the map: coordinates and elevations of ground and kelly bushing, metres.
-static void place(WellPlan &plan, double xM, double yM, double groundM, double kbM)
+/// Puts a well on the map: coordinates and elevation of the kelly bushing, metres. The field lies offshore, and the
+/// seabed at each well as far below sea level as the kelly bushing above it: displays take both elevations off the
+/// depths of markers, which so stand on the breaks of the logs.
+static void place(WellPlan &plan, double xM, double yM, double kbM)
 {
     plan.xM = xM;
     plan.yM = yM;
-    plan.groundM = groundM;
+    plan.groundM = -kbM;
     plan.kbM = kbM;
 }
 
@@ -43,7 +45,7 @@ static WellPlan crestWell()
 {
     WellPlan plan =
         verticalWell(QStringLiteral("Aldra-1"), QStringLiteral("Oil"), 11, 800, 2598, {{1488, 12.25}, {2610, 8.5}});
-    place(plan, 504250, 6005350, 12.4, 20.6);
+    place(plan, 504250, 6005350, 20.6);
     plan.nuclearFromM = 962;
     leaveGap(plan, {QStringLiteral("SP")}, 1486, 1497);
     leaveGap(plan, {QStringLiteral("PEF")}, 2231, 2246);
@@ -54,7 +56,7 @@ static WellPlan cavedWell()
 {
     WellPlan plan =
         verticalWell(QStringLiteral("Aldra-2"), QStringLiteral("Gas"), 12, 812, 2611, {{1512, 12.25}, {2625, 8.5}});
-    place(plan, 505380, 6006120, 13.1, 21.5);
+    place(plan, 505380, 6006120, 21.5);
     plan.nuclearFromM = 1020;
     plan.washOutTopM = 1894;
     plan.washOutBaseM = 1921;
@@ -67,7 +69,7 @@ static WellPlan inclinedWell()
 {
     WellPlan plan =
         verticalWell(QStringLiteral("Aldra-3 A"), QStringLiteral("Oil"), 13, 826, 2672, {{1540, 12.25}, {2688, 8.5}});
-    place(plan, 503420, 6004640, 11.2, 20.2);
+    place(plan, 503420, 6004640, 20.2);
     plan.kickOffM = 1020;
     plan.inclinationDeg = 14;
     plan.nuclearFromM = 1110;
@@ -80,7 +82,7 @@ static WellPlan faultedWell()
 {
     WellPlan plan =
         verticalWell(QStringLiteral("Brisk-1"), QStringLiteral("Oil"), 14, 795, 2640, {{1560, 12.25}, {2652, 8.5}});
-    place(plan, 506350, 6005150, 13.8, 22.3);
+    place(plan, 506350, 6005150, 22.3);
     plan.nuclearFromM = 1004;
     plan.faultedOut = QStringLiteral("Ferrow Siltstone");
     leaveGap(plan, {QStringLiteral("RHOB"), QStringLiteral("DRHO"), QStringLiteral("PEF")}, 1556, 1566);
@@ -90,7 +92,7 @@ static WellPlan faultedWell()
 static WellPlan flankWell()
 {
     WellPlan plan = verticalWell(QStringLiteral("Brisk-2"), QString(), 15, 840, 2690, {{1578, 12.25}, {2702, 8.5}});
-    place(plan, 508460, 6007880, 14.0, 22.9);
+    place(plan, 508460, 6007880, 22.9);
     plan.nuclearFromM = 1150;
     plan.microLog = false;
     leaveGap(plan, {QStringLiteral("NPHI")}, 1330, 1352);
@@ -102,7 +104,7 @@ static WellPlan deepWell()
 {
     WellPlan plan = verticalWell(QStringLiteral("Corrin-1 Deep"), QString(), 16, 806, 3292,
                                  {{1465, 12.25}, {2830, 8.5}, {3310, 6.0}});
-    place(plan, 500740, 6002460, 12.9, 21.8);
+    place(plan, 500740, 6002460, 21.8);
     plan.nuclearFromM = 985;
     leaveGap(plan, {QStringLiteral("RHOB"), QStringLiteral("DRHO"), QStringLiteral("PEF")}, 2826, 2838);
     leaveGap(plan, {QStringLiteral("MSFL")}, 2660, 2702);

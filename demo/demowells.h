@@ -25,7 +25,7 @@ struct WellPlan
     QString name;
     QString type;
     double xM, yM;
-    double groundM, kbM;
+    double groundM, kbM; ///< elevations; the ground is the seabed
     double firstLogM, lastLogM, totalDepthM;
     double kickOffM, inclinationDeg;
     QVector<HoleSection> sections; ///< the first one starts at the shoe above the logs

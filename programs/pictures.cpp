@@ -254,15 +254,18 @@ int main(int argc, char *argv[])
     const PluginWindow plugin(mainWindow);
     plugin.expandFirstWell();
     pictures.save(mainWindow, QStringLiteral("mainwindow.png"));
-    for (const char *name : {"Default", "Simple", "Petrophysics"})
-        if (plugin.displayFirstWell(QString::fromLatin1(name)))
-            pictures.save(mainWindow, QStringLiteral("welldisplay-%1.png").arg(QString::fromLatin1(name).toLower()));
+    for (const char *name : {"Default", "Simple", "Petrophysics", "Triple Combo", "Density-Neutron", "Saturation"}) {
+        if (!plugin.displayFirstWell(QString::fromLatin1(name)))
+            continue;
+        const QString file = QString::fromLatin1(name).toLower().remove(QLatin1Char(' '));
+        pictures.save(mainWindow, QStringLiteral("welldisplay-%1.png").arg(file));
+    }
     if (plugin.displayFirstWell(QStringLiteral("Default"))) {
         plugin.clickFirstHeader();
         pictures.save(mainWindow, QStringLiteral("welldisplay-curve.png"));
     }
     // The demo's reservoir: in measured depth, and 1000 m below the top of all wells once it is flattened.
-    if (plugin.displayFirstCorrelation(7780))
+    if (plugin.displayFirstCorrelation(7905))
         pictures.save(mainWindow, QStringLiteral("correlation.png"));
     if (plugin.chooseForCorrelation("flatAtBox", QStringLiteral("Kestrane Upper Sst"), 4050))
         pictures.save(mainWindow, QStringLiteral("correlation-flattened.png"));

@@ -17,6 +17,7 @@ private slots:
     void hasSixWells();
     void depthsConvertBothWays();
     void topsAreOrderedAndLogged();
+    void topsCanBeReadOnWhite();
     void oneTopIsMissing();
     void curvesMatchDepths();
     void valuesAreInRange_data();
@@ -132,7 +133,7 @@ void TestDemoField::hasSixWells()
         QCOMPARE(well.uwi, well.name);
         QVERIFY(well.xM >= 500000 && well.xM <= 510000);
         QVERIFY(well.yM >= 6000000 && well.yM <= 6012500);
-        QVERIFY(well.groundM >= 8 && well.groundM <= 14);
+        QCOMPARE(well.groundM, -well.kbM); // the seabed
         QVERIFY(well.kbM >= 20 && well.kbM <= 35);
         QVERIFY(well.totalDepthM > well.depthsM.last());
         QVERIFY(well.depthsM.size() > 11000);
@@ -162,6 +163,30 @@ void TestDemoField::topsAreOrderedAndLogged()
             aboveM = top.mdM;
         }
         QVERIFY(aboveM < well.depthsM.last());
+    }
+}
+
+// The contrast that text on a screen should have, and colours of neighbours that can be told apart.
+void TestDemoField::topsCanBeReadOnWhite()
+{
+    const auto luminance = [](const FormationTop &top) {
+        const auto linear = [](int value) {
+            const double share = value / 255.0;
+            return share <= 0.03928 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(top.red) + 0.7152 * linear(top.green) + 0.0722 * linear(top.blue);
+    };
+    for (const Well &well : qAsConst(m_field.wells)) {
+        const FormationTop *above = nullptr;
+        for (const FormationTop &top : well.tops) {
+            const double contrast = 1.05 / (luminance(top) + 0.05);
+            QVERIFY2(contrast >= 4.5, qPrintable(top.name + QString::number(contrast)));
+            if (above)
+                QVERIFY2(qAbs(top.red - above->red) + qAbs(top.green - above->green) + qAbs(top.blue - above->blue)
+                             > 70,
+                         qPrintable(top.name));
+            above = &top;
+        }
     }
 }
 

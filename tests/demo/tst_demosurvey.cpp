@@ -2,6 +2,7 @@
 #include "datastore/curvegrouptable.h"
 #include "datastore/perforationfile.h"
 #include "datastore/project.h"
+#include "datastore/wellscatalogue.h"
 #include "demo/demofield.h"
 #include "demo/demosurvey.h"
 #include "support/failingtarget.h"
@@ -12,8 +13,11 @@
 #include "templates/templatestore.h"
 
 #include <QDir>
+#include <QImage>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <algorithm>
 
 class tst_demosurvey : public QObject
 {
@@ -107,26 +111,132 @@ private slots:
         QVERIFY(asker.boxes.isEmpty());
     }
 
+    // Displays take KB and ground level off a marker's depth: here that leaves the depth along hole, where the break of
+    // the logs is.
+    void displayedMarkersStandOnTheirBreaks()
+    {
+        survey::SurveyStore store(m_survey);
+        ScriptedAsker asker;
+        WellsCatalogue catalogue(store, asker, [](const QString &) {});
+        catalogue.build();
+        for (const demo::Well &well : demo::makeField().wells) {
+            const QVector<WellMarker> markers = catalogue.markers(well.name);
+            QCOMPARE(markers.size(), well.tops.size());
+            for (int i = 0; i < markers.size(); ++i) {
+                QCOMPARE(markers.at(i).name, well.tops.at(i).name);
+                QVERIFY(qAbs(markers.at(i).subseaDepth - well.tops.at(i).mdM) < 0.001);
+                if (markers.at(i).name != QLatin1String("Dunvar Limestone"))
+                    continue;
+                const double above = meanGamma(well, markers.at(i).subseaDepth - 8, markers.at(i).subseaDepth - 1);
+                const double below = meanGamma(well, markers.at(i).subseaDepth + 1, markers.at(i).subseaDepth + 8);
+                QVERIFY(above > 2 * below);
+            }
+        }
+    }
+
     void firstLaunchKnowsTheSeededTemplatesAndTheDemos()
     {
         Project project;
         openProjectFolder(m_survey, &project);
         project.globalTemplateNames.sort(); // they come as the folder is read
-        QCOMPARE(project.globalTemplateNames,
-                 (QStringList{QStringLiteral("Default"), QStringLiteral("Petrophysics"), QStringLiteral("Simple")}));
+        QCOMPARE(
+            project.globalTemplateNames,
+            (QStringList{QStringLiteral("Default"), QStringLiteral("Density-Neutron"), QStringLiteral("Petrophysics"),
+                         QStringLiteral("Saturation"), QStringLiteral("Simple"), QStringLiteral("Triple Combo")}));
     }
 
     void theDemosTemplateShowsWhatTheWellsHave()
     {
-        Project project;
-        openProjectFolder(m_survey, &project);
-        const QVector<TrackInfo> tracks = loadTemplate(project, QStringLiteral("Petrophysics"), {});
+        const QVector<TrackInfo> tracks = tracksOf("Petrophysics");
         QCOMPARE(tracks.size(), 5);
         QCOMPARE(tracks.at(1).type, static_cast<int>(DepthTrack));
+        const QVector<TemplateCurveInfo> &hole = tracks.at(0).curves;
+        QCOMPARE(hole.size(), 3);
+        QCOMPARE(hole.at(0).leftFillIndex, 10);
+        QCOMPARE(hole.at(2).curve, QStringLiteral("BS"));
+        QCOMPARE(hole.at(2).minimum, hole.at(1).minimum);
+        QCOMPARE(hole.at(2).maximum, hole.at(1).maximum);
         QCOMPARE(tracks.at(2).type, static_cast<int>(LogarithmicTrack));
-        QCOMPARE(tracks.at(0).curves.first().leftFillIndex, 2);
-        QCOMPARE(tracks.at(3).curves.first().leftUpTo, QStringLiteral("Curve_2"));
-        QVERIFY(tracks.at(3).curves.first().isCalibrationShown);
+        for (const TemplateCurveInfo &resistivity : tracks.at(2).curves) {
+            QCOMPARE(resistivity.minimum, 0.1); // the range of the grid
+            QCOMPARE(resistivity.maximum, 2000.0);
+        }
+        for (const TemplateCurveInfo &cored : tracks.at(3).curves) {
+            QVERIFY(cored.isCalibrationShown);
+            QVERIFY(cored.pointSize > 2);
+            QVERIFY(cored.pointColor != cored.color);
+        }
+    }
+
+    // Sand is yellow and shale brown in the gamma ray's bar.
+    void sandIsYellowAndShaleBrown()
+    {
+        const TemplateCurveInfo gamma = tracksOf("Petrophysics").at(0).curves.first();
+        const QImage bar(QStringLiteral(LORVA_SOURCE_DIR "/icons/ColorBars/cb_%1.png").arg(gamma.leftFillIndex));
+        QVERIFY(!bar.isNull());
+        const auto colorOf = [&](double gapi) {
+            const double share = (gapi - gamma.minimum) / (gamma.maximum - gamma.minimum);
+            return bar.pixelColor(static_cast<int>(share * (bar.width() - 1)), 0).toHsv();
+        };
+        for (const double clean : {22.0, 30.0, 45.0}) {
+            QVERIFY(colorOf(clean).hue() >= 45 && colorOf(clean).hue() <= 62);
+            QVERIFY(colorOf(clean).value() > 230);
+        }
+        for (const double shale : {98.0, 112.0, 120.0}) {
+            QVERIFY(colorOf(shale).hue() >= 28 && colorOf(shale).hue() <= 42);
+            QVERIFY(colorOf(shale).value() < 215);
+        }
+    }
+
+    // Hydrocarbons fill the side that is no water; gas the span where the density stands left of the neutron porosity.
+    void fluidsAreFilledOnTheirSide()
+    {
+        for (const char *name : {"Petrophysics", "Saturation"}) {
+            const TemplateCurveInfo water = tracksOf(name).last().curves.first();
+            QCOMPARE(water.group, QStringLiteral("Water Saturation"));
+            QVERIFY(water.minimum > water.maximum); // all water is the left edge
+            QCOMPARE(water.leftUpTo, QStringLiteral("Left Boundary"));
+            QCOMPARE(water.rightUpTo, QStringLiteral("None"));
+            QVERIFY(water.leftFillColor.green() > water.leftFillColor.red()
+                    && water.leftFillColor.green() > water.leftFillColor.blue());
+        }
+        for (const char *name : {"Petrophysics", "Triple Combo", "Density-Neutron"}) {
+            int found = 0;
+            for (const TrackInfo &track : tracksOf(name)) {
+                for (const TemplateCurveInfo &density : track.curves) {
+                    if (density.group != QLatin1String("Density") || density.curve != QLatin1String("Default"))
+                        continue;
+                    ++found;
+                    QCOMPARE(density.leftUpTo, QStringLiteral("None"));
+                    QCOMPARE(density.rightUpTo, QStringLiteral("Curve_2"));
+                    QCOMPARE(track.curves.at(1).group, QStringLiteral("Porosity"));
+                }
+            }
+            QCOMPARE(found, 1);
+        }
+    }
+
+    // Whatever a template names, the wells of the demo have.
+    void theLogsOfTheTemplatesAreThere()
+    {
+        const demo::Well crest = demo::makeField().wells.first();
+        CurveGroupTable table;
+        table.read(m_survey + QStringLiteral("/WLC"));
+        for (const char *name : {"Petrophysics", "Triple Combo", "Density-Neutron", "Saturation"}) {
+            for (const TrackInfo &track : tracksOf(name)) {
+                for (const TemplateCurveInfo &line : track.curves) {
+                    if (track.type == DepthTrack)
+                        continue;
+                    const bool isThere =
+                        std::any_of(crest.curves.begin(), crest.curves.end(), [&](const demo::Curve &curve) {
+                            return line.curve == curve.mnemonic
+                                || (line.curve == QLatin1String("Default")
+                                    && table.group(curve.mnemonic) == line.group);
+                        });
+                    QVERIFY2(isThere, qPrintable(line.group + line.curve));
+                }
+            }
+        }
     }
 
     void importAssignsCurveGroups()
@@ -194,6 +304,26 @@ private slots:
     }
 
 private:
+    QVector<TrackInfo> tracksOf(const char *templateName) const
+    {
+        Project project;
+        openProjectFolder(m_survey, &project);
+        return loadTemplate(project, QString::fromLatin1(templateName), {});
+    }
+    static double meanGamma(const demo::Well &well, double topM, double bottomM)
+    {
+        const QVector<double> &values = demo::findCurve(well, QStringLiteral("GR"))->values;
+        double sum = 0;
+        int count = 0;
+        for (int i = 0; i < values.size(); ++i) {
+            if (well.depthsM.at(i) < topM || well.depthsM.at(i) > bottomM)
+                continue;
+            sum += values.at(i);
+            ++count;
+        }
+        return sum / count;
+    }
+
     QTemporaryDir m_folder;
     QString m_survey;
 };
