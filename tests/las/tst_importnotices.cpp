@@ -25,6 +25,7 @@ class TestImportNotices : public QObject
 private slots:
     void usualFiles_data();
     void usualFiles();
+    void commasInTheFileName();
     void unusualFiles_data();
     void unusualFiles();
     void gravestFirst();
@@ -68,6 +69,20 @@ void TestImportNotices::usualFiles()
 {
     QFETCH(QByteArray, bytes);
     QCOMPARE(las::importNotices(m_fixture.load(bytes), 100), QStringList());
+}
+
+// Its first line names the file; where there are no rows it is not taken for one.
+void TestImportNotices::commasInTheFileName()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(text("a,b;c.las"));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(version2 + well + curves + "~A\n");
+    file.close();
+    WellInfo info;
+    QCOMPARE(info.load(path), 0);
+    QCOMPARE(las::importNotices(info, 100), QStringList());
 }
 
 void TestImportNotices::unusualFiles_data()

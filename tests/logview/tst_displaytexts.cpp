@@ -1,6 +1,7 @@
 #include "displayfixture.h"
 #include "logview/curveheaderitem.h"
 #include "logview/curveitempropertywidget.h"
+#include "logview/geometry/displaystyle.h"
 #include "logview/markeritempropertywidget.h"
 #include "logview/trackitempropertywidget.h"
 #include "support/testmain.h"
@@ -280,6 +281,9 @@ void tst_displaytexts::missingLogs()
     const QImage image = f.picture(f.display->headerView()->scene(), QRect(0, 20, 192, 90));
     QCOMPARE(image.pixelColor(96, 22), QColor(0, 0, 255));
     QCOMPARE(image.pixelColor(96, 45 + 22), QColor(Qt::gray));
+    f.curve(0, 1)->setSelected(true);
+    const QImage selected = f.picture(f.display->headerView()->scene(), QRect(0, 20, 192, 90));
+    QCOMPARE(selected.pixelColor(96, 45 + 22), logview::selectionPen(QPen()).color());
 }
 
 void tst_displaytexts::missingDefaultLogs()
@@ -290,6 +294,8 @@ void tst_displaytexts::missingDefaultLogs()
                    + curveLine("Default"));
     f.addTrack(3, "Linear\nDensity | Default | 0 | 1 | #000000|0,#ffffff|0,#ffffff|None | None | 0 | 0\n");
     f.addTrack(4, "Linear\nSonic | Default | 0 | 1 | #000000|0,#ffffff|0,#ffffff|None | None | 0 | 0\n");
+    f.addTrack(5,
+               "Depth\nCaliper | Default | 0 | 1 | #000000|0,#ffffff|0,#ffffff|None | None | 0 | 0\n"); // shows none
     f.setDefaultLogs("Gamma|GR\n");
     f.show();
     QCOMPARE(f.statusText(), QString("No default log for Sonic, Density in W: see Well Data Manager"));

@@ -2,6 +2,7 @@
 #include "logview/welllogsscene.h"
 #include "logview/welllogsviewwidget.h"
 #include "mainwin/mainwindow.h"
+#include "mainwin/printedpage.h"
 #include "mainwin/projecttreewidget.h"
 #include "support/files.h"
 #include "support/projectfixture.h"
@@ -27,7 +28,7 @@ public:
     }
     bool begin(QPaintDevice *) override
     {
-        page = QImage(400, 300, QImage::Format_RGB32);
+        page = QImage(width, 300, QImage::Format_RGB32);
         page.fill(Qt::white);
         return true;
     }
@@ -47,7 +48,7 @@ public:
     {
         switch (metric) {
         case QPaintDevice::PdmWidth:
-            return 400;
+            return width;
         case QPaintDevice::PdmHeight:
             return 300;
         default:
@@ -56,6 +57,7 @@ public:
     }
     QPrinter::PrinterState printerState() const override { return QPrinter::Idle; }
     QImage page;
+    int width = 400;
 };
 
 class PicturePrinter : public QPrinter
@@ -63,6 +65,14 @@ class PicturePrinter : public QPrinter
 public:
     PicturePrinter() { setEngines(&engine, &engine); }
     PictureEngine engine;
+};
+
+struct CountingView
+{
+    void saveCurrentPicture() { ++saved; }
+    void renderCurrent(QPainter &) { ++rendered; }
+    int saved = 0;
+    int rendered = 0;
 };
 
 struct PrintFixture : ProjectFixture
@@ -157,6 +167,22 @@ private slots:
         QVERIFY(QFileInfo::exists(fixture.path(QStringLiteral("/B.tiff"))));
         for (int i = 0; i < 4; ++i)
             QCOMPARE(pages.at(i), fixture.expected(i / 2));
+    }
+
+    // A preview paints its page again for every change of the zoom.
+    void aPageIsDrawnAndItsPictureSavedOnce()
+    {
+        CountingView view;
+        PrintedPage page(view);
+        PicturePrinter printer;
+        for (int i = 0; i < 3; ++i)
+            QVERIFY(page.paint(printer));
+        QCOMPARE(view.saved, 1);
+        QCOMPARE(view.rendered, 1);
+        printer.engine.width = 500;
+        QVERIFY(page.paint(printer));
+        QCOMPARE(view.saved, 1);
+        QCOMPARE(view.rendered, 2);
     }
 
     void aPrintThatCannotStartSaysSo()

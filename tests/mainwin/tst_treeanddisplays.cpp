@@ -342,6 +342,13 @@ private slots:
         w.host.storedWells[0].markers[0].depth = 2000;
         w.clickBox(markersBranch(w.well(0))->child(0));
         QCOMPARE(w.host.markerReads, 3);
+        // Also after a click that read all of them.
+        w.clickBox(markersBranch(w.well(0)));
+        QCOMPARE(w.host.markerReads, 4);
+        w.clickBox(markersBranch(w.well(0))->child(0));
+        w.host.storedWells[0].markers[0].depth = 2100;
+        w.clickBox(markersBranch(w.well(0))->child(0));
+        QCOMPARE(w.host.markerReads, 5);
     }
 
     void markersThatCannotBeReadAreOneBox()
