@@ -92,7 +92,7 @@ QRectF CurveItem::boundingRect() const
 
 logview::CurveKey CurveItem::key() const
 {
-    return logview::curveKey(m_samples, m_geometry.axis, m_geometry.reference, m_scale);
+    return logview::curveKey(m_samples, m_geometry.axis, m_geometry.reference, m_scale, m_rowsPerPixel);
 }
 
 QPainterPath CurveItem::shape() const
@@ -121,6 +121,7 @@ bool CurveItem::collidesWithPath(const QPainterPath &path, Qt::ItemSelectionMode
 
 void CurveItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *)
 {
+    m_rowsPerPixel = logview::rowsPerPixel(*painter);
     m_curveLine.update(m_samples, key());
     updateFill();
     const QRectF shown = logview::visibleArea(*painter, *option).adjusted(0, -1, 0, 1);

@@ -106,6 +106,7 @@ private:
 
     std::shared_ptr<WellDisplayData> m_well;
     logview::TrackGeometry m_geometry;
+    double m_rowsPerPixel = 1; ///< of the device that was painted last
     TemplateCurveInfo m_line;
     QString m_unit;
     bool m_isLogMissing = false;

@@ -103,8 +103,8 @@ public:
     explicit Builder(CurveFill &fill)
         : m_fill(fill)
         , m_isLeft(fill.m_settings.side == FillSide::Left)
-        // A printer's rows may lie anywhere: more of them than there are keep the error below what is seen.
-        , m_steps(fill.m_key.rowsPerPixel == 1 ? 64.0 : 256.0 * fill.m_key.rowsPerPixel)
+        , m_isScaled(fill.m_key.rowsPerPixel != 1)
+        , m_steps(64.0 * fill.m_key.rowsPerPixel)
     {
     }
 
@@ -157,11 +157,14 @@ private:
     double gap(const Edge &edge) const { return m_isLeft ? edge.x - edge.limitX : edge.limitX - edge.x; }
 
     // The painter rounds to 1/64 pixel. Odd numbers are the bands between the middles of rows, even ones the middles.
+    // A scaled screen may be scrolled by quarters of its pixels: there the middles are at any of these.
     qint64 band(const Edge &edge) const
     {
-        const qint64 steps = static_cast<qint64>(std::floor(edge.y * m_steps + 0.5)) - 32;
-        const qint64 row = steps >> 6;
-        return steps == row * 64 ? 2 * row : 2 * row + 1;
+        const auto steps = static_cast<qint64>(std::floor(edge.y * m_steps + 0.5));
+        const qint64 first = m_isScaled ? 0 : 32;
+        const int bits = m_isScaled ? 4 : 6;
+        const qint64 row = (steps - first) >> bits;
+        return steps - first == row << bits ? 2 * row : 2 * row + 1;
     }
 
     void add(const Edge &edge, int pairColor)
@@ -223,7 +226,8 @@ private:
 
     CurveFill &m_fill;
     bool m_isLeft;
-    double m_steps;
+    bool m_isScaled;
+    double m_steps; // of the painter, a pixel
     Edge m_previous;
     bool m_hasPrevious = false;
     bool m_isRunOpen = false;

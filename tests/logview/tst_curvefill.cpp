@@ -400,6 +400,41 @@ private slots:
         }
     }
 
+    // On a scaled screen the rows are those of the device, which a scrolled view may begin within.
+    void scaledScreens()
+    {
+        FillSettings settings = toBoundary(FillSide::Left);
+        settings.barColors = rainbow(64);
+        EverySampleFill every;
+        every.bar = settings.barColors;
+        struct Screen
+        {
+            double factor;
+            double offset;
+        };
+        for (const int count : {900, 5000, 20000}) {
+            const logshapes::Log log = logshapes::make(logshapes::Noisy, count, 100, 5);
+            const CurveSamples samples = log.samples();
+            for (const Screen screen : {Screen{1.25, 0}, Screen{1.25, 0.25}, Screen{1.5, 0}, Screen{1.5, 0.5},
+                                        Screen{2, 0}, Screen{3, 0}}) {
+                const CurveKey key = curveKey(samples, axis, {}, scale, screen.factor);
+                const CurveFill fill(samples, key, settings);
+                const auto picture = [&screen](const std::function<void(QPainter &)> &paint) {
+                    return logshapes::picture({300, 600}, 0, [&](QPainter &painter) {
+                        painter.translate(0, screen.offset);
+                        painter.scale(screen.factor, screen.factor);
+                        paint(painter);
+                    });
+                };
+                const QImage expected =
+                    picture([&](QPainter &painter) { every.paint(painter, log, key, settings, log, key); });
+                const QImage image = picture([&](QPainter &painter) { fill.paint(painter, Qt::blue, -1e9, 1e9); });
+                QVERIFY(logshapes::paintedPixels(expected) > 10000);
+                QCOMPARE(logshapes::difference(image, expected), 0);
+            }
+        }
+    }
+
     // Whether the painter fills a row is decided in its middle, to 1/64 pixel.
     void pairsThatReachTheMiddleOfARow()
     {

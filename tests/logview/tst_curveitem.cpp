@@ -3,6 +3,7 @@
 #include "displayfixture.h"
 #include "logview/curveheaderitem.h"
 #include "logview/curveitempropertywidget.h"
+#include "logview/geometry/curvepath.h"
 #include "logview/geometry/displaystyle.h"
 #include "logview/pointitem.h"
 #include "logview/trackitempropertywidget.h"
@@ -76,6 +77,7 @@ private slots:
     void curveNumbersCountUndrawnLines();
     void colourBars();
     void missingColourBar();
+    void fillsOfScaledScreensHaveNoGaps();
     void theLeftFillGoesFirst();
     void linesLieOverFillsAndPointsOverLines();
     void theLastSampleIsDrawn();
@@ -218,6 +220,49 @@ void tst_curveitem::colourBars()
     // Another fill colour takes the bar's place.
     f.curve(0, 0)->setFillColor(QColor(1, 2, 3));
     QCOMPARE(f.at(10, 705), QColor(1, 2, 3));
+}
+
+// There a row of the scene is several of the screen: a sample between the middles of two rows of the scene shows.
+void tst_curveitem::fillsOfScaledScreensHaveNoGaps()
+{
+    CurveFixture f;
+    QTemporaryDir data;
+    QDir().mkpath(data.filePath(QStringLiteral("ColorBars")));
+    QImage bar(10, 4, QImage::Format_RGB32);
+    bar.fill(QColor(20, 100, 0));
+    bar.save(data.filePath(QStringLiteral("ColorBars/cb_3.png")));
+    f.host.dataFolder = data.path();
+    QVector<float> depths;
+    QVector<float> values;
+    for (int i = 0; i <= 20000; ++i) {
+        depths.append(static_cast<float>(i) / 20);
+        values.append(i % 2 == 0 ? 50 : 60);
+    }
+    f.addLog(QStringLiteral("GR"), depths, values);
+    f.showLinear(line("GR", "0 | 100", "3,#ff0000|0,#ffffff|Left Boundary | None"));
+    for (const double factor : {1.0, 1.25, 1.5, 2.0}) {
+        for (const double scrolled : {0.0, 1.0}) {
+            QImage image(QSize(192, 300) * factor, QImage::Format_RGB32);
+            image.fill(Qt::white);
+            QPainter painter(&image);
+            painter.scale(factor, factor);
+            f.scene()->render(&painter, QRectF(0, -scrolled, 192, 300), QRectF(0, 100, 192, 300));
+            const int column = static_cast<int>(30 * factor);
+            for (int y = 4; y < image.height() - 8; ++y)
+                QVERIFY2(image.pixelColor(column, y) == QColor(20, 100, 0),
+                         qPrintable(QStringLiteral("row %1 at %2").arg(y).arg(factor)));
+        }
+    }
+    // What is under the mouse is asked of the same line.
+    QImage image(384, 600, QImage::Format_RGB32);
+    QPainter painter(&image);
+    painter.scale(2, 2);
+    const auto paint = [&] { f.scene()->render(&painter, QRectF(0, 0, 192, 300), QRectF(0, 100, 192, 300)); };
+    paint();
+    const int built = logview::CurvePath::buildCount();
+    (void)f.curve(0, 0)->shape();
+    paint();
+    QCOMPARE(logview::CurvePath::buildCount(), built);
 }
 
 void tst_curveitem::missingColourBar()
