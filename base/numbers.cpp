@@ -68,15 +68,6 @@ std::optional<int> parseInteger(const QByteArray &text)
     return value;
 }
 
-double leadingNumber(const QByteArray &text)
-{
-    const char *end = text.constData() + text.size();
-    const char *begin = skipSpaceAndPlus(text.constData(), end);
-    double value = 0;
-    const std::from_chars_result result = std::from_chars(begin, end, value);
-    return result.ec == std::errc() && std::isfinite(value) ? value : 0.0;
-}
-
 QByteArray formatGeneral(double value, int digits)
 {
     return formatted(value, digits, [digits](char *begin, char *end, double v) {

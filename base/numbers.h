@@ -15,10 +15,6 @@ std::optional<double> parseNumber(const QByteArray &text);
 std::optional<double> parseNumber(const QString &text);
 std::optional<int> parseInteger(const QByteArray &text);
 
-/// Reads the number with which \a text begins (after white space and a "+") as parseNumber() does, whatever
-/// follows; 0 where there is none.
-double leadingNumber(const QByteArray &text);
-
 /// The shorter of fixed and exponent notation with \a digits significant digits, as printf's "%g".
 QByteArray formatGeneral(double value, int digits = 6);
 /// Fixed notation with \a decimals decimals, as printf's "%f".

@@ -160,14 +160,6 @@ void WellsCatalogue::build()
     m_indexByName = indexByName;
 }
 
-QStringList WellsCatalogue::readWellNames() const
-{
-    QStringList names;
-    for (const host::WellEntry &entry : m_wells.list().value)
-        names.append(entry.name);
-    return names;
-}
-
 QStringList WellsCatalogue::refreshLogNames(int well)
 {
     const host::Outcome<QVector<host::LogInfo>> logs = readLogs(well);

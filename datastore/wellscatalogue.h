@@ -51,8 +51,6 @@ public:
     int indexOf(const QString &wellName) const { return m_indexByName.value(wellName, -1); }
     int indexOfKey(const QString &key) const { return m_keys.indexOf(key); }
 
-    /// The sorted names of the host's wells as they are now; the catalogue stays as it is.
-    QStringList readWellNames() const;
     /// Re-reads the well's log names into the catalogue.
     QStringList refreshLogNames(int well);
     QStringList refreshLogNames(const QString &wellName) { return refreshLogNames(indexOf(wellName)); }

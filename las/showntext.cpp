@@ -19,9 +19,4 @@ QString toolTip(const QString &text)
     return Qt::mightBeRichText(shown) ? Qt::convertFromPlainText(shown) : shown;
 }
 
-QString tabText(const QString &text)
-{
-    return QString(text).replace(QLatin1Char('&'), QStringLiteral("&&"));
-}
-
 } // namespace las

@@ -11,7 +11,5 @@ constexpr int longestShownText = 200;
 QString shortened(const QString &text);
 /// The shortened text as a tool tip that shows it to the letter.
 QString toolTip(const QString &text);
-/// The text of a tab that shows \a text with its "&".
-QString tabText(const QString &text);
 
 } // namespace las

@@ -1,6 +1,7 @@
 #include "las/wellimportdialog.h"
 
 #include "base/asker.h"
+#include "base/labeltext.h"
 #include "base/nestedevents.h"
 #include "base/numbervalidator.h"
 #include "datastore/projectdata.h"
@@ -172,7 +173,7 @@ WellImportTab *WellImportDialog::addTab(int tabIdx, const WellInfo &file, const 
 {
     const QString title = path.section(QLatin1Char('/'), -1);
     auto *tab = new WellImportTab(m_data, file, title);
-    const int index = m_tabs->insertTab(tabIdx, tab, las::tabText(title));
+    const int index = m_tabs->insertTab(tabIdx, tab, base::labelText(title));
     m_tabs->setTabToolTip(index, las::toolTip(path));
     m_hasFiles = true;
     tabsChanged();

@@ -1,6 +1,7 @@
 #include "las/welllogexport.h"
 
 #include "base/asker.h"
+#include "base/labeltext.h"
 #include "base/nestedevents.h"
 #include "base/numbervalidator.h"
 #include "datastore/projectdata.h"
@@ -8,7 +9,6 @@
 #include "las/exportcurvesinascii.h"
 #include "las/laswriter.h"
 #include "las/resampling.h"
-#include "las/showntext.h"
 #include "las/welllogstabwidget.h"
 
 #include <QCheckBox>
@@ -157,7 +157,7 @@ void WellLogExport::wellSelected(QListWidgetItem *item)
         const int well = m_data.catalogue.indexOfKey(item->data(wellKeyRole).toString());
         tab = new WellLogsTabWidget(well >= 0 ? m_data.catalogue.logNames(well) : QStringList());
         m_tabOfItem.insert(item, tab);
-        m_tabs->setCurrentIndex(m_tabs->addTab(tab, las::tabText(item->text())));
+        m_tabs->setCurrentIndex(m_tabs->addTab(tab, base::labelText(item->text())));
     } else if (!isChecked && tab) {
         m_tabOfItem.remove(item);
         delete tab;

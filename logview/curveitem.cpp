@@ -204,12 +204,6 @@ logview::Sample CurveItem::sampleAt(double depthM) const
     return sample;
 }
 
-void CurveItem::setCalibrationShown(bool isShown)
-{
-    m_calibration = isShown ? m_well->calibration(m_line.group) : CalibrationRecord();
-    placePoints();
-}
-
 void CurveItem::placePoints()
 {
     m_points = logview::placeCalibration(m_calibration, m_geometry.axis, m_scale);

@@ -79,7 +79,6 @@ public:
     /// The sample at a display depth in metres; its depth is one too. -999.25 where there is none.
     logview::Sample sampleAt(double depthM) const;
 
-    void setCalibrationShown(bool isShown);
     struct PointValue
     {
         bool isThere = false;

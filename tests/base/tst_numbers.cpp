@@ -185,7 +185,6 @@ private slots:
     void parsesWholeTextsOnly();
     void parsesUnicodeTextAsNoNumber();
     void parsesIntegers();
-    void readsALeadingNumber();
     void formatsAsPrintfDoes();
     void formatsKnownNumbers();
     void formatsWithManyDigits();
@@ -225,17 +224,6 @@ void TestNumbers::parsesIntegers()
     for (const char *text :
          {"", "+", "-", "1.5", "1e3", "2147483648", "99999999999999999999", "12x", "0x1", "+-1", "1 2"})
         QVERIFY2(!base::parseInteger(text), text);
-}
-
-void TestNumbers::readsALeadingNumber()
-{
-    QCOMPARE(base::leadingNumber("12.5 m"), 12.5);
-    QCOMPARE(base::leadingNumber("  +12.5m"), 12.5);
-    QCOMPARE(base::leadingNumber("-999.25-999.25"), -999.25);
-    QCOMPARE(base::leadingNumber("1,5"), 1.0);
-    QCOMPARE(base::leadingNumber("1e2x"), 100.0);
-    for (const char *text : {"", "m 12", "+", "nan", "inf", "1e400", "-infinity"})
-        QCOMPARE(base::leadingNumber(text), 0.0);
 }
 
 void TestNumbers::formatsAsPrintfDoes()
@@ -287,8 +275,6 @@ void TestNumbers::doesTheSameUnderADecimalComma()
     compareParsing();
     compareFormatting(m_expected);
     compareShortest();
-    QCOMPARE(base::leadingNumber("12.5"), 12.5);
-    QCOMPARE(base::leadingNumber("12,5"), 12.0);
 }
 
 LORVA_TEST_MAIN(TestNumbers)

@@ -203,6 +203,7 @@ private slots:
     void includesNameExistingFiles();
     void aFoldersNamesLiveInItsNamespace();
     void noFileIsTooLong();
+    void whiteSpaceAndLinesAreToldInOnePlace();
 
 private:
     QVector<Source> m_sources;
@@ -424,6 +425,23 @@ void TestSourceRules::noFileIsTooLong()
     }
     QVERIFY(seen > 100);
     QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
+}
+
+// What is white space and where lines end decides what a file holds: two answers would be two contents.
+void TestSourceRules::whiteSpaceAndLinesAreToldInOnePlace()
+{
+    const QRegularExpression second(QStringLiteral("\\bisw?space\\b|^(inline |static |constexpr )*[\\w:<>]+ "
+                                                   "(isSpace|isLineEnd|splitLines|labelText)\\((?!const DepthTick)"));
+    for (const char *line : {"std::isspace(c)", "bool isSpace(char c)", "static bool isLineEnd(char c)",
+                             "inline bool isSpace(char c)", "QVector<QString> splitLines(const QString &text)"})
+        QVERIFY2(second.match(QString::fromLatin1(line)).hasMatch(), line);
+    for (const char *line : {"    if (isSpace(*at))", "base::splitLines(text)", "text.at(0).isSpace()"})
+        QVERIFY2(!second.match(QString::fromLatin1(line)).hasMatch(), line);
+    const QStringList places{QStringLiteral("base/textbytes.h"), QStringLiteral("base/textbytes.cpp"),
+                             QStringLiteral("base/labeltext.h")};
+    const QStringList found = linesMatching(m_sources, second, places);
+    QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
+    QCOMPARE(linesMatching(m_sources, second, {}).size(), 5); // each once, splitLines() with its declaration
 }
 
 LORVA_TEST_MAIN(TestSourceRules)

@@ -68,7 +68,6 @@ private slots:
         QCOMPARE(m_catalogue->wellCount(), 0);
         QVERIFY(m_catalogue->wellNames().isEmpty());
         QCOMPARE(m_catalogue->indexOf("A"), -1);
-        QVERIFY(m_catalogue->readWellNames().isEmpty());
         expectSilence();
     }
 
@@ -211,15 +210,6 @@ private slots:
         QCOMPARE(m_catalogue->indexOf("Well A "), -1);
         QVERIFY(m_catalogue->curve("Well A", "gr").values.isEmpty());
         expectSilence();
-    }
-
-    void wellNamesAreThoseOfTheHostNow()
-    {
-        add("B");
-        m_catalogue->build();
-        add("A");
-        QCOMPARE(m_catalogue->readWellNames(), (QStringList{"A", "B"}));
-        QCOMPARE(m_catalogue->wellNames(), QStringList{"B"});
     }
 
     // ---- log and marker names

@@ -1,82 +1,33 @@
 #pragma once
 
-#include <QGraphicsScene>
-#include <QPaintDevice>
-#include <QPaintEngine>
-#include <QPainter>
+#include "paintrecorder.h"
+
 #include <QPen>
 #include <QVector>
 
-/// A paint device that draws nothing and notes the pens with which lines and shapes are drawn, each once: caps and joins
-/// of most shapes do not show in pixels.
-class PenRecorder : public QPaintDevice
+/// Notes the pens with which lines and shapes are drawn, each once: caps and joins of most shapes do not show in pixels.
+class PenEngine : public PaintRecorderEngine
 {
 public:
-    QPaintEngine *paintEngine() const override { return &m_engine; }
+    void drawPolygon(const QPointF *, int, PolygonDrawMode) override { note(); }
+    void drawPolygon(const QPoint *, int, PolygonDrawMode) override { note(); }
+    void drawPath(const QPainterPath &) override { note(); }
 
-    /// The pens of a part of a scene.
-    static QVector<QPen> recordScene(QGraphicsScene &scene, const QRectF &part)
-    {
-        PenRecorder recorder;
-        QPainter painter(&recorder);
-        scene.render(&painter, QRectF(QPointF(), part.size()), part);
-        painter.end();
-        return recorder.m_engine.pens;
-    }
-
-protected:
-    int metric(PaintDeviceMetric metric) const override
-    {
-        switch (metric) {
-        case PdmWidth:
-        case PdmHeight:
-            return 4000;
-        case PdmDpiX:
-        case PdmDpiY:
-        case PdmPhysicalDpiX:
-        case PdmPhysicalDpiY:
-            return 96;
-        case PdmWidthMM:
-        case PdmHeightMM:
-            return 1058;
-        case PdmDepth:
-            return 32;
-        case PdmDevicePixelRatio:
-            return 1;
-        case PdmNumColors:
-            return 1 << 24;
-        default:
-            return QPaintDevice::metric(metric);
-        }
-    }
+    QVector<QPen> pens;
 
 private:
-    class Engine : public QPaintEngine
+    void note()
     {
-    public:
-        Engine()
-            : QPaintEngine(AllFeatures)
-        {
-        }
-        bool begin(QPaintDevice *) override { return true; }
-        bool end() override { return true; }
-        void updateState(const QPaintEngineState &) override { }
-        Type type() const override { return User; }
-        void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override { }
-        void drawTextItem(const QPointF &, const QTextItem &) override { }
-        void drawPolygon(const QPointF *, int, PolygonDrawMode) override { note(); }
-        void drawPolygon(const QPoint *, int, PolygonDrawMode) override { note(); }
-        void drawPath(const QPainterPath &) override { note(); }
-
-        QVector<QPen> pens;
-
-    private:
-        void note()
-        {
-            const QPen pen = painter()->pen();
-            if (pen.style() != Qt::NoPen && !pens.contains(pen))
-                pens.append(pen);
-        }
-    };
-    mutable Engine m_engine;
+        const QPen pen = painter()->pen();
+        if (pen.style() != Qt::NoPen && !pens.contains(pen))
+            pens.append(pen);
+    }
 };
+
+/// The pens of a part of a scene.
+inline QVector<QPen> pensOfScene(QGraphicsScene &scene, const QRectF &part)
+{
+    PaintRecorder<PenEngine> recorder;
+    recorder.drawScene(scene, part);
+    return recorder.engine().pens;
+}

@@ -1,11 +1,9 @@
 #pragma once
 
+#include "paintrecorder.h"
+
 #include <QColor>
 #include <QFont>
-#include <QGraphicsScene>
-#include <QPaintDevice>
-#include <QPaintEngine>
-#include <QPainter>
 #include <QRectF>
 #include <QVector>
 
@@ -45,13 +43,30 @@ inline char *toString(const QVector<DrawnText> &texts)
     return qstrdup(qUtf8Printable(lines));
 }
 
-/// A paint device of 96 dots an inch that draws nothing and notes the texts. What an item drew is compared with what
-/// was drawn here by the rule for it: QPainter resolves alignment and breaks lines before a device sees them.
-class TextRecorder : public QPaintDevice
+/// Notes the texts.
+class TextEngine : public PaintRecorderEngine
 {
 public:
-    QPaintEngine *paintEngine() const override { return &m_engine; }
-    const QVector<DrawnText> &texts() const { return m_engine.texts; }
+    void drawTextItem(const QPointF &place, const QTextItem &item) override
+    {
+        const QFont font = painter()->font();
+        const QRectF box = painter()->deviceTransform().mapRect(
+            QRectF(place.x(), place.y() - item.ascent(), item.width(), item.ascent() + item.descent()));
+        const auto rounded = [](double value) { return std::round(100 * value) / 100; };
+        texts.append({item.text(), font.family(), font.pointSizeF(), font.pixelSize(), font.bold(),
+                      painter()->pen().color(),
+                      QRectF(rounded(box.x()), rounded(box.y()), rounded(box.width()), rounded(box.height()))});
+    }
+
+    QVector<DrawnText> texts;
+};
+
+/// Notes the texts that are drawn. What an item drew is compared with what was drawn here by the rule for it: QPainter
+/// resolves alignment and breaks lines before a device sees them.
+class TextRecorder : public PaintRecorder<TextEngine>
+{
+public:
+    const QVector<DrawnText> &texts() const { return engine().texts; }
 
     /// The texts that \a paint(QPainter &) draws.
     template<class Paint>
@@ -74,64 +89,4 @@ public:
                 inside.append(text);
         return inside;
     }
-
-protected:
-    int metric(PaintDeviceMetric metric) const override
-    {
-        switch (metric) {
-        case PdmWidth:
-        case PdmHeight:
-            return pixels;
-        case PdmWidthMM:
-        case PdmHeightMM:
-            return qRound(pixels * 25.4 / 96);
-        case PdmDpiX:
-        case PdmDpiY:
-        case PdmPhysicalDpiX:
-        case PdmPhysicalDpiY:
-            return 96;
-        case PdmDevicePixelRatio:
-            return 1;
-        case PdmDevicePixelRatioScaled:
-            return static_cast<int>(devicePixelRatioFScale());
-        case PdmDepth:
-            return 32;
-        case PdmNumColors:
-            return 1 << 24;
-        default:
-            return 0;
-        }
-    }
-
-private:
-    static constexpr int pixels = 4000;
-
-    class Engine : public QPaintEngine
-    {
-    public:
-        Engine()
-            : QPaintEngine(AllFeatures)
-        {
-        }
-        bool begin(QPaintDevice *) override { return true; }
-        bool end() override { return true; }
-        void updateState(const QPaintEngineState &) override { }
-        Type type() const override { return User; }
-        void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override { }
-        void drawPolygon(const QPointF *, int, PolygonDrawMode) override { }
-        void drawPolygon(const QPoint *, int, PolygonDrawMode) override { }
-        void drawPath(const QPainterPath &) override { }
-        void drawTextItem(const QPointF &place, const QTextItem &item) override
-        {
-            const QFont font = painter()->font();
-            const QRectF box = painter()->deviceTransform().mapRect(
-                QRectF(place.x(), place.y() - item.ascent(), item.width(), item.ascent() + item.descent()));
-            const auto rounded = [](double value) { return std::round(100 * value) / 100; };
-            texts.append({item.text(), font.family(), font.pointSizeF(), font.pixelSize(), font.bold(),
-                          painter()->pen().color(),
-                          QRectF(rounded(box.x()), rounded(box.y()), rounded(box.width()), rounded(box.height()))});
-        }
-        QVector<DrawnText> texts;
-    };
-    mutable Engine m_engine;
 };

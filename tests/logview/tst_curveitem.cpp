@@ -578,13 +578,13 @@ void tst_curveitem::capsAndJoins()
     for (const int shapeCode : {1, 2}) {
         QGraphicsScene scene;
         scene.addItem(new PointItem(QColor(255, 0, 0), 6, shapeCode));
-        QCOMPARE(PenRecorder::recordScene(scene, QRect(-10, -10, 20, 20)),
+        QCOMPARE(pensOfScene(scene, QRect(-10, -10, 20, 20)),
                  QVector<QPen>{pen(QColor(255, 0, 0), 6, Qt::SquareCap, Qt::BevelJoin)});
     }
     CurveFixture f;
     f.addLog(QStringLiteral("GR"), {0, 1000}, {75, 75});
     f.showLinear(line("GR", "0 | 150", "0,#ffffff|0,#ffffff|None | None", "0 | 1"));
-    const QVector<QPen> pens = PenRecorder::recordScene(*f.scene(), QRect(-10, 0, 300, 300));
+    const QVector<QPen> pens = pensOfScene(*f.scene(), QRect(-10, 0, 300, 300));
     QVERIFY(pens.contains(pen(QColor(0, 0, 255), 2, Qt::RoundCap, Qt::RoundJoin))); // the line
     QVERIFY(pens.contains(pen(Qt::black, 2, Qt::SquareCap, Qt::BevelJoin))); // the track's outline
 }
