@@ -67,7 +67,6 @@ void Launcher::prepareData(ProjectData &projectData)
     project.zoneTypes = zoneTypeNames();
     const QString survey = projectData.host.surveyDirectory();
     projectData.catalogue.build();
-    project.globalTemplateNames.clear();
     // While a box about a well stands there, the host may open another survey, in which this launch has no business.
     if (projectData.host.surveyDirectory() == survey) {
         openProject(projectData.host, &project);

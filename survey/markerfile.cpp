@@ -17,7 +17,7 @@ namespace {
 constexpr char markerType[] = "Well Markers";
 constexpr const char *writtenFields[] = {"Name", "Depth along hole", "Strat Level", "Color"};
 
-// The number 12 of a key "12.Name" and where "Name" begins; number 0 for keys of another form.
+// The number 12 of a key "12.Name" and where "Name" begins; no number above 0 for keys of another form.
 struct MarkerKey
 {
     int number = 0;
@@ -30,9 +30,7 @@ MarkerKey splitKey(const QByteArray &key)
     if (dot < 1)
         return {};
     const std::optional<int> number = base::parseInteger(QByteArray::fromRawData(key.constData(), dot));
-    if (!number || *number < 1)
-        return {};
-    return {*number, dot + 1};
+    return {number.value_or(0), dot + 1};
 }
 
 // A line of a marker in the KeyValues that hold it.

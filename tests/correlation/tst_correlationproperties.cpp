@@ -234,6 +234,8 @@ private slots:
         QCOMPARE(split("unknown:T"), QString("unknown + T"));
         QCOMPARE(split("no colon"), QString("no colon + "));
         QCOMPARE(split(":T"), QString(" + T"));
+        const auto nameless = knowing({""}, {"C:T"});
+        QCOMPARE(correlation::splitWellLine(":C:T", nameless).templateName, QString("C:T"));
     }
 
     void namesThatCouldNotBeReadBackAreWrittenOtherwise()

@@ -148,6 +148,8 @@ void TestExportCurvesInAscii::textOfALog()
     log.depths = {0.5, 1};
     log.values = {-0.25, 1234567.8};
     QCOMPARE(las::curveText(text("Wø"), log), QByteArray("Wø\tGR\nDepth\tValue\n0.5\t-0.25\n1\t1.23457e+06"));
+    log.values = {-0.25}; // a depth without a value
+    QCOMPARE(las::curveText(text("W"), log), QByteArray("W\tGR\nDepth\tValue\n0.5\t-0.25"));
 }
 
 void TestExportCurvesInAscii::textUnderACommaLocale()

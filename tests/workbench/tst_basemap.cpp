@@ -1,5 +1,7 @@
+#include "logview/textrecorder.h"
 #include "support/testmain.h"
 #include "workbench/basemap.h"
+#include "workbench/mapsymbols.h"
 
 #include <QHelpEvent>
 #include <QSignalSpy>
@@ -54,6 +56,7 @@ private slots:
     void niceNumbers_data();
     void niceNumbers();
     void ticksAreRoundAndApart();
+    void textsBelowTheMapStandInOneRow();
     void scaleBarIsNiceAndNotTooLong_data();
     void scaleBarIsNiceAndNotTooLong();
     void labelsNeitherOverlapNorLeave();
@@ -171,6 +174,25 @@ void TestBaseMap::ticksAreRoundAndApart()
     // Around the origin there is no "-0".
     for (const MapTick &tick : eastingTicks(MapFrame({at(-500, 1), at(500, 1)}, QRectF(0, 0, 500, 400), 50), 80))
         QVERIFY(tick.text != QLatin1String("-0"));
+}
+
+void TestBaseMap::textsBelowTheMapStandInOneRow()
+{
+    BaseMap map;
+    map.resize(700, 400);
+    map.setWells({at(1000, 1000, host::OilWell), at(5000, 3000, host::DryWell)});
+    const QVector<DrawnText> texts =
+        TextRecorder::record([&map](QPainter &painter) { map.render(&painter, {}, {}, QWidget::DrawChildren); });
+    QVector<QRectF> row;
+    for (const DrawnText &text : texts)
+        if (QStringList{mapSymbolName(MapSymbol::Oil), mapSymbolName(MapSymbol::Dry)}.contains(text.text)
+            || text.text.endsWith(QLatin1String("m")))
+            row.append(text.box);
+    QVERIFY2(row.size() == 3, toString(texts));
+    for (const QRectF &box : qAsConst(row)) {
+        QCOMPARE(box.top(), row.first().top());
+        QVERIFY(box.bottom() <= map.height());
+    }
 }
 
 void TestBaseMap::scaleBarIsNiceAndNotTooLong_data()

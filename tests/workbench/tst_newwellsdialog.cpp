@@ -56,6 +56,7 @@ class TestNewWellsDialog : public QObject
 private slots:
     void init();
     void proposalsBecomeTexts();
+    void aLongStateBreaksItsLine();
     void noProposedWellEndsAboveItsDeepestSample();
     void filesOfOneWellAreMerged();
     void problemsConcernChosenRowsOnly();
@@ -156,6 +157,14 @@ void TestNewWellsDialog::proposalsBecomeTexts()
     QVERIFY(wells.wells().first().isChosen);
     QCOMPARE(wells.wells().first().notes, QStringList{QStringLiteral("A note.")});
     QCOMPARE(fileNames(wells.wells().first()), QStringLiteral("A.las"));
+}
+
+void TestNewWellsDialog::aLongStateBreaksItsLine()
+{
+    NewWellsDialog dialog(*m_store, m_asker, chooser());
+    const auto *label = dialog.findChild<QLabel *>(QStringLiteral("stateLabel"));
+    QVERIFY(!label->text().isEmpty());
+    QVERIFY(label->minimumSizeHint().width() < label->fontMetrics().horizontalAdvance(label->text()));
 }
 
 void TestNewWellsDialog::noProposedWellEndsAboveItsDeepestSample()

@@ -235,6 +235,8 @@ void TestWellManager::addRefusesBadInputWithASentencePerField()
     QVERIFY(dialog.isVisible());
     QCOMPARE(problem(&dialog, "nameEdit"), QStringLiteral("A well needs a name."));
     QCOMPARE(problem(&dialog, "xEdit"), QStringLiteral("X is missing."));
+    QCOMPARE(dialog.findChild<QLineEdit *>(QStringLiteral("xEdit"))->accessibleDescription(),
+             QStringLiteral("X is missing.")); // for who hears the form
     QCOMPARE(problem(&dialog, "kbEdit"), QString());
     QCOMPARE(problem(&dialog, "groundEdit"), QString());
     QCOMPARE(problem(&dialog, "totalDepthEdit"), QStringLiteral("The total depth is missing."));
