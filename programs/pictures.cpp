@@ -15,7 +15,9 @@
 #include <QBuffer>
 #include <QComboBox>
 #include <QDir>
+#include <QDockWidget>
 #include <QGraphicsView>
+#include <QMainWindow>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPixmap>
@@ -250,7 +252,11 @@ int main(int argc, char *argv[])
         return 1;
     }
     mainWindow->showNormal();
-    mainWindow->resize(1400, 900);
+    mainWindow->resize(1500, 900);
+    // The screen without a display is small: the docks grew with the window.
+    if (auto *docked = qobject_cast<QMainWindow *>(mainWindow))
+        docked->resizeDocks({docked->findChild<QDockWidget *>(QStringLiteral("propertiesDock"))}, {220},
+                            Qt::Horizontal);
     const PluginWindow plugin(mainWindow);
     plugin.expandFirstWell();
     pictures.save(mainWindow, QStringLiteral("mainwindow.png"));
