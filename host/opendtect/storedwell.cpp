@@ -1,26 +1,22 @@
 #include "host/opendtect/storedwell.h"
 
-#include "host/opendtect/filebuffer.h"
+#include "host/opendtect/inputfile.h"
 #include "host/opendtect/odtext.h"
 
 #include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
-#include <istream>
 #include <memory>
 
 #include <ioobj.h>
-#include <od_istream.h>
 #include <undefval.h>
 #include <welldata.h>
 #include <wellio.h>
 #include <welllog.h>
 #include <welllogset.h>
-#include <wellman.h>
 #include <wellmarker.h>
 #include <wellodreader.h>
-#include <wellreader.h>
 #include <welltrack.h>
 
 namespace opendtect {
@@ -61,31 +57,40 @@ QString fileStem(const IOObj &entry)
     return main.path() + QLatin1Char('/') + main.completeBaseName();
 }
 
-StoredWell::StoredWell(const IOObj &entry)
+StoredWell::StoredWell(const IOObj &entry, Well::Data &data)
     : m_name(toQString(entry.name().buf()))
     , m_stem(fileStem(entry))
-    , m_data(new Well::Data)
-    , m_entry(entry.clone())
+    , m_data(data)
+    , m_reader(std::make_unique<Well::odReader>(entry, data, m_reason))
 {
-    m_main = base::fileState(file(Well::odIO::sExtWell()));
     m_track = base::fileState(file(Well::odIO::sExtTrack()));
     m_folderPath = QFileInfo(m_stem).path();
-    m_data->setMultiID(m_entry->key());
-    const Well::Reader reader(*m_entry, *m_data);
-    if (!reader.getInfo() || !reader.getTrack())
-        m_error = withReason(QStringLiteral("Cannot read the well %1").arg(m_name), toQString(reader.errMsg()));
+    if (!readMain())
+        m_error = withReason(QStringLiteral("Cannot read the well %1").arg(m_name), toQString(m_reason));
 }
 
-StoredWell::~StoredWell()
+StoredWell::~StoredWell() = default;
+
+bool StoredWell::readMain()
 {
-    // The library deletes a well with its last reference only where the manager knows it.
-    Well::MGR().wells() += m_data.ptr();
-    m_data = nullptr;
+    InputFile main(mainFile());
+    m_main = main.state();
+    // The library's own opening of what cannot be opened gives its reason.
+    const bool isRead = main.isOpen() ? m_reader->getInfo(main.stream()) : m_reader->getInfo();
+    if (!isRead || !m_reader->getTrack())
+        return false;
+    m_data.track().updateDahRange();
+    return true;
 }
 
 QString StoredWell::file(const char *ending, int number) const
 {
     return toQString(Well::odIO::mkFileName(m_stem.toUtf8().constData(), ending, number));
+}
+
+QString StoredWell::mainFile() const
+{
+    return file(Well::odIO::sExtWell());
 }
 
 QString StoredWell::markerFile() const
@@ -128,63 +133,46 @@ bool StoredWell::areLogsUnchanged() const
     return !QFile::exists(logFile(logFileCount()));
 }
 
-// Reads logs into the data, behind those that are there. What lies deeper than the track does not make it longer.
-class StoredWell::LogReader
+// What lies deeper than the track would make it longer when the library reads it.
+class StoredWell::KeptTrack
 {
 public:
-    explicit LogReader(StoredWell &well)
-        : m_data(*well.m_data)
-        , m_track(m_data.track())
-        , m_reader(*well.m_entry, m_data, m_reason)
+    explicit KeptTrack(Well::Data &data)
+        : m_data(data)
+        , m_track(data.track())
     {
     }
-    ~LogReader() { m_data.track() = m_track; }
-    LogReader(const LogReader &) = delete;
-    LogReader &operator=(const LogReader &) = delete;
-
-    bool add(const QString &path, bool isHeaderOnly)
-    {
-        const QByteArray name = path.toUtf8();
-        if (!m_file.open(name.constData()))
-            return false;
-        m_stream.clear();
-        od_istream stream(m_stream);
-        stream.setFileName(name.constData()); // for the host's messages
-        const int before = m_data.logs().size();
-        return m_reader.addLog(stream, isHeaderOnly) && m_data.logs().size() > before;
-    }
-    /// Of the file that was added, or could not be; of no size where there is none.
-    base::FileState stateOf(const QString &path) const
-    {
-        return m_file.state().size < 0 ? base::fileState(path) : m_file.state();
-    }
+    ~KeptTrack() { m_data.track() = m_track; }
+    KeptTrack(const KeptTrack &) = delete;
+    KeptTrack &operator=(const KeptTrack &) = delete;
 
 private:
-    FileBuffer m_file;
-    std::istream m_stream{&m_file};
     Well::Data &m_data;
-    Well::Track m_track;
-    uiString m_reason;
-    Well::odReader m_reader;
+    const Well::Track m_track;
 };
+
+// Behind the logs that are there.
+bool StoredWell::addLog(InputFile &file, bool isHeaderOnly)
+{
+    const int before = m_data.logs().size();
+    return file.isOpen() && m_reader->addLog(file.stream(), isHeaderOnly) && m_data.logs().size() > before;
+}
 
 void StoredWell::readLogHeaders()
 {
-    m_data->logs().setEmpty();
+    m_data.logs().setEmpty();
     m_logs.clear();
     m_logFileOf.clear();
     m_logFiles.clear();
-    LogReader reader(*this);
+    const KeptTrack track(m_data);
     for (;;) {
-        const QString path = logFile(logFileCount());
-        const bool isRead = reader.add(path, true);
-        const base::FileState state = reader.stateOf(path);
-        if (state.size < 0)
+        InputFile file(logFile(logFileCount()));
+        if (file.state().size < 0)
             break;
-        m_logFiles.push_back({state, false});
-        if (!isRead)
+        m_logFiles.push_back({file.state(), false});
+        if (!addLog(file, true))
             continue;
-        const Well::Log &log = m_data->logs().getLog(m_data->logs().size() - 1);
+        const Well::Log &log = m_data.logs().getLog(m_data.logs().size() - 1);
         m_logs.append({toQString(log.name().buf()), toQString(log.unitMeasLabel())});
         m_logFileOf.append(logFileCount() - 1);
     }
@@ -214,9 +202,11 @@ host::Outcome<host::LogData> StoredWell::log(int index)
     if (index < 0 || index >= m_logs.size())
         return {{}, QStringLiteral("The well %1 has no log with the index %2.").arg(m_name).arg(index)};
     const host::LogInfo &info = m_logs.at(index);
-    Well::LogSet &set = m_data->logs();
+    Well::LogSet &set = m_data.logs();
     std::unique_ptr<Well::Log> header(set.remove(index));
-    const bool isRead = LogReader(*this).add(logFile(m_logFileOf.at(index)), false);
+    InputFile file(logFile(m_logFileOf.at(index)));
+    const KeptTrack track(m_data);
+    const bool isRead = addLog(file, false);
     const std::unique_ptr<Well::Log> log(isRead ? set.remove(set.size() - 1) : nullptr);
     put(set, std::move(header), index);
     if (!log || !log->isLoaded())
@@ -231,21 +221,21 @@ host::Outcome<host::LogData> StoredWell::log(int index)
 
 host::Outcome<StoredWell::LogPlace> StoredWell::placeOfLog(const char *name)
 {
-    readLogHeadersIfNeeded(m_data->logs().indexOf(name));
+    readLogHeadersIfNeeded(m_data.logs().indexOf(name));
     if (m_logs.size() != logFileCount())
         return {{},
                 QStringLiteral("One of the logs of the well %1 is unreadable or has the name of another; the host "
                                "would write over the wrong log. Nothing was changed.")
                     .arg(m_name)};
-    const int index = m_data->logs().indexOf(name);
+    const int index = m_data.logs().indexOf(name);
     if (index < 0)
         return {{logFile(logFileCount()), nullptr}, {}};
-    return {{logFile(m_logFileOf.at(index)), &m_data->logs().getLog(index)}, {}};
+    return {{logFile(m_logFileOf.at(index)), &m_data.logs().getLog(index)}, {}};
 }
 
 void StoredWell::logWritten(const Well::Log &log, const QString &path)
 {
-    Well::LogSet &set = m_data->logs();
+    Well::LogSet &set = m_data.logs();
     const host::LogInfo info{toQString(log.name().buf()), toQString(log.unitMeasLabel())};
     const ReadFile file{base::fileState(path), true};
     const int index = set.indexOf(log.name());
@@ -264,19 +254,18 @@ void StoredWell::logWritten(const Well::Log &log, const QString &path)
 
 Well::MarkerSet &StoredWell::markers()
 {
-    return m_data->markers();
+    return m_data.markers();
 }
 
 host::Status StoredWell::readMarkers()
 {
-    m_data->markers().erase();
+    m_data.markers().erase();
     if (!QFile::exists(markerFile()))
         return {};
-    const Well::Reader reader(*m_entry, *m_data);
-    if (reader.getMarkers())
+    InputFile file(markerFile());
+    if (file.isOpen() ? m_reader->getMarkers(file.stream()) : m_reader->getMarkers())
         return {};
-    return {
-        withReason(QStringLiteral("Cannot read the markers of the well %1").arg(m_name), toQString(reader.errMsg()))};
+    return {withReason(QStringLiteral("Cannot read the markers of the well %1").arg(m_name), toQString(m_reason))};
 }
 
 } // namespace opendtect

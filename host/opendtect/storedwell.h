@@ -5,26 +5,30 @@
 
 #include <QVector>
 
+#include <memory>
 #include <vector>
 
-#include <ptrman.h>
+#include <uistring.h>
 
 class IOObj;
 namespace Well {
 class Data;
 class Log;
 class MarkerSet;
+class odReader;
 } // namespace Well
 
 namespace opendtect {
+
+class InputFile;
 
 /// A well as its files have it, read by the host's library past the host's memory: what is read of it stays here and
 /// does not pile up there. Lengths are in the survey's unit.
 class StoredWell
 {
 public:
-    /// Reads header and track.
-    explicit StoredWell(const IOObj &entry);
+    /// Reads header and track into \a data, an empty well that belongs to this one as long as it lives; not owned.
+    StoredWell(const IOObj &entry, Well::Data &data);
     ~StoredWell();
     StoredWell(const StoredWell &) = delete;
     StoredWell &operator=(const StoredWell &) = delete;
@@ -35,7 +39,7 @@ public:
     bool isOf(const IOObj &entry) const;
     /// Whether header and track are still those in the files.
     bool isUnchanged() const;
-    const Well::Data &data() const { return *m_data; }
+    const Well::Data &data() const { return m_data; }
 
     /// The headers of all logs that can be read, in the order of their files; files that did not change are not read
     /// again.
@@ -60,7 +64,7 @@ public:
     Well::MarkerSet &markers();
 
 private:
-    class LogReader;
+    class KeptTrack;
     struct ReadFile
     {
         base::FileState state;
@@ -70,6 +74,9 @@ private:
 
     QString file(const char *ending, int number = 0) const;
     QString logFile(int index) const;
+    QString mainFile() const;
+    bool readMain();
+    bool addLog(InputFile &file, bool isHeaderOnly);
     int logFileCount() const { return static_cast<int>(m_logFiles.size()); }
     bool areLogsUnchanged() const;
     void readLogHeadersIfNeeded(int log);
@@ -80,8 +87,9 @@ private:
     QString m_error;
     base::FileState m_main;
     base::FileState m_track; ///< of a file of its own, which is rare
-    RefMan<Well::Data> m_data;
-    PtrMan<IOObj> m_entry;
+    Well::Data &m_data;
+    uiString m_reason; ///< of the reader
+    std::unique_ptr<Well::odReader> m_reader;
     QVector<host::LogInfo> m_logs;
     QVector<int> m_logFileOf; ///< per log its index in m_logFiles
     QString m_folderPath;

@@ -17,9 +17,10 @@ WellList::~WellList() = default;
 
 void WellList::update()
 {
-    const QString survey = toFolder(IOM().rootDir());
-    if (m_folder && survey == m_survey && base::fileState(m_path).isSame(m_state))
+    const char *const survey = IOM().rootDir();
+    if (m_folder && m_survey == survey && base::fileState(m_path).isSame(m_state))
         return;
+    ++m_revision;
     m_survey = survey;
     m_entries.clear();
     m_wells.clear();

@@ -26,11 +26,14 @@ public:
     host::Outcome<QVector<host::WellEntry>> entries();
     /// Null when there is no well of that key; valid until the next call.
     const IOObj *find(const QString &key);
+    /// Another number whenever the list was read anew.
+    int revision() const { return m_revision; }
 
 private:
     void update();
 
-    QString m_survey; ///< whose list it is
+    int m_revision = 0;
+    QByteArray m_survey; ///< whose list it is
     QString m_path; ///< of its file
     base::FileState m_state;
     std::unique_ptr<IODir> m_folder; ///< owns what the table shows

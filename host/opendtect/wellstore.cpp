@@ -21,11 +21,14 @@ host::Outcome<StoredWell *> WellStore::stored(const QString &key)
     if (!entry.ok())
         return {nullptr, entry.error};
     // Keys repeat from survey to survey, files do not.
-    const bool isLast = m_last && key == m_lastKey && m_last->isOf(*entry.value) && m_last->isUnchanged();
-    if (!isLast) {
-        m_last = std::make_unique<StoredWell>(*entry.value);
+    const bool isSameEntry =
+        m_last && key == m_lastKey && (m_lastRevision == m_list.revision() || m_last->isOf(*entry.value));
+    if (!isSameEntry || !m_last->isUnchanged()) {
+        m_last.reset();
+        m_last = std::make_unique<StoredWell>(*entry.value, m_scratch.emptied());
         m_lastKey = key;
     }
+    m_lastRevision = m_list.revision();
     if (m_last->error().isEmpty())
         return {m_last.get(), {}};
     const QString error = m_last->error();
@@ -49,6 +52,7 @@ host::Outcome<RefMan<Well::Data>> WellStore::loaded(const IOObj &entry, const We
 void WellStore::forget()
 {
     m_last.reset();
+    m_scratch.release();
     m_given.clear();
 }
 

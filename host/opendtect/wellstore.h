@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/opendtect/scratchwell.h"
 #include "host/opendtect/storedwell.h"
 #include "host/opendtect/welllist.h"
 
@@ -30,13 +31,15 @@ public:
     void setGivenMarkers(const QString &key, const QVector<host::Marker> &markers) { m_given[key] = markers; }
     const QHash<QString, QVector<host::Marker>> &givenMarkers() const { return m_given; }
 
-    /// Lets go of everything that was read.
+    /// Lets go of everything that was read, and of what is the host's.
     void forget();
 
 private:
     WellList m_list;
+    ScratchWell m_scratch;
     QString m_lastKey;
-    std::unique_ptr<StoredWell> m_last;
+    int m_lastRevision = 0; ///< of the list whose entry has that key
+    std::unique_ptr<StoredWell> m_last; ///< fills the scratch well
     QHash<QString, QVector<host::Marker>> m_given;
 };
 

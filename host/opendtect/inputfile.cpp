@@ -1,4 +1,4 @@
-#include "host/opendtect/filebuffer.h"
+#include "host/opendtect/inputfile.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -7,36 +7,31 @@
 
 namespace opendtect {
 
-FileBuffer::~FileBuffer()
+InputFile::InputFile(const QString &path)
 {
-    close();
-}
-
-void FileBuffer::close()
-{
-    if (m_file >= 0)
-        ::close(m_file);
-    m_file = -1;
-    m_state = {};
-    setg(m_block.data(), m_block.data(), m_block.data());
-}
-
-bool FileBuffer::open(const char *path)
-{
-    close();
+    const QByteArray name = path.toUtf8();
     // Not blocking: a pipe in a file's place would wait for ever.
-    m_file = ::open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    m_file = ::open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     struct stat info
     { };
     if (m_file >= 0 && ::fstat(m_file, &info) == 0 && S_ISREG(info.st_mode)) {
         m_state = base::stateOf(info);
-        return true;
+        m_stream.setFileName(name.constData()); // for the host's messages
+        return;
     }
-    close();
-    return false;
+    m_state = base::fileState(path);
+    if (m_file >= 0)
+        ::close(m_file);
+    m_file = -1;
 }
 
-FileBuffer::int_type FileBuffer::underflow()
+InputFile::~InputFile()
+{
+    if (m_file >= 0)
+        ::close(m_file);
+}
+
+std::streambuf::int_type InputFile::underflow()
 {
     ssize_t count = -1;
     do
