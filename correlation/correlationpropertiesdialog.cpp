@@ -1,6 +1,7 @@
 #include "correlation/correlationpropertiesdialog.h"
 
 #include "base/asker.h"
+#include "base/keptlooks.h"
 #include "base/nestedevents.h"
 #include "base/numbers.h"
 #include "base/safename.h"
@@ -124,6 +125,7 @@ CorrelationPropertiesDialog::CorrelationPropertiesDialog(ProjectData &projectDat
         m_missing->show();
     }
     resize(720, 760);
+    base::keepSize(this, objectName());
 }
 
 QWidget *CorrelationPropertiesDialog::makeWellsPart()

@@ -1,6 +1,7 @@
 #include "correlation/correlationviewtabwidget.h"
 
 #include "base/asker.h"
+#include "base/emptyhint.h"
 #include "base/labeltext.h"
 #include "correlation/correlationdisplaywidget.h"
 #include "correlation/correlationpropertiesdialog.h"
@@ -10,7 +11,6 @@
 
 #include <QTabWidget>
 #include <QTreeWidgetItem>
-#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -33,9 +33,9 @@ CorrelationViewTabWidget::CorrelationViewTabWidget(ProjectData &projectData, QDo
     m_tabs->setObjectName(QStringLiteral("correlationTabs"));
     m_tabs->setTabsClosable(true);
     m_tabs->setMovable(false);
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_tabs);
+    base::fillWithTabs(this, m_tabs,
+                       QStringLiteral("Double-click a correlation in the project tree to open it here. \"Add "
+                                      "Correlation\" in the context menu of \"Correlations\" makes a new one."));
     connect(m_tabs, &QTabWidget::tabCloseRequested, this, &CorrelationViewTabWidget::closeCorrTab);
     connect(m_tabs, &QTabWidget::currentChanged, this, &CorrelationViewTabWidget::tabChanged);
 }
@@ -48,6 +48,11 @@ CorrelationDisplayWidget *CorrelationViewTabWidget::display(int tab) const
 CorrelationDisplayWidget *CorrelationViewTabWidget::currentDisplay() const
 {
     return display(m_tabs->currentIndex());
+}
+
+void CorrelationViewTabWidget::closeCurrent()
+{
+    closeCorrTab(m_tabs->currentIndex());
 }
 
 void CorrelationViewTabWidget::addCorrelation(QTreeWidgetItem *item)

@@ -31,6 +31,9 @@ public:
     /// Null when none is open.
     CorrelationDisplayWidget *currentDisplay() const;
 
+    /// Closes the current correlation, as its tab's button does; nothing when none is open.
+    void closeCurrent();
+
     /// Gives the dock the panel of the current correlation, when this work area is the one in front.
     void showCurrentPanel();
 

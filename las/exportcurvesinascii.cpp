@@ -110,11 +110,13 @@ void ExportCurvesInAscii::exportClicked()
 {
     const QPointer<ExportCurvesInAscii> self(this);
     bool hasFailed = false;
+    bool hasWritten = false;
     las::NameList unread;
     QApplication::setOverrideCursor(Qt::WaitCursor);
     for (const las::ListedLog &log : las::checkedLogs(m_logs)) {
         const Outcome outcome = exportLog(log);
         hasFailed = hasFailed || outcome != Outcome::Written;
+        hasWritten = hasWritten || outcome == Outcome::Written;
         if (outcome == Outcome::Unread)
             unread.add(m_wellBox->currentText(), log.name);
     }
@@ -123,6 +125,8 @@ void ExportCurvesInAscii::exportClicked()
         m_data.host.showError(las::unreadableLogsText(unread));
     if (!self)
         return;
+    if (hasWritten)
+        emit exported(m_data.project.projectFolder + QStringLiteral("/Wells"));
     base::Box box{base::BoxIcon::Information,
                   QStringLiteral("Exporting Well Curve(s)"),
                   QStringLiteral("Exporting of Selected Well Curve(s) is Done."),

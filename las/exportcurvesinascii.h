@@ -23,6 +23,10 @@ public:
     /// \a projectData must outlive the dialog.
     explicit ExportCurvesInAscii(ProjectData &projectData, QWidget *parent = nullptr);
 
+signals:
+    /// Files were written into this folder.
+    void exported(const QString &folder);
+
 public slots:
     void wellChanged();
     void selectAllToggle(bool flag);

@@ -1,16 +1,17 @@
 #include "las/wellimportdialog.h"
 
 #include "base/asker.h"
+#include "base/keptlooks.h"
 #include "base/labeltext.h"
 #include "base/nestedevents.h"
 #include "base/numbervalidator.h"
+#include "base/waitcursor.h"
 #include "datastore/projectdata.h"
 #include "las/importrun.h"
 #include "las/resampling.h"
 #include "las/showntext.h"
 #include "las/wellimporttab.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFileDialog>
@@ -67,12 +68,13 @@ WellImportDialog::WellImportDialog(ProjectData &projectData, QWidget *parent)
     m_tabs->setObjectName(QStringLiteral("fileTabs"));
     m_tabs->setTabsClosable(true);
     m_tabs->setUsesScrollButtons(true);
-    m_tabs->setElideMode(Qt::ElideMiddle);
+    m_tabs->setElideMode(Qt::ElideNone); // many files scroll with their whole names
     page->addWidget(m_tabs, 1);
     page->addWidget(buildOptions());
     page->addWidget(buildButtons());
     m_importButton->setDefault(true); // else Enter in the interval opens the file dialog
     resize(1280, 720);
+    base::keepSize(this, objectName());
 
     connect(m_selectButton, &QPushButton::clicked, this, &WellImportDialog::selectLasFilesClicked);
     connect(m_intervalBox, &QCheckBox::toggled, this, &WellImportDialog::intervalCheckBoxToggled);
@@ -147,19 +149,40 @@ void WellImportDialog::selectLasFilesClicked()
     if (!self || paths.isEmpty())
         return;
     const int first = m_tabs->count();
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    for (const QString &path : paths) {
-        WellInfo file;
-        static_cast<void>(file.load(path)); // a file that cannot be read makes a tab without curves, and no message
-        addTab(m_tabs->count(), file, path);
-    }
-    QApplication::restoreOverrideCursor();
+    if (loadFiles(paths) == End::Deleted)
+        return;
     m_tabs->setCurrentIndex(first);
     QStringList unreadable;
     for (int i = first; i < m_tabs->count(); ++i)
         if (!tabAt(i)->isWellReadable())
             unreadable.append(tabAt(i)->wellBox()->currentText());
     tellUnreadableWells(unreadable);
+}
+
+// Closing the dialog meanwhile ends it after the file that is being read.
+RunDialog::End WellImportDialog::loadFiles(const QStringList &paths)
+{
+    const base::WaitCursor cursor;
+    m_progressBar->setRange(0, paths.size());
+    m_progressBar->setValue(0);
+    beginRun();
+    for (int i = 0; i < paths.size(); ++i) {
+        m_status->setText(QStringLiteral("Reading file %1 of %2").arg(i + 1).arg(paths.size()));
+        const End end = handleEvents();
+        if (end == End::Deleted)
+            return end;
+        if (end == End::Cancelled)
+            break;
+        WellInfo file;
+        static_cast<void>(file.load(paths.at(i))); // one that cannot be read makes a tab without curves, no message
+        addTab(m_tabs->count(), file, paths.at(i));
+        m_progressBar->setValue(i + 1);
+    }
+    m_status->clear();
+    m_progressBar->setValue(0);
+    const QPointer<WellImportDialog> self(this);
+    endRun();
+    return self ? End::Finished : End::Deleted;
 }
 
 void WellImportDialog::addWellWidget(int tabIdx, WellInfo m_well, QString filename)

@@ -57,6 +57,8 @@ private:
     QWidget *buildOptions();
     QWidget *buildButtons();
     WellImportTab *tabAt(int index) const;
+    /// A tab for each.
+    End loadFiles(const QStringList &paths);
     WellImportTab *addTab(int tabIdx, const WellInfo &file, const QString &path);
     void tabsChanged();
     bool hasFileInFeet() const;

@@ -1,9 +1,11 @@
 #include "las/wellimporttab.h"
 
+#include "base/keptlooks.h"
 #include "base/numbers.h"
 #include "datastore/curvegroupassignment.h"
 #include "datastore/projectdata.h"
 #include "las/curvegroupbox.h"
+#include "las/curveselection.h"
 #include "las/importnotices.h"
 #include "las/lastextbrowser.h"
 #include "las/noticearea.h"
@@ -12,6 +14,7 @@
 
 #include <QHeaderView>
 #include <QLabel>
+#include <QMenu>
 #include <QScrollBar>
 #include <QSet>
 #include <QSignalBlocker>
@@ -138,8 +141,19 @@ void WellImportTab::buildTable()
     m_table->setColumnWidth(GroupColumn, 150);
     m_table->setColumnWidth(SelectColumn, 60);
     m_table->horizontalHeader()->setStretchLastSection(true);
+    base::keepColumns(m_table->horizontalHeader(), QStringLiteral("importCurves"));
+    m_table->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_table, &QTableWidget::customContextMenuRequested, this, &WellImportTab::showSelectionMenu);
     if (rows > 0)
         m_table->setCurrentCell(0, CurveColumn);
+}
+
+// The first curve of a file is its depth.
+void WellImportTab::showSelectionMenu(const QPoint &position)
+{
+    QMenu *menu = las::curveSelectionMenu(m_table, SelectColumn, 0, this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(m_table->viewport()->mapToGlobal(position));
 }
 
 CurveGroupBox *WellImportTab::groupBox(int row) const

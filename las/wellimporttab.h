@@ -53,6 +53,7 @@ public:
 private:
     void buildHead();
     void buildTable();
+    void showSelectionMenu(const QPoint &position);
     QString summary() const;
     void paintRow(int row, bool isTaken);
     void paintGroupBox(int row, bool isTaken);

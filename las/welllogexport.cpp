@@ -1,9 +1,11 @@
 #include "las/welllogexport.h"
 
 #include "base/asker.h"
+#include "base/keptlooks.h"
 #include "base/labeltext.h"
 #include "base/nestedevents.h"
 #include "base/numbervalidator.h"
+#include "base/usersettings.h"
 #include "datastore/projectdata.h"
 #include "las/checklist.h"
 #include "las/exportcurvesinascii.h"
@@ -12,6 +14,7 @@
 #include "las/welllogstabwidget.h"
 
 #include <QCheckBox>
+#include <QDir>
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QLabel>
@@ -26,6 +29,11 @@
 namespace {
 
 constexpr int wellKeyRole = Qt::UserRole;
+
+QString exportFolderKey()
+{
+    return QStringLiteral("folders/export");
+}
 
 } // namespace
 
@@ -76,6 +84,7 @@ WellLogExport::WellLogExport(ProjectData &projectData, QWidget *parent)
     page->addWidget(buildButtons());
     m_exportButton->setDefault(true);
     resize(720, 680);
+    base::keepSize(this, objectName());
     intervalCheckBoxToggled(m_intervalBox->isChecked());
 
     connect(m_wells, &QListWidget::itemChanged, this, &WellLogExport::wellSelected);
@@ -176,7 +185,9 @@ void WellLogExport::browseBtnClicked()
 {
     const QPointer<WellLogExport> self(this);
     const base::NestedEvents events; // the chooser handles them
-    const QString folder = chooseFolder(this, QStringLiteral("Open Directory"), m_folderEdit->text());
+    const QString typed = m_folderEdit->text();
+    const QString start = typed.isEmpty() ? base::pluginSettings().value(exportFolderKey()).toString() : typed;
+    const QString folder = chooseFolder(this, QStringLiteral("Open Directory"), start);
     if (self && !folder.isEmpty())
         m_folderEdit->setText(folder);
 }
@@ -184,6 +195,7 @@ void WellLogExport::browseBtnClicked()
 void WellLogExport::curvesInAsciiClicked()
 {
     auto *dialog = new ExportCurvesInAscii(m_data, this);
+    connect(dialog, &ExportCurvesInAscii::exported, this, &WellLogExport::exported);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->open();
 }
@@ -237,9 +249,17 @@ void WellLogExport::exportBtnClicked()
     if (end == End::Finished)
         end = exportWells(wells, interval);
     if (end == End::Finished && self)
-        m_data.asker.inform(windowTitle(), QStringLiteral("Successfully Exported !"));
+        tellExported();
     if (self)
         endRun();
+}
+
+void WellLogExport::tellExported()
+{
+    const QString folder = QDir(m_folderEdit->text()).absolutePath();
+    base::pluginSettings().setValue(exportFolderKey(), folder);
+    emit exported(folder);
+    m_data.asker.inform(windowTitle(), QStringLiteral("Successfully Exported !"));
 }
 
 // Reads the logs once more than needed, so that depths which make too large a grid are told before the first file is

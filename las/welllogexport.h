@@ -39,6 +39,10 @@ public:
     /// A folder dialog unless it is replaced.
     FolderChooser chooseFolder;
 
+signals:
+    /// Files were written into this folder.
+    void exported(const QString &folder);
+
 public slots:
     void wellSelected(QListWidgetItem *item);
     void intervalCheckBoxToggled(bool isChecked);
@@ -54,6 +58,7 @@ private:
 
     void buildOptions(QWidget *page);
     QWidget *buildButtons();
+    void tellExported();
     WellLogsTabWidget *tabAt(int index) const;
     int wellOf(const Job &job) const;
     QVector<Job> jobs() const;

@@ -1,5 +1,6 @@
 #include "logview/welllogsviewwidget.h"
 
+#include "base/emptyhint.h"
 #include "base/labeltext.h"
 #include "datastore/projectdata.h"
 #include "logview/welldisplaywidget.h"
@@ -8,7 +9,6 @@
 #include <QSignalBlocker>
 #include <QTabWidget>
 #include <QTreeWidget>
-#include <QVBoxLayout>
 
 WellLogsViewWidget::WellLogsViewWidget(ProjectData &projectData, QDockWidget *propertiesDock,
                                        QTreeWidget *projectTree, QWidget *parent)
@@ -21,9 +21,7 @@ WellLogsViewWidget::WellLogsViewWidget(ProjectData &projectData, QDockWidget *pr
     setObjectName(QStringLiteral("WellLogsViewWidget"));
     m_tabs->setObjectName(QStringLiteral("wellTabs"));
     m_tabs->setTabsClosable(true);
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_tabs);
+    base::fillWithTabs(this, m_tabs, QStringLiteral("Check a well in the project tree: its log display opens here."));
     connect(m_tabs, &QTabWidget::tabCloseRequested, this, &WellLogsViewWidget::tabClose);
     connect(m_tabs, &QTabWidget::tabBarClicked, this, &WellLogsViewWidget::setCurrentTab);
     connect(m_tabs, &QTabWidget::currentChanged, this, &WellLogsViewWidget::showCurrentPanel);
@@ -119,6 +117,11 @@ void WellLogsViewWidget::tabClose(int tabIdx)
         return;
     uncheckWell(m_wells.at(tabIdx));
     removeTab(tabIdx);
+}
+
+void WellLogsViewWidget::closeCurrent()
+{
+    tabClose(m_tabs->currentIndex());
 }
 
 void WellLogsViewWidget::uncheckWell(const QString &wellName)

@@ -32,6 +32,9 @@ public:
     /// Null when no well is displayed.
     WellDisplayWidget *currentDisplay() const;
 
+    /// Closes the current display, as its tab's button does; nothing without one.
+    void closeCurrent();
+
     /// Takes the markers out of all displays that the catalogue does not name any more.
     void removeGoneMarkers();
 

@@ -1,6 +1,7 @@
 #include "mainwin/mainwindow.h"
 
 #include "base/asker.h"
+#include "base/emptyhint.h"
 #include "base/nestedevents.h"
 #include "correlation/correlationdisplaywidget.h"
 #include "correlation/correlationviewtabwidget.h"
@@ -11,18 +12,21 @@
 #include "mainwin/printedpage.h"
 #include "mainwin/projecttreewidget.h"
 #include "mainwin/reportwriter.h"
+#include "mainwin/windowlooks.h"
 
 #include <QAction>
 #include <QCloseEvent>
 #include <QDesktopServices>
 #include <QDockWidget>
 #include <QFileInfo>
+#include <QLabel>
 #include <QMenuBar>
 #include <QPaintEngine>
 #include <QPainter>
 #include <QPointer>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QToolBar>
@@ -50,7 +54,11 @@ std::function<bool()> repaintedBetweenWells(const host::Host &host)
 
 } // namespace
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow()
+{
+    if (m_wasShown)
+        keepLooks(*this);
+}
 
 MainWindow::MainWindow(ProjectData &projectData, QWidget *parent)
     : QMainWindow(parent)
@@ -63,7 +71,13 @@ MainWindow::MainWindow(ProjectData &projectData, QWidget *parent)
     createDocks();
     createTabs();
     createMenus();
-    statusBar();
+    m_place = new QLabel;
+    m_place->setObjectName(QStringLiteral("placeLabel"));
+    m_place->setTextFormat(Qt::PlainText);
+    m_place->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_place->setMinimumWidth(1); // a long path must not widen the window
+    statusBar()->addWidget(m_place, 1);
+    restoreLooks(*this);
 }
 
 void MainWindow::createActions()
@@ -90,6 +104,11 @@ void MainWindow::createActions()
     m_documentationAction =
         make("documentationAction", "Documentation", "help_wlc.png", "User Manual Documentation.");
     m_aboutAction = make("aboutAction", "About", "about_wlc.png", "About Plugin Information.");
+    m_syncAction->setShortcut(Qt::Key_F5);
+    m_importAction->setShortcut(Qt::CTRL + Qt::Key_I);
+    m_exportAction->setShortcut(Qt::CTRL + Qt::Key_E);
+    m_printAction->setShortcut(Qt::CTRL + Qt::Key_P);
+    connect(new QShortcut(Qt::CTRL + Qt::Key_W, this), &QShortcut::activated, this, &MainWindow::closeCurrentTab);
 
     connect(m_syncAction, &QAction::triggered, this, &MainWindow::syncODDBActionClicked);
     connect(m_importAction, &QAction::triggered, this, &MainWindow::importWellLogsActionClicked);
@@ -125,7 +144,9 @@ void MainWindow::createTabs()
     m_tabs->addTab(m_logsView, QStringLiteral("Well Logs View"));
     m_correlations = new CorrelationViewTabWidget(m_data, m_propertiesDock, m_tabs);
     m_tabs->addTab(m_correlations, QStringLiteral("Correlation View"));
-    m_tabs->addTab(new QWidget, QStringLiteral("Well Data Manager"));
+    m_tabs->addTab(base::emptyHint(QStringLiteral("The editors of default logs, markers, perforation zones and "
+                                                  "calibration points are still to come.")),
+                   QStringLiteral("Well Data Manager"));
     setCentralWidget(m_tabs);
     connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::showPanelOfPage);
 
@@ -151,6 +172,19 @@ void MainWindow::showPanelOfPage()
     m_propertiesDock->setWidget(nullptr);
     m_logsView->showCurrentPanel();
     m_correlations->showCurrentPanel();
+}
+
+void MainWindow::closeCurrentTab()
+{
+    if (m_tabs->currentWidget() == m_logsView)
+        m_logsView->closeCurrent();
+    else if (m_tabs->currentWidget() == m_correlations)
+        m_correlations->closeCurrent();
+}
+
+void MainWindow::tellPlace(const QString &text)
+{
+    m_place->setText(text);
 }
 
 void MainWindow::connectCorrelations()
@@ -237,6 +271,8 @@ void MainWindow::exportWellLogsActionClicked()
 {
     auto *dialog = new WellLogExport(m_data, this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &WellLogExport::exported, this,
+            [this](const QString &folder) { tellPlace(QStringLiteral("The exported logs lie in %1").arg(folder)); });
     dialog->open();
 }
 
@@ -282,14 +318,19 @@ void MainWindow::printPreView(QPrinter *printer)
                       QStringLiteral("The print could not be started; nothing was printed.\n") + target);
 }
 
+// The box at a report's end may outlive the window.
 void MainWindow::generateReportActionClicked()
 {
-    writeLogsReport(m_data, repaintedBetweenWells(m_data.host));
+    const QPointer<MainWindow> self = this;
+    if (writeLogsReport(m_data, repaintedBetweenWells(m_data.host)) && self)
+        tellPlace(QStringLiteral("The reports lie in %1").arg(m_data.project.projectFolder));
 }
 
 void MainWindow::generateMarkersReportActionClicked()
 {
-    writeMarkersReport(m_data, repaintedBetweenWells(m_data.host));
+    const QPointer<MainWindow> self = this;
+    if (writeMarkersReport(m_data, repaintedBetweenWells(m_data.host)) && self)
+        tellPlace(QStringLiteral("The report lies in %1").arg(m_data.project.projectFolder));
 }
 
 void MainWindow::documentActionClicked()
@@ -303,6 +344,12 @@ void MainWindow::closeWithoutAsking()
 {
     m_closesWithoutAsking = true;
     close();
+}
+
+void MainWindow::showEvent(QShowEvent *event)
+{
+    m_wasShown = true;
+    QMainWindow::showEvent(event);
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)

@@ -5,6 +5,7 @@
 #include <memory>
 
 QT_BEGIN_NAMESPACE
+class QLabel;
 class QPrinter;
 class QTabWidget;
 QT_END_NAMESPACE
@@ -46,6 +47,7 @@ public slots:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     void createActions();
@@ -54,6 +56,8 @@ private:
     void createTabs();
     void connectCorrelations();
     void showPanelOfPage();
+    void closeCurrentTab();
+    void tellPlace(const QString &text);
     void logsImported(int well);
     void redrawCorrelationsOf(int well);
     std::unique_ptr<PrintedPage> currentPage() const;
@@ -74,6 +78,8 @@ private:
     ProjectTreeWidget *m_projectTree = nullptr;
     WellLogsViewWidget *m_logsView = nullptr;
     CorrelationViewTabWidget *m_correlations = nullptr;
+    QLabel *m_place = nullptr; ///< in the status bar: where the last report or export lies
     bool m_closesWithoutAsking = false;
+    bool m_wasShown = false;
     std::unique_ptr<PrintedPage> m_previewedPage; ///< of the preview that is shown
 };

@@ -116,44 +116,47 @@ bool flushReports(const ProjectData &projectData)
 
 } // namespace
 
-void writeLogsReport(ProjectData &projectData, const std::function<bool()> &mayGoOn)
+bool writeLogsReport(ProjectData &projectData, const std::function<bool()> &mayGoOn)
 {
     if (!hasWells(projectData))
-        return;
+        return false;
     const WellsCatalogue &catalogue = projectData.catalogue;
     for (int well = 0; well < catalogue.wellCount(); ++well) {
         if (mayGoOn && !mayGoOn())
-            return;
+            return false;
         const QString &name = catalogue.wellNames().at(well);
         const QString path = logsPath(projectData, name);
         if (!base::checkWritable(path).ok() || !writeReport(projectData, path, logsReport(projectData, well))) {
             warnCannotCreate(projectData.asker, path);
-            return;
+            return false;
         }
         if (catalogue.logNames(well).isEmpty())
             projectData.asker.warn(logsTitle(), QStringLiteral("logs are not available for this well :") + name);
     }
-    if (flushReports(projectData))
+    const bool isFlushed = flushReports(projectData);
+    if (isFlushed)
         projectData.asker.inform(logsTitle(), QStringLiteral("Done !"));
     else
         warnCannotCreate(projectData.asker, projectData.project.projectFolder);
+    return isFlushed;
 }
 
-void writeMarkersReport(ProjectData &projectData, const std::function<bool()> &mayGoOn)
+bool writeMarkersReport(ProjectData &projectData, const std::function<bool()> &mayGoOn)
 {
     if (!hasWells(projectData))
-        return;
+        return false;
     const QString path = projectData.project.projectFolder + QStringLiteral("/Well_Markers_Info.txt");
     if (!base::checkWritable(path).ok()) {
         warnCannotCreate(projectData.asker, path);
-        return;
+        return false;
     }
     const std::optional<QByteArray> bytes = markersReport(projectData, mayGoOn);
     if (!bytes)
-        return;
+        return false;
     if (!writeReport(projectData, path, *bytes) || !flushReports(projectData)) {
         warnCannotCreate(projectData.asker, path);
-        return;
+        return false;
     }
     projectData.asker.inform(QStringLiteral("Wells Markers Information"), QStringLiteral("Done !"));
+    return true;
 }

@@ -2,6 +2,7 @@
 // lorva-pictures SURVEY_DIR PICTURE_DIR
 
 #include "base/atomicfile.h"
+#include "base/usersettings.h"
 #include "programs/unattended.h"
 #include "workbench/filechooser.h"
 #include "workbench/messagespanel.h"
@@ -23,6 +24,7 @@
 #include <QPixmap>
 #include <QScrollBar>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QTreeWidget>
 
 #include <cstdio>
@@ -219,6 +221,8 @@ int main(int argc, char *argv[])
         return 2;
     }
     QStandardPaths::setTestModeEnabled(true); // the user's own settings stay out of it
+    const QTemporaryDir settings;
+    base::keepSettingsIn(settings.path());
     QApplication application(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("LORVA"));
     QApplication::setApplicationName(QStringLiteral("pictures"));

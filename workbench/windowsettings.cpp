@@ -1,6 +1,6 @@
 #include "workbench/windowsettings.h"
 
-#include <QSettings>
+#include "base/usersettings.h"
 
 namespace workbench::settings {
 
@@ -11,13 +11,12 @@ const QLatin1String lastSurveyKey("lastSurvey");
 const QLatin1String folderGroup("folders/");
 const QLatin1String widgetGroup("widgets/");
 
-class Store : public QSettings
+class Store : public base::UserSettings
 {
 public:
     Store()
-        : QSettings(QStringLiteral("LORVA"), QStringLiteral("workbench"))
+        : base::UserSettings(QStringLiteral("workbench"))
     {
-        setFallbacksEnabled(false);
     }
 };
 

@@ -24,6 +24,7 @@ private slots:
     void logsOfATab();
     void allBox();
     void browse();
+    void theChooserBeginsInTheLastFolder();
     void intervalBox();
     void nothingToExport();
     void exportsTheCheckedLogs();
@@ -152,6 +153,24 @@ void TestWellLogExport::browse()
     QVERIFY(QMetaObject::invokeMethod(f.dialog.get(), "browseBtnClicked"));
     QCOMPARE(f.find<QLineEdit>("folderEdit")->text(), text("/some/folder"));
     QCOMPARE(f.startFolders.last(), text("/some/folder"));
+}
+
+// The field begins empty, but the chooser where the user was last.
+void TestWellLogExport::theChooserBeginsInTheLastFolder()
+{
+    ExportFixture f;
+    f.check(0);
+    f.logs(0)->item(0)->setCheckState(Qt::Checked);
+    f.find<QLineEdit>("folderEdit")->setText(f.out());
+    QTest::mouseClick(f.button("exportButton"), Qt::LeftButton);
+    QVERIFY(QFile::exists(f.out("A.las")));
+    f.makeDialog();
+    QVERIFY(f.find<QLineEdit>("folderEdit")->text().isEmpty());
+    QTest::mouseClick(f.button("browseButton"), Qt::LeftButton);
+    QCOMPARE(f.startFolders.last(), f.out());
+    f.find<QLineEdit>("folderEdit")->setText(text("/typed"));
+    QTest::mouseClick(f.button("browseButton"), Qt::LeftButton);
+    QCOMPARE(f.startFolders.last(), text("/typed"));
 }
 
 void TestWellLogExport::intervalBox()

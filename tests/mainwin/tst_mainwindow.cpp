@@ -1,3 +1,4 @@
+#include "base/usersettings.h"
 #include "las/wellimportdialog.h"
 #include "las/welllogexport.h"
 #include "logview/welldisplaywidget.h"
@@ -78,6 +79,7 @@ struct WindowFixture : ProjectFixture
     {
         addWell(QStringLiteral("A"), {QStringLiteral("GR")}, {QStringLiteral("Top")});
         open();
+        base::keepSettingsIn(settings.path()); // not what the window of another test left
         window = std::make_unique<MainWindow>(*launch);
         window->show();
     }
@@ -88,6 +90,7 @@ struct WindowFixture : ProjectFixture
                 return action;
         qFatal("No action %s", text);
     }
+    QTemporaryDir settings;
     std::unique_ptr<MainWindow> window;
 };
 

@@ -2,6 +2,7 @@
 
 #include <QSettings>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 
 #include <cstdio>
 #include <cstdlib>
@@ -36,6 +37,9 @@ void handleMessage(QtMsgType type, const QMessageLogContext &context, const QStr
 void prepare()
 {
     QStandardPaths::setTestModeEnabled(true);
+    // Each program begins with no settings, also beside others.
+    static const QTemporaryDir settings;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
 }
 

@@ -1,0 +1,76 @@
+#include "base/keptlooks.h"
+
+#include "base/usersettings.h"
+
+#include <QDialog>
+#include <QEvent>
+#include <QHeaderView>
+#include <QScreen>
+
+#include <functional>
+
+namespace base {
+
+namespace {
+
+// Calls back when a widget comes into sight and when it goes. A child of the widget.
+class SightWatch : public QObject
+{
+public:
+    SightWatch(QWidget *widget, std::function<void()> shown, std::function<void()> hidden)
+        : QObject(widget)
+        , m_shown(std::move(shown))
+        , m_hidden(std::move(hidden))
+    {
+        widget->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->spontaneous()) // minimized, or on another desktop
+            return false;
+        if (event->type() == QEvent::Show && m_shown)
+            m_shown();
+        else if (event->type() == QEvent::Hide)
+            m_hidden();
+        return false;
+    }
+
+private:
+    std::function<void()> m_shown;
+    std::function<void()> m_hidden;
+};
+
+} // namespace
+
+void keepSize(QDialog *dialog, const QString &name)
+{
+    const QString key = QStringLiteral("sizes/") + name;
+    const QSize kept = pluginSettings().value(key).toSize();
+    if (kept.isValid() && !kept.isEmpty())
+        dialog->resize(dialog->screen() ? kept.boundedTo(dialog->screen()->availableSize()) : kept);
+    new SightWatch(dialog, {}, [dialog, key] {
+        const bool isUsual = !(dialog->windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen));
+        pluginSettings().setValue(key, isUsual ? dialog->size() : dialog->normalGeometry().size());
+    });
+}
+
+void keepColumns(QHeaderView *header, const QString &name)
+{
+    const QString key = QStringLiteral("columns/") + name;
+    const auto restore = [header, key] {
+        const QVariantList widths = pluginSettings().value(key).toList();
+        for (int column = 0; widths.size() == header->count() && column < widths.size(); ++column)
+            if (widths.at(column).toInt() > 0)
+                header->resizeSection(column, widths.at(column).toInt());
+    };
+    new SightWatch(header, restore, [header, key] {
+        QVariantList widths;
+        for (int column = 0; column < header->count(); ++column)
+            widths.append(header->sectionSize(column));
+        pluginSettings().setValue(key, widths);
+    });
+}
+
+} // namespace base

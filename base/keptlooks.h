@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+QT_BEGIN_NAMESPACE
+class QDialog;
+class QHeaderView;
+QT_END_NAMESPACE
+
+namespace base {
+
+/// The dialog opens in the size in which it was last closed, as far as the screen has room; before that as it stands. A
+/// maximized one counts with the size that it has otherwise. \a name is that of the settings.
+void keepSize(QDialog *dialog, const QString &name);
+
+/// The columns of a table keep the widths that the user gave them, also in further tables of this name.
+void keepColumns(QHeaderView *header, const QString &name);
+
+} // namespace base
