@@ -24,7 +24,7 @@ private:
 
     QVector<double> m_depths;
     QVector<double> m_values;
-    int m_count = 0;
+    int m_count;
     std::vector<float> m_widths; ///< of the intervals; single precision is required
     std::vector<double> m_halfSecond; ///< half the second derivative at each sample
 };

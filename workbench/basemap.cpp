@@ -205,7 +205,7 @@ void BaseMap::drawAxes(QPainter &painter)
 void BaseMap::drawWells(QPainter &painter)
 {
     for (int i = 0; i < m_pixels.size(); ++i)
-        if (isFinite(m_pixels.at(i)) && i != m_selected)
+        if (isFinite(m_pixels.at(i)))
             drawMapSymbol(painter, m_pixels.at(i), mapSymbolOf(m_wells.at(i).typeCode), symbolRadiusPx, palette());
     if (m_selected < 0 || !isFinite(m_pixels.at(m_selected)))
         return;

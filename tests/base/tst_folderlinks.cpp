@@ -66,6 +66,8 @@ void TestFolderLinks::aLinkOutIsFoundAtAnyComponent()
     link("survey", "outside/home"); // out and home again stays inside
     QVERIFY(QFile::link(path("outside/home/WLC/own"), path("survey/WLC/home")));
     QCOMPARE(base::linkProblem(root(), path("survey/WLC/home/a.txt")), 0);
+    link("survey/WLC", "survey/alias"); // stays inside, but what lies behind it does not
+    QCOMPARE(base::linkProblem(root(), path("survey/alias/out/a.txt")), EXDEV);
 }
 
 void TestFolderLinks::aLinkToNowhereIsNoMissingFile()
@@ -123,6 +125,12 @@ void TestFolderLinks::whatIsNoPlainFileIsNotRead()
     QCOMPARE(base::readRegularFile(path("survey/pipe"), root()).errorCode, EINVAL); // and does not wait
     QCOMPARE(base::readRegularFile(path("survey/WLC"), root()).errorCode, EISDIR);
     QCOMPARE(base::readRegularFile(QStringLiteral("/dev/zero"), root()).errorCode, EINVAL);
+    link("outside/a.txt", "survey/out.txt");
+    for (const char *name : {"survey/pipe", "survey/WLC", "survey/none", "survey/out.txt"}) {
+        int errorCode = 0;
+        QCOMPARE(base::openRegularFile(path(name), root(), &errorCode), -1);
+        QVERIFY(errorCode != 0);
+    }
 }
 
 void TestFolderLinks::aFileThatIsTooLargeIsNotRead()

@@ -460,6 +460,9 @@ private slots:
         m->click("saveButton");
         QCOMPARE(m->dialog->flatMarker(), QString("Top"));
         QCOMPARE(m->file("North"), before);
+        m->choose(m->box("flatAtChooser"), "None"); // no marker of that name
+        m->click("saveButton");
+        QCOMPARE(m->dialog->flatMarker(), QString());
     }
 
     void closingAsksNothingAndKeepsTheEdits()

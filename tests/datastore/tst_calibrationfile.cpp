@@ -61,6 +61,15 @@ private slots:
         QCOMPARE(calibrationPath("/p", "15/9-F-1", "Gamma"), QString("/p/15%2F9-F-1_Gamma_calibrationPoints.txt"));
     }
 
+    // Files of an earlier version are to be found: how much of an overlong name is kept does not change.
+    void overlongNamesKeepTheirFile()
+    {
+        const QString name = calibrationPath(QString(), QString(300, 'w'), QString(300, 'g')).mid(1);
+        QCOMPARE(name.size(), 255);
+        QCOMPARE(name.count('w'), 89);
+        QCOMPARE(name.count('g'), 57);
+    }
+
     void theBytesAreThese()
     {
         QCOMPARE(calibrationBytes(record("Well 1", "Gamma", {1000.5F, 1001}, {45, -0.25F})),

@@ -215,6 +215,21 @@ private slots:
         QVERIFY(pathOf({0, 50, 100}, {20, nullSampleValue, 60}).slices(500, 510).isEmpty());
     }
 
+    // Also where a sample stands on the edge itself.
+    void aPartHoldsTheSamplesOnItsEdgesAndOneMoreOnBothSides()
+    {
+        const QVector<double> down{10, 20, 30, 40, 50, 60, 70};
+        const QVector<double> up(down.crbegin(), down.crend());
+        for (const QVector<double> &depths : {down, up}) {
+            const CurveSamples samples(depths, QVector<double>(7, 50), nullSampleValue);
+            const SamplePlacer placer(curveKey(samples, axis, {}, scale));
+            QCOMPARE(placer.range(samples, 300, 500), std::make_pair(1, 6));
+            QCOMPARE(placer.range(samples, 299, 501), std::make_pair(1, 6));
+            QCOMPARE(placer.range(samples, 301, 499), std::make_pair(2, 5));
+            QCOMPARE(placer.range(samples, 0, 1000), std::make_pair(0, 7));
+        }
+    }
+
     void unsortedDepthsAreNotReduced()
     {
         logshapes::Log log = logshapes::make(logshapes::Wander, 5000, 100, 3);

@@ -239,8 +239,11 @@ void TestLasWellProposal::notes()
 {
     QFETCH(QByteArray, lines);
     QFETCH(QString, part);
-    const QString notes = propose("~W\n" + lines + "\n").notes.join(u'\n');
+    const QStringList sentences = propose("~W\n" + lines + "\n").notes;
+    const QString notes = sentences.join(u'\n');
     QVERIFY2(notes.contains(part), qPrintable(notes));
+    for (const QString &sentence : sentences)
+        QVERIFY2(sentence.endsWith(u'.'), qPrintable(sentence));
 }
 
 void TestLasWellProposal::emptyHeader()

@@ -57,6 +57,7 @@ private slots:
     void niceNumbers();
     void ticksAreRoundAndApart();
     void textsBelowTheMapStandInOneRow();
+    void theSelectedNameKeepsOffItsSymbol();
     void scaleBarIsNiceAndNotTooLong_data();
     void scaleBarIsNiceAndNotTooLong();
     void labelsNeitherOverlapNorLeave();
@@ -193,6 +194,30 @@ void TestBaseMap::textsBelowTheMapStandInOneRow()
         QCOMPARE(box.top(), row.first().top());
         QVERIFY(box.bottom() <= map.height());
     }
+}
+
+void TestBaseMap::theSelectedNameKeepsOffItsSymbol()
+{
+    BaseMap map;
+    map.resize(700, 400);
+    map.setWells({at(1000, 1000, host::OilWell), at(5000, 3000, host::DryWell)});
+    const auto distance = [&map] {
+        const QVector<DrawnText> texts =
+            TextRecorder::record([&map](QPainter &painter) { map.render(&painter, {}, {}, QWidget::DrawChildren); });
+        const QPointF well = map.wellPixels().first();
+        double nearest = infinity;
+        for (const DrawnText &text : texts) {
+            if (text.text != QLatin1String("W"))
+                continue;
+            const double dx = std::max({text.box.left() - well.x(), well.x() - text.box.right(), 0.0});
+            const double dy = std::max({text.box.top() - well.y(), well.y() - text.box.bottom(), 0.0});
+            nearest = std::min(nearest, std::hypot(dx, dy));
+        }
+        return nearest;
+    };
+    const double before = distance();
+    map.setSelectedWell(0);
+    QVERIFY2(distance() >= before + 3, qPrintable(QString::number(distance() - before)));
 }
 
 void TestBaseMap::scaleBarIsNiceAndNotTooLong_data()

@@ -175,6 +175,7 @@ void TestCommandLine::helpNamesEveryOption()
         QVERIFY2(workbench::helpText().contains(QLatin1String(option)), option);
         QVERIFY2(workbench::usageLine().contains(QLatin1String(option)), option);
     }
+    QVERIFY(workbench::usageLine().startsWith(QLatin1String("Usage: lorva-workbench [")));
     QVERIFY(!workbench::usageLine().contains(QLatin1Char('\n')));
 }
 
