@@ -26,6 +26,7 @@
 
 namespace {
 
+constexpr int longestMissingList = 12; // a dialog has no room for more
 constexpr int defaultTrackWidthIndex = 2; // "1.2"
 constexpr int defaultScaleIndex = 2; // "1000"
 const QStringList trackWidths{QStringLiteral("0.75"), QStringLiteral("1"),    QStringLiteral("1.2"),
@@ -222,16 +223,43 @@ void CorrelationPropertiesDialog::fill(const CorrelationProperties &properties)
     m_name->setText(properties.name);
     m_trackWidth->setCurrentText(numberText(properties.trackWidth));
     m_scale->setCurrentText(numberText(properties.scale));
-    for (const CorrelationWell &well : properties.wells)
-        m_wells->addWell(well);
-    refillMarkers();
-    m_markers->setTicked(properties.markers);
-    m_allMarkers->setChecked(m_markers->areAllTicked());
     m_hasPerforations->setChecked(properties.showsPerforations);
-    for (const CorrelationZone &zone : properties.zones)
-        m_zones->addZone(zone);
+    showWells(properties);
+    refillMarkers();
+    showMarkersAndZones(properties);
     tellMissing(properties);
     m_isChanged = false;
+}
+
+void CorrelationPropertiesDialog::showWells(const CorrelationProperties &properties)
+{
+    m_wells->setRowCount(0);
+    for (const CorrelationWell &well : properties.wells)
+        m_wells->addWell(well);
+}
+
+void CorrelationPropertiesDialog::showMarkersAndZones(const CorrelationProperties &properties)
+{
+    m_markers->setTicked(properties.markers);
+    m_allMarkers->setChecked(m_markers->areAllTicked());
+    m_zones->setRowCount(0);
+    for (const CorrelationZone &zone : properties.zones)
+        m_zones->addZone(zone);
+}
+
+// Without unsaved edits the dialog shows the file again, so that a marker that comes back is ticked again.
+void CorrelationPropertiesDialog::followWell(const QString &wellName)
+{
+    const bool areAll = wellName.isEmpty();
+    if (areAll && m_isChanged)
+        m_wells->refill();
+    else if (areAll)
+        showWells(m_saved);
+    refillMarkers();
+    if (!m_isChanged)
+        showMarkersAndZones(m_saved);
+    if (m_isStored)
+        tellMissing(m_saved);
 }
 
 // Names what a save would lose, since the choosers cannot show it.
@@ -239,19 +267,24 @@ void CorrelationPropertiesDialog::tellMissing(const CorrelationProperties &prope
 {
     const correlation::KnownNames known = knownNames(m_data);
     QStringList missing;
+    QSet<QString> told;
+    const auto tell = [&missing, &told](const QString &what) {
+        if (!told.contains(what))
+            missing.append(what);
+        told.insert(what);
+    };
     for (const CorrelationWell &well : properties.wells) {
         if (!known.isWell(well.wellName))
-            missing.append(QStringLiteral("the well \"%1\"").arg(well.wellName));
+            tell(QStringLiteral("the well \"%1\"").arg(well.wellName));
         else if (!known.isTemplate(well.wellName, well.templateName))
-            missing.append(QStringLiteral("the template \"%1\" of %2").arg(well.templateName, well.wellName));
+            tell(QStringLiteral("the template \"%1\" of %2").arg(well.templateName, well.wellName));
     }
     QSet<QString> names;
     for (const QString &name : m_markers->markers())
         names.insert(name.trimmed());
-    const auto look = [&names, &missing](const QString &marker) {
-        const QString text = QStringLiteral("the marker \"%1\"").arg(marker);
-        if (!names.contains(marker.trimmed()) && !missing.contains(text))
-            missing.append(text);
+    const auto look = [&names, &tell](const QString &marker) {
+        if (!names.contains(marker.trimmed()))
+            tell(QStringLiteral("the marker \"%1\"").arg(marker));
     };
     for (const QString &marker : properties.markers)
         look(marker);
@@ -262,6 +295,11 @@ void CorrelationPropertiesDialog::tellMissing(const CorrelationProperties &prope
             look(zone.end);
     }
     m_missing->setVisible(!missing.isEmpty());
+    if (missing.size() > longestMissingList) {
+        const int more = missing.size() - longestMissingList;
+        missing = missing.mid(0, longestMissingList);
+        missing.append(QStringLiteral("and %1 more").arg(more));
+    }
     m_missing->setText(QStringLiteral("Not found in the survey, and lost when this is saved: %1.")
                            .arg(missing.join(QStringLiteral(", "))));
 }

@@ -35,6 +35,9 @@ public:
     const QString &flatMarker() const { return m_flatMarker; }
     /// Whether the user edited something since it was opened or saved.
     bool isChanged() const { return m_isChanged; }
+    /// A well changed in the host, or with an empty name any of them: the choosers offer what there is now. What the user
+    /// chose and did not save stays where it is still offered.
+    void followWell(const QString &wellName);
     /// Saves; false when a warning was shown and nothing was written.
     bool save();
 
@@ -62,6 +65,8 @@ private:
     QWidget *makeZonesPart();
     void addScaleRows(QVBoxLayout *layout);
     void fill(const CorrelationProperties &properties);
+    void showWells(const CorrelationProperties &properties);
+    void showMarkersAndZones(const CorrelationProperties &properties);
     void refillMarkers();
     void tellMissing(const CorrelationProperties &properties);
     void markChanged();

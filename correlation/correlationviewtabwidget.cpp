@@ -144,6 +144,7 @@ void CorrelationViewTabWidget::wellChanged(const QString &wellName)
         });
         if (wellName.isEmpty() || isShown)
             view->reload(wellName);
+        display(tab)->dialog()->followWell(wellName);
     }
 }
 

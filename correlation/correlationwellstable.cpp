@@ -5,6 +5,7 @@
 
 #include <QComboBox>
 #include <QHeaderView>
+#include <QSignalBlocker>
 
 namespace {
 
@@ -61,6 +62,19 @@ void CorrelationWellsTable::removeWell()
         return;
     removeRow(currentRow() >= 0 ? currentRow() : rowCount() - 1);
     renumber();
+}
+
+void CorrelationWellsTable::refill()
+{
+    for (int row = 0; row < rowCount(); ++row) {
+        QComboBox *wells = chooser(row, wellColumn);
+        const QSignalBlocker blocker(wells);
+        const QString chosen = wells->currentText();
+        wells->clear();
+        wells->addItems(m_data.catalogue.wellNames());
+        wells->setCurrentText(chosen);
+        refillTemplates(row);
+    }
 }
 
 void CorrelationWellsTable::renumber()

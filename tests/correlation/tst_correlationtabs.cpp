@@ -14,6 +14,8 @@
 #include <QTreeWidget>
 #include <QtTest>
 
+#include <algorithm>
+#include <malloc.h>
 #include <memory>
 
 namespace {
@@ -206,6 +208,106 @@ private slots:
         m->host.find(m->launch->catalogue.wellKey(0))->markers[0].depth = 625;
         m->view->wellChanged("A");
         QCOMPARE(view->columns().at(0).markers.value("Top").depthM, 600.0);
+    }
+
+    // The dialog of an open correlation offers what the survey has now.
+    void dialogsFollowTheirWells()
+    {
+        m->add("North");
+        m->add("South & East"); // has not the well
+        auto *dialog = m->view->display(0)->dialog();
+        auto *markers = CorrelationFixture::find<QTableWidget>(dialog, "markersTable");
+        const auto rows = [markers] {
+            QStringList names;
+            for (int row = 0; row < markers->rowCount(); ++row)
+                names.append((markers->item(row, 1)->checkState() == Qt::Checked ? "+" : "-")
+                             + markers->item(row, 0)->text());
+            return names;
+        };
+        QCOMPARE(rows(), QStringList({"+Top", "-Base", "-Only B"}));
+        QVector<host::Marker> &stored = m->host.find(m->launch->catalogue.wellKey(0))->markers;
+        stored.append({"New pick", 700, Qt::red});
+        m->launch->catalogue.refreshMarkerNames(0);
+        m->view->wellChanged("A");
+        QCOMPARE(rows(), QStringList({"+Top", "-Base", "-New pick", "-Only B"}));
+        QVERIFY(!dialog->isChanged());
+        QCOMPARE(dialog->saved().markers, QStringList("Top"));
+
+        // A ticked marker that vanishes is told of, and ticked again when it comes back.
+        const QVector<host::Marker> before = stored;
+        QVector<host::Marker> &storedOfB = m->host.find(m->launch->catalogue.wellKey(1))->markers;
+        const QVector<host::Marker> beforeOfB = storedOfB;
+        stored.remove(0);
+        storedOfB.remove(0);
+        for (const int well : {0, 1})
+            m->launch->catalogue.refreshMarkerNames(well);
+        m->view->wellChanged("A");
+        const auto *missing = CorrelationFixture::find<QLabel>(dialog, "missingLabel");
+        QVERIFY(missing->text().contains("the marker \"Top\""));
+        QVERIFY(!missing->isHidden());
+        QCOMPARE(rows(), QStringList({"-Base", "-New pick", "-Only B"}));
+        stored = before;
+        storedOfB = beforeOfB;
+        for (const int well : {0, 1})
+            m->launch->catalogue.refreshMarkerNames(well);
+        m->view->wellChanged("A");
+        QVERIFY(missing->isHidden());
+        QCOMPARE(rows(), QStringList({"+Top", "-Base", "-New pick", "-Only B"}));
+    }
+
+    void dialogsFollowASynchronisation()
+    {
+        m->add("North");
+        auto *dialog = m->view->display(0)->dialog();
+        auto *wells = CorrelationFixture::find<QTableWidget>(dialog, "wellsTable");
+        m->addDeepWell("D", 0, 500, {});
+        m->launch->catalogue.build();
+        m->view->wellChanged(QString());
+        QCOMPARE(CorrelationFixture::chooser(wells, 1, 0)->count(), 4);
+        QCOMPARE(CorrelationFixture::chooser(wells, 1, 0)->currentText(), QString("B"));
+        QCOMPARE(CorrelationFixture::chooser(wells, 1, 1)->currentText(), QString("T"));
+        QVERIFY(!dialog->isChanged());
+        // With unsaved edits these stay.
+        CorrelationFixture::find<QLineEdit>(dialog, "nameEdit")->setText("Other");
+        CorrelationFixture::chooser(wells, 0, 0)->setCurrentText("C");
+        CorrelationFixture::chooser(wells, 0, 1)->setCurrentText("Simple");
+        QVERIFY(dialog->isChanged());
+        m->addDeepWell("F", 0, 500, {});
+        m->launch->catalogue.build();
+        m->view->wellChanged(QString());
+        QCOMPARE(CorrelationFixture::chooser(wells, 0, 0)->count(), 5);
+        QCOMPARE(CorrelationFixture::chooser(wells, 0, 0)->currentText(), QString("C"));
+        QCOMPARE(CorrelationFixture::chooser(wells, 0, 1)->currentText(), QString("Simple"));
+        QCOMPARE(CorrelationFixture::find<QLineEdit>(dialog, "nameEdit")->text(), QString("Other"));
+        QVERIFY(dialog->isChanged());
+        m->view->closeCorrTab(0);
+    }
+
+    void aThousandOpeningsLeaveNothingBehind()
+    {
+        QTreeWidgetItem item(QStringList{"North"});
+        const auto openAndClose = [this, &item](int times) {
+            for (int i = 0; i < times; ++i) {
+                m->view->addCorrelation(&item);
+                m->view->closeCorrTab(0);
+                QCoreApplication::processEvents();
+                QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // tab buttons
+            }
+        };
+        openAndClose(50); // caches fill
+        const int widgets = QApplication::allWidgets().size();
+        const int objects = m->view->findChildren<QObject *>().size();
+        // Caches of Qt grow in steps; what is left behind each time shows in every stretch.
+        double leastGrowth = 1e9;
+        for (int stretch = 0; stretch < 4; ++stretch) {
+            const auto before = static_cast<double>(mallinfo2().uordblks);
+            openAndClose(250);
+            leastGrowth = std::min(leastGrowth, static_cast<double>(mallinfo2().uordblks) - before);
+        }
+        QCOMPARE(QApplication::allWidgets().size(), widgets);
+        QCOMPARE(m->view->findChildren<QObject *>().size(), objects);
+        QVERIFY2(leastGrowth < 250 * 64, qPrintable(QString::number(leastGrowth))); // less than the smallest object
+        QVERIFY(!m->dock.widget());
     }
 
 private:
