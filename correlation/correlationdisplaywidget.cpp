@@ -1,6 +1,7 @@
 #include "correlation/correlationdisplaywidget.h"
 
 #include "base/safename.h"
+#include "base/waitcursor.h"
 #include "correlation/correlationpropertiesdialog.h"
 #include "correlation/correlationview.h"
 #include "correlation/correlationviewproperty.h"
@@ -9,6 +10,7 @@
 #include "logview/displaypicture.h"
 #include "logview/paperview.h"
 #include "logview/viewpair.h"
+#include "logview/withoutselection.h"
 
 #include <QContextMenuEvent>
 #include <QDockWidget>
@@ -118,6 +120,8 @@ void CorrelationDisplayWidget::contextMenuEvent(QContextMenuEvent *event)
 
 void CorrelationDisplayWidget::savePicture()
 {
+    const base::WaitCursor cursor;
+    const WithoutSelection plain(*m_view->scene());
     const DisplayPicture picture(*m_headerScene, *m_view->scene(), PictureFormat::Jpeg);
     const QString path =
         m_data.project.projectFolder + QLatin1Char('/') + base::fileNameFor(windowTitle()) + QStringLiteral(".jpg");
@@ -134,5 +138,7 @@ void CorrelationDisplayWidget::savePicture()
 
 void CorrelationDisplayWidget::renderTo(QPainter &painter)
 {
+    const base::WaitCursor cursor;
+    const WithoutSelection plain(*m_view->scene());
     DisplayPicture(*m_headerScene, *m_view->scene()).drawInto(painter);
 }

@@ -3,7 +3,9 @@
 #include "base/numbers.h"
 #include "datastore/wellscatalogue.h"
 
+#include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace correlation {
 
@@ -139,6 +141,51 @@ QVector<ZonePolygon> zonePolygons(const QVector<WellColumn> &wells, const QVecto
         }
     }
     return polygons;
+}
+
+QVector<double> nameShifts(const QVector<NameSpan> &names)
+{
+    QVector<int> order(names.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(), [&names](int a, int b) { return names[a].top < names[b].top; });
+
+    // Names that touch form a block, which stands where its names move least on average; blocks that meet become one.
+    struct Block
+    {
+        int first = 0; // in the order
+        int count = 0;
+        double height = 0;
+        double wanted = 0; // sum of the tops that its names want it to have
+
+        double top() const { return wanted / count; }
+    };
+    QVector<Block> blocks;
+    for (int i = 0; i < order.size(); ++i) {
+        const NameSpan &name = names[order[i]];
+        Block block{i, 1, name.bottom - name.top, name.top};
+        while (!blocks.isEmpty() && blocks.last().top() + blocks.last().height > block.top()) {
+            const Block above = blocks.takeLast();
+            block = {above.first, above.count + block.count, above.height + block.height,
+                     above.wanted + block.wanted - block.count * above.height};
+        }
+        blocks.append(block);
+    }
+
+    QVector<double> shifts(names.size(), 0.0);
+    for (const Block &block : qAsConst(blocks)) {
+        double top = block.top();
+        double farthest = 0;
+        for (int i = block.first; i < block.first + block.count; ++i) {
+            const NameSpan &name = names[order[i]];
+            shifts[order[i]] = top - name.top;
+            farthest = std::max(farthest, std::abs(top - name.top));
+            top += name.bottom - name.top;
+        }
+        if (block.count == 1 || farthest > farthestNameShift)
+            for (int i = block.first; i < block.first + block.count; ++i)
+                shifts[order[i]] = 0;
+    }
+    return shifts;
 }
 
 double sceneHeight(const QVector<WellColumn> &wells)

@@ -2,6 +2,8 @@
 
 #include "correlation/correlationviewproperty.h"
 #include "datastore/projectdata.h"
+#include "logview/curveitem.h"
+#include "logview/geometry/samplelookup.h"
 #include "logview/markeritem.h"
 #include "logview/trackheaders.h"
 #include "logview/trackitem.h"
@@ -18,7 +20,10 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <cmath>
+#include <optional>
+#include <utility>
 
 namespace {
 
@@ -29,6 +34,7 @@ constexpr double lineWidth = 2;
 constexpr float scaleStep = 50;
 constexpr float scaleBelowZero = 10;
 constexpr float pixelsPerInch = 96;
+constexpr double airAboveFirstSample = 0.05; // of the height of the view
 
 QPen connectorPen(const QColor &color)
 {
@@ -51,6 +57,8 @@ CorrelationView::CorrelationView(ProjectData &projectData, QGraphicsScene *heade
     , m_dotsPerInch(logicalDpiX())
 {
     setObjectName(QStringLiteral("correlationView"));
+    for (QGraphicsScene *scene : {m_scene.get(), headerScene})
+        scene->setItemIndexMethod(QGraphicsScene::NoIndex); // high and broad items: an index finds nothing out
     setScene(m_scene.get());
 }
 
@@ -78,6 +86,7 @@ void CorrelationView::load(const CorrelationProperties &properties, const QStrin
     m_panel->setMarkers(properties.markers);
     m_panel->setFlatMarker(flatMarker);
     m_flatMarker = m_panel->flatMarker();
+    m_isOpening = m_isOpening || !m_isReady;
     m_isReady = true;
     redraw();
 }
@@ -97,19 +106,19 @@ void CorrelationView::setScaleFactor(float scale)
 void CorrelationView::setDepthType(int depthType)
 {
     m_depthType = depthType;
-    redraw();
+    redrawKeepingDepth();
 }
 
 void CorrelationView::setDepthUnit(logview::DepthUnit unit)
 {
     m_depthUnit = unit;
-    redraw();
+    redrawKeepingDepth();
 }
 
 void CorrelationView::setFlatMarker(const QString &markerName)
 {
     m_flatMarker = markerName;
-    redraw();
+    redrawKeepingDepth();
 }
 
 void CorrelationView::setWellDistance(int distance)
@@ -137,9 +146,84 @@ void CorrelationView::redraw()
     m_scene->setSceneRect(area);
     m_headerScene->setSceneRect(0, 0, width, WellLogsScene::headerSceneHeight);
     m_notes = notes.join(QStringLiteral("; "));
+    if (m_isOpening)
+        m_openingY = firstSampleY();
+    const bool wasPlacing = std::exchange(m_isPlacing, true);
     emit laidOut();
+    placeOpening();
+    m_isPlacing = wasPlacing;
     if (!m_notes.isEmpty())
         emit statusChanged(m_notes);
+}
+
+// The well that is looked at keeps the measured depth in the middle of the view; the others follow it.
+void CorrelationView::redrawKeepingDepth()
+{
+    const int column = firstColumnInView();
+    const double middle = viewport()->height() / 2.0;
+    double depthM = 0;
+    if (column >= 0) {
+        const correlation::WellColumn &before = m_columns.at(column);
+        depthM = before.reference.toMeasuredM(before.axis.toDepth(mapToScene(0, 0).y() + middle));
+    }
+    redraw();
+    const std::optional<double> y =
+        column >= 0 && column < m_columns.size() ? m_columns.at(column).toY(depthM) : std::nullopt;
+    if (y && !m_isOpening)
+        verticalScrollBar()->setValue(logview::toInt(std::round(*y - middle)));
+}
+
+int CorrelationView::firstColumnInView() const
+{
+    const double left = mapToScene(0, 0).x();
+    for (int i = 0; i < m_columns.size(); ++i)
+        if (m_columns.at(i).right > left && m_columns.at(i).axis.height > 0)
+            return i;
+    return -1;
+}
+
+// The wells begin at 0, but their logs may begin far below.
+double CorrelationView::firstSampleY() const
+{
+    std::optional<double> first;
+    for (const TrackItem *track : m_tracks) {
+        for (const CurveItem *curve : track->curves()) {
+            const std::optional<double> depthM = logview::shallowestDepthM(curve->samples());
+            if (!depthM)
+                continue;
+            const double y = track->axis().toPixel(static_cast<double>(track->depthReference().toDisplay(*depthM)));
+            first = std::min(y, first.value_or(y));
+        }
+    }
+    return first.value_or(0);
+}
+
+void CorrelationView::placeOpening()
+{
+    if (m_isOpening)
+        verticalScrollBar()->setValue(
+            logview::toInt(std::round(m_openingY - airAboveFirstSample * viewport()->height())));
+}
+
+void CorrelationView::paintEvent(QPaintEvent *event)
+{
+    m_isOpening = false;
+    PaperView::paintEvent(event);
+}
+
+void CorrelationView::resizeEvent(QResizeEvent *event)
+{
+    const bool wasPlacing = std::exchange(m_isPlacing, true);
+    PaperView::resizeEvent(event);
+    placeOpening();
+    m_isPlacing = wasPlacing;
+}
+
+void CorrelationView::scrollContentsBy(int dx, int dy)
+{
+    PaperView::scrollContentsBy(dx, dy);
+    if (dy != 0 && !m_isPlacing)
+        m_isOpening = false;
 }
 
 void CorrelationView::drawWell(const CorrelationWell &named, QStringList *notes)
@@ -213,6 +297,7 @@ void CorrelationView::drawTracks(const QVector<TrackInfo> &definitions, const Co
 
 void CorrelationView::drawMarkers(const QString &wellName, const correlation::WellColumn &column)
 {
+    QVector<MarkerItem *> drawn;
     for (const QString &name : qAsConst(m_properties.markers)) {
         const auto marker = column.markers.constFind(name);
         const std::optional<double> y = marker == column.markers.cend() ? std::nullopt : column.toY(marker->depthM);
@@ -226,8 +311,26 @@ void CorrelationView::drawMarkers(const QString &wellName, const correlation::We
         item->setWidth(static_cast<float>(column.right - column.left));
         item->setPos(column.left, *y);
         item->setZValue(markersZ);
+        item->setNameOnPaper(true); // zones and lines end there
         m_scene->addItem(item);
+        drawn.append(item);
     }
+    placeNames(drawn);
+}
+
+// Tops that stand close together keep their lines where they are; their names move apart.
+void CorrelationView::placeNames(const QVector<MarkerItem *> &markers) const
+{
+    QVector<correlation::NameSpan> names;
+    names.reserve(markers.size());
+    for (const MarkerItem *marker : markers) {
+        const QRectF extent = marker->nameExtent(font());
+        names.append({marker->y() + extent.top(), marker->y() + extent.bottom()});
+    }
+    const QVector<double> shifts = correlation::nameShifts(names);
+    for (int i = 0; i < markers.size(); ++i)
+        if (shifts.at(i) != 0)
+            markers.at(i)->setNameShift(shifts.at(i));
 }
 
 void CorrelationView::drawConnections()
@@ -278,12 +381,11 @@ void CorrelationView::wheelEvent(QWheelEvent *event)
 void CorrelationView::mousePressEvent(QMouseEvent *event)
 {
     const bool isLeftWithCtrl = event->button() == Qt::LeftButton && event->modifiers() == Qt::ControlModifier;
+    PaperView::mousePressEvent(event);
     if (isLeftWithCtrl || event->button() == Qt::MiddleButton) {
         m_drag.begin(event->pos());
-        event->accept();
-        return;
+        m_hasPanned = false;
     }
-    PaperView::mousePressEvent(event);
     if (event->button() == Qt::LeftButton)
         emit propertyWidgetChanged(m_panel);
     else
@@ -292,18 +394,24 @@ void CorrelationView::mousePressEvent(QMouseEvent *event)
 
 void CorrelationView::mouseMoveEvent(QMouseEvent *event)
 {
-    if (m_drag.isOn())
-        m_drag.moveTo(event->pos());
-    else
+    if (m_drag.isOn() && !(event->buttons() & (Qt::LeftButton | Qt::MiddleButton)))
+        m_drag.end(); // the release went elsewhere
+    if (!m_drag.isOn()) {
         PaperView::mouseMoveEvent(event);
+        return;
+    }
+    m_hasPanned = true;
+    m_drag.moveTo(event->pos());
 }
 
 void CorrelationView::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (m_drag.isOn())
-        m_drag.end();
-    else
-        PaperView::mouseReleaseEvent(event);
+    const bool hasPanned = m_drag.isOn() && m_hasPanned;
+    m_drag.end();
+    QGraphicsItem *pressed = m_scene->mouseGrabberItem();
+    if (hasPanned && pressed)
+        pressed->ungrabMouse(); // the item that was pressed was not clicked
+    PaperView::mouseReleaseEvent(event);
 }
 
 void CorrelationView::keyPressEvent(QKeyEvent *event)

@@ -10,6 +10,7 @@
 #include <memory>
 
 class CorrelationViewProperty;
+class MarkerItem;
 class TrackHeaders;
 class TrackItem;
 
@@ -28,7 +29,8 @@ public:
     CorrelationViewProperty *panel() const;
     const CorrelationProperties &properties() const { return m_properties; }
 
-    /// Shows a correlation: reads what it has not read yet and draws. \a flatMarker is chosen in the panel.
+    /// Shows a correlation: reads what it has not read yet and draws. \a flatMarker is chosen in the panel. The first
+    /// one opens at the first sample of its curves.
     void load(const CorrelationProperties &properties, const QString &flatMarker);
     /// Reads a well anew, or all with an empty name, and draws.
     void reload(const QString &wellName);
@@ -65,6 +67,9 @@ public slots:
     void setStatusLabel(QString statusText);
 
 protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void scrollContentsBy(int dx, int dy) override;
     void wheelEvent(QWheelEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
@@ -77,6 +82,11 @@ private:
                     correlation::WellColumn *column);
     void drawMarkers(const QString &wellName, const correlation::WellColumn &column);
     void drawConnections();
+    void placeNames(const QVector<MarkerItem *> &markers) const;
+    void redrawKeepingDepth();
+    int firstColumnInView() const;
+    double firstSampleY() const;
+    void placeOpening();
     void showAllDepths();
     void changeScaleKeepingPlace(double scale);
 
@@ -92,6 +102,7 @@ private:
     QString m_flatMarker;
     QString m_notes;
     ViewDrag m_drag;
+    bool m_hasPanned = false; ///< since the drag began
     int m_dotsPerInch;
     float m_scale = logview::defaultDepthScale;
     int m_depthType = logview::MeasuredDepth;
@@ -99,4 +110,7 @@ private:
     int m_wellDistance = defaultWellDistance;
     int m_redrawCount = 0;
     bool m_isReady = false;
+    bool m_isOpening = false; ///< nobody has seen it or scrolled it yet
+    double m_openingY = 0;
+    bool m_isPlacing = false; ///< what scrolls the view is no user
 };

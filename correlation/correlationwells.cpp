@@ -29,25 +29,25 @@ const CorrelationWells::Well *CorrelationWells::well(const QString &name)
 
 QVector<TrackInfo> CorrelationWells::tracks(const CorrelationWell &named, bool *isGone)
 {
-    const bool isKnown = m_data.project.globalTemplateNames.contains(named.templateName)
-        || wellTemplateNames(m_data.project, named.wellName).contains(named.templateName);
-    *isGone = !isKnown;
-    const QString templateName = isKnown ? named.templateName : QStringLiteral("Default");
-    const QString key = named.wellName + QChar(0) + templateName;
-    auto tracks = m_tracks.find(key);
-    if (tracks == m_tracks.end()) {
-        QVector<TrackInfo> resolved;
-        if (const Well *data = well(named.wellName))
-            for (const TrackInfo &track : loadTemplate(m_data.project, templateName, named.wellName))
-                resolved.append(data->data->resolved(track));
-        tracks = m_tracks.insert(key, resolved);
+    const QString key = named.wellName + QChar(0) + named.templateName;
+    auto found = m_templates.find(key);
+    if (found == m_templates.end()) {
+        Template read;
+        read.isGone = !m_data.project.globalTemplateNames.contains(named.templateName)
+            && !wellTemplateNames(m_data.project, named.wellName).contains(named.templateName);
+        const QString name = read.isGone ? QStringLiteral("Default") : named.templateName;
+        if (const Well *known = well(named.wellName))
+            for (const TrackInfo &track : loadTemplate(m_data.project, name, named.wellName))
+                read.tracks.append(known->data->resolved(track));
+        found = m_templates.insert(key, read);
     }
-    return *tracks;
+    *isGone = found->isGone;
+    return found->tracks;
 }
 
 void CorrelationWells::forgetWell(const QString &name)
 {
-    m_tracks.clear();
+    m_templates.clear();
     if (name.isEmpty())
         m_wells.clear();
     else

@@ -30,8 +30,8 @@ public:
     /// global one "Default"; \a isGone tells.
     QVector<TrackInfo> tracks(const CorrelationWell &well, bool *isGone);
 
-    /// Templates, default logs and perforations may have changed: they are read anew, logs are not.
-    void forgetTemplates() { m_tracks.clear(); }
+    /// Templates may have changed: they are read anew, what belongs to the wells is not.
+    void forgetTemplates() { m_templates.clear(); }
     /// A well changed in the host, or an empty name for all: everything of it is read anew.
     void forgetWell(const QString &name);
 
@@ -39,5 +39,10 @@ private:
     ProjectData &m_data;
     int m_dotsPerInch;
     QHash<QString, Well> m_wells;
-    QHash<QString, QVector<TrackInfo>> m_tracks; ///< by well and template
+    struct Template
+    {
+        QVector<TrackInfo> tracks;
+        bool isGone = false;
+    };
+    QHash<QString, Template> m_templates; ///< by well and template
 };

@@ -10,11 +10,18 @@ namespace {
 
 constexpr int namePixelSize = 10;
 constexpr int longestNameOnOneLine = 80; // pixels
+constexpr int paperAlpha = 200; // below a name: what lies there may be guessed
 
 QFont nameFont(QFont font)
 {
     font.setPixelSize(namePixelSize);
     return font;
+}
+
+int nameFlags(int textWidthPx)
+{
+    return textWidthPx <= longestNameOnOneLine ? Qt::AlignRight | Qt::AlignVCenter
+                                               : static_cast<int>(Qt::TextWordWrap);
 }
 
 } // namespace
@@ -37,7 +44,9 @@ public:
     {
         constexpr double reach = (MarkerItem::maximumThickness + 2) / 2.0 + 1;
         const QRectF line(-reach, -reach, static_cast<double>(m_marker->width()) + 2 * reach, 2 * reach);
-        return line | MarkerItem::nameRect(longestNameOnOneLine) | MarkerItem::nameRect(longestNameOnOneLine + 1);
+        const QRectF name =
+            MarkerItem::nameRect(longestNameOnOneLine) | MarkerItem::nameRect(longestNameOnOneLine + 1);
+        return line | name.translated(0, m_marker->m_nameShift);
     }
     QPainterPath shape() const override { return {}; } // the marker itself is picked
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *) override
@@ -47,9 +56,11 @@ public:
         painter->drawLine(0, 0, logview::toInt(static_cast<double>(m_marker->width())), 0);
         const QString name = m_marker->markerName();
         const int textWidth = painter->fontMetrics().horizontalAdvance(name);
-        const int flags = textWidth <= longestNameOnOneLine ? Qt::AlignRight | Qt::AlignVCenter
-                                                            : static_cast<int>(Qt::TextWordWrap);
-        painter->drawText(MarkerItem::nameRect(textWidth), flags, name);
+        if (m_marker->m_isNameOnPaper)
+            painter->fillRect(m_marker->nameExtent(painter->font()).translated(0, m_marker->m_nameShift),
+                              QColor(255, 255, 255, paperAlpha));
+        painter->drawText(MarkerItem::nameRect(textWidth).translated(0, m_marker->m_nameShift), nameFlags(textWidth),
+                          name);
     }
 
 private:
@@ -146,6 +157,29 @@ QRectF MarkerItem::nameRect(int textWidthPx)
     if (textWidthPx <= longestNameOnOneLine)
         return QRectF(-2 - textWidthPx, -10, textWidthPx, 20);
     return QRectF(-50, -10, 50, 40);
+}
+
+void MarkerItem::setNameShift(double shiftPx)
+{
+    m_drawing->changeGeometry();
+    m_nameShift = shiftPx;
+    m_drawing->update();
+}
+
+void MarkerItem::setNameOnPaper(bool isOnPaper)
+{
+    m_isNameOnPaper = isOnPaper;
+    m_drawing->update();
+}
+
+QRectF MarkerItem::nameExtent(const QFont &painterFont) const
+{
+    const QFontMetrics metrics(nameFont(painterFont));
+    const int width = metrics.horizontalAdvance(markerName());
+    const QRect place = nameRect(width).toRect();
+    if (width <= longestNameOnOneLine)
+        return QRectF(place.left(), -metrics.height() / 2.0, width, metrics.height());
+    return metrics.boundingRect(place, nameFlags(width), markerName()) & place;
 }
 
 QVariant MarkerItem::itemChange(GraphicsItemChange change, const QVariant &value)

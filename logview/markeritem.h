@@ -5,6 +5,10 @@
 #include <QObject>
 #include <QPen>
 
+QT_BEGIN_NAMESPACE
+class QFont;
+QT_END_NAMESPACE
+
 class MarkerDrawing;
 
 /// A marker of the well: a horizontal line over all tracks with the marker's name on its left. Whoever shows it
@@ -44,6 +48,14 @@ public:
     void setWidth(float widthPx);
     float width() const { return m_width; }
 
+    /// Draws the name so many pixels lower, where it would lie over another one at its own place.
+    void setNameShift(double shiftPx);
+    double nameShift() const { return m_nameShift; }
+    /// Draws the name on a piece of paper of its own, for a place where lines or colours lie below it.
+    void setNameOnPaper(bool isOnPaper);
+    /// What the name takes at its own place, in item coordinates, when it is drawn by a painter with this font.
+    QRectF nameExtent(const QFont &painterFont) const;
+
     /// The pen with which the line is drawn now.
     QPen currentPen() const;
     /// Where the name is drawn, in item coordinates: left of the tracks, one line for a short name, wrapped in a
@@ -62,8 +74,12 @@ protected:
     QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
 
 private:
+    friend class MarkerDrawing;
+
     MarkerDrawing *m_drawing = nullptr; ///< a child
     QColor m_lineColor = Qt::black;
     int m_lineThickness = 1;
     float m_width = 0;
+    double m_nameShift = 0;
+    bool m_isNameOnPaper = false;
 };

@@ -56,7 +56,7 @@ void ViewPair::showScenes()
     QScrollBar *bar = m_logView->verticalScrollBar();
     const double place = bar->maximum() > 0 ? bar->value() / static_cast<double>(bar->maximum()) : 0;
     m_logView->showRect(withMargin(m_logView->scene()->sceneRect()));
-    bar->setValue(static_cast<int>(place * bar->maximum()));
+    bar->setValue(static_cast<int>(std::lround(place * bar->maximum()))); // what did not change does not creep
     fitHeaderHeight();
 }
 

@@ -16,6 +16,7 @@
 #include "logview/welllogsscene.h"
 #include "logview/welllogsscenepropertywidget.h"
 #include "logview/welllogsview.h"
+#include "logview/withoutselection.h"
 #include "templates/templatestore.h"
 
 #include <QDockWidget>
@@ -29,27 +30,6 @@
 namespace {
 
 constexpr double airAboveFirstSample = 0.05; // of the height of the view
-
-/// Takes the selection away while a picture is made.
-class WithoutSelection
-{
-public:
-    explicit WithoutSelection(QGraphicsScene &scene)
-        : m_selected(scene.selectedItems())
-    {
-        scene.clearSelection();
-    }
-    ~WithoutSelection()
-    {
-        for (QGraphicsItem *item : qAsConst(m_selected))
-            item->setSelected(true);
-    }
-    WithoutSelection(const WithoutSelection &) = delete;
-    WithoutSelection &operator=(const WithoutSelection &) = delete;
-
-private:
-    QList<QGraphicsItem *> m_selected;
-};
 
 // What to say of a display that shows nothing. The templates that a first launch makes are known from the next on.
 QString emptyDisplayText(const Project &project, const QString &templateName)

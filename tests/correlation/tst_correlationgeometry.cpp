@@ -236,6 +236,35 @@ private slots:
         QCOMPARE(polygons.at(0).color, QColor(0xc0, 0xc0, 0xc0, 80));
     }
 
+    void namesMoveApart()
+    {
+        QCOMPARE(nameShifts({}), QVector<double>());
+        // Far enough apart, touching: nothing moves.
+        QCOMPARE(nameShifts({{100, 112}, {112, 124}, {50, 62}}), QVector<double>({0, 0, 0}));
+        // Both move by half of what lies over the other, in whatever order they come.
+        QCOMPARE(nameShifts({{104, 116}, {100, 112}}), QVector<double>({4, -4}));
+        // At one place: the first given stays above.
+        QCOMPARE(nameShifts({{100, 112}, {100, 112}}), QVector<double>({-6, 6}));
+        // A block that grows meets the next name; heights differ.
+        const QVector<NameSpan> names{{100, 112}, {101, 125}, {128, 140}};
+        const QVector<double> shifts = nameShifts(names);
+        for (int i = 1; i < names.size(); ++i)
+            QVERIFY(names.at(i).top + shifts.at(i) >= names.at(i - 1).bottom + shifts.at(i - 1) - 1e-9);
+        QVERIFY(std::abs(shifts.at(0) + shifts.at(1) + shifts.at(2)) < 1e-9);
+        QVERIFY(shifts.at(2) > 0);
+    }
+
+    void namesStayBesideTheirLines()
+    {
+        const auto atOnePlace = [](int count) { return QVector<NameSpan>(count, NameSpan{100, 112}); };
+        QCOMPARE(nameShifts(atOnePlace(11)).first(), -farthestNameShift);
+        QCOMPARE(nameShifts(atOnePlace(12)), QVector<double>(12, 0.0)); // the first would move by 66
+        QVector<NameSpan> crowdAndPair = atOnePlace(12);
+        crowdAndPair += {NameSpan{500, 512}, NameSpan{500, 512}};
+        QCOMPARE(nameShifts(crowdAndPair).last(), 6.0);
+        QCOMPARE(nameShifts(crowdAndPair).first(), 0.0);
+    }
+
     void theSceneIsAsHighAsItsHighestWell()
     {
         QCOMPARE(sceneHeight({}), 150.0);

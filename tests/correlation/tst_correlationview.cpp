@@ -1,118 +1,20 @@
 #include "correlation/correlationview.h"
 
-#include "correlation/correlationdisplaywidget.h"
 #include "correlation/correlationpropertiesdialog.h"
-#include "correlation/correlationviewproperty.h"
-#include "correlationfixture.h"
+#include "correlationviewfixture.h"
 #include "logview/curveitem.h"
-#include "logview/markeritem.h"
 #include "logview/trackheaderitem.h"
 #include "logview/trackitem.h"
 #include "logview/wellnameitem.h"
 #include "support/testmain.h"
 
 #include <QContextMenuEvent>
-#include <QDockWidget>
-#include <QGraphicsLineItem>
-#include <QGraphicsPolygonItem>
 #include <QImageReader>
-#include <QLineEdit>
 #include <QMenu>
 #include <QPainter>
 #include <QScrollBar>
 #include <QSplitter>
-#include <QWheelEvent>
 #include <QtTest>
-
-#include <memory>
-
-namespace {
-
-constexpr double depthTrackWidth = 48;
-
-// Tracks are as wide on the screen as the file says, in inches.
-double trackWidth()
-{
-    return 1.2 * QWidget().logicalDpiX();
-}
-
-double wellWidth()
-{
-    return trackWidth() + depthTrackWidth;
-}
-
-// y of a depth that is \a depth below the top, at 1:1000.
-double y(double depth)
-{
-    return depth / 1000 * 100 * 96 / 2.54;
-}
-
-bool isNear(double a, double b)
-{
-    return std::abs(a - b) < 0.1;
-}
-
-struct ViewFixture : CorrelationFixture
-{
-    CorrelationView *show(const QString &name = QStringLiteral("North"))
-    {
-        openAt96Dots();
-        display = std::make_unique<CorrelationDisplayWidget>(*launch, name, &dock);
-        display->resize(900, 700);
-        display->show();
-        return display->view();
-    }
-    CorrelationView *view() const { return display->view(); }
-    CorrelationViewProperty *panel() const { return view()->panel(); }
-
-    template<class Item>
-    QVector<Item *> itemsOf(QGraphicsScene *scene) const
-    {
-        QVector<Item *> found;
-        for (QGraphicsItem *item : scene->items(Qt::AscendingOrder))
-            if (!item->parentItem())
-                if (auto *one = dynamic_cast<Item *>(item))
-                    found.append(one);
-        std::sort(found.begin(), found.end(), [](const Item *a, const Item *b) { return a->x() < b->x(); });
-        return found;
-    }
-    QVector<MarkerItem *> markers() const { return itemsOf<MarkerItem>(view()->scene()); }
-    QVector<QGraphicsLineItem *> lines() const
-    {
-        QVector<QGraphicsLineItem *> found;
-        for (QGraphicsLineItem *item : itemsOf<QGraphicsLineItem>(view()->scene()))
-            if (!dynamic_cast<MarkerItem *>(item))
-                found.append(item);
-        return found;
-    }
-    QVector<QGraphicsPolygonItem *> zones() const { return itemsOf<QGraphicsPolygonItem>(view()->scene()); }
-    QGraphicsScene *headers() const { return display->headerView()->scene(); }
-
-    void type(const char *field, const QString &text) const
-    {
-        auto *edit = find<QLineEdit>(panel(), field);
-        edit->setText(text);
-        emit edit->editingFinished();
-    }
-    QString text(const char *field) const { return find<QLineEdit>(panel(), field)->text(); }
-    void choose(const char *field, const QString &text) const
-    {
-        find<QComboBox>(panel(), field)->setCurrentText(text);
-    }
-    QString status() const { return find<QLabel>(display.get(), "statusLine")->text(); }
-
-    void wheel(int turn, Qt::KeyboardModifiers modifiers = Qt::ControlModifier, int sideways = 0) const
-    {
-        QWheelEvent event(QPointF(50, 50), view()->viewport()->mapToGlobal(QPoint(50, 50)), {},
-                          QPoint(sideways, turn), Qt::NoButton, modifiers, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(view()->viewport(), &event);
-    }
-
-    QDockWidget dock;
-    std::unique_ptr<CorrelationDisplayWidget> display;
-};
-
-} // namespace
 
 class tst_correlationview : public QObject
 {
@@ -216,6 +118,44 @@ private slots:
         QVERIFY(pen.isCosmetic());
     }
 
+    void namesOfTopsThatStandCloseMoveApart()
+    {
+        m->addDeepWell("D", 0, 2000, {{"First", 1000}, {"Second", 1001}, {"Far", 1500}});
+        m->store("North", "1\nD:T\n", "3\nFirst\nSecond\nFar\n");
+        m->show();
+        QMap<QString, MarkerItem *> named;
+        for (MarkerItem *marker : m->markers())
+            named.insert(marker->markerName(), marker);
+        QCOMPARE(named.size(), 3);
+        const auto place = [&named](const char *name) {
+            const MarkerItem *marker = named.value(name);
+            return marker->nameExtent(QApplication::font()).translated(0, marker->y() + marker->nameShift());
+        };
+        QVERIFY(isNear(named["First"]->y(), y(1000))
+                && isNear(named["Second"]->y(), y(1001))); // the lines do not move
+        QVERIFY(place("First").bottom() <= place("Second").top() + 0.001);
+        QVERIFY(place("First").bottom() > place("Second").top() - 1); // no farther than needed
+        QCOMPARE(named["Far"]->nameShift(), 0.0);
+    }
+
+    void namesLieOnPaper()
+    {
+        m->store("North", "2\nA:T\nB:T\n", "2\nTop\nBase\n", "1\nZ|100|1400|#0000ff|1|1|1\n");
+        CorrelationView *view = m->show();
+        view->resize(1200, 900);
+        view->centerOn(wellWidth(), y(600));
+        const QImage image = view->grab().toImage();
+        const auto at = [view, &image](double x, double sceneY) {
+            const QPoint place = view->viewport()->mapTo(view, view->mapFromScene(x, sceneY));
+            return image.pixelColor(place);
+        };
+        const double right = view->columns().at(1).left;
+        const QColor shaded = at(right - 3, y(560)); // beside no name
+        const QColor underName = at(right - 3, y(600) - 5);
+        QVERIFY2(shaded.red() < 200, qPrintable(shaded.name()));
+        QVERIFY2(underName.red() > 225, qPrintable(underName.name()));
+    }
+
     void onlyTickedMarkersAreDrawn()
     {
         m->store("North", "2\nA:T\nB:T\n", "0\n");
@@ -279,52 +219,6 @@ private slots:
         QCOMPARE(view->tracks().at(0)->axis().start, 0.0F);
     }
 
-    void theWheelChangesTheScale()
-    {
-        m->store("North");
-        CorrelationView *view = m->show();
-        m->wheel(-120);
-        QCOMPARE(view->scaleFactor(), 1050.0F);
-        QCOMPARE(m->text("scaleEdit"), QString("1050"));
-        m->wheel(-15);
-        QCOMPARE(view->scaleFactor(), 1100.0F); // one step whatever its size
-        m->wheel(360);
-        QCOMPARE(view->scaleFactor(), 1050.0F);
-        const int redraws = view->redrawCount();
-        m->wheel(0, Qt::ControlModifier, 120);
-        m->wheel(120, Qt::ControlModifier | Qt::ShiftModifier);
-        m->wheel(120, Qt::NoModifier);
-        QCOMPARE(view->redrawCount(), redraws);
-        m->type("scaleEdit", "40");
-        m->wheel(120);
-        QCOMPARE(view->scaleFactor(), 10.0F);
-        m->type("scaleEdit", "50");
-        m->wheel(120);
-        QCOMPARE(view->scaleFactor(), 0.0F);
-        QCOMPARE(m->text("scaleEdit"), QString("0"));
-        QCOMPARE(view->tracks().at(0)->height(), 0.0F);
-        QCOMPARE(view->scene()->sceneRect().height(), 150.0);
-        m->wheel(-120);
-        QCOMPARE(view->scaleFactor(), 50.0F);
-        QVERIFY(view->tracks().at(0)->height() > 0);
-        m->type("scaleEdit", "1234567");
-        m->wheel(-120);
-        QCOMPARE(m->text("scaleEdit"), QString("1.23462e+06"));
-    }
-
-    void theWheelKeepsThePlace()
-    {
-        m->store("North");
-        CorrelationView *view = m->show();
-        QScrollBar *bar = view->verticalScrollBar();
-        bar->setValue(bar->maximum() / 2);
-        const double place = bar->value() / static_cast<double>(bar->maximum());
-        m->type("scaleEdit", "500");
-        bar->setValue(static_cast<int>(place * bar->maximum()));
-        m->wheel(-120);
-        QVERIFY(std::abs(bar->value() - place * bar->maximum()) <= 1);
-    }
-
     void fieldsThatWereOnlyVisitedChangeNothing()
     {
         m->store("North");
@@ -346,8 +240,10 @@ private slots:
 
     void aRedrawReadsNothing()
     {
-        m->store("North", "2\nA:T\nB:T\n", "1\nTop\n");
+        m->store("North", "2\nA:T\nB:Own\n", "1\nTop\n");
+        files::write(m->path("/Templates/B/Own/Track_1.txt"), CorrelationFixture::linearTrack);
         const CorrelationView *view = m->show();
+        QVERIFY(QDir(m->path("/Templates")).removeRecursively());
         for (MemoryHost::Well &well : m->host.storedWells)
             well.isUnreadable = true; // the next reading would show an error
         m->type("scaleEdit", "2000");
@@ -357,56 +253,9 @@ private slots:
         QVERIFY(m->host.errors.isEmpty());
         QVERIFY(m->asker.boxes.isEmpty());
         QCOMPARE(m->markers().size(), 2);
+        QCOMPARE(view->tracks().size(), 3);
+        QCOMPARE(m->status(), QString());
         QVERIFY(!view->tracks().at(0)->curves().at(0)->samples().isEmpty());
-    }
-
-    void aClickShowsThePanel()
-    {
-        m->store("North");
-        CorrelationView *view = m->show();
-        m->dock.setWidget(nullptr);
-        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, QPoint(400, 300));
-        QCOMPARE(m->dock.widget(), static_cast<QWidget *>(view->panel()));
-        QSignalSpy changes(view, &CorrelationView::propertyWidgetChanged);
-        QTest::mouseClick(view->viewport(), Qt::RightButton, {}, QPoint(400, 300));
-        QVERIFY(changes.isEmpty());
-    }
-
-    void controlAndTheMousePan()
-    {
-        m->store("North", "3\nA:T\nB:T\nC:T\n");
-        CorrelationView *view = m->show();
-        QTest::mousePress(view->viewport(), Qt::LeftButton, Qt::ControlModifier, QPoint(300, 300));
-        QMouseEvent move(QEvent::MouseMove, QPointF(280, 200), Qt::NoButton, Qt::LeftButton, Qt::ControlModifier);
-        QApplication::sendEvent(view->viewport(), &move);
-        QCOMPARE(view->verticalScrollBar()->value(), view->verticalScrollBar()->minimum() + 100);
-        QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::ControlModifier, QPoint(280, 200));
-        QMouseEvent after(QEvent::MouseMove, QPointF(280, 100), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
-        QApplication::sendEvent(view->viewport(), &after);
-        QCOMPARE(view->verticalScrollBar()->value(), view->verticalScrollBar()->minimum() + 100);
-    }
-
-    void controlAndZeroShowAllDepths()
-    {
-        m->store("North");
-        CorrelationView *view = m->show();
-        view->setFocus();
-        QTest::keyClick(view, Qt::Key_0, Qt::ControlModifier);
-        QVERIFY(view->scene()->sceneRect().height() <= view->viewport()->height() + 1);
-        QVERIFY(view->scene()->sceneRect().height() > view->viewport()->height() * 0.9);
-        QCOMPARE(m->text("scaleEdit").toFloat(), view->scaleFactor());
-    }
-
-    void hoveringNamesTheWell()
-    {
-        m->store("North");
-        CorrelationView *view = m->show();
-        view->centerOn(view->tracks().at(2)->sceneBoundingRect().left() + 20, 500);
-        const QPoint place = view->mapFromScene(view->tracks().at(2)->x() + 20, 500);
-        QTest::mouseMove(view->viewport(), place + QPoint(3, 3));
-        QTest::mouseMove(view->viewport(), place);
-        QTRY_VERIFY2(m->status().startsWith("B | Track :0 | "), qPrintable(m->status()));
-        QVERIFY(m->status().contains("GR:75"));
     }
 
     void whatIsGoneIsSaid()
@@ -550,6 +399,55 @@ private slots:
         // White between the wells, and the outline of the second well's first track below its header.
         QVERIFY(qGray(picture.pixel(static_cast<int>(wellWidth()) + 40, headerHeight + 100)) > 240);
         QVERIFY(qGray(picture.pixel(static_cast<int>(view->tracks().at(2)->x()), headerHeight + 100)) < 128);
+    }
+
+    void aPictureShowsNoSelection()
+    {
+        m->store("North");
+        CorrelationView *view = m->show();
+        m->display->savePicture();
+        const QByteArray plain = files::read(m->path("/North.jpg"));
+        view->tracks().at(1)->setSelected(true);
+        m->display->savePicture();
+        QCOMPARE(files::read(m->path("/North.jpg")), plain);
+        const auto page = [this] {
+            QImage image(400, 300, QImage::Format_RGB32);
+            QPainter painter(&image);
+            m->display->renderTo(painter);
+            return image;
+        };
+        const QImage selected = page();
+        QVERIFY(view->tracks().at(1)->isSelected());
+        view->tracks().at(1)->setSelected(false);
+        QCOMPARE(selected, page());
+    }
+
+    void aHundredThousandMarkers()
+    {
+        constexpr int count = 100000;
+        QByteArray names = QByteArray::number(count) + '\n';
+        QVector<host::Marker> markers;
+        for (int i = 0; i < count; ++i) {
+            const QString name = "Marker " + QString::number(i);
+            names += name.toUtf8() + '\n';
+            markers.append({name, 1900.0F * static_cast<float>(i) / count, Qt::red});
+        }
+        m->addDeepWell("D", 0, 2000, {});
+        m->host.storedWells.last().markers = markers;
+        m->addDeepWell("E", 0, 2000, {});
+        m->host.storedWells.last().markers = markers;
+        m->store("North", "2\nD:T\nE:T\n", names);
+        m->store("Lost", "1\nA:T\n", names);
+        CorrelationView *view = m->show();
+        QCoreApplication::processEvents();
+        QCOMPARE(m->markers().size(), 2 * count);
+        QCOMPARE(m->lines().size(), count);
+        m->choose("flatAtBox", "Marker 50000");
+        QCOMPARE(m->lines().size(), count);
+        view->grab();
+        m->show("Lost");
+        auto *missing = ViewFixture::find<QLabel>(m->display->dialog(), "missingLabel");
+        QVERIFY2(missing->text().endsWith(", and 99988 more."), qPrintable(missing->text().right(60)));
     }
 
     void picturesThatCannotBeWritten()

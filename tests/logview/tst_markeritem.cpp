@@ -69,6 +69,7 @@ private slots:
     void theLineSpansTheTracks();
     void aShorterLineLeavesNothingBehind();
     void namesStandLeftOfTheTracks();
+    void theNameMayMove();
     void selected();
     void panelRows();
     void panelSlots();
@@ -148,6 +149,25 @@ void tst_markeritem::namesStandLeftOfTheTracks()
     QCOMPARE(f.display->logView()->sceneRect().left(), -84.0);
     QCOMPARE(f.display->headerView()->sceneRect().left(), -84.0);
     QCOMPARE(f.scene()->sceneRect().left(), 0.0);
+}
+
+// For displays in which names stand close: the name moves, the line stays.
+void tst_markeritem::theNameMayMove()
+{
+    MarkerFixture f;
+    const QRectF extent = f.marker->nameExtent(QApplication::font());
+    QVERIFY(extent.right() <= -2 && extent.left() >= -40);
+    QVERIFY(extent.top() >= -10 && extent.bottom() <= 10 && extent.height() >= 8);
+    f.marker->setNameShift(30);
+    QVERIFY(!f.isDrawn(QRect(-30, -6, 28, 12)));
+    QVERIFY(f.isDrawn(QRect(-30, 24, 28, 12)));
+    const int y = static_cast<int>(f.marker->y());
+    QCOMPARE(f.pixel(96, y), f.marker->currentPen().color());
+    MarkerFixture wrapped(QStringLiteral("Some very long formation name, in far more lines than there is room for"));
+    const QRectF box = wrapped.marker->nameExtent(QApplication::font());
+    QCOMPARE(box.top(), -10.0);
+    QVERIFY(box.bottom() > 15 && box.bottom() <= 30);
+    QVERIFY(box.left() >= -50 && box.right() <= 0);
 }
 
 void tst_markeritem::selected()

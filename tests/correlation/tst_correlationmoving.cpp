@@ -1,0 +1,228 @@
+// Moving in a correlation with mouse and keys: what is in view, and what a press shows.
+
+#include "correlationviewfixture.h"
+#include "logview/trackitem.h"
+#include "support/testmain.h"
+
+#include <QScrollBar>
+#include <QtTest>
+
+class tst_correlationmoving : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m = std::make_unique<ViewFixture>(); }
+    void cleanup() { m.reset(); }
+
+    void theWheelChangesTheScale()
+    {
+        m->store("North");
+        CorrelationView *view = m->show();
+        m->wheel(-120);
+        QCOMPARE(view->scaleFactor(), 1050.0F);
+        QCOMPARE(m->text("scaleEdit"), QString("1050"));
+        m->wheel(-15);
+        QCOMPARE(view->scaleFactor(), 1100.0F); // one step whatever its size
+        m->wheel(360);
+        QCOMPARE(view->scaleFactor(), 1050.0F);
+        const int redraws = view->redrawCount();
+        m->wheel(0, Qt::ControlModifier, 120);
+        m->wheel(120, Qt::ControlModifier | Qt::ShiftModifier);
+        m->wheel(120, Qt::NoModifier);
+        QCOMPARE(view->redrawCount(), redraws);
+        m->type("scaleEdit", "40");
+        m->wheel(120);
+        QCOMPARE(view->scaleFactor(), 10.0F);
+        m->type("scaleEdit", "50");
+        m->wheel(120);
+        QCOMPARE(view->scaleFactor(), 0.0F);
+        QCOMPARE(m->text("scaleEdit"), QString("0"));
+        QCOMPARE(view->tracks().at(0)->height(), 0.0F);
+        QCOMPARE(view->scene()->sceneRect().height(), 150.0);
+        m->wheel(-120);
+        QCOMPARE(view->scaleFactor(), 50.0F);
+        QVERIFY(view->tracks().at(0)->height() > 0);
+        m->type("scaleEdit", "1234567");
+        m->wheel(-120);
+        QCOMPARE(m->text("scaleEdit"), QString("1.23462e+06"));
+    }
+
+    void theWheelKeepsThePlace()
+    {
+        m->store("North");
+        CorrelationView *view = m->show();
+        QScrollBar *bar = view->verticalScrollBar();
+        bar->setValue(bar->maximum() / 2);
+        const double place = bar->value() / static_cast<double>(bar->maximum());
+        m->type("scaleEdit", "500");
+        bar->setValue(static_cast<int>(place * bar->maximum()));
+        m->wheel(-120);
+        QVERIFY(std::abs(bar->value() - place * bar->maximum()) <= 1);
+    }
+
+    void aClickShowsThePanel()
+    {
+        m->store("North");
+        CorrelationView *view = m->show();
+        m->dock.setWidget(nullptr);
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, QPoint(400, 300));
+        QCOMPARE(m->dock.widget(), static_cast<QWidget *>(view->panel()));
+        QSignalSpy changes(view, &CorrelationView::propertyWidgetChanged);
+        QTest::mouseClick(view->viewport(), Qt::RightButton, {}, QPoint(400, 300));
+        QTest::mouseClick(view->viewport(), Qt::MiddleButton, {}, QPoint(400, 300));
+        QVERIFY(changes.isEmpty());
+        // The panel that a press shows is also shown by one that begins to pan.
+        QTest::mousePress(view->viewport(), Qt::LeftButton, Qt::ControlModifier, QPoint(400, 300));
+        QCOMPARE(changes.size(), 1);
+        QCOMPARE(changes.at(0).at(0).value<QWidget *>(), static_cast<QWidget *>(view->panel()));
+        QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::ControlModifier, QPoint(400, 300));
+    }
+
+    void otherPressesAreAccepted()
+    {
+        m->store("North");
+        CorrelationView *view = m->show();
+        for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
+            QMouseEvent press(QEvent::MouseButtonPress, QPointF(400, 300), button, button, Qt::NoModifier);
+            press.ignore();
+            QApplication::sendEvent(view->viewport(), &press);
+            QVERIFY(press.isAccepted());
+            QTest::mouseRelease(view->viewport(), button, {}, QPoint(400, 300));
+        }
+    }
+
+    // A press begins with what the view does with any: a click with Ctrl selects a further track.
+    void panningSelectsNothing()
+    {
+        m->store("North", "3\nA:T\nB:T\nC:T\n");
+        CorrelationView *view = m->show();
+        const QPoint place = view->mapFromScene(view->tracks().at(1)->x() + 20, 300);
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::ControlModifier, place);
+        QVERIFY(view->tracks().at(1)->isSelected());
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::ControlModifier, place);
+        QVERIFY(!view->tracks().at(1)->isSelected());
+        QTest::mousePress(view->viewport(), Qt::LeftButton, Qt::ControlModifier, place);
+        const QPoint end = place - QPoint(0, 60);
+        QMouseEvent move(QEvent::MouseMove, end, Qt::NoButton, Qt::LeftButton, Qt::ControlModifier);
+        QApplication::sendEvent(view->viewport(), &move);
+        QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::ControlModifier, end);
+        QCOMPARE(view->verticalScrollBar()->value(), 60);
+        QVERIFY(!view->tracks().at(1)->isSelected());
+        QVERIFY(!view->scene()->mouseGrabberItem());
+    }
+
+    void aPanWhoseReleaseWentElsewhereEnds()
+    {
+        m->store("North");
+        CorrelationView *view = m->show();
+        QTest::mousePress(view->viewport(), Qt::LeftButton, Qt::ControlModifier, QPoint(300, 300));
+        QMouseEvent move(QEvent::MouseMove, QPointF(300, 200), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(view->viewport(), &move);
+        QCOMPARE(view->verticalScrollBar()->value(), 0);
+    }
+
+    void opensAtTheFirstSample()
+    {
+        m->addDeepWell("D", 0, 3000, {{"Top", 2500}});
+        host::LogData &log = m->host.storedWells.last().logs[0];
+        log.values.fill(1e30F, log.depths.size()); // nothing there
+        log.values[24] = 75; // at 2400 m
+        log.values[25] = 75;
+        m->store("North", "2\nD:T\nE:T\n");
+        m->addDeepWell("E", 0, 3000, {});
+        m->host.storedWells.last().logs[0].depths = {2200, 2700};
+        m->host.storedWells.last().logs[0].values = {75, 75};
+        CorrelationView *view = m->show();
+        QCoreApplication::processEvents();
+        QScrollBar *bar = view->verticalScrollBar();
+        QVERIFY(std::abs(bar->value() - (y(2200) - 0.05 * view->viewport()->height())) <= 1);
+        QCOMPARE(view->scene()->sceneRect().top(), 0.0); // the scene is the whole wells all the same
+        // What comes later moves from where the user is.
+        bar->setValue(1000);
+        m->display->resize(900, 500);
+        m->display->updateData();
+        QCoreApplication::processEvents();
+        QCOMPARE(bar->value(), 1000);
+    }
+
+    void flatteningKeepsTheDepthInView()
+    {
+        m->addDeepWell("D", 0, 3000, {{"Top", 2500}});
+        m->addDeepWell("E", 100, 3000, {{"Top", 2000}});
+        m->store("North", "2\nD:T\nE:T\n");
+        CorrelationView *view = m->show();
+        QCoreApplication::processEvents();
+        QScrollBar *bar = view->verticalScrollBar();
+        const auto rowOf = [view](double depthM) {
+            return view->mapFromScene(0, *view->columns().at(0).toY(depthM)).y();
+        };
+        view->centerOn(0, y(2500));
+        QCoreApplication::processEvents();
+        const int row = rowOf(2500);
+        using Change = QPair<const char *, const char *>;
+        const QVector<Change> changes{{"flatAtBox", "Top"},      {"depthUnitBox", "FEET"}, {"depthTypeBox", "TVDSS"},
+                                      {"depthUnitBox", "METER"}, {"flatAtBox", "None"},    {"depthTypeBox", "MD"}};
+        for (const Change &change : changes) {
+            m->choose(change.first, change.second);
+            QVERIFY2(std::abs(rowOf(2500) - row) <= 3, change.second);
+        }
+        QVERIFY(bar->value() > 0);
+    }
+
+    void aRedrawThatChangesNothingStays()
+    {
+        m->store("North");
+        CorrelationView *view = m->show();
+        QCoreApplication::processEvents();
+        QScrollBar *bar = view->verticalScrollBar();
+        for (int value = 1; value < bar->maximum(); value += 37) {
+            bar->setValue(value);
+            view->redraw();
+            QCOMPARE(bar->value(), value);
+        }
+    }
+
+    void controlAndTheMousePan()
+    {
+        m->store("North", "3\nA:T\nB:T\nC:T\n");
+        CorrelationView *view = m->show();
+        QTest::mousePress(view->viewport(), Qt::LeftButton, Qt::ControlModifier, QPoint(300, 300));
+        QMouseEvent move(QEvent::MouseMove, QPointF(280, 200), Qt::NoButton, Qt::LeftButton, Qt::ControlModifier);
+        QApplication::sendEvent(view->viewport(), &move);
+        QCOMPARE(view->verticalScrollBar()->value(), view->verticalScrollBar()->minimum() + 100);
+        QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::ControlModifier, QPoint(280, 200));
+        QMouseEvent after(QEvent::MouseMove, QPointF(280, 100), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(view->viewport(), &after);
+        QCOMPARE(view->verticalScrollBar()->value(), view->verticalScrollBar()->minimum() + 100);
+    }
+
+    void controlAndZeroShowAllDepths()
+    {
+        m->store("North");
+        CorrelationView *view = m->show();
+        view->setFocus();
+        QTest::keyClick(view, Qt::Key_0, Qt::ControlModifier);
+        QVERIFY(view->scene()->sceneRect().height() <= view->viewport()->height() + 1);
+        QVERIFY(view->scene()->sceneRect().height() > view->viewport()->height() * 0.9);
+        QCOMPARE(m->text("scaleEdit").toFloat(), view->scaleFactor());
+    }
+
+    void hoveringNamesTheWell()
+    {
+        m->store("North");
+        CorrelationView *view = m->show();
+        view->centerOn(view->tracks().at(2)->sceneBoundingRect().left() + 20, 500);
+        const QPoint place = view->mapFromScene(view->tracks().at(2)->x() + 20, 500);
+        QTest::mouseMove(view->viewport(), place + QPoint(3, 3));
+        QTest::mouseMove(view->viewport(), place);
+        QTRY_VERIFY2(m->status().startsWith("B | Track :0 | "), qPrintable(m->status()));
+        QVERIFY(m->status().contains("GR:75"));
+    }
+
+private:
+    std::unique_ptr<ViewFixture> m;
+};
+
+LORVA_TEST_MAIN(tst_correlationmoving)
+#include "tst_correlationmoving.moc"
