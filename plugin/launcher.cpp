@@ -1,7 +1,6 @@
 #include "plugin/launcher.h"
 
 #include "base/asker.h"
-#include "base/waitcursor.h"
 #include "datastore/curvegroups.h"
 #include "datastore/projectdata.h"
 #include "datastore/projectseeds.h"
@@ -60,8 +59,6 @@ Launcher::Launcher(ProjectData &projectData, QWidget *parent)
 
 void Launcher::prepareData(ProjectData &projectData)
 {
-    // Many wells take a while, and nothing of this launch is on the screen yet.
-    const base::WaitCursor cursor;
     Project &project = projectData.project;
     project.groupNames = curveGroupNames();
     project.zoneTypes = zoneTypeNames();

@@ -1,6 +1,7 @@
 #include "plugin/lorvaosmgr.h"
 
 #include "base/nestedevents.h"
+#include "base/waitcursor.h"
 #include "datastore/defaultlogs.h"
 
 #include <QApplication>
@@ -83,6 +84,16 @@ void lorvaosMgr::launch()
     deleteEndedLaunch();
 }
 
+// Many wells take a while to read, with nothing of this launch on the screen yet: the cursor tells it, and the host's menu
+// is not left standing there.
+void lorvaosMgr::makeLauncher(ProjectData &launchData)
+{
+    const base::WaitCursor cursor;
+    if (QWidget *hostWindow = m_host.mainWidget())
+        hostWindow->repaint();
+    m_launcher = new Launcher(launchData, m_host.mainWidget());
+}
+
 void lorvaosMgr::runLaunch()
 {
     deleteWindows();
@@ -93,7 +104,7 @@ void lorvaosMgr::runLaunch()
     if (const QWidget *hostWindow = m_host.mainWidget())
         m_hostWindowWatch =
             QObject::connect(hostWindow, &QObject::destroyed, &m_context, [this] { hostWindowGoes(); });
-    m_launcher = new Launcher(launchData, m_host.mainWidget());
+    makeLauncher(launchData);
     if (!isRunning())
         return;
     m_launcher->show();

@@ -53,6 +53,7 @@ private:
     };
 
     void runLaunch();
+    void makeLauncher(ProjectData &launchData);
     bool isRunning() const { return m_launch && !m_launch->host.hasEnded(); }
     void endLaunch();
     void hostWindowGoes();

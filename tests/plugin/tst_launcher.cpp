@@ -330,18 +330,6 @@ private slots:
         QCOMPARE(m_data->catalogue.wellNames(), QStringList{"Well A"});
     }
 
-    void theCursorTellsThatWellsAreRead()
-    {
-        Qt::CursorShape shape = Qt::ArrowCursor;
-        m_host->onList = [&shape] {
-            if (const QCursor *cursor = QGuiApplication::overrideCursor())
-                shape = cursor->shape();
-        };
-        launch();
-        QCOMPARE(shape, Qt::WaitCursor);
-        QVERIFY(!QGuiApplication::overrideCursor());
-    }
-
     void anUnreadableWellIsWarnedOfDuringTheConstruction()
     {
         host::WellHeader header;

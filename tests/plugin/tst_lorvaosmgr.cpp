@@ -200,6 +200,35 @@ private slots:
             QVERIFY(paintedAtRead.at(i) > paintedAtRead.at(i - 1));
     }
 
+    // The launcher is not there yet: the host shows that its menu is done with, and the cursor that something goes on.
+    void theHostIsPaintedAndTheCursorWaitsWhenWellsAreRead()
+    {
+        QVERIFY(QTest::qWaitForWindowExposed(m_window));
+        struct Paints : QObject
+        {
+            bool eventFilter(QObject *, QEvent *event) override
+            {
+                count += event->type() == QEvent::Paint ? 1 : 0;
+                return false;
+            }
+            int count = 0;
+        } paints;
+        m_window->installEventFilter(&paints);
+        int painted = -1;
+        Qt::CursorShape shape = Qt::ArrowCursor;
+        m_host->onList = [&] {
+            if (painted >= 0)
+                return;
+            painted = paints.count;
+            if (const QCursor *cursor = QGuiApplication::overrideCursor())
+                shape = cursor->shape();
+        };
+        m_host->trigger();
+        QVERIFY(painted > 0);
+        QCOMPARE(shape, Qt::WaitCursor);
+        QVERIFY(!QGuiApplication::overrideCursor());
+    }
+
     void aBrokenWellIsWarnedOfBeforeTheLauncherIsVisible()
     {
         m_host->find(m_wellKey)->isUnreadable = true;
