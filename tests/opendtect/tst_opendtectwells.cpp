@@ -106,6 +106,28 @@ private slots:
         QCOMPARE(Well::MGR().wells().size(), 0);
     }
 
+    void aWellReadAfterAnotherHasNothingOfIt()
+    {
+        odsurvey::Well bare;
+        bare.header.name = "Bare";
+        bare.track = {{1, 2, 0, 0}, {1, 2, 100, 100}};
+        const QString key = odsurvey::add(bare);
+        for (int round = 0; round < 2; ++round) {
+            const host::WellHeader full = m_wells->header(m_key).value;
+            QVERIFY(full.totalDepth > 100);
+            QVERIFY(!host::isUndefined(full.groundElevation));
+            QCOMPARE(m_wells->logs(m_key).value.size(), 4);
+            QCOMPARE(m_wells->markers(m_key).value.size(), 3);
+            const host::WellHeader header = m_wells->header(key).value;
+            QCOMPARE(header.name, QString("Bare"));
+            QCOMPARE(header.totalDepth, 100.0);
+            QVERIFY(host::isUndefined(header.groundElevation));
+            QVERIFY(m_wells->logs(key).value.isEmpty());
+            QVERIFY(m_wells->markers(key).value.isEmpty());
+            QVERIFY(!m_wells->log(key, 0).ok());
+        }
+    }
+
     void aWellThatTheHostLoadedStaysLoaded()
     {
         const Well::Data *loaded = Well::MGR().get(idOf(m_key));
