@@ -84,8 +84,8 @@ void lorvaosMgr::launch()
     deleteEndedLaunch();
 }
 
-// Many wells take a while to read, with nothing of this launch on the screen yet: the cursor tells it, and the host's menu
-// is not left standing there.
+// Many wells take a while to read, with nothing of this launch on the screen yet: the cursor tells it, and the host is
+// painted once more without the menu. What of the menu stood over a window of its own, as a 3D view is, stays till later.
 void lorvaosMgr::makeLauncher(ProjectData &launchData)
 {
     const base::WaitCursor cursor;
