@@ -1,6 +1,7 @@
 #include "las/importnotices.h"
 
 #include "base/numbers.h"
+#include "las/depthname.h"
 #include "las/feet.h"
 #include "las/showntext.h"
 
@@ -14,14 +15,6 @@ namespace {
 
 constexpr int longestLine = 64 * 1024; // of titles and data lines, as of header lines
 constexpr int mostNames = 5; // in one notice
-
-bool isDepthName(const QString &mnemonic)
-{
-    static const QSet<QString> names{QStringLiteral("MD"), QStringLiteral("DMEA"), QStringLiteral("TVD"),
-                                     QStringLiteral("INDEX")};
-    const QString name = mnemonic.toUpper();
-    return name.contains(QLatin1String("DEP")) || name.contains(QLatin1String("DPT")) || names.contains(name);
-}
 
 /// "name, name, name and 7 more".
 QString enumeration(const QStringList &names)

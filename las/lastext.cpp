@@ -1,5 +1,7 @@
 #include "las/lastext.h"
 
+#include <QTextCodec>
+
 #include <cstring>
 
 namespace las {
@@ -64,7 +66,24 @@ bool isUtf8(const char *begin, const char *end)
     return true;
 }
 
-Text prepareText(QByteArray bytes)
+const QVector<TextCodec> &textCodecs()
+{
+    static const QVector<TextCodec> codecs{
+        {"windows-1252", "Western European (Windows-1252)"},
+        {"ISO-8859-15", "Western European (ISO 8859-15)"},
+        {"windows-1250", "Central European (Windows-1250)"},
+        {"windows-1251", "Cyrillic (Windows-1251)"},
+        {"IBM866", "Cyrillic (DOS 866)"},
+        {"KOI8-R", "Cyrillic (KOI8-R)"},
+        {"windows-1253", "Greek (Windows-1253)"},
+        {"windows-1254", "Turkish (Windows-1254)"},
+        {"windows-1256", "Arabic (Windows-1256)"},
+        {"GB18030", "Chinese (GB 18030)"},
+    };
+    return codecs;
+}
+
+Text prepareText(QByteArray bytes, const QByteArray &codecName)
 {
     Text text;
     if (bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF")) {
@@ -72,7 +91,13 @@ Text prepareText(QByteArray bytes)
     } else if (bytes.startsWith("\xEF\xBB\xBF")) {
         bytes.remove(0, 3);
     } else if (!isUtf8(bytes.constData(), bytes.constData() + bytes.size())) {
-        text.encoding = Encoding::Windows1252;
+        text.isUnicode = false;
+        QTextCodec *codec =
+            codecName.isEmpty() || codecName == "windows-1252" ? nullptr : QTextCodec::codecForName(codecName);
+        if (codec)
+            bytes = codec->toUnicode(bytes).toUtf8();
+        else
+            text.encoding = Encoding::Windows1252;
     }
     // Padding that old systems and tapes leave behind the last line; as a line it would become a row of
     // zeros.
