@@ -15,7 +15,7 @@ struct [[nodiscard]] WriteResult
 };
 
 /// When what was written reaches the disk: before it takes its name, or by one flushFileSystem() after many files.
-/// Later is for what can be made again; its names change as atomically.
+/// Later is for what can be made again, or what nothing names yet; its names change as atomically.
 enum class Flush { Now, Later };
 
 /// Writes \a bytes to \a path so that at every moment, also after a crash or on a full disk, the path holds

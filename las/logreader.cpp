@@ -360,7 +360,7 @@ void Reader::takeTable(DataTable &table, const QVector<CurveName> &curves, const
             const QString name = uniqueName(curves.at(i).name, i);
             if (name != curves.at(i).name.trimmed())
                 numbered.append(QStringLiteral("%1 as %2").arg(shown, name));
-            set.logs.append({name, curves.at(i).unit, std::move(column.values)});
+            set.logs.append({curves.at(i).name.trimmed(), name, curves.at(i).unit, std::move(column.values)});
         }
     }
     noteNames(QStringLiteral("Columns of texts are left out: "), texts);
@@ -408,17 +408,22 @@ int LogFile::logCount() const
     return count;
 }
 
+double LogSet::deepest() const
+{
+    double deepest = -std::numeric_limits<double>::infinity();
+    for (int row = 0; row < depths.size(); ++row) {
+        const auto hasSample = [row](const FileLog &log) { return !host::isUndefined(log.values.at(row)); };
+        if (depths.at(row) > deepest && std::any_of(logs.begin(), logs.end(), hasSample))
+            deepest = depths.at(row);
+    }
+    return deepest;
+}
+
 double LogFile::deepestM() const
 {
     double deepest = -std::numeric_limits<double>::infinity();
-    for (const LogSet &set : sets) {
-        for (int row = 0; row < set.depths.size(); ++row) {
-            const double depthM = set.depths.at(row) * set.metresPerUnit;
-            const auto hasSample = [row](const FileLog &log) { return !host::isUndefined(log.values.at(row)); };
-            if (depthM > deepest && std::any_of(set.logs.begin(), set.logs.end(), hasSample))
-                deepest = depthM;
-        }
-    }
+    for (const LogSet &set : sets)
+        deepest = std::max(deepest, set.deepest() * set.metresPerUnit);
     return deepest;
 }
 

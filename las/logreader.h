@@ -16,6 +16,7 @@ struct Header;
 /// A log of a file. Its samples are undefined (host::undefinedValue) where the file has none.
 struct FileLog
 {
+    QString mnemonic;
     QString name; ///< the mnemonic; a repeated one has a number behind it
     QString unit;
     QVector<float> values; ///< one a depth of its set
@@ -28,6 +29,9 @@ struct LogSet
     double metresPerUnit = 1;
     bool isInFeet = false;
     QVector<FileLog> logs; ///< those with a sample
+
+    /// The deepest depth with a sample of any log, in the file's unit; -infinity without one.
+    double deepest() const;
 };
 
 struct LogFile
@@ -37,7 +41,7 @@ struct LogFile
     QString error; ///< why the file cannot be read, a sentence that names it; empty when it was read
 
     int logCount() const;
-    /// The deepest depth with a sample of any log, in metres; -infinity without one.
+    /// The deepest of its sets, in metres.
     double deepestM() const;
 };
 

@@ -1,6 +1,8 @@
 #include "survey/laswellproposal.h"
 
 #include "base/numbers.h"
+#include "las/lengthunit.h"
+#include "las/logreader.h"
 
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -30,14 +32,10 @@ enum class LengthUnit { None, Metre, Foot, Other };
 
 LengthUnit lengthUnit(const QString &unit)
 {
-    static const QStringList metres = list("M METER METERS METRE METRES MTR") + QStringList(QString(QChar(0x041C)));
-    static const QStringList feet = list("F FT FEET FOOT USFT FTUS");
-    QString text = unit.trimmed().toUpper();
-    if (text.endsWith(u'.'))
-        text.chop(1);
-    if (text.isEmpty())
+    const std::optional<double> metres = las::metresPerUnit(unit);
+    if (unit.trimmed().isEmpty())
         return LengthUnit::None;
-    return metres.contains(text) ? LengthUnit::Metre : feet.contains(text) ? LengthUnit::Foot : LengthUnit::Other;
+    return metres == 1.0 ? LengthUnit::Metre : metres == host::metresPerFoot ? LengthUnit::Foot : LengthUnit::Other;
 }
 
 struct Length
@@ -103,6 +101,7 @@ WellProposal Proposer::proposal()
     proposeElevations();
     proposeTotalDepth();
     noteConversions();
+    m_proposal.logs = las::promisedLogs(m_header);
     return m_proposal;
 }
 
@@ -199,16 +198,9 @@ double Proposer::use(const std::optional<Length> &length, DepthUnit storedUnit)
 
 void Proposer::proposeName()
 {
-    m_proposal.name = text(list("WELL WELL_NAME WELLNAME"));
-    if (!m_proposal.name.isEmpty())
-        return;
-    m_proposal.name = text(list("UWI UNIQUE_WELL_ID"));
-    if (!m_proposal.name.isEmpty()) {
-        note(QStringLiteral("There is no well name; the unique well id is used."));
-        return;
-    }
-    m_proposal.name = QFileInfo(m_proposal.file).completeBaseName();
-    note(QStringLiteral("There is no well name; the file's name is used."));
+    m_proposal.wellName = text(list("WELL WELL_NAME WELLNAME"));
+    m_proposal.uwi = text(list("UWI UNIQUE_WELL_ID API"));
+    m_proposal.name = nameFrom(m_proposal, NameSource::Well);
 }
 
 bool Proposer::coordinatesFromItems()
@@ -327,6 +319,33 @@ void Proposer::noteConversions()
 }
 
 } // namespace
+
+QString nameFrom(const WellProposal &proposal, NameSource source)
+{
+    const QString fileName = QFileInfo(proposal.file).completeBaseName();
+    QStringList names{proposal.wellName, proposal.uwi, fileName};
+    if (source == NameSource::Uwi)
+        names.swapItemsAt(0, 1);
+    if (source == NameSource::File)
+        return fileName;
+    names.removeAll(QString());
+    return names.value(0);
+}
+
+QString nameNote(const WellProposal &proposal, NameSource source)
+{
+    const bool isFound =
+        source == NameSource::File || !(source == NameSource::Uwi ? proposal.uwi : proposal.wellName).isEmpty();
+    if (isFound)
+        return {};
+    const QString missing =
+        source == NameSource::Uwi ? QStringLiteral("unique well id") : QStringLiteral("well name");
+    const QString other = source == NameSource::Uwi ? proposal.wellName : proposal.uwi;
+    const QString otherName =
+        source == NameSource::Uwi ? QStringLiteral("well name") : QStringLiteral("unique well id");
+    return other.isEmpty() ? QStringLiteral("There is no %1; the file's name is used.").arg(missing)
+                           : QStringLiteral("There is no %1; the %2 is used.").arg(missing, otherName);
+}
 
 WellProposal proposeWell(const QString &file, const las::Header &header, DepthUnit surveyUnit)
 {

@@ -349,7 +349,7 @@ QString SurveyStore::newStem(const QString &name, const ObjectList &list) const
     return stem;
 }
 
-host::Outcome<QString> SurveyStore::addWell(const WellProperties &given)
+host::Outcome<QString> SurveyStore::addWell(const WellProperties &given, const QVector<host::LogData> &logs)
 {
     WellProperties properties = given;
     properties.name = given.name.trimmed();
@@ -363,27 +363,49 @@ host::Outcome<QString> SurveyStore::addWell(const WellProperties &given)
     if (!read.ok())
         return {{}, read.error};
     ObjectList list = read.value;
-    const QString wellStem = newStem(properties.name, list);
-    const int number = list.append(properties.name, wellGroup, wellStem + QStringLiteral(".well"));
+    const QString fileStem = newStem(properties.name, list);
+    const int number = list.append(properties.name, wellGroup, fileStem + QStringLiteral(".well"));
     if (number == 0)
         return {{}, QStringLiteral("The list of wells %1 has no number left for a new well.").arg(m_list.path())};
-    const host::Status written =
-        writeWell(wellFolder() + QLatin1Char('/') + wellStem, makeWellFile(properties, depthUnit()));
-    if (!written.ok())
-        return {{}, written.error};
-    // The list comes last: a crash before it leaves a file that nothing names, never an entry without its file.
-    const host::Status status = m_list.write(list);
+    const QString wellStem = wellFolder() + QLatin1Char('/') + fileStem;
+    host::Status status = writeNewWell(wellStem, makeWellFile(properties, depthUnit()), logs);
+    // The list comes last: a crash before it leaves files that nothing names, never an entry without its files.
+    if (status.ok())
+        status = m_list.write(list);
     if (!status.ok()) {
-        removeFile(wellFolder() + QLatin1Char('/') + wellStem + QStringLiteral(".well"));
+        for (int log = logs.size(); log > 0; --log)
+            removeFile(LogFiles::path(wellStem, log));
+        removeFile(wellStem + QStringLiteral(".well"));
         return {{}, status.error};
     }
     return {wellKey(number), {}};
 }
 
-host::Status SurveyStore::writeWell(const QString &stem, const WellFile &file)
+// With many files one flush is quicker than one a file, and the list names none of them yet.
+host::Status SurveyStore::writeNewWell(const QString &stem, const WellFile &file, const QVector<host::LogData> &logs)
+{
+    if (logs.isEmpty())
+        return writeWell(stem, file);
+    const host::Status written = writeWell(stem, file, base::Flush::Later);
+    if (!written.ok())
+        return written;
+    for (int i = 0; i < logs.size(); ++i) {
+        const host::Outcome<QByteArray> bytes = logFileBytes(logs.at(i), storedName(depthUnit()), nullptr);
+        if (!bytes.ok())
+            return {QStringLiteral("Cannot write the log \"%1\" of %2: %3.").arg(logs.at(i).name, stem, bytes.error)};
+        const QString path = LogFiles::path(stem, i + 1);
+        const base::WriteResult result = base::writeFileAtomically(path, bytes.value, base::Flush::Later);
+        if (!result.ok())
+            return {writeErrorText(path, result.error)};
+    }
+    const base::WriteResult flushed = base::flushFileSystem(wellFolder());
+    return {flushed.ok() ? QString() : writeErrorText(wellFolder(), flushed.error)};
+}
+
+host::Status SurveyStore::writeWell(const QString &stem, const WellFile &file, base::Flush flush)
 {
     const QString path = stem + QStringLiteral(".well");
-    const base::WriteResult result = base::writeFileAtomically(path, wellFileBytes(file));
+    const base::WriteResult result = base::writeFileAtomically(path, wellFileBytes(file), flush);
     return {result.ok() ? QString() : writeErrorText(path, result.error)};
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/atomicfile.h"
 #include "host/wells.h"
 #include "survey/fileproblems.h"
 #include "survey/logfiles.h"
@@ -50,8 +51,9 @@ public:
     void reload(const QString &key) override;
 
     host::Outcome<WellProperties> properties(const QString &key);
-    /// Makes a well and gives its key. Blanks around its name are not kept.
-    host::Outcome<QString> addWell(const WellProperties &properties);
+    /// Makes a well with these logs and gives its key: all of it or nothing. Blanks around its name are not kept. Logs
+    /// are in the survey's depth unit, each has a sample and a name of its own.
+    host::Outcome<QString> addWell(const WellProperties &properties, const QVector<host::LogData> &logs = {});
     /// Changes everything but the name. A separate track file becomes part of the well's main file.
     host::Status changeWell(const QString &key, const WellProperties &properties);
     /// How many points of the well's track lie below a measured depth.
@@ -77,7 +79,8 @@ private:
     QString newStem(const QString &name, const ObjectList &list) const;
     host::Outcome<WellFile> readWell(const QString &stem, bool *hasTrackFile = nullptr);
     LogFiles::Report reporter();
-    host::Status writeWell(const QString &stem, const WellFile &file);
+    host::Status writeWell(const QString &stem, const WellFile &file, base::Flush flush = base::Flush::Now);
+    host::Status writeNewWell(const QString &stem, const WellFile &file, const QVector<host::LogData> &logs);
     void report(const QString &path, const QString &problem);
     host::Outcome<QVector<host::Marker>> mergedMarkers(const QString &key, const QVector<host::Marker> &given);
 

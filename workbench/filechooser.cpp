@@ -11,6 +11,9 @@ FileChooser dialogFileChooser()
             },
             [](QWidget *parent, const QString &title, const QString &folder, const QString &filter) {
                 return QFileDialog::getOpenFileNames(parent, title, folder, filter);
+            },
+            [](QWidget *parent, const QString &title, const QString &path, const QString &filter) {
+                return QFileDialog::getSaveFileName(parent, title, path, filter);
             }};
 }
 

@@ -19,6 +19,9 @@ struct FileChooser
     /// Existing files, none when the user gives up. \a filter as in QFileDialog.
     std::function<QStringList(QWidget *parent, const QString &title, const QString &folder, const QString &filter)>
         chooseFiles;
+    /// A file to be written, or an empty string. \a path is what is proposed; replacing a file has been asked about.
+    std::function<QString(QWidget *parent, const QString &title, const QString &path, const QString &filter)>
+        chooseNewFile = {};
 };
 
 FileChooser dialogFileChooser();

@@ -1,15 +1,26 @@
 #include "workbench/newwellsdialog.h"
 
 #include "base/asker.h"
+#include "base/nestedevents.h"
+#include "las/lastext.h"
+#include "survey/lasfiles.h"
+#include "workbench/droppedfiles.h"
 #include "workbench/newwellsmodel.h"
+#include "workbench/reportdialog.h"
 #include "workbench/statecolors.h"
 #include "workbench/windowsettings.h"
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDialogButtonBox>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QLabel>
+#include <QMenu>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTableView>
 #include <QVBoxLayout>
@@ -23,8 +34,9 @@ constexpr int widestNameColumn = 180;
 constexpr int columnPadding = 6;
 constexpr int narrowestNotesColumn = 200;
 constexpr int rowPadding = 9; // room for an editor
-constexpr int failuresShown = 10;
 constexpr int notesLines = 2;
+constexpr int filesReadAtOnce = 20; // so few need no progress bar
+constexpr qint64 msBetweenEvents = 50;
 
 QString plural(int count, const char *one, const char *many)
 {
@@ -47,6 +59,18 @@ QString stateText(const survey::NewWells &wells)
     return parts.join(QStringLiteral(", ")) + QLatin1Char('.');
 }
 
+struct SourceName
+{
+    survey::NameSource source;
+    const char *label;
+};
+
+constexpr SourceName sourceNames[] = {
+    {survey::NameSource::Well, "WELL (well name)"},
+    {survey::NameSource::Uwi, "UWI (unique well id)"},
+    {survey::NameSource::File, "File name"},
+};
+
 } // namespace
 
 NewWellsDialog::NewWellsDialog(survey::SurveyStore &store, base::Asker &asker, const FileChooser &chooser,
@@ -58,18 +82,67 @@ NewWellsDialog::NewWellsDialog(survey::SurveyStore &store, base::Asker &asker, c
 {
     setObjectName(QStringLiteral("newWellsDialog"));
     setWindowTitle(QStringLiteral("New wells from LAS files"));
+    setAcceptDrops(true);
     buildWidgets(survey::WellNames(store.list().value));
-    resize(1240, 560);
+    resize(1240, 600);
     showState();
 }
 
-void NewWellsDialog::buildWidgets(const survey::WellNames &existing)
+QPushButton *NewWellsDialog::addButton(const char *objectName, const QString &text, void (NewWellsDialog::*clicked)())
 {
-    m_model = new NewWellsModel(existing, m_store.depthUnit(), this);
-    connect(m_model, &NewWellsModel::changed, this, &NewWellsDialog::showState);
+    auto *button = new QPushButton(text, this);
+    button->setObjectName(QString::fromLatin1(objectName));
+    button->setAutoDefault(false); // Enter makes the wells, whatever was clicked before
+    connect(button, &QPushButton::clicked, this, clicked);
+    return button;
+}
 
-    auto *caption =
-        new QLabel(QStringLiteral("&Wells proposed from the headers; double-click or F2 to correct a value:"), this);
+QLayout *NewWellsDialog::buildChoices()
+{
+    m_names = new QComboBox(this);
+    m_names->setObjectName(QStringLiteral("namesBox"));
+    for (const SourceName &name : sourceNames)
+        m_names->addItem(QString::fromLatin1(name.label), static_cast<int>(name.source));
+    m_names->setToolTip(QStringLiteral("What the wells are named after; single rows by their context menu"));
+    auto *namesLabel = new QLabel(QStringLiteral("&Names from:"), this);
+    namesLabel->setBuddy(m_names);
+    connect(m_names, QOverload<int>::of(&QComboBox::activated), this, [this] {
+        m_model->setNameSource(static_cast<survey::NameSource>(m_names->currentData().toInt()));
+        fitColumns();
+    });
+
+    m_codec = new QComboBox(this);
+    m_codec->setObjectName(QStringLiteral("codecBox"));
+    for (const las::TextCodec &codec : las::textCodecs())
+        m_codec->addItem(QString::fromLatin1(codec.label), QByteArray(codec.name));
+    m_codec->setToolTip(QStringLiteral("Some headers are no Unicode: how their letters are encoded"));
+    m_codecLabel = new QLabel(QStringLiteral("Te&xt of headers:"), this);
+    m_codecLabel->setBuddy(m_codec);
+    connect(m_codec, QOverload<int>::of(&QComboBox::activated), this, [this] {
+        m_model->setCodec(m_codec->currentData().toByteArray());
+        fitColumns();
+    });
+
+    m_withLogs = new QCheckBox(QStringLiteral("with their &logs"), this);
+    m_withLogs->setObjectName(QStringLiteral("withLogsBox"));
+    m_withLogs->setChecked(true);
+    m_withLogs->setToolTip(QStringLiteral("Writes the curves of the files into the new wells, with depths in the "
+                                          "survey's unit"));
+    m_idleOnly << m_names << m_codec << m_withLogs;
+    auto *row = new QHBoxLayout;
+    row->addWidget(namesLabel);
+    row->addWidget(m_names);
+    row->addSpacing(12);
+    row->addWidget(m_codecLabel);
+    row->addWidget(m_codec);
+    row->addSpacing(12);
+    row->addWidget(m_withLogs);
+    row->addStretch();
+    return row;
+}
+
+QWidget *NewWellsDialog::buildTable()
+{
     m_table = new QTableView(this);
     m_table->setObjectName(QStringLiteral("newWellsTable"));
     m_table->setModel(m_model);
@@ -82,9 +155,56 @@ void NewWellsDialog::buildWidgets(const survey::WellNames &existing)
     m_table->setWordWrap(false);
     m_table->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed
                              | QAbstractItemView::AnyKeyPressed);
-    caption->setBuddy(m_table);
-
+    m_table->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_table, &QTableView::customContextMenuRequested, this, &NewWellsDialog::showRowMenu);
     connect(m_table->selectionModel(), &QItemSelectionModel::currentRowChanged, this, &NewWellsDialog::showNotes);
+    m_idleOnly.append(m_table);
+    return m_table;
+}
+
+QLayout *NewWellsDialog::buildState()
+{
+    m_state = new QLabel(this);
+    m_state->setObjectName(QStringLiteral("stateLabel"));
+    m_state->setTextFormat(Qt::PlainText);
+    m_state->setWordWrap(true);
+    m_nextProblem = addButton("nextProblemButton", QStringLiteral("Next &problem"), &NewWellsDialog::goToNextProblem);
+    m_uncheck =
+        addButton("uncheckProblemsButton", QStringLiteral("&Uncheck wrong rows"), &NewWellsDialog::uncheckProblems);
+    m_progress = new QProgressBar(this);
+    m_progress->setObjectName(QStringLiteral("progressBar"));
+    m_progress->hide();
+    auto *row = new QHBoxLayout;
+    row->addWidget(m_state, 1);
+    row->addWidget(m_progress, 1);
+    row->addWidget(m_nextProblem);
+    row->addWidget(m_uncheck);
+    return row;
+}
+
+QLayout *NewWellsDialog::buildButtons()
+{
+    QPushButton *files = addButton("addFilesButton", QStringLiteral("&Add files…"), &NewWellsDialog::chooseMore);
+    QPushButton *folder = addButton("addFolderButton", QStringLiteral("Add &folder…"), &NewWellsDialog::chooseFolder);
+    m_create = addButton("createWellsButton", QStringLiteral("C&reate wells"), &NewWellsDialog::createWells);
+    m_create->setDefault(true);
+    m_close = addButton("closeButton", QStringLiteral("Close"), &NewWellsDialog::reject);
+    m_idleOnly << files << folder;
+    auto *row = new QHBoxLayout;
+    row->addWidget(files);
+    row->addWidget(folder);
+    row->addStretch();
+    row->addWidget(m_create);
+    row->addWidget(m_close);
+    return row;
+}
+
+void NewWellsDialog::buildWidgets(const survey::WellNames &existing)
+{
+    m_model = new NewWellsModel(existing, m_store.depthUnit(), this);
+    connect(m_model, &NewWellsModel::changed, this, &NewWellsDialog::showState);
+    auto *caption =
+        new QLabel(QStringLiteral("&Wells proposed from the headers; double-click or F2 to correct a value:"), this);
 
     m_notes = new QLabel(this);
     m_notes->setObjectName(QStringLiteral("notesLabel"));
@@ -93,45 +213,19 @@ void NewWellsDialog::buildWidgets(const survey::WellNames &existing)
     m_notes->setWordWrap(true);
     m_notes->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     m_notes->setMinimumHeight(notesLines * fontMetrics().lineSpacing());
-    m_state = new QLabel(this);
-    m_state->setObjectName(QStringLiteral("stateLabel"));
-    m_state->setTextFormat(Qt::PlainText);
-    m_state->setWordWrap(true);
-    auto *hint =
-        new QLabel(QStringLiteral("The wells get a name, a position, elevations and a total depth. Their logs "
-                                  "come in later, with the LAS import of a plug-in in the menu Utilities."),
-                   this);
-    hint->setObjectName(QStringLiteral("hintLabel"));
-    hint->setWordWrap(true);
-    QPalette quiet = hint->palette();
-    quiet.setColor(QPalette::WindowText, quietText(quiet));
-    hint->setPalette(quiet);
-
-    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
-    buttons->setObjectName(QStringLiteral("buttons"));
-    QPushButton *add = buttons->addButton(QStringLiteral("&Add files…"), QDialogButtonBox::ActionRole);
-    add->setObjectName(QStringLiteral("addFilesButton"));
-    m_create = buttons->addButton(QStringLiteral("C&reate wells"), QDialogButtonBox::ActionRole);
-    m_create->setObjectName(QStringLiteral("createWellsButton"));
-    m_create->setDefault(true);
-    connect(add, &QPushButton::clicked, this, &NewWellsDialog::chooseFiles);
-    connect(m_create, &QPushButton::clicked, this, &NewWellsDialog::createWells);
-    connect(buttons, &QDialogButtonBox::rejected, this, &NewWellsDialog::reject);
 
     auto *column = new QVBoxLayout(this);
+    column->addLayout(buildChoices());
     column->addWidget(caption);
-    column->addWidget(m_table, 1);
+    column->addWidget(buildTable(), 1);
     column->addWidget(m_notes);
-    column->addWidget(m_state);
-    column->addWidget(hint);
-    column->addWidget(buttons);
+    column->addLayout(buildState());
+    column->addLayout(buildButtons());
+    caption->setBuddy(m_table);
 }
 
-void NewWellsDialog::addFiles(const QStringList &paths)
+void NewWellsDialog::fitColumns()
 {
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    m_model->addFiles(paths);
-    QApplication::restoreOverrideCursor();
     m_table->resizeColumnsToContents();
     for (int column = NewWellsModel::FileColumn; column < NewWellsModel::NotesColumn; ++column)
         m_table->setColumnWidth(column, qMin(m_table->columnWidth(column) + columnPadding, widestNameColumn));
@@ -141,16 +235,62 @@ void NewWellsDialog::addFiles(const QStringList &paths)
     showNotes();
 }
 
-bool NewWellsDialog::chooseFiles()
+void NewWellsDialog::addFiles(const QStringList &paths)
+{
+    const survey::FoundFiles found = survey::findLasFiles(paths);
+    m_otherFiles += found.others;
+    beginWork(found.files.size(), QStringLiteral("Reading headers: %v of %m"));
+    m_model->addFiles(found.files, [this](int done) { return step(done); });
+    endWork();
+    fitColumns();
+}
+
+QStringList NewWellsDialog::chosenFiles(const FileChooser &chooser, QWidget *parent)
 {
     const QStringList files =
-        m_chooser.chooseFiles(this, QStringLiteral("Choose LAS files"), settings::lastFolder(lasFolder),
-                              QStringLiteral("LAS files (*.las *.LAS *.Las);;All files (*)"));
-    if (files.isEmpty())
-        return false;
-    settings::setLastFolder(lasFolder, QFileInfo(files.first()).path());
-    addFiles(files);
-    return true;
+        chooser.chooseFiles(parent, QStringLiteral("Choose LAS files"), settings::lastFolder(lasFolder),
+                            QStringLiteral("LAS files (*.las *.LAS *.Las);;All files (*)"));
+    if (!files.isEmpty())
+        settings::setLastFolder(lasFolder, QFileInfo(files.first()).path());
+    return files;
+}
+
+bool NewWellsDialog::chooseFiles()
+{
+    const QStringList files = chosenFiles(m_chooser, this);
+    if (!files.isEmpty())
+        addFiles(files);
+    return !files.isEmpty();
+}
+
+void NewWellsDialog::chooseFolder()
+{
+    const QString folder =
+        m_chooser.chooseFolder(this, QStringLiteral("Folder with LAS files"), settings::lastFolder(lasFolder));
+    if (folder.isEmpty())
+        return;
+    settings::setLastFolder(lasFolder, folder);
+    addFiles({folder});
+}
+
+void NewWellsDialog::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (event->mimeData()->hasUrls() && !m_isWorking)
+        event->acceptProposedAction();
+}
+
+void NewWellsDialog::dropEvent(QDropEvent *event)
+{
+    const QStringList paths = localPaths(event->mimeData());
+    event->acceptProposedAction();
+    // Queued: the program from which they come waits until the drop has been answered.
+    QMetaObject::invokeMethod(
+        this,
+        [this, paths] {
+            if (!m_isWorking)
+                addFiles(paths);
+        },
+        Qt::QueuedConnection);
 }
 
 void NewWellsDialog::showState()
@@ -162,10 +302,15 @@ void NewWellsDialog::showState()
         colours.setColor(QPalette::WindowText, problemText(palette()));
     m_state->setPalette(colours);
     if (wells.wells().isEmpty())
-        m_state->setText(QStringLiteral("No files yet."));
+        m_state->setText(QStringLiteral("No files yet. Files and folders may also be dropped here."));
     else
         m_state->setText(problem.isEmpty() ? stateText(wells) : problem);
-    m_create->setEnabled(problem.isEmpty() && wells.chosenCount() > 0);
+    m_create->setEnabled(problem.isEmpty() && wells.chosenCount() > 0 && !m_isWorking);
+    for (QPushButton *button : {m_nextProblem, m_uncheck})
+        button->setVisible(!problem.isEmpty() && !m_isWorking);
+    for (QWidget *widget : {static_cast<QWidget *>(m_codecLabel), static_cast<QWidget *>(m_codec)})
+        widget->setVisible(wells.hasForeignText());
+    showNotes();
 }
 
 // The notes of the current row in full: the column has room for their beginning only.
@@ -177,44 +322,143 @@ void NewWellsDialog::showNotes()
         m_notes->clear();
         return;
     }
-    const QStringList notes = wells.at(row).allNotes();
-    m_notes->setText(survey::fileNames(wells.at(row)) + (notes.isEmpty() ? QString() : QStringLiteral(": "))
-                     + notes.join(QLatin1Char(' ')));
+    const QString notes = m_model->index(row, NewWellsModel::NotesColumn).data().toString();
+    m_notes->setText(fileNames(wells.at(row)) + (notes.isEmpty() ? QString() : QStringLiteral(": ")) + notes);
+}
+
+void NewWellsDialog::goToNextProblem()
+{
+    const survey::NewWells &wells = m_model->newWells();
+    const int row = wells.nextProblemRow(m_table->currentIndex().row());
+    if (row < 0)
+        return;
+    const QModelIndex cell = m_model->index(row, NewWellsModel::NameColumn + wells.problemField(row));
+    m_table->setCurrentIndex(cell);
+    m_table->scrollTo(cell, QAbstractItemView::EnsureVisible);
+    m_table->setFocus();
+}
+
+void NewWellsDialog::uncheckProblems()
+{
+    m_model->uncheckProblems();
+}
+
+void NewWellsDialog::showRowMenu(const QPoint &place)
+{
+    if (!m_table->indexAt(place).isValid())
+        return;
+    auto *menu = new QMenu(m_table);
+    menu->setObjectName(QStringLiteral("rowMenu"));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (const SourceName &name : sourceNames) {
+        const survey::NameSource source = name.source;
+        QAction *action = menu->addAction(QStringLiteral("Name from ") + QLatin1String(name.label));
+        connect(action, &QAction::triggered, this, [this, source] { nameRows(source); });
+    }
+    menu->popup(m_table->viewport()->mapToGlobal(place));
+}
+
+void NewWellsDialog::nameRows(survey::NameSource source)
+{
+    QVector<int> rows;
+    for (const QModelIndex &index : m_table->selectionModel()->selectedIndexes())
+        if (!rows.contains(index.row()))
+            rows.append(index.row());
+    const int current = m_table->currentIndex().row();
+    if (rows.isEmpty() && current >= 0)
+        rows.append(current);
+    m_model->setNameSource(rows, source);
+    m_table->setCurrentIndex(m_model->index(qMin(current, m_model->rowCount() - 1), NewWellsModel::NameColumn));
+    fitColumns();
+}
+
+void NewWellsDialog::beginWork(int steps, const QString &format)
+{
+    m_isWorking = true;
+    m_isCancelled = false;
+    m_focusBefore = focusWidget();
+    m_progress->setFormat(format);
+    m_progress->setRange(0, steps);
+    m_progress->setValue(0);
+    m_progress->setVisible(steps > filesReadAtOnce || isVisible());
+    m_state->setVisible(!m_progress->isVisible());
+    m_close->setText(QStringLiteral("Cancel"));
+    for (QWidget *widget : qAsConst(m_idleOnly))
+        widget->setEnabled(false);
+    m_create->setEnabled(false);
+    m_sinceEvents.start();
+}
+
+bool NewWellsDialog::step(int done)
+{
+    m_progress->setValue(done);
+    if (m_sinceEvents.elapsed() >= msBetweenEvents) {
+        base::handleEvents();
+        m_sinceEvents.restart();
+    }
+    return !m_isCancelled;
+}
+
+void NewWellsDialog::endWork()
+{
+    m_isWorking = false;
+    m_progress->hide();
+    m_state->show();
+    m_close->setText(QStringLiteral("Close"));
+    for (QWidget *widget : qAsConst(m_idleOnly))
+        widget->setEnabled(true);
+    if (m_focusBefore)
+        m_focusBefore->setFocus();
+    showState();
+}
+
+void NewWellsDialog::reject()
+{
+    m_isCancelled = true;
+    if (!m_isWorking)
+        QDialog::reject();
 }
 
 void NewWellsDialog::createWells()
 {
-    const survey::NewWells &wells = m_model->newWells();
-    if (!wells.firstProblem().isEmpty())
+    const survey::NewWells wells = m_model->newWells();
+    if (!wells.firstProblem().isEmpty() || m_isWorking)
         return;
-    QVector<int> created;
-    QStringList failures;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    for (int row = 0; row < wells.wells().size(); ++row) {
-        if (!wells.wells().at(row).isChosen)
-            continue;
-        const survey::WellProperties properties = survey::wellProperties(wells.wells().at(row).texts);
-        const host::Outcome<QString> added = m_store.addWell(properties);
-        if (added.ok())
-            created.append(row);
-        else
-            failures.append(properties.name + QStringLiteral(": ") + added.error);
+    QVector<int> rows;
+    for (int row = 0; row < wells.wells().size(); ++row)
+        if (wells.wells().at(row).isChosen)
+            rows.append(row);
+    survey::NewWellsOutcome outcome;
+    outcome.otherFiles = m_otherFiles;
+    beginWork(rows.size(), QStringLiteral("Making wells: %v of %m"));
+    for (const int row : qAsConst(rows)) {
+        const survey::NewWell &well = wells.wells().at(row);
+        survey::WellOrder order;
+        order.properties = survey::wellProperties(well.texts);
+        order.files = well.files;
+        order.withLogs = m_withLogs->isChecked();
+        order.codec = wells.codec();
+        outcome.wells.append(survey::makeWell(m_store, order));
+        m_createdCount += outcome.wells.last().error.isEmpty() ? 1 : 0;
+        if (!step(outcome.wells.size()) && outcome.wells.size() < rows.size()) {
+            outcome.isCancelled = true;
+            break;
+        }
     }
-    QApplication::restoreOverrideCursor();
-    m_model->setCreated(created);
-    m_createdCount += created.size();
-    const QString report = plural(created.size(), "well was created.", "wells were created.");
-    if (failures.isEmpty()) {
-        m_asker.inform(windowTitle(), report);
+    rows.resize(outcome.wells.size());
+    m_model->setMade(rows, outcome.wells);
+    endWork();
+    report(outcome);
+    if (m_model->newWells().chosenCount() == 0)
         accept();
-        return;
-    }
-    QString text = report + QStringLiteral("\n%1 failed:").arg(failures.size());
-    for (const QString &failure : failures.mid(0, failuresShown))
-        text += QLatin1Char('\n') + failure;
-    if (failures.size() > failuresShown)
-        text += QStringLiteral("\nand %1 more").arg(failures.size() - failuresShown);
-    m_asker.warn(windowTitle(), text);
+}
+
+void NewWellsDialog::report(const survey::NewWellsOutcome &outcome)
+{
+    ReportDialog(windowTitle(), survey::outcomeSentence(outcome),
+                 survey::newWellsReport(m_model->newWells(), outcome, m_store.surveyDirectory()),
+                 QStringLiteral("new-wells.txt"), m_asker, m_chooser, this)
+        .exec();
 }
 
 } // namespace workbench

@@ -21,24 +21,35 @@ survey::WellField fieldOf(int column)
 
 Qt::Alignment alignment(int column)
 {
-    const bool isNumber = isField(column) && column != NewWellsModel::NameColumn;
+    const bool isNumber =
+        (isField(column) && column != NewWellsModel::NameColumn) || column == NewWellsModel::LogsColumn;
     return (isNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
 }
 
-QString notesText(const survey::NewWell &well)
+// Why the well cannot be made comes first.
+QStringList notesOf(const survey::NewWell &well, const QString &problem)
 {
-    QStringList notes = well.allNotes();
-    if (well.state == survey::NewWell::State::Exists)
-        notes.prepend(QStringLiteral("exists already"));
     if (well.state == survey::NewWell::State::Created)
-        notes = QStringList{QStringLiteral("created")};
-    return notes.join(QStringLiteral("  "));
+        return {QStringLiteral("created")};
+    QStringList notes = well.allNotes();
+    if (!problem.isEmpty())
+        notes.prepend(problem);
+    else if (well.state == survey::NewWell::State::Exists)
+        notes.prepend(QStringLiteral("exists already"));
+    return notes;
+}
+
+QString logsText(const survey::NewWell &well)
+{
+    if (well.state == survey::NewWell::State::Unreadable)
+        return {};
+    return QString::number(well.state == survey::NewWell::State::Created ? well.createdLogs : well.logs.size());
 }
 
 QVariant foreground(const survey::NewWell &well)
 {
     const QPalette palette = QApplication::palette();
-    if (well.state == survey::NewWell::State::Unreadable)
+    if (well.state == survey::NewWell::State::Unreadable || !well.failure.isEmpty())
         return problemText(palette);
     return well.isChosen ? QVariant() : quietText(palette);
 }
@@ -51,17 +62,51 @@ NewWellsModel::NewWellsModel(const survey::WellNames &existing, survey::DepthUni
 {
 }
 
-void NewWellsModel::addFiles(const QStringList &paths)
+template<class Change>
+void NewWellsModel::resetBy(Change change)
 {
     beginResetModel();
-    m_wells.addFiles(paths);
+    change();
     endResetModel();
     emit changed();
 }
 
-void NewWellsModel::setCreated(const QVector<int> &rows)
+// The table sees the rows when all are there: events may be handled meanwhile.
+void NewWellsModel::addFiles(const QStringList &paths, const Progress &progress)
 {
-    m_wells.setCreated(rows);
+    survey::NewWells wells = m_wells;
+    for (int i = 0; i < paths.size(); ++i) {
+        wells.addFile(paths.at(i));
+        if (progress && !progress(i + 1))
+            break;
+    }
+    resetBy([this, &wells] { m_wells = wells; });
+}
+
+void NewWellsModel::setNameSource(survey::NameSource source)
+{
+    resetBy([this, source] { m_wells.setNameSource(source); });
+}
+
+void NewWellsModel::setNameSource(const QVector<int> &rows, survey::NameSource source)
+{
+    resetBy([this, &rows, source] { m_wells.setNameSource(rows, source); });
+}
+
+void NewWellsModel::setCodec(const QByteArray &codec)
+{
+    resetBy([this, &codec] { m_wells.setCodec(codec); });
+}
+
+void NewWellsModel::uncheckProblems()
+{
+    m_wells.uncheckProblems();
+    announce();
+}
+
+void NewWellsModel::setMade(const QVector<int> &rows, const QVector<survey::MadeWell> &made)
+{
+    m_wells.setMade(rows, made);
     announce();
 }
 
@@ -94,7 +139,10 @@ QVariant NewWellsModel::data(const QModelIndex &index, int role) const
             return well.texts[fieldOf(column)];
         if (column == FileColumn)
             return survey::fileNames(well);
-        return column == NotesColumn ? notesText(well) : QVariant();
+        if (column == LogsColumn)
+            return logsText(well);
+        return column == NotesColumn ? notesOf(well, m_wells.rowProblem(index.row())).join(QStringLiteral("  "))
+                                     : QVariant();
     case Qt::CheckStateRole:
         if (column != ChosenColumn || !m_wells.isEditable(index.row()))
             return {};
@@ -105,7 +153,9 @@ QVariant NewWellsModel::data(const QModelIndex &index, int role) const
         if (column == FileColumn)
             return toolTipText(well.files.join(QLatin1Char('\n')));
         if (column == NotesColumn)
-            return toolTipText(well.allNotes().join(QLatin1Char('\n')));
+            return toolTipText(notesOf(well, m_wells.rowProblem(index.row())).join(QLatin1Char('\n')));
+        if (column == LogsColumn)
+            return toolTipText(well.logs.join(QStringLiteral(", ")));
         return {};
     case Qt::BackgroundRole:
         return problem.isEmpty() ? QVariant() : problemBackground(QApplication::palette());
@@ -131,6 +181,7 @@ QVariant NewWellsModel::headerData(int section, Qt::Orientation orientation, int
         survey::titleWithUnit(QStringLiteral("KB"), unit),
         survey::titleWithUnit(QStringLiteral("Ground"), unit),
         survey::titleWithUnit(QStringLiteral("TD"), unit),
+        QStringLiteral("Logs"),
         QStringLiteral("Notes"),
     };
     const QStringList explanations{
@@ -142,7 +193,8 @@ QVariant NewWellsModel::headerData(int section, Qt::Orientation orientation, int
         QStringLiteral("Elevation of the kelly bushing, %1 above datum").arg(unitName),
         QStringLiteral("Elevation of the ground, %1 above datum; empty when unknown").arg(unitName),
         QStringLiteral("Total depth, %1 along hole").arg(unitName),
-        QStringLiteral("What the headers lack and what was converted"),
+        QStringLiteral("How many logs the headers name"),
+        QStringLiteral("What is wrong, what the headers lack and what was converted"),
     };
     if (orientation != Qt::Horizontal)
         return {};

@@ -4,6 +4,8 @@
 
 #include <QAbstractTableModel>
 
+#include <functional>
+
 namespace workbench {
 
 /// The proposed wells as a table in which the user corrects them. What is wrong is red, with the reason as tool tip.
@@ -21,6 +23,7 @@ public:
         KbColumn,
         GroundColumn,
         TotalDepthColumn,
+        LogsColumn,
         NotesColumn,
         ColumnCount
     };
@@ -29,8 +32,14 @@ public:
                            QObject *parent = nullptr);
 
     const survey::NewWells &newWells() const { return m_wells; }
-    void addFiles(const QStringList &paths);
-    void setCreated(const QVector<int> &rows);
+    /// Called after each file; false ends the reading.
+    using Progress = std::function<bool(int done)>;
+    void addFiles(const QStringList &paths, const Progress &progress = {});
+    void setNameSource(survey::NameSource source);
+    void setNameSource(const QVector<int> &rows, survey::NameSource source);
+    void setCodec(const QByteArray &codec);
+    void uncheckProblems();
+    void setMade(const QVector<int> &rows, const QVector<survey::MadeWell> &made);
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -45,6 +54,8 @@ signals:
 
 private:
     void announce();
+    template<class Change>
+    void resetBy(Change change);
 
     survey::NewWells m_wells;
 };

@@ -4,6 +4,7 @@
 #include "survey/surveyfolder.h"
 #include "survey/surveyplace.h"
 #include "workbench/commandline.h"
+#include "workbench/droppedfiles.h"
 #include "workbench/hintpage.h"
 #include "workbench/loadedpluginsdialog.h"
 #include "workbench/messagespanel.h"
@@ -17,9 +18,12 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QFileInfo>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QPointer>
 #include <QScopedValueRollback>
 #include <QStackedWidget>
@@ -59,6 +63,7 @@ WorkbenchWindow::WorkbenchWindow(WorkbenchHost &host, base::Asker &asker, const 
     , m_chooser(chooser)
 {
     setObjectName(QStringLiteral("workbenchWindow"));
+    setAcceptDrops(true);
     buildMenus();
     buildCentre();
     resize(1280, 720);
@@ -293,9 +298,11 @@ void WorkbenchWindow::showHint()
                                        "one with wells to try things out."),
                         {m_openAction, m_newAction});
     else if (m_wellCount == 0)
-        m_hint->setHint(QStringLiteral("This survey has no wells yet"),
-                        QStringLiteral("Make wells from the headers of LAS files, or add them one by one."),
-                        {m_newWellsAction, m_manageAction});
+        m_hint->setHint(
+            QStringLiteral("This survey has no wells yet"),
+            QStringLiteral("Drop a folder of LAS files on this window, or choose files: they become wells with "
+                           "their logs. Wells may also be added one by one."),
+            {m_newWellsAction, m_manageAction});
     QWidget *page = hasSurvey() && m_wellCount > 0 ? static_cast<QWidget *>(m_overview) : m_hint;
     if (page != m_pages->currentWidget()) {
         m_pages->setCurrentWidget(page);
@@ -398,12 +405,46 @@ void WorkbenchWindow::manageWells()
 
 void WorkbenchWindow::newWellsFromFiles()
 {
+    const QStringList files = NewWellsDialog::chosenFiles(m_chooser, this);
+    if (!files.isEmpty())
+        newWells(files);
+}
+
+void WorkbenchWindow::newWells(const QStringList &paths)
+{
     NewWellsDialog dialog(m_host.store(), m_asker, m_chooser, this);
-    if (!dialog.chooseFiles())
-        return;
+    dialog.setModal(true);
+    dialog.show(); // reading many headers shows its progress
+    dialog.addFiles(paths);
     dialog.exec();
     if (dialog.createdCount() > 0)
         refresh();
+}
+
+// Files and folders of LAS files, with a survey open; without one the hint says what comes first.
+void WorkbenchWindow::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (event->mimeData()->hasUrls())
+        event->acceptProposedAction();
+}
+
+void WorkbenchWindow::dropEvent(QDropEvent *event)
+{
+    const QStringList paths = localPaths(event->mimeData());
+    event->acceptProposedAction();
+    // Queued: the program from which they come waits until the drop has been answered.
+    QMetaObject::invokeMethod(
+        this,
+        [this, paths] {
+            if (paths.size() == 1 && survey::isSurveyFolder(paths.first()))
+                openSurvey(paths.first());
+            else if (!hasSurvey())
+                m_asker.inform(QStringLiteral("New wells"),
+                               QStringLiteral("Open a survey or make a new one first; then drop the files again."));
+            else if (!paths.isEmpty())
+                newWells(paths);
+        },
+        Qt::QueuedConnection);
 }
 
 void WorkbenchWindow::showAbout()

@@ -55,6 +55,8 @@ public slots:
 protected:
     void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
 
 private:
     QAction *addEntry(QMenu *menu, const char *objectName, const QString &text, void (WorkbenchWindow::*triggered)(),
@@ -78,6 +80,7 @@ private:
     void openRecent(const QString &path);
     void manageWells();
     void newWellsFromFiles();
+    void newWells(const QStringList &paths);
     void showAbout();
     void showLoadedPlugins();
 

@@ -16,6 +16,8 @@ private slots:
     void ownExport();
     void names_data();
     void names();
+    void nameSources();
+    void promisedLogs();
     void coordinates_data();
     void coordinates();
     void elevations_data();
@@ -99,6 +101,31 @@ void TestLasWellProposal::names()
 {
     QFETCH(QByteArray, lines);
     QTEST(propose("~W\n" + lines + "\n").name, "name");
+}
+
+void TestLasWellProposal::nameSources()
+{
+    using survey::NameSource;
+    const auto names = [this](const char *lines) {
+        const WellProposal proposal = propose("~W\n" + QByteArray(lines) + "\n");
+        QStringList texts;
+        for (const NameSource source : {NameSource::Well, NameSource::Uwi, NameSource::File})
+            texts.append(survey::nameFrom(proposal, source) + u'|' + survey::nameNote(proposal, source));
+        return texts;
+    };
+    QCOMPARE(names("WELL. A : / UWI. 5 :"), (QStringList{"A|", "5|", "My.Well|"}));
+    QCOMPARE(names("WELL. A :"),
+             (QStringList{"A|", "A|There is no unique well id; the well name is used.", "My.Well|"}));
+    QCOMPARE(names("API. 42 :"),
+             (QStringList{"42|There is no well name; the unique well id is used.", "42|", "My.Well|"}));
+    QCOMPARE(names("COMP. x :"),
+             (QStringList{"My.Well|There is no well name; the file's name is used.",
+                          "My.Well|There is no unique well id; the file's name is used.", "My.Well|"}));
+}
+
+void TestLasWellProposal::promisedLogs()
+{
+    QCOMPARE(propose("~W\nWELL. A :\n~C\nDEPT.M :\nGR. :\nRT. :\n~A\n").logs, (QStringList{"GR", "RT"}));
 }
 
 void TestLasWellProposal::coordinates_data()
@@ -221,8 +248,6 @@ void TestLasWellProposal::notes_data()
     const auto row = [](const char *lines, const char *part) {
         QTest::newRow(lines) << QByteArray(lines) << QString::fromLatin1(part);
     };
-    row("UWI. 5 :", "the unique well id is used");
-    row("COMP. x :", "the file's name is used");
     row("WELL. A :", "no map coordinates");
     row("LAT. 5 :", "has latitude and longitude but no map coordinates");
     row("WELL. A :", "no elevation of the kelly bushing");
@@ -250,7 +275,7 @@ void TestLasWellProposal::emptyHeader()
 {
     const WellProposal proposal = survey::proposeWell(QStringLiteral("/a/b.c.las"), las::Header());
     QCOMPARE(proposal.name, QStringLiteral("b.c"));
-    QCOMPARE(proposal.notes.size(), 5);
+    QCOMPARE(proposal.notes.size(), 4);
     QVERIFY(survey::proposeWell(QString(), las::Header()).name.isEmpty());
 }
 

@@ -258,11 +258,15 @@ void TestWorkbenchWindow::newWellsAreShown()
     trigger("newWellsAction"); // given up in the file dialog: no dialog at all
     m_chosenFiles = QStringList{m_folder->filePath(QStringLiteral("a.las"))};
     files::write(m_chosenFiles.first(), "~V\nVERS. 2.0 :\n~W\nWELL. Fresh :\nSTOP.M 1500 :\n~A\n");
-    onNextDialog(QStringLiteral("newWellsDialog"), [](QDialog *dialog) { QTest::keyClick(dialog, Qt::Key_Return); });
+    onNextDialog(QStringLiteral("newWellsDialog"), [](QDialog *dialog) {
+        onNextDialog(QStringLiteral("reportDialog"),
+                     [](QDialog *report) { QTest::keyClick(report, Qt::Key_Escape); });
+        QTest::keyClick(dialog, Qt::Key_Return);
+    });
     QTest::mouseClick(find<QPushButton>("newWellsActionButton"), Qt::LeftButton);
     QVERIFY(isOverviewShown());
     QCOMPARE(rowTexts(table(), 0).join(QLatin1Char('|')), QStringLiteral("Fresh|0.00|0.00|0.00|1500.00|0|0"));
-    QCOMPARE(m_asker.boxes.size(), 1);
+    QVERIFY(m_asker.boxes.isEmpty());
 }
 
 void TestWorkbenchWindow::refreshReadsAgain()
