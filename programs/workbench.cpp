@@ -1,6 +1,7 @@
 // The program: reads the command line, puts the parts together and runs.
 
 #include "demo/demosurvey.h"
+#include "programs/surveypreparation.h"
 #include "workbench/activewindowasker.h"
 #include "workbench/commandline.h"
 #include "workbench/pluginloader.h"
@@ -54,6 +55,7 @@ int run(const workbench::CommandLine &line, int argc, char **argv)
     workbench::ActiveWindowAsker asker;
     workbench::PluginLoader loader;
     workbench::WorkbenchWindow window(host, asker, workbench::dialogFileChooser());
+    window.setSurveyPreparation(prepareSurvey);
     host.setWindow(&window, window.utilitiesMenu());
     // A plug-in may have windows without a parent; they do not keep a program alive that has no window of its own.
     QObject::connect(&window, &workbench::WorkbenchWindow::closed, &application, &QApplication::quit,

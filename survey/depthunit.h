@@ -28,10 +28,15 @@ inline QString pluralName(DepthUnit unit)
     return unit == DepthUnit::Foot ? QStringLiteral("feet") : QStringLiteral("metres");
 }
 
-/// A column of depths or elevations; metres go without saying.
+/// A column of depths or elevations.
 inline QString titleWithUnit(const QString &title, DepthUnit unit)
 {
-    return unit == DepthUnit::Foot ? QStringLiteral("%1 (ft)").arg(title) : title;
+    return QStringLiteral("%1 (%2)").arg(title, symbol(unit));
+}
+
+inline double toMetres(double length, DepthUnit unit)
+{
+    return unit == DepthUnit::Foot ? length * host::metresPerFoot : length;
 }
 
 inline double fromMetres(double metres, DepthUnit unit)

@@ -337,6 +337,17 @@ host::Outcome<host::LogData> readLogFile(const QString &path, LogFileHeader *hea
     return {log, {}};
 }
 
+host::Outcome<QByteArray> renamedLogFile(const QByteArray &bytes, const QString &name)
+{
+    const host::Outcome<LogFileHeader> parsed = parseLogHeader(bytes);
+    if (!parsed.ok())
+        return {{}, parsed.error};
+    LogFileHeader header = parsed.value;
+    header.keys.set("Name", name);
+    const int samples = header.dataOffset;
+    return {odFileHeader(logType) + header.keys.toBytes() + "!\n" + header.parameters + bytes.mid(samples), {}};
+}
+
 host::Outcome<QByteArray> logFileBytes(const host::LogData &log, const QByteArray &depthUnit,
                                        const LogFileHeader *old)
 {

@@ -36,6 +36,10 @@ host::LogData parseLogSamples(const LogFileHeader &header, const QByteArray &byt
 /// that names the file.
 host::Outcome<host::LogData> readLogFile(const QString &path, LogFileHeader *header, QString *problem = nullptr);
 
+/// The bytes of a log file with another name in its header; parameters and samples stay byte by byte. The error is a
+/// sentence without the file's name.
+host::Outcome<QByteArray> renamedLogFile(const QByteArray &bytes, const QString &name);
+
 /// The bytes of a log file. \a old is the header of the file to be replaced, whose other keys and parameters stay,
 /// or null. Samples are stored in ascending order of depth, otherwise as parseLogSamples() gives them back. The error says why the log cannot be stored (no
 /// defined sample, arrays of unequal length).

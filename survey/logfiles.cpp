@@ -262,4 +262,30 @@ host::Status LogFiles::remove(const QString &stem, int index, const Report &repo
     return {isRemoved ? QString() : QStringLiteral("Cannot delete the log file %1. Nothing is changed.").arg(file)};
 }
 
+host::Status LogFiles::rename(const QString &stem, const QString &oldName, const QString &newName,
+                              const Report &report)
+{
+    const QString name = storedText(newName);
+    if (name.isEmpty())
+        return {QStringLiteral("A log needs a name.")};
+    readHeaders(stem, report);
+    const Entry *entry = entryNamed(oldName);
+    if (!entry)
+        return {QStringLiteral("The well has no log \"%1\" any more.").arg(oldName)};
+    if (name == oldName)
+        return {};
+    if (entryNamed(name))
+        return {QStringLiteral("The well has a log \"%1\" already.").arg(name)};
+    const QString file = path(stem, entry->number);
+    const host::Outcome<QByteArray> bytes = readFileBytes(file);
+    if (!bytes.ok())
+        return {bytes.error};
+    const host::Outcome<QByteArray> renamed = renamedLogFile(bytes.value, name);
+    if (!renamed.ok())
+        return {QStringLiteral("Cannot read the file %1: %2.").arg(file, renamed.error)};
+    const base::WriteResult result = base::writeFileAtomically(file, renamed.value);
+    forget();
+    return {result.ok() ? QString() : writeErrorText(file, result.error)};
+}
+
 } // namespace survey

@@ -31,6 +31,8 @@ public:
                        const Report &report);
     /// Deletes the log at an index of infos(). The last file takes its place. Refused when it is another log by now.
     host::Status remove(const QString &stem, int index, const Report &report);
+    /// Gives the log \a oldName another name that none of the well's logs has. Its samples stay.
+    host::Status rename(const QString &stem, const QString &oldName, const QString &newName, const Report &report);
     void forget();
 
     static QString path(const QString &stem, int number);

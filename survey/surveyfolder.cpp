@@ -79,7 +79,7 @@ QByteArray surveyFileBytes(const NewSurvey &survey)
     keys.set("Survey Data Type", QByteArray("Both 2D and 3D"));
     keys.set("In-line range", lineRange(firstLine, lastInline));
     keys.set("Cross-line range", lineRange(firstLine, lastCrossline));
-    keys.set("Z range", triple(0, survey.maximumDepth, 5) + "`D");
+    keys.set("Z range", triple(0, survey.maximumDepth, 5) + (survey.depthUnit == DepthUnit::Foot ? "`F" : "`D"));
     keys.set("Coord-X-BinID", triple(survey.xMinimum - firstLine * binSize, binSize, 0));
     keys.set("Coord-Y-BinID", triple(survey.yMinimum - firstLine * binSize, 0, binSize));
     keys.set("Set Point.1", setPoint(firstLine, firstLine, survey.xMinimum, survey.yMinimum));

@@ -35,7 +35,8 @@ struct NewSurvey
     double yMinimum = 6000000;
     double xMaximum = 510000;
     double yMaximum = 6012500;
-    double maximumDepth = 4000; ///< metres
+    DepthUnit depthUnit = DepthUnit::Metre; ///< of all depths and elevations; coordinates are metres
+    double maximumDepth = 4000; ///< in that unit
     QString comment;
 };
 

@@ -66,13 +66,12 @@ QString maximumProblem(const QString &axis, const QString &minimumText, const QS
 SurveyTexts defaultSurveyTexts()
 {
     const NewSurvey survey;
-    const auto text = [](double number) { return QString::fromLatin1(base::formatShortest(number)); };
     SurveyTexts texts;
     texts[SurveyField::XMinimum] = QString::fromLatin1(base::formatFixed(survey.xMinimum, 0));
     texts[SurveyField::XMaximum] = QString::fromLatin1(base::formatFixed(survey.xMaximum, 0));
     texts[SurveyField::YMinimum] = QString::fromLatin1(base::formatFixed(survey.yMinimum, 0));
     texts[SurveyField::YMaximum] = QString::fromLatin1(base::formatFixed(survey.yMaximum, 0));
-    texts[SurveyField::MaximumDepth] = text(survey.maximumDepth);
+    texts[SurveyField::MaximumDepth] = defaultMaximumDepth(survey.depthUnit);
     return texts;
 }
 
@@ -119,7 +118,13 @@ QString surveyFieldProblem(SurveyField field, const SurveyTexts &texts)
     return numberProblem(QStringLiteral("The maximum depth"), texts[SurveyField::MaximumDepth], 1, greatestDepth);
 }
 
-NewSurvey newSurvey(const SurveyTexts &texts)
+QString defaultMaximumDepth(DepthUnit unit)
+{
+    return unit == DepthUnit::Foot ? QStringLiteral("13000")
+                                   : QString::fromLatin1(base::formatShortest(NewSurvey().maximumDepth));
+}
+
+NewSurvey newSurvey(const SurveyTexts &texts, DepthUnit unit)
 {
     const auto number = [&texts](SurveyField field) { return base::parseNumber(texts[field]).value_or(0); };
     NewSurvey survey;
@@ -128,6 +133,7 @@ NewSurvey newSurvey(const SurveyTexts &texts)
     survey.xMaximum = number(SurveyField::XMaximum);
     survey.yMinimum = number(SurveyField::YMinimum);
     survey.yMaximum = number(SurveyField::YMaximum);
+    survey.depthUnit = unit;
     survey.maximumDepth = number(SurveyField::MaximumDepth);
     return survey;
 }

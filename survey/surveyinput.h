@@ -34,7 +34,10 @@ QString surveyPath(const SurveyTexts &texts);
 /// What is wrong with one field, as a sentence; empty when nothing is. Looks at the disk for the folders.
 QString surveyFieldProblem(SurveyField field, const SurveyTexts &texts);
 
-/// \a texts must be without problems.
-NewSurvey newSurvey(const SurveyTexts &texts);
+/// What the maximum depth is proposed to be in a unit.
+QString defaultMaximumDepth(DepthUnit unit);
+
+/// \a texts must be without problems; their depth is in \a unit, which becomes that of the survey.
+NewSurvey newSurvey(const SurveyTexts &texts, DepthUnit unit = DepthUnit::Metre);
 
 } // namespace survey

@@ -64,6 +64,8 @@ public:
     /// Deletes the log at an index of logs(). The last log takes its place, so that one rename does it and no
     /// crash can leave a gap that hides the logs behind it.
     host::Status removeLog(const QString &key, int index);
+    /// Gives a log another name, which no other log of the well has.
+    host::Status renameLog(const QString &key, const QString &oldName, const QString &newName);
 
     /// Sentences about everything that the calls so far could not read or had to pass over, as long as the file
     /// concerned is unchanged; each names its file.

@@ -65,4 +65,33 @@ bool isPlainFileName(const QString &name)
         && std::none_of(name.begin(), name.end(), [](QChar c) { return c.category() == QChar::Other_Control; });
 }
 
+bool isNaturallyBefore(const QString &a, const QString &b)
+{
+    const auto isDigit = [](QChar c) { return c >= u'0' && c <= u'9'; };
+    int i = 0;
+    int j = 0;
+    while (i < a.size() && j < b.size()) {
+        if (isDigit(a.at(i)) && isDigit(b.at(j))) {
+            const auto number = [&isDigit](const QString &text, int *at) {
+                int begin = *at;
+                while (*at < text.size() && isDigit(text.at(*at)))
+                    ++*at;
+                while (begin + 1 < *at && text.at(begin) == u'0')
+                    ++begin;
+                return text.mid(begin, *at - begin);
+            };
+            const QString first = number(a, &i);
+            const QString second = number(b, &j);
+            if (first != second)
+                return first.size() != second.size() ? first.size() < second.size() : first < second;
+            continue;
+        }
+        const QChar first = a.at(i++).toCaseFolded();
+        const QChar second = b.at(j++).toCaseFolded();
+        if (first != second)
+            return first < second;
+    }
+    return a.size() - i != b.size() - j ? a.size() - i < b.size() - j : a < b;
+}
+
 } // namespace survey

@@ -9,6 +9,10 @@ namespace survey {
 /// Names sort as these bytes do: the host compares upper-cased bytes, ASCII letters only.
 QByteArray hostSortKey(const QString &name);
 
+/// The order in which people look names up: runs of digits by their number ("A-2" before "A-10"), letters without
+/// regard to case.
+bool isNaturallyBefore(const QString &a, const QString &b);
+
 /// Why the host's list of wells cannot hold a name (without blanks around it), as a sentence; empty when it can.
 QString storedNameProblem(const QString &name);
 

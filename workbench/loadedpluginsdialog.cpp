@@ -44,15 +44,17 @@ LoadedPluginsDialog::LoadedPluginsDialog(const QVector<PluginReport> &reports, Q
 
     auto *column = new QVBoxLayout(this);
     column->addWidget(makeTable(reports), 1);
-    if (reports.isEmpty()) {
-        auto *none =
-            new QLabel(QStringLiteral("No plug-in library was found. Start the workbench with \"--plugin-dir "
-                                      "DIR\" or set LORVA_PLUGIN_PATH to look in further folders."),
-                       this);
-        none->setObjectName(QStringLiteral("noPluginsLabel"));
-        none->setWordWrap(true);
-        column->addWidget(none);
-    }
+    QString text = reports.isEmpty() ? QStringLiteral("No plug-in library was found. ") : QString();
+    text +=
+        QStringLiteral("A plug-in is a library \"libNAME.so\". The workbench loads those in the folder "
+                       "\"lib/lorva/plugins\" beside its own, in the folders of LORVA_PLUGIN_PATH, and in those that "
+                       "the option \"--plugin-dir DIR\" names; the plug-in of this project, libLORVAOS.so, is built "
+                       "and installed with it. A new one is found at the next start.");
+    auto *howTo = new QLabel(text, this);
+    howTo->setObjectName(QStringLiteral("howToLabel"));
+    howTo->setWordWrap(true);
+    howTo->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    column->addWidget(howTo);
     column->addWidget(buttons);
     resize(1240, 300);
 }

@@ -5,6 +5,7 @@
 #include "workbench/numberedit.h"
 #include "workbench/statecolors.h"
 
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QLabel>
@@ -30,7 +31,7 @@ constexpr std::array<FieldLook, survey::surveyFields.size()> fieldLooks{{
     {survey::SurveyField::XMaximum, "xMaximumEdit", "&Largest X:", "m"},
     {survey::SurveyField::YMinimum, "yMinimumEdit", "Smallest &Y:", "m"},
     {survey::SurveyField::YMaximum, "yMaximumEdit", "Lar&gest Y:", "m"},
-    {survey::SurveyField::MaximumDepth, "maximumDepthEdit", "&Maximum depth:", "m"},
+    {survey::SurveyField::MaximumDepth, "maximumDepthEdit", "&Maximum depth:", ""},
 }};
 
 } // namespace
@@ -66,7 +67,18 @@ void NewSurveyDialog::buildWidgets()
         m_edits[i] = isText ? new QLineEdit(m_form) : new NumberEdit(m_form);
         m_edits[i]->setObjectName(QString::fromLatin1(look.objectName));
         const QString label = QString::fromLatin1(look.label);
-        if (look.field == survey::SurveyField::DataRoot) {
+        if (look.field == survey::SurveyField::MaximumDepth) {
+            m_unit = new QComboBox(m_form);
+            m_unit->setObjectName(QStringLiteral("depthUnitBox"));
+            for (const survey::DepthUnit unit : {survey::DepthUnit::Metre, survey::DepthUnit::Foot})
+                m_unit->addItem(unit == survey::DepthUnit::Foot ? QStringLiteral("Feet") : QStringLiteral("Metres"),
+                                static_cast<int>(unit));
+            m_form->addField(QStringLiteral("&Depths and elevations in:"), m_unit);
+            connect(m_unit, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+                    &NewSurveyDialog::depthUnitChosen);
+            m_depthUnit = new QLabel(m_form);
+            m_form->addField(label, m_edits[i], m_depthUnit);
+        } else if (look.field == survey::SurveyField::DataRoot) {
             auto *browseButton = new QPushButton(QStringLiteral("&Browse…"), m_form);
             browseButton->setObjectName(QStringLiteral("browseButton"));
             connect(browseButton, &QPushButton::clicked, this, &NewSurveyDialog::browse);
@@ -76,6 +88,7 @@ void NewSurveyDialog::buildWidgets()
         }
     }
     edit(survey::SurveyField::DataRoot)->setMinimumWidth(360);
+    m_depthUnit->setText(survey::symbol(depthUnit()));
 
     m_path = new QLabel(this);
     m_path->setObjectName(QStringLiteral("pathLabel"));
@@ -116,6 +129,23 @@ survey::SurveyTexts NewSurveyDialog::texts() const
     return texts;
 }
 
+survey::DepthUnit NewSurveyDialog::depthUnit() const
+{
+    return static_cast<survey::DepthUnit>(m_unit->currentData().toInt());
+}
+
+// What the user typed stays; what was proposed is proposed in the new unit.
+void NewSurveyDialog::depthUnitChosen()
+{
+    QLineEdit *depth = edit(survey::SurveyField::MaximumDepth);
+    for (const survey::DepthUnit unit : {survey::DepthUnit::Metre, survey::DepthUnit::Foot})
+        if (depth->text() == survey::defaultMaximumDepth(unit)) {
+            depth->setText(survey::defaultMaximumDepth(depthUnit()));
+            break;
+        }
+    m_depthUnit->setText(survey::symbol(depthUnit()));
+}
+
 // A problem that is shown follows what is typed; a new one waits for "Create survey".
 void NewSurveyDialog::refreshProblems()
 {
@@ -142,7 +172,7 @@ void NewSurveyDialog::accept()
         return;
     }
     const QString path = survey::surveyPath(current);
-    const host::Status status = survey::createSurvey(path, survey::newSurvey(current));
+    const host::Status status = survey::createSurvey(path, survey::newSurvey(current, depthUnit()));
     if (!status.ok()) {
         m_asker.warn(windowTitle(), status.error);
         return;

@@ -6,6 +6,7 @@
 #include <QDialog>
 
 QT_BEGIN_NAMESPACE
+class QComboBox;
 class QLabel;
 class QLineEdit;
 QT_END_NAMESPACE
@@ -38,6 +39,8 @@ private:
     void browse();
     survey::SurveyTexts texts() const;
     QLineEdit *edit(survey::SurveyField field) const { return m_edits[static_cast<size_t>(field)]; }
+    survey::DepthUnit depthUnit() const;
+    void depthUnitChosen();
     void refreshProblems();
     void showPath();
 
@@ -45,6 +48,8 @@ private:
     FileChooser m_chooser;
     FieldForm *m_form = nullptr;
     std::array<QLineEdit *, survey::surveyFields.size()> m_edits{};
+    QComboBox *m_unit = nullptr;
+    QLabel *m_depthUnit = nullptr; ///< behind the maximum depth
     QLabel *m_path = nullptr;
     QString m_created;
 };

@@ -93,6 +93,11 @@ void SurveyOverview::buildTable()
     m_table->sortByColumn(WellsModel::NameColumn, Qt::AscendingOrder);
     connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { m_map->setSelectedWell(currentRow()); });
+    m_table->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_table, &QTableView::customContextMenuRequested, this, [this](const QPoint &place) {
+        if (m_table->indexAt(place).isValid())
+            emit wellMenuRequested(selectedKey(), m_table->viewport()->mapToGlobal(place));
+    });
     connect(m_table, &QTableView::activated, this, [this] {
         if (!selectedKey().isEmpty())
             emit wellActivated(selectedKey());

@@ -39,6 +39,8 @@ public:
 signals:
     /// A double click, or Enter.
     void wellActivated(const QString &key);
+    /// The context menu of a well is wanted at a place of the screen; the well is selected.
+    void wellMenuRequested(const QString &key, const QPoint &place);
 
 protected:
     void showEvent(QShowEvent *event) override;

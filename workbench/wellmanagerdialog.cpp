@@ -2,14 +2,13 @@
 
 #include "base/asker.h"
 #include "base/numbers.h"
-#include "workbench/renamewelldialog.h"
-#include "workbench/statecolors.h"
-#include "workbench/tooltiptext.h"
+#include "survey/wellnames.h"
+#include "workbench/wellactions.h"
+#include "workbench/wellcontents.h"
 #include "workbench/welleditdialog.h"
 
 #include <QAction>
 #include <QDialogButtonBox>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -17,7 +16,6 @@
 #include <QSortFilterProxyModel>
 #include <QSplitter>
 #include <QStandardItemModel>
-#include <QTableWidget>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -26,35 +24,11 @@ namespace workbench {
 
 namespace {
 
-constexpr int rowPadding = 8;
 constexpr int keyRole = Qt::UserRole;
-constexpr int countedRole = Qt::UserRole;
-/// So many logs, and so many samples together, are counted as soon as a well is shown; others when they are selected.
-constexpr int logsCountedAtOnce = 60;
-constexpr qint64 samplesCountedAtOnce = 4'000'000;
-
-enum LogColumn { NameColumn, UnitColumn, SamplesColumn, TopColumn, BaseColumn, LogColumnCount };
-
-const QLatin1String unknown("?");
-
-QTableWidgetItem *tableItem(const QString &text, bool isNumber)
-{
-    auto *item = new QTableWidgetItem(text);
-    item->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled);
-    if (isNumber)
-        item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    return item;
-}
 
 QString number(double value)
 {
     return QString::fromLatin1(base::formatShortest(static_cast<float>(value)));
-}
-
-QString depthText(float depthM, survey::DepthUnit unit)
-{
-    const float depth = unit == survey::DepthUnit::Foot ? host::metresToFeet(depthM) : depthM;
-    return QString::fromLatin1(base::formatFixed(static_cast<double>(depth), 2));
 }
 
 QString headerLine(const survey::WellProperties &well, survey::DepthUnit unit)
@@ -71,10 +45,12 @@ QString headerLine(const survey::WellProperties &well, survey::DepthUnit unit)
 
 } // namespace
 
-WellManagerDialog::WellManagerDialog(survey::SurveyStore &store, base::Asker &asker, QWidget *parent)
+WellManagerDialog::WellManagerDialog(survey::SurveyStore &store, base::Asker &asker, const FileChooser &chooser,
+                                     QWidget *parent)
     : QDialog(parent)
     , m_store(store)
     , m_asker(asker)
+    , m_chooser(chooser)
 {
     setObjectName(QStringLiteral("wellManagerDialog"));
     setWindowTitle(QStringLiteral("Manage wells"));
@@ -115,12 +91,14 @@ QWidget *WellManagerDialog::buildWellsSide()
     caption->setBuddy(m_list);
     connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &WellManagerDialog::showCurrentWell);
-    connect(m_list, &QListView::doubleClicked, this, &WellManagerDialog::editWell);
+    connect(m_list, &QListView::doubleClicked, this, &WellManagerDialog::editCurrent);
 
     QPushButton *add = addButton("addWellButton", QStringLiteral("&Add…"), &WellManagerDialog::addWell);
-    QPushButton *edit = addButton("editWellButton", QStringLiteral("&Edit…"), &WellManagerDialog::editWell);
-    QPushButton *rename = addButton("renameWellButton", QStringLiteral("Re&name…"), &WellManagerDialog::renameWell);
-    QPushButton *remove = addButton("deleteWellButton", QStringLiteral("&Delete…"), &WellManagerDialog::deleteWell);
+    QPushButton *edit = addButton("editWellButton", QStringLiteral("&Edit…"), &WellManagerDialog::editCurrent);
+    QPushButton *rename =
+        addButton("renameWellButton", QStringLiteral("Re&name…"), &WellManagerDialog::renameCurrent);
+    QPushButton *remove =
+        addButton("deleteWellButton", QStringLiteral("&Delete…"), &WellManagerDialog::deleteCurrent);
     edit->setDefault(true);
     m_wellButtons = {edit, rename, remove};
     const auto addShortcut = [this](const QKeySequence &keys, QPushButton *button) {
@@ -148,7 +126,7 @@ QWidget *WellManagerDialog::buildWellsSide()
     return side;
 }
 
-QWidget *WellManagerDialog::buildLogsSide()
+QWidget *WellManagerDialog::buildContentsSide()
 {
     auto *side = new QWidget(this);
     m_header = new QLabel(side);
@@ -156,39 +134,12 @@ QWidget *WellManagerDialog::buildLogsSide()
     m_header->setTextFormat(Qt::PlainText);
     m_header->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_header->setWordWrap(true);
-    auto *caption = new QLabel(QStringLiteral("&Logs of the well:"), side);
-
-    m_logs = new QTableWidget(0, LogColumnCount, side);
-    m_logs->setObjectName(QStringLiteral("logsTable"));
-    m_logs->setHorizontalHeaderLabels({QStringLiteral("Log"), QStringLiteral("Unit"), QStringLiteral("Samples"),
-                                       QStringLiteral("Top"), QStringLiteral("Base")});
-    m_logs->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    m_logs->horizontalHeader()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
-    m_logs->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    for (int column : {SamplesColumn, TopColumn, BaseColumn})
-        m_logs->horizontalHeaderItem(column)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    m_logs->horizontalHeader()->setHighlightSections(false);
-    m_logs->verticalHeader()->hide();
-    m_logs->verticalHeader()->setDefaultSectionSize(m_logs->fontMetrics().height() + rowPadding);
-    m_logs->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_logs->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_logs->setAlternatingRowColors(true);
-    m_logs->setShowGrid(false);
-    m_logs->setTabKeyNavigation(false);
-    caption->setBuddy(m_logs);
-    connect(m_logs, &QTableWidget::itemSelectionChanged, this, [this] {
-        if (m_logs->currentRow() >= 0)
-            countSamples(m_logs->currentRow());
-        enableButtons();
-    });
-
-    m_removeLog = addButton("removeLogButton", QStringLiteral("&Remove log…"), &WellManagerDialog::removeLog);
+    m_contents = new WellContents(m_store, m_asker, m_chooser, side);
+    connect(m_contents, &WellContents::changed, this, &WellManagerDialog::changed);
     auto *column = new QVBoxLayout(side);
     column->setContentsMargins(6, 0, 0, 0);
     column->addWidget(m_header);
-    column->addWidget(caption);
-    column->addWidget(m_logs, 1);
-    column->addWidget(m_removeLog, 0, Qt::AlignRight);
+    column->addWidget(m_contents, 1);
     return side;
 }
 
@@ -196,7 +147,7 @@ void WellManagerDialog::buildWidgets()
 {
     auto *splitter = new QSplitter(this);
     splitter->addWidget(buildWellsSide());
-    splitter->addWidget(buildLogsSide());
+    splitter->addWidget(buildContentsSide());
     splitter->setStretchFactor(0, 2);
     splitter->setStretchFactor(1, 3);
     splitter->setChildrenCollapsible(false);
@@ -216,7 +167,11 @@ void WellManagerDialog::readWells(const QString &keyToSelect)
         m_asker.warn(windowTitle(), wells.error);
     QList<QStandardItem *> items;
     items.reserve(wells.value.size());
-    for (const host::WellEntry &well : wells.value) {
+    QVector<host::WellEntry> entries = wells.value;
+    std::stable_sort(entries.begin(), entries.end(), [](const host::WellEntry &a, const host::WellEntry &b) {
+        return survey::isNaturallyBefore(a.name, b.name);
+    });
+    for (const host::WellEntry &well : qAsConst(entries)) {
         auto *item = new QStandardItem(well.name);
         item->setData(well.key, keyRole);
         items.append(item);
@@ -255,61 +210,22 @@ void WellManagerDialog::enableButtons()
 {
     for (QPushButton *button : m_wellButtons)
         button->setEnabled(m_list->currentIndex().isValid());
-    m_removeLog->setEnabled(!m_logs->selectedItems().isEmpty());
 }
 
 void WellManagerDialog::showCurrentWell()
 {
-    m_logs->setRowCount(0);
     m_header->clear();
-    const QString key = currentWellKey();
-    if (!key.isEmpty()) {
-        const host::Outcome<survey::WellProperties> properties = m_store.properties(key);
+    const host::WellEntry well = currentWell();
+    if (!well.key.isEmpty()) {
+        const host::Outcome<survey::WellProperties> properties = m_store.properties(well.key);
         m_header->setText(properties.ok() ? headerLine(properties.value, m_store.depthUnit()) : properties.error);
-        const QVector<host::LogInfo> logs = m_store.logs(key).value;
-        m_logs->setRowCount(logs.size());
-        for (int row = 0; row < logs.size(); ++row) {
-            m_logs->setItem(row, NameColumn, tableItem(logs.at(row).name, false));
-            m_logs->setItem(row, UnitColumn, tableItem(logs.at(row).unit, false));
-            for (int column : {SamplesColumn, TopColumn, BaseColumn})
-                m_logs->setItem(row, column, tableItem(unknown, true));
-        }
-        qint64 counted = 0;
-        for (int row = 0; row < logs.size() && row < logsCountedAtOnce && counted < samplesCountedAtOnce; ++row) {
-            countSamples(row);
-            counted += m_logs->item(row, SamplesColumn)->text().toLongLong();
-        }
     }
+    m_contents->showWell(well);
     enableButtons();
 }
 
-void WellManagerDialog::countSamples(int row)
+void WellManagerDialog::finish(const QString &keyToSelect)
 {
-    QTableWidgetItem *samples = m_logs->item(row, SamplesColumn);
-    if (!samples || samples->data(countedRole).toBool())
-        return;
-    samples->setData(countedRole, true);
-    const host::Outcome<host::LogData> log = m_store.log(currentWellKey(), row);
-    const QString problem = log.ok() ? m_store.logProblem(currentWellKey(), row) : log.error;
-    if (!problem.isEmpty()) {
-        samples->setToolTip(toolTipText(problem));
-        samples->setForeground(problemText(palette()));
-    }
-    if (!log.ok())
-        return;
-    samples->setText(QString::number(log.value.depths.size()));
-    if (!log.value.depths.isEmpty()) {
-        const survey::DepthUnit unit = m_store.depthUnit();
-        m_logs->item(row, TopColumn)->setText(depthText(log.value.depths.first(), unit));
-        m_logs->item(row, BaseColumn)->setText(depthText(log.value.depths.last(), unit));
-    }
-}
-
-void WellManagerDialog::finish(const QString &title, const host::Status &status, const QString &keyToSelect)
-{
-    if (!status.ok())
-        m_asker.warn(title, status.error);
-    // Even a failed change may have written a part.
     readWells(keyToSelect);
     emit changed();
 }
@@ -319,76 +235,34 @@ void WellManagerDialog::addWell()
     WellEditDialog dialog(m_store, m_asker, this);
     dialog.exec();
     if (dialog.hasWritten())
-        finish(dialog.windowTitle(), {}, dialog.wellKey());
+        finish(dialog.wellKey());
 }
 
-void WellManagerDialog::editWell()
+void WellManagerDialog::editCurrent()
 {
     const host::WellEntry well = currentWell();
-    if (well.key.isEmpty())
-        return;
-    const host::Outcome<survey::WellProperties> properties = m_store.properties(well.key);
-    if (!properties.ok()) {
-        m_asker.warn(windowTitle(), properties.error);
-        return;
-    }
-    WellEditDialog dialog(m_store, m_asker, well.key, properties.value, this);
-    dialog.exec();
-    if (dialog.hasWritten())
-        finish(dialog.windowTitle(), {}, well.key);
+    if (!well.key.isEmpty() && editWell(m_store, m_asker, well, this))
+        finish(well.key);
 }
 
-void WellManagerDialog::renameWell()
+void WellManagerDialog::renameCurrent()
 {
     const host::WellEntry well = currentWell();
-    if (well.key.isEmpty())
-        return;
-    RenameWellDialog dialog(m_store, m_asker, well, this);
-    if (dialog.exec() == QDialog::Accepted)
-        finish(dialog.windowTitle(), {}, well.key);
+    if (!well.key.isEmpty() && renameWell(m_store, m_asker, well, this))
+        finish(well.key);
 }
 
-void WellManagerDialog::deleteWell()
+void WellManagerDialog::deleteCurrent()
 {
     const host::WellEntry well = currentWell();
-    const QString title = QStringLiteral("Delete well");
-    if (well.key.isEmpty()
-        || !m_asker.confirmLoss(title,
-                                QStringLiteral("Delete the well \"%1\"?\nIts logs and markers are deleted too. "
-                                               "This cannot be undone.")
-                                    .arg(well.name)))
-        return;
     // The well below moves up to the place of the deleted one.
     const QModelIndex current = m_list->currentIndex();
     QModelIndex next = current.sibling(current.row() + 1, 0);
     if (!next.isValid())
         next = current.sibling(current.row() - 1, 0);
     const QString nextKey = next.data(keyRole).toString();
-    finish(title, m_store.removeWell(well.key), nextKey);
-}
-
-void WellManagerDialog::removeLog()
-{
-    const host::WellEntry well = currentWell();
-    const int row = m_logs->currentRow();
-    if (well.key.isEmpty() || row < 0)
-        return;
-    const QString name = m_logs->item(row, NameColumn)->text();
-    const QString title = QStringLiteral("Remove log");
-    if (!m_asker.confirmLoss(
-            title,
-            QStringLiteral("Remove the log \"%1\" of the well \"%2\"?\nThis cannot be undone.").arg(name, well.name)))
-        return;
-    // Another program may have changed the order meanwhile: the name counts, not the row.
-    const QVector<host::LogInfo> logs = m_store.logs(well.key).value;
-    const auto found =
-        std::find_if(logs.begin(), logs.end(), [&name](const host::LogInfo &log) { return log.name == name; });
-    const host::Status status = found == logs.end()
-        ? host::Status{QStringLiteral("The well \"%1\" has no log \"%2\" any more.").arg(well.name, name)}
-        : m_store.removeLog(well.key, static_cast<int>(found - logs.begin()));
-    finish(title, status, well.key);
-    if (m_logs->rowCount() > 0)
-        m_logs->selectRow(qMin(row, m_logs->rowCount() - 1));
+    if (!well.key.isEmpty() && deleteWell(m_store, m_asker, well))
+        finish(nextKey);
 }
 
 } // namespace workbench

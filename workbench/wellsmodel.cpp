@@ -1,13 +1,16 @@
 #include "workbench/wellsmodel.h"
 
 #include "base/numbers.h"
+#include "survey/wellnames.h"
 #include "workbench/statecolors.h"
 #include "workbench/tooltiptext.h"
 
 #include <QApplication>
 #include <QStyle>
 
+#include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace workbench {
 
@@ -55,10 +58,10 @@ QString textOf(const survey::WellSummary &well, int column)
         base::formatFixed(std::fabs(number) * scale < 0.5 ? 0.0 : number, isCount ? 0 : decimals));
 }
 
-QVariant sortValue(const survey::WellSummary &well, int row, int column)
+QVariant sortValue(const survey::WellSummary &well, int place, int column)
 {
     if (column == WellsModel::NameColumn)
-        return row;
+        return place;
     const double number = numberOf(well, column);
     return std::isnan(number) ? QVariant() : QVariant(number);
 }
@@ -75,6 +78,14 @@ void WellsModel::setWells(const QVector<survey::WellSummary> &wells, survey::Dep
     beginResetModel();
     m_wells = wells;
     m_unit = unit;
+    m_places.resize(wells.size());
+    QVector<int> rows(wells.size());
+    std::iota(rows.begin(), rows.end(), 0);
+    std::stable_sort(rows.begin(), rows.end(), [&wells](int a, int b) {
+        return survey::isNaturallyBefore(wells.at(a).name, wells.at(b).name);
+    });
+    for (int place = 0; place < rows.size(); ++place)
+        m_places[rows.at(place)] = place;
     endResetModel();
     emit headerDataChanged(Qt::Horizontal, KbColumn, TotalDepthColumn);
 }
@@ -106,7 +117,7 @@ QVariant WellsModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return textOf(well, column);
     case sortRole:
-        return sortValue(well, index.row(), column);
+        return sortValue(well, m_places.at(index.row()), column);
     case Qt::TextAlignmentRole:
         return static_cast<int>((column == NameColumn ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignVCenter);
     case Qt::ToolTipRole:

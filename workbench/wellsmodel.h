@@ -32,6 +32,7 @@ public:
 
 private:
     QVector<survey::WellSummary> m_wells;
+    QVector<int> m_places; ///< of the rows, in the natural order of the names
     survey::DepthUnit m_unit = survey::DepthUnit::Metre;
 };
 

@@ -7,10 +7,12 @@
 #include "workbench/droppedfiles.h"
 #include "workbench/hintpage.h"
 #include "workbench/loadedpluginsdialog.h"
+#include "workbench/manualdialog.h"
 #include "workbench/messagespanel.h"
 #include "workbench/newsurveydialog.h"
 #include "workbench/newwellsdialog.h"
 #include "workbench/surveyoverview.h"
+#include "workbench/wellactions.h"
 #include "workbench/wellmanagerdialog.h"
 #include "workbench/windowsettings.h"
 #include "workbench/workbenchhost.h"
@@ -22,6 +24,7 @@
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QLabel>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPointer>
@@ -124,6 +127,8 @@ void WorkbenchWindow::buildMenus()
 
     QMenu *help = menuBar()->addMenu(QStringLiteral("&Help"));
     help->setObjectName(QStringLiteral("helpMenu"));
+    QAction *manual = addEntry(help, "manualAction", QStringLiteral("&Manual"), &WorkbenchWindow::showManual);
+    manual->setShortcut(QKeySequence(Qt::Key_F1));
     addEntry(help, "aboutAction", QStringLiteral("&About"), &WorkbenchWindow::showAbout,
              QStringLiteral("about_wlc.png"));
     addEntry(help, "loadedPluginsAction", QStringLiteral("&Loaded plug-ins"), &WorkbenchWindow::showLoadedPlugins);
@@ -140,6 +145,7 @@ void WorkbenchWindow::buildCentre()
     m_pages->addWidget(m_hint);
     m_pages->addWidget(m_overview);
     connect(m_overview, &SurveyOverview::wellActivated, this, &WorkbenchWindow::manageWells);
+    connect(m_overview, &SurveyOverview::wellMenuRequested, this, &WorkbenchWindow::showWellMenu);
     m_messages = new MessagesPanel(centre);
     auto *column = new QVBoxLayout(centre);
     column->setContentsMargins(6, 6, 6, 0);
@@ -197,7 +203,18 @@ bool WorkbenchWindow::openSurvey(const QString &path)
     m_listError.clear();
     m_host.setSurvey(folder);
     refresh();
+    warnOfOthers(folder);
     return true;
+}
+
+void WorkbenchWindow::warnOfOthers(const QString &folder)
+{
+    const QStringList others = m_use.open(folder);
+    if (!others.isEmpty())
+        m_asker.warn(QStringLiteral("Open survey"),
+                     QStringLiteral("The survey is open elsewhere too: %1.\nBoth may change it; what the other one "
+                                    "writes shows here after Refresh (F5).")
+                         .arg(others.join(QStringLiteral(", "))));
 }
 
 void WorkbenchWindow::openAtStart(const QString &given)
@@ -300,8 +317,11 @@ void WorkbenchWindow::showHint()
     else if (m_wellCount == 0)
         m_hint->setHint(
             QStringLiteral("This survey has no wells yet"),
-            QStringLiteral("Drop a folder of LAS files on this window, or choose files: they become wells with "
-                           "their logs. Wells may also be added one by one."),
+            QStringLiteral("1.  Drop a folder of LAS files on this window, or choose the files.\n"
+                           "2.  Look through the table of wells and press \"Create wells\": they come with "
+                           "their logs.\n"
+                           "3.  Choose a plug-in in the menu Utilities to see them.\n\n"
+                           "Wells may also be added one by one. Help > Manual tells more."),
             {m_newWellsAction, m_manageAction});
     QWidget *page = hasSurvey() && m_wellCount > 0 ? static_cast<QWidget *>(m_overview) : m_hint;
     if (page != m_pages->currentWidget()) {
@@ -377,8 +397,11 @@ void WorkbenchWindow::newSurvey()
     if (root.isEmpty())
         root = QDir::homePath();
     NewSurveyDialog dialog(m_asker, m_chooser, root, this);
-    if (dialog.exec() == QDialog::Accepted)
-        openSurvey(dialog.createdSurvey());
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    if (m_prepare)
+        m_prepare(dialog.createdSurvey());
+    openSurvey(dialog.createdSurvey());
 }
 
 void WorkbenchWindow::chooseSurvey()
@@ -392,7 +415,7 @@ void WorkbenchWindow::chooseSurvey()
 
 void WorkbenchWindow::manageWells()
 {
-    WellManagerDialog dialog(m_host.store(), m_asker, this);
+    WellManagerDialog dialog(m_host.store(), m_asker, m_chooser, this);
     dialog.selectWell(m_overview->selectedKey());
     bool isChanged = false;
     connect(&dialog, &WellManagerDialog::changed, &dialog, [&isChanged] { isChanged = true; });
@@ -401,6 +424,39 @@ void WorkbenchWindow::manageWells()
     if (isChanged)
         refresh();
     m_overview->selectWell(key);
+}
+
+void WorkbenchWindow::showWellMenu(const QString &key, const QPoint &place)
+{
+    host::WellEntry well;
+    for (const host::WellEntry &entry : m_host.store().list().value)
+        if (entry.key == key)
+            well = entry;
+    if (well.key.isEmpty())
+        return;
+    auto *menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("wellMenu"));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const auto add = [this, menu](const char *name, const QString &text, const std::function<bool()> &act) {
+        QAction *action = menu->addAction(text);
+        action->setObjectName(QString::fromLatin1(name));
+        connect(action, &QAction::triggered, this, [this, act] {
+            if (act())
+                refresh();
+        });
+    };
+    survey::SurveyStore &store = m_host.store();
+    add("wellContentsAction", QStringLiteral("&Logs and markers…"), [this] {
+        manageWells();
+        return false;
+    });
+    add("editWellAction", QStringLiteral("&Edit…"),
+        [this, &store, well] { return editWell(store, m_asker, well, this); });
+    add("renameWellAction", QStringLiteral("&Rename…"),
+        [this, &store, well] { return renameWell(store, m_asker, well, this); });
+    add("deleteWellAction", QStringLiteral("&Delete…"),
+        [this, &store, well] { return deleteWell(store, m_asker, well); });
+    menu->popup(place);
 }
 
 void WorkbenchWindow::newWellsFromFiles()
@@ -458,6 +514,11 @@ void WorkbenchWindow::showAbout()
 void WorkbenchWindow::showLoadedPlugins()
 {
     LoadedPluginsDialog(m_reports, this).exec();
+}
+
+void WorkbenchWindow::showManual()
+{
+    ManualDialog(m_host.documentationFolder(), this).exec();
 }
 
 } // namespace workbench

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "survey/surveyuse.h"
 #include "workbench/filechooser.h"
 #include "workbench/pluginloader.h"
 
 #include <QDateTime>
 #include <QMainWindow>
+
+#include <functional>
 
 QT_BEGIN_NAMESPACE
 class QLabel;
@@ -37,6 +40,9 @@ public:
     /// The menu for WorkbenchHost::setWindow().
     QMenu *utilitiesMenu() const { return m_utilities; }
     void setPluginReports(const QVector<PluginReport> &reports);
+
+    /// Called with the folder of each new survey before it is opened: what its plug-ins will need there.
+    void setSurveyPreparation(const std::function<void(const QString &)> &prepare) { m_prepare = prepare; }
 
     /// Opens the folder; when it is no survey a box says why, and the survey that was open stays.
     bool openSurvey(const QString &path);
@@ -79,15 +85,19 @@ private:
     void chooseSurvey();
     void openRecent(const QString &path);
     void manageWells();
+    void showWellMenu(const QString &key, const QPoint &place);
+    void warnOfOthers(const QString &folder);
     void newWellsFromFiles();
     void newWells(const QStringList &paths);
     void showAbout();
     void showLoadedPlugins();
+    void showManual();
 
     WorkbenchHost &m_host;
     base::Asker &m_asker;
     FileChooser m_chooser;
     QVector<PluginReport> m_reports;
+    std::function<void(const QString &)> m_prepare;
 
     QMenu *m_recent = nullptr;
     QMenu *m_utilities = nullptr;
@@ -103,6 +113,7 @@ private:
     MessagesPanel *m_messages = nullptr;
     QLabel *m_status = nullptr;
 
+    survey::SurveyUse m_use; ///< of the open survey
     QDateTime m_wellsTime; ///< of the folder of wells when it was read last
     QString m_listError; ///< the one that was told in a box
     QStringList m_readErrors; ///< of the last reading of the wells

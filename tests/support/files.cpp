@@ -34,7 +34,8 @@ QMap<QString, QByteArray> snapshot(const QString &folder)
         const QString path = entries.next();
         const QFileInfo info = entries.fileInfo();
         const QString name = base.relativeFilePath(path);
-        if (info.fileName() == QLatin1String(".lorva.lock"))
+        if (info.fileName() == QLatin1String(".lorva.lock")
+            || info.fileName().startsWith(QLatin1String(".lorva.open."))) // who has the survey open
             continue;
         if (info.isSymLink())
             result.insert(name, "-> " + info.symLinkTarget().toUtf8());

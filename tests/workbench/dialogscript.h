@@ -9,13 +9,15 @@
 
 #include <functional>
 
-/// Runs a script on the next modal dialog of a name, as soon as it is up; also inside a dialog of another script.
-inline void onNextDialog(const QString &name, const std::function<void(QDialog *)> &script)
+/// Runs a script on the next modal dialog of a name, as soon as it is up and \a isReady; also inside a dialog of another
+/// script.
+inline void onNextDialog(const QString &name, const std::function<void(QDialog *)> &script,
+                         const std::function<bool(QDialog *)> &isReady = {})
 {
     auto *timer = new QTimer;
-    QObject::connect(timer, &QTimer::timeout, [timer, name, script] {
+    QObject::connect(timer, &QTimer::timeout, [timer, name, script, isReady] {
         auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        if (!dialog || dialog->objectName() != name)
+        if (!dialog || dialog->objectName() != name || (isReady && !isReady(dialog)))
             return;
         timer->stop();
         timer->deleteLater();

@@ -5,6 +5,7 @@
 #include "survey/surveystore.h"
 #include "workbench/newsurveydialog.h"
 
+#include <QComboBox>
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
@@ -48,6 +49,7 @@ private slots:
     void fieldProblems_data();
     void fieldProblems();
     void makesTheSurvey();
+    void depthsInFeet();
     void makesAMissingDataRoot();
     void refusesWhatExists();
     void refusesBadInputAndWritesNothing();
@@ -156,6 +158,30 @@ void TestNewSurveyDialog::makesTheSurvey()
     QVERIFY(survey.contains("Set Point.1: 100/100`(430000,6"));
     QCOMPARE(SurveyStore(dialog.createdSurvey()).list().error, QString());
     QVERIFY(m_asker.boxes.isEmpty());
+}
+
+void TestNewSurveyDialog::depthsInFeet()
+{
+    NewSurveyDialog dialog(m_asker, noChooser(), m_folder->path());
+    QVERIFY(showActive(&dialog));
+    type(&dialog, "nameEdit", QStringLiteral("Feet"));
+    auto *unit = dialog.findChild<QComboBox *>(QStringLiteral("depthUnitBox"));
+    auto *depth = dialog.findChild<QLineEdit *>(QStringLiteral("maximumDepthEdit"));
+    QCOMPARE(unit->currentText(), QStringLiteral("Metres"));
+    QCOMPARE(depth->text(), QStringLiteral("4000"));
+    QTest::keyClick(unit, Qt::Key_Down);
+    QCOMPARE(unit->currentText(), QStringLiteral("Feet"));
+    QCOMPARE(depth->text(), QStringLiteral("13000")); // what was proposed follows the unit
+    QTest::keyClick(unit, Qt::Key_Up);
+    QCOMPARE(depth->text(), QStringLiteral("4000"));
+    type(&dialog, "maximumDepthEdit", QStringLiteral("5000"));
+    QTest::keyClick(unit, Qt::Key_Down);
+    QCOMPARE(depth->text(), QStringLiteral("5000")); // what was typed does not
+    QTest::keyClick(&dialog, Qt::Key_Return);
+    const QString survey = dialog.createdSurvey();
+    QCOMPARE(readSurveyInfo(survey).value.depthUnit, DepthUnit::Foot);
+    QVERIFY(files::read(survey + QStringLiteral("/.survey")).contains("\nZ range: 0`5000`5`F\n"));
+    QVERIFY(files::read(survey + QStringLiteral("/.survey")).contains("\nXY in feet: No\n"));
 }
 
 void TestNewSurveyDialog::makesAMissingDataRoot()

@@ -294,7 +294,7 @@ void TestNewWellsDialog::modelShowsAndEdits()
     QStringList titles;
     for (int column = 0; column < model.columnCount(); ++column)
         titles.append(model.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
-    QCOMPARE(titles.join(QLatin1Char(' ')), QStringLiteral(" File Name X Y KB Ground TD Logs Notes"));
+    QCOMPARE(titles.join(QLatin1Char(' ')), QStringLiteral(" File Name X Y KB (m) Ground (m) TD (m) Logs Notes"));
     const auto value = [&model](int row, int column, int role = Qt::DisplayRole) {
         return model.data(model.index(row, column), role);
     };

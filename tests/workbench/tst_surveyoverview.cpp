@@ -333,7 +333,7 @@ void TestSurveyOverview::feetAreCalledFeet()
         return table()->headerData(WellsModel::TotalDepthColumn, Qt::Horizontal).toString();
     };
     QVERIFY(m_window->openSurvey(survey));
-    QCOMPARE(title(), QStringLiteral("TD"));
+    QCOMPARE(title(), QStringLiteral("TD (m)"));
     const auto totalDepth = [this] { return table()->index(0, WellsModel::TotalDepthColumn).data().toString(); };
     QCOMPARE(totalDepth(), QStringLiteral("1000.00"));
     QByteArray info = files::read(survey + QStringLiteral("/.survey"));

@@ -15,8 +15,8 @@
 #include <QListView>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTableWidget>
 #include <QTest>
+#include <QTreeWidget>
 
 using namespace survey;
 using namespace workbench;
@@ -45,11 +45,16 @@ QString shown(QWidget *parent, const char *edit)
     return parent->findChild<QLineEdit *>(QLatin1String(edit))->text();
 }
 
-QStringList column(const QTableWidget *table, int column)
+QTreeWidgetItem *logs(QWidget *parent)
+{
+    return parent->findChild<QTreeWidget *>(QStringLiteral("contentsTree"))->topLevelItem(0);
+}
+
+QStringList column(const QTreeWidgetItem *group, int column)
 {
     QStringList texts;
-    for (int row = 0; row < table->rowCount(); ++row)
-        texts.append(table->item(row, column)->text());
+    for (int row = 0; row < group->childCount(); ++row)
+        texts.append(group->child(row)->text(column));
     return texts;
 }
 
@@ -120,15 +125,14 @@ void TestWellManager::listsWellsWithTheirLogs()
     QCOMPARE(list->model()->rowCount(), 2);
     QCOMPARE(list->model()->index(0, 0).data().toString(), QStringLiteral("Probe 2/A"));
     QCOMPARE(dialog.currentWellKey(), probeTwo);
-    const auto *logs = dialog.findChild<QTableWidget *>(QStringLiteral("logsTable"));
     QCOMPARE(
-        column(logs, 0),
+        column(logs(&dialog), 0),
         (QStringList{QStringLiteral("GR"), QStringLiteral("RHOB"), QStringLiteral("ILD"), QStringLiteral("DT")}));
-    QCOMPARE(column(logs, 1).mid(0, 3),
+    QCOMPARE(column(logs(&dialog), 1).mid(0, 3),
              (QStringList{QStringLiteral("gAPI"), QStringLiteral("g/cc"), QStringLiteral("ohmm")}));
-    QCOMPARE(logs->item(0, 2)->text(), QStringLiteral("31"));
-    QCOMPARE(logs->item(0, 3)->text(), QStringLiteral("600.00"));
-    QCOMPARE(logs->item(0, 4)->text(), QStringLiteral("615.00"));
+    QCOMPARE(logs(&dialog)->child(0)->text(2), QStringLiteral("31"));
+    QCOMPARE(logs(&dialog)->child(0)->text(3), QStringLiteral("600.00"));
+    QCOMPARE(logs(&dialog)->child(0)->text(4), QStringLiteral("615.00"));
     QCOMPARE(dialog.findChild<QLabel *>(QStringLiteral("wellHeaderLabel"))->text(),
              QStringLiteral("X 504000.25   Y 6005000.5\nKB 30 m   TD 2000 m"));
     QTest::keyClick(list, Qt::Key_Down);
@@ -150,13 +154,12 @@ void TestWellManager::damagedLogsAreShownAsUnknown()
     }
     WellManagerDialog dialog(*m_store, m_asker);
     QVERIFY(showActive(&dialog));
-    auto *logs = dialog.findChild<QTableWidget *>(QStringLiteral("logsTable"));
-    QCOMPARE(logs->rowCount(), 66);
-    QCOMPARE(logs->item(59, 2)->text(), QStringLiteral("3"));
-    QCOMPARE(logs->item(65, 2)->text(), QStringLiteral("?"));
-    logs->selectRow(65);
-    QCOMPARE(logs->item(65, 2)->text(), QStringLiteral("3"));
-    QCOMPARE(logs->item(64, 2)->text(), QStringLiteral("?"));
+    QCOMPARE(logs(&dialog)->childCount(), 66);
+    QCOMPARE(logs(&dialog)->child(59)->text(2), QStringLiteral("3"));
+    QCOMPARE(logs(&dialog)->child(65)->text(2), QStringLiteral("?"));
+    logs(&dialog)->treeWidget()->setCurrentItem(logs(&dialog)->child(65));
+    QCOMPARE(logs(&dialog)->child(65)->text(2), QStringLiteral("3"));
+    QCOMPARE(logs(&dialog)->child(64)->text(2), QStringLiteral("?"));
 }
 
 void TestWellManager::aCutLogSaysSo()
@@ -166,17 +169,16 @@ void TestWellManager::aCutLogSaysSo()
     QVERIFY(QFile::remove(path));
     files::write(path, whole.left(whole.size() - 3));
     WellManagerDialog dialog(*m_store, m_asker);
-    const auto *logs = dialog.findChild<QTableWidget *>(QStringLiteral("logsTable"));
-    QCOMPARE(logs->item(0, 2)->text(), QStringLiteral("30"));
-    QVERIFY(logs->item(0, 2)->toolTip().contains(QLatin1String("its last sample is cut off")));
-    QVERIFY(logs->item(1, 2)->toolTip().isEmpty());
+    QCOMPARE(logs(&dialog)->child(0)->text(2), QStringLiteral("30"));
+    QVERIFY(logs(&dialog)->child(0)->toolTip(2).contains(QLatin1String("its last sample is cut off")));
+    QVERIFY(logs(&dialog)->child(1)->toolTip(2).isEmpty());
 }
 
 void TestWellManager::feetAreCalledFeet()
 {
     const auto depths = [this] {
         WellManagerDialog dialog(*m_store, m_asker);
-        return column(dialog.findChild<QTableWidget *>(), 3) + column(dialog.findChild<QTableWidget *>(), 4);
+        return column(logs(&dialog), 3) + column(logs(&dialog), 4);
     };
     const QStringList depthsBefore = depths();
     QVERIFY(depthsBefore.size() == 8 && !depthsBefore.contains(QStringLiteral("?")));
@@ -498,7 +500,7 @@ void TestWellManager::keepsTheWellOnNo()
     QSignalSpy changed(&dialog, &WellManagerDialog::changed);
     m_asker.answers = {base::BoxButton::No, base::BoxButton::No};
     pressMnemonic(&dialog, Qt::Key_D);
-    dialog.findChild<QTableWidget *>()->selectRow(0);
+    logs(&dialog)->treeWidget()->setCurrentItem(logs(&dialog)->child(0));
     pressMnemonic(&dialog, Qt::Key_R);
     QCOMPARE(m_asker.boxes.size(), 2);
     QCOMPARE(m_asker.boxes.last().buttons.first(), base::BoxButton::No);
@@ -511,10 +513,10 @@ void TestWellManager::removesALogAfterAsking()
     WellManagerDialog dialog(*m_store, m_asker);
     QVERIFY(showActive(&dialog));
     QSignalSpy changed(&dialog, &WellManagerDialog::changed);
-    auto *logs = dialog.findChild<QTableWidget *>(QStringLiteral("logsTable"));
     auto *remove = dialog.findChild<QPushButton *>(QStringLiteral("removeLogButton"));
     QVERIFY(!remove->isEnabled());
-    QTest::mouseClick(logs->viewport(), Qt::LeftButton, {}, logs->visualItemRect(logs->item(1, 0)).center());
+    QTreeWidget *tree = logs(&dialog)->treeWidget();
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(logs(&dialog)->child(1)).center());
     QVERIFY(remove->isEnabled());
     m_asker.answers = {base::BoxButton::Yes};
     QTest::mouseClick(remove, Qt::LeftButton);
@@ -525,17 +527,17 @@ void TestWellManager::removesALogAfterAsking()
     for (const host::LogInfo &log : SurveyStore(survey()).logs(probeTwo).value)
         left.append(log.name);
     QCOMPARE(left, (QStringList{QStringLiteral("GR"), QStringLiteral("DT"), QStringLiteral("ILD")}));
-    QCOMPARE(column(logs, 0), left);
+    QCOMPARE(column(logs(&dialog), 0), left);
     QCOMPARE(dialog.currentWellKey(), probeTwo);
 
     // Another program took the log away meanwhile: a box says so and nothing else goes.
-    logs->selectRow(0);
+    logs(&dialog)->treeWidget()->setCurrentItem(logs(&dialog)->child(0));
     QCOMPARE(SurveyStore(survey()).removeLog(probeTwo, 0).error, QString());
     m_asker.answers = {base::BoxButton::Yes};
     QTest::mouseClick(remove, Qt::LeftButton);
     QCOMPARE(m_asker.boxes.last().text, QStringLiteral("The well \"Probe 2/A\" has no log \"GR\" any more."));
     QCOMPARE(SurveyStore(survey()).logs(probeTwo).value.size(), 2);
-    QCOMPARE(logs->rowCount(), 2);
+    QCOMPARE(logs(&dialog)->childCount(), 2);
 }
 
 void TestWellManager::filterNarrowsTheListAndYieldsToANewWell()

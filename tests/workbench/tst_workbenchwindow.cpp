@@ -258,11 +258,15 @@ void TestWorkbenchWindow::newWellsAreShown()
     trigger("newWellsAction"); // given up in the file dialog: no dialog at all
     m_chosenFiles = QStringList{m_folder->filePath(QStringLiteral("a.las"))};
     files::write(m_chosenFiles.first(), "~V\nVERS. 2.0 :\n~W\nWELL. Fresh :\nSTOP.M 1500 :\n~A\n");
-    onNextDialog(QStringLiteral("newWellsDialog"), [](QDialog *dialog) {
+    const auto create = [](QDialog *dialog) {
         onNextDialog(QStringLiteral("reportDialog"),
                      [](QDialog *report) { QTest::keyClick(report, Qt::Key_Escape); });
         QTest::keyClick(dialog, Qt::Key_Return);
-    });
+    };
+    const auto isRead = [](QDialog *dialog) {
+        return dialog->findChild<QPushButton *>(QStringLiteral("createWellsButton"))->isEnabled();
+    };
+    onNextDialog(QStringLiteral("newWellsDialog"), create, isRead);
     QTest::mouseClick(find<QPushButton>("newWellsActionButton"), Qt::LeftButton);
     QVERIFY(isOverviewShown());
     QCOMPARE(rowTexts(table(), 0).join(QLatin1Char('|')), QStringLiteral("Fresh|0.00|0.00|0.00|1500.00|0|0"));
@@ -307,7 +311,9 @@ void TestWorkbenchWindow::aboutAndPlugins()
     const auto look = [&](QDialog *dialog) {
         const auto *table = dialog->findChild<QTableWidget *>(QStringLiteral("pluginsTable"));
         rows = table->rowCount();
-        saysNone = dialog->findChild<QLabel *>(QStringLiteral("noPluginsLabel"));
+        const QString howTo = dialog->findChild<QLabel *>(QStringLiteral("howToLabel"))->text();
+        QVERIFY(howTo.contains(QLatin1String("--plugin-dir"))); // how to get one
+        saysNone = howTo.startsWith(QLatin1String("No plug-in library was found."));
         if (rows == 2) {
             good = rowTexts(table->model(), 0);
             bad = rowTexts(table->model(), 1);

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "host/hostrecords.h"
+#include "survey/depthunit.h"
+#include "survey/topsfile.h"
+
+/// Changes of a well's set of markers as a user makes them; what is wrong with them is a sentence, empty when nothing is.
+namespace survey {
+
+QString markerNameProblem(const QVector<host::Marker> &markers, int index, const QString &name);
+/// \a text is a depth in \a unit, \a totalDepthM the end of the well.
+QString markerDepthProblem(const QString &text, DepthUnit unit, double totalDepthM);
+
+/// What the tops of a file make of a set of markers.
+struct TopsMerge
+{
+    QVector<host::Marker> markers;
+    int added = 0;
+    int moved = 0; ///< markers of the same name with another depth
+    QStringList outside; ///< names of tops below the end of the well, which are left out
+};
+
+/// Markers that no top names stay. Depths of the file are in \a unit; new markers get colours that tell them apart.
+TopsMerge withTops(const QVector<host::Marker> &markers, const QVector<TopsLine> &tops, DepthUnit unit,
+                   double totalDepthM);
+
+} // namespace survey

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "host/hostrecords.h"
+
+#include <QByteArray>
+#include <QStringList>
+#include <QVector>
+
+namespace survey {
+
+/// One line of a tops file.
+struct TopsLine
+{
+    QString well; ///< empty in a file of one well
+    QString name;
+    double depth = 0; ///< along hole, in the file's unit
+};
+
+struct TopsFile
+{
+    QVector<TopsLine> lines;
+    QStringList notices; ///< sentences: what was left out
+    bool hasWells = false;
+};
+
+/// Reads a table of tops as text: fields between tabs, semicolons, commas or blanks, with or without a line of titles.
+/// Titles tell the columns ("MD", "Formation", "Well" and the like); without them the first column of numbers is the depth
+/// and the first of texts the name. Lines without a name or a depth are left out.
+TopsFile parseTops(const QByteArray &bytes);
+
+/// The tops of one well: all of a file of one well, else those whose well is one of \a names (the well's name, its UWI),
+/// whatever their letter case, blanks and punctuation.
+QVector<TopsLine> topsOf(const TopsFile &file, const QStringList &names);
+
+} // namespace survey

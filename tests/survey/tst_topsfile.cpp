@@ -1,0 +1,135 @@
+#include "support/files.h"
+#include "survey/markeredit.h"
+#include "survey/topsfile.h"
+#include "survey/wellnames.h"
+
+#include <QTest>
+
+using namespace survey;
+
+class TestTopsFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void formats_data();
+    void formats();
+    void wells();
+    void markers();
+    void problemsOfMarkers();
+    void realFiles();
+    void naturalOrder();
+
+private:
+    static QString summary(const QVector<TopsLine> &lines)
+    {
+        QStringList texts;
+        for (const TopsLine &line : lines)
+            texts.append(QStringLiteral("%1@%2").arg(line.name).arg(line.depth));
+        return texts.join(u'|');
+    }
+};
+
+void TestTopsFile::formats_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("tabs, titles") << QByteArray("Name\tDepth\nUpper Sst\t100.5\nLower\t200\n");
+    QTest::newRow("commas") << QByteArray("Upper Sst,100.5\nLower,200\n");
+    QTest::newRow("depth first") << QByteArray("100.5;Upper Sst\n200;Lower");
+    QTest::newRow("blanks") << QByteArray("Upper Sst   100.5\r\nLower 200\r\n");
+    QTest::newRow("blanks, depth first") << QByteArray("100.5 Upper Sst\n200 Lower\n");
+    QTest::newRow("quotes, old line ends, mark")
+        << QByteArray("\xEF\xBB\xBF\"Formation\",\"Top\",\"Bottom\"\r\"Upper Sst\",100.5,150\r\"Lower\",200,210");
+    QTest::newRow("titles in another order") << QByteArray("TVD,MD,Zone Name\n90,100.5,Upper Sst\n180,200,Lower\n");
+    QTest::newRow("comments and gaps") << QByteArray(
+        "# tops\n\nUpper Sst\t100.5\nNothing\t\n\t300\nBelow\t-9999\nLower\t200\n");
+}
+
+void TestTopsFile::formats()
+{
+    QFETCH(QByteArray, bytes);
+    const TopsFile file = parseTops(bytes);
+    QCOMPARE(summary(file.lines), QStringLiteral("Upper Sst@100.5|Lower@200"));
+    QVERIFY(!file.hasWells);
+    QCOMPARE(file.notices.join(u' '),
+             bytes.startsWith('#') ? QStringLiteral("Lines without a name or a depth are left out: 3.") : QString());
+    QCOMPARE(summary(topsOf(file, {QStringLiteral("any")})), summary(file.lines));
+}
+
+void TestTopsFile::wells()
+{
+    const TopsFile file = parseTops("uwi,form,depth\n15/9-F 1,A,100\n15/9-f-1,B,200\nother,A,300\n,C,400\n");
+    QVERIFY(file.hasWells);
+    QCOMPARE(summary(topsOf(file, {QStringLiteral("15/9-F-1")})), QStringLiteral("A@100|B@200"));
+    QCOMPARE(summary(topsOf(file, {QStringLiteral("x"), QStringLiteral("OTHER")})), QStringLiteral("A@300"));
+    QVERIFY(topsOf(file, {QString()}).isEmpty());
+}
+
+void TestTopsFile::markers()
+{
+    const QVector<host::Marker> before{{QStringLiteral("A"), 10, Qt::red}, {QStringLiteral("Old"), 20, Qt::blue}};
+    const TopsMerge merge = withTops(
+        before,
+        {{{}, QStringLiteral("A"), 50}, {{}, QStringLiteral(" New "), 100}, {{}, QStringLiteral("Deep"), 1001}},
+        DepthUnit::Foot, 304.8);
+    QCOMPARE(merge.added, 1);
+    QCOMPARE(merge.moved, 1);
+    QCOMPARE(merge.outside, QStringList{QStringLiteral("Deep")});
+    QCOMPARE(merge.markers.size(), 3);
+    QCOMPARE(merge.markers.at(0).depth, 15.24f);
+    QCOMPARE(merge.markers.at(0).color, QColor(Qt::red));
+    QCOMPARE(merge.markers.at(1).depth, 20.0f);
+    QCOMPARE(merge.markers.at(2).name, QStringLiteral("New"));
+    QCOMPARE(merge.markers.at(2).depth, 30.48f);
+    const TopsMerge same = withTops(before, {{{}, QStringLiteral("A"), 10}}, DepthUnit::Metre, 1000);
+    QCOMPARE(same.added + same.moved, 0);
+    QCOMPARE(withTops({}, {{{}, QStringLiteral("End"), 1000}}, DepthUnit::Metre, 1000).added, 1); // at the end itself
+}
+
+void TestTopsFile::problemsOfMarkers()
+{
+    const QVector<host::Marker> markers{{QStringLiteral("A"), 10, Qt::red}, {QStringLiteral("B"), 20, Qt::blue}};
+    QCOMPARE(markerNameProblem(markers, 0, QStringLiteral("A")), QString());
+    QCOMPARE(markerNameProblem(markers, 0, QStringLiteral(" C ")), QString());
+    QCOMPARE(markerNameProblem(markers, 0, QStringLiteral(" B ")),
+             QStringLiteral("The well has a marker \"B\" already."));
+    QCOMPARE(markerNameProblem(markers, 0, QStringLiteral("  ")), QStringLiteral("A marker needs a name."));
+    QCOMPARE(markerDepthProblem(QStringLiteral("1000"), DepthUnit::Foot, 304.8), QString());
+    QCOMPARE(markerDepthProblem(QStringLiteral("1000.1"), DepthUnit::Foot, 304.8),
+             QStringLiteral("The depth must lie between 0 and the total depth, 1000 ft."));
+    QVERIFY(!markerDepthProblem(QStringLiteral("-1"), DepthUnit::Metre, 100).isEmpty());
+    QVERIFY(markerDepthProblem(QStringLiteral("1,5"), DepthUnit::Metre, 100).contains(QLatin1String("comma")));
+}
+
+void TestTopsFile::realFiles()
+{
+    const QString folder = files::sharedFolder(QStringLiteral("tops"));
+    if (folder.isEmpty())
+        QSKIP("The folder of real data has no tops.");
+    const auto read = [&folder](const char *name) {
+        return parseTops(files::read(folder + u'/' + QLatin1String(name)));
+    };
+    QVERIFY(summary(read("15_9_19_SR_TOPS_NPD.csv").lines)
+                .startsWith(QLatin1String("UTSIRA FM@846|UNDIFFERENTIATED@1080|")));
+    QCOMPARE(summary(read("15_9_19_SR_Formations.csv").lines),
+             QStringLiteral("Hugin Fm.@4316.5|Skagerrak@4340|Smith Bank Fm.@4579"));
+    const TopsFile permian = read("tops_42303347740000.csv");
+    QVERIFY(permian.hasWells);
+    QVERIFY(
+        summary(topsOf(permian, {QStringLiteral("42-303-34774-0000")})).startsWith(QLatin1String("WFMPA@6993.5|")));
+    QVERIFY(summary(read("FieldData_StratigraphyWithGaps.csv").lines).startsWith(QLatin1String("ZoneA@3083.6|")));
+}
+
+void TestTopsFile::naturalOrder()
+{
+    QStringList names{QStringLiteral("A-10"),   QStringLiteral("a-2"),     QStringLiteral("B"),
+                      QStringLiteral("A-2 ST"), QStringLiteral("15/9-19"), QStringLiteral("A-002"),
+                      QStringLiteral("A")};
+    std::sort(names.begin(), names.end(), isNaturallyBefore);
+    QCOMPARE(names.join(u'|'), QStringLiteral("15/9-19|A|A-002|a-2|A-2 ST|A-10|B"));
+    for (const QString &name : names)
+        QVERIFY(!isNaturallyBefore(name, name));
+}
+
+QTEST_GUILESS_MAIN(TestTopsFile)
+#include "tst_topsfile.moc"

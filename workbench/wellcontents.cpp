@@ -1,0 +1,398 @@
+#include "workbench/wellcontents.h"
+
+#include "base/asker.h"
+#include "base/numbers.h"
+#include "survey/markeredit.h"
+#include "workbench/statecolors.h"
+#include "workbench/tooltiptext.h"
+#include "workbench/windowsettings.h"
+
+#include <QAction>
+#include <QColorDialog>
+#include <QFileInfo>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace workbench {
+
+namespace {
+
+enum Column { NameColumn, UnitColumn, SamplesColumn, TopColumn, BaseColumn, ColumnCount };
+constexpr int kindRole = Qt::UserRole;
+constexpr int nameRole = Qt::UserRole + 1; ///< as it is stored
+constexpr int countedRole = Qt::UserRole + 2;
+/// So many logs, and so many samples together, are counted as soon as a well is shown; others when they are selected.
+constexpr int logsCountedAtOnce = 60;
+constexpr qint64 samplesCountedAtOnce = 4'000'000;
+constexpr int swatchSize = 12;
+const QLatin1String topsFolder("tops");
+
+QString depthText(double metres, survey::DepthUnit unit)
+{
+    const auto stored = static_cast<float>(metres);
+    const float depth = unit == survey::DepthUnit::Foot ? host::metresToFeet(stored) : stored;
+    return QString::fromLatin1(base::formatFixed(static_cast<double>(depth), 2));
+}
+
+QIcon swatch(const QColor &color)
+{
+    QPixmap pixmap(swatchSize, swatchSize);
+    pixmap.fill(color);
+    return pixmap;
+}
+
+QTreeWidgetItem *newItem(QTreeWidgetItem *parent, int kind, const QString &name)
+{
+    auto *item = new QTreeWidgetItem(parent);
+    item->setText(NameColumn, name);
+    item->setData(NameColumn, kindRole, kind);
+    item->setData(NameColumn, nameRole, name);
+    for (const int column : {SamplesColumn, TopColumn, BaseColumn})
+        item->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
+    return item;
+}
+
+} // namespace
+
+WellContents::WellContents(survey::SurveyStore &store, base::Asker &asker, const FileChooser &chooser,
+                           QWidget *parent)
+    : QWidget(parent)
+    , m_store(store)
+    , m_asker(asker)
+    , m_chooser(chooser)
+{
+    buildWidgets();
+    enableButtons();
+}
+
+QPushButton *WellContents::addButton(const char *objectName, const QString &text, void (WellContents::*clicked)())
+{
+    auto *button = new QPushButton(text, this);
+    button->setObjectName(QString::fromLatin1(objectName));
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this, clicked);
+    return button;
+}
+
+void WellContents::buildWidgets()
+{
+    m_tree = new QTreeWidget(this);
+    m_tree->setObjectName(QStringLiteral("contentsTree"));
+    m_tree->setColumnCount(ColumnCount);
+    m_tree->setAlternatingRowColors(true);
+    m_tree->setUniformRowHeights(true);
+    m_tree->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_tree->header()->setStretchLastSection(false);
+    m_tree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_tree->header()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
+    connect(m_tree, &QTreeWidget::itemSelectionChanged, this, [this] {
+        if (isA(current(), Log))
+            countSamples(current());
+        enableButtons();
+    });
+    connect(m_tree, &QTreeWidget::itemDoubleClicked, this, &WellContents::edit);
+    connect(m_tree, &QTreeWidget::itemChanged, this, &WellContents::takeEdit);
+
+    m_rename = addButton("renameContentButton", QStringLiteral("Rena&me"), &WellContents::beginRename);
+    m_depth = addButton("markerDepthButton", QStringLiteral("De&pth"), &WellContents::beginDepth);
+    m_color = addButton("markerColorButton", QStringLiteral("&Colour…"), &WellContents::chooseColor);
+    m_delete = addButton("removeLogButton", QStringLiteral("&Remove…"), &WellContents::deleteCurrent);
+    m_tops = addButton("importTopsButton", QStringLiteral("Import &tops…"), &WellContents::importTops);
+    const auto addShortcut = [this](const QKeySequence &keys, QPushButton *button) {
+        auto *action = new QAction(m_tree);
+        action->setShortcut(keys);
+        action->setShortcutContext(Qt::WidgetShortcut);
+        connect(action, &QAction::triggered, button, &QPushButton::click);
+        m_tree->addAction(action);
+    };
+    addShortcut(Qt::Key_F2, m_rename);
+    addShortcut(QKeySequence::Delete, m_delete);
+
+    m_status = new QLabel(this);
+    m_status->setObjectName(QStringLiteral("contentsStatus"));
+    m_status->setTextFormat(Qt::PlainText);
+    m_status->setWordWrap(true);
+    auto *buttons = new QHBoxLayout;
+    for (QPushButton *button : {m_rename, m_depth, m_color, m_delete})
+        buttons->addWidget(button);
+    buttons->addStretch();
+    buttons->addWidget(m_tops);
+    auto *caption = new QLabel(QStringLiteral("&Logs and markers; double-click to change a name or a depth:"), this);
+    caption->setBuddy(m_tree);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(caption);
+    column->addWidget(m_tree, 1);
+    column->addWidget(m_status);
+    column->addLayout(buttons);
+}
+
+bool WellContents::isA(const QTreeWidgetItem *item, Kind kind)
+{
+    return item && item->data(NameColumn, kindRole).toInt() == kind;
+}
+
+QTreeWidgetItem *WellContents::current() const
+{
+    const QList<QTreeWidgetItem *> items = m_tree->selectedItems();
+    return items.isEmpty() ? nullptr : items.first();
+}
+
+void WellContents::enableButtons()
+{
+    const bool isMarker = isA(current(), MarkerKind);
+    const bool isThing = isMarker || isA(current(), Log);
+    m_rename->setEnabled(isThing);
+    m_delete->setEnabled(isThing);
+    m_depth->setEnabled(isMarker);
+    m_color->setEnabled(isMarker);
+    m_tops->setEnabled(!m_well.key.isEmpty());
+}
+
+void WellContents::showWell(const host::WellEntry &well)
+{
+    const QTreeWidgetItem *selected = well.key == m_well.key ? current() : nullptr;
+    const int kind = selected ? selected->data(NameColumn, kindRole).toInt() : 0;
+    const int row = selected && selected->parent() ? selected->parent()->indexOfChild(current()) : -1;
+    if (well.key != m_well.key)
+        m_status->clear();
+    const QScopedValueRollback<bool> filling(m_isFilling, true);
+    m_well = well;
+    m_unit = m_store.depthUnit();
+    m_tree->setHeaderLabels({QStringLiteral("Name"), QStringLiteral("Unit"), QStringLiteral("Samples"),
+                             survey::titleWithUnit(QStringLiteral("Top"), m_unit),
+                             survey::titleWithUnit(QStringLiteral("Base"), m_unit)});
+    m_tree->clear();
+    m_markers.clear();
+    if (!well.key.isEmpty()) {
+        m_totalDepthM = m_store.header(well.key).value.totalDepth;
+        fillLogs();
+        fillMarkers();
+        m_tree->expandAll();
+        QTreeWidgetItem *group = kind == 0 ? nullptr : m_tree->topLevelItem(kind - 1);
+        if (group && group->childCount() > 0 && row >= 0)
+            m_tree->setCurrentItem(group->child(qMin(row, group->childCount() - 1)));
+    }
+    enableButtons();
+}
+
+void WellContents::fillLogs()
+{
+    const QVector<host::LogInfo> logs = m_store.logs(m_well.key).value;
+    auto *group = new QTreeWidgetItem(m_tree, {QStringLiteral("Logs (%1)").arg(logs.size())});
+    for (const host::LogInfo &log : logs) {
+        QTreeWidgetItem *item = newItem(group, Log, log.name);
+        item->setText(UnitColumn, log.unit);
+        for (const int column : {SamplesColumn, TopColumn, BaseColumn})
+            item->setText(column, QStringLiteral("?"));
+    }
+    qint64 counted = 0;
+    for (int row = 0; row < logs.size() && row < logsCountedAtOnce && counted < samplesCountedAtOnce; ++row) {
+        countSamples(group->child(row));
+        counted += group->child(row)->text(SamplesColumn).toLongLong();
+    }
+}
+
+void WellContents::fillMarkers()
+{
+    m_markers = m_store.markers(m_well.key).value;
+    auto *group = new QTreeWidgetItem(m_tree, {QStringLiteral("Markers (%1)").arg(m_markers.size())});
+    for (const host::Marker &marker : qAsConst(m_markers)) {
+        QTreeWidgetItem *item = newItem(group, MarkerKind, marker.name);
+        item->setIcon(NameColumn, swatch(marker.color));
+        item->setText(TopColumn, depthText(static_cast<double>(marker.depth), m_unit));
+    }
+}
+
+void WellContents::countSamples(QTreeWidgetItem *item)
+{
+    if (item->data(NameColumn, countedRole).toBool())
+        return;
+    const QScopedValueRollback<bool> filling(m_isFilling, true);
+    item->setData(NameColumn, countedRole, true);
+    const int index = item->parent()->indexOfChild(item);
+    const host::Outcome<host::LogData> log = m_store.log(m_well.key, index);
+    const QString problem = log.ok() ? m_store.logProblem(m_well.key, index) : log.error;
+    if (!problem.isEmpty()) {
+        item->setToolTip(SamplesColumn, toolTipText(problem));
+        item->setForeground(SamplesColumn, problemText(palette()));
+    }
+    if (!log.ok())
+        return;
+    item->setText(SamplesColumn, QString::number(log.value.depths.size()));
+    if (!log.value.depths.isEmpty()) {
+        item->setText(TopColumn, depthText(static_cast<double>(log.value.depths.first()), m_unit));
+        item->setText(BaseColumn, depthText(static_cast<double>(log.value.depths.last()), m_unit));
+    }
+}
+
+// Another program may have changed the order meanwhile: the name counts, not the row.
+int WellContents::markerIndex(const QTreeWidgetItem *item) const
+{
+    const QString name = item->data(NameColumn, nameRole).toString();
+    const auto found = std::find_if(m_markers.begin(), m_markers.end(),
+                                    [&name](const host::Marker &marker) { return marker.name == name; });
+    return found == m_markers.end() ? -1 : static_cast<int>(found - m_markers.begin());
+}
+
+void WellContents::finish(const QString &title, const host::Status &status)
+{
+    if (!status.ok())
+        m_asker.warn(title, status.error);
+    showWell(m_well);
+    emit changed();
+}
+
+void WellContents::beginRename()
+{
+    edit(current(), NameColumn);
+}
+
+void WellContents::beginDepth()
+{
+    edit(current(), TopColumn);
+}
+
+void WellContents::edit(QTreeWidgetItem *item, int column)
+{
+    const bool isName = column == NameColumn && (isA(item, Log) || isA(item, MarkerKind));
+    if (!isName && !(column == TopColumn && isA(item, MarkerKind)))
+        return;
+    const QScopedValueRollback<bool> filling(m_isFilling, true);
+    item->setFlags(item->flags() | Qt::ItemIsEditable);
+    m_tree->editItem(item, column);
+}
+
+void WellContents::takeEdit(QTreeWidgetItem *item, int column)
+{
+    if (m_isFilling || (column != NameColumn && column != TopColumn))
+        return;
+    const QString text = item->text(column);
+    const QString oldName = item->data(NameColumn, nameRole).toString();
+    const int index = isA(item, MarkerKind) ? markerIndex(item) : -1;
+    QVector<host::Marker> markers = m_markers;
+    QString problem;
+    if (index >= 0 && column == NameColumn) {
+        problem = survey::markerNameProblem(markers, index, text);
+        markers[index].name = text.trimmed();
+    } else if (index >= 0) {
+        problem = survey::markerDepthProblem(text, m_unit, m_totalDepthM);
+        markers[index].depth = static_cast<float>(survey::toMetres(base::parseNumber(text).value_or(0), m_unit));
+    }
+    // Queued: the tree is filled anew when the editor has gone.
+    QMetaObject::invokeMethod(
+        this,
+        [this, index, markers, problem, oldName, text] {
+            const QString title = index >= 0 ? QStringLiteral("Change marker") : QStringLiteral("Rename log");
+            if (!problem.isEmpty()) {
+                m_asker.warn(title, problem);
+                showWell(m_well);
+            } else if (index >= 0) {
+                finish(title, m_store.writeMarkers(m_well.key, markers));
+            } else if (text.trimmed() != oldName) {
+                finish(title, m_store.renameLog(m_well.key, oldName, text));
+            }
+        },
+        Qt::QueuedConnection);
+}
+
+void WellContents::chooseColor()
+{
+    const int index = isA(current(), MarkerKind) ? markerIndex(current()) : -1;
+    if (index < 0)
+        return;
+    QColorDialog dialog(m_markers.at(index).color, this);
+    dialog.setObjectName(QStringLiteral("markerColorDialog"));
+    dialog.setOption(QColorDialog::DontUseNativeDialog);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedColor() == m_markers.at(index).color)
+        return;
+    QVector<host::Marker> markers = m_markers;
+    markers[index].color = dialog.selectedColor();
+    finish(QStringLiteral("Change marker"), m_store.writeMarkers(m_well.key, markers));
+}
+
+void WellContents::deleteCurrent()
+{
+    if (isA(current(), Log))
+        deleteLog(current()->data(NameColumn, nameRole).toString());
+    else if (isA(current(), MarkerKind))
+        deleteMarker(markerIndex(current()));
+}
+
+void WellContents::deleteLog(const QString &name)
+{
+    const QString title = QStringLiteral("Remove log");
+    if (!m_asker.confirmLoss(title,
+                             QStringLiteral("Remove the log \"%1\" of the well \"%2\"?\nThis cannot be undone.")
+                                 .arg(name, m_well.name)))
+        return;
+    const QVector<host::LogInfo> logs = m_store.logs(m_well.key).value;
+    const auto found =
+        std::find_if(logs.begin(), logs.end(), [&name](const host::LogInfo &log) { return log.name == name; });
+    finish(title,
+           found == logs.end()
+               ? host::Status{QStringLiteral("The well \"%1\" has no log \"%2\" any more.").arg(m_well.name, name)}
+               : m_store.removeLog(m_well.key, static_cast<int>(found - logs.begin())));
+}
+
+void WellContents::deleteMarker(int index)
+{
+    const QString title = QStringLiteral("Remove marker");
+    if (index < 0
+        || !m_asker.confirmLoss(title,
+                                QStringLiteral("Remove the marker \"%1\" of the well \"%2\"?\nThis cannot be undone.")
+                                    .arg(m_markers.at(index).name, m_well.name)))
+        return;
+    QVector<host::Marker> markers = m_markers;
+    markers.removeAt(index);
+    finish(title, m_store.writeMarkers(m_well.key, markers));
+}
+
+void WellContents::importTops()
+{
+    const QString title = QStringLiteral("Import tops");
+    const QString path = m_chooser
+                             .chooseFiles(this, title, settings::lastFolder(topsFolder),
+                                          QStringLiteral("Tables (*.csv *.txt *.tsv *.asc *.dat);;All files (*)"))
+                             .value(0);
+    if (path.isEmpty())
+        return;
+    settings::setLastFolder(topsFolder, QFileInfo(path).path());
+    const host::Outcome<QByteArray> bytes = survey::readFileBytes(path);
+    const survey::TopsFile file = survey::parseTops(bytes.value);
+    const QVector<survey::TopsLine> tops = survey::topsOf(file, {m_well.name});
+    if (!bytes.ok() || tops.isEmpty()) {
+        m_asker.warn(title,
+                     !bytes.ok() ? bytes.error
+                         : file.hasWells && !file.lines.isEmpty()
+                         ? QStringLiteral("The file names no top of the well \"%1\".").arg(m_well.name)
+                         : QStringLiteral("The file holds no line with a name and a depth."));
+        return;
+    }
+    const survey::TopsMerge merge = survey::withTops(m_markers, tops, m_unit, m_totalDepthM);
+    QString question = QStringLiteral("%1 tops for the well \"%2\", depths in %3: %4 new, %5 with another depth.")
+                           .arg(tops.size())
+                           .arg(m_well.name, survey::pluralName(m_unit))
+                           .arg(merge.added)
+                           .arg(merge.moved);
+    if (!merge.outside.isEmpty())
+        question += QStringLiteral("\nBelow the total depth and so left out: %1.")
+                        .arg(merge.outside.mid(0, 10).join(QStringLiteral(", ")));
+    for (const QString &notice : file.notices)
+        question += QLatin1Char('\n') + notice;
+    if (!m_asker.confirm(title, question + QStringLiteral("\nTake them?")))
+        return;
+    m_status->setText(QStringLiteral("Tops of %1: %2 added, %3 moved.")
+                          .arg(QFileInfo(path).fileName())
+                          .arg(merge.added)
+                          .arg(merge.moved));
+    finish(title, m_store.writeMarkers(m_well.key, merge.markers));
+}
+
+} // namespace workbench
