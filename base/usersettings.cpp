@@ -6,11 +6,17 @@ namespace base {
 
 namespace {
 
+// Qt keeps what it was given beyond the end of a plug-in, whose literals go with its code.
+QString ownCopy(const QString &text)
+{
+    return QString(text.constData(), text.size());
+}
+
 class Store : public QSettings
 {
 public:
     explicit Store(const QString &program)
-        : QSettings(QStringLiteral("LORVA"), program)
+        : QSettings(QString::fromLatin1("LORVA"), ownCopy(program))
     {
         setFallbacksEnabled(false);
     }
@@ -25,12 +31,12 @@ void keepSettingsIn(const QString &folder)
 
 QVariant UserSettings::value(const QString &key) const
 {
-    return Store(m_program).value(key);
+    return Store(m_program).value(ownCopy(key));
 }
 
 void UserSettings::setValue(const QString &key, const QVariant &value) const
 {
-    Store(m_program).setValue(key, value);
+    Store(m_program).setValue(ownCopy(key), value);
 }
 
 } // namespace base

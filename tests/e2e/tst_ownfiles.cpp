@@ -321,8 +321,7 @@ void tst_ownfiles::realFiles()
          {Known{"00-07-36-067-03W4-0.LAS", "07-36-067-03W4", 1},
           Known{"00-11-04-067-03W4-0.LAS", "11-04-067-03W4", 1}, Known{"F03-02.las", "F/3-2", 1},
           Known{"15-9-19_SR_COMP.LAS", "15/9-19", 1}, Known{"1020068962.las", nullptr, 0.3048},
-          Known{"42303347740000.las", nullptr, 0.3048}, Known{"ex5_1045399772.las", nullptr, 0.3048},
-          Known{"ex9_1046102218.las", nullptr, 0.3048}}) {
+          Known{"42303347740000.las", nullptr, 0.3048}, Known{"ex5_1045399772.las", nullptr, 0.3048}}) {
         const QByteArray bytes = files::read(folder + '/' + known.file);
         QString name = known.well;
         if (name.isEmpty()) { // the summary names the well of a file
