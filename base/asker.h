@@ -8,7 +8,7 @@
 namespace base {
 
 enum class BoxIcon { Information, Warning, Question };
-enum class BoxButton { Ok, Yes, No };
+enum class BoxButton { Ok, Yes, No, Cancel };
 
 /// A modal box: what it shows, in the order in which it shows it.
 struct Box
@@ -17,7 +17,7 @@ struct Box
     QString title;
     QString text;
     QVector<BoxButton> buttons; ///< the first one is the default
-    /// Of the button Ok; empty for the platform's own text ("OK", or its translation). Yes and No are never translated.
+    /// Of the button Ok; empty for the platform's own text ("OK", or its translation). The others are never translated.
     QString okText = {};
     /// The button that Enter presses; the first one when unset.
     std::optional<BoxButton> defaultButton = {};
@@ -30,7 +30,7 @@ class Asker
 public:
     virtual ~Asker() = default;
 
-    /// Shows the box and waits. A box closed without a button gives No where it has one, else Ok.
+    /// Shows the box and waits. A box closed without a button gives Cancel where it has one, else No, else Ok.
     virtual BoxButton show(const Box &box) = 0;
 
     void inform(const QString &title, const QString &text)

@@ -147,10 +147,10 @@ void flushNames(const QString &folder)
 }
 
 // The new folder is whole. The hidden one stays for finishFolderSwaps() when the old one can no longer be put back.
-WriteResult swapIn(SwapFolder *swap, const QString &target, bool replaces)
+ReplaceResult swapIn(SwapFolder *swap, const QString &target, bool replaces)
 {
     if (replaces && !move(target, swap->oldFolder())) {
-        const WriteResult result = failed("rename");
+        const ReplaceResult result{failed("rename"), true};
         swap->remove();
         return result;
     }
@@ -159,7 +159,7 @@ WriteResult swapIn(SwapFolder *swap, const QString &target, bool replaces)
         swap->remove();
         return {};
     }
-    const WriteResult result = failed("rename");
+    const ReplaceResult result{failed("rename")};
     if (!replaces || move(swap->oldFolder(), target))
         swap->remove();
     return result;
@@ -200,8 +200,8 @@ bool finish(const SwapFolder &swap, const QString &projectFolder)
 
 } // namespace
 
-WriteResult replaceFolder(const QString &parent, const QString &name, const QVector<FolderFile> &files,
-                          const QString &projectFolder)
+ReplaceResult replaceFolder(const QString &parent, const QString &name, const QVector<FolderFile> &files,
+                            const QString &projectFolder)
 {
     const QString target = parent + QLatin1Char('/') + name;
     const QString place = target.mid(projectFolder.size() + 1);
@@ -209,23 +209,23 @@ WriteResult replaceFolder(const QString &parent, const QString &name, const QVec
     if (!isPathComponent(name) || isReservedName(name) || !target.startsWith(projectFolder + QLatin1Char('/'))
         || !isPlace(place) || kind == Kind::Other) {
         errno = EINVAL;
-        return failed("create");
+        return {failed("create"), kind == Kind::Other};
     }
     const int problem = linkProblem(QFileInfo(projectFolder).path(), parent);
     if (problem != 0)
-        return {systemErrorText(problem)};
+        return {{systemErrorText(problem)}};
     SwapFolder swap = SwapFolder::make(projectFolder);
     if (!swap.isValid())
-        return failed("create");
-    WriteResult result = build(swap, files, place);
-    if (!result.ok()) {
+        return {failed("create")};
+    const WriteResult built = build(swap, files, place);
+    if (!built.ok()) {
         swap.remove();
-        return result;
+        return {built};
     }
     if (kind == Kind::Folder)
         takePermissions(target, swap.newFolder());
     const bool isParentMade = kind == Kind::Nothing && makeFolder(parent);
-    result = swapIn(&swap, target, kind == Kind::Folder);
+    const ReplaceResult result = swapIn(&swap, target, kind == Kind::Folder);
     if (!result.ok() && isParentMade)
         ::rmdir(QFile::encodeName(parent).constData());
     return result;

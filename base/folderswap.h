@@ -15,6 +15,12 @@ struct FolderFile
     QByteArray bytes;
 };
 
+/// What a replacement came to.
+struct [[nodiscard]] ReplaceResult : WriteResult
+{
+    bool isOldStuck = false; ///< it failed because what was there could not be taken from its place
+};
+
 /// Makes the folder \a name directly inside \a parent, a folder below \a projectFolder, hold exactly \a files. What
 /// was there goes, with all its content. At every moment, also after a crash or on a full disk, the place holds the
 /// old folder or the new one whole, or finishFolderSwaps() puts one there: the new folder is built and flushed in a
@@ -22,8 +28,8 @@ struct FolderFile
 /// made; its own parent must exist. Refused, with nothing touched: a name that is no single path component or is
 /// reserved, a link or a file in the folder's place, a \a parent that a link out of the survey leads to (the survey
 /// holds the project folder).
-WriteResult replaceFolder(const QString &parent, const QString &name, const QVector<FolderFile> &files,
-                          const QString &projectFolder);
+ReplaceResult replaceFolder(const QString &parent, const QString &name, const QVector<FolderFile> &files,
+                            const QString &projectFolder);
 
 /// Finishes or undoes what replaceFolder() of a process that is gone left half done in \a projectFolder: before the
 /// old folder was moved it is undone, after that finished. Whatever took the place in between stays there, and what

@@ -4,6 +4,7 @@
 
 #include <QPainter>
 #include <QPixmap>
+#include <QStandardItemModel>
 
 namespace {
 
@@ -22,19 +23,48 @@ QPixmap whiteSwatch()
     return picture;
 }
 
+QStandardItem *makeItem(const QIcon &icon, const QString &text, int number)
+{
+    auto *item = new QStandardItem(icon, text);
+    item->setData(number, Qt::UserRole);
+    item->setSizeHint(QSize(barIconSize.width(), itemHeight));
+    return item;
+}
+
 } // namespace
 
+QAbstractItemModel *GradientComboBox::makeBars(const QString &setupDataFolder, QObject *parent)
+{
+    auto *bars = new QStandardItemModel(parent);
+    bars->appendRow(makeItem(QIcon(whiteSwatch()), QString(), 0));
+    for (const int number : base::colorBarNumbers(setupDataFolder)) {
+        const QImage bar = base::loadColorBar(setupDataFolder, number).image;
+        bars->appendRow(
+            makeItem(bar.isNull() ? QIcon() : QIcon(QPixmap::fromImage(bar.scaled(barIconSize))), QString(), number));
+    }
+    return bars;
+}
+
 GradientComboBox::GradientComboBox(const QString &setupDataFolder, QWidget *parent)
+    : GradientComboBox(makeBars(setupDataFolder, nullptr), parent)
+{
+    model()->setParent(this);
+}
+
+GradientComboBox::GradientComboBox(QAbstractItemModel *bars, QWidget *parent)
     : QComboBox(parent)
 {
     setMinimumWidth(smallestWidth);
     setIconSize(barIconSize);
-    addItem(QIcon(whiteSwatch()), QString(), 0);
-    for (const int number : base::colorBarNumbers(setupDataFolder)) {
-        const QImage bar = base::loadColorBar(setupDataFolder, number).image;
-        addItem(bar.isNull() ? QIcon() : QIcon(QPixmap::fromImage(bar.scaled(barIconSize))), QString(), number);
-    }
-    for (int i = 0; i < count(); ++i)
-        setItemData(i, QSize(barIconSize.width(), itemHeight), Qt::SizeHintRole);
+    setModel(bars);
+    setCurrentIndex(0);
     connect(this, QOverload<int>::of(&QComboBox::activated), this, &GradientComboBox::itemIsActivated);
+}
+
+void GradientComboBox::setBarNumber(int number)
+{
+    if (findData(number) < 0)
+        if (auto *bars = qobject_cast<QStandardItemModel *>(model()))
+            bars->appendRow(makeItem(QIcon(), QStringLiteral("cb_%1").arg(number), number));
+    setCurrentIndex(findData(number));
 }

@@ -30,6 +30,8 @@ QMessageBox::StandardButton buttonOf(BoxButton button)
         return QMessageBox::Yes;
     case BoxButton::No:
         return QMessageBox::No;
+    case BoxButton::Cancel:
+        return QMessageBox::Cancel;
     case BoxButton::Ok:
         break;
     }
@@ -43,8 +45,19 @@ void setButtonText(QPushButton *button, BoxButton which, const Box &box)
         button->setText(QStringLiteral("&Yes"));
     else if (which == BoxButton::No)
         button->setText(QStringLiteral("&No"));
+    else if (which == BoxButton::Cancel)
+        button->setText(QStringLiteral("&Cancel"));
     else if (!box.okText.isEmpty())
         button->setText(box.okText);
+}
+
+// What closing the box without a button means.
+BoxButton escapeButton(const Box &box)
+{
+    for (const BoxButton button : {BoxButton::Cancel, BoxButton::No})
+        if (box.buttons.contains(button))
+            return button;
+    return BoxButton::Ok;
 }
 
 } // namespace
@@ -70,8 +83,7 @@ BoxButton MessageBoxAsker::show(const Box &box)
         setButtonText(messageBox->addButton(buttonOf(button)), button, box);
     if (!box.buttons.isEmpty())
         messageBox->setDefaultButton(buttonOf(box.defaultButton.value_or(box.buttons.first())));
-    const bool asks = box.buttons.contains(BoxButton::No);
-    messageBox->setEscapeButton(asks ? QMessageBox::No : QMessageBox::Ok);
+    messageBox->setEscapeButton(buttonOf(escapeButton(box)));
     // Work that waits for the answer does not make the user wait.
     const bool isWorking = QGuiApplication::overrideCursor();
     if (isWorking)
@@ -83,7 +95,7 @@ BoxButton MessageBoxAsker::show(const Box &box)
     for (BoxButton button : box.buttons)
         if (clicked == buttonOf(button))
             return button;
-    return asks ? BoxButton::No : BoxButton::Ok;
+    return escapeButton(box);
 }
 
 } // namespace base

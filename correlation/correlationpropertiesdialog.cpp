@@ -330,6 +330,11 @@ void CorrelationPropertiesDialog::refillMarkers()
     m_flatAt->setCurrentIndex(flat.isEmpty() ? 0 : names.indexOf(flat) + 1);
 }
 
+void CorrelationPropertiesDialog::templatesChanged()
+{
+    m_wells->offerTemplates();
+}
+
 void CorrelationPropertiesDialog::markChanged()
 {
     m_isChanged = true;

@@ -97,6 +97,12 @@ void CorrelationView::reload(const QString &wellName)
     redraw();
 }
 
+void CorrelationView::reloadTemplates()
+{
+    m_wells.forgetTemplates();
+    redraw();
+}
+
 void CorrelationView::setScaleFactor(float scale)
 {
     m_scale = scale;

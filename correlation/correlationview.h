@@ -34,6 +34,8 @@ public:
     void load(const CorrelationProperties &properties, const QString &flatMarker);
     /// Reads a well anew, or all with an empty name, and draws.
     void reload(const QString &wellName);
+    /// Reads the templates anew and draws.
+    void reloadTemplates();
 
     float scaleFactor() const { return m_scale; }
     void setScaleFactor(float scale);

@@ -8,6 +8,7 @@
 #include "correlation/correlationview.h"
 #include "datastore/projectdata.h"
 #include "logview/infront.h"
+#include "templates/templatestore.h"
 
 #include <QTabWidget>
 #include <QTreeWidgetItem>
@@ -145,6 +146,21 @@ void CorrelationViewTabWidget::wellChanged(const QString &wellName)
         if (wellName.isEmpty() || isShown)
             view->reload(wellName);
         display(tab)->dialog()->followWell(wellName);
+    }
+}
+
+void CorrelationViewTabWidget::applyTemplate(const TemplateId &now, const TemplateId &was)
+{
+    for (int tab = 0; tab < m_names.size(); ++tab) {
+        display(tab)->dialog()->templatesChanged();
+        CorrelationView *view = display(tab)->view();
+        const QVector<CorrelationWell> &wells = view->properties().wells;
+        const bool isUsed = std::any_of(wells.begin(), wells.end(), [&](const CorrelationWell &well) {
+            return now.mayBeShownAs(well.templateName, well.wellName)
+                || was.mayBeShownAs(well.templateName, well.wellName);
+        });
+        if (isUsed)
+            view->reloadTemplates();
     }
 }
 

@@ -13,6 +13,7 @@ QT_END_NAMESPACE
 
 class CorrelationDisplayWidget;
 struct ProjectData;
+struct TemplateId;
 
 /// The work area "Correlation View": one tab for each open correlation. Correlations are known by name.
 class CorrelationViewTabWidget : public QWidget
@@ -48,6 +49,10 @@ public:
     void forget(const QString &name);
     /// A well changed in the host, or with an empty name any of them: open correlations follow.
     void wellChanged(const QString &wellName);
+
+    /// A template was written, and may have taken another one's place: open correlations that use one of them are drawn
+    /// anew, and all offer it.
+    void applyTemplate(const TemplateId &now, const TemplateId &was);
 
 signals:
     /// An open correlation is saved under another name now.

@@ -93,6 +93,20 @@ QVector<CorrelationWell> CorrelationWellsTable::wells() const
     return wells;
 }
 
+void CorrelationWellsTable::offerTemplates()
+{
+    for (int row = 0; row < rowCount(); ++row) {
+        QComboBox *templates = chooser(row, templateColumn);
+        QStringList names = templatesOf(chooser(row, wellColumn)->currentText());
+        const QString chosen = templates->currentText();
+        if (templates->currentIndex() >= 0 && !names.contains(chosen))
+            names.append(chosen);
+        templates->clear();
+        templates->addItems(names);
+        templates->setCurrentText(chosen);
+    }
+}
+
 void CorrelationWellsTable::refillTemplates(int row)
 {
     QComboBox *templates = chooser(row, templateColumn);

@@ -28,6 +28,8 @@ public:
     QVector<CorrelationWell> wells() const;
     /// Fills the template chooser of a row anew for its well; the chosen template stays where the well has it.
     void refillTemplates(int row);
+    /// Brings the lists of all template choosers up to date; what is chosen stays, also where it is gone.
+    void offerTemplates();
 
 signals:
     /// The user chose another well; the sender of the chooser has the property "row".

@@ -72,7 +72,7 @@ WellDisplayWidget::WellDisplayWidget(ProjectData &projectData, const QString &we
     m_statusLine->setMinimumHeight(m_statusLine->sizeHint().height());
     m_statusLine->clear();
     layout->addWidget(m_statusLine);
-    buildTracks(templateName);
+    buildDisplay(templateName);
 
     connect(m_scene.get(), &WellLogsScene::propertyWidgetChanged, this, &WellDisplayWidget::setPropertyWidget);
     connect(m_scene.get(), &WellLogsScene::sendDeleteTrack, this, &WellDisplayWidget::deleteTrack);
@@ -100,29 +100,44 @@ WellDisplayWidget::~WellDisplayWidget()
     m_scene->disconnect(this);
 }
 
-void WellDisplayWidget::buildTracks(const QString &templateName)
+void WellDisplayWidget::buildDisplay(const QString &templateName)
 {
     const auto well = std::make_shared<WellDisplayData>(m_data, m_wellName);
+    m_scene->beginDisplay(well->record());
+    for (TrackItem *track : makeTracks(templateName, well))
+        m_scene->addTrack(track);
+    m_scene->endDisplay();
+}
+
+void WellDisplayWidget::applyTemplate(const QString &templateName)
+{
+    setStatusLabel(QString());
+    m_scene->replaceTracks(makeTracks(templateName, std::make_shared<WellDisplayData>(m_data, m_wellName)));
+}
+
+QVector<TrackItem *> WellDisplayWidget::makeTracks(const QString &templateName,
+                                                   const std::shared_ptr<WellDisplayData> &well)
+{
     if (well->initialTrackWidth(LinearTrack) <= 0)
         well->setDotsPerInch(logicalDpiX());
-    m_scene->beginDisplay(well->record());
+    QVector<TrackItem *> tracks;
     QStringList withoutLog;
     for (const TrackInfo &definition : loadTemplate(m_data.project, templateName, m_wellName)) {
         const TrackInfo resolved = well->resolved(definition);
         withoutLog += WellDisplayData::groupsWithoutLog(resolved);
         auto *track = new TrackItem(resolved, well, well->totalDepthM());
         track->setPerforationsShown(true);
-        m_scene->addTrack(track);
         connect(track, &TrackItem::hovered, this, &WellDisplayWidget::setStatusLabel);
+        tracks.append(track);
     }
-    m_scene->endDisplay();
     m_unreadLogs = well->unreadLogs();
-    if (m_scene->tracks().isEmpty())
+    if (tracks.isEmpty())
         setStatusLabel(emptyDisplayText(m_data.project, templateName));
     withoutLog.removeDuplicates();
     if (!withoutLog.isEmpty())
         setStatusLabel(QStringLiteral("No default log for %1 in %2: see Well Data Manager")
                            .arg(withoutLog.join(QStringLiteral(", ")), m_wellName));
+    return tracks;
 }
 
 // The depth range begins at 0, but the logs may begin far below.

@@ -18,7 +18,9 @@ class QPainter;
 QT_END_NAMESPACE
 
 class MarkerItem;
+class TrackItem;
 class ViewPair;
+class WellDisplayData;
 class WellLogsScene;
 class WellLogsView;
 struct ProjectData;
@@ -45,6 +47,8 @@ public:
     /// Opens with this depth in the middle of the view instead of with the first sample at its top.
     void openAtDepth(double depthM);
 
+    /// Shows the well with a template as it is now; range, scale, depth type, unit and markers stay.
+    void applyTemplate(const QString &templateName);
     /// Tells in one box which of its logs could not be read.
     void tellUnread();
     /// Between the two, the well's markers are read at most once.
@@ -77,7 +81,8 @@ public slots:
     void setStatusLabel(QString label);
 
 private:
-    void buildTracks(const QString &templateName);
+    void buildDisplay(const QString &templateName);
+    QVector<TrackItem *> makeTracks(const QString &templateName, const std::shared_ptr<WellDisplayData> &well);
     void openAtFirstSample();
     void saveMarker(MarkerItem *marker);
     void readMarkers();

@@ -9,6 +9,7 @@
 #include <QGraphicsSceneMouseEvent>
 
 #include <algorithm>
+#include <utility>
 
 WellLogsScene::WellLogsScene(QObject *parent, QGraphicsScene *headerScene)
     : QGraphicsScene(parent)
@@ -81,6 +82,23 @@ void WellLogsScene::endDisplay()
     updateSceneRects();
 }
 
+void WellLogsScene::replaceTracks(const QVector<TrackItem *> &tracks)
+{
+    for (TrackItem *old : std::exchange(m_tracks, {})) {
+        m_selection->leavePanelOf(old);
+        delete old;
+    }
+    m_selection->forgetCurrentTrack();
+    m_sceneWidth = 0;
+    for (TrackItem *track : tracks) {
+        track->setScale(m_panel->scale());
+        track->setDepthRange(m_startDepth, m_endDepth);
+        applyDepthReference(track);
+        addTrack(track);
+    }
+    relayoutTracks();
+}
+
 // Gives the x of what stands right of the track.
 int WellLogsScene::placeTrack(TrackItem *track, int x)
 {
@@ -133,17 +151,22 @@ void WellLogsScene::applyDepthTypeAndUnit()
     m_panel->setEndDepth(limits.end);
     for (TrackItem *track : qAsConst(m_tracks)) {
         track->setDepthRange(limits.start, limits.end);
-        if (m_depthType == logview::MeasuredDepth)
-            track->setMdFlag();
-        else if (m_depthType == logview::TvdSubsea)
-            track->setTvdssFlag();
-        track->setDepthUnit(static_cast<logview::DepthUnit>(m_depthUnit));
+        applyDepthReference(track);
     }
     if (!m_tracks.isEmpty())
         m_trackHeight = m_tracks.first()->axis().heightPx();
     tellDropped(
         m_markers.placeOrDrop(depthAxis(), [this](const MarkerItem &marker) { return displayDepth(marker); }));
     updateSceneRects();
+}
+
+void WellLogsScene::applyDepthReference(TrackItem *track)
+{
+    if (m_depthType == logview::MeasuredDepth)
+        track->setMdFlag();
+    else if (m_depthType == logview::TvdSubsea)
+        track->setTvdssFlag();
+    track->setDepthUnit(static_cast<logview::DepthUnit>(m_depthUnit));
 }
 
 // Markers stand at their stored depths here, whatever depth type and unit the display has.

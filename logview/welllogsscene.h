@@ -35,6 +35,8 @@ public:
     void beginDisplay(const WellRecord &well);
     void addTrack(TrackItem *track);
     void endDisplay();
+    /// Shows other tracks, and only these. Depth range, depth type, unit, scale and markers stay as they are.
+    void replaceTracks(const QVector<TrackItem *> &tracks);
 
     WellLogsScenePropertyWidget *panel() const;
     const WellRecord &well() const { return m_well; }
@@ -105,6 +107,7 @@ protected:
 private:
     void clearDisplay();
     void destroyItem(QGraphicsItem *item);
+    void applyDepthReference(TrackItem *track);
     int placeTrack(TrackItem *track, int x);
     void updateSceneRects();
     double displayDepth(const MarkerItem &marker) const;

@@ -4,11 +4,21 @@
 #include "base/labeltext.h"
 #include "datastore/projectdata.h"
 #include "logview/welldisplaywidget.h"
+#include "templates/templatestore.h"
 
 #include <QDockWidget>
 #include <QSignalBlocker>
 #include <QTabWidget>
 #include <QTreeWidget>
+
+namespace {
+
+QString tabText(const QString &wellName, const QString &templateName)
+{
+    return base::labelText(wellName + QLatin1Char(':') + templateName);
+}
+
+} // namespace
 
 WellLogsViewWidget::WellLogsViewWidget(ProjectData &projectData, QDockWidget *propertiesDock,
                                        QTreeWidget *projectTree, QWidget *parent)
@@ -57,7 +67,7 @@ WellDisplayWidget *WellLogsViewWidget::insertDisplay(int place, const QString &w
     connect(newDisplay, &WellDisplayWidget::markersDropped, this, &WellLogsViewWidget::markersDropped);
     m_wells.insert(place, wellName);
     m_displays.insert(place, {m_data.catalogue.wellKey(m_data.catalogue.indexOf(wellName)), templateName});
-    m_tabs->insertTab(place, newDisplay, base::labelText(wellName + QLatin1Char(':') + templateName));
+    m_tabs->insertTab(place, newDisplay, tabText(wellName, templateName));
     return newDisplay;
 }
 
@@ -175,6 +185,28 @@ void WellLogsViewWidget::removeGoneMarkers()
 {
     for (int tab = 0; tab < m_wells.size(); ++tab)
         display(tab)->removeGoneMarkers();
+}
+
+// A box may come up for a calibration file: tabs may go meanwhile.
+void WellLogsViewWidget::applyTemplate(const TemplateId &now, const TemplateId &was)
+{
+    const QPointer<WellLogsViewWidget> self = this;
+    // A well's own template is not what is displayed where a global one has its name.
+    const bool wasShown = was.isGlobal || !m_data.project.globalTemplateNames.contains(was.name);
+    for (const QString &wellName : QStringList(m_wells)) {
+        const int tab = self ? m_wells.indexOf(wellName) : -1;
+        if (tab < 0)
+            continue;
+        QString &shown = m_displays[tab].templateName;
+        if (!now.mayBeShownAs(shown, wellName) && !(wasShown && was.mayBeShownAs(shown, wellName)))
+            continue;
+        shown = now.name;
+        m_tabs->setTabText(tab, tabText(wellName, now.name));
+        const QPointer<WellDisplayWidget> rebuilt = display(tab);
+        rebuilt->applyTemplate(now.name);
+        if (rebuilt)
+            rebuilt->tellUnread();
+    }
 }
 
 void WellLogsViewWidget::beginMarkers(const QString &wellName)

@@ -14,6 +14,7 @@ QT_END_NAMESPACE
 
 class WellDisplayWidget;
 struct ProjectData;
+struct TemplateId;
 
 /// The work area "Well Logs View": one tab for each displayed well.
 class WellLogsViewWidget : public QWidget
@@ -70,6 +71,8 @@ public slots:
     void setCurrentTab(int tabIdx);
     /// Brings the display of the well to the front; nothing where there is none.
     void showWell(const QString &wellName);
+    /// A template was written: displays that show it, or the one whose place it takes, show it as it is now.
+    void applyTemplate(const TemplateId &now, const TemplateId &was);
     /// Around the markers of one click: they are read from the well at most once.
     void beginMarkers(const QString &wellName);
     void endMarkers(const QString &wellName);

@@ -159,6 +159,7 @@ void MainWindow::createTabs()
     connect(m_projectTree, &Tree::wellClicked, m_logsView, &View::showWell);
     connect(m_projectTree, &Tree::markersBegin, m_logsView, &View::beginMarkers);
     connect(m_projectTree, &Tree::markersEnd, m_logsView, &View::endMarkers);
+    connect(m_projectTree, &Tree::templateApplied, m_logsView, &View::applyTemplate);
     connect(m_logsView, &View::markerSaved, m_projectTree, &Tree::checkShownMarker);
     connect(m_logsView, &View::markersDropped, m_projectTree, &Tree::uncheckDroppedMarkers);
     connect(m_logsView, &View::displayRebuilt, m_projectTree, &Tree::sendMarkersOf);
@@ -192,6 +193,7 @@ void MainWindow::connectCorrelations()
     using Tree = ProjectTreeWidget;
     using View = CorrelationViewTabWidget;
     connect(m_projectTree, &Tree::sendCorrelation, m_correlations, &View::addCorrelation);
+    connect(m_projectTree, &Tree::templateApplied, m_correlations, &View::applyTemplate);
     connect(m_projectTree, &Tree::correlationDeleted, m_correlations, &View::forget);
     connect(m_correlations, &View::correlationRenamed, m_projectTree, &Tree::renameCorrelation);
 }

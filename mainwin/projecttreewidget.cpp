@@ -4,9 +4,12 @@
 #include "base/folderremoval.h"
 #include "base/nestedevents.h"
 #include "datastore/projectdata.h"
+#include "logview/welltemplatepreview.h"
 #include "mainwin/projectfolders.h"
 #include "mainwin/projecttreesync.h"
-#include "templates/templatestore.h"
+#include "mainwin/projecttreetemplates.h"
+#include "templates/definetemplate.h"
+#include "templates/modifytemplate.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -401,40 +404,60 @@ void ProjectTreeWidget::contextMenuEvent(QContextMenuEvent *event)
     setCurrentItem(item);
     QMenu menu(this);
     menu.setObjectName(QStringLiteral("projectTreeMenu"));
-    const auto add = [this, &menu](const char *text, void (ProjectTreeWidget::*slot)(), bool isReady) {
-        menu.addAction(QString::fromLatin1(text), this, slot)->setEnabled(isReady);
+    const auto add = [this, &menu](const char *text, void (ProjectTreeWidget::*slot)()) {
+        menu.addAction(QString::fromLatin1(text), this, slot);
     };
-    // Entries whose editors or views do not exist yet are shown and disabled.
     if (item == m_correlations)
-        add("Add Correlation", &ProjectTreeWidget::addNewCorrelationDialog, true);
+        add("Add Correlation", &ProjectTreeWidget::addNewCorrelationDialog);
     else if (item->type() == HeadingType && item->text(0) == QLatin1String("Template"))
-        add("Create New Template", &ProjectTreeWidget::createNewTemplate, false);
+        add("Create New Template", &ProjectTreeWidget::createNewTemplate);
     else if (item->type() == WellTemplateType) {
-        add("Edit", &ProjectTreeWidget::editWellTemplate, false);
-        add("Delete", &ProjectTreeWidget::deleteWellTemplate, true);
+        add("Edit", &ProjectTreeWidget::editWellTemplate);
+        add("Delete", &ProjectTreeWidget::deleteWellTemplate);
     } else if (item->type() == GlobalTemplateType) {
-        add("Edit", &ProjectTreeWidget::editGlobalTemplate, false);
-        add("Delete", &ProjectTreeWidget::deleteGlobalTemplate, true);
+        add("Edit", &ProjectTreeWidget::editGlobalTemplate);
+        add("Delete", &ProjectTreeWidget::deleteGlobalTemplate);
     } else if (item->type() == CorrelationType) {
-        add("Delete", &ProjectTreeWidget::deleteCorrelationFromData, true);
+        add("Delete", &ProjectTreeWidget::deleteCorrelationFromData);
     }
     const base::NestedEvents events;
     if (!menu.isEmpty())
         menu.exec(isByKeyboard ? viewport()->mapToGlobal(visualItemRect(item).bottomLeft()) : event->globalPos());
 }
 
-// The three editing slots open dialogs of the template editors, which are not part of the plug-in yet; their menu
-// entries are disabled until then.
 void ProjectTreeWidget::createNewTemplate()
 {
+    const QTreeWidgetItem *item = currentItem();
+    if (item && item->type() == HeadingType && item->text(0) == QLatin1String("Template") && item->parent())
+        openEditor(new DefineTemplate(m_data, item->parent()->text(0), this));
 }
 
 void ProjectTreeWidget::editWellTemplate()
 {
+    QTreeWidgetItem *item = currentItem();
+    if (!item || item->type() != WellTemplateType)
+        return;
+    const QString well = wellOf(item)->text(0);
+    openEditor(new ModifyTemplate(m_data, TemplateId::ofWell(well, item->text(0)), well, this));
 }
 
 void ProjectTreeWidget::editGlobalTemplate()
 {
+    QTreeWidgetItem *item = currentItem();
+    if (item && item->type() == GlobalTemplateType)
+        openEditor(new ModifyTemplate(m_data, TemplateId::global(item->text(0)), wellOf(item)->text(0), this));
+}
+
+void ProjectTreeWidget::openEditor(TemplateDialog *dialog)
+{
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setPreview(new WellTemplatePreview(m_data, dialog->wellName()));
+    connect(dialog, &TemplateDialog::templateSaved, this, [this](const TemplateId &now, const TemplateId &was) {
+        const QSignalBlocker blocker(this);
+        registerTemplate(m_wells, now, was);
+    });
+    connect(dialog, &TemplateDialog::templateApplied, this, &ProjectTreeWidget::templateApplied);
+    dialog->open();
 }
 
 // Removes the folder \a name in \a parent, on success calls \a removeItems, and says how it went. The box comes last:

@@ -6,7 +6,9 @@
 #include <QTreeWidget>
 
 class ProjectFolders;
+class TemplateDialog;
 struct ProjectData;
+struct TemplateId;
 
 /// The tree of the dock "Project Data": wells with their logs, markers and templates, global templates, and saved
 /// correlations. Checking items chooses what the log view displays; requests go out as signals.
@@ -54,6 +56,8 @@ signals:
     void sendWellDisplayProperties(QString wellName, QString wellDisTempName);
     void sendCorrelation(QTreeWidgetItem *correlationItem);
     void correlationDeleted(QString name);
+    /// A template editor wrote a template: displays of it, and of the one whose place it takes, are out of date.
+    void templateApplied(const TemplateId &now, const TemplateId &was);
     void removeWellDisplay(QString wellName);
     void displayMarker(QString wellName, QString markerName);
     void removeMarker(QString wellName, QString markerName);
@@ -96,6 +100,7 @@ private:
     void markerToggled(QTreeWidgetItem *marker);
     void refreshMarkers(QTreeWidgetItem *well);
     void setMarkerChecked(const QString &wellName, const QString &markerName, Qt::CheckState state);
+    void openEditor(TemplateDialog *dialog);
     void notePress(const QPoint &position);
     template<class RemoveItems>
     void removeProjectFolder(const QString &parent, const QString &name, const RemoveItems &removeItems);

@@ -1,6 +1,7 @@
 #include "templates/templatestore.h"
 
 #include "base/atomicfile.h"
+#include "base/folderremoval.h"
 #include "base/safename.h"
 #include "datastore/project.h"
 #include "datastore/projectfile.h"
@@ -65,6 +66,12 @@ std::tuple<bool, int, QString, QString> trackOrder(const QString &fileName)
     return {!number, digits.size(), digits, fileName};
 }
 
+QString folderOf(const Project &project, const TemplateId &which)
+{
+    return which.isGlobal ? globalTemplateFolder(project, which.name)
+                          : templateFolder(project, which.name, which.wellName);
+}
+
 } // namespace
 
 QString templateFolder(const Project &project, const QString &templateName, const QString &wellName)
@@ -92,8 +99,13 @@ QStringList wellTemplateNames(const Project &project, const QString &wellName)
 QVector<TrackInfo> loadTemplate(const Project &project, const QString &templateName, const QString &wellName)
 {
     const bool isGlobal = project.globalTemplateNames.contains(templateName);
-    const QString folder =
-        isGlobal ? globalTemplateFolder(project, templateName) : templateFolder(project, templateName, wellName);
+    return loadTemplate(project,
+                        isGlobal ? TemplateId::global(templateName) : TemplateId::ofWell(wellName, templateName));
+}
+
+QVector<TrackInfo> loadTemplate(const Project &project, const TemplateId &which)
+{
+    const QString folder = folderOf(project, which);
     QStringList files = projectEntries(project.projectFolder, folder, QDir::Files, QDir::Unsorted);
     std::sort(files.begin(), files.end(),
               [](const QString &a, const QString &b) { return trackOrder(a) < trackOrder(b); });
@@ -102,6 +114,34 @@ QVector<TrackInfo> loadTemplate(const Project &project, const QString &templateN
     for (const QString &file : qAsConst(files))
         tracks.append(readTrackFile(project, folder + QLatin1Char('/') + file));
     return tracks;
+}
+
+bool templateExists(const Project &project, const TemplateId &which)
+{
+    const QFileInfo folder(folderOf(project, which));
+    return folder.exists() || folder.isSymLink();
+}
+
+base::ReplaceResult saveTemplate(const Project &project, const TemplateId &which, const QVector<QByteArray> &tracks)
+{
+    QVector<base::FolderFile> files;
+    files.reserve(tracks.size());
+    for (const QByteArray &bytes : tracks)
+        files.append({trackNameOf(files.size() + 1) + QStringLiteral(".txt"), bytes});
+    const QFileInfo folder(folderOf(project, which));
+    return base::replaceFolder(folder.path(), folder.fileName(), files, project.projectFolder);
+}
+
+bool removeTemplate(const Project &project, const TemplateId &which)
+{
+    const QFileInfo folder(folderOf(project, which));
+    return !templateExists(project, which)
+        || base::removeFolder(folder.path(), folder.fileName(), project.projectFolder);
+}
+
+QString trackNameOf(int number)
+{
+    return QLatin1String(trackPrefix) + QString::number(number);
 }
 
 TrackInfo readTrackFile(const Project &project, const QString &path)

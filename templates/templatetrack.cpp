@@ -4,6 +4,7 @@
 #include "datastore/textfields.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace {
 
@@ -128,6 +129,32 @@ QByteArray curveLine(const TemplateCurveRow &row)
 }
 
 } // namespace
+
+bool operator==(const TemplateCurveInfo &a, const TemplateCurveInfo &b)
+{
+    const auto texts = [](const TemplateCurveInfo &c) { return std::tie(c.group, c.curve, c.leftUpTo, c.rightUpTo); };
+    const auto colors = [](const TemplateCurveInfo &c) {
+        return std::tie(c.color, c.leftFillColor, c.rightFillColor, c.pointColor);
+    };
+    const auto numbers = [](const TemplateCurveInfo &c) {
+        return std::tie(c.minimum, c.maximum, c.isLeftFillOn, c.isRightFillOn, c.leftFillIndex, c.rightFillIndex,
+                        c.lineTypeIndex, c.lineWidthIndex, c.penStyle, c.penWidth, c.isCalibrationShown, c.pointSize,
+                        c.pointShape);
+    };
+    return texts(a) == texts(b) && colors(a) == colors(b) && numbers(a) == numbers(b);
+}
+
+bool operator==(const TrackInfo &a, const TrackInfo &b)
+{
+    return a.type == b.type && a.curves == b.curves;
+}
+
+QString trackTypeText(int type)
+{
+    if (type == LinearTrack)
+        return QStringLiteral("Linear");
+    return type == LogarithmicTrack ? QStringLiteral("Logrithmic") : QStringLiteral("Depth");
+}
 
 TrackInfo parseTrack(const QByteArray &bytes, const QString &name)
 {

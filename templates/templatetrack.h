@@ -34,6 +34,8 @@ struct TemplateCurveInfo
     int pointShape = 1; ///< 1 circle, 2 rectangle
 };
 
+bool operator==(const TemplateCurveInfo &a, const TemplateCurveInfo &b);
+
 /// One track of a display template.
 struct TrackInfo
 {
@@ -42,8 +44,14 @@ struct TrackInfo
     QVector<TemplateCurveInfo> curves; ///< in file order
 };
 
-/// One row of a template editor as it is written into a track file; the defaults are those of a new row. Numbers
-/// stand as the user typed them.
+/// Whether both look alike; names do not count.
+bool operator==(const TrackInfo &a, const TrackInfo &b);
+
+/// The text of a track type, as it stands in a file's first line: "Linear", "Logrithmic" (spelled so) or "Depth".
+QString trackTypeText(int type);
+
+/// One row of a template editor as it is written into a track file; the defaults are those of a line that says nothing
+/// of it. Numbers stand as the user typed them.
 struct TemplateCurveRow
 {
     QString group;

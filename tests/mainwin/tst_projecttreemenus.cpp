@@ -49,11 +49,10 @@ private slots:
     {
         QTest::addColumn<QString>("path");
         QTest::addColumn<QStringList>("entries");
-        // Entries in brackets are disabled: their editors do not exist yet.
         QTest::newRow("correlations") << "Correlations" << strings({"Add Correlation"});
-        QTest::newRow("template") << "Wells/A/Template" << strings({"[Create New Template]"});
-        QTest::newRow("well template") << "Wells/A/Template/Own" << strings({"[Edit]", "Delete"});
-        QTest::newRow("global template") << "Wells/A/Template/Global/Simple" << strings({"[Edit]", "Delete"});
+        QTest::newRow("template") << "Wells/A/Template" << strings({"Create New Template"});
+        QTest::newRow("well template") << "Wells/A/Template/Own" << strings({"Edit", "Delete"});
+        QTest::newRow("global template") << "Wells/A/Template/Global/Simple" << strings({"Edit", "Delete"});
         QTest::newRow("correlation") << "Correlations/East-West" << strings({"Delete"});
         for (const char *path : {"Wells", "Wells/A", "Wells/A/Logs", "Wells/A/Logs/GR", "Wells/A/Markers",
                                  "Wells/A/Markers/Top", "Wells/A/Template/Global"})
@@ -82,8 +81,8 @@ private slots:
         QCOMPARE(fixture.menuOf("Wells/Template/Logs/Template"), QStringList());
         QCOMPARE(fixture.menuOf("Wells/Template/Markers/Correlations"), QStringList());
         QCOMPARE(fixture.menuOf("Wells/Correlations"), QStringList());
-        QCOMPARE(fixture.menuOf("Wells/A/Template/Template"), strings({"[Edit]", "Delete"}));
-        QCOMPARE(fixture.menuOf("Wells/A/Template/Global/Correlations"), strings({"[Edit]", "Delete"}));
+        QCOMPARE(fixture.menuOf("Wells/A/Template/Template"), strings({"Edit", "Delete"}));
+        QCOMPARE(fixture.menuOf("Wells/A/Template/Global/Correlations"), strings({"Edit", "Delete"}));
         QCOMPARE(fixture.menuOf("Correlations/Template"), strings({"Delete"}));
     }
 

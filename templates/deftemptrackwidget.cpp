@@ -1,0 +1,470 @@
+#include "templates/deftemptrackwidget.h"
+
+#include "base/nestedevents.h"
+#include "templates/filllimitmodel.h"
+#include "templates/templatechoices.h"
+
+#include <QCheckBox>
+#include <QColorDialog>
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QSpinBox>
+#include <QTableWidget>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int rowsBeyondSight = 3; // so that the Tab key always finds a next row
+const char rowProperty[] = "row";
+const char columnProperty[] = "column";
+
+constexpr int columnWidths[curvecolumn::Count] = {140, 120, 46, 46, 60, 66, 66, 110, 110, 70, 86, 86, 90, 60, 56, 90};
+
+QPushButton *makeButton(const char *text, const char *name)
+{
+    auto *button = new QPushButton(QString::fromLatin1(text));
+    button->setObjectName(QString::fromLatin1(name));
+    button->setAutoDefault(false);
+    return button;
+}
+
+bool isActivation(int key)
+{
+    return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_F2;
+}
+
+} // namespace
+
+DefTempTrackWidget::DefTempTrackWidget(TemplateChoices &choices, QAbstractItemModel *colorBars, QWidget *parent)
+    : QWidget(parent)
+    , m_choices(choices)
+    , m_type(new QComboBox)
+    , m_table(new QTableWidget(0, curvecolumn::Count))
+{
+    setObjectName(QStringLiteral("DefTempTrackWidget"));
+    m_models = {&choices, colorBars, new FillLimitModel(filllimit::leftBoundary(), this),
+                new FillLimitModel(filllimit::rightBoundary(), this)};
+    for (const int type : {LinearTrack, LogarithmicTrack, DepthTrack})
+        m_type->addItem(trackTypeText(type));
+    m_type->setObjectName(QStringLiteral("trackTypeBox"));
+    auto *typeLabel = new QLabel(QStringLiteral("Track Type :"));
+    typeLabel->setBuddy(m_type);
+    auto *add = makeButton("Add Curve", "addCurveButton");
+    auto *top = new QHBoxLayout;
+    top->addWidget(typeLabel);
+    top->addWidget(m_type);
+    top->addWidget(add);
+    top->addStretch();
+    auto *page = new QVBoxLayout(this);
+    page->addLayout(top);
+    page->addWidget(m_table, 1);
+
+    m_table->setObjectName(QStringLiteral("curveTable"));
+    m_table->setHorizontalHeaderLabels(curvecolumn::headings());
+    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_table->setSelectionMode(QAbstractItemView::NoSelection); // a selection would cover the colours
+    m_table->setTabKeyNavigation(false);
+    m_table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    m_table->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    for (int column = 0; column < curvecolumn::Count; ++column)
+        m_table->setColumnWidth(column,
+                                std::max(columnWidths[column], m_table->horizontalHeader()->sectionSizeHint(column)));
+    m_table->installEventFilter(this);
+    m_table->viewport()->installEventFilter(this);
+
+    connect(add, &QPushButton::clicked, this, &DefTempTrackWidget::addCurveClicked);
+    connect(m_type, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &DefTempTrackWidget::trackTypeChanged);
+    connect(m_table, &QTableWidget::cellClicked, this, &DefTempTrackWidget::cellSelected);
+    connect(m_table, &QTableWidget::cellChanged, this, [this](int row, int) {
+        if (isRow(row) && widgetsOf(row) && !m_isShowing) {
+            CurveRow edited = m_rows.at(row);
+            widgetsOf(row)->readInto(&edited);
+            setRow(row, edited);
+        }
+    });
+    connect(m_table->verticalScrollBar(), &QScrollBar::valueChanged, this, &DefTempTrackWidget::makeRowsInSight);
+    for (const int step : {-1, 1}) {
+        auto *move = new QShortcut(QKeySequence(Qt::ALT + (step < 0 ? Qt::Key_Up : Qt::Key_Down)), this);
+        move->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(move, &QShortcut::activated, this, [this, step] { moveCurrentRow(step); });
+    }
+    showTypeTips();
+}
+
+DefTempTrackWidget::~DefTempTrackWidget() = default;
+
+void DefTempTrackWidget::setTrack(const TrackInfo &track, int rowsAtOnce)
+{
+    m_rows = CurveRows(track);
+    for (int row = 0; row < m_rows.size(); ++row)
+        noteValues(m_rows.at(row));
+    {
+        const QScopedValueRollback<bool> showing(m_isShowing, true);
+        m_type->setCurrentIndex(track.type);
+        m_widgets.clear();
+        m_table->setRowCount(0);
+        setRowCount(m_rows.size());
+    }
+    for (int row = 0; row < std::min(rowsAtOnce, m_rows.size()); ++row)
+        makeRow(row);
+    showTypeTips();
+    tellChange();
+}
+
+void DefTempTrackWidget::setTrackName(const QString &name)
+{
+    m_trackName = name;
+    m_isTrackKnown = false;
+}
+
+const TrackInfo &DefTempTrackWidget::track() const
+{
+    if (!m_isTrackKnown)
+        m_track = m_rows.track(m_trackName);
+    m_isTrackKnown = true;
+    return m_track;
+}
+
+void DefTempTrackWidget::tellChange()
+{
+    m_isTrackKnown = false;
+    emit changed();
+}
+
+void DefTempTrackWidget::setRowCount(int count)
+{
+    m_table->setRowCount(count);
+    m_widgets.resize(static_cast<size_t>(count));
+    m_models.leftLimits->setCurveCount(count);
+    m_models.rightLimits->setCurveCount(count);
+}
+
+void DefTempTrackWidget::makeRow(int row)
+{
+    if (widgetsOf(row))
+        return;
+    const QScopedValueRollback<bool> showing(m_isShowing, true);
+    auto &widgets = m_widgets[static_cast<size_t>(row)];
+    widgets = std::make_unique<CurveRowWidgets>(m_table, row, m_rows.isDepth(), m_models);
+    widgets->show(m_rows.at(row), m_rows.size());
+    connectRow(*widgets);
+    takeTabOrder(row);
+}
+
+// Nothing is in sight of a table that was never laid out.
+void DefTempTrackWidget::makeRowsInSight()
+{
+    if (!isVisible() || m_rows.size() == 0)
+        return;
+    const int first = m_table->rowAt(0);
+    const int bottom = m_table->rowAt(m_table->viewport()->height());
+    const int last = (bottom < 0 ? m_rows.size() - 1 : bottom) + rowsBeyondSight;
+    for (int row = std::max(0, first - rowsBeyondSight); row <= std::min(last, m_rows.size() - 1); ++row)
+        makeRow(row);
+}
+
+void DefTempTrackWidget::connectRow(const CurveRowWidgets &widgets)
+{
+    using Track = DefTempTrackWidget;
+    const auto indexChanged = QOverload<int>::of(&QComboBox::currentIndexChanged);
+    for (int column = 0; column < curvecolumn::Count; ++column) {
+        QWidget *widget = widgets.at(column);
+        if (!widget)
+            continue;
+        widget->setProperty(columnProperty, column);
+        widget->installEventFilter(this);
+        if (column == curvecolumn::Group)
+            connect(qobject_cast<QComboBox *>(widget), indexChanged, this, &Track::repopulateCurveBox);
+        else if (column == curvecolumn::Remove)
+            connect(qobject_cast<QPushButton *>(widget), &QPushButton::clicked, this, &Track::removeClicked);
+        else if (column == curvecolumn::PointColor)
+            connect(qobject_cast<QPushButton *>(widget), &QPushButton::clicked, this, &Track::pointClrBtnClicked);
+        else if (column == curvecolumn::Calibration)
+            connect(qobject_cast<QCheckBox *>(widget), &QCheckBox::toggled, this, &Track::pointVisiCheckChanged);
+        else if (auto *edit = qobject_cast<QLineEdit *>(widget))
+            connect(edit, &QLineEdit::textChanged, this, &Track::rowEdited);
+        else if (auto *spin = qobject_cast<QSpinBox *>(widget))
+            connect(spin, QOverload<int>::of(&QSpinBox::valueChanged), this, &Track::rowEdited);
+        else if (auto *box = qobject_cast<QComboBox *>(widget))
+            connect(box, indexChanged, this, &Track::rowEdited);
+    }
+}
+
+// Behind the nearest row above that was made.
+void DefTempTrackWidget::takeTabOrder(int row)
+{
+    int above = row - 1;
+    while (above >= 0 && !widgetsOf(above))
+        --above;
+    QWidget *previous = above >= 0 ? widgetsOf(above)->all().last() : m_table;
+    for (QWidget *widget : widgetsOf(row)->all()) {
+        setTabOrder(previous, widget);
+        previous = widget;
+    }
+}
+
+void DefTempTrackWidget::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    makeRowsInSight();
+}
+
+// The colour is a cell without widget: the keys stop there all the same.
+bool DefTempTrackWidget::keyPressed(int key)
+{
+    const int row = m_table->currentRow();
+    const int column = m_table->currentColumn();
+    if (!isRow(row))
+        return false;
+    const bool isInColor = m_table->hasFocus() && column == curvecolumn::Color && !m_rows.isDepth();
+    if (isActivation(key) && isInColor) {
+        cellSelected(row, column);
+    } else if (isActivation(key) && m_table->hasFocus()) {
+        if (QWidget *cell = m_table->cellWidget(row, column))
+            cell->setFocus(Qt::OtherFocusReason);
+    } else if (isInColor && (key == Qt::Key_Tab || key == Qt::Key_Backtab)) {
+        m_table->cellWidget(row, key == Qt::Key_Tab ? curvecolumn::LeftFill : curvecolumn::RightValue)
+            ->setFocus(key == Qt::Key_Tab ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    } else if (!m_table->hasFocus() && !m_rows.isDepth()
+               && ((key == Qt::Key_Tab && column == curvecolumn::RightValue)
+                   || (key == Qt::Key_Backtab && column == curvecolumn::LeftFill))) {
+        m_table->setFocus(Qt::OtherFocusReason);
+        m_table->setCurrentCell(row, curvecolumn::Color);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+bool DefTempTrackWidget::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress && watched != m_table->viewport()
+        && keyPressed(static_cast<QKeyEvent *>(event)->key()))
+        return true;
+    if (watched == m_table->viewport()) {
+        if (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest)
+            makeRowsInSight();
+    } else if (auto *cell = watched == m_table ? nullptr : qobject_cast<QWidget *>(watched)) {
+        // The wheel scrolls the table; it does not turn whatever chooser comes under the mouse.
+        if (event->type() == QEvent::Wheel && !cell->hasFocus()) {
+            event->ignore();
+            return true;
+        }
+        if (event->type() == QEvent::FocusIn)
+            m_table->setCurrentCell(cell->property(rowProperty).toInt(), cell->property(columnProperty).toInt());
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void DefTempTrackWidget::addCurveClicked()
+{
+    const int row = m_rows.size();
+    CurveRow added = CurveRow::added(m_rows.type());
+    const TemplateChoices::Values values = m_choices.lastValues(added.group);
+    added.setMinimum(values.minimum);
+    added.setMaximum(values.maximum);
+    m_rows.append(added);
+    {
+        const QScopedValueRollback<bool> showing(m_isShowing, true);
+        setRowCount(row + 1);
+    }
+    makeRow(row);
+    m_table->setCurrentCell(row, curvecolumn::Group);
+    tellChange();
+}
+
+void DefTempTrackWidget::removeClicked()
+{
+    const int row = sender() ? sender()->property(rowProperty).toInt() : -1;
+    if (!isRow(row))
+        return;
+    m_rows.remove(row);
+    {
+        const QScopedValueRollback<bool> showing(m_isShowing, true);
+        m_widgets.erase(m_widgets.begin() + row);
+        m_table->removeRow(row);
+        for (int below = row; below < m_rows.size(); ++below)
+            if (widgetsOf(below))
+                widgetsOf(below)->setRowNumber(below);
+        setRowCount(m_rows.size());
+        showAllLimits();
+    }
+    makeRowsInSight();
+    const int next = std::min(row, m_rows.size() - 1);
+    if (isRow(next)) {
+        makeRow(next);
+        widgetsOf(next)->at(curvecolumn::Remove)->setFocus();
+    }
+    tellChange();
+}
+
+void DefTempTrackWidget::moveCurrentRow(int step)
+{
+    const int from = m_table->currentRow();
+    const int to = from + step;
+    if (!isRow(from) || !isRow(to))
+        return;
+    const int column = m_table->currentColumn();
+    m_rows.move(from, to);
+    for (const int row : {from, to}) {
+        makeRow(row);
+        const QScopedValueRollback<bool> showing(m_isShowing, true);
+        widgetsOf(row)->show(m_rows.at(row), m_rows.size());
+    }
+    {
+        const QScopedValueRollback<bool> showing(m_isShowing, true);
+        showAllLimits();
+    }
+    m_table->setCurrentCell(to, column);
+    tellChange();
+}
+
+void DefTempTrackWidget::showAllLimits()
+{
+    for (int row = 0; row < m_rows.size(); ++row)
+        if (widgetsOf(row))
+            widgetsOf(row)->showLimits(m_rows.at(row), m_rows.size());
+}
+
+void DefTempTrackWidget::trackTypeChanged()
+{
+    if (m_isShowing || m_type->currentIndex() == m_rows.type())
+        return;
+    const bool wasDepth = m_rows.isDepth();
+    m_rows.setType(m_type->currentIndex());
+    if (wasDepth != m_rows.isDepth())
+        remakeRows();
+    showTypeTips();
+    tellChange();
+}
+
+// Depth tracks have other cells.
+void DefTempTrackWidget::remakeRows()
+{
+    for (int row = 0; row < m_rows.size(); ++row) {
+        if (!widgetsOf(row))
+            continue;
+        m_widgets[static_cast<size_t>(row)].reset();
+        for (int column = 0; column < curvecolumn::Count; ++column)
+            m_table->removeCellWidget(row, column);
+        delete m_table->takeItem(row, curvecolumn::Color);
+        makeRow(row);
+    }
+}
+
+void DefTempTrackWidget::showTypeTips()
+{
+    const QString tip = m_rows.type() == LogarithmicTrack
+        ? QStringLiteral("A logarithmic track always spans 0.1 to 2000, whatever stands here.")
+        : QString();
+    for (const int column : {curvecolumn::LeftValue, curvecolumn::RightValue})
+        m_table->horizontalHeaderItem(column)->setToolTip(tip);
+}
+
+// The groups that a curve is moved to propose the values that they were last used with, unless it has its own.
+void DefTempTrackWidget::repopulateCurveBox()
+{
+    const int row = sender() ? sender()->property(rowProperty).toInt() : -1;
+    if (m_isShowing || !isRow(row) || !widgetsOf(row))
+        return;
+    CurveRow edited = m_rows.at(row);
+    widgetsOf(row)->readInto(&edited);
+    edited.curve = QStringLiteral("Default");
+    if (!edited.hasOwnValues) {
+        const TemplateChoices::Values values = m_choices.lastValues(edited.group);
+        edited.setMinimum(values.minimum);
+        edited.setMaximum(values.maximum);
+    }
+    {
+        const QScopedValueRollback<bool> showing(m_isShowing, true);
+        widgetsOf(row)->showCurves(edited);
+        widgetsOf(row)->showValues(edited);
+    }
+    setRow(row, edited);
+}
+
+void DefTempTrackWidget::rowEdited()
+{
+    const int row = sender() ? sender()->property(rowProperty).toInt() : -1;
+    if (m_isShowing || !isRow(row) || !widgetsOf(row))
+        return;
+    CurveRow edited = m_rows.at(row);
+    widgetsOf(row)->readInto(&edited);
+    edited.hasOwnValues = edited.hasOwnValues || qobject_cast<QLineEdit *>(sender());
+    widgetsOf(row)->showValueTips(edited);
+    setRow(row, edited);
+}
+
+void DefTempTrackWidget::setRow(int row, const CurveRow &edited)
+{
+    m_rows.replace(row, edited);
+    noteValues(edited);
+    tellChange();
+}
+
+void DefTempTrackWidget::noteValues(const CurveRow &row)
+{
+    if (row.hasOwnValues && !m_rows.isDepth())
+        m_choices.noteValues(row.group, {row.minimum, row.maximum});
+}
+
+void DefTempTrackWidget::pointVisiCheckChanged(bool isShown)
+{
+    const int row = sender() ? sender()->property(rowProperty).toInt() : -1;
+    if (!isRow(row) || !widgetsOf(row))
+        return;
+    widgetsOf(row)->enablePointCells(isShown);
+    rowEdited();
+}
+
+QColor DefTempTrackWidget::askColor(const QColor &current)
+{
+    const QPointer<QColorDialog> dialog = new QColorDialog(current, this);
+    dialog->setWindowTitle(QStringLiteral("Select Color"));
+    const base::NestedEvents events;
+    const bool isChosen = dialog->exec() == QDialog::Accepted;
+    const QColor color = dialog && isChosen ? dialog->selectedColor() : QColor();
+    delete dialog;
+    return color;
+}
+
+void DefTempTrackWidget::cellSelected(int row, int column)
+{
+    if (column != curvecolumn::Color || !isRow(row) || m_rows.isDepth())
+        return;
+    const QColor color = askColor(m_rows.at(row).color);
+    if (color.isValid()) // else this may be gone
+        m_table->item(row, column)->setBackground(color);
+}
+
+void DefTempTrackWidget::pointClrBtnClicked()
+{
+    const int row = sender() ? sender()->property(rowProperty).toInt() : -1;
+    if (!isRow(row) || !widgetsOf(row))
+        return;
+    const QColor color = askColor(m_rows.at(row).pointColor);
+    if (!color.isValid()) // this may be gone
+        return;
+    widgetsOf(row)->setPointColor(color);
+    CurveRow edited = m_rows.at(row);
+    edited.pointColor = color;
+    setRow(row, edited);
+}
+
+void DefTempTrackWidget::showProblem(const CurveRowProblem &problem)
+{
+    makeRow(problem.row);
+    const int column = problem.isMaximum ? curvecolumn::RightValue : curvecolumn::LeftValue;
+    m_table->setCurrentCell(problem.row, column);
+    widgetsOf(problem.row)->at(column)->setFocus(Qt::OtherFocusReason);
+}
