@@ -101,7 +101,14 @@ DefTempTrackWidget::DefTempTrackWidget(TemplateChoices &choices, QAbstractItemMo
     showTypeTips();
 }
 
-DefTempTrackWidget::~DefTempTrackWidget() = default;
+// Choosers tell of the end of their lists, which go with this.
+DefTempTrackWidget::~DefTempTrackWidget()
+{
+    m_isShowing = true;
+    m_table->disconnect(this);
+    m_table->verticalScrollBar()->disconnect(this);
+    delete m_table;
+}
 
 void DefTempTrackWidget::setTrack(const TrackInfo &track, int rowsAtOnce)
 {
@@ -117,6 +124,7 @@ void DefTempTrackWidget::setTrack(const TrackInfo &track, int rowsAtOnce)
     }
     for (int row = 0; row < std::min(rowsAtOnce, m_rows.size()); ++row)
         makeRow(row);
+    makeRowsInSight();
     showTypeTips();
     tellChange();
 }
@@ -161,10 +169,10 @@ void DefTempTrackWidget::makeRow(int row)
     takeTabOrder(row);
 }
 
-// Nothing is in sight of a table that was never laid out.
+// Nothing is in sight of a table that was never laid out, nor of one whose rows are being changed.
 void DefTempTrackWidget::makeRowsInSight()
 {
-    if (!isVisible() || m_rows.size() == 0)
+    if (!isVisible() || m_isShowing || m_rows.size() == 0)
         return;
     const int first = m_table->rowAt(0);
     const int bottom = m_table->rowAt(m_table->viewport()->height());

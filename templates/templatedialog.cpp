@@ -60,6 +60,13 @@ TemplateDialog::TemplateDialog(ProjectData &projectData, const QString &wellName
     connect(m_tabs, &QTabWidget::currentChanged, this, &TemplateDialog::updatePreview);
 }
 
+// Tabs tell of their end, and tracks share what goes with this.
+TemplateDialog::~TemplateDialog()
+{
+    m_tabs->disconnect(this);
+    delete m_splitter;
+}
+
 QPushButton *TemplateDialog::addButton(const char *text, const char *objectName)
 {
     auto *button = new QPushButton(QString::fromLatin1(text));

@@ -27,6 +27,7 @@ class TemplateDialog : public QDialog
 public:
     /// \a projectData must outlive it. Curves are those of the well.
     TemplateDialog(ProjectData &projectData, const QString &wellName, QWidget *parent);
+    ~TemplateDialog() override;
 
     const QString &wellName() const { return m_wellName; }
     /// Takes the preview and puts it right of the tables.
