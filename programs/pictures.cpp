@@ -18,12 +18,14 @@
 #include <QDir>
 #include <QDockWidget>
 #include <QGraphicsView>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPixmap>
 #include <QScrollBar>
 #include <QStandardPaths>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTreeWidget>
 
@@ -142,6 +144,34 @@ public:
         return chooser && showOfCorrelation(y);
     }
 
+    bool hasTemplate(const QString &templateName) const
+    {
+        QTreeWidgetItem *well = firstWell();
+        return well && findBelow(well, templateName);
+    }
+    /// The editor that edits a global template, with one of its tracks in front. Null when there is no such template.
+    QWidget *editTemplate(const QString &templateName, int track) const
+    {
+        QTreeWidgetItem *well = firstWell();
+        m_tree->setCurrentItem(well ? findBelow(well, templateName) : nullptr);
+        QMetaObject::invokeMethod(m_tree, "editGlobalTemplate");
+        return showTrack(track);
+    }
+    /// The editor of a new template, begun with the default one.
+    QWidget *defineTemplate(const QString &newName) const
+    {
+        QTreeWidgetItem *well = firstWell();
+        m_tree->setCurrentItem(well ? findBelow(well, QStringLiteral("Template")) : nullptr);
+        QMetaObject::invokeMethod(m_tree, "createNewTemplate");
+        QWidget *editor = QApplication::activeModalWidget();
+        if (!editor)
+            return nullptr;
+        QMetaObject::invokeMethod(editor, "populateFromDefaultBtnClicked");
+        if (auto *name = editor->findChild<QLineEdit *>(QStringLiteral("nameEdit")))
+            name->setText(newName);
+        return showTrack(0);
+    }
+
     /// Selects the first curve as a click on its header does.
     void clickFirstHeader() const
     {
@@ -155,6 +185,14 @@ public:
     }
 
 private:
+    static QWidget *showTrack(int track)
+    {
+        QWidget *editor = QApplication::activeModalWidget();
+        if (auto *tabs = editor ? editor->findChild<QTabWidget *>(QStringLiteral("trackTabs")) : nullptr)
+            tabs->setCurrentIndex(track);
+        QCoreApplication::processEvents();
+        return editor;
+    }
     bool showOfCorrelation(double y) const
     {
         auto *view = m_window->findChild<QGraphicsView *>(QStringLiteral("correlationView"));
@@ -189,6 +227,25 @@ private:
     QWidget *m_window;
     QTreeWidget *m_tree;
 };
+
+QPalette darkPalette()
+{
+    QPalette dark(QColor(53, 53, 53));
+    dark.setColor(QPalette::Base, QColor(35, 35, 35));
+    dark.setColor(QPalette::AlternateBase, QColor(53, 53, 53));
+    return dark;
+}
+
+/// Both template editors, each under its name and an end that tells the palette.
+void saveTemplateEditors(const PluginWindow &plugin, PictureFolder *pictures, const QString &nameEnd)
+{
+    const auto save = [&](QWidget *editor, const QString &name) {
+        pictures->save(editor, name + nameEnd + QStringLiteral(".png"));
+        delete editor;
+    };
+    save(plugin.editTemplate(QStringLiteral("Petrophysics"), 2), QStringLiteral("template-editor"));
+    save(plugin.defineTemplate(QStringLiteral("My template")), QStringLiteral("template-new"));
+}
 
 // The entry that a plug-in added; a menu without one holds a disabled line that says so.
 QAction *pluginAction(const QMenu *utilities)
@@ -279,5 +336,12 @@ int main(int argc, char *argv[])
         pictures.save(mainWindow, QStringLiteral("correlation.png"));
     if (plugin.chooseForCorrelation("flatAtBox", QStringLiteral("Kestrane Upper Sst"), 4050))
         pictures.save(mainWindow, QStringLiteral("correlation-flattened.png"));
+    if (plugin.hasTemplate(QStringLiteral("Petrophysics"))) {
+        saveTemplateEditors(plugin, &pictures, QString());
+        const QPalette light = QApplication::palette();
+        QApplication::setPalette(darkPalette());
+        saveTemplateEditors(plugin, &pictures, QStringLiteral("-dark"));
+        QApplication::setPalette(light);
+    }
     return pictures.isComplete() ? 0 : 1;
 }

@@ -17,6 +17,7 @@
 namespace {
 
 constexpr int valueWidth = 40;
+constexpr int frameWidth = 6; // of a value's field, both sides
 constexpr int lineBoxWidth = 80;
 constexpr int swatchSide = 100;
 constexpr int largestPoint = 10;
@@ -61,7 +62,8 @@ QString chosenLimit(const QComboBox *box, const QString &boundary, const QString
 
 void showValueTip(QLineEdit *edit, const QString &shown, const QString &written)
 {
-    edit->setToolTip(shown == written ? QString() : QStringLiteral("In full: %1").arg(written));
+    const bool isWhole = shown == written && edit->fontMetrics().horizontalAdvance(shown) <= valueWidth - frameWidth;
+    edit->setToolTip(isWhole ? QString() : QStringLiteral("In full: %1").arg(written));
 }
 
 } // namespace

@@ -28,7 +28,8 @@ constexpr int rowsBeyondSight = 3; // so that the Tab key always finds a next ro
 const char rowProperty[] = "row";
 const char columnProperty[] = "column";
 
-constexpr int columnWidths[curvecolumn::Count] = {140, 120, 46, 46, 60, 66, 66, 110, 110, 70, 86, 86, 90, 60, 56, 90};
+constexpr int columnWidths[curvecolumn::Count] = {140, 120, 48, 48, 56, 70, 70, 112, 118, 80, 82, 82, 98, 56, 56, 96};
+constexpr int headerMargin = 8;
 
 QPushButton *makeButton(const char *text, const char *name)
 {
@@ -76,9 +77,11 @@ DefTempTrackWidget::DefTempTrackWidget(TemplateChoices &choices, QAbstractItemMo
     m_table->setTabKeyNavigation(false);
     m_table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_table->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    QHeaderView *header = m_table->horizontalHeader();
+    header->setDefaultAlignment(Qt::Alignment(QFlag(int(Qt::AlignCenter) | int(Qt::TextWordWrap))));
+    header->setFixedHeight(2 * header->fontMetrics().lineSpacing() + headerMargin);
     for (int column = 0; column < curvecolumn::Count; ++column)
-        m_table->setColumnWidth(column,
-                                std::max(columnWidths[column], m_table->horizontalHeader()->sectionSizeHint(column)));
+        m_table->setColumnWidth(column, columnWidths[column]);
     m_table->installEventFilter(this);
     m_table->viewport()->installEventFilter(this);
 

@@ -46,6 +46,7 @@ TemplateDialog::TemplateDialog(ProjectData &projectData, const QString &wellName
     well->setTextFormat(Qt::PlainText);
     well->setObjectName(QStringLiteral("wellLabel"));
     nameRow->addWidget(well);
+    m_buttons->addStretch();
     m_tabs->setObjectName(QStringLiteral("trackTabs"));
     m_tabs->setTabsClosable(true);
     m_splitter->setObjectName(QStringLiteral("previewSplitter"));
@@ -82,6 +83,7 @@ void TemplateDialog::setPreview(TemplatePreview *preview)
     m_splitter->addWidget(preview);
     m_splitter->setStretchFactor(0, tableShare);
     m_splitter->setStretchFactor(1, 1);
+    m_splitter->setSizes({startSize.width() * tableShare, startSize.width()});
     updatePreview();
 }
 

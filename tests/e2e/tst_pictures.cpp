@@ -44,7 +44,8 @@ private slots:
         QVERIFY(run.hasEnded);
         QCOMPARE(run.exitCode, 0);
         QCOMPARE(run.errors, QString());
-        for (const char *name : {"workbench.png", "launcher.png", "mainwindow.png"}) {
+        for (const char *name : {"workbench.png", "launcher.png", "mainwindow.png", "template-editor.png",
+                                 "template-new.png", "template-editor-dark.png", "template-new-dark.png"}) {
             const QString file = pictures() + '/' + name;
             QVERIFY2(run.output.contains(file), name);
             QVERIFY2(!QImage(file).isNull(), name);

@@ -15,6 +15,7 @@
 #include <QTableWidget>
 #include <QTimer>
 #include <QTreeWidget>
+#include <QWindow>
 
 /// A display template through the built plug-in in the workbench, by mouse and keyboard: made, shown, edited while it is
 /// shown, reordered by dragging, and given to all wells.
@@ -152,6 +153,7 @@ private:
     }
     void chooseInMenu(QTreeWidgetItem *item, const QString &entry) const
     {
+        const QPoint place = show(item).center();
         QTimer::singleShot(0, qApp, [entry] {
             auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
             if (!menu)
@@ -160,7 +162,6 @@ private:
                 if (action->text() == entry)
                     QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
         });
-        const QPoint place = show(item).center();
         QContextMenuEvent event(QContextMenuEvent::Mouse, place, m_tree->viewport()->mapToGlobal(place));
         QApplication::sendEvent(m_tree->viewport(), &event);
         QCoreApplication::processEvents();
@@ -185,14 +186,13 @@ private:
     {
         const QPoint from = bar->tabRect(0).center();
         const QPoint to(bar->tabRect(1).right() - 2, from.y());
-        const auto send = [bar](QEvent::Type type, const QPoint &at, Qt::MouseButton button, Qt::MouseButtons held) {
-            QMouseEvent event(type, at, bar->mapToGlobal(at), button, held, Qt::NoModifier);
-            QApplication::sendEvent(bar, &event);
-        };
-        send(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
+        // Through the window, so that Qt knows which button is held.
+        QWindow *window = bar->window()->windowHandle();
+        const auto inWindow = [bar](const QPoint &at) { return bar->mapTo(bar->window(), at); };
+        QTest::mousePress(window, Qt::LeftButton, {}, inWindow(from));
         for (int step = 1; step <= 10; ++step)
-            send(QEvent::MouseMove, from + (to - from) * step / 10, Qt::NoButton, Qt::LeftButton);
-        send(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
+            QTest::mouseMove(window, inWindow(from + (to - from) * step / 10));
+        QTest::mouseRelease(window, Qt::LeftButton, {}, inWindow(to));
         QTest::qWait(400); // the tabs slide to their places
     }
     static int darkPixels(const QGraphicsView *view)
