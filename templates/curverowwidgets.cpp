@@ -3,6 +3,7 @@
 #include "base/gradientcombobox.h"
 #include "base/linestylebox.h"
 #include "base/numbervalidator.h"
+#include "templates/filllimit.h"
 #include "templates/filllimitmodel.h"
 #include "templates/templatechoices.h"
 
@@ -17,7 +18,8 @@
 namespace {
 
 constexpr int valueWidth = 40;
-constexpr int frameWidth = 6; // of a value's field, both sides
+constexpr int frameWidth = 4; // of a value's field, both sides
+constexpr double smallerFont = 2.5; // points
 constexpr int lineBoxWidth = 80;
 constexpr int swatchSide = 100;
 constexpr int largestPoint = 10;
@@ -35,6 +37,10 @@ QLineEdit *makeValueEdit()
 {
     auto *edit = new QLineEdit;
     edit->setMaximumWidth(valueWidth);
+    edit->setFrame(false); // there is room for few digits
+    QFont font = edit->font();
+    font.setPointSizeF(font.pointSizeF() - smallerFont);
+    edit->setFont(font);
     edit->setValidator(new base::NumberValidator(edit));
     return edit;
 }
@@ -60,23 +66,15 @@ QString chosenLimit(const QComboBox *box, const QString &boundary, const QString
     return box->currentIndex() < 0 ? before : filllimit::text(box->currentIndex(), boundary);
 }
 
-void showValueTip(QLineEdit *edit, const QString &shown, const QString &written)
+void showValueTip(QLineEdit *edit, const QString &shown, const QString &written, const QString &typeTip)
 {
     const bool isWhole = shown == written && edit->fontMetrics().horizontalAdvance(shown) <= valueWidth - frameWidth;
-    edit->setToolTip(isWhole ? QString() : QStringLiteral("In full: %1").arg(written));
+    QStringList tips{isWhole ? QString() : QStringLiteral("In full: %1").arg(written), typeTip};
+    tips.removeAll(QString());
+    edit->setToolTip(tips.join(QLatin1Char('\n')));
 }
 
 } // namespace
-
-QStringList curvecolumn::headings()
-{
-    QStringList texts;
-    for (const char *text : {"Select Group", "Select Curve", "Left Value", "Right Value", "Curve Color", "Left Fill",
-                             "Right Fill", "Left upto", "Right upto", "Remove Curve", "Line Type", "Line Width",
-                             "Calibration Points", "Point Color", "Point Size", "Point Shape"})
-        texts.append(QString::fromLatin1(text));
-    return texts;
-}
 
 CurveRowWidgets::CurveRowWidgets(QTableWidget *table, int row, bool isDepth, const CurveRowModels &models)
     : m_table(table)
@@ -176,8 +174,8 @@ void CurveRowWidgets::showValues(const CurveRow &row)
 
 void CurveRowWidgets::showValueTips(const CurveRow &row)
 {
-    showValueTip(m_leftValue, row.shownMinimum, row.minimum);
-    showValueTip(m_rightValue, row.shownMaximum, row.maximum);
+    showValueTip(m_leftValue, row.shownMinimum, row.minimum, m_typeTip);
+    showValueTip(m_rightValue, row.shownMaximum, row.maximum, m_typeTip);
 }
 
 void CurveRowWidgets::readInto(CurveRow *row) const

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "templates/curvecolumn.h"
 #include "templates/curverows.h"
-
-#include <QStringList>
 
 QT_BEGIN_NAMESPACE
 class QAbstractItemModel;
@@ -19,30 +18,6 @@ QT_END_NAMESPACE
 class FillLimitModel;
 class GradientComboBox;
 class TemplateChoices;
-
-/// The columns of a curve table.
-namespace curvecolumn {
-enum {
-    Group,
-    Curve,
-    LeftValue,
-    RightValue,
-    Color,
-    LeftFill,
-    RightFill,
-    LeftLimit,
-    RightLimit,
-    Remove,
-    LineType,
-    LineWidth,
-    Calibration,
-    PointColor,
-    PointSize,
-    PointShape,
-    Count
-};
-QStringList headings();
-} // namespace curvecolumn
 
 /// What the choosers of all rows share. Nothing is owned.
 struct CurveRowModels
@@ -69,6 +44,8 @@ public:
     void showValues(const CurveRow &row);
     /// Tells what a value is in full where not all of it is shown.
     void showValueTips(const CurveRow &row);
+    /// What is to be said of the values of such a track; shown with the next tips.
+    void setTypeTip(const QString &tip) { m_typeTip = tip; }
     /// Takes over what the user changed.
     void readInto(CurveRow *row) const;
 
@@ -90,6 +67,7 @@ private:
     int m_row;
     const TemplateChoices &m_choices;
     QVector<QWidget *> m_cells;
+    QString m_typeTip;
     QTableWidgetItem *m_color = nullptr; ///< null in a depth track, like all below
     QComboBox *m_group = nullptr;
     QComboBox *m_curve = nullptr;

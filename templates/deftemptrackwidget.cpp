@@ -1,6 +1,7 @@
 #include "templates/deftemptrackwidget.h"
 
 #include "base/nestedevents.h"
+#include "templates/filllimit.h"
 #include "templates/filllimitmodel.h"
 #include "templates/templatechoices.h"
 
@@ -167,6 +168,7 @@ void DefTempTrackWidget::makeRow(int row)
     const QScopedValueRollback<bool> showing(m_isShowing, true);
     auto &widgets = m_widgets[static_cast<size_t>(row)];
     widgets = std::make_unique<CurveRowWidgets>(m_table, row, m_rows.isDepth(), m_models);
+    widgets->setTypeTip(typeTip());
     widgets->show(m_rows.at(row), m_rows.size());
     connectRow(*widgets);
     takeTabOrder(row);
@@ -373,13 +375,23 @@ void DefTempTrackWidget::remakeRows()
     }
 }
 
-void DefTempTrackWidget::showTypeTips()
+QString DefTempTrackWidget::typeTip() const
 {
-    const QString tip = m_rows.type() == LogarithmicTrack
+    return m_rows.type() == LogarithmicTrack
         ? QStringLiteral("A logarithmic track always spans 0.1 to 2000, whatever stands here.")
         : QString();
+}
+
+void DefTempTrackWidget::showTypeTips()
+{
     for (const int column : {curvecolumn::LeftValue, curvecolumn::RightValue})
-        m_table->horizontalHeaderItem(column)->setToolTip(tip);
+        m_table->horizontalHeaderItem(column)->setToolTip(typeTip());
+    for (int row = 0; row < m_rows.size(); ++row) {
+        if (!widgetsOf(row))
+            continue;
+        widgetsOf(row)->setTypeTip(typeTip());
+        widgetsOf(row)->showValueTips(m_rows.at(row));
+    }
 }
 
 // The groups that a curve is moved to propose the values that they were last used with, unless it has its own.

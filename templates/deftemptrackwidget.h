@@ -63,6 +63,7 @@ private:
     void takeTabOrder(int row);
     void remakeRows();
     void showAllLimits();
+    QString typeTip() const;
     void showTypeTips();
     void rowEdited();
     void setRow(int row, const CurveRow &edited);

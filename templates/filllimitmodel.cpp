@@ -1,6 +1,6 @@
 #include "templates/filllimitmodel.h"
 
-#include "templates/curverows.h"
+#include "templates/filllimit.h"
 
 FillLimitModel::FillLimitModel(const QString &boundary, QObject *parent)
     : QAbstractListModel(parent)

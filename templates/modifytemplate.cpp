@@ -5,6 +5,7 @@
 
 #include <QPointer>
 #include <QPushButton>
+#include <QShortcut>
 #include <QTabBar>
 #include <QTabWidget>
 
@@ -23,6 +24,12 @@ ModifyTemplate::ModifyTemplate(ProjectData &projectData, const TemplateId &which
     connect(addButton("Close", "closeButton"), &QPushButton::clicked, this, &ModifyTemplate::closeButtonClicked);
     tabs()->setMovable(true);
     connect(tabs()->tabBar(), &QTabBar::tabMoved, this, &ModifyTemplate::tabMovedSlot);
+    for (const int step : {-1, 1}) {
+        const int key = step < 0 ? Qt::Key_PageUp : Qt::Key_PageDown;
+        const auto *move = new QShortcut(QKeySequence(Qt::CTRL + Qt::SHIFT + key), this);
+        connect(move, &QShortcut::activated, this,
+                [this, step] { tabs()->tabBar()->moveTab(tabs()->currentIndex(), tabs()->currentIndex() + step); });
+    }
 
     setName(which.name);
     QVector<TrackInfo> readable;

@@ -13,6 +13,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QScopedValueRollback>
+#include <QShortcut>
 #include <QSplitter>
 #include <QTabWidget>
 
@@ -59,6 +60,8 @@ TemplateDialog::TemplateDialog(ProjectData &projectData, const QString &wellName
     resize(startSize);
     connect(m_tabs, &QTabWidget::tabCloseRequested, this, &TemplateDialog::removeTrackTab);
     connect(m_tabs, &QTabWidget::currentChanged, this, &TemplateDialog::updatePreview);
+    const auto *removeTab = new QShortcut(QKeySequence(Qt::CTRL + Qt::Key_W), this);
+    connect(removeTab, &QShortcut::activated, this, [this] { removeTrackTab(m_tabs->currentIndex()); });
 }
 
 // Tabs tell of their end, and tracks share what goes with this.

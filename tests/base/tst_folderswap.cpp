@@ -195,7 +195,9 @@ private slots:
                 WatchedRenames disk;
                 disk.refused = {refused};
                 const base::ScopedFileSystemCalls inForce(disk);
-                QVERIFY(!replace().ok());
+                const base::ReplaceResult result = replace();
+                QVERIFY(!result.ok());
+                QCOMPARE(result.isOldStuck, hasOld && refused == renamesOfASwap - 1); // it is moved before the new one
                 QVERIFY(files::snapshot(m_folder->path()) == before);
             }
         }
@@ -395,7 +397,7 @@ private slots:
 
 private:
     QString path(const char *relative) const { return m_folder->filePath(QString::fromLatin1(relative)); }
-    base::WriteResult replace() const
+    base::ReplaceResult replace() const
     {
         return base::replaceFolder(path("Templates/Global"), QStringLiteral("Mine"), newFiles(), m_folder->path());
     }

@@ -37,6 +37,7 @@ private slots:
     void yesAndNoKeepTheirTextsInATranslatedHost();
     void everyButtonAnswersForItself();
     void escapeIsNo();
+    void escapeIsCancelWhereThatIsOffered();
     void escapeIsOkWithoutNo();
     void returnIsTheFirstButton();
     void showsTextLiterally();
@@ -119,6 +120,23 @@ void TestMessageBoxAsker::everyButtonAnswersForItself()
     QVERIFY(!asker.confirm(QStringLiteral("t"), QStringLiteral("x")));
     QCOMPARE(asker.show({base::BoxIcon::Warning, QStringLiteral("t"), QStringLiteral("x"), {base::BoxButton::Ok}}),
              base::BoxButton::Ok);
+}
+
+// With three answers, closing the box takes none of the other two.
+void TestMessageBoxAsker::escapeIsCancelWhereThatIsOffered()
+{
+    const base::Box box{base::BoxIcon::Question,
+                        QStringLiteral("t"),
+                        QStringLiteral("x"),
+                        {base::BoxButton::Yes, base::BoxButton::No, base::BoxButton::Cancel}};
+    BoxDriver driver;
+    base::MessageBoxAsker asker;
+    driver.answers =
+        QStringList{QString(), QStringLiteral("Cancel"), QStringLiteral("No"), QStringLiteral("Yes")};
+    for (const base::BoxButton expected :
+         {base::BoxButton::Cancel, base::BoxButton::Cancel, base::BoxButton::No, base::BoxButton::Yes})
+        QCOMPARE(asker.show(box), expected);
+    QCOMPARE(driver.seen.first().buttons.size(), 3);
 }
 
 void TestMessageBoxAsker::escapeIsNo()

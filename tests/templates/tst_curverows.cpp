@@ -4,6 +4,7 @@
 #include "datastore/projectseeds.h"
 #include "support/files.h"
 #include "templates/curverows.h"
+#include "templates/filllimit.h"
 #include "templates/templatestore.h"
 
 #include <QDir>

@@ -4,11 +4,14 @@
 #include "support/failingdisk.h"
 #include "support/failingtarget.h"
 #include "support/testmain.h"
+#include "support/unprivileged.h"
 #include "templatefixture.h"
 #include "templates/definetemplate.h"
 
 #include <QDir>
 #include <QLabel>
+
+#include <sys/stat.h>
 
 namespace {
 
@@ -375,6 +378,25 @@ private slots:
         m->asker.answers = {base::BoxButton::Yes};
         m->click("saveAsGlobalButton"); // which has no message of a removal
         QVERIFY(m->boxTexts().at(1).startsWith("The template \"Old\" was not saved"));
+    }
+
+    void aReadOnlyTemplateIsNotRemoved()
+    {
+        m->addTemplate("Old", "W");
+        m->addTrack("Depth");
+        m->setName("Old");
+        for (const QString &folder : {m->survey.path(), m->path(""), m->path("/Templates"), m->path("/Templates/W")})
+            ::chmod(QFile::encodeName(folder).constData(), 0777);
+        ::chmod(QFile::encodeName(m->templatePath("W", "Old")).constData(), 0555);
+        const auto before = m->templates();
+        m->asker.answers = {base::BoxButton::Yes};
+        const int result = testing_support::runUnprivileged([this] {
+            m->click("saveButton");
+            return m->boxTexts() == QStringList({exists, "Error in removing template !"}) ? 0 : 1;
+        });
+        QCOMPARE(result, 0);
+        QCOMPARE(m->templates(), before);
+        ::chmod(QFile::encodeName(m->templatePath("W", "Old")).constData(), 0755);
     }
 
     void aFileInTheWayIsNoTemplate()

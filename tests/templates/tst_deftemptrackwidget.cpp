@@ -358,10 +358,14 @@ private slots:
         for (const int column : {LeftValue, RightValue})
             QCOMPARE(m->table(0)->horizontalHeaderItem(column)->toolTip(),
                      QString("A logarithmic track always spans 0.1 to 2000, whatever stands here."));
+        m->addCurve(0, "Gamma", "0", "1");
+        QCOMPARE(m->edit(0, 0, LeftValue)->toolTip(), heading->toolTip());
         setType("Linear");
         QCOMPARE(heading->toolTip(), QString());
+        QCOMPARE(m->edit(0, 0, RightValue)->toolTip(), QString());
         m->click("defaultTemplateButton");
         QVERIFY(!m->table(2)->horizontalHeaderItem(RightValue)->toolTip().isEmpty());
+        QVERIFY(m->edit(2, 0, LeftValue)->toolTip().endsWith("whatever stands here."));
     }
 
     void rowsMoveWithTheKeyboard()

@@ -206,6 +206,26 @@ private slots:
         QCOMPARE(content("W", "Mine"), QStringList({linear("C"), linear("A"), linear("B")}));
     }
 
+    void tracksMoveAndGoByTheKeyboard()
+    {
+        store("W", "Mine", {linear("A"), linear("B"), linear("C")});
+        open("Mine");
+        QApplication::setActiveWindow(m_dialog);
+        const auto press = [this](int key, Qt::KeyboardModifiers modifiers) {
+            QTest::keyClick(m_dialog, static_cast<Qt::Key>(key), modifiers);
+        };
+        press(Qt::Key_PageUp, Qt::ControlModifier | Qt::ShiftModifier); // it is the first one
+        press(Qt::Key_PageDown, Qt::ControlModifier | Qt::ShiftModifier);
+        press(Qt::Key_PageDown, Qt::ControlModifier | Qt::ShiftModifier);
+        press(Qt::Key_PageDown, Qt::ControlModifier | Qt::ShiftModifier); // and now the last
+        m->click("saveButton");
+        QCOMPARE(content("W", "Mine"), QStringList({linear("B"), linear("C"), linear("A")}));
+        press(Qt::Key_PageUp, Qt::ControlModifier | Qt::ShiftModifier);
+        press(Qt::Key_W, Qt::ControlModifier);
+        m->click("saveButton");
+        QCOMPARE(content("W", "Mine"), QStringList({linear("B"), linear("C")}));
+    }
+
     void aNewNameMovesTheTemplate()
     {
         store("W", "Mine", {"Depth\n"});
