@@ -8,10 +8,12 @@
 #include "templates/modifytemplate.h"
 
 #include <QColorDialog>
+#include <QDir>
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QSet>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <QWheelEvent>
 
@@ -162,6 +164,34 @@ private slots:
         QCOMPARE(line(1),
                  QByteArray("None | Default |  |  | #000000|0,#ffffff|0,#ffffff|None | None | 0 | 1 | 0 | "
                             "#000000 | 1 | Rectangle"));
+    }
+
+    // What is written is the number of the bar, whatever its place in the list.
+    void fillsAreWrittenByTheNumberOfTheirBar()
+    {
+        const QTemporaryDir data;
+        QVERIFY(QDir(data.path()).mkdir("ColorBars"));
+        QImage bar(100, 10, QImage::Format_RGB32);
+        bar.fill(Qt::red);
+        for (const char *name : {"cb_5.png", "cb_12.png"})
+            QVERIFY(bar.save(data.filePath(QStringLiteral("ColorBars/") + QLatin1String(name))));
+        m = std::make_unique<TemplateFixture>();
+        m->host.dataFolder = data.path();
+        m->open<DefineTemplate>(QStringLiteral("W"));
+        m->addTrack();
+        m->addCurve(0, "Gamma", "0", "1");
+        QCOMPARE(m->box(0, 0, LeftFill)->count(), 3);
+        m->box(0, 0, LeftFill)->setCurrentIndex(1);
+        m->box(0, 0, RightFill)->setCurrentIndex(2);
+        QVERIFY(line(0).contains("|5,#ffffff|12,#ffffff|"));
+        m->track(0)->setTrack(
+            parseTrack("Linear\nGamma | GR | 0 | 1 | #000000|7,#ffffff|12,#ffffff|None | None | 0 | "
+                       "0\n",
+                       "Track_1"),
+            1);
+        QCOMPARE(m->box(0, 0, LeftFill)->currentText(), QString("cb_7")); // which is no more
+        QCOMPARE(m->box(0, 0, RightFill)->currentIndex(), 2);
+        QCOMPARE(m->track(0)->rows().track("t").curves.first().leftFillIndex, 7);
     }
 
     void theColoursBesideABarStay()
