@@ -1,16 +1,12 @@
 #pragma once
 
-#include "logview/paintedpixels.h"
-
-#include <functional>
-
 QT_BEGIN_NAMESPACE
-class QPaintEvent;
+class QRect;
 class QWidget;
 QT_END_NAMESPACE
 
 /// A thin line through all tracks at the row of the mouse. It lies over what the view paints and is in no scene, so no
-/// picture or print has it. When it moves, only the rows that it leaves and takes are painted.
+/// picture or print has it. When it moves, only the row that it leaves and the one that it takes are painted.
 class DepthCursor
 {
 public:
@@ -26,17 +22,14 @@ public:
     /// The viewport's pixels were moved, and the line with them.
     void scrolled(int dy);
 
-    /// Does the work of a paint event of the viewport. \a paintView paints what lies below; \a tracks is where the
-    /// tracks stand in the viewport.
-    void paint(const QPaintEvent &event, const QRect &tracks, const std::function<void()> &paintView);
+    /// At the end of a paint event of the viewport; \a tracks is where the tracks stand in it.
+    void paint(const QRect &tracks) const;
 
 private:
     void updateRow(int row);
-    void paintLine(const QRect &tracks);
 
     static constexpr int noRow = -1;
 
     QWidget *m_viewport;
     int m_row = noRow;
-    PaintedPixels m_pixels;
 };

@@ -69,9 +69,7 @@ void DepthPlace::place(double depthM, int row)
     const double y = m_axis.toScenePixel(static_cast<double>(m_reference.toDisplay(depthM)));
     const int wanted = logview::toInt(std::round(y - row));
     bar->setValue(wanted);
-    m_placed.reset();
-    if (bar->value() == wanted)
-        m_placed = Placed{depthM, row, wanted};
+    m_placed = Placed{depthM, row, wanted};
 }
 
 void DepthPlace::keep(const std::function<void()> &showScene)

@@ -86,6 +86,9 @@ signals:
     void hovered(const QString &readout);
 
 protected:
+    // Nothing is drawn differently under the mouse; QGraphicsItem's own would paint the track anew.
+    void hoverEnterEvent(QGraphicsSceneHoverEvent *) override { }
+    void hoverLeaveEvent(QGraphicsSceneHoverEvent *) override { }
     void hoverMoveEvent(QGraphicsSceneHoverEvent *event) override;
     QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
 

@@ -43,8 +43,8 @@ bool WellLogsView::viewportEvent(QEvent *event)
 void WellLogsView::paintEvent(QPaintEvent *event)
 {
     m_place.viewSeen();
-    const QRect tracks(mapFromScene(0, 0), QSize(m_scene->sceneWidth(), m_scene->trackHeight()));
-    m_cursor.paint(*event, tracks, [this, event] { PaperView::paintEvent(event); });
+    PaperView::paintEvent(event);
+    m_cursor.paint(QRect(mapFromScene(0, 0), QSize(m_scene->sceneWidth(), m_scene->trackHeight())));
 }
 
 void WellLogsView::resizeEvent(QResizeEvent *event)

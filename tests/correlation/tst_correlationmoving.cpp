@@ -197,6 +197,23 @@ private slots:
         QCOMPARE(view->verticalScrollBar()->value(), view->verticalScrollBar()->minimum() + 100);
     }
 
+    void theMiddleButtonDragsToo()
+    {
+        m->store("North", "3\nA:T\nB:T\nC:T\n");
+        CorrelationView *view = m->show();
+        QScrollBar *bar = view->verticalScrollBar();
+        bar->setValue(500);
+        QTest::mousePress(view->viewport(), Qt::MiddleButton, {}, QPoint(200, 300));
+        QMouseEvent move(QEvent::MouseMove, QPointF(200, 250), Qt::NoButton, Qt::MiddleButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(view->viewport(), &move);
+        QCOMPARE(bar->value(), 550);
+        QTest::mouseRelease(view->viewport(), Qt::MiddleButton, {}, QPoint(200, 250));
+        QTest::keyClick(view, Qt::Key_End);
+        QCOMPARE(bar->value(), bar->maximum());
+        QTest::keyClick(view, Qt::Key_Home);
+        QCOMPARE(bar->value(), bar->minimum());
+    }
+
     void controlAndZeroShowAllDepths()
     {
         m->store("North");

@@ -254,6 +254,13 @@ void tst_depthnavigation::aWidthKeepsThePlaceExactly()
         f.track(0)->setWidthInches(f.track(0)->width() / 96 + 0.5F);
         QCOMPARE(f.bar()->value(), value);
     }
+    // Rows finer than what a depth in single precision can tell.
+    f.type(f.panel(), "scaleEdit", QStringLiteral("0.01"));
+    for (const int value : {300000003, 400000001}) {
+        f.bar()->setValue(value);
+        f.track(0)->setWidthInches(f.track(0)->width() / 96 + 0.5F);
+        QCOMPARE(f.bar()->value(), value);
+    }
 }
 
 void tst_depthnavigation::anotherTemplateKeepsTheDepth()

@@ -158,6 +158,7 @@ private slots:
     void sideways();
     void wheel();
     void aMarkerThatMoves();
+    void theCursorLeavesNothingBehind();
     void scaledScreens_data();
     void scaledScreens();
 
@@ -243,6 +244,26 @@ void tst_scrolledpixels::aMarkerThatMoves()
     QCOMPARE(differences(placed, f.fresh()), QString());
 }
 
+void tst_scrolledpixels::theCursorLeavesNothingBehind()
+{
+    ScrollFixture f;
+    f.bar()->setValue(300);
+    f.fresh();
+    for (int i = 0; i < 3; ++i) {
+        for (int y = 0; y < 320; y += 1 + i)
+            f.moveMouse(QPoint(120, y)), QCoreApplication::processEvents();
+        const QImage moved = f.screenshot();
+        QCOMPARE(differences(moved, f.fresh()), QString());
+        f.turnWheel(-120);
+    }
+    QEvent leave(QEvent::Leave);
+    f.moveMouse(QPoint(120, 57));
+    f.screenshot();
+    QCoreApplication::sendEvent(f.display->logView()->viewport(), &leave);
+    const QImage left = f.screenshot();
+    QCOMPARE(differences(left, f.fresh()), QString());
+}
+
 void tst_scrolledpixels::scaledScreens_data()
 {
     QTest::addColumn<QString>("factor");
@@ -260,11 +281,12 @@ void tst_scrolledpixels::scaledScreens()
     child.setProcessChannelMode(QProcess::MergedChannels);
     child.start(QCoreApplication::applicationFilePath(),
                 {QStringLiteral("theWholeViewIsPainted"), QStringLiteral("steps"), QStringLiteral("sideways"),
-                 QStringLiteral("wheel"), QStringLiteral("aMarkerThatMoves")});
+                 QStringLiteral("wheel"), QStringLiteral("aMarkerThatMoves"),
+                 QStringLiteral("theCursorLeavesNothingBehind")});
     QVERIFY(child.waitForFinished(300000));
     const QByteArray output = child.readAll();
     QVERIFY2(child.exitStatus() == QProcess::NormalExit && child.exitCode() == 0, output.constData());
-    QVERIFY2(output.contains("Totals: 11 passed, 0 failed, 0 skipped"), output.constData());
+    QVERIFY2(output.contains("Totals: 12 passed, 0 failed, 0 skipped"), output.constData());
 }
 
 LORVA_TEST_MAIN(tst_scrolledpixels)
