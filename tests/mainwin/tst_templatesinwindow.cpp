@@ -412,6 +412,7 @@ private slots:
         m->click(dialog, "addTrackButton");
         m->click(dialog, "saveButton");
         QCOMPARE(m->scene(0)->tracks().size(), 1);
+        QCOMPARE(m->logs->currentDisplay()->findChild<QLabel *>("statusLine")->text(), QString());
         m->close(dialog);
     }
 

@@ -9,6 +9,7 @@
 #include "support/files.h"
 #include "support/projectfixture.h"
 #include "support/testmain.h"
+#include "templates/templatestore.h"
 
 #include <QPointer>
 #include <QStyleOptionViewItem>
@@ -376,6 +377,19 @@ private slots:
         QVERIFY2(text.startsWith(QStringLiteral("Cannot get data for the selected well\nA: ")), qPrintable(text));
         QVERIFY(text.contains(QStringLiteral("GR")) && text.contains(QStringLiteral("RHOB")));
         QCOMPARE(w.tabs->count(), 1);
+    }
+
+    void logsThatCannotBeReadForASavedTemplateAreNamedToo()
+    {
+        Window w;
+        w.addWell("A");
+        w.open();
+        files::write(w.project.path(QStringLiteral("/DefaultLogs/A.txt")), "A\nGamma|GR\n");
+        w.clickBox(w.well(0));
+        QVERIFY(w.host.errors.isEmpty());
+        w.host.logsFail = true;
+        emit w.tree->templateApplied(TemplateId::global(QStringLiteral("Default")), {});
+        QCOMPARE(w.host.errors, QStringList{QStringLiteral("Cannot get data for the selected well\nA: GR")});
     }
 
     void aWellThatCannotBeReadIsOneBox()
