@@ -14,6 +14,7 @@ namespace survey {
 namespace {
 
 constexpr double stepsPerUnit = 10000;
+constexpr double worthTelling = 0.01; // what single precision adds is not
 
 /// Collects the logs of one well from its files.
 class LogCollector
@@ -173,8 +174,9 @@ MadeWell makeWell(SurveyStore &store, const WellOrder &order)
     if (std::isfinite(collector.deepestM())) {
         const double deepest = base::parseNumber(roundedUpText(collector.deepestM(), unit)).value_or(0);
         if (deepest > properties.totalDepth) {
-            made.notices.append(QStringLiteral("The total depth is %1 instead of %2: there are samples so deep.")
-                                    .arg(lengthText(deepest, unit), lengthText(properties.totalDepth, unit)));
+            if (deepest - properties.totalDepth > worthTelling)
+                made.notices.append(QStringLiteral("The total depth is %1 instead of %2: there are samples so deep.")
+                                        .arg(lengthText(deepest, unit), lengthText(properties.totalDepth, unit)));
             properties.totalDepth = deepest;
         }
     }
