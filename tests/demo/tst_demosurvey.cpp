@@ -1,8 +1,10 @@
+#include "correlation/correlationproperties.h"
 #include "datastore/calibrationfile.h"
 #include "datastore/curvegrouptable.h"
 #include "datastore/perforationfile.h"
 #include "datastore/project.h"
 #include "datastore/wellscatalogue.h"
+#include "demo/democorrelation.h"
 #include "demo/demofield.h"
 #include "demo/demosurvey.h"
 #include "support/failingtarget.h"
@@ -237,6 +239,51 @@ private slots:
                 }
             }
         }
+    }
+
+    // A newcomer opens it with a double click and sees the reservoir at once.
+    void aCorrelationOfAllWellsIsReady()
+    {
+        survey::SurveyStore store(m_survey);
+        ScriptedAsker asker;
+        WellsCatalogue catalogue(store, asker, [](const QString &) {});
+        catalogue.build();
+        Project project;
+        openProjectFolder(m_survey, &project);
+        const QString path =
+            m_survey + QStringLiteral("/WLC/Correlations/%1/properties.txt").arg(demo::demoCorrelationName());
+        const QByteArray bytes = files::read(path);
+        bool isWhole = false;
+        const CorrelationProperties properties = correlation::parseProperties(bytes, {}, &isWhole);
+        QVERIFY(isWhole);
+        QCOMPARE(correlation::propertiesBytes(properties), bytes);
+        QCOMPARE(properties.name, demo::demoCorrelationName());
+        QStringList wells;
+        for (const CorrelationWell &well : properties.wells) {
+            wells.append(well.wellName);
+            QVERIFY2(project.globalTemplateNames.contains(well.templateName), qPrintable(well.templateName));
+        }
+        QCOMPARE(wells.size(), 6);
+        wells.sort();
+        QStringList known = catalogue.wellNames();
+        known.sort();
+        QCOMPARE(wells, known);
+        // Each marker and each end of a zone is there in at least two neighbours, or it would show nothing.
+        QCOMPARE(properties.zones.size(), 3);
+        QVERIFY(properties.showsPerforations);
+        QStringList used = properties.markers;
+        for (const CorrelationZone &zone : properties.zones) {
+            QVERIFY(zone.isVisible && !zone.isStartUserDepth && !zone.isEndUserDepth);
+            used += {zone.start, zone.end};
+        }
+        for (const QString &marker : used) {
+            int wellsWithIt = 0;
+            for (const CorrelationWell &well : properties.wells)
+                wellsWithIt += catalogue.markerNames(catalogue.indexOf(well.wellName)).contains(marker);
+            QVERIFY2(wellsWithIt >= 2, qPrintable(marker));
+        }
+        for (const CorrelationZone &zone : properties.zones)
+            QVERIFY(properties.markers.contains(zone.start) && properties.markers.contains(zone.end));
     }
 
     void importAssignsCurveGroups()
