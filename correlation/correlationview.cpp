@@ -138,8 +138,9 @@ void CorrelationView::redraw()
     if (!m_isReady)
         return;
     ++m_redrawCount;
+    m_headerScene->clear(); // first: headers that are gone are told nothing
     m_scene->clear();
-    m_headerScene->clear();
+    m_nameExtents.clear();
     m_tracks.clear();
     m_columns.clear();
     QStringList notes;
@@ -325,13 +326,15 @@ void CorrelationView::drawMarkers(const QString &wellName, const correlation::We
 }
 
 // Tops that stand close together keep their lines where they are; their names move apart.
-void CorrelationView::placeNames(const QVector<MarkerItem *> &markers) const
+void CorrelationView::placeNames(const QVector<MarkerItem *> &markers)
 {
     QVector<correlation::NameSpan> names;
     names.reserve(markers.size());
     for (const MarkerItem *marker : markers) {
-        const QRectF extent = marker->nameExtent(font());
-        names.append({marker->y() + extent.top(), marker->y() + extent.bottom()});
+        auto extent = m_nameExtents.find(marker->markerName()); // most wells have the same names
+        if (extent == m_nameExtents.end())
+            extent = m_nameExtents.insert(marker->markerName(), marker->nameExtent(font()));
+        names.append({marker->y() + extent->top(), marker->y() + extent->bottom()});
     }
     const QVector<double> shifts = correlation::nameShifts(names);
     for (int i = 0; i < markers.size(); ++i)

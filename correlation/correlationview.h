@@ -84,7 +84,7 @@ private:
                     correlation::WellColumn *column);
     void drawMarkers(const QString &wellName, const correlation::WellColumn &column);
     void drawConnections();
-    void placeNames(const QVector<MarkerItem *> &markers) const;
+    void placeNames(const QVector<MarkerItem *> &markers);
     void redrawKeepingDepth();
     int firstColumnInView() const;
     double firstSampleY() const;
@@ -101,6 +101,7 @@ private:
     CorrelationProperties m_properties;
     QVector<correlation::WellColumn> m_columns;
     QVector<TrackItem *> m_tracks; ///< owned by the scene
+    QHash<QString, QRectF> m_nameExtents; ///< of this redraw
     QString m_flatMarker;
     QString m_notes;
     ViewDrag m_drag;

@@ -138,7 +138,10 @@ public:
     /// Chooses a text in a box of the correlation's panel.
     bool chooseForCorrelation(const char *box, const QString &text, double y) const
     {
-        auto *chooser = m_window->findChild<QComboBox *>(QString::fromLatin1(box));
+        const auto *dock = m_window->findChild<QDockWidget *>(QStringLiteral("propertiesDock"));
+        if (!dock || !dock->widget()) // other panels have boxes of the same name
+            return false;
+        auto *chooser = dock->widget()->findChild<QComboBox *>(QString::fromLatin1(box));
         if (chooser)
             chooser->setCurrentText(text);
         return chooser && showOfCorrelation(y);
@@ -336,6 +339,11 @@ int main(int argc, char *argv[])
         pictures.save(mainWindow, QStringLiteral("correlation.png"));
     if (plugin.chooseForCorrelation("flatAtBox", QStringLiteral("Kestrane Upper Sst"), 4050))
         pictures.save(mainWindow, QStringLiteral("correlation-flattened.png"));
+    plugin.chooseForCorrelation("flatAtBox", QStringLiteral("None"), 0);
+    plugin.chooseForCorrelation("depthUnitBox", QStringLiteral("FEET"), 0);
+    // 2,030 m below the sea.
+    if (plugin.chooseForCorrelation("depthTypeBox", QStringLiteral("TVDSS"), 25900))
+        pictures.save(mainWindow, QStringLiteral("correlation-feet.png"));
     if (plugin.hasTemplate(QStringLiteral("Petrophysics"))) {
         saveTemplateEditors(plugin, &pictures, QString());
         const QPalette light = QApplication::palette();

@@ -238,6 +238,28 @@ private slots:
         QVERIFY(isNear(view->tracks().at(2)->x(), std::trunc(wellWidth() + 80)));
     }
 
+    void pathsAreBuiltOncePerRedrawAndOnlyInView()
+    {
+        m->store("North", "6\nA:T\nB:T\nA:T\nB:T\nA:T\nB:T\n");
+        CorrelationView *view = m->show();
+        QCoreApplication::processEvents();
+        view->grab();
+        const QRectF area = view->mapToScene(view->viewport()->rect()).boundingRect();
+        int inView = 0;
+        for (const TrackItem *track : view->tracks())
+            inView += track->trackType() != DepthTrack && track->sceneBoundingRect().intersects(area);
+        QVERIFY(inView > 0 && inView < 6);
+        int built = logview::CurvePath::buildCount();
+        for (const char *scale : {"1100", "1200"}) {
+            m->type("scaleEdit", scale);
+            QCoreApplication::processEvents();
+            view->grab();
+            view->grab();
+            QCOMPARE(logview::CurvePath::buildCount() - built, inView);
+            built = logview::CurvePath::buildCount();
+        }
+    }
+
     void aRedrawReadsNothing()
     {
         m->store("North", "2\nA:T\nB:Own\n", "1\nTop\n");
