@@ -24,6 +24,7 @@ namespace {
 constexpr double windowM = 200; // at 1:1000 about as high as the editor
 constexpr int highestHeaders = 200;
 constexpr int depthFieldWidth = 70;
+constexpr int mostCurves = 100; // of a track: nobody tells more of them apart
 
 base::NumberField *makeDepthField(const char *name)
 {
@@ -103,6 +104,9 @@ QVector<TrackItem *> WellTemplatePreview::tracks() const
 void WellTemplatePreview::showTracks(const QVector<TrackInfo> &tracks, int current)
 {
     m_wanted = tracks;
+    for (TrackInfo &track : m_wanted)
+        if (track.curves.size() > mostCurves)
+            track.curves.resize(mostCurves);
     m_current = current;
     if (isVisible())
         refresh();

@@ -21,7 +21,7 @@ class WellNameItem;
 struct ProjectData;
 
 /// Draws a template with the logs of a well, over a window of its depths. Each log is read once. While it is out of
-/// sight nothing is read or drawn.
+/// sight nothing is read or drawn. Of a track with hundreds of curves the first hundred are drawn.
 class WellTemplatePreview : public TemplatePreview
 {
     Q_OBJECT

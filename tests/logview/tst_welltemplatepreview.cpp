@@ -206,6 +206,22 @@ private slots:
         QCOMPARE(preview->builtTracks(), 20);
     }
 
+    void ofTooManyCurvesTheFirstAreDrawn()
+    {
+        TrackInfo many = trackOf("#ff0000");
+        many.curves.insert(0, 9999, many.curves.first());
+        WellTemplatePreview *preview = m->make();
+        preview->show();
+        preview->showTracks({many}, 0);
+        QCOMPARE(preview->tracks().first()->curves().size(), 100);
+        many.curves[5000].color = Qt::blue; // which changes nothing that is seen
+        preview->showTracks({many}, 0);
+        QCOMPARE(preview->builtTracks(), 1);
+        many.curves[99].color = Qt::blue;
+        preview->showTracks({many}, 0);
+        QCOMPARE(preview->builtTracks(), 2);
+    }
+
     void theEditorUpdatesIt()
     {
         files::write(m->project.path("/Templates/W/T/Track_1.txt"), trackBytes("Linear", {}));
