@@ -283,18 +283,24 @@ RunDialog::End WellLogExport::checkGrid(const Job &job, double interval, bool *i
         return End::Finished;
     las::ExportRange range(well->totalDepth);
     for (const las::ListedLog &listed : job.logs) {
-        const End end = handleEvents();
-        if (end != End::Finished)
+        std::optional<LogCurveData> log;
+        const End end = readLog(job, listed, &log);
+        if (end != End::Finished || !log)
             return end;
-        const std::optional<LogCurveData> log =
-            las::readListedLog(m_data.catalogue, wellOf(job), listed, WellsCatalogue::OnFailure::BeSilent);
-        if (!log)
-            return End::Finished;
         range.add(*log);
     }
     *isReadable = true;
     const QString problem = las::gridProblem(range.start, range.stop, interval, job.wellName);
     return problem.isEmpty() ? End::Finished : stop(m_data.asker, windowTitle(), problem);
+}
+
+// Nothing for a log that cannot be read.
+RunDialog::End WellLogExport::readLog(const Job &job, const las::ListedLog &listed, std::optional<LogCurveData> *log)
+{
+    const End end = handleEvents();
+    if (end == End::Finished)
+        *log = las::readListedLog(m_data.catalogue, wellOf(job), listed, WellsCatalogue::OnFailure::BeSilent);
+    return end;
 }
 
 RunDialog::End WellLogExport::exportWells(const QVector<Job> &wells, double interval)
@@ -329,11 +335,10 @@ RunDialog::End WellLogExport::exportWell(const Job &job, double interval, las::N
     file.range = las::ExportRange(well->totalDepth);
     las::NameList unsuited;
     for (const las::ListedLog &listed : job.logs) {
-        const End end = handleEvents();
+        std::optional<LogCurveData> log;
+        const End end = readLog(job, listed, &log);
         if (end != End::Finished)
             return end;
-        const std::optional<LogCurveData> log =
-            las::readListedLog(m_data.catalogue, wellOf(job), listed, WellsCatalogue::OnFailure::BeSilent);
         if (!log) {
             las::NameList unread;
             unread.add(job.wellName, listed.name);

@@ -5,6 +5,7 @@
 #include <QHash>
 
 #include <functional>
+#include <optional>
 
 QT_BEGIN_NAMESPACE
 class QCheckBox;
@@ -18,10 +19,12 @@ class QTabWidget;
 QT_END_NAMESPACE
 
 class WellLogsTabWidget;
+struct LogCurveData;
 struct ProjectData;
 namespace las {
 class NameList;
 struct ExportFile;
+struct ListedLog;
 } // namespace las
 
 /// Exports logs as LAS 2.0 files, one a well, and opens the export as two-column files.
@@ -64,6 +67,7 @@ private:
     QVector<Job> jobs() const;
     End checkGrids(const QVector<Job> &wells, double interval);
     End checkGrid(const Job &job, double interval, bool *isReadable);
+    End readLog(const Job &job, const las::ListedLog &listed, std::optional<LogCurveData> *log);
     End exportWells(const QVector<Job> &wells, double interval);
     End exportWell(const Job &job, double interval, las::NameList *unsuitedLogs);
     End writeFile(const Job &job, const las::ExportFile &file);

@@ -198,30 +198,31 @@ host::Outcome<host::LogData> SurveyStore::log(const QString &key, int index)
     return log;
 }
 
-host::Status SurveyStore::writeLog(const QString &key, const host::LogData &log)
+// Changes files of a well under the survey's lock.
+host::Status SurveyStore::changeFiles(const QString &key,
+                                      const std::function<host::Status(const QString &wellStem)> &change)
 {
     const SurveyWrite write(m_surveyDirectory);
     if (!write.ok())
         return {write.problem()};
     const host::Outcome<QString> wellStem = stem(key);
-    if (!wellStem.ok())
-        return {wellStem.error};
-    const host::Outcome<WellFile> well = readWell(wellStem.value);
-    if (!well.ok())
-        return {well.error};
-    return m_logs.write(wellStem.value, isInFeet() ? host::metresToFeet(log) : log, unitOf(well.value, depthUnit()),
-                        reporter());
+    return wellStem.ok() ? change(wellStem.value) : host::Status{wellStem.error};
+}
+
+host::Status SurveyStore::writeLog(const QString &key, const host::LogData &log)
+{
+    return changeFiles(key, [&](const QString &wellStem) -> host::Status {
+        const host::Outcome<WellFile> well = readWell(wellStem);
+        if (!well.ok())
+            return {well.error};
+        return m_logs.write(wellStem, isInFeet() ? host::metresToFeet(log) : log, unitOf(well.value, depthUnit()),
+                            reporter());
+    });
 }
 
 host::Status SurveyStore::removeLog(const QString &key, int index)
 {
-    const SurveyWrite write(m_surveyDirectory);
-    if (!write.ok())
-        return {write.problem()};
-    const host::Outcome<QString> wellStem = stem(key);
-    if (!wellStem.ok())
-        return {wellStem.error};
-    return m_logs.remove(wellStem.value, index, reporter());
+    return changeFiles(key, [&](const QString &wellStem) { return m_logs.remove(wellStem, index, reporter()); });
 }
 
 host::Status SurveyStore::renameLog(const QString &key, const QString &oldName, const QString &newName)
@@ -470,6 +471,18 @@ host::Outcome<int> SurveyStore::trackPointsBelow(const QString &key, double dept
     return {file.ok() ? pointsBelow(file.value, depth) : 0, file.error};
 }
 
+// The survey's list, in which the well is.
+host::Outcome<ObjectList> SurveyStore::listToChange(const QString &key)
+{
+    host::Outcome<ObjectList> list = m_list.readToChange(reporter());
+    if (!list.ok())
+        return list;
+    const ObjectEntry *entry = list.value.entry(wellNumber(key));
+    if (!entry || !isWell(*entry))
+        return {{}, QStringLiteral("The well with the key %1 is not in the list %2.").arg(key, m_list.path())};
+    return list;
+}
+
 host::Status SurveyStore::renameWell(const QString &key, const QString &name)
 {
     const QString problem = storedNameProblem(name.trimmed());
@@ -478,12 +491,9 @@ host::Status SurveyStore::renameWell(const QString &key, const QString &name)
     const SurveyWrite write(m_surveyDirectory);
     if (!write.ok())
         return {write.problem()};
-    host::Outcome<ObjectList> list = m_list.readToChange(reporter());
+    host::Outcome<ObjectList> list = listToChange(key);
     if (!list.ok())
         return {list.error};
-    const ObjectEntry *entry = list.value.entry(wellNumber(key));
-    if (!entry || !isWell(*entry))
-        return {QStringLiteral("The well with the key %1 is not in the list %2.").arg(key, m_list.path())};
     list.value.rename(wellNumber(key), name.trimmed());
     return m_list.write(list.value);
 }
@@ -494,13 +504,10 @@ host::Status SurveyStore::removeWell(const QString &key)
     if (!write.ok())
         return {write.problem()};
     const host::Outcome<QString> wellStem = stem(key);
-    host::Outcome<ObjectList> list = m_list.readToChange(reporter());
+    host::Outcome<ObjectList> list = listToChange(key);
     if (!list.ok())
         return {list.error};
-    const ObjectEntry *entry = list.value.entry(wellNumber(key));
-    if (!entry || !isWell(*entry))
-        return {QStringLiteral("The well with the key %1 is not in the list %2.").arg(key, m_list.path())};
-    const QString fileName = entry->fileName();
+    const QString fileName = list.value.entry(wellNumber(key))->fileName();
     list.value.remove(wellNumber(key));
     // The list goes first: a crash after it leaves files that nothing names.
     const host::Status status = m_list.write(list.value);

@@ -81,6 +81,8 @@ private:
     QString newStem(const QString &name, const ObjectList &list) const;
     host::Outcome<WellFile> readWell(const QString &stem, bool *hasTrackFile = nullptr);
     LogFiles::Report reporter();
+    host::Status changeFiles(const QString &key, const std::function<host::Status(const QString &wellStem)> &change);
+    host::Outcome<ObjectList> listToChange(const QString &key);
     host::Status writeWell(const QString &stem, const WellFile &file, base::Flush flush = base::Flush::Now);
     host::Status writeNewWell(const QString &stem, const WellFile &file, const QVector<host::LogData> &logs);
     void report(const QString &path, const QString &problem);
