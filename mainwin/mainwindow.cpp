@@ -10,6 +10,7 @@
 #include "las/welllogexport.h"
 #include "logview/welllogsviewwidget.h"
 #include "mainwin/printedpage.h"
+#include "mainwin/printpreview.h"
 #include "mainwin/projecttreewidget.h"
 #include "mainwin/reportwriter.h"
 #include "mainwin/windowlooks.h"
@@ -24,7 +25,6 @@
 #include <QPaintEngine>
 #include <QPainter>
 #include <QPointer>
-#include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QShortcut>
 #include <QStatusBar>
@@ -280,17 +280,12 @@ void MainWindow::exportWellLogsActionClicked()
 
 void MainWindow::printActionClicked()
 {
-    QPrinter printer(QPrinter::ScreenResolution);
     // On the heap: the window may go while the preview is shown, and takes it along.
-    const QPointer<QPrintPreviewDialog> preview = new QPrintPreviewDialog(&printer, this, Qt::Window);
-    connect(preview, &QPrintPreviewDialog::paintRequested, this, &MainWindow::printPreView);
-    const QPointer<MainWindow> self = this;
-    m_previewedPage = currentPage();
-    const base::NestedEvents events;
-    preview->exec();
+    const QPointer<PrintPreview> preview = new PrintPreview(currentPage(), this);
+    connect(preview, &PrintPreview::paintRequested, this, &MainWindow::printPreView);
+    m_preview = preview;
+    preview->run();
     delete preview;
-    if (self)
-        m_previewedPage.reset();
 }
 
 // Null where there is nothing to print.
@@ -306,8 +301,8 @@ std::unique_ptr<PrintedPage> MainWindow::currentPage() const
 // The well data manager prints nothing, which the preview shows as an empty page.
 void MainWindow::printPreView(QPrinter *printer)
 {
-    const std::unique_ptr<PrintedPage> single = m_previewedPage ? nullptr : currentPage();
-    PrintedPage *page = m_previewedPage ? m_previewedPage.get() : single.get();
+    const std::unique_ptr<PrintedPage> single = m_preview ? nullptr : currentPage();
+    PrintedPage *page = m_preview ? m_preview->page() : single.get();
     if (!page) {
         if (printer->paintEngine()->type() == QPaintEngine::Picture)
             QPainter(printer).end();

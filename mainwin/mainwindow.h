@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include <memory>
 
@@ -12,6 +13,7 @@ QT_END_NAMESPACE
 
 class CorrelationViewTabWidget;
 class PrintedPage;
+class PrintPreview;
 class ProjectTreeWidget;
 class WellLogsViewWidget;
 struct ProjectData;
@@ -81,5 +83,5 @@ private:
     QLabel *m_place = nullptr; ///< in the status bar: where the last report or export lies
     bool m_closesWithoutAsking = false;
     bool m_wasShown = false;
-    std::unique_ptr<PrintedPage> m_previewedPage; ///< of the preview that is shown
+    QPointer<PrintPreview> m_preview; ///< that is shown
 };
