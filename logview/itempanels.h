@@ -23,8 +23,6 @@ public:
     QWidget *panelOf(QGraphicsItem *item);
     /// Null as long as nobody asked for the panel.
     QWidget *existingPanelOf(QGraphicsItem *item) const;
-    /// How many there are.
-    int count() const { return m_panels.size(); }
 
 private:
     template<class Panel, class Item>
