@@ -3,8 +3,6 @@
 #include "support/testmain.h"
 
 #include <QColorDialog>
-#include <QGraphicsView>
-#include <QPaintEvent>
 #include <QTimer>
 
 namespace {
@@ -31,20 +29,6 @@ struct MarkerFixture : DisplayFixture
     MarkerItem *marker;
 };
 
-/// What of a widget is painted anew.
-class PaintedRegion : public QObject
-{
-public:
-    explicit PaintedRegion(QWidget *widget) { widget->installEventFilter(this); }
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        if (event->type() == QEvent::Paint)
-            region += static_cast<QPaintEvent *>(event)->region();
-        return false;
-    }
-    QRegion region;
-};
-
 void answerColorDialog(const QColor &color, bool accepts)
 {
     QTimer::singleShot(0, [color, accepts] {
@@ -67,7 +51,6 @@ private slots:
     void dataAndBounds();
     void aNewMarkersPen();
     void theLineSpansTheTracks();
-    void aShorterLineLeavesNothingBehind();
     void namesStandLeftOfTheTracks();
     void theNameMayMove();
     void selected();
@@ -110,28 +93,6 @@ void tst_markeritem::theLineSpansTheTracks()
     f.marker->setLineThickness(5);
     QCOMPARE(f.pixel(96, y - 2), QColor(200, 0, 0));
     QCOMPARE(f.pixel(96, y + 1), QColor(200, 0, 0));
-}
-
-void tst_markeritem::aShorterLineLeavesNothingBehind()
-{
-    QGraphicsScene scene(0, 0, 400, 100);
-    auto *marker = new MarkerItem;
-    marker->setLineThickness(MarkerItem::maximumThickness);
-    marker->setWidth(300);
-    marker->setPos(0, 50);
-    scene.addItem(marker);
-    QGraphicsView view(&scene);
-    view.resize(450, 150);
-    view.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&view));
-    PaintedRegion painted(view.viewport());
-    const auto place = [&view](double x, double y) { return view.mapFromScene(x, y); };
-    marker->setWidth(100);
-    QTRY_VERIFY(painted.region.contains(place(298, 50)));
-    QVERIFY(painted.region.contains(place(298, 48))); // with the upper rows of the pen
-    painted.region = {};
-    marker->setWidth(350);
-    QTRY_VERIFY(painted.region.contains(place(348, 48)));
 }
 
 void tst_markeritem::namesStandLeftOfTheTracks()
