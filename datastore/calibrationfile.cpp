@@ -83,7 +83,7 @@ CalibrationParse parseCalibration(const QByteArray &bytes, const QString &wellNa
     return result;
 }
 
-bool writeCalibration(const QString &projectFolder, const CalibrationRecord &record, base::Asker &asker)
+StoreResult writeCalibration(const QString &projectFolder, const CalibrationRecord &record, base::Asker &asker)
 {
     return sidefile::writeAfterQuestion(
         projectFolder, calibrationPath(projectFolder, record.wellName, record.groupName), calibrationBytes(record),

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "datastore/storeresult.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QVector>
@@ -33,9 +35,9 @@ struct CalibrationParse
 /// heading: a well's name may hold one too.
 CalibrationParse parseCalibration(const QByteArray &bytes, const QString &wellName, const QString &groupName);
 
-/// Asks before it replaces a file; one that is write-protected stays also after "Yes". True when the file exists
+/// Asks before it replaces a file; one that is write-protected stays also after "Yes". Stored when the file exists
 /// afterwards with the record in it.
-bool writeCalibration(const QString &projectFolder, const CalibrationRecord &record, base::Asker &asker);
+StoreResult writeCalibration(const QString &projectFolder, const CalibrationRecord &record, base::Asker &asker);
 
 /// Empty arrays when there is no file. A file that cannot be read or is malformed is told in a warning box.
 CalibrationRecord readCalibration(const QString &projectFolder, const QString &wellName, const QString &groupName,

@@ -66,9 +66,10 @@ bool classifyLogs(const WellsCatalogue &catalogue, int well, GroupFiles *groupFi
     return true;
 }
 
-QByteArray defaultLogsBytes(const ProjectData &data, int well)
+// The first log of each group.
+DefaultLogs firstLogs(const ProjectData &data, int well)
 {
-    QByteArray bytes = textfields::oneLine(data.catalogue.wellNames().at(well)) + '\n';
+    DefaultLogs first;
     QStringList free = data.project.groupNames;
     for (const QString &log : data.catalogue.logNames(well)) {
         const QString group = groupInTable(log);
@@ -80,10 +81,11 @@ QByteArray defaultLogsBytes(const ProjectData &data, int well)
         }();
         if (at < 0)
             continue;
-        bytes += group.toUtf8() + '|' + textfields::fieldName(log).toUtf8() + '\n';
+        first.groups.append(group);
+        first.logs.append(log);
         free.removeAt(at);
     }
-    return bytes;
+    return first;
 }
 
 } // namespace
@@ -91,6 +93,14 @@ QByteArray defaultLogsBytes(const ProjectData &data, int well)
 QString defaultLogsPath(const QString &projectFolder, const QString &wellName)
 {
     return defaultLogsFolder(projectFolder) + QLatin1Char('/') + defaultLogsFileName(wellName);
+}
+
+QByteArray defaultLogsBytes(const QString &wellName, const DefaultLogs &logs)
+{
+    QByteArray bytes = textfields::oneLine(wellName) + '\n';
+    for (int i = 0; i < qMin(logs.groups.size(), logs.logs.size()); ++i)
+        bytes += logs.groups.at(i).toUtf8() + '|' + textfields::fieldName(logs.logs.at(i)).toUtf8() + '\n';
+    return bytes;
 }
 
 DefaultLogs parseDefaultLogs(const QByteArray &bytes)
@@ -141,7 +151,8 @@ void runDefaultLogsPass(ProjectData &data, const std::function<bool()> &mayGoOn)
             continue;
         // One that cannot be made is passed over; the next launch tries again.
         if (writeProjectFile(folder, defaultLogsFolder(folder) + QLatin1Char('/') + fileName,
-                             defaultLogsBytes(data, well), base::Flush::Later)
+                             defaultLogsBytes(data.catalogue.wellNames().at(well), firstLogs(data, well)),
+                             base::Flush::Later)
                 .ok()) {
             existing.insert(fileName);
             isChanged = true;

@@ -18,6 +18,9 @@ struct DefaultLogs
 /// The path of a well's default-logs file.
 QString defaultLogsPath(const QString &projectFolder, const QString &wellName);
 
+/// The bytes of a well's default-logs file.
+QByteArray defaultLogsBytes(const QString &wellName, const DefaultLogs &logs);
+
 /// Reads the bytes of a default-logs file: its first line is skipped, and lines that are not "group|log".
 DefaultLogs parseDefaultLogs(const QByteArray &bytes);
 

@@ -75,20 +75,20 @@ bool HostWriter::mayLose(int well, const QStringList &markers)
             .arg(m_catalogue.wellNames().at(well), named.join(QLatin1Char('\n'))));
 }
 
-bool HostWriter::writeMarkers(int well, const MarkerSetRecord &markers)
+StoreResult HostWriter::writeMarkers(int well, const MarkerSetRecord &markers)
 {
     const QString key = m_catalogue.wellKey(well);
     if (well < 0 || well >= m_catalogue.wellCount() || !m_wells.header(key).ok()) {
         m_showError(QStringLiteral("Cannot get data for the selected well"));
-        return false;
+        return StoreResult::Failed;
     }
     const QVector<host::Marker> set = hostMarkers(markers);
     const host::Outcome<QStringList> lost = m_wells.markersLostByWriting(key, set);
     if (lost.ok() && !mayLose(well, lost.value))
-        return false;
+        return StoreResult::Declined;
     if (!lost.ok() || !m_wells.writeMarkers(key, set).ok()) {
         m_showError(QStringLiteral("Cannot write new markers to disk"));
-        return false;
+        return StoreResult::Failed;
     }
-    return true;
+    return StoreResult::Stored;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "datastore/logcurvedata.h"
+#include "datastore/storeresult.h"
 #include "datastore/wellscatalogue.h"
 
 /// The complete marker set of a well as the editors hold it: parallel lists.
@@ -27,8 +28,8 @@ public:
 
     /// Replaces the well's whole marker set. Depths are written as they are, without any elevation; a marker whose
     /// depth is no finite number is left out. Of lists of unequal length the common part counts. Asks first where the
-    /// host would delete markers that it cannot give out. True when the set was written.
-    bool writeMarkers(int well, const MarkerSetRecord &markers);
+    /// host would delete markers that it cannot give out.
+    StoreResult writeMarkers(int well, const MarkerSetRecord &markers);
 
 private:
     bool mayLose(int well, const QStringList &markers);

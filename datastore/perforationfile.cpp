@@ -81,7 +81,7 @@ PerforationRecord parsePerforation(const QByteArray &bytes, const QString &wellN
     return record;
 }
 
-bool writePerforation(const QString &projectFolder, const PerforationRecord &record, base::Asker &asker)
+StoreResult writePerforation(const QString &projectFolder, const PerforationRecord &record, base::Asker &asker)
 {
     return sidefile::writeAfterQuestion(
         projectFolder, perforationPath(projectFolder, record.wellName), perforationBytes(record),

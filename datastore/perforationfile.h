@@ -1,5 +1,7 @@
 #pragma once
 
+#include "datastore/storeresult.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -30,9 +32,9 @@ QByteArray perforationBytes(const PerforationRecord &record);
 /// numbers.
 PerforationRecord parsePerforation(const QByteArray &bytes, const QString &wellName);
 
-/// Asks before it replaces a file; one that is write-protected stays also after "Yes". True when the file exists
+/// Asks before it replaces a file; one that is write-protected stays also after "Yes". Stored when the file exists
 /// afterwards with the record in it.
-bool writePerforation(const QString &projectFolder, const PerforationRecord &record, base::Asker &asker);
+StoreResult writePerforation(const QString &projectFolder, const PerforationRecord &record, base::Asker &asker);
 
 /// Empty when there is no file or it cannot be opened.
 PerforationRecord readPerforation(const QString &projectFolder, const QString &wellName);

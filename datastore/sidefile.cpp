@@ -11,15 +11,15 @@
 
 namespace sidefile {
 
-bool writeAfterQuestion(const QString &projectFolder, const QString &path, const QByteArray &bytes,
-                        const QString &title, const QString &question, base::Asker &asker)
+StoreResult writeAfterQuestion(const QString &projectFolder, const QString &path, const QByteArray &bytes,
+                               const QString &title, const QString &question, base::Asker &asker)
 {
     if (QFileInfo::exists(path) && !asker.confirm(title, question))
-        return false;
+        return StoreResult::Declined;
     if (writeProjectFile(projectFolder, path, bytes).ok())
-        return true;
+        return StoreResult::Stored;
     asker.warn(title, QStringLiteral("Unable to create file please check file read/write permission."));
-    return false;
+    return StoreResult::Failed;
 }
 
 float toFloat(textfields::Field text)

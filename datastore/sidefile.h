@@ -1,5 +1,6 @@
 #pragma once
 
+#include "datastore/storeresult.h"
 #include "datastore/textfields.h"
 
 namespace base {
@@ -9,11 +10,10 @@ class Asker;
 /// What the per-well side files in the project folder have in common.
 namespace sidefile {
 
-/// Writes the file after asking whether an existing one may be replaced; a failure is told in a warning box. True
-/// when the file was written. A write-protected file is protected: it stays, also after "Yes". So is one
+/// Writes the file after asking whether an existing one may be replaced; a failure is told in a warning box. A write-protected file is protected: it stays, also after "Yes". So is one
 /// that a link leads out of the survey to.
-bool writeAfterQuestion(const QString &projectFolder, const QString &path, const QByteArray &bytes,
-                        const QString &title, const QString &question, base::Asker &asker);
+StoreResult writeAfterQuestion(const QString &projectFolder, const QString &path, const QByteArray &bytes,
+                               const QString &title, const QString &question, base::Asker &asker);
 
 /// A number as it stands in a side file; 0 for text that is none and for what a float cannot hold.
 float toFloat(textfields::Field text);

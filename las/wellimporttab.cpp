@@ -1,10 +1,10 @@
 #include "las/wellimporttab.h"
 
+#include "base/cellcombobox.h"
 #include "base/keptlooks.h"
 #include "base/numbers.h"
 #include "datastore/curvegroupassignment.h"
 #include "datastore/projectdata.h"
-#include "las/curvegroupbox.h"
 #include "las/curveselection.h"
 #include "las/importnotices.h"
 #include "las/lastextbrowser.h"
@@ -156,14 +156,14 @@ void WellImportTab::showSelectionMenu(const QPoint &position)
     menu->popup(m_table->viewport()->mapToGlobal(position));
 }
 
-CurveGroupBox *WellImportTab::groupBox(int row) const
+base::CellComboBox *WellImportTab::groupBox(int row) const
 {
-    return qobject_cast<CurveGroupBox *>(m_table->cellWidget(row, GroupColumn));
+    return qobject_cast<base::CellComboBox *>(m_table->cellWidget(row, GroupColumn));
 }
 
 void WellImportTab::addGroupBox(int row, CurveGroupFinder *groups)
 {
-    auto *box = new CurveGroupBox(m_groups, m_table);
+    auto *box = new base::CellComboBox(m_groups, m_table);
     box->setCurrentText(groups->group(m_file.curves.at(row).logName));
     m_table->setCellWidget(row, GroupColumn, box);
     paintGroupBox(row, m_table->item(row, GroupColumn)->background().style() != Qt::NoBrush);
@@ -181,7 +181,7 @@ void WellImportTab::addGroupBoxesInView()
 
 void WellImportTab::paintGroupBox(int row, bool isTaken)
 {
-    CurveGroupBox *box = groupBox(row);
+    base::CellComboBox *box = groupBox(row);
     if (!box)
         return;
     QPalette colors; // of the box itself; its list keeps the usual ones
@@ -260,7 +260,7 @@ las::ImportTab WellImportTab::plan(bool convertsFeet) const
     tab.wellMaximumDepth = m_wellMaximumDepth;
     CurveGroupFinder groups(m_data.project.projectFolder);
     for (int row = 0; row < m_table->rowCount(); ++row) {
-        const CurveGroupBox *box = groupBox(row);
+        const base::CellComboBox *box = groupBox(row);
         const bool isSelected = m_table->item(row, SelectColumn)->checkState() == Qt::Checked;
         const QString group = box ? box->currentText()
             : isSelected          ? groups.group(m_file.curves.at(row).logName)

@@ -13,7 +13,9 @@ class QTableWidget;
 class QTableWidgetItem;
 QT_END_NAMESPACE
 
-class CurveGroupBox;
+namespace base {
+class CellComboBox;
+}
 class CurveGroupFinder;
 class LasTextBrowser;
 struct ProjectData;
@@ -57,7 +59,7 @@ private:
     QString summary() const;
     void paintRow(int row, bool isTaken);
     void paintGroupBox(int row, bool isTaken);
-    CurveGroupBox *groupBox(int row) const;
+    base::CellComboBox *groupBox(int row) const;
     void addGroupBox(int row, CurveGroupFinder *groups);
     void addGroupBoxesInView();
     QString wellKey() const;

@@ -204,6 +204,13 @@ logview::Sample CurveItem::sampleAt(double depthM) const
     return sample;
 }
 
+void CurveItem::reloadCalibration()
+{
+    if (m_line.isCalibrationShown)
+        m_calibration = m_well->calibration(m_line.group);
+    placePoints();
+}
+
 void CurveItem::placePoints()
 {
     m_points = logview::placeCalibration(m_calibration, m_geometry.axis, m_scale);

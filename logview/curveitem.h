@@ -79,6 +79,8 @@ public:
     /// The sample at a display depth in metres; its depth is one too. -999.25 where there is none.
     logview::Sample sampleAt(double depthM) const;
 
+    /// Shows the calibration points as the shared data of the well gives them now.
+    void reloadCalibration();
     struct PointValue
     {
         bool isThere = false;

@@ -142,6 +142,13 @@ void TrackItem::setPerforationsShown(bool areShown)
     update();
 }
 
+void TrackItem::reloadSideFiles()
+{
+    setPerforationsShown(m_arePerforationsShown);
+    for (CurveItem *curve : qAsConst(m_curves))
+        curve->reloadCalibration();
+}
+
 void TrackItem::setVerticalOffset(float offsetPx)
 {
     m_verticalOffset = offsetPx;

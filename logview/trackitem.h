@@ -69,6 +69,8 @@ public:
     logview::TrackGeometry geometry() const { return {m_axis, m_reference, m_width, m_definition.type}; }
     /// Whether a depth track draws the perforation zones of the well.
     void setPerforationsShown(bool areShown);
+    /// Draws zones and calibration points as the shared data of the well gives them now.
+    void reloadSideFiles();
     /// Pixels that are taken off every grid line's y.
     void setVerticalOffset(float offsetPx);
 

@@ -58,6 +58,12 @@ PerforationRecord WellDisplayData::perforations()
     return m_perforations;
 }
 
+void WellDisplayData::forgetSideFiles()
+{
+    m_calibrations.clear();
+    m_hasPerforations = false;
+}
+
 base::ColorBar WellDisplayData::colorBar(int number)
 {
     auto found = m_colorBars.find(number);

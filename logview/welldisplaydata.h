@@ -39,6 +39,8 @@ public:
     CalibrationRecord calibration(const QString &groupName);
     PerforationRecord perforations();
     base::ColorBar colorBar(int number);
+    /// Calibration points and perforation zones are read anew when they are next asked for.
+    void forgetSideFiles();
 
     /// The template's track with each "Default" curve replaced by the well's default log of its group; "Default"
     /// stays where there is none.

@@ -122,8 +122,12 @@ QVector<TrackItem *> WellDisplayWidget::makeTracks(const QString &templateName,
         well->setDotsPerInch(logicalDpiX());
     QVector<TrackItem *> tracks;
     QStringList withoutLog;
+    m_usesDefaultLogs = false;
     for (const TrackInfo &definition : loadTemplate(m_data.project, templateName, m_wellName)) {
         const TrackInfo resolved = well->resolved(definition);
+        m_usesDefaultLogs = m_usesDefaultLogs
+            || std::any_of(definition.curves.begin(), definition.curves.end(),
+                           [](const TemplateCurveInfo &curve) { return curve.curve == defaultCurveName(); });
         withoutLog += WellDisplayData::groupsWithoutLog(resolved);
         auto *track = new TrackItem(resolved, well, well->totalDepthM());
         track->setPerforationsShown(true);
@@ -138,6 +142,24 @@ QVector<TrackItem *> WellDisplayWidget::makeTracks(const QString &templateName,
         setStatusLabel(QStringLiteral("No default log for %1 in %2: see Well Data Manager")
                            .arg(withoutLog.join(QStringLiteral(", ")), m_wellName));
     return tracks;
+}
+
+void WellDisplayWidget::reloadDefaultLogs(const QString &templateName)
+{
+    if (!m_usesDefaultLogs)
+        return;
+    applyTemplate(templateName);
+    tellUnread();
+}
+
+void WellDisplayWidget::reloadSideFiles()
+{
+    if (m_scene->tracks().isEmpty())
+        return;
+    m_scene->tracks().first()->well().forgetSideFiles(); // shared by all tracks
+    const QVector<TrackItem *> tracks = m_scene->tracks();
+    for (TrackItem *track : tracks)
+        track->reloadSideFiles();
 }
 
 // The depth range begins at 0, but the logs may begin far below.
@@ -247,6 +269,7 @@ void WellDisplayWidget::addMarker(const QString &wellName, const QString &marker
     item->setMarkerName(markerName);
     item->setDepth(static_cast<float>(found->subseaDepth));
     item->setLineColor(found->color);
+    m_takenMarkers.insert(markerName, *found);
     if (!m_scene->addMarker(item))
         setStatusLabel(QStringLiteral("The marker \"%1\" is outside the depth range.").arg(markerName));
 }
@@ -266,6 +289,38 @@ void WellDisplayWidget::removeGoneMarkers()
     for (MarkerItem *marker : shown)
         if (!m_scene->markers().unsaved().contains(marker) && !names.contains(marker->markerName()))
             m_scene->markers().destroy(marker);
+}
+
+// What the user changed in the display, and not in the well, stays as he left it.
+void WellDisplayWidget::refreshMarkers()
+{
+    removeGoneMarkers();
+    const auto isStored = [this](MarkerItem *marker) { return !m_scene->markers().unsaved().contains(marker); };
+    const QVector<MarkerItem *> shown = m_scene->markers().all();
+    if (std::none_of(shown.begin(), shown.end(), isStored))
+        return;
+    readMarkers();
+    QStringList dropped;
+    for (MarkerItem *marker : shown) {
+        const auto now = m_markersByName.constFind(marker->markerName());
+        if (!isStored(marker) || now == m_markersByName.constEnd())
+            continue;
+        const auto before = m_takenMarkers.constFind(marker->markerName());
+        const bool isKnown = before != m_takenMarkers.constEnd();
+        const bool isMoved = isKnown && before->measuredDepth != now->measuredDepth;
+        if (isKnown && before->color != now->color)
+            marker->setLineColor(now->color);
+        m_takenMarkers.insert(marker->markerName(), *now);
+        if (!isMoved)
+            continue;
+        marker->setDepth(static_cast<float>(now->subseaDepth));
+        if (!m_scene->placeStoredMarker(marker))
+            dropped.append(now->name);
+    }
+    if (!m_isTakingMarkers)
+        m_markersByName.clear();
+    if (!dropped.isEmpty())
+        emit markersDropped(m_wellName, dropped);
 }
 
 void WellDisplayWidget::saveMarker(MarkerItem *marker)

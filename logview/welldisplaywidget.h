@@ -60,6 +60,12 @@ public:
     void removeMarker(const QString &wellName, const QString &markerName);
     /// Takes the markers away that the catalogue does not name any more.
     void removeGoneMarkers();
+    /// The same, and gives the other markers the depths and colours that have changed in the well.
+    void refreshMarkers();
+    /// Shows calibration points and perforation zones as their files have them now.
+    void reloadSideFiles();
+    /// Shows the default logs as they are now, where the template shown has any; depths, scale and markers stay.
+    void reloadDefaultLogs(const QString &templateName);
 
     /// Saves the display as "<well name>.tiff" in the project folder; the status line tells where, or what failed.
     void savePicture();
@@ -96,6 +102,8 @@ private:
     ViewPair *m_views = nullptr;
     QLabel *m_statusLine = nullptr;
     QStringList m_unreadLogs;
+    bool m_usesDefaultLogs = false;
+    QHash<QString, WellMarker> m_takenMarkers; ///< those that are shown, as they were read
     QHash<QString, WellMarker> m_markersByName; ///< of the click that shows them
     bool m_isTakingMarkers = false;
     bool m_areMarkersRead = false;

@@ -221,17 +221,34 @@ void WellLogsScene::placeEditedMarker(MarkerItem *marker)
         marker->setPos(0, m_trackHeight * static_cast<double>(marker->depth()) / totalDepth);
 }
 
-bool WellLogsScene::addMarker(MarkerItem *marker)
+// A marker that comes to a display stands at its stored depth in the display's unit, whatever the depth type.
+std::optional<double> WellLogsScene::placeOf(const MarkerItem &marker) const
 {
     const logview::DepthReference measured{logview::MeasuredDepth, static_cast<logview::DepthUnit>(m_depthUnit), 0};
-    const auto depth = static_cast<double>(measured.toDisplay(static_cast<double>(marker->depth())));
-    if (!depthAxis().contains(depth)) {
+    const auto depth = static_cast<double>(measured.toDisplay(static_cast<double>(marker.depth())));
+    return depthAxis().contains(depth) ? std::optional<double>(depthAxis().toScenePixel(depth)) : std::nullopt;
+}
+
+bool WellLogsScene::addMarker(MarkerItem *marker)
+{
+    const std::optional<double> y = placeOf(*marker);
+    if (!y) {
         delete marker;
         return false;
     }
     m_markers.add(marker);
-    marker->setPos(0, depthAxis().toScenePixel(depth));
+    marker->setPos(0, *y);
     return true;
+}
+
+bool WellLogsScene::placeStoredMarker(MarkerItem *marker)
+{
+    const std::optional<double> y = placeOf(*marker);
+    if (y)
+        marker->setPos(0, *y);
+    else
+        m_markers.destroy(marker);
+    return y.has_value();
 }
 
 void WellLogsScene::deleteMarker(const QString &markerName)

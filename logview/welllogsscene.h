@@ -10,6 +10,8 @@
 #include <QPointer>
 #include <QVector>
 
+#include <optional>
+
 class MarkerItem;
 class TrackItem;
 class WellLogsScenePropertyWidget;
@@ -78,6 +80,8 @@ public:
 
     /// Takes the item, whose depth is set. False when the depth is out of the range: the item is destroyed.
     bool addMarker(MarkerItem *marker);
+    /// Puts a marker at its depth as addMarker() does. False when that is out of the range: it is destroyed.
+    bool placeStoredMarker(MarkerItem *marker);
     /// Destroys the first marker of that name.
     void deleteMarker(const QString &markerName);
     /// Moves a picked marker to a position of the tracks, and gives it the measured depth that is shown there.
@@ -113,6 +117,7 @@ private:
     double displayDepth(const MarkerItem &marker) const;
     void placeEditedMarker(MarkerItem *marker);
     void tellDropped(const QStringList &markerNames);
+    std::optional<double> placeOf(const MarkerItem &marker) const;
     void clickedInHeader(QGraphicsItem *item);
 
     QGraphicsScene *m_headerScene;

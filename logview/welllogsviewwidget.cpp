@@ -209,6 +209,25 @@ void WellLogsViewWidget::applyTemplate(const TemplateId &now, const TemplateId &
     }
 }
 
+void WellLogsViewWidget::refreshMarkers(const QString &wellName)
+{
+    if (WellDisplayWidget *shown = display(m_wells.indexOf(wellName)))
+        shown->refreshMarkers();
+}
+
+void WellLogsViewWidget::reloadSideFiles(const QString &wellName)
+{
+    if (WellDisplayWidget *shown = display(m_wells.indexOf(wellName)))
+        shown->reloadSideFiles();
+}
+
+void WellLogsViewWidget::reloadDefaultLogs(const QString &wellName)
+{
+    const int tab = m_wells.indexOf(wellName);
+    if (WellDisplayWidget *shown = display(tab))
+        shown->reloadDefaultLogs(QString(m_displays.at(tab).templateName));
+}
+
 void WellLogsViewWidget::beginMarkers(const QString &wellName)
 {
     if (WellDisplayWidget *shown = display(m_wells.indexOf(wellName)))

@@ -39,6 +39,11 @@ public:
     /// Takes the markers out of all displays that the catalogue does not name any more.
     void removeGoneMarkers();
 
+    /// What was stored of a well shows in its display: its markers, its zones and points, its default logs.
+    void refreshMarkers(const QString &wellName);
+    void reloadSideFiles(const QString &wellName);
+    void reloadDefaultLogs(const QString &wellName);
+
     /// After the catalogue was read anew: the display of a renamed well is built again under its new name, that of a
     /// well that is gone is closed.
     void synchronise();

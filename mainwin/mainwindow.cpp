@@ -14,6 +14,11 @@
 #include "mainwin/projecttreewidget.h"
 #include "mainwin/reportwriter.h"
 #include "mainwin/windowlooks.h"
+#include "welldata/defaultdataclass.h"
+#include "welldata/definecalibrationpoint.h"
+#include "welldata/definewellperforation.h"
+#include "welldata/markerdatawidget.h"
+#include "welldata/wellsdatamanagerwidget.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -144,9 +149,8 @@ void MainWindow::createTabs()
     m_tabs->addTab(m_logsView, QStringLiteral("Well Logs View"));
     m_correlations = new CorrelationViewTabWidget(m_data, m_propertiesDock, m_tabs);
     m_tabs->addTab(m_correlations, QStringLiteral("Correlation View"));
-    m_tabs->addTab(base::emptyHint(QStringLiteral("The editors of default logs, markers, perforation zones and "
-                                                  "calibration points are still to come.")),
-                   QStringLiteral("Well Data Manager"));
+    m_wellData = new WellsDataManagerWidget(m_data);
+    m_tabs->addTab(m_wellData, QStringLiteral("Well Data Manager"));
     setCentralWidget(m_tabs);
     connect(m_tabs, &QTabWidget::currentChanged, this, &MainWindow::showPanelOfPage);
 
@@ -165,6 +169,7 @@ void MainWindow::createTabs()
     connect(m_logsView, &View::displayRebuilt, m_projectTree, &Tree::sendMarkersOf);
     connect(m_logsView, &View::displayClosed, m_projectTree, &Tree::uncheckWell);
     connectCorrelations();
+    connectWellData();
 }
 
 // The dock shows a panel of the work area in front; one without a display has none.
@@ -198,6 +203,24 @@ void MainWindow::connectCorrelations()
     connect(m_correlations, &View::correlationRenamed, m_projectTree, &Tree::renameCorrelation);
 }
 
+// What an editor stored shows at once wherever the well shows.
+void MainWindow::connectWellData()
+{
+    connect(m_wellData->markers(), &MarkerDataWidget::markersWritten, this, &MainWindow::markersChanged);
+    connect(m_wellData->markers(), &MarkerDataWidget::markersAdded, m_projectTree,
+            &ProjectTreeWidget::showNewMarkers);
+    const auto sideFilesWritten = [this](const QString &wellName) {
+        m_logsView->reloadSideFiles(wellName);
+        m_correlations->wellChanged(wellName);
+    };
+    connect(m_wellData->zones(), &DefineWellPerforation::zonesWritten, this, sideFilesWritten);
+    connect(m_wellData->points(), &DefineCalibrationPoint::pointsWritten, this, sideFilesWritten);
+    connect(m_wellData->defaultData(), &DefaultDataClass::defaultsWritten, this, [this](const QString &wellName) {
+        m_logsView->reloadDefaultLogs(wellName);
+        m_correlations->wellChanged(wellName);
+    });
+}
+
 void MainWindow::createMenus()
 {
     const auto addMenu = [this](const char *name, const char *title) {
@@ -228,13 +251,18 @@ void MainWindow::markersChanged(int well)
 {
     m_projectTree->synchroniseMarkers(well);
     m_logsView->removeGoneMarkers();
+    const QString name = m_data.catalogue.wellNames().value(well);
+    if (well >= 0 && m_data.catalogue.indexOf(name) == well) // displays know the first well of a name
+        m_logsView->refreshMarkers(name);
     redrawCorrelationsOf(well);
+    m_wellData->markersChanged(well);
 }
 
 void MainWindow::logsImported(int well)
 {
     m_projectTree->synchroniseLogs(well);
     redrawCorrelationsOf(well);
+    m_wellData->logsChanged(well);
 }
 
 void MainWindow::redrawCorrelationsOf(int well)
@@ -258,6 +286,10 @@ void MainWindow::syncODDBActionClicked()
     m_logsView->removeGoneMarkers();
     m_correlations->keepOnly(m_projectTree->correlationNames());
     m_correlations->wellChanged(QString());
+    const QPointer<MainWindow> self = this;
+    m_wellData->synchronise(); // may ask whether to save
+    if (!self)
+        return;
     m_data.asker.inform(QStringLiteral("Sync Data"), QStringLiteral("synchronization done !"));
 }
 

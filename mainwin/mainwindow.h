@@ -16,6 +16,7 @@ class PrintedPage;
 class PrintPreview;
 class ProjectTreeWidget;
 class WellLogsViewWidget;
+class WellsDataManagerWidget;
 struct ProjectData;
 
 /// The plug-in's main window: menus, tool bar, the docks "Project Data" and "Properties", and the three work areas as
@@ -57,6 +58,7 @@ private:
     void createDocks();
     void createTabs();
     void connectCorrelations();
+    void connectWellData();
     void showPanelOfPage();
     void closeCurrentTab();
     void tellPlace(const QString &text);
@@ -80,6 +82,7 @@ private:
     ProjectTreeWidget *m_projectTree = nullptr;
     WellLogsViewWidget *m_logsView = nullptr;
     CorrelationViewTabWidget *m_correlations = nullptr;
+    WellsDataManagerWidget *m_wellData = nullptr;
     QLabel *m_place = nullptr; ///< in the status bar: where the last report or export lies
     bool m_closesWithoutAsking = false;
     bool m_wasShown = false;

@@ -17,6 +17,7 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QSet>
 #include <QSignalBlocker>
 
 #include <utility>
@@ -164,6 +165,26 @@ void ProjectTreeWidget::addMarker(const QString &wellName, const QString &marker
 void ProjectTreeWidget::checkShownMarker(const QString &wellName, const QString &markerName)
 {
     setMarkerChecked(wellName, markerName, Qt::Checked);
+}
+
+void ProjectTreeWidget::showNewMarkers(int well, const QStringList &markerNames)
+{
+    const QTreeWidgetItem *item = findWellByKey(m_data.catalogue.wellKey(well));
+    if (!item || !isChecked(item) || markerNames.isEmpty())
+        return;
+    const QString wellName = item->text(0);
+    const QSet<QString> isNew(markerNames.begin(), markerNames.end());
+    const QTreeWidgetItem *branch = markersBranch(item);
+    {
+        const QSignalBlocker blocker(this);
+        for (int i = 0; i < branch->childCount(); ++i)
+            if (isNew.contains(branch->child(i)->text(0)))
+                branch->child(i)->setCheckState(0, Qt::Checked);
+    }
+    emit markersBegin(wellName);
+    for (const QString &name : markerNames)
+        emit displayMarker(wellName, name);
+    emit markersEnd(wellName);
 }
 
 void ProjectTreeWidget::uncheckDroppedMarkers(const QString &wellName, const QStringList &markerNames)

@@ -34,6 +34,8 @@ public:
     void addMarker(const QString &wellName, const QString &markerName);
     /// Checks the marker of a displayed well that the display shows already; nothing is sent.
     void checkShownMarker(const QString &wellName, const QString &markerName);
+    /// Checks new markers of a well of the catalogue that is displayed, and sends them to its display.
+    void showNewMarkers(int well, const QStringList &markerNames);
     /// Unchecks markers that the display of their well does not show any more; nothing is sent.
     void uncheckDroppedMarkers(const QString &wellName, const QStringList &markerNames);
     /// Sends all markers of a well to its display, as they are checked.

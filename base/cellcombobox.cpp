@@ -1,24 +1,26 @@
-#include "las/curvegroupbox.h"
+#include "base/cellcombobox.h"
 
 #include <QKeyEvent>
 #include <QWheelEvent>
 
-CurveGroupBox::CurveGroupBox(QAbstractItemModel *groups, QWidget *table)
+namespace base {
+
+CellComboBox::CellComboBox(QAbstractItemModel *choices, QWidget *table)
     : QComboBox(table)
     , m_table(table)
 {
-    setModel(groups);
+    setModel(choices);
     setFocusPolicy(Qt::ClickFocus); // F2 in the cell brings the keyboard here
     setMaxVisibleItems(22);
-    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon); // else every box measures every group
+    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon); // else every box measures every choice
 }
 
-void CurveGroupBox::wheelEvent(QWheelEvent *event)
+void CellComboBox::wheelEvent(QWheelEvent *event)
 {
     event->ignore();
 }
 
-void CurveGroupBox::keyPressEvent(QKeyEvent *event)
+void CellComboBox::keyPressEvent(QKeyEvent *event)
 {
     switch (event->key()) {
     case Qt::Key_Escape:
@@ -30,3 +32,5 @@ void CurveGroupBox::keyPressEvent(QKeyEvent *event)
         QComboBox::keyPressEvent(event);
     }
 }
+
+} // namespace base

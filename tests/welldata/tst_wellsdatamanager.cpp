@@ -1,0 +1,200 @@
+// The page "Well Data Manager": the choice of well, its tabs, and what is not saved.
+
+#include "support/testmain.h"
+#include "tests/welldata/welldatafixture.h"
+
+#include <QSignalSpy>
+#include <QTableWidget>
+
+using F = WellDataFixture;
+
+class tst_wellsdatamanager : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m = std::make_unique<WellDataFixture>(); }
+    void cleanup() { m.reset(); }
+
+    void wellsAndTabsAreAsPrescribed()
+    {
+        QStringList wells;
+        for (int i = 0; i < m->wells()->count(); ++i)
+            wells.append(m->wells()->itemText(i));
+        QCOMPARE(wells, QStringList({"None", "W-1", "W-2"}));
+        QStringList tabs;
+        for (int i = 0; i < m->tabs()->count(); ++i)
+            tabs.append(m->tabs()->tabText(i));
+        QCOMPARE(tabs, QStringList({"Log(s)", "Marker(s)", "Perforation Zone(s)", "Calibration Point(s)"}));
+        QCOMPARE(m->tabs()->widget(0), static_cast<QWidget *>(m->logs()));
+        QCOMPARE(m->tabs()->widget(1), static_cast<QWidget *>(m->markers()));
+        QCOMPARE(m->tabs()->widget(2), static_cast<QWidget *>(m->zones()));
+        QCOMPARE(m->tabs()->widget(3), static_cast<QWidget *>(m->points()));
+        for (int i = 0; i < 4; ++i)
+            QCOMPARE(m->tabs()->widget(i)->windowTitle(), tabs.at(i));
+        bool hasLabel = false;
+        for (const QLabel *label : m->manager->findChildren<QLabel *>())
+            hasLabel |= label->text() == "Well" && label->buddy() == m->wells();
+        QVERIFY(hasLabel);
+        QCOMPARE(m->manager->currentWellName(), QString("None"));
+    }
+
+    void theChosenWellGoesToAllEditors()
+    {
+        m->select("W-1");
+        QCOMPARE(m->manager->currentWellName(), QString("W-1"));
+        QCOMPARE(m->logs()->wellName(), QString("W-1"));
+        QCOMPARE(m->markers()->wellName(), QString("W-1"));
+        QCOMPARE(m->zones()->wellName(), QString("W-1"));
+        QCOMPARE(m->points()->wellName(), QString("W-1"));
+        for (int tab = 0; tab < 4; ++tab)
+            m->tabs()->setCurrentIndex(tab);
+        QCOMPARE(m->manager->currentWellName(), QString("W-1"));
+        QCOMPARE(m->markers()->table()->rowCount(), 2);
+    }
+    // Default data, calibration points, perforation zones, markers.
+    void theyAreGivenTheWellInOrder()
+    {
+        QVERIFY(QDir().mkpath(m->path("/DefaultLogs/W-1.txt")));
+        QVERIFY(QDir().mkpath(m->path("/W-1_None_calibrationPoints.txt")));
+        QVERIFY(QDir().mkpath(m->path("/W-1_perforationZone.txt")));
+        m->well(m->key1).isUnreadable = true;
+        m->select("W-1");
+        QStringList titles;
+        for (const base::Box &box : m->asker.boxes)
+            titles.append(box.title);
+        QCOMPARE(titles, QStringList({"Log(s)", "Well Calibration Data Reader", "Perforation Zone(s)"}));
+        QCOMPARE(m->host.errors, QStringList({"Cannot get data for the selected well"}));
+        QCOMPARE(F::status(m->markers()), QString("Cannot get data for the selected well"));
+        QVERIFY(!F::isEnabled(m->markers(), "updateButton")); // nobody knows what that would delete
+    }
+
+    void anotherWellAsksWhetherToSaveTheTables()
+    {
+        m->select("W-1");
+        F::typeName(m->markers(), 0, "Upper");
+        m->zones()->addRow();
+        F::typeName(m->zones(), 0, "Z");
+        m->asker.answers = {base::BoxButton::No, base::BoxButton::Yes};
+        m->select("W-2");
+        QCOMPARE(m->asker.boxes.size(), 2);
+        QCOMPARE(m->asker.boxes.at(0).title, QString("Perforation Zone(s)"));
+        QCOMPARE(m->asker.boxes.at(0).text,
+                 QString("You changed the perforation zones but not saved them.\nWould you like to save them ?"));
+        QCOMPARE(m->asker.boxes.at(0).buttons, QVector<base::BoxButton>({base::BoxButton::Yes, base::BoxButton::No}));
+        QCOMPARE(m->asker.boxes.at(1).text,
+                 QString("You changed the markers but not saved them.\nWould you like to save them ?"));
+        QCOMPARE(m->storedNames(m->key1), QStringList({"Upper", "Base"}));
+        QVERIFY(!QFileInfo::exists(m->path("/W-1_perforationZone.txt")));
+        QCOMPARE(m->markers()->wellName(), QString("W-2"));
+        QCOMPARE(m->markers()->table()->rowCount(), 0);
+        m->select("W-1");
+        QCOMPARE(m->asker.boxes.size(), 2);
+    }
+    void aTableThatCouldNotBeSavedKeepsItsWell()
+    {
+        m->select("W-1");
+        F::typeName(m->markers(), 0, "Upper");
+        m->show(m->logs());
+        m->host.markerWritesFail = true;
+        m->asker.answers = {base::BoxButton::Yes};
+        m->select("W-2");
+        QCOMPARE(m->wells()->currentText(), QString("W-1"));
+        QCOMPARE(m->manager->currentWellName(), QString("W-1"));
+        QCOMPARE(F::name(m->markers(), 0), QString("Upper"));
+        QCOMPARE(m->tabs()->currentWidget(), static_cast<QWidget *>(m->markers()));
+        QVERIFY(m->markers()->isModified());
+        m->asker.answers = {base::BoxButton::No};
+        m->select("W-2");
+        QCOMPARE(m->markers()->wellName(), QString("W-2"));
+    }
+    void tabsKeepWhatIsNotSaved()
+    {
+        m->select("W-1");
+        F::typeName(m->markers(), 0, "Upper");
+        m->show(m->zones());
+        m->show(m->markers());
+        QVERIFY(m->asker.boxes.isEmpty());
+        QCOMPARE(F::name(m->markers(), 0), QString("Upper"));
+    }
+
+    void afterASynchronisationTheWellStaysChosen()
+    {
+        m->select("W-1");
+        F::typeName(m->markers(), 0, "Upper");
+        m->addWell("A-0");
+        m->launch->catalogue.build();
+        m->manager->synchronise();
+        QCOMPARE(m->wells()->itemText(1), QString("A-0"));
+        QCOMPARE(m->wells()->currentText(), QString("W-1"));
+        QCOMPARE(F::name(m->markers(), 0), QString("Upper")); // not saved, and not lost
+        QVERIFY(m->asker.boxes.isEmpty());
+    }
+    void aSynchronisationShowsNewLogsAndMarkers()
+    {
+        m->select("W-1");
+        m->well(m->key1).logs.append({"DT", "us/m", {1, 2}, {1, 2}});
+        m->well(m->key1).markers.append({"Late", 300, Qt::red});
+        m->launch->catalogue.build();
+        m->manager->synchronise();
+        QCOMPARE(F::find<QTableWidget>(m->logs(), "defaultTable")->rowCount(), 4);
+        QCOMPARE(m->markers()->table()->rowCount(), 3);
+    }
+    void importedLogsComeIntoTheTable()
+    {
+        m->select("W-1");
+        m->well(m->key1).logs.append({"DT", "us/m", {1, 2}, {1, 2}});
+        m->launch->catalogue.refreshLogNames(0);
+        m->manager->logsChanged(1);
+        QCOMPARE(F::find<QTableWidget>(m->logs(), "defaultTable")->rowCount(), 3);
+        m->manager->logsChanged(0);
+        QCOMPARE(F::find<QTableWidget>(m->logs(), "defaultTable")->rowCount(), 4);
+    }
+    void aVanishedWellIsNoLongerChosen()
+    {
+        m->select("W-1");
+        m->host.storedWells.removeFirst();
+        m->launch->catalogue.build();
+        m->manager->synchronise();
+        QCOMPARE(m->wells()->currentText(), QString("None"));
+        QCOMPARE(m->markers()->table()->rowCount(), 0);
+        QCOMPARE(F::status(m->markers()), QString("Well not selected !"));
+    }
+    void aRenamedWellIsFollowed()
+    {
+        m->select("W-1");
+        m->well(m->key1).header.name = "Z-9";
+        m->launch->catalogue.build();
+        m->manager->synchronise();
+        QCOMPARE(m->wells()->currentText(), QString("Z-9"));
+        QCOMPARE(m->markers()->wellName(), QString("Z-9"));
+        QCOMPARE(m->markers()->table()->rowCount(), 2);
+    }
+    void wellsOfOneNameAreToldApart()
+    {
+        const QString twin = m->addWell("W-1", {}, {"Twin"});
+        m->launch->catalogue.build();
+        m->manager->synchronise();
+        m->wells()->setCurrentIndex(m->wells()->findData(twin));
+        QCOMPARE(F::name(m->markers(), 0), QString("Twin"));
+        F::typeName(m->markers(), 0, "Other");
+        F::click(m->markers(), "updateButton");
+        QCOMPARE(m->storedNames(twin), QStringList({"Other"}));
+        QCOMPARE(m->storedNames(m->key1), QStringList({"Top", "Base"}));
+    }
+    void aWellCalledNoneIsAWell()
+    {
+        const QString key = m->addWell("None", {}, {"Mine"});
+        m->launch->catalogue.build();
+        m->manager->synchronise();
+        m->wells()->setCurrentIndex(m->wells()->findData(key));
+        QCOMPARE(F::name(m->markers(), 0), QString("Mine"));
+        QVERIFY(F::isEnabled(m->markers(), "updateButton"));
+    }
+
+private:
+    std::unique_ptr<WellDataFixture> m;
+};
+
+LORVA_TEST_MAIN(tst_wellsdatamanager)
+#include "tst_wellsdatamanager.moc"

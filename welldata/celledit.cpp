@@ -1,0 +1,56 @@
+#include "welldata/celledit.h"
+
+#include <QSignalBlocker>
+#include <QVariant>
+
+namespace {
+
+constexpr char rowProperty[] = "row";
+constexpr char columnProperty[] = "column";
+
+} // namespace
+
+CellEdit::CellEdit(const QValidator *validator, int row, int column)
+{
+    setFrame(false);
+    setValidator(validator);
+    setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    setProperty(rowProperty, row);
+    setProperty(columnProperty, column);
+    connect(this, &QLineEdit::editingFinished, this, &CellEdit::finish);
+}
+
+int CellEdit::row() const
+{
+    return property(rowProperty).toInt();
+}
+
+int CellEdit::column() const
+{
+    return property(columnProperty).toInt();
+}
+
+void CellEdit::showText(const QString &text)
+{
+    const QSignalBlocker blocker(this);
+    if (text != this->text())
+        setText(text);
+    setCursorPosition(0);
+    m_known = this->text();
+}
+
+void CellEdit::finish()
+{
+    if (text() == m_known)
+        return;
+    m_known = text();
+    emit edited();
+}
+
+// Qt's editingFinished() does not come for a text that is no number yet.
+void CellEdit::focusOutEvent(QFocusEvent *event)
+{
+    QLineEdit::focusOutEvent(event);
+    if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason)
+        finish();
+}

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "welldata/welldatastore.h"
+
+#include <QWidget>
+
+QT_BEGIN_NAMESPACE
+class QLabel;
+class QPushButton;
+class QVBoxLayout;
+QT_END_NAMESPACE
+
+class ColumnImportDialog;
+class WellDataTable;
+struct ProjectData;
+
+/// What the editors of markers, perforation zones and calibration points have in common: a table, the buttons that add
+/// and remove rows, import a text file and store the table, and a line that says how that went.
+class WellTableEditor : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// Shows another well; "None" or an empty name means none. \a wellKey tells wells of one name apart. What was not
+    /// saved is gone: ask with mayLeave() first.
+    void setWell(const QString &wellName, const QString &wellKey = {});
+    const QString &wellName() const { return m_well.name; }
+
+    WellDataTable *table() const { return m_table; }
+    /// Whether the table holds what is not saved.
+    bool isModified() const { return m_isModified; }
+    /// Asks whether to save what is not saved, and saves it. False when that failed and the table should stay.
+    bool mayLeave();
+
+public slots:
+    void addRow();
+    void deleteRow();
+    void fromAsciiFileButtonClicked();
+    virtual void updateBtnClicked() = 0;
+
+protected:
+    /// \a title is the text of the tab and the title of boxes; \a dataName is what the table holds, in a sentence.
+    WellTableEditor(ProjectData &projectData, const QString &title, const QString &dataName,
+                    const QVector<welldata::TableColumn> &columns, QWidget *parent);
+
+    ProjectData &data() const { return m_data; }
+    const welldata::WellChoice &well() const { return m_well; }
+    bool hasWell() const { return m_well.isSet(); }
+    QVBoxLayout *page() const { return m_page; }
+    /// Reads the rows of the well, shows them and says so.
+    virtual void load() = 0;
+    /// Stores the table and says so. False when nothing was stored.
+    virtual bool save() = 0;
+    /// The caller, who owns it, opens it.
+    virtual ColumnImportDialog *makeImport() = 0;
+
+    void showRows(const QVector<welldata::TableRow> &rows);
+    void setSaved() { m_isModified = false; }
+    void setStatus(const QString &text);
+    /// Behind what it says already.
+    void addStatus(const QString &text);
+    void setButtonsEnabled(bool areEnabled);
+    QPushButton *updateButton() const { return m_update; }
+
+private:
+    void build();
+
+    ProjectData &m_data;
+    QString m_dataName;
+    welldata::WellChoice m_well;
+    WellDataTable *m_table;
+    QVBoxLayout *m_page = nullptr;
+    QPushButton *m_add = nullptr;
+    QPushButton *m_delete = nullptr;
+    QPushButton *m_import = nullptr;
+    QPushButton *m_update = nullptr;
+    QLabel *m_status = nullptr;
+    QString m_importFolder; ///< of the last imported file
+    bool m_isModified = false;
+    bool m_isShowing = false;
+};
