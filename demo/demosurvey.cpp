@@ -2,8 +2,6 @@
 
 #include "base/asker.h"
 #include "base/atomicfile.h"
-#include "base/numbers.h"
-#include "base/textbytes.h"
 #include "datastore/calibrationfile.h"
 #include "datastore/curvegroupassignment.h"
 #include "datastore/curvegrouptable.h"
@@ -20,6 +18,8 @@
 #include "survey/surveyfolder.h"
 #include "survey/surveyplace.h"
 #include "survey/surveystore.h"
+#include "welldata/markerrows.h"
+#include "welldata/siderows.h"
 
 #include <QDir>
 #include <QFile>
@@ -46,9 +46,8 @@ QString fileStem(const QString &name)
     return stem.replace(QLatin1Char(' '), QLatin1Char('_'));
 }
 
-/// Makes one demo survey in a folder that is already a survey. Wells and logs take the way of a user's LAS files. For
-/// tops, perforations and calibration points there are no importers yet: a small reader of the demo's own stands in
-/// for them, and the product's writers store what it reads.
+/// Makes one demo survey in a folder that is already a survey. Wells and logs take the way of a user's LAS files, tops,
+/// perforations and calibration points that of his text files.
 class DemoSurvey
 {
 public:
@@ -160,64 +159,34 @@ private:
         }
     }
 
-    // The lines behind the heading, split at tabs.
-    static QVector<QStringList> rows(const QString &path)
+    // The lines behind the heading, as the imports read them.
+    static welldata::ColumnFile columns(const QString &path, const std::vector<int> &numbers)
     {
-        QVector<QStringList> result;
         QFile file(path);
-        if (!file.open(QIODevice::ReadOnly))
-            return result;
-        const QVector<QString> lines = base::splitLines(base::decodeText(file.readAll()));
-        for (int i = 1; i < lines.size(); ++i)
-            result.append(lines.at(i).trimmed().split(QLatin1Char('\t'), Qt::SkipEmptyParts));
-        return result;
-    }
-
-    static float number(const QStringList &row, int column)
-    {
-        return static_cast<float>(base::parseNumber(row.value(column)).value_or(0));
+        return file.open(QIODevice::ReadOnly) ? welldata::readColumns(file.readAll(), {1, numbers, 2})
+                                              : welldata::ColumnFile();
     }
 
     void importTops(const Well &well, const QString &path)
     {
-        MarkerSetRecord markers;
-        markers.wellName = well.name;
-        const QVector<QStringList> lines = rows(path);
-        for (int i = 0; i < lines.size(); ++i) {
-            markers.names.append(lines.at(i).value(0));
-            markers.measuredDepths.append(number(lines.at(i), 1));
-            // The text file has no colours; those of the field go with its tops in order.
-            const FormationTop &top = well.tops.at(qMin(i, well.tops.size() - 1));
-            markers.colors.append(QColor(top.red, top.green, top.blue));
-        }
+        QVector<welldata::TableRow> rows = welldata::markerRows(columns(path, {1, 2}), welldata::MarkerElevations());
+        // The text file has no colours; those of the field go with its tops in order.
+        for (int i = 0; i < qMin(rows.size(), well.tops.size()); ++i)
+            rows[i].color = QColor(well.tops.at(i).red, well.tops.at(i).green, well.tops.at(i).blue);
         HostWriter writer(m_store, m_catalogue, m_asker, m_showError);
-        writer.writeMarkers(m_catalogue.indexOf(well.name), markers);
+        writer.writeMarkers(m_catalogue.indexOf(well.name), welldata::markerRecord(well.name, rows));
     }
 
     void importPerforations(const QString &wellName, const QString &path)
     {
-        PerforationRecord record;
-        record.wellName = wellName;
-        for (const QStringList &row : rows(path)) {
-            record.names.append(row.value(0));
-            record.tops.append(number(row, 1));
-            record.bottoms.append(number(row, 2));
-            record.zoneTypes.append(row.value(3));
-        }
-        record.zoneCount = record.names.size();
-        writePerforation(m_project.projectFolder, record, m_asker);
+        const QVector<welldata::TableRow> rows = welldata::zoneRows(columns(path, {1, 2, 3, 4}));
+        writePerforation(m_project.projectFolder, welldata::zoneRecord(wellName, rows), m_asker);
     }
 
     void importCalibration(const QString &wellName, const QString &group, const QString &path)
     {
-        CalibrationRecord record;
-        record.wellName = wellName;
-        record.groupName = group;
-        for (const QStringList &row : rows(path)) {
-            record.depths.append(number(row, 0));
-            record.values.append(number(row, 1));
-        }
-        writeCalibration(m_project.projectFolder, record, m_asker);
+        const QVector<welldata::TableRow> rows = welldata::pointRows(columns(path, {1, 2}));
+        writeCalibration(m_project.projectFolder, welldata::pointRecord(wellName, group, rows), m_asker);
     }
 
     QString m_directory;

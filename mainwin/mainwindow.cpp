@@ -1,7 +1,6 @@
 #include "mainwin/mainwindow.h"
 
 #include "base/asker.h"
-#include "base/emptyhint.h"
 #include "base/nestedevents.h"
 #include "correlation/correlationdisplaywidget.h"
 #include "correlation/correlationviewtabwidget.h"

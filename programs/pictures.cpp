@@ -15,6 +15,7 @@
 #include <QApplication>
 #include <QBuffer>
 #include <QComboBox>
+#include <QDialog>
 #include <QDir>
 #include <QDockWidget>
 #include <QGraphicsView>
@@ -23,6 +24,7 @@
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPixmap>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QStandardPaths>
 #include <QTabWidget>
@@ -175,6 +177,40 @@ public:
         return showTrack(0);
     }
 
+    /// Shows a tab of the well data manager for the first well; null when the survey has no wells.
+    QWidget *showWellData(int tab) const
+    {
+        constexpr int wellDataPage = 2;
+        auto *pages = m_window->findChild<QTabWidget *>(QStringLiteral("centralTabs"));
+        auto *manager = m_window->findChild<QWidget *>(QStringLiteral("WellsDataManagerWidget"));
+        auto *tabs = manager ? manager->findChild<QTabWidget *>(QStringLiteral("editorTabs")) : nullptr;
+        auto *wells = manager ? manager->findChild<QComboBox *>(QStringLiteral("wellBox")) : nullptr;
+        if (!pages || !tabs || !wells || wells->count() < 2)
+            return nullptr;
+        pages->setCurrentIndex(wellDataPage);
+        wells->setCurrentIndex(1);
+        tabs->setCurrentIndex(tab);
+        QCoreApplication::processEvents();
+        return tabs->currentWidget();
+    }
+    /// Opens the text import of an editor on a file with one heading line; null where there is none.
+    static QWidget *openImport(QWidget *editor, const QString &path)
+    {
+        auto *open = editor ? editor->findChild<QPushButton *>(QStringLiteral("asciiFileButton")) : nullptr;
+        if (!open)
+            return nullptr;
+        open->click();
+        auto *dialog = editor->findChild<QDialog *>();
+        auto *file = dialog ? dialog->findChild<QLineEdit *>(QStringLiteral("fileEdit")) : nullptr;
+        auto *headings = dialog ? dialog->findChild<QLineEdit *>(QStringLiteral("headerLinesEdit")) : nullptr;
+        if (!file || !headings)
+            return nullptr;
+        file->setText(path);
+        emit file->editingFinished();
+        headings->setText(QStringLiteral("1"));
+        return dialog;
+    }
+
     /// Selects the first curve as a click on its header does.
     void clickFirstHeader() const
     {
@@ -272,6 +308,29 @@ void printMessages(const workbench::WorkbenchWindow &window)
         std::fprintf(stderr, "%s\n", qUtf8Printable(message));
 }
 
+// The four editors of well data, and the import of the markers that lie beside a demo survey.
+void drawWellData(const PluginWindow &plugin, const QString &survey, PictureFolder *pictures, const QString &suffix)
+{
+    const char *names[] = {"logs", "markers", "zones", "points"};
+    for (int tab = 0; tab < 4; ++tab) {
+        QWidget *editor = plugin.showWellData(tab);
+        if (!editor)
+            return;
+        if (auto *group = editor->findChild<QComboBox *>(QStringLiteral("groupBox")))
+            group->setCurrentText(QStringLiteral("Porosity"));
+        pictures->save(editor->window(),
+                       QStringLiteral("welldata-%1%2.png").arg(QString::fromLatin1(names[tab]), suffix));
+    }
+    const QDir inputs(survey + QStringLiteral("/Import"));
+    const QStringList tops = inputs.entryList({QStringLiteral("*_tops.txt")}, QDir::Files);
+    QWidget *dialog =
+        tops.isEmpty() ? nullptr : PluginWindow::openImport(plugin.showWellData(1), inputs.filePath(tops.first()));
+    if (dialog) {
+        pictures->save(dialog, QStringLiteral("welldata-import%1.png").arg(suffix));
+        dialog->close();
+    }
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -344,11 +403,13 @@ int main(int argc, char *argv[])
     // 2,030 m below the sea.
     if (plugin.chooseForCorrelation("depthTypeBox", QStringLiteral("TVDSS"), 25900))
         pictures.save(mainWindow, QStringLiteral("correlation-feet.png"));
+    drawWellData(plugin, QFile::decodeName(argv[1]), &pictures, QString());
     if (plugin.hasTemplate(QStringLiteral("Petrophysics"))) {
         saveTemplateEditors(plugin, &pictures, QString());
         const QPalette light = QApplication::palette();
         QApplication::setPalette(darkPalette());
         saveTemplateEditors(plugin, &pictures, QStringLiteral("-dark"));
+        drawWellData(plugin, QFile::decodeName(argv[1]), &pictures, QStringLiteral("-dark"));
         QApplication::setPalette(light);
     }
     return pictures.isComplete() ? 0 : 1;

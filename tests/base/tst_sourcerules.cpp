@@ -126,7 +126,7 @@ QStringList allowedFolders(const QString &folder)
         {QStringLiteral("host/opendtect"), QStringLiteral("host plugin")},
         {QStringLiteral("survey"), QStringLiteral("host las")},
         {QStringLiteral("workbench"), QStringLiteral("survey host las")},
-        {QStringLiteral("demo"), QStringLiteral("survey datastore las templates correlation host")},
+        {QStringLiteral("demo"), QStringLiteral("survey datastore las templates correlation welldata host")},
         {QStringLiteral("datastore"), QStringLiteral("host")},
         {QStringLiteral("las"), QStringLiteral("datastore host")},
         {QStringLiteral("templates"), QStringLiteral("datastore host")},

@@ -324,7 +324,8 @@ private slots:
     {
         ColumnImportDialog *dialog = m->openImport(m->markers(), QString());
         const QPointer<ColumnImportDialog> watched = dialog;
-        QVERIFY(QTest::qWaitForWindowActive(dialog));
+        dialog->activateWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), static_cast<QWidget *>(dialog));
         line(dialog, "fileEdit")->setFocus();
         QTest::keyClicks(line(dialog, "fileEdit"), m->writeInput("Typed\t1\n"));
         QVERIFY(line(dialog, "fileEdit")->hasFocus());
@@ -344,7 +345,7 @@ private slots:
         m->well(m->key1).header.totalDepth = 0; // no track says what is outside
         // One pick a line: site, horizon, depth and quality.
         const QByteArray picks = files::read(folder + "/athabasca_PICKS.TXT");
-        QVERIFY(picks.count('\n') > 100);
+        QVERIFY(picks.count('\n') > 50);
         ColumnImportDialog *dialog = m->openImport(m->points(), folder + "/athabasca_PICKS.TXT");
         setNumbers(dialog, {"1", "3", "4"});
         F::click(dialog, "importButton");
