@@ -21,6 +21,7 @@
 
 #include <QDockWidget>
 #include <QLabel>
+#include <QSet>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -284,7 +285,8 @@ void WellDisplayWidget::removeMarker(const QString &wellName, const QString &mar
 void WellDisplayWidget::removeGoneMarkers()
 {
     const int well = m_data.catalogue.indexOf(m_wellName);
-    const QStringList names = well < 0 ? QStringList() : m_data.catalogue.markerNames(well);
+    const QStringList stored = well < 0 ? QStringList() : m_data.catalogue.markerNames(well);
+    const QSet<QString> names(stored.begin(), stored.end());
     const QVector<MarkerItem *> shown = m_scene->markers().all();
     for (MarkerItem *marker : shown)
         if (!m_scene->markers().unsaved().contains(marker) && !names.contains(marker->markerName()))

@@ -13,7 +13,9 @@ namespace {
 
 constexpr int longestLine = 100'000; // characters; a file without line ends is one line, and its first part tells
 constexpr int sliceBytes = 2'000'000;
-constexpr int tabCharacters = 12;
+constexpr int alignedLines = 200; // of the file's beginning; their fields stand below each other
+constexpr int narrowestColumnPx = 40;
+constexpr int widestColumnPx = 320;
 
 // A colour between the two, for light and dark palettes.
 QColor between(const QColor &a, const QColor &b, double share)
@@ -91,7 +93,6 @@ ColumnFileText::ColumnFileText(QWidget *parent)
     setTabChangesFocus(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    setTabStopDistance(tabCharacters * fontMetrics().horizontalAdvance(QLatin1Char('0')));
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &ColumnFileText::showMoreAtEnd);
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &ColumnFileText::mark);
     connect(horizontalScrollBar(), &QScrollBar::valueChanged, this, &ColumnFileText::viewChanged);
@@ -107,10 +108,24 @@ void ColumnFileText::setBytes(const QByteArray &bytes)
     });
     clear();
     appendSlice();
+    alignColumns();
     moveCursor(QTextCursor::Start);
     verticalScrollBar()->setValue(0);
     horizontalScrollBar()->setValue(0);
     mark();
+}
+
+// One distance of tab stops serves all columns: that of the widest field.
+void ColumnFileText::alignColumns()
+{
+    int widest = narrowestColumnPx;
+    QTextBlock block = document()->firstBlock();
+    for (int line = 0; line < alignedLines && block.isValid(); ++line, block = block.next()) {
+        const QStringList fields = block.text().left(longestLine / 100).split(QLatin1Char('\t'));
+        for (int field = 0; field + 1 < fields.size(); ++field)
+            widest = qMax(widest, fontMetrics().horizontalAdvance(fields.at(field)));
+    }
+    setTabStopDistance(qMin(widest, widestColumnPx) + fontMetrics().averageCharWidth() * 2);
 }
 
 void ColumnFileText::showMoreAtEnd()

@@ -51,6 +51,7 @@ protected:
 private:
     void showMoreAtEnd();
     void appendSlice();
+    void alignColumns();
     void mark();
 
     QByteArray m_text; ///< UTF-8

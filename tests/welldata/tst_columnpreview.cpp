@@ -95,6 +95,17 @@ private slots:
         m_preview->setChoice(0, {0, -1}, {"Name", "Depth"});
         QCOMPARE(m_preview->rulerTexts(), QStringList({"1"}));
     }
+    void fieldsOfUnlikeLengthStandBelowEachOther()
+    {
+        m_preview->setBytes("A\t1\nA much longer name than that\t2\nB\t3\n");
+        m_preview->setChoice(0, {2}, {"Depth"});
+        QVector<int> lefts;
+        for (int headings : {0, 1, 2}) {
+            m_preview->setChoice(headings, {2}, {"Depth"});
+            lefts.append(view()->columnsInView().at(1).left);
+        }
+        QCOMPARE(lefts, QVector<int>(3, lefts.first()));
+    }
     void theNumbersStandOverTheirColumns()
     {
         m_preview->setBytes("A\tB\tC\n");
