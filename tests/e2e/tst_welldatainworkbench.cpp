@@ -63,7 +63,9 @@ private slots:
         QCOMPARE(item->checkState(0), Qt::Checked);
         QCOMPARE(markersOf(display, name).size(), 1);
         const float shownDepth = markersOf(display, name).first()->data(2).toFloat();
-        QVERIFY(shownDepth > 900 && shownDepth < 1000); // less KB and ground
+        const host::WellHeader header = demo.host.wells().header(demo.host.wells().list().value.first().key).value;
+        QCOMPARE(header.name, wellName);
+        QCOMPARE(shownDepth, 1000 - header.kbElevation - header.groundElevation);
         QCOMPARE(markersOf(correlation, name).size(), wells);
 
         // The host's own file holds it, and the next launch shows it.
