@@ -7,6 +7,7 @@ namespace {
 ColumnImportTexts texts()
 {
     ColumnImportTexts texts;
+    texts.objectName = QStringLiteral("CalibrationPointASCII");
     texts.windowTitle = QStringLiteral("Well Calibration Points");
     texts.warningTitle = QStringLiteral("Define Calibration Points");
     texts.fileLabel = QStringLiteral("Select Input File :");
@@ -27,7 +28,6 @@ CalibrationPointASCII::CalibrationPointASCII(DefineCalibrationPoint &editor, Pro
     , m_well(well)
     , m_groupName(groupName)
 {
-    setObjectName(QStringLiteral("CalibrationPointASCII"));
 }
 
 QString CalibrationPointASCII::targetProblem() const

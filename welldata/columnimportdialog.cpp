@@ -1,13 +1,15 @@
 #include "welldata/columnimportdialog.h"
 
 #include "base/asker.h"
+#include "base/keptlooks.h"
 #include "base/nestedevents.h"
 #include "base/numbers.h"
 #include "base/regularfile.h"
+#include "base/usersettings.h"
+#include "base/waitcursor.h"
 #include "datastore/projectdata.h"
 #include "welldata/columnpreview.h"
 
-#include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
@@ -36,19 +38,16 @@ base::RegularFile readImportFile(const QString &path)
     }
 }
 
+// One for all three imports: such files lie together.
+QString folderKey()
+{
+    return QStringLiteral("folders/wellData");
+}
+
 int integerOf(const QLineEdit *edit)
 {
     return base::parseInteger(edit->text().trimmed().toUtf8()).value_or(0);
 }
-
-class WaitCursor
-{
-public:
-    WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~WaitCursor() { QApplication::restoreOverrideCursor(); }
-    WaitCursor(const WaitCursor &) = delete;
-    WaitCursor &operator=(const WaitCursor &) = delete;
-};
 
 } // namespace
 
@@ -57,6 +56,7 @@ ColumnImportDialog::ColumnImportDialog(ProjectData &projectData, const ColumnImp
     , m_data(projectData)
     , m_texts(texts)
 {
+    setObjectName(texts.objectName);
     setWindowTitle(texts.windowTitle);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     chooseFile = [](QWidget *window, const QString &title, const QString &folder, const QString &filter) {
@@ -66,6 +66,7 @@ ColumnImportDialog::ColumnImportDialog(ProjectData &projectData, const ColumnImp
     build();
     showChoice();
     resize(820, 560);
+    base::keepSize(this, objectName());
 }
 
 void ColumnImportDialog::build()
@@ -125,11 +126,11 @@ void ColumnImportDialog::browseBtnClicked()
 {
     const QPointer<ColumnImportDialog> self = this;
     const QString path =
-        chooseFile(this, m_texts.fileDialogTitle, m_folder, QStringLiteral("All files (*.*);;TEXT (*.txt *.TXT)"));
+        chooseFile(this, m_texts.fileDialogTitle, base::pluginSettings().value(folderKey()).toString(),
+                   QStringLiteral("All files (*.*);;TEXT (*.txt *.TXT)"));
     if (!self || path.isEmpty())
         return;
-    m_folder = QFileInfo(path).absolutePath();
-    emit folderChosen(m_folder);
+    base::pluginSettings().setValue(folderKey(), QFileInfo(path).absolutePath());
     m_path->setText(path);
     m_shownPath.clear(); // it may have changed since it was shown
     showFile();
@@ -142,7 +143,7 @@ void ColumnImportDialog::showFile()
         return;
     m_shownPath = m_path->text();
     m_status->clear();
-    const WaitCursor cursor;
+    const base::WaitCursor cursor;
     m_preview->setBytes(readImportFile(m_shownPath).bytes);
     showChoice();
 }

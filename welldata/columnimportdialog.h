@@ -27,6 +27,7 @@ struct ColumnImportTexts
         QString objectName;
     };
 
+    QString objectName;
     QString windowTitle;
     QString warningTitle;
     QString fileLabel;
@@ -46,16 +47,9 @@ public:
     ColumnImportDialog(ProjectData &projectData, const ColumnImportTexts &texts, QWidget *parent);
 
     ColumnPreview *preview() const { return m_preview; }
-    /// Where the choice of a file begins.
-    void setFolder(const QString &folder) { m_folder = folder; }
-
-    /// Lets the user choose a file; empty when he gives up. Tests put their own here.
+    /// Lets the user choose a file, from the folder of the last one on; empty when he gives up. Tests put their own here.
     std::function<QString(QWidget *parent, const QString &title, const QString &folder, const QString &filter)>
         chooseFile;
-
-signals:
-    /// A file was chosen from this folder.
-    void folderChosen(const QString &folder);
 
 public slots:
     void browseBtnClicked();
@@ -79,7 +73,6 @@ private:
 
     ProjectData &m_data;
     ColumnImportTexts m_texts;
-    QString m_folder;
     QString m_shownPath;
     QLineEdit *m_path = nullptr;
     QLineEdit *m_headerLines = nullptr;

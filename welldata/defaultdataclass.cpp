@@ -2,13 +2,13 @@
 
 #include "base/asker.h"
 #include "base/cellcombobox.h"
+#include "base/waitcursor.h"
 #include "datastore/curvegroupassignment.h"
 #include "datastore/projectdata.h"
 #include "datastore/projectfile.h"
 #include "datastore/textfields.h"
 #include "welldata/defaultdata.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QHash>
@@ -279,7 +279,6 @@ void DefaultDataClass::updateBtnClicked()
 {
     if (!m_well.isSet() || m_table->rowCount() == 0)
         return;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const base::WaitCursor cursor;
     save();
-    QApplication::restoreOverrideCursor();
 }

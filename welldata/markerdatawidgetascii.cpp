@@ -7,6 +7,7 @@ namespace {
 ColumnImportTexts texts()
 {
     ColumnImportTexts texts;
+    texts.objectName = QStringLiteral("MarkerDataWidgetASCII");
     texts.windowTitle = QStringLiteral("Well Marker Data");
     texts.warningTitle = texts.windowTitle;
     texts.fileLabel = QStringLiteral("Select Input File");
@@ -26,7 +27,6 @@ MarkerDataWidgetASCII::MarkerDataWidgetASCII(MarkerDataWidget &editor, ProjectDa
     , m_editor(editor)
     , m_well(well)
 {
-    setObjectName(QStringLiteral("MarkerDataWidgetASCII"));
 }
 
 QString MarkerDataWidgetASCII::targetProblem() const

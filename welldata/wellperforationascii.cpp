@@ -7,6 +7,7 @@ namespace {
 ColumnImportTexts texts()
 {
     ColumnImportTexts texts;
+    texts.objectName = QStringLiteral("WellPerforationASCII");
     texts.windowTitle = QStringLiteral("Well Perforation Zone");
     texts.warningTitle = QStringLiteral("Define Well Perforation");
     texts.fileLabel = QStringLiteral("Select Input File :");
@@ -29,7 +30,6 @@ WellPerforationASCII::WellPerforationASCII(DefineWellPerforation &editor, Projec
     , m_editor(editor)
     , m_well(well)
 {
-    setObjectName(QStringLiteral("WellPerforationASCII"));
 }
 
 QString WellPerforationASCII::targetProblem() const

@@ -1,11 +1,13 @@
 #include "welldata/welltableeditor.h"
 
 #include "base/asker.h"
+#include "base/keptlooks.h"
 #include "datastore/projectdata.h"
 #include "welldata/columnimportdialog.h"
 #include "welldata/welldatatable.h"
 
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
@@ -34,6 +36,7 @@ WellTableEditor::WellTableEditor(ProjectData &projectData, const QString &title,
 {
     setWindowTitle(title);
     build();
+    base::keepColumns(m_table->horizontalHeader(), dataName);
     connect(m_table, &WellDataTable::changed, this, [this] { m_isModified = m_isModified || !m_isShowing; });
     setButtonsEnabled(false);
     setStatus(QStringLiteral("Well not selected !"));
@@ -122,9 +125,6 @@ void WellTableEditor::fromAsciiFileButtonClicked()
 {
     ColumnImportDialog *dialog = makeImport();
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setFolder(m_importFolder);
-    connect(dialog, &ColumnImportDialog::folderChosen, this,
-            [this](const QString &folder) { m_importFolder = folder; });
     dialog->open();
 }
 

@@ -75,7 +75,6 @@ private:
     QPushButton *m_import = nullptr;
     QPushButton *m_update = nullptr;
     QLabel *m_status = nullptr;
-    QString m_importFolder; ///< of the last imported file
     bool m_isModified = false;
     bool m_isShowing = false;
 };

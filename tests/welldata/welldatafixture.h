@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/usersettings.h"
 #include "support/files.h"
 #include "support/projectfixture.h"
 #include "welldata/celledit.h"
@@ -39,6 +40,7 @@ public:
 
     void start()
     {
+        base::keepSettingsIn(survey.filePath(QStringLiteral("settings")));
         open();
         manager = std::make_unique<WellsDataManagerWidget>(*launch);
         manager->resize(900, 600);
