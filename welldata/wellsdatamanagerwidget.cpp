@@ -14,6 +14,12 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+namespace {
+
+constexpr int narrowestPx = 180; // a page must not make the main window wider than the other work areas do
+
+} // namespace
+
 WellsDataManagerWidget::WellsDataManagerWidget(ProjectData &projectData, QWidget *parent)
     : QWidget(parent)
     , m_data(projectData)
@@ -41,6 +47,8 @@ WellsDataManagerWidget::WellsDataManagerWidget(ProjectData &projectData, QWidget
     auto *page = new QVBoxLayout(this);
     page->addLayout(top);
     page->addWidget(m_tabs, 1);
+    m_tabs->setUsesScrollButtons(true);
+    setMinimumWidth(narrowestPx);
     fillWells();
     m_wellName = m_wells->currentText();
     connect(m_wells, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &WellsDataManagerWidget::wellChanged);
