@@ -17,7 +17,6 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
-#include <QSet>
 #include <QSignalBlocker>
 
 #include <utility>
@@ -167,26 +166,6 @@ void ProjectTreeWidget::checkShownMarker(const QString &wellName, const QString 
     setMarkerChecked(wellName, markerName, Qt::Checked);
 }
 
-void ProjectTreeWidget::showNewMarkers(int well, const QStringList &markerNames)
-{
-    const QTreeWidgetItem *item = findWellByKey(m_data.catalogue.wellKey(well));
-    if (!item || !isChecked(item) || markerNames.isEmpty())
-        return;
-    const QString wellName = item->text(0);
-    const QSet<QString> isNew(markerNames.begin(), markerNames.end());
-    const QTreeWidgetItem *branch = markersBranch(item);
-    {
-        const QSignalBlocker blocker(this);
-        for (int i = 0; i < branch->childCount(); ++i)
-            if (isNew.contains(branch->child(i)->text(0)))
-                branch->child(i)->setCheckState(0, Qt::Checked);
-    }
-    emit markersBegin(wellName);
-    for (const QString &name : markerNames)
-        emit displayMarker(wellName, name);
-    emit markersEnd(wellName);
-}
-
 void ProjectTreeWidget::uncheckDroppedMarkers(const QString &wellName, const QStringList &markerNames)
 {
     for (const QString &name : markerNames)
@@ -201,12 +180,6 @@ void ProjectTreeWidget::setMarkerChecked(const QString &wellName, const QString 
         return;
     const QSignalBlocker blocker(this);
     marker->setCheckState(0, state);
-}
-
-void ProjectTreeWidget::sendMarkersOf(const QString &wellName)
-{
-    if (QTreeWidgetItem *well = findWell(wellName))
-        refreshMarkers(well);
 }
 
 void ProjectTreeWidget::uncheckWell(const QString &wellKey)
@@ -282,48 +255,6 @@ void ProjectTreeWidget::templateChosen(QTreeWidgetItem *item)
     }
     emit sendWellDisplayProperties(well->text(0), item->text(0));
     refreshMarkers(well);
-}
-
-void ProjectTreeWidget::markersToggled(QTreeWidgetItem *markers)
-{
-    for (int i = 0; i < markers->childCount(); ++i)
-        markers->child(i)->setCheckState(0, markers->checkState(0));
-    if (isChecked(markers->parent()))
-        refreshMarkers(markers->parent());
-}
-
-void ProjectTreeWidget::markerToggled(QTreeWidgetItem *marker)
-{
-    const QTreeWidgetItem *well = wellOf(marker);
-    if (!isChecked(well))
-        return;
-    if (isChecked(marker))
-        emit displayMarker(well->text(0), marker->text(0));
-    else
-        emit removeMarker(well->text(0), marker->text(0));
-}
-
-// While a marker is displayed a box may come up, and the host may tell of other markers: the items may go.
-void ProjectTreeWidget::refreshMarkers(QTreeWidgetItem *well)
-{
-    struct Marker
-    {
-        QString name;
-        bool isShown;
-    };
-    const QString wellName = well->text(0);
-    const QTreeWidgetItem *branch = markersBranch(well);
-    QVector<Marker> markers;
-    for (int i = 0; i < branch->childCount(); ++i)
-        markers.append({branch->child(i)->text(0), isChecked(branch->child(i))});
-    emit markersBegin(wellName);
-    for (const Marker &marker : qAsConst(markers)) {
-        if (marker.isShown)
-            emit displayMarker(wellName, marker.name);
-        else
-            emit removeMarker(wellName, marker.name);
-    }
-    emit markersEnd(wellName);
 }
 
 void ProjectTreeWidget::notePress(const QPoint &position)
