@@ -227,13 +227,8 @@ host::Status SurveyStore::removeLog(const QString &key, int index)
 
 host::Status SurveyStore::renameLog(const QString &key, const QString &oldName, const QString &newName)
 {
-    const SurveyWrite write(m_surveyDirectory);
-    if (!write.ok())
-        return {write.problem()};
-    const host::Outcome<QString> wellStem = stem(key);
-    if (!wellStem.ok())
-        return {wellStem.error};
-    return m_logs.rename(wellStem.value, oldName, newName, reporter());
+    return changeFiles(
+        key, [&](const QString &wellStem) { return m_logs.rename(wellStem, oldName, newName, reporter()); });
 }
 
 host::Outcome<QVector<host::Marker>> SurveyStore::markers(const QString &key)
