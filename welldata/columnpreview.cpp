@@ -2,6 +2,7 @@
 
 #include "welldata/columnfile.h"
 
+#include <QEvent>
 #include <QFontDatabase>
 #include <QLabel>
 #include <QPainter>
@@ -176,6 +177,13 @@ void ColumnFileText::resizeEvent(QResizeEvent *event)
 {
     QPlainTextEdit::resizeEvent(event);
     mark();
+}
+
+void ColumnFileText::changeEvent(QEvent *event)
+{
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        mark();
 }
 
 // Only what is in view is marked.

@@ -118,6 +118,16 @@ private slots:
         QCOMPARE(image.pixel(left + 1, image.height() / 2), chosen);
         QVERIFY(image.pixel(left - 3, image.height() / 2) != chosen);
     }
+    void marksFollowThePalette()
+    {
+        m_preview->setBytes("A\t1\n");
+        m_preview->setChoice(0, {1}, {"Name"});
+        QVERIFY(view()->extraSelections().first().format.background().color().lightness() > 150);
+        QPalette dark(QColor(53, 53, 53));
+        dark.setColor(QPalette::Base, QColor(35, 35, 35));
+        view()->setPalette(dark);
+        QVERIFY(view()->extraSelections().first().format.background().color().lightness() < 100);
+    }
     void theChosenFieldsAreMarkedInView()
     {
         m_preview->setBytes("head\tline\n" + lines(500));
