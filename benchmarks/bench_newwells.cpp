@@ -86,6 +86,8 @@ void makeWells(const QStringList &paths, const QString &folder)
         if (survey::makeWell(store, order).logCount != curveCount)
             qFatal("A well was not made");
     }
+    if (!store.flush().ok())
+        qFatal("Not flushed");
 }
 
 void wellsOfFiles(benchmark::State &state)

@@ -375,10 +375,7 @@ host::Outcome<QString> SurveyStore::addWell(const WellProperties &given, const Q
     if (number == 0)
         return {{}, QStringLiteral("The list of wells %1 has no number left for a new well.").arg(m_list.path())};
     const QString wellStem = wellFolder() + QLatin1Char('/') + fileStem;
-    host::Status status = writeNewWell(wellStem, makeWellFile(properties, depthUnit()), logs);
-    // The list comes last: a crash before it leaves files that nothing names, never an entry without its files.
-    if (status.ok())
-        status = m_list.write(list);
+    const host::Status status = writeNewWell(wellStem, makeWellFile(properties, depthUnit()), logs, list);
     if (!status.ok()) {
         for (int log = logs.size(); log > 0; --log)
             removeFile(LogFiles::path(wellStem, log));
@@ -388,23 +385,38 @@ host::Outcome<QString> SurveyStore::addWell(const WellProperties &given, const Q
     return {wellKey(number), {}};
 }
 
-// With many files one flush is quicker than one a file, and the list names none of them yet.
-host::Status SurveyStore::writeNewWell(const QString &stem, const WellFile &file, const QVector<host::LogData> &logs)
+// The list takes its place last: a crash before it leaves files that nothing names, never an entry without its files.
+// With many files one flush is quicker than one a file: the list's new content is flushed with them.
+host::Status SurveyStore::writeNewWell(const QString &stem, const WellFile &file, const QVector<host::LogData> &logs,
+                                       const ObjectList &list)
 {
-    if (logs.isEmpty())
-        return writeWell(stem, file);
-    const host::Status written = writeWell(stem, file, base::Flush::Later);
-    if (!written.ok())
-        return written;
-    for (int i = 0; i < logs.size(); ++i) {
-        const host::Outcome<QByteArray> bytes = logFileBytes(logs.at(i), storedName(depthUnit()), nullptr);
-        if (!bytes.ok())
-            return {QStringLiteral("Cannot write the log \"%1\" of %2: %3.").arg(logs.at(i).name, stem, bytes.error)};
-        const QString path = LogFiles::path(stem, i + 1);
-        const base::WriteResult result = base::writeFileAtomically(path, bytes.value, base::Flush::Later);
-        if (!result.ok())
-            return {writeErrorText(path, result.error)};
+    if (logs.isEmpty()) {
+        const host::Status written = writeWell(stem, file);
+        return written.ok() ? m_list.write(list) : written;
     }
+    host::Status status = writeWell(stem, file, base::Flush::Later);
+    for (int i = 0; status.ok() && i < logs.size(); ++i)
+        status = writeNewLog(stem, i + 1, logs.at(i));
+    base::AtomicFileWriter listWriter;
+    if (status.ok())
+        status = m_list.prepare(list, &listWriter);
+    if (status.ok())
+        status = flush();
+    return status.ok() ? m_list.putInPlace(&listWriter) : status;
+}
+
+host::Status SurveyStore::writeNewLog(const QString &stem, int number, const host::LogData &log)
+{
+    const host::Outcome<QByteArray> bytes = logFileBytes(log, storedName(depthUnit()), nullptr);
+    if (!bytes.ok())
+        return {QStringLiteral("Cannot write the log \"%1\" of %2: %3.").arg(log.name, stem, bytes.error)};
+    const QString path = LogFiles::path(stem, number);
+    const base::WriteResult result = base::writeFileAtomically(path, bytes.value, base::Flush::Later);
+    return {result.ok() ? QString() : writeErrorText(path, result.error)};
+}
+
+host::Status SurveyStore::flush()
+{
     const base::WriteResult flushed = base::flushFileSystem(wellFolder());
     return {flushed.ok() ? QString() : writeErrorText(wellFolder(), flushed.error)};
 }

@@ -52,8 +52,12 @@ public:
 
     host::Outcome<WellProperties> properties(const QString &key);
     /// Makes a well with these logs and gives its key: all of it or nothing. Blanks around its name are not kept. Logs
-    /// are in the survey's depth unit, each has a sample and a name of its own.
+    /// are in the survey's depth unit, each has a sample and a name of its own. With logs its files are on the disk
+    /// before the list names them; that the list does may reach the disk later, at the latest by flush(), so that many
+    /// wells cost one flush each.
     host::Outcome<QString> addWell(const WellProperties &properties, const QVector<host::LogData> &logs = {});
+    /// Brings all that was written to the disk.
+    host::Status flush();
     /// Changes everything but the name. A separate track file becomes part of the well's main file.
     host::Status changeWell(const QString &key, const WellProperties &properties);
     /// How many points of the well's track lie below a measured depth.
@@ -84,7 +88,9 @@ private:
     host::Status changeFiles(const QString &key, const std::function<host::Status(const QString &wellStem)> &change);
     host::Outcome<ObjectList> listToChange(const QString &key);
     host::Status writeWell(const QString &stem, const WellFile &file, base::Flush flush = base::Flush::Now);
-    host::Status writeNewWell(const QString &stem, const WellFile &file, const QVector<host::LogData> &logs);
+    host::Status writeNewWell(const QString &stem, const WellFile &file, const QVector<host::LogData> &logs,
+                              const ObjectList &list);
+    host::Status writeNewLog(const QString &stem, int number, const host::LogData &log);
     void report(const QString &path, const QString &problem);
     host::Outcome<QVector<host::Marker>> mergedMarkers(const QString &key, const QVector<host::Marker> &given);
 

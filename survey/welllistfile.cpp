@@ -1,6 +1,5 @@
 #include "survey/welllistfile.h"
 
-#include "base/atomicfile.h"
 #include "base/folderlinks.h"
 #include "base/numbers.h"
 
@@ -96,6 +95,21 @@ host::Outcome<ObjectList> WellListFile::readToChange(const Report &report)
 host::Status WellListFile::write(const ObjectList &list) const
 {
     const base::WriteResult result = base::writeFileAtomically(path(), list.toBytes());
+    return {result.ok() ? QString() : writeErrorText(path(), result.error)};
+}
+
+host::Status WellListFile::prepare(const ObjectList &list, base::AtomicFileWriter *writer) const
+{
+    const QByteArray bytes = list.toBytes();
+    base::WriteResult result = writer->open(path());
+    if (result.ok())
+        result = writer->write(bytes.constData(), bytes.size());
+    return {result.ok() ? QString() : writeErrorText(path(), result.error)};
+}
+
+host::Status WellListFile::putInPlace(base::AtomicFileWriter *writer) const
+{
+    const base::WriteResult result = writer->commit(base::Flush::Later);
     return {result.ok() ? QString() : writeErrorText(path(), result.error)};
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/atomicfile.h"
 #include "survey/objectlist.h"
 #include "survey/odfile.h"
 
@@ -35,6 +36,10 @@ public:
     /// The same for a list that is to be changed and written: a list that is cut off is refused.
     host::Outcome<ObjectList> readToChange(const Report &report);
     host::Status write(const ObjectList &list) const;
+    /// The two steps of write(): the new list beside the old one, and its taking the old one's place. Between them its
+    /// content can be flushed together with other files, so neither step flushes.
+    host::Status prepare(const ObjectList &list, base::AtomicFileWriter *writer) const;
+    host::Status putInPlace(base::AtomicFileWriter *writer) const;
 
     /// The well in the list last read; nullptr when it has none of this key. Valid until the next read.
     const ObjectEntry *well(const QString &key) const;

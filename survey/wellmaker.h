@@ -32,6 +32,7 @@ struct MadeWell
 /// Makes the well with the logs of its files, all of it or nothing. Depths are converted to the survey's unit. A log that
 /// repeats another of the same mnemonic sample by sample is left out; one that only has its name gets a number. The
 /// well ends no higher than its deepest sample, whatever the properties say. A file that cannot be read is an error.
+/// After the last of several the store is to be flushed.
 MadeWell makeWell(SurveyStore &store, const WellOrder &order);
 
 /// A length in metres as a text in a depth unit, rounded up to four decimals: in the single precision of the host, too,

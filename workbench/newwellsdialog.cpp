@@ -445,6 +445,9 @@ void NewWellsDialog::createWells()
             break;
         }
     }
+    const host::Status flushed = m_store.flush();
+    if (!flushed.ok())
+        m_asker.warn(windowTitle(), flushed.error);
     rows.resize(outcome.wells.size());
     m_model->setMade(rows, outcome.wells);
     endWork();

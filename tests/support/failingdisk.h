@@ -30,6 +30,7 @@ public:
             m_isHalfWritten = true;
             size = (size + 1) / 2;
         }
+        ++writesSinceCommonFlush;
         return FileSystemCalls::write(file, bytes, size);
     }
     int fsync(int file) override
@@ -41,6 +42,7 @@ public:
     {
         ++commonFlushes;
         writtenAtCommonFlush = written.size();
+        writesSinceCommonFlush = 0;
         return m_step == Flush ? full() : FileSystemCalls::syncfs(file);
     }
     int close(int file) override
@@ -69,6 +71,7 @@ public:
     int flushes = 0; ///< of single files and folders
     int commonFlushes = 0; ///< of the whole file system
     int writtenAtCommonFlush = 0; ///< how many files were in place at the last of these
+    int writesSinceCommonFlush = 0; ///< calls that wrote bytes after it
 
 private:
     static int full()

@@ -30,6 +30,9 @@ private slots:
     void aFileThatCannotBeRead();
     void allOrNothing_data();
     void allOrNothing();
+    void aFailingStepLeavesNothing_data();
+    void aFailingStepLeavesNothing();
+    void oneFlushAWell();
     void whatADeadProgramLeftIsNotTaken();
     void manyLogs();
 
@@ -271,6 +274,44 @@ void TestWellMaker::allOrNothing()
     }
     QCOMPARE(files::snapshot(m_survey->path()), before);
     QCOMPARE(make({path}).logCount, 2);
+}
+
+void TestWellMaker::aFailingStepLeavesNothing_data()
+{
+    QTest::addColumn<int>("step");
+    for (const FailingStep &step : failingSteps)
+        QTest::newRow(step.name) << static_cast<int>(step.step);
+}
+
+void TestWellMaker::aFailingStepLeavesNothing()
+{
+    QFETCH(int, step);
+    const QString path = write("a.las", las("GR. :", "1 10"));
+    const QMap<QString, QByteArray> before = files::snapshot(m_survey->path());
+    FailingDisk disk(static_cast<FailingDisk::Step>(step));
+    {
+        const base::ScopedFileSystemCalls scope(disk);
+        QVERIFY(!make({path}).error.isEmpty());
+    }
+    QCOMPARE(files::snapshot(m_survey->path()), before);
+}
+
+// The flush covers the new list too, which only changes its name after it: a crash leaves the old list or the new one
+// with all it names.
+void TestWellMaker::oneFlushAWell()
+{
+    const QString path = write("a.las", las("GR. : / RT. :", "1 10 2"));
+    FailingDisk disk;
+    const base::ScopedFileSystemCalls scope(disk);
+    for (int well = 1; well <= 3; ++well) {
+        QCOMPARE(make({path}).error, QString());
+        QCOMPARE(disk.commonFlushes, well);
+        QCOMPARE(disk.flushes, 0);
+        QCOMPARE(disk.writesSinceCommonFlush, 0);
+        QCOMPARE(disk.written.size(), disk.writtenAtCommonFlush + 1);
+        QVERIFY(disk.written.last().endsWith(QLatin1String("/.omf")));
+    }
+    QCOMPARE(m_store->list().value.size(), 3);
 }
 
 // A crash before the list was written leaves files that no well of the list names.
