@@ -6,7 +6,7 @@
 
 namespace base {
 
-QWidget *emptyHint(const QString &text)
+QLabel *emptyHint(const QString &text)
 {
     auto *hint = new QLabel(text);
     hint->setObjectName(QStringLiteral("emptyHint"));
@@ -17,14 +17,15 @@ QWidget *emptyHint(const QString &text)
     return hint;
 }
 
-void fillWithTabs(QWidget *area, QTabWidget *tabs, const QString &hintText)
+QLabel *fillWithTabs(QWidget *area, QTabWidget *tabs, const QString &hintText)
 {
     auto *layout = new QGridLayout(area);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(tabs, 0, 0);
-    QWidget *hint = emptyHint(hintText);
+    QLabel *hint = emptyHint(hintText);
     layout->addWidget(hint, 0, 0); // over the tabs, which show nothing then
     QObject::connect(tabs, &QTabWidget::currentChanged, hint, [hint](int tab) { hint->setVisible(tab < 0); });
+    return hint;
 }
 
 } // namespace base

@@ -331,7 +331,7 @@ QString Reader::uniqueName(const QString &name, int column)
     const QString plain = name.trimmed().isEmpty() ? QStringLiteral("Column_%1").arg(column + 1) : name.trimmed();
     QString unique = plain;
     for (int n = 2; m_names.contains(unique); ++n)
-        unique = QStringLiteral("%1_%2").arg(plain).arg(n);
+        unique = QStringLiteral("%1_%2").arg(plain, QString::number(n));
     m_names.insert(unique);
     return unique;
 }

@@ -7,6 +7,7 @@
 #include "templates/templatestore.h"
 
 #include <QDockWidget>
+#include <QLabel>
 #include <QSignalBlocker>
 #include <QTabWidget>
 #include <QTreeWidget>
@@ -31,10 +32,18 @@ WellLogsViewWidget::WellLogsViewWidget(ProjectData &projectData, QDockWidget *pr
     setObjectName(QStringLiteral("WellLogsViewWidget"));
     m_tabs->setObjectName(QStringLiteral("wellTabs"));
     m_tabs->setTabsClosable(true);
-    base::fillWithTabs(this, m_tabs, QStringLiteral("Check a well in the project tree: its log display opens here."));
+    m_hint = base::fillWithTabs(this, m_tabs, hintText());
     connect(m_tabs, &QTabWidget::tabCloseRequested, this, &WellLogsViewWidget::tabClose);
     connect(m_tabs, &QTabWidget::tabBarClicked, this, &WellLogsViewWidget::setCurrentTab);
     connect(m_tabs, &QTabWidget::currentChanged, this, &WellLogsViewWidget::showCurrentPanel);
+}
+
+QString WellLogsViewWidget::hintText() const
+{
+    if (m_data.catalogue.wellNames().isEmpty())
+        return QStringLiteral("This survey has no wells yet. Make some in the window from which this one was opened, "
+                              "there with Wells > New wells from LAS files…, then press Sync Data here.");
+    return QStringLiteral("Check a well in the project tree: its log display opens here.");
 }
 
 WellDisplayWidget *WellLogsViewWidget::display(int tabIdx) const
@@ -88,6 +97,7 @@ void WellLogsViewWidget::showWell(const QString &wellName)
 void WellLogsViewWidget::synchronise()
 {
     const WellsCatalogue &catalogue = m_data.catalogue;
+    m_hint->setText(hintText());
     QStringList renamed;
     for (int tab = m_wells.size() - 1; tab >= 0; --tab) {
         const Display shown = m_displays.at(tab);

@@ -7,6 +7,7 @@
 
 QT_BEGIN_NAMESPACE
 class QDockWidget;
+class QLabel;
 class QPainter;
 class QTabWidget;
 class QTreeWidget;
@@ -91,12 +92,14 @@ private:
 
     WellDisplayWidget *insertDisplay(int place, const QString &wellName, const QString &templateName);
     void removeTab(int tabIdx);
+    QString hintText() const;
     void uncheckWell(const QString &wellName);
 
     ProjectData &m_data;
     QPointer<QDockWidget> m_dock;
     QPointer<QTreeWidget> m_projectTree;
     QTabWidget *m_tabs;
+    QLabel *m_hint = nullptr; ///< what to do while there is no tab
     QStringList m_wells;
     QVector<Display> m_displays; ///< parallel to m_wells
 };

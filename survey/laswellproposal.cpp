@@ -169,7 +169,8 @@ std::optional<Length> Proposer::length(const Quantity &quantity, double lowestM,
     const bool fromFeet = unit == LengthUnit::Foot;
     const double metres = fromFeet ? quantity.value * host::metresPerFoot : quantity.value;
     if (metres < lowestM || metres > highestM) {
-        note(QStringLiteral("%1 is left out: %2 is not possible.").arg(quantity.mnemonic).arg(quantity.value));
+        note(QStringLiteral("%1 is left out: %2 is not possible.")
+                 .arg(quantity.mnemonic, QString::number(quantity.value)));
         return std::nullopt;
     }
     return Length{quantity.mnemonic, metres, fromFeet};

@@ -23,7 +23,7 @@ QString standInName(int number)
 
 QString noSuchLog(const QString &stem, int index)
 {
-    return QStringLiteral("The well %1 has no log number %2.").arg(stem).arg(index);
+    return QStringLiteral("The well %1 has no log number %2.").arg(stem, QString::number(index));
 }
 
 QString folderOf(const QString &stem)

@@ -131,7 +131,7 @@ QString LogCollector::freeName(const QString &name, const QString &mnemonic) con
 {
     QString free = name;
     for (int n = 2; m_indexOfName.contains(free); ++n)
-        free = QStringLiteral("%1_%2").arg(mnemonic.isEmpty() ? name : mnemonic).arg(n);
+        free = QStringLiteral("%1_%2").arg(mnemonic.isEmpty() ? name : mnemonic, QString::number(n));
     return free;
 }
 

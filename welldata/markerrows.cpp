@@ -113,8 +113,7 @@ QStringList markerProblems(const QVector<TableRow> &rows, double trackEndM)
             tell(QStringLiteral("the name is empty"));
         else if (first != i)
             tell(QStringLiteral("the name \"%1\" occurs twice, in row %2 too")
-                     .arg(name.left(longestNamedName))
-                     .arg(first + 1));
+                     .arg(name.left(longestNamedName), QString::number(first + 1)));
         else
             firstRows.insert(name, i);
         if (!depth.isNumber())

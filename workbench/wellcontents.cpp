@@ -377,10 +377,8 @@ void WellContents::importTops()
     }
     const survey::TopsMerge merge = survey::withTops(m_markers, tops, m_unit, m_totalDepthM);
     QString question = QStringLiteral("%1 tops for the well \"%2\", depths in %3: %4 new, %5 with another depth.")
-                           .arg(tops.size())
-                           .arg(m_well.name, survey::pluralName(m_unit))
-                           .arg(merge.added)
-                           .arg(merge.moved);
+                           .arg(QString::number(tops.size()), m_well.name, survey::pluralName(m_unit),
+                                QString::number(merge.added), QString::number(merge.moved));
     if (!merge.outside.isEmpty())
         question += QStringLiteral("\nBelow the total depth and so left out: %1.")
                         .arg(merge.outside.mid(0, 10).join(QStringLiteral(", ")));
@@ -388,10 +386,9 @@ void WellContents::importTops()
         question += QLatin1Char('\n') + notice;
     if (!m_asker.confirm(title, question + QStringLiteral("\nTake them?")))
         return;
-    m_status->setText(QStringLiteral("Tops of %1: %2 added, %3 moved.")
-                          .arg(QFileInfo(path).fileName())
-                          .arg(merge.added)
-                          .arg(merge.moved));
+    m_status->setText(
+        QStringLiteral("Tops of %1: %2 added, %3 moved.")
+            .arg(QFileInfo(path).fileName(), QString::number(merge.added), QString::number(merge.moved)));
     finish(title, m_store.writeMarkers(m_well.key, merge.markers));
 }
 

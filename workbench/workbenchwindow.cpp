@@ -440,10 +440,14 @@ void WorkbenchWindow::showWellMenu(const QString &key, const QPoint &place)
     const auto add = [this, menu](const char *name, const QString &text, const std::function<bool()> &act) {
         QAction *action = menu->addAction(text);
         action->setObjectName(QString::fromLatin1(name));
-        connect(action, &QAction::triggered, this, [this, act] {
-            if (act())
-                refresh();
-        });
+        // Queued: the menu is closed and gone before a dialog runs an event loop of its own.
+        connect(
+            action, &QAction::triggered, this,
+            [this, act] {
+                if (act())
+                    refresh();
+            },
+            Qt::QueuedConnection);
     };
     survey::SurveyStore &store = m_host.store();
     add("wellContentsAction", QStringLiteral("&Logs and markers…"), [this] {

@@ -200,7 +200,7 @@ host::Outcome<host::LogData> StoredWell::log(int index)
 {
     readLogHeadersIfNeeded(index);
     if (index < 0 || index >= m_logs.size())
-        return {{}, QStringLiteral("The well %1 has no log with the index %2.").arg(m_name).arg(index)};
+        return {{}, QStringLiteral("The well %1 has no log with the index %2.").arg(m_name, QString::number(index))};
     const host::LogInfo &info = m_logs.at(index);
     Well::LogSet &set = m_data.logs();
     std::unique_ptr<Well::Log> header(set.remove(index));

@@ -91,7 +91,8 @@ host::Outcome<host::LogData> logInMemory(Well::Data &well, const QString &wellNa
 {
     const Well::LogSet &logs = well.logs();
     if (!logs.validIdx(index))
-        return {{}, QStringLiteral("The well %1 has no log with the index %2.").arg(wellName).arg(index)};
+        return {{},
+                QStringLiteral("The well %1 has no log with the index %2.").arg(wellName, QString::number(index))};
     const BufferString name = logs.getLog(index).name();
     const LoadedLog loaded = loadLog(well, name);
     if (!loaded.log)

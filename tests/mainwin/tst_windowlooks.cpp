@@ -95,6 +95,7 @@ private slots:
     void shortcuts();
     void theWindowClosesTheTabInFront();
     void emptyAreasSayWhatToDo();
+    void aSurveyWithoutWellsSaysWhatHelps();
     void theStatusBarSaysWhereReportsLie();
     void theStatusBarSaysWhereExportsLie();
 };
@@ -234,6 +235,22 @@ void tst_windowlooks::emptyAreasSayWhatToDo()
     QCOMPARE(f.hint(), QString());
     f.correlations()->closeCurrent();
     QVERIFY(!f.hint().isEmpty());
+}
+
+void tst_windowlooks::aSurveyWithoutWellsSaysWhatHelps()
+{
+    const QString noWells = QStringLiteral("This survey has no wells yet.");
+    const QString check = QStringLiteral("Check a well in the project tree");
+    WindowFixture f;
+    f.host.storedWells.clear();
+    const auto sync = [&f] { f.window->findChild<QAction *>(QStringLiteral("syncAction"))->trigger(); };
+    sync();
+    QVERIFY2(f.hint().startsWith(noWells), qPrintable(f.hint()));
+    f.makeWindow(); // a launch without wells
+    QVERIFY(f.hint().startsWith(noWells));
+    f.addWell(QStringLiteral("C"), {QStringLiteral("GR")});
+    sync();
+    QVERIFY(f.hint().startsWith(check));
 }
 
 void tst_windowlooks::theStatusBarSaysWhereReportsLie()

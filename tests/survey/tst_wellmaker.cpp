@@ -26,6 +26,7 @@ private slots:
     void impossibleDepths();
     void filesOfOneWell();
     void clashingLogs();
+    void namesThatLookLikePlaces();
     void withoutLogs();
     void aFileThatCannotBeRead();
     void allOrNothing_data();
@@ -227,6 +228,16 @@ void TestWellMaker::clashingLogs()
                           "b.las: RT is left out: it repeats that of a.las.",
                           "b.las: GR_2 becomes GR_2_2: b.las has another log of that name.",
                           "c.las: GR is left out: it repeats that of a.las."}));
+}
+
+// "%2" is how a sentence marks the place of its second part.
+void TestWellMaker::namesThatLookLikePlaces()
+{
+    const MadeWell made = make(
+        {write("a.las", las("A%2. : / A%2. :", "1 10 11 / 2 20 21")), write("b.las", las("A%2. :", "1 5 / 2 6"))});
+    QCOMPARE(logs(made.key), (QStringList{"A%2[] 1=10 2=20", "A%2_2[] 1=11 2=21", "A%2_3[] 1=5 2=6"}));
+    LogFiles files;
+    QCOMPARE(files.remove(QStringLiteral("/W%2"), 7, {}).error, QStringLiteral("The well /W%2 has no log number 7."));
 }
 
 void TestWellMaker::withoutLogs()

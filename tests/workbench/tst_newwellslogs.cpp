@@ -22,6 +22,8 @@
 #include <QTableView>
 #include <QUrl>
 
+#include <cerrno>
+
 using namespace workbench;
 
 namespace {
@@ -36,6 +38,38 @@ QByteArray lasText(const QByteArray &well, const QByteArray &uwi, int rows = 3)
         text += QByteArray::number(100 + i) + " 50 2.4\n";
     return text;
 }
+
+/// A file system that becomes read-only for the files of wells once one with a certain end was put in place.
+class DiskThatLocks : public base::FileSystemCalls
+{
+public:
+    explicit DiskThatLocks(const QByteArray &last)
+        : m_last(last)
+    {
+    }
+    int openTemporary(char *pathTemplate) override
+    {
+        return m_isLocked ? readOnly() : FileSystemCalls::openTemporary(pathTemplate);
+    }
+    int rename(const char *from, const char *to) override
+    {
+        if (m_isLocked)
+            return readOnly();
+        m_isLocked = QByteArray(to).endsWith(m_last);
+        return FileSystemCalls::rename(from, to);
+    }
+    int unlink(const char *path) override { return m_isLocked ? readOnly() : FileSystemCalls::unlink(path); }
+
+private:
+    static int readOnly()
+    {
+        errno = EROFS;
+        return -1;
+    }
+
+    QByteArray m_last;
+    bool m_isLocked = false;
+};
 
 } // namespace
 
@@ -58,6 +92,7 @@ private slots:
     void lasFilesOfFolders();
     void theSummaryIsSaved();
     void aFullDiskNamesWhatIsMissing();
+    void aSurveyBecomesReadOnly();
     void cancelledBetweenWells();
     void twoThousandFiles();
 
@@ -296,6 +331,30 @@ void TestNewWellsLogs::aFullDiskNamesWhatIsMissing()
     QVERIFY(text(1, NewWellsModel::NotesColumn).startsWith(QLatin1String("Cannot write")));
     create(); // with room again
     QCOMPARE(wells(), (QStringList{QStringLiteral("A:2"), QStringLiteral("B:2")}));
+}
+
+// In the middle of the second of three wells: the first is whole, the others are named, and what is left of the second
+// becomes no well's.
+void TestNewWellsLogs::aSurveyBecomesReadOnly()
+{
+    QStringList paths;
+    for (const char *name : {"A", "B", "C"})
+        paths.append(write(QLatin1String(name) + QStringLiteral(".las"), lasText(name, name)));
+    m_dialog->addFiles(paths);
+    {
+        DiskThatLocks disk("/B^1.wll");
+        const base::ScopedFileSystemCalls scope(disk);
+        create();
+    }
+    QCOMPARE(wells(), QStringList{QStringLiteral("A:2")});
+    QVERIFY2(m_summary.startsWith(QLatin1String("1 well was made with 2 logs")), qPrintable(m_summary));
+    const int notMade = m_summary.indexOf(QLatin1String("\nNot made:\n"));
+    for (const char *well : {"\n  B (B.las): Cannot write", "\n  C (C.las): Cannot write"})
+        QVERIFY2(notMade > 0 && m_summary.indexOf(QLatin1String(well)) > notMade, qPrintable(m_summary));
+    QCOMPARE(m_summary.count(QLatin1String("Read-only file system")), 2);
+    QVERIFY(m_dialog->isVisible());
+    create(); // it can be written again
+    QCOMPARE(wells(), (QStringList{QStringLiteral("A:2"), QStringLiteral("B:2"), QStringLiteral("C:2")}));
 }
 
 void TestNewWellsLogs::cancelledBetweenWells()

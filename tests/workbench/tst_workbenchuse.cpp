@@ -1,0 +1,252 @@
+#include "base/filelock.h"
+#include "support/testmain.h"
+#include "workbenchwindowfixture.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QProcess>
+#include <QPushButton>
+#include <QSysInfo>
+#include <QTextBrowser>
+
+#include <unistd.h>
+
+using namespace workbench;
+
+/// What a user meets beside the lists: the wells' context menu, the manual, the first steps, a survey that is open
+/// elsewhere.
+class TestWorkbenchUse : public WorkbenchWindowTest
+{
+    Q_OBJECT
+
+private slots:
+    void init() { setUp(); }
+    void cleanup() { tearDown(); }
+    void theMenuOfAWell();
+    void theMenuRenames();
+    void theMenuEdits();
+    void theMenuDeletes();
+    void theMenuOpensTheContents();
+    void theManualOpensAndLeads();
+    void aMissingManual();
+    void firstStepsOfAnEmptySurvey();
+    void aSurveyOpenInAnotherProgram();
+    void whatDeadProgramsLeftIsIgnored();
+    void theSameWindowIsNotAnother();
+
+private:
+    void openTwoWells()
+    {
+        const QString survey = newSurvey(QStringLiteral("S"));
+        addWell(survey, QStringLiteral("A"), 1000, 1000);
+        addWell(survey, QStringLiteral("B"), 5000, 3000);
+        QVERIFY(m_window->openSurvey(survey));
+    }
+    /// A right click on a row of the table: selects it and asks for its menu, as the platform does.
+    QMenu *menuOfRow(int row)
+    {
+        auto *view = find<QTableView>("wellsTable");
+        const QPoint place = view->visualRect(table()->index(row, 0)).center();
+        QTest::mouseClick(view->viewport(), Qt::RightButton, {}, place);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place, view->viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(view->viewport(), &event);
+        return find<QMenu>("wellMenu");
+    }
+    /// Clicks an entry of the menu of a row.
+    void choose(int row, const char *action)
+    {
+        QMenu *menu = menuOfRow(row);
+        QVERIFY(menu && menu->isVisible());
+        QTest::mouseClick(menu, Qt::LeftButton, {},
+                          menu->actionGeometry(menu->findChild<QAction *>(QLatin1String(action))).center());
+        QTRY_VERIFY(!find<QMenu>("wellMenu")); // and what it led to is over
+    }
+    QString lockFile(const QString &survey, const QByteArray &host, const QByteArray &process) const
+    {
+        const QString path = survey + QStringLiteral("/.lorva.open.") + QString::fromUtf8(host + '.' + process);
+        files::write(path, host + '\n' + process + '\n');
+        return path;
+    }
+};
+
+void TestWorkbenchUse::theMenuOfAWell()
+{
+    openTwoWells();
+    QMenu *menu = menuOfRow(1);
+    QVERIFY(menu && menu->isVisible());
+    QStringList entries;
+    for (const QAction *action : menu->actions())
+        entries.append(action->text());
+    QCOMPARE(entries.join(QLatin1Char(' ')), QStringLiteral("&Logs and markers… &Edit… &Rename… &Delete…"));
+    QTest::keyClick(menu, Qt::Key_Escape);
+    QTRY_VERIFY(!find<QMenu>("wellMenu"));
+    // Below the wells there is none.
+    auto *view = find<QTableView>("wellsTable");
+    const QPoint empty(10, view->viewport()->height() - 3);
+    QContextMenuEvent event(QContextMenuEvent::Mouse, empty, view->viewport()->mapToGlobal(empty));
+    QCoreApplication::sendEvent(view->viewport(), &event);
+    QVERIFY(!find<QMenu>("wellMenu"));
+}
+
+void TestWorkbenchUse::theMenuRenames()
+{
+    openTwoWells();
+    onNextDialog(QStringLiteral("renameWellDialog"), [](QDialog *dialog) {
+        auto *name = dialog->findChild<QLineEdit *>(QStringLiteral("nameEdit"));
+        QCOMPARE(name->text(), QStringLiteral("B"));
+        name->setText(QStringLiteral("Bee"));
+        QTest::keyClick(dialog, Qt::Key_Return);
+    });
+    choose(1, "renameWellAction");
+    QCOMPARE(columnTexts(table(), 0), (QStringList{QStringLiteral("A"), QStringLiteral("Bee")}));
+}
+
+void TestWorkbenchUse::theMenuEdits()
+{
+    openTwoWells();
+    onNextDialog(QStringLiteral("wellEditDialog"), [](QDialog *dialog) {
+        dialog->findChild<QLineEdit *>(QStringLiteral("kbEdit"))->setText(QStringLiteral("33"));
+        QTest::keyClick(dialog, Qt::Key_Return);
+    });
+    choose(0, "editWellAction");
+    QVERIFY(rowTexts(table(), 0).contains(QStringLiteral("33.00")));
+    QVERIFY(!rowTexts(table(), 1).contains(QStringLiteral("33.00")));
+}
+
+void TestWorkbenchUse::theMenuDeletes()
+{
+    openTwoWells();
+    m_asker.answers = {base::BoxButton::No};
+    choose(0, "deleteWellAction");
+    QCOMPARE(table()->rowCount(), 2);
+    m_asker.answers = {base::BoxButton::Yes};
+    choose(0, "deleteWellAction");
+    QCOMPARE(columnTexts(table(), 0), QStringList{QStringLiteral("B")});
+    QCOMPARE(m_asker.boxes.size(), 2);
+    QVERIFY(m_asker.boxes.last().text.startsWith(QLatin1String("Delete the well \"A\"?")));
+}
+
+void TestWorkbenchUse::theMenuOpensTheContents()
+{
+    openTwoWells();
+    QString header;
+    onNextDialog(QStringLiteral("wellManagerDialog"), [&header](QDialog *dialog) {
+        header = dialog->findChild<QLabel *>(QStringLiteral("wellHeaderLabel"))->text();
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    });
+    choose(1, "wellContentsAction");
+    QVERIFY2(header.contains(QLatin1Char('B')), qPrintable(header));
+}
+
+void TestWorkbenchUse::theManualOpensAndLeads()
+{
+    QString first;
+    QString second;
+    QString again;
+    bool couldGoBack = true;
+    onNextDialog(QStringLiteral("manualDialog"), [&](QDialog *dialog) {
+        auto *pages = dialog->findChild<QTextBrowser *>(QStringLiteral("manualPages"));
+        auto *back = dialog->findChild<QPushButton *>(QStringLiteral("backButton"));
+        couldGoBack = back->isEnabled();
+        first = pages->toPlainText();
+        emit pages->anchorClicked(QUrl(QStringLiteral("newwells.md")));
+        second = pages->toPlainText();
+        QTest::mouseClick(back, Qt::LeftButton);
+        again = pages->toPlainText();
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    });
+    QTest::keyClick(m_window.get(), Qt::Key_F1);
+    QVERIFY(!couldGoBack);
+    QVERIFY(first.size() > 200);
+    QVERIFY2(second.contains(QLatin1String("LAS")) && second != first, qPrintable(second));
+    QCOMPARE(again, first);
+}
+
+void TestWorkbenchUse::aMissingManual()
+{
+    m_window.reset();
+    m_host = std::make_unique<WorkbenchHost>(m_folder->path());
+    m_window = std::make_unique<WorkbenchWindow>(*m_host, m_asker, FileChooser());
+    QString text;
+    onNextDialog(QStringLiteral("manualDialog"), [&text](QDialog *dialog) {
+        text = dialog->findChild<QTextBrowser *>()->toPlainText();
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    });
+    QVERIFY(showActive(m_window.get()));
+    trigger("manualAction");
+    QVERIFY2(text.contains(m_folder->path() + QStringLiteral("/doc/README.md")), qPrintable(text));
+}
+
+void TestWorkbenchUse::firstStepsOfAnEmptySurvey()
+{
+    QVERIFY(m_window->openSurvey(newSurvey(QStringLiteral("S"))));
+    QVERIFY(!isOverviewShown());
+    QCOMPARE(find<QLabel>("hintHeading")->text(), QStringLiteral("This survey has no wells yet"));
+    const auto *steps = find<QLabel>("hintText");
+    for (const char *step : {"1.  Drop a folder of LAS files", "\n2.  Look through", "\n3.  Choose a plug-in"})
+        QVERIFY2(steps->text().contains(QLatin1String(step)), step);
+    QVERIFY(find<QPushButton>("newWellsActionButton")->isVisible());
+    onNextDialog(QStringLiteral("wellManagerDialog"),
+                 [](QDialog *dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+    QTest::mouseClick(find<QPushButton>("manageWellsActionButton"), Qt::LeftButton);
+    m_host->setSurvey({});
+    trigger("refreshAction");
+    QCOMPARE(find<QLabel>("hintHeading")->text(), QStringLiteral("No survey is open"));
+}
+
+// A second workbench on the same survey, in a process of its own.
+void TestWorkbenchUse::aSurveyOpenInAnotherProgram()
+{
+    const QString survey = newSurvey(QStringLiteral("S"));
+    QProcess living;
+    living.start(QStringLiteral("sleep"), {QStringLiteral("60")});
+    QVERIFY(living.waitForStarted());
+    const QByteArray process = QByteArray::number(living.processId());
+    const QString path = lockFile(survey, QSysInfo::machineHostName().toUtf8(), process);
+    const int file = base::openToLock(QFile::encodeName(path));
+    QCOMPARE(base::tryLock(file), base::LockState::Locked);
+    QVERIFY(m_window->openSurvey(survey)); // it opens all the same
+    QCOMPARE(m_asker.boxes.size(), 1);
+    QCOMPARE(m_asker.boxes.first().icon, base::BoxIcon::Warning);
+    QCOMPARE(m_asker.boxes.first().text,
+             QStringLiteral("The survey is open elsewhere too: process %1 on %2.\nBoth may change it; what the other "
+                            "one writes shows here after Refresh (F5).")
+                 .arg(QString::fromLatin1(process), QSysInfo::machineHostName()));
+    QCOMPARE(m_host->surveyDirectory(), survey);
+    QVERIFY(QFile::exists(path));
+    ::close(file);
+    living.kill();
+    QVERIFY(living.waitForFinished());
+    m_asker.boxes.clear();
+    QVERIFY(m_window->openSurvey(survey));
+    QVERIFY(m_asker.boxes.isEmpty());
+    QVERIFY(!QFile::exists(path));
+}
+
+void TestWorkbenchUse::whatDeadProgramsLeftIsIgnored()
+{
+    const QString survey = newSurvey(QStringLiteral("S"));
+    QProcess ended;
+    ended.start(QStringLiteral("true"), QStringList());
+    const QByteArray process = QByteArray::number(ended.processId());
+    QVERIFY(ended.waitForFinished());
+    const QString path = lockFile(survey, QSysInfo::machineHostName().toUtf8(), process);
+    QVERIFY(m_window->openSurvey(survey));
+    QVERIFY(m_asker.boxes.isEmpty());
+    QVERIFY(!QFile::exists(path));
+}
+
+void TestWorkbenchUse::theSameWindowIsNotAnother()
+{
+    const QString survey = newSurvey(QStringLiteral("S"));
+    QVERIFY(m_window->openSurvey(survey));
+    QVERIFY(m_window->openSurvey(newSurvey(QStringLiteral("T"))));
+    QVERIFY(m_window->openSurvey(survey));
+    makeWindow(); // closed and started again
+    QVERIFY(m_window->openSurvey(survey));
+    QVERIFY(m_asker.boxes.isEmpty());
+}
+
+LORVA_TEST_MAIN(TestWorkbenchUse)
+#include "tst_workbenchuse.moc"
