@@ -108,19 +108,39 @@ void WellTemplatePreview::showTracks(const QVector<TrackInfo> &tracks, int curre
         if (track.curves.size() > mostCurves)
             track.curves.resize(mostCurves);
     m_current = current;
-    if (isVisible())
-        refresh();
+    m_isUpToDate = false;
+    refreshInSight();
 }
 
 void WellTemplatePreview::showEvent(QShowEvent *event)
 {
     TemplatePreview::showEvent(event);
-    refresh();
+    refreshInSight();
+}
+
+// A preview that comes back into a splitter gets its width again.
+void WellTemplatePreview::resizeEvent(QResizeEvent *event)
+{
+    TemplatePreview::resizeEvent(event);
+    refreshInSight();
+}
+
+// A splitter does not hide what is collapsed in it, but moves it out of its own area.
+bool WellTemplatePreview::isInSight() const
+{
+    return isVisible() && (isWindow() || parentWidget()->rect().intersects(geometry()));
+}
+
+void WellTemplatePreview::refreshInSight()
+{
+    if (!m_isUpToDate && isInSight())
+        refresh();
 }
 
 // What is equal to a track that was shown keeps its item, wherever it stands now.
 void WellTemplatePreview::refresh()
 {
+    m_isUpToDate = true;
     if (!m_well) {
         m_well = std::make_shared<WellDisplayData>(m_data, m_wellName);
         if (m_well->initialTrackWidth(LinearTrack) <= 0)

@@ -41,6 +41,7 @@ public:
 
 protected:
     void showEvent(QShowEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     struct Shown
@@ -49,6 +50,8 @@ private:
         TrackItem *item = nullptr; ///< owned by the scene
     };
 
+    bool isInSight() const;
+    void refreshInSight();
     void refresh();
     TrackItem *takeEqual(const TrackInfo &definition);
     TrackItem *make(const TrackInfo &definition);
@@ -71,6 +74,7 @@ private:
     QVector<Shown> m_shown;
     int m_current = 0;
     int m_builtTracks = 0;
+    bool m_isUpToDate = false; ///< what is drawn is what is wanted
     logview::DepthRange m_window;
     bool m_hasWindow = false;
 };

@@ -254,10 +254,40 @@ private slots:
         QCOMPARE(preview->tracks().size(), 1);
         dialog.addTrackClicked();
         QCOMPARE(preview->tracks().size(), 2);
-        dialog.findChild<QSplitter *>("previewSplitter")->setSizes({1, 0}); // out of sight
-        const int hidden = preview->builtTracks();
-        table->item(0, curvecolumn::Color)->setBackground(QColor(Qt::green));
-        QVERIFY(preview->builtTracks() <= hidden + 1);
+    }
+
+    // Dragged to nothing with the splitter's handle.
+    void collapsedItCostsNothing()
+    {
+        files::write(m->project.path("/Templates/W/T/Track_1.txt"), "Linear\n");
+        ModifyTemplate dialog(*m->project.launch, TemplateId::ofWell("W", "T"), "W");
+        auto *preview = new WellTemplatePreview(*m->project.launch, "W");
+        dialog.setPreview(preview);
+        dialog.show();
+        QCOMPARE(preview->builtTracks(), 1);
+        auto *splitter = dialog.findChild<QSplitter *>("previewSplitter");
+        splitter->setSizes({1, 0});
+        dialog.tracks().first()->setTrack(trackOf("#00ff00"), 1);
+        dialog.addTrackClicked();
+        dialog.resize(dialog.size() + QSize(10, 10));
+        dialog.hide();
+        dialog.show();
+        QCoreApplication::processEvents();
+        QCOMPARE(preview->builtTracks(), 1);
+        QCOMPARE(preview->tracks().size(), 1);
+        QCOMPARE(m->host.logReads, 0);
+        splitter->setSizes({2, 1});
+        QCOMPARE(preview->builtTracks(), 2); // the empty track that was drawn is the added one now
+        QCOMPARE(preview->tracks().size(), 2);
+        QCOMPARE(preview->tracks().first()->definition().curves.first().color, QColor("#00ff00"));
+        QCOMPARE(m->host.logReads, 1);
+        const QVector<TrackItem *> shown = preview->tracks();
+        splitter->setSizes({1, 0});
+        splitter->setSizes({2, 1}); // nothing changed meanwhile
+        QCOMPARE(preview->tracks(), shown);
+        QCOMPARE(preview->builtTracks(), 2);
+        dialog.tracks().last()->setTrack(trackOf("#0000ff"), 1); // followed again
+        QCOMPARE(preview->builtTracks(), 3);
     }
 
     void aTemplateOfManyTracksIsDrawnOnce()
