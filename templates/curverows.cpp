@@ -37,6 +37,21 @@ void forEachLimit(QVector<CurveRow> *rows, const Change &change)
     }
 }
 
+// What the line of a depth track says beside these means nothing; where the track becomes another, its rows are like
+// new ones.
+CurveRow depthRow(const TemplateCurveInfo &curve)
+{
+    CurveRow row = CurveRow::added(DepthTrack);
+    row.group = curve.group;
+    row.curve = curve.curve;
+    row.minimum = writtenValue(curve.minimum);
+    row.maximum = writtenValue(curve.maximum);
+    row.shownMinimum = shownValue(curve.minimum);
+    row.shownMaximum = shownValue(curve.maximum);
+    row.hasOwnValues = true;
+    return row;
+}
+
 QString valueProblem(const QString &value)
 {
     if (base::parseNumber(value))
@@ -100,7 +115,7 @@ CurveRows::CurveRows(const TrackInfo &track)
 {
     m_rows.reserve(track.curves.size());
     for (const TemplateCurveInfo &curve : track.curves)
-        m_rows.append(CurveRow::of(curve));
+        m_rows.append(isDepth() ? depthRow(curve) : CurveRow::of(curve));
 }
 
 void CurveRows::setType(int type)

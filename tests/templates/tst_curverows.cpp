@@ -277,6 +277,21 @@ private slots:
         QCOMPARE(depth.at(0).curve, QString("MD"));
     }
 
+    // The zeros of its line stand for nothing.
+    void aStoredDepthTrackBecomesAnotherWithTheDefaults()
+    {
+        CurveRows rows = rowsOf("Depth\nDepth | MD | 0 | 0 | 0,0,0 | 0,0,0 | 0,0,0 | 0 | 0 | 0 | 0 | 0 | 0 | 0 | 0\n"
+                                "Depth | TVD | 0.125 | 7 | 0,0,0 | 0,0,0 | 0,0,0 | 0 | 0 | 0 | 0\n");
+        QCOMPARE(rows.at(1).shownMinimum, QString("0.13"));
+        QCOMPARE(rows.at(1).shownMaximum, QString("7.00"));
+        rows.setType(LinearTrack);
+        const QByteArray defaults =
+            " | #000000|0,#ffffff|0,#ffffff|None | None | 0 | 1 | 0 | #000000 | 1 | Rectangle\n";
+        QCOMPARE(rows.bytes(),
+                 "Linear\nDepth | MD | 0.00 | 0.00" + defaults + "Depth | TVD | 0.125 | 7.00" + defaults);
+        QVERIFY(rows.at(0).hasOwnValues);
+    }
+
     void limitsByIndex()
     {
         const QString left = filllimit::leftBoundary();
