@@ -63,6 +63,11 @@ public:
         return found;
     }
     void click(const char *button) const { QTest::mouseClick(find<QPushButton>(button), Qt::LeftButton); }
+    bool hasIcon(const QString &fileName) const
+    {
+        const QImage image = dialog->windowIcon().pixmap(32, 32).toImage();
+        return !image.isNull() && image == host.icon(fileName).pixmap(32, 32).toImage();
+    }
     void setName(const QString &name) const { find<QLineEdit>("nameEdit")->setText(name); }
     QTabWidget *tabs() const { return find<QTabWidget>("trackTabs"); }
     DefTempTrackWidget *track(int tab) const { return qobject_cast<DefTempTrackWidget *>(tabs()->widget(tab)); }

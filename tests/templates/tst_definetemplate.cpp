@@ -43,7 +43,7 @@ private slots:
     void beginsEmpty()
     {
         QCOMPARE(m_dialog->windowTitle(), QString("Define Display Template"));
-        QVERIFY(!m_dialog->windowIcon().isNull());
+        QVERIFY(m->hasIcon("defineTemplate_wlc.png"));
         QCOMPARE(m->tabs()->count(), 0);
         QVERIFY(m->tabs()->tabsClosable());
         QVERIFY(!m->tabs()->isMovable());

@@ -125,6 +125,7 @@ private slots:
         auto *pointColor = m->cell<QPushButton>(0, 0, PointColor);
         QCOMPARE(pointColor->property("clr").toString(), QString("#000000"));
         QCOMPARE(pointColor->icon().actualSize(QSize(500, 500)), QSize(100, 100));
+        QCOMPARE(swatch(0), QColor(Qt::black));
         auto *size = m->cell<QSpinBox>(0, 0, PointSize);
         QCOMPARE(size->minimum(), 1);
         QCOMPARE(size->maximum(), 10);
@@ -156,6 +157,7 @@ private slots:
         QTest::mouseClick(m->cell<QPushButton>(0, 0, PointColor), Qt::LeftButton);
         QCOMPARE(title, QString("Select Color"));
         QCOMPARE(m->cell<QPushButton>(0, 0, PointColor)->property("clr").toString(), QString("#0000ff"));
+        QCOMPARE(swatch(0), QColor("#0000ff"));
         m->cell<QSpinBox>(0, 0, PointSize)->setValue(9);
         TemplateFixture::choose(m->box(0, 0, PointShape), "Circle");
         QCOMPARE(line(0),
@@ -601,6 +603,10 @@ private slots:
 
 private:
     QByteArray line(int row) const { return m->track(0)->rows().bytes().split('\n').value(row + 1); }
+    QColor swatch(int row) const
+    {
+        return m->cell<QPushButton>(0, row, PointColor)->icon().pixmap(100, 100).toImage().pixelColor(50, 50);
+    }
     QStringList groups() const
     {
         QStringList names;

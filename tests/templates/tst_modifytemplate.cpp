@@ -50,7 +50,7 @@ private slots:
         store("W", "Mine", {linear("A"), "Depth\n", "Logrithmic\n"});
         open("Mine");
         QCOMPARE(m_dialog->windowTitle(), QString("Edit Display Template"));
-        QVERIFY(!m_dialog->windowIcon().isNull());
+        QVERIFY(m->hasIcon("editTemplate_wlc.png"));
         QVERIFY(m->tabs()->isMovable());
         QVERIFY(m->tabs()->tabsClosable());
         QCOMPARE(m->find<QLineEdit>("nameEdit")->text(), QString("Mine"));
@@ -335,6 +335,22 @@ private slots:
         QCOMPARE(content("Global", "Ours"), QStringList({"Depth\n"}));
         QCOMPARE(content("W", "Mine"), QStringList({"Depth\n"}));
         QVERIFY(m_told.last().was.name.isEmpty());
+    }
+
+    // What leaves the well is its template of the name that became global.
+    void madeGlobalUnderTheNameOfAnotherThatOneLeaves()
+    {
+        store("W", "Mine", {"Depth\n"});
+        store("W", "Ours", {"Linear\n"});
+        open("Mine");
+        m->setName("Ours");
+        m->click("saveAsGlobalButton");
+        QCOMPARE(m->boxTexts(), QStringList(saved));
+        QCOMPARE(content("Global", "Ours"), QStringList({"Depth\n"}));
+        QVERIFY(!QDir(m->templatePath("W", "Ours")).exists());
+        QCOMPARE(content("W", "Mine"), QStringList({"Depth\n"}));
+        QCOMPARE(m_told.last().was.name, QString("Ours"));
+        QCOMPARE(m_told.last().was.wellName, QString("W"));
     }
 
     // The well's own template of the same name is another one.
