@@ -186,7 +186,7 @@ void TestWorkbenchUse::firstStepsOfAnEmptySurvey()
     const auto *steps = find<QLabel>("hintText");
     for (const char *step : {"1.  Drop a folder of LAS files", "\n2.  Look through", "\n3.  Choose a plug-in"})
         QVERIFY2(steps->text().contains(QLatin1String(step)), step);
-    QVERIFY(find<QPushButton>("newWellsActionButton")->isVisible());
+    QTRY_VERIFY(find<QPushButton>("newWellsActionButton")->isVisible());
     onNextDialog(QStringLiteral("wellManagerDialog"),
                  [](QDialog *dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
     QTest::mouseClick(find<QPushButton>("manageWellsActionButton"), Qt::LeftButton);
