@@ -49,6 +49,8 @@ void DefaultDataClass::build()
 {
     m_table = new QTableWidget(0, 3);
     m_table->setObjectName(QStringLiteral("defaultTable"));
+    m_table->setHorizontalHeaderLabels(
+        {QStringLiteral("Curve Name"), QStringLiteral("Group Name"), QStringLiteral("Default")});
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->horizontalHeader()->setHighlightSections(false);
     m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 12);
@@ -79,8 +81,8 @@ void DefaultDataClass::setWell(const QString &wellName, const QString &wellKey)
             QStringLiteral("You changed the default data but not saved them.\nWould you like to save them ?"));
         if (!self)
             return;
-        if (saves)
-            save();
+        if (saves && !store())
+            tellNotStored();
         if (!self)
             return;
         m_isModified = false;
@@ -91,8 +93,6 @@ void DefaultDataClass::setWell(const QString &wellName, const QString &wellKey)
     m_update->setEnabled(false);
     if (!m_well.isSet())
         return;
-    m_table->setHorizontalHeaderLabels(
-        {QStringLiteral("Curve Name"), QStringLiteral("Group Name"), QStringLiteral("Default")});
     const int well = m_data.catalogue.indexOfKey(m_well.key);
     const QStringList logs = well < 0 ? QStringList() : m_data.catalogue.logNames(well);
     if (logs.isEmpty()) {
@@ -260,25 +260,32 @@ void DefaultDataClass::rebuildLists()
     }
 }
 
-bool DefaultDataClass::save()
+bool DefaultDataClass::store()
 {
-    const QPointer<DefaultDataClass> self = this;
     const QString name = m_well.name;
-    if (!welldata::storeDefaultData(m_data, name, {{m_defaultGroups, m_defaultLogs}, {m_allGroups, m_allLogs}})) {
-        m_data.asker.warn(windowTitle(),
-                          QStringLiteral("Unable to create file.\nPlease Check file read/write permission."));
+    if (!welldata::storeDefaultData(m_data, name, {{m_defaultGroups, m_defaultLogs}, {m_allGroups, m_allLogs}}))
         return false;
-    }
     m_isModified = false;
     m_status->setText(QStringLiteral("Updated Successfully !"));
     emit defaultsWritten(name);
-    return self;
+    return true;
+}
+
+void DefaultDataClass::tellNotStored()
+{
+    m_data.asker.warn(windowTitle(),
+                      QStringLiteral("Unable to create file.\nPlease Check file read/write permission."));
 }
 
 void DefaultDataClass::updateBtnClicked()
 {
     if (!m_well.isSet() || m_table->rowCount() == 0)
         return;
-    const base::WaitCursor cursor;
-    save();
+    bool isStored = false;
+    {
+        const base::WaitCursor cursor;
+        isStored = store();
+    }
+    if (!isStored)
+        tellNotStored();
 }

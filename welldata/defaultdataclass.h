@@ -51,7 +51,8 @@ public slots:
 
 private:
     void build();
-    bool save();
+    bool store();
+    void tellNotStored();
     void clearTable();
     void addRow(int row, const QString &logName, const QString &group);
     void readDefaults();

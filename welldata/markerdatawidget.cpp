@@ -60,7 +60,7 @@ void MarkerDataWidget::load()
         const QString problem = QStringLiteral("Cannot get data for the selected well");
         m_stored.clear();
         showRows({});
-        setButtonsEnabled(false);
+        setEditingEnabled(false);
         setStatus(problem);
         data().host.showError(problem);
         return;

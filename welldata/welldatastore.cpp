@@ -9,6 +9,8 @@ namespace welldata {
 
 WellChoice chosenWell(const ProjectData &data, const QString &wellName, const QString &wellKey)
 {
+    if (wellKey.isEmpty() && wellName == QLatin1String("None"))
+        return {wellName, {}}; // also where a well is called so: it is chosen by its key
     return {wellName, wellKey.isEmpty() ? data.catalogue.wellKey(data.catalogue.indexOf(wellName)) : wellKey};
 }
 

@@ -17,7 +17,7 @@ struct WellChoice
     bool isSet() const { return !key.isEmpty() || (!name.isEmpty() && name != QLatin1String("None")); }
 };
 
-/// The well of that key; without one, the first well of that name.
+/// The well of that key; without one, the first well of that name. "None" without a key is none.
 WellChoice chosenWell(const ProjectData &data, const QString &wellName, const QString &wellKey);
 
 /// Writes the markers into the host's well. What the host would drop, and \a otherLosses, are asked about first, under

@@ -37,8 +37,8 @@ WellTableEditor::WellTableEditor(ProjectData &projectData, const QString &title,
     setWindowTitle(title);
     build();
     base::keepColumns(m_table->horizontalHeader(), dataName);
-    connect(m_table, &WellDataTable::changed, this, [this] { m_isModified = m_isModified || !m_isShowing; });
-    setButtonsEnabled(false);
+    connect(m_table, &WellDataTable::changed, this, &WellTableEditor::noteChange);
+    setEditingEnabled(false);
     setStatus(QStringLiteral("Well not selected !"));
 }
 
@@ -84,12 +84,12 @@ void WellTableEditor::setWell(const QString &wellName, const QString &wellKey)
     m_well = welldata::chosenWell(m_data, wellName, wellKey);
     setStatus(QString());
     if (hasWell()) {
-        setButtonsEnabled(true);
+        setEditingEnabled(true);
         load();
         return;
     }
     showRows({});
-    setButtonsEnabled(false);
+    setEditingEnabled(false);
     setStatus(QStringLiteral("Well not selected !"));
 }
 
@@ -113,6 +113,14 @@ void WellTableEditor::addRow()
         return;
     m_table->finishEditing();
     m_table->appendNewRow();
+}
+
+// What the user typed or pasted can be stored, also where nothing was stored yet.
+void WellTableEditor::noteChange()
+{
+    if (m_isShowing)
+        return;
+    m_isModified = true;
     m_update->setEnabled(true);
 }
 
@@ -145,8 +153,9 @@ void WellTableEditor::addStatus(const QString &text)
     setStatus((m_status->text() + QLatin1Char(' ') + text).trimmed());
 }
 
-void WellTableEditor::setButtonsEnabled(bool areEnabled)
+void WellTableEditor::setEditingEnabled(bool isEnabled)
 {
+    m_table->setEnabled(isEnabled);
     for (QPushButton *button : {m_add, m_delete, m_import, m_update})
-        button->setEnabled(areEnabled);
+        button->setEnabled(isEnabled);
 }

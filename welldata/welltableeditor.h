@@ -59,11 +59,13 @@ protected:
     void setStatus(const QString &text);
     /// Behind what it says already.
     void addStatus(const QString &text);
-    void setButtonsEnabled(bool areEnabled);
+    /// The table and its four buttons.
+    void setEditingEnabled(bool isEnabled);
     QPushButton *updateButton() const { return m_update; }
 
 private:
     void build();
+    void noteChange();
 
     ProjectData &m_data;
     QString m_dataName;

@@ -310,6 +310,19 @@ private slots:
         QCOMPARE(m->scene()->tracks().at(0), track);
     }
 
+    // What is not saved is asked for when another well is chosen, and only then.
+    void closingTheWindowAsksForNothingButTheExit()
+    {
+        tick(1);
+        QVERIFY(m->manager->defaultData()->isModified());
+        m->asker.boxes.clear();
+        m->asker.answers = {base::BoxButton::Yes};
+        m->window->close();
+        QCOMPARE(m->asker.boxes.size(), 1);
+        QCOMPARE(m->asker.boxes.at(0).title, QString("Exit"));
+        QVERIFY(!m->window->isVisible());
+    }
+
     void theSynchronisationReachesTheEditors()
     {
         m->addDeepWell("Z", 0, 100, {});

@@ -35,7 +35,16 @@ private slots:
         for (int i = 0; i < group()->count(); ++i)
             groups.append(group()->itemText(i));
         QCOMPARE(groups, curveGroupNames());
+        bool hasLabel = false;
+        for (const QLabel *label : m->points()->findChildren<QLabel *>())
+            hasLabel |= label->text() == "Group" && label->buddy() == group();
+        QVERIFY(hasLabel);
+        QCOMPARE(F::find<QPushButton>(m->points(), "deleteButton")->toolTip(), QString("Delete"));
+        QCOMPARE(F::find<QPushButton>(m->points(), "asciiFileButton")->text(), QString("ASCII File"));
+        QCOMPARE(F::find<QPushButton>(m->points(), "updateButton")->text(), QString("Update"));
         for (int column : {0, 1}) {
+            QCOMPARE(F::edit(m->points(), 0, column)->property("row").toInt(), 0);
+            QCOMPARE(F::edit(m->points(), 0, column)->property("column").toInt(), column);
             QVERIFY(!F::edit(m->points(), 0, column)->hasFrame());
             QVERIFY(qobject_cast<const QDoubleValidator *>(F::edit(m->points(), 0, column)->validator()));
         }

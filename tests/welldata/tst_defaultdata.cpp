@@ -10,6 +10,22 @@
 
 using F = WellDataFixture;
 
+namespace {
+
+/// Notes whether boxes come up under a wait cursor.
+class CursorAsker : public base::Asker
+{
+public:
+    base::BoxButton show(const base::Box &) override
+    {
+        isWaiting.append(QGuiApplication::overrideCursor() != nullptr);
+        return base::BoxButton::Ok;
+    }
+    QVector<bool> isWaiting;
+};
+
+} // namespace
+
 class tst_defaultdata : public QObject
 {
     Q_OBJECT
@@ -26,6 +42,11 @@ private slots:
     }
     void cleanup() { m.reset(); }
 
+    void theHeadersStandBeforeAWellIsChosen()
+    {
+        QVERIFY(table()->horizontalHeaderItem(0));
+        QCOMPARE(table()->horizontalHeaderItem(2)->text(), QString("Default"));
+    }
     void everyLogHasARow()
     {
         QVERIFY(!update()->isEnabled());
@@ -77,6 +98,13 @@ private slots:
         QCOMPARE(m->logs()->defaultLogs(), QStringList({"GR", "RHOB"}));
         QCOMPARE(m->logs()->defaultGroups(), QStringList({"Gamma", "Sonic"}));
         QVERIFY(!m->logs()->isModified());
+    }
+    // As it was stored after a log was moved into a group that has a default already.
+    void twoDefaultsOfOneGroupInTheFileAreBothTicked()
+    {
+        store("W-1\nGamma|GR\nGamma|RHOB\n");
+        m->select("W-1");
+        QCOMPARE(rows(), QStringList({"GR Gamma x", "RHOB Gamma x", "NPHI Porosity -"}));
     }
     void linesOfOtherThanTwoPartsAreIgnored()
     {
@@ -235,6 +263,49 @@ private slots:
         m->select("W-1");
         QCOMPARE(m->asker.boxes.size(), 2);
     }
+    void changesThatCouldNotBeSavedAreGivenUpWithTheirWell()
+    {
+        QVERIFY(QDir(m->path("/DefaultLogs")).removeRecursively());
+        m->select("W-1");
+        check(0)->click();
+        m->asker.answers = {base::BoxButton::Yes, base::BoxButton::Ok};
+        m->select("W-2");
+        QCOMPARE(m->asker.boxes.size(), 2);
+        QCOMPARE(m->asker.boxes.at(1).text,
+                 QString("Unable to create file.\nPlease Check file read/write permission."));
+        QCOMPARE(m->logs()->wellName(), QString("W-2"));
+        QVERIFY(!m->logs()->isModified());
+        m->select("None");
+        QCOMPARE(m->asker.boxes.size(), 2);
+    }
+
+    void theWaitCursorStandsWhileUpdateRuns()
+    {
+        QVector<bool> isWaiting;
+        connect(m->logs(), &DefaultDataClass::defaultsWritten, this,
+                [&isWaiting] { isWaiting.append(QGuiApplication::overrideCursor() != nullptr); });
+        m->select("W-1");
+        F::click(m->logs(), "updateButton");
+        check(0)->click();
+        m->asker.answers = {base::BoxButton::Yes};
+        m->select("W-2"); // saves without it
+        QCOMPARE(isWaiting, QVector<bool>({true, false}));
+        QVERIFY(!QGuiApplication::overrideCursor());
+    }
+    void aFailureIsToldWithoutTheWaitCursor()
+    {
+        CursorAsker asker;
+        ProjectData data(m->host, asker);
+        data.project = m->launch->project;
+        data.catalogue.build();
+        DefaultDataClass logs(data);
+        logs.setWell("W-1");
+        QVERIFY(QDir(m->path("/DefaultLogs")).removeRecursively());
+        F::click(&logs, "updateButton");
+        QCOMPARE(asker.isWaiting, QVector<bool>({false}));
+        QVERIFY(!QGuiApplication::overrideCursor());
+    }
+
     void tabsDoNotAsk()
     {
         m->select("W-1");

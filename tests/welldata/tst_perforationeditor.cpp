@@ -3,6 +3,8 @@
 #include "support/testmain.h"
 #include "tests/welldata/welldatafixture.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QSignalSpy>
 
 using F = WellDataFixture;
@@ -38,6 +40,12 @@ private slots:
         for (int column : {1, 2}) {
             QVERIFY(!F::edit(m->zones(), 0, column)->hasFrame());
             QVERIFY(qobject_cast<const QDoubleValidator *>(F::edit(m->zones(), 0, column)->validator()));
+        }
+        QCOMPARE(F::find<QPushButton>(m->zones(), "asciiFileButton")->text(), QString("ASCII File"));
+        QCOMPARE(F::find<QPushButton>(m->zones(), "updateButton")->text(), QString("Update"));
+        for (int column : {1, 2, 3}) {
+            QCOMPARE(table()->cellWidget(0, column)->property("row").toInt(), 0);
+            QCOMPARE(table()->cellWidget(0, column)->property("column").toInt(), column);
         }
         QStringList types;
         for (int i = 0; i < F::box(m->zones(), 0, 3)->count(); ++i)
@@ -79,6 +87,18 @@ private slots:
         m->select("W-2");
         QCOMPARE(F::status(m->zones()), QString("Perforation Zone data doesn't exist !"));
         QVERIFY(!F::isEnabled(m->zones(), "updateButton"));
+    }
+
+    void pastedZonesEnableUpdateToo()
+    {
+        m->select("W-1");
+        QVERIFY(!F::isEnabled(m->zones(), "updateButton"));
+        QApplication::clipboard()->setText("A\t1\t2\tGas\n");
+        table()->setFocus();
+        QTest::keyClick(table(), Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(table()->rowCount(), 1);
+        F::click(m->zones(), "updateButton");
+        QCOMPARE(files::read(file()), QByteArray("1\nA|1|2|Gas\n"));
     }
 
     void linesOfOtherThanFourPartsAreSkipped()

@@ -119,6 +119,18 @@ private slots:
         paste("77");
         QCOMPARE(F::number(m->markers(), 0, 1), QString("77"));
     }
+    void withoutAWellNothingIsPasted()
+    {
+        m->select("None");
+        QApplication::clipboard()->setText("One\t100\n");
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_V, Qt::ControlModifier);
+        if (table()->isEnabled())
+            QCoreApplication::sendEvent(table(), &key);
+        QCOMPARE(table()->rowCount(), 0);
+        QVERIFY(!table()->isEnabled());
+        m->select("W-1");
+        QVERIFY(table()->isEnabled());
+    }
     void zoneTypesArePastedWhereTheyAreKnown()
     {
         m->show(m->zones());

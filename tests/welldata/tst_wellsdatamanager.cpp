@@ -39,6 +39,30 @@ private slots:
         QCOMPARE(m->manager->currentWellName(), QString("None"));
     }
 
+    void classesAndSlotsHaveTheirNames()
+    {
+        const auto check = [](const QObject *object, const QByteArray &name, const QVector<const char *> &slots_) {
+            QCOMPARE(QByteArray(object->metaObject()->className()), name);
+            for (const char *slot : slots_)
+                QVERIFY2(object->metaObject()->indexOfSlot(slot) >= 0, slot);
+        };
+        const QVector<const char *> tableSlots = {"addRow()", "deleteRow()", "fromAsciiFileButtonClicked()",
+                                                  "updateBtnClicked()"};
+        check(m->manager.get(), "WellsDataManagerWidget", {"wellChanged(int)"});
+        check(m->logs(), "DefaultDataClass",
+              {"updateBtnClicked()", "groupNameChanged(QString)", "checkBoxToggled(bool)",
+               "logNameChanged(QTableWidgetItem*)"});
+        check(m->markers(), "MarkerDataWidget",
+              tableSlots + QVector<const char *>{"tableDoubleClicked(QTableWidgetItem*)", "tableItemChanged()"});
+        check(m->zones(), "DefineWellPerforation", tableSlots);
+        check(m->points(), "DefineCalibrationPoint", tableSlots + QVector<const char *>{"wellOrGrooupChanged()"});
+        const QVector<const char *> importSlots = {"browseBtnClicked()", "importBtnClicked()"};
+        m->select("W-1");
+        check(m->openImport(m->markers(), QString()), "MarkerDataWidgetASCII", importSlots);
+        check(m->openImport(m->zones(), QString()), "WellPerforationASCII", importSlots);
+        check(m->openImport(m->points(), QString()), "CalibrationPointASCII", importSlots);
+    }
+
     void theChosenWellGoesToAllEditors()
     {
         m->select("W-1");
@@ -190,6 +214,13 @@ private slots:
         m->wells()->setCurrentIndex(m->wells()->findData(key));
         QCOMPARE(F::name(m->markers(), 0), QString("Mine"));
         QVERIFY(F::isEnabled(m->markers(), "updateButton"));
+        m->wells()->setCurrentIndex(0); // the entry that chooses no well
+        QCOMPARE(m->markers()->table()->rowCount(), 0);
+        QVERIFY(!F::isEnabled(m->markers(), "updateButton"));
+        for (const QWidget *editor : {static_cast<QWidget *>(m->markers()), static_cast<QWidget *>(m->zones()),
+                                      static_cast<QWidget *>(m->points())})
+            QCOMPARE(F::status(editor), QString("Well not selected !"));
+        QCOMPARE(F::status(m->logs()), QString());
     }
 
 private:
