@@ -4,9 +4,12 @@
 #include "base/atomicfile.h"
 #include "base/usersettings.h"
 #include "programs/unattended.h"
+#include "survey/surveyfolder.h"
 #include "workbench/filechooser.h"
 #include "workbench/messagespanel.h"
+#include "workbench/newwellsdialog.h"
 #include "workbench/pluginloader.h"
+#include "workbench/wellmanagerdialog.h"
 #include "workbench/workbenchhost.h"
 #include "workbench/workbenchwindow.h"
 
@@ -331,6 +334,39 @@ void drawWellData(const PluginWindow &plugin, const QString &survey, PictureFold
     }
 }
 
+/// The list of wells with the tree of logs and markers of one of them.
+void drawManagedWells(workbench::WorkbenchHost &host, base::Asker &asker, PictureFolder *pictures)
+{
+    const QVector<host::WellEntry> wells = host.store().list().value;
+    if (wells.isEmpty())
+        return;
+    workbench::WellManagerDialog dialog(host.store(), asker);
+    dialog.resize(860, 820); // the markers stand behind the logs
+    dialog.show();
+    dialog.selectWell(wells.at(wells.size() / 2).key);
+    QCoreApplication::processEvents();
+    pictures->save(&dialog, QStringLiteral("workbench-wells.png"));
+}
+
+/// The wells that the files beside a demo survey would make in a new one.
+void drawNewWells(const QString &survey, base::Asker &asker, PictureFolder *pictures)
+{
+    const QDir inputs(survey + QStringLiteral("/Import"));
+    QStringList files;
+    for (const QString &name : inputs.entryList({QStringLiteral("*.las")}, QDir::Files))
+        files.append(inputs.filePath(name));
+    const QTemporaryDir folder;
+    const QString empty = folder.filePath(QStringLiteral("survey"));
+    if (files.isEmpty() || !survey::createSurvey(empty, {}).ok())
+        return;
+    survey::SurveyStore store(empty);
+    workbench::NewWellsDialog dialog(store, asker, {});
+    dialog.resize(1160, 460);
+    dialog.addFiles(files);
+    dialog.show();
+    pictures->save(&dialog, QStringLiteral("workbench-las.png"));
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -362,6 +398,8 @@ int main(int argc, char *argv[])
         return 1;
     printMessages(window);
     pictures.save(&window, QStringLiteral("workbench.png"));
+    drawManagedWells(host, asker, &pictures);
+    drawNewWells(QFile::decodeName(argv[1]), asker, &pictures);
     QAction *action = pluginAction(window.utilitiesMenu());
     if (!action) {
         printMissingPlugin(loader, folders);

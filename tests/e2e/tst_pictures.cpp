@@ -44,9 +44,10 @@ private slots:
         QVERIFY(run.hasEnded);
         QCOMPARE(run.exitCode, 0);
         QCOMPARE(run.errors, QString());
-        for (const char *name : {"workbench.png", "launcher.png", "mainwindow.png", "template-editor.png",
-                                 "template-new.png", "template-editor-dark.png", "template-new-dark.png",
-                                 "correlation.png", "correlation-flattened.png", "correlation-feet.png"}) {
+        for (const char *name :
+             {"workbench.png", "workbench-wells.png", "launcher.png", "mainwindow.png", "template-editor.png",
+              "template-new.png", "template-editor-dark.png", "template-new-dark.png", "correlation.png",
+              "correlation-flattened.png", "correlation-feet.png"}) {
             const QString file = pictures() + '/' + name;
             QVERIFY2(run.output.contains(file), name);
             QVERIFY2(!QImage(file).isNull(), name);
