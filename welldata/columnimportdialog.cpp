@@ -14,6 +14,7 @@
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QIntValidator>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
@@ -134,6 +135,14 @@ void ColumnImportDialog::browseBtnClicked()
     m_path->setText(path);
     m_shownPath.clear(); // it may have changed since it was shown
     showFile();
+}
+
+// Enter behind a path has shown the file: its columns are to be looked at before they replace what the well has.
+void ColumnImportDialog::keyPressEvent(QKeyEvent *event)
+{
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!isEnter || !m_path->hasFocus())
+        QDialog::keyPressEvent(event);
 }
 
 // What cannot be read shows nothing; the import tells.

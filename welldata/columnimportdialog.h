@@ -63,6 +63,7 @@ protected:
     /// Stores what was read, at least one line. False when nothing was stored; the user knows why. Boxes may delete
     /// the dialog.
     virtual bool store(const welldata::ColumnFile &file) = 0;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void build();

@@ -335,6 +335,23 @@ private slots:
         QCOMPARE(m->storedNames(m->key1), QStringList({"Typed"}));
         QVERIFY(!watched || !watched->isVisible());
     }
+    // Nobody has seen yet which columns of the file are chosen, and an import replaces what the well has.
+    void enterBehindATypedPathOnlyShowsTheFile()
+    {
+        const QStringList before = m->storedNames(m->key1);
+        for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+            ColumnImportDialog *dialog = m->openImport(m->markers(), QString());
+            dialog->activateWindow();
+            QTRY_COMPARE(QApplication::activeWindow(), static_cast<QWidget *>(dialog));
+            line(dialog, "fileEdit")->setFocus();
+            QTest::keyClicks(line(dialog, "fileEdit"), m->writeInput("Typed\t1\n"));
+            QTest::keyClick(line(dialog, "fileEdit"), Qt::Key(key));
+            QCOMPARE(F::find<QPlainTextEdit>(dialog, "fileText")->toPlainText(), QString("Typed\t1\n"));
+            QVERIFY(dialog->isVisible());
+            QCOMPARE(m->storedNames(m->key1), before);
+            delete dialog;
+        }
+    }
 
     // Real files: tops and picks as companies and agencies hand them out.
     void realFilesAreImported()
