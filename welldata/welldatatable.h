@@ -92,4 +92,5 @@ private:
     int m_madeCells = 0;
     bool m_isWriting = false; ///< the table writes its own cells
     bool m_isMovedByKey = false;
+    bool m_isMoving = false; ///< Qt makes another cell the current one
 };

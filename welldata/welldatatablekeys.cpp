@@ -108,6 +108,10 @@ bool WellDataTable::clipboardKeyPressed(const QKeyEvent *event, bool isInLine)
 
 void WellDataTable::keyPressEvent(QKeyEvent *event)
 {
+    if (state() == EditingState) { // what the line of a name left over: Enter, which closes the line afterwards
+        QTableWidget::keyPressEvent(event);
+        return;
+    }
     const int row = currentRow();
     const int column = currentColumn();
     const bool isColor = column >= 0 && kind(column) == CellKind::Color;
@@ -127,12 +131,14 @@ void WellDataTable::currentChanged(const QModelIndex &current, const QModelIndex
 {
     if (m_isMovedByKey && current.isValid())
         makeCells(current.row());
+    const QScopedValueRollback<bool> moving(m_isMoving, true);
     QTableWidget::currentChanged(current, previous);
     if (m_isMovedByKey)
         selectText(cellWidget(current.row(), current.column()));
 }
 
-// A name that was typed is left to the cell where the key leads.
+// A name that was typed is left to the cell where the key leads. A line that Qt closes since the current cell is another
+// one already leads nowhere: a second move within the first would destroy the indexes that Qt holds.
 void WellDataTable::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint)
 {
     const int row = currentRow();
@@ -140,6 +146,8 @@ void WellDataTable::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditH
     const bool isNext = hint == QAbstractItemDelegate::EditNextItem;
     const bool isPrevious = hint == QAbstractItemDelegate::EditPreviousItem;
     QTableWidget::closeEditor(editor, isNext || isPrevious ? QAbstractItemDelegate::NoHint : hint);
+    if (m_isMoving)
+        return;
     if (isNext)
         walk(row, column, Qt::Key_Tab);
     else if (isPrevious)

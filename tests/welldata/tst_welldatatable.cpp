@@ -78,6 +78,33 @@ private slots:
         QTRY_COMPARE(F::name(m->markers(), 0), QString("Top"));
         QCOMPARE(at(), qMakePair(1, 0));
     }
+    void enterBehindATypedNameGoesOneRowDown()
+    {
+        table()->setFocus();
+        table()->setCurrentCell(0, 0);
+        paste("A\t100\nB\t110\nC\t120\nD\t130\nE\t140\nF\t150\n");
+        table()->setCurrentCell(1, 0);
+        for (int row = 1; row < 4; ++row) {
+            typeText("Typed");
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+            QCoreApplication::processEvents();
+            QCOMPARE(at(), qMakePair(row + 1, 0));
+            QCOMPARE(F::name(m->markers(), row), QString("Typed"));
+        }
+        QCOMPARE(F::name(m->markers(), 4), QString("E"));
+    }
+    void anotherCellTakesATypedNameAndStaysTheCurrentOne()
+    {
+        table()->setFocus();
+        table()->setCurrentCell(0, 0);
+        paste("A\t100\nB\t110\nC\t120\nD\t130\nE\t140\nF\t150\n");
+        table()->setCurrentCell(0, 0);
+        typeText("Typed");
+        table()->setCurrentCell(3, 0);
+        QCoreApplication::processEvents();
+        QCOMPARE(at(), qMakePair(3, 0));
+        QCOMPARE(F::name(m->markers(), 0), QString("Typed"));
+    }
     void theWholeMarkerIsTypedWithTheKeyboard()
     {
         F::click(m->markers(), "addButton");
