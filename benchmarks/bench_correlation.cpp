@@ -2,7 +2,6 @@
 
 #include "benchsupport.h"
 
-#include "base/asker.h"
 #include "correlation/correlationdisplaywidget.h"
 #include "correlation/correlationstore.h"
 #include "correlation/correlationview.h"
@@ -24,7 +23,6 @@
 #include <algorithm>
 #include <map>
 #include <memory>
-#include <random>
 
 namespace {
 
@@ -36,31 +34,9 @@ constexpr int zoneCount = 5;
 constexpr float depthRange = 5000;
 constexpr QSize windowSize{1920, 1080};
 
-class SilentAsker : public base::Asker
-{
-public:
-    base::BoxButton show(const base::Box &box) override { return box.buttons.first(); }
-};
-
 QString logName(int log)
 {
     return QStringLiteral("CURVE_%1").arg(log);
-}
-
-host::LogData makeLog(int log, int samples)
-{
-    std::mt19937 random(static_cast<unsigned>(log));
-    std::normal_distribution<float> normal;
-    host::LogData data;
-    data.name = logName(log);
-    data.unit = QStringLiteral("gapi");
-    float value = 75;
-    for (int i = 0; i < samples; ++i) {
-        data.depths.append(depthRange * static_cast<float>(i) / static_cast<float>(samples));
-        value = std::min(std::max(value + normal(random), 1.0F), 149.0F);
-        data.values.append(value);
-    }
-    return data;
 }
 
 /// A launch on a survey of wells with 18 logs each, and the correlation "Bench" of all of them.
@@ -80,7 +56,7 @@ public:
         m_host.setSurvey(survey);
         const QString key = m_host.wells().list().value.first().key;
         for (int log = 0; log < logCount; ++log)
-            if (!m_host.wells().writeLog(key, makeLog(log, samples)).ok())
+            if (!m_host.wells().writeLog(key, bench::makeLog(logName(log), log, samples, depthRange)).ok())
                 qFatal("cannot write a log");
         copyLogs(survey + QStringLiteral("/WellInfo/"), wells);
         m_launch.catalogue.build();
@@ -154,7 +130,7 @@ private:
     }
 
     workbench::WorkbenchHost m_host;
-    SilentAsker m_asker;
+    bench::SilentAsker m_asker;
     ProjectData m_launch;
 };
 

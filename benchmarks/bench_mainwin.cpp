@@ -2,7 +2,6 @@
 
 #include "benchsupport.h"
 
-#include "base/asker.h"
 #include "datastore/projectdata.h"
 #include "datastore/projectseeds.h"
 #include "mainwin/mainwindow.h"
@@ -14,12 +13,6 @@
 #include <memory>
 
 namespace {
-
-class SilentAsker : public base::Asker
-{
-public:
-    base::BoxButton show(const base::Box &box) override { return box.buttons.first(); }
-};
 
 /// A launch on a generated survey of so many wells, each with 20 logs and 10 markers.
 struct Launch
@@ -38,7 +31,7 @@ struct Launch
         launch.project.globalTemplateNames = globalTemplateNames(launch.project);
     }
     workbench::WorkbenchHost host;
-    SilentAsker asker;
+    bench::SilentAsker asker;
     ProjectData launch;
 };
 

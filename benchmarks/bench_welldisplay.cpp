@@ -2,7 +2,6 @@
 
 #include "benchsupport.h"
 
-#include "base/asker.h"
 #include "datastore/projectdata.h"
 #include "logview/welldisplaywidget.h"
 #include "logview/welllogsscene.h"
@@ -17,7 +16,6 @@
 #include <algorithm>
 #include <map>
 #include <memory>
-#include <random>
 
 namespace {
 
@@ -26,31 +24,9 @@ constexpr int curvesPerTrack = 3;
 constexpr int logCount = trackCount * curvesPerTrack;
 constexpr float depthRange = 990; // of the generated well
 
-class SilentAsker : public base::Asker
-{
-public:
-    base::BoxButton show(const base::Box &box) override { return box.buttons.first(); }
-};
-
 QString logName(int log)
 {
     return QStringLiteral("LOG_%1").arg(log);
-}
-
-host::LogData makeLog(int log, int samples)
-{
-    std::mt19937 random(static_cast<unsigned>(log));
-    std::normal_distribution<float> normal;
-    host::LogData data;
-    data.name = logName(log);
-    data.unit = QStringLiteral("gapi");
-    float value = 75;
-    for (int i = 0; i < samples; ++i) {
-        data.depths.append(depthRange * static_cast<float>(i) / static_cast<float>(samples));
-        value = std::min(std::max(value + normal(random), 1.0F), 149.0F);
-        data.values.append(value);
-    }
-    return data;
 }
 
 /// A launch on a survey with one well of 24 logs, and a template of 8 tracks with 3 curves each and two fills.
@@ -68,7 +44,7 @@ public:
         m_host.setSurvey(bench::generatedSurvey(size));
         const QString key = m_host.wells().list().value.first().key;
         for (int log = 0; log < logCount; ++log)
-            if (!m_host.wells().writeLog(key, makeLog(log, samples)).ok())
+            if (!m_host.wells().writeLog(key, bench::makeLog(logName(log), log, samples, depthRange)).ok())
                 qFatal("cannot write a log");
         m_launch.catalogue.build();
         openProject(m_host, &m_launch.project);
@@ -116,7 +92,7 @@ private:
     }
 
     workbench::WorkbenchHost m_host;
-    SilentAsker m_asker;
+    bench::SilentAsker m_asker;
     ProjectData m_launch;
 };
 

@@ -13,6 +13,7 @@
 #include <chrono>
 #include <malloc.h>
 #include <memory>
+#include <random>
 #include <vector>
 
 namespace bench {
@@ -117,6 +118,22 @@ void writePlain(const QString &path, const QByteArray &bytes, qint64 fileSize)
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()
         || (fileSize > bytes.size() && !file.resize(fileSize)))
         qFatal("Cannot write %s", qUtf8Printable(path));
+}
+
+host::LogData makeLog(const QString &name, int seed, int samples, float depthRange)
+{
+    std::mt19937 random(static_cast<unsigned>(seed));
+    std::normal_distribution<float> normal;
+    host::LogData data;
+    data.name = name;
+    data.unit = QStringLiteral("gapi");
+    float value = 75;
+    for (int i = 0; i < samples; ++i) {
+        data.depths.append(depthRange * static_cast<float>(i) / static_cast<float>(samples));
+        value = std::min(std::max(value + normal(random), 1.0F), 149.0F);
+        data.values.append(value);
+    }
+    return data;
 }
 
 size_t heapBytes()

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "base/asker.h"
+#include "host/hostrecords.h"
+
 #include <benchmark/benchmark.h>
 
 #include <QByteArray>
@@ -28,6 +31,17 @@ QString generatedSurvey(const SurveySize &size);
 
 /// Plain writing for test data, without the product's guarantees.
 void writePlain(const QString &path, const QByteArray &bytes, qint64 fileSize = -1);
+
+/// A log in gapi whose values wander between 1 and 149, at even depths from 0 to before \a depthRange. The same \a seed
+/// gives the same log.
+host::LogData makeLog(const QString &name, int seed, int samples, float depthRange);
+
+/// Answers each box with its first button and shows nothing.
+class SilentAsker : public base::Asker
+{
+public:
+    base::BoxButton show(const base::Box &box) override { return box.buttons.first(); }
+};
 
 /// Bytes on the heap now.
 size_t heapBytes();
