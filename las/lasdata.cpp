@@ -9,22 +9,40 @@
 
 namespace las {
 
-void DataColumns::Column::append(double value, double nullValue)
+namespace {
+
+constexpr size_t tokensInLastRows = 4096; // 32 kB, which stay in the processor's nearest memory
+
+} // namespace
+
+void DataColumns::Column::append(const double *added, int count, size_t stride, double nullValue)
 {
-    // Odd at first sight, but prescribed: the first value is a maximum only, and a value that lowers the
-    // minimum is not tested against the maximum.
-    if (values.isEmpty()) {
+    const int before = values.size();
+    values.resize(before + count);
+    double *at = values.data() + before;
+    double *const end = at + count;
+    if (before == 0 && at < end) {
+        // Odd at first sight, but prescribed: the first value is a maximum only, and a value that lowers the
+        // minimum is not tested against the maximum.
         minimum = 1e8;
-        maximum = value;
-    } else if (minimum > value && value - nullValue > 0.1) {
-        minimum = value;
-    } else if (value > maximum) {
-        maximum = value;
+        maximum = *at++ = *added;
+        added += stride;
     }
-    values.append(value);
+    double lowest = minimum;
+    double highest = maximum;
+    for (; at < end; added += stride) {
+        const double value = *added;
+        *at++ = value;
+        if (lowest > value && value - nullValue > 0.1)
+            lowest = value;
+        else if (value > highest)
+            highest = value;
+    }
+    minimum = lowest;
+    maximum = highest;
 }
 
-const char *DataColumns::readLine(const char *begin, const char *end, Encoding encoding, double nullValue)
+const char *DataColumns::readLine(const char *begin, const char *end, Encoding encoding)
 {
     if (begin < end && *begin == '#')
         return base::lineStop(begin, end);
@@ -34,7 +52,7 @@ const char *DataColumns::readLine(const char *begin, const char *end, Encoding e
     m_hasSurplus = false;
     const char *at = begin;
     while (true) {
-        while (at < end && base::isSpace(*at) && !base::isLineEnd(*at))
+        while (at < end && (*at == ' ' || (base::isSpace(*at) && !base::isLineEnd(*at))))
             ++at;
         if (at == end || base::isLineEnd(*at))
             break;
@@ -48,12 +66,13 @@ const char *DataColumns::readLine(const char *begin, const char *end, Encoding e
         const bool whole = number.ptr == end || base::isSpace(*number.ptr);
         if (number.ec == std::errc() && whole && std::isfinite(value)) {
             at = number.ptr;
-            m_columns[token++].append(value, nullValue);
+            m_lastRows.push_back(value);
+            ++token;
         } else {
             const char *stop = at;
             while (stop < end && !base::isSpace(*stop))
                 ++stop;
-            appendUnusualToken(at, stop, encoding, nullValue, token);
+            appendUnusualToken(at, stop, encoding, token);
             at = stop;
         }
     }
@@ -66,12 +85,31 @@ const char *DataColumns::readLine(const char *begin, const char *end, Encoding e
         ++m_unevenRows;
     if (m_isDepthUnreadable)
         m_unreadableDepthTokens = std::max(m_unreadableDepthTokens, token);
+    if (m_lastRows.size() >= tokensInLastRows)
+        moveRowsToColumns();
     return at;
 }
 
+void DataColumns::moveRowsToColumns()
+{
+    const auto first = m_tokenCounts.begin() + static_cast<std::ptrdiff_t>(m_rowsInColumns);
+    const auto last = m_tokenCounts.end();
+    m_rowsInColumns = m_tokenCounts.size();
+    const double *row = m_lastRows.data();
+    if (first != last && std::all_of(first, last, [first](int count) { return count == *first; })) {
+        const auto columns = static_cast<size_t>(*first);
+        for (size_t i = 0; i < columns; ++i)
+            m_columns[i].append(row + i, static_cast<int>(last - first), columns, m_nullValue);
+    } else {
+        for (auto count = first; count != last; ++count)
+            for (int i = 0; i < *count; ++i)
+                m_columns[static_cast<size_t>(i)].append(row++, 1, 0, m_nullValue);
+    }
+    m_lastRows.clear();
+}
+
 /// A token with a sign "+", text, or bytes above 0x7F, among which may be white space (a no-break space).
-void DataColumns::appendUnusualToken(const char *begin, const char *end, Encoding encoding, double nullValue,
-                                     size_t &token)
+void DataColumns::appendUnusualToken(const char *begin, const char *end, Encoding encoding, size_t &token)
 {
     const auto append = [&](std::optional<double> number) {
         if (token == m_columns.size()) {
@@ -80,7 +118,8 @@ void DataColumns::appendUnusualToken(const char *begin, const char *end, Encodin
         }
         if (token == 0)
             m_isDepthUnreadable = !number;
-        m_columns[token++].append(number.value_or(0.0), nullValue);
+        m_lastRows.push_back(number.value_or(0.0));
+        ++token;
     };
     if (std::all_of(begin, end, [](char c) { return static_cast<signed char>(c) >= 0; })) {
         append(base::parseNumber(begin, end));
@@ -110,6 +149,7 @@ void DataColumns::reserveRows(qint64 bytesLeft, qint64 lineLength, size_t tokens
 
 void DataColumns::moveTo(QVector<LogCurveData> &curves, int firstCurve)
 {
+    moveRowsToColumns();
     QVector<double> depths;
     const int count = std::min(static_cast<int>(m_columns.size()), curves.size() - firstCurve);
     for (int i = 0; i < count; ++i) {

@@ -148,7 +148,7 @@ public:
         m_section.firstCurve = m_firstUnused;
         m_section.curveCount = m_info.curves.size() - m_firstUnused;
         m_firstUnused = m_info.curves.size();
-        m_columns = las::DataColumns(m_section.curveCount);
+        m_columns = las::DataColumns(m_section.curveCount, m_info.nullValue);
         ++m_info.dataSectionCount;
     }
 
@@ -161,7 +161,7 @@ public:
                 ++m_info.rowsWithoutCurves;
             return stop;
         }
-        const char *stop = m_columns.readLine(at, end, m_info.lines.encoding(), m_info.nullValue);
+        const char *stop = m_columns.readLine(at, end, m_info.lines.encoding());
         if (m_section.firstRowLine == 0 && m_columns.rowCount() > 0)
             m_section.firstRowLine = lineNumber;
         return stop;

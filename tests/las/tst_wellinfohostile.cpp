@@ -63,6 +63,7 @@ private slots:
     void millionTitles();
     void millionCurves();
     void manyLengths();
+    void longSections();
     void endlessFiles();
 
 private:
@@ -349,6 +350,35 @@ void TestWellInfoHostile::manyLengths()
     QCOMPARE(info.curves.at(0).values.size(), 501000);
     QCOMPARE(info.curves.at(1).depths.size(), 999);
     QCOMPARE(info.curves.at(999).depths, QVector<double>{1});
+}
+
+/// Rows are taken into the columns some thousand tokens at a time: short and long rows at all places among them,
+/// lowest and highest values that come late, and a second section with another null value.
+void TestWellInfoHostile::longSections()
+{
+    std::mt19937 random(5);
+    const auto below = [&random](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    for (int run = 0; run < 20; ++run) {
+        QByteArray bytes;
+        const int chanceOfUneven = run % 2 == 0 ? 2000 : 20;
+        for (const char *null : {"-999.25", "-20"}) {
+            bytes += "~W\nNULL. " + QByteArray(null) + " :\n~C\n";
+            const int curves = 1 + below(5);
+            for (int i = 0; i < curves; ++i)
+                bytes += "C. :\n";
+            bytes += "~A\n";
+            const int rows = below(6000);
+            for (int row = 0; row < rows; ++row) {
+                const int tokens = below(chanceOfUneven) == 0 ? below(8) : curves;
+                for (int i = 0; i < tokens; ++i)
+                    bytes += below(100) == 0 ? QByteArray(null) + ' '
+                                             : QByteArray::number((below(200) - 100) * (1 + row / 1000)) + ' ';
+                bytes += '\n';
+            }
+        }
+        const QString problem = differs(bytes);
+        QVERIFY2(problem.isEmpty(), qPrintable(QStringLiteral("run %1: %2").arg(run).arg(problem)));
+    }
 }
 
 void TestWellInfoHostile::endlessFiles()
