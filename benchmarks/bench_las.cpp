@@ -119,7 +119,7 @@ void parse(benchmark::State &state)
         });
     state.counters["MB_per_s"] =
         1e-6 * static_cast<double>(QFile(path).size()) / (1e-3 * state.counters["subject_ms"]);
-    state.SetLabel("reference: read and std::from_chars of every token, subject: WellInfo::load; at most 2");
+    state.SetLabel("reference: read and std::from_chars of every token, subject: WellInfo::load; at most 1.2");
 }
 BENCHMARK(parse)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(7);
 
