@@ -106,8 +106,9 @@ const QRegularExpression fontOfALiteral(QStringLiteral("\\bQFont\\b[^;]*\\(\\s*Q
                                                        "|\\bsetFamily\\s*\\(\\s*QStringLiteral"));
 
 // What lets other code of ours run before it returns. Menus that are popped up, and Qt's own loops, do not.
-const QRegularExpression handlesEvents(QStringLiteral("(\\.|->)exec\\s*\\(|\\bprocessEvents\\s*\\("
-                                                      "|\\bQ(File|Color|Input|Font)Dialog::get|\\bQEventLoop\\b(?!::)"));
+const QRegularExpression
+    handlesEvents(QStringLiteral("(\\.|->)exec\\s*\\(|\\bprocessEvents\\s*\\("
+                                 "|\\bQ(File|Color|Input|Font)Dialog::get|\\bQEventLoop\\b(?!::)"));
 const QRegularExpression standsNested(QStringLiteral("\\bNestedEvents\\b"));
 
 bool isOfThePlugin(const Source &source)
@@ -144,8 +145,8 @@ QStringList allowedFolders(const QString &folder)
 
 const QRegularExpression includeLine(QStringLiteral("^\\s*#\\s*include\\s*[\"<]([^\">]+)[\">]"));
 
-// The first named namespace of a file that is neither its folder's nor its own, but for blocks that only announce
-// classes.
+// The first named namespace of a file that is neither its folder's (a program of several files has a folder of its own)
+// nor its own, but for blocks that only announce classes.
 QString foreignNamespace(const Source &source)
 {
     static const QRegularExpression opening(QStringLiteral("^namespace (\\w+)(::\\w+)* \\{"));
@@ -153,7 +154,9 @@ QString foreignNamespace(const Source &source)
     const QString own = source.folder.section(QLatin1Char('/'), -1);
     for (int i = 0; i < source.lines.size(); ++i) {
         const QString name = opening.match(source.lines.at(i)).captured(1);
-        if (name.isEmpty() || name == own || source.path.contains(QLatin1Char('/') + name + QLatin1Char('.')))
+        if (name.isEmpty() || name == own || source.path.contains(QLatin1Char('/') + name + QLatin1Char('.'))
+            || (source.folder == QLatin1String("programs")
+                && source.path.contains(QLatin1Char('/') + name + QLatin1Char('/'))))
             continue;
         int line = i + 1;
         while (line < source.lines.size() && announcement.match(source.lines.at(line)).hasMatch())
@@ -315,7 +318,7 @@ void TestSourceRules::nothingReadsOrWritesNumbersByTheLocale()
     QStringList found = linesMatching(m_sources, obeysTheLocale, {});
     // Names on the command line are in the user's encoding; the application object would set the same locale.
     const QRegularExpression programStart(
-        QStringLiteral("^programs/workbench\\.cpp:\\d+: std::setlocale\\(LC_ALL, \"\"\\)"));
+        QStringLiteral("^programs/(workbench|batch/main)\\.cpp:\\d+: std::setlocale\\(LC_ALL, \"\"\\)"));
     for (int i = found.size(); i-- > 0;)
         if (programStart.match(found.at(i)).hasMatch())
             found.removeAt(i);

@@ -1,0 +1,265 @@
+#include "programs/batch/arguments.h"
+
+#include "base/numbers.h"
+#include "programs/batch/command.h"
+
+#include <algorithm>
+
+namespace batch {
+
+namespace {
+
+bool isOption(const QString &word)
+{
+    return word.startsWith(QLatin1String("--"));
+}
+
+QString optionName(const QString &word)
+{
+    return word.section(QLatin1Char('='), 0, 0);
+}
+
+/// Why a word is not what its rule asks for; empty when it is. \a what names the option or operand.
+QString wordProblem(const WordRule &rule, const QString &word, const QString &what)
+{
+    if (word.isEmpty())
+        return QStringLiteral("%1 is empty.").arg(what);
+    if (word.contains(QChar::Null))
+        return QStringLiteral("%1 holds a character that no name has.").arg(what);
+    if (rule.kind == WordKind::Choice)
+        return rule.choices.contains(word)
+            ? QString()
+            : QStringLiteral("%1 is one of %2, not \"%3\".").arg(what, rule.choices.join(QStringLiteral(", ")), word);
+    if (rule.kind != WordKind::Number && rule.kind != WordKind::Count)
+        return {};
+    const bool isCount = rule.kind == WordKind::Count;
+    const std::optional<double> number = base::parseNumber(word.toUtf8());
+    if (!number || (isCount && !base::parseInteger(word.toUtf8())))
+        return QStringLiteral("%1 is a %2number, not \"%3\".")
+            .arg(what, isCount ? QStringLiteral("whole ") : QString(), word);
+    const auto shown = [](double value) { return QString::fromLatin1(base::formatPlain(value)); };
+    if (*number < rule.lowest)
+        return QStringLiteral("%1 is no less than %2, not \"%3\".").arg(what, shown(rule.lowest), word);
+    if (*number > rule.highest)
+        return QStringLiteral("%1 is no more than %2, not \"%3\".").arg(what, shown(rule.highest), word);
+    return {};
+}
+
+/// Reads the words behind the name of one command.
+class Reader
+{
+public:
+    Reader(const Command &command, const QStringList &words)
+        : m_command(command)
+        , m_options(options(command))
+        , m_rest(words)
+    {
+    }
+
+    CommandLine read();
+
+private:
+    void refuse(const QString &error)
+    {
+        if (m_line.action != CommandLine::Action::Run)
+            return;
+        m_line.action = CommandLine::Action::Refuse;
+        m_line.error = error;
+    }
+    void readOption(const QString &word);
+    void addValue(const Option &option, const QString &value);
+    void addOperand(const QString &word);
+    void checkComplete();
+
+    const Command &m_command;
+    QVector<Option> m_options;
+    QStringList m_rest;
+    CommandLine m_line;
+};
+
+void Reader::addValue(const Option &option, const QString &value)
+{
+    QStringList values{value};
+    if (option.isList)
+        values = value.split(QLatin1Char(','), Qt::KeepEmptyParts);
+    for (QString &word : values) {
+        if (option.isList)
+            word = word.trimmed();
+        const QString problem =
+            wordProblem(option.rule, word, QStringLiteral("%1 of the option %2").arg(option.value, option.name));
+        if (!problem.isEmpty())
+            refuse(problem);
+    }
+    m_line.arguments.addOption(option.name, values);
+}
+
+void Reader::readOption(const QString &word)
+{
+    const QString name = optionName(word);
+    const bool hasValue = word.contains(QLatin1Char('='));
+    if (name == QLatin1String("--help") && !hasValue) {
+        m_line.action = CommandLine::Action::ShowHelp;
+        return;
+    }
+    const auto found = std::find_if(m_options.cbegin(), m_options.cend(),
+                                    [&name](const Option &option) { return option.name == name; });
+    if (found == m_options.cend()) {
+        refuse(QStringLiteral("The command \"%1\" has no option \"%2\".").arg(m_command.name, name));
+        return;
+    }
+    if (m_line.arguments.has(name) && !found->isRepeatable)
+        refuse(QStringLiteral("The option %1 can be given once only.").arg(name));
+    if (found->value.isEmpty()) {
+        if (hasValue)
+            refuse(QStringLiteral("The option %1 takes no value.").arg(name));
+        m_line.arguments.addOption(name, {});
+        return;
+    }
+    if (hasValue)
+        addValue(*found, word.mid(name.size() + 1));
+    else if (m_rest.isEmpty() || isOption(m_rest.first()))
+        refuse(QStringLiteral("The option %1 needs a value (%2).").arg(name, found->value));
+    else
+        addValue(*found, m_rest.takeFirst());
+}
+
+void Reader::addOperand(const QString &word)
+{
+    const int index = m_line.arguments.operands().size();
+    const bool isFurther = index >= m_command.operands.size();
+    if (isFurther && (m_command.operands.isEmpty() || !m_command.operands.last().isRepeatable)) {
+        refuse(QStringLiteral("The command \"%1\" takes no further word: \"%2\".").arg(m_command.name, word));
+        return;
+    }
+    const Operand &operand = isFurther ? m_command.operands.last() : m_command.operands.at(index);
+    const QString problem = wordProblem(operand.rule, word, operand.name);
+    if (!problem.isEmpty())
+        refuse(problem);
+    m_line.arguments.addOperand(word);
+}
+
+void Reader::checkComplete()
+{
+    const int given = m_line.arguments.operands().size();
+    if (given < m_command.operands.size() && !m_command.operands.at(given).isOptional)
+        refuse(QStringLiteral("The command \"%1\" needs %2.").arg(m_command.name, m_command.operands.at(given).name));
+    for (const Option &option : qAsConst(m_options))
+        if (option.isRequired && !m_line.arguments.has(option.name))
+            refuse(QStringLiteral("The command \"%1\" needs the option %2.").arg(m_command.name, option.name));
+    if (m_line.action == CommandLine::Action::Run && m_command.problem)
+        if (const QString problem = m_command.problem(m_line.arguments); !problem.isEmpty())
+            refuse(problem);
+}
+
+CommandLine Reader::read()
+{
+    m_line.command = &m_command;
+    bool optionsEnded = false;
+    // Who asks for help gets it, whatever else is wrong.
+    const int end = m_rest.indexOf(QStringLiteral("--"));
+    if (m_rest.mid(0, end).contains(QStringLiteral("--help"))) {
+        m_line.action = CommandLine::Action::ShowHelp;
+        return m_line;
+    }
+    while (!m_rest.isEmpty() && m_line.action == CommandLine::Action::Run) {
+        const QString word = m_rest.takeFirst();
+        if (!optionsEnded && word == QLatin1String("--"))
+            optionsEnded = true;
+        else if (!optionsEnded && isOption(word))
+            readOption(word);
+        else
+            addOperand(word);
+    }
+    checkComplete();
+    return m_line;
+}
+
+/// How many words a common option in front of the command takes; 0 for what is none.
+int commonOptionSize(const QStringList &words, int at, const QVector<Command> &commands)
+{
+    const QString name = optionName(words.at(at));
+    for (const Command &command : commands)
+        for (const Option &option : options(command))
+            if (option.name == name)
+                return option.value.isEmpty() || words.at(at).contains(QLatin1Char('=')) ? 1 : 2;
+    return 0;
+}
+
+CommandLine refused(const QString &error)
+{
+    CommandLine line;
+    line.action = CommandLine::Action::Refuse;
+    line.error = error;
+    return line;
+}
+
+CommandLine withoutCommand(const QStringList &words)
+{
+    CommandLine line;
+    if (words.isEmpty())
+        return refused(QStringLiteral("A command is missing."));
+    if (words.first() == QLatin1String("--version"))
+        line.action = CommandLine::Action::ShowVersion;
+    else if (words.contains(QStringLiteral("--help")))
+        line.action = CommandLine::Action::ShowHelp;
+    else
+        return refused(QStringLiteral("A command is missing."));
+    return line;
+}
+
+} // namespace
+
+std::optional<double> Arguments::number(const QString &option) const
+{
+    return has(option) ? base::parseNumber(value(option)) : std::nullopt;
+}
+
+int Arguments::count(const QString &option, int otherwise) const
+{
+    return base::parseInteger(value(option).toUtf8()).value_or(otherwise);
+}
+
+CommandLine parseCommandLine(const QStringList &arguments, const QVector<Command> &commands)
+{
+    int at = 0;
+    while (at < arguments.size() && isOption(arguments.at(at))) {
+        const QString &word = arguments.at(at);
+        if (word == QLatin1String("--help") || word == QLatin1String("--version"))
+            return withoutCommand(arguments.mid(at));
+        const int size = commonOptionSize(arguments, at, commands);
+        if (size == 0)
+            return refused(QStringLiteral("Unknown option \"%1\".").arg(word));
+        at += size;
+    }
+    if (at >= arguments.size())
+        return withoutCommand({});
+    const QString first = arguments.at(at);
+    const QString both = first + QLatin1Char(' ') + arguments.value(at + 1);
+    bool isFamily = false;
+    for (const Command &command : commands) {
+        isFamily = isFamily || command.name.startsWith(first + QLatin1Char(' '));
+        if (command.name == first || command.name == both)
+            return Reader(command,
+                          arguments.mid(0, at) + arguments.mid(at + 1 + command.name.count(QLatin1Char(' '))))
+                .read();
+    }
+    if (!isFamily)
+        return refused(QStringLiteral("There is no command \"%1\".").arg(first));
+    CommandLine line = arguments.contains(QStringLiteral("--help"))
+        ? CommandLine()
+        : refused(QStringLiteral("The command \"%1\" needs one more word.").arg(first));
+    if (line.error.isEmpty())
+        line.action = CommandLine::Action::ShowHelp;
+    line.family = first;
+    return line;
+}
+
+QString pairProblem(const QString &option, const QString &text)
+{
+    const int equals = text.indexOf(QLatin1Char('='));
+    return equals > 0 && equals < text.size() - 1
+        ? QString()
+        : QStringLiteral("The option %1 wants two names with \"=\" between them, not \"%2\".").arg(option, text);
+}
+
+} // namespace batch

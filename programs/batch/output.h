@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace batch {
+
+/// Writes all bytes to the standard output. False where they did not get there; a reader that went away is no news to
+/// anybody, of anything else the standard error tells.
+bool printOutput(const QByteArray &bytes);
+
+/// One message on the standard error, behind the program's name, with a line end.
+void printMessage(const QString &text);
+
+/// Sees to it that the three standard streams are open: else the first file that is opened would take the place of one, and
+/// what is printed would land in it. A closed pipe gives an error from now on, and ends nothing.
+void prepareStreams();
+
+} // namespace batch

@@ -1,0 +1,154 @@
+#include "programs/batch/session.h"
+
+#include "datastore/curvegroups.h"
+#include "datastore/projectseeds.h"
+#include "programs/batch/arguments.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QIcon>
+#include <QThread>
+
+#include <utility>
+
+namespace batch {
+
+base::BoxButton UnattendedAsker::show(const base::Box &box)
+{
+    if (box.buttons.contains(base::BoxButton::Yes)) {
+        if (m_isForced)
+            return base::BoxButton::Yes;
+        m_refusals.append(box.text + QStringLiteral("\nNobody is asked here: with --force the answer is \"Yes\"."));
+        return base::BoxButton::No;
+    }
+    if (box.icon == base::BoxIcon::Warning)
+        m_warnings.append(box.text);
+    return base::BoxButton::Ok;
+}
+
+QStringList UnattendedAsker::takeRefusals()
+{
+    return std::exchange(m_refusals, {});
+}
+
+QStringList UnattendedAsker::takeWarnings()
+{
+    return std::exchange(m_warnings, {});
+}
+
+SurveyHost::SurveyHost(const QString &surveyDirectory)
+    : m_store(surveyDirectory)
+{
+}
+
+QString SurveyHost::surveyName() const
+{
+    return QFileInfo(surveyDirectory()).fileName();
+}
+
+// As the workbench: beside the programs.
+QString SurveyHost::setupDataFolder() const
+{
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../share/lorva"));
+}
+
+QString SurveyHost::documentationFolder() const
+{
+    return setupDataFolder() + QStringLiteral("/doc");
+}
+
+QIcon SurveyHost::icon(const QString &) const
+{
+    return {};
+}
+
+int SurveyHost::appendAction(const host::MenuAction &)
+{
+    return 0;
+}
+
+void SurveyHost::removeAction(int)
+{
+}
+
+void SurveyHost::addListener(host::Listener *)
+{
+}
+
+void SurveyHost::removeListener(host::Listener *)
+{
+}
+
+QStringList SurveyHost::takeErrors()
+{
+    return std::exchange(m_errors, {});
+}
+
+Session::Session(const QString &surveyDirectory, const Arguments &arguments)
+    : m_host(surveyDirectory)
+    , m_asker(arguments.has(QStringLiteral("--force")))
+    , m_isForced(arguments.has(QStringLiteral("--force")))
+    , m_isDryRun(arguments.has(QStringLiteral("--dry-run")))
+    , m_jobs(arguments.count(QStringLiteral("--jobs"), qMax(1, QThread::idealThreadCount())))
+{
+}
+
+ProjectData &Session::project()
+{
+    if (m_project)
+        return *m_project;
+    m_project = std::make_unique<ProjectData>(m_host, m_asker);
+    Project &project = m_project->project;
+    project.groupNames = curveGroupNames();
+    project.zoneTypes = zoneTypeNames();
+    project.surveyName = m_host.surveyName();
+    project.setupDataFolder = m_host.setupDataFolder();
+    project.iconFolder = project.setupDataFolder + QStringLiteral("/icons.Default/");
+    project.projectFolder = m_host.surveyDirectory() + QStringLiteral("/WLC");
+    project.globalTemplateNames = globalTemplateNames(project);
+    m_project->catalogue.build();
+    return *m_project;
+}
+
+ProjectData &Session::projectToWrite()
+{
+    ProjectData &data = project();
+    if (!m_isDryRun && !std::exchange(m_isProjectOpen, true)) {
+        openProject(m_host, &data.project);
+        seedProject(data.project.projectFolder);
+        data.project.globalTemplateNames = globalTemplateNames(data.project);
+    }
+    return data;
+}
+
+host::Outcome<host::WellEntry> Session::well(const QString &nameOrKey)
+{
+    const host::Outcome<QVector<host::WellEntry>> wells = store().list();
+    if (!wells.ok())
+        return {{}, wells.error};
+    host::WellEntry found;
+    QStringList keys;
+    for (const host::WellEntry &entry : wells.value) {
+        if (entry.key == nameOrKey)
+            return {entry, {}};
+        if (entry.name != nameOrKey)
+            continue;
+        found = entry;
+        keys.append(entry.key);
+    }
+    if (keys.isEmpty())
+        return {{}, QStringLiteral("The survey has no well \"%1\".").arg(nameOrKey)};
+    if (keys.size() > 1)
+        return {{},
+                QStringLiteral("Several wells are called \"%1\": give the key of one instead (%2).")
+                    .arg(nameOrKey, keys.join(QStringLiteral(", ")))};
+    return {found, {}};
+}
+
+QStringList Session::takeFailures()
+{
+    return m_asker.takeRefusals() + m_asker.takeWarnings() + m_host.takeErrors();
+}
+
+} // namespace batch

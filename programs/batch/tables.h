@@ -1,0 +1,31 @@
+#pragma once
+
+#include "programs/batch/command.h"
+
+/// Short words for the tables of the commands.
+namespace batch {
+
+Field textField(const char *key, const char *heading, const char *help);
+/// \a decimals: for people; -1 for as many as there are.
+Field numberField(const char *key, const char *heading, const char *help, int decimals = -1);
+Field countField(const char *key, const char *heading, const char *help);
+Field flagField(const char *key, const char *heading, const char *help);
+Field textsField(const char *key, const char *heading, const char *help);
+Field recordsField(const char *key, const char *heading, const char *help, const QVector<Field> &fields);
+
+/// An option with a value.
+Option valueOption(const char *name, const char *value, const char *help, const WordRule &rule = {});
+/// An option whose value is several names between commas.
+Option listOption(const char *name, const char *value, const char *help, const WordRule &rule = {});
+/// An option without a value.
+Option switchOption(const char *name, const char *help);
+
+Operand operand(const char *name, const char *help, const WordRule &rule = {});
+/// The operand WELL.
+Operand wellOperand();
+
+WordRule choiceOf(const QStringList &words);
+WordRule countRule(int lowest, int highest);
+WordRule numberRule(double lowest, double highest);
+
+} // namespace batch
