@@ -1,5 +1,6 @@
 #include "las/curvetextwriter.h"
 
+#include "base/madefolders.h"
 #include "base/numbers.h"
 #include "base/safename.h"
 #include "datastore/projectfile.h"
@@ -23,11 +24,15 @@ QByteArray curveText(const QString &wellName, const LogCurveData &log)
 base::WriteResult writeCurveText(const QString &projectFolder, const QString &wellName, const LogCurveData &log)
 {
     const QString folder = projectFolder + QStringLiteral("/Wells/") + base::fileNameFor(wellName);
+    base::MadeFolders made(folder);
     if (!isLinkedAway(projectFolder, folder))
         QDir().mkpath(folder); // the write says what went wrong
     const QString suffix = QStringLiteral(".txt");
     const QString path = folder + QLatin1Char('/') + base::fileNameFor(log.logName, suffix.size()) + suffix;
-    return writeProjectFile(projectFolder, path, curveText(wellName, log));
+    const base::WriteResult result = writeProjectFile(projectFolder, path, curveText(wellName, log));
+    if (result.ok())
+        made.keep();
+    return result;
 }
 
 } // namespace las

@@ -41,18 +41,6 @@ void removeUnfinishedSurveys(const QString &root)
     base::removeHiddenFolders(root, hiddenPrefix);
 }
 
-MadeFolders::MadeFolders(const QString &path)
-{
-    for (QString folder = path; !QFileInfo::exists(folder); folder = QFileInfo(folder).path())
-        m_missing.append(folder);
-}
-
-MadeFolders::~MadeFolders()
-{
-    for (const QString &folder : qAsConst(m_missing))
-        QDir().rmdir(folder);
-}
-
 SurveyPlace::SurveyPlace(const QString &path)
     : m_target(QDir::cleanPath(QDir::current().absoluteFilePath(path)))
     , m_root(QFileInfo(m_target).path())

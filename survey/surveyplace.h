@@ -1,27 +1,14 @@
 #pragma once
 
 #include "base/leftovers.h"
+#include "base/madefolders.h"
 #include "host/hostrecords.h"
 
-#include <QStringList>
+#include <QString>
 
 #include <optional>
 
 namespace survey {
-
-/// Takes away the folders that lead to a path and were missing, as far as they are empty, unless they are kept.
-class MadeFolders
-{
-public:
-    explicit MadeFolders(const QString &path);
-    ~MadeFolders();
-    MadeFolders(const MadeFolders &) = delete;
-    MadeFolders &operator=(const MadeFolders &) = delete;
-    void keep() { m_missing.clear(); }
-
-private:
-    QStringList m_missing;
-};
 
 /// Deletes what is left in a folder of surveys of new ones whose program died before they were put in place.
 void removeUnfinishedSurveys(const QString &root);
@@ -46,7 +33,7 @@ private:
     QString m_target;
     QString m_root;
     bool m_isNewRoot;
-    MadeFolders m_made;
+    base::MadeFolders m_made;
     std::optional<base::HiddenFolder> m_beside; // gone before the folders above it
     QString m_error;
 };

@@ -193,7 +193,7 @@ void TestExportCurvesInAscii::failures()
              text("Some errors while Exporting Well Curves.\nPlease Check file permision."));
     QCOMPARE(f.asker.boxes.first().buttons, QVector<base::BoxButton>{base::BoxButton::Ok});
     QCOMPARE(f.asker.boxes.first().okText, QStringLiteral("Ok"));
-    QVERIFY(QDir(f.path(text("/Wells/A"))).entryList(QDir::Files | QDir::Hidden).isEmpty());
+    QVERIFY(!QFileInfo::exists(f.path(text("/Wells")))); // the folders that were made for them are gone
 }
 
 void TestExportCurvesInAscii::oneFileFailsOthersAreWritten()
