@@ -1,10 +1,10 @@
 #include "correlation/correlationstore.h"
 
 #include "base/folderremoval.h"
+#include "base/folderswap.h"
 #include "datastore/project.h"
 #include "datastore/projectfile.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 namespace correlation {
@@ -50,19 +50,17 @@ std::optional<CorrelationProperties> load(const Project &project, const QString 
 
 base::WriteResult write(const Project &project, const CorrelationProperties &properties)
 {
-    const QString folder = folderOf(project, properties.name);
     const QString path = fileOf(project, properties.name);
     if (!readProjectFile(project.projectFolder, path).mayBeReplaced())
         return {path + QStringLiteral(": what is there cannot be read, and is not written over")};
-    const bool isNew = !QFileInfo::exists(folder);
-    if (isNew && !QDir().mkpath(folder))
-        return {QStringLiteral("The folder %1 cannot be made.").arg(folder)};
-    base::WriteResult result = writeProjectFile(project.projectFolder, path, propertiesBytes(properties));
-    if (!result.ok()) {
+    const QByteArray bytes = propertiesBytes(properties);
+    // A new one appears with its file: a program that dies leaves no correlation without.
+    base::WriteResult result = exists(project, properties.name)
+        ? writeProjectFile(project.projectFolder, path, bytes)
+        : base::replaceFolder(correlationsFolder(project), properties.name,
+                              {{QStringLiteral("properties.txt"), bytes}}, project.projectFolder);
+    if (!result.ok())
         result.error = path + QStringLiteral(": ") + result.error;
-        if (isNew)
-            QDir().rmdir(folder);
-    }
     return result;
 }
 

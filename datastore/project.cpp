@@ -48,6 +48,11 @@ void openProjectFolder(const QString &surveyDirectory, Project *project)
     for (const char *place : {"", "/Correlations", "/CurveGroups", "/Templates", "/Templates/Global", "/DefaultLogs"})
         if (!isLinkedAway(project->projectFolder, project->projectFolder + QLatin1String(place)))
             base::removeLeftovers(project->projectFolder + QLatin1String(place));
+    for (const char *place : {"/Correlations", "/Wells"}) {
+        const QString folder = project->projectFolder + QLatin1String(place);
+        for (const QString &name : subFolderNames(*project, folder))
+            base::removeLeftovers(folder + QLatin1Char('/') + name);
+    }
     project->globalTemplateNames = globalTemplateNames(*project);
 }
 

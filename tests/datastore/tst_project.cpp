@@ -202,6 +202,20 @@ private slots:
         QVERIFY(!QFileInfo::exists(wlc + "/.lorva-swap-abcdef"));
     }
 
+    void leftoversOfWritesGo()
+    {
+        openProject(*m_host, &m_project);
+        const QString wlc = m_host->survey + "/WLC";
+        files::write(wlc + "/Correlations/C/properties.txt", "C\n");
+        files::write(wlc + "/Wells/A/GR.txt", "GR\n");
+        const auto before = files::snapshot(wlc);
+        for (const char *place : {"", "/Correlations", "/Correlations/C", "/CurveGroups", "/Templates", "/Templates/Global",
+                                  "/DefaultLogs", "/Wells/A"})
+            files::write(wlc + place + "/.lorva-abcDEF", "half");
+        openProject(*m_host, &m_project);
+        QCOMPARE(files::snapshot(wlc), before);
+    }
+
     void namesWithADotInFrontAreTemplatesAndOurHiddenFoldersAreNot()
     {
         const QString global = m_host->survey + "/WLC/Templates/Global";
