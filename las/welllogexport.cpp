@@ -3,6 +3,7 @@
 #include "base/asker.h"
 #include "base/keptlooks.h"
 #include "base/labeltext.h"
+#include "base/leftovers.h"
 #include "base/nestedevents.h"
 #include "base/numbervalidator.h"
 #include "base/usersettings.h"
@@ -246,8 +247,10 @@ void WellLogExport::exportBtnClicked()
     const QPointer<WellLogExport> self(this);
     beginRun();
     End end = checkGrids(wells, interval);
-    if (end == End::Finished)
+    if (end == End::Finished) {
+        base::removeLeftovers(m_folderEdit->text()); // of programs that died while they exported
         end = exportWells(wells, interval);
+    }
     if (end == End::Finished && self)
         tellExported();
     if (self)

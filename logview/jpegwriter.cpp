@@ -1,5 +1,9 @@
 #include "logview/jpegwriter.h"
 
+#include "base/leftovers.h"
+
+#include <QFileInfo>
+
 #include <csetjmp>
 #include <cstdio> // jpeglib.h needs it
 
@@ -108,6 +112,7 @@ base::WriteResult JpegWriter::failure() const
 
 base::WriteResult JpegWriter::open(const QString &path, const QSize &size)
 {
+    base::removeLeftovers(QFileInfo(path).path()); // of programs that died while they wrote a picture there
     base::WriteResult result = m_file.open(path);
     if (!result.ok())
         return result;

@@ -1,5 +1,9 @@
 #include "logview/tiffwriter.h"
 
+#include "base/leftovers.h"
+
+#include <QFileInfo>
+
 #include <algorithm>
 #include <tiffio.h>
 
@@ -57,6 +61,7 @@ base::WriteResult TiffWriter::failure() const
 
 base::WriteResult TiffWriter::open(const QString &path, const QSize &size)
 {
+    base::removeLeftovers(QFileInfo(path).path()); // of programs that died while they wrote a picture there
     m_fileResult = m_file.open(path);
     if (!m_fileResult.ok())
         return m_fileResult;

@@ -76,6 +76,7 @@ private slots:
     void cannotCreateTheFile();
     void folderVanishes();
     void failingDisk();
+    void leftoversOfADeadExportGo();
     void badIntervals_data();
     void badIntervals();
     void hugeGridIsRefused();
@@ -140,6 +141,20 @@ void TestWellLogExportFailures::failingDisk()
     QVERIFY(f.boxTexts().first().startsWith(text("Unable to write file ") + f.out("A.las")));
     QVERIFY(f.boxTexts().first().endsWith(text("What was at this place before is unchanged.")));
     QCOMPARE(files::read(f.out("A.las")), QByteArray("old"));
+}
+
+void TestWellLogExportFailures::leftoversOfADeadExportGo()
+{
+    ExportFixture f;
+    f.setUp();
+    f.check(0);
+    f.checkLog(0, 0);
+    files::write(f.out(".lorva-abcDEF"), "half");
+    files::write(f.out(".lorva-other name"), "not of a write");
+    f.startExport();
+    QCOMPARE(f.boxTexts(), QStringList{exportedText});
+    QCOMPARE(QDir(f.out()).entryList(QDir::Files | QDir::Hidden),
+             (QStringList{text(".lorva-other name"), text("A.las")}));
 }
 
 void TestWellLogExportFailures::badIntervals_data()
