@@ -1,6 +1,7 @@
 #include "las/importplan.h"
 
 #include "datastore/storedsample.h"
+#include "las/feet.h"
 #include "las/resampling.h"
 #include "las/showntext.h"
 
@@ -80,6 +81,17 @@ QString gridRefusal(const ImportTab &tab, const ImportOptions &options)
 }
 
 } // namespace
+
+ImportTab importTab(const WellInfo &file, const QString &title, bool convertsFeet)
+{
+    ImportTab tab;
+    tab.file = &file;
+    tab.title = title;
+    tab.metresPerUnit = convertsFeet ? metresPerFeetUnit(file.depthUnit).value_or(1) : 1;
+    tab.startDepth = file.startDepth * tab.metresPerUnit;
+    tab.stopDepth = file.stopDepth * tab.metresPerUnit;
+    return tab;
+}
 
 QString stopReason(const ImportTab &tab, int tabNumber)
 {

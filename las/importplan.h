@@ -33,6 +33,10 @@ struct ImportTab
     QVector<ImportRow> rows;
 };
 
+/// The tab of a loaded file without a well and without rows. \a convertsFeet: of a file in feet, depths are converted to
+/// metres. The file must outlive it.
+ImportTab importTab(const WellInfo &file, const QString &title, bool convertsFeet);
+
 struct ImportOptions
 {
     bool isResampling = false;

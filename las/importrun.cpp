@@ -34,7 +34,7 @@ ImportRun::Well &ImportRun::wellOf(const ImportTab &tab)
     return m_wells.emplace(tab.wellKey, Well{logs, tab.wellName}).first->second;
 }
 
-void ImportRun::write(const ImportTab &tab, const ImportRow &row, const ImportOptions &options)
+LogOutcome ImportRun::write(const ImportTab &tab, const ImportRow &row, const ImportOptions &options)
 {
     ImportedCurve curve = importedCurve(tab, row, options);
     Well &well = wellOf(tab);
@@ -57,6 +57,7 @@ void ImportRun::write(const ImportTab &tab, const ImportRow &row, const ImportOp
         well.failed.append(row.logName);
         break;
     }
+    return outcome;
 }
 
 void ImportRun::release()

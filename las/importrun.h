@@ -18,9 +18,9 @@ public:
     /// \a data must outlive the run.
     explicit ImportRun(ProjectData &data);
 
-    /// Writes the curve of a selected row; refusal() must have been asked. May ask, and throws std::bad_alloc where
-    /// memory is short.
-    void write(const ImportTab &tab, const ImportRow &row, const ImportOptions &options);
+    /// Writes the curve of a selected row and tells what became of it; refusal() must have been asked. May ask, and
+    /// throws std::bad_alloc where memory is short.
+    LogOutcome write(const ImportTab &tab, const ImportRow &row, const ImportOptions &options);
 
     /// Writes the curve groups and makes the host reload the wells. All that is left to do when nobody is there any more
     /// who would look at the catalogue.

@@ -227,6 +227,24 @@ std::vector<Column> columnsOf(const ExportFile &file)
 
 } // namespace
 
+ExportFile exportFile(const WellRecord &well, const QString &wellName, double interval)
+{
+    ExportFile file;
+    file.well = well;
+    file.well.wellName = wellName;
+    file.interval = interval;
+    file.range = ExportRange(well.totalDepth);
+    return file;
+}
+
+bool addLog(ExportFile *file, const LogCurveData &log, bool isResampling)
+{
+    bool isUnsuited = false;
+    file->range.add(log);
+    file->logs.append(isResampling ? exportLog(log, file->interval, &isUnsuited) : ExportLog{log, false});
+    return !isUnsuited;
+}
+
 QByteArray lasHeader(const ExportFile &file)
 {
     const WellRecord &well = file.well;

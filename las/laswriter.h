@@ -21,6 +21,12 @@ struct ExportFile
     double interval = 0; ///< step of the data lines; must be above 0 and able to move the start depth
 };
 
+/// A file of the well without logs, with its elevations; \a interval is the step of its data lines.
+ExportFile exportFile(const WellRecord &well, const QString &wellName, double interval);
+
+/// Adds a log, where \a isResampling as exportLog() gives it. False where it was to be resampled and could not be.
+bool addLog(ExportFile *file, const LogCurveData &log, bool isResampling);
+
 /// Everything up to the data lines, the line "~A DEPT …" included.
 QByteArray lasHeader(const ExportFile &file);
 

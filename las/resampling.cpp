@@ -79,4 +79,31 @@ Samples resample(const QVector<double> &depths, const QVector<double> &values, d
     return samples;
 }
 
+Samples resampleRuns(const QVector<double> &depths, const QVector<double> &values, double interval)
+{
+    Samples samples;
+    const int count = std::min(depths.size(), values.size());
+    if (count == 0)
+        return samples;
+    double depth = depths.first();
+    int begin = 0;
+    while (begin < count) {
+        const bool isMissing = std::isnan(values.at(begin));
+        int end = begin + 1;
+        while (end < count && std::isnan(values.at(end)) == isMissing)
+            ++end;
+        // A gap reaches from behind the last value to before the next one.
+        const double last = isMissing && end < count ? depths.at(end) : depths.at(end - 1);
+        const CubicSpline spline(depths.mid(begin, end - begin), values.mid(begin, end - begin), end - begin);
+        int knot = 0;
+        for (; isMissing && end < count ? depth < last : depth <= last; depth += interval) {
+            samples.depths.append(depth);
+            samples.values.append(isMissing || depth < depths.at(begin) ? std::numeric_limits<double>::quiet_NaN()
+                                                                        : spline.valueAt(depth, &knot));
+        }
+        begin = end;
+    }
+    return samples;
+}
+
 } // namespace las

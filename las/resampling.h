@@ -41,4 +41,8 @@ bool isStrictlyIncreasing(const QVector<double> &depths);
 /// cubic spline. The depths must increase strictly and the grid be possible. Linear in samples in and out.
 Samples resample(const QVector<double> &depths, const QVector<double> &values, double interval);
 
+/// The same on the same grid where values may be missing (no number): each run of values has a spline of its own, and a
+/// grid depth between two runs has no value. So no value is made of what was not measured.
+Samples resampleRuns(const QVector<double> &depths, const QVector<double> &values, double interval);
+
 } // namespace las

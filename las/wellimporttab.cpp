@@ -249,14 +249,9 @@ void WellImportTab::paintRow(int row, bool isTaken)
 
 las::ImportTab WellImportTab::plan(bool convertsFeet) const
 {
-    las::ImportTab tab;
-    tab.file = &m_file;
-    tab.title = m_title;
+    las::ImportTab tab = las::importTab(m_file, m_title, convertsFeet);
     tab.wellKey = wellKey();
     tab.wellName = m_wellBox->currentText();
-    tab.metresPerUnit = convertsFeet ? las::metresPerFeetUnit(m_file.depthUnit).value_or(1) : 1;
-    tab.startDepth = m_file.startDepth * tab.metresPerUnit;
-    tab.stopDepth = m_file.stopDepth * tab.metresPerUnit;
     tab.wellMaximumDepth = m_wellMaximumDepth;
     CurveGroupFinder groups(m_data.project.projectFolder);
     for (int row = 0; row < m_table->rowCount(); ++row) {

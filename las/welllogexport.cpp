@@ -331,11 +331,7 @@ RunDialog::End WellLogExport::exportWell(const Job &job, double interval, las::N
     const std::optional<WellRecord> well = m_data.catalogue.readWellRecord(wellOf(job));
     if (!well) // the host's box has told of it
         return self ? End::Stopped : End::Deleted;
-    las::ExportFile file;
-    file.well = *well;
-    file.well.wellName = job.wellName;
-    file.interval = interval;
-    file.range = las::ExportRange(well->totalDepth);
+    las::ExportFile file = las::exportFile(*well, job.wellName, interval);
     las::NameList unsuited;
     for (const las::ListedLog &listed : job.logs) {
         std::optional<LogCurveData> log;
@@ -348,11 +344,7 @@ RunDialog::End WellLogExport::exportWell(const Job &job, double interval, las::N
             m_data.host.showError(las::unreadableLogsText(unread));
             return self ? End::Stopped : End::Deleted;
         }
-        file.range.add(*log);
-        bool isUnsuited = false;
-        file.logs.append(job.isResampling ? las::exportLog(*log, interval, &isUnsuited)
-                                          : las::ExportLog{*log, false});
-        if (isUnsuited)
+        if (!las::addLog(&file, *log, job.isResampling))
             unsuited.add(job.wellName, listed.name);
     }
     // Once more: the host's logs may have changed since they were checked.

@@ -34,12 +34,6 @@ bool hasWells(ProjectData &projectData)
     return false;
 }
 
-QString logsPath(const ProjectData &projectData, const QString &wellName)
-{
-    return projectData.project.projectFolder + QLatin1Char('/')
-        + base::fileNameFor(wellName, static_cast<int>(sizeof logsFileEnding) - 1) + QLatin1String(logsFileEnding);
-}
-
 // A well that went from the host since it was listed is told once, by its name, not once for each of its logs.
 bool isThere(ProjectData &projectData, int well)
 {
@@ -116,6 +110,17 @@ bool flushReports(const ProjectData &projectData)
 
 } // namespace
 
+QString logsReportPath(const ProjectData &projectData, const QString &wellName)
+{
+    return projectData.project.projectFolder + QLatin1Char('/')
+        + base::fileNameFor(wellName, static_cast<int>(sizeof logsFileEnding) - 1) + QLatin1String(logsFileEnding);
+}
+
+QString markersReportPath(const ProjectData &projectData)
+{
+    return projectData.project.projectFolder + QStringLiteral("/Well_Markers_Info.txt");
+}
+
 bool writeLogsReport(ProjectData &projectData, const std::function<bool()> &mayGoOn)
 {
     if (!hasWells(projectData))
@@ -125,7 +130,7 @@ bool writeLogsReport(ProjectData &projectData, const std::function<bool()> &mayG
         if (mayGoOn && !mayGoOn())
             return false;
         const QString &name = catalogue.wellNames().at(well);
-        const QString path = logsPath(projectData, name);
+        const QString path = logsReportPath(projectData, name);
         if (!base::checkWritable(path).ok() || !writeReport(projectData, path, logsReport(projectData, well))) {
             warnCannotCreate(projectData.asker, path);
             return false;
@@ -145,7 +150,7 @@ bool writeMarkersReport(ProjectData &projectData, const std::function<bool()> &m
 {
     if (!hasWells(projectData))
         return false;
-    const QString path = projectData.project.projectFolder + QStringLiteral("/Well_Markers_Info.txt");
+    const QString path = markersReportPath(projectData);
     if (!base::checkWritable(path).ok()) {
         warnCannotCreate(projectData.asker, path);
         return false;

@@ -180,10 +180,13 @@ MadeWell makeWell(SurveyStore &store, const WellOrder &order)
             properties.totalDepth = deepest;
         }
     }
-    const host::Outcome<QString> added = store.addWell(properties, collector.logs());
+    QVector<host::LogData> logs = collector.logs();
+    if (order.changeLogs)
+        order.changeLogs(&logs, &made.notices);
+    const host::Outcome<QString> added = store.addWell(properties, logs);
     made.key = added.value;
     made.error = added.error;
-    made.logCount = added.ok() ? collector.logs().size() : 0;
+    made.logCount = added.ok() ? logs.size() : 0;
     return made;
 }
 

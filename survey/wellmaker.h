@@ -5,6 +5,8 @@
 #include <QByteArray>
 #include <QStringList>
 
+#include <functional>
+
 namespace survey {
 
 constexpr double deepestPossibleM = 30000; ///< far below the deepest well
@@ -16,6 +18,9 @@ struct WellOrder
     QStringList files; ///< paths
     bool withLogs = true;
     QByteArray codec; ///< of files that are no Unicode, as in las::prepareText()
+    /// Where set, changes the logs before they are written, in the survey's depth unit, and adds to the notices: logs may go
+    /// or get another name or other samples. Each that is left has a sample and a name of its own.
+    std::function<void(QVector<host::LogData> *logs, QStringList *notices)> changeLogs;
 };
 
 /// What became of one.

@@ -72,6 +72,18 @@ QString folderOf(const Project &project, const TemplateId &which)
                           : templateFolder(project, which.name, which.wellName);
 }
 
+// In the order of the tracks.
+QStringList trackPaths(const Project &project, const TemplateId &which)
+{
+    const QString folder = folderOf(project, which);
+    QStringList files = projectEntries(project.projectFolder, folder, QDir::Files, QDir::Unsorted);
+    std::sort(files.begin(), files.end(),
+              [](const QString &a, const QString &b) { return trackOrder(a) < trackOrder(b); });
+    for (QString &file : files)
+        file.prepend(folder + QLatin1Char('/'));
+    return files;
+}
+
 } // namespace
 
 QString templateFolder(const Project &project, const QString &templateName, const QString &wellName)
@@ -105,15 +117,22 @@ QVector<TrackInfo> loadTemplate(const Project &project, const QString &templateN
 
 QVector<TrackInfo> loadTemplate(const Project &project, const TemplateId &which)
 {
-    const QString folder = folderOf(project, which);
-    QStringList files = projectEntries(project.projectFolder, folder, QDir::Files, QDir::Unsorted);
-    std::sort(files.begin(), files.end(),
-              [](const QString &a, const QString &b) { return trackOrder(a) < trackOrder(b); });
     QVector<TrackInfo> tracks;
-    tracks.reserve(files.size());
-    for (const QString &file : qAsConst(files))
-        tracks.append(readTrackFile(project, folder + QLatin1Char('/') + file));
+    for (const QString &path : trackPaths(project, which))
+        tracks.append(readTrackFile(project, path));
     return tracks;
+}
+
+std::optional<QVector<QByteArray>> templateFiles(const Project &project, const TemplateId &which)
+{
+    QVector<QByteArray> files;
+    for (const QString &path : trackPaths(project, which)) {
+        const ProjectFile file = readProjectFile(project.projectFolder, path);
+        if (file.state != ProjectFile::State::Read)
+            return std::nullopt;
+        files.append(file.bytes);
+    }
+    return files;
 }
 
 bool templateExists(const Project &project, const TemplateId &which)

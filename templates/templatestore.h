@@ -5,6 +5,8 @@
 
 #include <QStringList>
 
+#include <optional>
+
 struct Project;
 
 /// Which template: one of a well's own, or one that every well may use. They lie in different folders, so a well's
@@ -41,6 +43,9 @@ QVector<TrackInfo> loadTemplate(const Project &project, const QString &templateN
 
 /// The same by its own folder, whatever other template has its name.
 QVector<TrackInfo> loadTemplate(const Project &project, const TemplateId &which);
+
+/// The bytes of its track files in the same order; nothing where one of them cannot be read.
+std::optional<QVector<QByteArray>> templateFiles(const Project &project, const TemplateId &which);
 
 /// Whether there is such a template, or anything else in its place.
 bool templateExists(const Project &project, const TemplateId &which);

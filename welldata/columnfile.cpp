@@ -1,12 +1,15 @@
 #include "welldata/columnfile.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <new>
 
 namespace welldata {
 
 namespace {
 
 constexpr char separator = '\t';
+constexpr qint64 largestFile = 512 << 20;
 
 size_t fieldsNeeded(const ColumnRequest &request)
 {
@@ -17,6 +20,17 @@ size_t fieldsNeeded(const ColumnRequest &request)
 }
 
 } // namespace
+
+base::RegularFile readImportFile(const QString &path)
+{
+    base::RegularFile failed;
+    failed.errorCode = ENOMEM;
+    try {
+        return path.isEmpty() ? failed : base::readRegularFile(path, QStringLiteral("/"), largestFile);
+    } catch (const std::bad_alloc &) {
+        return failed;
+    }
+}
 
 std::vector<textfields::Field> fieldsOfLine(textfields::Field line)
 {

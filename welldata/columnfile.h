@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/regularfile.h"
 #include "datastore/textfields.h"
 
 #include <vector>
@@ -31,6 +32,10 @@ struct ColumnFile
         return fields[static_cast<size_t>(row) * static_cast<size_t>(columns) + static_cast<size_t>(column)];
     }
 };
+
+/// The bytes of a file that a user names; it may lie anywhere and be reached by any link. A failure for one of more than
+/// 512 MiB, and for none.
+base::RegularFile readImportFile(const QString &path);
 
 /// Reads the bytes of a file: passes over its header lines, trims each further line, splits it at tabs and drops empty
 /// fields. A line with too few fields, a blank one too, is a problem, and so is a column number below 1 or one that a

@@ -4,7 +4,6 @@
 #include "base/keptlooks.h"
 #include "base/nestedevents.h"
 #include "base/numbers.h"
-#include "base/regularfile.h"
 #include "base/usersettings.h"
 #include "base/waitcursor.h"
 #include "datastore/projectdata.h"
@@ -20,24 +19,9 @@
 #include <QPointer>
 #include <QPushButton>
 
-#include <new>
-
 namespace {
 
-constexpr qint64 largestFile = 512 << 20;
 constexpr int numberWidthPx = 80;
-
-// A user's own file may lie anywhere and be reached by any link.
-base::RegularFile readImportFile(const QString &path)
-{
-    base::RegularFile failed;
-    failed.errorCode = ENOMEM;
-    try {
-        return path.isEmpty() ? failed : base::readRegularFile(path, QStringLiteral("/"), largestFile);
-    } catch (const std::bad_alloc &) {
-        return failed;
-    }
-}
 
 // One for all three imports: such files lie together.
 QString folderKey()
@@ -153,7 +137,7 @@ void ColumnImportDialog::showFile()
     m_shownPath = m_path->text();
     m_status->clear();
     const base::WaitCursor cursor;
-    m_preview->setBytes(readImportFile(m_shownPath).bytes);
+    m_preview->setBytes(welldata::readImportFile(m_shownPath).bytes);
     showChoice();
 }
 
@@ -188,7 +172,7 @@ void ColumnImportDialog::importBtnClicked()
         warn(problem);
         return;
     }
-    const base::RegularFile bytes = readImportFile(m_path->text());
+    const base::RegularFile bytes = welldata::readImportFile(m_path->text());
     if (!bytes.ok()) {
         warn(QStringLiteral("Unable to open this file.\nPlease check file read/write permission."));
         return;

@@ -60,7 +60,8 @@ struct Command
     QString example; ///< a line that runs on the demo survey, without the program's name
     ResultForm form;
     bool usesSurvey = true; ///< takes --survey, and needs one
-    bool writes = false; ///< takes --force and --dry-run
+    bool writes = false; ///< takes --dry-run
+    bool replaces = false; ///< takes --force too
     bool usesCores = false; ///< takes --jobs
     bool drawsPictures = false; ///< needs fonts and a paint device, so a QApplication without a screen
     bool isHidden = false; ///< stands in no list: for the build and the shell

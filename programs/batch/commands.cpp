@@ -7,10 +7,10 @@ namespace batch {
 QVector<Option> options(const Command &command)
 {
     QVector<Option> all = command.options;
-    if (command.writes) {
+    if (command.replaces)
         all.append(switchOption("--force", "Replace what is there, and answer \"Yes\" where a window would ask"));
+    if (command.writes)
         all.append(switchOption("--dry-run", "Say what would be done and write nothing"));
-    }
     if (command.usesCores)
         all.append(valueOption("--jobs", "N",
                                "Work with so many processes at once; as many as there are cores without it",
@@ -28,7 +28,10 @@ QVector<Option> options(const Command &command)
 const QVector<Command> &commands()
 {
     static const QVector<Command> all{
-        wellsCommand(),
+        wellsCommand(),          logsCommand(),         infoCommand(),          importCommand(),
+        exportCommand(),         markersCommand(),      zonesCommand(),         pointsCommand(),
+        defaultLogsCommand(),    templateListCommand(), templateShowCommand(),  templateCopyCommand(),
+        templateDeleteCommand(), reportLogsCommand(),   reportMarkersCommand(), lasCommand(),
     };
     return all;
 }

@@ -6,5 +6,20 @@
 namespace batch {
 
 Command wellsCommand();
+Command logsCommand();
+Command infoCommand();
+Command importCommand();
+Command exportCommand();
+Command reportLogsCommand();
+Command reportMarkersCommand();
+Command lasCommand();
+Command markersCommand();
+Command zonesCommand();
+Command pointsCommand();
+Command defaultLogsCommand();
+Command templateListCommand();
+Command templateShowCommand();
+Command templateCopyCommand();
+Command templateDeleteCommand();
 
 } // namespace batch

@@ -36,9 +36,14 @@ bool printOutput(const QByteArray &bytes)
     return error == 0;
 }
 
+void printError(const QByteArray &bytes)
+{
+    writeAll(STDERR_FILENO, bytes); // nobody is left who could be told
+}
+
 void printMessage(const QString &text)
 {
-    writeAll(STDERR_FILENO, (QStringLiteral("lorva-batch: ") + harmless(text) + QLatin1Char('\n')).toUtf8());
+    printError((QStringLiteral("lorva-batch: ") + harmless(text) + QLatin1Char('\n')).toUtf8());
 }
 
 void prepareStreams()

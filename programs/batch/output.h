@@ -9,6 +9,9 @@ namespace batch {
 /// anybody, of anything else the standard error tells.
 bool printOutput(const QByteArray &bytes);
 
+/// Writes bytes to the standard error as they are.
+void printError(const QByteArray &bytes);
+
 /// One message on the standard error, behind the program's name, with a line end.
 void printMessage(const QString &text);
 

@@ -1,6 +1,7 @@
 #include "programs/batch/session.h"
 
 #include "datastore/curvegroups.h"
+#include "datastore/curvegrouptable.h"
 #include "datastore/projectseeds.h"
 #include "programs/batch/arguments.h"
 
@@ -94,19 +95,33 @@ Session::Session(const QString &surveyDirectory, const Arguments &arguments)
 {
 }
 
-ProjectData &Session::project()
+QString Session::projectFolder()
 {
-    if (m_project)
-        return *m_project;
-    m_project = std::make_unique<ProjectData>(m_host, m_asker);
-    Project &project = m_project->project;
+    const QString folder = surveyDirectory() + QStringLiteral("/WLC");
+    if (!std::exchange(m_isGroupTableRead, true))
+        CurveGroupTable::instance().read(folder);
+    return folder;
+}
+
+Project Session::projectPaths()
+{
+    Project project;
     project.groupNames = curveGroupNames();
     project.zoneTypes = zoneTypeNames();
     project.surveyName = m_host.surveyName();
     project.setupDataFolder = m_host.setupDataFolder();
     project.iconFolder = project.setupDataFolder + QStringLiteral("/icons.Default/");
-    project.projectFolder = m_host.surveyDirectory() + QStringLiteral("/WLC");
+    project.projectFolder = projectFolder();
     project.globalTemplateNames = globalTemplateNames(project);
+    return project;
+}
+
+ProjectData &Session::project()
+{
+    if (m_project)
+        return *m_project;
+    m_project = std::make_unique<ProjectData>(m_host, m_asker);
+    m_project->project = projectPaths();
     m_project->catalogue.build();
     return *m_project;
 }

@@ -82,6 +82,12 @@ public:
     /// How many processes may work at once.
     int jobs() const { return m_jobs; }
 
+    /// The plug-in's folder in the survey; it may be missing. The project's curve group table is read.
+    QString projectFolder();
+
+    /// The same with all that is the same for a whole launch, and the global templates that there are.
+    Project projectPaths();
+
     /// The plug-in's project, with the survey's wells in its catalogue. Nothing is written: a project folder that is
     /// missing stays so.
     ProjectData &project();
@@ -103,6 +109,7 @@ private:
     bool m_isDryRun = false;
     int m_jobs = 1;
     bool m_isProjectOpen = false;
+    bool m_isGroupTableRead = false;
 };
 
 } // namespace batch

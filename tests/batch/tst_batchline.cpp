@@ -26,6 +26,7 @@ QVector<Command> table()
     plain.usesSurvey = false;
     Command rich = command("rich");
     rich.writes = true;
+    rich.replaces = true;
     rich.usesCores = true;
     rich.form.key = "things";
     rich.form.fields = {textField("name", "Name", "its name")};

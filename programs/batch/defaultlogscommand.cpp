@@ -1,0 +1,150 @@
+#include "datastore/curvegroupassignment.h"
+#include "datastore/curvegroups.h"
+#include "datastore/projectfile.h"
+#include "datastore/textfields.h"
+#include "programs/batch/commands.h"
+#include "programs/batch/heldsignals.h"
+#include "programs/batch/session.h"
+#include "programs/batch/tables.h"
+#include "welldata/defaultdata.h"
+
+namespace batch {
+
+namespace {
+
+/// The defaults that the well's file holds; an error where it cannot be read or is another well's.
+host::Outcome<DefaultLogs> readDefaults(const QString &project, const QString &wellName)
+{
+    const QString path = defaultLogsPath(project, wellName);
+    const ProjectFile file = readProjectFile(project, path);
+    if (file.state == ProjectFile::State::Missing)
+        return {};
+    if (file.state == ProjectFile::State::Unreadable)
+        return {{}, QStringLiteral("Cannot read the file %1.").arg(path)};
+    const welldata::DefaultDataFile read = welldata::parseDefaultData(file.bytes);
+    if (!welldata::isOfWell(read, wellName))
+        return {{}, QStringLiteral("The file %1 is of another well, \"%2\".").arg(path, read.wellName)};
+    return {read.logs, {}};
+}
+
+void setDefault(DefaultLogs *defaults, const QString &group, const QString &log)
+{
+    const QString asRead = textfields::fieldName(log);
+    for (int i = defaults->groups.size(); i-- > 0;) {
+        // A log is the default of one group.
+        if (defaults->groups.at(i) != group
+            && (log.isEmpty() || textfields::fieldName(defaults->logs.at(i)) != asRead))
+            continue;
+        defaults->groups.removeAt(i);
+        defaults->logs.removeAt(i);
+    }
+    if (log.isEmpty())
+        return;
+    defaults->groups.append(group);
+    defaults->logs.append(log);
+}
+
+/// Every log of the well with its group, those of the defaults with theirs.
+DefaultLogs allLogs(const QString &project, const QStringList &names, const DefaultLogs &defaults)
+{
+    CurveGroupFinder groups(project);
+    DefaultLogs all;
+    for (const QString &name : names) {
+        const int index = defaults.logs.indexOf(name);
+        all.logs.append(name);
+        all.groups.append(index < 0 ? groups.group(name) : defaults.groups.at(index));
+    }
+    return all;
+}
+
+Result store(Session &session, const host::WellEntry &well, const QStringList &pairs, DefaultLogs *defaults)
+{
+    const auto logs = session.store().logs(well.key);
+    if (!logs.ok())
+        return Result::failed(logs.error);
+    QStringList names;
+    for (const host::LogInfo &log : logs.value)
+        names.append(log.name);
+    Result result;
+    for (const QString &pair : pairs) {
+        const QString log = pair.section(QLatin1Char('='), 1);
+        if (!log.isEmpty() && !names.contains(log))
+            result.failures.append(QStringLiteral("%1: it has no log \"%2\".").arg(well.name, log));
+        setDefault(defaults, pair.section(QLatin1Char('='), 0, 0), log);
+    }
+    if (!result.failures.isEmpty() || session.isDryRun())
+        return result;
+    ProjectData &data = session.projectToWrite();
+    const HeldSignals held;
+    if (!welldata::storeDefaultData(data, well.name,
+                                    {*defaults, allLogs(data.project.projectFolder, names, *defaults)}))
+        result.failures.append(
+            QStringLiteral("Cannot write the file %1.").arg(defaultLogsPath(data.project.projectFolder, well.name)));
+    return result;
+}
+
+Result run(Session &session, const Arguments &arguments)
+{
+    const host::Outcome<host::WellEntry> well = session.well(arguments.operand(0));
+    if (!well.ok())
+        return Result::failed(well.error);
+    host::Outcome<DefaultLogs> defaults = readDefaults(session.projectFolder(), well.value.name);
+    if (!defaults.ok())
+        return Result::failed(defaults.error);
+    Result result;
+    const QStringList pairs = arguments.operands().mid(1);
+    if (!pairs.isEmpty())
+        result = store(session, well.value, pairs, &defaults.value);
+    for (int i = 0; i < defaults.value.logs.size() && result.failures.isEmpty(); ++i) {
+        Record record;
+        record[QLatin1String("group")] = defaults.value.groups.at(i);
+        record[QLatin1String("log")] = defaults.value.logs.at(i);
+        result.records.append(record);
+    }
+    return result;
+}
+
+QString problem(const Arguments &arguments)
+{
+    const QStringList pairs = arguments.operands().mid(1);
+    if (pairs.isEmpty() && arguments.has(QStringLiteral("--dry-run")))
+        return QStringLiteral("Without GROUP=LOG nothing would be written anyway.");
+    QStringList seen;
+    for (const QString &pair : pairs) {
+        const QString group = pair.section(QLatin1Char('='), 0, 0);
+        if (!pair.contains(QLatin1Char('=')) || !curveGroupNames().contains(group))
+            return QStringLiteral("A default log is given as GROUP=LOG with a curve group (%1), not as \"%2\".")
+                .arg(curveGroupNames().join(QStringLiteral(", ")), pair);
+        if (seen.contains(group))
+            return QStringLiteral("The group \"%1\" is given twice.").arg(group);
+        seen.append(group);
+    }
+    return {};
+}
+
+} // namespace
+
+Command defaultLogsCommand()
+{
+    Command command;
+    command.name = QStringLiteral("default-logs");
+    command.summary = QStringLiteral("List or set the default log of each curve group of a well");
+    command.description = QStringLiteral(
+        "Lists the default logs that the project has for the well. With GROUP=LOG the log becomes the default of the "
+        "group, and its own group is that one from now on, as in the default data editor; \"GROUP=\" takes the "
+        "default "
+        "away. The others stay.");
+    command.operands = {wellOperand(), operand("GROUP=LOG", "a curve group and the log that stands for it")};
+    command.operands.last().isOptional = true;
+    command.operands.last().isRepeatable = true;
+    command.writes = true;
+    command.example = QStringLiteral("default-logs Aldra-1 Gamma=GR Resistivity=LLD --survey Demo");
+    command.form.key = QStringLiteral("defaultLogs");
+    command.form.whenEmpty = QStringLiteral("The project has no default logs for the well.");
+    command.form.fields = {textField("group", "Group", "curve group"), textField("log", "Log", "name of the log")};
+    command.problem = problem;
+    command.run = run;
+    return command;
+}
+
+} // namespace batch

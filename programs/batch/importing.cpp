@@ -1,0 +1,363 @@
+#include "programs/batch/importing.h"
+
+#include "datastore/curvegroupassignment.h"
+#include "datastore/defaultlogs.h"
+#include "las/importnotices.h"
+#include "las/importrun.h"
+#include "las/resampling.h"
+#include "las/showntext.h"
+#include "programs/batch/arguments.h"
+#include "programs/batch/heldsignals.h"
+#include "programs/batch/session.h"
+#include "programs/batch/tables.h"
+#include "survey/wellmaker.h"
+
+#include <QFileInfo>
+#include <QSet>
+
+#include <limits>
+
+namespace batch {
+
+namespace {
+
+QHash<QString, QString> pairs(const Arguments &arguments, const char *option)
+{
+    QHash<QString, QString> result;
+    for (const QString &pair : arguments.values(QString::fromLatin1(option)))
+        result.insert(pair.section(QLatin1Char('='), 0, 0), pair.section(QLatin1Char('='), 1));
+    return result;
+}
+
+QJsonObject logRecord(const QString &name, const QString &curve, const QString &group)
+{
+    return {{QStringLiteral("name"), name}, {QStringLiteral("curve"), curve}, {QStringLiteral("group"), group}};
+}
+
+/// Imports files into one well, one after the other.
+class WellImport
+{
+public:
+    WellImport(Session &session, const host::WellEntry &well, const CurveChoice &choice)
+        : m_session(session)
+        , m_data(session.project())
+        , m_well(well)
+        , m_choice(choice)
+        , m_run(m_data)
+        , m_groups(m_data.project.projectFolder)
+    {
+    }
+
+    Result run(const QStringList &files);
+
+private:
+    void fail(const QString &path, const QString &reason)
+    {
+        m_result.failures.append(path + QStringLiteral(": ") + reason);
+    }
+    void note(const QString &path, const QString &sentence)
+    {
+        m_notices.append(QFileInfo(path).fileName() + QStringLiteral(": ") + sentence);
+    }
+    void importFile(const QString &path, double wellMaximumDepth);
+    QString fileProblem(const WellInfo &file) const;
+    void chooseRows(const QString &path, las::ImportTab *tab);
+    QString takenNames(const las::ImportTab &tab) const;
+    void write(const las::ImportTab &tab);
+
+    Session &m_session;
+    ProjectData &m_data;
+    host::WellEntry m_well;
+    const CurveChoice &m_choice;
+    las::ImportRun m_run;
+    CurveGroupFinder m_groups;
+    QSet<QString> m_logNames; ///< those that the well has
+    QStringList m_files;
+    QStringList m_notices;
+    QJsonArray m_logs;
+    Result m_result;
+};
+
+QString WellImport::fileProblem(const WellInfo &file) const
+{
+    if (file.wrapped)
+        return QStringLiteral(
+            "it is wrapped, so the import would read wrong values; \"lorva-batch las-unwrap\" makes a "
+            "file of it that can be imported.");
+    for (const LogCurveData &curve : file.curves)
+        if (!curve.values.isEmpty())
+            return {};
+    return QStringLiteral("it has no curve with samples; \"lorva-batch las\" tells what it holds.");
+}
+
+// The first curve of a data section holds the depths: it becomes a log only where it is asked for.
+void WellImport::chooseRows(const QString &path, las::ImportTab *tab)
+{
+    const WellInfo &file = *tab->file;
+    QSet<int> depthCurves;
+    for (const LasDataSection &section : file.dataSections)
+        depthCurves.insert(section.firstCurve);
+    QSet<QString> seen;
+    for (int i = 0; i < file.curves.size(); ++i) {
+        const QString mnemonic = file.curves.at(i).logName;
+        const bool isWanted = m_choice.isWanted(mnemonic) && !file.curves.at(i).values.isEmpty()
+            && (!m_choice.curves.isEmpty() || !depthCurves.contains(i));
+        if (!isWanted)
+            continue;
+        if (seen.contains(mnemonic)) {
+            note(path,
+                 QStringLiteral("%1 stands more than once; the first one counts.").arg(las::shortened(mnemonic)));
+            continue;
+        }
+        seen.insert(mnemonic);
+        const QString group =
+            m_choice.groups.contains(mnemonic) ? m_choice.groups.value(mnemonic) : m_groups.group(mnemonic);
+        tab->rows.append({i, true, m_choice.nameOf(mnemonic).trimmed(), group});
+    }
+    for (const QString &mnemonic : m_choice.curves)
+        if (!seen.contains(mnemonic))
+            note(path, QStringLiteral("it has no curve \"%1\" with samples.").arg(mnemonic));
+}
+
+/// The names that would replace a log, of the well or of the same file; empty when there are none.
+QString WellImport::takenNames(const las::ImportTab &tab) const
+{
+    QStringList taken;
+    QSet<QString> names = m_logNames;
+    for (const las::ImportRow &row : tab.rows) {
+        if (names.contains(row.logName))
+            taken.append(las::shortened(row.logName));
+        names.insert(row.logName);
+    }
+    return taken.join(QStringLiteral(", "));
+}
+
+void WellImport::write(const las::ImportTab &tab)
+{
+    for (const las::ImportRow &row : tab.rows) {
+        LogOutcome outcome = LogOutcome::Written;
+        if (!m_session.isDryRun()) {
+            const HeldSignals held;
+            outcome = m_run.write(tab, row, m_choice.options);
+        }
+        m_logNames.insert(row.logName);
+        if (outcome == LogOutcome::Written)
+            m_logs.append(logRecord(row.logName, tab.file->curves.at(row.curve).logName, row.group));
+    }
+}
+
+void WellImport::importFile(const QString &path, double wellMaximumDepth)
+{
+    WellInfo file;
+    if (file.load(path) != 0) {
+        fail(path,
+             QFileInfo::exists(path) ? QStringLiteral("it cannot be read.")
+                                     : QStringLiteral("there is no such file."));
+        return;
+    }
+    QString problem = fileProblem(file);
+    las::ImportTab tab = las::importTab(file, path, m_choice.convertsFeet);
+    tab.wellName = m_well.name;
+    tab.wellKey = m_well.key;
+    tab.wellMaximumDepth = wellMaximumDepth;
+    if (problem.isEmpty()) {
+        chooseRows(path, &tab);
+        if (tab.rows.isEmpty())
+            problem = QStringLiteral("none of its curves is to be imported.");
+    }
+    if (problem.isEmpty())
+        problem = las::stopReason(tab, 1);
+    if (problem.isEmpty())
+        problem = las::refusal({tab}, m_choice.options);
+    const QString taken = takenNames(tab);
+    if (problem.isEmpty() && !taken.isEmpty() && !m_session.isForced())
+        problem = QStringLiteral("the well \"%1\" has logs of these names: %2. --force replaces them, --rename gives "
+                                 "others, --curves leaves them out.")
+                      .arg(m_well.name, taken);
+    if (!problem.isEmpty()) {
+        fail(path, problem);
+        return;
+    }
+    if (!m_choice.convertsFeet)
+        for (const QString &notice : las::importNotices(file, std::numeric_limits<int>::max()))
+            note(path, notice);
+    m_files.append(path);
+    write(tab);
+}
+
+Result WellImport::run(const QStringList &files)
+{
+    const int index = m_data.catalogue.indexOfKey(m_well.key);
+    const auto record = m_data.catalogue.readWellRecord(index, WellsCatalogue::OnFailure::BeSilent);
+    if (!record)
+        return Result::failed(m_well.name + QStringLiteral(": the well cannot be read."));
+    const QStringList names = m_data.catalogue.logNames(index);
+    m_logNames = QSet<QString>(names.begin(), names.end());
+    for (const QString &path : files)
+        importFile(path, record->totalDepth);
+    m_result.failures += m_run.failures();
+    if (!m_run.unsuitedCurves().isEmpty())
+        m_notices.append(las::unsuitedWarning(m_run.unsuitedCurves()));
+    if (m_files.isEmpty())
+        return m_result;
+    Record imported;
+    imported[QLatin1String("well")] = m_well.name;
+    imported[QLatin1String("isNew")] = false;
+    imported[QLatin1String("files")] = QJsonArray::fromStringList(m_files);
+    imported[QLatin1String("logs")] = m_logs;
+    imported[QLatin1String("notices")] = QJsonArray::fromStringList(m_notices);
+    imported[QLatin1String("isWritten")] = !m_session.isDryRun();
+    m_result.records.append(imported);
+    return m_result;
+}
+
+QVector<double> withGaps(const QVector<float> &values)
+{
+    QVector<double> result;
+    result.reserve(values.size());
+    for (const float value : values)
+        result.append(host::isUndefined(value) ? std::numeric_limits<double>::quiet_NaN()
+                                               : static_cast<double>(value));
+    return result;
+}
+
+/// Puts the log on an even grid; false where its depths or the interval do not allow it.
+bool resampleLog(host::LogData *log, double interval)
+{
+    const QVector<double> depths(log->depths.begin(), log->depths.end());
+    if (!las::differsFromStep(depths, interval))
+        return true;
+    if (!las::isStrictlyIncreasing(depths)
+        || !las::gridProblem(depths.first(), depths.last(), interval, log->name).isEmpty())
+        return false;
+    const las::Samples samples = las::resampleRuns(depths, withGaps(log->values), interval);
+    log->depths.clear();
+    log->values.clear();
+    for (int i = 0; i < samples.depths.size(); ++i) {
+        const double value = samples.values.at(i);
+        log->depths.append(static_cast<float>(samples.depths.at(i)));
+        log->values.append(std::isnan(value) ? host::undefinedValue : static_cast<float>(value));
+    }
+    return true;
+}
+
+bool hasSample(const host::LogData &log)
+{
+    return std::any_of(log.values.begin(), log.values.end(), [](float value) { return !host::isUndefined(value); });
+}
+
+/// What the options make of the logs of a new well. \a interval is in the survey's depth unit, 0 for none.
+void changeLogs(const CurveChoice &choice, double interval, QVector<host::LogData> *logs, QStringList *notices,
+                QJsonArray *records, CurveGroupFinder *groups)
+{
+    QVector<host::LogData> kept;
+    QSet<QString> names;
+    for (host::LogData &log : *logs) {
+        const QString curve = log.name;
+        if (!choice.isWanted(curve))
+            continue;
+        if (interval > 0 && !resampleLog(&log, interval))
+            notices->append(QStringLiteral("%1 keeps its samples: the interval cannot be applied to its depths.")
+                                .arg(las::shortened(curve)));
+        log.name = choice.nameOf(curve);
+        if (names.contains(log.name) || !hasSample(log)) {
+            notices->append(QStringLiteral("%1 is left out: %2.")
+                                .arg(las::shortened(curve),
+                                     hasSample(log) ? QStringLiteral("another log has its name")
+                                                    : QStringLiteral("it has no sample on the interval's depths")));
+            continue;
+        }
+        names.insert(log.name);
+        records->append(logRecord(log.name, curve, choice.groups.value(curve, groups->group(curve))));
+        kept.append(log);
+    }
+    *logs = kept;
+}
+
+} // namespace
+
+CurveChoice::CurveChoice(const Arguments &arguments)
+    : curves(arguments.values(QStringLiteral("--curves")))
+    , groups(pairs(arguments, "--map"))
+    , names(pairs(arguments, "--rename"))
+    , convertsFeet(arguments.has(QStringLiteral("--convert-feet")))
+{
+    curves.removeDuplicates();
+    options.isResampling = arguments.has(QStringLiteral("--interval"));
+    options.interval = las::floatIntervalFromText(arguments.value(QStringLiteral("--interval")));
+}
+
+Result importIntoWell(Session &session, const host::WellEntry &well, const QStringList &files,
+                      const CurveChoice &choice)
+{
+    return WellImport(session, well, choice).run(files);
+}
+
+Result importAsNewWell(Session &session, const survey::NewWell &well, const CurveChoice &choice)
+{
+    CurveGroupFinder groups(session.projectFolder());
+    QJsonArray logs;
+    survey::WellOrder order;
+    order.properties = survey::wellProperties(well.texts);
+    order.files = well.files;
+    const double interval = choice.options.isResampling
+        ? survey::fromMetres(static_cast<double>(choice.options.interval), session.store().depthUnit())
+        : 0;
+    order.changeLogs = [&](QVector<host::LogData> *given, QStringList *notices) {
+        changeLogs(choice, interval, given, notices, &logs, &groups);
+    };
+    survey::MadeWell made;
+    if (session.isDryRun()) {
+        made.name = order.properties.name;
+        for (const QString &curve : well.logs)
+            if (choice.isWanted(curve))
+                logs.append(logRecord(choice.nameOf(curve), curve, choice.groups.value(curve, groups.group(curve))));
+    } else {
+        const HeldSignals held;
+        made = survey::makeWell(session.store(), order);
+    }
+    if (!made.error.isEmpty())
+        return Result::failed(made.name + QStringLiteral(": ") + made.error);
+    Record record;
+    record[QLatin1String("well")] = made.name;
+    record[QLatin1String("isNew")] = true;
+    record[QLatin1String("files")] = QJsonArray::fromStringList(well.files);
+    record[QLatin1String("logs")] = logs;
+    record[QLatin1String("notices")] = QJsonArray::fromStringList(well.allNotes() + made.notices);
+    record[QLatin1String("isWritten")] = !session.isDryRun();
+    return {{record}, {}, {}};
+}
+
+void assignGroups(Session &session, const Result &imported)
+{
+    ProjectData &data = session.projectToWrite();
+    CurveGroupAssignments groups(data.project.projectFolder);
+    for (const Record &record : imported.records) {
+        for (const QJsonValue &log : record.value(QLatin1String("logs")).toArray()) {
+            const QJsonObject object = log.toObject();
+            groups.add(object.value(QLatin1String("name")).toString(),
+                       object.value(QLatin1String("group")).toString());
+        }
+    }
+    const HeldSignals held;
+    groups.write();
+    data.catalogue.build();
+    runDefaultLogsPass(data, [] { return !HeldSignals::isOneWaiting(); });
+}
+
+QVector<Field> importFields()
+{
+    return {
+        textField("well", "Well", "name of the well"),
+        flagField("isNew", "New", "whether the well was made"),
+        flagField("isWritten", "Written", "false in a dry run"),
+        textsField("files", "Files", "paths of the files that went into it"),
+        recordsField("logs", "Logs", "the logs that it got",
+                     {textField("name", "Log", "name of the log"),
+                      textField("curve", "Curve", "mnemonic in the file"),
+                      textField("group", "Group", "curve group")}),
+        textsField("notices", "Notices", "what was left out or changed, and what is unusual about the files"),
+    };
+}
+
+} // namespace batch

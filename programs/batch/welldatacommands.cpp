@@ -1,0 +1,341 @@
+#include "base/folderlinks.h"
+#include "datastore/curvegroups.h"
+#include "programs/batch/commands.h"
+#include "programs/batch/heldsignals.h"
+#include "programs/batch/session.h"
+#include "programs/batch/tables.h"
+#include "welldata/markerrows.h"
+#include "welldata/siderows.h"
+#include "welldata/welldatastore.h"
+
+#include <QFileInfo>
+
+#include <limits>
+#include <optional>
+
+namespace batch {
+
+namespace {
+
+constexpr char importOption[] = "--import";
+constexpr char skipOption[] = "--skip";
+
+/// A column of an import: the option that gives its number, and the one it has without.
+struct ImportColumn
+{
+    const char *option;
+    const char *help;
+    int usual;
+};
+
+const QVector<ImportColumn> markerImport{{"--name-column", "The column of the names, from 1; 1 without it", 1},
+                                         {"--depth-column", "The column of the measured depths; 2 without it", 2}};
+const QVector<ImportColumn> zoneImport{{"--name-column", "The column of the names, from 1; 1 without it", 1},
+                                       {"--start-column", "The column of the upper depths; 2 without it", 2},
+                                       {"--end-column", "The column of the lower depths; 3 without it", 3},
+                                       {"--type-column", "The column of the zone types; 4 without it", 4}};
+const QVector<ImportColumn> pointImport{
+    {"--depth-column", "The column of the measured depths, from 1; 1 without it", 1},
+    {"--value-column", "The column of the values; 2 without it", 2}};
+
+/// The wanted columns of the file that the options name. The error names the file, and the line where it is one's.
+host::Outcome<welldata::ColumnFile> readImport(const Arguments &arguments, const QVector<ImportColumn> &columns)
+{
+    const QString path = arguments.value(QLatin1String(importOption));
+    const base::RegularFile bytes = welldata::readImportFile(path);
+    if (!bytes.ok())
+        return {{}, QStringLiteral("Cannot read the file %1: %2.").arg(path, base::systemErrorText(bytes.errorCode))};
+    welldata::ColumnRequest request;
+    request.headerLines = arguments.count(QLatin1String(skipOption), 0);
+    request.fieldsAtLeast = qMax(2, columns.size());
+    for (const ImportColumn &column : columns)
+        request.columns.push_back(arguments.count(QLatin1String(column.option), column.usual));
+    const welldata::ColumnFile file = readColumns(bytes.bytes, request);
+    if (!file.ok())
+        return {{}, path + QStringLiteral(": ") + file.problem};
+    if (file.rowCount() == 0)
+        return {{}, QStringLiteral("%1 has no line to import.").arg(path)};
+    return {file, {}};
+}
+
+QString refusalToReplace(const QString &what, int count)
+{
+    return QStringLiteral("%1: %2 there already; --force replaces them.")
+        .arg(what, count == 1 ? QStringLiteral("one is") : QStringLiteral("%1 are").arg(count));
+}
+
+/// What storing came to, as failures of a command.
+void addOutcome(Session &session, const QString &what, bool isStored, Result *result)
+{
+    result->failures += session.takeFailures();
+    if (!isStored && result->failures.isEmpty())
+        result->failures.append(QStringLiteral("%1: nothing was written.").arg(what));
+}
+
+void noteZeros(const QVector<welldata::TableRow> &rows, int numbers, Result *result)
+{
+    const QVector<int> without = welldata::rowsWithoutNumber(rows, numbers);
+    if (!without.isEmpty())
+        result->notices.append(QStringLiteral("No number in %1: read as 0.").arg(welldata::rowList(without)));
+}
+
+// --- markers
+
+void addMarkers(const QVector<WellMarker> &markers, Result *result)
+{
+    for (const WellMarker &marker : markers) {
+        Record record;
+        record[QLatin1String("name")] = marker.name;
+        record[QLatin1String("depth")] = jsonNumber(marker.measuredDepth);
+        record[QLatin1String("subseaDepth")] = jsonNumber(static_cast<float>(marker.subseaDepth));
+        record[QLatin1String("color")] = marker.color.name();
+        result->records.append(record);
+    }
+}
+
+Result importMarkers(Session &session, const host::WellEntry &well, const Arguments &arguments)
+{
+    const auto file = readImport(arguments, markerImport);
+    if (!file.ok())
+        return Result::failed(file.error);
+    ProjectData &data = session.project();
+    const auto head =
+        data.catalogue.readWellRecord(data.catalogue.indexOfKey(well.key), WellsCatalogue::OnFailure::BeSilent);
+    const auto stored = session.store().markers(well.key);
+    if (!head || !stored.ok())
+        return Result::failed(head ? stored.error : well.name + QStringLiteral(": the well cannot be read."));
+    if (!stored.value.isEmpty() && !session.isForced())
+        return Result::failed(refusalToReplace(QStringLiteral("Markers of ") + well.name, stored.value.size()));
+    const QVector<welldata::TableRow> rows = welldata::markerRows(file.value, welldata::MarkerElevations(*head));
+    Result result;
+    if (session.isDryRun()) {
+        for (const QString &problem : welldata::markerProblems(rows, head->totalDepth))
+            (session.isForced() ? result.notices : result.failures).append(problem);
+        return result;
+    }
+    const HeldSignals held;
+    const StoreResult outcome = storeMarkers(data, {well.name, well.key}, rows, QString());
+    addOutcome(session, QStringLiteral("Markers of ") + well.name, outcome, &result);
+    return result;
+}
+
+Result runMarkers(Session &session, const Arguments &arguments)
+{
+    const host::Outcome<host::WellEntry> well = session.well(arguments.operand(0));
+    if (!well.ok())
+        return Result::failed(well.error);
+    Result result;
+    if (arguments.has(QLatin1String(importOption)))
+        result = importMarkers(session, well.value, arguments);
+    if (!result.failures.isEmpty())
+        return result;
+    WellsCatalogue &catalogue = session.project().catalogue;
+    const int index = catalogue.indexOfKey(well.value.key);
+    catalogue.refreshMarkerNames(index);
+    if (const auto markers = catalogue.readWellMarkers(index, WellsCatalogue::OnFailure::Tell))
+        addMarkers(*markers, &result);
+    return result;
+}
+
+// --- perforation zones
+
+void addZones(const PerforationRecord &zones, Result *result)
+{
+    for (int i = 0; i < zones.names.size(); ++i) {
+        Record record;
+        record[QLatin1String("name")] = zones.names.at(i);
+        record[QLatin1String("startDepth")] = jsonNumber(zones.tops.at(i));
+        record[QLatin1String("endDepth")] = jsonNumber(zones.bottoms.at(i));
+        record[QLatin1String("type")] = zones.zoneTypes.at(i);
+        result->records.append(record);
+    }
+}
+
+Result importZones(Session &session, const host::WellEntry &well, const Arguments &arguments)
+{
+    const auto file = readImport(arguments, zoneImport);
+    if (!file.ok())
+        return Result::failed(file.error);
+    const QVector<welldata::TableRow> rows = welldata::zoneRows(file.value);
+    Result result;
+    noteZeros(rows, 2, &result);
+    const QString what = QStringLiteral("Perforation zones of ") + well.name;
+    const QString path = perforationPath(session.projectFolder(), well.name);
+    if (QFileInfo::exists(path) && !session.isForced()) {
+        result.failures.append(
+            refusalToReplace(what, readPerforation(session.projectFolder(), well.name).names.size()));
+    } else if (session.isDryRun()) {
+        result.failures += welldata::zoneProblems(rows);
+    } else {
+        ProjectData &data = session.projectToWrite();
+        const HeldSignals held;
+        const bool isStored = storeZones(data, well.name, rows, QString());
+        addOutcome(session, what, isStored, &result);
+    }
+    return result;
+}
+
+Result runZones(Session &session, const Arguments &arguments)
+{
+    const host::Outcome<host::WellEntry> well = session.well(arguments.operand(0));
+    if (!well.ok())
+        return Result::failed(well.error);
+    Result result;
+    if (arguments.has(QLatin1String(importOption)))
+        result = importZones(session, well.value, arguments);
+    if (result.failures.isEmpty())
+        addZones(readPerforation(session.projectFolder(), well.value.name), &result);
+    return result;
+}
+
+// --- calibration points
+
+void addPoints(const CalibrationRecord &points, Result *result)
+{
+    for (int i = 0; i < qMin(points.depths.size(), points.values.size()); ++i) {
+        Record record;
+        record[QLatin1String("depth")] = jsonNumber(points.depths.at(i));
+        record[QLatin1String("value")] = jsonNumber(points.values.at(i));
+        result->records.append(record);
+    }
+}
+
+Result importPoints(Session &session, const host::WellEntry &well, const QString &group, const Arguments &arguments)
+{
+    const auto file = readImport(arguments, pointImport);
+    if (!file.ok())
+        return Result::failed(file.error);
+    const QVector<welldata::TableRow> rows = welldata::pointRows(file.value);
+    Result result;
+    noteZeros(rows, 2, &result);
+    const QString what = QStringLiteral("Calibration points of %1, %2").arg(well.name, group);
+    const QString project = session.projectFolder();
+    if (QFileInfo::exists(calibrationPath(project, well.name, group)) && !session.isForced()) {
+        const CalibrationRecord stored = readCalibration(project, well.name, group, session.asker());
+        result.failures.append(refusalToReplace(what, stored.depths.size()));
+    } else if (!session.isDryRun()) {
+        ProjectData &data = session.projectToWrite();
+        const HeldSignals held;
+        const bool isStored = storePoints(data, well.name, group, rows);
+        addOutcome(session, what, isStored, &result);
+    }
+    return result;
+}
+
+Result runPoints(Session &session, const Arguments &arguments)
+{
+    const host::Outcome<host::WellEntry> well = session.well(arguments.operand(0));
+    if (!well.ok())
+        return Result::failed(well.error);
+    const QString group = arguments.operand(1);
+    Result result;
+    if (arguments.has(QLatin1String(importOption)))
+        result = importPoints(session, well.value, group, arguments);
+    if (result.failures.isEmpty())
+        addPoints(readCalibration(session.projectFolder(), well.value.name, group, session.asker()), &result);
+    return result;
+}
+
+/// Options of the import belong to it.
+QString importProblem(const Arguments &arguments, const QVector<ImportColumn> &columns)
+{
+    if (arguments.has(QLatin1String(importOption)))
+        return {};
+    QStringList alone{QLatin1String(skipOption), QStringLiteral("--force"), QStringLiteral("--dry-run")};
+    for (const ImportColumn &column : columns)
+        alone.append(QLatin1String(column.option));
+    for (const QString &option : qAsConst(alone))
+        if (arguments.has(option))
+            return QStringLiteral("The option %1 belongs to --import.").arg(option);
+    return {};
+}
+
+/// What the three commands have in common.
+Command wellDataCommand(const char *name, const char *summary, const char *description,
+                        const QVector<ImportColumn> &columns)
+{
+    Command command;
+    command.name = QString::fromLatin1(name);
+    command.summary = QString::fromLatin1(summary);
+    command.description = QString::fromLatin1(description);
+    command.operands = {wellOperand()};
+    command.options = {valueOption(importOption, "FILE",
+                                   "Replace them by those of a text file of columns between tabs", {WordKind::File})};
+    for (const ImportColumn &column : columns)
+        command.options.append(valueOption(column.option, "N", column.help, countRule(1, 1000000)));
+    command.options.append(valueOption(skipOption, "N",
+                                       "Pass over so many lines at the top of the file; 0 without it",
+                                       countRule(0, std::numeric_limits<int>::max())));
+    command.writes = true;
+    command.replaces = true;
+    command.problem = [columns](const Arguments &arguments) { return importProblem(arguments, columns); };
+    return command;
+}
+
+} // namespace
+
+Command markersCommand()
+{
+    Command command = wellDataCommand(
+        "markers", "List or import the markers of a well",
+        "Lists the markers by depth. With --import they are replaced by those of a file, as the import of the marker "
+        "editor does; --force is needed where the well has markers, and where it cannot take all of them as they "
+        "are.",
+        markerImport);
+    command.example =
+        QStringLiteral("markers Aldra-1 --import Demo/Import/Aldra-1_tops.txt --skip 1 --force --survey Demo");
+    command.form.key = QStringLiteral("markers");
+    command.form.whenEmpty = QStringLiteral("The well has no markers.");
+    command.form.fields = {
+        textField("name", "Marker", "its name"),
+        numberField("depth", "MD (m)", "measured depth along hole from the kelly bushing, metres", 2),
+        numberField("subseaDepth", "TVDSS (m)", "the depth less the elevations of kelly bushing and ground, metres",
+                    2),
+        textField("color", "Colour", "its colour as #rrggbb"),
+    };
+    command.run = runMarkers;
+    return command;
+}
+
+Command zonesCommand()
+{
+    Command command = wellDataCommand("zones", "List or import the perforation zones of a well",
+                                      "Lists the zones in the order of their file. With --import they are replaced "
+                                      "by those of a file, as the import "
+                                      "of the zone editor does; --force is needed where the well has zones.",
+                                      zoneImport);
+    command.example =
+        QStringLiteral("zones Aldra-1 --import Demo/Import/Aldra-1_perforations.txt --skip 1 --force --survey Demo");
+    command.form.key = QStringLiteral("zones");
+    command.form.whenEmpty = QStringLiteral("The well has no perforation zones.");
+    command.form.fields = {
+        textField("name", "Zone", "its name"),
+        numberField("startDepth", "From (m)", "measured depth of its upper end, metres", 2),
+        numberField("endDepth", "To (m)", "measured depth of its lower end, metres", 2),
+        textField("type", "Type", "what it produces"),
+    };
+    command.run = runZones;
+    return command;
+}
+
+Command pointsCommand()
+{
+    Command command = wellDataCommand("points", "List or import the calibration points of a well and a curve group",
+                                      "Lists the points in the order of their file. With --import they are replaced "
+                                      "by those of a file, as the import "
+                                      "of the point editor does; --force is needed where there are points.",
+                                      pointImport);
+    command.operands.append(operand("GROUP", "the curve group, as \"Porosity\"", choiceOf(curveGroupNames())));
+    command.example = QStringLiteral(
+        "points Aldra-1 Porosity --import Demo/Import/Aldra-1_core_porosity.txt --skip 1 --force --survey Demo");
+    command.form.key = QStringLiteral("points");
+    command.form.whenEmpty = QStringLiteral("There are no calibration points.");
+    command.form.fields = {
+        numberField("depth", "MD (m)", "measured depth, metres"),
+        numberField("value", "Value", "the measured value"),
+    };
+    command.run = runPoints;
+    return command;
+}
+
+} // namespace batch

@@ -1,0 +1,272 @@
+#include "batchfixture.h"
+#include "support/testmain.h"
+#include "survey/surveyfolder.h"
+#include "survey/surveystore.h"
+
+namespace {
+
+QByteArray lasText(const char *well, const char *depthUnit = "M", const char *wrap = "NO")
+{
+    QByteArray text = QByteArray("~V\nVERS. 2.0 :\nWRAP. ") + wrap + " :\n~W\nSTRT." + depthUnit + " 1000 :\nSTOP."
+        + depthUnit + " 1004 :\nSTEP." + depthUnit + " 1 :\nNULL. -999.25 :\nWELL. " + well + " :\nUWI. " + well
+        + " :\nTD.M 1500 :\n" + "~C\nDEPT." + depthUnit + " :\nNEW.API :\nRES.OHMM :\n~A\n";
+    for (int i = 0; i < 5; ++i) {
+        text += QByteArray::number(1000 + i) + (qstrcmp(wrap, "YES") == 0 ? "\n" : " ") + QByteArray::number(i * 10)
+            + ' ' + (i == 2 ? QByteArray("-999.25") : QByteArray::number(i)) + '\n';
+    }
+    return text;
+}
+
+host::LogData logOf(const QString &survey, const QString &well, const QString &name)
+{
+    survey::SurveyStore store(survey);
+    for (const host::WellEntry &entry : store.list().value) {
+        const auto logs = store.logs(entry.key).value;
+        for (int i = 0; entry.name == well && i < logs.size(); ++i)
+            if (logs.at(i).name == name)
+                return store.log(entry.key, i).value;
+    }
+    return {};
+}
+
+} // namespace
+
+class TestBatchImport : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { m_demo.make(); }
+    void init()
+    {
+        m_survey = m_demo.copy();
+        m_las = m_demo.newPath() + ".las";
+        files::write(m_las, lasText("Aldra-1"));
+    }
+
+    void curvesGoIntoTheWellOfTheFile()
+    {
+        const BatchRun run = import({m_las, "--json"});
+        VERIFY_EXIT(0, run);
+        QCOMPARE(run.list("imports").size(), 1);
+        const QJsonObject record = run.record("imports");
+        QCOMPARE(record.value("well").toString(), QString("Aldra-1"));
+        QCOMPARE(record.value("isNew").toBool(true), false);
+        QCOMPARE(record.value("isWritten").toBool(), true);
+        QCOMPARE(record.value("logs").toArray().size(), 2); // not the depths
+        const host::LogData log = logOf(m_survey, "Aldra-1", "NEW");
+        QCOMPARE(log.depths, (QVector<float>{1000, 1001, 1002, 1003, 1004}));
+        QCOMPARE(log.values, (QVector<float>{0, 10, 20, 30, 40}));
+        QCOMPARE(log.unit, QString("API"));
+        QVERIFY(host::isUndefined(logOf(m_survey, "Aldra-1", "RES").values.at(2)));
+        QVERIFY(logOf(m_survey, "Aldra-1", "DEPT").values.isEmpty());
+    }
+
+    void optionsChooseAndName()
+    {
+        VERIFY_EXIT(0,
+                    import({m_las, "--well", "Brisk-1", "--curves", "NEW,DEPT", "--rename", "NEW=Fresh", "--map",
+                            "NEW=Gamma", "--interval", "0.5"}));
+        QCOMPARE(logOf(m_survey, "Brisk-1", "Fresh").values, (QVector<float>{0, 5, 10, 15, 20, 25, 30, 35, 40}));
+        QCOMPARE(logOf(m_survey, "Brisk-1", "DEPT").values.size(), 9);
+        QVERIFY(logOf(m_survey, "Brisk-1", "RES").values.isEmpty());
+        QVERIFY(logOf(m_survey, "Aldra-1", "Fresh").values.isEmpty());
+        QVERIFY(files::read(m_survey + "/WLC/CurveGroups/Gamma.txt").contains("Fresh\n"));
+        QVERIFY(files::read(m_survey + "/WLC/CurveGroups/CurveGroupTable.txt").contains("Fresh | Gamma"));
+        const BatchRun logs = runBatch({"logs", "Brisk-1", "--json"}, m_survey);
+        QCOMPARE(logs.record("logs", logs.list("logs").size() - 1).value("group").toString(), QString("Gamma"));
+    }
+
+    void aLogThatIsThereStaysUnlessForced()
+    {
+        VERIFY_EXIT(0, import({m_las}));
+        const auto before = files::snapshot(m_survey);
+        files::write(m_las, lasText("Aldra-1").replace("1001 10", "1001 11"));
+        const BatchRun refused = import({m_las});
+        VERIFY_EXIT(1, refused);
+        QVERIFY2(refused.errors.contains(m_las) && refused.errors.contains("NEW, RES")
+                     && refused.errors.contains("--force"),
+                 qPrintable(refused.errors));
+        QCOMPARE(files::snapshot(m_survey), before);
+        VERIFY_EXIT(0, import({m_las, "--force"}));
+        QCOMPARE(logOf(m_survey, "Aldra-1", "NEW").values.at(1), 11.0f);
+    }
+
+    void aDryRunWritesNothing()
+    {
+        QVERIFY(QDir(m_survey + "/WLC").removeRecursively());
+        const auto before = files::snapshot(m_survey);
+        const BatchRun run = import({m_las, "--dry-run", "--json"});
+        VERIFY_EXIT(0, run);
+        QCOMPARE(run.record("imports").value("isWritten").toBool(true), false);
+        QCOMPARE(run.record("imports").value("logs").toArray().size(), 2);
+        files::write(m_las, lasText("New one"));
+        VERIFY_EXIT(0, import({m_las, "--new-wells", "--dry-run"}));
+        QCOMPARE(files::snapshot(m_survey), before);
+    }
+
+    void whatIsRefusedIsNamed_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QStringList>("words");
+        QTest::addColumn<QString>("named");
+        const QByteArray good = lasText("Aldra-1");
+        QTest::newRow("unknown well") << lasText("Nowhere") << QStringList{} << "--new-wells";
+        QTest::newRow("given well") << good << QStringList{"--well", "Nowhere"} << "\"Nowhere\"";
+        QTest::newRow("no well") << lasText("") << QStringList{} << "--well";
+        QTest::newRow("wrapped") << lasText("Aldra-1", "M", "YES") << QStringList{} << "las-unwrap";
+        QTest::newRow("too deep") << QByteArray(good).replace("STOP.M 1004", "STOP.M 99999") << QStringList{}
+                                  << "maximum depth is less than LAS files end depth";
+        QTest::newRow("no curve wanted") << good << QStringList{"--curves", "NONE"} << "none of its curves";
+        QTest::newRow("no data") << good.left(good.indexOf("~A")) << QStringList{} << "no curve with samples";
+        QTest::newRow("existing well") << good << QStringList{"--new-wells"} << "without --new-wells";
+        QTest::newRow("two of a name") << good << QStringList{"--rename", "NEW=RES"} << "RES";
+    }
+    void whatIsRefusedIsNamed()
+    {
+        QFETCH(QByteArray, text);
+        QFETCH(QStringList, words);
+        QFETCH(QString, named);
+        files::write(m_las, text);
+        const auto before = files::snapshot(m_survey);
+        const BatchRun run = import(QStringList{m_las} + words);
+        VERIFY_EXIT(1, run);
+        QVERIFY2(run.errors.contains(named), qPrintable(run.errors));
+        QCOMPARE(files::snapshot(m_survey), before);
+    }
+
+    void wrongOptionsAreUsage()
+    {
+        for (const QStringList &words : {QStringList{"--well", "a", "--new-wells"},
+                                         {"--map", "GR"},
+                                         {"--map", "GR=Nonsense"},
+                                         {"--rename", "=B"},
+                                         {"--rename", "A=B", "--rename", "A=C"},
+                                         {"--interval", "0"},
+                                         {"--interval", "x"},
+                                         {"--interval", "-1"},
+                                         {"--curves", ""},
+                                         {"--curves", "A,,B"},
+                                         {"--nonsense"}}) {
+            VERIFY_EXIT(2, import(QStringList{m_las} + words));
+        }
+        VERIFY_EXIT(2, import({}));
+        VERIFY_EXIT(1, import({"/none.las"}));
+    }
+
+    void feetAreConvertedWhenAsked()
+    {
+        files::write(m_las, lasText("Aldra-1", "F"));
+        const BatchRun plain = import({m_las, "--json", "--rename", "NEW=P1", "--rename", "RES=P2"});
+        VERIFY_EXIT(0, plain);
+        QVERIFY(plain.output.contains("Convert feet to metres"));
+        QCOMPARE(logOf(m_survey, "Aldra-1", "P1").depths.first(), 1000.0f);
+        VERIFY_EXIT(0, import({m_las, "--convert-feet"}));
+        QCOMPARE(logOf(m_survey, "Aldra-1", "NEW").depths.first(), 304.8f);
+    }
+
+    void newWellsAreMade()
+    {
+        const QString folder = m_demo.newPath();
+        files::write(folder + "/a.las", lasText("Nova-1"));
+        files::write(folder + "/b.las", lasText("Nova-2", "M", "YES"));
+        files::write(folder + "/deep/c.LAS", lasText("Nova-3", "F"));
+        files::write(folder + "/readme.txt", "no");
+        const BatchRun run = import({folder, "--new-wells", "--json", "--jobs", "3"});
+        VERIFY_EXIT(0, run);
+        QCOMPARE(run.list("imports").size(), 3);
+        survey::SurveyStore store(m_survey);
+        QCOMPARE(store.list().value.size(), 9);
+        QCOMPARE(logOf(m_survey, "Nova-1", "NEW").values.size(), 5);
+        QCOMPARE(logOf(m_survey, "Nova-2", "NEW").values, (QVector<float>{0, 10, 20, 30, 40})); // wrapped
+        QCOMPARE(logOf(m_survey, "Nova-3", "NEW").depths.first(), 304.8f);
+        QVERIFY(files::read(m_survey + "/WLC/DefaultLogs/Nova-1.txt").contains("|RES"));
+    }
+
+    void newWellsObeyTheOptions()
+    {
+        files::write(m_las, lasText("Nova-1"));
+        VERIFY_EXIT(
+            0,
+            import({m_las, "--new-wells", "--interval", "0.5", "--rename", "RES=Deep", "--map", "RES=Resistivity"}));
+        const host::LogData log = logOf(m_survey, "Nova-1", "Deep");
+        QCOMPARE(log.depths.size(), 9);
+        QCOMPARE(log.values.at(1), 0.5f);
+        for (int i : {3, 4, 5})
+            QVERIFY(host::isUndefined(log.values.at(i))); // nothing is made of the gap at 1002
+        QCOMPARE(log.values.at(6), 3.0f);
+        QVERIFY(files::read(m_survey + "/WLC/CurveGroups/Resistivity.txt").contains("Deep\n"));
+        files::write(m_las, lasText("Nova-2"));
+        VERIFY_EXIT(0, import({m_las, "--new-wells", "--curves", "NEW"}));
+        QCOMPARE(runBatch({"logs", "Nova-2", "--json"}, m_survey).list("logs").size(), 1);
+    }
+
+    void aSurveyInFeetGetsFeet()
+    {
+        const QString survey = m_demo.newPath();
+        survey::NewSurvey feet;
+        feet.name = "Feet";
+        feet.depthUnit = survey::DepthUnit::Foot;
+        QCOMPARE(survey::createSurvey(survey, feet).error, QString());
+        files::write(m_las, lasText("F-1", "F"));
+        VERIFY_EXIT(0, runBatch({"import", m_las, "--new-wells", "--survey", survey, "--interval", "0.3048"}));
+        const BatchRun run = runBatch({"logs", "F-1", "--json"}, survey);
+        QCOMPARE(run.record("logs").value("sampleCount").toInt(), 5);
+        QCOMPARE(run.record("logs").value("startDepth").toDouble(), 304.8);
+    }
+
+    void severalFilesOfAWellFollowEachOther()
+    {
+        const QString second = m_demo.newPath() + ".las";
+        files::write(second, lasText("Aldra-1").replace("NEW.", "TWO.").replace("RES.", "SIX."));
+        const QString third = m_demo.newPath() + ".las";
+        files::write(third, lasText("Aldra-1").replace("RES.", "SEVEN."));
+        const BatchRun run = import({m_las, second, third, "--json"});
+        VERIFY_EXIT(1, run); // the third repeats NEW
+        QCOMPARE(run.list("imports").size(), 1);
+        QCOMPARE(run.record("imports").value("files").toArray().size(), 2);
+        QCOMPARE(run.record("imports").value("logs").toArray().size(), 4);
+        QVERIFY(run.errors.contains(third));
+    }
+
+    void childrenImportWhatOneProcessImports()
+    {
+        QStringList files;
+        for (const char *name : {"Aldra-1", "Aldra-2", "Aldra-3 A", "Brisk-1", "Brisk-2"}) {
+            files.append(m_demo.newPath() + ".las");
+            files::write(files.last(), lasText(name));
+        }
+        const QString other = m_demo.copy();
+        VERIFY_EXIT(0, import(files + QStringList{"--jobs", "1"}));
+        VERIFY_EXIT(0, runBatch(QStringList{"import"} + files + QStringList{"--jobs", "4"}, other));
+        QCOMPARE(files::snapshot(other), files::snapshot(m_survey));
+    }
+
+    void aReadOnlySurveyFails()
+    {
+        QProcess shell;
+        const QString script =
+            "chmod -R a-w \"$1\"; exec setpriv --reuid=65534 --clear-groups \"$0\" import \"$2\" --survey \"$1\"";
+        QProcess::execute("chmod", {"-R", "a+rX", QFileInfo(m_survey).path(), m_las});
+        QProcess::execute("chmod", {"a+rx", QFileInfo(m_las).path()});
+        shell.start("bash", {"-c", script, QStringLiteral(LORVA_BINARY_DIR "/bin/lorva-batch"), m_survey, m_las});
+        QVERIFY(shell.waitForFinished());
+        const QByteArray errors = shell.readAllStandardError();
+        QProcess::execute("chmod", {"-R", "u+w", m_survey});
+        if (errors.contains("setpriv") || errors.contains("ermission denied\n"))
+            QSKIP("Needs to become another user");
+        QCOMPARE(shell.exitCode(), 1);
+        QVERIFY2(errors.contains("Aldra-1"), errors);
+        QVERIFY(logOf(m_survey, "Aldra-1", "NEW").values.isEmpty());
+    }
+
+private:
+    BatchRun import(const QStringList &words) { return runBatch(QStringList{"import"} + words, m_survey); }
+
+    BatchFixture m_demo;
+    QString m_survey;
+    QString m_las;
+};
+
+LORVA_TEST_MAIN(TestBatchImport)
+#include "tst_batchimport.moc"
