@@ -63,8 +63,9 @@ QString fileNameFor(const QString &name, int otherBytes)
     const QByteArray bytes = name.toUtf8();
     if (bytes.isEmpty())
         return QString::fromLatin1(emptyName);
-    const bool isDots = bytes == "." || bytes == "..";
-    QByteArray result = isDots || needsEscapes(bytes) ? escaped(bytes, isDots) : bytes;
+    // What is named like our own hidden files would be taken for a leftover of them.
+    const bool areDotsEscaped = bytes == "." || bytes == ".." || isReservedName(name);
+    QByteArray result = areDotsEscaped || needsEscapes(bytes) ? escaped(bytes, areDotsEscaped) : bytes;
     const int limit = maximumFileNameBytes - otherBytes;
     if (result.size() > limit)
         result = shortened(result, bytes, limit);
@@ -91,6 +92,8 @@ QString typedNameProblem(const QString &name, int otherBytes)
         return QStringLiteral("\"%1\" cannot be a name.").arg(name);
     if (isReservedName(name))
         return QStringLiteral("Names that begin with \".lorva-\" are kept for the program's own folders.");
+    if (!name.isValidUtf16())
+        return QStringLiteral("The name holds half of a character.");
     for (QChar c : name) {
         if (c == QLatin1Char('/') || c == QLatin1Char('\\'))
             return QStringLiteral("The name must not hold a \"%1\".").arg(c);

@@ -9,8 +9,8 @@ namespace base {
 constexpr int maximumFileNameBytes = 255;
 
 /// \a name as part of a file name. An ordinary name comes back as it is. In a name that holds a "/", a control
-/// character or something that looks like %XX, those characters and "%" become %XX of their bytes; "." and ".."
-/// and the empty name get names of their own too. A name too long for a file name together with \a otherBytes
+/// character or something that looks like %XX, those characters and "%" become %XX of their bytes; ".", "..",
+/// reserved names and the empty name get names of their own too. A name too long for a file name together with \a otherBytes
 /// bytes around it is cut and closed with a digest. No two names give the same result.
 QString fileNameFor(const QString &name, int otherBytes = 0);
 

@@ -162,6 +162,9 @@ void TestSafeName::escapesWhatNoFileCanBeCalled_data()
     row("../x", "..%2Fx");
     row("", "%FF");
     row("井/1", "井%2F1");
+    row(".lorva-abcDEF", "%2Elorva-abcDEF"); // else it would be taken away as a leftover
+    row(".lorva-a.b", "%2Elorva-a%2Eb");
+    row("%2Elorva-a", "%252Elorva-a");
     QTest::newRow("NUL") << QString(QStringLiteral("a") + QChar(0)) << QStringLiteral("a%00");
     QTest::newRow("byte order mark") << QString(QChar(0xFEFF) + QStringLiteral("a/b"))
                                      << QString(QChar(0xFEFF) + QStringLiteral("a%2Fb"));
@@ -252,6 +255,8 @@ void TestSafeName::judgesTypedNames_data()
     row(".lorva", true);
     row(".mine", true);
     QTest::newRow("NUL") << QString(QStringLiteral("a") + QChar(0)) << false;
+    QTest::newRow("half of a character") << QString(QStringLiteral("a") + QChar(0xD800)) << false;
+    QTest::newRow("both halves") << QString::fromUtf8("\xF0\x9F\x9B\xA2") << true;
 }
 
 void TestSafeName::judgesTypedNames()

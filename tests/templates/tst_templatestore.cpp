@@ -113,6 +113,14 @@ private slots:
         QCOMPARE(loadTemplate(m_project, "Mine", "Global").size(), 1);
     }
 
+    void aWellCalledLikeALeftoverKeepsItsTemplates()
+    {
+        const TemplateId which = TemplateId::ofWell(".lorva-abcDEF", "Mine");
+        QVERIFY(saveTemplate(m_project, which, {trackOf("mine")}).ok());
+        openProjectFolder(m_folder->path(), &m_project); // the next launch, which takes leftovers away
+        QCOMPARE(wellTemplateNames(m_project, ".lorva-abcDEF"), QStringList("Mine"));
+    }
+
     void tracksComeInTheOrderOfTheirNumbers()
     {
         const QStringList expected{"Track_1",
