@@ -122,8 +122,8 @@ void splitSkippingEmpty(Field line, char separator, size_t limit, std::vector<Fi
 QByteArray oneLine(const QString &name)
 {
     QByteArray bytes = name.toUtf8();
-    std::replace(bytes.begin(), bytes.end(), '\n', ' ');
-    std::replace(bytes.begin(), bytes.end(), '\r', ' ');
+    for (const char breaking : {'\n', '\r', '\0'}) // a null ends a text for the host
+        std::replace(bytes.begin(), bytes.end(), breaking, ' ');
     return bytes;
 }
 

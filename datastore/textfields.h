@@ -38,7 +38,7 @@ void split(Field line, char separator, std::vector<Field> *parts);
 /// The parts that are not empty, no more than \a limit of them.
 void splitSkippingEmpty(Field line, char separator, size_t limit, std::vector<Field> *parts);
 
-/// A name as it can stand in a line: line breaks become blanks.
+/// A name as it can stand in a line: line breaks and nulls become blanks.
 QByteArray oneLine(const QString &name);
 /// The same without white space at its ends, as it is read back.
 QString trimmedLine(const QString &name);

@@ -63,7 +63,7 @@ QByteArray escapedKey(const QByteArray &key)
 QString storedText(const QString &text)
 {
     QByteArray bytes = text.toUtf8();
-    return QString::fromUtf8(bytes.replace('\r', "").trimmed());
+    return QString::fromUtf8(bytes.replace('\r', "").replace('\0', ' ').trimmed());
 }
 
 QString shownText(const QByteArray &bytes)
@@ -98,7 +98,7 @@ bool KeyValues::contains(const QByteArray &key) const
 void KeyValues::set(const QByteArray &key, const QByteArray &value)
 {
     QByteArray oneLine = value;
-    oneLine.replace('\r', "");
+    oneLine.replace('\r', "").replace('\0', ' '); // a null would end the value for its readers
     oneLine = oneLine.trimmed();
     const QByteArray readBack = oneLine.isNull() ? QByteArray("") : oneLine;
     oneLine.replace('\n', lineEndInValue);

@@ -26,9 +26,12 @@ QString storedNameProblem(const QString &name)
     for (QChar c : name)
         if (c.category() == QChar::Other_Control)
             return QStringLiteral("The well name \"%1\" holds a control character.").arg(name);
-    // The host's lists cannot hold these: they begin a folder entry, end a section or begin a comment.
+    if (!name.isValidUtf16())
+        return QStringLiteral("The well name \"%1\" holds half of a character.").arg(name);
+    // The host's lists cannot hold these: they begin a folder entry, end a section or begin a comment, or are
+    // read without their first character.
     if (name.startsWith(QLatin1Char('@')) || name.startsWith(QLatin1Char('!')) || name.startsWith(QLatin1String("--"))
-        || name.startsWith(QLatin1Char(':')))
+        || name.startsWith(QLatin1Char(':')) || name.startsWith(QChar(QChar::ByteOrderMark)))
         return QStringLiteral("A well name cannot begin like \"%1\".").arg(name);
     if (name.endsWith(QLatin1Char('\\'))) // it would escape the ":" behind the name
         return QStringLiteral("A well name cannot end like \"%1\".").arg(name);

@@ -165,6 +165,11 @@ void TestOdFile::readsBackWhatItSet()
         QCOMPARE(again.text("K"), storedText(QString::fromUtf8(text)));
         QCOMPARE(keys.value("K"), again.value("K"));
     }
+    const QString withNull = QString::fromUtf16(u"a\0b", 3); // readers would see no more than "a"
+    QCOMPARE(storedText(withNull), QStringLiteral("a b"));
+    KeyValues keys;
+    keys.set("K", withNull);
+    QCOMPARE(keys.toBytes(), QByteArray("K: a b\n"));
 }
 
 void TestOdFile::removesAllLinesOfAKey()

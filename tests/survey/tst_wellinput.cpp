@@ -28,6 +28,12 @@ void TestWellInput::fieldProblems_data()
     row(WellField::Name, "", "A well needs a name.");
     row(WellField::Name, "  ", "A well needs a name.");
     row(WellField::Name, "a\tb", "The well name \"a\tb\" holds a control character.");
+    QTest::newRow("byte order mark") << static_cast<int>(WellField::Name)
+                                     << QString(QChar(0xFEFF) + QStringLiteral("a"))
+                                     << QStringLiteral("A well name cannot begin like \"%1a\".").arg(QChar(0xFEFF));
+    QTest::newRow("half of a character")
+        << static_cast<int>(WellField::Name) << QString(QStringLiteral("a") + QChar(0xD800))
+        << QStringLiteral("The well name \"a%1\" holds half of a character.").arg(QChar(0xD800));
     // What the survey's files cannot hold is told at once, not only when it is written.
     row(WellField::Name, " @base", "A well name cannot begin like \"@base\".");
     row(WellField::Name, "!x", "A well name cannot begin like \"!x\".");
