@@ -2,6 +2,7 @@
 
 #include "base/folderremoval.h"
 #include "base/folderswap.h"
+#include "base/safename.h"
 #include "datastore/project.h"
 #include "datastore/projectfile.h"
 
@@ -14,6 +15,12 @@ namespace {
 QString folderOf(const Project &project, const QString &name)
 {
     return correlationsFolder(project) + QLatin1Char('/') + name;
+}
+
+// Names come from choosers and files as well.
+bool isName(const QString &name)
+{
+    return base::isPathComponent(name) && !base::isReservedName(name) && name.isValidUtf16();
 }
 
 QString fileOf(const Project &project, const QString &name)
@@ -31,12 +38,14 @@ QString correlationsFolder(const Project &project)
 bool exists(const Project &project, const QString &name)
 {
     const QFileInfo folder(folderOf(project, name));
-    return folder.exists() || folder.isSymLink();
+    return isName(name) && (folder.exists() || folder.isSymLink());
 }
 
 std::optional<CorrelationProperties> load(const Project &project, const QString &name, const KnownNames &known,
                                           QString *error)
 {
+    if (!isName(name))
+        return std::nullopt;
     const ProjectFile file = readProjectFile(project.projectFolder, fileOf(project, name));
     if (file.state != ProjectFile::State::Read) {
         if (error && file.state == ProjectFile::State::Unreadable)
@@ -50,6 +59,8 @@ std::optional<CorrelationProperties> load(const Project &project, const QString 
 
 base::WriteResult write(const Project &project, const CorrelationProperties &properties)
 {
+    if (!isName(properties.name))
+        return {QStringLiteral("\"%1\" cannot be the name of a correlation.").arg(properties.name)};
     const QString path = fileOf(project, properties.name);
     if (!readProjectFile(project.projectFolder, path).mayBeReplaced())
         return {path + QStringLiteral(": what is there cannot be read, and is not written over")};
