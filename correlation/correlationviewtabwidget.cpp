@@ -10,6 +10,7 @@
 #include "logview/infront.h"
 #include "templates/templatestore.h"
 
+#include <QDockWidget>
 #include <QTabWidget>
 #include <QTreeWidgetItem>
 

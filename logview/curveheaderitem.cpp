@@ -7,6 +7,7 @@
 #include <QFontMetrics>
 #include <QGraphicsSceneMouseEvent>
 #include <QPainter>
+#include <QTextDocument>
 
 namespace {
 

@@ -52,11 +52,11 @@ const QStringList productFolders{
     QStringLiteral("programs"),    QStringLiteral("survey"),
 };
 
-QVector<Source> productSources()
+QVector<Source> sourcesIn(const QStringList &folders)
 {
     QVector<Source> sources;
     const QDir project(QStringLiteral(LORVA_SOURCE_DIR));
-    for (const QString &folder : productFolders) {
+    for (const QString &folder : folders) {
         QDirIterator entries(project.filePath(folder), {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files,
                              QDirIterator::Subdirectories);
         while (entries.hasNext()) {
@@ -117,6 +117,10 @@ bool isOfThePlugin(const Source &source)
                         QStringLiteral("programs"), QStringLiteral("host/opendtect")}
                 .contains(source.folder);
 }
+
+// Hundreds of headers, which nothing precompiles: one such line took a third of a test's compilation.
+const QRegularExpression
+    includesAWholeModule(QStringLiteral("^\\s*#\\s*include\\s*<Qt(Core|Gui|Widgets|PrintSupport|Test)(/Qt\\w+)?>"));
 
 // Who may include whom; every folder may include itself and base.
 QStringList allowedFolders(const QString &folder)
@@ -195,6 +199,7 @@ class TestSourceRules : public QObject
 private slots:
     void initTestCase();
     void findsWhatItLooksFor();
+    void nothingIncludesAWholeModule();
     void onlyTheAtomicWriterOpensFilesForWriting();
     void nothingElseOfQtWritesFiles();
     void onlyTheSeamMovesFiles();
@@ -214,7 +219,7 @@ private:
 
 void TestSourceRules::initTestCase()
 {
-    m_sources = productSources();
+    m_sources = sourcesIn(productFolders);
     QVERIFY(m_sources.size() > 60);
 }
 
@@ -270,6 +275,19 @@ void TestSourceRules::findsWhatItLooksFor()
     QVERIFY(!problem("correlation/x.cpp", "logview/x.h"));
     QVERIFY(!problem("base/x.cpp", "sys/stat.h"));
     QVERIFY(!problem("host/opendtect/x.cpp", "plugin/launcher.h"));
+}
+
+void TestSourceRules::nothingIncludesAWholeModule()
+{
+    for (const char *line : {"#include <QtTest>", "#include <QtCore/QtCore>", "#  include <QtWidgets>"})
+        QVERIFY2(includesAWholeModule.match(QString::fromLatin1(line)).hasMatch(), line);
+    for (const char *line : {"#include <QTest>", "#include <QtGlobal>", "#include <QtCore/qglobal.h>"})
+        QVERIFY2(!includesAWholeModule.match(QString::fromLatin1(line)).hasMatch(), line);
+    const QVector<Source> sources =
+        sourcesIn(productFolders + QStringList{QStringLiteral("tests"), QStringLiteral("benchmarks")});
+    QVERIFY(sources.size() > m_sources.size() + 100);
+    const QStringList found = linesMatching(sources, includesAWholeModule, {});
+    QVERIFY2(found.isEmpty(), qPrintable(found.join(QLatin1Char('\n'))));
 }
 
 void TestSourceRules::onlyTheAtomicWriterOpensFilesForWriting()

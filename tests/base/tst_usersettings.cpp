@@ -5,7 +5,7 @@
 
 #include <QSize>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 using base::UserSettings;
 

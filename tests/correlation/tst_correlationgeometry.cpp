@@ -2,7 +2,7 @@
 
 #include "datastore/wellscatalogue.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <limits>
 

@@ -5,7 +5,8 @@
 #include "support/testmain.h"
 
 #include <QScrollBar>
-#include <QtTest>
+#include <QSignalSpy>
+#include <QTest>
 
 class tst_correlationmoving : public QObject
 {

@@ -1,6 +1,6 @@
 #include "correlation/correlationproperties.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <limits>
 

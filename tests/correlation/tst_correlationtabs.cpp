@@ -9,10 +9,11 @@
 
 #include <QDockWidget>
 #include <QLineEdit>
+#include <QSignalSpy>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTest>
 #include <QTreeWidget>
-#include <QtTest>
 
 #include <algorithm>
 #include <malloc.h>

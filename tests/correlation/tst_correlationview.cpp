@@ -14,7 +14,7 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QSplitter>
-#include <QtTest>
+#include <QTest>
 
 class tst_correlationview : public QObject
 {

@@ -4,7 +4,7 @@
 #include "support/memoryhost.h"
 #include "support/scriptedasker.h"
 
-#include <QtTest>
+#include <QTest>
 
 inline const char selectedWellError[] = "Cannot get data for the selected well";
 inline const char groupError[] = "Cannot get data for the selected well:";

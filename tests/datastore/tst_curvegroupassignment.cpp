@@ -9,7 +9,7 @@
 
 #include <QDir>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 // The lists of groups and zone types, and which group a log name has.
 class tst_curvegroupassignment : public QObject

@@ -3,7 +3,7 @@
 #include "support/memoryhost.h"
 #include "support/scriptedasker.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <cmath>
 #include <limits>

@@ -1,6 +1,6 @@
 #include "datastore/unitclassification.h"
 
-#include <QtTest>
+#include <QTest>
 
 class tst_unitclassification : public QObject
 {

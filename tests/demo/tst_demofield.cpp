@@ -1,6 +1,6 @@
 #include "demo/demofield.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <cmath>
 

@@ -6,7 +6,7 @@
 #include <QDir>
 #include <QImage>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 class tst_installation : public QObject
 {

@@ -8,7 +8,7 @@
 #include <QDir>
 #include <QImage>
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 namespace {
 

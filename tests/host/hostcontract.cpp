@@ -3,7 +3,7 @@
 #include "support/files.h"
 
 #include <QFileInfo>
-#include <QtTest>
+#include <QTest>
 
 #include <cmath>
 #include <limits>

@@ -1,6 +1,6 @@
 #include "mainwin/wellreports.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <limits>
 

@@ -12,7 +12,7 @@
 #include "surveycontents.h"
 
 #include <QMenu>
-#include <QtTest>
+#include <QTest>
 
 #include <ioman.h>
 #include <uimainwin.h>

@@ -7,7 +7,7 @@
 #include "odsurvey.h"
 #include "support/scriptedasker.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <ioman.h>
 #include <welldata.h>

@@ -9,7 +9,7 @@
 #include "survey/surveystore.h"
 #include "surveycontents.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <atomic>
 #include <csignal>

@@ -3,7 +3,7 @@
 #include "support/badbytes.h"
 #include "support/commalocale.h"
 
-#include <QtTest>
+#include <QTest>
 
 #include <cmath>
 
