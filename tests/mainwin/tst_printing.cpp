@@ -9,6 +9,7 @@
 #include "support/testmain.h"
 
 #include <QAction>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QPrintEngine>
 #include <QPrintPreviewDialog>
