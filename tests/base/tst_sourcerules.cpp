@@ -80,10 +80,14 @@ QStringList linesMatching(const QVector<Source> &sources, const QRegularExpressi
     return found;
 }
 
-const QRegularExpression opensForWriting(QStringLiteral(
-    "\\b(WriteOnly|ReadWrite|Append|Truncate|NewOnly)\\b|\\bQSaveFile\\b|\\bQTemporaryFile\\b|\\b(w?ofstream|w?"
-    "fstream)\\b"
-    "|\\bfopen(64)?\\s*\\(|\\bfreopen\\s*\\(|\\bO_(WRONLY|RDWR|CREAT|TRUNC)\\b|\\bcreat\\s*\\(|\\bmkos?temp\\s*\\("));
+// A stream into bytes opens no file.
+const QRegularExpression
+    opensForWriting(QStringLiteral("^(?!.*\\bQDataStream "
+                                   "\\w+\\(&bytes,).*(\\b(WriteOnly|ReadWrite|Append|Truncate|NewOnly)\\b|"
+                                   "\\bQSaveFile\\b|\\bQTemporaryFile\\b|\\b(w?ofstream|w?"
+                                   "fstream)\\b"
+                                   "|\\bfopen(64)?\\s*\\(|\\bfreopen\\s*\\(|\\bO_(WRONLY|RDWR|CREAT|TRUNC)\\b|"
+                                   "\\bcreat\\s*\\(|\\bmkos?temp\\s*\\()"));
 
 const QRegularExpression
     writesByItself(QStringLiteral("\\bQSettings\\b|\\bQFile::copy\\b"
@@ -230,7 +234,8 @@ void TestSourceRules::findsWhatItLooksFor()
          {"f.open(QIODevice::WriteOnly)", "f.open(QFile::ReadWrite)", "QIODevice::Append", "QSaveFile f",
           "std::ofstream out", "fopen(name, \"w\")", "open(p, O_WRONLY)", "open(p, O_CREAT | O_RDWR)"})
         QVERIFY2(opensForWriting.match(QString::fromLatin1(line)).hasMatch(), line);
-    for (const char *line : {"f.open(QIODevice::ReadOnly)", "Appended", "open(p, O_RDONLY)", "isWriteOnlyOnce"})
+    for (const char *line : {"f.open(QIODevice::ReadOnly)", "Appended", "open(p, O_RDONLY)", "isWriteOnlyOnce",
+                             "QDataStream stream(&bytes, QIODevice::Append);"})
         QVERIFY2(!opensForWriting.match(QString::fromLatin1(line)).hasMatch(), line);
     for (const char *line : {"QSettings settings;", "QFile::copy(a, b)", "image.save(path)", "grab().save( path, 0)",
                              "pixmap->save(name)", "m_image.save(path)"})

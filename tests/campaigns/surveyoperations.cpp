@@ -135,7 +135,7 @@ Saved addOrRemoveWellFromLas(Place &place, int state)
         files::write(path,
                      "~V\nVERS. 2.0:\nWRAP. NO:\n~W\nNULL. -999.25:\n~C\nDEPT.M :\nGR.GAPI :\nRT.OHMM :\n~A\n"
                      "100 1 2\n101 3 4\n102 5 6\n");
-    const survey::MadeWell made = survey::makeWell(place.wells(), {properties("From LAS"), {path}, true, {}});
+    const survey::MadeWell made = survey::makeWell(place.wells(), {properties("From LAS"), {path}, true, {}, {}});
     if (made.key.isEmpty())
         return savedAs(made.error);
     return savedAs(place.wells().flush().error);

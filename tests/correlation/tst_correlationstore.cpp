@@ -5,7 +5,7 @@
 #include "support/files.h"
 
 #include <QTemporaryDir>
-#include <QtTest>
+#include <QTest>
 
 /// The files of correlations.
 class tst_correlationstore : public QObject
