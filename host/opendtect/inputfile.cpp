@@ -7,16 +7,21 @@
 
 namespace opendtect {
 
+namespace {
+
+constexpr int blockSize = 8192;
+
+} // namespace
+
 InputFile::InputFile(const QString &path)
+    : m_name(path.toUtf8())
 {
-    const QByteArray name = path.toUtf8();
     // Not blocking: a pipe in a file's place would wait for ever.
-    m_file = ::open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    m_file = ::open(m_name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     struct stat info
     { };
     if (m_file >= 0 && ::fstat(m_file, &info) == 0 && S_ISREG(info.st_mode)) {
         m_state = base::stateOf(info);
-        m_stream.setFileName(name.constData()); // for the host's messages
         return;
     }
     m_state = base::fileState(path);
@@ -31,16 +36,44 @@ InputFile::~InputFile()
         ::close(m_file);
 }
 
+// Reads the file's next bytes into the block; gives their number.
+int InputFile::read(int offset, int size)
+{
+    m_block.resize(offset + size);
+    int done = 0;
+    while (m_file >= 0 && done < size) {
+        const ssize_t got = ::read(m_file, m_block.data() + offset + done, static_cast<std::size_t>(size - done));
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got <= 0)
+            break;
+        done += static_cast<int>(got);
+    }
+    m_block.resize(offset + done);
+    setg(m_block.data(), m_block.data(), m_block.data() + m_block.size());
+    return done;
+}
+
+QByteArray InputFile::head(int size)
+{
+    const int wanted = static_cast<int>(qMin<qint64>(size, m_state.size));
+    if (m_block.size() < wanted)
+        read(m_block.size(), wanted - m_block.size());
+    return m_block.left(size);
+}
+
+od_istream &InputFile::stream()
+{
+    if (!m_stream) {
+        m_stream.emplace(m_standardStream.emplace(static_cast<std::streambuf *>(this)));
+        m_stream->setFileName(m_name.constData()); // for the host's messages
+    }
+    return *m_stream;
+}
+
 std::streambuf::int_type InputFile::underflow()
 {
-    ssize_t count = -1;
-    do
-        count = m_file < 0 ? 0 : ::read(m_file, m_block.data(), m_block.size());
-    while (count < 0 && errno == EINTR);
-    if (count <= 0)
-        return traits_type::eof();
-    setg(m_block.data(), m_block.data(), m_block.data() + count);
-    return traits_type::to_int_type(*gptr());
+    return read(0, blockSize) > 0 ? traits_type::to_int_type(*gptr()) : traits_type::eof();
 }
 
 } // namespace opendtect

@@ -2,17 +2,19 @@
 
 #include "base/filestate.h"
 
+#include <QByteArray>
 #include <QString>
 
-#include <array>
 #include <istream>
+#include <optional>
 #include <streambuf>
 
 #include <od_istream.h>
 
 namespace opendtect {
 
-/// A plain file for the host's library to read from: its own opening of a file costs more than reading a log's header.
+/// A plain file, to be looked at here and for the host's library to read from: its own opening of a file costs more than
+/// reading a log's header.
 class InputFile : private std::streambuf
 {
 public:
@@ -25,16 +27,21 @@ public:
     bool isOpen() const { return m_file >= 0; }
     /// The file as it was opened; where it was not, of no size if there is none.
     const base::FileState &state() const { return m_state; }
-    od_istream &stream() { return m_stream; }
+    /// Its first bytes, to be asked for before the stream; fewer than \a size at its end.
+    QByteArray head(int size);
+    /// The file from its beginning.
+    od_istream &stream();
 
 private:
     int_type underflow() override;
+    int read(int offset, int size);
 
+    const QByteArray m_name;
     int m_file = -1;
     base::FileState m_state;
-    std::array<char, 8192> m_block;
-    std::istream m_standardStream{this};
-    od_istream m_stream{m_standardStream};
+    QByteArray m_block;
+    std::optional<std::istream> m_standardStream;
+    std::optional<od_istream> m_stream;
 };
 
 } // namespace opendtect

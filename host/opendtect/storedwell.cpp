@@ -1,52 +1,32 @@
 #include "host/opendtect/storedwell.h"
 
 #include "host/opendtect/inputfile.h"
+#include "host/opendtect/libraryreader.h"
+#include "host/opendtect/odrecords.h"
 #include "host/opendtect/odtext.h"
+#include "host/opendtect/scratchwell.h"
 
 #include <QFile>
 #include <QFileInfo>
-
-#include <algorithm>
-#include <memory>
+#include <QSet>
 
 #include <ioobj.h>
-#include <undefval.h>
 #include <welldata.h>
 #include <wellio.h>
 #include <welllog.h>
-#include <welllogset.h>
 #include <wellmarker.h>
-#include <wellodreader.h>
-#include <welltrack.h>
 
 namespace opendtect {
 
 namespace {
 
-QVector<float> samples(const float *first, int count)
-{
-    QVector<float> copy(count);
-    std::copy_n(first, count, copy.begin());
-    return copy;
-}
+constexpr int logHeadSize = 2048;
+constexpr int largestPlainFile = 256 << 10;
 
-// A log of which only the header is known has two undefined samples at the ends of its range.
-std::unique_ptr<Well::Log> headerOf(const Well::Log &log)
+// A file that is read as a whole, where it is small enough for that.
+QByteArray wholeOf(InputFile &file)
 {
-    auto header = std::make_unique<Well::Log>(log.name());
-    header->setUnitMeasLabel(log.unitMeasLabel());
-    header->setMnemLabel(log.mnemLabel());
-    header->pars() = log.pars();
-    for (const int end : {0, log.size() - 1})
-        header->addValue(log.dah(end), mUdf(float));
-    return header;
-}
-
-void put(Well::LogSet &logs, std::unique_ptr<Well::Log> log, int place)
-{
-    logs.add(log.release());
-    for (int i = logs.size() - 1; i > place; --i)
-        logs.swap(i, i - 1);
+    return file.isOpen() && file.state().size <= largestPlainFile ? file.head(largestPlainFile) : QByteArray();
 }
 
 } // namespace
@@ -57,30 +37,43 @@ QString fileStem(const IOObj &entry)
     return main.path() + QLatin1Char('/') + main.completeBaseName();
 }
 
-StoredWell::StoredWell(const IOObj &entry, Well::Data &data)
-    : m_name(toQString(entry.name().buf()))
+StoredWell::StoredWell(const IOObj &entry, ScratchWell &scratch)
+    : m_entry(entry.clone())
+    , m_name(toQString(entry.name().buf()))
     , m_stem(fileStem(entry))
-    , m_data(data)
-    , m_reader(std::make_unique<Well::odReader>(entry, data, m_reason))
+    , m_scratch(scratch)
+    , m_folderPath(QFileInfo(m_stem).path())
 {
     m_track = base::fileState(file(Well::odIO::sExtTrack()));
-    m_folderPath = QFileInfo(m_stem).path();
-    if (!readMain())
-        m_error = withReason(QStringLiteral("Cannot read the well %1").arg(m_name), toQString(m_reason));
+    InputFile main(mainFile());
+    m_main = main.state();
+    const std::optional<PlainWell> plain = m_track.size < 0 ? plainWell(wholeOf(main)) : std::nullopt;
+    if (plain)
+        m_well = *plain;
+    else if (library())
+        m_well = {headerOf(m_library->data()), 0, 0};
+    m_well.header.name = m_name;
 }
 
 StoredWell::~StoredWell() = default;
 
-bool StoredWell::readMain()
+LibraryReader *StoredWell::library()
 {
+    if (m_library)
+        return m_library.get();
+    auto reader = std::make_unique<LibraryReader>(*m_entry, m_scratch.emptied());
     InputFile main(mainFile());
-    m_main = main.state();
-    // The library's own opening of what cannot be opened gives its reason.
-    const bool isRead = main.isOpen() ? m_reader->getInfo(main.stream()) : m_reader->getInfo();
-    if (!isRead || !m_reader->getTrack())
-        return false;
-    m_data.track().updateDahRange();
-    return true;
+    if (reader->readMain(main))
+        m_library = std::move(reader);
+    else
+        m_error = withReason(QStringLiteral("Cannot read the well %1").arg(m_name), reader->reason());
+    return m_library.get();
+}
+
+const Well::Data *StoredWell::data()
+{
+    const LibraryReader *reader = library();
+    return reader ? &reader->data() : nullptr;
 }
 
 QString StoredWell::file(const char *ending, int number) const
@@ -133,47 +126,31 @@ bool StoredWell::areLogsUnchanged() const
     return !QFile::exists(logFile(logFileCount()));
 }
 
-// What lies deeper than the track would make it longer when the library reads it.
-class StoredWell::KeptTrack
+std::optional<StoredWell::LogHeader> StoredWell::readLogHeader(InputFile &file)
 {
-public:
-    explicit KeptTrack(Well::Data &data)
-        : m_data(data)
-        , m_track(data.track())
-    {
-    }
-    ~KeptTrack() { m_data.track() = m_track; }
-    KeptTrack(const KeptTrack &) = delete;
-    KeptTrack &operator=(const KeptTrack &) = delete;
-
-private:
-    Well::Data &m_data;
-    const Well::Track m_track;
-};
-
-// Behind the logs that are there.
-bool StoredWell::addLog(InputFile &file, bool isHeaderOnly)
-{
-    const int before = m_data.logs().size();
-    return file.isOpen() && m_reader->addLog(file.stream(), isHeaderOnly) && m_data.logs().size() > before;
+    if (const auto plain = plainLogInfo(file.head(logHeadSize)))
+        return LogHeader{*plain, plain->name.toUtf8()};
+    LibraryReader *reader = library();
+    const std::unique_ptr<Well::Log> log = reader ? reader->readLog(file, true) : nullptr;
+    return log ? std::optional<LogHeader>({infoOf(*log), log->name().buf()}) : std::nullopt;
 }
 
 void StoredWell::readLogHeaders()
 {
-    m_data.logs().setEmpty();
     m_logs.clear();
     m_logFileOf.clear();
     m_logFiles.clear();
-    const KeptTrack track(m_data);
+    QSet<QByteArray> names;
     for (;;) {
         InputFile file(logFile(logFileCount()));
         if (file.state().size < 0)
             break;
         m_logFiles.push_back({file.state(), false});
-        if (!addLog(file, true))
+        const std::optional<LogHeader> header = readLogHeader(file);
+        if (!header || names.contains(header->name)) // the host does not find a second log of a name
             continue;
-        const Well::Log &log = m_data.logs().getLog(m_data.logs().size() - 1);
-        m_logs.append({toQString(log.name().buf()), toQString(log.unitMeasLabel())});
+        names.insert(header->name);
+        m_logs.append(header->info);
         m_logFileOf.append(logFileCount() - 1);
     }
     m_hasReadLogs = true;
@@ -201,46 +178,54 @@ host::Outcome<host::LogData> StoredWell::log(int index)
     readLogHeadersIfNeeded(index);
     if (index < 0 || index >= m_logs.size())
         return {{}, QStringLiteral("The well %1 has no log with the index %2.").arg(m_name, QString::number(index))};
-    const host::LogInfo &info = m_logs.at(index);
-    Well::LogSet &set = m_data.logs();
-    std::unique_ptr<Well::Log> header(set.remove(index));
+    LibraryReader *reader = library();
+    if (!reader)
+        return {{}, m_error};
     InputFile file(logFile(m_logFileOf.at(index)));
-    const KeptTrack track(m_data);
-    const bool isRead = addLog(file, false);
-    const std::unique_ptr<Well::Log> log(isRead ? set.remove(set.size() - 1) : nullptr);
-    put(set, std::move(header), index);
+    const std::unique_ptr<Well::Log> log = reader->readLog(file, false);
     if (!log || !log->isLoaded())
-        return {{}, QStringLiteral("Cannot read the log \"%1\" of the well %2.").arg(info.name, m_name)};
-    host::LogData read;
-    read.name = info.name;
-    read.unit = toQString(log->unitMeasLabel());
-    read.depths = samples(log->dahArr(), log->size());
-    read.values = samples(log->valArr(), log->size());
+        return {{}, QStringLiteral("Cannot read the log \"%1\" of the well %2.").arg(m_logs.at(index).name, m_name)};
+    host::LogData read = dataOf(*log);
+    read.name = m_logs.at(index).name;
     return {read, {}};
 }
 
-host::Outcome<StoredWell::LogPlace> StoredWell::placeOfLog(const char *name)
+int StoredWell::indexOfLog(const QString &name) const
 {
-    readLogHeadersIfNeeded(m_data.logs().indexOf(name));
+    for (int i = 0; i < m_logs.size(); ++i)
+        if (m_logs.at(i).name == name)
+            return i;
+    return -1;
+}
+
+host::Outcome<StoredWell::LogPlace> StoredWell::placeOfLog(const QString &name)
+{
+    readLogHeadersIfNeeded(indexOfLog(name));
     if (m_logs.size() != logFileCount())
         return {{},
                 QStringLiteral("One of the logs of the well %1 is unreadable or has the name of another; the host "
                                "would write over the wrong log. Nothing was changed.")
                     .arg(m_name)};
-    const int index = m_data.logs().indexOf(name);
+    LibraryReader *reader = library();
+    if (!reader)
+        return {{}, m_error};
+    const int index = indexOfLog(name);
     if (index < 0)
         return {{logFile(logFileCount()), nullptr}, {}};
-    return {{logFile(m_logFileOf.at(index)), &m_data.logs().getLog(index)}, {}};
+    const QString path = logFile(m_logFileOf.at(index));
+    InputFile file(path);
+    std::shared_ptr<const Well::Log> header = reader->readLog(file, true);
+    if (!header)
+        return {{}, QStringLiteral("Cannot read the log \"%1\" of the well %2.").arg(name, m_name)};
+    return {{path, header}, {}};
 }
 
 void StoredWell::logWritten(const Well::Log &log, const QString &path)
 {
-    Well::LogSet &set = m_data.logs();
-    const host::LogInfo info{toQString(log.name().buf()), toQString(log.unitMeasLabel())};
+    const host::LogInfo info = infoOf(log);
     const ReadFile file{base::fileState(path), true};
-    const int index = set.indexOf(log.name());
+    const int index = indexOfLog(info.name);
     if (index >= 0) {
-        const std::unique_ptr<Well::Log> before(set.remove(index));
         m_logs[index] = info;
         m_logFiles[m_logFileOf.at(index)] = file;
     } else {
@@ -248,24 +233,35 @@ void StoredWell::logWritten(const Well::Log &log, const QString &path)
         m_logFileOf.append(logFileCount());
         m_logFiles.push_back(file);
     }
-    put(set, headerOf(log), index >= 0 ? index : set.size());
     m_folder = {base::fileState(m_folderPath), true};
 }
 
-Well::MarkerSet &StoredWell::markers()
+host::Outcome<QVector<host::Marker>> StoredWell::markers()
 {
-    return m_data.markers();
+    InputFile file(markerFile());
+    if (file.state().size < 0)
+        return {};
+    if (m_well.bottom > m_well.top)
+        if (const auto plain = plainMarkers(wholeOf(file), m_well))
+            return {*plain, {}};
+    const auto read = markersToChange();
+    if (!read.ok())
+        return {{}, read.error};
+    return {markersOf(*read.value), {}};
 }
 
-host::Status StoredWell::readMarkers()
+host::Outcome<Well::MarkerSet *> StoredWell::markersToChange()
 {
-    m_data.markers().erase();
-    if (!QFile::exists(markerFile()))
-        return {};
+    LibraryReader *reader = library();
+    if (!reader)
+        return {nullptr, m_error};
+    Well::MarkerSet &markers = reader->data().markers();
+    markers.erase();
     InputFile file(markerFile());
-    if (file.isOpen() ? m_reader->getMarkers(file.stream()) : m_reader->getMarkers())
-        return {};
-    return {withReason(QStringLiteral("Cannot read the markers of the well %1").arg(m_name), toQString(m_reason))};
+    if (file.state().size < 0 || reader->readMarkers(file))
+        return {&markers, {}};
+    return {nullptr,
+            withReason(QStringLiteral("Cannot read the markers of the well %1").arg(m_name), reader->reason())};
 }
 
 } // namespace opendtect

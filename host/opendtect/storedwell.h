@@ -1,34 +1,36 @@
 #pragma once
 
 #include "base/filestate.h"
-#include "host/hostrecords.h"
+#include "host/opendtect/plainfiles.h"
 
 #include <QVector>
 
 #include <memory>
 #include <vector>
 
-#include <uistring.h>
+#include <ptrman.h>
 
 class IOObj;
 namespace Well {
 class Data;
 class Log;
 class MarkerSet;
-class odReader;
 } // namespace Well
 
 namespace opendtect {
 
 class InputFile;
+class LibraryReader;
+class ScratchWell;
 
-/// A well as its files have it, read by the host's library past the host's memory: what is read of it stays here and
-/// does not pile up there. Lengths are in the survey's unit.
+/// A well as its files have it, read past the host's memory: what is read of it stays here and does not pile up there.
+/// Files in the form in which the host writes them are read here, others, and what is to be written again, by the host's
+/// library. Lengths are in the survey's unit.
 class StoredWell
 {
 public:
-    /// Reads header and track into \a data, an empty well that belongs to this one as long as it lives; not owned.
-    StoredWell(const IOObj &entry, Well::Data &data);
+    /// Reads header and track. \a scratch, which is not owned, belongs to this well as long as it lives.
+    StoredWell(const IOObj &entry, ScratchWell &scratch);
     ~StoredWell();
     StoredWell(const StoredWell &) = delete;
     StoredWell &operator=(const StoredWell &) = delete;
@@ -39,7 +41,7 @@ public:
     bool isOf(const IOObj &entry) const;
     /// Whether header and track are still those in the files.
     bool isUnchanged() const;
-    const Well::Data &data() const { return m_data; }
+    const host::WellHeader &header() const { return m_well.header; }
 
     /// The headers of all logs that can be read, in the order of their files; files that did not change are not read
     /// again.
@@ -49,22 +51,24 @@ public:
     struct LogPlace
     {
         QString path;
-        const Well::Log *header = nullptr; ///< of the log that is there; null for a new one
+        std::shared_ptr<const Well::Log> header; ///< of the log that is there; null for a new one
     };
     /// Where the log with this name is stored, or a new one would be. An error where the host, which counts the logs
     /// that it can read, would take the log of another file for it.
-    host::Outcome<LogPlace> placeOfLog(const char *name);
+    host::Outcome<LogPlace> placeOfLog(const QString &name);
     /// The log's file was written with what \a log has.
     void logWritten(const Well::Log &log, const QString &path);
 
-    /// Reads the markers into data(), always anew; without a file there are none. The error is the host's reason.
-    host::Status readMarkers();
+    /// The markers, always read anew; without a file there are none. The error is the host's reason.
+    host::Outcome<QVector<host::Marker>> markers();
     QString markerFile() const;
-    /// What readMarkers() read, to be changed for writing.
-    Well::MarkerSet &markers();
+    /// The same as the host's library has them, to be changed for writing.
+    host::Outcome<Well::MarkerSet *> markersToChange();
+
+    /// The well as the library writes it: header and track, and markersToChange(). Null when it cannot be read.
+    const Well::Data *data();
 
 private:
-    class KeptTrack;
     struct ReadFile
     {
         base::FileState state;
@@ -72,24 +76,33 @@ private:
         bool isUnchanged(const QString &path) const;
     };
 
+    struct LogHeader
+    {
+        host::LogInfo info;
+        QByteArray name; ///< as stored, also where it is no UTF-8
+    };
+
     QString file(const char *ending, int number = 0) const;
     QString logFile(int index) const;
     QString mainFile() const;
-    bool readMain();
-    bool addLog(InputFile &file, bool isHeaderOnly);
+    /// The library's reader with header and track; null when it cannot read them, and error() says so.
+    LibraryReader *library();
+    std::optional<LogHeader> readLogHeader(InputFile &file);
     int logFileCount() const { return static_cast<int>(m_logFiles.size()); }
     bool areLogsUnchanged() const;
     void readLogHeadersIfNeeded(int log);
     void readLogHeaders();
+    int indexOfLog(const QString &name) const;
 
+    const PtrMan<IOObj> m_entry;
     QString m_name;
     QString m_stem;
     QString m_error;
     base::FileState m_main;
     base::FileState m_track; ///< of a file of its own, which is rare
-    Well::Data &m_data;
-    uiString m_reason; ///< of the reader
-    std::unique_ptr<Well::odReader> m_reader;
+    ScratchWell &m_scratch;
+    std::unique_ptr<LibraryReader> m_library; ///< made when it is wanted: it takes long
+    PlainWell m_well;
     QVector<host::LogInfo> m_logs;
     QVector<int> m_logFileOf; ///< per log its index in m_logFiles
     QString m_folderPath;

@@ -2,6 +2,7 @@
 
 #include "host/feet.h"
 #include "host/opendtect/logloading.h"
+#include "host/opendtect/odrecords.h"
 #include "host/opendtect/odtext.h"
 #include "host/opendtect/wellstore.h"
 
@@ -45,46 +46,56 @@ QMap<int, QString> storedMarkerNames(const QString &path)
     return names;
 }
 
-host::WellHeader headerOf(const QString &name, const Well::Data &well)
-{
-    const Well::Info &info = well.info();
-    const Well::Track &track = well.track();
-    host::WellHeader header;
-    header.name = name;
-    header.x = info.surfacecoord.x;
-    header.y = info.surfacecoord.y;
-    header.kbElevation = track.getKbElev();
-    header.groundElevation = info.groundelev;
-    header.totalDepth = static_cast<double>(track.td());
-    header.typeCode = info.welltype_;
-    return isSurveyInFeet() ? host::feetToMetres(header) : header;
-}
-
 QVector<host::LogInfo> infosOf(const Well::LogSet &logs)
 {
     QVector<host::LogInfo> infos;
-    for (int i = 0; i < logs.size(); ++i) {
-        const Well::Log &log = logs.getLog(i);
-        infos.append({toQString(log.name().buf()), toQString(log.unitMeasLabel())});
-    }
+    for (int i = 0; i < logs.size(); ++i)
+        infos.append(infoOf(logs.getLog(i)));
     return infos;
 }
 
-host::LogData dataOf(const Well::Log &log)
+/// Where a well is read from: the host's memory, or else its files.
+struct WellSource
 {
-    host::LogData data{toQString(log.name().buf()), toQString(log.unitMeasLabel()), {}, {}};
-    data.depths.reserve(log.size());
-    data.values.reserve(log.size());
-    for (int i = 0; i < log.size(); ++i) {
-        data.depths.append(log.dah(i));
-        data.values.append(log.value(i));
-    }
-    return data;
+    QString error; ///< why it is in neither
+    RefMan<Well::Data> loaded; ///< null when the host has not loaded it
+    QString loadedName;
+    StoredWell *stored = nullptr; ///< valid until the next look-up of a well
+    bool ok() const { return error.isEmpty(); }
+};
+
+bool isComplete(const Well::Data &)
+{
+    return true;
 }
 
-QString entryName(const IOObj &entry)
+// What the host has in memory without markers may have some on disk; the manager would not tell a file that it cannot
+// read from one that is not there.
+bool hasMarkers(const Well::Data &well)
 {
-    return toQString(entry.name().buf());
+    return well.haveMarkers();
+}
+
+// The host's memory with these parts where the well is there and usable.
+WellSource sourceOf(WellStore &store, const QString &key, const Well::LoadReqs &parts,
+                    bool (*isUsable)(const Well::Data &) = isComplete)
+{
+    const auto entry = store.find(key);
+    if (!entry.ok())
+        return {entry.error, {}, {}, nullptr};
+    const auto loaded = WellStore::loaded(*entry.value, parts);
+    if (!loaded.ok())
+        return {loaded.error, {}, {}, nullptr};
+    if (loaded.value && isUsable(*loaded.value))
+        return {{}, loaded.value, toQString(entry.value->name().buf()), nullptr};
+    const auto stored = store.stored(key);
+    return {stored.error, {}, {}, stored.value};
+}
+
+template<class Value>
+host::Outcome<Value> readInMetres(const host::Outcome<Value> &read)
+{
+    return read.ok() && isSurveyInFeet() ? host::Outcome<Value>{host::feetToMetres(read.value), {}} : read;
 }
 
 host::Outcome<host::LogData> logInMemory(Well::Data &well, const QString &wellName, int index)
@@ -105,28 +116,12 @@ host::Outcome<host::LogData> logInMemory(Well::Data &well, const QString &wellNa
 
 host::Outcome<QVector<host::Marker>> markersNow(WellStore &store, const QString &key)
 {
-    const auto entry = store.find(key);
-    if (!entry.ok())
-        return {{}, entry.error};
-    const auto loaded = WellStore::loaded(*entry.value, Well::LoadReqs(Well::Inf, Well::Trck));
-    if (!loaded.ok())
-        return {{}, loaded.error};
-    // What the host has in memory without markers may have some on disk; the manager would not tell a file that it
-    // cannot read from one that is not there.
-    if (loaded.value && loaded.value->haveMarkers())
-        return {markersOf(loaded.value->markers()), {}};
-    const auto stored = store.stored(key);
-    if (!stored.ok())
-        return {{}, stored.error};
-    const host::Status status = stored.value->readMarkers();
-    if (!status.ok())
-        return {{}, status.error};
-    return {markersOf(stored.value->data().markers()), {}};
-}
-
-host::Outcome<host::LogData> inMetres(const host::Outcome<host::LogData> &log)
-{
-    return log.ok() && isSurveyInFeet() ? host::Outcome<host::LogData>{host::feetToMetres(log.value), {}} : log;
+    const WellSource well = sourceOf(store, key, Well::LoadReqs(Well::Inf, Well::Trck), hasMarkers);
+    if (!well.ok())
+        return {{}, well.error};
+    if (well.loaded)
+        return {inMetres(markersOf(well.loaded->markers())), {}};
+    return readInMetres(well.stored->markers());
 }
 
 } // namespace
@@ -136,63 +131,36 @@ bool isSurveyInFeet()
     return SI().depthsInFeet();
 }
 
-QVector<host::Marker> markersOf(const Well::MarkerSet &markers)
+QVector<host::Marker> inMetres(const QVector<host::Marker> &markers)
 {
-    QVector<host::Marker> read;
-    for (int i = 0; i < markers.size(); ++i) {
-        const Well::Marker &marker = *markers[i];
-        const Color color = marker.color();
-        read.append({toQString(marker.name().buf()), marker.dah(), QColor(color.r(), color.g(), color.b())});
-    }
-    return isSurveyInFeet() ? host::feetToMetres(read) : read;
+    return isSurveyInFeet() ? host::feetToMetres(markers) : markers;
 }
 
 host::Outcome<host::WellHeader> readHeader(WellStore &store, const QString &key)
 {
-    const auto entry = store.find(key);
-    if (!entry.ok())
-        return {{}, entry.error};
-    const auto loaded = WellStore::loaded(*entry.value, Well::LoadReqs(Well::Inf, Well::Trck));
-    if (!loaded.ok())
-        return {{}, loaded.error};
-    if (loaded.value)
-        return {headerOf(entryName(*entry.value), *loaded.value), {}};
-    const auto stored = store.stored(key);
-    if (!stored.ok())
-        return {{}, stored.error};
-    return {headerOf(stored.value->name(), stored.value->data()), {}};
+    const WellSource well = sourceOf(store, key, Well::LoadReqs(Well::Inf, Well::Trck));
+    if (!well.ok())
+        return {{}, well.error};
+    host::WellHeader header = well.loaded ? headerOf(*well.loaded) : well.stored->header();
+    if (well.loaded)
+        header.name = well.loadedName;
+    return readInMetres(host::Outcome<host::WellHeader>{header, {}});
 }
 
 host::Outcome<QVector<host::LogInfo>> readLogInfos(WellStore &store, const QString &key)
 {
-    const auto entry = store.find(key);
-    if (!entry.ok())
-        return {{}, entry.error};
-    const auto loaded = WellStore::loaded(*entry.value, Well::LoadReqs(Well::Inf, Well::LogInfos));
-    if (!loaded.ok())
-        return {{}, loaded.error};
-    if (loaded.value)
-        return {infosOf(loaded.value->logs()), {}};
-    const auto stored = store.stored(key);
-    if (!stored.ok())
-        return {{}, stored.error};
-    return {stored.value->logs(), {}};
+    const WellSource well = sourceOf(store, key, Well::LoadReqs(Well::Inf, Well::LogInfos));
+    if (!well.ok())
+        return {{}, well.error};
+    return {well.loaded ? infosOf(well.loaded->logs()) : well.stored->logs(), {}};
 }
 
 host::Outcome<host::LogData> readLog(WellStore &store, const QString &key, int index)
 {
-    const auto entry = store.find(key);
-    if (!entry.ok())
-        return {{}, entry.error};
-    const auto loaded = WellStore::loaded(*entry.value, Well::LoadReqs(Well::Inf, Well::LogInfos));
-    if (!loaded.ok())
-        return {{}, loaded.error};
-    if (RefMan<Well::Data> well = loaded.value)
-        return inMetres(logInMemory(*well, entryName(*entry.value), index));
-    const auto stored = store.stored(key);
-    if (!stored.ok())
-        return {{}, stored.error};
-    return inMetres(stored.value->log(index));
+    WellSource well = sourceOf(store, key, Well::LoadReqs(Well::Inf, Well::LogInfos));
+    if (!well.ok())
+        return {{}, well.error};
+    return readInMetres(well.loaded ? logInMemory(*well.loaded, well.loadedName, index) : well.stored->log(index));
 }
 
 host::Outcome<QVector<host::Marker>> readMarkers(WellStore &store, const QString &key)

@@ -4,10 +4,6 @@
 
 #include <QStringList>
 
-namespace Well {
-class MarkerSet;
-} // namespace Well
-
 /// Reading of the host's wells, as host::Wells promises it.
 namespace opendtect {
 
@@ -15,8 +11,7 @@ class WellStore;
 
 /// The host keeps lengths in the survey's depth unit.
 bool isSurveyInFeet();
-/// The markers in metres.
-QVector<host::Marker> markersOf(const Well::MarkerSet &markers);
+QVector<host::Marker> inMetres(const QVector<host::Marker> &markers);
 
 host::Outcome<host::WellHeader> readHeader(WellStore &store, const QString &key);
 host::Outcome<QVector<host::LogInfo>> readLogInfos(WellStore &store, const QString &key);

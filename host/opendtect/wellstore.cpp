@@ -25,7 +25,7 @@ host::Outcome<StoredWell *> WellStore::stored(const QString &key)
         m_last && key == m_lastKey && (m_lastRevision == m_list.revision() || m_last->isOf(*entry.value));
     if (!isSameEntry || !m_last->isUnchanged()) {
         m_last.reset();
-        m_last = std::make_unique<StoredWell>(*entry.value, m_scratch.emptied());
+        m_last = std::make_unique<StoredWell>(*entry.value, m_scratch);
         m_lastKey = key;
     }
     m_lastRevision = m_list.revision();

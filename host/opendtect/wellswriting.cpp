@@ -5,6 +5,7 @@
 #include "base/threewaymerge.h"
 #include "host/feet.h"
 #include "host/opendtect/markerwatch.h"
+#include "host/opendtect/odrecords.h"
 #include "host/opendtect/odtext.h"
 #include "host/opendtect/wellsreading.h"
 #include "host/opendtect/wellstore.h"
@@ -225,16 +226,15 @@ host::Status writeLog(WellStore &store, const QString &key, const host::LogData 
     const auto stored = store.stored(key);
     if (!stored.ok())
         return {stored.error};
-    const QByteArray name = log.name.trimmed().toUtf8();
-    const auto place = stored.value->placeOfLog(name.constData());
+    const auto place = stored.value->placeOfLog(log.name.trimmed());
     if (!place.ok())
         return {place.error};
     const bool isNew = !place.value.header;
 
-    std::unique_ptr<Well::Log> toWrite = made(log, place.value.header);
+    std::unique_ptr<Well::Log> toWrite = made(log, place.value.header.get());
     uiString reason;
     std::ostringstream bytes;
-    const LogWriter writer(*entry, stored.value->data(), reason);
+    const LogWriter writer(*entry, *stored.value->data(), reason);
     if (!writer.write(bytes, *toWrite))
         return {withReason(failure, toQString(reason))};
     const QString path = place.value.path;
@@ -270,18 +270,18 @@ host::Status writeMarkers(WellStore &store, const QString &key, const QVector<ho
     const auto loaded = WellStore::loaded(*entry, Well::LoadReqs(Well::Inf, Well::Trck, Well::Mrkrs));
     if (!loaded.ok())
         return {loaded.error};
-    const host::Status readable = stored.value->readMarkers();
+    const auto readable = stored.value->markersToChange();
     if (!readable.ok())
         return {readable.error};
 
     RefMan<Well::Data> well = loaded.value;
-    Well::MarkerSet &set = stored.value->markers();
+    Well::MarkerSet &set = *readable.value;
     const Well::MarkerSet &before = well ? well->markers() : set;
     host::Outcome<QVector<host::Marker>> wanted{storable(markers), {}};
     const auto given = store.givenMarkers().constFind(key);
     // What the host has in memory is the well's state for all its windows.
     if (!well && given != store.givenMarkers().constEnd())
-        wanted = merged(stored.value->name(), *given, markersOf(before), wanted.value);
+        wanted = merged(stored.value->name(), *given, inMetres(markersOf(before)), wanted.value);
     if (!wanted.ok())
         return {wanted.error};
 
@@ -289,7 +289,7 @@ host::Status writeMarkers(WellStore &store, const QString &key, const QVector<ho
     replace(set, toWrite);
     uiString reason;
     std::ostringstream bytes;
-    const Well::odWriter writer(*entry, stored.value->data(), reason);
+    const Well::odWriter writer(*entry, *stored.value->data(), reason);
     od_ostream stream(bytes);
     if (!writer.putMarkers(stream))
         return {withReason(failure, toQString(reason))};

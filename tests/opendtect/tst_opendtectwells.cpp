@@ -277,6 +277,19 @@ private slots:
         QCOMPARE(files::snapshot(m_survey), before);
     }
 
+    void namesOfLogsAreToldApartAsByTheHost()
+    {
+        QVERIFY(m_wells->writeLog(m_key, smallLog("rhob", 5)).ok());
+        QCOMPARE(m_wells->logs(m_key).value.size(), 5);
+        QVERIFY(m_wells->writeLog(m_key, smallLog("RHOB", 6)).ok());
+        QCOMPARE(m_wells->logs(m_key).value.size(), 5);
+        QCOMPARE(m_wells->log(m_key, 1).value.values, (QVector<float>{6, 7}));
+        QCOMPARE(m_wells->log(m_key, 4).value.values, (QVector<float>{5, 6}));
+        Well::Data *loaded = Well::MGR().get(idOf(m_key));
+        QCOMPARE(loaded->logs().size(), 5);
+        QCOMPARE(loaded->logs().indexOf("rhob"), 4);
+    }
+
     // The same well takes both again when the permissions are back: nothing else was in the way.
     void aLockedWellStaysAsItIs()
     {
