@@ -22,7 +22,7 @@ bool isPlainText(const QByteArray &text)
 {
     const auto isOrdinary = [](char c) { return (c >= ' ' || c < 0) && c != '\\' && c != '\x7f'; };
     const auto isAscii = [](char c) { return c >= 0; };
-    return !text.isEmpty() && text.size() <= maximumTextSize && !text.startsWith(' ') && !text.endsWith(' ')
+    return text.size() <= maximumTextSize && !text.startsWith(' ') && !text.endsWith(' ')
         && std::all_of(text.begin(), text.end(), isOrdinary) && !text.contains("#-")
         && (std::all_of(text.begin(), text.end(), isAscii) || QString::fromUtf8(text).toUtf8() == text);
 }
@@ -138,7 +138,7 @@ std::optional<host::Marker> plainMarker(const survey::KeyValues &keys, int first
     const QByteArray depth = keys.valueAt(first + 1);
     const std::optional<QColor> color = plainColor(keys.valueAt(first + 3));
     // A level lends its colour to its markers.
-    if (!isPlainNumber(depth) || keys.valueAt(first + 2) != "-1" || !color)
+    if (keys.valueAt(first).isEmpty() || !isPlainNumber(depth) || keys.valueAt(first + 2) != "-1" || !color)
         return {};
     return host::Marker{QString::fromUtf8(keys.valueAt(first)), static_cast<float>(*base::parseNumber(depth)),
                         *color};
@@ -154,8 +154,8 @@ std::optional<host::LogInfo> plainLogInfo(const QByteArray &head)
     if (!file || file->isCut || !arePlain(file->keys, known))
         return {};
     const survey::KeyValues &keys = file->keys;
-    if (!keys.contains("Name") || keys.value("Header info") != "No" || keys.value("Storage type") != "Binary"
-        || !keys.contains("Dah range"))
+    if (keys.value("Name").isEmpty() || keys.value("Header info") != "No" || keys.value("Storage type") != "Binary"
+        || keys.value("Dah range").isEmpty())
         return {};
     return host::LogInfo{QString::fromUtf8(keys.value("Name")), QString::fromUtf8(keys.value("Unit of Measure"))};
 }

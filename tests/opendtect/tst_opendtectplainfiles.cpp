@@ -1,8 +1,11 @@
 // The files that the adapter reads itself say the same to it as to the host's library, whatever stands in them.
 
+#include "host/opendtect/odwells.h"
 #include "host/opendtect/plainfiles.h"
 #include "odprogram.h"
+#include "odsurvey.h"
 #include "support/files.h"
+#include "surveycontents.h"
 
 #include <QtTest>
 
@@ -173,10 +176,10 @@ private:
     QByteArray token()
     {
         static const QByteArray tokens[] = {
-            " ",      "\t",    ":",        "\\",           "!",   "#-NL-#", "`",  "\r\n", "\n", "0",
-            "-1",     "1e3",   "+5",       "1e30",         ".5",  "7.",     "--", "@",    "ø",  "\xff",
-            "Yes",    "Ascii", "Swapped",  "nan",          "inf", "(",      ",",  "gr",   "GR", "Top A",
-            "12.345", "0.1",   "16777217", "3.3333333333", "é"};
+            "",   "",      " ",      "\t",    ":",        "\\",           "!",   "#-NL-#", "`",  "\r\n",
+            "\n", "0",     "-1",     "1e3",   "+5",       "1e30",         ".5",  "7.",     "--", "@",
+            "ø",  "\xff",  "Yes",    "Ascii", "Swapped",  "nan",          "inf", "(",      ",",  "gr",
+            "GR", "Top A", "12.345", "0.1",   "16777217", "3.3333333333", "é"};
         return tokens[number(static_cast<int>(std::size(tokens)))];
     }
     QByteArray withRandomNumber(const QByteArray &bytes)
@@ -238,6 +241,8 @@ private slots:
         QTest::addColumn<QByteArray>("bytes");
         QTest::newRow("all keys") << logFile();
         QTest::newRow("no unit") << logFile().replace("Unit of Measure: gAPI\n", "");
+        QTest::newRow("empty unit") << logFile("GR", "");
+        QTest::newRow("empty mnemonic") << logFile().replace("Mnemonic: GR", "Mnemonic: ");
         QTest::newRow("no mnemonic") << logFile().replace("Mnemonic: GR\n", "");
         QTest::newRow("not in ASCII") << logFile("πορώδες", "Ω·m");
         QTest::newRow("a colon in the name") << logFile("a: b :c");
@@ -275,6 +280,7 @@ private slots:
         QTest::newRow("samples as text") << logFile().replace("Binary", "Ascii");
         QTest::newRow("samples swapped") << logFile().replace("Binary", "Swapped");
         QTest::newRow("no range") << logFile().replace("Dah range: 400`401\n", "");
+        QTest::newRow("empty range") << logFile().replace("Dah range: 400`401", "Dah range: ");
         QTest::newRow("no name") << logFile().replace("Name: GR\n", "");
         QTest::newRow("empty name") << logFile("");
         QTest::newRow("two names") << logFile("GR\nName: GR2");
@@ -319,6 +325,7 @@ private slots:
     {
         QFETCH(QByteArray, bytes);
         QVERIFY(opendtect::plainWell(wellFile()));
+        QVERIFY(opendtect::plainWell(wellFile().replace("UWI-2", "").replace("Own", "")));
         QVERIFY(!opendtect::plainWell(bytes));
     }
 
@@ -408,6 +415,47 @@ private slots:
                                      .arg(described(*markers), hostMarkers(path), QString::fromUtf8(bytes))));
         }
         QVERIFY2(read > 500 && read < 15000, qPrintable(QString::number(read)));
+    }
+
+    // Files of both kinds in one well: numbering, names and the track must not depend on who reads which.
+    void filesOfBothFormsStandSideBySide()
+    {
+        const QString survey = odsurvey::open("BothForms");
+        for (const odsurvey::Well &well : surveycontents::wells())
+            odsurvey::add(well);
+        const QString stem = survey + "/WellInfo/15_9-F_1";
+        const auto change = [&stem](const char *ending, const char *before, const char *after) {
+            const QByteArray bytes = files::read(stem + ending);
+            QVERIFY(bytes.contains(before));
+            files::write(stem + ending, QByteArray(bytes).replace(before, after));
+        };
+        change("^2.wll", "Header info: No", "Header info: Yes");
+        change("^2.wll", "2.65\n!\n", "2.65\n!\nOwn: 1\n!\n");
+        change("^3.wll", "Name: one sample", "Name: GR"); // the host does not find a second log of a name
+        change(".wlm", "1`2`3", "1`2`3`4");
+        files::write(stem.chopped(8) + "Deviated.track", fileOf("Well Track", "1\t2\t-5\t0\n1\t2\t2590\t2600\n"));
+        odsurvey::makeCurrent("Start");
+        odsurvey::makeCurrent("BothForms");
+
+        opendtect::OdWells wells([](const QString &) {});
+        const QVector<odsurvey::Well> expected = odsurvey::readAll();
+        const QVector<host::WellEntry> list = wells.list().value;
+        QCOMPARE(list.size(), expected.size());
+        for (int i = 0; i < list.size(); ++i) {
+            const QString key = list.at(i).key;
+            const auto isThis = [&](const odsurvey::Well &well) { return well.header.name == list.at(i).name; };
+            odsurvey::Well well = *std::find_if(expected.begin(), expected.end(), isThis);
+            QCOMPARE(described(wells.header(key).value), described(well.header));
+            QCOMPARE(described(wells.markers(key).value), described(well.markers));
+            const QVector<host::LogInfo> logs = wells.logs(key).value;
+            QCOMPARE(logs.size(), well.logs.size());
+            for (int log = 0; log < logs.size(); ++log) {
+                QCOMPARE(described(logs.at(log)), described({well.logs.at(log).name, well.logs.at(log).unit}));
+                QCOMPARE(wells.log(key, log).value.values, well.logs.at(log).values);
+            }
+        }
+        QCOMPARE(wells.logs(list.first().key).value.size(), 3);
+        QVERIFY(!wells.writeLog(list.first().key, {"NEW", "m", {1, 2}, {3, 4}}).ok());
     }
 
 private:
