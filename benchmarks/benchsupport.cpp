@@ -14,23 +14,56 @@
 #include <malloc.h>
 #include <memory>
 #include <random>
+#include <sys/resource.h>
 #include <vector>
 
 namespace bench {
 
 namespace {
 
-double secondsOf(const std::function<void()> &work)
+double wallSeconds()
 {
-    const auto begin = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+double processorSeconds()
+{
+    rusage usage{};
+    ::getrusage(RUSAGE_SELF, &usage);
+    const auto seconds = [](const timeval &time) {
+        return static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_usec);
+    };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
 double median(std::vector<double> values)
 {
     std::sort(values.begin(), values.end());
     return values.empty() ? 0 : values[values.size() / 2];
+}
+
+void compareBy(double (*clock)(), benchmark::State &state, const std::function<void()> &reference,
+               const std::function<void()> &subject)
+{
+    const auto secondsOf = [clock](const std::function<void()> &work) {
+        const double begin = clock();
+        work();
+        return clock() - begin;
+    };
+    std::vector<double> references;
+    std::vector<double> subjects;
+    std::vector<double> ratios;
+    reference(); // both warm before anything counts
+    subject();
+    for (auto _ : state) {
+        references.push_back(secondsOf(reference));
+        subjects.push_back(secondsOf(subject));
+        ratios.push_back(subjects.back() / references.back());
+        state.SetIterationTime(subjects.back());
+    }
+    state.counters["reference_ms"] = 1e3 * median(references);
+    state.counters["subject_ms"] = 1e3 * median(subjects);
+    state.counters["ratio"] = median(ratios);
 }
 
 QByteArray logHeader(int log, const SurveySize &size)
@@ -83,20 +116,13 @@ void makeSurvey(const QString &folder, const SurveySize &size)
 
 void compare(benchmark::State &state, const std::function<void()> &reference, const std::function<void()> &subject)
 {
-    std::vector<double> references;
-    std::vector<double> subjects;
-    std::vector<double> ratios;
-    reference(); // both warm before anything counts
-    subject();
-    for (auto _ : state) {
-        references.push_back(secondsOf(reference));
-        subjects.push_back(secondsOf(subject));
-        ratios.push_back(subjects.back() / references.back());
-        state.SetIterationTime(subjects.back());
-    }
-    state.counters["reference_ms"] = 1e3 * median(references);
-    state.counters["subject_ms"] = 1e3 * median(subjects);
-    state.counters["ratio"] = median(ratios);
+    compareBy(wallSeconds, state, reference, subject);
+}
+
+void compareWork(benchmark::State &state, const std::function<void()> &reference,
+                 const std::function<void()> &subject)
+{
+    compareBy(processorSeconds, state, reference, subject);
 }
 
 QString generatedSurvey(const SurveySize &size)

@@ -17,6 +17,10 @@ namespace bench {
 /// Runs reference and subject in turn for each iteration. Reports the subject's time, and as counters the median
 /// time of both in milliseconds and the median of their ratios.
 void compare(benchmark::State &state, const std::function<void()> &reference, const std::function<void()> &subject);
+/// The same in processor time, the system's included, for how work grows: the longer of two works is held up by other
+/// programs more often, and a disk in between has times of its own.
+void compareWork(benchmark::State &state, const std::function<void()> &reference,
+                 const std::function<void()> &subject);
 
 /// A survey of generated wells; log files have full size, their samples are holes of zeros.
 struct SurveySize

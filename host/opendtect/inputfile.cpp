@@ -36,30 +36,28 @@ InputFile::~InputFile()
         ::close(m_file);
 }
 
-// Reads the file's next bytes into the block; gives their number.
-int InputFile::read(int offset, int size)
+// Puts the file's next bytes into the block; gives their number.
+int InputFile::read(int size)
 {
-    m_block.resize(offset + size);
+    m_block.resize(size);
     int done = 0;
     while (m_file >= 0 && done < size) {
-        const ssize_t got = ::read(m_file, m_block.data() + offset + done, static_cast<std::size_t>(size - done));
+        const ssize_t got = ::read(m_file, m_block.data() + done, static_cast<std::size_t>(size - done));
         if (got < 0 && errno == EINTR)
             continue;
         if (got <= 0)
             break;
         done += static_cast<int>(got);
     }
-    m_block.resize(offset + done);
-    setg(m_block.data(), m_block.data(), m_block.data() + m_block.size());
+    m_block.resize(done);
+    setg(m_block.data(), m_block.data(), m_block.data() + done);
     return done;
 }
 
 QByteArray InputFile::head(int size)
 {
-    const int wanted = static_cast<int>(qMin<qint64>(size, m_state.size));
-    if (m_block.size() < wanted)
-        read(m_block.size(), wanted - m_block.size());
-    return m_block.left(size);
+    read(static_cast<int>(qBound<qint64>(0, m_state.size, size)));
+    return m_block;
 }
 
 od_istream &InputFile::stream()
@@ -73,7 +71,7 @@ od_istream &InputFile::stream()
 
 std::streambuf::int_type InputFile::underflow()
 {
-    return read(0, blockSize) > 0 ? traits_type::to_int_type(*gptr()) : traits_type::eof();
+    return read(blockSize) > 0 ? traits_type::to_int_type(*gptr()) : traits_type::eof();
 }
 
 } // namespace opendtect

@@ -27,14 +27,14 @@ public:
     bool isOpen() const { return m_file >= 0; }
     /// The file as it was opened; where it was not, of no size if there is none.
     const base::FileState &state() const { return m_state; }
-    /// Its first bytes, to be asked for before the stream; fewer than \a size at its end.
+    /// Its first bytes, fewer than \a size at its end; to be asked for once and before the stream.
     QByteArray head(int size);
     /// The file from its beginning.
     od_istream &stream();
 
 private:
     int_type underflow() override;
-    int read(int offset, int size);
+    int read(int size);
 
     const QByteArray m_name;
     int m_file = -1;

@@ -23,7 +23,7 @@ bool isPlainText(const QByteArray &text)
     const auto isOrdinary = [](char c) { return (c >= ' ' || c < 0) && c != '\\' && c != '\x7f'; };
     const auto isAscii = [](char c) { return c >= 0; };
     return text.size() <= maximumTextSize && !text.startsWith(' ') && !text.endsWith(' ')
-        && std::all_of(text.begin(), text.end(), isOrdinary) && !text.contains("#-")
+        && std::all_of(text.begin(), text.end(), isOrdinary)
         && (std::all_of(text.begin(), text.end(), isAscii) || QString::fromUtf8(text).toUtf8() == text);
 }
 

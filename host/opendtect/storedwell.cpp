@@ -51,7 +51,7 @@ StoredWell::StoredWell(const IOObj &entry, ScratchWell &scratch)
     if (plain)
         m_well = *plain;
     else if (library())
-        m_well = {headerOf(m_library->data()), 0, 0};
+        m_well = {headerOf(m_library->data()), 0, 0}; // its markers are left to the library as well
     m_well.header.name = m_name;
 }
 
@@ -241,9 +241,8 @@ host::Outcome<QVector<host::Marker>> StoredWell::markers()
     InputFile file(markerFile());
     if (file.state().size < 0)
         return {};
-    if (m_well.bottom > m_well.top)
-        if (const auto plain = plainMarkers(wholeOf(file), m_well))
-            return {*plain, {}};
+    if (const auto plain = plainMarkers(wholeOf(file), m_well))
+        return {*plain, {}};
     const auto read = markersToChange();
     if (!read.ok())
         return {{}, read.error};

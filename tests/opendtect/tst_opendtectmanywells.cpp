@@ -5,6 +5,7 @@
 #include "manywells.h"
 #include "odprogram.h"
 #include "odsurvey.h"
+#include "support/files.h"
 #include "support/scriptedasker.h"
 
 #include <QTest>
@@ -62,6 +63,23 @@ private slots:
         QCOMPARE(catalogue.wellCount(), 50);
         QCOMPARE(catalogue.logNames(49).size(), 20);
         QCOMPARE(opened.take(""), 50 * (20 + 1 + 1) + 1 /* the list */);
+    }
+
+    // Files in the host's own form are not read by its library, which would open them again.
+    void theHostsLibraryIsAskedOnlyForOtherForms()
+    {
+        openSurvey({2, 1, 2});
+        const QString stem = m_survey + "/WellInfo/Well_";
+        QVERIFY(QFile::remove(stem + "0.wlm"));
+        files::write(stem + "1.wlm", files::read(stem + "1.wlm") + "!\n");
+        odsurvey::OpenedFiles opened(m_survey + "/WellInfo");
+        for (const host::WellEntry &well : m_wells->list().value) {
+            QVERIFY(m_wells->header(well.key).ok());
+            QCOMPARE(m_wells->logs(well.key).value.size(), 1);
+            QCOMPARE(m_wells->markers(well.key).value.size(), well.name == "Well_0" ? 0 : 10);
+            const int count = opened.take(".well");
+            QVERIFY(well.name == "Well_0" ? count == 1 : count > 1);
+        }
     }
 
     void theLogsOfAWellCostTheirFiles()

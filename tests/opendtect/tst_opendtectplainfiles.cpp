@@ -327,6 +327,8 @@ private slots:
         QVERIFY(opendtect::plainWell(wellFile()));
         QVERIFY(opendtect::plainWell(wellFile().replace("UWI-2", "").replace("Own", "")));
         QVERIFY(!opendtect::plainWell(bytes));
+        const QByteArray typed = wellFile().replace("County: X", "County: X\nWell type: Oil"); // the workbench's own
+        QCOMPARE(opendtect::plainWell(typed)->header.typeCode, int(host::NoWellType));
     }
 
     void markersOfAnotherFormAreLeftToTheHost_data()
