@@ -88,10 +88,9 @@ struct NameSpan
     double bottom = 0;
 };
 /// How far the names beside one well have to move, down or (negative) up, so that none lies over another; as little as
-/// possible. Names that would end more than farthestNameShift from their lines stay at their own places, together with
-/// those that they push.
-constexpr double farthestNameShift = 60; // pixels
-QVector<double> nameShifts(const QVector<NameSpan> &names);
+/// possible. Nothing for a name that finds no room within farthestNameShift pixels of its line, among so many others.
+constexpr double farthestNameShift = 60;
+QVector<std::optional<double>> nameShifts(const QVector<NameSpan> &names);
 
 /// Height of the scene over wells of these axes: the highest, at least 100, and sceneMarginBelow.
 double sceneHeight(const QVector<WellColumn> &wells);

@@ -18,6 +18,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QTextDocument>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -325,7 +326,8 @@ void CorrelationView::drawMarkers(const QString &wellName, const correlation::We
     placeNames(drawn);
 }
 
-// Tops that stand close together keep their lines where they are; their names move apart.
+// Tops that stand close together keep their lines where they are; their names move apart. In a crowd some names have
+// no room: those lines tell theirs under the mouse.
 void CorrelationView::placeNames(const QVector<MarkerItem *> &markers)
 {
     QVector<correlation::NameSpan> names;
@@ -336,10 +338,16 @@ void CorrelationView::placeNames(const QVector<MarkerItem *> &markers)
             extent = m_nameExtents.insert(marker->markerName(), marker->nameExtent(font()));
         names.append({marker->y() + extent->top(), marker->y() + extent->bottom()});
     }
-    const QVector<double> shifts = correlation::nameShifts(names);
-    for (int i = 0; i < markers.size(); ++i)
-        if (shifts.at(i) != 0)
-            markers.at(i)->setNameShift(shifts.at(i));
+    const QVector<std::optional<double>> shifts = correlation::nameShifts(names);
+    for (int i = 0; i < markers.size(); ++i) {
+        MarkerItem *marker = markers.at(i);
+        if (!shifts.at(i)) {
+            marker->setNameShown(false);
+            marker->setToolTip(Qt::convertFromPlainText(marker->markerName()));
+        } else if (*shifts.at(i) != 0) {
+            marker->setNameShift(*shifts.at(i));
+        }
+    }
 }
 
 void CorrelationView::drawConnections()

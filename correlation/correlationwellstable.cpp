@@ -26,7 +26,9 @@ CorrelationWellsTable::CorrelationWellsTable(ProjectData &projectData, QWidget *
 
 QStringList CorrelationWellsTable::templatesOf(const QString &wellName) const
 {
-    return m_data.project.globalTemplateNames + wellTemplateNames(m_data.project, wellName);
+    QStringList names = m_data.project.globalTemplateNames + wellTemplateNames(m_data.project, wellName);
+    names.removeDuplicates(); // a global template hides the well's own of its name
+    return names;
 }
 
 QComboBox *CorrelationWellsTable::chooser(int row, int column) const

@@ -54,6 +54,8 @@ public:
         painter->setFont(nameFont(painter->font()));
         painter->setPen(m_marker->currentPen());
         painter->drawLine(0, 0, logview::toInt(static_cast<double>(m_marker->width())), 0);
+        if (!m_marker->m_isNameShown)
+            return;
         const QString name = m_marker->markerName();
         const int textWidth = painter->fontMetrics().horizontalAdvance(name);
         if (m_marker->m_isNameOnPaper)
@@ -163,6 +165,12 @@ void MarkerItem::setNameShift(double shiftPx)
 {
     m_drawing->changeGeometry();
     m_nameShift = shiftPx;
+    m_drawing->update();
+}
+
+void MarkerItem::setNameShown(bool isShown)
+{
+    m_isNameShown = isShown;
     m_drawing->update();
 }
 

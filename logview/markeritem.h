@@ -51,6 +51,9 @@ public:
     /// Draws the name so many pixels lower, where it would lie over another one at its own place.
     void setNameShift(double shiftPx);
     double nameShift() const { return m_nameShift; }
+    /// Whether the name is drawn; it is to begin with.
+    void setNameShown(bool isShown);
+    bool isNameShown() const { return m_isNameShown; }
     /// Draws the name on a piece of paper of its own, for a place where lines or colours lie below it.
     void setNameOnPaper(bool isOnPaper);
     /// What the name takes at its own place, in item coordinates, when it is drawn by a painter with this font.
@@ -82,4 +85,5 @@ private:
     float m_width = 0;
     double m_nameShift = 0;
     bool m_isNameOnPaper = false;
+    bool m_isNameShown = true;
 };

@@ -69,6 +69,7 @@ public:
     logview::TrackGeometry geometry() const { return {m_axis, m_reference, m_width, m_definition.type}; }
     /// Whether a depth track draws the perforation zones of the well.
     void setPerforationsShown(bool areShown);
+    bool arePerforationsShown() const { return m_arePerforationsShown; }
     /// Draws zones and calibration points as the shared data of the well gives them now.
     void reloadSideFiles();
     /// Pixels that are taken off every grid line's y.

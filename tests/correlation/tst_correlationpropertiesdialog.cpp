@@ -11,6 +11,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
 
 namespace {
@@ -117,10 +118,93 @@ private slots:
         QCOMPARE(find<QPushButton>("closeButton")->text(), QString("Close"));
     }
 
+    void buttonsHaveTheHostsIcons()
+    {
+        m->host.dataFolder = m->survey.filePath("data");
+        const QVector<QPair<QString, QString>> icons{{"addWellButton", "plus"},
+                                                     {"removeWellButton", "minus.png"},
+                                                     {"addZoneButton", "add_wlc.png"},
+                                                     {"removeZoneButton", "sub_wlc.png"}};
+        QVERIFY(QDir().mkpath(m->host.dataFolder + "/icons.Default"));
+        for (int i = 0; i < icons.size(); ++i) {
+            QImage icon(16, 16, QImage::Format_RGB32);
+            icon.fill(QColor(10, 20, 40 * i));
+            QVERIFY(icon.save(m->host.dataFolder + "/icons.Default/" + icons.at(i).second, "PNG"));
+        }
+        m->show("New Correlation");
+        for (int i = 0; i < icons.size(); ++i) {
+            const auto *button = find<QPushButton>(qPrintable(icons.at(i).first));
+            QCOMPARE(button->icon().pixmap(16, 16).toImage().pixelColor(8, 8), QColor(10, 20, 40 * i));
+            QVERIFY(!button->toolTip().isEmpty());
+        }
+    }
+
+    void theFoldersNameCounts()
+    {
+        m->store("North");
+        files::write(m->filePath("North"), QByteArray(m->file("North")).replace(":North\n", ":Another\n"));
+        m->show();
+        QCOMPARE(m->name()->text(), QString("North"));
+        m->click("saveButton");
+        QVERIFY(m->asker.boxes.isEmpty());
+        QVERIFY(m->file("North").startsWith("Correlation:North\n"));
+        QVERIFY(!QFile::exists(m->path("/Correlations/Another")));
+    }
+
+    void aTemplateThatGlobalAndWellHaveIsOfferedOnce()
+    {
+        m->addTemplate("T", "A"); // the global one of that name is drawn
+        m->store("North");
+        m->show();
+        QCOMPARE(entries(CorrelationFixture::chooser(m->wells(), 0, 1)).count("T"), 1);
+        m->dialog->templatesChanged();
+        QCOMPARE(entries(CorrelationFixture::chooser(m->wells(), 0, 1)).count("T"), 1);
+    }
+
+    // Each field for itself: what the user changed is asked about when the tab is closed.
+    void eachEditIsAChange()
+    {
+        m->addTemplate("Own of A", "A");
+        m->store("North", "1\nA:T\n", "1\nTop\n", "1\nZ|Top|1500|#ff8000|1|0|1\n");
+        const auto chooseByKey = [](QComboBox *chooser) {
+            chooser->setFocus();
+            const int before = chooser->currentIndex();
+            QTest::keyClick(chooser, before > 0 ? Qt::Key_Up : Qt::Key_Down);
+            QVERIFY(chooser->currentIndex() != before);
+        };
+        const QVector<std::function<void()>> edits{
+            [&] { QTest::keyClicks(m->name(), "x"); },
+            [&] { chooseByKey(CorrelationFixture::chooser(m->wells(), 0, 0)); },
+            [&] { chooseByKey(CorrelationFixture::chooser(m->wells(), 0, 1)); },
+            [&] { m->markers()->item(0, 1)->setCheckState(Qt::Unchecked); },
+            [&] { find<QCheckBox>("allMarkersBox")->click(); },
+            [&] { chooseByKey(m->box("flatAtChooser")); },
+            [&] { find<QCheckBox>("zonesBox")->click(); },
+            [&] { m->zones()->item(0, 0)->setText("Other"); },
+            [&] { chooseByKey(CorrelationFixture::chooser(m->zones(), 0, 1)); },
+            [&] { QTest::keyClicks(CorrelationFixture::chooser(m->zones(), 0, 2)->lineEdit(), "1"); },
+            [&] { m->zones()->item(0, 4)->setCheckState(Qt::Unchecked); },
+            [&] { m->click("addZoneButton"); },
+            [&] { m->click("removeZoneButton"); },
+            [&] { m->click("addWellButton"); },
+            [&] { m->click("removeWellButton"); },
+            [&] { chooseByKey(m->box("trackWidthChooser")); },
+            [&] { QTest::keyClicks(m->box("scaleChooser")->lineEdit(), "0"); },
+        };
+        for (int i = 0; i < edits.size(); ++i) {
+            m->show();
+            QVERIFY(!m->dialog->isChanged());
+            edits.at(i)();
+            QVERIFY2(m->dialog->isChanged(), qPrintable(QString("edit %1").arg(i)));
+        }
+    }
+
     void showsWhatTheFileSays()
     {
         m->store("North", "2\nA:T\nB:Simple\n", "1\nBase\n",
                  "2\nUpper|Top|Base|#ff8000|1|0|0\nTyped|1500|Only B|#0000ff|0|1|0\n");
+        files::write(m->filePath("North"),
+                     m->file("North").replace("Width:1.2", "Width:1.75").replace("Scale:1000", "Scale:2500"));
         auto *dialog = m->show();
         QVERIFY(dialog->isStored());
         QVERIFY(!dialog->isChanged());
@@ -143,6 +227,9 @@ private slots:
         QCOMPARE(swatch.height(), m->zones()->rowHeight(0));
         QCOMPARE(swatch.toImage().pixelColor(10, 10), QColor(0xff, 0x80, 0));
         QCOMPARE(m->missing(), QString());
+        QCOMPARE(m->name()->text(), QString("North"));
+        QCOMPARE(m->box("trackWidthChooser")->currentText(), QString("1.75"));
+        QCOMPARE(m->box("scaleChooser")->currentText(), QString("2500"));
 
         // Saving what was not touched gives the same file.
         const QByteArray before = m->file("North");

@@ -87,6 +87,78 @@ private slots:
         QCOMPARE(view->tracks().at(0)->axis().start, 0.0F);
     }
 
+    void thePanelsFields()
+    {
+        m->store("North & <b>South</b>");
+        const CorrelationView *view = m->show("North & <b>South</b>");
+        QStringList labels;
+        for (const QLabel *label : m->panel()->findChildren<QLabel *>())
+            labels.append(label->text());
+        QCOMPARE(labels,
+                 QStringList({"Correlation Name", "North & <b>South</b>", "Scale - 1", "Depth Type", "Depth Unit",
+                              "Flat At Marker", "Well Distance - 1"}));
+        QCOMPARE(ViewFixture::find<QLabel>(m->panel(), "correlationName")->textFormat(), Qt::PlainText);
+        QCOMPARE(ViewFixture::find<QLabel>(m->display.get(), "statusLine")->textFormat(), Qt::PlainText);
+        const auto entries = [this](const char *name) {
+            const auto *box = ViewFixture::find<QComboBox>(m->panel(), name);
+            QStringList texts{QString::number(box->currentIndex())};
+            for (int i = 0; i < box->count(); ++i)
+                texts.append(box->itemText(i));
+            return texts;
+        };
+        QCOMPARE(entries("depthTypeBox"), QStringList({"0", "MD", "TVDSS"}));
+        QCOMPARE(entries("depthUnitBox"), QStringList({"0", "METER", "FEET"}));
+        QCOMPARE(entries("flatAtBox"), QStringList({"0", "None", "Top"}));
+        QCOMPARE(m->text("scaleEdit"), QString("1000"));
+        QCOMPARE(m->text("wellDistanceEdit"), QString("10000"));
+        QCOMPARE(view->depthType(), 0);
+        QCOMPARE(view->depthUnit(), logview::Metre);
+        for (const char *slot : {"scaleChanged", "depthUnitTypeChanged", "wellsDisChanged"})
+            QVERIFY2(QMetaObject::invokeMethod(m->panel(), slot), slot);
+        for (const char *slot : {"depthTypeChanged", "flatAtMarkerChanged"})
+            QVERIFY2(QMetaObject::invokeMethod(m->panel(), slot, Q_ARG(QString, "None")), slot);
+        QCOMPARE(view->depthType(), 0);
+    }
+
+    void theScaleIsThatOfTheFile()
+    {
+        m->store("North");
+        files::write(m->filePath("North"), files::read(m->filePath("North")).replace("Scale:1000", "Scale:750"));
+        const CorrelationView *view = m->show();
+        QCOMPARE(m->text("scaleEdit"), QString("750"));
+        QCOMPARE(view->scaleFactor(), 750.0F);
+        m->type("scaleEdit", "-5"); // no paper has that scale
+        QCOMPARE(m->text("scaleEdit"), QString("750"));
+        QCOMPARE(view->scaleFactor(), 750.0F);
+        m->type("wellDistanceEdit", "far");
+        QCOMPARE(m->text("wellDistanceEdit"), QString("10000"));
+        m->type("wellDistanceEdit", "12.7");
+        QCOMPARE(view->wellDistance(), 12);
+        QCOMPARE(m->text("wellDistanceEdit"), QString("12"));
+    }
+
+    // In the tracks, as between the wells: by the same box.
+    void perforationsNeedTheBox()
+    {
+        for (const char *flag : {"0", "1"}) {
+            m->store("North", "1\nA:T\n", "0\n", "0\n", flag);
+            for (const TrackItem *track : m->show()->tracks())
+                QCOMPARE(track->arePerforationsShown(), *flag == '1');
+        }
+    }
+
+    void aWellWithoutLengthHasNoMarkers()
+    {
+        m->addDeepWell("Flat", 0, 0, {{"Top", 0}});
+        m->store("North", "2\nA:T\nFlat:T\n");
+        const CorrelationView *view = m->show();
+        QCOMPARE(m->markers().size(), 1);
+        QVERIFY(m->lines().isEmpty());
+        for (const TrackItem *track : view->tracks())
+            QVERIFY(std::isfinite(track->height()));
+        QCOMPARE(view->tracks().at(2)->axis().end, view->tracks().at(2)->axis().start);
+    }
+
     void markersAndTheirLines()
     {
         m->store("North", "3\nA:T\nB:T\nC:T\n", "2\nTop\nBase\n");
@@ -136,6 +208,39 @@ private slots:
         QVERIFY(place("First").bottom() <= place("Second").top() + 0.001);
         QVERIFY(place("First").bottom() > place("Second").top() - 1); // no farther than needed
         QCOMPARE(named["Far"]->nameShift(), 0.0);
+    }
+
+    void namesWithoutRoomAreToldUnderTheMouse()
+    {
+        QVector<CorrelationFixture::Top> tops{{"Far", 100}};
+        m->addDeepWell("D", 0, 2000, tops);
+        for (int i = 0; i < 30; ++i)
+            m->host.storedWells.last().markers.append(
+                {QString("T<%1>").arg(i), 1000 + static_cast<float>(i) * 0.1F, Qt::red}); // 11 pixels in all
+        QByteArray names = "31\nFar\n";
+        for (int i = 0; i < 30; ++i)
+            names += "T<" + QByteArray::number(i) + ">\n";
+        m->store("North", "1\nD:T\n", names);
+        m->show();
+        int shown = 0;
+        QVector<QRectF> places;
+        QCOMPARE(m->markers().size(), 31);
+        for (const MarkerItem *marker : m->markers()) {
+            shown += marker->isNameShown();
+            QCOMPARE(marker->toolTip().isEmpty(), marker->isNameShown());
+            if (marker->isNameShown())
+                places.append(
+                    marker->nameExtent(QApplication::font()).translated(0, marker->y() + marker->nameShift()));
+            else
+                QVERIFY2(marker->toolTip().contains("T&lt;"), qPrintable(marker->toolTip()));
+        }
+        QVERIFY2(shown > 5 && shown < 20, qPrintable(QString::number(shown)));
+        std::sort(places.begin(), places.end(), [](const QRectF &a, const QRectF &b) { return a.top() < b.top(); });
+        for (int i = 1; i < places.size(); ++i)
+            QVERIFY(places.at(i).top() >= places.at(i - 1).bottom() - 0.001);
+        m->type("scaleEdit", "5"); // 20 pixels between the lines
+        for (const MarkerItem *marker : m->markers())
+            QVERIFY(marker->isNameShown());
     }
 
     void namesLieOnPaper()

@@ -124,6 +124,12 @@ void tst_markeritem::theNameMayMove()
     QVERIFY(f.isDrawn(QRect(-30, 24, 28, 12)));
     const int y = static_cast<int>(f.marker->y());
     QCOMPARE(f.pixel(96, y), f.marker->currentPen().color());
+    f.marker->setNameOnPaper(true);
+    f.marker->setNameShown(false);
+    QVERIFY(!f.isDrawn(QRect(-50, -20, 48, 80)));
+    QCOMPARE(f.pixel(96, y), f.marker->currentPen().color()); // the line stays
+    f.marker->setNameShown(true);
+    QVERIFY(f.isDrawn(QRect(-30, 24, 28, 12)));
     MarkerFixture wrapped(QStringLiteral("Some very long formation name, in far more lines than there is room for"));
     const QRectF box = wrapped.marker->nameExtent(QApplication::font());
     QCOMPARE(box.top(), -10.0);
