@@ -3,13 +3,30 @@
 #include "base/nestedevents.h"
 #include "mainwin/printedpage.h"
 
+#include <QAction>
+#include <QCoreApplication>
 #include <QPrintPreviewDialog>
+
+namespace {
+
+// Without a printer the preview is of a PDF file, whose page Qt's dialog cannot set up: the button would do nothing.
+void disablePageSetup(const QPrintPreviewDialog &dialog)
+{
+    const QString text = QCoreApplication::translate("QPrintPreviewDialog", "Page setup");
+    for (QAction *action : dialog.findChildren<QAction *>())
+        if (action->text() == text)
+            action->setEnabled(false);
+}
+
+} // namespace
 
 PrintPreview::PrintPreview(std::unique_ptr<PrintedPage> page, QWidget *window)
     : QObject(window)
     , m_page(std::move(page))
     , m_dialog(new QPrintPreviewDialog(&m_printer, window, Qt::Window))
 {
+    if (m_printer.outputFormat() != QPrinter::NativeFormat)
+        disablePageSetup(*m_dialog);
     connect(m_dialog, &QPrintPreviewDialog::paintRequested, this, &PrintPreview::paintRequested);
 }
 

@@ -147,6 +147,22 @@ private slots:
         QCOMPARE(bar->value(), 1000);
     }
 
+    // What moves the view sideways before it was seen does not keep it from its place.
+    void aPanSidewaysDoesNotPlaceIt()
+    {
+        m->addDeepWell("D", 0, 3000, {});
+        m->host.storedWells.last().logs[0].depths = {2200, 2700};
+        m->host.storedWells.last().logs[0].values = {75, 75};
+        m->store("North", "3\nD:T\nD:T\nD:T\n");
+        CorrelationView *view = m->show();
+        m->display->resize(300, 700);
+        view->horizontalScrollBar()->setValue(60);
+        QCOMPARE(view->horizontalScrollBar()->value(), 60);
+        m->display->resize(300, 400);
+        QCoreApplication::processEvents();
+        QVERIFY(std::abs(view->verticalScrollBar()->value() - (y(2200) - 0.05 * view->viewport()->height())) <= 1);
+    }
+
     void flatteningKeepsTheDepthInView()
     {
         m->addDeepWell("D", 0, 3000, {{"Top", 2500}});

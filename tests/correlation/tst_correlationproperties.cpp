@@ -116,6 +116,12 @@ private slots:
         QCOMPARE(read.zones.at(0).end, QString("1600.5"));
     }
 
+    void blanksAroundMarkersAreNotKept()
+    {
+        const auto read = parsed(QByteArray(usualBytes).replace("\nTop Sand\n", "\n\t Top Sand  \n"));
+        QCOMPARE(read.markers, QStringList({"Top Sand", "Base Sand"}));
+    }
+
     void anyLineEndAndAByteOrderMark_data()
     {
         QTest::addColumn<QByteArray>("bytes");

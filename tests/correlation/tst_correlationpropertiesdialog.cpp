@@ -1,5 +1,6 @@
 #include "correlation/correlationpropertiesdialog.h"
 #include "correlationfixture.h"
+#include "support/failingdisk.h"
 #include "support/testmain.h"
 
 #include <QCheckBox>
@@ -474,6 +475,49 @@ private slots:
         QCOMPARE(m->asker.boxes.at(0).title, QString("North"));
         QCOMPARE(m->file("South"), south);
         QVERIFY(QFile::exists(m->filePath("North")));
+    }
+
+    void aNameThatALinkHasIsTaken()
+    {
+        m->store("North");
+        QVERIFY(QFile::link("/nowhere", m->path("/Correlations/South")));
+        m->show();
+        m->name()->setText("South");
+        m->click("saveButton");
+        QCOMPARE(m->asker.boxes.size(), 1);
+        QVERIFY(m->asker.boxes.at(0).text.startsWith("'South' is already exists."));
+        QVERIFY(QFile::exists(m->filePath("North")));
+    }
+
+    void aFirstSaveThatFailsLeavesNoFolder()
+    {
+        m->show("New Correlation");
+        m->click("addWellButton");
+        m->name()->setText("Panel");
+        FailingDisk disk(FailingDisk::Write);
+        {
+            const base::ScopedFileSystemCalls failing(disk);
+            m->click("saveButton");
+        }
+        QCOMPARE(m->asker.boxes.size(), 1);
+        QVERIFY(!QFile::exists(m->path("/Correlations/Panel")));
+        m->click("saveButton");
+        QCOMPARE(m->asker.boxes.size(), 1);
+        QVERIFY(QFile::exists(m->filePath("Panel")));
+    }
+
+    void aFileThatCannotBeReadIsNotWrittenOver()
+    {
+        m->store("North");
+        QFile huge(m->filePath("North"));
+        QVERIFY(huge.open(QIODevice::ReadWrite) && huge.resize(100 << 20)); // more than any correlation
+        huge.close();
+        m->show();
+        QVERIFY2(m->missing().contains("not written over"), qPrintable(m->missing()));
+        m->click("addWellButton");
+        m->click("saveButton");
+        QCOMPARE(m->asker.boxes.size(), 1);
+        QCOMPARE(QFileInfo(m->filePath("North")).size(), qint64(100) << 20);
     }
 
     void aScaleThatIsNoNumberIsRefused()

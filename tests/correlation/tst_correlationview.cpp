@@ -56,6 +56,9 @@ private slots:
         QCOMPARE(headers.size(), 4);
         for (int i = 0; i < headers.size(); ++i)
             QCOMPARE(headers.at(i)->pos(), QPointF(view->tracks().at(i)->x(), 20));
+        m->type("scaleEdit", "2500");
+        for (const TrackItem *track : view->tracks())
+            QCOMPARE(track->scale(), 2500.0F); // depth tracks say so in their headers
         const auto banners = m->itemsOf<WellNameItem>(m->headers());
         QCOMPARE(banners.size(), 2);
         QCOMPARE(banners.at(1)->pos(), QPointF(view->tracks().at(2)->x(), 0));
@@ -85,6 +88,26 @@ private slots:
         m->panel()->depthTypeChanged("TVDKB");
         QCOMPARE(view->depthType(), 1);
         QCOMPARE(view->tracks().at(0)->axis().start, 0.0F);
+    }
+
+    void equalNamesOfTemplatesAreToldApartByWell()
+    {
+        for (const char *track :
+             {"/Templates/A/Own/Track_1.txt", "/Templates/B/Own/Track_1.txt", "/Templates/B/Own/Track_2.txt"})
+            files::write(m->path(QString::fromLatin1(track)), CorrelationFixture::linearTrack);
+        m->store("North", "3\nA:Own\nB:Own\nA:Own\n");
+        QCOMPARE(m->show()->tracks().size(), 4);
+        QCOMPARE(m->status(), QString());
+    }
+
+    // Tests and tools open a correlation without the launch that measures the screen.
+    void tracksHaveWidthsWithoutALaunch()
+    {
+        m->store("North");
+        m->openAt96Dots();
+        m->launch->project.halfDotsPerInch = m->launch->project.doubleDotsPerInch = 0;
+        const CorrelationView *view = m->show();
+        QCOMPARE(view->tracks().at(1)->width(), static_cast<float>(view->logicalDpiX()) / 2);
     }
 
     void thePanelsFields()
@@ -175,6 +198,7 @@ private slots:
         QCOMPARE(top->x(), view->tracks().at(2)->x());
         QVERIFY(isNear(top->y(), y(630 - 30)));
         QCOMPARE(top->lineColor(), QColor(200, 0, 0));
+        QCOMPARE(top->depth(), 600.0F);
 
         const auto lines = m->lines();
         QCOMPARE(lines.size(), 3);

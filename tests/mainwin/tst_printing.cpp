@@ -148,6 +148,26 @@ private slots:
         QVERIFY(fixture.asker.boxes.isEmpty());
     }
 
+    // What no printer is there for cannot be set up, and Qt only warns of it.
+    void thePageSetupNeedsAPrinter()
+    {
+        const bool hasPrinter = QPrinter(QPrinter::ScreenResolution).outputFormat() == QPrinter::NativeFormat;
+        int found = 0;
+        PrintFixture fixture;
+        QTimer::singleShot(0, fixture.window.get(), [&found, hasPrinter] {
+            auto *preview = qobject_cast<QPrintPreviewDialog *>(QApplication::activeModalWidget());
+            for (const QAction *action : preview->findChildren<QAction *>()) {
+                if (action->text() != "Page setup")
+                    continue;
+                ++found;
+                QCOMPARE(action->isEnabled(), hasPrinter);
+            }
+            preview->reject();
+        });
+        fixture.window->printActionClicked();
+        QCOMPARE(found, 1);
+    }
+
     void aSecondPreviewHasAPageOfItsOwn()
     {
         PrintFixture fixture;
