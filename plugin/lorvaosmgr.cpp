@@ -5,6 +5,8 @@
 #include "datastore/defaultlogs.h"
 
 #include <QApplication>
+#include <QClipboard>
+#include <QMimeData>
 #include <QScopedValueRollback>
 #include <QStyle>
 #include <QStyleOptionViewItem>
@@ -21,6 +23,24 @@ void makeStyleForgetOurItems()
         return;
     const QStyleOptionViewItem nothing;
     QApplication::style()->subElementRect(QStyle::SE_ItemViewItemText, &nothing);
+}
+
+// The same of what was copied from our windows: the clipboard gets copies. What another program put there is left alone.
+void makeClipboardForgetOurTexts()
+{
+    if (!qobject_cast<QApplication *>(QCoreApplication::instance()))
+        return;
+    for (const QClipboard::Mode mode : {QClipboard::Clipboard, QClipboard::Selection}) {
+        const QMimeData *data = QApplication::clipboard()->mimeData(mode);
+        if (!data || data->metaObject() != &QMimeData::staticMetaObject)
+            continue;
+        auto *copy = new QMimeData;
+        for (const QString &format : data->formats()) {
+            const QByteArray bytes = data->data(format);
+            copy->setData(QString(format.constData(), format.size()), QByteArray(bytes.constData(), bytes.size()));
+        }
+        QApplication::clipboard()->setMimeData(copy, mode);
+    }
 }
 
 } // namespace
@@ -40,6 +60,7 @@ lorvaosMgr::~lorvaosMgr()
     m_host.removeAction(m_actionId);
     deleteWindows();
     makeStyleForgetOurItems();
+    makeClipboardForgetOurTexts();
 }
 
 void lorvaosMgr::deleteWindows()

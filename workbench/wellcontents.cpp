@@ -264,6 +264,8 @@ void WellContents::edit(QTreeWidgetItem *item, int column)
     const bool isName = column == NameColumn && (isA(item, Log) || isA(item, MarkerKind));
     if (!isName && !(column == TopColumn && isA(item, MarkerKind)))
         return;
+    if (m_tree->isPersistentEditorOpen(item, NameColumn) || m_tree->isPersistentEditorOpen(item, TopColumn))
+        return; // a key was pressed while it is edited
     const QScopedValueRollback<bool> filling(m_isFilling, true);
     item->setFlags(item->flags() | Qt::ItemIsEditable);
     m_tree->editItem(item, column);

@@ -6,6 +6,7 @@
 #include "workbench/pluginloader.h"
 #include "workbench/workbenchhost.h"
 
+#include <QClipboard>
 #include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
@@ -16,6 +17,7 @@
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QTreeWidget>
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -515,9 +517,14 @@ private slots:
         m_boxes->answers = QStringList{"Yes"};
         mainWindow()->close();
         click();
+        auto *tree = mainWindow()->findChild<QTreeWidget *>("ProjectTreeWidget");
+        tree->setCurrentItem(tree->topLevelItem(0));
+        QTest::keyClick(tree, Qt::Key_C, Qt::ControlModifier);
         m_loader.reset();
         QVERIFY(!isLoaded());
         QVERIFY(memory.close());
+        QCOMPARE(QApplication::clipboard()->text(), QString("Wells"));
+        QApplication::clipboard()->clear();
         QCoreApplication::sendPostedEvents();
         QCoreApplication::processEvents();
         stop();

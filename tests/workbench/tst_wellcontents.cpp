@@ -154,6 +154,20 @@ void TestWellContents::renamesALog()
     QCOMPARE(m_store->log(m_well.key, 0).value.unit, QStringLiteral("gAPI"));
     QVERIFY(m_asker.boxes.isEmpty());
 
+    // A second time, while it is edited: the editor stays as it is.
+    click(log(0));
+    QTest::keyClick(tree(), Qt::Key_F2);
+    auto *editor = tree()->viewport()->findChild<QLineEdit *>();
+    QVERIFY(editor);
+    QTest::keyClicks(editor, "x");
+    QTest::keyClick(editor, Qt::Key_F2);
+    pressMnemonic(m_contents.get(), Qt::Key_M);
+    QCOMPARE(tree()->viewport()->findChild<QLineEdit *>(), editor);
+    QCOMPARE(editor->text(), QString("x"));
+    QTest::keyClick(editor, Qt::Key_Escape);
+    QTRY_VERIFY(!tree()->viewport()->findChild<QLineEdit *>());
+    QCOMPARE(log(0)->text(0), QStringLiteral("GR_edited"));
+
     // A name that is taken: a box, and nothing changes.
     click(log(0));
     QTest::mouseClick(button("renameContentButton"), Qt::LeftButton);

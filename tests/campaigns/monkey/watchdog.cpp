@@ -5,6 +5,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstring>
+#include <execinfo.h>
 #include <thread>
 #include <unistd.h>
 
@@ -16,6 +17,7 @@ constexpr int lineCount = 30;
 constexpr int lineLength = 200;
 constexpr int longestSilenceS = 90;
 constexpr int failureCode = 3;
+constexpr int longestTrace = 60;
 
 // Plain memory: a handler of signals may touch nothing else.
 char lines[lineCount][lineLength];
@@ -52,6 +54,8 @@ void handleSignal(int number)
 {
     print("Crashed. What was done before:\n");
     printLines();
+    void *frames[longestTrace];
+    ::backtrace_symbols_fd(frames, ::backtrace(frames, longestTrace), STDERR_FILENO);
     ::signal(number, SIG_DFL);
     ::raise(number);
 }
