@@ -147,8 +147,12 @@ QVector<TrackItem *> WellDisplayWidget::makeTracks(const QString &templateName,
 
 void WellDisplayWidget::reloadDefaultLogs(const QString &templateName)
 {
-    if (!m_usesDefaultLogs)
-        return;
+    if (m_usesDefaultLogs)
+        reloadLogs(templateName);
+}
+
+void WellDisplayWidget::reloadLogs(const QString &templateName)
+{
     applyTemplate(templateName);
     tellUnread();
 }

@@ -66,6 +66,8 @@ public:
     void reloadSideFiles();
     /// Shows the default logs as they are now, where the template shown has any; depths, scale and markers stay.
     void reloadDefaultLogs(const QString &templateName);
+    /// Reads all logs anew; depths, scale and markers stay.
+    void reloadLogs(const QString &templateName);
 
     /// Saves the display as "<well name>.tiff" in the project folder; the status line tells where, or what failed.
     void savePicture();

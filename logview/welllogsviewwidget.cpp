@@ -238,6 +238,13 @@ void WellLogsViewWidget::reloadDefaultLogs(const QString &wellName)
         shown->reloadDefaultLogs(QString(m_displays.at(tab).templateName));
 }
 
+void WellLogsViewWidget::reloadLogs(const QString &wellName)
+{
+    const int tab = m_wells.indexOf(wellName);
+    if (WellDisplayWidget *shown = display(tab))
+        shown->reloadLogs(QString(m_displays.at(tab).templateName));
+}
+
 void WellLogsViewWidget::beginMarkers(const QString &wellName)
 {
     if (WellDisplayWidget *shown = display(m_wells.indexOf(wellName)))

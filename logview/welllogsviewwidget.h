@@ -44,6 +44,8 @@ public:
     void refreshMarkers(const QString &wellName);
     void reloadSideFiles(const QString &wellName);
     void reloadDefaultLogs(const QString &wellName);
+    /// Logs of a well came or changed: its display reads them anew.
+    void reloadLogs(const QString &wellName);
 
     /// After the catalogue was read anew: the display of a renamed well is built again under its new name, that of a
     /// well that is gone is closed.

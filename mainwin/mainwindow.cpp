@@ -260,6 +260,9 @@ void MainWindow::markersChanged(int well)
 void MainWindow::logsImported(int well)
 {
     m_projectTree->synchroniseLogs(well);
+    const QString name = m_data.catalogue.wellNames().value(well);
+    if (m_data.catalogue.indexOf(name) == well) // displays know the first well of a name
+        m_logsView->reloadLogs(name);
     redrawCorrelationsOf(well);
     m_wellData->logsChanged(well);
 }

@@ -6,6 +6,18 @@
 #include <QSet>
 #include <QSignalBlocker>
 
+// The box of the branch says whether all of its markers are checked.
+void ProjectTreeWidget::followMarkers(QTreeWidgetItem *branch)
+{
+    if (branch->childCount() == 0)
+        return;
+    bool areAllChecked = true;
+    for (int i = 0; i < branch->childCount() && areAllChecked; ++i)
+        areAllChecked = isChecked(branch->child(i));
+    const QSignalBlocker blocker(this);
+    branch->setCheckState(0, areAllChecked ? Qt::Checked : Qt::Unchecked);
+}
+
 void ProjectTreeWidget::showNewMarkers(int well, const QStringList &markerNames)
 {
     const QTreeWidgetItem *item = findWellByKey(m_data.catalogue.wellKey(well));
@@ -13,13 +25,14 @@ void ProjectTreeWidget::showNewMarkers(int well, const QStringList &markerNames)
         return;
     const QString wellName = item->text(0);
     const QSet<QString> isNew(markerNames.begin(), markerNames.end());
-    const QTreeWidgetItem *branch = markersBranch(item);
+    QTreeWidgetItem *branch = markersBranch(item);
     {
         const QSignalBlocker blocker(this);
         for (int i = 0; i < branch->childCount(); ++i)
             if (isNew.contains(branch->child(i)->text(0)))
                 branch->child(i)->setCheckState(0, Qt::Checked);
     }
+    followMarkers(branch);
     emit markersBegin(wellName);
     for (const QString &name : markerNames)
         emit displayMarker(wellName, name);
@@ -43,6 +56,7 @@ void ProjectTreeWidget::markersToggled(QTreeWidgetItem *markers)
 void ProjectTreeWidget::markerToggled(QTreeWidgetItem *marker)
 {
     const QTreeWidgetItem *well = wellOf(marker);
+    followMarkers(marker->parent());
     if (!isChecked(well))
         return;
     if (isChecked(marker))

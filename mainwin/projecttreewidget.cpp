@@ -131,8 +131,11 @@ void ProjectTreeWidget::synchroniseLogs(int well)
 
 void ProjectTreeWidget::synchroniseMarkers(int well)
 {
-    if (QTreeWidgetItem *item = findWellByKey(m_data.catalogue.wellKey(well)))
-        syncChildren(markersBranch(item), 0, m_data.catalogue.markerNames(well), MarkerType);
+    QTreeWidgetItem *item = findWellByKey(m_data.catalogue.wellKey(well));
+    if (!item)
+        return;
+    syncChildren(markersBranch(item), 0, m_data.catalogue.markerNames(well), MarkerType);
+    followMarkers(markersBranch(item));
 }
 
 QTreeWidgetItem *ProjectTreeWidget::findWell(const QString &wellName) const
@@ -180,6 +183,7 @@ void ProjectTreeWidget::setMarkerChecked(const QString &wellName, const QString 
         return;
     const QSignalBlocker blocker(this);
     marker->setCheckState(0, state);
+    followMarkers(marker->parent());
 }
 
 void ProjectTreeWidget::uncheckWell(const QString &wellKey)

@@ -101,6 +101,7 @@ private:
     void markersToggled(QTreeWidgetItem *markers);
     void markerToggled(QTreeWidgetItem *marker);
     void refreshMarkers(QTreeWidgetItem *well);
+    void followMarkers(QTreeWidgetItem *branch);
     void setMarkerChecked(const QString &wellName, const QString &markerName, Qt::CheckState state);
     void openEditor(TemplateDialog *dialog);
     void notePress(const QPoint &position);

@@ -1,6 +1,7 @@
 #include "templates/templatedialog.h"
 
 #include "base/asker.h"
+#include "base/emptyhint.h"
 #include "base/gradientcombobox.h"
 #include "base/safename.h"
 #include "datastore/projectdata.h"
@@ -51,7 +52,11 @@ TemplateDialog::TemplateDialog(ProjectData &projectData, const QString &wellName
     m_tabs->setObjectName(QStringLiteral("trackTabs"));
     m_tabs->setTabsClosable(true);
     m_splitter->setObjectName(QStringLiteral("previewSplitter"));
-    m_splitter->addWidget(m_tabs);
+    auto *tracks = new QWidget;
+    base::fillWithTabs(tracks, m_tabs,
+                       QStringLiteral("\"Add Track\" adds a track. A template without tracks can be saved; a display "
+                                      "of it stays empty."));
+    m_splitter->addWidget(tracks);
     m_splitter->setCollapsible(0, false);
     auto *page = new QVBoxLayout(this);
     page->addLayout(nameRow);

@@ -60,9 +60,10 @@ ColumnFile readColumns(const QByteArray &bytes, const ColumnRequest &request)
         textfields::splitSkippingEmpty(textfields::trimmed(line), separator, needed, &parts);
         if (parts.size() < needed) {
             file.problemLine = lineNumber;
-            file.problem = QStringLiteral("Line %1 has %2 columns between tabs; %3 are needed.")
+            file.problem = QStringLiteral("Line %1 has %2 between tabs; %3 are needed.")
                                .arg(lineNumber)
-                               .arg(parts.size())
+                               .arg(parts.size() == 1 ? QStringLiteral("1 column")
+                                                      : QStringLiteral("%1 columns").arg(parts.size()))
                                .arg(needed);
             file.fields.clear();
             return false;

@@ -1,8 +1,12 @@
 // The project tree and the displays in one window: clicks, renamed and vanished wells, markers, wells of one name.
 
 #include "host/host.h"
+#include "las/wellimportdialog.h"
+#include "logview/curveitem.h"
+#include "logview/trackitem.h"
 #include "logview/welldisplaywidget.h"
 #include "logview/welllogsscene.h"
+#include "logview/welllogsview.h"
 #include "logview/welllogsviewwidget.h"
 #include "mainwin/mainwindow.h"
 #include "mainwin/projecttreewidget.h"
@@ -11,7 +15,9 @@
 #include "support/testmain.h"
 #include "templates/templatestore.h"
 
+#include <QAction>
 #include <QPointer>
+#include <QScrollBar>
 #include <QStyleOptionViewItem>
 #include <QTabWidget>
 
@@ -413,6 +419,73 @@ private slots:
         emit w.view->display(0)->markersDropped(QStringLiteral("A"), list("Base"));
         QCOMPARE(markersBranch(w.well(0))->child(0)->checkState(0), Qt::Checked);
         QCOMPARE(markersBranch(w.well(0))->child(1)->checkState(0), Qt::Unchecked);
+    }
+
+    // The box of "Markers" tells whether all of them are checked, however they came to be.
+    void theBoxOfTheMarkersFollowsThem()
+    {
+        Window w;
+        const QString key = w.addWell("A", list("Top Base"));
+        w.addWell("B");
+        w.open();
+        QTreeWidgetItem *branch = markersBranch(w.well(0));
+        w.clickBox(w.well(0));
+        w.clickBox(branch->child(0));
+        QCOMPARE(branch->checkState(0), Qt::Unchecked);
+        w.clickBox(branch->child(1));
+        QCOMPARE(branch->checkState(0), Qt::Checked);
+        QCOMPARE(w.shownMarkers(0), list("Top Base"));
+        w.clickBox(branch->child(0));
+        QCOMPARE(branch->checkState(0), Qt::Unchecked);
+        QCOMPARE(w.shownMarkers(0), list("Base"));
+        w.tree->checkShownMarker("A", "Top");
+        QCOMPARE(branch->checkState(0), Qt::Checked);
+        w.tree->uncheckDroppedMarkers("A", list("Top"));
+        QCOMPARE(branch->checkState(0), Qt::Unchecked);
+        w.clickBox(branch->child(0));
+        // Imported markers of a displayed well come checked, others do not.
+        w.host.find(key)->markers.append({QStringLiteral("New"), 900, Qt::red});
+        w.project.launch->catalogue.refreshMarkerNames(0);
+        w.tree->synchroniseMarkers(0);
+        QCOMPARE(branch->checkState(0), Qt::Unchecked);
+        w.tree->showNewMarkers(0, list("New"));
+        QCOMPARE(branch->checkState(0), Qt::Checked);
+        QCOMPARE(w.shownMarkers(0), list("Top Base New"));
+        w.clickBox(markersBranch(w.well(1))); // has none
+        QCOMPARE(markersBranch(w.well(1))->checkState(0), Qt::Checked);
+    }
+
+    // What an import brought is seen at once, and the display stays where it is.
+    void anOpenDisplayFollowsAnImport()
+    {
+        Window w;
+        const QString key = w.addWell("A", list("Top"));
+        w.addWell("A"); // its twin
+        files::write(w.project.path("/Templates/Global/Default/Track_1.txt"),
+                     "Linear\nGamma | GR | 0 | 150 | #0e6f21|0,#ffffff|0,#ffffff|None | None | 0 | 0\n");
+        w.open();
+        w.clickBox(w.well(0));
+        w.clickBox(markersBranch(w.well(0)));
+        WellLogsScene *scene = w.view->display(0)->scene();
+        const auto samples = [scene] {
+            for (const TrackItem *track : scene->tracks())
+                for (const CurveItem *curve : track->curves())
+                    if (curve->curveName() == "GR")
+                        return QVector<double>{curve->samples().value(0), curve->samples().value(1)};
+            return QVector<double>();
+        };
+        QCOMPARE(samples(), QVector<double>({1, 2}));
+        w.view->display(0)->logView()->verticalScrollBar()->setValue(300);
+        w.host.find(key)->logs[0].values = {7, 8};
+        w.window->findChild<QAction *>("importAction")->trigger();
+        auto *dialog = w.window->findChild<WellImportDialog *>();
+        emit dialog->logsImported(1);
+        QCOMPARE(samples(), QVector<double>({1, 2}));
+        emit dialog->logsImported(0);
+        QCOMPARE(samples(), QVector<double>({7, 8}));
+        QCOMPARE(w.shownMarkers(0), list("Top"));
+        QCOMPARE(w.view->display(0)->logView()->verticalScrollBar()->value(), 300);
+        dialog->close();
     }
 
     void newsOfMarkersReachTheirWellAmongWellsOfOneName()

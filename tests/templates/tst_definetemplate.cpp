@@ -61,6 +61,18 @@ private slots:
             QVERIFY2(m_dialog->metaObject()->indexOfSlot(slot) >= 0, slot);
     }
 
+    // A template may be saved without tracks; the dialog says what that means.
+    void withoutTracksItSaysSo()
+    {
+        const auto *hint = m_dialog->findChild<QLabel *>("emptyHint");
+        QVERIFY(hint && hint->isVisible());
+        QVERIFY2(hint->text().contains("stays empty"), qPrintable(hint->text()));
+        m_dialog->addTrackClicked();
+        QVERIFY(!hint->isVisible());
+        m_dialog->removeTrackTab(0);
+        QVERIFY(hint->isVisible());
+    }
+
     void addedTracksAreNumbered()
     {
         for (int i = 0; i < 3; ++i)

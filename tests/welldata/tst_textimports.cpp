@@ -155,7 +155,7 @@ private slots:
     {
         ColumnImportDialog *dialog = m->openImport(m->markers(), m->writeInput("A\t1\nalone\n"));
         F::click(dialog, "importButton");
-        QCOMPARE(F::status(dialog), QString("Line 2 has 1 columns between tabs; 2 are needed."));
+        QCOMPARE(F::status(dialog), QString("Line 2 has 1 column between tabs; 2 are needed."));
         delete dialog;
     }
 

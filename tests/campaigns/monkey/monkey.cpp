@@ -201,7 +201,7 @@ void Monkey::act()
     QWidget *modal = QApplication::activeModalWidget();
     if (auto *files = qobject_cast<QFileDialog *>(modal))
         chooseFile(files);
-    else if (modal && (qobject_cast<QMessageBox *>(modal) || oneIn(25)))
+    else if (modal && (qobject_cast<QMessageBox *>(modal) || oneIn(12)))
         answer(modal);
     else if (QWidget *window = chooseWindow())
         useWindow(window);
@@ -295,11 +295,11 @@ QWidget *Monkey::chooseWindow()
     QWidget *modal = QApplication::activeModalWidget();
     if (modal && !oneIn(20))
         return modal;
-    QVector<QWidget *> windows; // the program's own window is used least
+    QVector<QWidget *> windows;
     for (QWidget *window : QApplication::topLevelWidgets())
         if (window->isVisible() && window->windowHandle()
             && (window->windowType() == Qt::Window || window->windowType() == Qt::Dialog)
-            && (window != m_keptOpen || oneIn(8)))
+            && (window != m_keptOpen || oneIn(8))) // the program's own window is used least
             windows.append(window);
     return windows.isEmpty() ? m_keptOpen : oneOf(windows, m_random);
 }
