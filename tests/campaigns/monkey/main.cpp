@@ -252,7 +252,7 @@ int main(int argc, char *argv[])
         arguments.append(QString::fromLocal8Bit(argv[i]));
     QCommandLineParser parser;
     const QCommandLineOption seed(QStringLiteral("seed"), {}, QStringLiteral("number"));
-    const QCommandLineOption events(QStringLiteral("events"), {}, QStringLiteral("count"), QStringLiteral("1000"));
+    const QCommandLineOption events(QStringLiteral("events"), {}, QStringLiteral("count"), QStringLiteral("600"));
     const QCommandLineOption seeds(QStringLiteral("seeds"), {}, QStringLiteral("count"), QStringLiteral("1"));
     const QCommandLineOption first(QStringLiteral("first"), {}, QStringLiteral("number"), QStringLiteral("1"));
     const QCommandLineOption talk(QStringLiteral("talk"));
