@@ -34,6 +34,7 @@
 #include <QDockWidget>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QPixmapCache>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTableWidget>
@@ -67,17 +68,20 @@ struct Use
 {
     double bytes = 0; ///< in use
     int files = 0;
+    int widgets = 0;
 };
 
 Use currentUse()
 {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCoreApplication::processEvents();
+    QPixmapCache::clear();
     ::malloc_trim(0);
     const struct mallinfo2 info = ::mallinfo2();
     Use use;
     use.bytes = static_cast<double>(info.uordblks) + static_cast<double>(info.hblkhd);
     use.files = static_cast<int>(QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::Files | QDir::System).size());
+    use.widgets = static_cast<int>(QApplication::allWidgets().size());
     return use;
 }
 
@@ -210,6 +214,9 @@ void soak(const char *name, int rounds, campaign::Findings *findings, const std:
         findings->add(QString::fromLatin1(name), QStringLiteral("memory grows"));
     if (late.files > early.files)
         findings->add(QString::fromLatin1(name), QStringLiteral("files stay open"));
+    if (late.widgets > early.widgets)
+        findings->add(QString::fromLatin1(name),
+                      QStringLiteral("%1 widgets become %2").arg(early.widgets).arg(late.widgets));
 }
 
 void launchMany(const QString &survey, int rounds, campaign::Findings *findings)
