@@ -122,14 +122,14 @@ void splitSkippingEmpty(Field line, char separator, size_t limit, std::vector<Fi
 QByteArray oneLine(const QString &name)
 {
     QByteArray bytes = name.toUtf8();
-    for (const char breaking : {'\n', '\r', '\0'}) // a null ends a text for the host
-        std::replace(bytes.begin(), bytes.end(), breaking, ' ');
+    std::replace(bytes.begin(), bytes.end(), '\n', ' ');
+    std::replace(bytes.begin(), bytes.end(), '\r', ' ');
     return bytes;
 }
 
 QString trimmedLine(const QString &name)
 {
-    return trimmedString(oneLine(name));
+    return trimmedString(oneLine(name).replace('\0', ' ')); // a null ends a text for the host
 }
 
 QByteArray oneField(const QString &text)

@@ -38,9 +38,9 @@ void split(Field line, char separator, std::vector<Field> *parts);
 /// The parts that are not empty, no more than \a limit of them.
 void splitSkippingEmpty(Field line, char separator, size_t limit, std::vector<Field> *parts);
 
-/// A name as it can stand in a line: line breaks and nulls become blanks.
+/// A name as it can stand in a line: line breaks become blanks.
 QByteArray oneLine(const QString &name);
-/// The same without white space at its ends, as it is read back.
+/// The same without white space at its ends, as it is read back; nulls become blanks too.
 QString trimmedLine(const QString &name);
 
 /// A text as it can stand between bars: one line with a broken bar for each "|".

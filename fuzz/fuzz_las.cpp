@@ -1,21 +1,9 @@
-#include "fuzz/fuzzcheck.h"
+#include "fuzz/memoryfile.h"
 #include "las/wellinfo.h"
 
 #include <cmath>
-#include <sys/mman.h>
-#include <unistd.h>
 
 namespace {
-
-// The reader takes a path: that of a file which exists in memory only.
-const QString &fileHolding(const uint8_t *data, size_t size)
-{
-    static const int file = ::memfd_create("fuzz.las", MFD_CLOEXEC);
-    static const QString path = QStringLiteral("/proc/self/fd/%1").arg(file);
-    check(::ftruncate(file, 0) == 0 && ::pwrite(file, data, size, 0) == static_cast<ssize_t>(size),
-          "the input is written");
-    return path;
-}
 
 void checkCurves(const WellInfo &info)
 {

@@ -1,5 +1,5 @@
 #include "fuzz/fuzzcheck.h"
-#include "templates/templatetrack.h"
+#include "templates/curverows.h"
 
 namespace {
 
@@ -50,5 +50,18 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const TrackInfo again = parseTrack(bytes, QStringLiteral("Track_1"));
     check(again.curves.size() == read.curves.size(), "a written track reads back with all curves");
     check(written(again) == bytes, "a written track reads back the same");
+    // As the editors read it, show it and write it back.
+    CurveRows rows(read);
+    const QByteArray edited = rows.bytes();
+    check(CurveRows(rows.track(QStringLiteral("Track_1"))).bytes() == edited, "what an editor wrote stays the same");
+    rows.setType(DepthTrack);
+    rows.setType(read.type);
+    check(rows.size() == CurveRows(read).size(), "a track that was a depth track for a while keeps its rows");
+    static_cast<void>(rows.problem());
+    if (rows.size() > 1) {
+        rows.move(0, rows.size() - 1);
+        rows.remove(0);
+        check(rows.size() == CurveRows(read).size() - 1, "one row is gone");
+    }
     return 0;
 }
