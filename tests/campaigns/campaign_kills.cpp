@@ -355,6 +355,8 @@ int main(int argc, char *argv[])
             continue;
         KillsOfOne(operation, &random, &findings).run(options.count);
         ++kinds;
+        std::printf("%s: killed %d times\n", operation.name, options.count);
+        std::fflush(stdout);
     }
     if (options.only.isEmpty() || options.only == "two")
         TwoWriters(&random, &findings).run(options.count);
