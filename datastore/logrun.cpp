@@ -52,7 +52,8 @@ bool LogRun::isTaken(const QString &logName)
 
 LogOutcome LogRun::write(const LogCurveData &curve)
 {
-    const QString logName = textfields::trimmedLine(curve.logName);
+    QString logName = textfields::trimmedLine(curve.logName);
+    logName.replace(QChar(0), QLatin1Char(' ')); // it would end the name for the host
     if (isTaken(logName)) {
         const base::Box question{
             base::BoxIcon::Question,

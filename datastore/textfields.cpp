@@ -129,7 +129,7 @@ QByteArray oneLine(const QString &name)
 
 QString trimmedLine(const QString &name)
 {
-    return trimmedString(oneLine(name).replace('\0', ' ')); // a null ends a text for the host
+    return trimmedString(oneLine(name));
 }
 
 QByteArray oneField(const QString &text)

@@ -40,7 +40,7 @@ void splitSkippingEmpty(Field line, char separator, size_t limit, std::vector<Fi
 
 /// A name as it can stand in a line: line breaks become blanks.
 QByteArray oneLine(const QString &name);
-/// The same without white space at its ends, as it is read back; nulls become blanks too.
+/// The same without white space at its ends, as it is read back.
 QString trimmedLine(const QString &name);
 
 /// A text as it can stand between bars: one line with a broken bar for each "|".

@@ -85,6 +85,12 @@ int findRenamedWell(Place &place, const QString &name)
     return -1;
 }
 
+// A null would end the name for the host.
+QString logForm(const QString &name)
+{
+    return textfields::trimmedLine(name).replace(QChar(0), QLatin1Char(' '));
+}
+
 LogCurveData curveOf(const QString &name, int number)
 {
     LogCurveData curve;
@@ -106,7 +112,7 @@ int indexOfLog(Place &place, const QString &name)
 {
     const QVector<host::LogInfo> logs = place.wells().logs(Place::firstWell).value;
     for (int i = 0; i < logs.size(); ++i)
-        if (logs.at(i).name == textfields::trimmedLine(name))
+        if (logs.at(i).name == logForm(name))
             return i;
     return -1;
 }
@@ -367,7 +373,7 @@ std::vector<NameUse> nameUses()
     return {
         {"well", wells, storeWell, findWell, removeWell, wellForm},
         {"well renamed", wells, renameWell, findRenamedWell, {}, [](const QString &) { return text("A"); }},
-        {"log", wells, storeLog, findLog, removeLog, textfields::trimmedLine},
+        {"log", wells, storeLog, findLog, removeLog, logForm},
         {"marker", wells, storeMarker, findMarker, {}, survey::storedText},
         templateUse("template", {text("survey/WLC/Templates/Global/")}, TemplateId::global),
         templateUse("template of a well", {text("survey/WLC/Templates/A/")},

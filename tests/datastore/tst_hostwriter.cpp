@@ -220,6 +220,14 @@ private slots:
         QCOMPARE(logs().at(0).name, QString("GR"));
     }
 
+    void aNullDoesNotEndTheName()
+    {
+        LogCurveData log = curve("A");
+        log.logName = QString::fromUtf16(u"A\0B", 3);
+        QVERIFY(m_writer->writeLog(0, log, false));
+        QCOMPARE(m_host->storedWells.at(0).logs.last().name, QString("A B"));
+    }
+
     void aLineBreakInsideANameBecomesABlank()
     {
         QVERIFY(m_writer->writeLog(0, curve("A\nB|C"), false));
