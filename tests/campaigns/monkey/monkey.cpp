@@ -267,9 +267,10 @@ void Monkey::useMenu(QMenu *menu)
     QAction *action = oneOf(actions, m_random);
     note(QStringLiteral("menu entry \"%1\"").arg(action->text()));
     const QPoint place = menu->actionGeometry(action).center();
-    QWindow *window = menu->windowHandle();
+    const QPointer<QWindow> window = menu->windowHandle();
     QTest::mouseMove(window, place);
-    QTest::mouseClick(window, Qt::LeftButton, {}, place);
+    if (window)
+        QTest::mouseClick(window, Qt::LeftButton, {}, place);
 }
 
 void Monkey::openMenu(QWidget *window)
@@ -425,7 +426,8 @@ void Monkey::type(QWidget *window)
              .arg(hasControl ? QStringLiteral("Ctrl+") : QString())
              .arg(key, 0, 16)
              .arg(nameOf(focus)));
-    QTest::keyClick(handle, key, modifiers);
+    if (handle)
+        QTest::keyClick(handle, key, modifiers);
 }
 
 void Monkey::wheel(QWidget *window)
