@@ -1,10 +1,12 @@
 #include "base/leftovers.h"
 #include "base/usersettings.h"
+#include "batchtool.h"
 #include "las/laswriter.h"
 #include "logview/jpegwriter.h"
 #include "logview/tiffwriter.h"
 #include "operations.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 namespace campaign {
@@ -67,6 +69,14 @@ Saved jpeg(Place &place, int state)
     return pictureFile<JpegWriter>(place.file("picture.jpg"), state);
 }
 
+Saved batchExport(Place &place, int state)
+{
+    const auto failure = batchToolFailure({"export", "B", "--logs", state == 1 ? "GR" : "RT", "--interval", "1",
+                                           "--out", QFile::encodeName(place.file("")), "--force", "--jobs", "1",
+                                           "--survey", QFile::encodeName(place.survey())});
+    return savedAs(QString::fromUtf8(failure.value_or(QByteArray())));
+}
+
 Saved settings(Place &, int state)
 {
     const base::UserSettings kept(QStringLiteral("campaign"));
@@ -83,6 +93,7 @@ std::vector<Operation> exportOperations()
         {"LAS file", ":", Unit::All, false, lasFile},
         {"TIFF picture", ":", Unit::All, false, tiff},
         {"JPEG picture", ":", Unit::All, false, jpeg},
+        {"export of the batch tool", "B.las", Unit::All, false, batchExport, 500000},
         {"settings", nullptr, Unit::All, false, settings},
     };
 }

@@ -32,6 +32,8 @@ struct Operation
     /// State 0 is made by the campaign itself, not by the product.
     bool isOneWay = false;
     std::function<Saved(Place &place, int state)> write;
+    /// A kill comes within so many microseconds: some saves in turn.
+    unsigned killWithinUs = 6000;
 };
 
 std::vector<Operation> surveyOperations();

@@ -7,7 +7,8 @@
 #include "support/files.h"
 #include "surveycontents.h"
 
-#include <QtTest>
+#include <QTemporaryDir>
+#include <QTest>
 
 #include <functional>
 #include <random>
