@@ -209,6 +209,9 @@ Delimiter Reader::delimiterOf(const QString &line, int columns) const
         return Delimiter::Comma;
     if (declared.startsWith(QLatin1String("TAB")) && line.contains(u'\t'))
         return Delimiter::Tab;
+    // Tabs count as blanks elsewhere; where each ends a value, two of them have an empty one between.
+    if (line.contains(u'\t') && valuesOfLine(line, Delimiter::Tab).size() == columns)
+        return Delimiter::Tab;
     const QStringList words = valuesOfLine(line, Delimiter::Blank);
     const auto endsInDelimiter = [](const QString &word) { return word.endsWith(u',') || word.endsWith(u';'); };
     if (words.size() == columns && std::none_of(words.begin(), words.end(), endsInDelimiter))

@@ -5,6 +5,8 @@
 #include "las/showntext.h"
 #include "las/wellinfo.h"
 
+#include <QStringList>
+
 #include <cmath>
 #include <limits>
 #include <optional>

@@ -28,10 +28,13 @@ QVector<Option> options(const Command &command)
 const QVector<Command> &commands()
 {
     static const QVector<Command> all{
-        wellsCommand(),          logsCommand(),         infoCommand(),          importCommand(),
-        exportCommand(),         markersCommand(),      zonesCommand(),         pointsCommand(),
-        defaultLogsCommand(),    templateListCommand(), templateShowCommand(),  templateCopyCommand(),
-        templateDeleteCommand(), reportLogsCommand(),   reportMarkersCommand(), lasCommand(),
+        wellsCommand(),          logsCommand(),         infoCommand(),
+        importCommand(),         exportCommand(),       markersCommand(),
+        zonesCommand(),          pointsCommand(),       defaultLogsCommand(),
+        templateListCommand(),   templateShowCommand(), templateCopyCommand(),
+        templateDeleteCommand(), reportLogsCommand(),   reportMarkersCommand(),
+        checkCommand(),          lasCommand(),          lasUnwrapCommand(),
+        manualPageCommand(),     completionCommand(),   wellNamesCommand(),
     };
     return all;
 }

@@ -13,6 +13,8 @@ Command exportCommand();
 Command reportLogsCommand();
 Command reportMarkersCommand();
 Command lasCommand();
+Command lasUnwrapCommand();
+Command checkCommand();
 Command markersCommand();
 Command zonesCommand();
 Command pointsCommand();
@@ -21,5 +23,10 @@ Command templateListCommand();
 Command templateShowCommand();
 Command templateCopyCommand();
 Command templateDeleteCommand();
+
+// Hidden ones.
+Command manualPageCommand();
+Command completionCommand();
+Command wellNamesCommand();
 
 } // namespace batch

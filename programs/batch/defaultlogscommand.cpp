@@ -8,6 +8,9 @@
 #include "programs/batch/tables.h"
 #include "welldata/defaultdata.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace batch {
 
 namespace {
@@ -44,6 +47,23 @@ void setDefault(DefaultLogs *defaults, const QString &group, const QString &log)
     defaults->logs.append(log);
 }
 
+/// Brings the defaults into the order of the well's logs, as the editor writes them; those of logs that are gone come last.
+void sortByLogs(DefaultLogs *defaults, const QStringList &names)
+{
+    QVector<std::pair<int, int>> places;
+    for (int i = 0; i < defaults->logs.size(); ++i) {
+        const int place = names.indexOf(defaults->logs.at(i));
+        places.append({place < 0 ? names.size() : place, i});
+    }
+    std::sort(places.begin(), places.end());
+    DefaultLogs sorted;
+    for (const auto &place : qAsConst(places)) {
+        sorted.groups.append(defaults->groups.at(place.second));
+        sorted.logs.append(defaults->logs.at(place.second));
+    }
+    *defaults = sorted;
+}
+
 /// Every log of the well with its group, those of the defaults with theirs.
 DefaultLogs allLogs(const QString &project, const QStringList &names, const DefaultLogs &defaults)
 {
@@ -72,7 +92,10 @@ Result store(Session &session, const host::WellEntry &well, const QStringList &p
             result.failures.append(QStringLiteral("%1: it has no log \"%2\".").arg(well.name, log));
         setDefault(defaults, pair.section(QLatin1Char('='), 0, 0), log);
     }
-    if (!result.failures.isEmpty() || session.isDryRun())
+    if (!result.failures.isEmpty())
+        return result;
+    sortByLogs(defaults, names);
+    if (session.isDryRun())
         return result;
     ProjectData &data = session.projectToWrite();
     const HeldSignals held;

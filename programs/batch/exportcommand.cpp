@@ -1,3 +1,5 @@
+#include "base/leftovers.h"
+#include "base/madefolders.h"
 #include "base/safename.h"
 #include "las/curvetextwriter.h"
 #include "las/laswriter.h"
@@ -165,8 +167,11 @@ void WellExport::writeColumns()
         base::WriteResult written;
         if (!m_order.isDryRun) {
             const HeldSignals held;
+            base::MadeFolders made(columnsFolder(m_order));
             QDir().mkpath(columnsFolder(m_order)); // the write says what went wrong
             written = base::writeFileAtomically(path, las::curveText(m_order.well.name, *curve));
+            if (written.ok())
+                made.keep();
         }
         note(path, written, {log.name});
     }
@@ -217,6 +222,8 @@ Result run(Session &session, const Arguments &arguments)
         }
     }
     session.project(); // read once, not by each child
+    if (!session.isDryRun())
+        base::removeLeftovers(order.folder); // of programs that died while they exported
     result.add(runPieces(QStringLiteral("Exporting"), names, session.jobs(),
                          [&](int number) { return WellExport(session, orders.at(number)).run(); }));
     return result;

@@ -325,7 +325,7 @@ Result importAsNewWell(Session &session, const survey::NewWell &well, const Curv
     record[QLatin1String("logs")] = logs;
     record[QLatin1String("notices")] = QJsonArray::fromStringList(well.allNotes() + made.notices);
     record[QLatin1String("isWritten")] = !session.isDryRun();
-    return {{record}, {}, {}};
+    return {{record}, {}, {}, {}};
 }
 
 void assignGroups(Session &session, const Result &imported)

@@ -133,7 +133,7 @@ Result describe(const QString &path)
     record[QLatin1String("isImportable")] = isImportable;
     record[QLatin1String("notices")] = QJsonArray::fromStringList(notices);
     record[QLatin1String("findings")] = findingsOf(file);
-    return {{record}, {}, {}};
+    return {{record}, {}, {}, {}};
 }
 
 Result run(Session &session, const Arguments &arguments)

@@ -146,7 +146,7 @@ QString harmless(QString text)
 QByteArray textOf(const ResultForm &form, const Result &result)
 {
     if (form.key.isEmpty())
-        return {};
+        return result.text.toUtf8();
     if (result.records.isEmpty())
         return result.failures.isEmpty() && !form.whenEmpty.isEmpty() ? form.whenEmpty.toUtf8() + '\n' : QByteArray();
     if (form.layout == ResultForm::Layout::Table)

@@ -45,7 +45,9 @@ struct Result
     QStringList notices; ///< sentences on what was passed over or done otherwise than asked
     QStringList failures; ///< sentences that name the file or the well; one makes the program end with 1
 
-    static Result failed(const QString &sentence) { return {{}, {}, {sentence}}; }
+    QString text = {}; ///< what people read of a command without records
+
+    static Result failed(const QString &sentence) { return {{}, {}, {sentence}, {}}; }
     void add(const Result &other)
     {
         records += other.records;

@@ -116,13 +116,13 @@ Result runCopy(Session &session, const Arguments &arguments)
     if (templateExists(project, to.value) && !session.isForced())
         return Result::failed(shown(to.value) + QStringLiteral(" exists; --force replaces it."));
     if (session.isDryRun())
-        return {{recordOf(project, from.value)}, {}, {}};
+        return {{recordOf(project, from.value)}, {}, {}, {}};
     const HeldSignals held;
     const base::ReplaceResult saved = saveTemplate(session.projectToWrite().project, to.value, *files);
     if (!saved.ok())
         return Result::failed(
             QStringLiteral("%1 was not saved; what was stored is as it was. %2").arg(shown(to.value), saved.error));
-    return {{recordOf(project, to.value)}, {}, {}};
+    return {{recordOf(project, to.value)}, {}, {}, {}};
 }
 
 Result runDelete(Session &session, const Arguments &arguments)

@@ -111,6 +111,11 @@ Result importMarkers(Session &session, const host::WellEntry &well, const Argume
     if (session.isDryRun()) {
         for (const QString &problem : welldata::markerProblems(rows, head->totalDepth))
             (session.isForced() ? result.notices : result.failures).append(problem);
+        const double elevations = head->kbElevation + head->secondElevation;
+        for (const welldata::TableRow &row : rows) {
+            const float depth = row.numbers[welldata::MdNumber].toFloat();
+            addMarkers({{row.name.trimmed(), depth, static_cast<double>(depth) - elevations, row.color}}, &result);
+        }
         return result;
     }
     const HeldSignals held;
@@ -127,7 +132,7 @@ Result runMarkers(Session &session, const Arguments &arguments)
     Result result;
     if (arguments.has(QLatin1String(importOption)))
         result = importMarkers(session, well.value, arguments);
-    if (!result.failures.isEmpty())
+    if (!result.failures.isEmpty() || session.isDryRun())
         return result;
     WellsCatalogue &catalogue = session.project().catalogue;
     const int index = catalogue.indexOfKey(well.value.key);
@@ -166,6 +171,7 @@ Result importZones(Session &session, const host::WellEntry &well, const Argument
             refusalToReplace(what, readPerforation(session.projectFolder(), well.name).names.size()));
     } else if (session.isDryRun()) {
         result.failures += welldata::zoneProblems(rows);
+        addZones(welldata::zoneRecord(well.name, rows), &result);
     } else {
         ProjectData &data = session.projectToWrite();
         const HeldSignals held;
@@ -183,7 +189,7 @@ Result runZones(Session &session, const Arguments &arguments)
     Result result;
     if (arguments.has(QLatin1String(importOption)))
         result = importZones(session, well.value, arguments);
-    if (result.failures.isEmpty())
+    if (result.failures.isEmpty() && !session.isDryRun())
         addZones(readPerforation(session.projectFolder(), well.value.name), &result);
     return result;
 }
@@ -213,7 +219,9 @@ Result importPoints(Session &session, const host::WellEntry &well, const QString
     if (QFileInfo::exists(calibrationPath(project, well.name, group)) && !session.isForced()) {
         const CalibrationRecord stored = readCalibration(project, well.name, group, session.asker());
         result.failures.append(refusalToReplace(what, stored.depths.size()));
-    } else if (!session.isDryRun()) {
+    } else if (session.isDryRun()) {
+        addPoints(welldata::pointRecord(well.name, group, rows), &result);
+    } else {
         ProjectData &data = session.projectToWrite();
         const HeldSignals held;
         const bool isStored = storePoints(data, well.name, group, rows);
@@ -231,7 +239,7 @@ Result runPoints(Session &session, const Arguments &arguments)
     Result result;
     if (arguments.has(QLatin1String(importOption)))
         result = importPoints(session, well.value, group, arguments);
-    if (result.failures.isEmpty())
+    if (result.failures.isEmpty() && !session.isDryRun())
         addPoints(readCalibration(session.projectFolder(), well.value.name, group, session.asker()), &result);
     return result;
 }

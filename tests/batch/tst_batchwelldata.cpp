@@ -53,7 +53,9 @@ private slots:
         VERIFY_EXIT(1, refused);
         QVERIFY2(refused.errors.contains("Markers of Brisk-1: 14 are there already; --force replaces them."),
                  qPrintable(refused.errors));
-        VERIFY_EXIT(0, runBatch(words + QStringList{"--force", "--dry-run"}, m_survey));
+        const BatchRun dry = runBatch(words + QStringList{"--force", "--dry-run", "--json"}, m_survey);
+        VERIFY_EXIT(0, dry);
+        QCOMPARE(dry.list("markers").size(), 2); // those that would be stored
         QCOMPARE(files::snapshot(m_survey), before);
         const BatchRun run = runBatch(words + QStringList{"--force", "--json"}, m_survey);
         VERIFY_EXIT(0, run);
@@ -134,7 +136,7 @@ private slots:
         const QStringList words{"zones",          "Aldra-1", "--import",     m_file, "--name-column", "4",
                                 "--start-column", "3",       "--end-column", "2",    "--type-column", "1"};
         VERIFY_EXIT(1, runBatch(words, m_survey));
-        VERIFY_EXIT(0, runBatch(words + QStringList{"--force", "--dry-run"}, m_survey));
+        QCOMPARE(runBatch(words + QStringList{"--force", "--dry-run", "--json"}, m_survey).list("zones").size(), 2);
         QCOMPARE(readPerforation(m_survey + "/WLC", "Aldra-1").zoneCount, 3);
         const BatchRun run = runBatch(words + QStringList{"--force", "--json"}, m_survey);
         VERIFY_EXIT(0, run);
@@ -167,7 +169,7 @@ private slots:
         const QStringList words{"points", "Aldra-1",        "Porosity", "--import",       m_file, "--skip",
                                 "1",      "--depth-column", "2",        "--value-column", "1"};
         VERIFY_EXIT(1, runBatch(words, m_survey));
-        VERIFY_EXIT(0, runBatch(words + QStringList{"--force", "--dry-run"}, m_survey));
+        QCOMPARE(runBatch(words + QStringList{"--force", "--dry-run", "--json"}, m_survey).list("points").size(), 1);
         QCOMPARE(runBatch({"points", "Aldra-1", "Porosity", "--json"}, m_survey).list("points"), list.list("points"));
         const BatchRun run = runBatch(words + QStringList{"--force", "--json"}, m_survey);
         VERIFY_EXIT(0, run);

@@ -28,6 +28,15 @@ private slots:
         QCOMPARE(version.output, QString("lorva-workbench 0.0\n"));
     }
 
+    void theBatchToolIsThereWithItsTexts()
+    {
+        const ProgramRun version = runProgram(prefix() + "/bin/lorva-batch", {"--version"}, home());
+        QCOMPARE(version.exitCode, 0);
+        QCOMPARE(version.output, QString("lorva-batch 0.0\n"));
+        QVERIFY(QFileInfo(prefix() + "/share/man/man1/lorva-batch.1").size() > 1000);
+        QVERIFY(QFileInfo(prefix() + "/share/bash-completion/completions/lorva-batch").size() > 1000);
+    }
+
     void thePluginIsLoadedFromThere()
     {
         const QString survey = m_folder.filePath("survey");

@@ -1,0 +1,130 @@
+#include "base/folderlinks.h"
+#include "programs/batch/commands.h"
+#include "programs/batch/projectcheck.h"
+#include "programs/batch/session.h"
+#include "programs/batch/tables.h"
+#include "programs/batch/workers.h"
+#include "survey/orphans.h"
+
+#include <algorithm>
+#include <cerrno>
+
+namespace batch {
+
+namespace {
+
+constexpr int wellsOfAPiece = 8;
+
+void add(const QVector<Finding> &findings, Result *result)
+{
+    for (const Finding &finding : findings)
+        result->records.append(recordOf(finding));
+}
+
+void addDamage(const QString &file, const QString &sentence, Result *result)
+{
+    add({{Finding::State::Damaged, file, sentence}}, result);
+}
+
+/// Reads all that there is of a well.
+void checkWell(survey::SurveyStore &store, const ProjectCheck &project, const host::WellEntry &well, Result *result)
+{
+    QStringList errors;
+    const auto header = store.header(well.key);
+    errors.append(header.error);
+    const auto logs = store.logs(well.key);
+    errors.append(logs.error);
+    QStringList logNames;
+    for (int i = 0; i < logs.value.size(); ++i) {
+        logNames.append(logs.value.at(i).name);
+        errors.append(store.log(well.key, i).error);
+    }
+    errors.append(store.markers(well.key).error);
+    errors.removeAll(QString());
+    errors.removeDuplicates();
+    // What the store tells of its files it tells once; an error that repeats one of them has nothing to add.
+    const QStringList problems = store.takeProblems();
+    for (const QString &problem : problems)
+        addDamage(well.name, problem, result);
+    const QString nothingThere = base::systemErrorText(ENOENT);
+    for (const QString &error : qAsConst(errors))
+        if (!problems.contains(error))
+            add({{error.contains(nothingThere) ? Finding::State::Missing : Finding::State::Damaged, well.name,
+                  error}},
+                result);
+    add(project.checkWell(well.name, logs.ok() ? &logNames : nullptr), result);
+}
+
+Finding findingOf(const survey::OrphanedFile &orphan)
+{
+    switch (orphan.kind) {
+    case survey::OrphanedFile::Kind::NoWell:
+        return {Finding::State::Orphaned, orphan.path, QStringLiteral("No well of the survey has this file.")};
+    case survey::OrphanedFile::Kind::HiddenLog:
+        return {Finding::State::Orphaned, orphan.path,
+                QStringLiteral("The log in front of it is missing, so it is not shown.")};
+    case survey::OrphanedFile::Kind::Unfinished:
+        break;
+    }
+    return {Finding::State::Unfinished, orphan.path, QStringLiteral("A write left it that died, or it is going on.")};
+}
+
+Result run(Session &session, const Arguments &)
+{
+    const auto wells = session.store().list();
+    if (!wells.ok())
+        return Result::failed(wells.error);
+    Result result;
+    for (const QString &problem : session.store().takeProblems())
+        addDamage(session.surveyDirectory(), problem, &result);
+    for (const survey::OrphanedFile &orphan : survey::orphanedWellFiles(session.surveyDirectory()))
+        add({findingOf(orphan)}, &result);
+    const ProjectCheck project(session.projectPaths(), wells.value);
+    add(project.checkCommon(), &result);
+    QStringList pieces;
+    for (int first = 0; first < wells.value.size(); first += wellsOfAPiece)
+        pieces.append(wells.value.at(first).name);
+    result.add(runPieces(QStringLiteral("Checking"), pieces, session.jobs(), [&](int piece) {
+        Result found;
+        const int first = piece * wellsOfAPiece;
+        for (int well = first; well < qMin(first + wellsOfAPiece, wells.value.size()); ++well)
+            checkWell(session.store(), project, wells.value.at(well), &found);
+        return found;
+    }));
+    const auto isBad = [](const Record &record) {
+        const QString state = record.value(QLatin1String("state")).toString();
+        return state == QLatin1String("damaged") || state == QLatin1String("missing");
+    };
+    const auto bad = std::count_if(result.records.begin(), result.records.end(), isBad);
+    if (bad > 0)
+        result.failures.append(QStringLiteral("Damaged or missing: %1. What is listed says where.").arg(bad));
+    return result;
+}
+
+} // namespace
+
+Command checkCommand()
+{
+    Command command;
+    command.name = QStringLiteral("check");
+    command.summary = QStringLiteral("Read everything in the survey and tell what is wrong");
+    command.description = QStringLiteral(
+        "Reads the list of wells, each well with all samples of its logs and its markers, and all files of the "
+        "project. It "
+        "tells what is damaged, what is missing though something names it, what is orphaned since no well has it, "
+        "and what unfinished writes left. It ends with 1 when something is damaged or missing. Nothing is changed.");
+    command.options = {switchOption("--repair-nothing", "Change nothing: so it is without the option, too")};
+    command.usesCores = true;
+    command.example = QStringLiteral("check --survey Demo");
+    command.form.key = QStringLiteral("findings");
+    command.form.whenEmpty = QStringLiteral("Everything is as it should be.");
+    command.form.fields = {
+        textField("state", "State", "damaged, missing, orphaned or unfinished"),
+        textField("file", "Where", "path of the file, or name of the well"),
+        textField("text", "What", "what is wrong"),
+    };
+    command.run = run;
+    return command;
+}
+
+} // namespace batch

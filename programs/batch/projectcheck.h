@@ -1,0 +1,49 @@
+#pragma once
+
+#include "datastore/project.h"
+#include "host/wells.h"
+#include "programs/batch/result.h"
+
+#include <QSet>
+
+namespace batch {
+
+/// One thing that the check found.
+struct Finding
+{
+    enum class State { Damaged, Missing, Orphaned, Unfinished };
+
+    State state = State::Damaged;
+    QString file;
+    QString text; ///< a sentence
+};
+
+Record recordOf(const Finding &finding);
+
+/// Looks at what the plug-in's project folder holds. Nothing is written.
+class ProjectCheck
+{
+public:
+    /// \a wells are those of the survey.
+    ProjectCheck(const Project &project, const QVector<host::WellEntry> &wells);
+
+    /// The files of one well: default logs, zones, points, own templates. \a logs are the names of its logs; null where
+    /// nobody knows them.
+    QVector<Finding> checkWell(const QString &wellName, const QStringList *logs) const;
+    /// What all wells share: groups, global templates, correlations, links; and files of wells that are not there.
+    QVector<Finding> checkCommon() const;
+
+private:
+    void checkDefaults(const QString &wellName, const QStringList *logs, QVector<Finding> *findings) const;
+    void checkSideFiles(const QString &wellName, QVector<Finding> *findings) const;
+    void checkTemplate(const QString &folder, QVector<Finding> *findings) const;
+    void checkGroups(QVector<Finding> *findings) const;
+    void checkCorrelations(QVector<Finding> *findings) const;
+    void checkOrphans(QVector<Finding> *findings) const;
+
+    Project m_project;
+    QStringList m_wells;
+    QSet<QString> m_files; ///< names directly in the project folder
+};
+
+} // namespace batch
