@@ -21,26 +21,6 @@
 
 namespace {
 
-QPalette darkPalette()
-{
-    QPalette palette;
-    const QColor text(224, 224, 224);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::BrightText,
-                            QPalette::ToolTipText, QPalette::PlaceholderText})
-        palette.setColor(role, text);
-    palette.setColor(QPalette::Window, QColor(43, 43, 43));
-    palette.setColor(QPalette::Base, QColor(30, 30, 30));
-    palette.setColor(QPalette::AlternateBase, QColor(38, 38, 38));
-    palette.setColor(QPalette::Button, QColor(60, 60, 60));
-    palette.setColor(QPalette::ToolTipBase, QColor(60, 60, 60));
-    palette.setColor(QPalette::Highlight, QColor(42, 96, 160));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    palette.setColor(QPalette::Link, QColor(120, 170, 255));
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, QColor(120, 120, 120));
-    return palette;
-}
-
 struct Window : CorrelationFixture
 {
     Window()
@@ -66,7 +46,7 @@ private slots:
     void initTestCase()
     {
         m_before = QApplication::palette();
-        QApplication::setPalette(darkPalette());
+        QApplication::setPalette(legible::darkPalette());
     }
     void init() { m = std::make_unique<Window>(); }
     void cleanup() { m.reset(); }

@@ -10,6 +10,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPalette>
 #include <QPlainTextEdit>
 #include <QStringList>
 #include <QTabBar>
@@ -21,6 +22,27 @@
 /// Whether the texts of a window can be read, judged by its picture alone: the best contrast of any pixel of a text's place
 /// against the colour that most of the place has, by the usual formula (1 for equal colours, 21 for black on white).
 namespace legible {
+
+/// As dark desktops have it.
+inline QPalette darkPalette()
+{
+    QPalette palette;
+    const QColor text(224, 224, 224);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::BrightText,
+                            QPalette::ToolTipText, QPalette::PlaceholderText})
+        palette.setColor(role, text);
+    palette.setColor(QPalette::Window, QColor(43, 43, 43));
+    palette.setColor(QPalette::Base, QColor(30, 30, 30));
+    palette.setColor(QPalette::AlternateBase, QColor(38, 38, 38));
+    palette.setColor(QPalette::Button, QColor(60, 60, 60));
+    palette.setColor(QPalette::ToolTipBase, QColor(60, 60, 60));
+    palette.setColor(QPalette::Highlight, QColor(42, 96, 160));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Link, QColor(120, 170, 255));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, QColor(120, 120, 120));
+    return palette;
+}
 
 inline double luminance(QRgb color)
 {
