@@ -36,6 +36,8 @@ if(LORVA_WARNINGS_AS_ERRORS)
     target_compile_options(lorva_settings INTERFACE -Werror)
 endif()
 if(LORVA_SANITIZE)
+    # A report names lines and functions; optimising takes three times as long to compile as the tests save.
+    string(APPEND CMAKE_CXX_FLAGS_DEBUG " -g1")
     target_compile_options(lorva_settings INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     target_link_options(lorva_settings INTERFACE -fsanitize=address,undefined)
