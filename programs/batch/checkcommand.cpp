@@ -4,6 +4,7 @@
 #include "programs/batch/session.h"
 #include "programs/batch/tables.h"
 #include "programs/batch/workers.h"
+#include "survey/logcheck.h"
 #include "survey/orphans.h"
 
 #include <algorithm>
@@ -26,20 +27,12 @@ void addDamage(const QString &file, const QString &sentence, Result *result)
     add({{Finding::State::Damaged, file, sentence}}, result);
 }
 
-/// Reads all that there is of a well.
-void checkWell(survey::SurveyStore &store, const ProjectCheck &project, const host::WellEntry &well, Result *result)
+/// Reads all that there is of a well. Logs come from their files one after the other: the store, which may be asked for any log
+/// at any time, would look at all their headers for each.
+void checkWell(survey::SurveyStore &store, const QString &stem, const ProjectCheck &project,
+               const host::WellEntry &well, Result *result)
 {
-    QStringList errors;
-    const auto header = store.header(well.key);
-    errors.append(header.error);
-    const auto logs = store.logs(well.key);
-    errors.append(logs.error);
-    QStringList logNames;
-    for (int i = 0; i < logs.value.size(); ++i) {
-        logNames.append(logs.value.at(i).name);
-        errors.append(store.log(well.key, i).error);
-    }
-    errors.append(store.markers(well.key).error);
+    QStringList errors{store.header(well.key).error, store.markers(well.key).error};
     errors.removeAll(QString());
     errors.removeDuplicates();
     // What the store tells of its files it tells once; an error that repeats one of them has nothing to add.
@@ -52,7 +45,11 @@ void checkWell(survey::SurveyStore &store, const ProjectCheck &project, const ho
             add({{error.contains(nothingThere) ? Finding::State::Missing : Finding::State::Damaged, well.name,
                   error}},
                 result);
-    add(project.checkWell(well.name, logs.ok() ? &logNames : nullptr), result);
+    QStringList logNames;
+    if (!stem.isEmpty())
+        logNames = survey::checkLogs(
+            stem, [result](const QString &path, const QString &problem) { addDamage(path, problem, result); });
+    add(project.checkWell(well.name, stem.isEmpty() ? nullptr : &logNames), result);
 }
 
 Finding findingOf(const survey::OrphanedFile &orphan)
@@ -81,6 +78,7 @@ Result run(Session &session, const Arguments &)
         add({findingOf(orphan)}, &result);
     const ProjectCheck project(session.projectPaths(), wells.value);
     add(project.checkCommon(), &result);
+    const QHash<QString, QString> stems = survey::wellStems(session.surveyDirectory());
     QStringList pieces;
     for (int first = 0; first < wells.value.size(); first += wellsOfAPiece)
         pieces.append(wells.value.at(first).name);
@@ -88,7 +86,7 @@ Result run(Session &session, const Arguments &)
         Result found;
         const int first = piece * wellsOfAPiece;
         for (int well = first; well < qMin(first + wellsOfAPiece, wells.value.size()); ++well)
-            checkWell(session.store(), project, wells.value.at(well), &found);
+            checkWell(session.store(), stems.value(wells.value.at(well).key), project, wells.value.at(well), &found);
         return found;
     }));
     const auto isBad = [](const Record &record) {

@@ -17,6 +17,18 @@ QByteArray lasText(const char *well, const char *depthUnit = "M", const char *wr
     return text;
 }
 
+/// What lies in the survey but for the time in the third line of its files, at which each was written.
+QMap<QString, QByteArray> withoutTimes(const QString &survey)
+{
+    auto files = files::snapshot(survey);
+    for (auto file = files.begin(); file != files.end(); ++file)
+        if (file.key().startsWith("WellInfo/") && file.value().startsWith("dTect")) {
+            const int second = file.value().indexOf('\n', file.value().indexOf('\n') + 1) + 1;
+            *file = file.value().left(second) + file.value().mid(file.value().indexOf('\n', second));
+        }
+    return files;
+}
+
 host::LogData logOf(const QString &survey, const QString &well, const QString &name)
 {
     survey::SurveyStore store(survey);
@@ -239,7 +251,7 @@ private slots:
         const QString other = m_demo.copy();
         VERIFY_EXIT(0, import(files + QStringList{"--jobs", "1"}));
         VERIFY_EXIT(0, runBatch(QStringList{"import"} + files + QStringList{"--jobs", "4"}, other));
-        QCOMPARE(files::snapshot(other), files::snapshot(m_survey));
+        QCOMPARE(withoutTimes(other), withoutTimes(m_survey));
     }
 
     void aReadOnlySurveyFails()
