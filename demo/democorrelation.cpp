@@ -7,9 +7,6 @@ namespace demo {
 
 namespace {
 
-constexpr double demoScale = 1000; // the names of neighbouring tops stand apart
-constexpr double demoTrackWidth = 1;
-
 CorrelationZone zone(const char *name, const char *start, const char *end, const char *color)
 {
     CorrelationZone result;
@@ -27,14 +24,14 @@ QString demoCorrelationName()
     return QStringLiteral("Kestrane reservoir");
 }
 
-bool writeDemoCorrelation(const Project &project, const Field &field)
+bool writeDemoCorrelation(const Project &project, const Field &field, const CorrelationLook &look)
 {
     CorrelationProperties properties;
     properties.name = demoCorrelationName();
-    properties.scale = demoScale;
-    properties.trackWidth = demoTrackWidth;
+    properties.scale = look.scale;
+    properties.trackWidth = look.trackWidthInches;
     for (const Well &well : field.wells)
-        properties.wells.append({well.name, QStringLiteral("Simple")});
+        properties.wells.append({well.name, QString::fromLatin1(look.templateName)});
     for (const char *marker : {"Dunvar Limestone", "Sabrane Shale", "Noctel Shale", "Kestrane Upper Sst",
                                "Kestrane Middle Shale", "Kestrane Lower Sst", "Thessane Mudstone"})
         properties.markers.append(QString::fromLatin1(marker));

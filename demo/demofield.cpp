@@ -92,4 +92,13 @@ Field makeField()
     return field;
 }
 
+Field makeSection(int wells)
+{
+    const QVector<Formation> column = stratigraphicColumn();
+    Field field{QStringLiteral("Vellorn section"), {}, gasOilContactM, oilWaterContactM};
+    for (const WellPlan &plan : sectionPlans(wells))
+        field.wells.append(makeWell(plan, column));
+    return field;
+}
+
 } // namespace demo

@@ -78,6 +78,9 @@ struct Field
 /// Makes the field: six wells with logs, tops, perforations and core data. Always the same.
 Field makeField();
 
+/// A further field: vertical wells on a line across the same dome, half a kilometre apart, with logs and tops.
+Field makeSection(int wells);
+
 /// Depth below datum (m) of a measured depth (m) in a well, and back.
 double depthBelowDatum(const Well &well, double mdM);
 double measuredDepth(const Well &well, double belowDatumM);

@@ -60,13 +60,14 @@ public:
     {
     }
 
-    QString make(const Field &field)
+    QString make(const Field &field, const CorrelationLook &look)
     {
         if (!QDir().mkdir(m_importFolder))
             return QStringLiteral("Cannot make the folder %1.").arg(m_importFolder);
         openProjectFolder(m_directory, &m_project);
         seedProject(m_project.projectFolder);
-        if (!writeDemoTemplates(m_project))
+        const bool isSection = qstrcmp(look.templateName, sectionTemplate) == 0;
+        if (isSection ? !writeSectionTemplate(m_project) : !writeDemoTemplates(m_project))
             return QStringLiteral("Cannot write the templates below %1.").arg(m_project.projectFolder);
         for (const Well &well : field.wells) {
             const QString problem = writeImportFiles(well);
@@ -83,7 +84,7 @@ public:
         m_catalogue.build();
         for (const Well &well : field.wells)
             importWell(well);
-        if (!writeDemoCorrelation(m_project, field))
+        if (!writeDemoCorrelation(m_project, field, look))
             return QStringLiteral("Cannot write a correlation below %1.").arg(m_project.projectFolder);
         return m_asker.messages.join(QLatin1Char('\n'));
     }
@@ -207,22 +208,31 @@ survey::NewSurvey surveyOf(const Field &field)
     return survey;
 }
 
-} // namespace
-
-QString makeDemoSurvey(const QString &directory)
+QString makeSurvey(const QString &directory, const Field &field, const CorrelationLook &look)
 {
     // Made whole in an empty survey of its own, then put in place: nobody finds a half-made demo.
     survey::SurveyPlace place(directory);
     if (!place.error().isEmpty())
         return place.error();
-    const Field field = makeField();
     const host::Status created = survey::createSurvey(place.buildFolder(), surveyOf(field));
     if (!created.ok())
         return created.error;
     CurveGroupTable::instance().clear();
-    const QString problem = DemoSurvey(place.buildFolder()).make(field);
+    const QString problem = DemoSurvey(place.buildFolder()).make(field, look);
     CurveGroupTable::instance().clear();
     return problem.isEmpty() ? place.putInPlace().error : problem;
+}
+
+} // namespace
+
+QString makeDemoSurvey(const QString &directory)
+{
+    return makeSurvey(directory, makeField(), {});
+}
+
+QString makeSectionSurvey(const QString &directory, int wells)
+{
+    return makeSurvey(directory, makeSection(wells), {sectionTemplate, 2000, 0.8});
 }
 
 } // namespace demo

@@ -10,4 +10,7 @@ namespace demo {
 /// not be made, or an empty string.
 QString makeDemoSurvey(const QString &directory);
 
+/// The same with wells on a line across the field, for correlations of many wells.
+QString makeSectionSurvey(const QString &directory, int wells);
+
 } // namespace demo

@@ -8,6 +8,8 @@
 
 namespace demo {
 
+const char sectionTemplate[] = "Section";
+
 namespace {
 
 TemplateCurveRow curve(const char *group, const char *name, const char *minimum, const char *maximum,
@@ -168,6 +170,14 @@ bool writeDemoTemplates(const Project &project)
     const QVector<Template> all = templates();
     return std::all_of(all.begin(), all.end(),
                        [&project](const Template &one) { return writeTemplate(project, one); });
+}
+
+bool writeSectionTemplate(const Project &project)
+{
+    const Track gamma{"Linear",
+                      {leftFilled(curve("Gamma", "Default", "0.00", "200.00", QColor(14, 111, 33)), "Left Boundary",
+                                  lithologyBar)}};
+    return writeTemplate(project, {sectionTemplate, {gamma, depths()}});
 }
 
 } // namespace demo

@@ -11,4 +11,9 @@ namespace demo {
 /// when a file could not be written.
 bool writeDemoTemplates(const Project &project);
 
+/// Writes the global template sectionTemplate: gamma ray and depth, narrow enough for many wells side by side. False
+/// when a file could not be written.
+bool writeSectionTemplate(const Project &project);
+extern const char sectionTemplate[];
+
 } // namespace demo

@@ -116,6 +116,24 @@ QVector<WellPlan> wellPlans()
     return {crestWell(), cavedWell(), inclinedWell(), faultedWell(), flankWell(), deepWell()};
 }
 
+QVector<WellPlan> sectionPlans(int count)
+{
+    constexpr double crestXM = 504400;
+    constexpr double crestYM = 6005500;
+    constexpr double eastPerWellM = 300;
+    constexpr double northPerWellM = -400;
+    QVector<WellPlan> plans;
+    for (int well = 0; well < count; ++well) {
+        const double fromCrest = well - (count - 1) / 2.0;
+        WellPlan plan = verticalWell(QStringLiteral("Vellorn-%1").arg(well + 1, 2, 10, QLatin1Char('0')), QString(),
+                                     static_cast<quint64>(100 + well), 1600, 2640, {{1580, 12.25}, {2650, 8.5}});
+        place(plan, crestXM + fromCrest * eastPerWellM, crestYM + fromCrest * northPerWellM, 20 + well % 3);
+        plan.nuclearFromM = plan.firstLogM;
+        plans.append(plan);
+    }
+    return plans;
+}
+
 double verticalDepth(const WellPlan &plan, double mdM)
 {
     if (mdM <= plan.kickOffM)

@@ -40,6 +40,9 @@ struct WellPlan
 /// The six wells of the field.
 QVector<WellPlan> wellPlans();
 
+/// Wells along a line over the crest, from north-west to south-east, half a kilometre apart.
+QVector<WellPlan> sectionPlans(int count);
+
 /// Vertical depth (m) below the same point as the measured depth (m).
 double verticalDepth(const WellPlan &plan, double mdM);
 

@@ -3,6 +3,9 @@
 #include <QAbstractButton>
 #include <QCoreApplication>
 #include <QEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLineEdit>
 #include <QMessageBox>
 
 #include <cstdio>
@@ -41,6 +44,37 @@ bool BoxCloser::eventFilter(QObject *watched, QEvent *event)
         QMetaObject::invokeMethod(box, &QWidget::close, Qt::QueuedConnection);
     else
         QMetaObject::invokeMethod(buttons.first(), &QAbstractButton::click, Qt::QueuedConnection);
+    return false;
+}
+
+FilePicker::FilePicker(const QStringList &files)
+    : m_files(files)
+{
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+bool FilePicker::eventFilter(QObject *watched, QEvent *event)
+{
+    auto *dialog = event->type() == QEvent::Show ? qobject_cast<QFileDialog *>(watched) : nullptr;
+    if (!dialog)
+        return false;
+    // Queued: the dialog waits for an answer only after it is shown.
+    QMetaObject::invokeMethod(
+        dialog,
+        [dialog, files = m_files] {
+            auto *names = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+            if (!names || files.isEmpty()) {
+                dialog->reject();
+                return;
+            }
+            dialog->setDirectory(QFileInfo(files.first()).path());
+            QStringList quoted;
+            for (const QString &file : files)
+                quoted.append(QLatin1Char('"') + QFileInfo(file).fileName() + QLatin1Char('"'));
+            names->setText(quoted.join(QLatin1Char(' ')));
+            QMetaObject::invokeMethod(dialog, "accept");
+        },
+        Qt::QueuedConnection);
     return false;
 }
 

@@ -3,6 +3,7 @@
 #include "base/asker.h"
 
 #include <QObject>
+#include <QStringList>
 
 /// What a program does that nobody sits in front of: every box is printed on stderr and answered at once.
 namespace unattended {
@@ -23,6 +24,20 @@ public:
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+};
+
+/// Answers the file dialogs of others with the given files, as long as it lives.
+class FilePicker : public QObject
+{
+public:
+    /// All in one folder.
+    explicit FilePicker(const QStringList &files);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    QStringList m_files;
 };
 
 } // namespace unattended

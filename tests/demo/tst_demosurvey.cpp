@@ -303,6 +303,35 @@ private slots:
         QVERIFY(files::read(m_survey + QStringLiteral("/Import/") + feet.first()).contains("STRT.F"));
     }
 
+    void aSectionIsASurveyOfManyWells()
+    {
+        const QTemporaryDir root;
+        const QString folder = root.filePath("Section");
+        QCOMPARE(demo::makeSectionSurvey(folder, 4), QString());
+        const demo::Field field = demo::makeSection(4);
+        QCOMPARE(field.wells.size(), 4);
+        QStringList lines;
+        for (const demo::Well &well : field.wells) {
+            QVERIFY(well.tops.size() > 5);
+            lines.append(well.name + ":Section");
+        }
+        QCOMPARE(lines.join(' '),
+                 QString("Vellorn-01:Section Vellorn-02:Section Vellorn-03:Section Vellorn-04:Section"));
+        // The crest lies in the middle: its reservoir is the shallowest.
+        const auto reservoir = [&field](int well) {
+            for (const demo::FormationTop &top : field.wells.at(well).tops)
+                if (top.name == QLatin1String("Kestrane Upper Sst"))
+                    return demo::depthBelowDatum(field.wells.at(well), top.mdM);
+            return 0.0;
+        };
+        QVERIFY(reservoir(0) > reservoir(1) && reservoir(3) > reservoir(2));
+        const QString correlation = QString::fromUtf8(
+            files::read(folder + "/WLC/Correlations/" + demo::demoCorrelationName() + "/properties.txt"));
+        QVERIFY2(correlation.contains(lines.join('\n')), qPrintable(correlation));
+        QVERIFY(QFileInfo::exists(folder + "/WLC/Templates/Global/Section/Track_2.txt"));
+        QVERIFY(!QFileInfo::exists(m_survey + "/WLC/Templates/Global/Section"));
+    }
+
     void isTheSameEveryTime()
     {
         const QString again = m_folder.filePath(QStringLiteral("root/Again"));

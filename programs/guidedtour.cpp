@@ -1,0 +1,37 @@
+#include "programs/guidedtour.h"
+
+#include "programs/pluginwindow.h"
+#include "workbench/workbenchwindow.h"
+
+#include <QAction>
+#include <QMainWindow>
+
+namespace programs {
+
+namespace {
+
+constexpr double lowerPart = 0.8; // of the depths: there wells have their reservoirs
+constexpr int logDisplaysPage = 0;
+
+} // namespace
+
+void showTour(const workbench::WorkbenchWindow &window)
+{
+    QAction *action = window.hasSurvey() ? pluginAction(window.utilitiesMenu()) : nullptr;
+    if (!action)
+        return;
+    action->trigger();
+    QMainWindow *main = PluginWindow::below(&window);
+    if (!main || !main->isVisible()) // closed again while it came
+        return;
+    const PluginWindow plugin(main);
+    plugin.expandFirstWell();
+    if (plugin.openFirstCorrelation())
+        plugin.scrollCorrelation(lowerPart);
+    plugin.showPage(logDisplaysPage);
+    for (const char *name : {"Petrophysics", "Default"})
+        if (plugin.displayFirstWell(QString::fromLatin1(name), lowerPart))
+            break;
+}
+
+} // namespace programs
