@@ -20,6 +20,7 @@ constexpr int rowsMeasured = 200;
 constexpr int narrowestNameColumn = 120;
 constexpr int widestNameColumn = 260;
 constexpr int columnPadding = 14;
+constexpr int smallMap = 300; // what a wide table leaves of it
 
 } // namespace
 
@@ -147,7 +148,7 @@ void SurveyOverview::arrange()
     const int wanted = m_table->horizontalHeader()->length()
         + m_table->style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * m_table->frameWidth();
     const int all = width();
-    const int table = qMin(wanted, all * 2 / 3);
+    const int table = qMin(wanted, qMax(all * 2 / 3, all - smallMap));
     m_splitter->setSizes({table, all - table});
 }
 

@@ -381,6 +381,18 @@ private slots:
         QVERIFY(content("W", "Mine").first().contains("GR | 0.50 | 1.23457 | #"));
     }
 
+    void ofALongValueTheFirstDigitsAreSeen()
+    {
+        store("W", "Mine",
+              {"Linear\nGamma | GR | -1234567 | 7654321 | #000000|0,#ffffff|0,#ffffff|None | None | 0 | 0\n"});
+        open("Mine");
+        for (const auto column : {curvecolumn::LeftValue, curvecolumn::RightValue}) {
+            const QLineEdit *value = m->edit(0, 0, column);
+            QVERIFY(value->fontMetrics().horizontalAdvance(value->text()) > value->width());
+            QCOMPARE(value->cursorPosition(), 0);
+        }
+    }
+
     void unknownNamesAreKept()
     {
         const QByteArray track = "Linear\nNovelty | No Log | 0.00 | 1.00 | #000000|99,#ff0000|0,#ffffff|Curve_7 | Up "

@@ -2,6 +2,7 @@
 #include "support/testmain.h"
 #include "workbench/basemap.h"
 #include "workbench/messagespanel.h"
+#include "workbench/surveyoverview.h"
 #include "workbench/wellmanagerdialog.h"
 #include "workbench/wellsmodel.h"
 #include "workbenchwindowfixture.h"
@@ -65,6 +66,7 @@ private slots:
     void init() { setUp(); }
     void cleanup() { tearDown(); }
     void showsTheRealSurvey();
+    void aWideTableTakesItsPlaceFromTheMap();
     void sortsByNumber();
     void filters();
     void selectionGoesBothWays();
@@ -105,6 +107,30 @@ void TestSurveyOverview::showsTheRealSurvey()
     QVERIFY(m_window->utilitiesMenu()->menuAction()->isEnabled());
     QVERIFY(m_asker.boxes.isEmpty());
     QCOMPARE(files::snapshot(survey), before); // opening changes nothing
+}
+
+// With a large font the columns need more than their usual part of the window.
+void TestSurveyOverview::aWideTableTakesItsPlaceFromTheMap()
+{
+    const QString survey = newSurvey(QStringLiteral("S"));
+    addWell(survey, QString(40, QLatin1Char(0x57)), 1000000000, 5);
+    survey::SurveyStore store(survey);
+    const auto wells = survey::readWellSummaries(store, survey::DepthUnit::Metre).value;
+    const auto show = [&wells](SurveyOverview &overview, int width) {
+        overview.setWells(wells, survey::DepthUnit::Metre);
+        overview.resize(width, 400);
+        overview.show();
+        return overview.findChild<QTableView *>(QStringLiteral("wellsTable"));
+    };
+    SurveyOverview wide;
+    const int columns = show(wide, 2000)->horizontalHeader()->length();
+    SurveyOverview narrow;
+    const QTableView *table = show(narrow, columns + 340);
+    QVERIFY(columns > narrow.width() * 2 / 3);
+    QTRY_VERIFY(table->viewport()->width() >= columns);
+    QVERIFY(narrow.findChild<BaseMap *>()->width() >= 290);
+    SurveyOverview small;
+    QTRY_VERIFY(qAbs(show(small, 600)->parentWidget()->width() - 400) < 10); // the map keeps a third
 }
 
 void TestSurveyOverview::sortsByNumber()
