@@ -1,8 +1,7 @@
 #include "base/keptlooks.h"
 
-#include "base/usersettings.h"
-
 #include <QDialog>
+#include <QDir>
 #include <QEvent>
 #include <QHeaderView>
 #include <QScreen>
@@ -44,15 +43,15 @@ private:
 
 } // namespace
 
-void keepSize(QDialog *dialog, const QString &name)
+void keepSize(QDialog *dialog, const QString &name, const UserSettings &settings)
 {
     const QString key = QStringLiteral("sizes/") + name;
-    const QSize kept = pluginSettings().value(key).toSize();
+    const QSize kept = settings.value(key).toSize();
     if (kept.isValid() && !kept.isEmpty())
         dialog->resize(dialog->screen() ? kept.boundedTo(dialog->screen()->availableSize()) : kept);
-    new SightWatch(dialog, {}, [dialog, key] {
+    new SightWatch(dialog, {}, [dialog, key, settings] {
         const bool isUsual = !(dialog->windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen));
-        pluginSettings().setValue(key, isUsual ? dialog->size() : dialog->normalGeometry().size());
+        settings.setValue(key, isUsual ? dialog->size() : dialog->normalGeometry().size());
     });
 }
 
@@ -71,6 +70,17 @@ void keepColumns(QHeaderView *header, const QString &name)
             widths.append(header->sectionSize(column));
         pluginSettings().setValue(key, widths);
     });
+}
+
+QString lastFolder(const QString &purpose)
+{
+    const QString folder = pluginSettings().value(QStringLiteral("folders/") + purpose).toString();
+    return folder.isEmpty() ? QDir::homePath() : folder;
+}
+
+void keepLastFolder(const QString &purpose, const QString &folder)
+{
+    pluginSettings().setValue(QStringLiteral("folders/") + purpose, folder);
 }
 
 } // namespace base

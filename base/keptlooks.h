@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include "base/usersettings.h"
 
 QT_BEGIN_NAMESPACE
 class QDialog;
@@ -11,9 +11,13 @@ namespace base {
 
 /// The dialog opens in the size in which it was last closed, as far as the screen has room; before that as it stands. A
 /// maximized one counts with the size that it has otherwise. \a name is that of the settings.
-void keepSize(QDialog *dialog, const QString &name);
+void keepSize(QDialog *dialog, const QString &name, const UserSettings &settings = pluginSettings());
 
 /// The columns of a table keep the widths that the user gave them, also in further tables of this name.
 void keepColumns(QHeaderView *header, const QString &name);
+
+/// The folder in which a file dialog of the plug-in was last used for something; the user's home before that.
+QString lastFolder(const QString &purpose);
+void keepLastFolder(const QString &purpose, const QString &folder);
 
 } // namespace base

@@ -15,6 +15,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -27,6 +28,12 @@
 #include <new>
 
 namespace {
+
+// What the folder of its files is remembered under.
+QString importFolder()
+{
+    return QStringLiteral("lasImport");
+}
 
 const char tabIndexProperty[] = "tabIdx";
 
@@ -52,7 +59,11 @@ WellImportDialog::WellImportDialog(ProjectData &projectData, QWidget *parent)
     setWindowIcon(m_data.host.icon(QStringLiteral("import_wlc.png")));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     chooseFiles = [](QWidget *window, const QString &caption, const QString &filter) {
-        return QFileDialog::getOpenFileNames(window, caption, QString(), filter);
+        const QString folder = base::lastFolder(importFolder());
+        const QStringList files = QFileDialog::getOpenFileNames(window, caption, folder, filter);
+        if (!files.isEmpty())
+            base::keepLastFolder(importFolder(), QFileInfo(files.first()).path());
+        return files;
     };
 
     auto *page = new QVBoxLayout(this);

@@ -3,6 +3,8 @@
 #include "mainwin/projecttreeitems.h"
 #include "templates/templatestore.h"
 
+#include <QTreeWidget>
+
 namespace {
 
 /// Where a well's templates of one kind stand.
@@ -43,10 +45,12 @@ int newIndex(const Place &place, const QString &name)
 
 void registerTemplate(QTreeWidgetItem *wells, const TemplateId &now, const TemplateId &was)
 {
+    QTreeWidget *tree = wells->treeWidget();
     for (int i = 0; i < wells->childCount(); ++i) {
         const Place from = placeOf(wells->child(i), was);
         const Place to = placeOf(wells->child(i), now);
         const int old = find(from, was.name);
+        const bool wasCurrent = old >= 0 && tree && tree->currentItem() == from.branch->child(old);
         const bool wasChecked = old >= 0 && isChecked(from.branch->child(old));
         const int oldPlace = from.branch == to.branch && now.isGlobal ? old : -1;
         if (old >= 0)
@@ -60,5 +64,7 @@ void registerTemplate(QTreeWidgetItem *wells, const TemplateId &now, const Templ
         }
         if (wasChecked)
             to.branch->child(index)->setCheckState(0, Qt::Checked);
+        if (wasCurrent)
+            tree->setCurrentItem(to.branch->child(index));
     }
 }

@@ -1,6 +1,7 @@
 // The program: reads the command line, puts the parts together and runs.
 
 #include "demo/demosurvey.h"
+#include "programs/guidedtour.h"
 #include "programs/surveypreparation.h"
 #include "workbench/activewindowasker.h"
 #include "workbench/commandline.h"
@@ -11,6 +12,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QTimer>
 
 #include <clocale>
 #include <cstdio>
@@ -64,6 +66,11 @@ int run(const workbench::CommandLine &line, int argc, char **argv)
     loader.loadAll(workbench::PluginLoader::searchFolders(line.pluginFolders));
     window.setPluginReports(loader.reports());
     window.openAtStart(line.surveyFolder);
+    // When the window is on the screen.
+    if (line.showsTour)
+        QTimer::singleShot(0, &window, [&window] { programs::showTour(window); });
+    if (!line.lasFiles.isEmpty())
+        QTimer::singleShot(0, &window, [&window, &line] { window.openLasFiles(line.lasFiles); });
     return QApplication::exec();
 }
 

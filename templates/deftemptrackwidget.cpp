@@ -1,5 +1,6 @@
 #include "templates/deftemptrackwidget.h"
 
+#include "base/keptlooks.h"
 #include "base/nestedevents.h"
 #include "templates/filllimit.h"
 #include "templates/filllimitmodel.h"
@@ -83,6 +84,7 @@ DefTempTrackWidget::DefTempTrackWidget(TemplateChoices &choices, QAbstractItemMo
     header->setFixedHeight(2 * header->fontMetrics().lineSpacing() + headerMargin);
     for (int column = 0; column < curvecolumn::Count; ++column)
         m_table->setColumnWidth(column, columnWidths[column]);
+    base::keepColumns(header, QStringLiteral("templateCurves"));
     m_table->installEventFilter(this);
     m_table->viewport()->installEventFilter(this);
 

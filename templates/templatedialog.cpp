@@ -3,6 +3,7 @@
 #include "base/asker.h"
 #include "base/emptyhint.h"
 #include "base/gradientcombobox.h"
+#include "base/keptlooks.h"
 #include "base/safename.h"
 #include "datastore/projectdata.h"
 #include "templates/deftemptrackwidget.h"
@@ -63,6 +64,7 @@ TemplateDialog::TemplateDialog(ProjectData &projectData, const QString &wellName
     page->addWidget(m_splitter, 1);
     page->addLayout(m_buttons);
     resize(startSize);
+    base::keepSize(this, QStringLiteral("templateEditor"));
     connect(m_tabs, &QTabWidget::tabCloseRequested, this, &TemplateDialog::removeTrackTab);
     connect(m_tabs, &QTabWidget::currentChanged, this, &TemplateDialog::updatePreview);
     const auto *removeTab = new QShortcut(QKeySequence(Qt::CTRL + Qt::Key_W), this);

@@ -49,6 +49,10 @@ void Parser::readOption(const QString &argument)
         m_line.action = CommandLine::Action::ShowVersion;
         return;
     }
+    if (equals < 0 && option == QLatin1String("--tour")) {
+        m_line.showsTour = true;
+        return;
+    }
     const bool isKnown = option == QLatin1String("--survey") || option == QLatin1String("--plugin-dir")
         || option == QLatin1String("--demo");
     if (!isKnown) {
@@ -81,13 +85,15 @@ CommandLine Parser::parse()
             readOption(argument);
         else if (argument.isEmpty())
             refuse(QStringLiteral("An argument is empty."));
+        else if (argument.endsWith(QLatin1String(".las"), Qt::CaseInsensitive))
+            m_line.lasFiles.append(argument);
         else
             setOnce(&m_line.surveyFolder, argument, QStringLiteral("Only one survey can be given."));
     }
     if (m_line.action != CommandLine::Action::Run || m_line.demoFolder.isEmpty())
         return m_line;
     m_line.action = CommandLine::Action::MakeDemo;
-    if (!m_line.surveyFolder.isEmpty())
+    if (!m_line.surveyFolder.isEmpty() || !m_line.lasFiles.isEmpty() || m_line.showsTour)
         refuse(QStringLiteral("The option --demo makes a survey and cannot open one as well."));
     return m_line;
 }
@@ -101,8 +107,8 @@ CommandLine parseCommandLine(const QStringList &arguments)
 
 QString usageLine()
 {
-    return QStringLiteral("Usage: lorva-workbench [--survey DIR | DIR] [--plugin-dir DIR]... [--demo DIR] "
-                          "[--help] [--version]");
+    return QStringLiteral("Usage: lorva-workbench [--survey DIR | DIR] [FILE.las]... [--tour] "
+                          "[--plugin-dir DIR]... [--demo DIR] [--help] [--version]");
 }
 
 QString helpText()
@@ -111,6 +117,8 @@ QString helpText()
         + QStringLiteral("\n\n"
                          "Opens a survey folder, manages its wells and runs plug-ins on it.\n\n"
                          "  --survey DIR      the survey to open; without it the last one is opened again\n"
+                         "  FILE.las          propose new wells from these LAS files in that survey\n"
+                         "  --tour            show the first plug-in's window with a well and a correlation open\n"
                          "  --plugin-dir DIR  a further folder to load plug-ins from; may be repeated\n"
                          "  --demo DIR        make a demo survey in this folder and leave\n"
                          "  --help            show this text\n"

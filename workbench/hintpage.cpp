@@ -7,6 +7,12 @@
 
 namespace workbench {
 
+namespace {
+
+constexpr int widestText = 640; // longer lines break
+
+} // namespace
+
 HintPage::HintPage(QWidget *parent)
     : QWidget(parent)
     , m_heading(new QLabel(this))
@@ -21,7 +27,6 @@ HintPage::HintPage(QWidget *parent)
     large.setPointSizeF(large.pointSizeF() * 1.5);
     m_heading->setFont(large);
     m_text->setObjectName(QStringLiteral("hintText"));
-    m_text->setAlignment(Qt::AlignCenter);
     m_text->setTextFormat(Qt::PlainText);
     m_text->setWordWrap(true);
 
@@ -29,7 +34,11 @@ HintPage::HintPage(QWidget *parent)
     column->addStretch(2);
     column->addWidget(m_heading);
     column->addSpacing(6);
-    column->addWidget(m_text);
+    auto *block = new QHBoxLayout;
+    block->addStretch();
+    block->addWidget(m_text);
+    block->addStretch();
+    column->addLayout(block);
     column->addSpacing(14);
     column->addLayout(m_buttons);
     column->addStretch(3);
@@ -41,6 +50,11 @@ void HintPage::setHint(const QString &heading, const QString &text, const QList<
         return; // the focus stays where it is
     m_heading->setText(heading);
     m_text->setText(text);
+    // Steps are read from the left, as a block in the middle; a sentence stands in the middle itself.
+    const bool areSteps = text.contains(QLatin1Char('\n'));
+    m_text->setAlignment(areSteps ? Qt::AlignLeft : Qt::AlignHCenter);
+    const int whole = m_text->fontMetrics().size(0, text).width();
+    m_text->setMinimumWidth(qMin(whole, widestText));
     while (QLayoutItem *item = m_buttons->takeAt(0)) {
         if (QWidget *button = item->widget()) {
             button->hide();

@@ -2,6 +2,7 @@
 
 #include "workbench/statecolors.h"
 #include "workbench/tooltiptext.h"
+#include "workbench/windowsettings.h"
 
 #include <QDialogButtonBox>
 #include <QHeaderView>
@@ -57,6 +58,7 @@ LoadedPluginsDialog::LoadedPluginsDialog(const QVector<PluginReport> &reports, Q
     column->addWidget(howTo);
     column->addWidget(buttons);
     resize(1240, 300);
+    settings::keepSize(this);
 }
 
 QWidget *LoadedPluginsDialog::makeTable(const QVector<PluginReport> &reports)

@@ -1,5 +1,7 @@
 #include "workbench/manualdialog.h"
 
+#include "workbench/windowsettings.h"
+
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QPushButton>
@@ -47,6 +49,7 @@ ManualDialog::ManualDialog(const QString &folder, QWidget *parent)
     column->addWidget(pages, 1);
     column->addLayout(buttons);
     resize(860, 720);
+    settings::keepSize(this);
 }
 
 } // namespace workbench

@@ -85,6 +85,7 @@ NewWellsDialog::NewWellsDialog(survey::SurveyStore &store, base::Asker &asker, c
     setAcceptDrops(true);
     buildWidgets(survey::WellNames(store.list().value));
     resize(1240, 600);
+    settings::keepSize(this);
     showState();
 }
 

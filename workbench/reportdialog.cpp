@@ -54,6 +54,7 @@ ReportDialog::ReportDialog(const QString &title, const QString &sentence, const 
     column->addWidget(buttons);
     buttons->button(QDialogButtonBox::Close)->setFocus();
     resize(820, 480);
+    settings::keepSize(this);
 }
 
 void ReportDialog::save()

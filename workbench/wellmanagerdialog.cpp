@@ -6,6 +6,7 @@
 #include "workbench/wellactions.h"
 #include "workbench/wellcontents.h"
 #include "workbench/welleditdialog.h"
+#include "workbench/windowsettings.h"
 
 #include <QAction>
 #include <QDialogButtonBox>
@@ -56,6 +57,7 @@ WellManagerDialog::WellManagerDialog(survey::SurveyStore &store, base::Asker &as
     setWindowTitle(QStringLiteral("Manage wells"));
     buildWidgets();
     resize(980, 560);
+    settings::keepSize(this);
     readWells({});
 }
 

@@ -1,6 +1,10 @@
 #include "workbench/windowsettings.h"
 
+#include "base/keptlooks.h"
 #include "base/usersettings.h"
+
+#include <QDialog>
+#include <QDir>
 
 namespace workbench::settings {
 
@@ -54,7 +58,8 @@ void setLastSurvey(const QString &path)
 
 QString lastFolder(const QString &purpose)
 {
-    return Store().value(folderGroup + purpose).toString();
+    const QString folder = Store().value(folderGroup + purpose).toString();
+    return folder.isEmpty() ? QDir::homePath() : folder;
 }
 
 void setLastFolder(const QString &purpose, const QString &path)
@@ -70,6 +75,11 @@ QByteArray widgetState(const QString &name)
 void setWidgetState(const QString &name, const QByteArray &state)
 {
     Store().setValue(widgetGroup + name, state);
+}
+
+void keepSize(QDialog *dialog)
+{
+    base::keepSize(dialog, dialog->objectName(), Store());
 }
 
 } // namespace workbench::settings

@@ -226,6 +226,17 @@ void WorkbenchWindow::openAtStart(const QString &given)
         openSurvey(last);
 }
 
+void WorkbenchWindow::openLasFiles(const QStringList &paths)
+{
+    if (!hasSurvey()) {
+        m_asker.inform(QStringLiteral("New wells"),
+                       QStringLiteral("The wells of these files need a survey to stand in. Make one first."));
+        newSurvey();
+    }
+    if (hasSurvey())
+        newWells(paths);
+}
+
 void WorkbenchWindow::openRecent(const QString &path)
 {
     if (QFileInfo::exists(path)) {
@@ -393,10 +404,7 @@ void WorkbenchWindow::saveLook() const
 
 void WorkbenchWindow::newSurvey()
 {
-    QString root = settings::lastFolder(surveysFolder);
-    if (root.isEmpty())
-        root = QDir::homePath();
-    NewSurveyDialog dialog(m_asker, m_chooser, root, this);
+    NewSurveyDialog dialog(m_asker, m_chooser, settings::lastFolder(surveysFolder), this);
     if (dialog.exec() != QDialog::Accepted)
         return;
     if (m_prepare)

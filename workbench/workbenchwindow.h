@@ -48,6 +48,8 @@ public:
     bool openSurvey(const QString &path);
     /// Opens the survey given on the command line, or else the last one if it is still there.
     void openAtStart(const QString &given);
+    /// Proposes wells from LAS files; where no survey is open a new one is made first. Waits for the user.
+    void openLasFiles(const QStringList &paths);
     bool hasSurvey() const;
 
 signals:

@@ -256,6 +256,7 @@ private slots:
             QVERIFY(!m->global(name, "T"));
             QCOMPARE(m->children(globalBranch(m->well(name))).indexOf("U"), place);
         }
+        QCOMPARE(m->tree->currentItem(), m->global("A", "U"));
         QCOMPARE(m->global("A", "U")->checkState(0), Qt::Unchecked);
         QCOMPARE(m->global("B", "U")->checkState(0), Qt::Checked); // what is displayed stays checked
         QCOMPARE(m->displayTabs(), QStringList("B:U"));

@@ -4,6 +4,7 @@
 #include "workbench/commandline.h"
 
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -113,6 +114,11 @@ void TestCommandLine::parses_data()
     row("--version", Action::ShowVersion, "", "", "");
     row("--survey /a --help", Action::ShowHelp, "/a", "", "");
     row("--version --bogus", Action::ShowVersion, "", "", "");
+    row("--tour", Action::Run, "", "", "");
+    row("/a --tour", Action::Run, "/a", "", "");
+    row("b.las", Action::Run, "", "", "");
+    row("b.las /a C.LAS", Action::Run, "/a", "", "");
+    row("--survey=/x.las b.las", Action::Run, "/x.las", "", "");
     row("Øst/Å", Action::Run, "Øst/Å", "", "");
 }
 
@@ -125,6 +131,8 @@ void TestCommandLine::parses()
     QFETCH(QString, demo);
     const CommandLine line = workbench::parseCommandLine(arguments);
     QCOMPARE(line.error, QString());
+    QCOMPARE(line.showsTour, arguments.contains(QStringLiteral("--tour")));
+    QCOMPARE(line.lasFiles, arguments.filter(QRegularExpression(QStringLiteral("^[^-].*\\.(las|LAS)$"))));
     QCOMPARE(line.action, action);
     QCOMPARE(line.surveyFolder, survey);
     QCOMPARE(line.pluginFolders, plugins);
@@ -156,6 +164,9 @@ void TestCommandLine::refuses_data()
     row({"--demo", "d", "--survey", "/a"}, "The option --demo makes a survey and cannot open one as well.");
     row({"--survey", "/a", "--demo", "d"}, "The option --demo makes a survey and cannot open one as well.");
     row({"/a", "--demo", "d"}, "The option --demo makes a survey and cannot open one as well.");
+    row({"b.las", "--demo", "d"}, "The option --demo makes a survey and cannot open one as well.");
+    row({"--tour", "--demo", "d"}, "The option --demo makes a survey and cannot open one as well.");
+    row({"--tour=yes"}, "Unknown option \"--tour=yes\".");
     row({""}, "An argument is empty.");
     row({"--bogus", "--help"}, "Unknown option \"--bogus\".");
 }
@@ -171,9 +182,19 @@ void TestCommandLine::refuses()
 
 void TestCommandLine::helpNamesEveryOption()
 {
-    for (const char *option : {"--survey", "--plugin-dir", "--demo", "--help", "--version"}) {
+    for (const char *option : {"--survey", "FILE.las", "--tour", "--plugin-dir", "--demo", "--help", "--version"}) {
         QVERIFY2(workbench::helpText().contains(QLatin1String(option)), option);
         QVERIFY2(workbench::usageLine().contains(QLatin1String(option)), option);
+    }
+    const QString manPage =
+        QString::fromUtf8(files::read(QStringLiteral(LORVA_SOURCE_DIR "/packaging/lorva-workbench.1")))
+            .remove(QLatin1Char('\\'));
+    const QRegularExpression option(QStringLiteral("--[a-z-]+"));
+    auto options = option.globalMatch(workbench::helpText());
+    QVERIFY(options.hasNext());
+    while (options.hasNext()) {
+        const QString name = options.next().captured();
+        QVERIFY2(manPage.contains(name), qPrintable(name));
     }
     QVERIFY(workbench::usageLine().startsWith(QLatin1String("Usage: lorva-workbench [")));
     QVERIFY(!workbench::usageLine().contains(QLatin1Char('\n')));

@@ -31,6 +31,10 @@ private slots:
     void theManualOpensAndLeads();
     void aMissingManual();
     void firstStepsOfAnEmptySurvey();
+    void stepsAreReadFromTheLeft();
+    void lasFilesOfTheCommandLineBecomeWells();
+    void lasFilesWithoutASurveyMakeOneFirst();
+    void dialogsKeepTheirSizes();
     void aSurveyOpenInAnotherProgram();
     void whatDeadProgramsLeftIsIgnored();
     void theSameWindowIsNotAnother();
@@ -193,6 +197,69 @@ void TestWorkbenchUse::firstStepsOfAnEmptySurvey()
     m_host->setSurvey({});
     trigger("refreshAction");
     QCOMPARE(find<QLabel>("hintHeading")->text(), QStringLiteral("No survey is open"));
+}
+
+void TestWorkbenchUse::stepsAreReadFromTheLeft()
+{
+    const auto *text = find<QLabel>("hintText");
+    QVERIFY(text->alignment() & Qt::AlignHCenter);
+    m_window->resize(1200, 700);
+    QVERIFY(m_window->openSurvey(newSurvey(QStringLiteral("S"))));
+    QVERIFY(text->alignment() & Qt::AlignLeft);
+    QVERIFY(!(text->alignment() & Qt::AlignHCenter));
+    // No step is broken, and the block stands in the middle.
+    QTRY_VERIFY(text->height() < 7 * text->fontMetrics().lineSpacing());
+    const int left = text->mapTo(text->parentWidget(), QPoint()).x();
+    QVERIFY(qAbs(left + text->width() / 2 - text->parentWidget()->width() / 2) < 20);
+}
+
+void TestWorkbenchUse::lasFilesOfTheCommandLineBecomeWells()
+{
+    QVERIFY(m_window->openSurvey(newSurvey(QStringLiteral("S"))));
+    const QString file = m_folder->filePath(QStringLiteral("w.las"));
+    files::write(file,
+                 "~V\nVERS. 2.0:\n~W\nSTRT.M 1:\nSTOP.M 2:\nSTEP.M 1:\nNULL. -999.25:\nWELL. Ninian:\n~C\n"
+                 "DEPT.M :\nGR.gapi :\n~A\n1 5\n2 6\n");
+    onNextDialog(QStringLiteral("newWellsDialog"), [](QDialog *dialog) {
+        const QAbstractItemModel *model = dialog->findChild<QTableView *>(QStringLiteral("newWellsTable"))->model();
+        QCOMPARE(model->rowCount(), 1);
+        QVERIFY(rowTexts(model, 0).contains(QStringLiteral("Ninian")));
+        dialog->reject();
+    });
+    m_window->openLasFiles({file});
+    QVERIFY(m_asker.boxes.isEmpty());
+    QVERIFY(!isOverviewShown()); // nothing was written
+}
+
+void TestWorkbenchUse::lasFilesWithoutASurveyMakeOneFirst()
+{
+    onNextDialog(QStringLiteral("newSurveyDialog"), [](QDialog *dialog) { dialog->reject(); });
+    m_window->openLasFiles({m_folder->filePath(QStringLiteral("w.las"))});
+    QCOMPARE(m_asker.boxes.size(), 1);
+    QVERIFY(m_asker.boxes.first().text.contains(QStringLiteral("need a survey")));
+    QVERIFY(!m_window->hasSurvey());
+}
+
+void TestWorkbenchUse::dialogsKeepTheirSizes()
+{
+    QVERIFY(m_window->openSurvey(newSurvey(QStringLiteral("S"))));
+    const QSize size(770, 433); // the screen of tests is small
+    const auto resized = [size](QDialog *dialog) {
+        dialog->resize(size);
+        dialog->close();
+    };
+    for (const auto &[action, name] :
+         {std::make_pair("manageWellsAction", "wellManagerDialog"), std::make_pair("manualAction", "manualDialog")}) {
+        onNextDialog(QString::fromLatin1(name), resized);
+        trigger(action);
+        QSize seen;
+        onNextDialog(QString::fromLatin1(name), [&seen](QDialog *dialog) {
+            seen = dialog->size();
+            dialog->close();
+        });
+        trigger(action);
+        QCOMPARE(seen, size);
+    }
 }
 
 // A second workbench on the same survey, in a process of its own.
