@@ -1,6 +1,7 @@
 // What "cmake --install" leaves is complete: the program starts from there and finds its plug-in and its resources.
 
 #include "programrun.h"
+#include "support/files.h"
 #include "survey/surveyfolder.h"
 
 #include <QDir>
@@ -56,7 +57,27 @@ private slots:
         QVERIFY(!QImage(data.filePath("icons.Default/LORVA_wlc.png")).isNull());
         for (const char *folder : {"ColorBars", "Colorbars"})
             QVERIFY2(!QImage(data.filePath(QLatin1String(folder) + "/cb_1.png")).isNull(), folder);
-        QVERIFY(!QDir(data.filePath("doc")).isEmpty());
+        const QString page = data.filePath("doc/mainwindow.md");
+        QVERIFY(QFileInfo(page).isFile() && !QFileInfo(page).isSymLink());
+        // The pages show the pictures beside their folder.
+        QVERIFY(QString::fromUtf8(files::read(page)).contains("](../images/mainwindow.png)"));
+        QVERIFY(!QImage(data.filePath("images/mainwindow.png")).isNull());
+    }
+
+    void theDesktopKnowsTheProgramAndItsFiles()
+    {
+        const QDir share(prefix() + "/share");
+        const QString entry = QString::fromUtf8(files::read(share.filePath("applications/lorva-workbench.desktop")));
+        QVERIFY(entry.contains("\nExec=lorva-workbench %F\n"));
+        const QString kinds = QString::fromUtf8(files::read(share.filePath("mime/packages/lorva-las.xml")));
+        const QString kind = QString("text/x-las-well-log");
+        QVERIFY(entry.contains("\nMimeType=" + kind + ";\n"));
+        QVERIFY(kinds.contains("<mime-type type=\"" + kind + "\">") && kinds.contains("<glob pattern=\"*.las\"/>"));
+        const QString icon = QString("icons/hicolor/16x16/apps/lorva-workbench.png");
+        QVERIFY(entry.contains("\nIcon=lorva-workbench\n"));
+        QVERIFY(!QImage(share.filePath(icon)).isNull());
+        QVERIFY(QFileInfo(share.filePath("icons/hicolor/scalable/apps/lorva-workbench.svg")).isFile());
+        QVERIFY(QFileInfo(share.filePath("man/man1/lorva-workbench.1")).isFile());
     }
 
 private:

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "programs/manualtext.h"
+
+#include <QTextDocument>
+
+#include <memory>
+
+QT_BEGIN_NAMESPACE
+class QPagedPaintDevice;
+QT_END_NAMESPACE
+
+namespace programs {
+
+/// A heading of the manual and the page, from 1, on which it stands within its document.
+struct ManualHeading
+{
+    QString text;
+    int level;
+    int page;
+};
+
+/// A chapter laid out for paper: pictures and tables fit the page, and no heading stands alone at its end.
+class ManualDocument : public QTextDocument
+{
+    Q_OBJECT
+
+public:
+    /// Pictures are taken from \a pictureFolder by their names. \a pageSize in dots of \a device, which must outlive
+    /// the document.
+    ManualDocument(const ManualChapter &chapter, const QString &pictureFolder, QPagedPaintDevice *device,
+                   const QSizeF &pageSize);
+
+    /// Of the first two levels.
+    QVector<ManualHeading> headings();
+
+protected:
+    QVariant loadResource(int type, const QUrl &name) override;
+
+private:
+    void layOut(QPagedPaintDevice *device, const QSizeF &pageSize);
+    void fitPictures();
+    void styleTables();
+    void styleText();
+    void styleCode();
+    void keepHeadings();
+    int pageOf(const QTextBlock &block) const;
+    int lastPageOf(const QTextBlock &block) const;
+
+    QString m_pictureFolder;
+    QSizeF m_pageInches;
+};
+
+/// Writes the manual as PDF pages: a title, the contents with page numbers, the chapters. Returns why it could not be
+/// written, or an empty string.
+QString writeManual(const QVector<ManualChapter> &chapters, const QString &pictureFolder, const QString &file);
+
+} // namespace programs

@@ -1,0 +1,207 @@
+// The manual: its pages, their links and pictures, and the PDF that is made of them.
+
+#include "programrun.h"
+#include "programs/manualpages.h"
+#include "support/files.h"
+
+#include <QBuffer>
+#include <QDir>
+#include <QGuiApplication>
+#include <QPdfWriter>
+#include <QTemporaryDir>
+#include <QTextBlock>
+#include <QTextTable>
+#include <QtTest>
+
+using programs::ManualChapter;
+using programs::ManualDocument;
+using programs::ManualHeading;
+
+namespace {
+
+const QString pages = QStringLiteral(LORVA_SOURCE_DIR "/docs/manual");
+const QString pictures = QStringLiteral(LORVA_SOURCE_DIR "/docs/images");
+
+/// One chapter on small pages: 60 by 40 mm at 1200 dots an inch.
+struct Page
+{
+    explicit Page(const QString &text)
+        : writer(&buffer)
+    {
+        writer.setResolution(1200);
+        document = std::make_unique<ManualDocument>(ManualChapter{"x.md", "X", text}, pictures, &writer, size);
+    }
+    int pageOf(const QString &text) const
+    {
+        for (QTextBlock block = document->begin(); block.isValid(); block = block.next())
+            if (block.text() == text)
+                return int(topOf(block) / size.height());
+        return -1;
+    }
+    // Of its first line.
+    double topOf(const QTextBlock &block) const
+    {
+        const QTextLayout *lines = block.layout();
+        return document->documentLayout()->blockBoundingRect(block).top() + lines->lineAt(0).y()
+            - lines->boundingRect().top();
+    }
+    const QSizeF size{2834, 1890};
+    QBuffer buffer;
+    QPdfWriter writer;
+    std::unique_ptr<ManualDocument> document;
+};
+
+int pageCount(const QByteArray &pdf)
+{
+    return pdf.count("/Type /Page\n");
+}
+
+} // namespace
+
+class tst_manual : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void chaptersStandInTheOrderOfTheFirstPage()
+    {
+        files::write(file("m/README.md"), "# M\n\n- [B](b.md): b\n- [A](a.md#place)\n- [B](b.md)\n");
+        files::write(file("m/a.md"),
+                     "# Alpha\n\nSee [the second](b.md), [it](a.md#p) and [web](https://x.org/a.md).\n");
+        files::write(file("m/b.md"), "# Beta\n\n![A picture](../images/p.png) and ![](q.png)\n[gone](none.md)\n");
+        files::write(file("m/c.md"), "# Gamma\n");
+        const QVector<ManualChapter> chapters = programs::readManual(file("m"));
+        QCOMPARE(chapters.size(), 3);
+        QCOMPARE(chapters.at(0).title, QString("Beta"));
+        QCOMPARE(chapters.at(1).file, QString("a.md"));
+        QCOMPARE(chapters.at(2).text, QString("# 3  Gamma\n")); // nobody links it
+        QCOMPARE(
+            chapters.at(1).text,
+            QString("# 2  Alpha\n\nSee the second (chapter 1), it (chapter 2) and [web](https://x.org/a.md).\n"));
+        QVERIFY(chapters.at(0).text.endsWith("\ngone\n"));
+        QCOMPARE(programs::picturesOf(chapters.at(0)), QStringList({"p.png", "q.png"}));
+        QVERIFY(programs::readManual(file("none")).isEmpty());
+    }
+
+    // What the workbench shows under F1 leads to every page.
+    void everyPageIsLinkedAndEveryPictureIsThere()
+    {
+        const QString first = QString::fromUtf8(files::read(pages + "/README.md"));
+        const QVector<ManualChapter> chapters = programs::readManual(pages);
+        QVERIFY(chapters.size() > 10);
+        for (const ManualChapter &chapter : chapters) {
+            QVERIFY2(first.contains("](" + chapter.file + ')'), qPrintable(chapter.file));
+            for (const QString &picture : programs::picturesOf(chapter))
+                QVERIFY2(QFileInfo::exists(pictures + '/' + picture), qPrintable(picture));
+            // A link to a page that is not there has no chapter.
+            QVERIFY2(!chapter.text.contains(".md)"), qPrintable(chapter.file));
+        }
+    }
+
+    void aHeadingStandsWithItsText()
+    {
+        QString text = "# 1  X\n";
+        for (int lines = 0; lines < 12; ++lines) { // the heading wanders over the end of the page
+            const Page page(text + "\n## Heading\n\nIts text\n");
+            QVERIFY(page.pageOf("Heading") >= 0);
+            QCOMPARE(page.pageOf("Heading"), page.pageOf("Its text"));
+            const Page list(text + "\n## Heading\n\n- Its text\n");
+            QCOMPARE(list.pageOf("Heading"), list.pageOf("Its text"));
+            text += "\nline\n";
+        }
+        const Page last(text + "\n## Heading\n\nIts text\n");
+        QVERIFY(last.document->pageCount() > 1);
+        const QVector<ManualHeading> headings = last.document->headings();
+        QCOMPARE(headings.size(), 2);
+        QCOMPARE(headings.at(0).text, QString("1  X"));
+        QCOMPARE(headings.at(1).level, 2);
+        QCOMPARE(headings.at(1).page, last.pageOf("Heading") + 1);
+    }
+
+    void picturesFitThePage()
+    {
+        const Page page("# 1  X\n\n![a](../images/correlation-20wells.png)\n\n![b](../images/launcher.png)\n");
+        int seen = 0;
+        for (QTextBlock block = page.document->begin(); block.isValid(); block = block.next()) {
+            for (auto part = block.begin(); !part.atEnd(); ++part) {
+                const QTextImageFormat image = part.fragment().charFormat().toImageFormat();
+                if (!image.isValid())
+                    continue;
+                ++seen;
+                QVERIFY(image.width() > 10 && image.width() <= page.size.width() / 1200 * 96);
+                QVERIFY(image.height() > 5 && image.height() <= page.size.height() / 1200 * 96 * 0.55);
+            }
+        }
+        QCOMPARE(seen, 2);
+    }
+
+    void tablesFillThePage()
+    {
+        const Page page("# 1  X\n\n| a | b |\n|---|---|\n| 1 | a text that is much longer than the other one |\n");
+        const QTextTable *table = nullptr;
+        for (QTextFrame *frame : page.document->rootFrame()->childFrames())
+            table = qobject_cast<QTextTable *>(frame);
+        QVERIFY(table);
+        QCOMPARE(table->format().headerRowCount(), 1);
+        QCOMPARE(table->format().width().rawValue(), 100.0);
+        const QVector<QTextLength> widths = table->format().columnWidthConstraints();
+        QVERIFY(widths.at(1).rawValue() > 3 * widths.at(0).rawValue());
+        QVERIFY(qAbs(widths.at(0).rawValue() + widths.at(1).rawValue() - 100) < 0.01);
+    }
+
+    void commandsStandInLettersOfOneWidth()
+    {
+        const Page page("# 1  X\n\nsee `./run --bare` there\n\n    a code line\n");
+        QStringList seen;
+        for (QTextBlock block = page.document->begin(); block.isValid(); block = block.next())
+            for (auto part = block.begin(); !part.atEnd(); ++part)
+                if (part.fragment().charFormat().fontFamily() == "Liberation Mono")
+                    seen.append(part.fragment().text());
+        QCOMPARE(seen, QStringList({"./run --bare", "a code line"}));
+    }
+
+    // A name in angle brackets is no mark of a web page.
+    void anglesAreLetters()
+    {
+        const Page page("# 1  X\n\n- a <well> b\n- c\n");
+        QVERIFY(page.document->toPlainText().contains("a <well> b\nc"));
+    }
+
+    void theProgramWritesThePdf()
+    {
+        const QString pdf = file("manual.pdf");
+        const ProgramRun run = make(pages, pictures, pdf);
+        QCOMPARE(run.errors, QString());
+        QCOMPARE(run.exitCode, 0);
+        const QByteArray bytes = files::read(pdf);
+        QVERIFY(bytes.startsWith("%PDF-"));
+        QVERIFY(pageCount(bytes) > programs::readManual(pages).size() + 2);
+        QVERIFY(!bytes.contains("/Type1") && bytes.contains("/FontFile2")); // fonts lie in it
+    }
+
+    void whatIsMissingIsNamed()
+    {
+        files::write(file("n/README.md"), "# M\n\n- [A](a.md)\n");
+        files::write(file("n/a.md"), "# A\n\n![](../images/gone.png)\n");
+        const ProgramRun run = make(file("n"), pictures, file("n.pdf"));
+        QCOMPARE(run.exitCode, 1);
+        QVERIFY2(run.errors.contains("a.md shows gone.png"), qPrintable(run.errors));
+        QVERIFY(!QFileInfo::exists(file("n.pdf")));
+        QCOMPARE(make(file("none"), pictures, file("n.pdf")).exitCode, 1);
+        QCOMPARE(make(pages, pictures, file("none/n.pdf")).exitCode, 1);
+        QCOMPARE(runProgram(program(), {pages}, m_folder.path()).exitCode, 2);
+    }
+
+private:
+    QString file(const char *name) const { return m_folder.filePath(QLatin1String(name)); }
+    static QString program() { return QStringLiteral(LORVA_BINARY_DIR "/bin/lorva-manual"); }
+    ProgramRun make(const QString &from, const QString &with, const QString &to) const
+    {
+        return runProgram(program(), {from, with, to}, m_folder.path());
+    }
+
+    QTemporaryDir m_folder;
+};
+
+QTEST_MAIN(tst_manual)
+#include "tst_manual.moc"
