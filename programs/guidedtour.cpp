@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QMainWindow>
+#include <QTreeWidget>
 
 namespace programs {
 
@@ -25,13 +26,20 @@ void showTour(const workbench::WorkbenchWindow &window)
     if (!main || !main->isVisible()) // closed again while it came
         return;
     const PluginWindow plugin(main);
-    plugin.expandFirstWell();
     if (plugin.openFirstCorrelation())
         plugin.scrollCorrelation(lowerPart);
     plugin.showPage(logDisplaysPage);
     for (const char *name : {"Petrophysics", "Default"})
         if (plugin.displayFirstWell(QString::fromLatin1(name), lowerPart))
             break;
+    // The tree shows where that came from, and what else could be chosen.
+    if (QTreeWidgetItem *well = plugin.firstWell()) {
+        for (const QString &branch : {QStringLiteral("Template"), QStringLiteral("Global")})
+            plugin.belowFirstWell(branch)->setExpanded(true);
+        well->setExpanded(true);
+        plugin.tree()->setCurrentItem(well);
+        plugin.tree()->scrollToTop();
+    }
 }
 
 } // namespace programs

@@ -93,6 +93,28 @@ private slots:
         QCOMPARE(dialog.dialog.height(), 330);
     }
 
+    // Those of the workbench's dialogs are none of the plug-in's.
+    void sizesAreThoseOfAProgram()
+    {
+        const base::UserSettings other(QStringLiteral("another"));
+        QDialog dialog;
+        base::keepSize(&dialog, QStringLiteral("A"), other);
+        dialog.show();
+        dialog.resize(432, 321);
+        dialog.close();
+        QCOMPARE(other.value(QStringLiteral("sizes/A")).toSize(), QSize(432, 321));
+        QVERIFY(!base::pluginSettings().value(QStringLiteral("sizes/A")).isValid());
+    }
+
+    void fileDialogsBeginWhereTheLastOneEnded()
+    {
+        const QString purpose = QStringLiteral("test");
+        QCOMPARE(base::lastFolder(purpose), QDir::homePath());
+        base::keepLastFolder(purpose, QStringLiteral("/some/where"));
+        QCOMPARE(base::lastFolder(purpose), QStringLiteral("/some/where"));
+        QCOMPARE(base::lastFolder(QStringLiteral("other")), QDir::homePath());
+    }
+
     void columnsAreKept()
     {
         {

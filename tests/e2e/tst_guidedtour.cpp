@@ -89,6 +89,8 @@ private slots:
         const auto *tree = window->findChild<QTreeWidget *>("ProjectTreeWidget");
         QCOMPARE(tree->topLevelItem(0)->child(0)->checkState(0), Qt::Checked);
         QVERIFY(tree->topLevelItem(0)->child(0)->isExpanded());
+        QCOMPARE(tree->currentItem(), tree->topLevelItem(0)->child(0));
+        QVERIFY(tree->visualItemRect(tree->currentItem()).top() >= 0);
         for (const char *view : {"logView", "correlationView"}) {
             const QScrollBar *bar = window->findChild<QGraphicsView *>(view)->verticalScrollBar();
             QVERIFY2(bar->maximum() > 0 && bar->value() == static_cast<int>(bar->maximum() * 0.8), view);

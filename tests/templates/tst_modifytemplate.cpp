@@ -1,6 +1,7 @@
 // "Edit Display Template": a template is edited where it is, renamed, reordered and made global.
 
 #include "base/filesystemcalls.h"
+#include "base/usersettings.h"
 #include "support/failingtarget.h"
 #include "support/testmain.h"
 #include "support/unprivileged.h"
@@ -379,6 +380,24 @@ private slots:
         QCOMPARE(m->edit(0, 0, curvecolumn::LeftValue)->toolTip(), QString());
         m->click("saveButton");
         QVERIFY(content("W", "Mine").first().contains("GR | 0.50 | 1.23457 | #"));
+    }
+
+    void theEditorKeepsItsSizeAndColumns()
+    {
+        store("W", "Mine", {linear("A")});
+        open("Mine");
+        const QSize before = m_dialog->size();
+        const QSize size(before.width() - 31, before.height() - 17);
+        m_dialog->resize(size);
+        m->table(0)->setColumnWidth(curvecolumn::Group, 171);
+        m_dialog->close();
+        init();
+        store("W", "Mine", {linear("A")});
+        open("Mine");
+        QCOMPARE(m_dialog->size(), size);
+        QCOMPARE(m->table(0)->columnWidth(curvecolumn::Group), 171);
+        for (const char *key : {"sizes/templateEditor", "columns/templateCurves"}) // not for the other tests
+            base::pluginSettings().setValue(key, QVariant());
     }
 
     void ofALongValueTheFirstDigitsAreSeen()
