@@ -22,7 +22,7 @@ add_custom_command(OUTPUT ${work_dir}/pictures.stamp
     COMMAND ${CMAKE_COMMAND} -E make_directory ${work_dir}
     COMMAND lorva-workbench --demo ${work_dir}/Demo > ${work_dir}/demo.log
     COMMAND ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen QT_LOGGING_RULES=qt.qpa.*=false --unset=QT_SCALE_FACTOR
-            $<TARGET_FILE:lorva-pictures> ${work_dir}/Demo ${work_dir}/images > ${work_dir}/pictures.log
+            $<TARGET_FILE:lorva-pictures> --documents ${work_dir}/Demo ${work_dir}/images > ${work_dir}/pictures.log
     COMMAND ${CMAKE_COMMAND} -E rm -rf ${work_dir}/Demo
     COMMAND ${CMAKE_COMMAND} -E touch ${work_dir}/pictures.stamp
     DEPENDS lorva-workbench lorva-pictures LORVAOS

@@ -1,5 +1,5 @@
 // Draws the windows of the workbench and of the plug-in into pictures, for machines without a display and for the
-// manual: lorva-pictures [--dark] SURVEY_DIR PICTURE_DIR
+// documents: lorva-pictures [--documents] [--dark] SURVEY_DIR PICTURE_DIR
 
 #include "base/usersettings.h"
 #include "demo/demosurvey.h"
@@ -77,6 +77,12 @@ void drawPlugin(QMainWindow *window, const QString &survey, programs::PictureFol
     drawCorrelations(plugin, pictures);
     drawWellData(plugin, survey, pictures);
     drawTemplateEditors(plugin, pictures);
+}
+
+/// What the documents show in both palettes, in the dark one.
+void drawDark(QMainWindow *window, const QString &survey, programs::PictureFolder *pictures)
+{
+    const programs::PluginWindow plugin(window);
     const QPalette light = QApplication::palette();
     QApplication::setPalette(darkPalette());
     pictures->setNameEnd(QStringLiteral("-dark"));
@@ -103,9 +109,13 @@ void drawSection(workbench::WorkbenchWindow &window, programs::PictureFolder *pi
 
 int main(int argc, char *argv[])
 {
-    const bool isDark = argc > 1 && qstrcmp(argv[1], "--dark") == 0;
-    if (argc != (isDark ? 4 : 3)) {
-        std::fprintf(stderr, "Usage: lorva-pictures [--dark] SURVEY_DIR PICTURE_DIR\n");
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QFile::decodeName(argv[i]));
+    const bool isDark = arguments.removeAll(QStringLiteral("--dark")) > 0;
+    const bool isForDocuments = arguments.removeAll(QStringLiteral("--documents")) > 0;
+    if (arguments.size() != 2 || arguments.first().startsWith(QLatin1Char('-'))) {
+        std::fprintf(stderr, "Usage: lorva-pictures [--documents] [--dark] SURVEY_DIR PICTURE_DIR\n");
         return 2;
     }
     QStandardPaths::setTestModeEnabled(true); // the user's own settings stay out of it
@@ -118,8 +128,8 @@ int main(int argc, char *argv[])
     if (isDark)
         QApplication::setPalette(darkPalette());
 
-    const QString survey = QDir::current().absoluteFilePath(QFile::decodeName(argv[argc - 2]));
-    programs::PictureFolder pictures(QFile::decodeName(argv[argc - 1]), QDir::cleanPath(survey));
+    const QString survey = QDir::current().absoluteFilePath(arguments.first());
+    programs::PictureFolder pictures(arguments.last(), QDir::cleanPath(survey));
     const unattended::BoxCloser closer;
     unattended::PrintingAsker asker;
     workbench::WorkbenchHost host(workbench::WorkbenchHost::installedDataFolder());
@@ -146,6 +156,9 @@ int main(int argc, char *argv[])
     if (!main)
         return 1;
     drawPlugin(main, survey, &pictures);
-    drawSection(window, &pictures);
+    if (isForDocuments) {
+        drawDark(main, survey, &pictures);
+        drawSection(window, &pictures);
+    }
     return pictures.isComplete() ? 0 : 1;
 }

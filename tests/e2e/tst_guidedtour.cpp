@@ -11,6 +11,7 @@
 #include "workbench/workbenchhost.h"
 #include "workbench/workbenchwindow.h"
 
+#include <QAction>
 #include <QDir>
 #include <QGraphicsView>
 #include <QMainWindow>
@@ -19,6 +20,7 @@
 #include <QSettings>
 #include <QTabWidget>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTreeWidget>
 
 using namespace workbench;

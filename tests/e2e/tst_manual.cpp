@@ -4,14 +4,16 @@
 #include "programs/manualpages.h"
 #include "support/files.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QBuffer>
 #include <QDir>
 #include <QGuiApplication>
 #include <QPdfWriter>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTextBlock>
+#include <QTextLayout>
 #include <QTextTable>
-#include <QtTest>
 
 using programs::ManualChapter;
 using programs::ManualDocument;

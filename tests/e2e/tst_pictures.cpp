@@ -39,7 +39,8 @@ private slots:
 
     void aGoodSurveyGivesEveryPicture()
     {
-        const ProgramRun run = draw(m_survey, pictures());
+        const ProgramRun run = runProgram(QStringLiteral(LORVA_BINARY_DIR "/bin/lorva-pictures"),
+                                          {"--documents", m_survey, pictures()}, pictures());
         QVERIFY(run.hasEnded);
         QCOMPARE(run.exitCode, 0);
         QCOMPARE(run.errors, QString());
