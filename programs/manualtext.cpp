@@ -58,7 +58,10 @@ QVector<ManualChapter> readManual(const QString &folder)
     const QString first = pageText(pages, firstPage);
     if (first.isEmpty())
         return {};
-    QStringList names = linkedPages(first);
+    QStringList names;
+    for (const QString &name : linkedPages(first))
+        if (pages.exists(name))
+            names.append(name);
     for (const QString &name : pages.entryList({QStringLiteral("*.md")}, QDir::Files, QDir::Name))
         if (name != firstPage && !names.contains(name))
             names.append(name);

@@ -67,7 +67,7 @@ class tst_manual : public QObject
 private slots:
     void chaptersStandInTheOrderOfTheFirstPage()
     {
-        files::write(file("m/README.md"), "# M\n\n- [B](b.md): b\n- [A](a.md#place)\n- [B](b.md)\n");
+        files::write(file("m/README.md"), "# M\n\n- [B](b.md): b\n- [A](a.md#place)\n- [D](d.md)\n- [B](b.md)\n");
         files::write(file("m/a.md"),
                      "# Alpha\n\nSee [the second](b.md), [it](a.md#p) and [web](https://x.org/a.md).\n");
         files::write(file("m/b.md"), "# Beta\n\n![A picture](../images/p.png) and ![](q.png)\n[gone](none.md)\n");
