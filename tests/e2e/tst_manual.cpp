@@ -190,7 +190,9 @@ private slots:
         QVERIFY2(run.errors.contains("a.md shows gone.png"), qPrintable(run.errors));
         QVERIFY(!QFileInfo::exists(file("n.pdf")));
         QCOMPARE(make(file("none"), pictures, file("n.pdf")).exitCode, 1);
-        QCOMPARE(make(pages, pictures, file("none/n.pdf")).exitCode, 1);
+        files::write(file("n/a.md"), "# A\n");
+        QCOMPARE(make(file("n"), pictures, file("n.pdf")).exitCode, 0);
+        QCOMPARE(make(file("n"), pictures, file("none/n.pdf")).exitCode, 1);
         QCOMPARE(runProgram(program(), {pages}, m_folder.path()).exitCode, 2);
     }
 
