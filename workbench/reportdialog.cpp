@@ -2,6 +2,7 @@
 
 #include "base/asker.h"
 #include "base/atomicfile.h"
+#include "survey/odfile.h"
 #include "workbench/windowsettings.h"
 
 #include <QDialogButtonBox>
@@ -69,7 +70,7 @@ void ReportDialog::save()
     settings::setLastFolder(reportFolder, QFileInfo(path).path());
     const base::WriteResult result = base::writeFileAtomically(path, m_text.toUtf8());
     if (!result.ok())
-        m_asker.warn(windowTitle(), QStringLiteral("Cannot write the file %1: %2.").arg(path, result.error));
+        m_asker.warn(windowTitle(), survey::writeErrorText(path, result.error));
 }
 
 } // namespace workbench
