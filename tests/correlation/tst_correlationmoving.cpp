@@ -242,6 +242,49 @@ private slots:
         QCOMPARE(m->text("scaleEdit").toFloat(), view->scaleFactor());
     }
 
+    void controlAndZeroLeadToTheFirstWell()
+    {
+        m->store("North", "3\nA:T\nB:T\nC:T\n");
+        CorrelationView *view = m->show();
+        m->display->resize(300, 500);
+        QCoreApplication::processEvents();
+        QScrollBar *bar = view->horizontalScrollBar();
+        bar->setValue(bar->maximum());
+        QVERIFY(bar->value() > bar->minimum());
+        QTest::keyClick(view, Qt::Key_0, Qt::ControlModifier);
+        QCOMPARE(bar->value(), bar->minimum());
+    }
+
+    // The well that is looked at keeps its depth, not one that was scrolled away.
+    void theWellInViewKeepsItsDepth()
+    {
+        m->addDeepWell("D", 0, 3000, {});
+        m->addDeepWell("E", 100, 3000, {});
+        m->store("North", "2\nD:T\nE:T\n");
+        CorrelationView *view = m->show();
+        m->display->resize(250, 700);
+        QCoreApplication::processEvents();
+        view->horizontalScrollBar()->setValue(view->horizontalScrollBar()->maximum());
+        view->verticalScrollBar()->setValue(2000);
+        const int middle = view->viewport()->height() / 2;
+        const auto depthInMiddle = [&] {
+            const correlation::WellColumn &well = view->columns().at(1);
+            return well.reference.toMeasuredM(well.axis.toDepth(view->mapToScene(0, middle).y()));
+        };
+        const double before = static_cast<double>(depthInMiddle());
+        m->choose("depthTypeBox", "TVDSS");
+        QVERIFY(std::abs(static_cast<double>(depthInMiddle()) - before) < 1);
+    }
+
+    void aRedrawKeepsTheReadOut()
+    {
+        m->store("North");
+        m->show();
+        m->view()->setStatusLabel("read out");
+        m->type("scaleEdit", "2000");
+        QCOMPARE(m->status(), QString("read out"));
+    }
+
     void hoveringNamesTheWell()
     {
         m->store("North");

@@ -104,6 +104,7 @@ private slots:
         QCOMPARE(m->box("scaleChooser")->currentText(), QString("1000"));
         QVERIFY(m->box("scaleChooser")->isEditable());
         QCOMPARE(entries(m->box("flatAtChooser")), QStringList({"None"}));
+        QVERIFY(!find<QCheckBox>("allMarkersBox")->isChecked()); // there are none
         QStringList texts;
         for (const QLabel *label : dialog->findChildren<QLabel *>())
             texts.append(label->text());
@@ -549,6 +550,51 @@ private slots:
         QCOMPARE(m->dialog->saved().wells.at(0).wellName, QString("Gone")); // what the view is told
         QCOMPARE(m->file("North"), before);
         QVERIFY(!m->dialog->isChanged());
+    }
+
+    void whatASaveLostIsNotNamedAnyLonger()
+    {
+        m->store("North", "2\nGone:T\nA:T\n");
+        m->show();
+        QVERIFY(!m->missing().isEmpty());
+        m->click("saveButton");
+        QCOMPARE(m->missing(), QString());
+    }
+
+    void withoutACurrentRowTheLastGoes()
+    {
+        m->store("North", "3\nA:T\nB:T\nC:T\n");
+        m->show();
+        m->wells()->setCurrentCell(-1, -1);
+        m->click("removeWellButton");
+        QCOMPARE(CorrelationFixture::chooser(m->wells(), 0, 0)->currentText(), QString("A"));
+        QCOMPARE(CorrelationFixture::chooser(m->wells(), 1, 0)->currentText(), QString("B"));
+    }
+
+    void swatchesFollowTheirColumn()
+    {
+        m->store("North", "1\nA:T\n", "0\n", "1\nZ|Top|Base|#ff8000|1|0|0\n");
+        m->show();
+        m->zones()->setColumnWidth(3, 150);
+        QCOMPARE(m->zones()->item(0, 3)->data(Qt::DecorationRole).value<QPixmap>().width(), 150);
+        QVERIFY(!m->dialog->isChanged());
+    }
+
+    // What is typed stays as it is typed: neither completed to a marker nor with the cursor sent to its end.
+    void typedDepthsAreLeftAlone()
+    {
+        m->store("North", "1\nA:T\n", "0\n", "1\nZ|Top|Base|#ff8000|1|0|0\n");
+        m->show();
+        QLineEdit *line = CorrelationFixture::chooser(m->zones(), 0, 1)->lineEdit();
+        line->setFocus();
+        line->selectAll();
+        QTest::keyClicks(line, "T");
+        QCOMPARE(line->text(), QString("T"));
+        line->selectAll();
+        QTest::keyClicks(line, "812");
+        QTest::keyClick(line, Qt::Key_Home);
+        QTest::keyClicks(line, "45");
+        QCOMPARE(line->text(), QString("45812"));
     }
 
     void aFileThatCannotBeReadLeavesTheDialogEmpty()
