@@ -129,6 +129,8 @@ int NewWellsModel::columnCount(const QModelIndex &parent) const
 
 QVariant NewWellsModel::data(const QModelIndex &index, int role) const
 {
+    if (!index.isValid())
+        return {}; // a view that has no current cell asks too, when it is to copy it
     const int column = index.column();
     const survey::NewWell &well = m_wells.wells().at(index.row());
     const QString problem = isField(column) ? m_wells.problem(index.row(), fieldOf(column)) : QString();

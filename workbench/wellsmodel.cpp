@@ -110,6 +110,8 @@ int WellsModel::columnCount(const QModelIndex &parent) const
 
 QVariant WellsModel::data(const QModelIndex &index, int role) const
 {
+    if (!index.isValid())
+        return {}; // a view that has no current cell asks too, when it is to copy it
     const survey::WellSummary &well = m_wells.at(index.row());
     const int column = index.column();
     const bool isUnreadable = !well.error.isEmpty();

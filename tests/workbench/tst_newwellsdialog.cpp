@@ -99,6 +99,7 @@ private:
     {
         auto *table = dialog.findChild<QTableView *>();
         table->setCurrentIndex(cell(dialog, row, column));
+        QVERIFY(!table->model()->data(QModelIndex()).isValid()); // asked for when nothing is current and copied
         QTest::keyClick(table, Qt::Key_F2);
         auto *editor = table->viewport()->findChild<QLineEdit *>();
         QVERIFY(editor);

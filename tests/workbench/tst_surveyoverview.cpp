@@ -79,6 +79,7 @@ private slots:
     void aCutLogIsTold();
     void whatAPluginFindsIsToldAtOnce();
     void feetAreCalledFeet();
+    void withoutACurrentCellNothingIsCopied();
     void summariesAreReadInOnePass();
     void modelOfManyWells();
     void modelOfOddNumbers();
@@ -131,6 +132,22 @@ void TestSurveyOverview::aWideTableTakesItsPlaceFromTheMap()
     QVERIFY(narrow.findChild<BaseMap *>()->width() >= 290);
     SurveyOverview small;
     QTRY_VERIFY(qAbs(show(small, 600)->parentWidget()->width() - 400) < 10); // the map keeps a third
+}
+
+void TestSurveyOverview::withoutACurrentCellNothingIsCopied()
+{
+    const QString survey = newSurvey(QStringLiteral("Own"));
+    QVERIFY(m_window->openSurvey(survey));
+    auto *view = find<QTableView>("wellsTable");
+    for (int wells = 0; wells < 2; ++wells) {
+        view->setCurrentIndex(QModelIndex());
+        QTest::keyClick(view, Qt::Key_C, Qt::ControlModifier);
+        QVERIFY(!table()->data(QModelIndex()).isValid());
+        if (wells == 0)
+            addWell(survey, QStringLiteral("A"), 10, 20);
+        trigger("refreshAction");
+        QCOMPARE(table()->rowCount(), 1);
+    }
 }
 
 void TestSurveyOverview::sortsByNumber()
