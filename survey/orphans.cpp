@@ -6,7 +6,6 @@
 #include "survey/wellnames.h"
 
 #include <QDir>
-#include <QRegularExpression>
 #include <QSet>
 
 namespace survey {
@@ -22,12 +21,20 @@ struct WellFileName
 
 WellFileName parsed(const QString &fileName)
 {
-    static const QRegularExpression log(QStringLiteral("^(.+)\\^(\\d{1,6})\\.wll$"));
-    static const QRegularExpression other(QStringLiteral("^(.+)\\.(well|track|wlm|wlt|csmdl|disp)$"));
-    const QRegularExpressionMatch ofLog = log.match(fileName);
-    if (ofLog.hasMatch())
-        return {ofLog.captured(1), ofLog.captured(2).toInt()};
-    return {other.match(fileName).captured(1), 0};
+    const int dot = fileName.lastIndexOf(QLatin1Char('.'));
+    if (dot <= 0)
+        return {};
+    const QStringRef ending = fileName.midRef(dot);
+    if (ending == QLatin1String(".wll")) {
+        const int mark = fileName.lastIndexOf(QLatin1Char('^'), dot);
+        bool isNumber = false;
+        const int number = mark > 0 ? fileName.midRef(mark + 1, dot - mark - 1).toInt(&isNumber) : 0;
+        return isNumber && number > 0 ? WellFileName{fileName.left(mark), number} : WellFileName();
+    }
+    for (const char *own : {".well", ".track", ".wlm", ".wlt", ".csmdl", ".disp"})
+        if (ending == QLatin1String(own))
+            return {fileName.left(dot), 0};
+    return {};
 }
 
 } // namespace

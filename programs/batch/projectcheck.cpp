@@ -60,6 +60,11 @@ QString fileNameOf(const QString &path)
     return path.section(QLatin1Char('/'), -1);
 }
 
+bool isOfPoints(const QString &fileName)
+{
+    return fileName.endsWith(QLatin1String("_calibrationPoints.txt"));
+}
+
 QStringList entries(const Project &project, const char *folder, QDir::Filters filters)
 {
     return projectEntries(project.projectFolder, project.projectFolder + QLatin1String(folder), filters, QDir::Name);
@@ -84,6 +89,7 @@ ProjectCheck::ProjectCheck(const Project &project, const QVector<host::WellEntry
     m_wells.removeDuplicates();
     const QStringList names = entries(m_project, "", QDir::Files);
     m_files = QSet<QString>(names.begin(), names.end());
+    m_hasPoints = std::any_of(names.begin(), names.end(), isOfPoints);
 }
 
 QVector<Finding> ProjectCheck::checkWell(const QString &wellName, const QStringList *logs) const
@@ -130,7 +136,7 @@ void ProjectCheck::checkSideFiles(const QString &wellName, QVector<Finding> *fin
         if (filledLines(bytes) - 1 > parsePerforation(bytes, wellName).names.size())
             findings->append({State::Damaged, zonesPath, QStringLiteral("It has lines that are no zones.")});
     }
-    for (const QString &group : curveGroupNames()) {
+    for (const QString &group : m_hasPoints ? curveGroupNames() : QStringList()) {
         const QString path = calibrationPath(folder, wellName, group);
         if (!m_files.contains(fileNameOf(path)))
             continue;
@@ -217,7 +223,7 @@ void ProjectCheck::checkOrphans(QVector<Finding> *findings) const
     QSet<QString> owners{QStringLiteral("Global")};
     for (const QString &well : m_wells) {
         expected.insert(fileNameOf(perforationPath(folder, well)));
-        for (const QString &group : curveGroupNames())
+        for (const QString &group : m_hasPoints ? curveGroupNames() : QStringList())
             expected.insert(fileNameOf(calibrationPath(folder, well, group)));
         defaults.insert(fileNameOf(defaultLogsPath(folder, well)));
         owners.insert(fileNameOf(wellTemplatesFolder(m_project, well)));
@@ -228,9 +234,7 @@ void ProjectCheck::checkOrphans(QVector<Finding> *findings) const
     QStringList names = m_files.values();
     names.sort();
     for (const QString &name : names)
-        if ((name.endsWith(QLatin1String("_perforationZone.txt"))
-             || name.endsWith(QLatin1String("_calibrationPoints.txt")))
-            && !expected.contains(name))
+        if ((name.endsWith(QLatin1String("_perforationZone.txt")) || isOfPoints(name)) && !expected.contains(name))
             tell(folder + QLatin1Char('/') + name);
     for (const QString &name : entries(m_project, "/DefaultLogs", QDir::Files))
         if (!defaults.contains(name))

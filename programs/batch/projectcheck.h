@@ -44,6 +44,7 @@ private:
     Project m_project;
     QStringList m_wells;
     QSet<QString> m_files; ///< names directly in the project folder
+    bool m_hasPoints = false; ///< whether one of them is of calibration points
 };
 
 } // namespace batch
