@@ -167,9 +167,7 @@ void CurveRowWidgets::showValues(const CurveRow &row)
 {
     m_leftValue->setText(row.shownMinimum);
     m_rightValue->setText(row.shownMaximum);
-    for (QLineEdit *value : {m_leftValue, m_rightValue})
-        value->setCursorPosition(0); // of a long one the first digits are seen
-    m_leftValue->setCursorPosition(0);
+    m_leftValue->setCursorPosition(0); // of a long one the first digits are seen
     m_rightValue->setCursorPosition(0);
     showValueTips(row);
 }
