@@ -163,7 +163,7 @@ logview::CurveKey keyOf(const CurveItem &curve)
 void buildPaths(const QVector<const CurveItem *> &curves)
 {
     for (const CurveItem *curve : curves)
-        benchmark::DoNotOptimize(logview::CurvePath(curve->samples(), keyOf(*curve)).points().size());
+        benchmark::DoNotOptimize(logview::reducedPath(curve->samples(), keyOf(*curve)).elementCount());
 }
 
 // The curves in view and nothing else: their paths, and their lines on an image.

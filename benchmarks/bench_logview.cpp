@@ -72,17 +72,14 @@ struct Display
         : scale(paperScale)
         , axis(DepthAxis::of(0, totalDepth, paperScale))
         , penWidth(width)
+        , count(samples)
         , lines(logs(samples).size())
     {
         for (size_t i = 0; i < lines.size(); ++i)
             lines[i].update(logs(samples)[i], keyOf(logs(samples)[i]));
-        FillSettings toBoundary;
-        fills[0].update(logs(samples)[0], keyOf(logs(samples)[0]), toBoundary);
-        FillSettings toCurve;
-        toCurve.limit = FillLimit::Curve;
-        toCurve.other = logs(samples)[4];
-        toCurve.otherScale = {false, 0, 150, static_cast<float>(trackWidth)};
-        fills[1].update(logs(samples)[3], keyOf(logs(samples)[3]), toCurve);
+        settings[1].limit = FillLimit::Curve;
+        settings[1].other = logs(samples)[4];
+        settings[1].otherScale = {false, 0, 150, static_cast<float>(trackWidth)};
     }
 
     CurveKey keyOf(const CurveSamples &samples) const
@@ -105,6 +102,7 @@ struct Display
         return grid;
     }
 
+    const CurveSamples &filled(int track) const { return logs(count)[static_cast<size_t>(track * curvesPerTrack)]; }
     void paint(QPainter &painter, int top, int bottom) const
     {
         for (int track = 0; track < trackCount; ++track) {
@@ -116,8 +114,11 @@ struct Display
                     painter.setPen(gridPen(line.pen));
                     painter.drawLine(line.line);
                 }
-            if (track < 2)
+            if (track < 2) {
+                const ShownRows rows{static_cast<double>(top), static_cast<double>(bottom)};
+                fills[track].update(filled(track), keyOf(filled(track)), settings[track], rows);
                 fills[track].paint(painter, fillColor(track), top, bottom);
+            }
             for (int i = track * curvesPerTrack; i < (track + 1) * curvesPerTrack; ++i)
                 lines[static_cast<size_t>(i)].paint(painter, curvePen(i, penWidth), top, bottom);
             painter.restore();
@@ -127,8 +128,10 @@ struct Display
     float scale;
     DepthAxis axis;
     int penWidth;
+    int count;
     std::vector<CurveLine> lines;
-    CurveFill fills[2];
+    FillSettings settings[2];
+    mutable CurveFill fills[2];
 };
 
 /// The same with nothing but the painter: lines, polygons and polylines that lie ready.
@@ -141,14 +144,14 @@ public:
         , m_penWidth(display.penWidth)
         , m_grid(display.horizontals(top, bottom) + display.verticals(top, bottom))
     {
-        for (const CurveLine &line : display.lines) {
-            QVector<QPolygonF> polylines;
-            for (const CurvePath::Slice &slice : line.path().slices(top, bottom))
-                polylines.append(QPolygonF(line.path().points().mid(slice.first, slice.count)));
-            m_polylines.push_back(polylines);
+        const ShownRows rows{static_cast<double>(top), static_cast<double>(bottom)};
+        for (const CurveSamples &log : logs(display.count)) {
+            const QList<QPolygonF> polylines = reducedPath(log, display.keyOf(log), rows).toSubpathPolygons();
+            m_polylines.push_back({polylines.begin(), polylines.end()});
         }
         for (int track = 0; track < 2; ++track) {
-            const CurveFill &fill = display.fills[track];
+            const CurveFill fill(display.filled(track), display.keyOf(display.filled(track)), display.settings[track],
+                                 rows);
             for (const CurveFill::Run &run : fill.runs()) {
                 CurveFill::Run shown = run;
                 shown.count = 0;
@@ -223,7 +226,7 @@ void repaintBySamples(benchmark::State &state)
     const int penWidth = static_cast<int>(state.range(0));
     const Display few(10000, defaultDepthScale, penWidth);
     const Display many(1000000, defaultDepthScale, penWidth);
-    bench::compare(
+    bench::compareWork(
         state, [&] { repaint(few, few.middle()); }, [&] { repaint(many, many.middle()); });
     state.SetLabel("reference: 10,000 samples a curve, subject: 1,000,000; at most 1.5");
 }
@@ -241,7 +244,7 @@ void repaintAgainstPainter(benchmark::State &state)
                           static_cast<int>(state.range(2)));
     const int top = display.middle();
     const PlainDisplay plain(display, top, top + viewSize.height() - 1);
-    bench::compare(
+    bench::compareWork(
         state, [&] { repaint(plain, top); }, [&] { repaint(display, top); });
     state.SetLabel("reference: the painter with the same grid, fills and reduced polylines; at most 2");
 }
@@ -255,11 +258,13 @@ BENCHMARK(repaintAgainstPainter)
 // A frame of scrolling where the view has not been: the rows that come into view, each for the first time.
 void scroll(benchmark::State &state)
 {
+    const Display few(10000, defaultDepthScale, static_cast<int>(state.range(1)));
     const Display display(static_cast<int>(state.range(0)), defaultDepthScale, static_cast<int>(state.range(1)));
     constexpr int stepRows = 40;
     int top = 0;
-    bench::compare(
-        state, [&] { repaint(display, 0); },
+    repaint(few, 0);
+    bench::compareWork(
+        state, [&] { repaint(few, 0); },
         [&] {
             top += stepRows;
             QPainter painter(&screen());
@@ -267,7 +272,7 @@ void scroll(benchmark::State &state)
             painter.setClipRect(0, top + viewSize.height() - stepRows, viewSize.width(), stepRows);
             display.paint(painter, top + viewSize.height() - stepRows, top + viewSize.height() - 1);
         });
-    state.SetLabel("reference: repaint of the whole view; 16 ms are 60 frames a second");
+    state.SetLabel("reference: repaint of the whole view with 10,000 samples a curve; at most 0.5");
 }
 BENCHMARK(scroll)
     ->ArgNames({"samples", "pen"})
@@ -276,34 +281,41 @@ BENCHMARK(scroll)
     ->Unit(benchmark::kMillisecond)
     ->Iterations(101);
 
+// Smallest and largest value of all logs: the least that anyone who looks at all samples has to do.
+void plainPass(int samples)
+{
+    for (const CurveSamples &log : logs(samples)) {
+        double smallest = log.value(0);
+        double largest = smallest;
+        for (const double *value = log.values(); value != log.values() + log.size(); ++value) {
+            smallest = std::min(smallest, *value);
+            largest = std::max(largest, *value);
+        }
+        benchmark::DoNotOptimize(smallest);
+        benchmark::DoNotOptimize(largest);
+    }
+}
+
 void changeScale(benchmark::State &state)
 {
     const int samples = static_cast<int>(state.range(0));
     (void)logs(samples);
-    float scale = defaultDepthScale;
-    bench::compare(
-        state,
+    auto scale = static_cast<float>(state.range(1));
+    bench::compareWork(
+        state, [samples] { plainPass(samples); },
         [&] {
-            double sum = 0;
-            for (const CurveSamples &log : logs(samples))
-                for (int i = 0; i < log.size(); ++i)
-                    sum += log.depthsM()[i] * log.values()[i];
-            benchmark::DoNotOptimize(sum);
-        },
-        [&] {
-            scale += 1;
+            scale *= 1.0001F;
             const Display display(samples, scale);
             repaint(display, display.middle());
         });
-    state.SetLabel("reference: one plain pass over the samples; subject: build and first paint");
+    state.SetLabel("reference: smallest and largest of all values; at most 0.5, and 4 with all samples in view");
 }
 BENCHMARK(changeScale)
-    ->ArgName("samples")
-    ->Arg(10000)
-    ->Arg(1000000)
+    ->ArgNames({"samples", "scale"})
+    ->ArgsProduct({{10000, 1000000}, {1000, 2000, 1000000}})
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond)
-    ->Iterations(5);
+    ->Iterations(9);
 
 void hover(benchmark::State &state)
 {
@@ -314,12 +326,29 @@ void hover(benchmark::State &state)
             sum += sampleAt(samples, static_cast<double>(totalDepth) * i / lookUps).value;
         benchmark::DoNotOptimize(sum);
     };
-    bench::compare(
+    bench::compareWork(
         state, [&] { lookUp(logs(10000).front()); }, [&] { lookUp(logs(1000000).front()); });
     state.SetLabel("10,000 look-ups down the log; reference: 10,000 samples, subject: 1,000,000; linear is 100, "
                    "logarithmic 1.5");
 }
 BENCHMARK(hover)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(21);
+
+// Whether a curve passes under the mouse, where a row of the screen has 5 samples and where it has none.
+void pick(benchmark::State &state)
+{
+    constexpr int looks = 10000;
+    const auto look = [](const CurveSamples &samples) {
+        const CurveKey key = Display(10000, defaultDepthScale).keyOf(samples);
+        int hits = 0;
+        for (int i = 0; i < looks; ++i)
+            hits += passes(samples, key, QRectF(i % trackWidth, 18.0 * i, 7, 7));
+        benchmark::DoNotOptimize(hits);
+    };
+    bench::compareWork(
+        state, [&] { look(logs(10000).front()); }, [&] { look(logs(1000000).front()); });
+    state.SetLabel("10,000 places down the log; reference: 10,000 samples, subject: 1,000,000; linear is 100");
+}
+BENCHMARK(pick)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(21);
 
 void memory(benchmark::State &state)
 {

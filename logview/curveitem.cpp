@@ -92,19 +92,17 @@ QRectF CurveItem::boundingRect() const
 
 logview::CurveKey CurveItem::key() const
 {
-    return logview::curveKey(m_samples, m_geometry.axis, m_geometry.reference, m_scale, m_rowsPerPixel);
+    return logview::curveKey(m_samples, m_geometry.axis, m_geometry.reference, m_scale);
 }
 
 QPainterPath CurveItem::shape() const
 {
-    m_curveLine.update(m_samples, key());
-    return m_curveLine.shape();
+    return logview::reducedPath(m_samples, key());
 }
 
 bool CurveItem::contains(const QPointF &point) const
 {
-    m_curveLine.update(m_samples, key());
-    return m_curveLine.path().intersects(withinReach(QRectF(point, QSizeF(0, 0))));
+    return logview::passes(m_samples, key(), withinReach(QRectF(point, QSizeF(0, 0))));
 }
 
 QRectF CurveItem::withinReach(const QRectF &area) const
@@ -115,26 +113,20 @@ QRectF CurveItem::withinReach(const QRectF &area) const
 
 bool CurveItem::collidesWithPath(const QPainterPath &path, Qt::ItemSelectionMode) const
 {
-    m_curveLine.update(m_samples, key());
-    return m_curveLine.path().intersects(withinReach(path.boundingRect()));
+    return logview::passes(m_samples, key(), withinReach(path.boundingRect()));
 }
 
 void CurveItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *)
 {
-    m_rowsPerPixel = logview::rowsPerPixel(*painter);
-    m_curveLine.update(m_samples, key());
-    updateFill();
     const QRectF shown = logview::visibleArea(*painter, *option).adjusted(0, -1, 0, 1);
-    if (m_fillStyle.isOn)
+    if (m_fillStyle.isOn) {
+        m_fill.update(m_samples, key(), m_fillSettings,
+                      {shown.top(), shown.bottom(), logview::rowsPerPixel(*painter)});
         m_fill.paint(*painter, m_fillStyle.color, shown.top(), shown.bottom());
+    }
     painter->setBrush(Qt::transparent);
+    m_curveLine.update(m_samples, key());
     m_curveLine.paint(*painter, currentPen(), shown.top(), shown.bottom());
-}
-
-void CurveItem::updateFill()
-{
-    if (m_fillStyle.isOn)
-        m_fill.update(m_samples, key(), m_fillSettings);
 }
 
 void CurveItem::setGeometry(const logview::TrackGeometry &geometry)

@@ -24,9 +24,8 @@ struct CurveFillStyle
     base::ColorBar bar;
 };
 
-/// One log in its track: line, fill and calibration points. What it draws is computed when it is first painted after
-/// a change of the samples or the geometry, and kept. Headers and panels watch it (CurveHeaderItem,
-/// CurveItemPropertyWidget).
+/// One log in its track: line, fill and calibration points. What it draws is computed for the rows that are painted.
+/// Headers and panels watch it (CurveHeaderItem, CurveItemPropertyWidget).
 class CurveItem : public QGraphicsObject
 {
     Q_OBJECT
@@ -102,12 +101,10 @@ private:
     void readFill(const TrackInfo &definition);
     void placePoints();
     logview::CurveKey key() const;
-    void updateFill();
     void redraw();
 
     std::shared_ptr<WellDisplayData> m_well;
     logview::TrackGeometry m_geometry;
-    double m_rowsPerPixel = 1; ///< of the device that was painted last
     TemplateCurveInfo m_line;
     QString m_unit;
     bool m_isLogMissing = false;
@@ -116,7 +113,7 @@ private:
     QPen m_pen;
     CurveFillStyle m_fillStyle;
     logview::FillSettings m_fillSettings;
-    mutable logview::CurveLine m_curveLine;
+    logview::CurveLine m_curveLine;
     logview::CurveFill m_fill;
     CalibrationRecord m_calibration;
     QVector<logview::CalibrationPoint> m_points;

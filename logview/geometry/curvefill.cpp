@@ -4,18 +4,18 @@
 #include <QPainter>
 
 #include <algorithm>
-#include <atomic>
 #include <cmath>
 
 namespace logview {
 
 namespace {
 
-std::atomic<int> builds{0};
-
 // The painter loses its way beyond row 32,767; a pair of edges that reaches further than this past the visible rows
 // is cut there.
 constexpr double farRows = 4096;
+
+// Rows that a fill has beyond those that are asked for: a view that scrolls has them already.
+constexpr double spareRows = 256;
 
 double toward(double from, double to, double part)
 {
@@ -27,48 +27,36 @@ CurveFill::Edge between(const CurveFill::Edge &a, const CurveFill::Edge &b, doub
     return {toward(a.y, b.y, part), toward(a.x, b.x, part), toward(a.limitX, b.limitX, part)};
 }
 
-/// The samples of the other curve by depth, asked for in the order of this curve's samples: one pass over both where
-/// both are in the same order.
+/// The samples of another curve by depth.
 class Partners
 {
 public:
-    Partners(const CurveSamples &samples, const CurveSamples &other)
-        : m_other(other)
-        , m_isJoined(other.order() != DepthOrder::Unsorted && samples.order() == other.order())
+    explicit Partners(const CurveSamples &samples)
+        : m_samples(samples)
     {
-        if (m_isJoined)
+        if (samples.order() != DepthOrder::Unsorted)
             return;
-        m_byDepth.reserve(other.size());
-        for (int i = other.size(); i-- > 0;) // of several at one depth the first
-            m_byDepth.insert(other.depthM(i), i);
+        m_byDepth.reserve(samples.size());
+        for (int i = samples.size(); i-- > 0;) // of several at one depth the first
+            m_byDepth.insert(samples.depthM(i), i);
     }
 
-    // Index of the other curve's sample of exactly this depth; -1 for none.
-    int at(double depthM)
+    // Index of the sample of exactly this depth; -1 for none.
+    int at(double depthM) const
     {
-        if (!m_isJoined)
+        if (m_samples.order() == DepthOrder::Unsorted)
             return m_byDepth.value(depthM, -1);
-        const bool isAscending = m_other.order() == DepthOrder::Ascending;
-        const double *depths = m_other.depthsM();
-        if (!m_isStarted) {
-            const double *end = depths + m_other.size();
-            m_next = static_cast<int>(
-                std::partition_point(depths, end,
-                                     [&](double depth) { return isAscending ? depth < depthM : depth > depthM; })
-                - depths);
-            m_isStarted = true;
-        }
-        while (m_next < m_other.size() && (isAscending ? depths[m_next] < depthM : depths[m_next] > depthM))
-            ++m_next;
-        return m_next < m_other.size() && depths[m_next] == depthM ? m_next : -1;
+        const bool isAscending = m_samples.order() == DepthOrder::Ascending;
+        const double *begin = m_samples.depthsM();
+        const double *end = begin + m_samples.size();
+        const double *found = std::partition_point(
+            begin, end, [&](double depth) { return isAscending ? depth < depthM : depth > depthM; });
+        return found != end && *found == depthM ? static_cast<int>(found - begin) : -1;
     }
 
 private:
-    const CurveSamples m_other;
+    const CurveSamples m_samples;
     QHash<double, int> m_byDepth;
-    bool m_isJoined = false;
-    bool m_isStarted = false;
-    int m_next = 0;
 };
 
 } // namespace
@@ -103,8 +91,8 @@ public:
     explicit Builder(CurveFill &fill)
         : m_fill(fill)
         , m_isLeft(fill.m_settings.side == FillSide::Left)
-        , m_isScaled(fill.m_key.rowsPerPixel != 1)
-        , m_steps(64.0 * fill.m_key.rowsPerPixel)
+        , m_isScaled(fill.m_rows.perPixel != 1)
+        , m_steps(64.0 * fill.m_rows.perPixel)
     {
     }
 
@@ -112,42 +100,65 @@ public:
     {
         const SamplePlacer placer(m_fill.m_key);
         const FillSettings &settings = m_fill.m_settings;
-        const double width = static_cast<double>(m_fill.m_key.scale.width);
         const bool isCurve = settings.limit == FillLimit::Curve;
         const ValuePlacer otherPlacer(settings.otherScale);
         const ValueScale &colorScale = isCurve ? settings.otherScale : m_fill.m_key.scale;
-        const int colorCount = settings.barColors.size();
-        Partners partners(samples, isCurve ? settings.other : CurveSamples());
-        int color = -1;
-        const auto [begin, end] = placer.range(samples);
-        for (int i = begin; i < end; ++i) {
+        const Partners partners(isCurve ? settings.other : CurveSamples());
+        // The edge of a sample and the index of its colour; false where there is none.
+        const auto edgeOf = [&](int i, Edge &edge, int &color) {
             QPointF point;
-            if (placer.place(samples, i, point) != SamplePlacer::Drawn) {
-                breakHere();
-                continue;
-            }
+            if (placer.place(samples, i, point) != SamplePlacer::Drawn)
+                return false;
+            const double width = static_cast<double>(m_fill.m_key.scale.width);
             double colorValue = samples.values()[i];
-            double limitX = settings.limit == FillLimit::LeftBoundary ? 0 : width;
+            edge = {point.y(), point.x(), settings.limit == FillLimit::LeftBoundary ? 0 : width};
             if (isCurve) {
                 const int partner = partners.at(samples.depthsM()[i]);
-                if (partner < 0 || settings.other.isNull(partner)) {
-                    breakHere();
-                    continue;
-                }
+                if (partner < 0 || settings.other.isNull(partner))
+                    return false;
                 colorValue = settings.other.value(partner);
                 const double otherX = otherPlacer.toPixel(colorValue);
-                if (std::isnan(otherX)) {
-                    breakHere();
-                    continue;
-                }
-                limitX = std::clamp(otherX - 0.1, 0.0, width);
+                if (std::isnan(otherX))
+                    return false;
+                edge.limitX = std::clamp(otherX - 0.1, 0.0, width);
             }
-            const int index = colorIndex(colorValue, static_cast<double>(colorScale.minimum),
-                                         static_cast<double>(colorScale.maximum), colorCount);
-            add({point.y(), point.x(), limitX}, color);
-            color = index >= 0 ? index : color; // shows between this sample and the next
+            color = colorIndex(colorValue, static_cast<double>(colorScale.minimum),
+                               static_cast<double>(colorScale.maximum), settings.barColors.size());
+            return true;
+        };
+        const auto [begin, end] = placer.range(samples, m_fill.m_rows.wholeRows());
+        const int first = placer.range(samples).first;
+        const bool isInOrder = samples.order() != DepthOrder::Unsorted;
+        int colored = first; // the next sample to look at for a colour
+        int color = -1;
+        int i = begin;
+        // Pairs within one band do not show: on to the last sample of each band, and to the first of the next.
+        while (i + 1 < end) {
+            if (isInOrder)
+                i = lastOfBand(samples, placer, i, end);
+            if (i + 1 >= end)
+                break;
+            countReadSamples({i, i + 2});
+            Edge above;
+            Edge below;
+            int index = -1;
+            int next = -1;
+            const bool isFilled = edgeOf(i, above, index) && edgeOf(i + 1, below, next);
+            if (isFilled) {
+                // A sample without a colour has that of the last one before it that has one.
+                for (int k = i; index < 0 && k-- > colored && !settings.barColors.isEmpty();) {
+                    Edge edge;
+                    edgeOf(k, edge, index);
+                }
+                color = index >= 0 ? index : color;
+                colored = i + 1;
+                add(above, below, color);
+            } else {
+                closeRun();
+            }
+            ++i;
         }
-        breakHere();
+        closeRun();
         m_fill.m_edges.squeeze();
         m_fill.m_runs.squeeze();
     }
@@ -158,35 +169,47 @@ private:
 
     // The painter rounds to 1/64 pixel. Odd numbers are the bands between the middles of rows, even ones the middles.
     // A scaled screen may be scrolled by quarters of its pixels: there the middles are at any of these.
-    qint64 band(const Edge &edge) const
+    qint64 band(double y) const
     {
-        const auto steps = static_cast<qint64>(std::floor(edge.y * m_steps + 0.5));
+        const auto steps = static_cast<qint64>(std::floor(y * m_steps + 0.5));
         const qint64 first = m_isScaled ? 0 : 32;
         const int bits = m_isScaled ? 4 : 6;
         const qint64 row = (steps - first) >> bits;
         return steps - first == row << bits ? 2 * row : 2 * row + 1;
     }
 
-    void add(const Edge &edge, int pairColor)
+    // The last of the samples from there on that stand in one band.
+    int lastOfBand(const CurveSamples &samples, const SamplePlacer &placer, int i, int end) const
     {
-        if (m_hasPrevious) {
-            const double before = gap(m_previous);
-            const double after = gap(edge);
-            if (before >= 0 && after >= 0 && before + after > 0)
-                addPair(m_previous, edge, pairColor);
-            else if (before > 0)
-                addPair(m_previous, between(m_previous, edge, before / (before - after)), pairColor);
-            else if (after > 0)
-                addPair(between(m_previous, edge, before / (before - after)), edge, pairColor);
+        const qint64 wanted = band(placer.y(samples, i));
+        int step = 1;
+        while (i + step < end && band(placer.y(samples, i + step)) == wanted)
+            step *= 2;
+        int first = i + step / 2;
+        int last = std::min(i + step, end);
+        while (first + 1 < last) {
+            const int middle = first + (last - first) / 2;
+            (band(placer.y(samples, middle)) == wanted ? first : last) = middle;
         }
-        m_previous = edge;
-        m_hasPrevious = true;
+        return first;
+    }
+
+    void add(const Edge &above, const Edge &below, int color)
+    {
+        const double before = gap(above);
+        const double after = gap(below);
+        if (before >= 0 && after >= 0 && before + after > 0)
+            addPair(above, below, color);
+        else if (before > 0)
+            addPair(above, between(above, below, before / (before - after)), color);
+        else if (after > 0)
+            addPair(between(above, below, before / (before - after)), below, color);
     }
 
     void addPair(const Edge &a, const Edge &b, int color)
     {
-        const qint64 bandA = band(a);
-        const qint64 bandB = band(b);
+        const qint64 bandA = band(a.y);
+        const qint64 bandB = band(b.y);
         if (bandA == bandB)
             return;
         // Straight on from the run's last edge, also past pairs that were left out: they stayed in its band.
@@ -218,45 +241,38 @@ private:
         m_isRunOpen = false;
     }
 
-    void breakHere()
-    {
-        closeRun();
-        m_hasPrevious = false;
-    }
-
     CurveFill &m_fill;
     bool m_isLeft;
     bool m_isScaled;
     double m_steps; // of the painter, a pixel
-    Edge m_previous;
-    bool m_hasPrevious = false;
     bool m_isRunOpen = false;
     int m_runFirst = 0;
     int m_runColor = -1;
     qint64 m_runLast = 0;
 };
 
-CurveFill::CurveFill(const CurveSamples &samples, const CurveKey &key, const FillSettings &settings)
+CurveFill::CurveFill(const CurveSamples &samples, const CurveKey &key, const FillSettings &settings,
+                     const ShownRows &rows)
     : m_key(key)
     , m_settings(settings)
+    , m_rows({rows.top - spareRows, rows.bottom + spareRows, rows.perPixel})
     , m_order(samples.order())
     , m_isBuilt(true)
 {
-    ++builds;
+    // Depths that are not in order are looked through whole, once.
+    if (m_order == DepthOrder::Unsorted || settings.other.order() == DepthOrder::Unsorted)
+        m_rows = {ShownRows().top, ShownRows().bottom, rows.perPixel};
     Builder(*this).build(samples);
 }
 
-bool CurveFill::update(const CurveSamples &samples, const CurveKey &key, const FillSettings &settings)
+bool CurveFill::update(const CurveSamples &samples, const CurveKey &key, const FillSettings &settings,
+                       const ShownRows &rows)
 {
-    if (m_isBuilt && m_key == key && m_settings == settings)
+    if (m_isBuilt && m_key == key && m_settings == settings && m_rows.perPixel == rows.perPixel
+        && m_rows.top <= rows.top && m_rows.bottom >= rows.bottom)
         return false;
-    *this = CurveFill(samples, key, settings);
+    *this = CurveFill(samples, key, settings, rows);
     return true;
-}
-
-void CurveFill::clear()
-{
-    *this = {};
 }
 
 QPolygonF CurveFill::polygon(const Run &run) const
@@ -339,11 +355,6 @@ void CurveFill::paint(QPainter &painter, const QColor &solid, double topY, doubl
         painter.drawPolygon(visiblePolygon(*run, top, bottom));
     }
     painter.restore();
-}
-
-int CurveFill::buildCount()
-{
-    return builds;
 }
 
 } // namespace logview

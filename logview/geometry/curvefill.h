@@ -65,11 +65,13 @@ public:
     };
 
     CurveFill() = default;
-    CurveFill(const CurveSamples &samples, const CurveKey &key, const FillSettings &settings);
+    /// Of some rows, and of some more on both sides.
+    CurveFill(const CurveSamples &samples, const CurveKey &key, const FillSettings &settings,
+              const ShownRows &rows = {});
 
-    /// Makes the fill that of these; false, at no cost, when it already is.
-    bool update(const CurveSamples &samples, const CurveKey &key, const FillSettings &settings);
-    void clear();
+    /// Makes the fill that of these, and of these rows at least; false, at no cost, when it already is.
+    bool update(const CurveSamples &samples, const CurveKey &key, const FillSettings &settings,
+                const ShownRows &rows = {});
 
     bool isEmpty() const { return m_runs.isEmpty(); }
     const QVector<Edge> &edges() const { return m_edges; }
@@ -82,8 +84,6 @@ public:
     /// Changing the solid colour builds nothing.
     void paint(QPainter &painter, const QColor &solid, double topY, double bottomY) const;
 
-    static int buildCount();
-
 private:
     class Builder;
 
@@ -91,6 +91,7 @@ private:
 
     CurveKey m_key;
     FillSettings m_settings;
+    ShownRows m_rows;
     QVector<Edge> m_edges;
     QVector<Run> m_runs;
     DepthOrder m_order = DepthOrder::Ascending;

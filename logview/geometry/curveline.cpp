@@ -1,5 +1,8 @@
 #include "logview/geometry/curveline.h"
 
+#include "logview/geometry/rowreducer.h"
+
+#include <QLineF>
 #include <QPaintEngine>
 #include <QPainter>
 #include <QPen>
@@ -41,35 +44,68 @@ std::pair<double, double> partBetween(const QLineF &line, double topY, double bo
     return {std::max(std::min(atTop, atBottom), 0.0), std::min(std::max(atTop, atBottom), 1.0)};
 }
 
+// Rows that are asked for beyond those that show: lines are drawn exactly only when the painter knows the ones before.
+constexpr double strokeMargin = 8;
+
 } // namespace
 
-bool CurveLine::update(const CurveSamples &samples, const CurveKey &key)
+/// Measures the reduced line, and leaves milestones on its way.
+class CurveLine::LengthSink
 {
-    if (m_path.key() == key && samples.revision() == m_samples.revision())
-        return false;
-    m_samples = samples;
-    m_path = CurvePath(samples, key);
-    m_rows = {};
-    m_lengths.clear();
-    return true;
-}
+public:
+    explicit LengthSink(const Milestone &start, QVector<Milestone> *milestones = nullptr)
+        : m_at(start)
+        , m_milestones(milestones)
+    {
+    }
 
-void CurveLine::clear()
+    double length() const { return m_at.length; }
+    void lineBreaks()
+    {
+        m_at.length = 0;
+        m_at.isOpen = false;
+    }
+    void rowBegins(int sample)
+    {
+        constexpr int step = 64; // samples
+        if (!m_milestones || (!m_milestones->isEmpty() && sample < m_milestones->last().sample + step))
+            return;
+        m_at.sample = sample;
+        m_milestones->append(m_at);
+    }
+    void point(const QPointF &point)
+    {
+        m_at.length += m_at.isOpen ? QLineF(m_at.from, point).length() : 0;
+        m_at.from = point;
+        m_at.isOpen = true;
+    }
+
+private:
+    Milestone m_at;
+    QVector<Milestone> *m_milestones;
+};
+
+void CurveLine::update(const CurveSamples &samples, const CurveKey &key)
 {
-    *this = {};
+    if (m_key == key && samples.revision() == m_samples.revision())
+        return;
+    m_samples = samples;
+    m_key = key;
+    m_rows = {};
+    m_milestones.clear();
 }
 
 void CurveLine::paint(QPainter &painter, const QPen &pen, double topY, double bottomY) const
 {
-    const double top = std::max(topY, m_path.bounds().top() - pen.widthF() - 1);
-    const double bottom = std::min(bottomY, m_path.bounds().bottom() + pen.widthF() + 1);
-    if (m_path.isEmpty() || !(top <= bottom) || pen.style() == Qt::NoPen)
+    const double top = std::max(topY, -pen.widthF() - 1);
+    const double bottom = std::min(bottomY, static_cast<double>(m_key.axis.height) + pen.widthF() + 1);
+    if (m_samples.isEmpty() || !(top <= bottom) || pen.style() == Qt::NoPen)
         return;
     painter.save();
-    const int width = wholeWidth(pen);
+    const int width = isPlainRaster(painter) ? wholeWidth(pen) : 0;
     if (width > 0 && m_rows.penWidth() != width)
-        m_rows = StrokeRows(m_samples, m_path, width);
-    if (width > 0 && m_rows.isNeeded() && isPlainRaster(painter))
+        m_rows = StrokeRows(m_samples, m_key, width);
+    if (width > 0 && m_rows.isNeeded())
         paintRows(painter, pen, toInt(std::floor(top)), toInt(std::ceil(bottom)));
     else
         strokePath(painter, pen, top, bottom);
@@ -82,64 +118,66 @@ void CurveLine::paintRows(QPainter &painter, const QPen &pen, int topRow, int bo
     const int deviceBottom = deviceTop + painter.paintEngine()->paintDevice()->height() - 1;
     int top = std::max(topRow, deviceTop);
     int bottom = std::min(bottomRow, deviceBottom);
-    if (m_rows.penWidth() == 1) {
-        // The painter cuts the lines that leave its device before it looks for their pixels, which moves some: the
-        // rows of the lines that cross an edge of the device are stroked.
-        const auto [upper, lower] = m_path.crossing(deviceTop - 1);
-        const int upperEnd = std::max(deviceTop + 1, toInt(std::ceil(lower)));
-        if (upper < lower && top <= upperEnd && strokeSamples(painter, pen, deviceTop, std::min(upperEnd, bottom)))
-            top = upperEnd + 1;
-        const auto [above, below] = m_path.crossing(deviceBottom + 2);
-        const int lowerStart = std::max(top, std::min(deviceBottom - 1, toInt(std::floor(above)) - 1));
-        if (above < below && bottom >= lowerStart && strokeSamples(painter, pen, lowerStart, deviceBottom))
-            bottom = lowerStart - 1;
-    }
     m_rectangles.clear();
+    if (m_rows.penWidth() == 1) {
+        // The painter cuts the lines that leave its device before it looks for their pixels, which moves some.
+        const ShownRows device{static_cast<double>(deviceTop), static_cast<double>(deviceBottom)};
+        const auto [upper, lower] = crossing(deviceTop - 1);
+        const int upperEnd = std::min(std::max(deviceTop + 1, toInt(std::ceil(lower))), bottom);
+        if (upper < lower && top <= upperEnd) {
+            m_rows.appendCutPixels(top, upperEnd, device, m_rectangles);
+            top = upperEnd + 1;
+        }
+        const auto [above, below] = crossing(deviceBottom + 2);
+        const int lowerStart = std::max(top, std::min(deviceBottom - 1, toInt(std::floor(above)) - 1));
+        if (above < below && lowerStart <= bottom) {
+            m_rows.appendCutPixels(lowerStart, bottom, device, m_rectangles);
+            bottom = lowerStart - 1;
+        }
+    }
     m_rows.appendPixels(top, bottom, m_rectangles);
     painter.setPen(Qt::NoPen);
     painter.setBrush(pen.brush());
     painter.drawRects(m_rectangles);
 }
 
-// Strokes the line of every sample in some rows. False when there are too many samples.
-bool CurveLine::strokeSamples(QPainter &painter, const QPen &pen, int topRow, int bottomRow) const
+// Top and bottom of the line that crosses a pixel position; both 0 when none does.
+std::pair<double, double> CurveLine::crossing(double y) const
 {
-    constexpr double margin = 3; // rows; lines beside these decide how theirs are painted
-    constexpr int maximumSamples = 4096;
-    const auto [begin, end] = SamplePlacer(m_path.key()).range(m_samples, topRow - margin, bottomRow + margin);
-    if (end - begin > maximumSamples)
-        return false;
-    painter.save();
-    const int width = toInt(static_cast<double>(m_path.key().scale.width));
-    painter.setClipRect(QRect(QPoint(-1, topRow), QPoint(width + 1, bottomRow)), Qt::IntersectClip);
-    painter.setPen(pen);
-    painter.setBrush(Qt::NoBrush);
-    painter.drawPath(samplePath(m_samples, m_path.key(), topRow - margin, bottomRow + margin));
-    painter.restore();
-    return true;
+    const SamplePlacer placer(m_key);
+    const auto [begin, end] = placer.range(m_samples, {y, y});
+    QPointF before;
+    QPointF after;
+    if (end - begin < 2 || placer.place(m_samples, begin, before) != SamplePlacer::Drawn
+        || placer.place(m_samples, begin + 1, after) != SamplePlacer::Drawn)
+        return {0, 0};
+    const bool isBefore = m_samples.order() == DepthOrder::Ascending ? before.y() < y : before.y() > y;
+    return isBefore ? std::minmax({before.y(), after.y()}) : std::pair(0.0, 0.0);
 }
 
 void CurveLine::strokePath(QPainter &painter, const QPen &pen, double topY, double bottomY) const
 {
     const double top = topY - pen.widthF();
     const double bottom = bottomY + pen.widthF();
-    const QVector<CurvePath::Slice> slices = m_path.slices(top, bottom);
+    const ShownRows rows{top - strokeMargin, bottom + strokeMargin, rowsPerPixel(painter)};
+    const QPainterPath line = reducedPath(m_samples, m_key, rows);
     painter.setBrush(Qt::NoBrush);
     if (pen.style() == Qt::SolidLine) {
         painter.setPen(pen);
-        painter.drawPath(m_path.path(slices));
+        painter.drawPath(line);
         return;
     }
     QPen solid(pen.brush(), pen.widthF(), Qt::SolidLine, pen.capStyle(), pen.joinStyle());
     if (pen.widthF() <= 1)
         solid.setCapStyle(Qt::FlatCap); // others would close gaps of two pixels
     painter.setPen(solid);
-    painter.drawPath(dashes(pen, slices, top, bottom));
+    const int first = SamplePlacer(m_key).range(m_samples, rows.wholeRows()).first;
+    painter.drawPath(dashes(pen, line, lengthBefore(first, rows.perPixel), top, bottom));
 }
 
 // The painter starts its pattern anew where a line enters the device, so that dashes would crawl when the view
 // scrolls; these stand where the length of the line puts them.
-QPainterPath CurveLine::dashes(const QPen &pen, const QVector<CurvePath::Slice> &slices, double topY,
+QPainterPath CurveLine::dashes(const QPen &pen, const QPainterPath &line, double lengthBefore, double topY,
                                double bottomY) const
 {
     const double unit = std::max(pen.widthF(), 1.0);
@@ -149,55 +187,61 @@ QPainterPath CurveLine::dashes(const QPen &pen, const QVector<CurvePath::Slice> 
     QPainterPath path;
     if (ends.size() < 2 || !(ends.last() > 0))
         return path;
-    for (const CurvePath::Slice &slice : slices) {
-        double before = lengthBefore(slice.first) + pen.dashOffset() * unit;
-        bool isOpen = false; // whether a dash goes on from the line before
-        for (int i = slice.first; i + 1 < slice.first + slice.count; ++i) {
-            const QLineF line(m_path.points().at(i), m_path.points().at(i + 1));
-            const double length = line.length();
-            if (length == 0)
-                continue;
-            const auto [from, to] = partBetween(line, topY, bottomY);
-            const bool isContinued = isOpen && from <= 0;
+    double before = 0;
+    bool isOpen = false; // whether a dash goes on from the line before
+    for (int i = 0; i < line.elementCount(); ++i) {
+        if (line.elementAt(i).isMoveTo()) {
+            before = (i == 0 ? lengthBefore : 0) + pen.dashOffset() * unit;
             isOpen = false;
-            for (double period = std::floor((before + from * length) / ends.last());
-                 from <= to && period * ends.last() - before < to * length; ++period) {
-                for (int k = 0; k + 1 < ends.size(); k += 2) {
-                    const double start = period * ends.last() + (k > 0 ? ends.at(k - 1) : 0) - before;
-                    const double end = period * ends.last() + ends.at(k) - before;
-                    if (end <= from * length || start >= to * length)
-                        continue;
-                    if (start >= 0 || !isContinued)
-                        path.moveTo(line.pointAt(std::max(start, 0.0) / length));
-                    path.lineTo(end < length ? line.pointAt(end / length) : line.p2());
-                    isOpen = end > length;
-                }
-            }
-            before += length;
+            continue;
         }
+        const QLineF piece(line.elementAt(i - 1), line.elementAt(i));
+        const double length = piece.length();
+        if (length == 0)
+            continue;
+        const auto [from, to] = partBetween(piece, topY, bottomY);
+        const bool isContinued = isOpen && from <= 0;
+        isOpen = false;
+        for (double period = std::floor((before + from * length) / ends.last());
+             from <= to && period * ends.last() - before < to * length; ++period) {
+            for (int k = 0; k + 1 < ends.size(); k += 2) {
+                const double start = period * ends.last() + (k > 0 ? ends.at(k - 1) : 0) - before;
+                const double end = period * ends.last() + ends.at(k) - before;
+                if (end <= from * length || start >= to * length)
+                    continue;
+                if (start >= 0 || !isContinued)
+                    path.moveTo(piece.pointAt(std::max(start, 0.0) / length));
+                path.lineTo(end < length ? piece.pointAt(end / length) : piece.p2());
+                isOpen = end > length;
+            }
+        }
+        before += length;
     }
     return path;
 }
 
-double CurveLine::lengthBefore(int point) const
+// Length of the reduced line from the start of its unbroken piece to a sample that is the last of its row. The first
+// call under a key measures the whole line.
+double CurveLine::lengthBefore(int sample, double perPixel) const
 {
-    constexpr int step = 64;
-    const QVector<QPointF> &points = m_path.points();
-    if (m_lengths.isEmpty()) {
-        for (const CurvePath::SubPath &subPath : m_path.subPaths()) {
-            double length = 0;
-            for (int i = subPath.first; i < subPath.first + subPath.count; ++i) {
-                length += i > subPath.first ? QLineF(points.at(i - 1), points.at(i)).length() : 0;
-                if (i % step == 0)
-                    m_lengths.append(length);
-            }
-        }
+    const SamplePlacer placer(m_key);
+    const std::pair<int, int> whole = placer.range(m_samples);
+    if (m_milestones.isEmpty() || m_milestonesPerPixel != perPixel) {
+        m_milestones.clear();
+        m_milestonesPerPixel = perPixel;
+        LengthSink sink({}, &m_milestones);
+        RowReducer<LengthSink>(sink).reduce(m_samples, placer, whole, perPixel);
+        m_milestones.squeeze();
     }
-    const int start = std::max(m_path.subPathStart(point), point / step * step);
-    double length = start % step == 0 && start > m_path.subPathStart(point) ? m_lengths.at(start / step) : 0;
-    for (int i = start; i < point; ++i)
-        length += QLineF(points.at(i), points.at(i + 1)).length();
-    return length;
+    const auto next = std::partition_point(m_milestones.cbegin(), m_milestones.cend(),
+                                           [sample](const Milestone &each) { return each.sample <= sample; });
+    Milestone start;
+    start.sample = whole.first;
+    if (next != m_milestones.cbegin())
+        start = *(next - 1);
+    LengthSink sink(start);
+    RowReducer<LengthSink>(sink).reduce(m_samples, placer, {start.sample, sample + 1}, perPixel);
+    return sink.length();
 }
 
 } // namespace logview

@@ -4,6 +4,7 @@
 #include "logview/geometry/strokerows.h"
 
 #include <QRect>
+#include <QVector>
 
 QT_BEGIN_NAMESPACE
 class QPainter;
@@ -12,17 +13,13 @@ QT_END_NAMESPACE
 
 namespace logview {
 
-/// The line of one curve, ready to be painted: what a curve item keeps. Built again only when its key changes;
-/// colour, style, scrolling and hovering build nothing, a new pen width only the rows of pixels that it covers.
+/// The line of one curve as it is painted: what a curve item keeps. A paint reads the samples of the rows that it
+/// shows; what it keeps of them is thrown away when the key changes.
 class CurveLine
 {
 public:
-    /// Makes the line that of the samples under the key. False, at no cost, when it already is.
-    bool update(const CurveSamples &samples, const CurveKey &key);
-    void clear();
-
-    const CurvePath &path() const { return m_path; }
-    const CurveSamples &samples() const { return m_samples; }
+    /// Makes the line that of the samples under the key. Costs nothing but a comparison.
+    void update(const CurveSamples &samples, const CurveKey &key);
 
     /// Paints what shows between \a topY and \a bottomY (track coordinates), or some rows more.
     ///
@@ -32,22 +29,30 @@ public:
     /// whatever part is painted and wherever the view has been scrolled to.
     void paint(QPainter &painter, const QPen &pen, double topY, double bottomY) const;
 
-    /// The whole curve as a path, for QGraphicsItem::shape(); made at every call. For picking path().intersects() is
-    /// quicker.
-    QPainterPath shape() const { return m_path.path(); }
-
 private:
+    /// A place from which lengths are measured.
+    struct Milestone
+    {
+        int sample = 0; ///< the first of a row
+        double length = 0; ///< of the line before it, from the start of its unbroken piece
+        QPointF from; ///< the point before it
+        bool isOpen = false; ///< whether there is one
+    };
+    class LengthSink;
+
     void paintRows(QPainter &painter, const QPen &pen, int topRow, int bottomRow) const;
-    bool strokeSamples(QPainter &painter, const QPen &pen, int topRow, int bottomRow) const;
     void strokePath(QPainter &painter, const QPen &pen, double topY, double bottomY) const;
-    QPainterPath dashes(const QPen &pen, const QVector<CurvePath::Slice> &slices, double topY, double bottomY) const;
-    double lengthBefore(int point) const;
+    std::pair<double, double> crossing(double y) const;
+    QPainterPath dashes(const QPen &pen, const QPainterPath &line, double lengthBefore, double topY,
+                        double bottomY) const;
+    double lengthBefore(int sample, double perPixel) const;
 
     CurveSamples m_samples;
-    CurvePath m_path;
+    CurveKey m_key;
     mutable StrokeRows m_rows; ///< of the last pen width
     mutable QVector<QRect> m_rectangles; ///< of the last paint: its memory is used again
-    mutable QVector<double> m_lengths; ///< of the line before every 64th point, from the start of its sub-path
+    mutable QVector<Milestone> m_milestones; ///< for dashes
+    mutable double m_milestonesPerPixel = 0; ///< rows they are for
 };
 
 } // namespace logview

@@ -7,11 +7,15 @@
 #include <QPainterPath>
 #include <QPointF>
 #include <QRectF>
-#include <QVector>
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
+
+QT_BEGIN_NAMESPACE
+class QPainter;
+QT_END_NAMESPACE
 
 namespace logview {
 
@@ -22,16 +26,28 @@ struct CurveKey
     DepthReference reference;
     ValueScale scale;
     quint64 revision = 0; ///< of the samples
-    /// Rows of the device in one pixel of the display: 1 on the screen, a printer's resolution / 96 on paper.
-    double rowsPerPixel = 1;
 };
 CurveKey curveKey(const CurveSamples &samples, const DepthAxis &axis, const DepthReference &reference,
-                  const ValueScale &scale, double rowsPerPixel = 1);
+                  const ValueScale &scale);
 bool operator==(const CurveKey &a, const CurveKey &b);
 inline bool operator!=(const CurveKey &a, const CurveKey &b)
 {
     return !(a == b);
 }
+
+/// The part of a track that a paint shows, in pixels of the display; all of it unless said otherwise.
+struct ShownRows
+{
+    double top = -std::numeric_limits<double>::infinity();
+    double bottom = std::numeric_limits<double>::infinity();
+    /// Rows of the device in one pixel of the display: 1 on the screen, a printer's resolution / 96 on paper.
+    double perPixel = 1;
+
+    /// From a row's top to a row's bottom.
+    ShownRows wholeRows() const;
+};
+/// How many rows of the painter's device a pixel of the display takes; at least 1.
+double rowsPerPixel(const QPainter &painter);
 
 /// Places samples in their track; the rules of every curve and fill.
 class SamplePlacer
@@ -57,11 +73,16 @@ public:
         point = QPointF(x, std::clamp(yOf(depth), 0.0, m_height));
         return Drawn;
     }
+    /// y of a sample that is Drawn or breaks the line.
+    double y(const CurveSamples &samples, int i) const
+    {
+        return std::clamp(yOf(m_key.reference.toDisplay(samples.depthsM()[i])), 0.0, m_height);
+    }
     /// The samples that may be Drawn: [first, second). By binary search for depths in order, else all.
     std::pair<int, int> range(const CurveSamples &samples) const;
     /// Of these, the samples between two pixel positions and one more on both sides; all of them where depths are not
     /// in order.
-    std::pair<int, int> range(const CurveSamples &samples, double topY, double bottomY) const;
+    std::pair<int, int> range(const CurveSamples &samples, const ShownRows &rows) const;
 
 private:
     double yOf(float depth) const { return (static_cast<double>(depth) - m_start) * m_height / m_extent; }
@@ -76,75 +97,19 @@ private:
 
 /// The path of every sample between two pixel positions, and of one more on both sides: not reduced. Of the whole
 /// depth range where depths are not in order.
-QPainterPath samplePath(const CurveSamples &samples, const CurveKey &key, double topY, double bottomY);
+QPainterPath samplePath(const CurveSamples &samples, const CurveKey &key, const ShownRows &rows);
 
-/// The reduced drawing of a curve over its whole depth range: of the samples that follow one another in one pixel row
-/// the first, the smallest, the largest and the last in x, in their order; where there are four or fewer all of them.
-/// Breaks are kept. Depths that are not in order are not reduced.
-class CurvePath
-{
-public:
-    /// Points that are joined: [first, first + count) of points(). One point alone is a sub-path too.
-    struct SubPath
-    {
-        int first = 0;
-        int count = 0;
-        double top = 0; ///< smallest and largest y
-        double bottom = 0;
-    };
-    struct Slice
-    {
-        int first = 0;
-        int count = 0;
-    };
+/// The same reduced to what rows of the device show: of the samples that follow one another in one row the first, the
+/// smallest, the largest and the last in x, in their order; where there are four or fewer all of them. Breaks are
+/// kept. Depths that are not in order are not reduced.
+QPainterPath reducedPath(const CurveSamples &samples, const CurveKey &key, const ShownRows &rows = {});
 
-    CurvePath() = default;
-    CurvePath(const CurveSamples &samples, const CurveKey &key);
-    /// Only what is needed for what shows between two pixel positions; all of it where depths are not in order. It
-    /// counts as no build.
-    static CurvePath part(const CurveSamples &samples, const CurveKey &key, double topY, double bottomY);
+/// Whether the line of the samples comes into \a area, from the samples between its top and bottom: picking. Widen the
+/// area by what the pointer may miss.
+bool passes(const CurveSamples &samples, const CurveKey &key, const QRectF &area);
 
-    const CurveKey &key() const { return m_key; }
-    const QVector<QPointF> &points() const { return m_points; }
-    const QVector<SubPath> &subPaths() const { return m_subPaths; }
-    QRectF bounds() const { return m_bounds; }
-    bool isEmpty() const { return m_points.isEmpty(); }
-    DepthOrder order() const { return m_order; }
-
-    /// The points that are needed for what shows between \a topY and \a bottomY, some more on both sides: a slice for
-    /// every sub-path that shows there. Costs what it gives plus a binary search.
-    QVector<Slice> slices(double topY, double bottomY) const;
-    /// The first point of the sub-path that a point belongs to.
-    int subPathStart(int point) const;
-    /// Top and bottom of the line that crosses a pixel position; both 0 when none does. Depths must be in order.
-    std::pair<double, double> crossing(double y) const;
-    /// A slice list as a path of moves and lines.
-    QPainterPath path(const QVector<Slice> &slices) const;
-    /// The whole curve: the shape of its item.
-    QPainterPath path() const;
-
-    /// Whether the curve comes into \a area, in the time of a binary search and what lies between its top and bottom:
-    /// picking. Widen the area by what the pointer may miss.
-    bool intersects(const QRectF &area) const;
-
-    /// Whether a row has more than four samples, so that some were left out. Never where depths are not in order.
-    bool hasDenseRows() const { return m_hasDenseRows; }
-
-    /// How many curve paths the process has built so far: for tests of "hovering builds none".
-    static int buildCount();
-
-private:
-    void append(const CurveSamples &samples, std::pair<int, int> range);
-    void closeSubPath();
-    void appendTo(QPainterPath &path, const Slice &slice) const;
-
-    CurveKey m_key;
-    QVector<QPointF> m_points;
-    QVector<SubPath> m_subPaths;
-    QRectF m_bounds;
-    DepthOrder m_order = DepthOrder::Ascending;
-    bool m_hasDenseRows = false;
-    int m_open = 0; ///< first point of the sub-path that is being built
-};
+/// How many samples the process has read so far for drawing and picking: for tests that only what shows costs.
+qint64 readSampleCount();
+void countReadSamples(std::pair<int, int> range);
 
 } // namespace logview

@@ -29,6 +29,8 @@ public:
     bool isNull(int i) const;
     /// Equal neighbours count as in order; a depth that is not finite makes it Unsorted.
     DepthOrder order() const { return m_order; }
+    /// The farthest that two neighbours are apart, where depths are in order.
+    double largestStepM() const { return m_largestStepM; }
     quint64 revision() const { return m_revision; }
 
 private:
@@ -36,6 +38,7 @@ private:
     QVector<double> m_values;
     double m_nullValue = nullSampleValue;
     int m_size = 0;
+    double m_largestStepM = 0; // before the order, which finds it
     DepthOrder m_order = DepthOrder::Ascending;
     quint64 m_revision = 0;
 };

@@ -1,7 +1,6 @@
 #include "logview/geometry/strokerows.h"
 
-#include <QImage>
-#include <QPainter>
+#include "logview/geometry/linepixels.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,13 +15,10 @@ constexpr int stretchRows = 64;
 constexpr size_t maximumStretches = 64;
 // What stands in these rows beside a stretch decides how its first and last rows are painted.
 constexpr int marginRows = 3;
-// A line that leaves the picture it is painted in is cut, which moves some of its pixels: so the picture grows to
-// here.
-constexpr int maximumSpareRows = 4096;
 // Runs are kept in 16 bits; a curve on a wider track is stroked.
 constexpr float maximumTrackWidth = 8192;
-// Wide pens are slow on many short lines: a curve with more points than one in so many rows is painted by rows.
-constexpr int widePenRowsPerPoint = 8;
+// The painter is quick with wide lines as long as they are few: one in so many rows.
+constexpr int widePenRowsPerSample = 8;
 
 int stretchIndex(int row)
 {
@@ -31,60 +27,54 @@ int stretchIndex(int row)
 
 } // namespace
 
-StrokeRows::StrokeRows(const CurveSamples &samples, const CurvePath &path, int penWidth)
+StrokeRows::StrokeRows(const CurveSamples &samples, const CurveKey &key, int penWidth)
     : m_samples(samples)
-    , m_key(path.key())
+    , m_key(key)
     , m_penWidth(penWidth)
 {
-    const bool isSlow =
-        penWidth > 1 && static_cast<float>(path.points().size()) > m_key.axis.height / widePenRowsPerPoint;
-    m_isNeeded = (path.hasDenseRows() || isSlow) && path.order() != DepthOrder::Unsorted && m_key.rowsPerPixel == 1
-        && penWidth >= 1 && penWidth <= maximumPenWidth && m_key.scale.width <= maximumTrackWidth;
+    if (samples.order() == DepthOrder::Unsorted || penWidth < 1 || penWidth > maximumPenWidth
+        || key.scale.width > maximumTrackWidth)
+        return;
+    const auto [begin, end] = SamplePlacer(key).range(samples);
+    m_isNeeded = penWidth == 1 || static_cast<float>(end - begin) > key.axis.height / widePenRowsPerSample;
 }
 
-QPainterPath StrokeRows::linesAround(int index) const
+int StrokeRows::columns() const
 {
-    const double margin = marginRows + m_penWidth;
-    const double top = static_cast<double>(index) * stretchRows - margin;
-    const double bottom = top + stretchRows + 2 * margin;
-    if (m_penWidth == 1)
-        return samplePath(m_samples, m_key, top, bottom);
-    // A wide pen shows no more than half rows, and is slow on many lines.
-    CurveKey key = m_key;
-    key.rowsPerPixel = 2;
-    return CurvePath::part(m_samples, key, top, bottom).path();
+    return toInt(std::ceil(static_cast<double>(m_key.scale.width))) + 2 * m_penWidth + 3;
+}
+
+void StrokeRows::appendCutPixels(int topRow, int bottomRow, const ShownRows &device, QVector<QRect> &rectangles) const
+{
+    if (topRow > bottomRow)
+        return;
+    PixelRows pixels(-m_penWidth - 1, columns(), bottomRow - topRow + 1);
+    const ShownRows rows{static_cast<double>(topRow - marginRows), static_cast<double>(bottomRow + marginRows)};
+    drawThinLine(pixels, m_samples, m_key, rows, topRow, device);
+    for (int row = 0; row < pixels.rows(); ++row)
+        pixels.forRuns(row, [&rectangles, y = topRow + row](int first, int last) {
+            rectangles.append(QRect(QPoint(first, y), QPoint(last, y)));
+        });
 }
 
 StrokeRows::Stretch StrokeRows::drawn(int index) const
 {
-    const QPainterPath lines = linesAround(index);
     const int topRow = index * stretchRows;
-    const QRectF bounds = lines.controlPointRect();
-    const int above = std::clamp(topRow - toInt(bounds.top()) + m_penWidth, 0, maximumSpareRows);
-    const int below = std::clamp(toInt(bounds.bottom()) - topRow - stretchRows + m_penWidth, 0, maximumSpareRows);
-    const int left = -m_penWidth - 1;
-    const int columns = toInt(std::ceil(static_cast<double>(m_key.scale.width))) + 2 * m_penWidth + 3;
-    QImage image(columns, above + stretchRows + below, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    painter.translate(-left, above - topRow);
-    painter.setPen(QPen(Qt::black, m_penWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.drawPath(lines);
-    painter.end();
+    const double margin = marginRows + m_penWidth;
+    const ShownRows rows{topRow - margin, topRow + stretchRows + margin};
+    PixelRows pixels(-m_penWidth - 1, columns(), stretchRows);
+    if (m_penWidth == 1)
+        drawThinLine(pixels, m_samples, m_key, rows, topRow);
+    else
+        drawWideLine(pixels, m_samples, m_key, rows, topRow, m_penWidth);
 
     Stretch stretch;
     stretch.rowStarts.reserve(stretchRows + 1);
     for (int row = 0; row < stretchRows; ++row) {
         stretch.rowStarts.append(stretch.runs.size());
-        const QRgb *pixels = reinterpret_cast<const QRgb *>(image.constScanLine(above + row));
-        const QRgb *end = pixels + columns;
-        const auto columnOf = [&](const QRgb *pixel) { return static_cast<qint16>(pixel - pixels + left); };
-        const auto isSet = [](QRgb pixel) { return pixel != 0; };
-        for (const QRgb *run = std::find_if(pixels, end, isSet); run != end;) {
-            const QRgb *runEnd = std::find(run, end, 0U);
-            stretch.runs.append({columnOf(run), columnOf(runEnd - 1)});
-            run = std::find_if(runEnd, end, isSet);
-        }
+        pixels.forRuns(row, [&stretch](int first, int last) {
+            stretch.runs.append({static_cast<qint16>(first), static_cast<qint16>(last)});
+        });
     }
     stretch.rowStarts.append(stretch.runs.size());
     stretch.runs.squeeze();

@@ -12,23 +12,24 @@ namespace logview {
 /// The pixels that the line of a curve covers, as runs of pixels per row. A reduced polyline can not take their
 /// place: which pixels a line shorter than a pixel sets depends on where every single sample stands.
 ///
-/// The painter itself finds them, stretch by stretch of the track when their rows are first asked for. The last
-/// stretches are kept.
+/// They are found stretch by stretch of the track when their rows are first asked for. The last stretches are kept.
 class StrokeRows
 {
 public:
     static constexpr int maximumPenWidth = 32;
 
     StrokeRows() = default;
-    /// For a solid pen of 1 to maximumPenWidth pixels, round where it is wider than one.
-    StrokeRows(const CurveSamples &samples, const CurvePath &path, int penWidth);
+    /// For a solid round pen of 1 to maximumPenWidth pixels.
+    StrokeRows(const CurveSamples &samples, const CurveKey &key, int penWidth);
 
     int penWidth() const { return m_penWidth; } ///< 0 when nothing was built
-    /// Whether the curve is to be painted by rows: where the reduced path is that of every sample and quickly
-    /// stroked, and where rows are not those of the screen or depths not in order, it is to be stroked.
+    /// Whether the curve is to be painted by rows. Where depths are not in order, or a wide pen has few lines to
+    /// draw, it is to be stroked.
     bool isNeeded() const { return m_isNeeded; }
     /// The pixels of the rows \a topRow to \a bottomRow as rectangles; equal rows are joined.
     void appendPixels(int topRow, int bottomRow, QVector<QRect> &rectangles) const;
+    /// The same for a pen of one pixel on a device of some rows of the track, near an edge of it: nothing is kept.
+    void appendCutPixels(int topRow, int bottomRow, const ShownRows &device, QVector<QRect> &rectangles) const;
 
 private:
     struct Run
@@ -42,9 +43,9 @@ private:
         QVector<Run> runs;
     };
 
+    int columns() const;
     const Stretch &stretchAt(int index) const;
     Stretch drawn(int index) const;
-    QPainterPath linesAround(int index) const;
 
     CurveSamples m_samples;
     CurveKey m_key;

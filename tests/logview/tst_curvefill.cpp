@@ -417,8 +417,10 @@ private slots:
             const CurveSamples samples = log.samples();
             for (const Screen screen : {Screen{1.25, 0}, Screen{1.25, 0.25}, Screen{1.5, 0}, Screen{1.5, 0.5},
                                         Screen{2, 0}, Screen{3, 0}}) {
-                const CurveKey key = curveKey(samples, axis, {}, scale, screen.factor);
-                const CurveFill fill(samples, key, settings);
+                const CurveKey key = curveKey(samples, axis, {}, scale);
+                ShownRows rows;
+                rows.perPixel = screen.factor;
+                const CurveFill fill(samples, key, settings, rows);
                 const auto picture = [&screen](const std::function<void(QPainter &)> &paint) {
                     return logshapes::picture({300, 600}, 0, [&](QPainter &painter) {
                         painter.translate(0, screen.offset);
@@ -489,18 +491,16 @@ private slots:
         QVERIFY(fillOf(samples, toCurve(FillSide::Left, other.samples())).edges().size() <= 4 * 1001);
     }
 
-    void buildsAreCounted()
+    void builtAnewOnlyWhenSomethingChanged()
     {
         const CurveSamples samples = samplesOf({10, 20, 30}, {40, 60, 40});
         const CurveKey key = curveKey(samples, axis, {}, scale);
         FillSettings settings = toBoundary(FillSide::Left);
         CurveFill fill;
-        const int before = CurveFill::buildCount();
         QVERIFY(fill.update(samples, key, settings));
         QVERIFY(!fill.update(samples, key, settings));
         for (const QColor &color : {QColor(Qt::red), QColor(Qt::green)})
             (void)logshapes::picture({100, 400}, 0, [&](QPainter &painter) { fill.paint(painter, color, 0, 400); });
-        QCOMPARE(CurveFill::buildCount(), before + 1);
         settings.barColors = rainbow(4);
         QVERIFY(fill.update(samples, key, settings));
         settings.side = FillSide::Right;
@@ -511,7 +511,47 @@ private slots:
         settings.otherScale.maximum = 50;
         QVERIFY(fill.update(samples, key, settings));
         QVERIFY(fill.update(samples, curveKey(samples, DepthAxis{0, 100, 500}, {}, scale), settings));
-        QCOMPARE(CurveFill::buildCount(), before + 6);
+    }
+
+    // The fill of some rows shows there what the whole fill does, also where its colour was found far above.
+    void someRowsOfAFill()
+    {
+        int painted = 0;
+        for (const bool isDescending : {false, true}) {
+            logshapes::Log log =
+                logshapes::make(isDescending ? logshapes::Descending : logshapes::Wander, 90000, 1000, 5);
+            for (int i = 30000; i < 70000; ++i)
+                log.values[i] = 150; // no colour of the bar: the last one stays
+            log.values[60000] = nullSampleValue;
+            const logshapes::Log other =
+                logshapes::make(isDescending ? logshapes::Descending : logshapes::Wander, 90000, 1000, 9);
+            const CurveSamples samples = log.samples();
+            const DepthAxis on{0, 1000, 30000};
+            const ValueScale across{false, 0, 150, 200};
+            const CurveKey key = curveKey(samples, on, {}, across);
+            for (FillSettings settings :
+                 {toBoundary(FillSide::Left), toCurve(FillSide::Right, other.samples(), across)}) {
+                settings.barColors = rainbow(64);
+                const CurveFill whole(samples, key, settings);
+                for (const int top : {0, 9900, 15000, 20000, 29600}) {
+                    const qint64 before = readSampleCount();
+                    CurveFill part;
+                    QVERIFY(part.update(samples, key, settings, {top + 0.0, top + 400.0}));
+                    const qint64 read = readSampleCount() - before;
+                    QVERIFY2(read < 5000, qPrintable(QString::number(read)));
+                    QVERIFY(!part.update(samples, key, settings, {top + 40.0, top + 440.0}));
+                    const auto picture = [top](const CurveFill &fill) {
+                        return logshapes::picture({200, 400}, top, [&](QPainter &painter) {
+                            fill.paint(painter, Qt::blue, top, top + 400);
+                        });
+                    };
+                    QCOMPARE(logshapes::difference(picture(part), picture(whole)), 0);
+                    painted += logshapes::paintedPixels(picture(part));
+                    QVERIFY(part.update(samples, key, settings, {top + 1000.0, top + 1400.0}));
+                }
+            }
+        }
+        QVERIFY(painted > 100000);
     }
 
     void longPairsAreFilledFarBelow()

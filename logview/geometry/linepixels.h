@@ -1,0 +1,91 @@
+#pragma once
+
+#include "logview/geometry/curvepath.h"
+
+#include <QtAlgorithms>
+
+#include <vector>
+
+namespace logview {
+
+/// Some rows of pixels, each set or not.
+class PixelRows
+{
+public:
+    /// Columns [\a left, \a left + \a columns) of the rows [0, \a rows).
+    PixelRows(int left, int columns, int rows)
+        : m_left(left)
+        , m_columns(columns)
+        , m_rows(rows)
+        , m_words((columns + wordBits - 1) / wordBits)
+        , m_bits(static_cast<size_t>(m_words) * static_cast<size_t>(rows))
+    {
+    }
+
+    int left() const { return m_left; }
+    int columns() const { return m_columns; }
+    int rows() const { return m_rows; }
+    /// Sets the pixels \a first to \a last (included) of a row; what lies outside is left out.
+    void set(qint64 row, qint64 first, qint64 last)
+    {
+        if (row < 0 || row >= m_rows)
+            return;
+        first = std::max<qint64>(first - m_left, 0);
+        last = std::min<qint64>(last - m_left, m_columns - 1);
+        if (first > last)
+            return;
+        quint64 *word = m_bits.data() + row * m_words + first / wordBits;
+        const quint64 *end = m_bits.data() + row * m_words + last / wordBits;
+        quint64 mask = ~quint64(0) << (first % wordBits);
+        for (; word != end; ++word) {
+            *word |= mask;
+            mask = ~quint64(0);
+        }
+        *word |= mask & (~quint64(0) >> (wordBits - 1 - last % wordBits));
+    }
+    /// Calls use(first, last) for each run of set pixels of a row, from left to right.
+    template<class Use>
+    void forRuns(int row, const Use &use) const
+    {
+        for (int column = next(row, 0, true); column < m_columns;) {
+            const int end = next(row, column, false);
+            use(column + m_left, end - 1 + m_left);
+            column = next(row, end, true);
+        }
+    }
+
+private:
+    static constexpr int wordBits = 64;
+
+    // The first column from there on that is set, or not.
+    int next(int row, int column, bool isSet) const
+    {
+        while (column < m_columns) {
+            quint64 word = m_bits[static_cast<size_t>(row * m_words + column / wordBits)];
+            word = (isSet ? word : ~word) >> (column % wordBits);
+            if (word != 0)
+                return std::min(column + static_cast<int>(qCountTrailingZeroBits(word)), m_columns);
+            column += wordBits - column % wordBits;
+        }
+        return m_columns;
+    }
+
+    int m_left;
+    int m_columns;
+    int m_rows;
+    int m_words;
+    std::vector<quint64> m_bits;
+};
+
+/// Sets the pixels that the raster painter sets for the line of the samples with a solid round pen of one pixel, without
+/// antialiasing: the same ones. \a rows are those of the samples that count, \a topY is the track's row that is row 0.
+/// The painter cuts lines that leave its device before it looks for their pixels, which moves some: \a device are the
+/// rows of one, of the track.
+void drawThinLine(PixelRows &pixels, const CurveSamples &samples, const CurveKey &key, const ShownRows &rows,
+                  int topY, const ShownRows &device = {});
+
+/// Almost the same ones for a wider pen. The line is reduced to half rows, as these do not show.
+void drawWideLine(PixelRows &pixels, const CurveSamples &samples, const CurveKey &key, const ShownRows &rows,
+                  int topY, int penWidth);
+
+} // namespace logview
