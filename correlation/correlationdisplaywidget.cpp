@@ -121,6 +121,7 @@ void CorrelationDisplayWidget::contextMenuEvent(QContextMenuEvent *event)
 void CorrelationDisplayWidget::savePicture()
 {
     const base::WaitCursor cursor;
+    m_view->makeAllWells();
     const WithoutSelection plain(*m_view->scene());
     const DisplayPicture picture(*m_headerScene, *m_view->scene(), PictureFormat::Jpeg);
     const QString path =
@@ -139,6 +140,7 @@ void CorrelationDisplayWidget::savePicture()
 void CorrelationDisplayWidget::renderTo(QPainter &painter)
 {
     const base::WaitCursor cursor;
+    m_view->makeAllWells();
     const WithoutSelection plain(*m_view->scene());
     DisplayPicture(*m_headerScene, *m_view->scene()).drawInto(painter);
 }

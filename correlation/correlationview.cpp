@@ -4,21 +4,16 @@
 #include "datastore/projectdata.h"
 #include "logview/curveitem.h"
 #include "logview/geometry/samplelookup.h"
-#include "logview/markeritem.h"
 #include "logview/trackheaders.h"
 #include "logview/trackitem.h"
 #include "logview/viewkeys.h"
 #include "logview/welldisplaydata.h"
 #include "logview/welllogsscene.h"
-#include "logview/wellnameitem.h"
 
-#include <QGraphicsLineItem>
-#include <QGraphicsPolygonItem>
 #include <QGraphicsScene>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
-#include <QTextDocument>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -28,21 +23,10 @@
 
 namespace {
 
-constexpr double zonesZ = 1;
-constexpr double linesZ = 2;
-constexpr double markersZ = 10;
-constexpr double lineWidth = 2;
 constexpr float scaleStep = 50;
 constexpr float scaleBelowZero = 10;
 constexpr float pixelsPerInch = 96;
 constexpr double airAboveFirstSample = 0.05; // of the height of the view
-
-QPen connectorPen(const QColor &color)
-{
-    QPen pen(QBrush(color), lineWidth, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin);
-    pen.setCosmetic(true);
-    return pen;
-}
 
 } // namespace
 
@@ -144,24 +128,28 @@ void CorrelationView::redraw()
     m_nameExtents.clear();
     m_tracks.clear();
     m_columns.clear();
-    QStringList notes;
+    m_drawings.clear();
+    m_notes.clear();
     for (const CorrelationWell &named : qAsConst(m_properties.wells))
-        drawWell(named, &notes);
-    drawConnections();
+        placeWell(named);
 
     const double width = m_columns.isEmpty() ? 0 : correlation::nextLeft(m_columns.last().right);
     const QRectF area(0, 0, width, correlation::sceneHeight(m_columns));
     m_scene->setSceneRect(area);
     m_headerScene->setSceneRect(0, 0, width, WellLogsScene::headerSceneHeight);
-    m_notes = notes.join(QStringLiteral("; "));
-    if (m_isOpening)
-        m_openingY = firstSampleY();
     const bool wasPlacing = std::exchange(m_isPlacing, true);
+    makeWellsNearView();
     emit laidOut();
+    makeWellsNearView(); // the view may stand elsewhere now
     placeOpening();
     m_isPlacing = wasPlacing;
     if (!m_notes.isEmpty())
         emit statusChanged(m_notes);
+}
+
+void CorrelationView::addNote(const QString &note)
+{
+    m_notes += (m_notes.isEmpty() ? QString() : QStringLiteral("; ")) + note;
 }
 
 // The well that is looked at keeps the measured depth in the middle of the view; the others follow it.
@@ -223,6 +211,7 @@ void CorrelationView::resizeEvent(QResizeEvent *event)
 {
     const bool wasPlacing = std::exchange(m_isPlacing, true);
     PaperView::resizeEvent(event);
+    makeWellsNearView();
     placeOpening();
     m_isPlacing = wasPlacing;
 }
@@ -232,20 +221,24 @@ void CorrelationView::scrollContentsBy(int dx, int dy)
     PaperView::scrollContentsBy(dx, dy);
     if (dy != 0 && !m_isPlacing)
         m_isOpening = false;
+    if (dx != 0 && !m_isPlacing)
+        makeWellsNearView();
 }
 
-void CorrelationView::drawWell(const CorrelationWell &named, QStringList *notes)
+void CorrelationView::placeWell(const CorrelationWell &named)
 {
     const CorrelationWells::Well *well = m_wells.well(named.wellName);
     if (!well) {
-        notes->append(QStringLiteral("the survey has no well \"%1\"").arg(named.wellName));
+        addNote(QStringLiteral("the survey has no well \"%1\"").arg(named.wellName));
         return;
     }
     bool isTemplateGone = false;
-    const QVector<TrackInfo> definitions = m_wells.tracks(named, &isTemplateGone);
+    Drawing drawing;
+    drawing.wellName = named.wellName;
+    drawing.tracks = m_wells.tracks(named, &isTemplateGone);
     if (isTemplateGone)
-        notes->append(QStringLiteral("\"%1\" has no template \"%2\" and is drawn with \"Default\"")
-                          .arg(named.wellName, named.templateName));
+        addNote(QStringLiteral("\"%1\" has no template \"%2\" and is drawn with \"Default\"")
+                    .arg(named.wellName, named.templateName));
 
     const WellRecord &record = well->data->record();
     correlation::WellExtent extent;
@@ -260,108 +253,56 @@ void CorrelationView::drawWell(const CorrelationWell &named, QStringList *notes)
     column.axis = correlation::axisOf(extent, logview::DepthType(m_depthType), m_depthUnit, m_scale);
     column.reference = {logview::DepthType(m_depthType), m_depthUnit, record.kbElevation};
     column.markers = well->markers;
-    drawTracks(definitions, *well, &column);
-    const QStringList &unread = well->data->unreadLogs();
-    if (!unread.isEmpty())
-        notes->append(
-            QStringLiteral("%1 of \"%2\" cannot be read").arg(unread.join(QStringLiteral(", ")), named.wellName));
-    if (column.right > column.left)
-        m_headerScene->addItem([&] {
-            auto *banner = new WellNameItem(named.wellName, static_cast<float>(column.right - column.left), nullptr);
-            banner->setPos(column.left, 0);
-            return banner;
-        }());
+    column.right = column.left;
+    for (const TrackInfo &track : qAsConst(drawing.tracks))
+        column.right += track.type == DepthTrack
+            ? static_cast<double>(static_cast<float>(well->data->initialTrackWidth(DepthTrack)))
+            : static_cast<double>(TrackItem::widthOf(trackWidthInches()));
     m_columns.append(column);
-    drawMarkers(named.wellName, m_columns.last());
+    m_drawings.append(drawing);
 }
 
-void CorrelationView::drawTracks(const QVector<TrackInfo> &definitions, const CorrelationWells::Well &well,
-                                 correlation::WellColumn *column)
+float CorrelationView::trackWidthInches() const
 {
-    const float end = column->axis.height > 0 ? column->axis.end : column->axis.start;
-    const auto widthInches =
-        static_cast<float>(correlation::trackWidthPx(m_properties.trackWidth, m_dotsPerInch)) / pixelsPerInch;
-    column->right = column->left;
-    int number = 0;
-    for (const TrackInfo &definition : definitions) {
-        auto *track = new TrackItem(definition, well.data, well.data->totalDepthM());
-        track->setTrackNumber(number++);
-        track->setDepthType(logview::DepthType(m_depthType));
-        track->setDepthUnit(m_depthUnit);
-        track->setScale(m_scale);
-        track->setDepthRange(column->axis.start, end);
-        if (definition.type != DepthTrack)
-            track->setWidthInches(widthInches);
-        track->setPerforationsShown(m_properties.showsPerforations);
-        track->setPos(column->right, 0);
-        m_scene->addItem(track);
-        m_headers->add(track);
-        m_headers->place(track);
-        connect(track, &TrackItem::hovered, this, &CorrelationView::setStatusLabel);
-        m_tracks.append(track);
-        column->right += static_cast<double>(track->width());
-    }
+    return static_cast<float>(correlation::trackWidthPx(m_properties.trackWidth, m_dotsPerInch)) / pixelsPerInch;
 }
 
-void CorrelationView::drawMarkers(const QString &wellName, const correlation::WellColumn &column)
+// What is half a view away can be scrolled to at once.
+void CorrelationView::makeWellsNearView()
 {
-    QVector<MarkerItem *> drawn;
-    for (const QString &name : qAsConst(m_properties.markers)) {
-        const auto marker = column.markers.constFind(name);
-        const std::optional<double> y = marker == column.markers.cend() ? std::nullopt : column.toY(marker->depthM);
-        if (!y)
-            continue;
-        auto *item = new MarkerItem;
-        item->setWellName(wellName);
-        item->setMarkerName(name);
-        item->setDepth(static_cast<float>(marker->depthM));
-        item->setLineColor(marker->color);
-        item->setWidth(static_cast<float>(column.right - column.left));
-        item->setPos(column.left, *y);
-        item->setZValue(markersZ);
-        item->setNameOnPaper(true); // zones and lines end there
-        m_scene->addItem(item);
-        drawn.append(item);
-    }
-    placeNames(drawn);
+    const QRectF seen = mapToScene(viewport()->rect()).boundingRect();
+    makeWells(seen.left() - seen.width() / 2, seen.right() + seen.width() / 2);
+    if (m_isOpening)
+        m_openingY = firstSampleY();
 }
 
-// Tops that stand close together keep their lines where they are; their names move apart. In a crowd some names have
-// no room: those lines tell theirs under the mouse.
-void CorrelationView::placeNames(const QVector<MarkerItem *> &markers)
+void CorrelationView::makeAllWells()
 {
-    QVector<correlation::NameSpan> names;
-    names.reserve(markers.size());
-    for (const MarkerItem *marker : markers) {
-        auto extent = m_nameExtents.find(marker->markerName()); // most wells have the same names
-        if (extent == m_nameExtents.end())
-            extent = m_nameExtents.insert(marker->markerName(), marker->nameExtent(font()));
-        names.append({marker->y() + extent->top(), marker->y() + extent->bottom()});
-    }
-    const QVector<std::optional<double>> shifts = correlation::nameShifts(names);
-    for (int i = 0; i < markers.size(); ++i) {
-        MarkerItem *marker = markers.at(i);
-        if (!shifts.at(i)) {
-            marker->setNameShown(false);
-            marker->setToolTip(Qt::convertFromPlainText(marker->markerName()));
-        } else if (*shifts.at(i) != 0) {
-            marker->setNameShift(*shifts.at(i));
-        }
-    }
+    if (!m_columns.isEmpty())
+        makeWells(0, m_columns.last().right);
 }
 
-void CorrelationView::drawConnections()
+void CorrelationView::makeWells(double left, double right)
 {
-    for (const correlation::ConnectorLine &connector : correlation::connectorLines(m_columns, m_properties.markers)) {
-        QGraphicsLineItem *line = m_scene->addLine(connector.line, connectorPen(connector.color));
-        line->setZValue(linesZ);
+    int first = 0;
+    while (first < m_columns.size() && m_columns.at(first).right < left)
+        ++first;
+    int last = first - 1;
+    while (last + 1 < m_columns.size() && m_columns.at(last + 1).left <= right)
+        ++last;
+    bool isNew = false;
+    for (int i = first; i <= last; ++i) {
+        isNew = isNew || !m_drawings.at(i).isMade;
+        if (!m_drawings.at(i).isMade)
+            makeWell(i);
     }
-    if (!m_properties.showsPerforations)
+    drawConnections(first, last); // also of wells that were made from two sides
+    if (!isNew)
         return;
-    for (const correlation::ZonePolygon &zone : correlation::zonePolygons(m_columns, m_properties.zones)) {
-        QGraphicsPolygonItem *polygon = m_scene->addPolygon(zone.polygon, QPen(Qt::NoPen), zone.color);
-        polygon->setZValue(zonesZ);
-    }
+    std::sort(m_tracks.begin(), m_tracks.end(),
+              [](const TrackItem *a, const TrackItem *b) { return a->x() < b->x(); });
+    if (!m_isPlacing)
+        emit laidOut(); // their headers may be higher
 }
 
 void CorrelationView::setStatusLabel(QString statusText)

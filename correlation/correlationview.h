@@ -56,8 +56,11 @@ public:
     const QString &notes() const { return m_notes; }
     /// What stands where since the last redraw.
     const QVector<correlation::WellColumn> &columns() const { return m_columns; }
-    /// Left to right, of all wells.
+    /// Left to right, of the wells that were near the view since the last redraw: those of the others are made when
+    /// they come near.
     const QVector<TrackItem *> &tracks() const { return m_tracks; }
+    /// Makes those of all wells: for pictures of the whole panel.
+    void makeAllWells();
 
 signals:
     void propertyWidgetChanged(QWidget *propertyWidget);
@@ -79,11 +82,24 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    void drawWell(const CorrelationWell &named, QStringList *notes);
-    void drawTracks(const QVector<TrackInfo> &definitions, const CorrelationWells::Well &well,
-                    correlation::WellColumn *column);
+    /// What is drawn of a well: the column of the same place tells where.
+    struct Drawing
+    {
+        QString wellName;
+        QVector<TrackInfo> tracks;
+        bool isMade = false;
+        bool isConnected = false; ///< with the next well
+    };
+
+    void placeWell(const CorrelationWell &named);
+    void makeWells(double left, double right);
+    void makeWellsNearView();
+    void makeWell(int index);
+    void makeTracks(const Drawing &drawing, const correlation::WellColumn &column);
     void drawMarkers(const QString &wellName, const correlation::WellColumn &column);
-    void drawConnections();
+    void drawConnections(int first, int last);
+    void addNote(const QString &note);
+    float trackWidthInches() const;
     void placeNames(const QVector<MarkerItem *> &markers);
     void redrawKeepingDepth();
     int firstColumnInView() const;
@@ -99,11 +115,12 @@ private:
     QPointer<CorrelationViewProperty> m_panel; ///< a dock that shows it may take it along
     CorrelationWells m_wells;
     CorrelationProperties m_properties;
-    QVector<correlation::WellColumn> m_columns;
+    QVector<correlation::WellColumn> m_columns; ///< of all wells
+    QVector<Drawing> m_drawings;
     QVector<TrackItem *> m_tracks; ///< owned by the scene
     QHash<QString, QRectF> m_nameExtents; ///< of this redraw
     QString m_flatMarker;
-    QString m_notes;
+    QString m_notes; ///< of this redraw
     ViewDrag m_drag;
     bool m_hasPanned = false; ///< since the drag began
     int m_dotsPerInch;

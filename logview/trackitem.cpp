@@ -101,9 +101,14 @@ void TrackItem::setWidthInches(float inches)
     if (!(inches > 0))
         return;
     prepareGeometryChange();
-    m_width = std::min(inches, widestTrackInches) * pixelsPerInch;
+    m_width = widthOf(inches);
     changeGeometry();
     emit resized();
+}
+
+float TrackItem::widthOf(float inches)
+{
+    return std::min(inches, widestTrackInches) * pixelsPerInch;
 }
 
 void TrackItem::setMdFlag()

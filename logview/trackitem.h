@@ -57,6 +57,8 @@ public:
 
     /// More than 0, at 96 pixels an inch. Announced by resized().
     void setWidthInches(float inches);
+    /// What width() is then.
+    static float widthOf(float inches);
     float width() const { return m_width; }
     float height() const { return m_axis.height; }
 

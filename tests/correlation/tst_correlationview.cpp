@@ -390,6 +390,50 @@ private slots:
         }
     }
 
+    void wellsAreMadeWhenTheyComeNearTheView()
+    {
+        QByteArray wells = "16\n";
+        for (int i = 0; i < 8; ++i)
+            wells += "A:T\nB:T\n";
+        m->store("North", wells, "1\nTop\n");
+        CorrelationView *view = m->show();
+        QCoreApplication::processEvents();
+        QCOMPARE(view->columns().size(), 16);
+        const int made = view->tracks().size();
+        QVERIFY(made >= 8 && made < 16);
+        QCOMPARE(m->lines().size(), made / 2 - 1);
+        // Scrolled to the right end, and back to the left one, step by step.
+        QScrollBar *bar = view->horizontalScrollBar();
+        QVERIFY(bar->maximum() > 1500);
+        bar->setValue(bar->maximum());
+        QCoreApplication::processEvents();
+        QVERIFY(view->tracks().size() > made && view->tracks().size() < 32);
+        QVERIFY(isNear(view->tracks().last()->x(), view->columns().last().right - depthTrackWidth));
+        const QImage last = view->grab().toImage();
+        for (int value = bar->maximum(); value >= 0; value -= 200) {
+            bar->setValue(value);
+            QCoreApplication::processEvents();
+            const QRectF seen = view->mapToScene(view->viewport()->rect()).boundingRect();
+            for (const correlation::WellColumn &column : view->columns())
+                if (column.right > seen.left() && column.left < seen.right())
+                    QVERIFY(std::any_of(view->tracks().begin(), view->tracks().end(),
+                                        [&column](const TrackItem *track) { return track->x() == column.left; }));
+        }
+        QCOMPARE(view->tracks().size(), 32);
+        QVERIFY(std::is_sorted(view->tracks().begin(), view->tracks().end(),
+                               [](const TrackItem *a, const TrackItem *b) { return a->x() < b->x(); }));
+        QCOMPARE(m->lines().size(), 15); // each pair of neighbours once
+        QCOMPARE(m->markers().size(), 16);
+        // It looks as if all had been made at once.
+        view->redraw();
+        bar->setValue(bar->maximum());
+        view->makeAllWells();
+        QCOMPARE(view->tracks().size(), 32);
+        QCOMPARE(m->lines().size(), 15);
+        QCoreApplication::processEvents();
+        QCOMPARE(view->grab().toImage(), last);
+    }
+
     void aRedrawReadsNothing()
     {
         m->store("North", "2\nA:T\nB:Own\n", "1\nTop\n");
