@@ -2,14 +2,19 @@
 
 #include "benchsupport.h"
 
+#include "datastore/curvegrouptable.h"
+#include "datastore/defaultlogs.h"
 #include "datastore/projectdata.h"
 #include "datastore/projectseeds.h"
 #include "mainwin/mainwindow.h"
 #include "mainwin/projecttreewidget.h"
+#include "mainwin/reportwriter.h"
 #include "workbench/workbenchhost.h"
 
 #include <QApplication>
+#include <QDialog>
 
+#include <map>
 #include <memory>
 
 namespace {
@@ -17,12 +22,14 @@ namespace {
 /// A launch on a generated survey of so many wells, each with 20 logs and 10 markers.
 struct Launch
 {
-    explicit Launch(int wells)
+    explicit Launch(int wells, int logs = 20, int markers = 10)
         : host(QStringLiteral(LORVA_SOURCE_DIR "/icons"))
         , launch(host, asker)
     {
         bench::SurveySize size;
         size.wells = wells;
+        size.logs = logs;
+        size.markers = markers;
         size.samples = 5000;
         host.setSurvey(bench::generatedSurvey(size));
         launch.catalogue.build();
@@ -97,6 +104,100 @@ void tickMarkers(benchmark::State &state)
     state.SetLabel("reference: 500 markers shown and hidden, subject: 2,000; linear is 4");
 }
 BENCHMARK(tickMarkers)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+
+/// A survey of 30 logs and 20 markers a well, in the plug-in's window.
+struct LargeWindow
+{
+    explicit LargeWindow(int wells)
+        : launch(wells, 30, 20)
+        , window(std::make_unique<MainWindow>(launch.launch))
+    {
+        runDefaultLogsPass(launch.launch);
+        window->show();
+        last = QStringLiteral("Well %1").arg(wells - 1);
+    }
+    Launch launch;
+    std::unique_ptr<MainWindow> window;
+    QString last; ///< name of a well
+};
+
+LargeWindow &largeWindow(int wells)
+{
+    static std::map<int, std::unique_ptr<LargeWindow>> windows;
+    auto &window = windows[wells];
+    if (!window)
+        window = std::make_unique<LargeWindow>(wells);
+    return *window;
+}
+
+void buildCatalogue(LargeWindow &large)
+{
+    large.launch.launch.catalogue.build();
+}
+
+void passOverDefaultLogs(LargeWindow &large)
+{
+    CurveGroupTable::instance().clear();
+    runDefaultLogsPass(large.launch.launch);
+}
+
+void openWindow(LargeWindow &large)
+{
+    MainWindow(large.launch.launch).show();
+}
+
+void synchronise(LargeWindow &large)
+{
+    large.window->syncODDBActionClicked();
+}
+
+void searchTree(LargeWindow &large)
+{
+    large.window->projectTree()->setCurrentItem(large.window->projectTree()->wellsItem());
+    large.window->projectTree()->keyboardSearch(large.last);
+}
+
+void reportMarkers(LargeWindow &large)
+{
+    writeMarkersReport(large.launch.launch);
+}
+
+void openDialogs(LargeWindow &large)
+{
+    large.window->importWellLogsActionClicked();
+    large.window->exportWellLogsActionClicked();
+    for (QDialog *dialog : large.window->findChildren<QDialog *>())
+        delete dialog;
+}
+
+// What a user does in a survey of 10,000 wells, against one of 2,500. Some gigabytes of memory are wanted for the files.
+void largeSurvey(benchmark::State &state, void (*work)(LargeWindow &))
+{
+    LargeWindow &few = largeWindow(2500);
+    LargeWindow &many = largeWindow(10000);
+    bench::compareWork(
+        state, [&] { work(few); }, [&] { work(many); });
+    state.SetLabel("reference: 2,500 wells, subject: 10,000; linear is 4");
+}
+BENCHMARK_CAPTURE(largeSurvey, catalogue, buildCatalogue)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(3);
+BENCHMARK_CAPTURE(largeSurvey, defaultLogs, passOverDefaultLogs)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(3);
+BENCHMARK_CAPTURE(largeSurvey, window, openWindow)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK_CAPTURE(largeSurvey, synchronise, synchronise)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(3);
+BENCHMARK_CAPTURE(largeSurvey, search, searchTree)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK_CAPTURE(largeSurvey, markersReport, reportMarkers)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(3);
+BENCHMARK_CAPTURE(largeSurvey, dialogs, openDialogs)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
 
 } // namespace
 

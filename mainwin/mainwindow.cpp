@@ -2,6 +2,7 @@
 
 #include "base/asker.h"
 #include "base/nestedevents.h"
+#include "base/waitcursor.h"
 #include "correlation/correlationdisplaywidget.h"
 #include "correlation/correlationviewtabwidget.h"
 #include "datastore/projectdata.h"
@@ -282,8 +283,11 @@ void MainWindow::syncODDBActionClicked()
                               + wells.error);
         return;
     }
-    m_data.catalogue.build();
-    m_projectTree->synchronise();
+    {
+        const base::WaitCursor cursor;
+        m_data.catalogue.build();
+        m_projectTree->synchronise();
+    }
     m_logsView->synchronise();
     m_logsView->removeGoneMarkers();
     m_correlations->keepOnly(m_projectTree->correlationNames());

@@ -310,7 +310,8 @@ host::Outcome<host::LogData> readLogFile(const QString &path, LogFileHeader *hea
     *header = parsed.value;
     const qint64 dataSize = file.size() - header->dataOffset;
     if (header->storage == LogStorage::Ascii || dataSize <= head.size() || dataSize / sampleSize > maximumSamples) {
-        const host::Outcome<QByteArray> bytes = readFileBytes(path);
+        const bool isWhole = head.size() == file.size(); // most are small: they are not read twice
+        const host::Outcome<QByteArray> bytes = isWhole ? host::Outcome<QByteArray>{head, {}} : readFileBytes(path);
         if (!bytes.ok())
             return {{}, bytes.error};
         return {parseLogSamples(*header, bytes.value, problem), {}};

@@ -1,10 +1,8 @@
 #include "manywells.h"
 
 #include "odsurvey.h"
-#include "support/files.h"
-#include "survey/objectlist.h"
+#include "support/alikewells.h"
 
-#include <QDir>
 #include <QFile>
 
 #include <fcntl.h>
@@ -44,18 +42,7 @@ QString openManyWells(const QString &name, const SurveySize &size)
 {
     const QString survey = open(name);
     add(firstWell(size));
-    const QDir folder(survey + QStringLiteral("/WellInfo"));
-    const QString listPath = folder.filePath(QStringLiteral(".omf"));
-    survey::ObjectList list = survey::ObjectList::parse(files::read(listPath)).value;
-    const QStringList first = folder.entryList({QStringLiteral("Well_0*")}, QDir::Files);
-    for (int i = 1; i < size.wells; ++i) {
-        const QString wellName = QStringLiteral("Well_%1").arg(i);
-        for (const QString &file : first)
-            if (!QFile::copy(folder.filePath(file), folder.filePath(wellName + file.mid(6))))
-                qFatal("The test cannot make a well");
-        list.append(wellName, "Well", wellName + QStringLiteral(".well"));
-    }
-    files::write(listPath, list.toBytes());
+    testing_support::addAlikeWells(survey, QStringLiteral("Well_0"), QStringLiteral("Well_"), size.wells);
     makeCurrent(name);
     return survey;
 }

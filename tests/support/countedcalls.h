@@ -1,0 +1,10 @@
+#pragma once
+
+/// What a program asks of the file system, whoever in it does: on a disk far away each of these takes its time.
+namespace counted_calls {
+
+/// Opening, reading, writing, flushing, looking for, naming and removing files and folders since the program's start,
+/// done or failed.
+long total();
+
+} // namespace counted_calls
