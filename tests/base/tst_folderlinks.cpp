@@ -5,6 +5,7 @@
 
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <cerrno>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -107,6 +108,12 @@ void TestFolderLinks::allForbiddenLinksAreListed()
     link("outside", "survey/Linked");
     QCOMPARE(base::forbiddenLinks(root(), path("survey/Linked")), QStringList{path("survey/Linked")});
     QVERIFY(base::forbiddenLinks(root(), path("survey/none")).isEmpty());
+    // By name, in whatever order the file system gives them.
+    for (const char *name : {"b", "d", "a", "c", "e"})
+        link("outside", (QByteArray("survey/WLC/own/sorted-") + name).constData());
+    const QStringList found = base::forbiddenLinks(root(), path("survey/WLC/own"));
+    QCOMPARE(found.size(), 6);
+    QVERIFY(std::is_sorted(found.begin(), found.end()));
 }
 
 void TestFolderLinks::aPlainFileIsRead()

@@ -378,8 +378,15 @@ private slots:
     void manyLinksFillNoScreen()
     {
         launch();
-        for (int i = 0; i < 13; ++i)
+        const auto link = [this](int i) {
             QVERIFY(QFile::link("/nowhere", m_host->survey + QString("/WLC/link%1").arg(i)));
+        };
+        for (int i = 0; i < 10; ++i)
+            link(i);
+        relaunch();
+        QVERIFY(m_asker.boxes.takeFirst().text.endsWith("/link9"));
+        for (int i = 10; i < 13; ++i)
+            link(i);
         relaunch();
         QCOMPARE(m_asker.boxes.size(), 1);
         QCOMPARE(m_asker.boxes.first().text.count('\n'), 11);

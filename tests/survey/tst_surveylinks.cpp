@@ -71,6 +71,7 @@ void TestSurveyLinks::wellFolderThatLeadsOut()
     QVERIFY(!store.addWell(properties("New")).ok());
     QVERIFY(!store.removeWell(well).ok());
     QCOMPARE(files::snapshot(m_outside->path()), before);
+    QVERIFY(!QFile::exists(outside("wells/.lorva.lock"))); // of which a snapshot says nothing
 }
 
 void TestSurveyLinks::wellFolderInsideIsFollowed()

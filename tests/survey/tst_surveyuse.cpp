@@ -1,5 +1,6 @@
 #include "base/filelock.h"
 #include "support/files.h"
+#include "support/unprivileged.h"
 #include "survey/surveyuse.h"
 
 #include <QDir>
@@ -22,6 +23,9 @@ private slots:
     void leavesNothingBehind();
     void tellsWhoElse();
     void staleFilesAreTakenAway();
+    void whereNothingCanBeLockedItsProcessIsLookedFor_data();
+    void whereNothingCanBeLockedItsProcessIsLookedFor();
+    void aProcessOfAnotherUserIsAlive();
     void aFolderThatCannotBeWritten();
 
 private:
@@ -32,6 +36,21 @@ private:
             m_folder->filePath(QStringLiteral(".lorva.open.") + QString::fromUtf8(host + '.' + process));
         files::write(path, host + '\n' + process + '\n');
         return path;
+    }
+
+    // A file that cannot be locked, as none can on some shares: links are not opened for that.
+    void writeUnlockable(const QByteArray &host, const QByteArray &process)
+    {
+        files::write(m_folder->filePath(QStringLiteral("real")), host + '\n' + process + '\n');
+        QVERIFY(QFile::link(m_folder->filePath(QStringLiteral("real")),
+                            m_folder->filePath(QStringLiteral(".lorva.open.link"))));
+    }
+    static QByteArray endedProcess()
+    {
+        QProcess ended;
+        ended.start(QStringLiteral("true"), QStringList());
+        const QByteArray process = QByteArray::number(ended.processId());
+        return ended.waitForFinished() ? process : QByteArray();
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -69,14 +88,45 @@ void TestSurveyUse::tellsWhoElse()
 
 void TestSurveyUse::staleFilesAreTakenAway()
 {
-    QProcess ended;
-    ended.start(QStringLiteral("true"), QStringList());
-    const QByteArray process = QByteArray::number(ended.processId());
-    QVERIFY(ended.waitForFinished());
-    const QString path = write(QSysInfo::machineHostName().toUtf8(), process);
+    const QString path = write(QSysInfo::machineHostName().toUtf8(), endedProcess());
     SurveyUse use;
     QCOMPARE(use.open(m_folder->path()), QStringList());
     QVERIFY(!QFile::exists(path));
+}
+
+void TestSurveyUse::whereNothingCanBeLockedItsProcessIsLookedFor_data()
+{
+    QTest::addColumn<QByteArray>("host");
+    QTest::addColumn<QByteArray>("process");
+    QTest::addColumn<bool>("isTold");
+    const QByteArray here = QSysInfo::machineHostName().toUtf8();
+    QTest::newRow("ended") << here << endedProcess() << false;
+    QTest::newRow("alive") << here << QByteArray::number(static_cast<qint64>(::getppid())) << true;
+    QTest::newRow("elsewhere") << QByteArray("othermachine") << endedProcess() << true;
+    QTest::newRow("no number") << here << QByteArray("abc") << true;
+    QTest::newRow("a group of processes") << here << QByteArray("-999999") << true;
+}
+
+void TestSurveyUse::whereNothingCanBeLockedItsProcessIsLookedFor()
+{
+    QFETCH(QByteArray, host);
+    QFETCH(QByteArray, process);
+    QFETCH(bool, isTold);
+    writeUnlockable(host, process);
+    SurveyUse use;
+    QCOMPARE(use.open(m_folder->path()).size(), isTold ? 1 : 0);
+    QCOMPARE(names().contains(QStringLiteral(".lorva.open.link")), isTold);
+}
+
+void TestSurveyUse::aProcessOfAnotherUserIsAlive()
+{
+    writeUnlockable(QSysInfo::machineHostName().toUtf8(), "1"); // the system's first process
+    QVERIFY(QFile::setPermissions(m_folder->path(), QFile::Permissions(0x7777)));
+    const int told = testing_support::runUnprivileged([this] {
+        SurveyUse use;
+        return use.open(m_folder->path()).size();
+    });
+    QCOMPARE(told, 1);
 }
 
 void TestSurveyUse::aFolderThatCannotBeWritten()
