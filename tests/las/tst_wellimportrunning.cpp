@@ -229,6 +229,7 @@ void TestWellImportRunning::deletedDialog()
     QVERIFY(during.hasRun);
     QVERIFY(!f.dialog);
     QCOMPARE(f.host.storedWells.at(1).logs.size(), 3);
+    QCOMPARE(f.host.reloaded, QStringList{f.launch->catalogue.wellKey(1)});
     QVERIFY(f.asker.boxes.isEmpty());
 }
 
