@@ -259,21 +259,21 @@ private slots:
     // The well that is looked at keeps its depth, not one that was scrolled away.
     void theWellInViewKeepsItsDepth()
     {
-        m->addDeepWell("D", 0, 3000, {});
-        m->addDeepWell("E", 100, 3000, {});
+        m->addDeepWell("D", 0, 3000, {{"Top", 2500}});
+        m->addDeepWell("E", 0, 3000, {{"Top", 2000}});
         m->store("North", "2\nD:T\nE:T\n");
         CorrelationView *view = m->show();
         m->display->resize(250, 700);
         QCoreApplication::processEvents();
         view->horizontalScrollBar()->setValue(view->horizontalScrollBar()->maximum());
-        view->verticalScrollBar()->setValue(2000);
+        view->verticalScrollBar()->setValue(static_cast<int>(y(2200)));
         const int middle = view->viewport()->height() / 2;
         const auto depthInMiddle = [&] {
             const correlation::WellColumn &well = view->columns().at(1);
             return well.reference.toMeasuredM(well.axis.toDepth(view->mapToScene(0, middle).y()));
         };
         const double before = static_cast<double>(depthInMiddle());
-        m->choose("depthTypeBox", "TVDSS");
+        m->choose("flatAtBox", "Top");
         QVERIFY(std::abs(static_cast<double>(depthInMiddle()) - before) < 1);
     }
 

@@ -63,6 +63,26 @@ QString nameOf(const QWidget *widget)
     return name;
 }
 
+// A window may go between press and release.
+void pressAndRelease(const QPointer<QWindow> &window, Qt::MouseButton button, Qt::KeyboardModifiers modifiers,
+                     const QPoint &place)
+{
+    if (window)
+        QTest::mousePress(window, button, modifiers, place);
+    if (window)
+        QTest::mouseRelease(window, button, modifiers, place);
+}
+
+void pressAndRelease(const QPointer<QWindow> &window, Qt::Key key, Qt::KeyboardModifiers modifiers,
+                     const QString &text = {})
+{
+    for (const QTest::KeyAction action : {QTest::Press, QTest::Release})
+        if (window && text.isEmpty())
+            QTest::keyEvent(action, window.data(), key, modifiers);
+        else if (window)
+            QTest::sendKeyEvent(action, window.data(), key, text, modifiers);
+}
+
 template<class Item>
 const Item &oneOf(const QVector<Item> &items, QRandomGenerator &random)
 {
@@ -211,7 +231,7 @@ void Monkey::answer(QWidget *dialog)
 {
     if (oneIn(4)) {
         note(QStringLiteral("Escape in ") + nameOf(dialog));
-        QTest::keyClick(dialog, Qt::Key_Escape);
+        QTest::keyPress(dialog, Qt::Key_Escape);
         return;
     }
     QVector<QPushButton *> buttons;
@@ -261,7 +281,7 @@ void Monkey::useMenu(QMenu *menu)
             actions.append(action);
     if (actions.isEmpty() || oneIn(6)) {
         note(QStringLiteral("menu closed"));
-        QTest::keyClick(menu, Qt::Key_Escape);
+        QTest::keyPress(menu, Qt::Key_Escape);
         return;
     }
     QAction *action = oneOf(actions, m_random);
@@ -269,8 +289,7 @@ void Monkey::useMenu(QMenu *menu)
     const QPoint place = menu->actionGeometry(action).center();
     const QPointer<QWindow> window = menu->windowHandle();
     QTest::mouseMove(window, place);
-    if (window)
-        QTest::mouseClick(window, Qt::LeftButton, {}, place);
+    pressAndRelease(window, Qt::LeftButton, {}, place);
 }
 
 void Monkey::openMenu(QWidget *window)
@@ -286,7 +305,7 @@ void Monkey::openMenu(QWidget *window)
     const auto menu = oneOf(menus, m_random);
     note(QStringLiteral("menu \"%1\"").arg(menu.second->text()));
     const QPoint place = menu.first->mapTo(window, menu.first->actionGeometry(menu.second).center());
-    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, place);
+    pressAndRelease(window->windowHandle(), Qt::LeftButton, {}, place);
 }
 
 QWidget *Monkey::chooseWindow()
@@ -379,8 +398,8 @@ void Monkey::click(QWidget *window)
     QTest::mouseMove(handle, place);
     if (handle && isDouble)
         QTest::mouseDClick(handle, button, modifier, place);
-    else if (handle)
-        QTest::mouseClick(handle, button, modifier, place);
+    else
+        pressAndRelease(handle, button, modifier, place);
 }
 
 void Monkey::drag(QWidget *window)
@@ -414,7 +433,7 @@ void Monkey::type(QWidget *window)
     if (kind < 5) {
         const QChar character = typedCharacters.at(below(typedCharacters.size()));
         note(QStringLiteral("types \"%1\" in %2").arg(character).arg(nameOf(focus)));
-        QTest::sendKeyEvent(QTest::Click, handle, Qt::Key_unknown, QString(character), Qt::NoModifier);
+        pressAndRelease(handle, Qt::Key_unknown, Qt::NoModifier, QString(character));
         return;
     }
     const bool hasControl = kind == 9;
@@ -426,8 +445,7 @@ void Monkey::type(QWidget *window)
              .arg(hasControl ? QStringLiteral("Ctrl+") : QString())
              .arg(key, 0, 16)
              .arg(nameOf(focus)));
-    if (handle)
-        QTest::keyClick(handle, key, modifiers);
+    pressAndRelease(handle, key, modifiers);
 }
 
 void Monkey::wheel(QWidget *window)
