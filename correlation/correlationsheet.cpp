@@ -1,0 +1,39 @@
+#include "correlation/correlationsheet.h"
+
+#include "correlation/correlationview.h"
+#include "logview/headerpane.h"
+#include "logview/paper/displaysheet.h"
+#include "logview/trackitem.h"
+
+#include <cmath>
+
+namespace correlation {
+
+logview::SheetContents sheetContents(const QGraphicsScene &headerScene, const CorrelationView &view)
+{
+    logview::SheetContents contents;
+    contents.title = view.properties().name;
+    contents.depthTypeText = logview::depthTypeText(view.depthType());
+    contents.unit = view.depthUnit();
+    contents.scale = view.scaleFactor();
+    contents.headerHeight = std::ceil(logview::headerArea(headerScene).height());
+    contents.leftMargin = view.properties().markers.isEmpty() ? 0 : logview::markerNamesWidth;
+    contents.areNamesOnEachPart = false; // those of each well stand before it
+    const TrackItem *longest = nullptr;
+    bool haveOneDepth = true;
+    for (const TrackItem *track : view.tracks()) {
+        haveOneDepth = haveOneDepth && track->axis().start == view.tracks().first()->axis().start;
+        if (!longest || track->height() > longest->height())
+            longest = track;
+        const bool beginsWell = track->trackNumber() == 0 && !contents.trackEnds.isEmpty();
+        contents.trackStarts.append(track->x() - (beginsWell ? gapBetweenWells : 0));
+        contents.trackEnds.append(track->x() + static_cast<double>(track->width()));
+    }
+    if (longest) {
+        contents.axis = longest->axis();
+        contents.depthsOf = haveOneDepth ? QString() : longest->wellName();
+    }
+    return contents;
+}
+
+} // namespace correlation

@@ -1,0 +1,228 @@
+#include "logview/paper/dotdevice.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <algorithm>
+#include <cmath>
+
+namespace logview {
+
+namespace {
+
+QPointF onDot(const QPointF &point)
+{
+    return {std::round(point.x()), std::round(point.y())};
+}
+
+bool isVisible(const QBrush &brush)
+{
+    return brush.style() != Qt::NoBrush && (brush.style() != Qt::SolidPattern || brush.color().alpha() > 0);
+}
+
+/// The directions from a corner in which a line passes all corners behind it within half a dot.
+class Sector
+{
+public:
+    void begin(const QPointF &from)
+    {
+        m_from = from;
+        m_isOpen = true;
+        m_farthest = 0;
+    }
+
+    // Whether a line to this point passes all since begin(), and leads on.
+    bool take(const QPointF &to)
+    {
+        constexpr double reach = 0.5;
+        const QPointF step = to - m_from;
+        const double distance = std::hypot(step.x(), step.y());
+        if (distance < m_farthest)
+            return false; // it turns back
+        const double angle = std::atan2(step.y(), step.x());
+        const double width = distance > reach ? std::asin(reach / distance) : M_PI;
+        if (m_isOpen) {
+            m_middle = angle;
+            m_low = -width;
+            m_high = width;
+            m_isOpen = false;
+        } else {
+            const double offset = std::remainder(angle - m_middle, 2 * M_PI);
+            if (offset < m_low || offset > m_high)
+                return false;
+            m_low = std::max(m_low, offset - width);
+            m_high = std::min(m_high, offset + width);
+        }
+        m_farthest = distance;
+        return true;
+    }
+
+private:
+    QPointF m_from;
+    double m_middle = 0;
+    double m_low = 0;
+    double m_high = 0;
+    double m_farthest = 0;
+    bool m_isOpen = true;
+};
+
+void appendLine(QPainterPath &path, const QVector<QPointF> &corners, bool isClosed)
+{
+    const QVector<QPointF> kept = withoutIdleCorners(corners);
+    if (kept.isEmpty())
+        return;
+    path.moveTo(kept.first());
+    for (int i = 1; i < kept.size(); ++i)
+        path.lineTo(kept.at(i));
+    if (isClosed)
+        path.closeSubpath();
+    else if (kept.size() == 1)
+        path.lineTo(kept.first()); // a dot of the pen
+}
+
+// Lines go to dots and lose idle corners; curves keep theirs.
+QPainterPath onDots(const QPainterPath &path, const QTransform &toDots)
+{
+    QPainterPath result;
+    result.setFillRule(path.fillRule());
+    QVector<QPointF> corners;
+    const auto flush = [&] {
+        if (!corners.isEmpty())
+            appendLine(result, corners, corners.size() > 2 && corners.first() == corners.last());
+        corners.clear();
+    };
+    for (int i = 0; i < path.elementCount(); ++i) {
+        const QPainterPath::Element element = path.elementAt(i);
+        if (element.isCurveTo()) {
+            if (!corners.isEmpty()) {
+                const QPointF end = corners.last();
+                flush();
+                if (result.elementCount() == 0 || result.currentPosition() != end)
+                    result.moveTo(end);
+            }
+            result.cubicTo(toDots.map(QPointF(element)), toDots.map(QPointF(path.elementAt(i + 1))),
+                           onDot(toDots.map(QPointF(path.elementAt(i + 2)))));
+            i += 2;
+            continue;
+        }
+        if (element.isMoveTo())
+            flush();
+        else if (corners.isEmpty())
+            corners.append(result.currentPosition()); // behind a curve
+        corners.append(onDot(toDots.map(QPointF(element))));
+    }
+    flush();
+    return result;
+}
+
+} // namespace
+
+QVector<QPointF> withoutIdleCorners(const QVector<QPointF> &corners)
+{
+    QVector<QPointF> kept;
+    Sector sector;
+    for (const QPointF &corner : corners) {
+        if (kept.isEmpty()) {
+            kept.append(corner);
+            sector.begin(corner);
+        } else if (kept.size() == 1 || !sector.take(corner)) {
+            if (corner == kept.last())
+                continue;
+            if (kept.size() > 1)
+                sector.begin(kept.last());
+            kept.append(corner);
+            sector.take(corner);
+        } else {
+            kept.last() = corner;
+        }
+    }
+    return kept;
+}
+
+class DotDevice::Engine : public VectorEngine
+{
+public:
+    Engine(QPainter *target, double dotsPerPixel)
+        : m_target(target)
+        , m_dotsPerPixel(dotsPerPixel)
+    {
+    }
+
+    void drawPath(const QPainterPath &path) override { m_target->drawPath(onDots(path, transform())); }
+    using VectorEngine::drawPolygon;
+    void drawPolygon(const QPointF *points, int count, PolygonDrawMode mode) override
+    {
+        QPainterPath path;
+        path.setFillRule(mode == WindingMode ? Qt::WindingFill : Qt::OddEvenFill);
+        QVector<QPointF> corners;
+        corners.reserve(count + 1);
+        for (int i = 0; i < count; ++i)
+            corners.append(onDot(transform().map(points[i])));
+        if (mode != PolylineMode && count > 0)
+            corners.append(corners.first());
+        appendLine(path, corners, mode != PolylineMode);
+        const QBrush brush = m_target->brush();
+        if (mode == PolylineMode)
+            m_target->setBrush(Qt::NoBrush);
+        m_target->drawPath(path);
+        if (mode == PolylineMode)
+            m_target->setBrush(brush);
+    }
+    void drawTextItem(const QPointF &place, const QTextItem &item) override
+    {
+        m_target->setTransform(transform());
+        m_target->setFont(item.font());
+        const QBrush brush = m_target->brush();
+        m_target->drawText(place, item.text());
+        m_target->setBrush(brush);
+        m_target->resetTransform();
+    }
+    void drawImage(const QRectF &target, const QImage &image, const QRectF &source,
+                   Qt::ImageConversionFlags flags) override
+    {
+        m_target->drawImage(transform().mapRect(target), image, source, flags);
+    }
+
+protected:
+    void take(const QPaintEngineState &now) override
+    {
+        const DirtyFlags changes = now.state();
+        if (changes & (DirtyPen | DirtyTransform)) {
+            QPen pen = now.pen();
+            const double scale = pen.isCosmetic() ? m_dotsPerPixel : std::sqrt(std::abs(transform().determinant()));
+            pen.setWidthF(std::max(pen.widthF(), 1.0) * scale);
+            pen.setCosmetic(false);
+            m_target->setPen(isVisible(pen.brush()) ? pen : QPen(Qt::NoPen));
+        }
+        if (changes & DirtyBrush)
+            m_target->setBrush(isVisible(now.brush()) ? now.brush() : QBrush(Qt::NoBrush));
+        if (changes & DirtyOpacity)
+            m_target->setOpacity(now.opacity());
+        if (changes & DirtyHints)
+            m_target->setRenderHints(now.renderHints());
+    }
+    void clip(const QPainterPath &path, Qt::ClipOperation operation) override
+    {
+        m_target->setClipPath(path, operation);
+    }
+    void setClipping(bool isOn) override { m_target->setClipping(isOn); }
+
+private:
+    QPainter *m_target;
+    double m_dotsPerPixel;
+};
+
+DotDevice::DotDevice(QPainter *target, double dotsPerInch, const QSizeF &sizePx)
+    : VectorDevice(sizePx, dotsPerInch)
+    , m_engine(std::make_unique<Engine>(target, dotsPerPixel()))
+{
+}
+
+DotDevice::~DotDevice() = default;
+
+QPaintEngine *DotDevice::paintEngine() const
+{
+    return m_engine.get();
+}
+
+} // namespace logview
