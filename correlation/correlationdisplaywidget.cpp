@@ -1,14 +1,13 @@
 #include "correlation/correlationdisplaywidget.h"
 
-#include "base/safename.h"
 #include "base/waitcursor.h"
 #include "correlation/correlationpropertiesdialog.h"
 #include "correlation/correlationview.h"
 #include "correlation/correlationviewproperty.h"
 #include "datastore/projectdata.h"
-#include "datastore/projectfile.h"
 #include "logview/displaypicture.h"
 #include "logview/paperview.h"
+#include "logview/picturesaving.h"
 #include "logview/viewpair.h"
 #include "logview/withoutselection.h"
 
@@ -118,23 +117,13 @@ void CorrelationDisplayWidget::contextMenuEvent(QContextMenuEvent *event)
     menu->popup(event->globalPos());
 }
 
-void CorrelationDisplayWidget::savePicture()
+std::optional<PicturePage> CorrelationDisplayWidget::savePicture()
 {
-    const base::WaitCursor cursor;
     m_view->makeAllWells();
-    const WithoutSelection plain(*m_view->scene());
-    const DisplayPicture picture(*m_headerScene, *m_view->scene(), PictureFormat::Jpeg);
-    const QString path =
-        m_data.project.projectFolder + QLatin1Char('/') + base::fileNameFor(windowTitle()) + QStringLiteral(".jpg");
-    base::WriteResult result = checkProjectPath(m_data.project.projectFolder, path);
-    if (result.ok())
-        result = picture.saveJpeg(path);
-    if (!result.ok())
-        setStatusLabel(QStringLiteral("The picture %1 could not be written: %2").arg(path, result.error));
-    else if (picture.isScaledDown())
-        setStatusLabel(QStringLiteral("Saved as %1, scaled down to what a JPEG file can hold.").arg(path));
-    else
-        setStatusLabel(QStringLiteral("Saved as %1.").arg(path));
+    const logview::SavedPicture saved = logview::saveDisplayPicture(*m_headerScene, *m_view->scene(), m_data.project,
+                                                                    windowTitle(), PictureFormat::Jpeg, this);
+    setStatusLabel(saved.status);
+    return saved.page;
 }
 
 void CorrelationDisplayWidget::renderTo(QPainter &painter)

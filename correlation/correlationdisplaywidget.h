@@ -1,9 +1,12 @@
 #pragma once
 
+#include "logview/picturepage.h"
+
 #include <QPointer>
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 QT_BEGIN_NAMESPACE
 class QDockWidget;
@@ -37,7 +40,8 @@ public:
     void showPanel();
 
     /// Saves the picture as "<window title>.jpg" in the project folder; the status line tells where, or what failed.
-    void savePicture();
+    /// Gives what a printed page shows of it; nothing when the user cancelled.
+    std::optional<PicturePage> savePicture();
     /// Draws the correlation over the painter's viewport.
     void renderTo(QPainter &painter);
 

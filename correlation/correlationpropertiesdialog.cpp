@@ -60,15 +60,6 @@ QString numberText(double value)
     return QString::fromLatin1(base::formatGeneral(value));
 }
 
-correlation::KnownNames knownNames(const ProjectData &data)
-{
-    return {[&data](const QString &well) { return data.catalogue.indexOf(well) >= 0; },
-            [&data](const QString &well, const QString &name) {
-                return data.project.globalTemplateNames.contains(name)
-                    || wellTemplateNames(data.project, well).contains(name);
-            }};
-}
-
 } // namespace
 
 CorrelationPropertiesDialog::CorrelationPropertiesDialog(ProjectData &projectData, const QString &name,
@@ -265,7 +256,7 @@ void CorrelationPropertiesDialog::followWell(const QString &wellName)
 // Names what a save would lose, since the choosers cannot show it.
 void CorrelationPropertiesDialog::tellMissing(const CorrelationProperties &properties)
 {
-    const correlation::KnownNames known = knownNames(m_data);
+    const correlation::KnownNames known = correlation::knownNames(m_data);
     QStringList missing;
     QSet<QString> told;
     const auto tell = [&missing, &told](const QString &what) {

@@ -3,8 +3,9 @@
 #include "base/folderremoval.h"
 #include "base/folderswap.h"
 #include "base/safename.h"
-#include "datastore/project.h"
+#include "datastore/projectdata.h"
 #include "datastore/projectfile.h"
+#include "templates/templatestore.h"
 
 #include <QFileInfo>
 
@@ -33,6 +34,15 @@ QString fileOf(const Project &project, const QString &name)
 QString correlationsFolder(const Project &project)
 {
     return project.projectFolder + QStringLiteral("/Correlations");
+}
+
+KnownNames knownNames(const ProjectData &data)
+{
+    return {[&data](const QString &well) { return data.catalogue.indexOf(well) >= 0; },
+            [&data](const QString &well, const QString &name) {
+                return data.project.globalTemplateNames.contains(name)
+                    || wellTemplateNames(data.project, well).contains(name);
+            }};
 }
 
 bool exists(const Project &project, const QString &name)

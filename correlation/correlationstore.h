@@ -6,6 +6,7 @@
 #include <optional>
 
 struct Project;
+struct ProjectData;
 
 namespace correlation {
 
@@ -14,6 +15,9 @@ QString correlationsFolder(const Project &project);
 
 /// Whether there is a correlation, or anything else, of that name.
 bool exists(const Project &project, const QString &name);
+
+/// The wells and templates there are, for load(). \a data must outlive it.
+KnownNames knownNames(const ProjectData &data);
 
 /// The file of a correlation; nothing where there is none. \a error, when given, tells why one that is there could not
 /// be read.

@@ -165,10 +165,10 @@ void CorrelationViewTabWidget::applyTemplate(const TemplateId &now, const Templa
     }
 }
 
-void CorrelationViewTabWidget::saveCurrentPicture()
+std::optional<PicturePage> CorrelationViewTabWidget::saveCurrentPicture()
 {
-    if (CorrelationDisplayWidget *shown = currentDisplay())
-        shown->savePicture();
+    CorrelationDisplayWidget *shown = currentDisplay();
+    return shown ? shown->savePicture() : PicturePage();
 }
 
 void CorrelationViewTabWidget::renderCurrent(QPainter &painter)

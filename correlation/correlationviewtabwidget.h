@@ -1,8 +1,12 @@
 #pragma once
 
+#include "logview/picturepage.h"
+
 #include <QPointer>
 #include <QStringList>
 #include <QWidget>
+
+#include <optional>
 
 QT_BEGIN_NAMESPACE
 class QDockWidget;
@@ -38,8 +42,9 @@ public:
     /// Gives the dock the panel of the current correlation, when this work area is the one in front.
     void showCurrentPanel();
 
-    /// Saves the picture of the current correlation; nothing without one.
-    void saveCurrentPicture();
+    /// Saves the picture of the current correlation, and gives what a printed page shows of it: nothing when the user
+    /// cancelled, an empty one without a correlation.
+    std::optional<PicturePage> saveCurrentPicture();
     /// Draws the current correlation over the painter's viewport; nothing without one.
     void renderCurrent(QPainter &painter);
 

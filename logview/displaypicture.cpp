@@ -2,6 +2,8 @@
 
 #include "logview/headerpane.h"
 #include "logview/jpegwriter.h"
+#include "logview/picturepage.h"
+#include "logview/pngwriter.h"
 #include "logview/tiffwriter.h"
 
 #include <QGraphicsScene>
@@ -17,12 +19,12 @@ namespace {
 // A painter on an image ends at column and row 32,767.
 constexpr int tileWidth = 8192;
 constexpr int bandHeight = 1024;
-// Averaging goes through no more rows at once than this.
-constexpr int longestBand = 8192;
 
 // How much smaller than this size a picture must be for a file of the format to hold it, at most 1.
 double scaleFor(PictureFormat format, double width, double height)
 {
+    if (format == PictureFormat::Png)
+        return 1;
     if (format == PictureFormat::Jpeg)
         return std::min(1.0, JpegWriter::longestSide / std::max(width, height));
     constexpr double mostPixels = static_cast<double>(TiffWriter::maximumBytes / TiffWriter::bytesPerPixel);
@@ -43,16 +45,21 @@ QSize pictureSize(qint64 width, qint64 height, PictureFormat format)
     return {scaled(width), scaled(height)};
 }
 
-DisplayPicture::DisplayPicture(QGraphicsScene &headerScene, QGraphicsScene &logScene, PictureFormat format)
+DisplayPicture::DisplayPicture(QGraphicsScene &headerScene, QGraphicsScene &logScene, PictureFormat format,
+                               int dotsPerInch)
     : m_headerScene(headerScene)
     , m_logScene(logScene)
+    , m_format(format)
+    , m_dotsPerInch(dotsPerInch)
     , m_fullWidth(static_cast<qint64>(logScene.sceneRect().width()))
     , m_headerHeight(static_cast<qint64>(std::ceil(logview::headerArea(headerScene).height())))
     , m_fullHeight(m_headerHeight + static_cast<qint64>(logScene.sceneRect().height()))
-    , m_size(pictureSize(m_fullWidth, m_fullHeight, format))
 {
+    const auto wanted = [dotsPerInch](qint64 length) { return (length * dotsPerInch + 48) / screenDotsPerInch; };
+    m_size = pictureSize(wanted(m_fullWidth), wanted(m_fullHeight), format);
     if (m_size.isEmpty())
         return;
+    m_isScaledDown = m_size.width() < wanted(m_fullWidth) || m_size.height() < wanted(m_fullHeight);
     m_scaleX = m_size.width() / static_cast<double>(m_fullWidth);
     m_scaleY = m_size.height() / static_cast<double>(m_fullHeight);
 }
@@ -96,49 +103,50 @@ QImage DisplayPicture::rows(int top, int count) const
     return image;
 }
 
-template<class Writer>
-base::WriteResult DisplayPicture::save(const QString &path) const
+bool DisplayPicture::render(const BandTaker &taker) const
 {
-    if (isEmpty())
-        return {QStringLiteral("the display is empty")};
+    for (int top = 0; top < m_size.height(); top += bandHeight)
+        if (!taker(rows(top, std::min(bandHeight, m_size.height() - top))))
+            return false;
+    return true;
+}
+
+template<class Writer>
+base::WriteResult DisplayPicture::writeWith(const QString &path, const BandTaker &taker) const
+{
     Writer writer;
-    base::WriteResult result = writer.open(path, m_size);
-    for (int top = 0; top < m_size.height() && result.ok(); top += bandHeight)
-        result = writer.append(rows(top, std::min(bandHeight, m_size.height() - top)));
+    base::WriteResult result = writer.open(path, m_size, m_dotsPerInch);
+    const bool isComplete = render([&](const QImage &band) {
+        if (result.ok())
+            result = writer.append(band);
+        return taker ? taker(band) : result.ok();
+    });
+    if (result.ok() && !isComplete)
+        return {QStringLiteral("it was cancelled")};
     return result.ok() ? writer.commit() : result;
 }
 
-base::WriteResult DisplayPicture::saveTiff(const QString &path) const
+base::WriteResult DisplayPicture::write(const QString &path, const BandTaker &taker) const
 {
-    return save<TiffWriter>(path);
+    if (isEmpty())
+        return {QStringLiteral("the display is empty")};
+    switch (m_format) {
+    case PictureFormat::Jpeg:
+        return writeWith<JpegWriter>(path, taker);
+    case PictureFormat::Png:
+        return writeWith<PngWriter>(path, taker);
+    case PictureFormat::Tiff:
+        break;
+    }
+    return writeWith<TiffWriter>(path, taker);
 }
 
-base::WriteResult DisplayPicture::saveJpeg(const QString &path) const
-{
-    return save<JpegWriter>(path);
-}
-
-// Bands begin and end at whole rows of the page, so that no seam shows.
 void DisplayPicture::drawInto(QPainter &painter) const
 {
-    const QRect page = painter.viewport();
-    if (isEmpty() || page.isEmpty())
-        return;
-    painter.save();
-    painter.setViewTransformEnabled(false);
-    painter.resetTransform();
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    const double rowsPerPageRow = m_size.height() / static_cast<double>(page.height());
-    const int step = std::clamp(static_cast<int>(bandHeight / rowsPerPageRow), 1, page.height());
-    for (int pageTop = 0; pageTop < page.height(); pageTop += step) {
-        const int pageBottom = std::min(pageTop + step, page.height());
-        const int top = static_cast<int>(std::floor(pageTop * rowsPerPageRow));
-        const int bottom = std::min(static_cast<int>(std::ceil(pageBottom * rowsPerPageRow)), m_size.height());
-        // Of a band that one row of the page stands for, its beginning is enough.
-        const QImage band = rows(top, std::min(std::max(bottom - top, 1), longestBand));
-        painter.drawImage(
-            QRect(page.left(), page.top() + pageTop, page.width(), pageBottom - pageTop),
-            band.scaled(page.width(), pageBottom - pageTop, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
-    }
-    painter.restore();
+    PicturePage page(m_size);
+    render([&page](const QImage &band) {
+        page.append(band);
+        return true;
+    });
+    page.draw(painter);
 }

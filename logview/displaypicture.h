@@ -5,6 +5,8 @@
 #include <QImage>
 #include <QSize>
 
+#include <functional>
+
 QT_BEGIN_NAMESPACE
 class QGraphicsScene;
 class QPainter;
@@ -12,7 +14,8 @@ QT_END_NAMESPACE
 
 enum class PictureFormat {
     Tiff, ///< holds TiffWriter::maximumBytes
-    Jpeg ///< holds JpegWriter::longestSide pixels a side
+    Jpeg, ///< holds JpegWriter::longestSide pixels a side
+    Png
 };
 
 /// The size of the picture of a display, for the size it ought to have: smaller, with the same proportions, when a
@@ -24,35 +27,45 @@ QSize pictureSize(qint64 width, qint64 height, PictureFormat format = PictureFor
 class DisplayPicture
 {
 public:
-    /// Both scenes must outlive the picture and stay as they are meanwhile.
-    DisplayPicture(QGraphicsScene &headerScene, QGraphicsScene &logScene, PictureFormat format = PictureFormat::Tiff);
+    static constexpr int screenDotsPerInch = 96;
+
+    /// Both scenes must outlive the picture and stay as they are meanwhile. With more or fewer dots an inch than the
+    /// screen the same display has more or fewer pixels.
+    DisplayPicture(QGraphicsScene &headerScene, QGraphicsScene &logScene, PictureFormat format = PictureFormat::Tiff,
+                   int dotsPerInch = screenDotsPerInch);
 
     QSize size() const { return m_size; }
     bool isEmpty() const { return m_size.isEmpty(); }
-    /// Whether it had to be made smaller than the display.
-    bool isScaledDown() const { return m_scaleX < 1 || m_scaleY < 1; }
+    /// Whether it had to be made smaller than it ought to be.
+    bool isScaledDown() const { return m_isScaledDown; }
 
     /// The picture's rows from \a top on; white where nothing is drawn.
     QImage rows(int top, int count) const;
 
-    /// Saves all of it as a TIFF file.
-    base::WriteResult saveTiff(const QString &path) const;
-    /// Saves all of it as a JPEG file; for a picture of that format.
-    base::WriteResult saveJpeg(const QString &path) const;
+    /// Gets band after band, from the top down; false to stop.
+    using BandTaker = std::function<bool(const QImage &rows)>;
+    /// Renders all of it once. False when \a taker stopped it.
+    bool render(const BandTaker &taker) const;
+    /// Writes all of it as a file of its format, and hands every band to \a taker as well, also after the file has
+    /// failed. What was stopped is not written; then, and when it failed, the file is as it was.
+    base::WriteResult write(const QString &path, const BandTaker &taker = {}) const;
     /// Draws all of it over the painter's viewport, whatever the proportions of that.
     void drawInto(QPainter &painter) const;
 
 private:
     template<class Writer>
-    base::WriteResult save(const QString &path) const;
+    base::WriteResult writeWith(const QString &path, const BandTaker &taker) const;
     QImage tile(const QRect &area) const;
 
     QGraphicsScene &m_headerScene;
     QGraphicsScene &m_logScene;
+    PictureFormat m_format;
+    int m_dotsPerInch;
     qint64 m_fullWidth = 0;
     qint64 m_headerHeight = 0;
     qint64 m_fullHeight = 0;
     QSize m_size;
-    double m_scaleX = 1;
+    double m_scaleX = 1; ///< pixels of the picture in one of the display
     double m_scaleY = 1;
+    bool m_isScaledDown = false;
 };

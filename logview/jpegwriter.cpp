@@ -12,7 +12,6 @@
 namespace {
 
 constexpr int quality = 90;
-constexpr UINT16 pixelsPerInch = 96;
 constexpr int samplesPerPixel = 3;
 constexpr size_t bufferSize = 64 * 1024;
 
@@ -59,7 +58,7 @@ struct JpegWriter::Compressor
         of(compress).flush(bufferSize - of(compress).destination.free_in_buffer);
     }
 
-    bool start(int width, int height)
+    bool start(int width, int height, int dotsPerInch)
     {
         picture.err = jpeg_std_error(&errors);
         errors.error_exit = fail;
@@ -80,7 +79,7 @@ struct JpegWriter::Compressor
         jpeg_set_defaults(&picture);
         jpeg_set_quality(&picture, quality, TRUE);
         picture.density_unit = 1; // dots an inch
-        picture.X_density = picture.Y_density = pixelsPerInch;
+        picture.X_density = picture.Y_density = static_cast<UINT16>(dotsPerInch);
         jpeg_start_compress(&picture, TRUE);
         return true;
     }
@@ -110,7 +109,7 @@ base::WriteResult JpegWriter::failure() const
                                          : m_compressor->fileResult;
 }
 
-base::WriteResult JpegWriter::open(const QString &path, const QSize &size)
+base::WriteResult JpegWriter::open(const QString &path, const QSize &size, int dotsPerInch)
 {
     base::removeLeftovers(QFileInfo(path).path()); // of programs that died while they wrote a picture there
     base::WriteResult result = m_file.open(path);
@@ -118,7 +117,7 @@ base::WriteResult JpegWriter::open(const QString &path, const QSize &size)
         return result;
     m_compressor = std::make_unique<Compressor>();
     m_compressor->file = &m_file;
-    if (!m_compressor->start(size.width(), size.height()))
+    if (!m_compressor->start(size.width(), size.height(), dotsPerInch))
         return failure();
     return {};
 }

@@ -7,7 +7,7 @@
 
 #include <memory>
 
-/// Writes a picture row by row into a JPEG file (quality 90, 96 pixels an inch), so that a picture need not be in
+/// Writes a picture row by row into a JPEG file (quality 90), so that a picture need not be in
 /// memory whole. The file appears when it is complete.
 class JpegWriter
 {
@@ -20,7 +20,7 @@ public:
     JpegWriter(const JpegWriter &) = delete;
     JpegWriter &operator=(const JpegWriter &) = delete;
 
-    base::WriteResult open(const QString &path, const QSize &size);
+    base::WriteResult open(const QString &path, const QSize &size, int dotsPerInch = 96);
     /// Appends all rows of the image (any format; as wide as the picture).
     base::WriteResult append(const QImage &rows);
     /// All rows must have been appended.

@@ -10,7 +10,6 @@
 namespace {
 
 constexpr int rowsPerStrip = 64;
-constexpr float pixelsPerInch = 96.0F;
 
 int dropMessage(TIFF *, void *, const char *, const char *, va_list)
 {
@@ -59,7 +58,7 @@ base::WriteResult TiffWriter::failure() const
     return m_fileResult.ok() ? base::WriteResult{QStringLiteral("the picture could not be encoded")} : m_fileResult;
 }
 
-base::WriteResult TiffWriter::open(const QString &path, const QSize &size)
+base::WriteResult TiffWriter::open(const QString &path, const QSize &size, int dotsPerInch)
 {
     base::removeLeftovers(QFileInfo(path).path()); // of programs that died while they wrote a picture there
     m_fileResult = m_file.open(path);
@@ -83,8 +82,8 @@ base::WriteResult TiffWriter::open(const QString &path, const QSize &size)
     TIFFSetField(m_tiff, TIFFTAG_COMPRESSION, COMPRESSION_LZW);
     TIFFSetField(m_tiff, TIFFTAG_ROWSPERSTRIP, rowsPerStrip);
     TIFFSetField(m_tiff, TIFFTAG_RESOLUTIONUNIT, RESUNIT_INCH);
-    TIFFSetField(m_tiff, TIFFTAG_XRESOLUTION, static_cast<double>(pixelsPerInch));
-    TIFFSetField(m_tiff, TIFFTAG_YRESOLUTION, static_cast<double>(pixelsPerInch));
+    TIFFSetField(m_tiff, TIFFTAG_XRESOLUTION, static_cast<double>(dotsPerInch));
+    TIFFSetField(m_tiff, TIFFTAG_YRESOLUTION, static_cast<double>(dotsPerInch));
     return {};
 }
 

@@ -7,7 +7,7 @@
 
 struct tiff;
 
-/// Writes a picture row by row into a TIFF file (RGB, compressed without loss, 96 pixels an inch), so that a picture
+/// Writes a picture row by row into a TIFF file (RGB, compressed without loss), so that a picture
 /// need not be in memory whole. The file appears when it is complete.
 class TiffWriter
 {
@@ -21,7 +21,7 @@ public:
     TiffWriter(const TiffWriter &) = delete;
     TiffWriter &operator=(const TiffWriter &) = delete;
 
-    base::WriteResult open(const QString &path, const QSize &size);
+    base::WriteResult open(const QString &path, const QSize &size, int dotsPerInch = 96);
     /// Appends all rows of the image (any format; as wide as the picture).
     base::WriteResult append(const QImage &rows);
     /// All rows must have been appended.

@@ -1,6 +1,5 @@
 #include "logview/welldisplaywidget.h"
 
-#include "base/safename.h"
 #include "base/waitcursor.h"
 #include "datastore/projectdata.h"
 #include "datastore/projectfile.h"
@@ -10,6 +9,7 @@
 #include "logview/infront.h"
 #include "logview/markeritem.h"
 #include "logview/markersaving.h"
+#include "logview/picturesaving.h"
 #include "logview/trackitem.h"
 #include "logview/viewpair.h"
 #include "logview/welldisplaydata.h"
@@ -223,6 +223,11 @@ void WellDisplayWidget::setStatusLabel(QString label)
     m_statusLine->setText(label);
 }
 
+QString WellDisplayWidget::statusText() const
+{
+    return m_statusLine->text();
+}
+
 void WellDisplayWidget::tellUnread()
 {
     const QStringList unread = std::exchange(m_unreadLogs, {});
@@ -345,22 +350,12 @@ void WellDisplayWidget::saveMarker(MarkerItem *marker)
     setStatusLabel(QStringLiteral("The marker \"%1\" was saved in the well %2.").arg(name, m_wellName));
 }
 
-void WellDisplayWidget::savePicture()
+std::optional<PicturePage> WellDisplayWidget::savePicture()
 {
-    const base::WaitCursor cursor;
-    const WithoutSelection plain(*m_scene);
-    const DisplayPicture picture(*m_headerScene, *m_scene);
-    const QString path =
-        m_data.project.projectFolder + QLatin1Char('/') + base::fileNameFor(windowTitle()) + QStringLiteral(".tiff");
-    base::WriteResult result = checkProjectPath(m_data.project.projectFolder, path);
-    if (result.ok())
-        result = picture.saveTiff(path);
-    if (!result.ok())
-        setStatusLabel(QStringLiteral("The picture %1 could not be written: %2").arg(path, result.error));
-    else if (picture.isScaledDown())
-        setStatusLabel(QStringLiteral("Saved as %1, scaled down to what a TIFF file can hold.").arg(path));
-    else
-        setStatusLabel(QStringLiteral("Saved as %1.").arg(path));
+    const logview::SavedPicture saved = logview::saveDisplayPicture(*m_headerScene, *m_scene, m_data.project,
+                                                                    windowTitle(), PictureFormat::Tiff, this);
+    setStatusLabel(saved.status);
+    return saved.page;
 }
 
 void WellDisplayWidget::renderTo(QPainter &painter)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "datastore/wellscatalogue.h"
+#include "logview/picturepage.h"
 
 #include <QHash>
 #include <QPointer>
@@ -8,6 +9,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 QT_BEGIN_NAMESPACE
 class QDockWidget;
@@ -69,10 +71,13 @@ public:
     /// Reads all logs anew; depths, scale and markers stay.
     void reloadLogs(const QString &templateName);
 
-    /// Saves the display as "<well name>.tiff" in the project folder; the status line tells where, or what failed.
-    void savePicture();
+    /// Saves the display as "<well name>.tiff" in the project folder; the status line tells where, or what failed. Gives
+    /// what a printed page shows of it; nothing when the user cancelled.
+    std::optional<PicturePage> savePicture();
     /// Draws the display over the painter's viewport.
     void renderTo(QPainter &painter);
+    /// What the status line says.
+    QString statusText() const;
     void showScenePanel();
     /// The panel of what is selected; the scene's when nothing is.
     void showCurrentPanel();

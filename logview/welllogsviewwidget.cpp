@@ -257,10 +257,10 @@ void WellLogsViewWidget::endMarkers(const QString &wellName)
         shown->endMarkers();
 }
 
-void WellLogsViewWidget::saveCurrentPicture()
+std::optional<PicturePage> WellLogsViewWidget::saveCurrentPicture()
 {
-    if (WellDisplayWidget *current = currentDisplay())
-        current->savePicture();
+    WellDisplayWidget *current = currentDisplay();
+    return current ? current->savePicture() : PicturePage();
 }
 
 void WellLogsViewWidget::renderCurrent(QPainter &painter)

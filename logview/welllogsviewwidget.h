@@ -1,9 +1,13 @@
 #pragma once
 
+#include "logview/picturepage.h"
+
 #include <QPointer>
 #include <QStringList>
 #include <QVector>
 #include <QWidget>
+
+#include <optional>
 
 QT_BEGIN_NAMESPACE
 class QDockWidget;
@@ -54,8 +58,9 @@ public:
     /// Gives the dock the panel of the current display, when this work area is the one in front.
     void showCurrentPanel();
 
-    /// Saves the picture of the current display; nothing without one.
-    void saveCurrentPicture();
+    /// Saves the picture of the current display, and gives what a printed page shows of it: nothing when the user
+    /// cancelled, an empty one without a display.
+    std::optional<PicturePage> saveCurrentPicture();
     /// Draws the current display over the painter's viewport; nothing without one.
     void renderCurrent(QPainter &painter);
 

@@ -346,7 +346,10 @@ void MainWindow::printPreView(QPrinter *printer)
             QPainter(printer).end();
         return;
     }
-    if (page->paint(*printer))
+    const PrintedPage::Outcome outcome = page->paint(*printer);
+    if (outcome == PrintedPage::Outcome::Cancelled && m_preview)
+        m_preview->close();
+    if (outcome != PrintedPage::Outcome::NotStarted)
         return;
     const QString target = printer->outputFileName().isEmpty() ? printer->printerName() : printer->outputFileName();
     m_data.asker.warn(QStringLiteral("Print"),

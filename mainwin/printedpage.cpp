@@ -15,21 +15,24 @@ bool canStart(const QPrinter &printer)
 
 } // namespace
 
-bool PrintedPage::paint(QPrinter &printer)
+PrintedPage::Outcome PrintedPage::paint(QPrinter &printer)
 {
     QPainter painter;
     if (!canStart(printer) || !painter.begin(&printer))
-        return false;
-    if (!m_isPictureSaved)
-        m_savePicture();
-    m_isPictureSaved = true;
+        return Outcome::NotStarted;
+    if (!m_isPictureSaved) {
+        m_isPictureSaved = true; // also when this asks again meanwhile
+        m_picture = m_savePicture();
+    }
+    if (!m_picture)
+        return Outcome::Cancelled;
     const QRect viewport = painter.viewport();
     if (m_page.size() != viewport.size()) {
         m_page = QImage(viewport.size(), QImage::Format_RGB32);
         m_page.fill(Qt::white);
         QPainter pagePainter(&m_page);
-        m_render(pagePainter);
+        m_picture->draw(pagePainter);
     }
     painter.drawImage(viewport.topLeft(), m_page);
-    return true;
+    return Outcome::Painted;
 }

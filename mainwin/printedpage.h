@@ -1,33 +1,37 @@
 #pragma once
 
-#include <QImage>
+#include "logview/picturepage.h"
 
 #include <functional>
+#include <optional>
 
 QT_BEGIN_NAMESPACE
-class QPainter;
 class QPrinter;
 QT_END_NAMESPACE
 
-/// The page of one print of a work area's current display. A preview asks for it again and again: the display's picture file
-/// is written at the first time only, and the page is drawn anew only when its size changes.
+/// The page of one print of a work area's current display. A preview asks for it again and again: the display is drawn
+/// once, into its picture file and for the page.
 class PrintedPage
 {
 public:
-    /// \a view has saveCurrentPicture() and renderCurrent(), and must outlive the page.
+    enum class Outcome {
+        Painted,
+        NotStarted, ///< the printer does not start: nothing was drawn or written
+        Cancelled ///< the user had enough of waiting: the page is empty and stays so
+    };
+
+    /// \a view has saveCurrentPicture(), and must outlive the page.
     template<class View>
     explicit PrintedPage(View &view)
-        : m_savePicture([&view] { view.saveCurrentPicture(); })
-        , m_render([&view](QPainter &painter) { view.renderCurrent(painter); })
+        : m_savePicture([&view] { return view.saveCurrentPicture(); })
     {
     }
 
-    /// False when the printer does not start: then nothing was drawn or written.
-    bool paint(QPrinter &printer);
+    Outcome paint(QPrinter &printer);
 
 private:
-    std::function<void()> m_savePicture;
-    std::function<void(QPainter &)> m_render;
+    std::function<std::optional<PicturePage>()> m_savePicture;
     bool m_isPictureSaved = false;
-    QImage m_page;
+    std::optional<PicturePage> m_picture;
+    QImage m_page; ///< the picture at the size of the last page
 };

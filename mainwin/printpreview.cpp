@@ -35,6 +35,11 @@ PrintPreview::~PrintPreview()
     delete m_dialog; // before its printer
 }
 
+void PrintPreview::close()
+{
+    QMetaObject::invokeMethod(m_dialog, &QDialog::reject, Qt::QueuedConnection);
+}
+
 void PrintPreview::run()
 {
     const base::NestedEvents events;

@@ -24,6 +24,8 @@ public:
 
     /// Returns when the user has closed it. It may be gone then, with its window.
     void run();
+    /// Closes it as soon as it has painted what it is painting.
+    void close();
     PrintedPage *page() const { return m_page.get(); }
 
 signals:

@@ -44,7 +44,8 @@ struct SheetContents
     QString depthTypeText; ///< "MD"
     DepthUnit unit = Metre;
     float scale = defaultDepthScale; ///< N of 1:N
-    DepthAxis axis; ///< over the height of the tracks
+    DepthAxis axis; ///< over the height of the tracks that are printed
+    double top = 0; ///< y of the display where these begin
     double headerHeight = 0;
     double leftMargin = 0; ///< what the names of markers take left of the first track
     bool areNamesOnEachPart = true; ///< they belong to the tracks of every part, not only to those on the left

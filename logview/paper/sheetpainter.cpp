@@ -38,15 +38,16 @@ void SheetPainter::paint(QPainter &painter, int page) const
     const QRectF tracks = m_sheet.trackArea(shown);
     const double above = m_sheet.bleedAbove(shown);
     const double height = above + tracks.height() + m_sheet.bleedBelow(shown);
+    const double top = m_sheet.contents.top + shown.top - above;
     const auto renderTracks = [&](double left, double right) {
-        render(m_logScene, QRectF(left, shown.top - above, right - left, height),
+        render(m_logScene, QRectF(left, top, right - left, height),
                tracks.topLeft() + QPointF(left - shown.left, -above));
     };
     renderTracks(shown.left - outline, shown.right + outline);
     // Names of markers stand left of the first track, whatever tracks this part has.
     const double names = m_sheet.contents.leftMargin;
     if (shown.hasNames && names > 0)
-        render(m_logScene, QRectF(-names, shown.top - above, names - outline, height),
+        render(m_logScene, QRectF(-names, top, names - outline, height),
                tracks.topLeft() - QPointF(names, above));
     // Where the page cuts the tracks, as at their own ends.
     painter.setPen(QPen(Qt::black, 1));

@@ -28,13 +28,7 @@ QVector<Option> options(const Command &command)
 const QVector<Command> &commands()
 {
     static const QVector<Command> all{
-        wellsCommand(),          logsCommand(),         infoCommand(),
-        importCommand(),         exportCommand(),       markersCommand(),
-        zonesCommand(),          pointsCommand(),       defaultLogsCommand(),
-        templateListCommand(),   templateShowCommand(), templateCopyCommand(),
-        templateDeleteCommand(), reportLogsCommand(),   reportMarkersCommand(),
-        checkCommand(),          lasCommand(),          lasUnwrapCommand(),
-        manualPageCommand(),     completionCommand(),   wellNamesCommand(),
+        wellsCommand(), logsCommand(), infoCommand(), importCommand(), exportCommand(), markersCommand(), zonesCommand(), pointsCommand(), defaultLogsCommand(), templateListCommand(), templateShowCommand(), templateCopyCommand(), templateDeleteCommand(), reportLogsCommand(), reportMarkersCommand(), checkCommand(), lasCommand(), lasUnwrapCommand(), manualPageCommand(), completionCommand(), wellNamesCommand(), renderCommand(), correlateCommand(),
     };
     return all;
 }

@@ -23,6 +23,8 @@ Command templateListCommand();
 Command templateShowCommand();
 Command templateCopyCommand();
 Command templateDeleteCommand();
+Command renderCommand();
+Command correlateCommand();
 
 // Hidden ones.
 Command manualPageCommand();

@@ -1,4 +1,5 @@
 #include "logview/displaypicture.h"
+#include "logview/picturepage.h"
 #include "logview/tiffwriter.h"
 #include "support/failingdisk.h"
 #include "support/files.h"
@@ -25,7 +26,35 @@ struct Scenes
     QGraphicsScene log;
 };
 
+/// Counts how often each row of the log is painted.
+class CountingItem : public QGraphicsItem
+{
+public:
+    CountingItem(int width, int height)
+        : m_area(0, 0, width, height)
+        , paints(height)
+    {
+        setFlag(ItemUsesExtendedStyleOption);
+    }
+    QRectF boundingRect() const override { return m_area; }
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *) override
+    {
+        const QRectF device(0, 0, painter->device()->width(), painter->device()->height());
+        const QRectF shown = painter->deviceTransform().inverted().mapRect(device) & m_area;
+        for (int y = qRound(shown.top()); y < qRound(shown.bottom()); ++y)
+            ++paints[y];
+    }
+
+private:
+    QRectF m_area;
+
+public:
+    QVector<int> paints;
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(PictureFormat)
 
 class tst_displaypicture : public QObject
 {
@@ -40,6 +69,12 @@ private slots:
     void drawnOverTheViewport();
     void longJpegPictures();
     void emptyDisplays();
+    void eachRowIsPaintedOnceForFileAndPage();
+    void whatIsStoppedLeavesTheFile();
+    void aFailingFileStillGivesThePage();
+    void pngPictures();
+    void moreDotsAnInch();
+    void pagesOfLongPicturesAreMeans();
     void failingDisks_data();
     void failingDisks();
 };
@@ -85,7 +120,7 @@ void tst_displaypicture::longPicturesAreWholeInTheFile()
         scenes.log.addRect(0, y, 20, 10, Qt::NoPen, QColor(y % 256, 100, 200));
     const DisplayPicture picture(scenes.header, scenes.log);
     const QString path = folder.filePath(QStringLiteral("long.tiff"));
-    QVERIFY(picture.saveTiff(path).ok());
+    QVERIFY(picture.write(path).ok());
     const QImage image(path);
     QCOMPARE(image.size(), QSize(20, 70030));
     for (const int y : {0, 32760, 65000, 69990}) {
@@ -152,7 +187,7 @@ void tst_displaypicture::longJpegPictures()
     const DisplayPicture picture(scenes.header, scenes.log, PictureFormat::Jpeg);
     QVERIFY(picture.isScaledDown());
     const QString path = folder.filePath(QStringLiteral("long.jpg"));
-    QVERIFY(picture.saveJpeg(path).ok());
+    QVERIFY(picture.write(path).ok());
     QImageReader reader(path);
     QCOMPARE(reader.format(), QByteArray("jpeg"));
     const QImage image = reader.read();
@@ -180,29 +215,161 @@ void tst_displaypicture::emptyDisplays()
     Scenes scenes(0, 0);
     const DisplayPicture picture(scenes.header, scenes.log);
     QVERIFY(picture.isEmpty());
-    QVERIFY(!picture.saveTiff(folder.filePath(QStringLiteral("a.tiff"))).ok());
-    QVERIFY(!picture.saveJpeg(folder.filePath(QStringLiteral("a.jpg"))).ok());
+    QVERIFY(!picture.write(folder.filePath(QStringLiteral("a.tiff"))).ok());
     QVERIFY(QDir(folder.path()).isEmpty());
     QImage page(10, 10, QImage::Format_RGB32);
     QPainter painter(&page);
     picture.drawInto(painter);
 }
 
+void tst_displaypicture::eachRowIsPaintedOnceForFileAndPage()
+{
+    QTemporaryDir folder;
+    Scenes scenes(50, 5000);
+    auto *item = new CountingItem(50, 5000);
+    scenes.log.addItem(item);
+    const DisplayPicture picture(scenes.header, scenes.log);
+    PicturePage page(picture.size());
+    QVERIFY(picture
+                .write(folder.filePath(QStringLiteral("a.tiff")),
+                      [&page](const QImage &rows) {
+                          page.append(rows);
+                          return true;
+                      })
+                .ok());
+    QCOMPARE(item->paints, QVector<int>(5000, 1));
+    QImage drawn(50, 60, QImage::Format_RGB32);
+    drawn.fill(Qt::yellow);
+    {
+        QPainter painter(&drawn);
+        page.draw(painter);
+    }
+    QCOMPARE(item->paints, QVector<int>(5000, 1));
+    QCOMPARE(drawn.pixelColor(20, 0), QColor(255, 163, 163)); // 30 of the 84 rows that it stands for are the header
+}
+
+void tst_displaypicture::whatIsStoppedLeavesTheFile()
+{
+    QTemporaryDir folder;
+    Scenes scenes(50, 5000);
+    const QString path = folder.filePath(QStringLiteral("a"));
+    files::write(path, "old");
+    for (const PictureFormat format : {PictureFormat::Tiff, PictureFormat::Jpeg, PictureFormat::Png}) {
+        const DisplayPicture picture(scenes.header, scenes.log, format);
+        int bands = 0;
+        const base::WriteResult result = picture.write(path, [&bands](const QImage &) { return ++bands < 3; });
+        QCOMPARE(result.error, QString("it was cancelled"));
+        QCOMPARE(bands, 3);
+        QCOMPARE(files::read(path), QByteArray("old"));
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+    }
+}
+
+void tst_displaypicture::aFailingFileStillGivesThePage()
+{
+    QTemporaryDir folder;
+    Scenes scenes(50, 5000);
+    const DisplayPicture picture(scenes.header, scenes.log);
+    int rows = 0;
+    const base::WriteResult result =
+        picture.write(folder.filePath(QStringLiteral("none/a.tiff")), [&rows](const QImage &band) {
+            rows += band.height();
+            return true;
+        });
+    QVERIFY(!result.ok());
+    QCOMPARE(rows, picture.size().height());
+    int bands = 0;
+    QVERIFY(!picture
+                 .save(folder.filePath(QStringLiteral("none/a.tiff")),
+                       [&bands](const QImage &) {
+                           ++bands;
+                           return false;
+                       })
+                 .ok());
+    QCOMPARE(bands, 1);
+}
+
+void tst_displaypicture::pngPictures()
+{
+    QTemporaryDir folder;
+    Scenes scenes(20, 70000);
+    scenes.log.addRect(0, 65000, 20, 10, Qt::NoPen, Qt::blue);
+    const DisplayPicture picture(scenes.header, scenes.log, PictureFormat::Png);
+    const QString path = folder.filePath(QStringLiteral("long.png"));
+    QVERIFY(picture.write(path).ok());
+    const QImage image(path);
+    QCOMPARE(QImageReader(path).format(), QByteArray("png"));
+    QCOMPARE(image.size(), QSize(20, 70030));
+    QCOMPARE(image.convertToFormat(QImage::Format_RGB32).copy(0, 64900, 20, 300), picture.rows(64900, 300));
+    QVERIFY(qAbs(image.dotsPerMeterX() - 96 / 0.0254) < 2);
+    QCOMPARE(pictureSize(10, 3000000, PictureFormat::Png), QSize(10, 3000000));
+}
+
+void tst_displaypicture::moreDotsAnInch()
+{
+    QTemporaryDir folder;
+    Scenes scenes(100, 200);
+    scenes.log.addRect(0, 100, 50, 10, Qt::NoPen, Qt::blue);
+    for (const auto &[format, name] :
+         {std::pair(PictureFormat::Png, "a.png"), {PictureFormat::Tiff, "a.tiff"}, {PictureFormat::Jpeg, "a.jpg"}}) {
+        const DisplayPicture picture(scenes.header, scenes.log, format, 288);
+        QCOMPARE(picture.size(), QSize(300, 690));
+        QVERIFY(!picture.isScaledDown());
+        const QString path = folder.filePath(QString::fromLatin1(name));
+        QVERIFY(picture.write(path).ok());
+        const QImage image(path);
+        QVERIFY(qAbs(image.dotsPerMeterX() - 288 / 0.0254) < 20);
+        QVERIFY(image.pixelColor(145, 415).blue() > 240 && image.pixelColor(145, 415).red() < 20);
+        QVERIFY(image.pixelColor(160, 415).red() > 240);
+        QVERIFY(image.pixelColor(100, 380).red() > 240);
+    }
+}
+
+void tst_displaypicture::pagesOfLongPicturesAreMeans()
+{
+    const auto drawn = [](const QSize &size, const QVector<QRgb> &rowColors, const QSize &pageSize) {
+        PicturePage page(size);
+        for (int y = 0; y < size.height(); ++y) {
+            QImage row(size.width(), 1, QImage::Format_RGB32);
+            row.fill(rowColors.at(y % rowColors.size()));
+            page.append(row);
+        }
+        QImage image(pageSize, QImage::Format_RGB32);
+        image.fill(Qt::yellow);
+        QPainter painter(&image);
+        page.draw(painter);
+        return image;
+    };
+    const QRgb black = qRgb(0, 0, 0);
+    const QRgb white = qRgb(255, 255, 255);
+    QCOMPARE(drawn({3, 8192}, {black, white}, {3, 4096}).pixel(1, 4095), qRgb(128, 128, 128));
+    QCOMPARE(drawn({3, 4096}, {black, white}, {3, 4096}).pixel(1, 4095), white); // as it is
+    // The last row stands for one row of the picture only.
+    QCOMPARE(drawn({3, 4097}, {black, black, white}, {3, 2049}).pixel(1, 2048), black);
+    QCOMPARE(drawn({8195, 2}, {qRgb(9, 99, 199)}, {2732, 2}).pixel(2731, 1), qRgb(9, 99, 199));
+    PicturePage empty((QSize()));
+    QVERIFY(empty.isEmpty());
+    QImage image(5, 5, QImage::Format_RGB32);
+    QPainter painter(&image);
+    empty.draw(painter);
+}
+
 void tst_displaypicture::failingDisks_data()
 {
-    QTest::addColumn<bool>("isJpeg");
-    QTest::newRow("tiff") << false;
-    QTest::newRow("jpeg") << true;
+    QTest::addColumn<PictureFormat>("format");
+    QTest::newRow("tiff") << PictureFormat::Tiff;
+    QTest::newRow("jpeg") << PictureFormat::Jpeg;
+    QTest::newRow("png") << PictureFormat::Png;
 }
 
 void tst_displaypicture::failingDisks()
 {
-    QFETCH(bool, isJpeg);
+    QFETCH(PictureFormat, format);
     QTemporaryDir folder;
     Scenes scenes(100, 5000);
-    const DisplayPicture picture(scenes.header, scenes.log);
+    const DisplayPicture picture(scenes.header, scenes.log, format);
     const QString path = folder.filePath(QStringLiteral("a"));
-    const auto save = [&] { return isJpeg ? picture.saveJpeg(path) : picture.saveTiff(path); };
+    const auto save = [&] { return picture.write(path); };
     files::write(path, "old");
     for (const FailingStep &step : failingSteps) {
         FailingDisk disk(step.step);

@@ -9,12 +9,17 @@
 #include "support/testmain.h"
 
 #include <QAction>
+#include <QGraphicsItem>
+#include <QLabel>
 #include <QPaintEngine>
 #include <QPainter>
 #include <QPrintEngine>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
+#include <QProgressDialog>
+#include <QPushButton>
 #include <QTabWidget>
+#include <QThread>
 #include <QTimer>
 
 namespace {
@@ -68,12 +73,29 @@ public:
     PictureEngine engine;
 };
 
+/// Takes its time for every paint.
+class SlowItem : public QGraphicsItem
+{
+public:
+    QRectF boundingRect() const override { return {0, 0, 300, 200000}; }
+    void paint(QPainter *, const QStyleOptionGraphicsItem *, QWidget *) override
+    {
+        ++paints;
+        QThread::msleep(static_cast<unsigned long>(delayMs));
+    }
+    int paints = 0;
+    int delayMs = 20;
+};
+
 struct CountingView
 {
-    void saveCurrentPicture() { ++saved; }
-    void renderCurrent(QPainter &) { ++rendered; }
+    std::optional<PicturePage> saveCurrentPicture()
+    {
+        ++saved;
+        return isCancelled ? std::nullopt : std::optional<PicturePage>(PicturePage(QSize(40, 30)));
+    }
+    bool isCancelled = false;
     int saved = 0;
-    int rendered = 0;
 };
 
 struct PrintFixture : ProjectFixture
@@ -197,13 +219,75 @@ private slots:
         PrintedPage page(view);
         PicturePrinter printer;
         for (int i = 0; i < 3; ++i)
-            QVERIFY(page.paint(printer));
+            QCOMPARE(page.paint(printer), PrintedPage::Outcome::Painted);
         QCOMPARE(view.saved, 1);
-        QCOMPARE(view.rendered, 1);
-        printer.engine.width = 500;
-        QVERIFY(page.paint(printer));
+        printer.engine.width = 500; // another paper: the page comes from the picture
+        QCOMPARE(page.paint(printer), PrintedPage::Outcome::Painted);
         QCOMPARE(view.saved, 1);
-        QCOMPARE(view.rendered, 2);
+    }
+
+    void aCancelledPageStaysEmpty()
+    {
+        CountingView view;
+        view.isCancelled = true;
+        PrintedPage page(view);
+        PicturePrinter printer;
+        for (int i = 0; i < 2; ++i)
+            QCOMPARE(page.paint(printer), PrintedPage::Outcome::Cancelled);
+        QCOMPARE(view.saved, 1);
+        QVERIFY(isBlank(printer.engine.page));
+    }
+
+    // The whole way, with a display that takes long: the box comes up over the preview, and its button ends both.
+    void aLongPrintCanBeCancelled()
+    {
+        PrintFixture fixture;
+        fixture.view->setCurrentTab(0);
+        WellLogsScene *scene = fixture.view->display(0)->scene();
+        auto *slow = new SlowItem;
+        scene->addItem(slow);
+        scene->setSceneRect(0, 0, 300, 200000);
+        bool wasShown = false;
+        QTimer watch;
+        connect(&watch, &QTimer::timeout, this, [&wasShown] {
+            auto *box = qobject_cast<QProgressDialog *>(QApplication::activeModalWidget());
+            if (!box || wasShown)
+                return;
+            wasShown = true;
+            QCOMPARE(box->windowTitle(), QString("Print"));
+            QCOMPARE(box->labelText(), QString("Drawing A"));
+            box->findChild<QPushButton *>()->click();
+        });
+        watch.start(10);
+        fixture.window->printActionClicked(); // returns when the preview has closed
+        QVERIFY(wasShown);
+        QVERIFY(slow->paints < 150);
+        QVERIFY(!QFileInfo::exists(fixture.path(QStringLiteral("/A.tiff"))));
+        QCOMPARE(QDir(fixture.path(QString())).entryList({QStringLiteral(".lorva-*")}, QDir::Files | QDir::Hidden),
+                 QStringList());
+        QCOMPARE(fixture.view->display(0)->findChild<QLabel *>(QStringLiteral("statusLine"))->text(),
+                 QString("The picture was cancelled; nothing was saved."));
+        QVERIFY(fixture.asker.boxes.isEmpty());
+    }
+
+    void aPrintPaintsEachBandOnce()
+    {
+        PrintFixture fixture;
+        fixture.view->setCurrentTab(0);
+        WellLogsScene *scene = fixture.view->display(0)->scene();
+        auto *counter = new SlowItem;
+        counter->delayMs = 0;
+        scene->addItem(counter);
+        scene->setSceneRect(0, 0, 300, 20000);
+        QTimer::singleShot(0, fixture.window.get(), [&fixture] {
+            fixture.printed();
+            fixture.printed();
+            qobject_cast<QDialog *>(QApplication::activeModalWidget())->reject();
+        });
+        fixture.window->printActionClicked();
+        QVERIFY(QFileInfo::exists(fixture.path(QStringLiteral("/A.tiff"))));
+        // 20 bands of 1,024 rows, and a few of the window's own
+        QVERIFY2(counter->paints < 30, qPrintable(QString::number(counter->paints)));
     }
 
     void aPrintThatCannotStartSaysSo()

@@ -1,0 +1,110 @@
+#include "logview/pngwriter.h"
+
+#include "base/leftovers.h"
+
+#include <QFileInfo>
+
+#include <cmath>
+#include <csetjmp>
+#include <png.h>
+
+namespace {
+
+constexpr int compressionLevel = 6;
+constexpr png_uint_32 longestSide = 0x7fffffff; // of the format; the library alone would end at a million
+
+} // namespace
+
+/// The library's state, with the file as its destination. The library reports a failure by a jump to where it was
+/// called from: no object with a destructor lives between the two.
+struct PngWriter::Compressor
+{
+    png_structp png = nullptr;
+    png_infop info = nullptr;
+    std::jmp_buf failed{};
+    base::AtomicFileWriter *file = nullptr;
+    base::WriteResult fileResult;
+
+    [[noreturn]] static void fail(png_structp png, png_const_charp)
+    {
+        std::longjmp(static_cast<Compressor *>(png_get_error_ptr(png))->failed, 1);
+    }
+    static void dropMessage(png_structp, png_const_charp) { } // nothing is printed into the host's terminal
+    static void write(png_structp png, png_bytep bytes, size_t size)
+    {
+        auto *self = static_cast<Compressor *>(png_get_io_ptr(png));
+        if (self->fileResult.ok())
+            self->fileResult = self->file->write(reinterpret_cast<const char *>(bytes), static_cast<qint64>(size));
+    }
+    static void flush(png_structp) { }
+
+    bool start(const QSize &size, png_uint_32 dotsPerMetre)
+    {
+        png = png_create_write_struct(PNG_LIBPNG_VER_STRING, this, fail, dropMessage);
+        info = png ? png_create_info_struct(png) : nullptr;
+        if (!info || setjmp(failed))
+            return false;
+        png_set_write_fn(png, this, write, flush);
+        png_set_user_limits(png, longestSide, longestSide);
+        png_set_compression_level(png, compressionLevel);
+        png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_NONE); // drawn pictures: others only cost time
+        png_set_IHDR(png, info, static_cast<png_uint_32>(size.width()), static_cast<png_uint_32>(size.height()), 8,
+                     PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+        png_set_pHYs(png, info, dotsPerMetre, dotsPerMetre, PNG_RESOLUTION_METER);
+        png_write_info(png, info);
+        return true;
+    }
+    bool append(const uchar *pixels)
+    {
+        if (setjmp(failed))
+            return false;
+        png_write_row(png, pixels);
+        return true;
+    }
+    bool finish()
+    {
+        if (setjmp(failed))
+            return false;
+        png_write_end(png, info);
+        return true;
+    }
+    ~Compressor() { png_destroy_write_struct(&png, &info); }
+};
+
+PngWriter::PngWriter() = default;
+PngWriter::~PngWriter() = default;
+
+base::WriteResult PngWriter::failure() const
+{
+    return m_compressor->fileResult.ok() ? base::WriteResult{QStringLiteral("the picture could not be encoded")}
+                                         : m_compressor->fileResult;
+}
+
+base::WriteResult PngWriter::open(const QString &path, const QSize &size, int dotsPerInch)
+{
+    base::removeLeftovers(QFileInfo(path).path()); // of programs that died while they wrote a picture there
+    base::WriteResult result = m_file.open(path);
+    if (!result.ok())
+        return result;
+    m_compressor = std::make_unique<Compressor>();
+    m_compressor->file = &m_file;
+    if (!m_compressor->start(size, static_cast<png_uint_32>(std::lround(dotsPerInch / 0.0254))))
+        return failure();
+    return {};
+}
+
+base::WriteResult PngWriter::append(const QImage &rows)
+{
+    const QImage pixels = rows.convertToFormat(QImage::Format_RGB888);
+    for (int y = 0; y < pixels.height(); ++y)
+        if (!m_compressor->append(pixels.constScanLine(y)) || !m_compressor->fileResult.ok())
+            return failure();
+    return {};
+}
+
+base::WriteResult PngWriter::commit()
+{
+    if (!m_compressor->finish() || !m_compressor->fileResult.ok())
+        return failure();
+    return m_file.commit();
+}

@@ -1,0 +1,127 @@
+#include "correlation/correlationsheet.h"
+#include "correlation/correlationstore.h"
+#include "correlation/correlationview.h"
+#include "logview/trackitem.h"
+#include "programs/batch/commands.h"
+#include "programs/batch/drawing.h"
+#include "programs/batch/session.h"
+#include "programs/batch/tables.h"
+
+#include <QDir>
+#include <QGraphicsScene>
+
+namespace batch {
+
+namespace {
+
+// The markers of the correlation's wells, in the order in which they come.
+QStringList markersOf(const ProjectData &data, const CorrelationProperties &properties)
+{
+    QStringList names;
+    for (const CorrelationWell &well : properties.wells) {
+        const int index = data.catalogue.indexOf(well.wellName);
+        for (const QString &name : index < 0 ? QStringList() : data.catalogue.markerNames(index))
+            if (!names.contains(name.trimmed()))
+                names.append(name.trimmed());
+    }
+    return names;
+}
+
+// What is wrong with the names of markers that are asked for; empty when nothing is.
+QString markersProblem(const QStringList &wanted, const QStringList &known, const QString &correlationName)
+{
+    for (const QString &name : wanted)
+        if (!known.contains(name))
+            return QStringLiteral("No well of the correlation \"%1\" has a marker \"%2\".")
+                .arg(correlationName, name);
+    return {};
+}
+
+// Cuts the panel to depths of the well that stands for it.
+QString cut(const Drawing &drawing, QGraphicsScene *scene, logview::SheetContents *contents)
+{
+    QString problem;
+    if (!drawing.from && !drawing.to)
+        return problem;
+    const logview::DepthAxis whole = contents->axis;
+    const logview::DepthLimits limits = drawnLimits(drawing, {whole.start, whole.end}, &problem);
+    const double top = whole.toPixel(static_cast<double>(limits.start));
+    const double bottom = whole.toPixel(static_cast<double>(limits.end));
+    contents->top = top;
+    contents->axis = {limits.start, limits.end, static_cast<float>(bottom - top)};
+    scene->setSceneRect(QRectF(0, top, scene->sceneRect().width(), bottom - top));
+    return problem;
+}
+
+Result run(Session &session, const Arguments &arguments)
+{
+    const Drawing drawing = drawingOf(arguments);
+    if (const QString problem = targetProblem(session, drawing.path); !problem.isEmpty())
+        return Result::failed(problem);
+    ProjectData &data = session.project();
+    const QString name = arguments.operand(0);
+    const QStringList names =
+        QDir(correlation::correlationsFolder(data.project)).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    if (!names.contains(name))
+        return Result::failed(QStringLiteral("The survey has no correlation \"%1\".").arg(name));
+    std::optional<CorrelationProperties> properties =
+        correlation::load(data.project, name, correlation::knownNames(data));
+    if (!properties)
+        return Result::failed(QStringLiteral("The correlation \"%1\" could not be read.").arg(name));
+    if (properties->wells.isEmpty())
+        return Result::failed(QStringLiteral("The correlation \"%1\" has no wells.").arg(name));
+
+    const QStringList known = markersOf(data, *properties);
+    const QString flat = arguments.value(QStringLiteral("--flat"));
+    const QString problem =
+        markersProblem(drawing.markerNames + (flat.isEmpty() ? QStringList() : QStringList{flat}), known, name);
+    if (!problem.isEmpty())
+        return Result::failed(problem);
+    if (drawing.markers == Drawing::Markers::All)
+        properties->markers = known;
+    else if (drawing.markers != Drawing::Markers::AsTheyAre)
+        properties->markers = drawing.markerNames;
+    if (drawing.scale)
+        properties->scale = *drawing.scale;
+
+    QGraphicsScene headers;
+    CorrelationView view(data, &headers);
+    view.setDepthType(drawing.depthType);
+    view.setDepthUnit(drawing.unit);
+    view.load(*properties, flat);
+    view.setFlatMarker(flat); // also at a marker that is not drawn
+    if (view.tracks().isEmpty())
+        return Result::failed(QStringLiteral("The correlation \"%1\" has no tracks: ").arg(name) + view.notes());
+
+    Result result;
+    if (!view.notes().isEmpty())
+        result.notices.append(view.notes());
+    logview::SheetContents contents = correlation::sheetContents(headers, view);
+    if (const QString cutProblem = cut(drawing, view.scene(), &contents); !cutProblem.isEmpty())
+        return Result::failed(QStringLiteral("The correlation \"%1\": ").arg(name) + cutProblem);
+    result.add(drawFile(session, drawing, headers, *view.scene(), contents));
+    return result;
+}
+
+} // namespace
+
+Command correlateCommand()
+{
+    Command command;
+    command.name = QStringLiteral("correlate");
+    command.summary = QStringLiteral("Draw a correlation into a picture, or on paper at true scale");
+    command.description =
+        QStringLiteral("Draws a saved correlation as the window shows it, with its own scale and markers where no "
+                       "option says otherwise. "
+                       "Depths of --from and --to are those of the longest well: flattened, wells stand at different "
+                       "ones. A correlation "
+                       "that is broader than its paper goes on beside, with whole tracks on each page.");
+    command.operands = {operand("NAME", "the correlation's name")};
+    command.options = {valueOption("--flat", "MARKER", "Flatten the wells at this marker")};
+    makeDrawing(&command);
+    command.example = QStringLiteral("correlate \"North-South\" --out panel.pdf --paper continuous --survey Demo");
+    command.run = run;
+    return command;
+}
+
+} // namespace batch

@@ -1,0 +1,261 @@
+#include "programs/batch/drawing.h"
+
+#include "base/atomicfile.h"
+#include "logview/displaypicture.h"
+#include "logview/paper/sheetfile.h"
+#include "logview/paper/sheetpainter.h"
+#include "programs/batch/session.h"
+#include "programs/batch/tables.h"
+
+#include <QFileInfo>
+#include <QGraphicsScene>
+
+namespace batch {
+
+namespace {
+
+constexpr double largestScale = 1e6;
+constexpr double deepest = 1e6;
+
+QString option(const char *name)
+{
+    return QString::fromLatin1(name);
+}
+
+QString endingOf(const QString &path)
+{
+    return QFileInfo(path).suffix().toLower();
+}
+
+std::optional<PictureFormat> pictureFormat(const QString &ending)
+{
+    if (ending == QLatin1String("png"))
+        return PictureFormat::Png;
+    if (ending == QLatin1String("jpg") || ending == QLatin1String("jpeg"))
+        return PictureFormat::Jpeg;
+    if (ending == QLatin1String("tif") || ending == QLatin1String("tiff"))
+        return PictureFormat::Tiff;
+    return std::nullopt;
+}
+
+bool isSvg(const QString &ending)
+{
+    return ending == QLatin1String("svg");
+}
+
+// What is wrong with the options together.
+QString problemOf(const Arguments &arguments)
+{
+    const QString path = arguments.value(option("--out"));
+    const QString ending = endingOf(path);
+    const bool isPicture = pictureFormat(ending).has_value();
+    if (!isPicture && !isSvg(ending) && ending != QLatin1String("pdf"))
+        return QStringLiteral("The file of the option --out ends in .png, .jpg, .tiff, .pdf or .svg, not \"%1\".")
+            .arg(path);
+    if (isPicture && arguments.has(option("--paper")))
+        return QStringLiteral("The option --paper is for files of paper: .pdf and .svg.");
+    if (isSvg(ending) && arguments.has(option("--paper"))
+        && arguments.value(option("--paper")) != QLatin1String("continuous"))
+        return QStringLiteral(
+            "An SVG file is one sheet without pages: the paper is \"continuous\", or the file a PDF file.");
+    const std::optional<double> from = arguments.number(option("--from"));
+    const std::optional<double> to = arguments.number(option("--to"));
+    if (from && to && *from >= *to)
+        return QStringLiteral("The depth of the option --from lies above that of the option --to.");
+    const QStringList markers = arguments.values(option("--markers"));
+    if (markers.size() > 1 && (markers.contains(QStringLiteral("all")) || markers.contains(QStringLiteral("none"))))
+        return QStringLiteral("The option --markers is \"all\", \"none\" or names, not several of these.");
+    return {};
+}
+
+QString fileProblem(const QString &path, const QString &why)
+{
+    return QStringLiteral("The file %1 could not be written: %2.").arg(path, why);
+}
+
+QJsonObject recordOf(const Drawing &drawing, const logview::SheetContents &contents)
+{
+    Record record;
+    record[QLatin1String("file")] = drawing.path;
+    record[QLatin1String("format")] = endingOf(drawing.path);
+    record[QLatin1String("title")] = contents.title;
+    record[QLatin1String("scale")] = jsonNumber(contents.scale);
+    record[QLatin1String("depthType")] = contents.depthTypeText;
+    record[QLatin1String("unit")] = contents.unit == logview::Feet ? QStringLiteral("ft") : QStringLiteral("m");
+    record[QLatin1String("from")] = jsonNumber(contents.axis.start);
+    record[QLatin1String("to")] = jsonNumber(contents.axis.end);
+    record[QLatin1String("depthsOf")] = contents.depthsOf;
+    return record;
+}
+
+Result drawPicture(const Session &session, const Drawing &drawing, PictureFormat format, QGraphicsScene &headerScene,
+                   QGraphicsScene &logScene, Record record)
+{
+    const DisplayPicture picture(headerScene, logScene, format,
+                                 drawing.dotsPerInch.value_or(DisplayPicture::screenDotsPerInch));
+    if (picture.isEmpty())
+        return Result::failed(QStringLiteral("There is nothing to be drawn: no tracks or no depths."));
+    record[QLatin1String("width")] = picture.size().width();
+    record[QLatin1String("height")] = picture.size().height();
+    Result result;
+    if (picture.isScaledDown())
+        result.notices.append(
+            QStringLiteral("The picture is smaller than its scale asks for: a file of this format "
+                           "holds no more pixels. A part of the log, fewer dots an inch or a PDF file "
+                           "keep the scale."));
+    if (!session.isDryRun()) {
+        const base::WriteResult written = picture.write(drawing.path);
+        if (!written.ok())
+            return Result::failed(fileProblem(drawing.path, written.error));
+    }
+    result.records.append(record);
+    return result;
+}
+
+base::WriteResult writeBytes(const Session &session, const QString &path, const QByteArray &bytes)
+{
+    bool isTaken = false;
+    return session.isForced() ? base::writeFileAtomically(path, bytes)
+                              : base::writeNewFileAtomically(path, bytes, &isTaken);
+}
+
+Result drawPaper(const Session &session, const Drawing &drawing, QGraphicsScene &headerScene,
+                 QGraphicsScene &logScene, const logview::SheetContents &contents, Record record)
+{
+    const bool isOneSheet = isSvg(endingOf(drawing.path));
+    const logview::Paper paper = drawing.paper.value_or(isOneSheet ? logview::Paper::Continuous : logview::Paper::A4);
+    const logview::Sheet sheet =
+        logview::layOutSheet(contents, paper, isOneSheet ? logview::svgLimits() : logview::pdfLimits());
+    if (!sheet.ok())
+        return Result::failed(sheet.problem);
+    record[QLatin1String("pages")] = sheet.pages.size();
+    record[QLatin1String("widthMm")] = jsonNumber(sheet.pageSize.width() / logview::pixelsPerMm);
+    record[QLatin1String("heightMm")] = jsonNumber(sheet.pageSize.height() / logview::pixelsPerMm);
+    Result result;
+    if (!session.isDryRun()) {
+        const logview::SheetPainter painter(headerScene, logScene, sheet);
+        const int dots = drawing.dotsPerInch.value_or(logview::paperDotsPerInch);
+        const QByteArray bytes = isOneSheet ? logview::svgBytes(painter, dots) : logview::pdfBytes(painter, dots);
+        const base::WriteResult written = writeBytes(session, drawing.path, bytes);
+        if (!written.ok())
+            return Result::failed(fileProblem(drawing.path, written.error));
+    }
+    result.records.append(record);
+    return result;
+}
+
+} // namespace
+
+void makeDrawing(Command *command)
+{
+    Option out =
+        valueOption("--out", "FILE",
+                    "The file to be written; its ending says what it is: .png, .jpg or .tiff for a picture, .pdf "
+                    "or .svg for paper at true scale",
+                    {WordKind::File});
+    out.isRequired = true;
+    command->options += {
+        out,
+        valueOption("--scale", "N", "Draw at 1:N", numberRule(1, largestScale)),
+        valueOption("--from", "DEPTH", "Begin at this depth, of the depth type and unit that are drawn",
+                    numberRule(-deepest, deepest)),
+        valueOption("--to", "DEPTH", "End at this depth", numberRule(-deepest, deepest)),
+        valueOption("--type", "TYPE",
+                    "Draw measured depths (MD, without the option) or depths below sea level (TVDSS)",
+                    choiceOf({QStringLiteral("MD"), QStringLiteral("TVDSS")})),
+        valueOption("--unit", "UNIT", "Draw in metres (METER, without the option) or in feet (FEET)",
+                    choiceOf({QStringLiteral("METER"), QStringLiteral("FEET")})),
+        listOption("--markers", "MARKERS", "Draw all markers, none, or those of these names"),
+        valueOption(
+            "--paper", "PAPER",
+            "Of paper: pages A4 (without the option) or A3, or one continuous sheet as long as the log; an SVG file "
+            "is always continuous",
+            choiceOf({QStringLiteral("A4"), QStringLiteral("A3"), QStringLiteral("continuous")})),
+        valueOption("--dpi", "N", "Dots an inch: of a picture, 96 without the option; of the printer, 600",
+                    countRule(logview::leastDotsPerInch, logview::mostDotsPerInch)),
+    };
+    command->writes = true;
+    command->drawsPictures = true;
+    command->problem = problemOf;
+    command->form.key = QStringLiteral("files");
+    command->form.layout = ResultForm::Layout::Sheet;
+    command->form.fields = {
+        textField("file", "File", "the file that was written, or would be"),
+        textField("format", "", "its ending"),
+        textField("title", "Shows", "the well or correlation"),
+        numberField("scale", "Scale 1:", "N of 1:N"),
+        textField("depthType", "Depths", "\"MD\" or \"TVDSS\""),
+        textField("unit", "Unit", "of depths: \"m\" or \"ft\""),
+        numberField("from", "From", "depth where it begins", 2),
+        numberField("to", "To", "depth where it ends", 2),
+        textField("depthsOf", "", "the well whose depths these are, where wells stand at different ones"),
+        countField("pages", "Pages", "number of pages; only of paper"),
+        numberField("widthMm", "Page width (mm)", "millimetres; only of paper", 0),
+        numberField("heightMm", "Page height (mm)", "millimetres; only of paper", 0),
+        countField("width", "Width (pixels)", "pixels; only of pictures"),
+        countField("height", "Height (pixels)", "pixels; only of pictures"),
+    };
+}
+
+Drawing drawingOf(const Arguments &arguments)
+{
+    Drawing drawing;
+    drawing.path = arguments.value(option("--out"));
+    drawing.scale = arguments.number(option("--scale"));
+    drawing.from = arguments.number(option("--from"));
+    drawing.to = arguments.number(option("--to"));
+    if (arguments.value(option("--type")) == QLatin1String("TVDSS"))
+        drawing.depthType = logview::TvdSubsea;
+    if (arguments.value(option("--unit")) == QLatin1String("FEET"))
+        drawing.unit = logview::Feet;
+    const QStringList markers = arguments.values(option("--markers"));
+    if (markers == QStringList{QStringLiteral("all")})
+        drawing.markers = Drawing::Markers::All;
+    else if (markers == QStringList{QStringLiteral("none")})
+        drawing.markers = Drawing::Markers::None;
+    else if (!markers.isEmpty())
+        drawing.markers = Drawing::Markers::Named;
+    if (drawing.markers == Drawing::Markers::Named)
+        drawing.markerNames = markers;
+    logview::Paper paper = logview::Paper::A4;
+    if (logview::paperOfText(arguments.value(option("--paper")), &paper))
+        drawing.paper = paper;
+    if (arguments.has(option("--dpi")))
+        drawing.dotsPerInch = arguments.count(option("--dpi"), 0);
+    return drawing;
+}
+
+logview::DepthLimits drawnLimits(const Drawing &drawing, const logview::DepthLimits &whole, QString *problem)
+{
+    logview::DepthLimits limits = whole;
+    if (drawing.from)
+        limits.start = static_cast<float>(*drawing.from);
+    if (drawing.to)
+        limits.end = static_cast<float>(*drawing.to);
+    const QString unit = drawing.unit == logview::Feet ? QStringLiteral("ft") : QStringLiteral("m");
+    const auto text = [](float depth) { return logview::shortNumber(static_cast<double>(depth), 2); };
+    if (!(limits.start < limits.end) || limits.start >= whole.end || limits.end <= whole.start)
+        *problem = QStringLiteral("Nothing lies between %1 and %2 %5: there are depths from %3 to %4 %5.")
+                       .arg(text(limits.start), text(limits.end), text(whole.start), text(whole.end), unit);
+    return limits;
+}
+
+QString targetProblem(const Session &session, const QString &path)
+{
+    const QFileInfo target(path);
+    if (!session.isForced() && (target.exists() || target.isSymLink()))
+        return QStringLiteral("The file %1 is there already: with --force it is replaced.").arg(path);
+    const base::WriteResult writable = base::checkWritable(path);
+    return writable.ok() ? QString() : fileProblem(path, writable.error);
+}
+
+Result drawFile(const Session &session, const Drawing &drawing, QGraphicsScene &headerScene, QGraphicsScene &logScene,
+                const logview::SheetContents &contents)
+{
+    const Record record = recordOf(drawing, contents);
+    if (const auto format = pictureFormat(endingOf(drawing.path)))
+        return drawPicture(session, drawing, *format, headerScene, logScene, record);
+    return drawPaper(session, drawing, headerScene, logScene, contents, record);
+}
+
+} // namespace batch

@@ -1,0 +1,184 @@
+#include "logview/markeritem.h"
+#include "logview/paper/displaysheet.h"
+#include "logview/welldisplaywidget.h"
+#include "logview/welllogsscene.h"
+#include "logview/welllogsscenepropertywidget.h"
+#include "programs/batch/commands.h"
+#include "programs/batch/drawing.h"
+#include "programs/batch/session.h"
+#include "programs/batch/tables.h"
+#include "templates/templatestore.h"
+
+#include <QGraphicsView>
+
+namespace batch {
+
+namespace {
+
+struct Shown
+{
+    QString wellName;
+    QString templateName;
+    QString problem; ///< as a sentence
+};
+
+QStringList templatesOf(const ProjectData &data, const QString &wellName)
+{
+    QStringList names = wellTemplateNames(data.project, wellName);
+    for (const QString &name : data.project.globalTemplateNames)
+        if (!names.contains(name))
+            names.append(name);
+    return names;
+}
+
+// "WELL" or "WELL:TEMPLATE"; names of both may hold a ":" themselves.
+Shown shownBy(Session &session, const QString &word)
+{
+    const QString defaultTemplate = QStringLiteral("Default");
+    host::Outcome<host::WellEntry> well = session.well(word);
+    const QString problem = well.error;
+    QString templateName = defaultTemplate;
+    for (int colon = word.size(); !well.ok() && (colon = word.lastIndexOf(QLatin1Char(':'), colon - 1)) > 0;) {
+        well = session.well(word.left(colon));
+        templateName = word.mid(colon + 1);
+    }
+    if (!well.ok())
+        return {{}, {}, problem};
+    const ProjectData &data = session.project();
+    const QString &name = well.value.name;
+    // A display knows its well by name.
+    if (data.catalogue.wellKey(data.catalogue.indexOf(name)) != well.value.key)
+        return {{}, {}, QStringLiteral("Of several wells \"%1\" only the first one can be drawn.").arg(name)};
+    const QStringList known = templatesOf(data, name);
+    if (known.contains(templateName))
+        return {name, templateName, {}};
+    if (known.isEmpty())
+        return {
+            {}, {}, QStringLiteral("The survey has no templates yet: the first launch of the plug-in makes some.")};
+    return {{},
+            {},
+            QStringLiteral("The well \"%1\" has no template \"%2\"; there are %3.")
+                .arg(name, templateName, known.join(QStringLiteral(", ")))};
+}
+
+// The markers in the order of the well's; \a missing those of other names.
+QVector<WellMarker> wantedMarkers(const Drawing &drawing, const QVector<WellMarker> &all, QStringList *missing)
+{
+    if (drawing.markers == Drawing::Markers::All)
+        return all;
+    QVector<WellMarker> wanted;
+    *missing = drawing.markerNames;
+    for (const WellMarker &marker : all) {
+        if (!drawing.markerNames.contains(marker.name))
+            continue;
+        wanted.append(marker);
+        missing->removeAll(marker.name);
+    }
+    return wanted;
+}
+
+/// Puts the markers where the display has their depths; gives the names of those that it has not.
+QStringList addMarkers(WellLogsScene &scene, const QString &wellName, const QVector<WellMarker> &markers)
+{
+    QStringList outside;
+    for (const WellMarker &marker : markers) {
+        const auto depth = static_cast<double>(scene.depthReference().toDisplay(marker.subseaDepth));
+        if (!scene.depthAxis().contains(depth)) {
+            outside.append(marker.name);
+            continue;
+        }
+        auto *item = new MarkerItem;
+        item->setWellName(wellName);
+        item->setMarkerName(marker.name);
+        item->setDepth(static_cast<float>(marker.subseaDepth));
+        item->setLineColor(marker.color);
+        scene.markers().add(item);
+        item->setPos(0, scene.depthAxis().toScenePixel(depth));
+    }
+    return outside;
+}
+
+void applyDepths(WellLogsScene &scene, const Drawing &drawing, QString *problem)
+{
+    WellLogsScenePropertyWidget *panel = scene.panel();
+    panel->setDepthType(drawing.depthType);
+    panel->setDepthUnit(drawing.unit);
+    scene.setDepthType(drawing.depthType);
+    scene.setDepthUnit(drawing.unit);
+    scene.applyDepthTypeAndUnit();
+    const logview::DepthLimits limits = drawnLimits(drawing, {scene.startDepth(), scene.endDepth()}, problem);
+    if (!problem->isEmpty())
+        return;
+    panel->setStartDepth(limits.start);
+    panel->setEndDepth(limits.end);
+    scene.applyDepthRange();
+    if (drawing.scale) {
+        panel->setScale(static_cast<float>(*drawing.scale));
+        scene.applyScale(static_cast<float>(*drawing.scale));
+    }
+}
+
+Result run(Session &session, const Arguments &arguments)
+{
+    const Drawing drawing = drawingOf(arguments);
+    if (const QString problem = targetProblem(session, drawing.path); !problem.isEmpty())
+        return Result::failed(problem);
+    const Shown shown = shownBy(session, arguments.operand(0));
+    if (!shown.problem.isEmpty())
+        return Result::failed(shown.problem);
+
+    ProjectData &data = session.project();
+    WellDisplayWidget display(data, shown.wellName, shown.templateName, nullptr);
+    WellLogsScene &scene = *display.scene();
+    if (scene.tracks().isEmpty())
+        return Result::failed(QStringLiteral("The template \"%1\" has no tracks.").arg(shown.templateName));
+    display.tellUnread();
+    QString problem;
+    applyDepths(scene, drawing, &problem);
+    if (!problem.isEmpty())
+        return Result::failed(QStringLiteral("The well \"%1\": ").arg(shown.wellName) + problem);
+
+    Result result;
+    if (drawing.markers == Drawing::Markers::All || drawing.markers == Drawing::Markers::Named) {
+        const auto all = data.catalogue.readWellMarkers(data.catalogue.indexOf(shown.wellName));
+        QStringList missing;
+        const QVector<WellMarker> wanted = wantedMarkers(drawing, all.value_or(QVector<WellMarker>()), &missing);
+        if (!missing.isEmpty())
+            return Result::failed(QStringLiteral("The well \"%1\" has no marker \"%2\".")
+                                      .arg(shown.wellName, missing.join(QStringLiteral("\", \""))));
+        for (const QString &name : addMarkers(scene, shown.wellName, wanted))
+            if (drawing.markers == Drawing::Markers::Named)
+                result.notices.append(QStringLiteral("The marker \"%1\" is outside the depth range.").arg(name));
+        scene.markers().setWidth(static_cast<float>(scene.sceneWidth()));
+    }
+    if (!display.statusText().isEmpty())
+        result.notices.append(display.statusText());
+    QGraphicsScene &headers = *display.headerView()->scene();
+    result.add(drawFile(session, drawing, headers, scene, logview::sheetContents(headers, scene)));
+    return result;
+}
+
+} // namespace
+
+Command renderCommand()
+{
+    Command command;
+    command.name = QStringLiteral("render");
+    command.summary = QStringLiteral("Draw a well's log display into a picture, or on paper at true scale");
+    command.description = QStringLiteral("Draws a well with a display template as the window shows it. A picture has "
+                                         "the window's pixels: it is the one that "
+                                         "the window's print saves. A PDF or SVG file is paper: 1:N is 1:N when it "
+                                         "is printed without fitting it to the "
+                                         "page; each page has the headers, continues at the depth where the last one "
+                                         "ended, and tells well, scale, depths "
+                                         "and its number.");
+    command.operands = {operand("WELL", "the well's name, and behind a colon the template's: \"Default\" without one",
+                                {WordKind::Well})};
+    makeDrawing(&command);
+    command.example =
+        QStringLiteral("render LORVA-1:Default --out LORVA-1.pdf --scale 500 --markers all --survey Demo");
+    command.run = run;
+    return command;
+}
+
+} // namespace batch
