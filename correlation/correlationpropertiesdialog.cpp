@@ -108,7 +108,7 @@ CorrelationPropertiesDialog::CorrelationPropertiesDialog(ProjectData &projectDat
 
     m_saved.name = name;
     QString error;
-    const auto stored = correlation::load(m_data.project, name, knownNames(m_data), &error);
+    const auto stored = correlation::load(m_data.project, name, correlation::knownNames(m_data), &error);
     m_isStored = stored.has_value();
     fill(stored.value_or(m_saved));
     if (!error.isEmpty()) {

@@ -58,6 +58,9 @@ public:
     /// Appends an action to the end of the menu in which the host lets plug-ins add theirs. It lives as long as
     /// that menu or until removeAction() with the returned id.
     virtual int appendAction(const MenuAction &action) = 0;
+    /// Appends an action to the host's own menu of wells, where the host lets plug-ins do so; else 0, and nothing is
+    /// appended. removeAction() takes it out.
+    virtual int appendWellsAction(const MenuAction &) { return 0; }
     /// Takes an action out of the menu again; an unknown id is ignored.
     virtual void removeAction(int id) = 0;
 

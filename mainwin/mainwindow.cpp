@@ -4,10 +4,15 @@
 #include "base/nestedevents.h"
 #include "base/waitcursor.h"
 #include "correlation/correlationdisplaywidget.h"
+#include "correlation/correlationsheet.h"
+#include "correlation/correlationview.h"
 #include "correlation/correlationviewtabwidget.h"
 #include "datastore/projectdata.h"
 #include "las/wellimportdialog.h"
 #include "las/welllogexport.h"
+#include "logview/paper/displaysheet.h"
+#include "logview/welldisplaywidget.h"
+#include "logview/welllogsscene.h"
 #include "logview/welllogsviewwidget.h"
 #include "mainwin/printedpage.h"
 #include "mainwin/printpreview.h"
@@ -25,6 +30,7 @@
 #include <QDesktopServices>
 #include <QDockWidget>
 #include <QFileInfo>
+#include <QGraphicsView>
 #include <QLabel>
 #include <QMenuBar>
 #include <QPaintEngine>
@@ -334,6 +340,29 @@ std::unique_ptr<PrintedPage> MainWindow::currentPage() const
     if (m_tabs->currentWidget() == m_correlations && m_correlations->currentDisplay())
         return std::make_unique<PrintedPage>(*m_correlations);
     return nullptr;
+}
+
+void MainWindow::saveAtTrueScale()
+{
+    const QPointer<MainWindow> self = this;
+    const QString outcome = sheetsaving::saveSheet(m_data, currentSheet(), this, choosePath);
+    if (self && !outcome.isEmpty())
+        tellPlace(outcome);
+}
+
+sheetsaving::Display MainWindow::currentSheet() const
+{
+    const WellDisplayWidget *well = m_logsView->currentDisplay();
+    if (m_tabs->currentWidget() == m_logsView && well) {
+        QGraphicsScene *headers = well->headerView()->scene();
+        return {headers, well->scene(), logview::sheetContents(*headers, *well->scene())};
+    }
+    const CorrelationDisplayWidget *correlation = m_correlations->currentDisplay();
+    if (m_tabs->currentWidget() == m_correlations && correlation) {
+        QGraphicsScene *headers = correlation->headerView()->scene();
+        return {headers, correlation->view()->scene(), correlation::sheetContents(*headers, *correlation->view())};
+    }
+    return {};
 }
 
 // The well data manager prints nothing, which the preview shows as an empty page.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "mainwin/sheetsaving.h"
+
 #include <QMainWindow>
 #include <QPointer>
 
@@ -35,6 +37,11 @@ public:
     /// Closes the window without the question whether to exit.
     void closeWithoutAsking();
 
+    /// Saves the display in front as PDF at its true scale, on the paper and in the file that the user chooses.
+    void saveAtTrueScale();
+    /// A file dialog unless it is replaced.
+    sheetsaving::PathChooser choosePath = sheetsaving::fileDialog();
+
     /// The markers of a well of the catalogue changed in the host.
     void markersChanged(int well);
 
@@ -65,6 +72,7 @@ private:
     void logsImported(int well);
     void redrawCorrelationsOf(int well);
     std::unique_ptr<PrintedPage> currentPage() const;
+    sheetsaving::Display currentSheet() const;
 
     ProjectData &m_data;
     QAction *m_syncAction = nullptr;

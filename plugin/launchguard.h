@@ -55,6 +55,7 @@ public:
     void showError(const QString &text) override;
     QWidget *mainWidget() const override { return m_host.mainWidget(); }
     int appendAction(const host::MenuAction &action) override { return m_host.appendAction(action); }
+    int appendWellsAction(const host::MenuAction &action) override { return m_host.appendWellsAction(action); }
     void removeAction(int id) override { m_host.removeAction(id); }
     host::Wells &wells() override { return m_wells; }
     void addListener(host::Listener *listener) override { m_host.addListener(listener); }

@@ -51,12 +51,15 @@ lorvaosMgr::lorvaosMgr(host::Host &host)
 {
     m_actionId =
         m_host.appendAction({QStringLiteral("&LORVA OS 0.0"), QStringLiteral("LORVA_wlc.png"), [this] { launch(); }});
+    m_paperActionId = m_host.appendWellsAction(
+        {QStringLiteral("Save as &PDF at true scale…"), QString(), [this] { saveAtTrueScale(); }});
     m_host.addListener(this);
 }
 
 lorvaosMgr::~lorvaosMgr()
 {
     m_host.removeListener(this);
+    m_host.removeAction(m_paperActionId);
     m_host.removeAction(m_actionId);
     deleteWindows();
     makeStyleForgetOurItems();
@@ -157,6 +160,18 @@ void lorvaosMgr::runLaunch()
     QCoreApplication::processEvents();
     if (m_mainWindow && isRunning())
         m_mainWindow->showMaximized();
+}
+
+// The action stands in the host's window, from which a display cannot be seen to be open.
+void lorvaosMgr::saveAtTrueScale()
+{
+    if (m_isLaunching || base::NestedEvents::areHandled())
+        return;
+    if (m_mainWindow && m_mainWindow->isVisible() && isRunning())
+        m_mainWindow->saveAtTrueScale();
+    else
+        m_asker.inform(QString::fromLatin1(sheetsaving::title),
+                       QStringLiteral("Open LORVA OS first, and display a well or a correlation there."));
 }
 
 void lorvaosMgr::markersChanged(const QString &wellKey)

@@ -53,6 +53,7 @@ private:
     };
 
     void runLaunch();
+    void saveAtTrueScale();
     void makeLauncher(ProjectData &launchData);
     bool isRunning() const { return m_launch && !m_launch->host.hasEnded(); }
     void endLaunch();
@@ -62,6 +63,7 @@ private:
 
     host::Host &m_host;
     int m_actionId = 0;
+    int m_paperActionId = 0; ///< in the host's menu of wells, where it has one
     base::MessageBoxAsker m_asker;
     std::unique_ptr<Launch> m_launch;
     // The host's window is their parent and may delete them before the manager goes.

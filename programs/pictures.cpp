@@ -135,7 +135,7 @@ int main(int argc, char *argv[])
     workbench::WorkbenchHost host(workbench::WorkbenchHost::installedDataFolder());
     workbench::PluginLoader loader;
     workbench::WorkbenchWindow window(host, asker, workbench::dialogFileChooser());
-    host.setWindow(&window, window.utilitiesMenu());
+    host.setWindow(&window, window.utilitiesMenu(), window.wellsMenu());
     window.resize(1200, 760);
     window.show();
     const QStringList folders = workbench::PluginLoader::searchFolders({});

@@ -58,7 +58,7 @@ int run(const workbench::CommandLine &line, int argc, char **argv)
     workbench::PluginLoader loader;
     workbench::WorkbenchWindow window(host, asker, workbench::dialogFileChooser());
     window.setSurveyPreparation(prepareSurvey);
-    host.setWindow(&window, window.utilitiesMenu());
+    host.setWindow(&window, window.utilitiesMenu(), window.wellsMenu());
     // A plug-in may have windows without a parent; they do not keep a program alive that has no window of its own.
     QObject::connect(&window, &workbench::WorkbenchWindow::closed, &application, &QApplication::quit,
                      Qt::QueuedConnection);

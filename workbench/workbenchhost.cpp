@@ -29,10 +29,11 @@ QString WorkbenchHost::installedDataFolder()
     return QDir::cleanPath(programs.absoluteFilePath(QStringLiteral("../share/lorva")));
 }
 
-void WorkbenchHost::setWindow(QWidget *window, QMenu *menu)
+void WorkbenchHost::setWindow(QWidget *window, QMenu *menu, QMenu *wellsMenu)
 {
     m_window = window;
     m_menu = menu;
+    m_wellsMenu = wellsMenu;
 }
 
 void WorkbenchHost::setSurvey(const QString &directory)
@@ -99,9 +100,19 @@ void WorkbenchHost::showError(const QString &text)
 
 int WorkbenchHost::appendAction(const host::MenuAction &action)
 {
-    if (!m_menu)
+    return append(m_menu, action);
+}
+
+int WorkbenchHost::appendWellsAction(const host::MenuAction &action)
+{
+    return append(m_wellsMenu, action);
+}
+
+int WorkbenchHost::append(QMenu *menu, const host::MenuAction &action)
+{
+    if (!menu)
         return 0;
-    QAction *entry = m_menu->addAction(icon(action.iconName), action.text);
+    QAction *entry = menu->addAction(icon(action.iconName), action.text);
     QObject::connect(entry, &QAction::triggered, entry, [triggered = action.triggered] { triggered(); });
     m_actions.insert(++m_lastActionId, entry);
     return m_lastActionId;

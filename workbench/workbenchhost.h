@@ -21,8 +21,9 @@ public:
     /// The folder of icons, colour bars and documentation beside the running program.
     static QString installedDataFolder();
 
-    /// The window that plug-ins get as parent and the menu that receives their actions; neither is owned.
-    void setWindow(QWidget *window, QMenu *menu);
+    /// The window that plug-ins get as parent and the menus that receive their actions; none is owned. Without a menu of
+    /// wells there are no actions for it.
+    void setWindow(QWidget *window, QMenu *menu, QMenu *wellsMenu = nullptr);
     /// Makes another survey current and tells the listeners.
     void setSurvey(const QString &directory);
     /// Tells the listeners that the program ends.
@@ -37,12 +38,14 @@ public:
     void showError(const QString &text) override;
     QWidget *mainWidget() const override { return m_window; }
     int appendAction(const host::MenuAction &action) override;
+    int appendWellsAction(const host::MenuAction &action) override;
     void removeAction(int id) override;
     host::Wells &wells() override { return m_store; }
     void addListener(host::Listener *listener) override;
     void removeListener(host::Listener *listener) override;
 
 private:
+    int append(QMenu *menu, const host::MenuAction &action);
     template<class Call>
     void tell(const Call &call) const;
 
@@ -50,6 +53,7 @@ private:
     survey::SurveyStore m_store;
     QPointer<QWidget> m_window;
     QPointer<QMenu> m_menu;
+    QPointer<QMenu> m_wellsMenu;
     QHash<int, QPointer<QAction>> m_actions;
     int m_lastActionId = 0;
     QVector<host::Listener *> m_listeners;

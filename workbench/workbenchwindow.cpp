@@ -111,14 +111,14 @@ void WorkbenchWindow::buildMenus()
     quit->setShortcut(QKeySequence(Qt::CTRL + Qt::Key_Q));
     connect(quit, &QAction::triggered, this, &WorkbenchWindow::close);
 
-    QMenu *wells = menuBar()->addMenu(QStringLiteral("&Wells"));
-    wells->setObjectName(QStringLiteral("wellsMenu"));
-    m_manageAction = addEntry(wells, "manageWellsAction", QStringLiteral("&Manage wells…"),
+    m_wells = menuBar()->addMenu(QStringLiteral("&Wells"));
+    m_wells->setObjectName(QStringLiteral("wellsMenu"));
+    m_manageAction = addEntry(m_wells, "manageWellsAction", QStringLiteral("&Manage wells…"),
                               &WorkbenchWindow::manageWells, QStringLiteral("multisimplewell.png"));
-    m_newWellsAction = addEntry(wells, "newWellsAction", QStringLiteral("&New wells from LAS files…"),
+    m_newWellsAction = addEntry(m_wells, "newWellsAction", QStringLiteral("&New wells from LAS files…"),
                                 &WorkbenchWindow::newWellsFromFiles, QStringLiteral("import_wlc.png"));
-    wells->addSeparator();
-    m_refreshAction = addEntry(wells, "refreshAction", QStringLiteral("&Refresh"), &WorkbenchWindow::refresh,
+    m_wells->addSeparator();
+    m_refreshAction = addEntry(m_wells, "refreshAction", QStringLiteral("&Refresh"), &WorkbenchWindow::refresh,
                                QStringLiteral("syncdb_wlc.png"));
     m_refreshAction->setShortcut(QKeySequence(Qt::Key_F5));
 

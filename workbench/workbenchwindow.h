@@ -39,6 +39,8 @@ public:
 
     /// The menu for WorkbenchHost::setWindow().
     QMenu *utilitiesMenu() const { return m_utilities; }
+    /// The menu that carries what works on wells; plug-ins may append to it.
+    QMenu *wellsMenu() const { return m_wells; }
     void setPluginReports(const QVector<PluginReport> &reports);
 
     /// Called with the folder of each new survey before it is opened: what its plug-ins will need there.
@@ -102,6 +104,7 @@ private:
     std::function<void(const QString &)> m_prepare;
 
     QMenu *m_recent = nullptr;
+    QMenu *m_wells = nullptr;
     QMenu *m_utilities = nullptr;
     QAction *m_newAction = nullptr;
     QAction *m_openAction = nullptr;

@@ -98,7 +98,7 @@ private:
             : host(QStringLiteral(LORVA_SOURCE_DIR "/icons"))
             , window(host, asker, workbench::FileChooser())
         {
-            host.setWindow(&window, window.utilitiesMenu());
+            host.setWindow(&window, window.utilitiesMenu(), window.wellsMenu());
             window.setSurveyPreparation(prepareSurvey);
             window.show();
             loader.loadAll({QStringLiteral(LORVA_BINARY_DIR "/lib/lorva/plugins")});

@@ -30,7 +30,7 @@ struct Program
         : host(QStringLiteral(LORVA_BINARY_DIR "/share/lorva"))
         , window(host, asker, dialogFileChooser())
     {
-        host.setWindow(&window, window.utilitiesMenu());
+        host.setWindow(&window, window.utilitiesMenu(), window.wellsMenu());
         window.show();
         loader.loadAll({QStringLiteral(LORVA_BINARY_DIR "/lib/lorva/plugins")});
         window.setPluginReports(loader.reports());

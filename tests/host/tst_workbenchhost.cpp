@@ -35,6 +35,23 @@ private slots:
         QVERIFY(m_menu->actions().at(2)->icon().isNull());
     }
 
+    void theMenuOfWellsTakesActionsToo()
+    {
+        QCOMPARE(m_host->appendWellsAction({"Nowhere", "", [] {}}), 0);
+        QMenu wells;
+        m_host->setWindow(m_window.get(), m_menu, &wells);
+        int clicks = 0;
+        const int other = m_host->appendAction({"Other", "", [] {}});
+        const int id = m_host->appendWellsAction({"Paper", "", [&clicks] { ++clicks; }});
+        QVERIFY(id != 0 && id != other);
+        QCOMPARE(wells.actions().size(), 1);
+        QCOMPARE(wells.actions().first()->text(), QString("Paper"));
+        wells.actions().first()->trigger();
+        QCOMPARE(clicks, 1);
+        m_host->removeAction(id);
+        QVERIFY(wells.isEmpty());
+    }
+
     void smallIconsAreDrawnSmall()
     {
         const QIcon icon = m_host->icon("LORVA_wlc.png");

@@ -1,0 +1,189 @@
+#include "logview/welldisplaywidget.h"
+#include "logview/welllogsscene.h"
+#include "logview/welllogsscenepropertywidget.h"
+#include "logview/welllogsviewwidget.h"
+#include "mainwin/mainwindow.h"
+#include "mainwin/projecttreewidget.h"
+#include "mainwin/truescaledialog.h"
+#include "support/failingdisk.h"
+#include "support/files.h"
+#include "support/pdfreader.h"
+#include "support/projectfixture.h"
+#include "support/testmain.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTimer>
+
+namespace {
+
+struct SheetFixture : ProjectFixture
+{
+    SheetFixture()
+    {
+        const QString key = addWell(QStringLiteral("15/9-F-1"), {QStringLiteral("GR")}, {QStringLiteral("Top")});
+        host.find(key)->header.totalDepth = 1500;
+        open();
+        window = std::make_unique<MainWindow>(*launch);
+        window->show();
+        emit window->projectTree()->sendWellDisplayProperties(QStringLiteral("15/9-F-1"), QStringLiteral("Default"));
+        window->choosePath = [this](QWidget *, const QString &title, const QString &path) {
+            titles.append(title);
+            proposed.append(path);
+            return chosen;
+        };
+        chosen = survey.filePath(QStringLiteral("sheet.pdf"));
+    }
+
+    /// Chooses the paper in the dialog and presses a button of it; what the dialog said then.
+    QString save(const char *paper, const char *button = "Save…")
+    {
+        QString said;
+        QTimer::singleShot(0, window.get(), [&] {
+            auto *dialog = qobject_cast<TrueScaleDialog *>(QApplication::activeModalWidget());
+            if (!dialog)
+                return;
+            dialog->findChild<QComboBox *>()->setCurrentText(QString::fromLatin1(paper));
+            said = dialog->findChild<QLabel *>(QStringLiteral("outcomeLabel"))->text();
+            for (QPushButton *each : dialog->findChildren<QPushButton *>()) {
+                if (each->text().remove(QLatin1Char('&')) != QString::fromUtf8(button))
+                    continue;
+                wasEnabled = each->isEnabled();
+                each->click();
+            }
+            dialog->reject();
+        });
+        window->saveAtTrueScale();
+        return said;
+    }
+    QString place() const
+    {
+        QStringList texts;
+        for (const QLabel *label : window->statusBar()->findChildren<QLabel *>())
+            texts.append(label->text());
+        return texts.join(QString());
+    }
+
+    std::unique_ptr<MainWindow> window;
+    QString chosen;
+    QStringList titles;
+    QStringList proposed;
+    bool wasEnabled = false;
+};
+
+} // namespace
+
+class tst_sheetsaving : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void theDisplayIsSavedOnTheChosenPaper()
+    {
+        SheetFixture f;
+        const QString said = f.save("A3");
+        QCOMPARE(f.titles, QStringList{QStringLiteral("Save as PDF at true scale")});
+        QCOMPARE(f.proposed, QStringList{f.path(QStringLiteral("/15%2F9-F-1.pdf"))});
+        const pdf::File file = pdf::read(files::read(f.chosen));
+        QVERIFY(file.isComplete);
+        QCOMPARE(said,
+                 QStringLiteral("%1 pages of 297 × 420 mm. Print it without fitting it to the page.")
+                     .arg(file.pages.size()));
+        QCOMPARE(f.place(), QStringLiteral("Saved as %1.").arg(f.chosen));
+        QVERIFY(qAbs(file.pages.first().sizeMm.width() - 297) < 0.3);
+
+        QCOMPARE(f.save("continuous").left(10), QString("1 page of "));
+        const pdf::File sheet = pdf::read(files::read(f.chosen)); // the file dialog has asked
+        QCOMPARE(sheet.pages.size(), 1);
+        QVERIFY(sheet.pages.first().sizeMm.height() > 1500);
+    }
+
+    void whatDoesNotFitIsToldBeforehand()
+    {
+        SheetFixture f;
+        WellLogsScene *scene = f.window->findChild<WellLogsViewWidget *>()->currentDisplay()->scene();
+        scene->panel()->enterScale(200);
+        const QString said = f.save("continuous");
+        QVERIFY2(said.contains(QStringLiteral("a PDF page ends at 5080 mm")), qPrintable(said));
+        QVERIFY(!f.wasEnabled);
+        QVERIFY(f.titles.isEmpty());
+        QVERIFY(!QFileInfo::exists(f.chosen));
+    }
+
+    void givingUpWritesNothing()
+    {
+        SheetFixture f;
+        f.save("A4", "Cancel");
+        QVERIFY(f.titles.isEmpty());
+        f.chosen.clear();
+        f.save("A4");
+        QCOMPARE(f.titles.size(), 1);
+        QCOMPARE(f.place(), QString());
+        QCOMPARE(QDir(f.survey.path()).entryList({QStringLiteral("*.pdf")}), QStringList());
+        QVERIFY(f.asker.boxes.isEmpty());
+    }
+
+    void aNameWithoutEndingGetsOne()
+    {
+        SheetFixture f;
+        f.chosen = f.survey.filePath(QStringLiteral("sheet"));
+        f.save("A4");
+        QVERIFY(QFileInfo::exists(f.chosen + QStringLiteral(".pdf")));
+        files::write(f.chosen + QStringLiteral(".pdf"), "other");
+        f.asker.answers = {base::BoxButton::No};
+        f.save("A4");
+        QCOMPARE(f.asker.boxes.size(), 1);
+        QCOMPARE(files::read(f.chosen + QStringLiteral(".pdf")), QByteArray("other"));
+    }
+
+    void aFailingDiskKeepsTheOldFile()
+    {
+        SheetFixture f;
+        files::write(f.chosen, "old");
+        for (const FailingStep &step : failingSteps) {
+            FailingDisk disk(step.step);
+            const base::ScopedFileSystemCalls scope(disk);
+            f.save("A4");
+            QVERIFY(!f.asker.boxes.isEmpty());
+            QCOMPARE(f.asker.boxes.last().title, QString("Save as PDF at true scale"));
+            QVERIFY2(f.asker.boxes.last().text.startsWith(f.chosen + QStringLiteral(" could not be written: ")),
+                     step.name);
+            QCOMPARE(files::read(f.chosen), QByteArray("old"));
+        }
+        QCOMPARE(f.place(), QString());
+    }
+
+    void withoutADisplayItSaysWhatToDo()
+    {
+        SheetFixture f;
+        f.window->findChild<WellLogsViewWidget *>()->closeCurrent();
+        f.window->saveAtTrueScale();
+        qobject_cast<QTabWidget *>(f.window->centralWidget())->setCurrentIndex(2);
+        f.window->saveAtTrueScale();
+        QCOMPARE(f.asker.boxes.size(), 2);
+        for (const base::Box &box : f.asker.boxes)
+            QCOMPARE(box.text,
+                     QString("Nothing is displayed. Check a well in the project tree, or open a correlation."));
+    }
+
+    // The display looks the same afterwards, its selection too.
+    void theDisplayStaysAsItIs()
+    {
+        SheetFixture f;
+        WellLogsScene *scene = f.window->findChild<WellLogsViewWidget *>()->currentDisplay()->scene();
+        QGraphicsItem *track = scene->items(Qt::AscendingOrder).first();
+        track->setSelected(true);
+        const int selected = scene->selectedItems().size();
+        QVERIFY(selected > 0);
+        const QRectF rect = scene->sceneRect();
+        f.save("A4");
+        QCOMPARE(scene->selectedItems().size(), selected);
+        QCOMPARE(scene->sceneRect(), rect);
+    }
+};
+
+LORVA_TEST_MAIN(tst_sheetsaving)
+#include "tst_sheetsaving.moc"
