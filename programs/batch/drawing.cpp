@@ -4,6 +4,7 @@
 #include "logview/displaypicture.h"
 #include "logview/paper/sheetfile.h"
 #include "logview/paper/sheetpainter.h"
+#include "programs/batch/progress.h"
 #include "programs/batch/session.h"
 #include "programs/batch/tables.h"
 
@@ -104,7 +105,12 @@ Result drawPicture(const Session &session, const Drawing &drawing, PictureFormat
                            "holds no more pixels. A part of the log, fewer dots an inch or a PDF file "
                            "keep the scale."));
     if (!session.isDryRun()) {
-        const base::WriteResult written = picture.write(drawing.path);
+        Progress progress(QStringLiteral("Drawing"), picture.size().height());
+        int done = 0;
+        const base::WriteResult written = picture.write(drawing.path, [&](const QImage &rows) {
+            progress.setDone(done += rows.height());
+            return true;
+        });
         if (!written.ok())
             return Result::failed(fileProblem(drawing.path, written.error));
     }
@@ -135,7 +141,12 @@ Result drawPaper(const Session &session, const Drawing &drawing, QGraphicsScene 
     if (!session.isDryRun()) {
         const logview::SheetPainter painter(headerScene, logScene, sheet);
         const int dots = drawing.dotsPerInch.value_or(logview::paperDotsPerInch);
-        const QByteArray bytes = isOneSheet ? logview::svgBytes(painter, dots) : logview::pdfBytes(painter, dots);
+        Progress progress(QStringLiteral("Drawing"), sheet.pages.size());
+        const QByteArray bytes = isOneSheet ? logview::svgBytes(painter, dots)
+                                            : logview::pdfBytes(painter, dots, [&progress](int pages, int) {
+                                                  progress.setDone(pages);
+                                                  return true;
+                                              });
         const base::WriteResult written = writeBytes(session, drawing.path, bytes);
         if (!written.ok())
             return Result::failed(fileProblem(drawing.path, written.error));
