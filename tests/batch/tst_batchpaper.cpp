@@ -1,0 +1,327 @@
+#include "batchfixture.h"
+#include "datastore/projectdata.h"
+#include "demo/democorrelation.h"
+#include "logview/displaypicture.h"
+#include "logview/welldisplaywidget.h"
+#include "logview/welllogsscene.h"
+#include "programs/batch/session.h"
+#include "support/pdfreader.h"
+#include "support/testmain.h"
+
+#include <QGraphicsView>
+#include <QImage>
+#include <QXmlStreamReader>
+
+namespace {
+
+/// The well's markers with their places on a continuous sheet from depth 0: lines that run over all tracks.
+QVector<double> horizontalLines(const pdf::Page &page, double widthMm)
+{
+    QVector<double> places;
+    for (const pdf::Path &path : page.paths)
+        for (const QPolygonF &line : path.lines)
+            if (path.painted == "S" && line.size() == 2 && qAbs(line.first().y() - line.last().y()) < 0.01
+                && qAbs(line.last().x() - line.first().x()) > widthMm)
+                places.append(line.first().y());
+    return places;
+}
+
+} // namespace
+
+class tst_batchpaper : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        m_demo.make();
+        m_well =
+            runBatch({"wells", "--json", "--survey", m_demo.original()}).record("wells").value("name").toString();
+        QVERIFY(!m_well.isEmpty());
+    }
+
+    // Pixel for pixel what the window's own print saves.
+    void aPictureIsTheWindows_data()
+    {
+        QTest::addColumn<QString>("templateName");
+        QTest::addColumn<QString>("ending");
+        QTest::newRow("png") << "Default"
+                             << "png";
+        QTest::newRow("tiff") << "Simple"
+                              << "tiff";
+    }
+    void aPictureIsTheWindows()
+    {
+        QFETCH(QString, templateName);
+        QFETCH(QString, ending);
+        const QString file = m_files.filePath("picture." + ending);
+        VERIFY_EXIT(0, render({m_well + ':' + templateName, "--out", file, "--force"}));
+
+        batch::Session session(m_demo.original(), {});
+        WellDisplayWidget window(session.project(), m_well, templateName, nullptr);
+        window.resize(700, 500);
+        window.show();
+        const DisplayPicture shown(*window.headerView()->scene(), *window.scene());
+        const QImage picture = QImage(file).convertToFormat(QImage::Format_RGB32);
+        QCOMPARE(picture.size(), shown.size());
+        QCOMPARE(picture, shown.rows(0, shown.size().height()));
+        QVERIFY(qAbs(picture.dotsPerMeterX() - 96 / 0.0254) < 2);
+    }
+
+    void everyEndingGivesItsFormat()
+    {
+        const QMap<QString, QByteArray> starts{{"png", "\x89PNG"}, {"jpg", "\xff\xd8"}, {"jpeg", "\xff\xd8"},
+                                               {"tif", "II"},      {"TIFF", "II"},      {"pdf", "%PDF-"},
+                                               {"svg", "<?xml"}};
+        for (auto start = starts.begin(); start != starts.end(); ++start) {
+            const QString file = m_files.filePath("format." + start.key());
+            const BatchRun run = render({m_well, "--out", file, "--to", "200", "--json"});
+            VERIFY_EXIT(0, run);
+            QVERIFY2(files::read(file).startsWith(start.value()), qPrintable(start.key()));
+            QCOMPARE(run.record("files").value("format").toString(), start.key().toLower());
+            QCOMPARE(run.record("files").value("file").toString(), file);
+            QCOMPARE(run.record("files").value("to").toDouble(), 200.0);
+        }
+    }
+
+    void aPdfIsTrueToScaleAndTellsIt()
+    {
+        const QString file = m_files.filePath("true.pdf");
+        const BatchRun run =
+            render({m_well, "--out", file, "--scale", "2000", "--paper", "continuous", "--markers", "all", "--json"});
+        VERIFY_EXIT(0, run);
+        const QJsonObject record = run.record("files");
+        const pdf::File pdf = pdf::read(files::read(file));
+        QVERIFY(pdf.isComplete);
+        QVERIFY(pdf.hasEmbeddedFonts);
+        QCOMPARE(pdf.pages.size(), record.value("pages").toInt());
+        QCOMPARE(pdf.pages.size(), 1);
+        QVERIFY(qAbs(pdf.pages.first().sizeMm.height() - record.value("heightMm").toDouble()) < 0.01);
+        // Markers stand as far apart as their depths at the scale; they stand on whole pixels of the tracks.
+        const QJsonArray markers =
+            runBatch({"markers", m_well, "--json", "--survey", m_demo.original()}).list("markers");
+        QVERIFY(markers.size() > 3);
+        QVector<double> places = horizontalLines(pdf.pages.first(), 80);
+        const double first = markers.first().toObject().value("depth").toDouble();
+        for (const QJsonValue &marker : markers) {
+            const double apart = (marker.toObject().value("depth").toDouble() - first) * 1000 / 2000;
+            const bool isThere = std::any_of(places.begin(), places.end(), [&](double from) {
+                return std::any_of(places.begin(), places.end(),
+                                   [&](double to) { return qAbs(to - from - apart) < 25.4 / 96; });
+            });
+            QVERIFY2(isThere, qPrintable(QString::number(apart)));
+        }
+    }
+
+    void rangeTypeAndUnitAreThoseThatWereAskedFor()
+    {
+        const BatchRun feet = render({m_well, "--out", m_files.filePath("feet.pdf"), "--unit", "FEET", "--type",
+                                      "TVDSS", "--from", "1000", "--to", "2000", "--scale", "500", "--json"});
+        VERIFY_EXIT(0, feet);
+        const QJsonObject record = feet.record("files");
+        QCOMPARE(record.value("unit").toString(), QString("ft"));
+        QCOMPARE(record.value("depthType").toString(), QString("TVDSS"));
+        QCOMPARE(record.value("from").toDouble(), 1000.0);
+        QCOMPARE(record.value("to").toDouble(), 2000.0);
+        QCOMPARE(record.value("scale").toDouble(), 500.0);
+        const BatchRun whole = render({m_well, "--out", m_files.filePath("whole.pdf"), "--json", "--dry-run"});
+        QCOMPARE(whole.record("files").value("from").toDouble(), 0.0);
+        QVERIFY(whole.record("files").value("pages").toInt() > 1);
+        QVERIFY(!QFileInfo::exists(m_files.filePath("whole.pdf")));
+    }
+
+    void dotsAnInch()
+    {
+        const BatchRun screen =
+            render({m_well, "--out", m_files.filePath("d.png"), "--to", "100", "--json", "--dry-run"});
+        const BatchRun fine = render(
+            {m_well, "--out", m_files.filePath("d.png"), "--to", "100", "--json", "--dpi", "192", "--dry-run"});
+        QCOMPARE(fine.record("files").value("width").toInt(), 2 * screen.record("files").value("width").toInt());
+        QCOMPARE(fine.record("files").value("height").toInt(), 2 * screen.record("files").value("height").toInt());
+    }
+
+    void anSvgFileIsWellFormed()
+    {
+        const QString file = m_files.filePath("sheet.svg");
+        VERIFY_EXIT(0, render({m_well, "--out", file, "--markers", "all"}));
+        QXmlStreamReader reader(files::read(file));
+        int paths = 0;
+        while (!reader.atEnd()) {
+            reader.readNext();
+            paths += reader.isStartElement() && reader.name() == QLatin1String("path");
+        }
+        QVERIFY2(!reader.hasError(), qPrintable(reader.errorString()));
+        QVERIFY(paths > 100);
+    }
+
+    void nothingIsReplacedWithoutForce()
+    {
+        for (const char *ending : {"png", "pdf", "svg"}) {
+            const QString file = m_files.filePath(QStringLiteral("old.") + ending);
+            files::write(file, "old");
+            const BatchRun run = render({m_well, "--out", file, "--to", "100"});
+            VERIFY_EXIT(1, run);
+            QVERIFY2(run.errors.contains(file + " is there already: with --force it is replaced."),
+                     qPrintable(run.errors));
+            QCOMPARE(files::read(file), QByteArray("old"));
+            VERIFY_EXIT(0, render({m_well, "--out", file, "--to", "100", "--force"}));
+            QVERIFY(files::read(file) != QByteArray("old"));
+        }
+        QCOMPARE(QDir(m_files.path()).entryList({".lorva*"}, QDir::Files | QDir::Hidden), QStringList());
+    }
+
+    void aCorrelationIsDrawn()
+    {
+        const QString file = m_files.filePath("panel.pdf");
+        const BatchRun run = correlate({"--out", file, "--paper", "continuous", "--json"});
+        VERIFY_EXIT(0, run);
+        QCOMPARE(pdf::read(files::read(file)).pages.size(), 1);
+        QCOMPARE(run.record("files").value("title").toString(), demo::demoCorrelationName());
+        const BatchRun flat =
+            correlate({"--out", m_files.filePath("flat.png"), "--flat", "Kestrane Upper Sst", "--json"});
+        VERIFY_EXIT(0, flat);
+        QVERIFY(!flat.record("files").value("depthsOf").toString().isEmpty());
+        const BatchRun part =
+            correlate({"--out", m_files.filePath("part.png"), "--from", "1000", "--to", "1100", "--json"});
+        VERIFY_EXIT(0, part);
+        const double scale = part.record("files").value("scale").toDouble();
+        const QImage image(m_files.filePath("part.png"));
+        const double tracks = 100 / scale * 100 * 96 / 2.54;
+        QVERIFY2(image.height() > tracks && image.height() < tracks + 250,
+                 qPrintable(QString::number(image.height())));
+        const BatchRun pages =
+            correlate({"--out", m_files.filePath("pages.pdf"), "--json", "--from", "1000", "--to", "1200"});
+        VERIFY_EXIT(0, pages);
+        QVERIFY(pages.record("files").value("pages").toInt() > 1);
+    }
+
+    void wrongOptionsAreUsageErrors_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<QString>("said");
+        QTest::newRow("no file") << QStringList() << "needs the option --out";
+        QTest::newRow("ending") << QStringList{"--out", "a.doc"}
+                                << "ends in .png, .jpg, .tiff, .pdf or .svg, not \"a.doc\"";
+        QTest::newRow("no ending") << QStringList{"--out", "a"} << "not \"a\"";
+        QTest::newRow("scale 0") << QStringList{"--out", "a.pdf", "--scale", "0"} << "is no less than 1, not \"0\"";
+        QTest::newRow("negative scale") << QStringList{"--out", "a.pdf", "--scale=-5"} << "is no less than 1";
+        QTest::newRow("no scale") << QStringList{"--out", "a.pdf", "--scale", "nan"} << "is a number, not \"nan\"";
+        QTest::newRow("large scale") << QStringList{"--out", "a.pdf", "--scale", "1e9"} << "is no more than 1000000";
+        QTest::newRow("upside down") << QStringList{"--out", "a.pdf", "--from", "20", "--to", "10"}
+                                     << "the option --from lies above";
+        QTest::newRow("empty") << QStringList{"--out", "a.pdf", "--from", "10", "--to", "10"} << "lies above";
+        QTest::newRow("dpi 0") << QStringList{"--out", "a.pdf", "--dpi", "0"} << "is no less than 50";
+        QTest::newRow("dpi 100000") << QStringList{"--out", "a.pdf", "--dpi", "100000"} << "is no more than 2400";
+        QTest::newRow("type") << QStringList{"--out", "a.pdf", "--type", "TVD"} << "is one of MD, TVDSS, not \"TVD\"";
+        QTest::newRow("unit") << QStringList{"--out", "a.pdf", "--unit", "M"} << "is one of METER, FEET";
+        QTest::newRow("paper") << QStringList{"--out", "a.pdf", "--paper", "A5"} << "is one of A4, A3, continuous";
+        QTest::newRow("paper of a picture") << QStringList{"--out", "a.png", "--paper", "A4"} << "for files of paper";
+        QTest::newRow("pages of svg") << QStringList{"--out", "a.svg", "--paper", "A4"} << "one sheet without pages";
+        QTest::newRow("markers") << QStringList{"--out", "a.pdf", "--markers", "all,Top"} << "not several of these";
+        QTest::newRow("twice") << QStringList{"--out", "a.pdf", "--scale", "5", "--scale", "6"} << "once only";
+    }
+    void wrongOptionsAreUsageErrors()
+    {
+        QFETCH(QStringList, options);
+        QFETCH(QString, said);
+        const BatchRun run = render(QStringList{m_well} + options);
+        VERIFY_EXIT(2, run);
+        QVERIFY2(run.errors.contains(said), qPrintable(run.errors));
+        QCOMPARE(run.output, QByteArray());
+    }
+
+    void whatCannotBeDrawnIsSaid_data()
+    {
+        QTest::addColumn<QStringList>("words");
+        QTest::addColumn<QString>("said");
+        const QString pdf = m_files.filePath("none.pdf");
+        const QString w = m_well;
+        QTest::newRow("well") << QStringList{"Nobody", "--out", pdf} << "has no well \"Nobody\"";
+        QTest::newRow("template") << QStringList{w + ":Nothing", "--out", pdf}
+                                  << "has no template \"Nothing\"; there are ";
+        QTest::newRow("no template") << QStringList{w + ":", "--out", pdf} << "has no template \"\"";
+        QTest::newRow("marker") << QStringList{w, "--out", pdf, "--markers", "Ghost"} << "has no marker \"Ghost\".";
+        QTest::newRow("below the log") << QStringList{w, "--out", pdf, "--from", "90000", "--to", "90100"}
+                                       << "Nothing lies between 90000 and 90100 m: there are depths from 0 to ";
+        QTest::newRow("above the log") << QStringList{w, "--out", pdf, "--from=-100", "--to", "0"}
+                                       << "Nothing lies between";
+        QTest::newRow("from below") << QStringList{w, "--out", pdf, "--from", "90000"} << "Nothing lies between";
+        QTest::newRow("pages") << QStringList{w, "--out", pdf, "--scale", "20"}
+                               << "pages of A4; no more than 200 are made.";
+        QTest::newRow("length") << QStringList{w, "--out", pdf, "--scale", "100", "--paper", "continuous"}
+                                << "a PDF page ends at 5080 mm";
+        QTest::newRow("folder") << QStringList{w, "--out", m_files.filePath("no/folder/a.pdf")}
+                                << "could not be written";
+    }
+    void whatCannotBeDrawnIsSaid()
+    {
+        QFETCH(QStringList, words);
+        QFETCH(QString, said);
+        const BatchRun run = render(words);
+        VERIFY_EXIT(1, run);
+        QVERIFY2(run.errors.contains(said), qPrintable(run.errors));
+        QVERIFY(!QFileInfo::exists(m_files.filePath("none.pdf")));
+    }
+
+    void correlationsThatCannotBeDrawn()
+    {
+        const QString pdf = m_files.filePath("none.pdf");
+        for (const char *name : {"Nothing", "..", ".", "../Templates"}) {
+            const BatchRun run = runBatch({"correlate", name, "--out", pdf, "--survey", m_demo.original()});
+            VERIFY_EXIT(1, run);
+            QVERIFY2(run.errors.contains(QStringLiteral("The survey has no correlation \"%1\".").arg(name)),
+                     qPrintable(run.errors));
+        }
+        const BatchRun flat = correlate({"--out", pdf, "--flat", "Ghost"});
+        VERIFY_EXIT(1, flat);
+        QVERIFY2(flat.errors.contains("No well of the correlation"), qPrintable(flat.errors));
+        VERIFY_EXIT(1, correlate({"--out", pdf, "--markers", "Ghost"}));
+        VERIFY_EXIT(1, correlate({"--out", pdf, "--from", "90000"}));
+        QVERIFY(!QFileInfo::exists(pdf));
+    }
+
+    // Its tracks and grid come out, and it is said that logs are missing.
+    void aWellWithoutLogsAndATemplateWithoutTracks()
+    {
+        const QString survey = m_demo.copy();
+        QVERIFY(QDir().mkpath(survey + "/WLC/Templates/Global/Empty"));
+        const BatchRun empty =
+            runBatch({"render", m_well + ":Empty", "--out", m_files.filePath("e.pdf"), "--survey", survey});
+        VERIFY_EXIT(1, empty);
+        QVERIFY2(empty.errors.contains("The template \"Empty\" has no tracks."), qPrintable(empty.errors));
+        for (const QString &log : QDir(survey + "/WellInfo").entryList({"*.wll"}))
+            QVERIFY(QFile::remove(survey + "/WellInfo/" + log));
+        const BatchRun bare = runBatch({"render", m_well, "--out", m_files.filePath("b.pdf"), "--survey", survey});
+        VERIFY_EXIT(0, bare);
+        QVERIFY(pdf::read(files::read(m_files.filePath("b.pdf"))).isComplete);
+    }
+
+    void aSurveyWithoutAProjectStaysWithoutOne()
+    {
+        const QString survey = m_demo.copy();
+        QVERIFY(QDir(survey + "/WLC").removeRecursively());
+        const BatchRun run = runBatch({"render", m_well, "--out", m_files.filePath("p.pdf"), "--survey", survey});
+        VERIFY_EXIT(1, run);
+        QVERIFY2(run.errors.contains("no templates yet"), qPrintable(run.errors));
+        QVERIFY(!QFileInfo::exists(survey + "/WLC"));
+    }
+
+private:
+    BatchRun render(const QStringList &words) const
+    {
+        return runBatch(QStringList{"render", "--survey", m_demo.original()} + words, m_files.path());
+    }
+    BatchRun correlate(const QStringList &words) const
+    {
+        return runBatch(QStringList{"correlate", demo::demoCorrelationName(), "--survey", m_demo.original()} + words,
+                        m_files.path());
+    }
+
+    BatchFixture m_demo;
+    QTemporaryDir m_files;
+    QString m_well;
+};
+
+LORVA_TEST_MAIN(tst_batchpaper)
+#include "tst_batchpaper.moc"
