@@ -18,16 +18,20 @@ logview::SheetContents sheetContents(const QGraphicsScene &headerScene, const Co
     contents.scale = view.scaleFactor();
     contents.headerHeight = std::ceil(logview::headerArea(headerScene).height());
     contents.leftMargin = view.properties().markers.isEmpty() ? 0 : logview::markerNamesWidth;
-    contents.areNamesOnEachPart = false; // those of each well stand before it
+    contents.hasOneWell = false;
     const TrackItem *longest = nullptr;
     bool haveOneDepth = true;
     for (const TrackItem *track : view.tracks()) {
         haveOneDepth = haveOneDepth && track->axis().start == view.tracks().first()->axis().start;
         if (!longest || track->height() > longest->height())
             longest = track;
-        const bool beginsWell = track->trackNumber() == 0 && !contents.trackEnds.isEmpty();
-        contents.trackStarts.append(track->x() - (beginsWell ? gapBetweenWells : 0));
-        contents.trackEnds.append(track->x() + static_cast<double>(track->width()));
+    }
+    // The names of a well's markers stand in the gap before it; those of the first one, in the margin.
+    for (const WellColumn &column : view.columns()) {
+        if (!(column.right > column.left))
+            continue;
+        contents.trackStarts.append(contents.trackEnds.isEmpty() ? column.left : column.left - gapBetweenWells);
+        contents.trackEnds.append(column.right);
     }
     if (longest) {
         contents.axis = longest->axis();

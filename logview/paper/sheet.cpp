@@ -7,7 +7,7 @@ namespace logview {
 
 namespace {
 
-constexpr double marginMm = 10;
+constexpr double marginMm = 7; // which every printer leaves
 constexpr double footerMm = 7;
 constexpr double leastTracksMm = 30; // below the header: less is no log any more
 constexpr double outlinePx = 1; // of a track's outline, beside the track
@@ -39,7 +39,7 @@ struct Part
 QVector<Part> partsOf(const SheetContents &contents, double room)
 {
     const auto fits = [&](int part, double left, double right) {
-        const double names = part == 0 || contents.areNamesOnEachPart ? contents.leftMargin : 0;
+        const double names = part == 0 || contents.hasOneWell ? contents.leftMargin : 0;
         return names + right - left <= room + tolerancePx;
     };
     QVector<Part> parts;
@@ -56,6 +56,16 @@ QVector<Part> partsOf(const SheetContents &contents, double room)
         }
     }
     return parts;
+}
+
+// The largest of 1, 2, 5, 10, 20… that is no larger.
+double roundStep(double most)
+{
+    const double power = std::pow(10, std::floor(std::log10(most)));
+    for (const double digit : {5, 2})
+        if (digit * power <= most)
+            return digit * power;
+    return power;
 }
 
 Sheet emptySheet(const SheetContents &contents)
@@ -98,8 +108,9 @@ Sheet onPages(const SheetContents &contents, const QSizeF &pageSize, const QStri
     }
     const QVector<Part> parts = partsOf(contents, widthRoom(sheet));
     if (parts.isEmpty()) {
-        sheet.problem = QStringLiteral("One track takes %1 of width; %2 has %3.")
-                            .arg(widestTrack(contents), paperName, mmText(widthRoom(sheet)));
+        sheet.problem = QStringLiteral("One %4 takes %1 of width; %2 has %3.")
+                            .arg(widestTrack(contents), paperName, mmText(widthRoom(sheet)),
+                                 contents.hasOneWell ? QStringLiteral("track") : QStringLiteral("well"));
         return sheet;
     }
     const double height = static_cast<double>(contents.axis.height);
@@ -119,7 +130,7 @@ Sheet onPages(const SheetContents &contents, const QSizeF &pageSize, const QStri
         for (const Part &part : parts)
             sheet.pages.append({part.left, part.right, top, bottom, contents.axis.toDepth(top),
                                 contents.axis.toDepth(bottom), part.first, part.last,
-                                contents.areNamesOnEachPart || part.first == 0});
+                                contents.hasOneWell || part.first == 0});
         top = bottom;
     }
     return sheet;
@@ -214,7 +225,7 @@ QVector<double> pageEnds(const DepthAxis &axis, double roomPx)
     const double room = (end - start) * roomPx / height; // in depth
     if (height / roomPx > mostPages)
         return {};
-    const double step = std::pow(10, std::floor(std::log10(room)) - 1);
+    const double step = roundStep(room / 10);
     QVector<double> ends;
     double depth = start;
     while (end - depth > room * (1 + 1e-9)) {
@@ -266,10 +277,11 @@ QStringList footerTexts(const Sheet &sheet, int page)
     if (!contents.depthsOf.isEmpty())
         depths += QStringLiteral(" in %1").arg(contents.depthsOf);
     if (shown.lastTrack - shown.firstTrack + 1 < contents.trackEnds.size())
-        depths += QStringLiteral("   Tracks %1–%2 of %3")
+        depths += QStringLiteral("   %4 %1–%2 of %3")
                       .arg(shown.firstTrack + 1)
                       .arg(shown.lastTrack + 1)
-                      .arg(contents.trackEnds.size());
+                      .arg(contents.trackEnds.size())
+                      .arg(contents.hasOneWell ? QStringLiteral("Tracks") : QStringLiteral("Wells"));
     return {contents.title, depths, QStringLiteral("Page %1 of %2").arg(page + 1).arg(sheet.pages.size())};
 }
 

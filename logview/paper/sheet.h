@@ -48,8 +48,10 @@ struct SheetContents
     double top = 0; ///< y of the display where these begin
     double headerHeight = 0;
     double leftMargin = 0; ///< what the names of markers take left of the first track
-    bool areNamesOnEachPart = true; ///< they belong to the tracks of every part, not only to those on the left
-    /// x where each track ends, from left to right. Pages part the display sideways only there.
+    /// Of one well every part has the names of markers; where there are more, they stand before each well.
+    bool hasOneWell = true;
+    /// x where each track begins and ends, from left to right, or each well where there are more: pages part the display
+    /// only there.
     QVector<double> trackStarts;
     QVector<double> trackEnds;
 };

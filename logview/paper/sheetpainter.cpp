@@ -47,12 +47,13 @@ void SheetPainter::paint(QPainter &painter, int page) const
     // Names of markers stand left of the first track, whatever tracks this part has.
     const double names = m_sheet.contents.leftMargin;
     if (shown.hasNames && names > 0)
-        render(m_logScene, QRectF(-names, top, names - outline, height),
-               tracks.topLeft() - QPointF(names, above));
-    // Where the page cuts the tracks, as at their own ends.
-    painter.setPen(QPen(Qt::black, 1));
-    for (const double y : {tracks.top() - above, tracks.top() - above + height})
-        painter.drawLine(QPointF(tracks.left(), y), QPointF(tracks.right(), y));
+        render(m_logScene, QRectF(-names, top, names - outline, height), tracks.topLeft() - QPointF(names, above));
+    if (m_sheet.contents.hasOneWell) {
+        // Where the page cuts the tracks, as at their own ends.
+        painter.setPen(QPen(Qt::black, 1));
+        for (const double y : {tracks.top() - above, tracks.top() - above + height})
+            painter.drawLine(QPointF(tracks.left(), y), QPointF(tracks.right(), y));
+    }
     paintFooter(painter, page);
 }
 

@@ -186,6 +186,7 @@ void makeDrawing(Command *command)
                     countRule(logview::leastDotsPerInch, logview::mostDotsPerInch)),
     };
     command->writes = true;
+    command->replaces = true;
     command->drawsPictures = true;
     command->problem = problemOf;
     command->form.key = QStringLiteral("files");
@@ -194,7 +195,7 @@ void makeDrawing(Command *command)
         textField("file", "File", "the file that was written, or would be"),
         textField("format", "", "its ending"),
         textField("title", "Shows", "the well or correlation"),
-        numberField("scale", "Scale 1:", "N of 1:N"),
+        numberField("scale", "Scale (1:N)", "N of 1:N"),
         textField("depthType", "Depths", "\"MD\" or \"TVDSS\""),
         textField("unit", "Unit", "of depths: \"m\" or \"ft\""),
         numberField("from", "From", "depth where it begins", 2),

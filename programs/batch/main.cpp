@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QLoggingCategory>
 #include <QTextCodec>
 
 #include <clocale>
@@ -44,6 +45,7 @@ int main(int argc, char *argv[])
         return batch::run(line);
     }
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false")); // what Qt misses of a desktop is no news
     const QApplication application(onlyTheName, argv);
     return batch::run(line);
 }

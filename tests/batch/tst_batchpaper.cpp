@@ -4,6 +4,7 @@
 #include "logview/displaypicture.h"
 #include "logview/welldisplaywidget.h"
 #include "logview/welllogsscene.h"
+#include "programs/batch/arguments.h"
 #include "programs/batch/session.h"
 #include "support/pdfreader.h"
 #include "support/testmain.h"

@@ -96,6 +96,21 @@ private slots:
         QVERIFY(m_program->window.utilitiesMenu()->menuAction()->isEnabled());
     }
 
+    void theMenuOfWellsEndsWithPaper()
+    {
+        QAction *paper = m_program->window.wellsMenu()->actions().last();
+        QCOMPARE(paper->text(), QString("Save as &PDF at true scale…"));
+        paper->trigger(); // nothing is open yet
+        QCOMPARE(m_boxes->seen.size(), 1);
+        QCOMPARE(m_boxes->seen.first().title, QString("Save as PDF at true scale"));
+        QCOMPARE(m_boxes->seen.first().text,
+                 QString("Open LORVA OS first, and display a well or a correlation there."));
+        m_program->lastAction()->trigger();
+        paper->trigger(); // nor is anything displayed
+        QCOMPARE(m_boxes->seen.size(), 2);
+        QVERIFY(m_boxes->seen.last().text.startsWith(QStringLiteral("Nothing is displayed.")));
+    }
+
     void twoClicksGiveOneMainWindow()
     {
         m_program->lastAction()->trigger();

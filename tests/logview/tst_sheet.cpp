@@ -63,6 +63,7 @@ private slots:
             before = ends.at(i);
         }
         QCOMPARE(axis.toDepth(ends.first()), 110.0);
+        QCOMPARE(DepthAxis::of(0, 2000, 500).toDepth(pageEnds(DepthAxis::of(0, 2000, 500), 148 * mm).first()), 70.0);
         QCOMPARE(ends.last(), double(axis.height));
     }
 
@@ -76,7 +77,7 @@ private slots:
         QVERIFY(pageEnds(DepthAxis::of(100, 0, 1000), 100).isEmpty());
         QVERIFY(pageEnds(DepthAxis::of(0, 1e6F, 1), 100).isEmpty());
         const QVector<double> negative = pageEnds(DepthAxis::of(-25, 1475, 1000), 200 * mm);
-        QCOMPARE(DepthAxis::of(-25, 1475, 1000).toDepth(negative.first()), 170.0);
+        QCOMPARE(DepthAxis::of(-25, 1475, 1000).toDepth(negative.first()), 160.0);
     }
 
     void anUprightSheet()
@@ -85,7 +86,7 @@ private slots:
         QVERIFY2(sheet.ok(), qPrintable(sheet.problem));
         QVERIFY(qAbs(sheet.pageSize.width() - 210 * mm) < 0.001);
         QVERIFY(qAbs(sheet.pageSize.height() - 297 * mm) < 0.001);
-        QCOMPARE(sheet.pages.size(), 9); // 297 - 20 - 7 - 17.2 - 4.2 mm: 248 m, of which 240
+        QCOMPARE(sheet.pages.size(), 9); // 297 - 14 - 7 - 17.2 - 4.2 mm: 254 m, of which 240
         QCOMPARE(sheet.pages.first().startDepth, 0.0);
         for (int i = 1; i < sheet.pages.size(); ++i) {
             QCOMPARE(sheet.pages.at(i).startDepth, sheet.pages.at(i - 1).endDepth);
@@ -98,7 +99,7 @@ private slots:
         QCOMPARE(tracks.top(), sheet.headerArea(sheet.pages.first()).bottom());
         for (const SheetPage &page : sheet.pages)
             QVERIFY(sheet.trackArea(page).bottom() + sheet.bleedBelow(page) < sheet.footerArea().top());
-        QVERIFY(sheet.footerArea().bottom() <= sheet.pageSize.height() - 10 * mm + 0.001);
+        QVERIFY(sheet.footerArea().bottom() <= sheet.pageSize.height() - 7 * mm + 0.001);
     }
 
     void aBroadDisplayTakesTheBroadSideOrParts()
@@ -133,12 +134,16 @@ private slots:
             QCOMPARE(each.trackArea(page).left(), each.margin + 1 + 84);
             QVERIFY(each.trackArea(page).right() <= each.pageSize.width() - each.margin);
         }
-        contents.areNamesOnEachPart = false;
+        contents.hasOneWell = false;
         const Sheet once = layOutSheet(contents, Paper::A4, pdfLimits());
         for (const SheetPage &page : once.pages) {
             QCOMPARE(page.hasNames, page.firstTrack == 0);
             QCOMPARE(once.trackArea(page).left(), once.margin + 1 + (page.hasNames ? 84 : 0));
         }
+        QVERIFY(footerTexts(once, 0).at(1).endsWith(
+            QStringLiteral("Wells 1–%1 of 8").arg(once.pages.first().lastTrack + 1)));
+        contents.trackEnds[7] = 8 * 192 + 2000;
+        QVERIFY(problemOf(contents, Paper::A4).startsWith(QStringLiteral("One well takes")));
     }
 
     void aContinuousSheetIsAsLongAsTheLog()
@@ -156,7 +161,7 @@ private slots:
     void whatNoSheetHolds()
     {
         QCOMPARE(problemOf(contentsOf(3, 500, 3000), Paper::Continuous),
-                 QString("A continuous sheet would be 6045 mm long; a PDF page ends at 5080 mm (14,400 units of 1/72 "
+                 QString("A continuous sheet would be 6039 mm long; a PDF page ends at 5080 mm (14,400 units of 1/72 "
                          "inch). Take pages (A4 or A3), a part of the log or another scale."));
         QVERIFY(layOutSheet(contentsOf(3, 500, 3000), Paper::Continuous, svgLimits()).ok());
         QVERIFY(
@@ -172,7 +177,7 @@ private slots:
         QVERIFY(problemOf(high, Paper::A4).startsWith(QStringLiteral("The header is 1323 mm high")));
         SheetContents wide = contentsOf(1);
         wide.trackEnds[0] = 1200;
-        QCOMPARE(problemOf(wide, Paper::A4), QString("One track takes 318 mm of width; A4 has 190 mm."));
+        QCOMPARE(problemOf(wide, Paper::A4), QString("One track takes 318 mm of width; A4 has 196 mm."));
         QVERIFY(problemOf(wide, Paper::A3).isEmpty());
     }
 

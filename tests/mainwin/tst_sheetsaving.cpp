@@ -54,7 +54,8 @@ struct SheetFixture : ProjectFixture
                 wasEnabled = each->isEnabled();
                 each->click();
             }
-            dialog->reject();
+            if (dialog->isVisible())
+                dialog->reject();
         });
         window->saveAtTrueScale();
         return said;
