@@ -9,8 +9,6 @@
 #include <QPainter>
 #include <QPdfWriter>
 
-#include <cmath>
-
 namespace logview {
 
 namespace {
