@@ -28,7 +28,12 @@ QVector<Option> options(const Command &command)
 const QVector<Command> &commands()
 {
     static const QVector<Command> all{
-        wellsCommand(), logsCommand(), infoCommand(), importCommand(), exportCommand(), markersCommand(), zonesCommand(), pointsCommand(), defaultLogsCommand(), templateListCommand(), templateShowCommand(), templateCopyCommand(), templateDeleteCommand(), reportLogsCommand(), reportMarkersCommand(), checkCommand(), lasCommand(), lasUnwrapCommand(), manualPageCommand(), completionCommand(), wellNamesCommand(), renderCommand(), correlateCommand(),
+        wellsCommand(),          logsCommand(),         infoCommand(),         importCommand(),
+        exportCommand(),         markersCommand(),      zonesCommand(),        pointsCommand(),
+        defaultLogsCommand(),    templateListCommand(), templateShowCommand(), templateCopyCommand(),
+        templateDeleteCommand(), renderCommand(),       correlateCommand(),    reportLogsCommand(),
+        reportMarkersCommand(),  checkCommand(),        lasCommand(),          lasUnwrapCommand(),
+        manualPageCommand(),     completionCommand(),   wellNamesCommand(),
     };
     return all;
 }

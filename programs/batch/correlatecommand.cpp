@@ -119,7 +119,8 @@ Command correlateCommand()
     command.operands = {operand("NAME", "the correlation's name")};
     command.options = {valueOption("--flat", "MARKER", "Flatten the wells at this marker")};
     makeDrawing(&command);
-    command.example = QStringLiteral("correlate \"North-South\" --out panel.pdf --paper continuous --survey Demo");
+    command.example =
+        QStringLiteral("correlate \"Kestrane reservoir\" --out panel.pdf --paper continuous --survey Demo");
     command.run = run;
     return command;
 }

@@ -176,7 +176,7 @@ Command renderCommand()
                                 {WordKind::Well})};
     makeDrawing(&command);
     command.example =
-        QStringLiteral("render LORVA-1:Default --out LORVA-1.pdf --scale 500 --markers all --survey Demo");
+        QStringLiteral("render Aldra-1:Simple --out Aldra-1.pdf --scale 500 --markers all --survey Demo");
     command.run = run;
     return command;
 }
