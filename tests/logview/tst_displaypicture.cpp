@@ -280,7 +280,7 @@ void tst_displaypicture::aFailingFileStillGivesThePage()
     QCOMPARE(rows, picture.size().height());
     int bands = 0;
     QVERIFY(!picture
-                 .save(folder.filePath(QStringLiteral("none/a.tiff")),
+                 .write(folder.filePath(QStringLiteral("none/a.tiff")),
                        [&bands](const QImage &) {
                            ++bands;
                            return false;

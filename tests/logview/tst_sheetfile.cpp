@@ -9,6 +9,7 @@
 
 #include <QGraphicsView>
 #include <QXmlStreamReader>
+#include <QtMath>
 
 using namespace logview;
 
