@@ -359,6 +359,7 @@ sheetsaving::Display MainWindow::currentSheet() const
     }
     const CorrelationDisplayWidget *correlation = m_correlations->currentDisplay();
     if (m_tabs->currentWidget() == m_correlations && correlation) {
+        correlation->view()->makeAllWells();
         QGraphicsScene *headers = correlation->headerView()->scene();
         return {headers, correlation->view()->scene(), correlation::sheetContents(*headers, *correlation->view())};
     }

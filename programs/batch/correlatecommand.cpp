@@ -90,6 +90,7 @@ Result run(Session &session, const Arguments &arguments)
     view.setDepthUnit(drawing.unit);
     view.load(*properties, flat);
     view.setFlatMarker(flat); // also at a marker that is not drawn
+    view.makeAllWells();
     if (view.tracks().isEmpty())
         return Result::failed(QStringLiteral("The correlation \"%1\" has no tracks: ").arg(name) + view.notes());
 
