@@ -193,7 +193,7 @@ void openCorrelation(benchmark::State &state)
 {
     Launch &data = launch(20, 50000);
     const auto display = data.openAndPaint();
-    bench::compare(
+    bench::compareWork(
         state,
         [&] {
             data.readLogs();
@@ -208,7 +208,7 @@ void openMoreWells(benchmark::State &state)
 {
     Launch &few = launch(20, 10000);
     Launch &many = launch(100, 10000);
-    bench::compare(
+    bench::compareWork(
         state, [&] { few.openAndPaint(); }, [&] { many.openAndPaint(); });
     state.SetLabel("reference: 20 wells, subject: 100; linear is 5");
 }
@@ -239,10 +239,10 @@ void redrawCorrelation(benchmark::State &state)
         QCoreApplication::processEvents();
     };
     if (state.range(1) != 0)
-        bench::compare(
+        bench::compareWork(
             state, [&] { buildPaths(curvesInView(*view)); }, change);
     else
-        bench::compare(
+        bench::compareWork(
             state, [&] { drawCurves(*view); }, change);
     state.SetLabel(state.range(1) != 0 ? "reference: building the paths of the curves in view; at most 2"
                                        : "reference: building these paths and drawing the lines");
@@ -258,7 +258,7 @@ void redrawMoreWells(benchmark::State &state)
 {
     const auto few = launch(20, 10000).openAndPaint();
     const auto many = launch(100, 10000).openAndPaint();
-    bench::compare(
+    bench::compareWork(
         state, [&] { redrawAndPaint(few->view()); }, [&] { redrawAndPaint(many->view()); });
     state.SetLabel("reference: 20 wells, subject: 100; at most 1.2");
 }
@@ -271,7 +271,7 @@ void scrollCorrelation(benchmark::State &state)
     QScrollBar *bar = state.range(0) == 0 ? view->verticalScrollBar() : view->horizontalScrollBar();
     constexpr int step = 40;
     int place = 0;
-    bench::compare(
+    bench::compareWork(
         state, [&] { view->viewport()->repaint(); },
         [&] {
             bar->setValue(place += step);

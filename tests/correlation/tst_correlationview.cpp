@@ -112,13 +112,13 @@ private slots:
 
     void thePanelsFields()
     {
-        m->store("North & <b>South</b>");
-        const CorrelationView *view = m->show("North & <b>South</b>");
+        m->store("North & <b>South");
+        const CorrelationView *view = m->show("North & <b>South");
         QStringList labels;
         for (const QLabel *label : m->panel()->findChildren<QLabel *>())
             labels.append(label->text());
         QCOMPARE(labels,
-                 QStringList({"Correlation Name", "North & <b>South</b>", "Scale - 1", "Depth Type", "Depth Unit",
+                 QStringList({"Correlation Name", "North & <b>South", "Scale - 1", "Depth Type", "Depth Unit",
                               "Flat At Marker", "Well Distance - 1"}));
         QCOMPARE(ViewFixture::find<QLabel>(m->panel(), "correlationName")->textFormat(), Qt::PlainText);
         QCOMPARE(ViewFixture::find<QLabel>(m->display.get(), "statusLine")->textFormat(), Qt::PlainText);
