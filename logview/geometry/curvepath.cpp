@@ -125,24 +125,6 @@ std::pair<int, int> SamplePlacer::range(const CurveSamples &samples, const Shown
             std::min(static_cast<int>(last - begin) + 1, whole.second)};
 }
 
-QPainterPath samplePath(const CurveSamples &samples, const CurveKey &key, const ShownRows &rows)
-{
-    const SamplePlacer placer(key);
-    const std::pair<int, int> range = placer.range(samples, rows);
-    countReadSamples(range);
-    QPainterPath path;
-    PathSink sink(path);
-    for (int i = range.first; i < range.second; ++i) {
-        QPointF point;
-        const SamplePlacer::Place place = placer.place(samples, i, point);
-        if (place == SamplePlacer::Drawn)
-            sink.point(point);
-        else if (place == SamplePlacer::Break)
-            sink.lineBreaks();
-    }
-    return path;
-}
-
 QPainterPath reducedPath(const CurveSamples &samples, const CurveKey &key, const ShownRows &rows)
 {
     const SamplePlacer placer(key);

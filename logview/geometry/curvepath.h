@@ -95,13 +95,10 @@ private:
     ValuePlacer m_value;
 };
 
-/// The path of every sample between two pixel positions, and of one more on both sides: not reduced. Of the whole
-/// depth range where depths are not in order.
-QPainterPath samplePath(const CurveSamples &samples, const CurveKey &key, const ShownRows &rows);
-
-/// The same reduced to what rows of the device show: of the samples that follow one another in one row the first, the
-/// smallest, the largest and the last in x, in their order; where there are four or fewer all of them. Breaks are
-/// kept. Depths that are not in order are not reduced.
+/// The path of the samples of some rows, and of one more on both sides, reduced to what rows of the device show: of
+/// the samples that follow one another in one row the first, the smallest, the largest and the last in x, in their
+/// order; where there are four or fewer all of them. Breaks are kept. Depths that are not in order are not reduced, and
+/// give the path of the whole depth range.
 QPainterPath reducedPath(const CurveSamples &samples, const CurveKey &key, const ShownRows &rows = {});
 
 /// Whether the line of the samples comes into \a area, from the samples between its top and bottom: picking. Widen the

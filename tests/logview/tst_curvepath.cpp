@@ -172,7 +172,6 @@ private slots:
             const CurveSamples samples = log.samples();
             const CurveKey key = curveKey(samples, axis, {}, scale);
             QCOMPARE(reducedPath(samples, key), logshapes::everySample(log, key));
-            QCOMPARE(samplePath(samples, key, {0, 1000}), logshapes::everySample(log, key));
         }
     }
 
