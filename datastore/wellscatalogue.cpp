@@ -78,6 +78,10 @@ QString wellTypeText(int code)
 void copySamples(const host::LogData &log, LogCurveData *curve)
 {
     const int count = qMin(log.depths.size(), log.values.size());
+    // A vector that grows takes room for the next power of two: up to as much again for what stays in memory.
+    curve->depths.reserve(count);
+    curve->values.reserve(count);
+    curve->sampleFlags.reserve(count);
     curve->depths.resize(count);
     curve->values.resize(count);
     curve->sampleFlags.fill(0, count);

@@ -109,6 +109,8 @@ public:
     BinarySamples(int count, bool isBigEndian)
         : m_isBigEndian(isBigEndian)
     {
+        m_log.depths.reserve(count); // exactly: growing takes room for the next power of two
+        m_log.values.reserve(count);
         m_log.depths.resize(count);
         m_log.values.resize(count);
     }

@@ -302,7 +302,8 @@ QPolygonF CurveFill::visiblePolygon(const Run &run, double topY, double bottomY)
         begin, end, [&](const Edge &edge) { return isAscending ? edge.y < topY : edge.y > bottomY; });
     const auto last = std::partition_point(
         first, end, [&](const Edge &edge) { return isAscending ? edge.y <= bottomY : edge.y >= topY; });
-    m_visible.clear();
+    QVector<Edge> visible;
+    visible.reserve(static_cast<int>(last - first) + 2);
     const double cutTop = topY - farRows;
     const double cutBottom = bottomY + farRows;
     const auto cut = [&](const Edge &outer, const Edge &inner) {
@@ -310,17 +311,17 @@ QPolygonF CurveFill::visiblePolygon(const Run &run, double topY, double bottomY)
         return y == outer.y ? outer : between(outer, inner, (y - outer.y) / (inner.y - outer.y));
     };
     if (first != begin)
-        m_visible.append(cut(*(first - 1), first != end ? *first : *(first - 1)));
+        visible.append(cut(*(first - 1), first != end ? *first : *(first - 1)));
     for (auto edge = first; edge != last; ++edge)
-        m_visible.append(*edge);
+        visible.append(*edge);
     if (last != end)
-        m_visible.append(cut(*last, last != begin ? *(last - 1) : *last));
+        visible.append(cut(*last, last != begin ? *(last - 1) : *last));
     QPolygonF polygon;
-    polygon.reserve(2 * m_visible.size());
-    for (const Edge &edge : qAsConst(m_visible))
+    polygon.reserve(2 * visible.size());
+    for (const Edge &edge : qAsConst(visible))
         polygon.append({edge.x, edge.y});
-    for (int i = m_visible.size(); i-- > 0;)
-        polygon.append({m_visible.at(i).limitX, m_visible.at(i).y});
+    for (int i = visible.size(); i-- > 0;)
+        polygon.append({visible.at(i).limitX, visible.at(i).y});
     return polygon;
 }
 

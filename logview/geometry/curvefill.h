@@ -96,7 +96,6 @@ private:
     QVector<Run> m_runs;
     DepthOrder m_order = DepthOrder::Ascending;
     bool m_isBuilt = false;
-    mutable QVector<Edge> m_visible; ///< of the last polygon: its memory is used again
 };
 
 } // namespace logview

@@ -6,6 +6,7 @@
 #include <QPaintEngine>
 #include <QPainter>
 #include <QPen>
+#include <QRect>
 
 #include <algorithm>
 #include <cmath>
@@ -118,27 +119,28 @@ void CurveLine::paintRows(QPainter &painter, const QPen &pen, int topRow, int bo
     const int deviceBottom = deviceTop + painter.paintEngine()->paintDevice()->height() - 1;
     int top = std::max(topRow, deviceTop);
     int bottom = std::min(bottomRow, deviceBottom);
-    m_rectangles.clear();
+    QVector<QRect> rectangles; // of hundreds of curves none keeps them
+    rectangles.reserve(4 * std::max(bottom - top + 1, 0));
     if (m_rows.penWidth() == 1) {
         // The painter cuts the lines that leave its device before it looks for their pixels, which moves some.
         const ShownRows device{static_cast<double>(deviceTop), static_cast<double>(deviceBottom)};
         const auto [upper, lower] = crossing(deviceTop - 1);
         const int upperEnd = std::min(std::max(deviceTop + 1, toInt(std::ceil(lower))), bottom);
         if (upper < lower && top <= upperEnd) {
-            m_rows.appendCutPixels(top, upperEnd, device, m_rectangles);
+            m_rows.appendCutPixels(top, upperEnd, device, rectangles);
             top = upperEnd + 1;
         }
         const auto [above, below] = crossing(deviceBottom + 2);
         const int lowerStart = std::max(top, std::min(deviceBottom - 1, toInt(std::floor(above)) - 1));
         if (above < below && lowerStart <= bottom) {
-            m_rows.appendCutPixels(lowerStart, bottom, device, m_rectangles);
+            m_rows.appendCutPixels(lowerStart, bottom, device, rectangles);
             bottom = lowerStart - 1;
         }
     }
-    m_rows.appendPixels(top, bottom, m_rectangles);
+    m_rows.appendPixels(top, bottom, rectangles);
     painter.setPen(Qt::NoPen);
     painter.setBrush(pen.brush());
-    painter.drawRects(m_rectangles);
+    painter.drawRects(rectangles);
 }
 
 // Top and bottom of the line that crosses a pixel position; both 0 when none does.

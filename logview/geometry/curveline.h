@@ -3,7 +3,6 @@
 #include "logview/geometry/curvepath.h"
 #include "logview/geometry/strokerows.h"
 
-#include <QRect>
 #include <QVector>
 
 QT_BEGIN_NAMESPACE
@@ -50,7 +49,6 @@ private:
     CurveSamples m_samples;
     CurveKey m_key;
     mutable StrokeRows m_rows; ///< of the last pen width
-    mutable QVector<QRect> m_rectangles; ///< of the last paint: its memory is used again
     mutable QVector<Milestone> m_milestones; ///< for dashes
     mutable double m_milestonesPerPixel = 0; ///< rows they are for
 };

@@ -160,6 +160,18 @@ private slots:
         QCOMPARE(m_catalogue->curve("A", "Y").maximum, 10.0);
     }
 
+    void samplesTakeNoMoreMemoryThanTheyNeed()
+    {
+        const QVector<float> floats(10000, 1);
+        add("A")->logs = {{"X", "", floats, floats}};
+        m_catalogue->build();
+        const LogCurveData curve = m_catalogue->curve("A", "X");
+        QCOMPARE(curve.depths.size(), floats.size());
+        QVERIFY(curve.depths.capacity() < 10100);
+        QVERIFY(curve.values.capacity() < 10100);
+        QVERIFY(curve.sampleFlags.capacity() < 10100);
+    }
+
     void aMissingWellOrLogGivesARecordWithoutSamples_data()
     {
         QTest::addColumn<QString>("well");
