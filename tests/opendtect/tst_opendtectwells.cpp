@@ -9,6 +9,7 @@
 #include "survey/surveystore.h"
 #include "surveycontents.h"
 
+#include <QDirIterator>
 #include <QTest>
 
 #include <atomic>
