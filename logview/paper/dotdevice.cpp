@@ -10,6 +10,8 @@ namespace logview {
 
 namespace {
 
+constexpr int longLine = 100; // corners from which it is worth an origin of its own
+
 QPointF onDot(const QPointF &point)
 {
     return {std::round(point.x()), std::round(point.y())};
@@ -66,6 +68,29 @@ private:
     bool m_isOpen = true;
 };
 
+// Whether a line between these corners may show in the area.
+bool meets(const QPointF &from, const QPointF &to, const QRectF &area)
+{
+    return std::max(from.x(), to.x()) >= area.left() && std::min(from.x(), to.x()) <= area.right()
+        && std::max(from.y(), to.y()) >= area.top() && std::min(from.y(), to.y()) <= area.bottom();
+}
+
+// The stretches of a line that may show in the area. A line that does not reach it has none.
+QVector<QVector<QPointF>> stretchesIn(const QVector<QPointF> &corners, const QRectF &area)
+{
+    QVector<QVector<QPointF>> stretches;
+    bool isInside = false;
+    for (int i = 1; i < corners.size(); ++i) {
+        const bool meetsNow = meets(corners.at(i - 1), corners.at(i), area);
+        if (meetsNow && !isInside)
+            stretches.append({corners.at(i - 1)});
+        if (meetsNow)
+            stretches.last().append(corners.at(i));
+        isInside = meetsNow;
+    }
+    return stretches;
+}
+
 void appendLine(QPainterPath &path, const QVector<QPointF> &corners, bool isClosed)
 {
     const QVector<QPointF> kept = withoutIdleCorners(corners);
@@ -81,14 +106,19 @@ void appendLine(QPainterPath &path, const QVector<QPointF> &corners, bool isClos
 }
 
 // Lines go to dots and lose idle corners; curves keep theirs.
-QPainterPath onDots(const QPainterPath &path, const QTransform &toDots)
+// Of lines that are only stroked goes what lies outside of a valid \a strokedIn, too.
+QPainterPath onDots(const QPainterPath &path, const QTransform &toDots, const QRectF &strokedIn)
 {
     QPainterPath result;
     result.setFillRule(path.fillRule());
     QVector<QPointF> corners;
     const auto flush = [&] {
-        if (!corners.isEmpty())
-            appendLine(result, corners, corners.size() > 2 && corners.first() == corners.last());
+        const bool isRing = corners.size() > 2 && corners.first() == corners.last();
+        if (strokedIn.isValid() && corners.size() > 1)
+            for (const QVector<QPointF> &stretch : stretchesIn(corners, strokedIn))
+                appendLine(result, stretch, stretch.size() == corners.size() && isRing);
+        else if (!corners.isEmpty())
+            appendLine(result, corners, isRing);
         corners.clear();
     };
     for (int i = 0; i < path.elementCount(); ++i) {
@@ -148,7 +178,15 @@ public:
     {
     }
 
-    void drawPath(const QPainterPath &path) override { m_target->drawPath(onDots(path, transform())); }
+    void drawPath(const QPainterPath &path) override
+    {
+        const QRectF strokedIn = m_target->brush().style() == Qt::NoBrush ? strokedArea() : QRectF();
+        const QPainterPath shown = onDots(path, transform(), strokedIn);
+        if (strokedIn.isValid() && shown.elementCount() >= longLine)
+            drawFromItsMiddle(shown);
+        else if (!shown.isEmpty())
+            m_target->drawPath(shown);
+    }
     using VectorEngine::drawPolygon;
     void drawPolygon(const QPointF *points, int count, PolygonDrawMode mode) override
     {
@@ -208,6 +246,27 @@ protected:
     void setClipping(bool isOn) override { m_target->setClipping(isOn); }
 
 private:
+    // Where strokes show, as far as their corners may stand from the clip; none where what is outside matters too: dashes
+    // count from a line's beginning.
+    QRectF strokedArea() const
+    {
+        const QPen pen = m_target->pen();
+        if (!m_target->hasClipping() || pen.style() != Qt::SolidLine)
+            return {};
+        const double reach = pen.widthF() * std::max(pen.miterLimit(), 1.0);
+        return m_target->clipBoundingRect().adjusted(-reach, -reach, reach, reach);
+    }
+
+    // Corners counted from the middle of their line have fewer digits, and the file is a tenth smaller.
+    void drawFromItsMiddle(const QPainterPath &path)
+    {
+        const QRectF area = path.controlPointRect();
+        const QPointF origin = onDot({area.center().x(), area.top()});
+        m_target->translate(origin);
+        m_target->drawPath(path.translated(-origin));
+        m_target->resetTransform();
+    }
+
     QPainter *m_target;
     double m_dotsPerPixel;
 };

@@ -15,7 +15,14 @@ using namespace logview;
 
 namespace {
 
-struct PaperFixture : DisplayFixture
+struct SheetFixture : DisplayFixture
+{
+    QGraphicsScene &headers() { return *display->headerView()->scene(); }
+    Sheet sheet(Paper paper) { return layOutSheet(sheetContents(headers(), *scene()), paper, pdfLimits()); }
+    QByteArray pdf(Paper paper) { return pdfBytes(SheetPainter(headers(), *scene(), sheet(paper))); }
+};
+
+struct PaperFixture : SheetFixture
 {
     PaperFixture()
     {
@@ -26,10 +33,39 @@ struct PaperFixture : DisplayFixture
         show();
         panel()->enterScale(1000);
     }
-    QGraphicsScene &headers() { return *display->headerView()->scene(); }
-    Sheet sheet(Paper paper) { return layOutSheet(sheetContents(headers(), *scene()), paper, pdfLimits()); }
-    QByteArray pdf(Paper paper) { return pdfBytes(SheetPainter(headers(), *scene(), sheet(paper))); }
 };
+
+/// Eight tracks, more than a page is wide, of a curve that turns at each of its samples.
+struct NoisyFixture : SheetFixture
+{
+    static constexpr int samples = 1500;
+    static float value(int depth) { return depth % 2 == 0 ? 60 : 90; }
+
+    NoisyFixture()
+    {
+        QVector<float> depths;
+        QVector<float> values;
+        for (int depth = 0; depth < samples; ++depth) {
+            depths.append(static_cast<float>(depth));
+            values.append(value(depth));
+        }
+        addLog(QStringLiteral("GR"), depths, values);
+        for (int track = 1; track <= 8; ++track)
+            addTrack(track, linearTrack);
+        show();
+        panel()->enterScale(1000);
+    }
+};
+
+QVector<QPolygonF> longLines(const pdf::Page &page)
+{
+    QVector<QPolygonF> found;
+    for (const pdf::Path &path : page.paths)
+        for (const QPolygonF &line : path.lines)
+            if (line.size() > 10)
+                found.append(line);
+    return found;
+}
 
 // Where a sample stands on its page, mm.
 QPointF placeOf(const Sheet &sheet, const SheetPage &page, double depth, double value)
@@ -103,6 +139,50 @@ private slots:
                                         [](const SheetPage &page) { return page.endDepth > 500; });
         QVERIFY(pdf::distanceOfCorner(file.pages.at(first - sheet.pages.begin()), placeOf(sheet, *first, 500, 150))
                 < dotMm);
+    }
+
+    // A page holds the pieces of curves that it shows, neither those of other pages nor those of the tracks beside.
+    void aPageHoldsNoMoreThanItShows()
+    {
+        NoisyFixture f;
+        const Sheet sheet = f.sheet(Paper::A4);
+        const pdf::File file = pdf::read(f.pdf(Paper::A4));
+        QCOMPARE(file.pages.size(), sheet.pages.size());
+        int curves = 0;
+        int corners = 0;
+        for (int i = 0; i < file.pages.size(); ++i) {
+            const SheetPage &shown = sheet.pages.at(i);
+            // To the next sample, 1 mm away, and to the width of a pen.
+            const QRectF tracks = sheet.trackArea(shown)
+                                      .adjusted(0, -sheet.bleedAbove(shown), 0, sheet.bleedBelow(shown))
+                                      .adjusted(-16, -16, 16, 16);
+            const QRectF areaMm(tracks.topLeft() / pixelsPerMm, tracks.size() / pixelsPerMm);
+            for (const QPolygonF &line : longLines(file.pages.at(i))) {
+                ++curves;
+                corners += line.size();
+                QVERIFY(areaMm.contains(line.boundingRect()));
+            }
+        }
+        const int tracks = sheet.contents.trackStarts.size();
+        QVERIFY(sheet.pages.last().firstTrack > 0); // the display continues beside
+        QCOMPARE(curves, tracks * sheet.pages.size() / 2);
+        // Where a page ends both have the samples around.
+        QVERIFY2(corners >= tracks * NoisyFixture::samples, qPrintable(QString::number(corners)));
+        QVERIFY2(corners <= tracks * (NoisyFixture::samples + sheet.pages.size() * 8),
+                 qPrintable(QString::number(corners)));
+    }
+
+    void longCurvesStandExactToADot()
+    {
+        NoisyFixture f;
+        const Sheet sheet = f.sheet(Paper::A4);
+        const pdf::File file = pdf::read(f.pdf(Paper::A4));
+        const SheetPage &shown = sheet.pages.first();
+        for (int depth = 1; depth < shown.endDepth; depth += 10)
+            QVERIFY2(pdf::distanceOfCorner(file.pages.first(),
+                                           placeOf(sheet, shown, depth, double(NoisyFixture::value(depth))))
+                         < dotMm,
+                     qPrintable(QString::number(depth)));
     }
 
     void nothingPaintsOverHeaderOrFooter()
