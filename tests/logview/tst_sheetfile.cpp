@@ -4,10 +4,13 @@
 #include "logview/paper/dotdevice.h"
 #include "logview/paper/sheetfile.h"
 #include "logview/paper/sheetpainter.h"
+#include "logview/visiblearea.h"
 #include "support/pdfreader.h"
 #include "support/testmain.h"
 
 #include <QGraphicsView>
+#include <QPainter>
+#include <QStyleOptionGraphicsItem>
 #include <QXmlStreamReader>
 #include <QtMath>
 
@@ -183,6 +186,28 @@ private slots:
                                            placeOf(sheet, shown, depth, double(NoisyFixture::value(depth))))
                          < dotMm,
                      qPrintable(QString::number(depth)));
+    }
+
+    // Small numbers make a small file: corners of a long curve count from its middle.
+    void longCurvesHaveAnOriginOfTheirOwn()
+    {
+        NoisyFixture f;
+        const Sheet sheet = layOutSheet(sheetContents(f.headers(), *f.scene()), Paper::Continuous, svgLimits());
+        const QByteArray svg = svgBytes(SheetPainter(f.headers(), *f.scene(), sheet));
+        QCOMPARE(svg.count(" transform=\"matrix(1 0 0 1 "), sheet.contents.trackStarts.size());
+    }
+
+    // What a page cuts off need not be reduced to its dots first.
+    void itemsShowNoMoreThanTheClip()
+    {
+        QImage image(200, 100, QImage::Format_RGB32);
+        QPainter painter(&image);
+        painter.scale(2, 2);
+        QStyleOptionGraphicsItem option;
+        option.exposedRect = QRectF(0, 0, 1000, 1000);
+        QCOMPARE(visibleArea(painter, option), QRectF(0, 0, 100, 50));
+        painter.setClipRect(QRectF(10, 20, 30, 40));
+        QCOMPARE(visibleArea(painter, option), QRectF(10, 20, 30, 30));
     }
 
     void nothingPaintsOverHeaderOrFooter()
