@@ -19,13 +19,13 @@ namespace {
 
 const QLatin1String shownFolder("/surveys/Demo");
 
-// In texts that are only shown, and in fields: nothing hears of it.
+// In texts that are only shown, and in fields: nothing hears of it. What has no such path stays as it is, its cursor too.
 void showPath(QWidget *widget, const QString &path, const QString &instead)
 {
     const QSignalBlocker blocker(widget);
     if (auto *label = qobject_cast<QLabel *>(widget))
         label->setText(label->text().replace(path, instead));
-    else if (auto *field = qobject_cast<QLineEdit *>(widget))
+    else if (auto *field = qobject_cast<QLineEdit *>(widget); field && field->text().contains(path))
         field->setText(field->text().replace(path, instead));
     else if (auto *text = qobject_cast<QTextEdit *>(widget))
         for (QTextCursor found = text->document()->find(path); !found.isNull(); found = text->document()->find(path))

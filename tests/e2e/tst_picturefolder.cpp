@@ -60,6 +60,16 @@ private slots:
         QVERIFY(mine.window.grab().toImage() != picture);
     }
 
+    void otherFieldsStayAsTheyAre()
+    {
+        const QString path("/home/me/work/Vellorn");
+        Window mine(path);
+        mine.field->setText("a text that is longer than its field, whose beginning is to be seen in the picture");
+        mine.field->setCursorPosition(0);
+        programs::PictureFolder(m_folder.path(), path).pictureOf(&mine.window);
+        QCOMPARE(mine.field->cursorPosition(), 0);
+    }
+
     void namesAndMissingPictures()
     {
         programs::PictureFolder pictures(m_folder.filePath("new/folder"), QString());
