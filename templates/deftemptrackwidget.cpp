@@ -53,6 +53,7 @@ DefTempTrackWidget::DefTempTrackWidget(TemplateChoices &choices, QAbstractItemMo
     , m_choices(choices)
     , m_type(new QComboBox)
     , m_table(new QTableWidget(0, curvecolumn::Count))
+    , m_viewport(m_table->viewport())
 {
     setObjectName(QStringLiteral("DefTempTrackWidget"));
     m_models = {&choices, colorBars, new FillLimitModel(filllimit::leftBoundary(), this),
@@ -86,7 +87,7 @@ DefTempTrackWidget::DefTempTrackWidget(TemplateChoices &choices, QAbstractItemMo
         m_table->setColumnWidth(column, columnWidths[column]);
     base::keepColumns(header, QStringLiteral("templateCurves"));
     m_table->installEventFilter(this);
-    m_table->viewport()->installEventFilter(this);
+    m_viewport->installEventFilter(this);
 
     connect(add, &QPushButton::clicked, this, &DefTempTrackWidget::addCurveClicked);
     connect(m_type, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &DefTempTrackWidget::trackTypeChanged);
@@ -263,10 +264,10 @@ bool DefTempTrackWidget::keyPressed(int key)
 
 bool DefTempTrackWidget::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::KeyPress && watched != m_table->viewport()
+    if (event->type() == QEvent::KeyPress && watched != m_viewport
         && keyPressed(static_cast<QKeyEvent *>(event)->key()))
         return true;
-    if (watched == m_table->viewport()) {
+    if (watched == m_viewport) {
         if (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest)
             makeRowsInSight();
     } else if (auto *cell = watched == m_table ? nullptr : qobject_cast<QWidget *>(watched)) {

@@ -83,4 +83,5 @@ private:
     bool m_isShowing = false; ///< widgets change because rows are shown, not because the user edits
     QComboBox *m_type;
     QTableWidget *m_table;
+    QWidget *m_viewport; ///< of the table, which is no longer asked while it goes
 };
