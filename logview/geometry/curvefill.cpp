@@ -175,7 +175,7 @@ private:
         const qint64 first = m_isScaled ? 0 : 32;
         const int bits = m_isScaled ? 4 : 6;
         const qint64 row = (steps - first) >> bits;
-        return steps - first == row << bits ? 2 * row : 2 * row + 1;
+        return steps - first == row * (1 << bits) ? 2 * row : 2 * row + 1;
     }
 
     // The last of the samples from there on that stand in one band.
