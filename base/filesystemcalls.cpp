@@ -85,10 +85,21 @@ int FileSystemCalls::mkdir(const char *path)
 
 namespace {
 
+// Never destroyed: what goes with the program or the plug-in, after objects made later, still writes what it remembers.
+union RealCalls
+{
+    RealCalls()
+        : calls()
+    {
+    }
+    ~RealCalls() {}
+    FileSystemCalls calls;
+};
+
 FileSystemCalls *&callsInForce()
 {
-    static FileSystemCalls real;
-    static FileSystemCalls *calls = &real;
+    static RealCalls real;
+    static FileSystemCalls *calls = &real.calls;
     return calls;
 }
 
