@@ -133,7 +133,7 @@ void makeFiles(const QString &survey, const QString &folder)
     files::write(folder + QStringLiteral("/markers.txt"), "Name\tDepth\nA\t1200\nB\t1300.5\nC\tdeep\n");
     files::write(folder + QStringLiteral("/zones.txt"), "1200\t1250\tPerf\n1300\t1290\t\n");
     files::write(folder + QStringLiteral("/points.txt"), "1200 0.1\n1300 0.2\n1400 nan\n");
-    files::write(folder + QStringLiteral("/no.las"), QByteArray("\0\xff~A\n1 2\n3", 12));
+    files::write(folder + QStringLiteral("/no.las"), QByteArray("\0\xff~A\n1 2\n3", 10));
     files::write(folder + QStringLiteral("/empty.txt"), "");
     QDir(folder).mkpath(QStringLiteral("folder"));
 }
