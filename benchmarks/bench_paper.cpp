@@ -77,12 +77,6 @@ private:
     ProjectData m_launch;
 };
 
-Launch &launch()
-{
-    static Launch launch;
-    return launch;
-}
-
 // What scrolling through the whole log paints.
 void paintAll(const WellDisplayWidget &display)
 {
@@ -95,7 +89,8 @@ void paintAll(const WellDisplayWidget &display)
 
 void pdfPages(benchmark::State &state)
 {
-    WellDisplayWidget &display = *launch().display;
+    const Launch launch;
+    WellDisplayWidget &display = *launch.display;
     QGraphicsScene &headers = *display.headerView()->scene();
     const logview::Sheet sheet = logview::layOutSheet(logview::sheetContents(headers, *display.scene()),
                                                       logview::Paper::A4, logview::pdfLimits());

@@ -1,5 +1,7 @@
 #include "logview/paper/dotdevice.h"
 
+#include "logview/paper/pdflines.h"
+
 #include <QPainter>
 #include <QPainterPath>
 
@@ -38,32 +40,34 @@ public:
     {
         constexpr double reach = 0.5;
         const QPointF step = to - m_from;
-        const double distance = std::hypot(step.x(), step.y());
+        const double distance = QPointF::dotProduct(step, step); // squared
         if (distance < m_farthest)
             return false; // it turns back
-        const double angle = std::atan2(step.y(), step.x());
-        const double width = distance > reach ? std::asin(reach / distance) : M_PI;
-        if (m_isOpen) {
-            m_middle = angle;
-            m_low = -width;
-            m_high = width;
-            m_isOpen = false;
-        } else {
-            const double offset = std::remainder(angle - m_middle, 2 * M_PI);
-            if (offset < m_low || offset > m_high)
-                return false;
-            m_low = std::max(m_low, offset - width);
-            m_high = std::min(m_high, offset + width);
+        if (distance <= reach * reach) {
+            m_farthest = distance;
+            return true;
         }
+        if (!m_isOpen && (turn(m_low, step) < 0 || turn(step, m_high) < 0))
+            return false;
+        // The lines from the corner that pass the point at the reach.
+        const double along = std::sqrt(distance - reach * reach);
+        const QPointF low(step.x() * along + step.y() * reach, step.y() * along - step.x() * reach);
+        const QPointF high(step.x() * along - step.y() * reach, step.y() * along + step.x() * reach);
+        if (m_isOpen || turn(m_low, low) > 0)
+            m_low = low;
+        if (m_isOpen || turn(high, m_high) > 0)
+            m_high = high;
+        m_isOpen = false;
         m_farthest = distance;
         return true;
     }
 
 private:
+    static double turn(const QPointF &from, const QPointF &to) { return from.x() * to.y() - from.y() * to.x(); }
+
     QPointF m_from;
-    double m_middle = 0;
-    double m_low = 0;
-    double m_high = 0;
+    QPointF m_low;
+    QPointF m_high;
     double m_farthest = 0;
     bool m_isOpen = true;
 };
@@ -145,6 +149,22 @@ QPainterPath onDots(const QPainterPath &path, const QTransform &toDots, const QR
     return result;
 }
 
+bool isRect(const QPainterPath &path)
+{
+    QPainterPath rect;
+    rect.addRect(path.boundingRect());
+    return path == rect;
+}
+
+QPainterPath commonArea(const QPainterPath &a, const QPainterPath &b)
+{
+    if (!isRect(a) || !isRect(b))
+        return a.intersected(b);
+    QPainterPath area;
+    area.addRect(a.boundingRect().intersected(b.boundingRect()));
+    return area;
+}
+
 } // namespace
 
 QVector<QPointF> withoutIdleCorners(const QVector<QPointF> &corners)
@@ -172,14 +192,17 @@ QVector<QPointF> withoutIdleCorners(const QVector<QPointF> &corners)
 class DotDevice::Engine : public VectorEngine
 {
 public:
-    Engine(QPainter *target, double dotsPerPixel)
+    Engine(QPainter *target, double dotsPerPixel, PdfLines *longLines)
         : m_target(target)
         , m_dotsPerPixel(dotsPerPixel)
+        , m_longLines(longLines)
     {
     }
 
     void drawPath(const QPainterPath &path) override
     {
+        if (!applyClip())
+            return;
         const QRectF strokedIn = m_target->brush().style() == Qt::NoBrush ? strokedArea() : QRectF();
         const QPainterPath shown = onDots(path, transform(), strokedIn);
         if (strokedIn.isValid() && shown.elementCount() >= longLine)
@@ -190,6 +213,8 @@ public:
     using VectorEngine::drawPolygon;
     void drawPolygon(const QPointF *points, int count, PolygonDrawMode mode) override
     {
+        if (!applyClip())
+            return;
         QPainterPath path;
         path.setFillRule(mode == WindingMode ? Qt::WindingFill : Qt::OddEvenFill);
         QVector<QPointF> corners;
@@ -208,6 +233,8 @@ public:
     }
     void drawTextItem(const QPointF &place, const QTextItem &item) override
     {
+        if (!applyClip())
+            return;
         m_target->setTransform(transform());
         m_target->setFont(item.font());
         const QBrush brush = m_target->brush();
@@ -218,6 +245,8 @@ public:
     void drawImage(const QRectF &target, const QImage &image, const QRectF &source,
                    Qt::ImageConversionFlags flags) override
     {
+        if (!applyClip())
+            return;
         m_target->drawImage(transform().mapRect(target), image, source, flags);
     }
 
@@ -241,11 +270,29 @@ protected:
     }
     void clip(const QPainterPath &path, Qt::ClipOperation operation) override
     {
-        m_target->setClipPath(path, operation);
+        const bool isWithin = operation == Qt::IntersectClip && m_isClipped;
+        m_clip = isWithin ? commonArea(m_clip, path) : path;
+        m_isClipped = true;
     }
-    void setClipping(bool isOn) override { m_target->setClipping(isOn); }
+    void setClipping(bool isOn) override { m_isClipped = isOn; }
 
 private:
+    // Hands on the clip to what is now painted; false where it hides all. Most clips are set and gone before anything is
+    // painted, and the same come again: each would be written.
+    bool applyClip()
+    {
+        if (m_isClipped && m_clip.boundingRect().isEmpty())
+            return false;
+        if (m_isClipped != m_target->hasClipping() || (m_isClipped && m_clip != m_appliedClip)) {
+            if (m_isClipped)
+                m_target->setClipPath(m_clip);
+            else
+                m_target->setClipping(false);
+            m_appliedClip = m_clip;
+        }
+        return true;
+    }
+
     // Where strokes show, as far as their corners may stand from the clip; none where what is outside matters too: dashes
     // count from a line's beginning.
     QRectF strokedArea() const
@@ -263,17 +310,22 @@ private:
         const QRectF area = path.controlPointRect();
         const QPointF origin = onDot({area.center().x(), area.top()});
         m_target->translate(origin);
-        m_target->drawPath(path.translated(-origin));
+        const QPainterPath moved = path.translated(-origin);
+        m_target->drawPath(m_longLines && PdfLines::canHold(moved) ? m_longLines->markFor(moved) : moved);
         m_target->resetTransform();
     }
 
     QPainter *m_target;
     double m_dotsPerPixel;
+    PdfLines *m_longLines;
+    QPainterPath m_clip; // in force while m_isClipped
+    QPainterPath m_appliedClip;
+    bool m_isClipped = false;
 };
 
-DotDevice::DotDevice(QPainter *target, double dotsPerInch, const QSizeF &sizePx)
+DotDevice::DotDevice(QPainter *target, double dotsPerInch, const QSizeF &sizePx, PdfLines *longLines)
     : VectorDevice(sizePx, dotsPerInch)
-    , m_engine(std::make_unique<Engine>(target, dotsPerPixel()))
+    , m_engine(std::make_unique<Engine>(target, dotsPerPixel(), longLines))
 {
 }
 

@@ -13,6 +13,8 @@ QT_END_NAMESPACE
 
 namespace logview {
 
+class PdfLines;
+
 /// A paint device that hands on what is painted to a painter of vectors, on the dots of a printer: corners go to whole
 /// dots, points that no dot tells apart go, lines without scaled width get the width that they have at 96 dots an inch.
 /// So a curve takes as much of a file as its paper shows. Its units are dots, its fonts those of 96 dots an inch: who
@@ -21,8 +23,8 @@ class DotDevice : public VectorDevice
 {
 public:
     /// \a target is active, outlives the device, and has the same units and fonts. \a sizePx is the size of a page in
-    /// pixels of the display.
-    DotDevice(QPainter *target, double dotsPerInch, const QSizeF &sizePx);
+    /// pixels of the display. Long lines go to \a longLines, which outlives the device, where that is given.
+    DotDevice(QPainter *target, double dotsPerInch, const QSizeF &sizePx, PdfLines *longLines = nullptr);
     ~DotDevice() override;
 
     QPaintEngine *paintEngine() const override;

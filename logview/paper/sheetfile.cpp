@@ -1,6 +1,7 @@
 #include "logview/paper/sheetfile.h"
 
 #include "logview/paper/dotdevice.h"
+#include "logview/paper/pdflines.h"
 #include "logview/paper/sheetpainter.h"
 #include "logview/paper/svgdevice.h"
 
@@ -27,17 +28,16 @@ protected:
     }
 };
 
-void paintPage(QPainter &target, const SheetPainter &sheet, int page, int dotsPerInch)
+void paintPage(QPainter &target, const SheetPainter &sheet, int page, int dotsPerInch, PdfLines *longLines = nullptr)
 {
-    DotDevice device(&target, dotsPerInch, sheet.sheet().pageSize);
+    DotDevice device(&target, dotsPerInch, sheet.sheet().pageSize, longLines);
     QPainter painter(&device);
     painter.scale(device.dotsPerPixel(), device.dotsPerPixel());
     sheet.paint(painter, page);
 }
 
-} // namespace
-
-QByteArray pdfBytes(const SheetPainter &sheet, int dotsPerInch, const PageDone &pageDone)
+// All pages by Qt's writer; long lines go to \a longLines where that is given.
+QByteArray writtenPages(const SheetPainter &sheet, int dotsPerInch, const PageDone &pageDone, PdfLines *longLines)
 {
     QByteArray bytes;
     QBuffer buffer(&bytes);
@@ -54,12 +54,25 @@ QByteArray pdfBytes(const SheetPainter &sheet, int dotsPerInch, const PageDone &
     for (int page = 0; page < count; ++page) {
         if (page > 0)
             writer.newPage();
-        paintPage(painter, sheet, page, dotsPerInch);
+        paintPage(painter, sheet, page, dotsPerInch, longLines);
         if (pageDone && !pageDone(page + 1, count))
             return {};
     }
     painter.end();
     return bytes;
+}
+
+} // namespace
+
+QByteArray pdfBytes(const SheetPainter &sheet, int dotsPerInch, const PageDone &pageDone)
+{
+    PdfLines longLines;
+    const QByteArray pages = writtenPages(sheet, dotsPerInch, pageDone, &longLines);
+    if (pages.isEmpty() || longLines.isEmpty())
+        return pages;
+    const QByteArray bytes = longLines.writtenInto(pages);
+    // A writer that lays its files out in another way writes them alone.
+    return bytes.isEmpty() ? writtenPages(sheet, dotsPerInch, pageDone, nullptr) : bytes;
 }
 
 QByteArray svgBytes(const SheetPainter &sheet, int dotsPerInch)

@@ -188,6 +188,19 @@ private slots:
                      qPrintable(QString::number(depth)));
     }
 
+    // Pages whose long lines Qt's writer wrote would be painted twice.
+    void longCurvesAreWrittenPastQtsWriter()
+    {
+        NoisyFixture f;
+        const SheetPainter painter(f.headers(), *f.scene(), f.sheet(Paper::A4));
+        int told = 0;
+        const pdf::File file = pdf::read(pdfBytes(painter, 600, [&told](int, int) { return ++told > 0; }));
+        QVERIFY(file.isComplete);
+        QCOMPARE(told, painter.sheet().pages.size());
+        for (const QByteArray &content : file.contents)
+            QVERIFY(!content.contains("-1000000"));
+    }
+
     // Small numbers make a small file: corners of a long curve count from its middle.
     void longCurvesHaveAnOriginOfTheirOwn()
     {

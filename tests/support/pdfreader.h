@@ -31,6 +31,7 @@ struct Page
 struct File
 {
     QVector<Page> pages;
+    QVector<QByteArray> contents; ///< what each page is made of
     bool hasEmbeddedFonts = false;
     bool isComplete = false;
 };
@@ -94,10 +95,43 @@ inline Page readPage(const QByteArray &content, const QSizeF &points)
     return page;
 }
 
+/// Whether each object stands where the file's table says, and its stream is as long as it says.
+inline bool hasSoundTable(const QByteArray &bytes)
+{
+    const int told = bytes.lastIndexOf("startxref\n");
+    const int table = bytes.mid(told + 10).split('\n').first().trimmed().toInt();
+    QList<QByteArray> rows = bytes.mid(table, told - table).split('\n');
+    if (told < 0 || rows.size() < 3 || rows.takeFirst() != "xref")
+        return false;
+    const int count = rows.takeFirst().split(' ').last().toInt();
+    if (rows.value(count) != "trailer")
+        return false;
+    int objects = 0;
+    for (int i = 1; i < count; ++i) {
+        const int place = rows.at(i).left(10).toInt();
+        if (place == 0)
+            continue; // free
+        ++objects;
+        if (!bytes.mid(place).startsWith(QByteArray::number(i) + " 0 obj\n"))
+            return false;
+        const int end = bytes.indexOf("endobj", place);
+        static const QRegularExpression lengthOf(QStringLiteral("/Length (\\d+) 0 R"));
+        const QRegularExpressionMatch length = lengthOf.match(QString::fromLatin1(bytes.mid(place, 200)));
+        if (!length.hasMatch() || length.capturedStart() > end - place)
+            continue;
+        const int lengthPlace = rows.at(length.captured(1).toInt()).left(10).toInt();
+        const int size = bytes.mid(bytes.indexOf('\n', lengthPlace) + 1, 12).split('\n').first().toInt();
+        const int start = bytes.indexOf("stream\n", place) + 7;
+        if (!bytes.mid(start + size).startsWith("\nendstream\nendobj\n"))
+            return false;
+    }
+    return objects > 0;
+}
+
 inline File read(const QByteArray &bytes)
 {
     File file;
-    file.isComplete = bytes.startsWith("%PDF-") && bytes.trimmed().endsWith("%%EOF");
+    file.isComplete = bytes.startsWith("%PDF-") && bytes.trimmed().endsWith("%%EOF") && hasSoundTable(bytes);
     file.hasEmbeddedFonts = bytes.contains("/FontFile");
     const auto object = [&bytes](int number) {
         const QByteArray head = '\n' + QByteArray::number(number) + " 0 obj";
@@ -115,8 +149,9 @@ inline File read(const QByteArray &bytes)
         const QByteArray content = object(contents.match(head).captured(1).toInt());
         const int start = content.indexOf("stream\n") + 7;
         const QByteArray stream = content.mid(start, content.indexOf("\nendstream") - start);
-        file.pages.append(readPage(content.contains("FlateDecode") ? inflated(stream) : stream,
-                                   QSizeF(size.captured(1).toDouble(), size.captured(2).toDouble())));
+        file.contents.append(content.contains("FlateDecode") ? inflated(stream) : stream);
+        file.pages.append(
+            readPage(file.contents.last(), QSizeF(size.captured(1).toDouble(), size.captured(2).toDouble())));
     }
     return file;
 }

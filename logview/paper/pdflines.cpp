@@ -1,0 +1,260 @@
+#include "logview/paper/pdflines.h"
+
+#include <QPainterPath>
+#include <QThread>
+#include <QThreadPool>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <numeric>
+#include <zlib.h>
+
+namespace logview {
+
+namespace {
+
+// Left of any page at any resolution.
+constexpr int markX = -1000000;
+const QByteArray markStart = QByteArray::number(markX) + ' ';
+
+// Random numbers: few repetitions are worth to be looked for, and short ones none.
+constexpr int compressionLevel = 4;
+constexpr int compressionStrategy = Z_FILTERED;
+
+// The line as operators of a page.
+QByteArray operatorsOf(const QPainterPath &line)
+{
+    constexpr int mostDigits = 11;
+    constexpr int mostBytes = 2 * mostDigits + 4;
+    QByteArray bytes(mostBytes * line.elementCount(), Qt::Uninitialized);
+    char *at = bytes.data();
+    for (int i = 0; i < line.elementCount(); ++i) {
+        const QPainterPath::Element corner = line.elementAt(i);
+        at = std::to_chars(at, at + mostDigits, static_cast<int>(corner.x)).ptr;
+        *at++ = ' ';
+        at = std::to_chars(at, at + mostDigits, static_cast<int>(corner.y)).ptr;
+        *at++ = ' ';
+        *at++ = corner.isMoveTo() ? 'm' : 'l';
+        *at++ = '\n';
+    }
+    return {bytes.constData(), static_cast<int>(at - bytes.constData())};
+}
+
+QByteArray inflated(const char *stream, int size)
+{
+    QByteArray bytes;
+    z_stream state{};
+    if (::inflateInit(&state) != Z_OK)
+        return {};
+    state.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(stream));
+    state.avail_in = static_cast<uInt>(size);
+    int result = Z_OK;
+    while (result == Z_OK) {
+        const int filled = bytes.size();
+        bytes.resize(std::max(4 * size, 2 * filled));
+        state.next_out = reinterpret_cast<Bytef *>(bytes.data()) + filled;
+        state.avail_out = static_cast<uInt>(bytes.size() - filled);
+        result = ::inflate(&state, Z_NO_FLUSH);
+        bytes.chop(static_cast<int>(state.avail_out));
+    }
+    ::inflateEnd(&state);
+    return result == Z_STREAM_END ? bytes : QByteArray();
+}
+
+QByteArray deflated(const QByteArray &bytes)
+{
+    z_stream state{};
+    constexpr int windowBits = 15;
+    constexpr int memoryLevel = 9;
+    if (::deflateInit2(&state, compressionLevel, Z_DEFLATED, windowBits, memoryLevel, compressionStrategy) != Z_OK)
+        return {};
+    QByteArray stream(static_cast<int>(::deflateBound(&state, static_cast<uLong>(bytes.size()))), Qt::Uninitialized);
+    state.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(bytes.constData()));
+    state.avail_in = static_cast<uInt>(bytes.size());
+    state.next_out = reinterpret_cast<Bytef *>(stream.data());
+    state.avail_out = static_cast<uInt>(stream.size());
+    const int result = ::deflate(&state, Z_FINISH);
+    stream.chop(static_cast<int>(state.avail_out));
+    ::deflateEnd(&state);
+    return result == Z_STREAM_END ? stream : QByteArray();
+}
+
+/// A file as Qt's writer lays it out: objects one after the other, each with its place in a table at the end.
+class WrittenFile
+{
+public:
+    explicit WrittenFile(const QByteArray &pdf)
+        : m_pdf(pdf)
+    {
+        const int told = m_pdf.lastIndexOf("startxref\n");
+        const int table = told < 0 ? -1 : numberAt(told + 10);
+        const QByteArray head = "xref\n0 ";
+        if (table < 0 || m_pdf.mid(table, head.size()) != head)
+            return;
+        const int count = numberAt(table + head.size());
+        int entry = m_pdf.indexOf('\n', table + head.size()) + 1;
+        m_trailer = entry + count * entrySize;
+        if (!m_pdf.mid(m_trailer).startsWith("trailer\n"))
+            return;
+        m_table = table;
+        for (int i = 0; i < count; ++i, entry += entrySize)
+            m_places.append(m_pdf.at(entry + 17) == 'n' ? numberAt(entry) : 0);
+    }
+
+    struct Stream
+    {
+        int object = 0;
+        int lengthObject = 0;
+        int start = 0;
+        int size = 0;
+    };
+    // The contents of the pages; none where the file has another form.
+    QVector<Stream> pages() const
+    {
+        QVector<Stream> found;
+        for (int i = 0; i < m_places.size(); ++i) {
+            const int place = m_places.at(i);
+            if (place == 0 || !m_pdf.mid(place, 40).contains("obj\n<<\n/Type /Page\n"))
+                continue;
+            Stream page;
+            page.object = numberBehind("/Contents ", place);
+            if (page.object <= 0 || page.object >= m_places.size())
+                return {};
+            const int head = m_places.at(page.object);
+            page.lengthObject = numberBehind("/Length ", head);
+            if (page.lengthObject <= 0 || page.lengthObject >= m_places.size())
+                return {};
+            page.start = m_pdf.indexOf(streamHead, head) + streamHead.size();
+            page.size = numberBehind(" obj\n", m_places.at(page.lengthObject));
+            if (m_pdf.mid(page.start + page.size, streamEnd.size()) != streamEnd)
+                return {};
+            found.append(page);
+        }
+        return found;
+    }
+
+    QByteArray withContents(const QVector<Stream> &pages, const QVector<QByteArray> &contents) const
+    {
+        QVector<QByteArray> changed(m_places.size());
+        for (int i = 0; i < pages.size(); ++i) {
+            const Stream &page = pages.at(i);
+            const int head = m_places.at(page.object);
+            changed[page.object] = m_pdf.mid(head, page.start - head) + contents.at(i) + streamEnd + "endobj\n";
+            changed[page.lengthObject] = QByteArray::number(page.lengthObject) + " 0 obj\n"
+                + QByteArray::number(contents.at(i).size()) + "\nendobj\n";
+        }
+        QVector<int> order;
+        for (int i = 0; i < m_places.size(); ++i)
+            if (m_places.at(i) > 0)
+                order.append(i);
+        std::sort(order.begin(), order.end(), [this](int a, int b) { return m_places.at(a) < m_places.at(b); });
+        QByteArray bytes = m_pdf.left(order.isEmpty() ? 0 : m_places.at(order.first()));
+        QVector<int> places(m_places.size());
+        for (int i = 0; i < order.size(); ++i) {
+            const int object = order.at(i);
+            const int place = m_places.at(object);
+            const int end = i + 1 < order.size() ? m_places.at(order.at(i + 1)) : m_table;
+            places[object] = bytes.size();
+            bytes += changed.at(object).isEmpty() ? m_pdf.mid(place, end - place) : changed.at(object);
+        }
+        const int table = bytes.size();
+        const int entries = m_trailer - m_places.size() * entrySize;
+        bytes += m_pdf.mid(m_table, entries - m_table);
+        for (int i = 0; i < places.size(); ++i) {
+            const QByteArray entry = m_pdf.mid(entries + i * entrySize, entrySize);
+            bytes +=
+                m_places.at(i) > 0 ? QByteArray::number(places.at(i)).rightJustified(10, '0') + entry.mid(10) : entry;
+        }
+        const int told = m_pdf.lastIndexOf("startxref\n");
+        return bytes + m_pdf.mid(m_trailer, told - m_trailer) + "startxref\n" + QByteArray::number(table)
+            + "\n%%EOF\n";
+    }
+
+private:
+    static constexpr int entrySize = 20;
+    const QByteArray streamHead = "stream\n";
+    const QByteArray streamEnd = "\nendstream\n";
+
+    int numberAt(int place) const { return std::atoi(m_pdf.constData() + std::min(place, m_pdf.size())); }
+    int numberBehind(const QByteArray &key, int place) const
+    {
+        const int found = m_pdf.indexOf(key, place);
+        return found < 0 ? -1 : numberAt(found + key.size());
+    }
+
+    QByteArray m_pdf;
+    int m_table = 0;
+    int m_trailer = 0;
+    QVector<int> m_places; // 0 for none
+};
+
+} // namespace
+
+bool PdfLines::canHold(const QPainterPath &line)
+{
+    constexpr double most = 1e8;
+    for (int i = 0; i < line.elementCount(); ++i) {
+        const QPainterPath::Element corner = line.elementAt(i);
+        const bool isWhole = std::floor(corner.x) == corner.x && std::floor(corner.y) == corner.y;
+        if (corner.isCurveTo() || !isWhole || std::abs(corner.x) >= most || std::abs(corner.y) >= most)
+            return false;
+    }
+    return true;
+}
+
+QPainterPath PdfLines::markFor(const QPainterPath &line)
+{
+    const int number = m_lines.size();
+    m_lines.append(operatorsOf(line));
+    QPainterPath mark(QPointF(markX, number));
+    mark.lineTo(markX, number + 1);
+    return mark;
+}
+
+QByteArray PdfLines::writtenInto(const QByteArray &pdf) const
+{
+    const WrittenFile file(pdf);
+    const auto pages = file.pages();
+    QVector<QByteArray> contents(pages.size());
+    QVector<QVector<int>> used(pages.size());
+    const auto fill = [&](int page) {
+        const auto &stream = pages.at(page);
+        const QByteArray old = inflated(pdf.constData() + stream.start, stream.size);
+        QByteArray content;
+        int from = 0;
+        for (int at = old.indexOf(markStart); at >= 0; at = old.indexOf(markStart, from)) {
+            const int line = std::atoi(old.constData() + at + markStart.size());
+            const QByteArray mark =
+                markStart + QByteArray::number(line) + " m\n" + markStart + QByteArray::number(line + 1) + " l\n";
+            if (line < 0 || line >= m_lines.size() || old.mid(at, mark.size()) != mark)
+                return;
+            content.append(old.constData() + from, at - from);
+            content += m_lines.at(line);
+            used[page].append(line);
+            from = at + mark.size();
+        }
+        content.append(old.constData() + from, old.size() - from);
+        contents[page] = deflated(content);
+    };
+    contents.detach();
+    used.detach();
+    {
+        QThreadPool pool;
+        pool.setMaxThreadCount(QThread::idealThreadCount());
+        for (int page = 0; page < pages.size(); ++page)
+            pool.start([page, &fill] { fill(page); });
+        pool.waitForDone();
+    }
+    QVector<int> lines;
+    for (const QVector<int> &ofPage : qAsConst(used))
+        lines += ofPage;
+    std::sort(lines.begin(), lines.end());
+    QVector<int> all(m_lines.size());
+    std::iota(all.begin(), all.end(), 0);
+    if (lines != all || contents.contains(QByteArray()))
+        return {};
+    return file.withContents(pages, contents);
+}
+
+} // namespace logview
