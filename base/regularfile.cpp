@@ -6,12 +6,11 @@
 
 #include <cerrno>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace base {
 
-int openRegularFile(const QString &path, const QString &root, int *errorCode)
+int openRegularFile(const QString &path, const QString &root, int *errorCode, struct stat *info)
 {
     const QByteArray name = QFile::encodeName(path);
     *errorCode = 0;
@@ -30,12 +29,10 @@ int openRegularFile(const QString &path, const QString &root, int *errorCode)
         *errorCode = errno;
         return -1;
     }
-    struct stat info
-    { };
-    if (::fstat(file, &info) != 0)
+    if (::fstat(file, info) != 0)
         *errorCode = errno;
-    else if (!S_ISREG(info.st_mode))
-        *errorCode = S_ISDIR(info.st_mode) ? EISDIR : EINVAL;
+    else if (!S_ISREG(info->st_mode))
+        *errorCode = S_ISDIR(info->st_mode) ? EISDIR : EINVAL;
     if (*errorCode == 0)
         return file;
     ::close(file);
@@ -48,14 +45,12 @@ RegularFile readRegularFile(const QString &path, const QString &root, qint64 max
     result.errorCode = linkProblem(root, path);
     if (!result.ok())
         return result;
-    const int file = openRegularFile(path, root, &result.errorCode);
-    if (file < 0)
-        return result;
     struct stat info
     { };
-    if (::fstat(file, &info) != 0)
-        result.errorCode = errno;
-    else if (info.st_size > maximumSize)
+    const int file = openRegularFile(path, root, &result.errorCode, &info);
+    if (file < 0)
+        return result;
+    if (info.st_size > maximumSize)
         result.errorCode = EFBIG;
     QByteArray bytes(result.ok() ? static_cast<int>(info.st_size) : 0, Qt::Uninitialized);
     int done = 0;

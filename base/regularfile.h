@@ -3,14 +3,16 @@
 #include <QByteArray>
 #include <QString>
 
+#include <sys/stat.h>
+
 /// Reading files that someone else may have put there: a pipe does not make a reader wait, a device or a file of
 /// absurd size is not read.
 namespace base {
 
 /// Opens a plain file for reading; -1, with an errno value in \a errorCode, for anything else. A link in the file's
 /// place is followed only as far as it stays below \a root (see linkProblem()); its folders are not looked at. The
-/// caller closes it.
-int openRegularFile(const QString &path, const QString &root, int *errorCode);
+/// caller closes it. \a info gets what the system tells of the opened file.
+int openRegularFile(const QString &path, const QString &root, int *errorCode, struct stat *info);
 
 /// The bytes of a file, or why there are none.
 struct RegularFile

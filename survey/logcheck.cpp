@@ -25,21 +25,20 @@ QStringList checkLogs(const QString &stem, const LogFiles::Report &report)
     QStringList names;
     for (int number = 1;; ++number) {
         const QString path = LogFiles::path(stem, number);
-        LogFileHeader header;
         QString problem;
-        const host::Outcome<host::LogData> log = readLogFile(path, &header, &problem);
+        const host::Outcome<LogFileHeader> log = checkLogFile(path, &problem);
         if (!log.ok() && !base::isThere(path))
             return names;
         if (!log.ok() || !problem.isEmpty())
             report(path, log.ok() ? problem : log.error);
         if (!log.ok())
             continue;
-        if (header.name.isEmpty())
+        if (log.value.name.isEmpty())
             report(path, QStringLiteral("its header gives the log no name"));
-        else if (names.contains(header.name))
-            report(path, QStringLiteral("a second log named \"%1\" is left out").arg(header.name));
+        else if (names.contains(log.value.name))
+            report(path, QStringLiteral("a second log named \"%1\" is left out").arg(log.value.name));
         else
-            names.append(header.name);
+            names.append(log.value.name);
     }
 }
 

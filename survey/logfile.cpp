@@ -120,10 +120,11 @@ public:
         float *depths = m_log.depths.data() + m_count;
         float *values = m_log.values.data() + m_count;
         bool isClean = true;
+        const bool isBigEndian = m_isBigEndian; // a member could be one of the floats, for all that the loop knows
         for (int i = 0; i < count; ++i) {
             const char *sample = bytes + static_cast<qint64>(i) * sampleSize;
-            depths[i] = toFloat(sample, m_isBigEndian);
-            values[i] = toFloat(sample + sizeof(float), m_isBigEndian);
+            depths[i] = toFloat(sample, isBigEndian);
+            values[i] = toFloat(sample + sizeof(float), isBigEndian);
             isClean &= std::isfinite(values[i]) & (std::fabs(depths[i]) < 9e29f);
         }
         m_isClean &= isClean;
@@ -233,6 +234,68 @@ void finishSamples(host::LogData *log, QString *problem)
         *problem = emptyText();
 }
 
+bool hasDefinedSample(const char *bytes, int count, bool isBigEndian)
+{
+    for (int i = 0; i < count; ++i, bytes += sampleSize)
+        if (isDepth(toFloat(bytes, isBigEndian))
+            && !host::isUndefined(asValue(toFloat(bytes + sizeof(float), isBigEndian))))
+            return true;
+    return false;
+}
+
+// The header of a log's file; \a head is what was read for it.
+host::Outcome<LogFileHeader> readHeader(InputFile &file, const QString &path, QByteArray *head)
+{
+    *head = file.read(blockSize);
+    bool isCut = false;
+    host::Outcome<LogFileHeader> parsed = parseLogHeader(*head, &isCut);
+    while (isCut && !parsed.ok() && head->size() < maximumHeaderSize) {
+        const QByteArray more = file.read(head->size());
+        if (more.isEmpty())
+            break;
+        *head += more;
+        parsed = parseLogHeader(*head, &isCut);
+    }
+    if (file.errorCode() != 0)
+        return {{}, readErrorText(path, file.errorCode())};
+    if (!parsed.ok())
+        return {{}, QStringLiteral("Cannot read the file %1: %2.").arg(path, parsed.error)};
+    return parsed;
+}
+
+host::Outcome<host::LogData> readSamples(InputFile &file, const QString &path, const LogFileHeader &header,
+                                         const QByteArray &head, QString *problem)
+{
+    const qint64 dataSize = file.size() - header.dataOffset;
+    if (header.storage == LogStorage::Ascii || dataSize <= head.size() || dataSize / sampleSize > maximumSamples) {
+        const bool isWhole = head.size() == file.size(); // most are small: they are not read twice
+        const host::Outcome<QByteArray> bytes = isWhole ? host::Outcome<QByteArray>{head, {}} : readFileBytes(path);
+        if (!bytes.ok())
+            return {{}, bytes.error};
+        return {parseLogSamples(header, bytes.value, problem), {}};
+    }
+    BinarySamples samples(static_cast<int>(dataSize / sampleSize), header.storage == LogStorage::BigEndian);
+    int room = static_cast<int>(dataSize / sampleSize);
+    QByteArray block = head.mid(header.dataOffset);
+    while (room > 0 && block.size() >= sampleSize) {
+        const int count = qMin(room, static_cast<int>(block.size()) / sampleSize);
+        samples.add(block.constData(), count);
+        room -= count;
+        block.remove(0, count * sampleSize);
+        block += file.read(blockSize);
+    }
+    if (file.errorCode() != 0)
+        return {{}, readErrorText(path, file.errorCode())};
+    host::LogData log;
+    log.name = header.name;
+    log.unit = header.unit;
+    samples.finish(&log);
+    if ((dataSize % sampleSize != 0 || room > 0) && problem)
+        *problem = cutText();
+    finishSamples(&log, problem);
+    return {log, {}};
+}
+
 } // namespace
 
 host::Outcome<LogFileHeader> parseLogHeader(const QByteArray &bytes, bool *isCut)
@@ -295,49 +358,43 @@ host::LogData parseLogSamples(const LogFileHeader &header, const QByteArray &byt
 host::Outcome<host::LogData> readLogFile(const QString &path, LogFileHeader *header, QString *problem)
 {
     InputFile file(path);
-    QByteArray head = file.read(blockSize);
-    bool isCut = false;
-    host::Outcome<LogFileHeader> parsed = parseLogHeader(head, &isCut);
-    while (isCut && !parsed.ok() && head.size() < maximumHeaderSize) {
-        const QByteArray more = file.read(head.size());
-        if (more.isEmpty())
-            break;
-        head += more;
-        parsed = parseLogHeader(head, &isCut);
-    }
-    if (file.errorCode() != 0)
-        return {{}, readErrorText(path, file.errorCode())};
+    QByteArray head;
+    const host::Outcome<LogFileHeader> parsed = readHeader(file, path, &head);
     if (!parsed.ok())
-        return {{}, QStringLiteral("Cannot read the file %1: %2.").arg(path, parsed.error)};
+        return {{}, parsed.error};
     *header = parsed.value;
-    const qint64 dataSize = file.size() - header->dataOffset;
-    if (header->storage == LogStorage::Ascii || dataSize <= head.size() || dataSize / sampleSize > maximumSamples) {
-        const bool isWhole = head.size() == file.size(); // most are small: they are not read twice
-        const host::Outcome<QByteArray> bytes = isWhole ? host::Outcome<QByteArray>{head, {}} : readFileBytes(path);
-        if (!bytes.ok())
-            return {{}, bytes.error};
-        return {parseLogSamples(*header, bytes.value, problem), {}};
-    }
-    BinarySamples samples(static_cast<int>(dataSize / sampleSize), header->storage == LogStorage::BigEndian);
-    int room = static_cast<int>(dataSize / sampleSize);
-    QByteArray block = head.mid(header->dataOffset);
-    while (room > 0 && block.size() >= sampleSize) {
-        const int count = qMin(room, static_cast<int>(block.size()) / sampleSize);
-        samples.add(block.constData(), count);
-        room -= count;
-        block.remove(0, count * sampleSize);
-        block += file.read(blockSize);
+    return readSamples(file, path, *header, head, problem);
+}
+
+host::Outcome<LogFileHeader> checkLogFile(const QString &path, QString *problem)
+{
+    InputFile file(path);
+    QByteArray head;
+    const host::Outcome<LogFileHeader> header = readHeader(file, path, &head);
+    if (!header.ok())
+        return header;
+    const qint64 samples = (file.size() - header.value.dataOffset) / sampleSize;
+    if (header.value.storage == LogStorage::Ascii || samples > maximumSamples)
+        return {header.value, readSamples(file, path, header.value, head, problem).error};
+    bool hasDefined = false;
+    qint64 seen = 0;
+    QByteArray block = head.mid(header.value.dataOffset);
+    while (!block.isEmpty()) {
+        const int count = block.size() / sampleSize;
+        hasDefined =
+            hasDefined || hasDefinedSample(block.constData(), count, header.value.storage == LogStorage::BigEndian);
+        seen += count;
+        const QByteArray more = file.read(blockSize);
+        block = more.isEmpty() ? more : block.mid(count * sampleSize) + more;
     }
     if (file.errorCode() != 0)
         return {{}, readErrorText(path, file.errorCode())};
-    host::LogData log;
-    log.name = header->name;
-    log.unit = header->unit;
-    samples.finish(&log);
-    if ((dataSize % sampleSize != 0 || room > 0) && problem)
+    *problem = sampleSizeProblem(header.value, file.size());
+    if (problem->isEmpty() && seen < samples)
         *problem = cutText();
-    finishSamples(&log, problem);
-    return {log, {}};
+    if (problem->isEmpty() && !hasDefined)
+        *problem = emptyText();
+    return header;
 }
 
 host::Outcome<QByteArray> renamedLogFile(const QByteArray &bytes, const QString &name)

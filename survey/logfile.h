@@ -35,6 +35,8 @@ host::LogData parseLogSamples(const LogFileHeader &header, const QByteArray &byt
 /// Reads a log file from disk as the two functions above do from its bytes, block by block. The error is a sentence
 /// that names the file.
 host::Outcome<host::LogData> readLogFile(const QString &path, LogFileHeader *header, QString *problem = nullptr);
+/// Reads the whole file and tells what readLogFile() would tell, without keeping its samples.
+host::Outcome<LogFileHeader> checkLogFile(const QString &path, QString *problem);
 
 /// The bytes of a log file with another name in its header; parameters and samples stay byte by byte. The error is a
 /// sentence without the file's name.

@@ -32,8 +32,11 @@ int separatorOf(const QByteArray &line)
 // The survey whose file it is: files lie in it or in its folder of wells.
 QString surveyOf(const QString &path)
 {
-    const QString folder = path.section(QLatin1Char('/'), 0, -2);
-    return folder.endsWith(QLatin1String("/WellInfo")) ? folder.section(QLatin1Char('/'), 0, -2) : folder;
+    QString folder = path.left(qMax(0, path.lastIndexOf(QLatin1Char('/'))));
+    const QLatin1String ofWells("/WellInfo");
+    if (folder.endsWith(ofWells))
+        folder.chop(ofWells.size());
+    return folder;
 }
 
 // Takes the line that begins at *offset and moves past its end. False at the end of the bytes.
@@ -204,14 +207,12 @@ QString unreadableText(int errorCode)
 // Plain system calls: a survey of thousands of wells has a hundred thousand small files, and a file object costs
 // several times what they do.
 InputFile::InputFile(const QString &path)
-    : m_file(base::openRegularFile(path, surveyOf(path), &m_errorCode))
 {
     struct stat info
     { };
-    if (m_file >= 0 && ::fstat(m_file, &info) == 0)
+    m_file = base::openRegularFile(path, surveyOf(path), &m_errorCode, &info);
+    if (m_file >= 0)
         m_state = base::stateOf(info);
-    else if (m_errorCode == 0)
-        m_errorCode = errno;
 }
 
 InputFile::~InputFile()
@@ -222,7 +223,8 @@ InputFile::~InputFile()
 
 QByteArray InputFile::read(int size)
 {
-    QByteArray bytes(m_errorCode == 0 ? size : 0, Qt::Uninitialized);
+    const auto room = static_cast<int>(qMin<qint64>(size, this->size() - m_done));
+    QByteArray bytes(m_errorCode == 0 ? room : 0, Qt::Uninitialized);
     int done = 0;
     while (done < bytes.size()) {
         const ssize_t got = ::read(m_file, bytes.data() + done, static_cast<size_t>(bytes.size() - done));
@@ -235,6 +237,7 @@ QByteArray InputFile::read(int size)
         done += static_cast<int>(got);
     }
     bytes.truncate(m_errorCode == 0 ? done : 0);
+    m_done += bytes.size();
     return bytes;
 }
 

@@ -99,7 +99,7 @@ public:
     InputFile(const InputFile &) = delete;
     InputFile &operator=(const InputFile &) = delete;
 
-    /// Up to \a size further bytes; fewer at the end of the file, none after an error.
+    /// Up to \a size further bytes of those that the file had when it was opened; none after an error.
     QByteArray read(int size);
     /// As it was when the file was opened, before the first byte was read.
     const FileState &state() const { return m_state; }
@@ -111,6 +111,7 @@ private:
     int m_errorCode = 0;
     int m_file = -1;
     FileState m_state;
+    qint64 m_done = 0;
 };
 
 /// Reads a whole file, or its first \a maximumSize bytes.

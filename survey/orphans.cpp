@@ -60,8 +60,7 @@ QVector<OrphanedFile> orphanedWellFiles(const QString &surveyDirectory)
             orphans.append({path, OrphanedFile::Kind::Unfinished});
         else if (!file.stem.isEmpty() && !stems.contains(file.stem))
             orphans.append({path, OrphanedFile::Kind::NoWell});
-        else if (file.logNumber > 1
-                 && !present.contains(QFileInfo(LogFiles::path(file.stem, file.logNumber - 1)).fileName()))
+        else if (file.logNumber > 1 && !present.contains(LogFiles::path(file.stem, file.logNumber - 1)))
             orphans.append({path, OrphanedFile::Kind::HiddenLog});
     }
     return orphans;

@@ -67,6 +67,8 @@ private slots:
     void refusesWhatIsNoLog();
     void keepsKeysAndParametersOfTheOldFile();
     void readsBackWhatItWrote();
+    void checkingTellsWhatReadingTells_data();
+    void checkingTellsWhatReadingTells();
 };
 
 void TestLogFile::readsEveryStorage_data()
@@ -313,6 +315,61 @@ void TestLogFile::readsBackWhatItWrote()
         QVERIFY(read.log.values == data.values);
         QCOMPARE(withoutDate(written(read.log)), withoutDate(written(data)));
     }
+}
+
+void TestLogFile::checkingTellsWhatReadingTells_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const QByteArray good = logHead("Binary") + samples({100, 1.5f, 100.5f, udf, 101, -2.25f});
+    QTest::newRow("good") << good;
+    QTest::newRow("cut") << good.chopped(3);
+    QTest::newRow("cut to a depth") << good.chopped(20);
+    QTest::newRow("no sample") << logHead("Binary");
+    QTest::newRow("less than a sample") << logHead("Binary") + "abc";
+    QTest::newRow("undefined") << logHead("Binary") + samples({100, udf, 101, nan, 102, udf});
+    QTest::newRow("without depths") << logHead("Binary") + samples({nan, 1, udf, 2});
+    QTest::newRow("one defined") << logHead("Binary") + samples({100, udf, 101, 3, nan, 2});
+    QTest::newRow("swapped") << logHead("Swapped") + samples({100, udf, 101, 3}, true);
+    QTest::newRow("swapped, undefined") << logHead("Swapped") + samples({100, udf, 101, udf}, true);
+    QTest::newRow("text") << logHead("Ascii") + "100\t1.5\n100.5\t1e30\n";
+    QTest::newRow("text, undefined") << logHead("Ascii") + "100\t1e30\n";
+    QTest::newRow("text that is none") << logHead("Ascii") + "100\t1.5\nx";
+    QTest::newRow("header cut") << good.left(80);
+    QTest::newRow("no log") << QByteArray("dTect V6.6\nWell\n!\n");
+    QTest::newRow("empty") << QByteArray();
+    // More than is read at once, and the only defined sample behind that; a sample over the end of what is read.
+    QVector<float> many;
+    for (int i = 0; i < 80000; ++i)
+        many << static_cast<float>(i) << udf;
+    QTest::newRow("long, undefined") << logHead("Binary") + samples(many);
+    many.last() = 5;
+    const QByteArray lengthy = logHead("Binary") + samples(many);
+    QTest::newRow("long") << lengthy;
+    for (int shift = 1; shift < 8; ++shift)
+        QTest::addRow("long, moved by %d", shift)
+            << logHead("Binary", QByteArray("X: ") + QByteArray(shift, 'x') + '\n') + samples(many);
+    QTest::newRow("long, cut") << lengthy.chopped(1);
+    QTest::newRow("long header") << logHead("Binary", "X: " + QByteArray(300000, 'x') + '\n') + samples({100, 2});
+    QTest::newRow("long header, cut") << logHead("Binary", "X: " + QByteArray(300000, 'x')).chopped(30);
+}
+
+void TestLogFile::checkingTellsWhatReadingTells()
+{
+    QFETCH(QByteArray, bytes);
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("Well^1.wll"));
+    files::write(path, bytes);
+    LogFileHeader header;
+    QString problem;
+    const host::Outcome<host::LogData> read = readLogFile(path, &header, &problem);
+    QString found;
+    const host::Outcome<LogFileHeader> checked = checkLogFile(path, &found);
+    QCOMPARE(checked.error, read.error);
+    QCOMPARE(found, problem);
+    QCOMPARE(checked.value.name, header.name);
+    QVERIFY(checkLogFile(path + QLatin1Char('x'), &found).error
+            == readLogFile(path + QLatin1Char('x'), &header).error);
 }
 
 LORVA_TEST_MAIN(TestLogFile)
