@@ -54,6 +54,12 @@ ColumnImportDialog::ColumnImportDialog(ProjectData &projectData, const ColumnImp
     base::keepSize(this, objectName());
 }
 
+// The base's destructor hides the window: the path's line then loses the focus and tells that it was edited.
+ColumnImportDialog::~ColumnImportDialog()
+{
+    m_path->disconnect(this);
+}
+
 void ColumnImportDialog::build()
 {
     auto *grid = new QGridLayout(this);

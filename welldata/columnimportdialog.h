@@ -45,6 +45,7 @@ class ColumnImportDialog : public QDialog
 public:
     /// \a projectData must outlive the dialog.
     ColumnImportDialog(ProjectData &projectData, const ColumnImportTexts &texts, QWidget *parent);
+    ~ColumnImportDialog() override;
 
     ColumnPreview *preview() const { return m_preview; }
     /// Lets the user choose a file, from the folder of the last one on; empty when he gives up. Tests put their own here.

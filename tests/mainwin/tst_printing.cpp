@@ -279,13 +279,19 @@ private slots:
         counter->delayMs = 0;
         scene->addItem(counter);
         scene->setSceneRect(0, 0, 300, 20000);
-        QTimer::singleShot(0, fixture.window.get(), [&fixture] {
+        QTimer watch;
+        connect(&watch, &QTimer::timeout, this, [&fixture, &watch] {
+            auto *preview = qobject_cast<QPrintPreviewDialog *>(QApplication::activeModalWidget());
+            if (!preview || !QFileInfo::exists(fixture.path(QStringLiteral("/A.tiff"))))
+                return; // still drawing, with a progress box where that takes long
+            watch.stop();
             fixture.printed();
             fixture.printed();
-            qobject_cast<QDialog *>(QApplication::activeModalWidget())->reject();
+            preview->reject();
         });
+        watch.start(10);
         fixture.window->printActionClicked();
-        QVERIFY(QFileInfo::exists(fixture.path(QStringLiteral("/A.tiff"))));
+        QVERIFY(!watch.isActive());
         // 20 bands of 1,024 rows, and a few of the window's own
         QVERIFY2(counter->paints < 30, qPrintable(QString::number(counter->paints)));
     }

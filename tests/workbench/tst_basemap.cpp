@@ -189,7 +189,7 @@ void TestBaseMap::textsBelowTheMapStandInOneRow()
         if (QStringList{mapSymbolName(MapSymbol::Oil), mapSymbolName(MapSymbol::Dry)}.contains(text.text)
             || text.text.endsWith(QLatin1String("m")))
             row.append(text.box);
-    QVERIFY2(row.size() == 3, toString(texts));
+    QVERIFY2(row.size() == 3, QScopedArrayPointer<char>(toString(texts)).data());
     for (const QRectF &box : qAsConst(row)) {
         QCOMPARE(box.top(), row.first().top());
         QVERIFY(box.bottom() <= map.height());
