@@ -196,7 +196,5 @@ BENCHMARK(checkLargeSurvey)->UseManualTime()->Unit(benchmark::kMillisecond)->Ite
 
 int main(int argc, char **argv)
 {
-    const QCoreApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    return bench::run<QCoreApplication>(argc, argv);
 }

@@ -312,8 +312,5 @@ BENCHMARK(correlationMemory)->ArgName("wells")->Arg(20)->Arg(100)->Unit(benchmar
 
 int main(int argc, char **argv)
 {
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return bench::run<QApplication>(argc, argv);
 }

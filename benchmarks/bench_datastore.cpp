@@ -254,8 +254,5 @@ BENCHMARK(templateLoading)->UseManualTime()->Unit(benchmark::kMillisecond)->Iter
 
 int main(int argc, char **argv)
 {
-    QCoreApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return bench::run<QCoreApplication>(argc, argv);
 }

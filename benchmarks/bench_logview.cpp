@@ -376,8 +376,5 @@ BENCHMARK(memory)
 
 int main(int argc, char **argv)
 {
-    QGuiApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return bench::run<QGuiApplication>(argc, argv);
 }

@@ -203,8 +203,5 @@ BENCHMARK_CAPTURE(largeSurvey, dialogs, openDialogs)->UseManualTime()->Unit(benc
 
 int main(int argc, char **argv)
 {
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return bench::run<QApplication>(argc, argv);
 }

@@ -110,8 +110,5 @@ BENCHMARK(pdfPages)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(
 
 int main(int argc, char **argv)
 {
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return bench::run<QApplication>(argc, argv);
 }

@@ -183,8 +183,5 @@ BENCHMARK(writeLongLog)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterati
 
 int main(int argc, char **argv)
 {
-    QCoreApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return bench::run<QCoreApplication>(argc, argv);
 }

@@ -200,8 +200,5 @@ BENCHMARK(showAMillionRows)->UseManualTime()->Unit(benchmark::kMillisecond)->Ite
 
 int main(int argc, char **argv)
 {
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return bench::run<QApplication>(argc, argv);
 }

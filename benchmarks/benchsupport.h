@@ -14,6 +14,16 @@
 /// one right after the other.
 namespace bench {
 
+/// What a benchmark program does, under an application of this class.
+template<class Application>
+int run(int argc, char **argv)
+{
+    const Application application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
+
 /// Runs reference and subject in turn for each iteration. Reports the subject's time, and as counters the median
 /// time of both in milliseconds and the median of their ratios.
 void compare(benchmark::State &state, const std::function<void()> &reference, const std::function<void()> &subject);

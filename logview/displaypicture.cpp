@@ -13,6 +13,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <memory>
 
 namespace {
 
@@ -29,6 +30,19 @@ double scaleFor(PictureFormat format, double width, double height)
         return std::min(1.0, JpegWriter::longestSide / std::max(width, height));
     constexpr double mostPixels = static_cast<double>(TiffWriter::maximumBytes / TiffWriter::bytesPerPixel);
     return std::min(1.0, std::sqrt(mostPixels / (width * height)));
+}
+
+std::unique_ptr<PictureWriter> writerOf(PictureFormat format)
+{
+    switch (format) {
+    case PictureFormat::Jpeg:
+        return std::make_unique<JpegWriter>();
+    case PictureFormat::Png:
+        return std::make_unique<PngWriter>();
+    case PictureFormat::Tiff:
+        break;
+    }
+    return std::make_unique<TiffWriter>();
 }
 
 } // namespace
@@ -111,34 +125,20 @@ bool DisplayPicture::render(const BandTaker &taker) const
     return true;
 }
 
-template<class Writer>
-base::WriteResult DisplayPicture::writeWith(const QString &path, const BandTaker &taker) const
-{
-    Writer writer;
-    base::WriteResult result = writer.open(path, m_size, m_dotsPerInch);
-    const bool isComplete = render([&](const QImage &band) {
-        if (result.ok())
-            result = writer.append(band);
-        return taker ? taker(band) : result.ok();
-    });
-    if (result.ok() && !isComplete)
-        return {QStringLiteral("it was cancelled")};
-    return result.ok() ? writer.commit() : result;
-}
-
 base::WriteResult DisplayPicture::write(const QString &path, const BandTaker &taker) const
 {
     if (isEmpty())
         return {QStringLiteral("the display is empty")};
-    switch (m_format) {
-    case PictureFormat::Jpeg:
-        return writeWith<JpegWriter>(path, taker);
-    case PictureFormat::Png:
-        return writeWith<PngWriter>(path, taker);
-    case PictureFormat::Tiff:
-        break;
-    }
-    return writeWith<TiffWriter>(path, taker);
+    const std::unique_ptr<PictureWriter> writer = writerOf(m_format);
+    base::WriteResult result = writer->open(path, m_size, m_dotsPerInch);
+    const bool isComplete = render([&](const QImage &band) {
+        if (result.ok())
+            result = writer->append(band);
+        return taker ? taker(band) : result.ok();
+    });
+    if (result.ok() && !isComplete)
+        return {QStringLiteral("it was cancelled")};
+    return result.ok() ? writer->commit() : result;
 }
 
 void DisplayPicture::drawInto(QPainter &painter) const

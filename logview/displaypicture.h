@@ -53,8 +53,6 @@ public:
     void drawInto(QPainter &painter) const;
 
 private:
-    template<class Writer>
-    base::WriteResult writeWith(const QString &path, const BandTaker &taker) const;
     QImage tile(const QRect &area) const;
 
     QGraphicsScene &m_headerScene;

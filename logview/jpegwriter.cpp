@@ -1,9 +1,5 @@
 #include "logview/jpegwriter.h"
 
-#include "base/leftovers.h"
-
-#include <QFileInfo>
-
 #include <csetjmp>
 #include <cstdio> // jpeglib.h needs it
 
@@ -12,7 +8,6 @@
 namespace {
 
 constexpr int quality = 90;
-constexpr int samplesPerPixel = 3;
 constexpr size_t bufferSize = 64 * 1024;
 
 } // namespace
@@ -25,8 +20,7 @@ struct JpegWriter::Compressor
     jpeg_error_mgr errors{};
     jpeg_destination_mgr destination{};
     std::jmp_buf failed{};
-    base::AtomicFileWriter *file = nullptr;
-    base::WriteResult fileResult;
+    JpegWriter *writer = nullptr;
     JOCTET buffer[bufferSize];
 
     static Compressor &of(j_common_ptr common) { return *static_cast<Compressor *>(common->client_data); }
@@ -43,8 +37,7 @@ struct JpegWriter::Compressor
     }
     void flush(size_t size)
     {
-        if (fileResult.ok())
-            fileResult = file->write(reinterpret_cast<const char *>(buffer), static_cast<qint64>(size));
+        writer->writeBytes(buffer, static_cast<qint64>(size));
         rewind();
     }
     static void begin(j_compress_ptr compress) { of(compress).rewind(); }
@@ -74,7 +67,7 @@ struct JpegWriter::Compressor
         picture.dest = &destination;
         picture.image_width = static_cast<JDIMENSION>(width);
         picture.image_height = static_cast<JDIMENSION>(height);
-        picture.input_components = samplesPerPixel;
+        picture.input_components = bytesPerPixel;
         picture.in_color_space = JCS_RGB;
         jpeg_set_defaults(&picture);
         jpeg_set_quality(&picture, quality, TRUE);
@@ -103,37 +96,19 @@ struct JpegWriter::Compressor
 JpegWriter::JpegWriter() = default;
 JpegWriter::~JpegWriter() = default;
 
-base::WriteResult JpegWriter::failure() const
+bool JpegWriter::start(const QSize &size, int dotsPerInch)
 {
-    return m_compressor->fileResult.ok() ? base::WriteResult{QStringLiteral("the picture could not be encoded")}
-                                         : m_compressor->fileResult;
-}
-
-base::WriteResult JpegWriter::open(const QString &path, const QSize &size, int dotsPerInch)
-{
-    base::removeLeftovers(QFileInfo(path).path()); // of programs that died while they wrote a picture there
-    base::WriteResult result = m_file.open(path);
-    if (!result.ok())
-        return result;
     m_compressor = std::make_unique<Compressor>();
-    m_compressor->file = &m_file;
-    if (!m_compressor->start(size.width(), size.height(), dotsPerInch))
-        return failure();
-    return {};
+    m_compressor->writer = this;
+    return m_compressor->start(size.width(), size.height(), dotsPerInch);
 }
 
-base::WriteResult JpegWriter::append(const QImage &rows)
+bool JpegWriter::appendRow(const uchar *pixels)
 {
-    const QImage pixels = rows.convertToFormat(QImage::Format_RGB888);
-    for (int y = 0; y < pixels.height(); ++y)
-        if (!m_compressor->append(pixels.constScanLine(y)) || !m_compressor->fileResult.ok())
-            return failure();
-    return {};
+    return m_compressor->append(pixels);
 }
 
-base::WriteResult JpegWriter::commit()
+bool JpegWriter::finish()
 {
-    if (!m_compressor->finish() || !m_compressor->fileResult.ok())
-        return failure();
-    return m_file.commit();
+    return m_compressor->finish();
 }

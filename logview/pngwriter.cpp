@@ -1,9 +1,5 @@
 #include "logview/pngwriter.h"
 
-#include "base/leftovers.h"
-
-#include <QFileInfo>
-
 #include <cmath>
 #include <csetjmp>
 #include <png.h>
@@ -22,8 +18,7 @@ struct PngWriter::Compressor
     png_structp png = nullptr;
     png_infop info = nullptr;
     std::jmp_buf failed{};
-    base::AtomicFileWriter *file = nullptr;
-    base::WriteResult fileResult;
+    PngWriter *writer = nullptr;
 
     [[noreturn]] static void fail(png_structp png, png_const_charp)
     {
@@ -32,9 +27,7 @@ struct PngWriter::Compressor
     static void dropMessage(png_structp, png_const_charp) { } // nothing is printed into the host's terminal
     static void write(png_structp png, png_bytep bytes, size_t size)
     {
-        auto *self = static_cast<Compressor *>(png_get_io_ptr(png));
-        if (self->fileResult.ok())
-            self->fileResult = self->file->write(reinterpret_cast<const char *>(bytes), static_cast<qint64>(size));
+        static_cast<PngWriter *>(png_get_io_ptr(png))->writeBytes(bytes, static_cast<qint64>(size));
     }
     static void flush(png_structp) { }
 
@@ -44,7 +37,7 @@ struct PngWriter::Compressor
         info = png ? png_create_info_struct(png) : nullptr;
         if (!info || setjmp(failed))
             return false;
-        png_set_write_fn(png, this, write, flush);
+        png_set_write_fn(png, writer, write, flush);
         png_set_user_limits(png, longestSide, longestSide);
         png_set_compression_level(png, compressionLevel);
         png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_NONE); // drawn pictures: others only cost time
@@ -74,37 +67,19 @@ struct PngWriter::Compressor
 PngWriter::PngWriter() = default;
 PngWriter::~PngWriter() = default;
 
-base::WriteResult PngWriter::failure() const
+bool PngWriter::start(const QSize &size, int dotsPerInch)
 {
-    return m_compressor->fileResult.ok() ? base::WriteResult{QStringLiteral("the picture could not be encoded")}
-                                         : m_compressor->fileResult;
-}
-
-base::WriteResult PngWriter::open(const QString &path, const QSize &size, int dotsPerInch)
-{
-    base::removeLeftovers(QFileInfo(path).path()); // of programs that died while they wrote a picture there
-    base::WriteResult result = m_file.open(path);
-    if (!result.ok())
-        return result;
     m_compressor = std::make_unique<Compressor>();
-    m_compressor->file = &m_file;
-    if (!m_compressor->start(size, static_cast<png_uint_32>(std::lround(dotsPerInch / 0.0254))))
-        return failure();
-    return {};
+    m_compressor->writer = this;
+    return m_compressor->start(size, static_cast<png_uint_32>(std::lround(dotsPerInch / 0.0254)));
 }
 
-base::WriteResult PngWriter::append(const QImage &rows)
+bool PngWriter::appendRow(const uchar *pixels)
 {
-    const QImage pixels = rows.convertToFormat(QImage::Format_RGB888);
-    for (int y = 0; y < pixels.height(); ++y)
-        if (!m_compressor->append(pixels.constScanLine(y)) || !m_compressor->fileResult.ok())
-            return failure();
-    return {};
+    return m_compressor->append(pixels);
 }
 
-base::WriteResult PngWriter::commit()
+bool PngWriter::finish()
 {
-    if (!m_compressor->finish() || !m_compressor->fileResult.ok())
-        return failure();
-    return m_file.commit();
+    return m_compressor->finish();
 }

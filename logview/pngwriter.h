@@ -1,32 +1,22 @@
 #pragma once
 
-#include "base/atomicfile.h"
-
-#include <QImage>
-#include <QSize>
+#include "logview/picturewriter.h"
 
 #include <memory>
 
-/// Writes a picture row by row into a PNG file, so that a picture need not be in memory whole. The file appears when it
-/// is complete.
-class PngWriter
+/// Writes a picture into a PNG file.
+class PngWriter : public PictureWriter
 {
 public:
     PngWriter();
-    ~PngWriter();
-    PngWriter(const PngWriter &) = delete;
-    PngWriter &operator=(const PngWriter &) = delete;
+    ~PngWriter() override;
 
-    base::WriteResult open(const QString &path, const QSize &size, int dotsPerInch);
-    /// Appends all rows of the image (any format; as wide as the picture).
-    base::WriteResult append(const QImage &rows);
-    /// All rows must have been appended.
-    base::WriteResult commit();
+protected:
+    bool start(const QSize &size, int dotsPerInch) override;
+    bool appendRow(const uchar *pixels) override;
+    bool finish() override;
 
 private:
     struct Compressor;
-    base::WriteResult failure() const;
-
-    base::AtomicFileWriter m_file;
     std::unique_ptr<Compressor> m_compressor;
 };

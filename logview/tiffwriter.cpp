@@ -1,9 +1,5 @@
 #include "logview/tiffwriter.h"
 
-#include "base/leftovers.h"
-
-#include <QFileInfo>
-
 #include <algorithm>
 #include <tiffio.h>
 
@@ -27,8 +23,7 @@ struct TiffCalls
     static tmsize_t write(thandle_t handle, void *bytes, tmsize_t size)
     {
         TiffWriter &self = writer(handle);
-        self.m_fileResult = self.m_file.write(static_cast<const char *>(bytes), size);
-        if (!self.m_fileResult.ok())
+        if (!self.writeBytes(bytes, size))
             return 0;
         self.m_position += size;
         self.m_size = std::max(self.m_size, self.m_position);
@@ -40,7 +35,7 @@ struct TiffCalls
         const auto distance = static_cast<qint64>(offset);
         const qint64 from = whence == SEEK_SET ? 0 : (whence == SEEK_CUR ? self.m_position : self.m_size);
         self.m_position = from + distance;
-        self.m_fileResult = self.m_file.seek(self.m_position);
+        self.seek(self.m_position);
         return static_cast<toff_t>(self.m_position);
     }
     static int close(thandle_t) { return 0; }
@@ -53,17 +48,9 @@ TiffWriter::~TiffWriter()
         TIFFClose(m_tiff);
 }
 
-base::WriteResult TiffWriter::failure() const
+bool TiffWriter::start(const QSize &size, int dotsPerInch)
 {
-    return m_fileResult.ok() ? base::WriteResult{QStringLiteral("the picture could not be encoded")} : m_fileResult;
-}
-
-base::WriteResult TiffWriter::open(const QString &path, const QSize &size, int dotsPerInch)
-{
-    base::removeLeftovers(QFileInfo(path).path()); // of programs that died while they wrote a picture there
-    m_fileResult = m_file.open(path);
-    if (!m_fileResult.ok())
-        return m_fileResult;
+    m_rowBytes = qint64(size.width()) * bytesPerPixel;
     TIFFOpenOptions *options = TIFFOpenOptionsAlloc();
     TIFFOpenOptionsSetErrorHandlerExtR(options, dropMessage, nullptr);
     TIFFOpenOptionsSetWarningHandlerExtR(options, dropMessage, nullptr);
@@ -71,7 +58,7 @@ base::WriteResult TiffWriter::open(const QString &path, const QSize &size, int d
                                TiffCalls::close, TiffCalls::size, nullptr, nullptr, options);
     TIFFOpenOptionsFree(options);
     if (!m_tiff)
-        return failure();
+        return false;
     TIFFSetField(m_tiff, TIFFTAG_IMAGEWIDTH, size.width());
     TIFFSetField(m_tiff, TIFFTAG_IMAGELENGTH, size.height());
     TIFFSetField(m_tiff, TIFFTAG_BITSPERSAMPLE, 8);
@@ -84,27 +71,20 @@ base::WriteResult TiffWriter::open(const QString &path, const QSize &size, int d
     TIFFSetField(m_tiff, TIFFTAG_RESOLUTIONUNIT, RESUNIT_INCH);
     TIFFSetField(m_tiff, TIFFTAG_XRESOLUTION, static_cast<double>(dotsPerInch));
     TIFFSetField(m_tiff, TIFFTAG_YRESOLUTION, static_cast<double>(dotsPerInch));
-    return {};
+    return true;
 }
 
-base::WriteResult TiffWriter::append(const QImage &rows)
+bool TiffWriter::appendRow(const uchar *pixels)
 {
-    const QImage pixels = rows.convertToFormat(QImage::Format_RGB888);
-    for (int y = 0; y < pixels.height(); ++y) {
-        // libtiff may change what it is given.
-        QByteArray row(reinterpret_cast<const char *>(pixels.constScanLine(y)), pixels.width() * bytesPerPixel);
-        if (TIFFWriteScanline(m_tiff, row.data(), static_cast<uint32_t>(m_row++), 0) < 0)
-            return failure();
-    }
-    return {};
+    // libtiff may change what it is given.
+    QByteArray row(reinterpret_cast<const char *>(pixels), static_cast<int>(m_rowBytes));
+    return TIFFWriteScanline(m_tiff, row.data(), static_cast<uint32_t>(m_row++), 0) >= 0;
 }
 
-base::WriteResult TiffWriter::commit()
+bool TiffWriter::finish()
 {
     const bool isWritten = TIFFWriteDirectory(m_tiff) == 1;
     TIFFClose(m_tiff);
     m_tiff = nullptr;
-    if (!isWritten || !m_fileResult.ok())
-        return failure();
-    return m_file.commit();
+    return isWritten;
 }

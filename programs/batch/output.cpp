@@ -1,6 +1,7 @@
 #include "programs/batch/output.h"
 
 #include "programs/batch/printer.h"
+#include "programs/batch/wholebytes.h"
 
 #include <cerrno>
 #include <csignal>
@@ -10,26 +11,9 @@
 
 namespace batch {
 
-namespace {
-
-// 0, or the error number.
-int writeAll(int file, const QByteArray &bytes)
-{
-    qint64 done = 0;
-    while (done < bytes.size()) {
-        const ssize_t count = ::write(file, bytes.constData() + done, static_cast<size_t>(bytes.size() - done));
-        if (count < 0 && errno != EINTR)
-            return errno;
-        done += qMax<ssize_t>(count, 0);
-    }
-    return 0;
-}
-
-} // namespace
-
 bool printOutput(const QByteArray &bytes)
 {
-    const int error = writeAll(STDOUT_FILENO, bytes);
+    const int error = writeWhole(STDOUT_FILENO, bytes.constData(), static_cast<size_t>(bytes.size()));
     if (error != 0 && error != EPIPE)
         printMessage(
             QStringLiteral("Cannot write the output: %1.").arg(QString::fromLocal8Bit(std::strerror(error))));
@@ -38,7 +22,8 @@ bool printOutput(const QByteArray &bytes)
 
 void printError(const QByteArray &bytes)
 {
-    writeAll(STDERR_FILENO, bytes); // nobody is left who could be told
+    writeWhole(STDERR_FILENO, bytes.constData(),
+               static_cast<size_t>(bytes.size())); // nobody is left who could be told
 }
 
 void printMessage(const QString &text)

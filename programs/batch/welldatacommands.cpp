@@ -124,22 +124,13 @@ Result importMarkers(Session &session, const host::WellEntry &well, const Argume
     return result;
 }
 
-Result runMarkers(Session &session, const Arguments &arguments)
+void listMarkers(Session &session, const host::WellEntry &well, const Arguments &, Result *result)
 {
-    const host::Outcome<host::WellEntry> well = session.well(arguments.operand(0));
-    if (!well.ok())
-        return Result::failed(well.error);
-    Result result;
-    if (arguments.has(QLatin1String(importOption)))
-        result = importMarkers(session, well.value, arguments);
-    if (!result.failures.isEmpty() || session.isDryRun())
-        return result;
     WellsCatalogue &catalogue = session.project().catalogue;
-    const int index = catalogue.indexOfKey(well.value.key);
+    const int index = catalogue.indexOfKey(well.key);
     catalogue.refreshMarkerNames(index);
     if (const auto markers = catalogue.readWellMarkers(index, WellsCatalogue::OnFailure::Tell))
-        addMarkers(*markers, &result);
-    return result;
+        addMarkers(*markers, result);
 }
 
 // --- perforation zones
@@ -181,17 +172,9 @@ Result importZones(Session &session, const host::WellEntry &well, const Argument
     return result;
 }
 
-Result runZones(Session &session, const Arguments &arguments)
+void listZones(Session &session, const host::WellEntry &well, const Arguments &, Result *result)
 {
-    const host::Outcome<host::WellEntry> well = session.well(arguments.operand(0));
-    if (!well.ok())
-        return Result::failed(well.error);
-    Result result;
-    if (arguments.has(QLatin1String(importOption)))
-        result = importZones(session, well.value, arguments);
-    if (result.failures.isEmpty() && !session.isDryRun())
-        addZones(readPerforation(session.projectFolder(), well.value.name), &result);
-    return result;
+    addZones(readPerforation(session.projectFolder(), well.name), result);
 }
 
 // --- calibration points
@@ -206,8 +189,9 @@ void addPoints(const CalibrationRecord &points, Result *result)
     }
 }
 
-Result importPoints(Session &session, const host::WellEntry &well, const QString &group, const Arguments &arguments)
+Result importPoints(Session &session, const host::WellEntry &well, const Arguments &arguments)
 {
+    const QString group = arguments.operand(1);
     const auto file = readImport(arguments, pointImport);
     if (!file.ok())
         return Result::failed(file.error);
@@ -230,17 +214,28 @@ Result importPoints(Session &session, const host::WellEntry &well, const QString
     return result;
 }
 
-Result runPoints(Session &session, const Arguments &arguments)
+void listPoints(Session &session, const host::WellEntry &well, const Arguments &arguments, Result *result)
+{
+    addPoints(readCalibration(session.projectFolder(), well.name, arguments.operand(1), session.asker()), result);
+}
+
+// --- the commands
+
+using Import = Result (*)(Session &session, const host::WellEntry &well, const Arguments &arguments);
+using List = void (*)(Session &session, const host::WellEntry &well, const Arguments &arguments, Result *result);
+
+/// Lists what a well has, after an import where one is wanted.
+template<Import import, List list>
+Result run(Session &session, const Arguments &arguments)
 {
     const host::Outcome<host::WellEntry> well = session.well(arguments.operand(0));
     if (!well.ok())
         return Result::failed(well.error);
-    const QString group = arguments.operand(1);
     Result result;
     if (arguments.has(QLatin1String(importOption)))
-        result = importPoints(session, well.value, group, arguments);
+        result = import(session, well.value, arguments);
     if (result.failures.isEmpty() && !session.isDryRun())
-        addPoints(readCalibration(session.projectFolder(), well.value.name, group, session.asker()), &result);
+        list(session, well.value, arguments, &result);
     return result;
 }
 
@@ -301,7 +296,7 @@ Command markersCommand()
                     2),
         textField("color", "Colour", "its colour as #rrggbb"),
     };
-    command.run = runMarkers;
+    command.run = run<importMarkers, listMarkers>;
     return command;
 }
 
@@ -322,7 +317,7 @@ Command zonesCommand()
         numberField("endDepth", "To (m)", "measured depth of its lower end, metres", 2),
         textField("type", "Type", "what it produces"),
     };
-    command.run = runZones;
+    command.run = run<importZones, listZones>;
     return command;
 }
 
@@ -342,7 +337,7 @@ Command pointsCommand()
         numberField("depth", "MD (m)", "measured depth, metres"),
         numberField("value", "Value", "the measured value"),
     };
-    command.run = runPoints;
+    command.run = run<importPoints, listPoints>;
     return command;
 }
 

@@ -2,6 +2,7 @@
 
 #include "programs/batch/heldsignals.h"
 #include "programs/batch/progress.h"
+#include "programs/batch/wholebytes.h"
 
 #include <QJsonDocument>
 
@@ -23,34 +24,6 @@ namespace {
 
 constexpr int pollMs = 50;
 constexpr int noPiece = -1;
-
-bool writeAll(int file, const char *bytes, size_t size)
-{
-    while (size > 0) {
-        const ssize_t count = ::write(file, bytes, size);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            return false;
-        bytes += count;
-        size -= static_cast<size_t>(count);
-    }
-    return true;
-}
-
-bool readAll(int file, char *bytes, size_t size)
-{
-    while (size > 0) {
-        const ssize_t count = ::read(file, bytes, size);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            return false;
-        bytes += count;
-        size -= static_cast<size_t>(count);
-    }
-    return true;
-}
 
 Result done(const QString &name, int number, const Piece &piece)
 {
@@ -122,11 +95,11 @@ Worker::Worker(const QStringList &names, const Piece &piece, const std::vector<s
 void Worker::serve(const QStringList &names, const Piece &piece) const
 {
     qint32 number = 0;
-    while (readAll(m_numbers[0], reinterpret_cast<char *>(&number), sizeof number)) {
+    while (readWhole(m_numbers[0], &number, sizeof number)) {
         const QByteArray bytes = bytesOf(done(names.at(number), number, piece));
         const qint32 size = bytes.size();
-        if (!writeAll(m_results[1], reinterpret_cast<const char *>(&size), sizeof size)
-            || !writeAll(m_results[1], bytes.constData(), static_cast<size_t>(size)))
+        if (writeWhole(m_results[1], &size, sizeof size) != 0
+            || writeWhole(m_results[1], bytes.constData(), static_cast<size_t>(size)) != 0)
             break;
     }
     ::_exit(0);
@@ -151,17 +124,17 @@ void Worker::give(int number)
     }
     const qint32 sent = number;
     m_piece = number;
-    static_cast<void>(writeAll(m_numbers[1], reinterpret_cast<const char *>(&sent), sizeof sent)); // take() tells
+    static_cast<void>(writeWhole(m_numbers[1], &sent, sizeof sent)); // take() tells
 }
 
 std::optional<Result> Worker::take()
 {
     m_piece = noPiece;
     qint32 size = 0;
-    if (!readAll(m_results[0], reinterpret_cast<char *>(&size), sizeof size))
+    if (!readWhole(m_results[0], &size, sizeof size))
         return std::nullopt;
     QByteArray bytes(size, Qt::Uninitialized);
-    if (!readAll(m_results[0], bytes.data(), static_cast<size_t>(size)))
+    if (!readWhole(m_results[0], bytes.data(), static_cast<size_t>(size)))
         return std::nullopt;
     return resultOf(bytes);
 }
