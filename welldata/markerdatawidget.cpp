@@ -105,24 +105,6 @@ void MarkerDataWidget::tableDoubleClicked(QTableWidgetItem *item)
     table()->clearSelection();
 }
 
-// Names that came into the host since the table was filled, and that storing the table would delete.
-QStringList MarkerDataWidget::markersUnknownHere() const
-{
-    const host::Outcome<QVector<host::Marker>> now = data().host.wells().markers(well().key);
-    QSet<QString> known;
-    for (const host::Marker &marker : m_stored)
-        known.insert(marker.name);
-    for (const welldata::TableRow &row : table()->rows())
-        known.insert(row.name.trimmed());
-    QStringList unknown;
-    for (const QString &name : namesOf(now.value))
-        if (!known.contains(name))
-            unknown.append(
-                QStringLiteral("The marker \"%1\" came into the well since the table was shown, and is deleted")
-                    .arg(name));
-    return unknown;
-}
-
 StoreResult MarkerDataWidget::store(const welldata::WellChoice &to, const QVector<welldata::TableRow> &rows,
                                     const QString &title, const QStringList &otherLosses)
 {
@@ -155,7 +137,8 @@ bool MarkerDataWidget::save()
     table()->finishEditing();
     const QPointer<MarkerDataWidget> self = this;
     const QVector<welldata::TableRow> rows = table()->rows();
-    const StoreResult result = store(well(), rows, windowTitle(), markersUnknownHere());
+    const QVector<host::Marker> now = data().host.wells().markers(well().key).value;
+    const StoreResult result = store(well(), rows, windowTitle(), welldata::undoneByStoring(m_stored, now, rows));
     if (!self || result.isDeclined())
         return false;
     if (!result) {

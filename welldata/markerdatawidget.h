@@ -45,7 +45,6 @@ private:
     StoreResult store(const welldata::WellChoice &to, const QVector<welldata::TableRow> &rows, const QString &title,
                       const QStringList &otherLosses);
     void computeDepths(int row);
-    QStringList markersUnknownHere() const;
     bool readMarkers();
 
     welldata::MarkerElevations m_elevations;

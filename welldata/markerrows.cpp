@@ -4,6 +4,7 @@
 #include "datastore/wellrecord.h"
 
 #include <QHash>
+#include <QSet>
 
 namespace welldata {
 
@@ -14,6 +15,11 @@ constexpr int longestNamedName = 60;
 double numberOf(const TableRow &row, MarkerNumber number)
 {
     return row.numbers[number].value();
+}
+
+QColor shownColor(const QColor &stored)
+{
+    return stored.rgb() == QColor(Qt::white).rgb() ? QColor(Qt::black) : stored;
 }
 
 QString depthText(double depthM)
@@ -56,7 +62,7 @@ QVector<TableRow> markerRows(const QVector<host::Marker> &markers, const MarkerE
         row.name = marker.name;
         row.numbers[MdNumber] = row.numbers[TvdNumber] = NumberCell::of(static_cast<double>(marker.depth));
         row.numbers[TvdssNumber] = NumberCell::of(static_cast<double>(marker.depth - elevations.kb));
-        row.color = marker.color.rgb() == QColor(Qt::white).rgb() ? QColor(Qt::black) : marker.color;
+        row.color = shownColor(marker.color);
         rows.append(row);
     }
     return rows;
@@ -124,6 +130,45 @@ QStringList markerProblems(const QVector<TableRow> &rows, double trackEndM)
                      .arg(depthText(numberOf(row, MdNumber)), depthText(trackEndM)));
     }
     return problems;
+}
+
+QStringList undoneByStoring(const QVector<host::Marker> &shown, const QVector<host::Marker> &now,
+                            const QVector<TableRow> &rows)
+{
+    QHash<QString, host::Marker> shownByName;
+    for (const host::Marker &marker : shown)
+        shownByName.insert(marker.name, marker);
+    QHash<QString, TableRow> rowsByName;
+    for (const TableRow &row : rows)
+        rowsByName.insert(row.name.trimmed(), row);
+    QStringList lines;
+    const auto tell = [&lines](const QString &name, const char *what) {
+        lines.append(QStringLiteral("The marker \"%1\" %2").arg(name.left(longestNamedName), QLatin1String(what)));
+    };
+    const auto isAlike = [](const host::Marker &marker, float depth, const QColor &color) {
+        return marker.depth == depth && shownColor(marker.color).rgb() == shownColor(color).rgb();
+    };
+    QSet<QString> namesNow;
+    for (const host::Marker &marker : now) {
+        namesNow.insert(marker.name);
+        const auto before = shownByName.constFind(marker.name);
+        const auto row = rowsByName.constFind(marker.name);
+        const bool isNew = before == shownByName.constEnd();
+        const bool isInTable = row != rowsByName.constEnd();
+        if (isNew ? isInTable : isAlike(marker, before->depth, before->color))
+            continue;
+        if (isNew)
+            tell(marker.name, "came into the well since the table was shown, and is deleted");
+        else if (!isInTable)
+            tell(marker.name, "was changed in the well since the table was shown, and is deleted");
+        else if (!isAlike(marker, row->numbers[MdNumber].toFloat(), row->color))
+            tell(marker.name, "was changed in the well since the table was shown, and becomes what the table shows");
+    }
+    for (const host::Marker &marker : shown) {
+        if (!namesNow.contains(marker.name) && rowsByName.contains(marker.name))
+            tell(marker.name, "was deleted from the well since the table was shown, and comes back");
+    }
+    return lines;
 }
 
 } // namespace welldata

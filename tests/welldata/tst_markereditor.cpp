@@ -383,6 +383,53 @@ private slots:
         QVERIFY(m->storedNames(m->key1).contains("Late"));
         QVERIFY(m->storedNames(m->key1).contains("Top"));
     }
+    void aMarkerThatWasChangedMeanwhileIsNotLostSilently()
+    {
+        m->select("W-1");
+        F::typeName(m->markers(), 1, "Lower");
+        m->well(m->key1).markers[0].depth += 3;
+        m->asker.answers = {base::BoxButton::No};
+        F::click(m->markers(), "updateButton");
+        QCOMPARE(m->asker.boxes.size(), 1);
+        QVERIFY(m->asker.boxes.at(0).text.contains("The marker \"Top\" was changed in the well since the table was "
+                                                   "shown, and becomes what the table shows"));
+        QCOMPARE(m->storedNames(m->key1), QStringList({"Top", "Base"}));
+    }
+    void whatStoringWouldUndo_data()
+    {
+        QTest::addColumn<QVector<host::Marker>>("now");
+        QTest::addColumn<QVector<host::Marker>>("table");
+        QTest::addColumn<QString>("line");
+        using Markers = QVector<host::Marker>;
+        const host::Marker a{"A", 10, Qt::red};
+        const host::Marker b{"B", 20, Qt::white};
+        const host::Marker movedA{"A", 11, Qt::red};
+        const host::Marker blueA{"A", 10, Qt::blue};
+        const host::Marker farA{"A", 15, Qt::red};
+        const host::Marker c{"C", 30, Qt::red};
+        QTest::newRow("nobody") << Markers{a, b} << Markers{a, b} << "";
+        QTest::newRow("only the table") << Markers{a, b} << Markers{farA} << "";
+        QTest::newRow("came") << Markers{a, b, c} << Markers{a, b} << "\"C\" came";
+        QTest::newRow("came, typed too") << Markers{a, b, c} << Markers{a, b, c} << "";
+        QTest::newRow("moved") << Markers{movedA, b} << Markers{a, b} << "\"A\" was changed";
+        QTest::newRow("another colour") << Markers{blueA, b} << Markers{a, b} << "\"A\" was changed";
+        QTest::newRow("both moved it") << Markers{movedA, b} << Markers{farA, b} << "\"A\" was changed";
+        QTest::newRow("both moved it there") << Markers{movedA, b} << Markers{movedA, b} << "";
+        QTest::newRow("moved, deleted here") << Markers{movedA, b} << Markers{b} << "\"A\" was changed";
+        QTest::newRow("deleted") << Markers{b} << Markers{a, b} << "\"A\" was deleted";
+        QTest::newRow("both deleted it") << Markers{b} << Markers{b} << "";
+        QTest::newRow("black for white") << Markers{a, {"B", 20, Qt::black}} << Markers{a, b} << "";
+    }
+    void whatStoringWouldUndo()
+    {
+        QFETCH(QVector<host::Marker>, now);
+        QFETCH(QVector<host::Marker>, table);
+        QFETCH(QString, line);
+        const QVector<host::Marker> shown{{"A", 10, Qt::red}, {"B", 20, Qt::white}};
+        const QStringList lines = welldata::undoneByStoring(shown, now, welldata::markerRows(table, {}));
+        QCOMPARE(lines.size(), line.isEmpty() ? 0 : 1);
+        QVERIFY2(line.isEmpty() || lines.first().startsWith("The marker " + line), qPrintable(lines.value(0)));
+    }
     void anUntouchedTableFollowsTheHost()
     {
         m->select("W-1");
@@ -430,3 +477,5 @@ private:
 
 LORVA_TEST_MAIN(tst_markereditor)
 #include "tst_markereditor.moc"
+
+Q_DECLARE_METATYPE(QVector<host::Marker>)
