@@ -9,6 +9,7 @@
 #include "support/testmain.h"
 
 #include <QTemporaryDir>
+#include <QThreadPool>
 
 #include <algorithm>
 #include <csignal>
@@ -136,8 +137,10 @@ private:
         Place place(work());
         {
             DiskFaults counted;
-            if (!save(operation, place, to).isDone)
-                qFatal("\"%s\" fails on a disk without faults", operation.name);
+            const Saved saved = save(operation, place, to);
+            if (!saved.isDone)
+                qFatal("\"%s\" fails on a disk without faults: %s", operation.name,
+                       qUtf8Printable(saved.said.join(QStringLiteral(" / "))));
             way->calls = counted.calls();
         }
         way->after = Place::content(work());
@@ -202,6 +205,7 @@ private:
         int ends[2];
         if (::pipe(ends) != 0)
             qFatal("no pipe");
+        QThreadPool::globalInstance()->waitForDone(); // a child would wait for threads that it does not have
         const pid_t child = ::fork();
         if (child == 0) {
             Place place(work());

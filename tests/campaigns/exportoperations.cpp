@@ -1,13 +1,23 @@
 #include "base/leftovers.h"
 #include "base/usersettings.h"
-#include "batchtool.h"
 #include "las/laswriter.h"
 #include "logview/jpegwriter.h"
+#include "logview/paper/displaysheet.h"
+#include "logview/pngwriter.h"
 #include "logview/tiffwriter.h"
+#include "logview/welldisplaywidget.h"
+#include "logview/welllogsscene.h"
+#include "mainwin/sheetsaving.h"
 #include "operations.h"
+#include "workbench/reportdialog.h"
 
-#include <QFile>
+#include <QApplication>
+#include <QComboBox>
+#include <QDialog>
 #include <QFileInfo>
+#include <QGraphicsView>
+#include <QPushButton>
+#include <QTimer>
 
 namespace campaign {
 
@@ -69,12 +79,45 @@ Saved jpeg(Place &place, int state)
     return pictureFile<JpegWriter>(place.file("picture.jpg"), state);
 }
 
-Saved batchExport(Place &place, int state)
+Saved png(Place &place, int state)
 {
-    const auto failure = batchToolFailure({"export", "B", "--logs", state == 1 ? "GR" : "RT", "--interval", "1",
-                                           "--out", QFile::encodeName(place.file("")), "--force", "--jobs", "1",
-                                           "--survey", QFile::encodeName(place.survey())});
-    return savedAs(QString::fromUtf8(failure.value_or(QByteArray())));
+    const QImage image = picture(state);
+    PngWriter writer;
+    base::WriteResult result = writer.open(place.file("picture.png"), image.size(), 96);
+    for (int part = 0; result.ok() && part < 4; ++part)
+        result = writer.append(image.copy(0, 25 * part, image.width(), 25));
+    if (result.ok())
+        result = writer.commit();
+    return savedAs(result.error);
+}
+
+// As a user saves it: the paper is chosen in a dialog, then the file.
+Saved sheet(Place &place, int state)
+{
+    WellDisplayWidget display(place.data, QStringLiteral("A"), QStringLiteral("Simple"), nullptr);
+    const sheetsaving::Display shown{display.headerView()->scene(), display.scene(),
+                                     logview::sheetContents(*display.headerView()->scene(), *display.scene())};
+    QTimer::singleShot(0, [state] {
+        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        dialog->findChild<QComboBox *>()->setCurrentText(state == 1 ? QStringLiteral("A3") : QStringLiteral("A4"));
+        dialog->accept();
+    });
+    const QString outcome =
+        sheetsaving::saveSheet(place.data, shown, &display, [&place](auto &&...) { return place.file("sheet.pdf"); });
+    return savedWithBoxes(place, !outcome.isEmpty());
+}
+
+// The summary of an import in the workbench.
+Saved summary(Place &place, int state)
+{
+    base::keepSettingsIn(place.file("../../remembered")); // a path, and each place has its own
+    workbench::FileChooser chooser;
+    chooser.chooseNewFile = [&place](auto &&...) { return place.file("summary.txt"); };
+    const workbench::ReportDialog dialog(QStringLiteral("Summary"), QString(),
+                                         QString(3000, QLatin1Char(state == 1 ? '1' : '0')),
+                                         QStringLiteral("summary.txt"), place.asker, chooser);
+    dialog.findChild<QPushButton *>(QStringLiteral("saveReportButton"))->click();
+    return savedWithBoxes(place, place.asker.texts.isEmpty());
 }
 
 Saved settings(Place &, int state)
@@ -93,7 +136,9 @@ std::vector<Operation> exportOperations()
         {"LAS file", ":", Unit::All, false, lasFile},
         {"TIFF picture", ":", Unit::All, false, tiff},
         {"JPEG picture", ":", Unit::All, false, jpeg},
-        {"export of the batch tool", "B.las", Unit::All, false, batchExport, 500000},
+        {"PNG picture", ":", Unit::All, false, png},
+        {"PDF at true scale", "sheet.pdf", Unit::File, false, sheet, 50000},
+        {"summary", "summary.txt", Unit::All, false, summary},
         {"settings", nullptr, Unit::All, false, settings},
     };
 }
@@ -108,7 +153,8 @@ Saved save(const Operation &operation, Place &place, int state)
 std::vector<Operation> operations(const QByteArray &name)
 {
     std::vector<Operation> all;
-    for (const std::vector<Operation> &some : {surveyOperations(), projectOperations(), exportOperations()})
+    for (const std::vector<Operation> &some :
+         {surveyOperations(), projectOperations(), exportOperations(), batchOperations()})
         for (const Operation &operation : some)
             if (name.isEmpty() || name == operation.name)
                 all.push_back(operation);

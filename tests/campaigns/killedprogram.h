@@ -2,7 +2,7 @@
 
 #include "base/filesystemcalls.h"
 
-#include <QtGlobal>
+#include <QThreadPool>
 
 #include <atomic>
 #include <cerrno>
@@ -59,7 +59,7 @@ class Program
 {
 public:
     explicit Program(const std::function<void(const SharedDiary &)> &work)
-        : m_pid(::fork())
+        : m_pid(forked())
     {
         if (m_pid != 0)
             return;
@@ -97,6 +97,12 @@ public:
     SharedDiary diary;
 
 private:
+    static pid_t forked()
+    {
+        QThreadPool::globalInstance()->waitForDone(); // the child would wait for threads that it does not have
+        return ::fork();
+    }
+
     pid_t m_pid;
 };
 

@@ -40,6 +40,8 @@ std::vector<Operation> surveyOperations();
 std::vector<Operation> projectOperations();
 /// What goes into the folders of the user.
 std::vector<Operation> exportOperations();
+/// Everything that the batch tool writes.
+std::vector<Operation> batchOperations();
 
 /// All of them; with a name that one.
 std::vector<Operation> operations(const QByteArray &name = {});

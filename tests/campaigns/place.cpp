@@ -29,9 +29,13 @@ bool isHidden(const QString &name)
     return name.startsWith(QLatin1String(".lorva-")) || name.contains(QLatin1String("/.lorva-"));
 }
 
-// The date in the third line, and those of the entries of a list.
+// The date in the third line, and those of the entries of a list; in a PDF file when it was made.
 QByteArray withoutDates(const QByteArray &bytes)
 {
+    if (bytes.startsWith("%PDF")) {
+        const int date = bytes.indexOf("/CreationDate");
+        return date < 0 ? bytes : bytes.left(date) + bytes.mid(bytes.indexOf('\n', date));
+    }
     if (!bytes.startsWith("dTect V"))
         return bytes;
     QByteArray result;

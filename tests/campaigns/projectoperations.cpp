@@ -1,3 +1,4 @@
+#include "correlation/correlationpropertiesdialog.h"
 #include "correlation/correlationstore.h"
 #include "datastore/calibrationfile.h"
 #include "datastore/curvegroupassignment.h"
@@ -11,6 +12,7 @@
 #include "welldata/defaultdata.h"
 
 #include <QDir>
+#include <QLineEdit>
 
 namespace campaign {
 
@@ -118,6 +120,21 @@ Saved addOrRemoveCorrelation(Place &place, int state)
     return savedAs(isRemoved ? QString() : text("the correlation stays"));
 }
 
+// As its dialog does it: the new one is there before the old one goes.
+Saved renameCorrelation(Place &place, int state)
+{
+    const QString from = text(state == 1 ? "Renamed from" : "Renamed to");
+    const QString to = text(state == 1 ? "Renamed to" : "Renamed from");
+    if (correlation::exists(place.data.project, to)) // the old one stayed: it is deleted by hand
+        return savedAs(correlation::remove(place.data.project, from) ? QString() : from);
+    CorrelationPropertiesDialog dialog(place.data, from);
+    dialog.findChild<QLineEdit *>(text("nameEdit"))->setText(to);
+    if (!dialog.isStored())
+        dialog.addWellClicked();
+    const bool isDone = dialog.save();
+    return savedWithBoxes(place, isDone && place.asker.texts.isEmpty());
+}
+
 /// The wells that a report tells of, others in each state.
 class ReportedWells
 {
@@ -204,6 +221,7 @@ std::vector<Operation> projectOperations()
         {"template added or deleted", "", Unit::All, false, addOrRemoveTemplate},
         {"correlation", "Section/properties.txt", Unit::All, false, writeCorrelation},
         {"correlation added or deleted", "", Unit::All, false, addOrRemoveCorrelation},
+        {"correlation renamed", "\"Renamed ", Unit::File, false, renameCorrelation, 20000},
         {"logs report", "Unable to create logs information file", Unit::File, false, logsReport},
         {"markers report", "Unable to create logs information file", Unit::All, false, markersReport},
         {"log as text", ":", Unit::All, false, curveText},
