@@ -1,6 +1,7 @@
 #include "mainwin/sheetsaving.h"
 
 #include "base/asker.h"
+#include "base/leftovers.h"
 #include "base/nestedevents.h"
 #include "base/progressbox.h"
 #include "base/safename.h"
@@ -64,6 +65,7 @@ QString saveSheet(ProjectData &data, const Display &display, QWidget *window, co
                           logview::paperDotsPerInch, [&](int pages, int all) { return progress.step(pages, all); });
     if (bytes.isEmpty())
         return QStringLiteral("Cancelled; nothing was saved.");
+    base::removeLeftovers(QFileInfo(path).path()); // of programs that died while they wrote there
     const base::WriteResult written = base::writeFileAtomically(path, bytes);
     if (written.ok())
         return QStringLiteral("Saved as %1.").arg(path);

@@ -2,6 +2,7 @@
 
 #include "base/asker.h"
 #include "base/atomicfile.h"
+#include "base/leftovers.h"
 #include "survey/odfile.h"
 #include "workbench/windowsettings.h"
 
@@ -68,6 +69,7 @@ void ReportDialog::save()
     if (path.isEmpty())
         return;
     settings::setLastFolder(reportFolder, QFileInfo(path).path());
+    base::removeLeftovers(QFileInfo(path).path()); // of programs that died while they wrote there
     const base::WriteResult result = base::writeFileAtomically(path, m_text.toUtf8());
     if (!result.ok())
         m_asker.warn(windowTitle(), survey::writeErrorText(path, result.error));

@@ -1,6 +1,7 @@
 #include "programs/batch/drawing.h"
 
 #include "base/atomicfile.h"
+#include "base/leftovers.h"
 #include "logview/displaypicture.h"
 #include "logview/paper/sheetfile.h"
 #include "logview/paper/sheetpainter.h"
@@ -120,6 +121,7 @@ Result drawPicture(const Session &session, const Drawing &drawing, PictureFormat
 
 base::WriteResult writeBytes(const Session &session, const QString &path, const QByteArray &bytes)
 {
+    base::removeLeftovers(QFileInfo(path).path()); // of programs that died while they wrote there
     bool isTaken = false;
     return session.isForced() ? base::writeFileAtomically(path, bytes)
                               : base::writeNewFileAtomically(path, bytes, &isTaken);

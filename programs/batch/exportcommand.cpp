@@ -157,6 +157,8 @@ void WellExport::writeLasFile(const WellRecord &well)
 
 void WellExport::writeColumns()
 {
+    if (!m_order.isDryRun)
+        base::removeLeftovers(columnsFolder(m_order)); // of programs that died while they exported
     for (const las::ListedLog &log : qAsConst(m_logs)) {
         const QString path = pathOf(m_order, log.name);
         if (!mayWrite(path))

@@ -1,3 +1,4 @@
+#include "base/leftovers.h"
 #include "las/lascopy.h"
 #include "programs/batch/commands.h"
 #include "programs/batch/heldsignals.h"
@@ -29,6 +30,7 @@ QString writeProblem(const Session &session, const QString &path, const las::Las
     if (session.isDryRun())
         return {};
     const HeldSignals held;
+    base::removeLeftovers(QFileInfo(path).path()); // of programs that died while they wrote there
     const base::WriteResult written = las::writeLasCopy(path, copy, [] { return !HeldSignals::isOneWaiting(); });
     return written.ok() ? QString() : QStringLiteral("Cannot write the file %1: %2.").arg(path, written.error);
 }

@@ -254,7 +254,10 @@ private slots:
         const QString out = m_demo.newPath() + ".las";
         VERIFY_EXIT(0, runBatch({"las-unwrap", in, "--out", out, "--dry-run"}));
         QVERIFY(!QFileInfo::exists(out));
+        const QString left = QFileInfo(in).path() + "/.lorva-abcDEF";
+        files::write(left, "of a program that died");
         VERIFY_EXIT(0, runBatch({"las-unwrap", in, "--out", in, "--force"}));
+        QVERIFY(!QFileInfo::exists(left));
         QVERIFY(files::read(in).contains("WRAP.          NO"));
         VERIFY_EXIT(1, runBatch({"las-unwrap", "/none.las", "--out", out}));
         VERIFY_EXIT(1, runBatch({"las-unwrap", in, "--out", "/none/such/folder.las"}));

@@ -62,7 +62,9 @@ private slots:
         QVERIFY(text.startsWith("Aldra-1\tGR\nDepth\tValue\n800.1\t83.45\n"));
         VERIFY_EXIT(2, exportLogs({"Aldra-1", "--format", "columns", "--interval", "1"}));
         VERIFY_EXIT(1, exportLogs({"Aldra-1", "--format", "columns", "--logs", "GR"}));
+        files::write(m_out + "/Aldra-1/.lorva-abcDEF", "of a program that died");
         VERIFY_EXIT(0, exportLogs({"Aldra-1", "--format", "columns", "--logs", "GR", "--force"}));
+        QVERIFY(!QFileInfo::exists(m_out + "/Aldra-1/.lorva-abcDEF"));
     }
 
     void whatIsThereStays()

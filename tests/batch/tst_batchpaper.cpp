@@ -166,10 +166,11 @@ private slots:
             QVERIFY2(run.errors.contains(file + " is there already: with --force it is replaced."),
                      qPrintable(run.errors));
             QCOMPARE(files::read(file), QByteArray("old"));
+            files::write(m_files.filePath(".lorva-abcDEF"), "of a program that died");
             VERIFY_EXIT(0, render({m_well, "--out", file, "--to", "100", "--force"}));
             QVERIFY(files::read(file) != QByteArray("old"));
+            QCOMPARE(QDir(m_files.path()).entryList({".lorva*"}, QDir::Files | QDir::Hidden), QStringList());
         }
-        QCOMPARE(QDir(m_files.path()).entryList({".lorva*"}, QDir::Files | QDir::Hidden), QStringList());
     }
 
     void aCorrelationIsDrawn()

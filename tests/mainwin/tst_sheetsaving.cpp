@@ -140,6 +140,16 @@ private slots:
         QCOMPARE(files::read(f.chosen + QStringLiteral(".pdf")), QByteArray("other"));
     }
 
+    void whatADeadSaveLeftGoes()
+    {
+        SheetFixture f;
+        const QString left = f.survey.filePath(QStringLiteral(".lorva-abcDEF"));
+        files::write(left, "half");
+        f.save("A4");
+        QVERIFY(QFileInfo::exists(f.chosen));
+        QVERIFY(!QFileInfo::exists(left));
+    }
+
     void aFailingDiskKeepsTheOldFile()
     {
         SheetFixture f;

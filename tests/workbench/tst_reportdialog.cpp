@@ -20,6 +20,14 @@ private slots:
         QVERIFY(m_asker.boxes.isEmpty());
     }
 
+    void whatADeadSaveLeftGoes()
+    {
+        const QString left = m_folder.filePath(QStringLiteral(".lorva-abcDEF"));
+        files::write(left, "half");
+        save();
+        QVERIFY(!QFileInfo::exists(left));
+    }
+
     void aDiskThatFailsIsToldAndLosesNothing_data()
     {
         QTest::addColumn<int>("step");
