@@ -32,8 +32,8 @@ SavedPicture saveDisplayPicture(QGraphicsScene &headerScene, QGraphicsScene &log
     const WithoutSelection plain(logScene);
     const DisplayPicture picture(headerScene, logScene, format);
     const bool isJpeg = format == PictureFormat::Jpeg;
-    const QString path = project.projectFolder + QLatin1Char('/') + base::fileNameFor(title)
-        + (isJpeg ? QStringLiteral(".jpg") : QStringLiteral(".tiff"));
+    const QString ending = isJpeg ? QStringLiteral(".jpg") : QStringLiteral(".tiff");
+    const QString path = project.projectFolder + QLatin1Char('/') + base::fileNameFor(title, ending.size()) + ending;
     base::ProgressBox progress(QStringLiteral("Print"), QStringLiteral("Drawing %1").arg(title), window);
     PicturePage page(picture.size());
     bool isCancelled = false;

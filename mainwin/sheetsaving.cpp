@@ -45,14 +45,15 @@ QString saveSheet(ProjectData &data, const Display &display, QWidget *window, co
         return {};
     const logview::Sheet sheet = dialog->sheet();
     delete dialog;
-    const QString name = base::fileNameFor(display.contents.title) + QStringLiteral(".pdf");
+    const QString ending = QStringLiteral(".pdf");
+    const QString name = base::fileNameFor(display.contents.title, ending.size()) + ending;
     QString path;
     if (isAccepted)
         path = choosePath(window, caption, data.project.projectFolder + QLatin1Char('/') + name);
     if (path.isEmpty() || !stays)
         return {};
-    if (!path.endsWith(QLatin1String(".pdf"), Qt::CaseInsensitive)) {
-        path += QStringLiteral(".pdf"); // which the file dialog has not asked about
+    if (!path.endsWith(ending, Qt::CaseInsensitive)) {
+        path += ending; // which the file dialog has not asked about
         if (QFileInfo::exists(path)
             && !data.asker.confirmLoss(caption, QStringLiteral("%1 exists already.\nReplace it?").arg(path)))
             return {};

@@ -1,7 +1,6 @@
+#include "batchtool.h"
 #include "correlation/correlationstore.h"
 #include "operations.h"
-#include "programs/batch/command.h"
-#include "programs/batch/session.h"
 #include "support/files.h"
 #include "templates/templatestore.h"
 #include "tests/survey/surveyfixture.h"
@@ -18,22 +17,12 @@ QString text(const char *bytes)
     return QString::fromUtf8(bytes);
 }
 
-// A command of the batch tool in this process, so that its calls are among those that fail.
 Saved runTool(const Place &place, const QStringList &words)
 {
-    const batch::Command *command = batch::parseCommandLine(words, batch::commands()).command;
-    QStringList all = words;
-    if (command->replaces)
-        all.append(text("--force"));
-    if (command->usesSurvey)
-        all += {text("--survey"), place.survey()};
-    const batch::CommandLine line = batch::parseCommandLine(all, batch::commands());
-    if (line.action != batch::CommandLine::Action::Run)
-        qFatal("%s", qPrintable(line.error));
-    batch::Session session(command->usesSurvey ? place.survey() : QString(), line.arguments);
-    const batch::Result result = command->run(session, line.arguments);
-    const QStringList failures = result.failures + session.takeFailures();
-    return {failures.isEmpty(), failures};
+    const BatchOutcome outcome = runBatchHere(place.survey(), words);
+    if (!outcome.refusal.isEmpty())
+        qFatal("%s", qPrintable(outcome.refusal));
+    return {outcome.failures.isEmpty(), outcome.failures};
 }
 
 // A file to be read, which is there before anything fails.

@@ -1,5 +1,8 @@
 #include "batchtool.h"
 
+#include "programs/batch/command.h"
+#include "programs/batch/session.h"
+
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -7,6 +10,31 @@
 #include <vector>
 
 namespace campaign {
+
+BatchOutcome runBatchHere(const QString &survey, const QStringList &options, const QStringList &operands)
+{
+    const auto line = [&](const QStringList &more) {
+        QStringList words = options + more;
+        if (!operands.isEmpty())
+            words += QStringList{QStringLiteral("--")} + operands;
+        return batch::parseCommandLine(words, batch::commands());
+    };
+    const batch::Command *command = line({}).command;
+    QStringList more;
+    if (command && command->usesSurvey)
+        more = QStringList{QStringLiteral("--survey"), survey};
+    batch::CommandLine given = line(more);
+    if (command && command->replaces) {
+        const batch::CommandLine forced = line(more + QStringList{QStringLiteral("--force")});
+        if (forced.action == batch::CommandLine::Action::Run) // some replace only with other options
+            given = forced;
+    }
+    if (given.action != batch::CommandLine::Action::Run)
+        return {given.error, {}, {}};
+    batch::Session session(command->usesSurvey ? survey : QString(), given.arguments);
+    const batch::Result result = command->run(session, given.arguments);
+    return {{}, result.failures + session.takeFailures(), result.records};
+}
 
 std::optional<QByteArray> batchToolFailure(const QByteArrayList &arguments)
 {

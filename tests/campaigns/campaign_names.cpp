@@ -93,8 +93,10 @@ private:
 
     bool isAllowed(const QString &changed) const
     {
-        if (changed.startsWith(QLatin1String("survey/WLC/.lorva-deleted/")))
-            return bool(m_use.remove);
+        if (changed.startsWith(QLatin1String("settings/"))) // sizes of windows
+            return true;
+        if (m_use.remove && changed.startsWith(QLatin1String("survey/WLC/.lorva-deleted/")))
+            return true;
         for (const QString &allowed : m_use.allowed)
             if (changed.startsWith(allowed))
                 return true;
@@ -180,7 +182,7 @@ int main(int argc, char *argv[])
     }
     int uses = 0;
     int checks = 0;
-    for (const std::vector<NameUse> &some : {nameUses(), typedNameUses()})
+    for (const std::vector<NameUse> &some : {nameUses(), typedNameUses(), tableNameUses(), batchNameUses()})
         for (const NameUse &use : some) {
             if (!options.only.isEmpty() && options.only != use.name)
                 continue;

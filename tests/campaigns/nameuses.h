@@ -27,5 +27,9 @@ struct NameUse
 std::vector<NameUse> nameUses();
 /// Dialogs in which the name is typed.
 std::vector<NameUse> typedNameUses();
+/// Names that are typed in tables, stand in files or are titles.
+std::vector<NameUse> tableNameUses();
+/// Names that the batch tool is given.
+std::vector<NameUse> batchNameUses();
 
 } // namespace campaign

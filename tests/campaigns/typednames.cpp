@@ -3,11 +3,14 @@
 #include "nameuses.h"
 #include "survey/surveyfolder.h"
 #include "templates/definetemplate.h"
+#include "templates/modifytemplate.h"
 #include "templates/templatestore.h"
+#include "tests/survey/surveyfixture.h"
 #include "workbench/newsurveydialog.h"
 #include "workbench/renamewelldialog.h"
 #include "workbench/welleditdialog.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QLineEdit>
 
@@ -54,6 +57,36 @@ int findTemplate(Place &place, const QString &name)
     return loadTemplate(place.data.project, TemplateId::global(typedForm(name))).size() == 1 ? 0 : -1;
 }
 
+QString typeWellTemplate(Place &place, const QString &name, int)
+{
+    DefineTemplate dialog(place.data, text("A"));
+    type(dialog, "nameEdit", name);
+    dialog.addTrackClicked();
+    dialog.saveClicked();
+    return refusalUnless(!dialog.isChanged());
+}
+
+int findWellTemplate(Place &place, const QString &name)
+{
+    return loadTemplate(place.data.project, TemplateId::ofWell(text("A"), typedForm(name))).size() == 1 ? 0 : -1;
+}
+
+// Of the two that a project has at first the one that is not called "Default".
+QString retypeTemplate(Place &place, const QString &name, int)
+{
+    QStringList names = place.data.project.globalTemplateNames;
+    names.removeOne(text("Default"));
+    ModifyTemplate dialog(place.data, TemplateId::global(names.value(0)), text("A"));
+    type(dialog, "nameEdit", name);
+    dialog.saveClicked();
+    return refusalUnless(!dialog.isChanged());
+}
+
+int findRetypedTemplate(Place &place, const QString &name)
+{
+    return loadTemplate(place.data.project, TemplateId::global(typedForm(name))).isEmpty() ? -1 : 0;
+}
+
 QString typeCorrelation(Place &place, const QString &name, int)
 {
     CorrelationPropertiesDialog dialog(place.data, text("New Correlation"));
@@ -66,6 +99,17 @@ int findCorrelation(Place &place, const QString &name)
 {
     const auto never = [](auto &&...) { return false; };
     return correlation::load(place.data.project, typedForm(name), {never, never}) ? 0 : -1;
+}
+
+QString retypeCorrelation(Place &place, const QString &name, int)
+{
+    const QDir folder(correlation::correlationsFolder(place.data.project));
+    const QStringList names = folder.entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot);
+    CorrelationPropertiesDialog dialog(place.data, names.value(0, text("First")));
+    if (names.isEmpty())
+        dialog.addWellClicked();
+    type(dialog, "nameEdit", name);
+    return refusalUnless(dialog.save());
 }
 
 QString typeSurvey(Place &place, const QString &name, int)
@@ -114,6 +158,14 @@ QString retypeWell(Place &place, const QString &name, int)
     return text("no well");
 }
 
+QString editWell(Place &place, const QString &name, int)
+{
+    workbench::WellEditDialog dialog(place.wells(), place.asker, Place::secondWell, survey_fixture::properties("B"));
+    type(dialog, "nameEdit", name);
+    dialog.accept();
+    return refusalUnless(dialog.result() == QDialog::Accepted);
+}
+
 } // namespace
 
 std::vector<NameUse> typedNameUses()
@@ -122,9 +174,28 @@ std::vector<NameUse> typedNameUses()
     const auto one = [](const QString &) { return text("A"); };
     return {
         {"typed template", {text("survey/WLC/Templates/Global/")}, typeTemplate, findTemplate, {}, typedForm},
+        {"typed template of a well",
+         {text("survey/WLC/Templates/A/")},
+         typeWellTemplate,
+         findWellTemplate,
+         {},
+         typedForm},
+        {"typed new name of a template",
+         {text("survey/WLC/Templates/Global/"), text("survey/WLC/.lorva-deleted/")},
+         retypeTemplate,
+         findRetypedTemplate,
+         {},
+         one},
+        {"typed new name of a correlation",
+         {text("survey/WLC/Correlations/"), text("survey/WLC/.lorva-deleted/")},
+         retypeCorrelation,
+         findCorrelation,
+         {},
+         one},
         {"typed correlation", {text("survey/WLC/Correlations/")}, typeCorrelation, findCorrelation, {}, typedForm},
         {"typed survey", {text("out/surveys/")}, typeSurvey, findSurveys, {}, one},
         {"typed well", wells, typeWell, findWell, {}, typedForm},
+        {"typed name of a changed well", wells, editWell, findWell, {}, one},
         {"typed new name of a well", wells, retypeWell, findWell, {}, one},
     };
 }

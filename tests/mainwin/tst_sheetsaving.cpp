@@ -22,14 +22,14 @@ namespace {
 
 struct SheetFixture : ProjectFixture
 {
-    SheetFixture()
+    explicit SheetFixture(const QString &wellName = QStringLiteral("15/9-F-1"))
     {
-        const QString key = addWell(QStringLiteral("15/9-F-1"), {QStringLiteral("GR")}, {QStringLiteral("Top")});
+        const QString key = addWell(wellName, {QStringLiteral("GR")}, {QStringLiteral("Top")});
         host.find(key)->header.totalDepth = 1500;
         open();
         window = std::make_unique<MainWindow>(*launch);
         window->show();
-        emit window->projectTree()->sendWellDisplayProperties(QStringLiteral("15/9-F-1"), QStringLiteral("Default"));
+        emit window->projectTree()->sendWellDisplayProperties(wellName, QStringLiteral("Default"));
         window->choosePath = [this](QWidget *, const QString &title, const QString &path) {
             titles.append(title);
             proposed.append(path);
@@ -125,6 +125,20 @@ private slots:
         QCOMPARE(f.place(), QString());
         QCOMPARE(QDir(f.survey.path()).entryList({QStringLiteral("*.pdf")}), QStringList());
         QVERIFY(f.asker.boxes.isEmpty());
+    }
+
+    // The name itself would be that of a file, but not with its ending.
+    void aLongNameOfAWellLeavesRoomForTheEnding()
+    {
+        SheetFixture f(QString(253, QLatin1Char('n')));
+        f.save("A4");
+        const QString name = QFileInfo(f.proposed.first()).fileName();
+        QCOMPARE(name.size(), 255);
+        QVERIFY(name.startsWith(QString(100, QLatin1Char('n'))) && name.endsWith(QLatin1String(".pdf")));
+        f.window->findChild<WellLogsViewWidget *>()->saveCurrentPicture();
+        const QStringList pictures = QDir(f.path(QString())).entryList({QStringLiteral("nnn*.tiff")}, QDir::Files);
+        QCOMPARE(pictures.size(), 1);
+        QCOMPARE(pictures.first().size(), 255);
     }
 
     void aNameWithoutEndingGetsOne()
