@@ -22,11 +22,14 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_CMAKE_PROJECTS "${CMAKE_BINARY_DIR};${PROJECT_NAME};Unspecified;/")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION science)
-set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "Opens survey folders of the OpendTect platform, manages their wells, imports and
- exports LAS files, and shows well logs as depth-scaled displays and correlation panels.")
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "Opens survey folders of the OpendTect platform, manages their wells,
+ imports and exports LAS files, and shows well logs as depth-scaled
+ displays and correlation panels.")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${LORVA_LIBRARY_OUTPUT_DIR})
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-liberation, qt5-image-formats-plugins")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xdg-utils")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_LORVA_PACKAGING_DIR ${packaging_dir})
+set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_SOURCE_DIR}/cmake/PackageTexts.cmake)
 include(CPack)

@@ -2,6 +2,7 @@
 
 #include "demo/demosurvey.h"
 #include "programs/guidedtour.h"
+#include "programs/lashandover.h"
 #include "programs/surveypreparation.h"
 #include "workbench/activewindowasker.h"
 #include "workbench/commandline.h"
@@ -50,6 +51,11 @@ int run(const workbench::CommandLine &line, int argc, char **argv)
     QApplication application(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("LORVA"));
     QApplication::setApplicationName(QStringLiteral("workbench"));
+    const bool asksForFilesOnly = line.surveyFolder.isEmpty() && !line.showsTour && line.pluginFolders.isEmpty();
+    if (asksForFilesOnly && programs::handOverLasFiles(line.lasFiles)) {
+        print(stdout, QStringLiteral("The workbench that runs already takes the files."));
+        return 0;
+    }
 
     // Gone in the opposite order: the window with all windows of plug-ins, the plug-ins' code, the host they use.
     workbench::WorkbenchHost host(workbench::WorkbenchHost::installedDataFolder());
@@ -71,6 +77,7 @@ int run(const workbench::CommandLine &line, int argc, char **argv)
         QTimer::singleShot(0, &window, [&window] { programs::showTour(window); });
     if (!line.lasFiles.isEmpty())
         QTimer::singleShot(0, &window, [&window, &line] { window.openLasFiles(line.lasFiles); });
+    const programs::LasReceiver receiver(window, [&window](const QStringList &files) { window.openLasFiles(files); });
     return QApplication::exec();
 }
 

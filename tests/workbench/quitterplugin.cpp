@@ -3,7 +3,10 @@
 #include "workbench/hostaccess.h"
 #include "workbench/plugininforecord.h"
 
+#include <QApplication>
+#include <QDialog>
 #include <QMenu>
+#include <QTableView>
 #include <QTimer>
 #include <QWidget>
 
@@ -26,6 +29,28 @@ public:
     }
     ~Window() override { say("window gone, host there: ", lorvaWorkbenchHost() ? "yes" : "no"); }
 };
+
+// Until a dialog is up: says what its tables show, and closes it and the workbench.
+void awaitDialog(QWidget *window)
+{
+    constexpr int pauseMs = 50;
+    auto *timer = new QTimer(window);
+    QObject::connect(timer, &QTimer::timeout, window, [window, timer] {
+        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        timer->stop();
+        say("dialog: ", dialog->objectName());
+        for (const QTableView *table : dialog->findChildren<QTableView *>())
+            for (int row = 0; row < table->model()->rowCount(); ++row)
+                for (int column = 0; column < table->model()->columnCount(); ++column)
+                    say("cell: ", table->model()->index(row, column).data().toString());
+        dialog->reject();
+        QTimer::singleShot(0, window, &QWidget::close);
+    });
+    timer->start(pauseMs);
+    say("waiting");
+}
 
 class Manager
 {
@@ -74,7 +99,10 @@ Q_DECL_EXPORT const char *InitQuitterPlugin(int, char **)
         alone.show();
         auto *window = new Window(host->mainWidget());
         window->show();
-        host->mainWidget()->close();
+        if (qEnvironmentVariableIsSet("LORVA_TEST_AWAIT_DIALOG"))
+            awaitDialog(host->mainWidget());
+        else
+            host->mainWidget()->close();
     });
     return nullptr;
 }
