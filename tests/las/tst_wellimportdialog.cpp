@@ -494,6 +494,7 @@ void TestWellImportDialog::hugeNamesAreShortened()
     const auto isShort = [](const QString &shown) { return shown.size() < 1000; };
     const auto *summary = f.tab(0)->findChild<QLabel *>(text("fileSummary"));
     QVERIFY(summary->text().contains(text("UWI nnn")) && isShort(summary->text()));
+    QVERIFY(summary->textInteractionFlags().testFlag(Qt::TextSelectableByMouse)); // to be copied
     QCOMPARE(f.tab(0)->minimumSizeHint().width(), f.tab(1)->minimumSizeHint().width());
     QCOMPARE(f.table(1)->rowCount(), 3);
     for (int row = 0; row < 3; ++row) {

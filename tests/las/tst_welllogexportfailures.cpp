@@ -213,6 +213,8 @@ void TestWellLogExportFailures::unreadableWellEndsTheExport()
 {
     BadLogsFixture f;
     f.badHost.storedWells[3].isUnreadable = true;
+    f.badHost.storedWells[1].logs[0].depths = {0, 1, 1e9f}; // B, behind it, is not looked at
+    f.setUp("0.5");
     f.startExport();
     QCOMPARE(f.badHost.errors, QStringList{text("Cannot get data for this well : D")});
     QVERIFY(f.asker.boxes.isEmpty());

@@ -1,4 +1,4 @@
-// On a dark desktop every text of the plug-in's windows can be read.
+// On a dark desktop every text of the plug-in's windows can be read, and the windows are tidy.
 
 #include "correlation/correlationdisplaywidget.h"
 #include "correlation/correlationfixture.h"
@@ -10,6 +10,7 @@
 #include "mainwin/projecttreewidget.h"
 #include "support/legibletexts.h"
 #include "support/testmain.h"
+#include "support/tidywindows.h"
 #include "templates/definetemplate.h"
 
 #include <QAction>
@@ -159,6 +160,10 @@ private:
         int count = 0;
         const QStringList found = legible::illegibleTexts(window, &count);
         QVERIFY2(found.isEmpty(), qPrintable(found.join('\n')));
+        QVERIFY2(count >= atLeast, qPrintable(QString::number(count)));
+        count = 0;
+        const QStringList untidy = tidy::faults(window, &count);
+        QVERIFY2(untidy.isEmpty(), qPrintable(untidy.join('\n')));
         QVERIFY2(count >= atLeast, qPrintable(QString::number(count)));
     }
 

@@ -57,6 +57,7 @@ private slots:
     void niceNumbers();
     void ticksAreRoundAndApart();
     void textsBelowTheMapStandInOneRow();
+    void anArrowShowsNorth();
     void theSelectedNameKeepsOffItsSymbol();
     void scaleBarIsNiceAndNotTooLong_data();
     void scaleBarIsNiceAndNotTooLong();
@@ -175,6 +176,16 @@ void TestBaseMap::ticksAreRoundAndApart()
     // Around the origin there is no "-0".
     for (const MapTick &tick : eastingTicks(MapFrame({at(-500, 1), at(500, 1)}, QRectF(0, 0, 500, 400), 50), 80))
         QVERIFY(tick.text != QLatin1String("-0"));
+}
+
+void TestBaseMap::anArrowShowsNorth()
+{
+    BaseMap map;
+    map.resize(400, 300);
+    map.setWells({at(500000, 6000000), at(504000, 6003000)});
+    const QVector<DrawnText> texts =
+        TextRecorder::record([&map](QPainter &painter) { map.render(&painter, {}, {}, QWidget::DrawChildren); });
+    QCOMPARE(std::count_if(texts.begin(), texts.end(), [](const DrawnText &text) { return text.text == "N"; }), 1);
 }
 
 void TestBaseMap::textsBelowTheMapStandInOneRow()

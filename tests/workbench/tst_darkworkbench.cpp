@@ -1,7 +1,8 @@
-// On a dark desktop every text of the workbench's windows can be read.
+// On a dark desktop every text of the workbench's windows can be read, and the windows are tidy.
 
 #include "support/legibletexts.h"
 #include "support/testmain.h"
+#include "support/tidywindows.h"
 #include "workbenchwindowfixture.h"
 
 #include <QAction>
@@ -88,6 +89,7 @@ private:
         const QString key = store.list().value.first().key;
         QVERIFY(store.writeLog(key, {"GR", "gapi", {100, 101}, {1, 2}}).ok());
         QVERIFY(store.writeMarkers(key, {{"Top", 150, Qt::red}}).ok());
+        QVERIFY(QFile::remove(survey + "/WellInfo/Aldra-2.well")); // a message
         QVERIFY(m_window->openSurvey(survey));
     }
     static void expectLegible(QWidget *window, int atLeast)
@@ -96,6 +98,10 @@ private:
         int count = 0;
         const QStringList found = legible::illegibleTexts(window, &count);
         QVERIFY2(found.isEmpty(), qPrintable(found.join('\n')));
+        QVERIFY2(count >= atLeast, qPrintable(QString::number(count)));
+        count = 0;
+        const QStringList untidy = tidy::faults(window, &count);
+        QVERIFY2(untidy.isEmpty(), qPrintable(untidy.join('\n')));
         QVERIFY2(count >= atLeast, qPrintable(QString::number(count)));
     }
 

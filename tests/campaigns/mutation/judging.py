@@ -25,6 +25,7 @@ class Worker:
     def __init__(self, build, folder):
         self.build = build
         self.folder = folder
+        self.counters = folder / "counters"
         shutil.rmtree(folder, ignore_errors=True)
         folder.mkdir(parents=True)
 
@@ -52,8 +53,8 @@ class Worker:
 
     def fails(self, program, libraries=None):
         """Whether it fails twice: once may be the machine's load."""
-        limit = max(20.0, 10 * program.seconds)
-        return not any(self.passes(program, self.folder / "counters", limit, libraries) for _ in range(2))
+        limit = max(60.0, 20 * program.seconds)
+        return not any(self.passes(program, self.counters, limit, libraries) for _ in range(2))
 
     def command_of(self, output):
         return run(["ninja", "-C", str(self.build), "-t", "commands", "-s", output]).stdout.strip().split("\n")[-1]

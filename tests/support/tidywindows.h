@@ -1,0 +1,92 @@
+#pragma once
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAction>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLayout>
+#include <QLineEdit>
+#include <QStringList>
+#include <QTableView>
+
+/// Whether a window is laid out as one expects: nothing lies on anything else, a label stands at the field that it names, and
+/// what is explained to the user begins as a sentence does.
+namespace tidy {
+
+inline QString nameOf(const QWidget *widget)
+{
+    const auto *label = qobject_cast<const QLabel *>(widget);
+    return QStringLiteral("%1 %2 %3").arg(QString::fromLatin1(widget->metaObject()->className()), widget->objectName(),
+                                          label ? label->text() : QString());
+}
+
+inline QRect placeOf(const QWidget *widget)
+{
+    return QRect(widget->mapTo(widget->window(), QPoint(0, 0)), widget->size());
+}
+
+inline void findOverlaps(const QWidget *parent, QStringList *found)
+{
+    if (!parent->layout())
+        return;
+    QList<QWidget *> shown;
+    for (QWidget *child : parent->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
+        if (child->isVisible() && !child->isWindow() && child->objectName() != QLatin1String("emptyHint")) // over empty tabs
+            shown.append(child);
+    for (int i = 0; i < shown.size(); ++i)
+        for (int k = 0; k < i; ++k)
+            if (shown.at(i)->geometry().intersects(shown.at(k)->geometry()))
+                found->append(nameOf(shown.at(i)) + QStringLiteral(" lies on ") + nameOf(shown.at(k)));
+}
+
+// Before it in the same row, or above it.
+inline bool standsAt(const QRect &label, const QRect &field)
+{
+    const bool isBefore = label.right() < field.left() && label.top() <= field.center().y()
+        && label.bottom() >= field.center().y();
+    const bool isAbove = label.bottom() < field.top() && label.left() <= field.right() && label.right() >= field.left();
+    return isBefore || isAbove;
+}
+
+inline bool beginsAsASentence(QString text)
+{
+    text.remove(QLatin1Char('&'));
+    return text.isEmpty() || !text.at(0).isLower();
+}
+
+/// What is not as one expects, each with its widget. \a count gets the number of widgets that were looked at.
+inline QStringList faults(QWidget *window, int *count)
+{
+    QStringList found;
+    const auto judge = [&found](const QWidget *widget, const QString &text) {
+        if (!beginsAsASentence(text))
+            found.append(nameOf(widget) + QStringLiteral(" says: ") + text);
+    };
+    QList<QWidget *> widgets = window->findChildren<QWidget *>();
+    widgets.append(window);
+    for (const QWidget *widget : qAsConst(widgets)) {
+        if (!widget->isVisible() || widget->window() != window)
+            continue;
+        ++*count;
+        findOverlaps(widget, &found);
+        judge(widget, widget->toolTip());
+        for (const QAction *action : widget->actions())
+            judge(widget, action->toolTip());
+        if (const auto *label = qobject_cast<const QLabel *>(widget)) {
+            const QWidget *field = label->buddy();
+            if (field && field->isVisible() && field->window() == window && !standsAt(placeOf(label), placeOf(field)))
+                found.append(nameOf(label) + QStringLiteral(" does not stand at ") + nameOf(field));
+        } else if (const auto *button = qobject_cast<const QAbstractButton *>(widget)) {
+            judge(widget, button->text());
+        } else if (const auto *line = qobject_cast<const QLineEdit *>(widget)) {
+            judge(widget, line->placeholderText());
+        } else if (const auto *table = qobject_cast<const QTableView *>(widget)) {
+            for (int column = 0; table->model() && column < table->model()->columnCount(); ++column)
+                judge(widget, table->model()->headerData(column, Qt::Horizontal, Qt::ToolTipRole).toString());
+        }
+    }
+    return found;
+}
+
+} // namespace tidy
