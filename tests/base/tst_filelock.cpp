@@ -23,6 +23,7 @@ class TestFileLock : public QObject
 private slots:
     void init() { m_folder = std::make_unique<QTemporaryDir>(); }
     void aSecondWriterWaitsForTheFirst();
+    void aProgramWithoutStandardInputLocksToo();
     void aLockEndsWithItsProcess();
     void aFolderWithoutALockFileHasNoLock();
     void theLockFileMayBeUsedByAllWhoMayWriteTheFolder();
@@ -53,6 +54,26 @@ void TestFileLock::aSecondWriterWaitsForTheFirst()
     const base::FolderLock third(folder(), 0);
     QVERIFY(!third.isRefused());
     QCOMPARE(names(), QStringList{QStringLiteral(".lorva.lock")});
+}
+
+void TestFileLock::aProgramWithoutStandardInputLocksToo()
+{
+    QCOMPARE(::chmod(QFile::encodeName(folder()).constData(), 0777), 0);
+    const int input = ::dup(0);
+    ::close(0); // the next file that is opened gets its number
+    bool isRefused = false;
+    {
+        const base::FolderLock first(folder());
+        isRefused = base::FolderLock(folder(), 0).isRefused();
+    }
+    struct stat info
+    { };
+    const int result = ::stat(QFile::encodeName(path(".lorva.lock")).constData(), &info);
+    ::dup2(input, 0);
+    ::close(input);
+    QVERIFY(isRefused);
+    QCOMPARE(result, 0);
+    QCOMPARE(info.st_mode & 0777, 0666u);
 }
 
 void TestFileLock::aLockEndsWithItsProcess()

@@ -17,8 +17,9 @@ namespace tidy {
 inline QString nameOf(const QWidget *widget)
 {
     const auto *label = qobject_cast<const QLabel *>(widget);
-    return QStringLiteral("%1 %2 %3").arg(QString::fromLatin1(widget->metaObject()->className()), widget->objectName(),
-                                          label ? label->text() : QString());
+    return QStringLiteral("%1 %2 %3")
+        .arg(QString::fromLatin1(widget->metaObject()->className()), widget->objectName(),
+             label ? label->text() : QString());
 }
 
 inline QRect placeOf(const QWidget *widget)
@@ -32,7 +33,8 @@ inline void findOverlaps(const QWidget *parent, QStringList *found)
         return;
     QList<QWidget *> shown;
     for (QWidget *child : parent->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly))
-        if (child->isVisible() && !child->isWindow() && child->objectName() != QLatin1String("emptyHint")) // over empty tabs
+        if (child->isVisible() && !child->isWindow()
+            && child->objectName() != QLatin1String("emptyHint")) // over empty tabs
             shown.append(child);
     for (int i = 0; i < shown.size(); ++i)
         for (int k = 0; k < i; ++k)
@@ -43,9 +45,10 @@ inline void findOverlaps(const QWidget *parent, QStringList *found)
 // Before it in the same row, or above it.
 inline bool standsAt(const QRect &label, const QRect &field)
 {
-    const bool isBefore = label.right() < field.left() && label.top() <= field.center().y()
-        && label.bottom() >= field.center().y();
-    const bool isAbove = label.bottom() < field.top() && label.left() <= field.right() && label.right() >= field.left();
+    const bool isBefore =
+        label.right() < field.left() && label.top() <= field.center().y() && label.bottom() >= field.center().y();
+    const bool isAbove =
+        label.bottom() < field.top() && label.left() <= field.right() && label.right() >= field.left();
     return isBefore || isAbove;
 }
 

@@ -96,6 +96,7 @@ private slots:
         for (const int column : {LeftValue, RightValue}) {
             QCOMPARE(m->edit(0, 0, column)->text(), QString());
             QCOMPARE(m->edit(0, 0, column)->maximumWidth(), 40);
+            QVERIFY(!m->edit(0, 0, column)->hasFrame()); // it would take the room of a digit
         }
         QTableWidgetItem *color = m->table(0)->item(0, Color);
         QCOMPARE(color->background().color(), QColor(Qt::black));

@@ -248,7 +248,8 @@ void TestPluginLoader::leavesOutAFileThatIsNoLibrary()
     QCOMPARE(loader.reports().size(), 3);
     for (const PluginReport &report : loader.reports()) {
         QVERIFY(!report.error.isEmpty());
-        QVERIFY(output.contains(report.file));
+        QVERIFY(output.contains(
+            QStringLiteral("lorva-workbench: the plug-in %1 was left out. %2\n").arg(report.file, report.error)));
     }
     QVERIFY(output.contains(QStringLiteral("libText.so")) && output.contains(QStringLiteral("libEmpty.so")));
 }
