@@ -223,6 +223,18 @@ private slots:
         QVERIFY(line(0).contains("#000000|0"));
     }
 
+    // They may be called by name.
+    void slotsWithoutTheirWidgetDoNothing()
+    {
+        m->addCurve(0);
+        const TrackInfo before = m->track(0)->track();
+        for (const char *slot : {"pointClrBtnClicked", "removeClicked", "repopulateCurveBox"})
+            QVERIFY2(QMetaObject::invokeMethod(m->track(0), slot), slot);
+        QVERIFY(QMetaObject::invokeMethod(m->track(0), "pointVisiCheckChanged", Q_ARG(bool, true)));
+        QCOMPARE(m->table(0)->rowCount(), 1);
+        QVERIFY(m->track(0)->track() == before);
+    }
+
     void theGroupFillsTheCurves()
     {
         m->addCurve(0, "Resistivity");

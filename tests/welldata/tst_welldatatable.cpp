@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDoubleValidator>
 #include <QHeaderView>
 #include <QScrollBar>
 
@@ -187,6 +188,20 @@ private slots:
         QTest::keyClick(F::edit(m->markers(), 0, 3), Qt::Key_Delete);
         table()->setFocus();
         QCOMPARE(F::number(m->markers(), 0, 3), QString()); // and it stays empty
+    }
+
+    // Its own context menu and another program come between as long as one types.
+    void aBegunNumberIsTakenWhenItsLineIsLeftForAnotherOne()
+    {
+        const QDoubleValidator validator;
+        CellEdit line(&validator, 0, 1);
+        const QSignalSpy edited(&line, &CellEdit::edited);
+        line.setText("-");
+        for (const Qt::FocusReason reason : {Qt::PopupFocusReason, Qt::ActiveWindowFocusReason, Qt::TabFocusReason}) {
+            QFocusEvent left(QEvent::FocusOut, reason);
+            QCoreApplication::sendEvent(&line, &left);
+            QCOMPARE(edited.count(), reason == Qt::TabFocusReason ? 1 : 0);
+        }
     }
 
     void aTextThatIsNoNumberStandsOut()
