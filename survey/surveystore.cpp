@@ -1,40 +1,13 @@
 #include "survey/surveystore.h"
 
 #include "base/atomicfile.h"
-#include "base/folderlinks.h"
-#include "base/numbers.h"
-#include "base/threewaymerge.h"
 #include "host/feet.h"
-#include "survey/markerfile.h"
 #include "survey/surveywrite.h"
 #include "survey/wellnames.h"
 
-#include <QDir>
-#include <QFile>
-#include <QRegularExpression>
-#include <QSet>
-
 #include <algorithm>
-#include <cerrno>
 
 namespace survey {
-
-namespace {
-
-constexpr const char *wellFileEndings[] = {".well", ".track", ".wlm", ".wlt", ".csmdl", ".disp"};
-
-QByteArray unitOf(const WellFile &file, DepthUnit surveyUnit)
-{
-    const QByteArray unit = file.keys.value("Depth-Unit");
-    return unit.isEmpty() ? storedName(surveyUnit) : unit;
-}
-
-DepthRange depthsOf(const WellFile &well)
-{
-    return {static_cast<float>(well.track.first().md), static_cast<float>(well.track.last().md)};
-}
-
-} // namespace
 
 SurveyStore::SurveyStore(const QString &surveyDirectory)
     : m_surveyDirectory(surveyDirectory)
@@ -47,8 +20,8 @@ void SurveyStore::setSurveyDirectory(const QString &path)
     m_surveyDirectory = path;
     m_list.setSurveyDirectory(path);
     m_logs.forget();
-    m_givenMarkers.clear();
-    m_givenWells.clear();
+    m_markers.forget();
+    m_wells.forget();
     m_problems.clear();
 }
 
@@ -116,45 +89,12 @@ host::Outcome<QString> SurveyStore::stem(const QString &key)
     return {wellFolder() + QLatin1Char('/') + stemOf(fileName), {}};
 }
 
-host::Outcome<WellFile> SurveyStore::readWell(const QString &stem, bool *hasTrackFile)
-{
-    const QString path = stem + QStringLiteral(".well");
-    const host::Outcome<QByteArray> bytes = readFileBytes(path);
-    if (!bytes.ok())
-        return {{}, bytes.error};
-    host::Outcome<WellFile> file = parseWellFile(bytes.value);
-    QString cutPath = file.value.isTrackCut ? path : QString();
-    const QString trackPath = stem + QStringLiteral(".track");
-    const FileRead trackFile = readFile(trackPath);
-    bool isCut = false;
-    const QVector<TrackPoint> track = parseTrackFile(trackFile.bytes, &isCut);
-    const bool isWellFile = file.ok() || file.value.keys.size() > 0;
-    if (trackFile.errorCode != 0 && trackFile.errorCode != ENOENT) {
-        report(trackPath, unreadableText(trackFile.errorCode));
-    } else if (trackFile.errorCode == 0 && track.isEmpty()) {
-        report(trackPath, QStringLiteral("it holds no valid well track"));
-    } else if (!track.isEmpty() && isWellFile) {
-        file.value.track = track;
-        file.value.isTrackCut = isCut;
-        file.error.clear();
-        cutPath = isCut ? trackPath : QString();
-        if (hasTrackFile)
-            *hasTrackFile = true;
-    }
-    if (!file.ok())
-        return {{}, QStringLiteral("Cannot read the file %1: %2.").arg(path, file.error)};
-    if (!cutPath.isEmpty())
-        report(cutPath,
-               QStringLiteral("its track ends after %1 points in a line that is none").arg(file.value.track.size()));
-    return file;
-}
-
 host::Outcome<host::WellHeader> SurveyStore::header(const QString &key)
 {
     const host::Outcome<QString> wellStem = stem(key);
     if (!wellStem.ok())
         return {{}, wellStem.error};
-    const host::Outcome<WellFile> file = readWell(wellStem.value);
+    const host::Outcome<WellFile> file = m_wells.read(wellStem.value, reporter());
     if (!file.ok())
         return {{}, file.error};
     const host::WellHeader header = file.value.header(m_list.well(key)->name);
@@ -166,12 +106,16 @@ host::Outcome<WellProperties> SurveyStore::properties(const QString &key)
     const host::Outcome<QString> wellStem = stem(key);
     if (!wellStem.ok())
         return {{}, wellStem.error};
-    const FileState state = fileState(wellStem.value + QStringLiteral(".well"));
-    const host::Outcome<WellFile> file = readWell(wellStem.value);
+    const host::Outcome<WellFile> file = m_wells.readToChange(wellStem.value, reporter());
     if (!file.ok())
         return {{}, file.error};
-    m_givenWells.insert(key, state);
     return {file.value.properties(m_list.well(key)->name), {}};
+}
+
+void SurveyStore::forgetGiven(const QString &stem)
+{
+    m_wells.forget(stem);
+    m_markers.forget(stem);
 }
 
 LogFiles::Report SurveyStore::reporter()
@@ -212,7 +156,7 @@ host::Status SurveyStore::changeFiles(const QString &key,
 host::Status SurveyStore::writeLog(const QString &key, const host::LogData &log)
 {
     return changeFiles(key, [&](const QString &wellStem) -> host::Status {
-        const host::Outcome<WellFile> well = readWell(wellStem);
+        const host::Outcome<WellFile> well = m_wells.read(wellStem, reporter());
         if (!well.ok())
             return {well.error};
         return m_logs.write(wellStem, isInFeet() ? host::metresToFeet(log) : log, unitOf(well.value, depthUnit()),
@@ -236,94 +180,16 @@ host::Outcome<QVector<host::Marker>> SurveyStore::markers(const QString &key)
     const host::Outcome<QString> wellStem = stem(key);
     if (!wellStem.ok())
         return {{}, wellStem.error};
-    const QString path = wellStem.value + QStringLiteral(".wlm");
-    const FileRead read = readFile(path);
-    if (read.errorCode != 0) {
-        if (read.errorCode == ENOENT) {
-            m_givenMarkers.insert(key, {});
-            return {};
-        }
-        const QString error = readErrorText(path, read.errorCode);
-        report(path, unreadableText(read.errorCode));
-        return {{}, error};
-    }
-    const host::Outcome<WellFile> well = readWell(wellStem.value);
-    if (!well.ok())
-        return {{}, well.error};
-    QStringList problems;
-    host::Outcome<QVector<host::Marker>> markers = parseMarkerFile(read.bytes, depthsOf(well.value), &problems);
-    for (const QString &problem : problems)
-        report(path, problem);
-    if (!markers.ok()) {
-        report(path, markers.error);
-        markers.error = QStringLiteral("Cannot read the file %1: %2.").arg(path, markers.error);
-    }
-    if (isInFeet())
-        markers.value = host::feetToMetres(markers.value);
-    if (markers.ok())
-        m_givenMarkers.insert(key, markers.value);
-    return markers;
+    return m_markers.read(wellStem.value, depthUnit(), reporter());
 }
 
-// The markers to write: those given, with what another program did to the set since it was read here.
-host::Outcome<QVector<host::Marker>> SurveyStore::mergedMarkers(const QString &key,
-                                                                const QVector<host::Marker> &given)
+host::Status SurveyStore::writeMarkers(const QString &key, const QVector<host::Marker> &markers)
 {
-    const auto known = m_givenMarkers.constFind(key);
-    if (known == m_givenMarkers.constEnd())
-        return {given, {}};
-    const QVector<host::Marker> before = *known;
-    const host::Outcome<QVector<host::Marker>> now = markers(key);
-    const auto isSame = [](const host::Marker &a, const host::Marker &b) {
-        return a.name == b.name && a.depth == b.depth && a.color.rgb() == b.color.rgb();
-    };
-    if (!now.ok() || std::equal(before.begin(), before.end(), now.value.begin(), now.value.end(), isSame))
-        return {given, {}};
-    const auto merged = base::threeWayMerge(before, now.value, given, isSame);
-    if (merged.conflicts.isEmpty())
-        return {merged.records, {}};
-    return {{},
-            QStringLiteral("Another program changed the marker \"%1\" meanwhile. Nothing was written.")
-                .arg(merged.conflicts.first())};
-}
-
-host::Status SurveyStore::writeMarkers(const QString &key, const QVector<host::Marker> &given)
-{
-    const SurveyWrite write(m_surveyDirectory);
-    if (!write.ok())
-        return {write.problem()};
-    const host::Outcome<QVector<host::Marker>> toWrite = mergedMarkers(key, given);
-    if (!toWrite.ok())
-        return {toWrite.error};
-    const QVector<host::Marker> &markers = toWrite.value;
-    const host::Outcome<QString> wellStem = stem(key);
-    if (!wellStem.ok())
-        return {wellStem.error};
-    const host::Outcome<WellFile> well = readWell(wellStem.value);
-    if (!well.ok())
-        return {well.error};
-    const QString path = wellStem.value + QStringLiteral(".wlm");
-    const FileRead old = readFile(path);
-    if (old.errorCode != 0 && old.errorCode != ENOENT)
-        return {readErrorText(path, old.errorCode)};
-    const DepthRange track = depthsOf(well.value);
-    host::Outcome<QVector<host::Marker>> stored;
-    if (old.errorCode == 0)
-        stored = parseMarkerFile(old.bytes, track);
-    if (!stored.ok())
-        return {QStringLiteral("The file %1 is no list of markers: %2. It was not written over.")
-                    .arg(path, stored.error)};
-    const base::WriteResult result =
-        base::writeFileAtomically(path,
-                                  markerFileBytes(isInFeet() ? host::metresToFeet(markers, stored.value) : markers,
-                                                  unitOf(well.value, depthUnit()), old.bytes, track));
-    if (!result.ok())
-        return {writeErrorText(path, result.error)};
-    if (m_givenMarkers.contains(key))
-        (void)this->markers(key); // this is what a further change begins with
-    if (m_markersChanged)
+    const host::Status status = changeFiles(
+        key, [&](const QString &wellStem) { return m_markers.write(wellStem, markers, depthUnit(), reporter()); });
+    if (status.ok() && m_markersChanged)
         m_markersChanged(key);
-    return {};
+    return status;
 }
 
 host::Outcome<QStringList> SurveyStore::markersLostByWriting(const QString &key, const QVector<host::Marker> &)
@@ -334,26 +200,6 @@ host::Outcome<QStringList> SurveyStore::markersLostByWriting(const QString &key,
 void SurveyStore::reload(const QString &)
 {
     m_logs.forget();
-}
-
-// A stem that no well of the list and no file in the folder has: files that were left behind must not become those
-// of a new well.
-QString SurveyStore::newStem(const QString &name, const ObjectList &list) const
-{
-    QSet<QString> taken;
-    for (const ObjectEntry &entry : list.entries())
-        taken.insert(stemOf(entry.fileName()).toLower());
-    const auto hasFiles = [this](const QString &stem) {
-        const QString path = wellFolder() + QLatin1Char('/') + stem;
-        const auto exists = [&path](const char *ending) { return base::isThere(path + QLatin1String(ending)); };
-        return std::any_of(std::begin(wellFileEndings), std::end(wellFileEndings), exists)
-            || base::isThere(LogFiles::path(path, 1));
-    };
-    const QString cleaned = cleanedStem(name);
-    QString stem = cleaned;
-    for (int n = 2; taken.contains(stem.toLower()) || hasFiles(stem); ++n)
-        stem = cleaned + QLatin1Char('_') + QString::number(n);
-    return stem;
 }
 
 host::Outcome<QString> SurveyStore::addWell(const WellProperties &given, const QVector<host::LogData> &logs)
@@ -370,11 +216,12 @@ host::Outcome<QString> SurveyStore::addWell(const WellProperties &given, const Q
     if (!read.ok())
         return {{}, read.error};
     ObjectList list = read.value;
-    const QString fileStem = newStem(properties.name, list);
+    const QString fileStem = newStem(wellFolder(), properties.name, list);
     const int number = list.append(properties.name, wellGroup, fileStem + QStringLiteral(".well"));
     if (number == 0)
         return {{}, QStringLiteral("The list of wells %1 has no number left for a new well.").arg(m_list.path())};
     const QString wellStem = wellFolder() + QLatin1Char('/') + fileStem;
+    forgetGiven(wellStem); // of a well that had these files before
     const host::Status status = writeNewWell(wellStem, makeWellFile(properties, depthUnit()), logs, list);
     if (!status.ok()) {
         for (int log = logs.size(); log > 0; --log)
@@ -391,10 +238,10 @@ host::Status SurveyStore::writeNewWell(const QString &stem, const WellFile &file
                                        const ObjectList &list)
 {
     if (logs.isEmpty()) {
-        const host::Status written = writeWell(stem, file);
+        const host::Status written = m_wells.write(stem, file);
         return written.ok() ? m_list.write(list) : written;
     }
-    host::Status status = writeWell(stem, file, base::Flush::Later);
+    host::Status status = m_wells.write(stem, file, base::Flush::Later);
     for (int i = 0; status.ok() && i < logs.size(); ++i)
         status = writeNewLog(stem, i + 1, logs.at(i));
     base::AtomicFileWriter listWriter;
@@ -421,52 +268,13 @@ host::Status SurveyStore::flush()
     return {flushed.ok() ? QString() : writeErrorText(wellFolder(), flushed.error)};
 }
 
-host::Status SurveyStore::writeWell(const QString &stem, const WellFile &file, base::Flush flush)
-{
-    const QString path = stem + QStringLiteral(".well");
-    const base::WriteResult result = base::writeFileAtomically(path, wellFileBytes(file), flush);
-    return {result.ok() ? QString() : writeErrorText(path, result.error)};
-}
-
 host::Status SurveyStore::changeWell(const QString &key, const WellProperties &properties)
 {
     const QString problem = wellPropertiesProblem(properties);
     if (!problem.isEmpty())
         return {problem};
-    const host::Outcome<QString> wellStem = stem(key);
-    if (!wellStem.ok())
-        return {wellStem.error};
-    const SurveyWrite write(m_surveyDirectory);
-    if (!write.ok())
-        return {write.problem()};
-    const QString wellPath = wellStem.value + QStringLiteral(".well");
-    const auto given = m_givenWells.constFind(key);
-    if (given != m_givenWells.constEnd() && !given->hasSameStamp(fileState(wellPath))) {
-        m_givenWells.erase(given);
-        return {
-            QStringLiteral("Another program changed the file %1 meanwhile. It was not written over.").arg(wellPath)};
-    }
-    m_givenWells.remove(key); // it is about to change
-    bool hasTrackFile = false;
-    host::Outcome<WellFile> file = readWell(wellStem.value, &hasTrackFile);
-    if (!file.ok())
-        return {file.error};
-    if (file.value.isTrackCut)
-        return {QStringLiteral("The track of the well %1 is damaged: changing the well would lose what follows the "
-                               "damaged line. Nothing was changed.")
-                    .arg(wellStem.value)};
-    if (hasTrackFile) {
-        // A separate track file hides the track in the main file. First both get the same track, then one goes: at
-        // every moment the well is what it was.
-        const host::Status status = writeWell(wellStem.value, file.value);
-        if (!status.ok())
-            return status;
-        const QString trackPath = wellStem.value + QStringLiteral(".track");
-        if (!removeFile(trackPath))
-            return {QStringLiteral("Cannot replace the file %1. The well is unchanged.").arg(trackPath)};
-    }
-    applyProperties(&file.value, properties);
-    return writeWell(wellStem.value, file.value);
+    return changeFiles(key,
+                       [&](const QString &wellStem) { return m_wells.change(wellStem, properties, reporter()); });
 }
 
 host::Outcome<int> SurveyStore::trackPointsBelow(const QString &key, double depth)
@@ -474,7 +282,7 @@ host::Outcome<int> SurveyStore::trackPointsBelow(const QString &key, double dept
     const host::Outcome<QString> wellStem = stem(key);
     if (!wellStem.ok())
         return {0, wellStem.error};
-    const host::Outcome<WellFile> file = readWell(wellStem.value);
+    const host::Outcome<WellFile> file = m_wells.read(wellStem.value, reporter());
     return {file.ok() ? pointsBelow(file.value, depth) : 0, file.error};
 }
 
@@ -523,14 +331,8 @@ host::Status SurveyStore::removeWell(const QString &key)
     for (const ObjectEntry &other : list.value.entries())
         if (stemOf(other.fileName()) == stemOf(fileName))
             return {}; // a damaged list: another well still uses the files
-    // Exactly this stem: "Probe_2" does not take the files of "Probe_2_A" along.
-    const QString prefix = stemOf(fileName);
-    const QRegularExpression ownFile(QLatin1Char('^') + QRegularExpression::escape(prefix)
-                                     + QStringLiteral("(\\.(well|track|wlm|wlt|csmdl|disp)|\\^[0-9]+\\.wll)$"));
-    QStringList kept;
-    for (const QString &file : QDir(wellFolder()).entryList(QDir::Files | QDir::Hidden))
-        if (ownFile.match(file).hasMatch() && !removeFile(wellFolder() + QLatin1Char('/') + file))
-            kept.append(file);
+    forgetGiven(wellStem.value);
+    const QStringList kept = removeWellFiles(wellFolder(), stemOf(fileName));
     if (!kept.isEmpty())
         return {
             QStringLiteral("The well is no longer in the list, but these files of it could not be deleted in %1: %2.")

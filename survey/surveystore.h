@@ -4,11 +4,10 @@
 #include "host/wells.h"
 #include "survey/fileproblems.h"
 #include "survey/logfiles.h"
+#include "survey/markerfiles.h"
 #include "survey/surveyunit.h"
-#include "survey/wellfile.h"
+#include "survey/wellfiles.h"
 #include "survey/welllistfile.h"
-
-#include <QHash>
 
 #include <functional>
 
@@ -17,7 +16,8 @@ namespace survey {
 /// The wells of one survey folder on disk, in the host's own format. Reading changes nothing on disk. Every write
 /// begins by locking the wells' folder and reading what is there now, so that another program's changes are kept, and
 /// replaces one file atomically. What another program changed since it was given out here is merged (markers) or makes
-/// the write fail with a sentence (a log or well of which both changed something). Of a well, only log headers are held between calls, and each only as long as its file is unchanged.
+/// the write fail with a sentence (a log or well of which both changed something). Of a well, only log headers are held
+/// between calls, and each only as long as its file is unchanged.
 class SurveyStore : public host::Wells
 {
 public:
@@ -82,17 +82,14 @@ public:
 private:
     QString wellFolder() const;
     host::Outcome<QString> stem(const QString &key);
-    QString newStem(const QString &name, const ObjectList &list) const;
-    host::Outcome<WellFile> readWell(const QString &stem, bool *hasTrackFile = nullptr);
+    void forgetGiven(const QString &stem);
     LogFiles::Report reporter();
     host::Status changeFiles(const QString &key, const std::function<host::Status(const QString &wellStem)> &change);
     host::Outcome<ObjectList> listToChange(const QString &key);
-    host::Status writeWell(const QString &stem, const WellFile &file, base::Flush flush = base::Flush::Now);
     host::Status writeNewWell(const QString &stem, const WellFile &file, const QVector<host::LogData> &logs,
                               const ObjectList &list);
     host::Status writeNewLog(const QString &stem, int number, const host::LogData &log);
     void report(const QString &path, const QString &problem);
-    host::Outcome<QVector<host::Marker>> mergedMarkers(const QString &key, const QVector<host::Marker> &given);
 
     bool isInFeet() { return depthUnit() == DepthUnit::Foot; }
 
@@ -102,10 +99,9 @@ private:
     ProblemFound m_problemFound;
     FileProblems m_problems;
     WellListFile m_list;
+    WellFiles m_wells;
+    MarkerFiles m_markers;
     LogFiles m_logs;
-    // What was given out last, by key: another program may change it before a change made here is written.
-    QHash<QString, QVector<host::Marker>> m_givenMarkers;
-    QHash<QString, FileState> m_givenWells;
 };
 
 } // namespace survey

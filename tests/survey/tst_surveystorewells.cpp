@@ -43,6 +43,8 @@ private slots:
     void removesAWellWithExactlyItsFiles();
     void removesAWellButNotFilesElsewhere();
     void keepsFilesThatAnotherEntryUses();
+    void aNewWellHasNothingOfARemovedOneOfItsName_data();
+    void aNewWellHasNothingOfARemovedOneOfItsName();
 };
 
 void TestSurveyStoreWells::addsAWell()
@@ -406,6 +408,31 @@ void TestSurveyStoreWells::keepsFilesThatAnotherEntryUses()
     QVERIFY(survey.store.removeWell(survey.key).ok());
     QVERIFY(survey.store.header(QStringLiteral("100050.3")).ok());
     QCOMPARE(survey.names(), (QStringList{".omf", "a.well", "a^1.wll"}));
+}
+
+// The file of the new well has the name of the old one's: what was known of that must not be taken for the new one's.
+void TestSurveyStoreWells::aNewWellHasNothingOfARemovedOneOfItsName_data()
+{
+    QTest::addColumn<bool>("isRemovedHere");
+    QTest::newRow("removed here, added by another program") << true;
+    QTest::newRow("removed by another program, added here") << false;
+}
+
+void TestSurveyStoreWells::aNewWellHasNothingOfARemovedOneOfItsName()
+{
+    QFETCH(bool, isRemovedHere);
+    Survey survey;
+    SurveyStore here(survey.path());
+    SurveyStore there(survey.path());
+    const QString old = here.addWell(properties("A")).value;
+    QVERIFY(here.markers(old).ok());
+    QVERIFY(here.writeMarkers(old, {marker("Top", 100)}).ok());
+    QVERIFY(here.properties(old).ok());
+    QVERIFY((isRemovedHere ? here : there).removeWell(old).ok());
+    const QString key = (isRemovedHere ? there : here).addWell(properties("A")).value;
+    QVERIFY(here.changeWell(key, properties("A")).ok());
+    QCOMPARE(here.writeMarkers(key, {marker("Top", 100)}).error, QString());
+    QCOMPARE(summary(there.markers(key).value), QStringLiteral("Top@100"));
 }
 
 LORVA_TEST_MAIN(TestSurveyStoreWells)
