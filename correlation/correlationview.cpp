@@ -125,7 +125,6 @@ void CorrelationView::redraw()
     ++m_redrawCount;
     m_headerScene->clear(); // first: headers that are gone are told nothing
     m_scene->clear();
-    m_nameExtents.clear();
     m_tracks.clear();
     m_columns.clear();
     m_drawings.clear();

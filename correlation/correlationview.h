@@ -2,6 +2,7 @@
 
 #include "correlation/correlationgeometry.h"
 #include "correlation/correlationwells.h"
+#include "logview/markernames.h"
 #include "logview/paperview.h"
 #include "logview/viewdrag.h"
 
@@ -100,7 +101,6 @@ private:
     void drawConnections(int first, int last);
     void addNote(const QString &note);
     float trackWidthInches() const;
-    void placeNames(const QVector<MarkerItem *> &markers);
     void redrawKeepingDepth();
     int firstColumnInView() const;
     double firstSampleY() const;
@@ -118,7 +118,7 @@ private:
     QVector<correlation::WellColumn> m_columns; ///< of all wells
     QVector<Drawing> m_drawings;
     QVector<TrackItem *> m_tracks; ///< owned by the scene
-    QHash<QString, QRectF> m_nameExtents; ///< of this redraw
+    MarkerNames m_names;
     QString m_flatMarker;
     QString m_notes; ///< of this redraw
     ViewDrag m_drag;

@@ -9,7 +9,6 @@
 #include <QGraphicsLineItem>
 #include <QGraphicsPolygonItem>
 #include <QGraphicsScene>
-#include <QTextDocument>
 
 #include <optional>
 
@@ -100,31 +99,7 @@ void CorrelationView::drawMarkers(const QString &wellName, const correlation::We
         m_scene->addItem(item);
         drawn.append(item);
     }
-    placeNames(drawn);
-}
-
-// Tops that stand close together keep their lines where they are; their names move apart. In a crowd some names have
-// no room: those lines tell theirs under the mouse.
-void CorrelationView::placeNames(const QVector<MarkerItem *> &markers)
-{
-    QVector<correlation::NameSpan> names;
-    names.reserve(markers.size());
-    for (const MarkerItem *marker : markers) {
-        auto extent = m_nameExtents.find(marker->markerName()); // most wells have the same names
-        if (extent == m_nameExtents.end())
-            extent = m_nameExtents.insert(marker->markerName(), marker->nameExtent(font()));
-        names.append({marker->y() + extent->top(), marker->y() + extent->bottom()});
-    }
-    const QVector<std::optional<double>> shifts = correlation::nameShifts(names);
-    for (int i = 0; i < markers.size(); ++i) {
-        MarkerItem *marker = markers.at(i);
-        if (!shifts.at(i)) {
-            marker->setNameShown(false);
-            marker->setToolTip(Qt::convertFromPlainText(marker->markerName()));
-        } else if (*shifts.at(i) != 0) {
-            marker->setNameShift(*shifts.at(i));
-        }
-    }
+    m_names.place(drawn, font());
 }
 
 // Between neighbours of which both are made and that are not connected yet.

@@ -35,16 +35,17 @@ MarkerItem *DisplayMarkers::first(const QString &markerName, bool isStored) cons
     return found;
 }
 
-// Also for a marker that was given another name.
-void DisplayMarkers::takeName(MarkerItem *marker)
+// Also for a marker that was given another name; false when it has the one that is known.
+bool DisplayMarkers::takeName(MarkerItem *marker)
 {
     const QString name = marker->markerName();
     const auto known = m_names.constFind(marker);
     if (known != m_names.constEnd() && *known == name)
-        return;
+        return false;
     dropName(marker);
     m_names.insert(marker, name);
     m_markersByName[name].append(marker);
+    return true;
 }
 
 void DisplayMarkers::dropName(MarkerItem *marker)
@@ -75,7 +76,10 @@ void DisplayMarkers::add(MarkerItem *marker)
     m_scene->addItem(marker);
     m_markers.append(marker);
     takeName(marker);
-    connect(marker, &MarkerItem::changed, this, [this, marker] { takeName(marker); });
+    connect(marker, &MarkerItem::changed, this, [this, marker] {
+        if (takeName(marker))
+            placeNames();
+    });
     m_last = marker;
     marker->setWidth(m_width);
     connect(marker, &MarkerItem::depthEdited, this, [this, marker] { emit depthEdited(marker); });
@@ -83,6 +87,25 @@ void DisplayMarkers::add(MarkerItem *marker)
         if (!m_unsaved.contains(marker))
             emit storedNameEdited();
     });
+    placeNames();
+}
+
+void DisplayMarkers::place(MarkerItem *marker, double y)
+{
+    marker->setPos(0, y);
+    placeNames();
+}
+
+void DisplayMarkers::placeNames()
+{
+    if (m_changes == 0)
+        m_namePlaces.place(m_markers, m_scene->font());
+}
+
+void DisplayMarkers::endChanges()
+{
+    --m_changes;
+    placeNames();
 }
 
 MarkerItem *DisplayMarkers::pick(const QString &wellName)
@@ -104,6 +127,7 @@ void DisplayMarkers::destroy(MarkerItem *marker)
     if (m_last == marker)
         m_last = nullptr;
     delete marker;
+    placeNames();
     m_scene->update();
 }
 
@@ -125,6 +149,7 @@ void DisplayMarkers::setWidth(float widthPx)
 
 QStringList DisplayMarkers::placeOrDrop(const logview::DepthAxis &axis, const DepthOf &depthOf)
 {
+    beginChanges();
     placeInside(axis, depthOf);
     QStringList dropped;
     const QVector<MarkerItem *> markers = m_markers;
@@ -135,6 +160,7 @@ QStringList DisplayMarkers::placeOrDrop(const logview::DepthAxis &axis, const De
             dropped.append(marker->markerName());
         destroy(marker);
     }
+    endChanges();
     return dropped;
 }
 
@@ -145,4 +171,5 @@ void DisplayMarkers::placeInside(const logview::DepthAxis &axis, const DepthOf &
         if (axis.contains(depth))
             marker->setPos(0, axis.toScenePixel(depth));
     }
+    placeNames();
 }

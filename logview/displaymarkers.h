@@ -1,6 +1,7 @@
 #pragma once
 
 #include "logview/geometry/depthaxis.h"
+#include "logview/markernames.h"
 
 #include <QHash>
 #include <QObject>
@@ -40,6 +41,8 @@ public:
     MarkerItem *nearest(double y, double reachPx) const;
 
     void add(MarkerItem *marker);
+    /// Puts its line there.
+    void place(MarkerItem *marker, double y);
     /// Adds a new one, "New_0", "New_1"…, at depth 0.
     MarkerItem *pick(const QString &wellName);
     /// Destroys a marker.
@@ -48,6 +51,10 @@ public:
     void forgetAll();
 
     void setWidth(float widthPx);
+
+    /// Between these names are left where they are, for many changes at once; the last end places them.
+    void beginChanges() { ++m_changes; }
+    void endChanges();
 
     using DepthOf = std::function<double(const MarkerItem &)>;
     /// Puts each marker at its place on the axis. What is out of the range is destroyed; the names of those among
@@ -66,8 +73,9 @@ signals:
 
 private:
     MarkerItem *first(const QString &markerName, bool isStored) const;
-    void takeName(MarkerItem *marker);
+    bool takeName(MarkerItem *marker);
     void dropName(MarkerItem *marker);
+    void placeNames();
 
     QGraphicsScene *m_scene;
     QVector<MarkerItem *> m_markers;
@@ -78,4 +86,6 @@ private:
     MarkerItem *m_last = nullptr;
     int m_newCount = 0;
     float m_width = 0;
+    MarkerNames m_namePlaces;
+    int m_changes = 0; ///< begun and not ended
 };

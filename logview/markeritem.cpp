@@ -163,6 +163,8 @@ QRectF MarkerItem::nameRect(int textWidthPx)
 
 void MarkerItem::setNameShift(double shiftPx)
 {
+    if (shiftPx == m_nameShift)
+        return;
     m_drawing->changeGeometry();
     m_nameShift = shiftPx;
     m_drawing->update();
@@ -170,6 +172,8 @@ void MarkerItem::setNameShift(double shiftPx)
 
 void MarkerItem::setNameShown(bool isShown)
 {
+    if (isShown == m_isNameShown)
+        return;
     m_isNameShown = isShown;
     m_drawing->update();
 }

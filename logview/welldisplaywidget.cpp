@@ -25,12 +25,15 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <utility>
 
 namespace {
 
 constexpr double airAboveFirstSample = 0.05; // of the height of the view
+constexpr int mostNamesTold = 3;
+constexpr double smallestElevationTold = 0.01; // metres
 
 // What to say of a display that shows nothing. The templates that a first launch makes are known from the next on.
 QString emptyDisplayText(const Project &project, const QString &templateName)
@@ -42,6 +45,25 @@ QString emptyDisplayText(const Project &project, const QString &templateName)
                    "The template \"%1\" is new: it can be shown after \"Sync Data\", or from the next launch on.")
             .arg(templateName);
     return QStringLiteral("The template \"%1\" has no tracks.").arg(templateName);
+}
+
+// On land the elevations may take all markers of a well out of sight: that has to be said.
+QString outsideText(const QVector<WellMarker> &outside)
+{
+    QStringList names;
+    for (const WellMarker &marker : outside.mid(0, mostNamesTold))
+        names.append(marker.name);
+    QString text = outside.size() == 1
+        ? QStringLiteral("The marker \"%1\" is outside the depth range.").arg(names.first())
+        : QStringLiteral("%1 markers are outside the depth range: %2%3.")
+              .arg(QString::number(outside.size()), names.join(QStringLiteral(", ")),
+                   outside.size() > mostNamesTold ? QStringLiteral(", …") : QString());
+    const double elevationsM = outside.first().measuredDepth - outside.first().subseaDepth;
+    if (std::abs(elevationsM) >= smallestElevationTold)
+        text +=
+            QStringLiteral(" Lines stand at their depth along hole less kelly bushing and ground level, here %1 m.")
+                .arg(QString::number(elevationsM, 'f', 2));
+    return text;
 }
 
 } // namespace
@@ -157,6 +179,20 @@ void WellDisplayWidget::reloadLogs(const QString &templateName)
     tellUnread();
 }
 
+void WellDisplayWidget::synchronise(const QString &templateName)
+{
+    const WellsCatalogue &catalogue = m_data.catalogue;
+    const std::optional<WellRecord> record =
+        catalogue.readWellRecord(catalogue.indexOf(m_wellName), WellsCatalogue::OnFailure::BeSilent);
+    if (record)
+        m_scene->followWell(*record);
+    const QPointer<WellDisplayWidget> self = this;
+    if (!loadTemplate(m_data.project, templateName, m_wellName).isEmpty()) // it may be gone: what shows of it stays
+        reloadLogs(templateName);
+    if (self)
+        refreshMarkers();
+}
+
 void WellDisplayWidget::reloadSideFiles()
 {
     if (m_scene->tracks().isEmpty())
@@ -238,14 +274,33 @@ void WellDisplayWidget::tellUnread()
 // The markers are read when the first of them is asked for; a well that cannot be read is told once.
 void WellDisplayWidget::beginMarkers()
 {
+    if (!m_isTakingMarkers)
+        m_scene->markers().beginChanges();
     m_isTakingMarkers = true;
     m_areMarkersRead = false;
 }
 
 void WellDisplayWidget::endMarkers()
 {
+    if (!m_isTakingMarkers)
+        return;
     m_isTakingMarkers = false;
     m_markersByName.clear();
+    m_scene->markers().endChanges();
+    tellOutside();
+}
+
+// They are not kept: the boxes of the project tree must not say that they show.
+void WellDisplayWidget::tellOutside()
+{
+    const QVector<WellMarker> outside = std::exchange(m_outside, {});
+    if (outside.isEmpty())
+        return;
+    setStatusLabel(outsideText(outside));
+    QStringList names;
+    for (const WellMarker &marker : outside)
+        names.append(marker.name);
+    emit markersDropped(m_wellName, names);
 }
 
 void WellDisplayWidget::readMarkers()
@@ -280,8 +335,11 @@ void WellDisplayWidget::addMarker(const QString &wellName, const QString &marker
     item->setDepth(static_cast<float>(found->subseaDepth));
     item->setLineColor(found->color);
     m_takenMarkers.insert(markerName, *found);
-    if (!m_scene->addMarker(item))
-        setStatusLabel(QStringLiteral("The marker \"%1\" is outside the depth range.").arg(markerName));
+    if (m_scene->addMarker(item))
+        return;
+    m_outside.append(*found);
+    if (!m_isTakingMarkers)
+        tellOutside();
 }
 
 void WellDisplayWidget::removeMarker(const QString &wellName, const QString &markerName)
@@ -297,9 +355,11 @@ void WellDisplayWidget::removeGoneMarkers()
     const QStringList stored = well < 0 ? QStringList() : m_data.catalogue.markerNames(well);
     const QSet<QString> names(stored.begin(), stored.end());
     const QVector<MarkerItem *> shown = m_scene->markers().all();
+    m_scene->markers().beginChanges();
     for (MarkerItem *marker : shown)
         if (!m_scene->markers().unsaved().contains(marker) && !names.contains(marker->markerName()))
             m_scene->markers().destroy(marker);
+    m_scene->markers().endChanges();
 }
 
 // What the user changed in the display, and not in the well, stays as he left it.
@@ -312,13 +372,15 @@ void WellDisplayWidget::refreshMarkers()
         return;
     readMarkers();
     QStringList dropped;
+    m_scene->markers().beginChanges();
     for (MarkerItem *marker : shown) {
         const auto now = m_markersByName.constFind(marker->markerName());
         if (!isStored(marker) || now == m_markersByName.constEnd())
             continue;
         const auto before = m_takenMarkers.constFind(marker->markerName());
         const bool isKnown = before != m_takenMarkers.constEnd();
-        const bool isMoved = isKnown && before->measuredDepth != now->measuredDepth;
+        const bool isMoved =
+            isKnown && (before->measuredDepth != now->measuredDepth || before->subseaDepth != now->subseaDepth);
         if (isKnown && before->color != now->color)
             marker->setLineColor(now->color);
         m_takenMarkers.insert(marker->markerName(), *now);
@@ -328,6 +390,7 @@ void WellDisplayWidget::refreshMarkers()
         if (!m_scene->placeStoredMarker(marker))
             dropped.append(now->name);
     }
+    m_scene->markers().endChanges();
     if (!m_isTakingMarkers)
         m_markersByName.clear();
     if (!dropped.isEmpty())

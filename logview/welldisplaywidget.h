@@ -70,6 +70,9 @@ public:
     void reloadDefaultLogs(const QString &templateName);
     /// Reads all logs anew; depths, scale and markers stay.
     void reloadLogs(const QString &templateName);
+    /// Reads all that is shown of the well anew. What the user changed in the display stays, as far as it can. A box may
+    /// come up.
+    void synchronise(const QString &templateName);
 
     /// Saves the display as "<well name>.tiff" in the project folder; the status line tells where, or what failed. Gives
     /// what a printed page shows of it; nothing when the user cancelled.
@@ -85,7 +88,8 @@ public:
 signals:
     /// A picked marker is a marker of the well now, and shown.
     void markerSaved(QString wellName, QString markerName);
-    /// A new depth range, depth type or unit, or the user, took markers of the well out of the display.
+    /// A new depth range, depth type or unit, or the user, took markers of the well out of the display; or they were asked
+    /// for and are outside of its depth range.
     void markersDropped(QString wellName, QStringList markerNames);
 
 public slots:
@@ -99,6 +103,7 @@ private:
     void openAtFirstSample();
     void saveMarker(MarkerItem *marker);
     void readMarkers();
+    void tellOutside();
 
     ProjectData &m_data;
     QString m_wellName;
@@ -112,6 +117,7 @@ private:
     bool m_usesDefaultLogs = false;
     QHash<QString, WellMarker> m_takenMarkers; ///< those that are shown, as they were read
     QHash<QString, WellMarker> m_markersByName; ///< of the click that shows them
+    QVector<WellMarker> m_outside; ///< asked for and not shown
     bool m_isTakingMarkers = false;
     bool m_areMarkersRead = false;
 };

@@ -99,6 +99,16 @@ void WellLogsScene::replaceTracks(const QVector<TrackItem *> &tracks)
     relayoutTracks();
 }
 
+void WellLogsScene::followWell(const WellRecord &well)
+{
+    const bool hasOtherRange = well.totalDepth != m_well.totalDepth || well.kbElevation != m_well.kbElevation;
+    m_well = well;
+    if (!hasOtherRange)
+        return;
+    m_panel->setTotalDepth(static_cast<float>(well.totalDepth));
+    applyDepthTypeAndUnit();
+}
+
 // Gives the x of what stands right of the track.
 int WellLogsScene::placeTrack(TrackItem *track, int x)
 {
@@ -218,7 +228,7 @@ void WellLogsScene::placeEditedMarker(MarkerItem *marker)
 {
     const auto totalDepth = static_cast<double>(m_totalDepth);
     if (totalDepth > 0)
-        marker->setPos(0, m_trackHeight * static_cast<double>(marker->depth()) / totalDepth);
+        m_markers.place(marker, m_trackHeight * static_cast<double>(marker->depth()) / totalDepth);
 }
 
 // A marker that comes to a display stands at its stored depth in the display's unit, whatever the depth type.
@@ -236,8 +246,8 @@ bool WellLogsScene::addMarker(MarkerItem *marker)
         delete marker;
         return false;
     }
-    m_markers.add(marker);
     marker->setPos(0, *y);
+    m_markers.add(marker);
     return true;
 }
 
@@ -245,7 +255,7 @@ bool WellLogsScene::placeStoredMarker(MarkerItem *marker)
 {
     const std::optional<double> y = placeOf(*marker);
     if (y)
-        marker->setPos(0, *y);
+        m_markers.place(marker, *y);
     else
         m_markers.destroy(marker);
     return y.has_value();
@@ -261,7 +271,7 @@ void WellLogsScene::movePickedMarker(MarkerItem *marker, double sceneY)
 {
     const double y = std::clamp(sceneY, 0.0, static_cast<double>(m_trackHeight));
     marker->setDepth(static_cast<float>(depthReference().toMeasuredM(depthAxis().toDepth(y))));
-    marker->setPos(0, y);
+    m_markers.place(marker, y);
 }
 
 void WellLogsScene::clickedInHeader(QGraphicsItem *item)

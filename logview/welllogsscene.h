@@ -39,6 +39,8 @@ public:
     void endDisplay();
     /// Shows other tracks, and only these. Depth range, depth type, unit, scale and markers stay as they are.
     void replaceTracks(const QVector<TrackItem *> &tracks);
+    /// The well may have other elevations or another total depth now: then the depth range is that of the well.
+    void followWell(const WellRecord &well);
 
     WellLogsScenePropertyWidget *panel() const;
     const WellRecord &well() const { return m_well; }

@@ -122,6 +122,13 @@ void WellLogsViewWidget::synchronise()
         emit displayRebuilt(name);
     m_tabs->setCurrentWidget(current); // markers bring their display to the front
     showCurrentPanel();
+    // A box may come up for a log: tabs may go meanwhile.
+    const QPointer<WellLogsViewWidget> self = this;
+    for (const QString &name : QStringList(m_wells)) {
+        const int tab = self && !renamed.contains(name) ? m_wells.indexOf(name) : -1;
+        if (tab >= 0)
+            display(tab)->synchronise(QString(m_displays.at(tab).templateName));
+    }
 }
 
 void WellLogsViewWidget::removeWellDisWidget(QString wellName)

@@ -294,11 +294,12 @@ void MainWindow::syncODDBActionClicked()
         m_data.catalogue.build();
         m_projectTree->synchronise();
     }
-    m_logsView->synchronise();
-    m_logsView->removeGoneMarkers();
+    const QPointer<MainWindow> self = this;
+    m_logsView->synchronise(); // a box may come up for a log that cannot be read
+    if (!self)
+        return;
     m_correlations->keepOnly(m_projectTree->correlationNames());
     m_correlations->wellChanged(QString());
-    const QPointer<MainWindow> self = this;
     m_wellData->synchronise(); // may ask whether to save
     if (!self)
         return;

@@ -68,10 +68,76 @@ private slots:
         QCOMPARE(m_markers->findStored("New_0"), picked);
     }
 
+    // The lines stay at their depths.
+    void crowdedNamesMoveApart()
+    {
+        MarkerItem *a = add("A", 100);
+        QCOMPARE(a->nameShift(), 0.0);
+        MarkerItem *b = add("B", 100);
+        MarkerItem *far = add("Far", 300);
+        QVERIFY(a->nameShift() < 0);
+        QCOMPARE(b->nameShift(), -a->nameShift());
+        QCOMPARE(far->nameShift(), 0.0);
+        QCOMPARE(a->y(), 100.0);
+        m_markers->place(b, 200);
+        QCOMPARE(a->nameShift(), 0.0);
+        QCOMPARE(b->nameShift(), 0.0);
+        m_markers->place(b, 300);
+        QVERIFY(far->nameShift() != 0.0);
+        m_markers->destroy(b);
+        QCOMPARE(far->nameShift(), 0.0);
+        // Ten metres are 30 pixels on the one axis, none on the other.
+        a->setDepth(10);
+        far->setDepth(20);
+        const auto depth = [](const MarkerItem &marker) { return double(marker.depth()); };
+        m_markers->placeInside({0, 1000, 1}, depth);
+        QVERIFY(a->nameShift() < 0);
+        m_markers->placeInside({0, 1000, 3000}, depth);
+        QCOMPARE(a->nameShift(), 0.0);
+        m_markers->placeOrDrop({0, 1000, 1}, depth);
+        QVERIFY(a->nameShift() < 0);
+        m_markers->placeOrDrop({0, 15, 1}, depth); // the other one goes
+        QCOMPARE(a->nameShift(), 0.0);
+    }
+
+    void aLongerNameNeedsMoreRoom()
+    {
+        MarkerItem *a = add("A", 100);
+        add("B", 130);
+        QCOMPARE(a->nameShift(), 0.0);
+        a->setMarkerName("A name of several words that stands in a narrow box, broken into lines");
+        QVERIFY(a->nameShift() < 0);
+    }
+
+    void aNameWithoutRoomIsToldUnderTheMouse()
+    {
+        for (int i = 0; i < 30; ++i)
+            add(i == 29 ? "<b>Last</b>" : "T", 100);
+        MarkerItem *last = m_markers->find("<b>Last</b>");
+        QVERIFY(!last->isNameShown());
+        QVERIFY(last->toolTip().contains(QLatin1String("&lt;b&gt;Last")));
+        m_markers->place(last, 500);
+        QVERIFY(last->isNameShown());
+        QVERIFY(last->toolTip().isEmpty());
+    }
+
+    void manyChangesPlaceTheNamesOnce()
+    {
+        m_markers->beginChanges();
+        m_markers->beginChanges();
+        const MarkerItem *a = add("A", 100);
+        add("B", 100);
+        m_markers->endChanges();
+        QCOMPARE(a->nameShift(), 0.0);
+        m_markers->endChanges();
+        QVERIFY(a->nameShift() < 0);
+    }
+
 private:
-    MarkerItem *add(const char *name) const
+    MarkerItem *add(const char *name, double y = 0) const
     {
         auto *marker = new MarkerItem;
+        marker->setPos(0, y);
         marker->setMarkerName(QString::fromLatin1(name));
         m_markers->add(marker);
         return marker;

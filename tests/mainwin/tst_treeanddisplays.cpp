@@ -3,9 +3,11 @@
 #include "host/host.h"
 #include "las/wellimportdialog.h"
 #include "logview/curveitem.h"
+#include "logview/markeritem.h"
 #include "logview/trackitem.h"
 #include "logview/welldisplaywidget.h"
 #include "logview/welllogsscene.h"
+#include "logview/welllogsscenepropertywidget.h"
 #include "logview/welllogsview.h"
 #include "logview/welllogsviewwidget.h"
 #include "mainwin/mainwindow.h"
@@ -16,6 +18,8 @@
 #include "templates/templatestore.h"
 
 #include <QAction>
+#include <QDir>
+#include <QLineEdit>
 #include <QPointer>
 #include <QScrollBar>
 #include <QStyleOptionViewItem>
@@ -486,6 +490,76 @@ private slots:
         QCOMPARE(w.shownMarkers(0), list("Top"));
         QCOMPARE(w.view->display(0)->logView()->verticalScrollBar()->value(), 300);
         dialog->close();
+    }
+
+    // Elevations on land may take all markers out of the range: then no box says that they show.
+    void markersOutsideOfTheRangeAreUnchecked()
+    {
+        Window w;
+        const QString key = w.addWell("A", list("M1 M2 M3 M4"));
+        w.host.find(key)->header.kbElevation = 704.28F;
+        w.host.find(key)->markers[3].depth = 900;
+        w.open();
+        QTreeWidgetItem *branch = markersBranch(w.well(0));
+        w.clickBox(w.well(0));
+        w.clickBox(branch);
+        QCOMPARE(w.shownMarkers(0), list("M4"));
+        for (int i = 0; i < 4; ++i)
+            QCOMPARE(branch->child(i)->checkState(0), i == 3 ? Qt::Checked : Qt::Unchecked);
+        QCOMPARE(branch->checkState(0), Qt::Unchecked);
+        QCOMPARE(
+            w.view->display(0)->statusText(),
+            QString("3 markers are outside the depth range: M1, M2, M3. Lines stand at their depth along hole less "
+                    "kelly bushing and ground level, here 704.28 m."));
+        w.host.find(key)->markers[3].depth = 13;
+        w.clickBox(w.well(0));
+        branch->setCheckState(0, Qt::Unchecked);
+        w.clickBox(branch);
+        w.clickBox(w.well(0));
+        QVERIFY(w.view->display(0)->statusText().startsWith(
+            QStringLiteral("4 markers are outside the depth range: M1, M2, M3, …. Lines")));
+        w.host.find(key)->header.kbElevation = 0;
+        w.sync();
+        w.clickBox(branch->child(0));
+        QCOMPARE(w.shownMarkers(0), list("M1"));
+        w.view->display(0)->scene()->panel()->findChild<QLineEdit *>("startDepthEdit")->setText("50");
+        QMetaObject::invokeMethod(w.view->display(0)->scene()->panel(), "startDepthChanged");
+        w.clickBox(branch->child(1));
+        QCOMPARE(branch->child(1)->checkState(0), Qt::Unchecked);
+        QCOMPARE(w.view->display(0)->statusText(), QString("The marker \"M2\" is outside the depth range."));
+    }
+
+    // What another program did to the well meanwhile shows after "Sync Data", at the same depths.
+    void anOpenDisplayFollowsItsWell()
+    {
+        Window w;
+        const QString key = w.addWell("A", list("Top Base"));
+        files::write(w.project.path("/Templates/Global/Default/Track_1.txt"),
+                     "Linear\nGamma | GR | 0 | 150 | #0e6f21|0,#ffffff|0,#ffffff|None | None | 0 | 0\n");
+        w.open();
+        w.clickBox(w.well(0));
+        w.clickBox(markersBranch(w.well(0)));
+        const WellDisplayWidget *display = w.view->display(0);
+        const WellLogsScene *scene = display->scene();
+        display->logView()->verticalScrollBar()->setValue(300);
+        auto *well = w.host.find(key);
+        well->logs[0].values = {7, 8};
+        well->markers[0].depth = 200;
+        w.sync();
+        QCOMPARE(scene->tracks().first()->curves().first()->samples().value(0), 7.0);
+        QCOMPARE(scene->markers().find("Top")->depth(), 200.0F);
+        QCOMPARE(display->logView()->verticalScrollBar()->value(), 300);
+        well->header.kbElevation = 30;
+        well->header.totalDepth = 6000;
+        w.sync();
+        QCOMPARE(scene->markers().find("Top")->depth(), 170.0F);
+        QVERIFY(!scene->markers().find("Base")); // 11 m less 30 m
+        QCOMPARE(markersBranch(w.well(0))->child(1)->checkState(0), Qt::Unchecked);
+        QCOMPARE(scene->endDepth(), 6000.0F);
+        QCOMPARE(scene->well().kbElevation, 30.0);
+        QVERIFY(QDir(w.project.path("/Templates/Global/Default")).removeRecursively());
+        w.sync();
+        QVERIFY(!scene->tracks().isEmpty());
     }
 
     void newsOfMarkersReachTheirWellAmongWellsOfOneName()
