@@ -5,12 +5,15 @@
 #include <QEvent>
 #include <QHeaderView>
 #include <QScreen>
+#include <QStyle>
 
 #include <functional>
 
 namespace base {
 
 namespace {
+
+constexpr int frameWidth = 4; // of most window managers, or more than theirs
 
 // Calls back when a widget comes into sight and when it goes. A child of the widget.
 class SightWatch : public QObject
@@ -41,14 +44,21 @@ private:
     std::function<void()> m_hidden;
 };
 
+// On its screen, within the frame that it will get.
+QSize roomFor(const QDialog &dialog)
+{
+    const int title = dialog.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    return dialog.screen()->availableSize() - QSize(2 * frameWidth, title + 2 * frameWidth);
+}
+
 } // namespace
 
 void keepSize(QDialog *dialog, const QString &name, const UserSettings &settings)
 {
     const QString key = QStringLiteral("sizes/") + name;
     const QSize kept = settings.value(key).toSize();
-    if (kept.isValid() && !kept.isEmpty())
-        dialog->resize(dialog->screen() ? kept.boundedTo(dialog->screen()->availableSize()) : kept);
+    const QSize size = kept.isValid() && !kept.isEmpty() ? kept : dialog->size();
+    dialog->resize(dialog->screen() ? size.boundedTo(roomFor(*dialog)) : size);
     new SightWatch(dialog, {}, [dialog, key, settings] {
         const bool isUsual = !(dialog->windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen));
         settings.setValue(key, isUsual ? dialog->size() : dialog->normalGeometry().size());

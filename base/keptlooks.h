@@ -9,8 +9,8 @@ QT_END_NAMESPACE
 
 namespace base {
 
-/// The dialog opens in the size in which it was last closed, as far as the screen has room; before that as it stands. A
-/// maximized one counts with the size that it has otherwise. \a name is that of the settings.
+/// The dialog opens in the size in which it was last closed, before that as it stands; in both cases as far as the screen
+/// has room. A maximized one counts with the size that it has otherwise. \a name is that of the settings.
 void keepSize(QDialog *dialog, const QString &name, const UserSettings &settings = pluginSettings());
 
 /// The columns of a table keep the widths that the user gave them, also in further tables of this name.

@@ -4,6 +4,8 @@
 #include "survey/odfile.h"
 #include "survey/wellinput.h"
 
+#include <QHash>
+
 #include <algorithm>
 #include <cmath>
 
@@ -11,10 +13,30 @@ namespace survey {
 
 namespace {
 
-QColor tellingColor(int number)
+// The same in each run and on each machine, which qHash() is not.
+quint32 hashOf(const QString &name)
 {
-    constexpr int goldenAngle = 137; // neighbours get hues far apart
-    return QColor::fromHsv((number * goldenAngle) % 360, 200, 190);
+    quint32 hash = 2166136261U; // FNV-1a
+    for (const char byte : name.toUtf8())
+        hash = (hash ^ static_cast<quint8>(byte)) * 16777619U;
+    return hash ^ hash >> 16; // names that differ in their last letter only differ in all bits
+}
+
+QColor colorOf(const QString &name)
+{
+    const quint32 hash = hashOf(name);
+    return QColor::fromHsv(static_cast<int>(hash % 360), 160 + static_cast<int>(hash / 360 % 3) * 40,
+                           150 + static_cast<int>(hash / 1080 % 3) * 25);
+}
+
+// The names of tops that the file has at another depth in front of them get "_2", "_3"… behind them.
+QString freeName(const QString &name, double depth, QHash<QString, double> *taken)
+{
+    QString free = name;
+    for (int number = 2; taken->contains(free) && taken->value(free) != depth; ++number)
+        free = QStringLiteral("%1_%2").arg(name, QString::number(number));
+    taken->insert(free, depth);
+    return free;
 }
 
 int indexOf(const QVector<host::Marker> &markers, const QString &name)
@@ -55,16 +77,19 @@ TopsMerge withTops(const QVector<host::Marker> &markers, const QVector<TopsLine>
 {
     TopsMerge merge;
     merge.markers = markers;
+    QHash<QString, double> taken;
     for (const TopsLine &top : tops) {
         const auto depth = static_cast<float>(toMetres(top.depth, unit));
-        const QString name = storedText(top.name);
         if (depth > static_cast<float>(totalDepthM)) {
-            merge.outside.append(name);
+            merge.outside.append(storedText(top.name));
             continue;
         }
+        const QString name = freeName(storedText(top.name), top.depth, &taken);
+        if (name != storedText(top.name) && !merge.repeated.contains(storedText(top.name)))
+            merge.repeated.append(storedText(top.name));
         const int index = indexOf(merge.markers, name);
         if (index < 0) {
-            merge.markers.append({name, depth, tellingColor(merge.markers.size())});
+            merge.markers.append({name, depth, colorOf(name)});
             ++merge.added;
         } else if (merge.markers.at(index).depth != depth) {
             merge.markers[index].depth = depth;

@@ -18,6 +18,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace workbench {
 
@@ -31,6 +32,7 @@ constexpr int countedRole = Qt::UserRole + 2;
 constexpr int logsCountedAtOnce = 60;
 constexpr qint64 samplesCountedAtOnce = 4'000'000;
 constexpr int swatchSize = 12;
+constexpr int mostNamesTold = 10;
 const QLatin1String topsFolder("tops");
 
 QString depthText(double metres, survey::DepthUnit unit)
@@ -56,6 +58,11 @@ QTreeWidgetItem *newItem(QTreeWidgetItem *parent, int kind, const QString &name)
     for (const int column : {SamplesColumn, TopColumn, BaseColumn})
         item->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
     return item;
+}
+
+QString firstOf(const QStringList &names)
+{
+    return names.mid(0, mostNamesTold).join(QStringLiteral(", "));
 }
 
 } // namespace
@@ -155,11 +162,14 @@ void WellContents::enableButtons()
     m_tops->setEnabled(!m_well.key.isEmpty());
 }
 
+// What is selected stays so, also under another name or in another row; where it is gone, its row does.
 void WellContents::showWell(const host::WellEntry &well)
 {
     const QTreeWidgetItem *selected = well.key == m_well.key ? current() : nullptr;
     const int kind = selected ? selected->data(NameColumn, kindRole).toInt() : 0;
     const int row = selected && selected->parent() ? selected->parent()->indexOfChild(current()) : -1;
+    const QString newName = std::exchange(m_newName, {});
+    const QString name = !newName.isEmpty() || !selected ? newName : selected->data(NameColumn, nameRole).toString();
     if (well.key != m_well.key)
         m_status->clear();
     const QScopedValueRollback<bool> filling(m_isFilling, true);
@@ -176,8 +186,13 @@ void WellContents::showWell(const host::WellEntry &well)
         fillMarkers();
         m_tree->expandAll();
         QTreeWidgetItem *group = kind == 0 ? nullptr : m_tree->topLevelItem(kind - 1);
-        if (group && group->childCount() > 0 && row >= 0)
-            m_tree->setCurrentItem(group->child(qMin(row, group->childCount() - 1)));
+        QTreeWidgetItem *item =
+            group && row >= 0 ? group->child(qMin(row, group->childCount() - 1)) : nullptr; // null without children
+        for (int i = 0; item && i < group->childCount(); ++i)
+            if (group->child(i)->data(NameColumn, nameRole).toString() == name)
+                item = group->child(i);
+        if (item)
+            m_tree->setCurrentItem(item);
     }
     enableButtons();
 }
@@ -296,8 +311,10 @@ void WellContents::takeEdit(QTreeWidgetItem *item, int column)
                 m_asker.warn(title, problem);
                 showWell(m_well);
             } else if (index >= 0) {
+                m_newName = markers.at(index).name;
                 finish(title, m_store.writeMarkers(m_well.key, markers));
             } else if (text.trimmed() != oldName) {
+                m_newName = text.trimmed();
                 finish(title, m_store.renameLog(m_well.key, oldName, text));
             }
         },
@@ -378,15 +395,22 @@ void WellContents::importTops()
         return;
     }
     const survey::TopsMerge merge = survey::withTops(m_markers, tops, m_unit, m_totalDepthM);
-    QString question = QStringLiteral("%1 tops for the well \"%2\", depths in %3: %4 new, %5 with another depth.")
-                           .arg(QString::number(tops.size()), m_well.name, survey::pluralName(m_unit),
-                                QString::number(merge.added), QString::number(merge.moved));
+    const QString count = tops.size() == 1 ? QStringLiteral("1 top") : QStringLiteral("%1 tops").arg(tops.size());
+    QString found = QStringLiteral("%1 for the well \"%2\", depths in %3: %4 new, %5 with another depth.")
+                        .arg(count, m_well.name, survey::pluralName(m_unit), QString::number(merge.added),
+                             QString::number(merge.moved));
+    if (!merge.repeated.isEmpty())
+        found += QStringLiteral("\nAt several depths, and so with a number behind the further ones: %1.")
+                     .arg(firstOf(merge.repeated));
     if (!merge.outside.isEmpty())
-        question += QStringLiteral("\nBelow the total depth and so left out: %1.")
-                        .arg(merge.outside.mid(0, 10).join(QStringLiteral(", ")));
+        found += QStringLiteral("\nBelow the total depth and so left out: %1.").arg(firstOf(merge.outside));
     for (const QString &notice : file.notices)
-        question += QLatin1Char('\n') + notice;
-    if (!m_asker.confirm(title, question + QStringLiteral("\nTake them?")))
+        found += QLatin1Char('\n') + notice;
+    if (!merge.changesAnything()) {
+        m_asker.inform(title, found + QStringLiteral("\nThere is nothing to change."));
+        return;
+    }
+    if (!m_asker.confirm(title, found + QStringLiteral("\nTake them?")))
         return;
     m_status->setText(
         QStringLiteral("Tops of %1: %2 added, %3 moved.")

@@ -88,9 +88,17 @@ private slots:
     void aSizeBeyondTheScreenIsCut()
     {
         base::pluginSettings().setValue(QStringLiteral("sizes/A"), QSize(90000, 330));
-        const Shown dialog(QStringLiteral("A"));
-        QCOMPARE(dialog.dialog.width(), dialog.dialog.screen()->availableSize().width());
-        QCOMPARE(dialog.dialog.height(), 330);
+        const Shown kept(QStringLiteral("A"));
+        const QSize screen = kept.dialog.screen()->availableSize();
+        QCOMPARE(kept.dialog.width(), screen.width() - 8); // a frame has room
+        QCOMPARE(kept.dialog.height(), 330);
+        // The size with which it begins as well.
+        QDialog first;
+        first.resize(700, 70000);
+        base::keepSize(&first, QStringLiteral("B"));
+        QCOMPARE(first.width(), 700);
+        QVERIFY(first.height() < screen.height() - 8); // and a title
+        QVERIFY(first.height() > screen.height() - 60);
     }
 
     // Those of the workbench's dialogs are none of the plug-in's.

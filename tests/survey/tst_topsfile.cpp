@@ -3,6 +3,7 @@
 #include "survey/topsfile.h"
 #include "survey/wellnames.h"
 
+#include <QSet>
 #include <QTest>
 
 using namespace survey;
@@ -16,6 +17,8 @@ private slots:
     void formats();
     void wells();
     void markers();
+    void namesThatComeAgain();
+    void coloursComeFromNames();
     void problemsOfMarkers();
     void realFiles();
     void naturalOrder();
@@ -84,6 +87,47 @@ void TestTopsFile::markers()
     const TopsMerge same = withTops(before, {{{}, QStringLiteral("A"), 10}}, DepthUnit::Metre, 1000);
     QCOMPARE(same.added + same.moved, 0);
     QCOMPARE(withTops({}, {{{}, QStringLiteral("End"), 1000}}, DepthUnit::Metre, 1000).added, 1); // at the end itself
+}
+
+// A name at several depths: no top is lost, and a second import changes nothing.
+void TestTopsFile::namesThatComeAgain()
+{
+    const auto top = [](const char *name, double depth) { return TopsLine{{}, QString::fromLatin1(name), depth}; };
+    const QVector<TopsLine> tops{top("None", 100), top("A", 150), top(" None ", 200),   top("A", 150),
+                                 top("None", 300), top("B", 400), top("None_2", 200.5), top("Deep", 2000)};
+    const TopsMerge merge = withTops({}, tops, DepthUnit::Metre, 1000);
+    QStringList found;
+    for (const host::Marker &marker : merge.markers)
+        found.append(QStringLiteral("%1@%2").arg(marker.name).arg(double(marker.depth)));
+    QCOMPARE(found.join(u'|'), QStringLiteral("None@100|A@150|None_2@200|None_3@300|B@400|None_2_2@200.5"));
+    QCOMPARE(merge.added, 6);
+    QCOMPARE(merge.repeated, (QStringList{QStringLiteral("None"), QStringLiteral("None_2")}));
+    QVERIFY(merge.changesAnything());
+    const TopsMerge again = withTops(merge.markers, tops, DepthUnit::Metre, 1000);
+    QVERIFY(!again.changesAnything());
+    QCOMPARE(again.markers.size(), 6);
+    QVERIFY(withTops({}, {top("A", 1)}, DepthUnit::Metre, 10).changesAnything());
+    QVERIFY(withTops(merge.markers, {top("A", 1)}, DepthUnit::Metre, 10).changesAnything());
+}
+
+// A top has the same colour in every well, whichever others it has.
+void TestTopsFile::coloursComeFromNames()
+{
+    const QStringList names =
+        QStringLiteral("t10.5 t11 t15 t21 t31 e10 e14 mcmurray mannville paleozoic").split(u' ');
+    QVector<TopsLine> tops;
+    for (const QString &name : names)
+        tops.append({{}, name, 100.0 + tops.size()});
+    const TopsMerge all = withTops({}, tops, DepthUnit::Metre, 1000);
+    const TopsMerge one = withTops({}, {tops.at(7)}, DepthUnit::Metre, 1000);
+    QCOMPARE(one.markers.first().color, all.markers.at(7).color);
+    QSet<QRgb> colors;
+    for (const host::Marker &marker : all.markers) {
+        colors.insert(marker.color.rgb());
+        QVERIFY(marker.color.value() >= 150 && marker.color.value() <= 200); // legible on white paper
+        QVERIFY(marker.color.hsvSaturation() >= 155);
+    }
+    QCOMPARE(colors.size(), names.size());
 }
 
 void TestTopsFile::problemsOfMarkers()

@@ -30,6 +30,7 @@ private slots:
     void renamesALog();
     void renamesAMarker();
     void movesAMarker();
+    void theSelectionFollowsAMarker();
     void movesAMarkerInFeet();
     void coloursAMarker();
     void removesAMarker();
@@ -205,6 +206,33 @@ void TestWellContents::movesAMarker()
     QCOMPARE(marker(0)->text(3), QStringLiteral("250.50"));
 }
 
+// What is selected stays selected in its new row, so that the next key is for it.
+void TestWellContents::theSelectionFollowsAMarker()
+{
+    const auto selected = [this] {
+        const QList<QTreeWidgetItem *> items = tree()->selectedItems();
+        return items.isEmpty() ? QString() : items.first()->text(0);
+    };
+    click(marker(0));
+    QTest::mouseClick(button("markerDepthButton"), Qt::LeftButton);
+    type(QStringLiteral("1800"));
+    QCOMPARE(markers(), QStringLiteral("Base@1500 Top@1800"));
+    QCOMPARE(selected(), QStringLiteral("Top"));
+    QTest::keyClick(tree(), Qt::Key_F2);
+    type(QStringLiteral("Lower"));
+    QCOMPARE(selected(), QStringLiteral("Lower"));
+    m_contents->showWell(m_well); // as after a refresh
+    QCOMPARE(selected(), QStringLiteral("Lower"));
+    click(log(1));
+    QTest::keyClick(tree(), Qt::Key_F2);
+    type(QStringLiteral("Density"));
+    QCOMPARE(selected(), QStringLiteral("Density"));
+    m_asker.answers = {base::BoxButton::Yes};
+    click(marker(1));
+    QTest::keyClick(tree(), Qt::Key_Delete); // its place is taken
+    QCOMPARE(selected(), QStringLiteral("Base"));
+}
+
 void TestWellContents::movesAMarkerInFeet()
 {
     makeWell(survey::DepthUnit::Foot);
@@ -253,6 +281,23 @@ void TestWellContents::importsTops()
     QTest::mouseClick(button("importTopsButton"), Qt::LeftButton);
     QCOMPARE(markers(), QStringLiteral("Top@120 Middle@800 Base@1500"));
     QCOMPARE(m_store->markers(m_well.key).value.first().color, QColor(Qt::red));
+
+    // The same again: nothing is asked.
+    QTest::mouseClick(button("importTopsButton"), Qt::LeftButton);
+    QCOMPARE(m_asker.boxes.last().icon, base::BoxIcon::Information);
+    QCOMPARE(m_asker.boxes.last().text,
+             QStringLiteral("3 tops for the well \"W-1\", depths in metres: 0 new, 0 with another depth.\n"
+                            "Below the total depth and so left out: Too deep.\nThere is nothing to change."));
+    files::write(m_chosen.first(), "Name,MD\nTop,120\nTop,130\n");
+    m_asker.answers = {base::BoxButton::Yes};
+    QTest::mouseClick(button("importTopsButton"), Qt::LeftButton);
+    QCOMPARE(m_asker.boxes.last().text,
+             QStringLiteral("2 tops for the well \"W-1\", depths in metres: 1 new, 0 with another depth.\n"
+                            "At several depths, and so with a number behind the further ones: Top.\nTake them?"));
+    QCOMPARE(markers(), QStringLiteral("Top@120 Top_2@130 Middle@800 Base@1500"));
+    files::write(m_chosen.first(), "Name,MD\nTop,125\n");
+    QTest::mouseClick(button("importTopsButton"), Qt::LeftButton);
+    QVERIFY(m_asker.boxes.last().text.startsWith(QLatin1String("1 top for the well")));
 }
 
 void TestWellContents::topsOfAnotherWell()
