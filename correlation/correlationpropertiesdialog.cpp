@@ -111,6 +111,8 @@ CorrelationPropertiesDialog::CorrelationPropertiesDialog(ProjectData &projectDat
     const auto stored = correlation::load(m_data.project, name, correlation::knownNames(m_data), &error);
     m_isStored = stored.has_value();
     fill(stored.value_or(m_saved));
+    if (!m_isStored)
+        m_name->selectAll(); // a name of its own is typed over the proposed one
     if (!error.isEmpty()) {
         m_missing->setText(
             QStringLiteral("The file of this correlation cannot be read, and is not written over: %1").arg(error));
@@ -344,7 +346,7 @@ void CorrelationPropertiesDialog::wellChanged()
 
 void CorrelationPropertiesDialog::addWellClicked()
 {
-    m_wells->addWell();
+    m_wells->addNextWell();
     wellChanged();
 }
 
@@ -370,6 +372,7 @@ void CorrelationPropertiesDialog::zoneAddClicked()
 {
     CorrelationZone zone;
     zone.isStartUserDepth = zone.isEndUserDepth = false; // the choosers show "User Depth" until something is chosen
+    zone.color = QString::fromLatin1(correlation::zoneWithoutColor);
     m_zones->addZone(zone);
     markChanged();
 }
@@ -430,8 +433,9 @@ QString CorrelationPropertiesDialog::problem(const CorrelationProperties &proper
         const bool isStartGood = !zone.isStartUserDepth || base::parseNumber(zone.start);
         if (isStartGood && (!zone.isEndUserDepth || base::parseNumber(zone.end)))
             continue;
-        return QStringLiteral("The %1 depth of zone %2 \"%3\" is neither a marker nor a number.")
-            .arg(isStartGood ? QStringLiteral("end") : QStringLiteral("start"), QString::number(i + 1), zone.name);
+        const QString name = zone.name.isEmpty() ? QString() : QStringLiteral(" \"%1\"").arg(zone.name);
+        return QStringLiteral("The %1 depth of zone %2%3 is neither a marker nor a number.")
+            .arg(isStartGood ? QStringLiteral("end") : QStringLiteral("start"), QString::number(i + 1), name);
     }
     return {};
 }

@@ -7,6 +7,8 @@
 #include <QHeaderView>
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int wellColumn = 0;
@@ -56,6 +58,22 @@ void CorrelationWellsTable::addWell(const CorrelationWell &well)
         emit wellChosen();
     });
     connect(templates, QOverload<int>::of(&QComboBox::activated), this, &CorrelationWellsTable::templateChosen);
+}
+
+void CorrelationWellsTable::addNextWell()
+{
+    const QVector<CorrelationWell> there = wells();
+    CorrelationWell next;
+    for (const QString &name : m_data.catalogue.wellNames()) {
+        const auto hasName = [&name](const CorrelationWell &well) { return well.wellName == name; };
+        if (std::any_of(there.begin(), there.end(), hasName))
+            continue;
+        next.wellName = name;
+        break;
+    }
+    if (!there.isEmpty())
+        next.templateName = there.last().templateName;
+    addWell(next);
 }
 
 void CorrelationWellsTable::removeWell()

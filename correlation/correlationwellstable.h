@@ -21,6 +21,8 @@ public:
 
     /// Adds a row at the end. A name that is none of the choosers' leaves them at their first entry.
     void addWell(const CorrelationWell &well = {});
+    /// Adds a row for the first well that has none yet, with the template of the row above.
+    void addNextWell();
     /// The survey's wells and templates may be others now. What is chosen stays where it still exists.
     void refill();
     /// Removes the current row, or the last one when none is current.

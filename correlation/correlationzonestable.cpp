@@ -110,7 +110,7 @@ void CorrelationZonesTable::addZone(const CorrelationZone &zone)
     place(end, zone.end, zone.isEndUserDepth);
     setCellWidget(row, endColumn, end);
     auto *color = new QTableWidgetItem;
-    color->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+    color->setFlags(Qt::ItemIsEnabled); // a selection would hide the colour
     color->setToolTip(QStringLiteral("Click to choose the colour of the zone"));
     setItem(row, colorColumn, color);
     setZoneColor(row, QColor(zone.color));

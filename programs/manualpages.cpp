@@ -15,6 +15,7 @@
 #include <QTextTable>
 #include <QtMath>
 
+#include <limits>
 #include <numeric>
 #include <vector>
 
@@ -23,11 +24,16 @@ namespace programs {
 namespace {
 
 constexpr int dotsPerInch = 1200;
+constexpr double pointsPerInch = 72;
 constexpr int imageDots = 96; // per inch, in which Qt takes the sizes of pictures in a text
 constexpr double pictureScale = 0.6; // of what a screen shows, so that its letters are as large as the text's
 constexpr double tallestPicture = 0.55; // of a page
+constexpr double tallestUnbrokenTable = 0.6; // of a page
+constexpr int pixelsPerInch = 96; // in which a text counts the paddings of its tables
 constexpr int bodySize = 10; // points
 constexpr double codeSize = 9;
+constexpr double smallestCodeSize = 6.5;
+constexpr double codeLetterWidth = 0.605; // of the size, and a little more than it is
 constexpr int footerSize = 8;
 constexpr int contentsLevels = 2;
 constexpr QMarginsF marginsMm(22, 20, 22, 24);
@@ -62,6 +68,14 @@ QVector<QTextLength> columnWidths(const QTextTable &table)
     return widths;
 }
 
+bool isAllIn(const QString &fontFamily, const QTextBlock &block)
+{
+    bool isAll = !block.text().isEmpty() && !QTextCursor(block).currentTable();
+    for (auto part = block.begin(); !part.atEnd(); ++part)
+        isAll = isAll && part.fragment().charFormat().fontFamily() == fontFamily;
+    return isAll;
+}
+
 } // namespace
 
 ManualDocument::ManualDocument(const ManualChapter &chapter, const QString &pictureFolder, QPagedPaintDevice *device,
@@ -78,6 +92,8 @@ ManualDocument::ManualDocument(const ManualChapter &chapter, const QString &pict
     fitPictures();
     styleTables();
     layOut(device, pageSize);
+    keepTables();
+    keepLines();
     keepHeadings();
 }
 
@@ -121,11 +137,17 @@ void ManualDocument::styleText()
 void ManualDocument::styleCode()
 {
     const QString wasFamily = QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
+    int longest = 1; // line of a block of commands: none is to be broken
+    for (QTextBlock block = begin(); block.isValid(); block = block.next())
+        if (isAllIn(wasFamily, block))
+            longest = qMax(longest, block.length() - 1);
+    const double blockSize =
+        qBound(smallestCodeSize, m_pageInches.width() * pointsPerInch / (codeLetterWidth * longest), codeSize);
     QTextCharFormat code;
     code.setFontFamily(QString::fromLatin1("Liberation Mono"));
     code.setFontFixedPitch(true);
-    code.setFontPointSize(codeSize);
     for (QTextBlock block = begin(); block.isValid(); block = block.next()) {
+        code.setFontPointSize(isAllIn(wasFamily, block) ? blockSize : codeSize);
         QVector<QPair<int, int>> parts;
         for (auto part = block.begin(); !part.atEnd(); ++part)
             if (part.fragment().charFormat().fontFamily() == wasFamily)
@@ -206,6 +228,98 @@ int ManualDocument::lastPageOf(const QTextBlock &block) const
     return static_cast<int>((documentLayout()->blockBoundingRect(block).bottom() - 1) / pageSize().height());
 }
 
+QVector<int> ManualDocument::pagesOfLines(const QTextBlock &block) const
+{
+    QVector<int> pages;
+    const QTextLayout *lines = block.layout();
+    const double top = documentLayout()->blockBoundingRect(block).top() - lines->boundingRect().top();
+    for (int line = 0; line < lines->lineCount(); ++line)
+        pages.append(static_cast<int>((top + lines->lineAt(line).y()) / pageSize().height()));
+    return pages;
+}
+
+void ManualDocument::setBreakBefore(const QTextBlock &block, QTextFormat::PageBreakFlags policy)
+{
+    QTextBlockFormat format;
+    format.setPageBreakPolicy(policy);
+    QTextCursor(block).mergeBlockFormat(format);
+}
+
+// A table that a page can hold stands on one page; of a larger one each row does.
+void ManualDocument::keepTables()
+{
+    for (QTextFrame *frame : rootFrame()->childFrames())
+        if (auto *table = qobject_cast<QTextTable *>(frame))
+            keepTable(table);
+}
+
+void ManualDocument::keepTable(QTextTable *table)
+{
+    const auto isWhole = [this, table](double *height) {
+        const QRectF place = documentLayout()->frameBoundingRect(table);
+        *height = place.height() / pageSize().height();
+        return static_cast<int>(place.top() / pageSize().height())
+            == static_cast<int>(place.bottom() / pageSize().height());
+    };
+    double height = 0;
+    if (isWhole(&height))
+        return;
+    const QTextBlock before = table->firstCursorPosition().block().previous();
+    const bool isAnnounced = before.blockFormat().headingLevel() > 0 || before.text().endsWith(QLatin1Char(':'));
+    const auto setBreak = [this, table, before, isAnnounced](QTextFormat::PageBreakFlags policy) {
+        if (isAnnounced) {
+            setBreakBefore(before, policy);
+            return;
+        }
+        QTextTableFormat format = table->format();
+        format.setPageBreakPolicy(policy);
+        table->setFormat(format);
+    };
+    setBreak(QTextFormat::PageBreak_AlwaysBefore);
+    if (isWhole(&height) && height < tallestUnbrokenTable)
+        return;
+    setBreak(QTextFormat::PageBreak_Auto);
+    for (int row = 0; row < table->rows(); ++row)
+        keepRow(*table, row);
+}
+
+// What begins on the one page and ends on the next begins there, behind an empty line.
+void ManualDocument::keepRow(const QTextTable &table, int row)
+{
+    int first = std::numeric_limits<int>::max();
+    int last = 0;
+    double top = 0;
+    for (int column = 0; column < table.columns(); ++column) {
+        const QTextBlock block = table.cellAt(row, column).firstCursorPosition().block();
+        for (const int page : pagesOfLines(block)) {
+            first = qMin(first, page);
+            last = qMax(last, page);
+        }
+        top = qMax(top, documentLayout()->blockBoundingRect(block).top());
+    }
+    if (first >= last)
+        return;
+    const double gap = last * pageSize().height() - top;
+    for (int column = 0; column < table.columns(); ++column) {
+        QTextTableCell cell = table.cellAt(row, column);
+        QTextTableCellFormat format = cell.format().toTableCellFormat();
+        format.setTopPadding(gap * pixelsPerInch / dotsPerInch);
+        cell.setFormat(format);
+    }
+}
+
+// The last line of a paragraph takes the others along to its page.
+void ManualDocument::keepLines()
+{
+    for (QTextBlock block = begin(); block.isValid(); block = block.next()) {
+        const QVector<int> pages = pagesOfLines(block);
+        const bool isInTable = QTextCursor(block).currentTable() != nullptr;
+        if (!isInTable && pages.size() > 1 && pages.last() != pages.at(pages.size() - 2)
+            && pages.first() + 1 == pages.last())
+            setBreakBefore(block);
+    }
+}
+
 // A heading whose text begins on the next page goes there too. Each that moves may move those behind it.
 void ManualDocument::keepHeadings()
 {
@@ -216,9 +330,7 @@ void ManualDocument::keepHeadings()
         const bool isPicture = next.text() == QString(QChar::ObjectReplacementCharacter);
         if (pageOf(block) == (isPicture ? lastPageOf(next) : pageOf(next)))
             continue;
-        QTextBlockFormat format;
-        format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
-        QTextCursor(block).mergeBlockFormat(format);
+        setBreakBefore(block);
     }
 }
 

@@ -3,11 +3,13 @@
 #include "programs/manualtext.h"
 
 #include <QTextDocument>
+#include <QTextFormat>
 
 #include <memory>
 
 QT_BEGIN_NAMESPACE
 class QPagedPaintDevice;
+class QTextTable;
 QT_END_NAMESPACE
 
 namespace programs {
@@ -20,7 +22,8 @@ struct ManualHeading
     int page;
 };
 
-/// A chapter laid out for paper: pictures and tables fit the page, and no heading stands alone at its end.
+/// A chapter laid out for paper: pictures, tables and commands fit the page, no heading stands alone at its end, no line alone
+/// at its top, and no row of a table on two pages.
 class ManualDocument : public QTextDocument
 {
     Q_OBJECT
@@ -44,8 +47,15 @@ private:
     void styleText();
     void styleCode();
     void keepHeadings();
+    void keepTables();
+    void keepTable(QTextTable *table);
+    void keepRow(const QTextTable &table, int row);
+    void keepLines();
+    void setBreakBefore(const QTextBlock &block,
+                        QTextFormat::PageBreakFlags policy = QTextFormat::PageBreak_AlwaysBefore);
     int pageOf(const QTextBlock &block) const;
     int lastPageOf(const QTextBlock &block) const;
+    QVector<int> pagesOfLines(const QTextBlock &block) const;
 
     QString m_pictureFolder;
     QSizeF m_pageInches;

@@ -9,6 +9,7 @@
 #include "programs/unattended.h"
 #include "programs/workbenchpictures.h"
 #include "workbench/filechooser.h"
+#include "workbench/legiblestyle.h"
 #include "workbench/messagespanel.h"
 #include "workbench/pluginloader.h"
 #include "workbench/workbenchhost.h"
@@ -125,6 +126,7 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("LORVA"));
     QApplication::setApplicationName(QStringLiteral("pictures"));
+    QApplication::setStyle(new workbench::LegibleStyle); // as the workbench has it
     if (isDark)
         QApplication::setPalette(darkPalette());
 

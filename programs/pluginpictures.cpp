@@ -222,6 +222,7 @@ void drawWellData(const PluginWindow &plugin, const QString &survey, PictureFold
     const QStringList tops = importFiles(survey, QStringLiteral("*_tops.txt"));
     QDialog *dialog = tops.isEmpty() ? nullptr : openTextImport(plugin.showWellData(1), tops.first());
     if (dialog) {
+        dialog->resize(820, 560);
         pictures->save(dialog, QStringLiteral("welldata-import"));
         dialog->close();
     }
@@ -232,6 +233,8 @@ void drawTemplateEditors(const PluginWindow &plugin, PictureFolder *pictures)
     if (!plugin.belowFirstWell(QStringLiteral("Petrophysics")))
         return;
     const auto save = [pictures](QWidget *editor, const QString &name) {
+        if (editor)
+            editor->resize(1400, 680);
         pictures->save(editor, name);
         delete editor;
     };

@@ -6,6 +6,7 @@
 #include "programs/surveypreparation.h"
 #include "workbench/activewindowasker.h"
 #include "workbench/commandline.h"
+#include "workbench/legiblestyle.h"
 #include "workbench/pluginloader.h"
 #include "workbench/workbenchhost.h"
 #include "workbench/workbenchwindow.h"
@@ -13,6 +14,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QStandardPaths>
 #include <QTimer>
 
 #include <clocale>
@@ -49,6 +51,7 @@ int run(const workbench::CommandLine &line, int argc, char **argv)
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication application(argc, argv);
+    QApplication::setStyle(new workbench::LegibleStyle);
     QApplication::setOrganizationName(QStringLiteral("LORVA"));
     QApplication::setApplicationName(QStringLiteral("workbench"));
     const bool asksForFilesOnly = line.surveyFolder.isEmpty() && !line.showsTour && line.pluginFolders.isEmpty();
@@ -64,6 +67,9 @@ int run(const workbench::CommandLine &line, int argc, char **argv)
     workbench::PluginLoader loader;
     workbench::WorkbenchWindow window(host, asker, workbench::dialogFileChooser());
     window.setSurveyPreparation(prepareSurvey);
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    if (!data.isEmpty())
+        window.setDemoSurvey(data + QStringLiteral("/lorva/surveys/Demo"), demo::makeDemoSurvey);
     host.setWindow(&window, window.utilitiesMenu(), window.wellsMenu());
     // A plug-in may have windows without a parent; they do not keep a program alive that has no window of its own.
     QObject::connect(&window, &workbench::WorkbenchWindow::closed, &application, &QApplication::quit,

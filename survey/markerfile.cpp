@@ -77,6 +77,15 @@ QByteArray strangeLine(const KeyValues &keys)
     return {};
 }
 
+// As the platform reads it: a zero in front makes an octal number of it.
+int colorNumber(const QByteArray &text)
+{
+    const QByteArray number = text.trimmed();
+    if (number.size() > 1 && number.startsWith('0'))
+        return number.toInt(nullptr, 8);
+    return base::parseInteger(number).value_or(0);
+}
+
 // "r`g`b", with a fourth number for transparency, or "#rrggbb".
 QColor parseColor(const QByteArray &text)
 {
@@ -89,7 +98,7 @@ QColor parseColor(const QByteArray &text)
         return QColor(0, 0, 0);
     int rgb[3];
     for (int i = 0; i < 3; ++i)
-        rgb[i] = qBound(0, base::parseInteger(parts.at(i)).value_or(0), 255);
+        rgb[i] = qBound(0, colorNumber(parts.at(i)), 255);
     return QColor(rgb[0], rgb[1], rgb[2]);
 }
 

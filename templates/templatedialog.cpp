@@ -18,6 +18,7 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QTabWidget>
+#include <QToolButton>
 
 namespace {
 
@@ -37,6 +38,7 @@ TemplateDialog::TemplateDialog(ProjectData &projectData, const QString &wellName
     , m_tabs(new QTabWidget)
     , m_splitter(new QSplitter(Qt::Horizontal))
     , m_buttons(new QHBoxLayout)
+    , m_takeBack(new QToolButton)
 {
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     m_name->setObjectName(QStringLiteral("nameEdit"));
@@ -49,6 +51,10 @@ TemplateDialog::TemplateDialog(ProjectData &projectData, const QString &wellName
     well->setTextFormat(Qt::PlainText);
     well->setObjectName(QStringLiteral("wellLabel"));
     nameRow->addWidget(well);
+    m_takeBack->setObjectName(QStringLiteral("takeBackButton"));
+    m_takeBack->hide();
+    connect(m_takeBack, &QToolButton::clicked, this, &TemplateDialog::takeTrackBack);
+    m_buttons->addWidget(m_takeBack);
     m_buttons->addStretch();
     m_tabs->setObjectName(QStringLiteral("trackTabs"));
     m_tabs->setTabsClosable(true);
@@ -75,6 +81,7 @@ TemplateDialog::TemplateDialog(ProjectData &projectData, const QString &wellName
 TemplateDialog::~TemplateDialog()
 {
     m_tabs->disconnect(this);
+    m_removed.reset();
     delete m_splitter;
 }
 
@@ -163,17 +170,39 @@ void TemplateDialog::clearTracks()
 {
     const QScopedValueRollback<bool> filling(m_isFilling, true);
     qDeleteAll(tracks());
+    forgetRemovedTrack();
 }
 
 void TemplateDialog::removeTrackTab(int tab)
 {
-    QWidget *track = m_tabs->widget(tab);
+    auto *track = qobject_cast<DefTempTrackWidget *>(m_tabs->widget(tab));
     if (!track)
         return;
+    m_takeBack->setText(QStringLiteral("Take %1 back").arg(track->trackName()));
+    m_takeBack->setToolTip(QStringLiteral("Puts the track that was removed last where it was"));
+    m_takeBack->show();
     m_tabs->removeTab(tab);
-    delete track;
+    track->setParent(nullptr);
+    m_removed.reset(track);
+    m_removedPlace = tab;
     renumberTracks();
     updatePreview();
+}
+
+void TemplateDialog::takeTrackBack()
+{
+    if (!m_removed)
+        return;
+    m_tabs->setCurrentIndex(m_tabs->insertTab(m_removedPlace, m_removed.release(), QString()));
+    m_takeBack->hide();
+    renumberTracks();
+    updatePreview();
+}
+
+void TemplateDialog::forgetRemovedTrack()
+{
+    m_removed.reset();
+    m_takeBack->hide();
 }
 
 void TemplateDialog::renumberTracks()

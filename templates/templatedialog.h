@@ -5,6 +5,8 @@
 
 #include <QDialog>
 
+#include <memory>
+
 QT_BEGIN_NAMESPACE
 class QAbstractItemModel;
 class QHBoxLayout;
@@ -12,6 +14,7 @@ class QLineEdit;
 class QPushButton;
 class QSplitter;
 class QTabWidget;
+class QToolButton;
 QT_END_NAMESPACE
 
 class DefTempTrackWidget;
@@ -46,7 +49,9 @@ signals:
 
 public slots:
     void addTrackClicked();
+    /// The track can be taken back until another one is removed.
     void removeTrackTab(int tab);
+    void takeTrackBack();
     /// Lets open displays show what was saved last.
     void applyRefresh();
     /// Closes the dialog, after a question where something would be lost.
@@ -92,6 +97,7 @@ private:
     Content content() const;
     bool isCorrect();
     DefTempTrackWidget *insertTrack();
+    void forgetRemovedTrack();
 
     ProjectData &m_data;
     QString m_wellName;
@@ -102,6 +108,9 @@ private:
     QSplitter *m_splitter;
     QHBoxLayout *m_buttons;
     TemplatePreview *m_preview = nullptr;
+    QToolButton *m_takeBack;
+    std::unique_ptr<DefTempTrackWidget> m_removed; ///< the last one
+    int m_removedPlace = 0;
     bool m_isFilling = false;
     Content m_saved;
     TemplateId m_now;

@@ -35,10 +35,14 @@ QString number(double value)
 QString headerLine(const survey::WellProperties &well, survey::DepthUnit unit)
 {
     const QString type = survey::wellTypeNames().value(well.typeCode);
+    const bool hasGround = !host::isUndefined(static_cast<float>(well.groundElevation));
+    const QString ground = hasGround
+        ? QStringLiteral("   Ground %1 %2").arg(number(well.groundElevation), survey::symbol(unit))
+        : QString();
     QString line =
-        QStringLiteral("X %1   Y %2\nKB %3 %5   TD %4 %5")
+        QStringLiteral("X %1   Y %2\nKB %3 %6%4   TD %5 %6")
             .arg(QString::fromLatin1(base::formatShortest(well.x)), QString::fromLatin1(base::formatShortest(well.y)),
-                 number(well.kbElevation), number(well.totalDepth), survey::symbol(unit));
+                 number(well.kbElevation), ground, number(well.totalDepth), survey::symbol(unit));
     if (well.typeCode != host::NoWellType && !type.isEmpty())
         line += QStringLiteral("   Type ") + type;
     return line;

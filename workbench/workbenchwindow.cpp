@@ -297,18 +297,6 @@ void WorkbenchWindow::showMessages()
     m_messages->setMessages(m_readErrors + m_host.store().problems());
 }
 
-void WorkbenchWindow::showListError(const QString &error)
-{
-    const bool isNew = error != m_listError;
-    m_listError = error;
-    if (error.isEmpty())
-        return;
-    m_hint->setHint(QStringLiteral("The wells cannot be listed"), error, {m_refreshAction, m_openAction});
-    m_pages->setCurrentWidget(m_hint);
-    if (isNew)
-        m_asker.warn(QStringLiteral("Wells"), error);
-}
-
 void WorkbenchWindow::showSurveyName()
 {
     const QString folder = m_host.surveyDirectory();
@@ -316,29 +304,6 @@ void WorkbenchWindow::showSurveyName()
                                : productName());
     m_status->setText(hasSurvey() ? QStringLiteral("%1  -  %2").arg(wellCountText(m_wellCount), folder)
                                   : QStringLiteral("No survey is open"));
-}
-
-void WorkbenchWindow::showHint()
-{
-    if (!hasSurvey())
-        m_hint->setHint(QStringLiteral("No survey is open"),
-                        QStringLiteral("Open a survey folder or make a new one. \"lorva-workbench --demo DIR\" makes "
-                                       "one with wells to try things out."),
-                        {m_openAction, m_newAction});
-    else if (m_wellCount == 0)
-        m_hint->setHint(
-            QStringLiteral("This survey has no wells yet"),
-            QStringLiteral("1.  Drop a folder of LAS files on this window, or choose the files.\n"
-                           "2.  Look through the table of wells and press \"Create wells\": they come with "
-                           "their logs.\n"
-                           "3.  Choose a plug-in in the menu Utilities to see them.\n\n"
-                           "Wells may also be added one by one. Help > Manual tells more."),
-            {m_newWellsAction, m_manageAction});
-    QWidget *page = hasSurvey() && m_wellCount > 0 ? static_cast<QWidget *>(m_overview) : m_hint;
-    if (page != m_pages->currentWidget()) {
-        m_pages->setCurrentWidget(page);
-        page->setFocus(Qt::OtherFocusReason);
-    }
 }
 
 void WorkbenchWindow::enableActions()

@@ -44,6 +44,8 @@ public:
     void setPluginReports(const QVector<PluginReport> &reports);
 
     /// Called with the folder of each new survey before it is opened: what its plug-ins will need there.
+    /// Offers the demo survey: \a make makes it in \a folder where it is not there yet, and gives why it could not.
+    void setDemoSurvey(const QString &folder, const std::function<QString(const QString &)> &make);
     void setSurveyPreparation(const std::function<void(const QString &)> &prepare) { m_prepare = prepare; }
 
     /// Opens the folder; when it is no survey a box says why, and the survey that was open stays.
@@ -77,6 +79,7 @@ private:
     void restoreLook();
     void saveLook() const;
     void showSurveyName();
+    void openDemo();
     void showHint();
     void enableActions();
     QDateTime wellsTime() const;
@@ -102,6 +105,9 @@ private:
     FileChooser m_chooser;
     QVector<PluginReport> m_reports;
     std::function<void(const QString &)> m_prepare;
+    QString m_demoFolder;
+    std::function<QString(const QString &)> m_makeDemo;
+    QAction *m_demoAction = nullptr; ///< null as long as none is offered
 
     QMenu *m_recent = nullptr;
     QMenu *m_wells = nullptr;

@@ -92,7 +92,7 @@ private slots:
         QVERIFY(!dialog->isStored());
         QVERIFY(!dialog->isModal());
         QVERIFY(!dialog->isChanged());
-        QCOMPARE(m->name()->text(), QString("New Correlation"));
+        QCOMPARE(m->name()->selectedText(), QString("New Correlation")); // typed over
         QCOMPARE(m->wells()->rowCount(), 0);
         QCOMPARE(headings(m->wells()), QStringList({"Well", "Template"}));
         QCOMPARE(headings(m->markers()), QStringList({"Marker Name", "Visibility"}));
@@ -351,6 +351,10 @@ private slots:
         m->show();
         m->click("addZoneButton");
         QVERIFY(m->dialog->isChanged());
+        // The colour that is stored is seen, also when the row is selected.
+        const QTableWidgetItem *color = m->zones()->item(0, 3);
+        QCOMPARE(color->data(Qt::DecorationRole).value<QPixmap>().toImage().pixelColor(10, 10), QColor("#c0c0c0"));
+        QVERIFY(!(color->flags() & Qt::ItemIsSelectable));
         m->zones()->item(0, 0)->setText("New | zone");
         m->choose(CorrelationFixture::chooser(m->zones(), 0, 1), "Top");
         CorrelationFixture::chooser(m->zones(), 0, 2)->lineEdit()->clear();
@@ -368,6 +372,9 @@ private slots:
         m->show();
         const QByteArray before = m->file("North");
         m->click("addZoneButton");
+        m->click("saveButton");
+        QCOMPARE(m->asker.boxes.at(0).text, QString("The start depth of zone 1 is neither a marker nor a number."));
+        m->asker.boxes.clear();
         m->zones()->item(0, 0)->setText("Sand");
         m->click("saveButton");
         QCOMPARE(m->asker.boxes.size(), 1);

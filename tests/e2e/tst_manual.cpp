@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QPdfWriter>
+#include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBlock>
@@ -39,6 +40,20 @@ struct Page
             if (block.text() == text)
                 return int(topOf(block) / size.height());
         return -1;
+    }
+    int pageOfLine(const QTextBlock &block, int line) const
+    {
+        const QTextLayout *lines = block.layout();
+        return int((document->documentLayout()->blockBoundingRect(block).top() - lines->boundingRect().top()
+                    + lines->lineAt(line).y())
+                   / size.height());
+    }
+    QSet<int> pagesOf(const QTextBlock &block) const
+    {
+        QSet<int> found;
+        for (int line = 0; line < block.layout()->lineCount(); ++line)
+            found.insert(pageOfLine(block, line));
+        return found;
     }
     // Of its first line.
     double topOf(const QTextBlock &block) const
@@ -118,6 +133,74 @@ private slots:
         QCOMPARE(headings.at(0).text, QString("1  X"));
         QCOMPARE(headings.at(1).level, 2);
         QCOMPARE(headings.at(1).page, last.pageOf("Heading") + 1);
+    }
+
+    void aTableStandsOnOnePageWithWhatAnnouncesIt()
+    {
+        const QString table = "| a | b |\n|---|---|\n| cell one | x |\n| cell two | y |\n";
+        QString text = "# 1  X\n";
+        for (int lines = 0; lines < 12; ++lines) { // it wanders over the end of the page
+            const Page headed(text + "\n## Heading\n\n" + table);
+            QCOMPARE(headed.pageOf("Heading"), headed.pageOf("cell one"));
+            QCOMPARE(headed.pageOf("cell one"), headed.pageOf("cell two"));
+            const Page announced(text + "\nThe fields:\n\n" + table);
+            QCOMPARE(announced.pageOf("The fields:"), announced.pageOf("cell two"));
+            const Page alone(text + '\n' + table + "\nEnd\n");
+            QCOMPARE(alone.pageOf("a"), alone.pageOf("cell two"));
+            text += "\nline\n";
+        }
+    }
+
+    // Each row of a table that no page holds is read at one glance.
+    void rowsOfALargeTableStandOnOnePage()
+    {
+        QString text = "# 1  X\n\n| a | b |\n|---|---|\n";
+        for (int row = 0; row < 20; ++row)
+            text += "| r | a text that needs several lines in its column, on pages as small as these are here |\n";
+        for (int lines = 0; lines < 4; ++lines) {
+            const Page page(text);
+            QVERIFY(page.document->pageCount() > 3);
+            for (QTextBlock block = page.document->begin(); block.isValid(); block = block.next())
+                if (block.text().startsWith("a text"))
+                    QCOMPARE(page.pagesOf(block).size(), 1);
+            text.replace("# 1  X\n", "# 1  X\n\nline\n");
+        }
+    }
+
+    void noLastLineStandsAlone()
+    {
+        QString text = "# 1  X\n";
+        for (int lines = 0; lines < 12; ++lines) {
+            const Page page(text
+                            + "\nA paragraph of some lines on a small page, since it says more than one of them can "
+                              "hold, and so it has a last one.\n");
+            const QTextBlock last = page.document->lastBlock();
+            QVERIFY(last.layout()->lineCount() > 2);
+            const QTextLayout *layout = last.layout();
+            const int end = layout->lineCount() - 1;
+            QCOMPARE(page.pageOfLine(last, end), page.pageOfLine(last, end - 1));
+            text += "\nline\n";
+        }
+    }
+
+    void commandsAreNotBroken()
+    {
+        const QString command = "lorva-batch report --survey Demo and more";
+        for (const QString &text : {"# 1  X\n\n    " + command + '\n', "# 1  X\n\n```sh\n" + command + "\n```\n"}) {
+            const Page page(text);
+            int found = 0;
+            for (QTextBlock block = page.document->begin(); block.isValid(); block = block.next())
+                if (block.text() == command) {
+                    ++found;
+                    QCOMPARE(block.layout()->lineCount(), 1);
+                    QVERIFY(block.begin().fragment().charFormat().fontPointSize() < 9);
+                }
+            QCOMPARE(found, 1);
+        }
+        const Page page("# 1  X\n\n    short\n");
+        for (QTextBlock block = page.document->begin(); block.isValid(); block = block.next())
+            if (block.text() == QLatin1String("short"))
+                QCOMPARE(block.begin().fragment().charFormat().fontPointSize(), 9.0);
     }
 
     void picturesFitThePage()

@@ -130,6 +130,7 @@ private slots:
         auto *dialog = m->window->findChild<WellImportDialog *>();
         dialog->chooseFiles = [path](QWidget *, const QString &, const QString &) { return QStringList{path}; };
         expectLegible(dialog, 3);
+        dialog->resize(1280, 720);
         CorrelationFixture::find<QPushButton>(dialog, "selectButton")->click();
         expectLegible(dialog, 20); // the rows of logs that the well has are red
         dialog->close();

@@ -106,6 +106,8 @@ void TestMarkerFile::readsColors_data()
     QTest::newRow("two numbers") << QByteArray("1`2") << QColor(0, 0, 0);
     QTest::newRow("a name") << QByteArray("red") << QColor(0, 0, 0);
     QTest::newRow("empty") << QByteArray() << QColor(0, 0, 0);
+    QTest::newRow("octal") << QByteArray("020`0`00377") << QColor(16, 0, 255);
+    QTest::newRow("no octal number") << QByteArray("09`10`020") << QColor(0, 10, 16);
 }
 
 void TestMarkerFile::readsColors()

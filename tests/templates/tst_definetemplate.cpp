@@ -10,6 +10,7 @@
 
 #include <QDir>
 #include <QLabel>
+#include <QToolButton>
 
 #include <sys/stat.h>
 
@@ -98,6 +99,44 @@ private slots:
         m_dialog->removeTrackTab(-1);
         m_dialog->removeTrackTab(3);
         QCOMPARE(m->tabs()->count(), 3);
+    }
+
+    // A click beside the tab's name must not cost a track.
+    void aRemovedTrackIsTakenBack()
+    {
+        auto *back = m_dialog->findChild<QToolButton *>("takeBackButton");
+        QVERIFY(back && !back->isVisible());
+        for (const char *type : {"Linear", "Logrithmic", "Depth"})
+            m->addTrack(type);
+        m->addCurve(1, "Resistivity", "1", "100");
+        const QByteArray second = m->track(1)->rows().bytes();
+        emit m->tabs()->tabCloseRequested(1);
+        QVERIFY(back->isVisible());
+        QCOMPARE(back->text(), QString("Take Track_2 back"));
+        QCOMPARE(m_dialog->findChildren<DefTempTrackWidget *>().size(), 2);
+        back->click();
+        QVERIFY(!back->isVisible());
+        QCOMPARE(m->tabTexts(), QStringList({"Track_1", "Track_2", "Track_3"}));
+        QCOMPARE(m->tabs()->currentIndex(), 1);
+        QCOMPARE(m->track(1)->rows().bytes(), second);
+        QCOMPARE(m->track(2)->trackName(), QString("Track_3"));
+        m_dialog->takeTrackBack(); // there is none
+        QCOMPARE(m->tabs()->count(), 3);
+        // Only the last one; behind the end where others went since.
+        emit m->tabs()->tabCloseRequested(0);
+        emit m->tabs()->tabCloseRequested(1);
+        QCOMPARE(back->text(), QString("Take Track_2 back"));
+        back->click();
+        QCOMPARE(m->tabs()->count(), 2);
+        QCOMPARE(m->track(0)->rows().bytes(), second);
+        // Other tracks, and it is forgotten.
+        emit m->tabs()->tabCloseRequested(0);
+        m_dialog->populateFromDefaultBtnClicked();
+        QVERIFY(!back->isVisible());
+        const int count = m->tabs()->count();
+        m_dialog->takeTrackBack();
+        QCOMPARE(m->tabs()->count(), count);
+        emit m->tabs()->tabCloseRequested(0); // and the dialog closed with it
     }
 
     void savesForTheWell()

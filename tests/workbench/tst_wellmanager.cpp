@@ -134,7 +134,7 @@ void TestWellManager::listsWellsWithTheirLogs()
     QCOMPARE(logs(&dialog)->child(0)->text(3), QStringLiteral("600.00"));
     QCOMPARE(logs(&dialog)->child(0)->text(4), QStringLiteral("615.00"));
     QCOMPARE(dialog.findChild<QLabel *>(QStringLiteral("wellHeaderLabel"))->text(),
-             QStringLiteral("X 504000.25   Y 6005000.5\nKB 30 m   TD 2000 m"));
+             QStringLiteral("X 504000.25   Y 6005000.5\nKB 30 m   Ground 13.5 m   TD 2000 m"));
     QTest::keyClick(list, Qt::Key_Down);
     QCOMPARE(dialog.currentWellKey(), probeOne);
     QTest::keyClick(&dialog, Qt::Key_Escape);
@@ -187,7 +187,7 @@ void TestWellManager::feetAreCalledFeet()
     files::write(survey() + QStringLiteral("/.survey"), info.replace(end - 1, 1, "F"));
     WellManagerDialog dialog(*m_store, m_asker);
     QCOMPARE(dialog.findChild<QLabel *>(QStringLiteral("wellHeaderLabel"))->text(),
-             QStringLiteral("X 504000.25   Y 6005000.5\nKB 30 ft   TD 2000 ft"));
+             QStringLiteral("X 504000.25   Y 6005000.5\nKB 30 ft   Ground 13.5 ft   TD 2000 ft"));
     WellEditDialog add(*m_store, m_asker);
     QStringList labels;
     for (const QLabel *label : add.findChildren<QLabel *>())

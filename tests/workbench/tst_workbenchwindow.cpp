@@ -53,6 +53,7 @@ private slots:
     void cleanup() { tearDown(); }
     void menusAreInOrder();
     void startsWithoutASurvey();
+    void theDemoSurveyIsMadeOnce();
     void noSurveyFolderIsRefused_data();
     void noSurveyFolderIsRefused();
     void listenersAreToldOfASwitch();
@@ -102,6 +103,40 @@ void TestWorkbenchWindow::startsWithoutASurvey()
     QVERIFY(!m_window->utilitiesMenu()->menuAction()->isEnabled());
     QVERIFY(!find<MessagesPanel>("messagesPanel")->isVisible());
     QVERIFY(m_asker.boxes.isEmpty());
+}
+
+// The first one who comes has a survey to look at with one click.
+void TestWorkbenchWindow::theDemoSurveyIsMadeOnce()
+{
+    QVERIFY(!find<QAction>("demoSurveyAction"));
+    const QString folder = m_folder->filePath(QStringLiteral("share/Demo"));
+    int made = 0;
+    QString problem = QStringLiteral("The disk is full.");
+    m_window->setDemoSurvey(folder, [&](const QString &path) {
+        ++made;
+        if (problem.isEmpty())
+            [&] { QVERIFY(survey::createSurvey(path, {}).ok()); }();
+        return problem;
+    });
+    QStringList entries;
+    for (const QAction *action : find<QMenu>("surveyMenu")->actions())
+        entries.append(action->isSeparator() ? QStringLiteral("-") : action->text());
+    QCOMPARE(entries.join(QLatin1Char('|')), QStringLiteral("&New…|&Open…|&Demo survey|Open &Recent|-|&Quit"));
+    auto *button = find<QPushButton>("demoSurveyActionButton");
+    QVERIFY(button);
+    QTRY_VERIFY(button->isVisible());
+    QVERIFY(find<QLabel>("hintText")->text().contains(QLatin1String("demo survey")));
+    button->click();
+    QCOMPARE(m_asker.boxes.size(), 1);
+    QCOMPARE(m_asker.boxes.first().text, problem);
+    QVERIFY(!m_window->hasSurvey());
+    problem.clear();
+    button->click();
+    QCOMPARE(m_host->surveyDirectory(), folder);
+    QCOMPARE(made, 2);
+    find<QAction>("demoSurveyAction")->trigger();
+    QCOMPARE(made, 2); // it is there
+    QCOMPARE(m_asker.boxes.size(), 1);
 }
 
 void TestWorkbenchWindow::noSurveyFolderIsRefused_data()
