@@ -54,7 +54,19 @@ Launcher::Launcher(ProjectData &projectData, QWidget *parent)
     // program.
     setAttribute(Qt::WA_QuitOnClose, false);
     prepareData(projectData);
+    layPaper();
     buildWidgets(projectData);
+}
+
+// Its texts are black and orange on any desktop. On a dark one a paper of the grey in between lets both be read.
+void Launcher::layPaper()
+{
+    constexpr int dark = 128;
+    QPalette paper = palette();
+    if (paper.color(QPalette::Window).lightness() >= dark)
+        return;
+    paper.setColor(QPalette::Window, QColor(94, 94, 94));
+    setPalette(paper);
 }
 
 void Launcher::prepareData(ProjectData &projectData)

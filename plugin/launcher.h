@@ -24,6 +24,7 @@ public:
 
 private:
     void prepareData(ProjectData &projectData);
+    void layPaper();
     void buildWidgets(const ProjectData &projectData);
 
     QProgressBar *m_progressBar = nullptr;

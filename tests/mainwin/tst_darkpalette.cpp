@@ -1,19 +1,31 @@
 // On a dark desktop every text of the plug-in's windows can be read, and the windows are tidy.
 
+#include "base/messageboxasker.h"
+#include "base/progressbox.h"
 #include "correlation/correlationdisplaywidget.h"
 #include "correlation/correlationfixture.h"
 #include "correlation/correlationpropertiesdialog.h"
 #include "correlation/correlationviewtabwidget.h"
+#include "las/exportcurvesinascii.h"
 #include "las/wellimportdialog.h"
+#include "logview/paper/displaysheet.h"
+#include "logview/welldisplaywidget.h"
+#include "logview/welllogsscene.h"
 #include "logview/welllogsviewwidget.h"
 #include "mainwin/mainwindow.h"
 #include "mainwin/projecttreewidget.h"
+#include "mainwin/truescaledialog.h"
+#include "plugin/launcher.h"
 #include "support/legibletexts.h"
 #include "support/testmain.h"
 #include "support/tidywindows.h"
 #include "templates/definetemplate.h"
+#include "templates/modifytemplate.h"
 
 #include <QAction>
+#include <QGraphicsView>
+#include <QMenuBar>
+#include <QProgressDialog>
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
@@ -152,6 +164,64 @@ private slots:
         expectLegible(&dialog, 7);
         dialog.populateFromDefaultBtnClicked();
         expectLegible(&dialog, 15);
+        ModifyTemplate modify(*m->launch, TemplateId::ofWell("A", "T"), "A");
+        modify.show();
+        expectLegible(&modify, 8);
+    }
+
+    void launch()
+    {
+        Launcher launcher(*m->launch);
+        launcher.show();
+        launcher.setStatus("Reading the wells");
+        launcher.setProgress(40);
+        expectLegible(&launcher, 4);
+    }
+
+    void exportsOfTextAndPaper()
+    {
+        ExportCurvesInAscii text(*m->launch);
+        text.show();
+        expectLegible(&text, 5);
+        auto *logs = m->window->findChild<WellLogsViewWidget *>();
+        logs->addWellDisWidget("A", "T");
+        WellDisplayWidget *shown = logs->currentDisplay();
+        TrueScaleDialog paper(logview::sheetContents(*shown->headerView()->scene(), *shown->scene()));
+        paper.show();
+        expectLegible(&paper, 5);
+    }
+
+    void boxes()
+    {
+        base::MessageBoxAsker asker(m->window.get());
+        bool isDone = false;
+        QTimer::singleShot(0, this, [&isDone] {
+            auto *box = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+            QVERIFY(box);
+            expectLegible(box, 2);
+            isDone = true;
+            box->reject();
+        });
+        asker.warn("Title", "What went wrong.");
+        QVERIFY(isDone);
+        const base::ProgressBox progress("Print", "Drawing A", m->window.get());
+        auto *box = m->window->findChild<QProgressDialog *>();
+        QVERIFY(box);
+        box->show();
+        box->setValue(50);
+        expectLegible(box, 3);
+    }
+
+    void menus()
+    {
+        int count = 0;
+        for (QMenu *menu : m->window->menuBar()->findChildren<QMenu *>()) {
+            menu->popup(QPoint(10, 10));
+            expectLegible(menu, 1);
+            menu->close();
+            ++count;
+        }
+        QVERIFY(count >= 3);
     }
 
 private:

@@ -10,11 +10,14 @@
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPalette>
 #include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QStringList>
 #include <QTabBar>
 #include <QTextDocument>
+#include <QTextEdit>
 
 #include <algorithm>
 #include <cmath>
@@ -99,6 +102,9 @@ inline QStringList illegibleTexts(QWidget *window, int *count)
                              .arg(QString::fromLatin1(widget->metaObject()->className()), widget->objectName(), text)
                              .arg(best, 0, 'f', 2));
     };
+    if (const auto *menu = qobject_cast<const QMenu *>(window))
+        for (QAction *action : menu->actions())
+            judge(menu, menu->actionGeometry(action).adjusted(24, 1, -2, -1), action->text(), action->isEnabled());
     for (const QWidget *widget : window->findChildren<QWidget *>()) {
         if (!widget->isVisible() || widget->window() != window || qobject_cast<const QGraphicsView *>(widget))
             continue;
@@ -113,6 +119,13 @@ inline QStringList illegibleTexts(QWidget *window, int *count)
             judge(widget, all.adjusted(3, 3, -20, -3), box->currentText(), widget->isEnabled());
         else if (const auto *text = qobject_cast<const QPlainTextEdit *>(widget))
             judge(text->viewport(), text->viewport()->rect(), text->toPlainText(), widget->isEnabled());
+        else if (const auto *edit = qobject_cast<const QTextEdit *>(widget))
+            judge(edit->viewport(), edit->viewport()->rect(), edit->toPlainText(), widget->isEnabled());
+        else if (const auto *group = qobject_cast<const QGroupBox *>(widget))
+            judge(widget, QRect(0, 0, all.width(), group->fontMetrics().height()), group->title(),
+                  widget->isEnabled());
+        else if (const auto *progress = qobject_cast<const QProgressBar *>(widget))
+            judge(widget, all.adjusted(3, 3, -3, -3), progress->text(), widget->isEnabled());
         else if (const auto *bar = qobject_cast<const QTabBar *>(widget))
             for (int tab = 0; tab < bar->count(); ++tab)
                 judge(bar, bar->tabRect(tab).adjusted(3, 3, -3, -3), bar->tabText(tab), bar->isEnabled());

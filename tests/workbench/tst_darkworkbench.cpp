@@ -3,10 +3,19 @@
 #include "support/legibletexts.h"
 #include "support/testmain.h"
 #include "support/tidywindows.h"
+#include "workbench/manualdialog.h"
+#include "workbench/messagespanel.h"
+#include "workbench/newwellsdialog.h"
+#include "workbench/renamewelldialog.h"
+#include "workbench/reportdialog.h"
+#include "workbench/welleditdialog.h"
 #include "workbenchwindowfixture.h"
 
 #include <QAction>
 #include <QListView>
+#include <QMenuBar>
+
+using namespace workbench;
 
 class TestDarkWorkbench : public WorkbenchWindowTest
 {
@@ -77,6 +86,76 @@ private slots:
         });
         trigger("newSurveyAction");
         QTRY_VERIFY(isDone);
+    }
+
+    void wells()
+    {
+        openSurvey();
+        survey::SurveyStore store(m_host->surveyDirectory());
+        const host::WellEntry well = store.list().value.first();
+        RenameWellDialog rename(store, m_asker, well);
+        rename.show();
+        expectLegible(&rename, 3);
+        WellEditDialog edit(store, m_asker);
+        edit.show();
+        expectLegible(&edit, 8);
+        for (QLineEdit *line : edit.findChildren<QLineEdit *>())
+            line->setText("Aldra-2");
+        edit.accept(); // what is wrong with the fields is told
+        QVERIFY(edit.isVisible());
+        expectLegible(&edit, 9);
+    }
+
+    void newWells()
+    {
+        openSurvey();
+        const QString good = m_folder->filePath("good.las");
+        const QByteArray las = "~V\nVERS. 2.0:\nWRAP. NO:\n~W\nSTRT.M 1:\nSTOP.M 2:\nSTEP.M 1:\nNULL. -999.25:\n";
+        files::write(good, las + "WELL. New:\nX.M 1:\nY.M 2:\n~C\nDEPT.M :\nGR.GAPI :\n~A\n1 2\n2 3\n");
+        files::write(m_folder->filePath("taken.las"), las + "WELL. Aldra-1:\n~C\nDEPT.M :\n~A\n1\n");
+        survey::SurveyStore store(m_host->surveyDirectory());
+        NewWellsDialog dialog(store, m_asker, {});
+        dialog.show();
+        expectLegible(&dialog, 5);
+        dialog.addFiles({good, m_folder->filePath("taken.las"), m_folder->filePath("none.las")});
+        expectLegible(&dialog, 15); // rows that cannot be made are marked
+    }
+
+    void textsOfManyLines()
+    {
+        ReportDialog report("Title", "Three wells were made.", "One\nTwo\nThree", "report.txt", m_asker, {});
+        report.show();
+        expectLegible(&report, 4);
+        const QString manual = m_folder->filePath("manual");
+        files::write(manual + "/README.md", "# Manual\n\nText with a [link](b.md).\n");
+        ManualDialog dialog(manual);
+        dialog.show();
+        expectLegible(&dialog, 1);
+    }
+
+    void messages()
+    {
+        openSurvey();
+        auto *panel = m_window->findChild<MessagesPanel *>();
+        QVERIFY(panel);
+        panel->setMessages({"The file a.well cannot be read.", "Another one."});
+        panel->setUnfolded(true);
+        expectLegible(m_window.get(), 10);
+    }
+
+    void menus()
+    {
+        openSurvey();
+        int count = 0;
+        for (QMenu *menu : m_window->menuBar()->findChildren<QMenu *>()) {
+            if (menu->isEmpty())
+                continue;
+            menu->popup(QPoint(10, 10));
+            expectLegible(menu, 1);
+            menu->close();
+            ++count;
+        }
+        QVERIFY(count >= 3);
     }
 
 private:
