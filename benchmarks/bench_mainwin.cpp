@@ -121,10 +121,13 @@ struct LargeWindow
     QString last; ///< name of a well
 };
 
+std::map<int, std::unique_ptr<LargeWindow>> largeWindows;
+
 LargeWindow &largeWindow(int wells)
 {
-    static std::map<int, std::unique_ptr<LargeWindow>> windows;
-    auto &window = windows[wells];
+    if (largeWindows.empty())
+        qAddPostRoutine([] { largeWindows.clear(); }); // no window outlives its application
+    auto &window = largeWindows[wells];
     if (!window)
         window = std::make_unique<LargeWindow>(wells);
     return *window;

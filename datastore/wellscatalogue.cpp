@@ -237,8 +237,8 @@ LogCurveData WellsCatalogue::curve(const QString &wellName, const QString &logNa
     LogCurveData curve = namedCurve(wellName, logName);
     const int well = indexOf(wellName);
     const int log = logIndex(well, logName);
-    if (log >= 0)
-        readSamples(well, log, &curve);
+    if (log >= 0 && (!isReadable(well) || !readSamples(well, log, &curve)))
+        m_showError(selectedWellError());
     return curve;
 }
 
@@ -247,18 +247,26 @@ LogCurveData WellsCatalogue::curve(int well, int log) const
     if (!isWell(well) || log < 0 || log >= m_logNames.at(well).size())
         return namedCurve({}, {});
     LogCurveData curve = namedCurve(m_wellNames.at(well), m_logNames.at(well).at(log));
-    readSamples(well, log, &curve);
+    if (!isReadable(well) || !readSamples(well, log, &curve))
+        m_showError(selectedWellError());
     return curve;
 }
 
 std::optional<LogCurveData> WellsCatalogue::readCurve(int well, int log, OnFailure onFailure) const
 {
-    if (!isWell(well) || log < 0 || log >= m_logNames.at(well).size()) {
-        tell(selectedWellError(), onFailure);
+    if (isReadable(well))
+        if (auto curve = readCurveOfReadWell(well, log))
+            return curve;
+    tell(selectedWellError(), onFailure);
+    return std::nullopt;
+}
+
+std::optional<LogCurveData> WellsCatalogue::readCurveOfReadWell(int well, int log) const
+{
+    if (!isWell(well) || log < 0 || log >= m_logNames.at(well).size())
         return std::nullopt;
-    }
     LogCurveData curve = namedCurve(m_wellNames.at(well), m_logNames.at(well).at(log));
-    if (!readSamples(well, log, &curve, onFailure))
+    if (!readSamples(well, log, &curve))
         return std::nullopt;
     return curve;
 }
@@ -286,8 +294,6 @@ host::Outcome<QVector<host::Marker>> WellsCatalogue::readMarkers(int well) const
 
 host::Outcome<host::LogData> WellsCatalogue::readLog(int well, int log) const
 {
-    if (!isReadable(well))
-        return {{}, selectedWellError()};
     const QString &name = m_logNames.at(well).at(log);
     host::Outcome<host::LogData> data = m_wells.log(m_keys.at(well), log);
     if (data.ok() && data.value.name == name)
@@ -299,13 +305,11 @@ host::Outcome<host::LogData> WellsCatalogue::readLog(int well, int log) const
     return m_wells.log(m_keys.at(well), current);
 }
 
-bool WellsCatalogue::readSamples(int well, int log, LogCurveData *curve, OnFailure onFailure) const
+bool WellsCatalogue::readSamples(int well, int log, LogCurveData *curve) const
 {
     const host::Outcome<host::LogData> data = readLog(well, log);
-    if (!data.ok()) {
-        tell(selectedWellError(), onFailure);
+    if (!data.ok())
         return false;
-    }
     curve->unit = data.value.unit;
     QString unit = data.value.unit;
     curve->curveGroup = curveGroupOfUnit(unit);

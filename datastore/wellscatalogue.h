@@ -75,6 +75,8 @@ public:
     LogCurveData curve(int well, int log) const;
     /// The same for who has to know of a failure: nothing where there is no such log or it cannot be read.
     std::optional<LogCurveData> readCurve(int well, int log, OnFailure onFailure = OnFailure::Tell) const;
+    /// The same in silence, of a well whose record could be read just now: it is not read again for each log.
+    std::optional<LogCurveData> readCurveOfReadWell(int well, int log) const;
 
     /// The well's markers in the order of its marker names.
     QVector<WellMarker> markers(int well) const;
@@ -98,7 +100,7 @@ private:
     bool isReadable(int well) const;
     void warnUnreadable(const QString &wellName) const;
     std::optional<WellRecord> readRecord(int well, const QString &wellName, OnFailure onFailure) const;
-    bool readSamples(int well, int log, LogCurveData *curve, OnFailure onFailure = OnFailure::Tell) const;
+    bool readSamples(int well, int log, LogCurveData *curve) const;
     void tell(const QString &error, OnFailure onFailure) const;
     host::Outcome<QVector<host::LogInfo>> readLogs(int well) const;
     host::Outcome<QVector<host::Marker>> readMarkers(int well) const;

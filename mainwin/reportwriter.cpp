@@ -54,7 +54,7 @@ QByteArray logsReport(ProjectData &projectData, int well)
     {
         const base::WaitCursor cursor;
         for (int log = 0; log < names.size(); ++log) {
-            auto curve = canRead ? catalogue.readCurve(well, log, WellsCatalogue::OnFailure::BeSilent) : std::nullopt;
+            auto curve = canRead ? catalogue.readCurveOfReadWell(well, log) : std::nullopt;
             if (!curve) {
                 curve.emplace().logName = names.at(log);
                 unread.append(names.at(log));

@@ -75,12 +75,12 @@ private:
     template<class Work>
     void watched(const QString &name, bool mayChange, const Work &work)
     {
-        const Content before = files::snapshot(m_folder.path());
+        const Content before = everything();
         {
             Place place(path());
             mayChange = work(place) && mayChange;
         }
-        const Content after = files::snapshot(m_folder.path());
+        const Content after = everything();
         const QString changed = namesThatDiffer(before, after);
         if (changed.isEmpty())
             return;
@@ -89,6 +89,15 @@ private:
         for (const QString &one : changed.split(QStringLiteral(", place/")))
             if (!isAllowed(one.startsWith(QLatin1String("place/")) ? one.mid(6) : one))
                 find(name, QStringLiteral("changed %1").arg(one));
+    }
+
+    // Also what the programs hide. A file that is written as it was has another date.
+    Content everything() const
+    {
+        Content all = files::snapshot(m_folder.path());
+        for (QByteArray &bytes : all)
+            bytes = withoutDates(bytes);
+        return all;
     }
 
     bool isAllowed(const QString &changed) const

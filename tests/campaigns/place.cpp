@@ -29,23 +29,6 @@ bool isHidden(const QString &name)
     return name.startsWith(QLatin1String(".lorva-")) || name.contains(QLatin1String("/.lorva-"));
 }
 
-// The date in the third line, and those of the entries of a list; in a PDF file when it was made.
-QByteArray withoutDates(const QByteArray &bytes)
-{
-    if (bytes.startsWith("%PDF")) {
-        const int date = bytes.indexOf("/CreationDate");
-        return date < 0 ? bytes : bytes.left(date) + bytes.mid(bytes.indexOf('\n', date));
-    }
-    if (!bytes.startsWith("dTect V"))
-        return bytes;
-    QByteArray result;
-    int number = 0;
-    for (const QByteArray &line : bytes.split('\n'))
-        if (++number != 3 && !line.startsWith("#Created.At"))
-            result += line + '\n';
-    return result;
-}
-
 QByteArray logText(survey::SurveyStore &store, const QString &key, int index)
 {
     const host::LogData log = store.log(key, index).value;
@@ -73,6 +56,22 @@ QByteArray wellText(survey::SurveyStore &store, const host::WellEntry &well)
 }
 
 } // namespace
+
+QByteArray withoutDates(const QByteArray &bytes)
+{
+    if (bytes.startsWith("%PDF")) {
+        const int date = bytes.indexOf("/CreationDate");
+        return date < 0 ? bytes : bytes.left(date) + bytes.mid(bytes.indexOf('\n', date));
+    }
+    if (!bytes.startsWith("dTect V"))
+        return bytes;
+    QByteArray result;
+    int number = 0;
+    for (const QByteArray &line : bytes.split('\n'))
+        if (++number != 3 && !line.startsWith("#Created.At"))
+            result += line + '\n';
+    return result;
+}
 
 QString namesThatDiffer(const Content &a, const Content &b)
 {

@@ -10,6 +10,10 @@
 /// What the campaigns work on: a survey with its project on disk, and beside it a folder of the user's.
 namespace campaign {
 
+/// A file without what tells when it was written: the date in the third line, those of the entries of a list, and in a PDF
+/// file when it was made.
+QByteArray withoutDates(const QByteArray &bytes);
+
 /// Names below a folder to contents; two that tell the same are equal.
 using Content = QMap<QString, QByteArray>;
 

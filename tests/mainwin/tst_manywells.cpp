@@ -204,7 +204,7 @@ private slots:
         QTest::newRow("first launch") << Measured{nothing, launch} << 4 * fileCount + 20;
         QTest::newRow("second launch") << Measured{launch, launch} << 4 * fileCount + 10;
         QTest::newRow("synchronising") << Measured{launch, sync} << 4 * fileCount + 10;
-        QTest::newRow("report of logs") << Measured{launch, logs} << 16 * fileCount;
+        QTest::newRow("report of logs") << Measured{launch, logs} << 8 * fileCount + 10;
         QTest::newRow("report of markers") << Measured{launch, markers} << 32;
         QTest::newRow("opening a display") << Measured{launch, display} << 0;
         QTest::newRow("ticking markers") << Measured{displayed, tick} << 0;
