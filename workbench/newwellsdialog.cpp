@@ -124,7 +124,7 @@ QLayout *NewWellsDialog::buildChoices()
         fitColumns();
     });
 
-    m_withLogs = new QCheckBox(QStringLiteral("with their &logs"), this);
+    m_withLogs = new QCheckBox(QStringLiteral("With their &logs"), this);
     m_withLogs->setObjectName(QStringLiteral("withLogsBox"));
     m_withLogs->setChecked(true);
     m_withLogs->setToolTip(QStringLiteral("Writes the curves of the files into the new wells, with depths in the "

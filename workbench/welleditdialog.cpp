@@ -75,7 +75,7 @@ void WellEditDialog::buildWidgets()
         m_form->addField(QString::fromLatin1(look.label), m_edits[i],
                          QString::fromLatin1(look.unit).replace(QLatin1String("%1"), depthUnit));
     }
-    m_edits[static_cast<size_t>(survey::WellField::GroundElevation)]->setPlaceholderText(QStringLiteral("unknown"));
+    m_edits[static_cast<size_t>(survey::WellField::GroundElevation)]->setPlaceholderText(QStringLiteral("Unknown"));
 
     m_type = new QComboBox(m_form);
     m_type->setObjectName(QStringLiteral("typeCombo"));
