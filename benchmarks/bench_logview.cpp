@@ -27,25 +27,25 @@ constexpr QSize viewSize{1920, 1080};
 constexpr int trackWidth = viewSize.width() / trackCount;
 constexpr float totalDepth = 5000;
 
-// Of every three curves one wanders with noise on it, one is noise over the whole track, one has spikes and gaps.
+// As hosts keep logs. Of every three curves one wanders with noise on it, one is noise over the whole track, one has spikes and gaps.
 CurveSamples makeLog(int index, int count)
 {
     std::mt19937 random(static_cast<unsigned>(index));
     std::normal_distribution<double> normal;
-    QVector<double> depths;
-    QVector<double> values;
+    QVector<float> depths;
+    QVector<float> values;
     depths.reserve(count);
     values.reserve(count);
     double value = 75;
     for (int i = 0; i < count; ++i) {
-        depths.append(static_cast<double>(totalDepth) * i / count);
+        depths.append(static_cast<float>(static_cast<double>(totalDepth) * i / count));
         value = std::clamp(value + normal(random) * std::sqrt(10000.0 / count), 1.0, 149.0);
         double noisy = value + 2 * normal(random);
         if (index % curvesPerTrack == 1)
             noisy = 75 + 35 * normal(random);
         if (index % curvesPerTrack == 2)
             noisy = random() % 500 == 0 ? nullSampleValue : value + (random() % 100 == 0 ? 40 : 0);
-        values.append(noisy);
+        values.append(static_cast<float>(noisy));
     }
     return {depths, values, nullSampleValue};
 }
@@ -285,14 +285,16 @@ BENCHMARK(scroll)
 void plainPass(int samples)
 {
     for (const CurveSamples &log : logs(samples)) {
-        double smallest = log.value(0);
-        double largest = smallest;
-        for (const double *value = log.values(); value != log.values() + log.size(); ++value) {
-            smallest = std::min(smallest, *value);
-            largest = std::max(largest, *value);
-        }
-        benchmark::DoNotOptimize(smallest);
-        benchmark::DoNotOptimize(largest);
+        log.useValues([&log](const auto *values) {
+            auto smallest = values[0];
+            auto largest = smallest;
+            for (const auto *value = values; value != values + log.size(); ++value) {
+                smallest = std::min(smallest, *value);
+                largest = std::max(largest, *value);
+            }
+            benchmark::DoNotOptimize(smallest);
+            benchmark::DoNotOptimize(largest);
+        });
     }
 }
 

@@ -77,6 +77,8 @@ public:
     std::optional<LogCurveData> readCurve(int well, int log, OnFailure onFailure = OnFailure::Tell) const;
     /// The same in silence, of a well whose record could be read just now: it is not read again for each log.
     std::optional<LogCurveData> readCurveOfReadWell(int well, int log) const;
+    /// A log as the host keeps it; values that are missing are undefined. The well must be readable and have the log.
+    host::Outcome<host::LogData> readLog(int well, int log) const;
 
     /// The well's markers in the order of its marker names.
     QVector<WellMarker> markers(int well) const;
@@ -104,7 +106,6 @@ private:
     void tell(const QString &error, OnFailure onFailure) const;
     host::Outcome<QVector<host::LogInfo>> readLogs(int well) const;
     host::Outcome<QVector<host::Marker>> readMarkers(int well) const;
-    host::Outcome<host::LogData> readLog(int well, int log) const;
 
     host::Wells &m_wells;
     base::Asker &m_asker;

@@ -14,30 +14,28 @@ WellDisplayData::WellDisplayData(ProjectData &projectData, const QString &wellNa
 }
 
 // A log that the well has not is an empty one; one that it has and that cannot be read is told of.
-LogCurveData WellDisplayData::readLog(const QString &logName)
+DisplayedLog WellDisplayData::readLog(const QString &logName)
 {
     const WellsCatalogue &catalogue = m_data.catalogue;
     const int well = catalogue.indexOf(m_record.wellName);
     const int log = catalogue.logIndex(well, logName);
-    if (m_isReadable && log >= 0) {
-        if (auto curve = catalogue.readCurve(well, log, WellsCatalogue::OnFailure::BeSilent))
-            return *std::move(curve);
+    if (!m_isReadable || log < 0)
+        return {{}, {}, log < 0};
+    host::Outcome<host::LogData> read = catalogue.readLog(well, log);
+    if (!read.ok()) {
         m_unreadLogs.append(logName);
+        return {};
     }
-    LogCurveData empty;
-    empty.wellName = m_record.wellName;
-    empty.logName = logName;
-    return empty;
+    for (float &value : read.value.values)
+        value = host::isUndefined(value) ? static_cast<float>(nullSampleValue) : value;
+    return {logview::CurveSamples(read.value.depths, read.value.values, nullSampleValue), read.value.unit, false};
 }
 
 DisplayedLog WellDisplayData::log(const QString &logName)
 {
     auto found = m_logs.find(logName);
-    if (found == m_logs.end()) {
-        const bool isMissing = m_data.catalogue.logIndex(m_data.catalogue.indexOf(m_record.wellName), logName) < 0;
-        const LogCurveData curve = readLog(logName);
-        found = m_logs.insert(logName, {logview::CurveSamples(curve), curve.unit, isMissing});
-    }
+    if (found == m_logs.end())
+        found = m_logs.insert(logName, readLog(logName));
     return *found;
 }
 

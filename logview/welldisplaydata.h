@@ -60,7 +60,7 @@ public:
 
 private:
     QString defaultLog(const QString &groupName);
-    LogCurveData readLog(const QString &logName);
+    DisplayedLog readLog(const QString &logName);
 
     ProjectData &m_data;
     WellRecord m_record;

@@ -47,11 +47,9 @@ public:
         if (m_samples.order() == DepthOrder::Unsorted)
             return m_byDepth.value(depthM, -1);
         const bool isAscending = m_samples.order() == DepthOrder::Ascending;
-        const double *begin = m_samples.depthsM();
-        const double *end = begin + m_samples.size();
-        const double *found = std::partition_point(
-            begin, end, [&](double depth) { return isAscending ? depth < depthM : depth > depthM; });
-        return found != end && *found == depthM ? static_cast<int>(found - begin) : -1;
+        const int found = m_samples.partition(
+            0, m_samples.size(), [&](double depth) { return isAscending ? depth < depthM : depth > depthM; });
+        return found < m_samples.size() && m_samples.depthM(found) == depthM ? found : -1;
     }
 
 private:
@@ -110,10 +108,10 @@ public:
             if (placer.place(samples, i, point) != SamplePlacer::Drawn)
                 return false;
             const double width = static_cast<double>(m_fill.m_key.scale.width);
-            double colorValue = samples.values()[i];
+            double colorValue = samples.value(i);
             edge = {point.y(), point.x(), settings.limit == FillLimit::LeftBoundary ? 0 : width};
             if (isCurve) {
-                const int partner = partners.at(samples.depthsM()[i]);
+                const int partner = partners.at(samples.depthM(i));
                 if (partner < 0 || settings.other.isNull(partner))
                     return false;
                 colorValue = settings.other.value(partner);

@@ -90,7 +90,6 @@ std::pair<int, int> SamplePlacer::range(const CurveSamples &samples) const
     if (samples.order() == DepthOrder::Unsorted)
         return {0, size};
     const bool isAscending = samples.order() == DepthOrder::Ascending;
-    const double *begin = samples.depthsM();
     const auto isBefore = [&](double depthM) {
         const float depth = m_key.reference.toDisplay(depthM);
         return isAscending ? depth < m_key.axis.start : depth > m_key.axis.end;
@@ -99,9 +98,8 @@ std::pair<int, int> SamplePlacer::range(const CurveSamples &samples) const
         const float depth = m_key.reference.toDisplay(depthM);
         return isAscending ? depth <= m_key.axis.end : depth >= m_key.axis.start;
     };
-    const double *first = std::partition_point(begin, begin + size, isBefore);
-    const double *last = std::partition_point(first, begin + size, isNotAfter);
-    return {static_cast<int>(first - begin), static_cast<int>(last - begin)};
+    const int first = samples.partition(0, size, isBefore);
+    return {first, samples.partition(first, size, isNotAfter)};
 }
 
 std::pair<int, int> SamplePlacer::range(const CurveSamples &samples, const ShownRows &rows) const
@@ -110,7 +108,6 @@ std::pair<int, int> SamplePlacer::range(const CurveSamples &samples, const Shown
     if (samples.order() == DepthOrder::Unsorted)
         return whole;
     const bool isAscending = samples.order() == DepthOrder::Ascending;
-    const double *begin = samples.depthsM();
     const auto isBefore = [&](double depthM) {
         const double y = yOf(m_key.reference.toDisplay(depthM));
         return isAscending ? y < rows.top : y > rows.bottom;
@@ -119,10 +116,9 @@ std::pair<int, int> SamplePlacer::range(const CurveSamples &samples, const Shown
         const double y = yOf(m_key.reference.toDisplay(depthM));
         return isAscending ? y <= rows.bottom : y >= rows.top;
     };
-    const double *first = std::partition_point(begin + whole.first, begin + whole.second, isBefore);
-    const double *last = std::partition_point(first, begin + whole.second, isNotAfter);
-    return {std::max(static_cast<int>(first - begin) - 1, whole.first),
-            std::min(static_cast<int>(last - begin) + 1, whole.second)};
+    const int first = samples.partition(whole.first, whole.second, isBefore);
+    const int last = samples.partition(first, whole.second, isNotAfter);
+    return {std::max(first - 1, whole.first), std::min(last + 1, whole.second)};
 }
 
 QPainterPath reducedPath(const CurveSamples &samples, const CurveKey &key, const ShownRows &rows)

@@ -60,10 +60,10 @@ public:
     /// value, no number, or outside a logarithmic track.
     Place place(const CurveSamples &samples, int i, QPointF &point) const
     {
-        const float depth = m_key.reference.toDisplay(samples.depthsM()[i]);
+        const float depth = m_key.reference.toDisplay(samples.depthM(i));
         if (!m_isDrawable || !(depth >= m_key.axis.start) || !(depth <= m_key.axis.end))
             return Skipped;
-        const double value = samples.values()[i];
+        const double value = samples.value(i);
         if (value == samples.nullValue())
             return Break;
         const double x = m_value.toPixel(value);
@@ -76,7 +76,7 @@ public:
     /// y of a sample that is Drawn or breaks the line.
     double y(const CurveSamples &samples, int i) const
     {
-        return std::clamp(yOf(m_key.reference.toDisplay(samples.depthsM()[i])), 0.0, m_height);
+        return std::clamp(yOf(m_key.reference.toDisplay(samples.depthM(i))), 0.0, m_height);
     }
     /// The samples that may be Drawn: [first, second). By binary search for depths in order, else all.
     std::pair<int, int> range(const CurveSamples &samples) const;

@@ -15,26 +15,27 @@ quint64 nextRevision()
 }
 
 // In one pass without a branch: this is what making a display of long logs costs besides reading them.
-DepthOrder orderOf(const double *depths, int size, double *largestStep)
+template<class Depth>
+DepthOrder orderOf(const Depth *depths, int size, double *largestStep)
 {
-    double largest = 0;
-    double smallest = 0;
-    double zero = size > 0 ? 0 * depths[0] : 0; // unless a depth is no number
+    Depth largest = 0;
+    Depth smallest = 0;
+    Depth zero = size > 0 ? 0 * depths[0] : 0; // unless a depth is no number
     for (int i = 1; i < size; ++i) {
-        const double step = depths[i] - depths[i - 1];
+        const Depth step = depths[i] - depths[i - 1];
         largest = std::max(largest, step);
         smallest = std::min(smallest, step);
         zero += 0 * depths[i];
     }
     if (zero != 0 || (largest > 0 && smallest < 0))
         return DepthOrder::Unsorted;
-    *largestStep = std::max(largest, -smallest);
+    *largestStep = static_cast<double>(std::max(largest, -smallest));
     return smallest < 0 ? DepthOrder::Descending : DepthOrder::Ascending;
 }
 
 } // namespace
 
-CurveSamples::CurveSamples(const QVector<double> &depthsM, const QVector<double> &values, double nullValue)
+CurveSamples::CurveSamples(const QVector<float> &depthsM, const QVector<float> &values, double nullValue)
     : m_depthsM(depthsM)
     , m_values(values)
     , m_nullValue(nullValue)
@@ -44,8 +45,13 @@ CurveSamples::CurveSamples(const QVector<double> &depthsM, const QVector<double>
 {
 }
 
-CurveSamples::CurveSamples(const LogCurveData &curve)
-    : CurveSamples(curve.depths, curve.values, curve.nullValue)
+CurveSamples::CurveSamples(const QVector<double> &depthsM, const QVector<double> &values, double nullValue)
+    : m_depthsM(depthsM)
+    , m_values(values)
+    , m_nullValue(nullValue)
+    , m_size(std::min(depthsM.size(), values.size()))
+    , m_order(orderOf(depthsM.constData(), m_size, &m_largestStepM))
+    , m_revision(nextRevision())
 {
 }
 

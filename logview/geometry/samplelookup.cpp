@@ -15,12 +15,9 @@ Sample sampleOf(const CurveSamples &samples, int i)
 // Index of the first depth that is not before the asked one in the order of the log.
 int lowerBound(const CurveSamples &samples, double depthM)
 {
-    const double *begin = samples.depthsM();
-    const double *end = begin + samples.size();
-    const double *found = samples.order() == DepthOrder::Ascending
-        ? std::lower_bound(begin, end, depthM)
-        : std::lower_bound(begin, end, depthM, [](double a, double b) { return a > b; });
-    return static_cast<int>(found - begin);
+    const bool isAscending = samples.order() == DepthOrder::Ascending;
+    return samples.partition(0, samples.size(),
+                             [&](double depth) { return isAscending ? depth < depthM : depth > depthM; });
 }
 
 int nearestInOrder(const CurveSamples &samples, double depthM)

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 /// Where in a track a value stands.
 namespace logview {
@@ -43,6 +44,12 @@ public:
         const double x = m_sign * (value - m_low) * m_width / m_span;
         return std::isnan(x) ? 0 : std::clamp(x, 0.0, m_width);
     }
+    /// Two values; all between them, the two excluded, stand between \a left and \a right, and none of them breaks a
+    /// line. Those that stand within 1/128 pixel of the two need not be among them. The first is not below the second
+    /// where there are none.
+    std::pair<double, double> valuesBetween(double left, double right) const;
+    /// How far two values between others must lie apart to stand \a pixels apart, at least.
+    double leastStep(double pixels, double low, double high) const;
 
 private:
     double toLogarithmicPixel(double value) const;
