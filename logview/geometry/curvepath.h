@@ -70,13 +70,13 @@ public:
         if (std::isnan(x))
             return Break;
         // A depth of the range is in the track; rounding must not put one at its end below it.
-        point = QPointF(x, std::clamp(yOf(depth), 0.0, m_height));
+        point = QPointF(x, clampedY(depth));
         return Drawn;
     }
     /// y of a sample that is Drawn or breaks the line.
     double y(const CurveSamples &samples, int i) const
     {
-        return std::clamp(yOf(m_key.reference.toDisplay(samples.depthM(i))), 0.0, m_height);
+        return clampedY(m_key.reference.toDisplay(samples.depthM(i)));
     }
     /// The samples that may be Drawn: [first, second). By binary search for depths in order, else all.
     std::pair<int, int> range(const CurveSamples &samples) const;
@@ -85,6 +85,12 @@ public:
     std::pair<int, int> range(const CurveSamples &samples, const ShownRows &rows) const;
 
 private:
+    double clampedY(float depth) const
+    {
+        const double y = yOf(depth);
+        const double above = y < m_height ? y : m_height;
+        return above > 0 ? above : 0;
+    }
     double yOf(float depth) const { return (static_cast<double>(depth) - m_start) * m_height / m_extent; }
 
     CurveKey m_key;

@@ -79,7 +79,7 @@ public:
             if (place == SamplePlacer::Drawn) {
                 stroke(ThinPen::NoCap);
                 const PenPoint point = pointOf(position);
-                if (m_mostRise > 0 && m_count > 1 && passOver(i, range.second, point))
+                if (m_mostRise > 0 && m_count > 1 && goAhead(i, range.second, point))
                     continue;
                 m_from = m_to;
                 m_to = point;
@@ -133,24 +133,21 @@ private:
         m_pen.draw(pointOf(from), pointOf(to), caps);
     }
 
-    // Passes over samples from one on whose lines set no pixel, or only those that are set already, and leaves the pen
-    // as it is behind the last of them.
-    bool passOver(int &i, int end, const PenPoint &point)
+    // Goes on to a later sample in less time than line by line, where that can be done. The lines up to the one before
+    // that sample are drawn then.
+    bool goAhead(int &i, int end, const PenPoint &point)
     {
-        const qint64 row = m_to.y >> 6;
-        if (m_toPosition.y() < m_deviceTop || static_cast<double>(row + 2 + m_topY) > m_cutBottom)
+        if (m_toPosition.y() < m_deviceTop || static_cast<double>((m_to.y >> 6) + 2 + m_topY) > m_cutBottom)
             return false;
-        const auto [left, right] = m_pen.silentAround(m_to.x);
-        if (m_to.x < right && point.x >= left && point.x < right)
-            return passSilent(i, end, point, left, right);
-        return passSet(i, end, point);
+        return walkInRow(i, end, point) || passSilent(i, end, point);
     }
 
-    // Lines that set no pixel.
-    bool passSilent(int &i, int end, const PenPoint &point, qint64 left, qint64 right)
+    // Lines that set no pixel, between the middles of two rows.
+    bool passSilent(int &i, int end, const PenPoint &point)
     {
+        const auto [left, right] = m_pen.silentAround(m_to.x);
         const qint64 middle = (m_to.y + 32) >> 6;
-        if ((point.y + 32) >> 6 != middle)
+        if (m_to.x >= right || point.x < left || point.x >= right || (point.y + 32) >> 6 != middle)
             return false;
         const int stop = firstFrom(m_silentStop, i, end, point.y, middle * 64 + 32);
         int next = firstOutside(i + 1, stop, left, right, 0);
@@ -159,84 +156,136 @@ private:
         if (next == i)
             return false;
         i = next - 1;
-        standAt(i);
+        m_toPosition = positionOf(i);
+        m_to = pointOf(m_toPosition);
+        m_isDrawn = true;
         return true;
     }
 
-    // Lines between pixels that are set in their row. Such a line may set pixels of the rows beside, if it is short: of the
-    // one above when those are set, too, and of the one below never, if it is as long as the zone asks for.
-    bool passSet(int &i, int end, const PenPoint &point)
+    /// Samples that stand in one half of a row, or in one of the painter's steps, so that their lines cross no middle of
+    /// a row. Those of a length from edge on have all pixels in the row, with the ones that the pen may set before and
+    /// behind them.
+    struct Zone
     {
-        struct Zone
-        {
-            qint64 bottom; // excluded, in steps below the row's top
-            qint64 leastLength; // of a line, for each step that it rises
-        };
-        constexpr Zone upper{46, 4};
-        constexpr Zone lower{58, 16};
-        const qint64 row = m_to.y >> 6;
-        const bool isUpper = (m_to.y & 63) < upper.bottom;
-        const qint64 bottom = row * 64 + (isUpper ? upper : lower).bottom;
-        const qint64 least = (isUpper ? upper : lower).leastLength * m_mostRise;
-        if (point.y >= bottom || std::abs(point.x - m_to.x) < least)
+        qint64 row = 0;
+        qint64 level = 0; ///< that length
+        int end = 0; ///< the sample behind the last one
+    };
+
+    // The lines of a zone, of which hardly more than the x counts.
+    bool walkInRow(int &i, int end, const PenPoint &point)
+    {
+        constexpr qint64 margin = 3; // of a line 32 times as long as it rises
+        constexpr double many = 32; // samples in a step
+        constexpr int few = 4;
+        Zone zone;
+        zone.row = m_to.y >> 6;
+        const qint64 top = zone.row * 64;
+        const bool isUpper = m_to.y < top + 32;
+        qint64 bottom = top + (isUpper ? 32 : 64 - margin);
+        if (m_perStep > many)
+            bottom = m_to.y + 1;
+        else
+            zone.level = 32 * m_mostRise;
+        if (m_to.y < top + (zone.level > 0 ? margin : 0) || point.y >= bottom || !m_pen.isBeside(m_to.x, zone.row))
             return false;
-        const auto [firstSet, lastSet] = m_pen.setIn(row);
-        qint64 left = (firstSet + 1) * 64;
-        qint64 right = lastSet * 64;
-        if (isUpper) {
-            const auto [firstAbove, lastAbove] = m_pen.setIn(row - 1);
-            left = std::max(left, (firstAbove + 1) * 64);
-            right = std::min(right, lastAbove * 64);
+        zone.end = firstFrom(m_zoneEnd, i, end, point.y, bottom);
+        if (zone.end < i + few)
+            return false;
+        const int first = i;
+        qint64 from = m_to.x;
+        qint64 to = point.x;
+        qint64 next = 0;
+        int idle = 0; // lines that set no new pixel
+        for (; i + 1 < zone.end && placeX(i + 1, next); ++i) {
+            idle = walk(zone, i, from, to) ? idle + 1 : 0;
+            from = to;
+            to = next;
+            constexpr int mostIdle = 8;
+            if (idle < mostIdle)
+                continue;
+            idle = 0;
+            const int last = passSet(zone, i, from, to);
+            if (last > i + 1) {
+                i = last - 1;
+                placeX(i, from);
+                placeX(last, to);
+            }
         }
-        if (m_to.x < left || m_to.x >= right || point.x < left || point.x >= right || !m_pen.isBeside(m_to.x, row))
+        if (i == first)
             return false;
-        const int stop = firstFrom(m_setStop, i, end, point.y, bottom);
-        const int next = firstOutside(i + 1, stop, left, right, least);
-        if (next == i + 1)
-            return false;
-        goOn(i - 1, next - 1);
-        i = next - 1;
+        m_fromPosition = positionOf(i - 1);
+        m_from = pointOf(m_fromPosition);
+        m_toPosition = positionOf(i);
+        m_to = pointOf(m_toPosition);
+        m_count += 2;
         return true;
     }
 
-    // Brings the pen from one sample to another, which stand in a row: from the last line that says all.
-    void goOn(int first, int last)
+    // Draws the line to a sample; whether it sets no new pixel.
+    bool walk(const Zone &zone, int i, qint64 from, qint64 to)
     {
-        qint64 x = xOf(last);
-        int known = last;
-        while (known > first) {
-            const qint64 before = xOf(known - 1);
-            if (std::abs(x - before) >= 16 * m_mostRise && ThinPen::isDrawn(before, x)) {
-                m_pen.afterLevelLine(before, x, m_to.y >> 6);
+        const std::pair<qint64, qint64> set = m_pen.setIn(zone.row);
+        if (std::abs(to - from) < zone.level || !m_pen.drawLevel(from, to, zone.row)) {
+            const auto [left, right] = m_pen.silentAround(from);
+            if (from < right && to >= left && to < right)
+                return true;
+            m_pen.draw({from, stepsOf(i - 1)}, {to, stepsOf(i)}, ThinPen::NoCap);
+        }
+        return m_pen.setIn(zone.row) == set;
+    }
+
+    // The last sample behind one up to which all lines lie between pixels that are set. The pen is brought to the sample
+    // before it.
+    int passSet(const Zone &zone, int i, qint64 from, qint64 to)
+    {
+        const auto [left, right] = ThinPen::withinPixels(m_pen.setIn(zone.row));
+        if (std::min(from, to) < left || std::max(from, to) >= right || std::abs(to - from) < zone.level
+            || !m_pen.isAt(from, zone.row))
+            return i;
+        const int last = firstOutside(i + 2, zone.end, left, right, zone.level) - 1;
+        // From the last line on that leaves the pen as it is whatever was before.
+        int known = last - 1;
+        qint64 x = 0;
+        placeX(known, x);
+        for (; known > i; --known) {
+            qint64 before = 0;
+            placeX(known - 1, before);
+            if (ThinPen::isDrawn(before, x)) {
+                m_pen.afterLevelLine(before, x, zone.row);
                 break;
             }
-            --known;
             x = before;
         }
-        if (known > first)
-            standAt(known);
-        while (known < last) {
-            const PenPoint from = m_to;
-            standAt(++known);
-            m_pen.draw(from, m_to, ThinPen::NoCap);
+        while (++known < last) {
+            qint64 next = 0;
+            placeX(known, next);
+            walk(zone, known, x, next);
+            x = next;
         }
+        return last;
     }
 
-    qint64 xOf(int i) const { return painterSteps(m_value.toPixel(m_samples.value(i))); }
+    qint64 stepsOf(int i) const { return painterSteps(m_placer.y(m_samples, i) - m_topY); }
+    QPointF positionOf(int i) const
+    {
+        QPointF position;
+        m_placer.place(m_samples, i, position);
+        return position;
+    }
+
+    bool placeX(int i, qint64 &x) const
+    {
+        const double value = m_samples.value(i);
+        const double position = m_value.toPixel(value);
+        x = static_cast<qint64>(position * 64);
+        return value != m_samples.nullValue() && !std::isnan(position);
+    }
 
     bool isBreak(int i) const
     {
         const double value = m_samples.value(i);
         return value == m_samples.nullValue() || std::isnan(m_value.toPixel(value));
-    }
-
-    void standAt(int i)
-    {
-        QPointF position;
-        m_placer.place(m_samples, i, position);
-        m_to = pointOf(position);
-        m_toPosition = position;
-        m_isDrawn = true;
     }
 
     // The first of the samples [from, end) that does not stand between two x, or hardly, or less than some steps beside
@@ -293,7 +342,7 @@ private:
     ValuePlacer m_value;
     double m_perStep = 0; // samples, where they were looked for last
     Stop m_silentStop;
-    Stop m_setStop;
+    Stop m_zoneEnd;
     qint64 m_mostRise = 0; // steps that a sample stands below the one before; 0 where nothing may be passed over
     PenPoint m_from;
     PenPoint m_to;

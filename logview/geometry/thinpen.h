@@ -55,6 +55,17 @@ public:
         const qint64 column = columnFrom(x);
         return (m_lastX == column || m_lastX == column - 1) && (m_lastY == row || m_lastY == row - 1);
     }
+    /// Whether the last pixel is where level lines in that row leave it that end at \a x.
+    bool isAt(qint64 x, qint64 row) const
+    {
+        const qint64 column = columnFrom(x);
+        return m_lastY == row && (m_lastX == column || (m_lastX == column - 1 && m_lastDirection != -Along));
+    }
+    /// The x, from first to last but one, between which level lines set no other pixels than these.
+    static std::pair<qint64, qint64> withinPixels(std::pair<qint64, qint64> pixels)
+    {
+        return {pixels.first * 64 - 32, pixels.second * 64 + 32};
+    }
     /// Whether a level line sets a pixel whatever the pen remembers.
     static bool isDrawn(qint64 fromX, qint64 toX)
     {
@@ -78,6 +89,8 @@ public:
     }
     void draw(const PenPoint &from, const PenPoint &to, int caps)
     {
+        if (caps == NoCap && isLevel(from, to) && drawLevel(from.x, to.x, from.y >> 6))
+            return;
         const qint64 dx = std::abs(to.x - from.x);
         const qint64 dy = std::abs(to.y - from.y);
         if (dx < dy)
@@ -86,12 +99,60 @@ public:
             draw<false>(from.x, from.y, to.x, to.y, caps);
     }
 
+    /// What draw() does to a line without caps all of whose pixels, and those right before and behind, are in a row:
+    /// most lines of long logs. Turns of noise cannot be foreseen, so there are few branches. False, with nothing done,
+    /// where the pen comes from too far.
+    bool drawLevel(qint64 fromX, qint64 toX, qint64 row)
+    {
+        const qint64 gapV = std::abs(m_lastY - row);
+        if (m_lastX == nowhere || gapV > 1)
+            return false;
+        const qint64 right = toX > fromX ? 1 : 0;
+        const int direction = right != 0 ? Along : -Along;
+        const bool isTurn = m_lastDirection == -direction;
+        // The pixels from the one near its beginning to the one at its end, both included.
+        qint64 near = isTurn ? fromX >> 6 : columnFrom(fromX) - (1 - right);
+        near += isTurn && right != 0 && m_lastX == near + 1 ? 1 : 0;
+        const qint64 far = columnFrom(toX) - right;
+        const qint64 beyond = right != 0 ? near - far : far - near;
+        if (fromX == toX || beyond == 1)
+            return true;
+        const qint64 gapU = std::abs(m_lastX - near);
+        if (beyond > 1 || (m_lastDirection != direction && (gapU > 1 || (m_isLastAligned && gapU != 0 && gapV != 0))))
+            return false;
+        const qint64 shorter = (gapU | gapV) == 0 ? 1 : 0;
+        near += right != 0 ? shorter : -shorter;
+        m_lastDirection = direction;
+        m_isLastAligned = true;
+        m_lastX = far;
+        m_lastY = row;
+        const qint64 first = right != 0 ? near : far;
+        const qint64 last = std::max(right != 0 ? far : near, first);
+        if (row < 0 || row >= m_pixels.rows())
+            return true;
+        std::pair<qint64, qint64> &set = m_set[static_cast<size_t>(row)];
+        if (first < set.first || last > set.second) {
+            m_pixels.set(row, first, last);
+            extend(set, first, last);
+        }
+        return true;
+    }
+
 private:
     static constexpr qint64 nowhere = std::numeric_limits<qint64>::min();
     enum Direction { None = 0, Along = 1, Down = 2 }; // the negative ones for the other way
 
     // The first column that has its middle there or to the right.
     static qint64 columnFrom(qint64 x) { return (x + 32) >> 6; }
+
+    static bool isLevel(const PenPoint &from, const PenPoint &to)
+    {
+        const qint64 length = std::abs(to.x - from.x);
+        const qint64 rise = std::abs(to.y - from.y);
+        const qint64 above = std::min(from.y, to.y) & 63;
+        const qint64 below = 62 - (std::max(from.y, to.y) & 63);
+        return from.y >> 6 == to.y >> 6 && 4 * rise < length && std::min(above, below) * length >= 64 * rise;
+    }
 
     // A pixel for each step along one axis, u; v is the other one, a 1/1024 of a step fine.
     template<bool isSteep>

@@ -42,7 +42,8 @@ public:
         if (m_isLogarithmic)
             return toLogarithmicPixel(value);
         const double x = m_sign * (value - m_low) * m_width / m_span;
-        return std::isnan(x) ? 0 : std::clamp(x, 0.0, m_width);
+        const double right = x < m_width ? x : m_width; // of equal limits, and of no number, 0
+        return right > 0 && x == x ? right : 0;
     }
     /// Two values; all between them, the two excluded, stand between \a left and \a right, and none of them breaks a
     /// line. Those that stand within 1/128 pixel of the two need not be among them. The first is not below the second
