@@ -47,7 +47,7 @@ CurveSamples makeLog(int index, int count)
             noisy = random() % 500 == 0 ? nullSampleValue : value + (random() % 100 == 0 ? 40 : 0);
         values.append(static_cast<float>(noisy));
     }
-    return {depths, values, nullSampleValue};
+    return CurveSamples::ofFloats(depths, values, nullSampleValue);
 }
 
 const std::vector<CurveSamples> &logs(int count)

@@ -28,7 +28,8 @@ DisplayedLog WellDisplayData::readLog(const QString &logName)
     }
     for (float &value : read.value.values)
         value = host::isUndefined(value) ? static_cast<float>(nullSampleValue) : value;
-    return {logview::CurveSamples(read.value.depths, read.value.values, nullSampleValue), read.value.unit, false};
+    return {logview::CurveSamples::ofFloats(read.value.depths, read.value.values, nullSampleValue), read.value.unit,
+            false};
 }
 
 DisplayedLog WellDisplayData::log(const QString &logName)

@@ -35,24 +35,25 @@ DepthOrder orderOf(const Depth *depths, int size, double *largestStep)
 
 } // namespace
 
-CurveSamples::CurveSamples(const QVector<float> &depthsM, const QVector<float> &values, double nullValue)
+template<class Number>
+CurveSamples::CurveSamples(const QVector<Number> &depthsM, const QVector<Number> &values, double nullValue, int size)
     : m_depthsM(depthsM)
     , m_values(values)
     , m_nullValue(nullValue)
-    , m_size(std::min(depthsM.size(), values.size()))
+    , m_size(size)
     , m_order(orderOf(depthsM.constData(), m_size, &m_largestStepM))
     , m_revision(nextRevision())
 {
 }
 
 CurveSamples::CurveSamples(const QVector<double> &depthsM, const QVector<double> &values, double nullValue)
-    : m_depthsM(depthsM)
-    , m_values(values)
-    , m_nullValue(nullValue)
-    , m_size(std::min(depthsM.size(), values.size()))
-    , m_order(orderOf(depthsM.constData(), m_size, &m_largestStepM))
-    , m_revision(nextRevision())
+    : CurveSamples(depthsM, values, nullValue, std::min(depthsM.size(), values.size()))
 {
+}
+
+CurveSamples CurveSamples::ofFloats(const QVector<float> &depthsM, const QVector<float> &values, double nullValue)
+{
+    return {depthsM, values, nullValue, std::min(depthsM.size(), values.size())};
 }
 
 bool CurveSamples::isNull(int i) const

@@ -16,8 +16,8 @@ class CurveSamples
 public:
     CurveSamples() = default;
     /// The longer array is cut to the length of the shorter. Costs one pass over the depths.
-    CurveSamples(const QVector<float> &depthsM, const QVector<float> &values, double nullValue);
     CurveSamples(const QVector<double> &depthsM, const QVector<double> &values, double nullValue);
+    static CurveSamples ofFloats(const QVector<float> &depthsM, const QVector<float> &values, double nullValue);
 
     int size() const { return m_size; }
     bool isEmpty() const { return m_size == 0; }
@@ -52,6 +52,9 @@ public:
     quint64 revision() const { return m_revision; }
 
 private:
+    template<class Number>
+    CurveSamples(const QVector<Number> &depthsM, const QVector<Number> &values, double nullValue, int size);
+
     /// Numbers of one of two precisions.
     class Numbers
     {

@@ -19,9 +19,9 @@ struct ValueWindow
     int firstOutside(const Value *values, int from, int end) const
     {
         // In the precision of the values, rounded inwards; compared without branches, eight at a time.
-        constexpr Value infinite = std::numeric_limits<Value>::infinity();
-        const Value above = std::nextafter(static_cast<Value>(low), infinite);
-        const Value below = std::nextafter(static_cast<Value>(high), -infinite);
+        const double rounding = 1.0000001 * static_cast<double>(std::numeric_limits<Value>::epsilon());
+        const auto above = static_cast<Value>(low + rounding * std::abs(low));
+        const auto below = static_cast<Value>(high - rounding * std::abs(high));
         const auto step = static_cast<Value>(leastStep * 1.000001);
         const auto null = static_cast<Value>(nullValue);
         const auto isOutside = [=](Value value, Value before) {
@@ -196,21 +196,22 @@ private:
         qint64 from = m_to.x;
         qint64 to = point.x;
         qint64 next = 0;
-        int idle = 0; // lines that set no new pixel
+        constexpr int worthWhile = 8; // samples
+        int idle = worthWhile; // lines that set no new pixel; passing over is tried after some
         for (; i + 1 < zone.end && placeX(i + 1, next); ++i) {
-            idle = walk(zone, i, from, to) ? idle + 1 : 0;
+            if (idle >= worthWhile) {
+                const int last = passSet(zone, i - 1, from, to);
+                idle = last < i + worthWhile ? 0 : worthWhile - 2;
+                if (last > i) {
+                    i = last - 1;
+                    placeX(i, from);
+                    placeX(last, to);
+                    continue;
+                }
+            }
+            idle = walk(zone, i, from, to) ? idle + 1 : std::min(idle, worthWhile - 2);
             from = to;
             to = next;
-            constexpr int mostIdle = 8;
-            if (idle < mostIdle)
-                continue;
-            idle = 0;
-            const int last = passSet(zone, i, from, to);
-            if (last > i + 1) {
-                i = last - 1;
-                placeX(i, from);
-                placeX(last, to);
-            }
         }
         if (i == first)
             return false;
@@ -225,14 +226,14 @@ private:
     // Draws the line to a sample; whether it sets no new pixel.
     bool walk(const Zone &zone, int i, qint64 from, qint64 to)
     {
-        const std::pair<qint64, qint64> set = m_pen.setIn(zone.row);
+        const qint64 before = m_pen.setPixels();
         if (std::abs(to - from) < zone.level || !m_pen.drawLevel(from, to, zone.row)) {
             const auto [left, right] = m_pen.silentAround(from);
             if (from < right && to >= left && to < right)
                 return true;
             m_pen.draw({from, stepsOf(i - 1)}, {to, stepsOf(i)}, ThinPen::NoCap);
         }
-        return m_pen.setIn(zone.row) == set;
+        return m_pen.setPixels() == before;
     }
 
     // The last sample behind one up to which all lines lie between pixels that are set. The pen is brought to the sample
@@ -357,7 +358,14 @@ private:
 void drawThinLine(PixelRows &pixels, const CurveSamples &samples, const CurveKey &key, const ShownRows &rows,
                   int topY, const ShownRows &device)
 {
-    const std::pair<int, int> range = SamplePlacer(key).range(samples, rows);
+    const SamplePlacer placer(key);
+    std::pair<int, int> range = placer.range(samples, rows);
+    if (samples.order() != DepthOrder::Unsorted) {
+        // Of what is cut off the device some samples tell that the line comes from there.
+        constexpr int spare = 2;
+        const std::pair<int, int> shown = placer.range(samples, {device.top - 1, device.bottom + 2});
+        range = {std::max(range.first, shown.first - spare), std::min(range.second, shown.second + spare)};
+    }
     countReadSamples(range);
     ThinLine(pixels, samples, key, topY, device).draw(range);
 }

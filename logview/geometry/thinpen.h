@@ -39,6 +39,8 @@ public:
     }
 
     void lift() { m_lastX = nowhere; }
+    /// Grows with every line that sets a pixel which was not known to be set.
+    qint64 setPixels() const { return m_setPixels; }
     /// Between these x, the second one excluded, a line from \a x that crosses no middle of a row sets no pixel, wherever
     /// it goes, and leaves the pen as it is. Empty when the second is not above the first.
     std::pair<qint64, qint64> silentAround(qint64 x) const
@@ -107,33 +109,36 @@ public:
         const qint64 gapV = std::abs(m_lastY - row);
         if (m_lastX == nowhere || gapV > 1)
             return false;
-        const qint64 right = toX > fromX ? 1 : 0;
-        const int direction = right != 0 ? Along : -Along;
-        const bool isTurn = m_lastDirection == -direction;
+        if (fromX == toX)
+            return true;
+        const qint64 along = toX > fromX ? 1 : -1;
+        const qint64 isLeft = (1 - along) >> 1;
+        const bool isTurn = m_lastDirection == -along;
         // The pixels from the one near its beginning to the one at its end, both included.
-        qint64 near = isTurn ? fromX >> 6 : columnFrom(fromX) - (1 - right);
-        near += isTurn && right != 0 && m_lastX == near + 1 ? 1 : 0;
-        const qint64 far = columnFrom(toX) - right;
-        const qint64 beyond = right != 0 ? near - far : far - near;
-        if (fromX == toX || beyond == 1)
+        qint64 near = isTurn ? fromX >> 6 : columnFrom(fromX) - isLeft;
+        near += isTurn & (m_lastX == near + 1) & (isLeft == 0) ? 1 : 0;
+        const qint64 far = columnFrom(toX) - 1 + isLeft;
+        const qint64 beyond = (near - far) * along;
+        if (beyond == 1)
             return true;
         const qint64 gapU = std::abs(m_lastX - near);
-        if (beyond > 1 || (m_lastDirection != direction && (gapU > 1 || (m_isLastAligned && gapU != 0 && gapV != 0))))
+        if ((beyond > 1)
+            | ((m_lastDirection != along) & ((gapU > 1) | (m_isLastAligned & (gapU != 0) & (gapV != 0)))))
             return false;
-        const qint64 shorter = (gapU | gapV) == 0 ? 1 : 0;
-        near += right != 0 ? shorter : -shorter;
-        m_lastDirection = direction;
+        near += (gapU | gapV) == 0 ? along : 0;
+        m_lastDirection = static_cast<int>(along);
         m_isLastAligned = true;
         m_lastX = far;
         m_lastY = row;
-        const qint64 first = right != 0 ? near : far;
-        const qint64 last = std::max(right != 0 ? far : near, first);
+        const qint64 first = isLeft != 0 ? far : near;
+        const qint64 last = std::max(isLeft != 0 ? near : far, first);
         if (row < 0 || row >= m_pixels.rows())
             return true;
         std::pair<qint64, qint64> &set = m_set[static_cast<size_t>(row)];
         if (first < set.first || last > set.second) {
             m_pixels.set(row, first, last);
             extend(set, first, last);
+            ++m_setPixels;
         }
         return true;
     }
@@ -245,6 +250,7 @@ private:
     template<bool isSteep>
     void fill(qint64 u, qint64 end, qint64 v, qint64 slope)
     {
+        ++m_setPixels;
         if (isSteep) {
             const qint64 hidden = std::max<qint64>(-u, 0);
             end = std::min<qint64>(end, m_pixels.rows());
@@ -278,6 +284,7 @@ private:
 
     PixelRows &m_pixels;
     std::vector<std::pair<qint64, qint64>> m_set; // of each row, what setIn() gives
+    qint64 m_setPixels = 0;
     qint64 m_lastX = nowhere; // last pixel of the line before
     qint64 m_lastY = 0;
     int m_lastDirection = None;

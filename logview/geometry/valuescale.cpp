@@ -47,18 +47,18 @@ double ValuePlacer::toLogarithmicPixel(double value) const
 
 std::pair<double, double> ValuePlacer::valuesBetween(double left, double right) const
 {
-    constexpr double infinite = std::numeric_limits<double>::infinity();
+    constexpr double farthest = std::numeric_limits<float>::max();
     constexpr double rounding = 1.0 / 128;
     if (!m_isDrawable || !(m_span > 0) || !(m_width > 0))
-        return {infinite, -infinite};
+        return {farthest, -farthest};
     const double from = left + rounding;
     const double to = right - rounding;
     const double perPixel = m_span / m_width;
     if (m_isLogarithmic) // what lies before the first limit is mirrored, behind the last one it breaks the line
         return {std::pow(10, m_low + std::max(from, 0.0) * perPixel),
                 std::pow(10, m_low + std::min(to, m_width) * perPixel)};
-    const double low = left < 0 ? -infinite : from * perPixel;
-    const double high = right > m_width ? infinite : to * perPixel;
+    const double low = left < 0 ? -farthest : from * perPixel;
+    const double high = right > m_width ? farthest : to * perPixel;
     return m_sign > 0 ? std::pair(m_low + low, m_low + high) : std::pair(m_low - high, m_low - low);
 }
 

@@ -109,14 +109,14 @@ private slots:
     {
         const QVector<float> depths{1, 2, 3};
         const QVector<float> values{4, 5};
-        const CurveSamples samples(depths, values, nullSampleValue);
+        const CurveSamples samples = CurveSamples::ofFloats(depths, values, nullSampleValue);
         QCOMPARE(samples.size(), 2); // the shorter list counts
         QCOMPARE(samples.depthM(1), 2.0);
         QCOMPARE(samples.useValues([](const auto *first) { return static_cast<const void *>(first); }),
                  static_cast<const void *>(values.constData()));
         const CurveSamples copy = samples;
         QCOMPARE(copy.revision(), samples.revision());
-        QVERIFY(CurveSamples(depths, values, nullSampleValue).revision() != samples.revision());
+        QVERIFY(CurveSamples::ofFloats(depths, values, nullSampleValue).revision() != samples.revision());
         QCOMPARE(samples.order(), DepthOrder::Ascending);
         QVERIFY(samples.isNull(0) == false);
     }
