@@ -78,6 +78,11 @@ public:
     {
         return clampedY(m_key.reference.toDisplay(samples.depthM(i)));
     }
+    /// x of a value; NaN where the line breaks.
+    double x(double value) const { return m_value.toPixel(value); }
+    /// Whether x grows, or falls, with the value.
+    bool isLinear() const { return !m_key.scale.isLogarithmic; }
+    double width() const { return static_cast<double>(m_key.scale.width); }
     /// The samples that may be Drawn: [first, second). By binary search for depths in order, else all.
     std::pair<int, int> range(const CurveSamples &samples) const;
     /// Of these, the samples between two pixel positions and one more on both sides; all of them where depths are not

@@ -4,6 +4,8 @@
 
 #include <QtAlgorithms>
 
+#include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace logview {
@@ -19,6 +21,7 @@ public:
         , m_rows(rows)
         , m_words((columns + wordBits - 1) / wordBits)
         , m_bits(static_cast<size_t>(m_words) * static_cast<size_t>(rows))
+        , m_runs(static_cast<size_t>(rows), {0, -1})
     {
     }
 
@@ -30,6 +33,7 @@ public:
     {
         if (row < 0 || row >= m_rows)
             return;
+        extend(m_runs[static_cast<size_t>(row)], first, last);
         first = std::max<qint64>(first - m_left, 0);
         last = std::min<qint64>(last - m_left, m_columns - 1);
         if (first > last)
@@ -42,6 +46,13 @@ public:
             mask = ~quint64(0);
         }
         *word |= mask & (~quint64(0) >> (wordBits - 1 - last % wordBits));
+    }
+    /// Pixels of a row that need not be set any more, from first to last, also outside of the columns: a long run of set
+    /// ones, or all of a row that is none of these. None when first is behind last.
+    std::pair<qint64, qint64> runIn(qint64 row) const
+    {
+        constexpr qint64 far = qint64(1) << 40;
+        return row >= 0 && row < m_rows ? m_runs[static_cast<size_t>(row)] : std::pair<qint64, qint64>(-far, far);
     }
     /// Calls use(first, last) for each run of set pixels of a row, from left to right.
     template<class Use>
@@ -56,6 +67,14 @@ public:
 
 private:
     static constexpr int wordBits = 64;
+
+    static void extend(std::pair<qint64, qint64> &run, qint64 first, qint64 last)
+    {
+        if (first <= run.second + 1 && last >= run.first - 1)
+            run = {std::min(run.first, first), std::max(run.second, last)};
+        else if (last - first > run.second - run.first)
+            run = {first, last};
+    }
 
     // The first column from there on that is set, or not.
     int next(int row, int column, bool isSet) const
@@ -75,6 +94,7 @@ private:
     int m_rows;
     int m_words;
     std::vector<quint64> m_bits;
+    std::vector<std::pair<qint64, qint64>> m_runs; // of each row, what runIn() gives
 };
 
 /// Sets the pixels that the raster painter sets for the line of the samples with a solid round pen of one pixel, without

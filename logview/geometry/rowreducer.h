@@ -1,6 +1,7 @@
 #pragma once
 
 #include "logview/geometry/curvepath.h"
+#include "logview/geometry/valuescan.h"
 
 namespace logview {
 
@@ -35,8 +36,14 @@ public:
             }
             const auto number = static_cast<qint64>(point.y() * rowsPerPixel);
             if (number != row || !isInOrder) {
+                m_perRow = m_count;
                 flush();
                 m_sink.rowBegins(i);
+                if (isInOrder && m_perRow >= many && takeRow(samples, placer, i, range.second, rowsPerPixel, point)) {
+                    i += m_count - 1;
+                    row = number;
+                    continue;
+                }
             }
             row = number;
             add(point);
@@ -45,11 +52,52 @@ public:
     }
 
 private:
+    static constexpr int many = 12; // samples in a row, for which they are not placed one by one
+
     struct Extreme
     {
         QPointF point;
         int index = 0;
     };
+
+    // Takes all samples of the row that begins with one. False, with nothing done, where they are few or the line breaks.
+    bool takeRow(const CurveSamples &samples, const SamplePlacer &placer, int first, int end, double rowsPerPixel,
+                 const QPointF &point)
+    {
+        const auto rowOf = [&](int i) { return static_cast<qint64>(placer.y(samples, i) * rowsPerPixel); };
+        const qint64 row = rowOf(first);
+        const int stop = firstAround(first, first + m_perRow, end, [&](int i) { return rowOf(i) == row; });
+        if (stop - first < many || !placer.isLinear())
+            return false;
+        const auto place = [&](int i) {
+            QPointF placed;
+            placer.place(samples, i, placed);
+            return Extreme{placed, i - first};
+        };
+        return samples.useValues([&](const auto *values) {
+            using Value = std::decay_t<decltype(*values)>;
+            const ValueExtremes<Value> extremes(values, first, stop, static_cast<Value>(samples.nullValue()));
+            if (!extremes.areValid)
+                return false;
+            // The first that stands as far out. Beyond the limits of the scale all stand on the edge.
+            const auto firstLike = [&](Value extreme) {
+                const double x = placer.x(static_cast<double>(extreme));
+                const bool isOnEdge = (x <= 0 || x >= placer.width());
+                const Value *found = std::find_if(values + first, values + stop, [=](Value value) {
+                    return (isOnEdge || value == extreme) && placer.x(static_cast<double>(value)) == x;
+                });
+                return place(static_cast<int>(found - values));
+            };
+            m_smallest = firstLike(extremes.smallest);
+            m_largest = firstLike(extremes.largest);
+            if (m_smallest.point.x() > m_largest.point.x())
+                std::swap(m_smallest, m_largest); // a mirrored scale
+            m_kept[0] = point;
+            m_last = place(stop - 1).point;
+            m_count = stop - first;
+            return true;
+        });
+    }
 
     void add(const QPointF &point)
     {
@@ -99,6 +147,7 @@ private:
     Extreme m_largest;
     QPointF m_last;
     int m_count = 0;
+    int m_perRow = 0; // samples of the row before
 };
 
 } // namespace logview

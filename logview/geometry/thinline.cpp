@@ -1,46 +1,11 @@
 #include "logview/geometry/thinpen.h"
+#include "logview/geometry/valuescan.h"
 
 #include <tuple>
 
 namespace logview {
 
 namespace {
-
-/// Values between two, both excluded, each some way from the one before.
-struct ValueWindow
-{
-    double low = 0;
-    double high = 0;
-    double leastStep = 0;
-    double nullValue = 0; ///< is never in it
-
-    /// The first of the values [from, end) that is not in the window, or one before it that is as good as not in it.
-    template<class Value>
-    int firstOutside(const Value *values, int from, int end) const
-    {
-        // In the precision of the values, rounded inwards; compared without branches, eight at a time.
-        const double rounding = 1.0000001 * static_cast<double>(std::numeric_limits<Value>::epsilon());
-        const auto above = static_cast<Value>(low + rounding * std::abs(low));
-        const auto below = static_cast<Value>(high - rounding * std::abs(high));
-        const auto step = static_cast<Value>(leastStep * 1.000001);
-        const auto null = static_cast<Value>(nullValue);
-        const auto isOutside = [=](Value value, Value before) {
-            return (value > above ? 0 : 1) | (value < below ? 0 : 1) | (std::abs(value - before) >= step ? 0 : 1)
-                | (value == null ? 1 : 0);
-        };
-        constexpr int block = 8;
-        for (; from + block <= end; from += block) {
-            int outside = 0;
-            for (int k = from; k < from + block; ++k)
-                outside |= isOutside(values[k], values[k - 1]);
-            if (outside != 0)
-                break;
-        }
-        while (from < end && isOutside(values[from], values[from - 1]) == 0)
-            ++from;
-        return from;
-    }
-};
 
 /// Draws the line of the samples with a thin pen.
 class ThinLine
@@ -53,6 +18,7 @@ public:
         , m_deviceTop(device.top)
         , m_cutTop(device.top - 1)
         , m_cutBottom(device.bottom + 2)
+        , m_pixels(pixels)
         , m_pen(pixels)
         , m_value(key.scale)
     {
@@ -240,7 +206,7 @@ private:
     // before it.
     int passSet(const Zone &zone, int i, qint64 from, qint64 to)
     {
-        const auto [left, right] = ThinPen::withinPixels(m_pen.setIn(zone.row));
+        const auto [left, right] = ThinPen::withinPixels(m_pixels.runIn(zone.row));
         if (std::min(from, to) < left || std::max(from, to) >= right || std::abs(to - from) < zone.level
             || !m_pen.isAt(from, zone.row))
             return i;
@@ -316,18 +282,8 @@ private:
         const auto isAbove = [&](int sample) { return painterSteps(m_placer.y(m_samples, sample) - m_topY) < stopY; };
         // Samples stand at even distances in most logs.
         const double ahead = static_cast<double>(stopY - y) * m_perStep;
-        int first = i; // above
-        int last = end; // not
-        int guess = static_cast<int>(std::min(i + ahead, static_cast<double>(end - 1)));
-        for (int step = 1; guess > first && guess < last; step *= 2) {
-            const bool isLow = isAbove(guess);
-            (isLow ? first : last) = guess;
-            guess += isLow ? step : -step;
-        }
-        while (first + 1 < last) {
-            const int half = first + (last - first) / 2;
-            (isAbove(half) ? first : last) = half;
-        }
+        const int guess = static_cast<int>(std::min(i + ahead, static_cast<double>(end)));
+        const int last = firstAround(i, guess, end, isAbove);
         m_perStep = static_cast<double>(last - i) / static_cast<double>(stopY - y);
         stop = {stopY, last};
         return last;
@@ -339,6 +295,7 @@ private:
     double m_deviceTop;
     double m_cutTop; // what lies above or below is cut off
     double m_cutBottom;
+    const PixelRows &m_pixels;
     ThinPen m_pen;
     ValuePlacer m_value;
     double m_perStep = 0; // samples, where they were looked for last

@@ -34,7 +34,6 @@ public:
 
     explicit ThinPen(PixelRows &pixels)
         : m_pixels(pixels)
-        , m_set(static_cast<size_t>(pixels.rows()), {0, -1})
     {
     }
 
@@ -72,13 +71,6 @@ public:
     static bool isDrawn(qint64 fromX, qint64 toX)
     {
         return toX < fromX ? columnFrom(toX) < columnFrom(fromX) : columnFrom(toX) - (fromX >> 6) >= 2;
-    }
-    /// The pixels of a row that need not be set any more, from first to last; none when first is behind last.
-    std::pair<qint64, qint64> setIn(qint64 row) const
-    {
-        constexpr qint64 far = qint64(1) << 40;
-        return row >= 0 && row < m_pixels.rows() ? m_set[static_cast<size_t>(row)]
-                                                 : std::pair<qint64, qint64>(-far, far);
     }
     /// As after such a line within a row.
     void afterLevelLine(qint64 fromX, qint64 toX, qint64 row)
@@ -132,12 +124,9 @@ public:
         m_lastY = row;
         const qint64 first = isLeft != 0 ? far : near;
         const qint64 last = std::max(isLeft != 0 ? near : far, first);
-        if (row < 0 || row >= m_pixels.rows())
-            return true;
-        std::pair<qint64, qint64> &set = m_set[static_cast<size_t>(row)];
-        if (first < set.first || last > set.second) {
+        const auto [firstSet, lastSet] = m_pixels.runIn(row);
+        if (first < firstSet || last > lastSet) {
             m_pixels.set(row, first, last);
-            extend(set, first, last);
             ++m_setPixels;
         }
         return true;
@@ -255,10 +244,8 @@ private:
             const qint64 hidden = std::max<qint64>(-u, 0);
             end = std::min<qint64>(end, m_pixels.rows());
             v += hidden * slope;
-            for (u += hidden; u < end; ++u, v += slope) {
+            for (u += hidden; u < end; ++u, v += slope)
                 m_pixels.set(u, v >> 16, v >> 16);
-                extend(m_set[static_cast<size_t>(u)], v >> 16, v >> 16);
-            }
             return;
         }
         while (u < end) {
@@ -269,21 +256,10 @@ private:
             for (; u < end && v >> 16 == row; ++u)
                 v += slope;
             m_pixels.set(row, first, u - 1);
-            if (row >= 0 && row < m_pixels.rows())
-                extend(m_set[static_cast<size_t>(row)], first, u - 1);
         }
     }
 
-    static void extend(std::pair<qint64, qint64> &set, qint64 first, qint64 last)
-    {
-        if (first <= set.second + 1 && last >= set.first - 1)
-            set = {std::min(set.first, first), std::max(set.second, last)};
-        else if (last - first > set.second - set.first)
-            set = {first, last};
-    }
-
     PixelRows &m_pixels;
-    std::vector<std::pair<qint64, qint64>> m_set; // of each row, what setIn() gives
     qint64 m_setPixels = 0;
     qint64 m_lastX = nowhere; // last pixel of the line before
     qint64 m_lastY = 0;

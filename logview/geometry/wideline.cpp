@@ -29,10 +29,12 @@ public:
     {
         const QPointF to(position.x(), position.y() - m_topY);
         if (m_isOpen) {
-            if (m_isFirst)
-                disc(m_from);
-            disc(to);
-            strip(m_from, to);
+            if (!isSet(m_from, to)) {
+                if (m_isFirst)
+                    disc(m_from);
+                disc(to);
+                strip(m_from, to);
+            }
         }
         m_isFirst = !m_isOpen;
         m_isOpen = true;
@@ -40,6 +42,20 @@ public:
     }
 
 private:
+    // Whether all pixels that a line may have are set: many lines of dense logs lie in those before.
+    bool isSet(const QPointF &from, const QPointF &to) const
+    {
+        const auto left = static_cast<qint64>(std::floor(std::min(from.x(), to.x()) - 1));
+        const auto right = static_cast<qint64>(std::ceil(std::max(from.x(), to.x()) + 1));
+        const auto [first, last] = rows(std::min(from.y(), to.y()) - 1, std::max(from.y(), to.y()) + 1);
+        for (qint64 row = first; row <= last; ++row) {
+            const auto [firstSet, lastSet] = m_pixels.runIn(row);
+            if (left < firstSet || right > lastSet)
+                return false;
+        }
+        return true;
+    }
+
     void disc(const QPointF &center)
     {
         const auto [first, last] = rows(center.y() - 1, center.y() + 1);
