@@ -261,6 +261,14 @@ std::optional<LogCurveData> WellsCatalogue::readCurve(int well, int log, OnFailu
     return std::nullopt;
 }
 
+std::optional<host::LogData> WellsCatalogue::readStoredLog(int well, int log) const
+{
+    if (!isReadable(well) || log < 0 || log >= m_logNames.at(well).size())
+        return std::nullopt;
+    host::Outcome<host::LogData> data = readLog(well, log);
+    return data.ok() ? std::optional(std::move(data.value)) : std::nullopt;
+}
+
 std::optional<LogCurveData> WellsCatalogue::readCurveOfReadWell(int well, int log) const
 {
     if (!isWell(well) || log < 0 || log >= m_logNames.at(well).size())

@@ -77,8 +77,8 @@ public:
     std::optional<LogCurveData> readCurve(int well, int log, OnFailure onFailure = OnFailure::Tell) const;
     /// The same in silence, of a well whose record could be read just now: it is not read again for each log.
     std::optional<LogCurveData> readCurveOfReadWell(int well, int log) const;
-    /// A log as the host keeps it; values that are missing are undefined. The well must be readable and have the log.
-    host::Outcome<host::LogData> readLog(int well, int log) const;
+    /// The same in silence, as the host keeps the log: in single precision, missing values undefined.
+    std::optional<host::LogData> readStoredLog(int well, int log) const;
 
     /// The well's markers in the order of its marker names.
     QVector<WellMarker> markers(int well) const;
@@ -105,6 +105,7 @@ private:
     bool readSamples(int well, int log, LogCurveData *curve) const;
     void tell(const QString &error, OnFailure onFailure) const;
     host::Outcome<QVector<host::LogInfo>> readLogs(int well) const;
+    host::Outcome<host::LogData> readLog(int well, int log) const;
     host::Outcome<QVector<host::Marker>> readMarkers(int well) const;
 
     host::Wells &m_wells;

@@ -21,15 +21,14 @@ DisplayedLog WellDisplayData::readLog(const QString &logName)
     const int log = catalogue.logIndex(well, logName);
     if (!m_isReadable || log < 0)
         return {{}, {}, log < 0};
-    host::Outcome<host::LogData> read = catalogue.readLog(well, log);
-    if (!read.ok()) {
+    std::optional<host::LogData> read = catalogue.readStoredLog(well, log);
+    if (!read) {
         m_unreadLogs.append(logName);
         return {};
     }
-    for (float &value : read.value.values)
+    for (float &value : read->values)
         value = host::isUndefined(value) ? static_cast<float>(nullSampleValue) : value;
-    return {logview::CurveSamples::ofFloats(read.value.depths, read.value.values, nullSampleValue), read.value.unit,
-            false};
+    return {logview::CurveSamples::ofFloats(read->depths, read->values, nullSampleValue), read->unit, false};
 }
 
 DisplayedLog WellDisplayData::log(const QString &logName)
