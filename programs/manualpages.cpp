@@ -68,6 +68,12 @@ QVector<QTextLength> columnWidths(const QTextTable &table)
     return widths;
 }
 
+// What belongs to what follows.
+bool announces(const QTextBlock &block)
+{
+    return block.blockFormat().headingLevel() > 0 || block.text().endsWith(QLatin1Char(':'));
+}
+
 bool isAllIn(const QString &fontFamily, const QTextBlock &block)
 {
     bool isAll = !block.text().isEmpty() && !QTextCursor(block).currentTable();
@@ -94,7 +100,8 @@ ManualDocument::ManualDocument(const ManualChapter &chapter, const QString &pict
     layOut(device, pageSize);
     keepTables();
     keepLines();
-    keepHeadings();
+    while (keepHeadings()) { // a heading follows what it announces, if that announces a table
+    }
 }
 
 void ManualDocument::layOut(QPagedPaintDevice *device, const QSizeF &pageSize)
@@ -265,7 +272,7 @@ void ManualDocument::keepTable(QTextTable *table)
     if (isWhole(&height))
         return;
     const QTextBlock before = table->firstCursorPosition().block().previous();
-    const bool isAnnounced = before.blockFormat().headingLevel() > 0 || before.text().endsWith(QLatin1Char(':'));
+    const bool isAnnounced = announces(before);
     const auto setBreak = [this, table, before, isAnnounced](QTextFormat::PageBreakFlags policy) {
         if (isAnnounced) {
             setBreakBefore(before, policy);
@@ -320,18 +327,23 @@ void ManualDocument::keepLines()
     }
 }
 
-// A heading whose text begins on the next page goes there too. Each that moves may move those behind it.
-void ManualDocument::keepHeadings()
+// A heading, or what ends in a colon, whose text begins on the next page goes there too. Each that moves may move those behind it.
+bool ManualDocument::keepHeadings()
 {
+    bool hasMoved = false;
     for (QTextBlock block = begin(); block.isValid(); block = block.next()) {
         const QTextBlock next = block.next();
-        if (block.blockFormat().headingLevel() == 0 || !next.isValid())
+        if (!announces(block) || !next.isValid()
+            || block.blockFormat().pageBreakPolicy() == QTextFormat::PageBreak_AlwaysBefore)
             continue;
         const bool isPicture = next.text() == QString(QChar::ObjectReplacementCharacter);
         if (pageOf(block) == (isPicture ? lastPageOf(next) : pageOf(next)))
             continue;
+        setBreakBefore(next, QTextFormat::PageBreak_Auto); // it comes along
         setBreakBefore(block);
+        hasMoved = true;
     }
+    return hasMoved;
 }
 
 QVector<ManualHeading> ManualDocument::headings()

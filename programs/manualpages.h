@@ -46,7 +46,7 @@ private:
     void styleTables();
     void styleText();
     void styleCode();
-    void keepHeadings();
+    bool keepHeadings();
     void keepTables();
     void keepTable(QTextTable *table);
     void keepRow(const QTextTable &table, int row);

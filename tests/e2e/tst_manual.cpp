@@ -145,6 +145,8 @@ private slots:
             QCOMPARE(headed.pageOf("cell one"), headed.pageOf("cell two"));
             const Page announced(text + "\nThe fields:\n\n" + table);
             QCOMPARE(announced.pageOf("The fields:"), announced.pageOf("cell two"));
+            const Page both(text + "\n## Heading\n\nFields:\n\n| a |\n|---|\n| cell two |\n");
+            QCOMPARE(both.pageOf("Heading"), both.pageOf("cell two"));
             const Page alone(text + '\n' + table + "\nEnd\n");
             QCOMPARE(alone.pageOf("a"), alone.pageOf("cell two"));
             text += "\nline\n";
