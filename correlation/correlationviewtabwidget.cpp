@@ -3,6 +3,7 @@
 #include "base/asker.h"
 #include "base/emptyhint.h"
 #include "base/labeltext.h"
+#include "base/waitcursor.h"
 #include "correlation/correlationdisplaywidget.h"
 #include "correlation/correlationpropertiesdialog.h"
 #include "correlation/correlationview.h"
@@ -69,6 +70,7 @@ void CorrelationViewTabWidget::addCorrelation(QTreeWidgetItem *item)
         m_tabs->setCurrentIndex(open);
         return;
     }
+    const base::WaitCursor cursor; // the logs of its wells are read
     auto *display = new CorrelationDisplayWidget(m_data, name, m_dock);
     connect(display, &CorrelationDisplayWidget::renamed, this,
             [this, display](const QString &newName) { correlationNameChanged(m_tabs->indexOf(display), newName); });

@@ -2,6 +2,7 @@
 
 #include "base/emptyhint.h"
 #include "base/labeltext.h"
+#include "base/waitcursor.h"
 #include "datastore/projectdata.h"
 #include "logview/welldisplaywidget.h"
 #include "templates/templatestore.h"
@@ -58,6 +59,7 @@ WellDisplayWidget *WellLogsViewWidget::currentDisplay() const
 
 void WellLogsViewWidget::addWellDisWidget(QString wellName, QString disTempName)
 {
+    const base::WaitCursor cursor; // a well's logs are read
     const int old = m_wells.indexOf(wellName);
     QPointer<WellDisplayWidget> newDisplay = insertDisplay(old < 0 ? m_wells.size() : old, wellName, disTempName);
     if (old >= 0) {

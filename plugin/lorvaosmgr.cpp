@@ -145,14 +145,20 @@ void lorvaosMgr::runLaunch()
     };
     if (!step(10, "Loading Main Ui Dialog..."))
         return;
-    m_mainWindow = new MainWindow(launchData, m_host.mainWidget());
+    {
+        const base::WaitCursor cursor;
+        m_mainWindow = new MainWindow(launchData, m_host.mainWidget());
+    }
     QCoreApplication::processEvents();
     if (!step(50, "Parsing Data according to its contain..."))
         return;
-    runDefaultLogsPass(launchData, [mayGoOn] {
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-        return mayGoOn();
-    });
+    {
+        const base::WaitCursor cursor; // it paints, and takes no clicks
+        runDefaultLogsPass(launchData, [mayGoOn] {
+            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+            return mayGoOn();
+        });
+    }
     QCoreApplication::processEvents();
     if (!step(100, "Done..."))
         return;

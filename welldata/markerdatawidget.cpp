@@ -1,6 +1,7 @@
 #include "welldata/markerdatawidget.h"
 
 #include "base/nestedevents.h"
+#include "base/waitcursor.h"
 #include "datastore/projectdata.h"
 #include "welldata/celledit.h"
 #include "welldata/markerdatawidgetascii.h"
@@ -172,8 +173,10 @@ bool MarkerDataWidget::importMarkers(const welldata::WellChoice &to, const welld
 
 void MarkerDataWidget::updateBtnClicked()
 {
-    if (hasWell())
-        save();
+    if (!hasWell())
+        return;
+    const base::WaitCursor cursor;
+    save();
 }
 
 void MarkerDataWidget::markersChanged(int changedWell)

@@ -13,6 +13,14 @@ using ssize_t = long;
 namespace {
 
 std::atomic<long> calls{0};
+std::atomic<void (*)()> onCall{nullptr};
+
+void count()
+{
+    ++calls;
+    if (void (*function)() = onCall)
+        function();
+}
 
 constexpr int makesFile = 0100 | 020200000; // O_CREAT, O_TMPFILE
 
@@ -37,6 +45,11 @@ long total()
     return calls;
 }
 
+void setOnCall(void (*function)())
+{
+    onCall = function;
+}
+
 } // namespace counted_calls
 
 // Each counts and does what the system's function of its name does.
@@ -46,7 +59,7 @@ long total()
     {                                                                                                                \
         static auto *const function = original<Result parameters>(#name);                                            \
         if (!(isOther))                                                                                              \
-            ++calls;                                                                                                 \
+            count();                                                                                                 \
         return function arguments;                                                                                   \
     }
 
@@ -64,7 +77,7 @@ long total()
             mode = va_arg(more, unsigned);                                                                           \
             va_end(more);                                                                                            \
         }                                                                                                            \
-        ++calls;                                                                                                     \
+        count();                                                                                                     \
         return function arguments;                                                                                   \
     }
 

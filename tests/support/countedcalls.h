@@ -7,4 +7,7 @@ namespace counted_calls {
 /// done or failed.
 long total();
 
+/// Is called at each of them, in the thread that makes it; null for nothing.
+void setOnCall(void (*function)());
+
 } // namespace counted_calls
