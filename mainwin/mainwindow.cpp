@@ -162,6 +162,9 @@ void MainWindow::createTabs()
 
     using Tree = ProjectTreeWidget;
     using View = WellLogsViewWidget;
+    const auto bringForward = [this] { m_tabs->setCurrentWidget(m_logsView); };
+    connect(m_projectTree, &Tree::sendWellDisplayProperties, m_tabs, bringForward);
+    connect(m_projectTree, &Tree::wellClicked, m_tabs, bringForward);
     connect(m_projectTree, &Tree::sendWellDisplayProperties, m_logsView, &View::addWellDisWidget);
     connect(m_projectTree, &Tree::removeWellDisplay, m_logsView, &View::removeWellDisWidget);
     connect(m_projectTree, &Tree::displayMarker, m_logsView, &View::addMarkerInScene);

@@ -492,6 +492,27 @@ private slots:
         dialog->close();
     }
 
+    // Who checks a well in the tree while another work area is in front sees its display.
+    void aCheckedWellComesToTheFront()
+    {
+        Window w;
+        w.addWell("A", list("Top"));
+        w.open();
+        auto *pages = w.window->findChild<QTabWidget *>("centralTabs");
+        pages->setCurrentIndex(2);
+        w.clickBox(w.well(0));
+        QCOMPARE(pages->currentWidget(), w.view);
+        pages->setCurrentIndex(1);
+        w.clickName(w.well(0));
+        QCOMPARE(pages->currentWidget(), w.view);
+        pages->setCurrentIndex(1);
+        w.clickBox(w.templateOf(0, "Simple"));
+        QCOMPARE(pages->currentWidget(), w.view);
+        pages->setCurrentIndex(1);
+        w.clickBox(w.well(0)); // nothing comes
+        QCOMPARE(pages->currentIndex(), 1);
+    }
+
     // Elevations on land may take all markers out of the range: then no box says that they show.
     void markersOutsideOfTheRangeAreUnchecked()
     {
