@@ -44,21 +44,20 @@ private:
     std::function<void()> m_hidden;
 };
 
-// On its screen, within the frame that it will get.
-QSize roomFor(const QDialog &dialog)
-{
-    const int title = dialog.style()->pixelMetric(QStyle::PM_TitleBarHeight);
-    return dialog.screen()->availableSize() - QSize(2 * frameWidth, title + 2 * frameWidth);
-}
-
 } // namespace
+
+QSize roomOnScreen(const QWidget &window)
+{
+    const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    return window.screen()->availableSize() - QSize(2 * frameWidth, title + 2 * frameWidth);
+}
 
 void keepSize(QDialog *dialog, const QString &name, const UserSettings &settings)
 {
     const QString key = QStringLiteral("sizes/") + name;
     const QSize kept = settings.value(key).toSize();
     const QSize size = kept.isValid() && !kept.isEmpty() ? kept : dialog->size();
-    dialog->resize(dialog->screen() ? size.boundedTo(roomFor(*dialog)) : size);
+    dialog->resize(size.boundedTo(roomOnScreen(*dialog)));
     new SightWatch(dialog, {}, [dialog, key, settings] {
         const bool isUsual = !(dialog->windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen));
         settings.setValue(key, isUsual ? dialog->size() : dialog->normalGeometry().size());

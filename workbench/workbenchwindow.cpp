@@ -1,6 +1,7 @@
 #include "workbench/workbenchwindow.h"
 
 #include "base/asker.h"
+#include "base/keptlooks.h"
 #include "survey/surveyfolder.h"
 #include "survey/surveyplace.h"
 #include "workbench/commandline.h"
@@ -356,6 +357,8 @@ void WorkbenchWindow::closeEvent(QCloseEvent *event)
 void WorkbenchWindow::restoreLook()
 {
     restoreGeometry(settings::widgetState(windowLook));
+    if (!isMaximized() && !isFullScreen())
+        resize(size().boundedTo(base::roomOnScreen(*this))); // it may have been another screen
     m_overview->restoreState(settings::widgetState(splitterLook));
     m_messages->setUnfolded(settings::widgetState(messagesLook) != "folded");
 }

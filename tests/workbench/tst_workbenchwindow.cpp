@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QTableWidget>
 
 using namespace survey;
@@ -53,6 +54,7 @@ private slots:
     void cleanup() { tearDown(); }
     void menusAreInOrder();
     void startsWithoutASurvey();
+    void fitsTheScreen();
     void theDemoSurveyIsMadeOnce();
     void noSurveyFolderIsRefused_data();
     void noSurveyFolderIsRefused();
@@ -103,6 +105,15 @@ void TestWorkbenchWindow::startsWithoutASurvey()
     QVERIFY(!m_window->utilitiesMenu()->menuAction()->isEnabled());
     QVERIFY(!find<MessagesPanel>("messagesPanel")->isVisible());
     QVERIFY(m_asker.boxes.isEmpty());
+}
+
+// Its buttons can be reached at the first start too.
+void TestWorkbenchWindow::fitsTheScreen()
+{
+    const QSize screen = m_window->screen()->availableSize();
+    QVERIFY2(screen.width() < 1280, "the screen of tests has become large");
+    QVERIFY(m_startSize.width() <= screen.width() - 8);
+    QVERIFY(m_startSize.height() <= 720 && m_startSize.height() > 500);
 }
 
 // The first one who comes has a survey to look at with one click.
@@ -447,7 +458,8 @@ void TestWorkbenchWindow::rememberItsLook()
     const int mapWidth = find<BaseMap>("baseMap")->width();
     QVERIFY(m_window->close());
     makeWindow();
-    QCOMPARE(m_window->size(), QSize(777, 555));
+    QCOMPARE(m_startSize, QSize(777, 555));
+    m_window->resize(m_startSize);
     QVERIFY(!find<MessagesPanel>("messagesPanel")->isUnfolded());
     QVERIFY(m_window->openSurvey(survey));
     QTRY_COMPARE(find<BaseMap>("baseMap")->width(), mapWidth);

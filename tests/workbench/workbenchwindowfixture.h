@@ -78,6 +78,8 @@ protected:
             [this](QWidget *, const QString &, const QString &) { return m_chosenFolder; },
             [this](QWidget *, const QString &, const QString &, const QString &) { return m_chosenFiles; }};
         m_window = std::make_unique<workbench::WorkbenchWindow>(*m_host, m_asker, chooser);
+        m_startSize = m_window->size();
+        m_window->resize(1280, 720); // as on a screen larger than the one of tests
         m_host->setWindow(m_window.get(), m_window->utilitiesMenu());
         QVERIFY(showActive(m_window.get()));
     }
@@ -98,6 +100,7 @@ protected:
     }
 
     IsolatedSettings m_settings;
+    QSize m_startSize;
     std::unique_ptr<QTemporaryDir> m_folder;
     ScriptedAsker m_asker;
     std::unique_ptr<workbench::WorkbenchHost> m_host;
