@@ -141,19 +141,29 @@ private:
     // The lines of a zone, of which hardly more than the x counts.
     bool walkInRow(int &i, int end, const PenPoint &point)
     {
-        constexpr qint64 margin = 3; // of a line 32 times as long as it rises
+        struct Part
+        {
+            qint64 end; // excluded, in steps below the row's top
+            qint64 level; // for each step that a line rises
+        };
+        // Pixels before a line's ends are up to half a pixel off, those behind a whole one: on steeper lines these are
+        // farther above and below. The middle of the row is between two parts.
+        constexpr Part parts[] = {{3, 0}, {8, 32}, {32, 5}, {49, 5}, {61, 32}};
         constexpr double many = 32; // samples in a step
         constexpr int few = 4;
+        const qint64 depth = m_to.y & 63;
+        const Part *part =
+            std::find_if(std::begin(parts), std::end(parts), [depth](const Part &each) { return depth < each.end; });
         Zone zone;
         zone.row = m_to.y >> 6;
-        const qint64 top = zone.row * 64;
-        const bool isUpper = m_to.y < top + 32;
-        qint64 bottom = top + (isUpper ? 32 : 64 - margin);
-        if (m_perStep > many)
-            bottom = m_to.y + 1;
-        else
-            zone.level = 32 * m_mostRise;
-        if (m_to.y < top + (zone.level > 0 ? margin : 0) || point.y >= bottom || !m_pen.isBeside(m_to.x, zone.row))
+        qint64 bottom = m_to.y + 1;
+        if (m_perStep <= many) {
+            if (part == std::end(parts) || part->level == 0)
+                return false;
+            bottom = zone.row * 64 + part->end;
+            zone.level = part->level * m_mostRise;
+        }
+        if (point.y >= bottom || !m_pen.isBeside(m_to.x, zone.row))
             return false;
         zone.end = firstFrom(m_zoneEnd, i, end, point.y, bottom);
         if (zone.end < i + few)
