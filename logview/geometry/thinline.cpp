@@ -163,20 +163,21 @@ private:
             bottom = zone.row * 64 + part->end;
             zone.level = part->level * m_mostRise;
         }
-        if (point.y >= bottom || !m_pen.isBeside(m_to.x, zone.row))
+        if (point.y >= bottom)
             return false;
         zone.end = firstFrom(m_zoneEnd, i, end, point.y, bottom);
         if (zone.end < i + few)
             return false;
         const int first = i;
+        std::optional<LevelPen> pen = m_pen.levelAt(m_to.x, zone.row);
         qint64 from = m_to.x;
         qint64 to = point.x;
         qint64 next = 0;
         constexpr int worthWhile = 8; // samples
         int idle = worthWhile; // lines that set no new pixel; passing over is tried after some
         for (; i + 1 < zone.end && placeX(i + 1, next); ++i) {
-            if (idle >= worthWhile) {
-                const int last = passSet(zone, i - 1, from, to);
+            if (pen && idle >= worthWhile) {
+                const int last = passSet(*pen, zone, i, from, to);
                 idle = last < i + worthWhile ? 0 : worthWhile - 2;
                 if (last > i) {
                     i = last - 1;
@@ -185,10 +186,20 @@ private:
                     continue;
                 }
             }
-            idle = walk(zone, i, from, to) ? idle + 1 : std::min(idle, worthWhile - 2);
+            const qint64 set = pen ? pen->last - pen->first : 0;
+            if (pen && pen->draw(from, to, zone.level)) {
+                idle = pen->last - pen->first == set ? idle + 1 : std::min(idle, worthWhile - 2);
+            } else {
+                if (pen)
+                    m_pen.goOn(*pen, zone.row);
+                m_pen.draw({from, stepsOf(i - 1)}, {to, stepsOf(i)}, ThinPen::NoCap);
+                pen = m_pen.levelAt(to, zone.row);
+            }
             from = to;
             to = next;
         }
+        if (pen)
+            m_pen.goOn(*pen, zone.row);
         if (i == first)
             return false;
         m_fromPosition = positionOf(i - 1);
@@ -199,45 +210,29 @@ private:
         return true;
     }
 
-    // Draws the line to a sample; whether it sets no new pixel.
-    bool walk(const Zone &zone, int i, qint64 from, qint64 to)
+    // The last sample from one on up to which all lines lie between pixels that are set; the one before when there is
+    // none. The pen is brought to the sample before it.
+    int passSet(LevelPen &pen, const Zone &zone, int i, qint64 from, qint64 to)
     {
-        const qint64 before = m_pen.setPixels();
-        if (std::abs(to - from) < zone.level || !m_pen.drawLevel(from, to, zone.row)) {
-            const auto [left, right] = m_pen.silentAround(from);
-            if (from < right && to >= left && to < right)
-                return true;
-            m_pen.draw({from, stepsOf(i - 1)}, {to, stepsOf(i)}, ThinPen::NoCap);
-        }
-        return m_pen.setPixels() == before;
-    }
-
-    // The last sample behind one up to which all lines lie between pixels that are set. The pen is brought to the sample
-    // before it.
-    int passSet(const Zone &zone, int i, qint64 from, qint64 to)
-    {
-        const auto [left, right] = ThinPen::withinPixels(m_pixels.runIn(zone.row));
-        if (std::min(from, to) < left || std::max(from, to) >= right || std::abs(to - from) < zone.level
-            || !m_pen.isAt(from, zone.row))
-            return i;
-        const int last = firstOutside(i + 2, zone.end, left, right, zone.level) - 1;
+        const auto [left, right] = pen.withinSet();
+        if (std::min(from, to) < left || std::max(from, to) >= right || std::abs(to - from) < zone.level)
+            return i - 1;
+        const int last = firstOutside(i + 1, zone.end, left, right, zone.level) - 1;
         // From the last line on that leaves the pen as it is whatever was before.
         int known = last - 1;
         qint64 x = 0;
         placeX(known, x);
-        for (; known > i; --known) {
+        for (; known >= i; --known) {
             qint64 before = 0;
             placeX(known - 1, before);
-            if (ThinPen::isDrawn(before, x)) {
-                m_pen.afterLevelLine(before, x, zone.row);
+            if (pen.standBehind(before, x))
                 break;
-            }
             x = before;
         }
         while (++known < last) {
             qint64 next = 0;
             placeX(known, next);
-            walk(zone, known, x, next);
+            pen.draw(x, next, 0);
             x = next;
         }
         return last;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -25,6 +26,61 @@ struct PenPoint
     qint64 y = 0;
 };
 
+/// The first column that has its middle at an x or to the right.
+inline qint64 columnFrom(qint64 x)
+{
+    return (x + 32) >> 6;
+}
+
+/// The painter's line of one pixel as long as it stays in a row: what ThinPen does to lines that are level but for a
+/// little, of which only the x counts. It keeps the pixels that it sets as one run. Turns of noise cannot be foreseen, so
+/// there are few branches.
+struct LevelPen
+{
+    qint64 lastX = 0; ///< last pixel of the line before
+    qint64 along = 0; ///< 1 when that went to the right, -1 to the left
+    qint64 first = 0; ///< the pixels that are set, from here
+    qint64 last = -1; ///< to here
+    bool hasDrawn = false;
+
+    /// False, with nothing done, for a line that sets pixels and is shorter than some steps.
+    bool draw(qint64 from, qint64 to, qint64 least)
+    {
+        const bool isRight = to > from;
+        const qint64 begin = columnFrom(from);
+        // The pixels near its beginning and at its end: it sets those between, too. Back from the right half of a pixel
+        // a line sets that.
+        const qint64 back = along > 0 ? from >> 6 : begin - 1;
+        const qint64 near = isRight ? begin : back;
+        const qint64 far = columnFrom(to) - (isRight ? 1 : 0);
+        if (from == to || near == (isRight ? far + 1 : far - 1))
+            return true;
+        if (std::abs(to - from) < least)
+            return false;
+        // Of a pixel that two lines have, the later one that goes to the right sets the next instead.
+        const qint64 ahead = near + (lastX == near ? 1 : 0);
+        first = std::min(first, isRight ? near : far);
+        last = std::max(last, isRight ? std::max(far, ahead) : near);
+        lastX = far;
+        along = isRight ? 1 : -1;
+        hasDrawn = true;
+        return true;
+    }
+    /// The x, from first to last but one, between which lines set no other pixels.
+    std::pair<qint64, qint64> withinSet() const { return {first * 64 - 32, last * 64 + 32}; }
+    /// Makes it the pen after a line, whatever was before; false, with nothing done, where that counts.
+    bool standBehind(qint64 from, qint64 to)
+    {
+        const qint64 end = columnFrom(to);
+        if (to < from ? end >= columnFrom(from) : end - (from >> 6) < 2)
+            return false;
+        lastX = to < from ? end : end - 1;
+        along = to < from ? -1 : 1;
+        hasDrawn = true;
+        return true;
+    }
+};
+
 /// The painter's line of one pixel. It fills the gaps between lines and leaves out pixels that two of them have, by
 /// what it remembers of the line before.
 class ThinPen
@@ -38,8 +94,6 @@ public:
     }
 
     void lift() { m_lastX = nowhere; }
-    /// Grows with every line that sets a pixel which was not known to be set.
-    qint64 setPixels() const { return m_setPixels; }
     /// Between these x, the second one excluded, a line from \a x that crosses no middle of a row sets no pixel, wherever
     /// it goes, and leaves the pen as it is. Empty when the second is not above the first.
     std::pair<qint64, qint64> silentAround(qint64 x) const
@@ -50,41 +104,35 @@ public:
             return {begin, column * 64};
         return {begin, m_lastDirection != -Along || m_lastX == column ? begin + 64 : begin};
     }
-    /// Whether the last pixel is beside \a x, in that row or the one above.
-    bool isBeside(qint64 x, qint64 row) const
+    /// The pen as one that draws level lines in a row, from \a x on; nothing where it comes from elsewhere.
+    std::optional<LevelPen> levelAt(qint64 x, qint64 row) const
     {
         const qint64 column = columnFrom(x);
-        return (m_lastX == column || m_lastX == column - 1) && (m_lastY == row || m_lastY == row - 1);
+        const bool isBeside = m_lastX == column || (m_lastX == column - 1 && m_lastDirection != -Along);
+        const auto [first, last] = m_pixels.runIn(row);
+        if (m_lastY != row || !isBeside || m_lastX < first || m_lastX > last)
+            return std::nullopt;
+        LevelPen pen;
+        pen.lastX = m_lastX;
+        pen.along = m_lastDirection == Along || m_lastDirection == -Along ? m_lastDirection : 0;
+        pen.first = first;
+        pen.last = last;
+        return pen;
     }
-    /// Whether the last pixel is where level lines in that row leave it that end at \a x.
-    bool isAt(qint64 x, qint64 row) const
+    /// Goes on where such a one stopped.
+    void goOn(const LevelPen &pen, qint64 row)
     {
-        const qint64 column = columnFrom(x);
-        return m_lastY == row && (m_lastX == column || (m_lastX == column - 1 && m_lastDirection != -Along));
-    }
-    /// The x, from first to last but one, between which level lines set no other pixels than these.
-    static std::pair<qint64, qint64> withinPixels(std::pair<qint64, qint64> pixels)
-    {
-        return {pixels.first * 64 - 32, pixels.second * 64 + 32};
-    }
-    /// Whether a level line sets a pixel whatever the pen remembers.
-    static bool isDrawn(qint64 fromX, qint64 toX)
-    {
-        return toX < fromX ? columnFrom(toX) < columnFrom(fromX) : columnFrom(toX) - (fromX >> 6) >= 2;
-    }
-    /// As after such a line within a row.
-    void afterLevelLine(qint64 fromX, qint64 toX, qint64 row)
-    {
-        const qint64 end = columnFrom(toX);
-        m_lastX = toX > fromX ? end - 1 : end;
-        m_lastY = row;
-        m_lastDirection = toX > fromX ? Along : -Along;
+        const auto [first, last] = m_pixels.runIn(row);
+        if (pen.first < first || pen.last > last)
+            m_pixels.set(row, pen.first, pen.last);
+        if (!pen.hasDrawn)
+            return;
+        m_lastX = pen.lastX;
+        m_lastDirection = static_cast<int>(pen.along);
         m_isLastAligned = true;
     }
     void draw(const PenPoint &from, const PenPoint &to, int caps)
     {
-        if (caps == NoCap && isLevel(from, to) && drawLevel(from.x, to.x, from.y >> 6))
-            return;
         const qint64 dx = std::abs(to.x - from.x);
         const qint64 dy = std::abs(to.y - from.y);
         if (dx < dy)
@@ -93,60 +141,9 @@ public:
             draw<false>(from.x, from.y, to.x, to.y, caps);
     }
 
-    /// What draw() does to a line without caps all of whose pixels, and those right before and behind, are in a row:
-    /// most lines of long logs. Turns of noise cannot be foreseen, so there are few branches. False, with nothing done,
-    /// where the pen comes from too far.
-    bool drawLevel(qint64 fromX, qint64 toX, qint64 row)
-    {
-        const qint64 gapV = std::abs(m_lastY - row);
-        if (m_lastX == nowhere || gapV > 1)
-            return false;
-        if (fromX == toX)
-            return true;
-        const qint64 along = toX > fromX ? 1 : -1;
-        const qint64 isLeft = (1 - along) >> 1;
-        const bool isTurn = m_lastDirection == -along;
-        // The pixels from the one near its beginning to the one at its end, both included.
-        qint64 near = isTurn ? fromX >> 6 : columnFrom(fromX) - isLeft;
-        near += isTurn & (m_lastX == near + 1) & (isLeft == 0) ? 1 : 0;
-        const qint64 far = columnFrom(toX) - 1 + isLeft;
-        const qint64 beyond = (near - far) * along;
-        if (beyond == 1)
-            return true;
-        const qint64 gapU = std::abs(m_lastX - near);
-        if ((beyond > 1)
-            | ((m_lastDirection != along) & ((gapU > 1) | (m_isLastAligned & (gapU != 0) & (gapV != 0)))))
-            return false;
-        near += (gapU | gapV) == 0 ? along : 0;
-        m_lastDirection = static_cast<int>(along);
-        m_isLastAligned = true;
-        m_lastX = far;
-        m_lastY = row;
-        const qint64 first = isLeft != 0 ? far : near;
-        const qint64 last = std::max(isLeft != 0 ? near : far, first);
-        const auto [firstSet, lastSet] = m_pixels.runIn(row);
-        if (first < firstSet || last > lastSet) {
-            m_pixels.set(row, first, last);
-            ++m_setPixels;
-        }
-        return true;
-    }
-
 private:
     static constexpr qint64 nowhere = std::numeric_limits<qint64>::min();
     enum Direction { None = 0, Along = 1, Down = 2 }; // the negative ones for the other way
-
-    // The first column that has its middle there or to the right.
-    static qint64 columnFrom(qint64 x) { return (x + 32) >> 6; }
-
-    static bool isLevel(const PenPoint &from, const PenPoint &to)
-    {
-        const qint64 length = std::abs(to.x - from.x);
-        const qint64 rise = std::abs(to.y - from.y);
-        const qint64 above = std::min(from.y, to.y) & 63;
-        const qint64 below = 62 - (std::max(from.y, to.y) & 63);
-        return from.y >> 6 == to.y >> 6 && 4 * rise < length && std::min(above, below) * length >= 64 * rise;
-    }
 
     // A pixel for each step along one axis, u; v is the other one, a 1/1024 of a step fine.
     template<bool isSteep>
@@ -239,7 +236,6 @@ private:
     template<bool isSteep>
     void fill(qint64 u, qint64 end, qint64 v, qint64 slope)
     {
-        ++m_setPixels;
         if (isSteep) {
             const qint64 hidden = std::max<qint64>(-u, 0);
             end = std::min<qint64>(end, m_pixels.rows());
@@ -260,7 +256,6 @@ private:
     }
 
     PixelRows &m_pixels;
-    qint64 m_setPixels = 0;
     qint64 m_lastX = nowhere; // last pixel of the line before
     qint64 m_lastY = 0;
     int m_lastDirection = None;
