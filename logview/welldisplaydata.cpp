@@ -1,6 +1,7 @@
 #include "logview/welldisplaydata.h"
 
 #include "datastore/projectdata.h"
+#include "logview/geometry/valuescan.h"
 
 WellDisplayData::WellDisplayData(ProjectData &projectData, const QString &wellName)
     : m_data(projectData)
@@ -26,8 +27,10 @@ DisplayedLog WellDisplayData::readLog(const QString &logName)
         m_unreadLogs.append(logName);
         return {};
     }
-    for (float &value : read->values)
-        value = host::isUndefined(value) ? static_cast<float>(nullSampleValue) : value;
+    float *values = read->values.data();
+    logview::forThose(
+        values, read->values.size(), [](float value) { return host::isUndefined(value) ? 1 : 0; },
+        [values](int i) { values[i] = static_cast<float>(nullSampleValue); });
     return {logview::CurveSamples::ofFloats(read->depths, read->values, nullSampleValue), read->unit, false};
 }
 

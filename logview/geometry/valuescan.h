@@ -63,6 +63,23 @@ struct ValueWindow
     }
 };
 
+/// Calls use(i) for those of some values for which is(value), which gives 0 or 1, is 1; made for few of many.
+template<class Value, class Is, class Use>
+void forThose(const Value *values, int end, const Is &is, const Use &use)
+{
+    constexpr int block = scannedTogether;
+    for (int from = 0; from < end; from += block) {
+        const int stop = std::min(from + block, end);
+        int found = 0;
+        if (stop == from + block)
+            for (int k = 0; k < block; ++k)
+                found |= is(values[from + k]);
+        for (int i = from; (found != 0 || stop < from + block) && i < stop; ++i)
+            if (is(values[i]) != 0)
+                use(i);
+    }
+}
+
 /// The smallest and the largest of some values; not valid where one of them is null or no finite number.
 template<class Value>
 struct ValueExtremes
