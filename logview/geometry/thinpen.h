@@ -46,23 +46,23 @@ struct LevelPen
     /// False, with nothing done, for a line that sets pixels and is shorter than some steps.
     bool draw(qint64 from, qint64 to, qint64 least)
     {
-        const bool isRight = to > from;
+        const qint64 right = to > from ? 1 : 0;
         const qint64 begin = columnFrom(from);
         // The pixels near its beginning and at its end: it sets those between, too. Back from the right half of a pixel
         // a line sets that.
-        const qint64 back = along > 0 ? from >> 6 : begin - 1;
-        const qint64 near = isRight ? begin : back;
-        const qint64 far = columnFrom(to) - (isRight ? 1 : 0);
-        if (from == to || near == (isRight ? far + 1 : far - 1))
+        const qint64 turned = (from >> 6) - begin + 1; // 1 there, else 0
+        const qint64 near = begin - 1 + (right | (turned & along & ~(along >> 1)));
+        const qint64 far = columnFrom(to) - right;
+        if (from == to || near - far == 2 * right - 1)
             return true;
         if (std::abs(to - from) < least)
             return false;
         // Of a pixel that two lines have, the later one that goes to the right sets the next instead.
-        const qint64 ahead = near + (lastX == near ? 1 : 0);
-        first = std::min(first, isRight ? near : far);
-        last = std::max(last, isRight ? std::max(far, ahead) : near);
+        const qint64 ahead = near + (right & (lastX == near ? 1 : 0));
+        first = std::min({first, near, far});
+        last = std::max({last, far, ahead});
         lastX = far;
-        along = isRight ? 1 : -1;
+        along = 2 * right - 1;
         hasDrawn = true;
         return true;
     }
