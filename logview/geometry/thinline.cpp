@@ -2,6 +2,7 @@
 #include "logview/geometry/valuescan.h"
 
 #include <tuple>
+#include <utility>
 
 namespace logview {
 
@@ -131,11 +132,15 @@ private:
     /// Samples that stand in one half of a row, or in one of the painter's steps, so that their lines cross no middle of
     /// a row. Those of a length from edge on have all pixels in the row, with the ones that the pen may set before and
     /// behind them.
+    static constexpr int worthWhile = 8; // samples, to be passed over
     struct Zone
     {
         qint64 row = 0;
         qint64 level = 0; ///< that length
+        int begin = -1; ///< the first sample, where the one before is in the zone above
         int end = 0; ///< the sample behind the last one
+        qint64 levelBefore = 0; ///< of the zone above
+        int idle = worthWhile; ///< lines that set no new pixel; passing over is tried after some
     };
 
     // The lines of a zone, of which hardly more than the x counts.
@@ -157,7 +162,8 @@ private:
         Zone zone;
         zone.row = m_to.y >> 6;
         qint64 bottom = m_to.y + 1;
-        if (m_perStep <= many) {
+        const bool isDense = m_perStep > many;
+        if (!isDense) {
             if (part == std::end(parts) || part->level == 0)
                 return false;
             bottom = zone.row * 64 + part->end;
@@ -172,31 +178,13 @@ private:
         std::optional<LevelPen> pen = m_pen.levelAt(m_to.x, zone.row);
         qint64 from = m_to.x;
         qint64 to = point.x;
-        qint64 next = 0;
-        constexpr int worthWhile = 8; // samples
-        int idle = worthWhile; // lines that set no new pixel; passing over is tried after some
-        for (; i + 1 < zone.end && placeX(i + 1, next); ++i) {
-            if (pen && idle >= worthWhile) {
-                const int last = passSet(*pen, zone, i, from, to);
-                idle = last < i + worthWhile ? 0 : worthWhile - 2;
-                if (last > i) {
-                    i = last - 1;
-                    placeX(i, from);
-                    placeX(last, to);
-                    continue;
-                }
-            }
-            const qint64 set = pen ? pen->last - pen->first : 0;
-            if (pen && pen->draw(from, to, zone.level)) {
-                idle = pen->last - pen->first == set ? idle + 1 : std::min(idle, worthWhile - 2);
-            } else {
-                if (pen)
-                    m_pen.goOn(*pen, zone.row);
-                m_pen.draw({from, stepsOf(i - 1)}, {to, stepsOf(i)}, ThinPen::NoCap);
-                pen = m_pen.levelAt(to, zone.row);
-            }
-            from = to;
-            to = next;
+        walk(zone, i, from, to, pen);
+        while (i + 1 == zone.end && !isDense && ++part != std::end(parts)) {
+            const qint64 y = std::exchange(bottom, zone.row * 64 + part->end);
+            zone.begin = zone.end;
+            zone.end = firstFrom(m_zoneEnd, i, end, y, bottom);
+            zone.levelBefore = std::exchange(zone.level, part->level * m_mostRise);
+            walk(zone, i, from, to, pen);
         }
         if (pen)
             m_pen.goOn(*pen, zone.row);
@@ -208,6 +196,39 @@ private:
         m_to = pointOf(m_toPosition);
         m_count += 2;
         return true;
+    }
+
+    // Draws the lines up to the last but one sample of a zone, from the one to a sample on, or to the one before which the
+    // line breaks.
+    void walk(Zone &zone, int &i, qint64 &from, qint64 &to, std::optional<LevelPen> &pen)
+    {
+        int &idle = zone.idle;
+        qint64 next = 0;
+        for (; i + 1 < zone.end && placeX(i + 1, next); ++i) {
+            const bool isWithin = i > zone.begin;
+            if (pen && isWithin && idle >= worthWhile) {
+                const int last = passSet(*pen, zone, i, from, to);
+                idle = last < i + worthWhile ? 0 : worthWhile - 2;
+                if (last > i) {
+                    i = last - 1;
+                    placeX(i, from);
+                    placeX(last, to);
+                    continue;
+                }
+            }
+            const bool isLevel = isWithin || std::abs(to - from) >= std::max(zone.level, zone.levelBefore);
+            const qint64 set = pen ? pen->last - pen->first : 0;
+            if (pen && isLevel && pen->draw(from, to, zone.level)) {
+                idle = pen->last - pen->first == set ? idle + 1 : std::min(idle, worthWhile - 2);
+            } else {
+                if (pen)
+                    m_pen.goOn(*pen, zone.row);
+                m_pen.draw({from, stepsOf(i - 1)}, {to, stepsOf(i)}, ThinPen::NoCap);
+                pen = m_pen.levelAt(to, zone.row);
+            }
+            from = to;
+            to = next;
+        }
     }
 
     // The last sample from one on up to which all lines lie between pixels that are set; the one before when there is
