@@ -139,8 +139,7 @@ private:
         qint64 level = 0; ///< that length
         int begin = -1; ///< the first sample, where the one before is in the zone above
         int end = 0; ///< the sample behind the last one
-        qint64 levelBefore = 0; ///< of the zone above
-        int idle = worthWhile; ///< lines that set no new pixel; passing over is tried after some
+        qint64 firstLevel = 0; ///< the same for the line from there
     };
 
     // The lines of a zone, of which hardly more than the x counts.
@@ -176,18 +175,18 @@ private:
             return false;
         const int first = i;
         std::optional<LevelPen> pen = m_pen.levelAt(m_to.x, zone.row);
-        qint64 from = m_to.x;
-        qint64 to = point.x;
-        walk(zone, i, from, to, pen);
-        while (i + 1 == zone.end && !isDense && ++part != std::end(parts)) {
+        Step at = walk(zone, {i, m_to.x, point.x}, pen);
+        while (at.sample + 1 == zone.end && !isDense && ++part != std::end(parts)) {
             const qint64 y = std::exchange(bottom, zone.row * 64 + part->end);
             zone.begin = zone.end;
-            zone.end = firstFrom(m_zoneEnd, i, end, y, bottom);
-            zone.levelBefore = std::exchange(zone.level, part->level * m_mostRise);
-            walk(zone, i, from, to, pen);
+            zone.end = firstFrom(m_zoneEnd, at.sample, end, y, bottom);
+            zone.firstLevel = std::max(zone.level, part->level * m_mostRise);
+            zone.level = part->level * m_mostRise;
+            at = walk(zone, at, pen);
         }
         if (pen)
             m_pen.goOn(*pen, zone.row);
+        i = at.sample;
         if (i == first)
             return false;
         m_fromPosition = positionOf(i - 1);
@@ -198,45 +197,59 @@ private:
         return true;
     }
 
-    // Draws the lines up to the last but one sample of a zone, from the one to a sample on, or to the one before which the
-    // line breaks.
-    void walk(Zone &zone, int &i, qint64 &from, qint64 &to, std::optional<LevelPen> &pen)
+    /// Where a walk is: at the line to a sample, with the x of its ends.
+    struct Step
     {
-        int &idle = zone.idle;
-        qint64 next = 0;
-        for (; i + 1 < zone.end && placeX(i + 1, next); ++i) {
-            const bool isWithin = i > zone.begin;
-            if (pen && isWithin && idle >= worthWhile) {
-                const int last = passSet(*pen, zone, i, from, to);
-                idle = last < i + worthWhile ? 0 : worthWhile - 2;
-                if (last > i) {
-                    i = last - 1;
-                    placeX(i, from);
-                    placeX(last, to);
+        int sample = 0;
+        qint64 from = 0;
+        qint64 to = 0;
+    };
+
+    // Draws the lines up to the last but one sample of a zone, or to the one before which the line breaks.
+    Step walk(const Zone &zone, Step at, std::optional<LevelPen> &keptPen)
+    {
+        bool isLevel = keptPen.has_value();
+        LevelPen pen = keptPen.value_or(LevelPen());
+        int idle = worthWhile; // lines that set no new pixel; passing over is tried after some
+        for (qint64 next = 0; at.sample + 1 < zone.end && placeX(at.sample + 1, next); ++at.sample) {
+            const bool isWithin = at.sample > zone.begin;
+            if (isLevel && isWithin && idle >= worthWhile) {
+                const int last = passSet(pen, zone, at);
+                idle = last < at.sample + worthWhile ? 0 : worthWhile - 2;
+                if (last > at.sample) {
+                    at.sample = last - 1;
+                    placeX(at.sample, at.from);
+                    placeX(last, at.to);
                     continue;
                 }
             }
-            const bool isLevel = isWithin || std::abs(to - from) >= std::max(zone.level, zone.levelBefore);
-            const qint64 set = pen ? pen->last - pen->first : 0;
-            if (pen && isLevel && pen->draw(from, to, zone.level)) {
-                idle = pen->last - pen->first == set ? idle + 1 : std::min(idle, worthWhile - 2);
+            const qint64 set = pen.last - pen.first;
+            if (isLevel && (isWithin || std::abs(at.to - at.from) >= zone.firstLevel)
+                && pen.draw(at.from, at.to, zone.level)) {
+                idle = pen.last - pen.first == set ? idle + 1 : std::min(idle, worthWhile - 2);
             } else {
-                if (pen)
-                    m_pen.goOn(*pen, zone.row);
-                m_pen.draw({from, stepsOf(i - 1)}, {to, stepsOf(i)}, ThinPen::NoCap);
-                pen = m_pen.levelAt(to, zone.row);
+                if (isLevel)
+                    m_pen.goOn(pen, zone.row);
+                m_pen.draw({at.from, stepsOf(at.sample - 1)}, {at.to, stepsOf(at.sample)}, ThinPen::NoCap);
+                const std::optional<LevelPen> other = m_pen.levelAt(at.to, zone.row);
+                isLevel = other.has_value();
+                pen = other.value_or(LevelPen());
             }
-            from = to;
-            to = next;
+            at.from = at.to;
+            at.to = next;
         }
+        keptPen = isLevel ? std::optional(pen) : std::nullopt;
+        return at;
     }
 
     // The last sample from one on up to which all lines lie between pixels that are set; the one before when there is
     // none. The pen is brought to the sample before it.
-    int passSet(LevelPen &pen, const Zone &zone, int i, qint64 from, qint64 to)
+    int passSet(LevelPen &pen, const Zone &zone, const Step &at) const
     {
+        const int i = at.sample;
         const auto [left, right] = pen.withinSet();
-        if (std::min(from, to) < left || std::max(from, to) >= right || std::abs(to - from) < zone.level)
+        if (std::min(at.from, at.to) < left || std::max(at.from, at.to) >= right
+            || std::abs(at.to - at.from) < zone.level)
             return i - 1;
         const int last = firstOutside(i + 1, zone.end, left, right, zone.level) - 1;
         // From the last line on that leaves the pen as it is whatever was before.
