@@ -296,8 +296,9 @@ void WellContents::takeEdit(QTreeWidgetItem *item, int column)
     QVector<host::Marker> markers = m_markers;
     QString problem;
     if (index >= 0 && column == NameColumn) {
-        problem = survey::markerNameProblem(markers, index, text);
-        markers[index].name = text.trimmed();
+        const QString name = text.trimmed();
+        problem = survey::markerNameProblem(markers, index, name);
+        markers[index].name = name;
     } else if (index >= 0) {
         problem = survey::markerDepthProblem(text, m_unit, m_totalDepthM);
         markers[index].depth = static_cast<float>(survey::toMetres(base::parseNumber(text).value_or(0), m_unit));

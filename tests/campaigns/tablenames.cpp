@@ -62,6 +62,11 @@ QString markerForm(const QString &name)
     return survey::storedText(name.trimmed());
 }
 
+QString zoneForm(const QString &name)
+{
+    return textfields::fieldName(name.trimmed());
+}
+
 QString logForm(const QString &name)
 {
     return textfields::trimmedLine(name).replace(QChar(0), QLatin1Char(' '));
@@ -125,7 +130,7 @@ QString pickMarker(Place &place, const QString &name, int number)
 int findPickedMarker(Place &place, const QString &name)
 {
     for (const host::Marker &marker : place.wells().markers(Place::firstWell).value)
-        if (marker.name.startsWith(survey::storedText(name)))
+        if (marker.name.startsWith(survey::storedText(name.trimmed())))
             return 0;
     return -1;
 }
@@ -139,7 +144,7 @@ QString typeZone(Place &place, const QString &name, int number)
 int findZone(Place &place, const QString &name)
 {
     const PerforationRecord record = readPerforation(place.project(), text("A"));
-    const int index = record.names.lastIndexOf(textfields::fieldName(name));
+    const int index = record.names.lastIndexOf(zoneForm(name));
     return index < 0 ? -1 : static_cast<int>(record.tops.at(index));
 }
 
@@ -246,7 +251,10 @@ QString retypeContent(Place &place, const QString &name, int group)
     workbench::FileChooser chooser;
     workbench::WellContents contents(place.wells(), place.asker, chooser);
     contents.showWell({text("B"), text(Place::secondWell)});
-    contentOf(contents, group)->setText(0, name);
+    QTreeWidgetItem *item = contentOf(contents, group);
+    if (!item)
+        return text("nothing is left");
+    item->setText(0, name);
     QCoreApplication::processEvents(); // it is written when the editor has gone
     return refusalUnless(place.asker.texts.isEmpty(), place);
 }
@@ -271,8 +279,8 @@ QString retypeMarker(Place &place, const QString &name, int)
 
 int findRetypedMarker(Place &place, const QString &name)
 {
-    const host::Marker marker = place.wells().markers(Place::secondWell).value.value(0);
-    return marker.name == survey::storedText(name.trimmed()) ? 0 : -1;
+    const QVector<host::Marker> markers = place.wells().markers(Place::secondWell).value;
+    return markers.size() == 1 && markers.first().name == survey::storedText(name.trimmed()) ? 0 : -1;
 }
 
 QString typeNewWell(Place &place, const QString &name, int number)
@@ -374,7 +382,7 @@ std::vector<NameUse> tableNameUses()
     return {
         {"marker typed in a table", wells, typeMarker, findMarker, {}, markerForm},
         {"picked marker", wells, pickMarker, findPickedMarker, {}, {}},
-        {"zone typed in a table", project, typeZone, findZone, {}, trimmed},
+        {"zone typed in a table", project, typeZone, findZone, {}, zoneForm},
         {"typed zone of a correlation",
          {text("survey/WLC/Correlations/Zoned/")},
          typeCorrelationZone,

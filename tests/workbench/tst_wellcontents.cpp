@@ -188,6 +188,16 @@ void TestWellContents::renamesAMarker()
     type(QStringLiteral("Base"));
     QCOMPARE(m_asker.boxes.last().text, QStringLiteral("The well has a marker \"Base\" already."));
     QCOMPARE(markers(), QStringLiteral("Upper@100 Base@1500"));
+    click(marker(0));
+    QTest::mouseClick(button("renameContentButton"), Qt::LeftButton);
+    auto *editor = tree()->viewport()->findChild<QLineEdit *>();
+    QVERIFY(editor);
+    editor->setText(QString(QChar(0x3000))); // a blank too
+    QTest::keyClick(editor, Qt::Key_Return);
+    QTRY_VERIFY(!tree()->viewport()->findChild<QLineEdit *>());
+    QCoreApplication::processEvents();
+    QCOMPARE(m_asker.boxes.last().text, QStringLiteral("A marker needs a name."));
+    QCOMPARE(markers(), QStringLiteral("Upper@100 Base@1500"));
 }
 
 void TestWellContents::movesAMarker()
