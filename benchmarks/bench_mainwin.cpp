@@ -202,6 +202,84 @@ BENCHMARK_CAPTURE(largeSurvey, markersReport, reportMarkers)
     ->Iterations(3);
 BENCHMARK_CAPTURE(largeSurvey, dialogs, openDialogs)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
 
+// --- a project with files of others
+
+/// A survey of 100 wells, opened in the plug-in's window, with so many files of others in the folders of its project.
+struct SharedProject
+{
+    explicit SharedProject(int files)
+        : host(QStringLiteral(LORVA_SOURCE_DIR "/icons"))
+        , folder(bench::generatedSurvey({100, 20, files == 0 ? 100 : 101, 10})) // two surveys
+    {
+        host.setSurvey(folder);
+        launch();
+        int number = 0;
+        for (const char *place : {"", "DefaultLogs/", "CurveGroups/", "Templates/Global/", "Correlations/"})
+            for (int i = 0; i < files / 5; ++i)
+                bench::writePlain(data->project.projectFolder + QLatin1Char('/') + QString::fromLatin1(place)
+                                      + QStringLiteral("foreign %1.txt").arg(++number),
+                                  "x");
+    }
+    void launch()
+    {
+        window.reset();
+        data = std::make_unique<ProjectData>(host, asker);
+        data->catalogue.build();
+        openProject(host, &data->project);
+        seedProject(data->project.projectFolder);
+        window = std::make_unique<MainWindow>(*data);
+        runDefaultLogsPass(*data);
+        window->show();
+    }
+    workbench::WorkbenchHost host;
+    bench::SilentAsker asker;
+    QString folder;
+    std::unique_ptr<ProjectData> data;
+    std::unique_ptr<MainWindow> window;
+};
+
+void launchShared(SharedProject &project)
+{
+    project.launch();
+}
+
+void synchroniseShared(SharedProject &project)
+{
+    project.window->syncODDBActionClicked();
+}
+
+void listTemplates(SharedProject &project)
+{
+    for (int i = 0; i < 10; ++i)
+        benchmark::DoNotOptimize(globalTemplateNames(project.data->project));
+}
+
+void foreignFiles(benchmark::State &state, void (*work)(SharedProject &))
+{
+    static std::unique_ptr<SharedProject> own;
+    static std::unique_ptr<SharedProject> shared;
+    if (!own) {
+        own = std::make_unique<SharedProject>(0);
+        shared = std::make_unique<SharedProject>(100000);
+        qAddPostRoutine([] {
+            own.reset();
+            shared.reset();
+        });
+    }
+    bench::compareWork(
+        state, [&] { work(*own); }, [&] { work(*shared); });
+    state.SetLabel("reference: no file of others, subject: 100,000");
+}
+BENCHMARK_CAPTURE(foreignFiles, launch, launchShared)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK_CAPTURE(foreignFiles, synchronise, synchroniseShared)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(5);
+BENCHMARK_CAPTURE(foreignFiles, templates, listTemplates)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(5);
+
 } // namespace
 
 int main(int argc, char **argv)
