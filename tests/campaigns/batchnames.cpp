@@ -227,7 +227,7 @@ QString askForNothing(Place &place, const QString &name, int)
         {text("render"), text("--out"), out},
         {text("correlate"), text("--out"), out},
         {text("template"), text("show")},
-        {text("template"), text("delete")},
+        {text("template"), text("delete"), text("--well=A")},
         {text("template"), text("list"), text("--well=") + name},
         {text("las")},
         {text("las-unwrap"), text("--out"), place.file("nothing.las")},

@@ -71,12 +71,12 @@ int findWellTemplate(Place &place, const QString &name)
     return loadTemplate(place.data.project, TemplateId::ofWell(text("A"), typedForm(name))).size() == 1 ? 0 : -1;
 }
 
-// Of the two that a project has at first the one that is not called "Default".
+// Of the two that a project has at first the one that is not called "Default", until it takes the place of that.
 QString retypeTemplate(Place &place, const QString &name, int)
 {
     QStringList names = place.data.project.globalTemplateNames;
     names.removeOne(text("Default"));
-    ModifyTemplate dialog(place.data, TemplateId::global(names.value(0)), text("A"));
+    ModifyTemplate dialog(place.data, TemplateId::global(names.value(0, text("Default"))), text("A"));
     type(dialog, "nameEdit", name);
     dialog.saveClicked();
     return refusalUnless(!dialog.isChanged());

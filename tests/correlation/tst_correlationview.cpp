@@ -6,6 +6,7 @@
 #include "logview/trackheaderitem.h"
 #include "logview/trackitem.h"
 #include "logview/wellnameitem.h"
+#include "support/grabbed.h"
 #include "support/testmain.h"
 
 #include <QContextMenuEvent>
@@ -273,7 +274,7 @@ private slots:
         CorrelationView *view = m->show();
         view->resize(1200, 900);
         view->centerOn(wellWidth(), y(600));
-        const QImage image = view->grab().toImage();
+        const QImage image = grabbed(view);
         const auto at = [view, &image](double x, double sceneY) {
             const QPoint place = view->viewport()->mapTo(view, view->mapFromScene(x, sceneY));
             return image.pixelColor(place);
@@ -409,7 +410,7 @@ private slots:
         QCoreApplication::processEvents();
         QVERIFY(view->tracks().size() > made && view->tracks().size() < 32);
         QVERIFY(isNear(view->tracks().last()->x(), view->columns().last().right - depthTrackWidth));
-        const QImage last = view->grab().toImage();
+        const QImage last = grabbed(view);
         for (int value = bar->maximum(); value >= 0; value -= 200) {
             bar->setValue(value);
             QCoreApplication::processEvents();
@@ -431,7 +432,7 @@ private slots:
         QCOMPARE(view->tracks().size(), 32);
         QCOMPARE(m->lines().size(), 15);
         QCoreApplication::processEvents();
-        QCOMPARE(view->grab().toImage(), last);
+        QCOMPARE(grabbed(view), last);
     }
 
     void aRedrawReadsNothing()

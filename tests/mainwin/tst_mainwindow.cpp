@@ -9,6 +9,7 @@
 #include "mainwin/projecttreewidget.h"
 #include "support/failingdisk.h"
 #include "support/files.h"
+#include "support/modaldialog.h"
 #include "support/projectfixture.h"
 #include "support/testmain.h"
 
@@ -314,10 +315,7 @@ private slots:
         const QString pdf = fixture.survey.filePath(QStringLiteral("empty.pdf"));
         bool isWindow = false;
         int pages = 0;
-        QTimer::singleShot(0, fixture.window.get(), [&isWindow, &pages] {
-            auto *dialog = qobject_cast<QPrintPreviewDialog *>(QApplication::activeModalWidget());
-            if (!dialog)
-                return;
+        whenModal<QPrintPreviewDialog>(fixture.window.get(), [&isWindow, &pages](QPrintPreviewDialog *dialog) {
             isWindow = (dialog->windowFlags() & Qt::WindowType_Mask) == Qt::Window;
             QCoreApplication::processEvents();
             pages = dialog->findChild<QPrintPreviewWidget *>()->pageCount();
@@ -387,8 +385,7 @@ private slots:
         const QString picture = fixture.path(QStringLiteral("/A.tiff"));
         emit fixture.window->projectTree()->sendWellDisplayProperties(QStringLiteral("A"), QStringLiteral("Default"));
         FailingDisk disk; // counts what is written
-        QTimer::singleShot(0, fixture.window.get(), [] {
-            auto *dialog = qobject_cast<QPrintPreviewDialog *>(QApplication::activeModalWidget());
+        whenModal<QPrintPreviewDialog>(fixture.window.get(), [](QPrintPreviewDialog *dialog) {
             auto *preview = dialog->findChild<QPrintPreviewWidget *>();
             preview->updatePreview();
             preview->setLandscapeOrientation(); // another page
@@ -431,8 +428,9 @@ private slots:
     {
         WindowFixture fixture;
         bool isShown = false;
-        QTimer::singleShot(0, [&fixture, &isShown] {
-            isShown = qobject_cast<QPrintPreviewDialog *>(QApplication::activeModalWidget());
+        QObject context;
+        whenModal<QPrintPreviewDialog>(&context, [&fixture, &isShown](QPrintPreviewDialog *) {
+            isShown = true;
             fixture.window.reset();
         });
         fixture.window->printActionClicked();

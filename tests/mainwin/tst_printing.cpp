@@ -5,6 +5,7 @@
 #include "mainwin/printedpage.h"
 #include "mainwin/projecttreewidget.h"
 #include "support/files.h"
+#include "support/modaldialog.h"
 #include "support/projectfixture.h"
 #include "support/testmain.h"
 
@@ -176,8 +177,7 @@ private slots:
         const bool hasPrinter = QPrinter(QPrinter::ScreenResolution).outputFormat() == QPrinter::NativeFormat;
         int found = 0;
         PrintFixture fixture;
-        QTimer::singleShot(0, fixture.window.get(), [&found, hasPrinter] {
-            auto *preview = qobject_cast<QPrintPreviewDialog *>(QApplication::activeModalWidget());
+        whenModal<QPrintPreviewDialog>(fixture.window.get(), [&found, hasPrinter](QPrintPreviewDialog *preview) {
             for (const QAction *action : preview->findChildren<QAction *>()) {
                 if (action->text() != "Page setup")
                     continue;
@@ -195,10 +195,10 @@ private slots:
         PrintFixture fixture;
         QVector<QImage> pages;
         const auto preview = [&fixture, &pages] {
-            QTimer::singleShot(0, fixture.window.get(), [&fixture, &pages] {
+            whenModal<QPrintPreviewDialog>(fixture.window.get(), [&fixture, &pages](QPrintPreviewDialog *dialog) {
                 pages.append(fixture.printed());
                 pages.append(fixture.printed());
-                qobject_cast<QDialog *>(QApplication::activeModalWidget())->reject();
+                dialog->reject();
             });
             fixture.window->printActionClicked();
         };
@@ -279,19 +279,15 @@ private slots:
         counter->delayMs = 0;
         scene->addItem(counter);
         scene->setSceneRect(0, 0, 300, 20000);
-        QTimer watch;
-        connect(&watch, &QTimer::timeout, this, [&fixture, &watch] {
-            auto *preview = qobject_cast<QPrintPreviewDialog *>(QApplication::activeModalWidget());
-            if (!preview || !QFileInfo::exists(fixture.path(QStringLiteral("/A.tiff"))))
-                return; // still drawing, with a progress box where that takes long
-            watch.stop();
+        bool isPrinted = false;
+        whenModal<QPrintPreviewDialog>(fixture.window.get(), [&fixture, &isPrinted](QPrintPreviewDialog *preview) {
+            isPrinted = QFileInfo::exists(fixture.path(QStringLiteral("/A.tiff")));
             fixture.printed();
             fixture.printed();
             preview->reject();
         });
-        watch.start(10);
         fixture.window->printActionClicked();
-        QVERIFY(!watch.isActive());
+        QVERIFY(isPrinted);
         // 20 bands of 1,024 rows, and a few of the window's own
         QVERIFY2(counter->paints < 30, qPrintable(QString::number(counter->paints)));
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/grabbed.h"
+
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAbstractScrollArea>
@@ -89,7 +91,7 @@ inline QStringList illegibleTexts(QWidget *window, int *count)
 {
     constexpr double needed = 3;
     constexpr double neededWhenDisabled = 1.5;
-    const QImage image = window->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const QImage image = grabbed(window);
     QStringList found;
     const auto judge = [&](const QWidget *widget, const QRect &rect, const QString &text, bool isEnabled) {
         const QRect shown = rect & widget->visibleRegion().boundingRect();

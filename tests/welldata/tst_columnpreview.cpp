@@ -1,5 +1,6 @@
 // The preview of an import: the file's text in slices, the column numbers above it, the chosen columns.
 
+#include "support/grabbed.h"
 #include "support/testmain.h"
 #include "welldata/columnpreview.h"
 
@@ -111,7 +112,7 @@ private slots:
         m_preview->setBytes("A\tB\tC\n");
         m_preview->setChoice(0, {2}, {"Depth"});
         const QWidget *ruler = m_preview->findChild<QWidget *>("columnRuler");
-        const QImage image = m_preview->grab(ruler->geometry()).toImage();
+        const QImage image = grabbed(m_preview.get(), ruler->geometry());
         const QRgb chosen = m_preview->palette().color(QPalette::Highlight).rgb();
         const int left = view()->columnsInView().at(1).left + view()->viewport()->mapTo(m_preview.get(), QPoint()).x()
             - ruler->x();

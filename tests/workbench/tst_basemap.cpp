@@ -1,4 +1,5 @@
 #include "logview/textrecorder.h"
+#include "support/grabbed.h"
 #include "support/testmain.h"
 #include "workbench/basemap.h"
 #include "workbench/mapsymbols.h"
@@ -365,12 +366,12 @@ void TestBaseMap::selectionIsDrawn()
     BaseMap map;
     map.resize(400, 300);
     map.setWells({at(500000, 6000000), at(504000, 6003000)});
-    const QImage before = map.grab().toImage();
+    const QImage before = grabbed(&map);
     map.setSelectedWell(1);
-    const QImage after = map.grab().toImage();
+    const QImage after = grabbed(&map);
     QVERIFY(before != after);
     map.setSelectedWell(-1);
-    QCOMPARE(map.grab().toImage(), before);
+    QCOMPARE(grabbed(&map), before);
     map.setSelectedWell(99);
     QCOMPARE(map.selectedWell(), -1);
 }
@@ -385,7 +386,7 @@ void TestBaseMap::symbolsAreDrawnWhereTheGeometrySays()
         map.setPalette(palette);
         map.resize(400, 300);
         map.setWells({at(500000, 6000000, host::OilWell), at(504000, 6003000, host::GasWell)});
-        const QImage picture = map.grab().toImage();
+        const QImage picture = grabbed(&map);
         const QColor oil = picture.pixelColor(map.wellPixels().at(0).toPoint());
         QVERIFY(oil.green() > oil.red() + 60 && oil.green() > oil.blue() + 30);
         QCOMPARE(picture.pixelColor(map.wellPixels().at(1).toPoint()), palette.color(QPalette::Base));
