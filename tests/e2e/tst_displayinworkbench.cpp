@@ -36,6 +36,7 @@ private slots:
         view->verticalScrollBar()->setValue(view->verticalScrollBar()->maximum() / 2);
         QVERIFY(count(view->grab().toImage(), QColor(0x0e, 0x6f, 0x21)) > 100); // the gamma ray curve of the template
 
+        view->centerOn(QPointF(100, 5000));
         QTest::mouseMove(view->viewport(), view->mapFromScene(QPointF(100, 5000)));
         QTest::mouseMove(view->viewport(), view->mapFromScene(QPointF(105, 5005)));
         QTRY_VERIFY(demo.window.findChild<QLabel *>("statusLine")->text().contains("GR:"));

@@ -1,5 +1,6 @@
 #include "ownprogram.h"
 #include "support/files.h"
+#include "support/grabbed.h"
 #include "support/testmain.h"
 
 #include <QComboBox>
@@ -94,7 +95,7 @@ private:
         const int page = view->viewport()->height();
         for (int at = bar->minimum();; at = qMin(at + page, bar->maximum())) {
             bar->setValue(at);
-            const QImage image = view->viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+            const QImage image = grabbed(view->viewport());
             const int top = view->mapFromScene(0, 0).y(); // the viewport's row of the display's first
             for (int y = 0; y < image.height(); ++y)
                 for (int x = 0; x < image.width(); ++x)

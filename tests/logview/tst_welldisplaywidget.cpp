@@ -253,8 +253,8 @@ void tst_welldisplaywidget::picking()
     MarkerItem *marker = f.scene()->markers().last();
     f.moveTo(QPointF(100, 250));
     QCOMPARE(marker->y(), 250.0);
-    f.moveTo(QPointF(150, 333));
-    QCOMPARE(marker->y(), 333.0);
+    f.moveTo(QPointF(150, 332));
+    QCOMPARE(marker->y(), 332.0);
     f.click(QPointF(100, 400));
     QVERIFY(!f.display->logView()->isPicking());
     QCOMPARE(marker->y(), 400.0);

@@ -436,7 +436,7 @@ void TestBaseMap::oddWellsAreDrawnWithoutHarm()
         for (const QSize &size : {QSize(1, 1), QSize(30, 30), QSize(400, 300)}) {
             map.resize(size);
             map.setSelectedWell(0);
-            QCOMPARE(map.grab().size(), size);
+            QCOMPARE(grabbed(&map).size(), size);
         }
         for (int i = 0; i < wells.size(); ++i)
             QCOMPARE(hasPosition(wells.at(i)), std::isfinite(map.wellPixels().at(i).x()));
