@@ -67,11 +67,11 @@ bool classifyLogs(const WellsCatalogue &catalogue, int well, GroupFiles *groupFi
 }
 
 // The first log of each group.
-DefaultLogs firstLogs(const ProjectData &data, int well)
+DefaultLogs firstLogs(const Project &project, const WellsCatalogue &catalogue, int well)
 {
     DefaultLogs first;
-    QStringList free = data.project.groupNames;
-    for (const QString &log : data.catalogue.logNames(well)) {
+    QStringList free = project.groupNames;
+    for (const QString &log : catalogue.logNames(well)) {
         const QString group = groupInTable(log);
         const int at = [&free, &group] {
             for (int i = 0; i < free.size(); ++i)
@@ -125,33 +125,33 @@ DefaultLogs readDefaultLogs(const QString &projectFolder, const QString &wellNam
     return parseDefaultLogs(readProjectFile(projectFolder, defaultLogsPath(projectFolder, wellName)).bytes);
 }
 
-void runDefaultLogsPass(ProjectData &data, const std::function<bool()> &mayGoOn)
+void runDefaultLogsPass(const Project &project, const WellsCatalogue &catalogue, const std::function<bool()> &mayGoOn)
 {
-    const QString &folder = data.project.projectFolder;
+    const QString &folder = project.projectFolder;
     CurveGroupTable &table = CurveGroupTable::instance();
     table.read(folder);
     GroupFiles groupFiles(folder);
     QSet<QString> unreadable; // file names: wells of one name share a file
-    for (int well = 0; well < data.catalogue.wellCount(); ++well) {
+    for (int well = 0; well < catalogue.wellCount(); ++well) {
         if (mayGoOn && !mayGoOn())
             return;
-        if (!data.catalogue.hasLogNames(well) || !classifyLogs(data.catalogue, well, &groupFiles))
-            unreadable.insert(defaultLogsFileName(data.catalogue.wellNames().at(well)));
+        if (!catalogue.hasLogNames(well) || !classifyLogs(catalogue, well, &groupFiles))
+            unreadable.insert(defaultLogsFileName(catalogue.wellNames().at(well)));
     }
     bool isChanged = groupFiles.write(base::Flush::Later);
 
     const QStringList present =
         QDir(defaultLogsFolder(folder)).entryList(QDir::AllEntries | QDir::Hidden | QDir::System);
     QSet<QString> existing(present.begin(), present.end());
-    for (int well = 0; well < data.catalogue.wellCount(); ++well) {
+    for (int well = 0; well < catalogue.wellCount(); ++well) {
         if (mayGoOn && !mayGoOn())
             break;
-        const QString fileName = defaultLogsFileName(data.catalogue.wellNames().at(well));
+        const QString fileName = defaultLogsFileName(catalogue.wellNames().at(well));
         if (unreadable.contains(fileName) || existing.contains(fileName))
             continue;
         // One that cannot be made is passed over; the next launch tries again.
         if (writeProjectFile(folder, defaultLogsFolder(folder) + QLatin1Char('/') + fileName,
-                             defaultLogsBytes(data.catalogue.wellNames().at(well), firstLogs(data, well)),
+                             defaultLogsBytes(catalogue.wellNames().at(well), firstLogs(project, catalogue, well)),
                              base::Flush::Later)
                 .ok()) {
             existing.insert(fileName);
@@ -161,4 +161,9 @@ void runDefaultLogsPass(ProjectData &data, const std::function<bool()> &mayGoOn)
     isChanged |= table.write(folder, base::Flush::Later);
     if (isChanged)
         (void)base::flushFileSystem(folder); // all of it can be made again
+}
+
+void runDefaultLogsPass(ProjectData &data, const std::function<bool()> &mayGoOn)
+{
+    runDefaultLogsPass(data.project, data.catalogue, mayGoOn);
 }

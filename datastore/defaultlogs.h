@@ -6,6 +6,8 @@
 
 #include <functional>
 
+class WellsCatalogue;
+struct Project;
 struct ProjectData;
 
 /// The default log of each curve group of one well: two parallel lists in file order.
@@ -35,4 +37,6 @@ DefaultLogs readDefaultLogs(const QString &projectFolder, const QString &wellNam
 /// file either. Log names stand in the files as textfields::fieldName() gives them. The files reach the disk together
 /// at the end. \a mayGoOn is called for each well, before it is read and before its file is made, so that windows can
 /// be repainted; false ends the pass there.
+void runDefaultLogsPass(const Project &project, const WellsCatalogue &catalogue,
+                        const std::function<bool()> &mayGoOn = {});
 void runDefaultLogsPass(ProjectData &data, const std::function<bool()> &mayGoOn = {});

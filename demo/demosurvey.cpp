@@ -4,7 +4,9 @@
 #include "base/atomicfile.h"
 #include "datastore/calibrationfile.h"
 #include "datastore/curvegroupassignment.h"
+#include "datastore/curvegroups.h"
 #include "datastore/curvegrouptable.h"
+#include "datastore/defaultlogs.h"
 #include "datastore/hostwriter.h"
 #include "datastore/perforationfile.h"
 #include "datastore/project.h"
@@ -84,6 +86,8 @@ public:
         m_catalogue.build();
         for (const Well &well : field.wells)
             importWell(well);
+        m_project.groupNames = curveGroupNames();
+        runDefaultLogsPass(m_project, m_catalogue); // as a first launch does: programs without a window draw it too
         if (!writeDemoCorrelation(m_project, field, look))
             return QStringLiteral("Cannot write a correlation below %1.").arg(m_project.projectFolder);
         return m_asker.messages.join(QLatin1Char('\n'));

@@ -4,6 +4,7 @@
 #include "datastore/perforationfile.h"
 #include "datastore/project.h"
 #include "datastore/wellscatalogue.h"
+#include "datastore/defaultlogs.h"
 #include "demo/democorrelation.h"
 #include "demo/demofield.h"
 #include "demo/demosurvey.h"
@@ -145,6 +146,21 @@ private slots:
             project.globalTemplateNames,
             (QStringList{QStringLiteral("Default"), QStringLiteral("Density-Neutron"), QStringLiteral("Petrophysics"),
                          QStringLiteral("Saturation"), QStringLiteral("Simple"), QStringLiteral("Triple Combo")}));
+    }
+
+    // A picture taken without a window, before any launch, has curves; the first launch finds nothing to do.
+    void defaultLogsAreThoseOfAFirstLaunch()
+    {
+        const QDir folder(m_survey + QStringLiteral("/WLC/DefaultLogs"));
+        QCOMPARE(folder.entryList(QDir::Files).size(), demo::makeField().wells.size());
+        const DefaultLogs logs = readDefaultLogs(m_survey + QStringLiteral("/WLC"), QStringLiteral("Aldra-1"));
+        const auto logOf = [&logs](const char *group) {
+            return logs.logs.value(logs.groups.indexOf(QString::fromLatin1(group)));
+        };
+        QCOMPARE(logOf("Gamma"), QStringLiteral("GR"));
+        QCOMPARE(logOf("Density"), QStringLiteral("RHOB"));
+        QCOMPARE(logOf("Caliper"), QStringLiteral("CALI"));
+        QCOMPARE(logOf("Resistivity"), QStringLiteral("LLD"));
     }
 
     void theDemosTemplateShowsWhatTheWellsHave()
