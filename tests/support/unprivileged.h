@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QGuiApplication>
 
 #include <grp.h>
 #include <sys/wait.h>
@@ -19,6 +19,8 @@ int runUnprivileged(const Work &work)
         return -1;
     if (child == 0) {
         constexpr unsigned nobody = 65534;
+        constexpr unsigned patienceS = 100;
+        ::alarm(patienceS); // one that hangs fails
         if (::geteuid() == 0 && (::setgroups(0, nullptr) != 0 || ::setgid(nobody) != 0 || ::setuid(nobody) != 0))
             ::_exit(254);
         ::_exit(work());
@@ -27,6 +29,12 @@ int runUnprivileged(const Work &work)
     if (::waitpid(child, &status, 0) != child || !WIFEXITED(status))
         return -1;
     return WEXITSTATUS(status);
+}
+
+/// Whether such a child can show windows: not where they need a connection, which it would share with the test.
+inline bool canShowInChild()
+{
+    return QGuiApplication::platformName() != QLatin1String("xcb");
 }
 
 } // namespace testing_support

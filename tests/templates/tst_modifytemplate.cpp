@@ -505,6 +505,8 @@ private slots:
         ::chmod(QFile::encodeName(m->path("/Templates/W")).constData(), 0555);
         const auto before = m->templates();
         m->addTrack();
+        if (!testing_support::canShowInChild())
+            QSKIP("a child cannot share the connection to the window system");
         const int result = testing_support::runUnprivileged([this] {
             m->click("saveButton");
             const QStringList texts = m->boxTexts();
