@@ -234,6 +234,8 @@ void tst_depthcursor::leavesNothingBehind()
     }
     f.leave();
     QVERIFY(f.log(f.window()) == before);
+    if (QGuiApplication::platformName() == QLatin1String("xcb"))
+        QSKIP("the X server scrolls what it has, and the picture in memory stays");
     f.moveMouse(QPoint(120, 33));
     for (int i = 0; i < 6; ++i) {
         f.turnWheel(i < 4 ? -120 : 120);
