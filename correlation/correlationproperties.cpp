@@ -185,7 +185,7 @@ CorrelationProperties parseProperties(const QByteArray &bytes, const KnownNames 
 
     const int markers = lines.passKey(markerKey);
     for (const QString &line : lines.passList(markers, perforationKey))
-        properties.markers.append(line.trimmed());
+        properties.markers.append(textfields::trimmedLine(line)); // as it is written
 
     properties.showsPerforations = lines.passKey(perforationKey) != 0;
     const int zones = lines.passKey(zonesKey);
