@@ -1,13 +1,14 @@
 #include "logview/paper/pdflines.h"
 
 #include <QPainterPath>
-#include <QThread>
 #include <QThreadPool>
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <numeric>
+#include <vector>
 #include <zlib.h>
 
 namespace logview {
@@ -80,6 +81,34 @@ QByteArray deflated(const QByteArray &bytes)
     return result == Z_STREAM_END ? stream : QByteArray();
 }
 
+/// What a page is made of, compressed, and the numbers of its lines. Empty where a mark is none of theirs.
+struct FilledPage
+{
+    QByteArray content;
+    QVector<int> lines;
+};
+
+FilledPage filledPage(const QByteArray &marked, const QVector<QByteArray> &lines)
+{
+    FilledPage page;
+    QByteArray content;
+    int from = 0;
+    for (int at = marked.indexOf(markStart); at >= 0; at = marked.indexOf(markStart, from)) {
+        const int line = std::atoi(marked.constData() + at + markStart.size());
+        const QByteArray mark =
+            markStart + QByteArray::number(line) + " m\n" + markStart + QByteArray::number(line + 1) + " l\n";
+        if (line < 0 || line >= lines.size() || marked.mid(at, mark.size()) != mark)
+            return {};
+        content.append(marked.constData() + from, at - from);
+        content += lines.at(line);
+        page.lines.append(line);
+        from = at + mark.size();
+    }
+    content.append(marked.constData() + from, marked.size() - from);
+    page.content = deflated(content);
+    return page;
+}
+
 /// A file as Qt's writer lays it out: objects one after the other, each with its place in a table at the end.
 class WrittenFile
 {
@@ -134,15 +163,16 @@ public:
         return found;
     }
 
-    QByteArray withContents(const QVector<Stream> &pages, const QVector<QByteArray> &contents) const
+    QByteArray withContents(const QVector<Stream> &pages, const std::vector<FilledPage> &filled) const
     {
         QVector<QByteArray> changed(m_places.size());
         for (int i = 0; i < pages.size(); ++i) {
             const Stream &page = pages.at(i);
+            const QByteArray &content = filled[static_cast<size_t>(i)].content;
             const int head = m_places.at(page.object);
-            changed[page.object] = m_pdf.mid(head, page.start - head) + contents.at(i) + streamEnd + "endobj\n";
+            changed[page.object] = m_pdf.mid(head, page.start - head) + content + streamEnd + "endobj\n";
             changed[page.lengthObject] = QByteArray::number(page.lengthObject) + " 0 obj\n"
-                + QByteArray::number(contents.at(i).size()) + "\nendobj\n";
+                + QByteArray::number(content.size()) + "\nendobj\n";
         }
         QVector<int> order;
         for (int i = 0; i < m_places.size(); ++i)
@@ -215,46 +245,26 @@ QPainterPath PdfLines::markFor(const QPainterPath &line)
 QByteArray PdfLines::writtenInto(const QByteArray &pdf) const
 {
     const WrittenFile file(pdf);
-    const auto pages = file.pages();
-    QVector<QByteArray> contents(pages.size());
-    QVector<QVector<int>> used(pages.size());
-    const auto fill = [&](int page) {
-        const auto &stream = pages.at(page);
-        const QByteArray old = inflated(pdf.constData() + stream.start, stream.size);
-        QByteArray content;
-        int from = 0;
-        for (int at = old.indexOf(markStart); at >= 0; at = old.indexOf(markStart, from)) {
-            const int line = std::atoi(old.constData() + at + markStart.size());
-            const QByteArray mark =
-                markStart + QByteArray::number(line) + " m\n" + markStart + QByteArray::number(line + 1) + " l\n";
-            if (line < 0 || line >= m_lines.size() || old.mid(at, mark.size()) != mark)
-                return;
-            content.append(old.constData() + from, at - from);
-            content += m_lines.at(line);
-            used[page].append(line);
-            from = at + mark.size();
-        }
-        content.append(old.constData() + from, old.size() - from);
-        contents[page] = deflated(content);
-    };
-    contents.detach();
-    used.detach();
+    const QVector<WrittenFile::Stream> pages = file.pages();
+    std::vector<FilledPage> filled(static_cast<size_t>(pages.size()));
     {
         QThreadPool pool;
-        pool.setMaxThreadCount(QThread::idealThreadCount());
-        for (int page = 0; page < pages.size(); ++page)
-            pool.start([page, &fill] { fill(page); });
+        for (int i = 0; i < pages.size(); ++i)
+            pool.start([this, &pdf, &page = filled[static_cast<size_t>(i)], stream = pages.at(i)] {
+                page = filledPage(inflated(pdf.constData() + stream.start, stream.size), m_lines);
+            });
         pool.waitForDone();
     }
     QVector<int> lines;
-    for (const QVector<int> &ofPage : qAsConst(used))
-        lines += ofPage;
+    for (const FilledPage &page : filled) {
+        if (page.content.isEmpty())
+            return {};
+        lines += page.lines;
+    }
     std::sort(lines.begin(), lines.end());
     QVector<int> all(m_lines.size());
     std::iota(all.begin(), all.end(), 0);
-    if (lines != all || contents.contains(QByteArray()))
-        return {};
-    return file.withContents(pages, contents);
+    return lines == all ? file.withContents(pages, filled) : QByteArray();
 }
 
 } // namespace logview

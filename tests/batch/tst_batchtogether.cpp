@@ -41,7 +41,11 @@ class TestBatchTogether : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { m_demo.make(); }
+    void initTestCase()
+    {
+        std::signal(SIGINT, SIG_DFL); // a shell's job in the background ignores it, and so would the tool
+        m_demo.make();
+    }
     void init() { m_survey = m_demo.copy(); }
 
     // The other store is that of a workbench which has the survey open.

@@ -172,6 +172,11 @@ private slots:
         QCOMPARE(problemOf(contentsOf(0), Paper::A4), QString("There are no tracks to be printed."));
         QCOMPARE(problemOf(contentsOf(2, 1000, 0), Paper::A4),
                  QString("There are no depths to be printed: the range is empty."));
+        SheetContents narrow = contentsOf(1);
+        narrow.trackEnds[0] = 1;
+        QVERIFY(problemOf(narrow, Paper::A4).isEmpty());
+        narrow.trackEnds[0] = 0;
+        QCOMPARE(problemOf(narrow, Paper::A4), QString("There are no tracks to be printed."));
         SheetContents high = contentsOf(3);
         high.headerHeight = 5000;
         QVERIFY(problemOf(high, Paper::A4).startsWith(QStringLiteral("The header is 1323 mm high")));

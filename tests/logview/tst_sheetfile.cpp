@@ -97,9 +97,14 @@ private slots:
     {
         PaperFixture f;
         const Sheet sheet = f.sheet(Paper::Continuous);
-        const pdf::File file = pdf::read(f.pdf(Paper::Continuous));
+        const QByteArray bytes = f.pdf(Paper::Continuous);
+        const pdf::File file = pdf::read(bytes);
         QVERIFY(file.isComplete);
         QVERIFY(file.hasEmbeddedFonts);
+        QByteArray title; // as the file has it
+        for (const QChar character : f.scene()->well().wellName)
+            title += QByteArray(1, '\0') + character.toLatin1();
+        QVERIFY(!title.isEmpty() && bytes.contains("/Title (\xfe\xff" + title + ')'));
         QCOMPARE(file.pages.size(), 1);
         const pdf::Page &page = file.pages.first();
         QVERIFY(qAbs(page.sizeMm.height() - sheet.pageSize.height() / pixelsPerMm) < 0.01);
