@@ -43,7 +43,8 @@ class TestBatchTogether : public QObject
 private slots:
     void initTestCase()
     {
-        std::signal(SIGINT, SIG_DFL); // a shell's job in the background ignores it, and so would the tool
+        for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+            std::signal(signal, SIG_DFL); // a job in the background ignores some, and so would the tool
         m_demo.make();
     }
     void init() { m_survey = m_demo.copy(); }

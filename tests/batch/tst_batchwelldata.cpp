@@ -154,6 +154,24 @@ private slots:
         QCOMPARE(readPerforation(m_survey + "/WLC", "Aldra-1").names, zones.names);
     }
 
+    void withoutOptionsColumnsStandInTheirOrder()
+    {
+        files::write(m_file, "A\t2000\t2010\tGas\n");
+        const BatchRun zones = runBatch({"zones", "Brisk-1", "--import", m_file, "--force", "--json"}, m_survey);
+        VERIFY_EXIT(0, zones);
+        QCOMPARE(zones.record("zones"),
+                 (QJsonObject{{"name", "A"}, {"startDepth", 2000}, {"endDepth", 2010}, {"type", "Gas"}}));
+        const BatchRun markers = runBatch({"markers", "Brisk-1", "--import", m_file, "--force", "--json"}, m_survey);
+        VERIFY_EXIT(0, markers);
+        QCOMPARE(markers.record("markers").value("name").toString(), QString("A"));
+        QCOMPARE(markers.record("markers").value("depth").toInt(), 2000);
+        files::write(m_file, "2000\t0.25\t7\n");
+        const BatchRun points =
+            runBatch({"points", "Brisk-1", "Porosity", "--import", m_file, "--force", "--json"}, m_survey);
+        VERIFY_EXIT(0, points);
+        QCOMPARE(points.record("points"), (QJsonObject{{"depth", 2000}, {"value", 0.25}}));
+    }
+
     void pointsAreListedAndImported()
     {
         const BatchRun list = runBatch({"points", "Aldra-1", "Porosity", "--json"}, m_survey);
