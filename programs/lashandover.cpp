@@ -120,7 +120,9 @@ void LasReceiver::take(const QStringList &paths)
     m_window.activateWindow();
     QApplication::alert(&m_window); // where the desktop lets no window come forward by itself
     if (!m_isDue)
-        openWhenFree();
+        QTimer::singleShot(0, this,
+                           &LasReceiver::openWhenFree); // not within the socket's signal: it waits for the user
+    m_isDue = true;
 }
 
 void LasReceiver::openWhenFree()

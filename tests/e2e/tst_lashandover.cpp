@@ -92,6 +92,7 @@ private slots:
         QTest::newRow("survey") << QStringList{"--survey", "SURVEY", "LAS"} << true;
         QTest::newRow("tour") << QStringList{"--tour", "LAS"} << true;
         QTest::newRow("plug-ins") << QStringList{"--plugin-dir", "/tmp", "LAS"} << true;
+        QTest::newRow("nothing") << QStringList() << true;
         QTest::newRow("no files") << QStringList{"SURVEY"} << true;
         QTest::newRow("none runs") << QStringList{"LAS"} << false;
     }

@@ -1,4 +1,5 @@
 #include "logview/displaypicture.h"
+#include "logview/jpegwriter.h"
 #include "logview/picturepage.h"
 #include "logview/tiffwriter.h"
 #include "support/failingdisk.h"
@@ -77,6 +78,8 @@ private slots:
     void pagesOfLongPicturesAreMeans();
     void failingDisks_data();
     void failingDisks();
+    void whatDeadWritersLeftGoes();
+    void whatTheLibraryCannotWriteIsTold();
 };
 
 void tst_displaypicture::sizes()
@@ -232,10 +235,10 @@ void tst_displaypicture::eachRowIsPaintedOnceForFileAndPage()
     PicturePage page(picture.size());
     QVERIFY(picture
                 .write(folder.filePath(QStringLiteral("a.tiff")),
-                      [&page](const QImage &rows) {
-                          page.append(rows);
-                          return true;
-                      })
+                       [&page](const QImage &rows) {
+                           page.append(rows);
+                           return true;
+                       })
                 .ok());
     QCOMPARE(item->paints, QVector<int>(5000, 1));
     QImage drawn(50, 60, QImage::Format_RGB32);
@@ -281,10 +284,10 @@ void tst_displaypicture::aFailingFileStillGivesThePage()
     int bands = 0;
     QVERIFY(!picture
                  .write(folder.filePath(QStringLiteral("none/a.tiff")),
-                       [&bands](const QImage &) {
-                           ++bands;
-                           return false;
-                       })
+                        [&bands](const QImage &) {
+                            ++bands;
+                            return false;
+                        })
                  .ok());
     QCOMPARE(bands, 1);
 }
@@ -380,6 +383,24 @@ void tst_displaypicture::failingDisks()
     }
     QVERIFY(save().ok());
     QVERIFY(!QImage(path).isNull());
+}
+
+void tst_displaypicture::whatDeadWritersLeftGoes()
+{
+    QTemporaryDir folder;
+    files::write(folder.filePath(QStringLiteral(".lorva-abc123")), "half of a picture");
+    Scenes scenes(10, 100);
+    QVERIFY(DisplayPicture(scenes.header, scenes.log, PictureFormat::Png).write(folder.filePath("a.png")).ok());
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList("a.png"));
+}
+
+void tst_displaypicture::whatTheLibraryCannotWriteIsTold()
+{
+    QTemporaryDir folder;
+    JpegWriter writer;
+    QCOMPARE(writer.open(folder.filePath("a.jpg"), QSize(JpegWriter::longestSide + 100, 1)).error,
+             QString("the picture could not be encoded"));
+    QVERIFY(!QFile::exists(folder.filePath("a.jpg")));
 }
 
 LORVA_TEST_MAIN(tst_displaypicture)

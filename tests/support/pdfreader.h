@@ -109,7 +109,7 @@ inline bool hasSoundTable(const QByteArray &bytes)
     int objects = 0;
     for (int i = 1; i < count; ++i) {
         const int place = rows.at(i).left(10).toInt();
-        if (place == 0)
+        if (!rows.at(i).contains(" n"))
             continue; // free
         ++objects;
         if (!bytes.mid(place).startsWith(QByteArray::number(i) + " 0 obj\n"))
@@ -125,7 +125,7 @@ inline bool hasSoundTable(const QByteArray &bytes)
         if (!bytes.mid(start + size).startsWith("\nendstream\nendobj\n"))
             return false;
     }
-    return objects > 0;
+    return objects > 0 && bytes.count("\nendobj\n") == objects;
 }
 
 inline File read(const QByteArray &bytes)
