@@ -23,12 +23,13 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <tuple>
 
 namespace {
 
-constexpr int trackCount = 6;
+constexpr int usualTracks = 6;
 constexpr int curvesPerTrack = 3;
-constexpr int logCount = trackCount * curvesPerTrack;
+constexpr int logCount = usualTracks * curvesPerTrack;
 constexpr int markerCount = 10;
 constexpr int zoneCount = 5;
 constexpr float depthRange = 5000;
@@ -39,11 +40,12 @@ QString logName(int log)
     return QStringLiteral("CURVE_%1").arg(log);
 }
 
-/// A launch on a survey of wells with 18 logs each, and the correlation "Bench" of all of them.
+/// A launch on a survey of wells with 18 logs each, and the correlation "Bench" of all of them, with a template of some
+/// tracks.
 class Launch
 {
 public:
-    Launch(int wells, int samples)
+    Launch(int wells, int samples, int tracks)
         : m_host(QStringLiteral(LORVA_SOURCE_DIR "/icons"))
         , m_launch(m_host, m_asker)
     {
@@ -55,15 +57,15 @@ public:
         const QString survey = bench::generatedSurvey(size);
         m_host.setSurvey(survey);
         const QString key = m_host.wells().list().value.first().key;
-        for (int log = 0; log < logCount; ++log)
+        for (int log = 0; log < tracks * curvesPerTrack; ++log)
             if (!m_host.wells().writeLog(key, bench::makeLog(logName(log), log, samples, depthRange)).ok())
                 qFatal("cannot write a log");
-        copyLogs(survey + QStringLiteral("/WellInfo/"), wells);
+        copyLogs(survey + QStringLiteral("/WellInfo/"), wells, tracks * curvesPerTrack);
         m_launch.catalogue.build();
         openProject(m_host, &m_launch.project);
         m_launch.project.halfDotsPerInch = 48;
         m_launch.project.doubleDotsPerInch = 192;
-        writeTemplate();
+        writeTemplate(tracks);
         writeCorrelation();
     }
 
@@ -84,9 +86,9 @@ public:
 
 private:
     // All wells have the logs of the first one.
-    static void copyLogs(const QString &folder, int wells)
+    static void copyLogs(const QString &folder, int wells, int logs)
     {
-        for (int log = 2; log < 2 + logCount; ++log) {
+        for (int log = 2; log < 2 + logs; ++log) {
             QFile file(folder + QStringLiteral("Well_0^%1.wll").arg(log));
             if (!file.open(QIODevice::ReadOnly))
                 qFatal("no log to copy");
@@ -95,11 +97,11 @@ private:
                 bench::writePlain(folder + QStringLiteral("Well_%1^%2.wll").arg(well).arg(log), bytes);
         }
     }
-    void writeTemplate()
+    void writeTemplate(int tracks)
     {
         const QString folder = m_launch.project.projectFolder + QStringLiteral("/Templates/Global/Bench");
         QDir().mkpath(folder);
-        for (int track = 0; track < trackCount; ++track) {
+        for (int track = 0; track < tracks; ++track) {
             QByteArray text = "Linear\n";
             for (int curve = 0; curve < curvesPerTrack; ++curve)
                 text += "Gamma | " + logName(track * curvesPerTrack + curve).toLatin1()
@@ -134,12 +136,12 @@ private:
     ProjectData m_launch;
 };
 
-Launch &launch(int wells, int samples)
+Launch &launch(int wells, int samples, int tracks = usualTracks)
 {
-    static std::map<std::pair<int, int>, std::unique_ptr<Launch>> launches;
-    std::unique_ptr<Launch> &launch = launches[{wells, samples}];
+    static std::map<std::tuple<int, int, int>, std::unique_ptr<Launch>> launches;
+    std::unique_ptr<Launch> &launch = launches[{wells, samples, tracks}];
     if (!launch)
-        launch = std::make_unique<Launch>(wells, samples);
+        launch = std::make_unique<Launch>(wells, samples, tracks);
     return *launch;
 }
 
@@ -263,6 +265,32 @@ void redrawMoreWells(benchmark::State &state)
     state.SetLabel("reference: 20 wells, subject: 100; at most 1.2");
 }
 BENCHMARK(redrawMoreWells)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(9);
+
+// The first paint after a change of scale: of many wells, and of as many as are in view.
+void zoomManyWells(benchmark::State &state)
+{
+    constexpr int samples = 20000;
+    constexpr int tracks = 3;
+    const auto many = launch(100, samples, tracks).openAndPaint();
+    const int curves = curvesInView(*many->view()).size();
+    const int wells = (curves + tracks * curvesPerTrack - 1) / (tracks * curvesPerTrack);
+    const auto few = launch(wells, samples, tracks).openAndPaint();
+    float scale = 1000;
+    const auto zoom = [&scale](CorrelationView *view) {
+        view->setScaleFactor(scale);
+        QCoreApplication::processEvents();
+    };
+    bench::compareWork(
+        state,
+        [&] {
+            scale = scale == 1000 ? 900 : 1000;
+            zoom(few->view());
+        },
+        [&] { zoom(many->view()); });
+    state.counters["wells_in_view"] = wells;
+    state.SetLabel("100 wells x 3 tracks x 3 curves of 20,000 samples; reference: those in view alone; at most 1.3");
+}
+BENCHMARK(zoomManyWells)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(41);
 
 void scrollCorrelation(benchmark::State &state)
 {
