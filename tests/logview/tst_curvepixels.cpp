@@ -50,6 +50,8 @@ private slots:
         for (const double density : {130.0, 900.0})
             QCOMPARE(compareViews(density, 300, 1, 0).differing, 0);
     }
+    void denseLinesPaintTheSamePixels_data();
+    void denseLinesPaintTheSamePixels();
     void widerPensPaintAlmostTheSamePixels_data() { everyShape(); }
     void widerPensPaintAlmostTheSamePixels()
     {
@@ -141,6 +143,60 @@ tst_curvepixels::Pixels tst_curvepixels::compareViews(double density, int rows, 
         }
     }
     return sum;
+}
+
+void tst_curvepixels::denseLinesPaintTheSamePixels_data()
+{
+    QTest::addColumn<double>("step"); // from sample to sample, in pixels
+    for (const double step : {0.01, 0.04, 0.1, 0.3, 0.8, 2.0, 7.0, 60.0})
+        QTest::addRow("%g", step) << step;
+}
+
+// Short lines sink into the rows beside, long ones do not: which pixels these set must not be lost where the rows of
+// many samples are not drawn line by line.
+void tst_curvepixels::denseLinesPaintTheSamePixels()
+{
+    QFETCH(double, step);
+    constexpr int rows = 60;
+    const Scene scene = sceneOf(0, 1000, rows, false, false);
+    int painted = 0;
+    for (const double density : {11.0, 17.0, 26.0, 41.0, 66.0, 110.0, 270.0, 2300.0}) {
+        for (unsigned seed = 0; seed < 12; ++seed) {
+            std::mt19937 generator(seed);
+            std::normal_distribution<double> normal;
+            logshapes::Log log;
+            QVector<float> depths;
+            QVector<float> values;
+            double value = 75;
+            const int count = static_cast<int>(density * rows);
+            for (int i = 0; i < count; ++i) {
+                value = std::clamp(value + 0.75 * step * normal(generator), 1.0, 149.0);
+                const bool isSpike = seed % 3 == 1 && generator() % 40 == 0;
+                const bool isNull = seed % 4 == 2 && generator() % 100 == 0;
+                depths.append(1000.0F * static_cast<float>(i) / static_cast<float>(count));
+                values.append(isNull ? -999.25F : static_cast<float>(isSpike ? 140 : value));
+                log.depths.append(static_cast<double>(depths.last()));
+                log.values.append(static_cast<double>(values.last()));
+            }
+            const CurveSamples samples = CurveSamples::ofFloats(depths, values, nullSampleValue);
+            const CurveKey key = curveKey(samples, scene.axis, scene.reference, scene.scale);
+            CurveLine line;
+            line.update(samples, key);
+            const QPainterPath all = logshapes::everySample(log, key);
+            const QImage expected = logshapes::picture({200, rows}, 0, [&](QPainter &painter) {
+                painter.setPen(solidPen(1));
+                painter.drawPath(all);
+            });
+            const QImage image = logshapes::picture(
+                {200, rows}, 0, [&](QPainter &painter) { line.paint(painter, solidPen(1), 0, rows); });
+            const int differing = logshapes::difference(image, expected);
+            QVERIFY2(
+                differing == 0,
+                qPrintable(QStringLiteral("%1 pixels: %2 a row, seed %3").arg(differing).arg(density).arg(seed)));
+            painted += logshapes::paintedPixels(expected);
+        }
+    }
+    QVERIFY(painted > 5000);
 }
 
 void tst_curvepixels::aPartialPaintIsAPartOfTheWhole()
