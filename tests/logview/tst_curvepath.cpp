@@ -139,6 +139,63 @@ private slots:
         QCOMPARE(path.elementAt(2).x, 21.0);
     }
 
+    // Rows of many samples against the rule, sample by sample: on scales either way round, with values beyond the limits
+    // and with breaks.
+    void rowsOfManyKeepTheFirstSmallestLargestAndLast()
+    {
+        for (const logshapes::Shape shape : {logshapes::Random, logshapes::Gappy, logshapes::HolesAndInfinities,
+                                             logshapes::Constant, logshapes::Sawtooth}) {
+            const logshapes::Log log = logshapes::make(shape, 40000, 100, 3);
+            for (const ValueScale &across :
+                 {ValueScale{false, 0, 150, 100}, ValueScale{false, 150, 0, 100}, ValueScale{false, 60, 62, 100},
+                  ValueScale{false, 90, 70, 100}, ValueScale{true, 1, 100, 100}}) {
+                const CurveSamples samples = log.samples();
+                const CurveKey key = curveKey(samples, axis, {}, across);
+                QVector<QPointF> expected;
+                QVector<QPointF> row;
+                int pieceStart = 0;
+                const auto finish = [&] {
+                    if (row.size() > 4) {
+                        const auto isLeft = [](const QPointF &a, const QPointF &b) { return a.x() < b.x(); };
+                        const int least = std::min_element(row.begin(), row.end(), isLeft) - row.begin();
+                        const int most = std::max_element(row.begin(), row.end(), isLeft) - row.begin();
+                        QVector<int> kept{0, least, most, row.size() - 1};
+                        std::sort(kept.begin(), kept.end());
+                        kept.erase(std::unique(kept.begin(), kept.end()), kept.end());
+                        for (const int i : qAsConst(kept))
+                            expected.append(row.at(i));
+                    } else {
+                        expected += row;
+                    }
+                    row.clear();
+                };
+                for (int i = 0; i < log.depths.size(); ++i) {
+                    QPointF point;
+                    bool isSkipped = false;
+                    const bool isDrawn = logshapes::place(log, i, key, point, isSkipped);
+                    if (!isDrawn || (!row.isEmpty() && std::floor(row.last().y()) != std::floor(point.y())))
+                        finish();
+                    if (isDrawn)
+                        row.append(point);
+                    else if (expected.size() == pieceStart + 1)
+                        expected.removeLast(); // a painter's path keeps no single points
+                    if (!isDrawn)
+                        pieceStart = expected.size();
+                }
+                finish();
+                const QVector<QPointF> reduced = points(reducedPath(samples, key));
+                QVERIFY2(reduced == expected,
+                         qPrintable(QStringLiteral("shape %1, %2 to %3: %4, %5")
+                                        .arg(shape)
+                                        .arg(across.minimum)
+                                        .arg(across.maximum)
+                                        .arg(reduced.size())
+                                        .arg(expected.size())));
+                QVERIFY(expected.size() > 1000);
+            }
+        }
+    }
+
     void neverMoreThanFourPointsARow()
     {
         for (const logshapes::Shape shape :
