@@ -88,10 +88,9 @@ private:
                 });
                 return place(static_cast<int>(found - values));
             };
+            // On a scale that is mirrored these are the other way round, which does not matter.
             m_smallest = firstLike(extremes.smallest);
             m_largest = firstLike(extremes.largest);
-            if (m_smallest.point.x() > m_largest.point.x())
-                std::swap(m_smallest, m_largest); // a mirrored scale
             m_kept[0] = point;
             m_last = place(stop - 1).point;
             m_count = stop - first;
