@@ -361,8 +361,9 @@ void memory(benchmark::State &state)
         const Display display(samples, defaultDepthScale, 2);
         for (int top = 0; top < display.axis.heightPx(); top += viewSize.height())
             repaint(display, top);
-        const double sampleBytes = 16.0 * samples * trackCount * curvesPerTrack;
-        state.counters["ratio"] = (static_cast<double>(bench::heapBytes() - before) + sampleBytes) / sampleBytes;
+        const double count = static_cast<double>(samples) * trackCount * curvesPerTrack;
+        constexpr double held = 2 * sizeof(float); // depth and value
+        state.counters["ratio"] = (static_cast<double>(bench::heapBytes() - before) + held * count) / (16 * count);
     }
     state.SetLabel("of samples and all that was made of them, every row painted, over 16 bytes a sample; at most 3");
 }
