@@ -40,6 +40,7 @@ public:
     /// the one that was added last. Null when there is none.
     MarkerItem *nearest(double y, double reachPx) const;
 
+    /// The item stands where its line is to be.
     void add(MarkerItem *marker);
     /// Puts its line there.
     void place(MarkerItem *marker, double y);

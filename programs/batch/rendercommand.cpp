@@ -81,6 +81,7 @@ QVector<WellMarker> wantedMarkers(const Drawing &drawing, const QVector<WellMark
 QStringList addMarkers(WellLogsScene &scene, const QString &wellName, const QVector<WellMarker> &markers)
 {
     QStringList outside;
+    scene.markers().beginChanges();
     for (const WellMarker &marker : markers) {
         const auto depth = static_cast<double>(scene.depthReference().toDisplay(marker.subseaDepth));
         if (!scene.depthAxis().contains(depth)) {
@@ -92,9 +93,10 @@ QStringList addMarkers(WellLogsScene &scene, const QString &wellName, const QVec
         item->setMarkerName(marker.name);
         item->setDepth(static_cast<float>(marker.subseaDepth));
         item->setLineColor(marker.color);
-        scene.markers().add(item);
         item->setPos(0, scene.depthAxis().toScenePixel(depth));
+        scene.markers().add(item);
     }
+    scene.markers().endChanges();
     return outside;
 }
 
