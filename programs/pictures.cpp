@@ -3,6 +3,7 @@
 
 #include "base/usersettings.h"
 #include "demo/demosurvey.h"
+#include "programs/paperpictures.h"
 #include "programs/picturefolder.h"
 #include "programs/pluginpictures.h"
 #include "programs/pluginwindow.h"
@@ -158,6 +159,7 @@ int main(int argc, char *argv[])
     if (!main)
         return 1;
     drawPlugin(main, survey, &pictures);
+    drawPaper(host, asker, &pictures);
     if (isForDocuments) {
         drawDark(main, survey, &pictures);
         drawSection(window, &pictures);

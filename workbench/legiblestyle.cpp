@@ -8,6 +8,8 @@ namespace workbench {
 namespace {
 
 constexpr int outlineAlpha = 140;
+constexpr double crossReach = 3.5; // pixels from its middle
+constexpr double crossWidth = 1.5;
 constexpr int darkestLight = 128; // lightness of a window that counts as light
 
 } // namespace
@@ -15,17 +17,27 @@ constexpr int darkestLight = 128; // lightness of a window that counts as light
 void LegibleStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                                  const QWidget *widget) const
 {
-    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    const bool isDark = option->palette.color(QPalette::Window).lightness() < darkestLight;
     const bool isBox = element == PE_IndicatorCheckBox;
-    if ((!isBox && element != PE_IndicatorRadioButton)
-        || option->palette.color(QPalette::Window).lightness() >= darkestLight)
+    if (!isDark || (!isBox && element != PE_IndicatorRadioButton && element != PE_IndicatorTabClose)) {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
         return;
+    }
     QColor outline = option->palette.color(QPalette::WindowText);
-    outline.setAlpha(outlineAlpha);
+    outline.setAlpha(option->state & State_MouseOver ? 255 : outlineAlpha);
     painter->save();
+    painter->setRenderHint(QPainter::Antialiasing, !isBox);
+    if (element == PE_IndicatorTabClose) {
+        painter->setPen(QPen(outline, crossWidth));
+        const QPointF middle = QRectF(option->rect).center();
+        painter->drawLine(middle - QPointF(crossReach, crossReach), middle + QPointF(crossReach, crossReach));
+        painter->drawLine(middle - QPointF(crossReach, -crossReach), middle + QPointF(crossReach, -crossReach));
+        painter->restore();
+        return;
+    }
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
     painter->setPen(outline);
     painter->setBrush(Qt::NoBrush);
-    painter->setRenderHint(QPainter::Antialiasing, !isBox);
     const QRectF rect = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
     if (isBox)
         painter->drawRect(rect);

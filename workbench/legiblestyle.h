@@ -4,8 +4,8 @@
 
 namespace workbench {
 
-/// The desktop's style, with boxes and buttons to check that can be seen on a dark desktop too: some styles draw their
-/// outlines darker than the dark that they stand on.
+/// The desktop's style, with boxes to check and crosses of tabs that can be seen on a dark desktop too: some styles draw them
+/// darker than the dark that they stand on.
 class LegibleStyle : public QProxyStyle
 {
     Q_OBJECT

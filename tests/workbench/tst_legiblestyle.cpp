@@ -4,6 +4,7 @@
 
 #include <QCheckBox>
 #include <QRadioButton>
+#include <QTabBar>
 #include <QTreeWidget>
 
 #include <cmath>
@@ -35,6 +36,23 @@ private slots:
         QVERIFY(contrast(tree.viewport()) > 60);
     }
 
+    void crossesOfTabsStandOut()
+    {
+        QApplication::setPalette(legible::darkPalette());
+        QTabBar bar;
+        bar.setTabsClosable(true);
+        bar.addTab(QString());
+        bar.resize(bar.sizeHint());
+        QWidget *cross = bar.tabButton(0, QTabBar::RightSide);
+        QVERIFY(cross);
+        const QImage picture = bar.grab(cross->geometry()).toImage();
+        int lightest = 0;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                lightest = qMax(lightest, picture.pixelColor(x, y).lightness());
+        QVERIFY(lightest - picture.pixelColor(0, 0).lightness() > 60);
+    }
+
     void lightDesktopsStayAsTheyAre()
     {
         QCheckBox box;
@@ -42,6 +60,20 @@ private slots:
         const QImage ours = box.grab().toImage();
         QApplication::setStyle(QStringLiteral("fusion"));
         QCOMPARE(box.grab().toImage(), ours);
+    }
+
+    void lightTabsStayAsTheyAre()
+    {
+        const auto picture = [] {
+            QTabBar bar;
+            bar.setTabsClosable(true);
+            bar.addTab(QString());
+            bar.resize(bar.sizeHint());
+            return bar.grab().toImage();
+        };
+        const QImage ours = picture();
+        QApplication::setStyle(QStringLiteral("fusion"));
+        QCOMPARE(picture(), ours);
     }
 
 private:
