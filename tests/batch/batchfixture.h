@@ -73,6 +73,16 @@ public:
         return folder + QStringLiteral("/Demo");
     }
 
+    /// A copy as it is before its first launch: without default logs.
+    QString copyWithoutDefaults()
+    {
+        const QString survey = copy();
+        const QDir defaults(survey + QStringLiteral("/WLC/DefaultLogs"));
+        for (const QString &name : defaults.entryList(QDir::Files))
+            QFile::remove(defaults.filePath(name));
+        return survey;
+    }
+
 private:
     QTemporaryDir m_root;
     QString m_original;

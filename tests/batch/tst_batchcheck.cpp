@@ -34,7 +34,7 @@ private slots:
     void initTestCase() { m_demo.make(); }
     void init()
     {
-        m_survey = m_demo.copy();
+        m_survey = m_demo.copyWithoutDefaults();
         m_project = m_survey + "/WLC";
     }
 

@@ -64,7 +64,9 @@ private slots:
             QCOMPARE(static_cast<float>(record.value("maximum").toDouble()), most);
         }
         QCOMPARE(run.record("logs", 0).value("group").toString(), QString("Gamma"));
-        QCOMPARE(run.record("logs", 0).value("isDefault").toBool(), false);
+        QCOMPARE(run.record("logs", 0).value("isDefault").toBool(), true);
+        const BatchRun unlaunched = runBatch({"logs", "Aldra-1", "--json"}, m_demo.copyWithoutDefaults());
+        QCOMPARE(unlaunched.record("logs", 0).value("isDefault").toBool(), false);
         QCOMPARE(runBatch({"logs", "Aldra-1"}, m_demo.original()).lines().size(), infos.size() + 1);
     }
 
