@@ -49,7 +49,6 @@ ColumnImportDialog::ColumnImportDialog(ProjectData &projectData, const ColumnImp
         return QFileDialog::getOpenFileName(window, title, folder, filter);
     };
     build();
-    showChoice();
     resize(820, 560);
     base::keepSize(this, objectName());
 }

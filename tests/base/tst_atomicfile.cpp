@@ -12,6 +12,7 @@
 #include <cstring>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -96,6 +97,7 @@ class TestAtomicFile : public QObject
 private slots:
     void init();
     void writesANewFile();
+    void aProgramWithoutStandardInputWritesToo();
     void replacesAnOldFile();
     void writesEmptyBytes();
     void keepsTheOldContentWhenAStepFails_data();
@@ -141,6 +143,17 @@ void TestAtomicFile::writesANewFile()
 {
     QVERIFY(base::writeFileAtomically(path("a"), QByteArray("new\0text", 8)).ok());
     QCOMPARE(content(), (QMap<QString, QByteArray>{{"a", QByteArray("new\0text", 8)}}));
+}
+
+void TestAtomicFile::aProgramWithoutStandardInputWritesToo()
+{
+    const int input = ::dup(0);
+    ::close(0); // the next file that is opened gets its number
+    const bool isWritten = base::writeFileAtomically(path("a"), "text").ok();
+    ::dup2(input, 0);
+    ::close(input);
+    QVERIFY(isWritten);
+    QCOMPARE(content(), (QMap<QString, QByteArray>{{"a", "text"}}));
 }
 
 void TestAtomicFile::replacesAnOldFile()

@@ -65,6 +65,10 @@ private slots:
 
     void theChosenWellGoesToAllEditors()
     {
+        QCOMPARE(m->logs()->wellName(), QString("None"));
+        QCOMPARE(m->markers()->wellName(), QString("None"));
+        QCOMPARE(m->zones()->wellName(), QString("None"));
+        QCOMPARE(m->points()->wellName(), QString("None"));
         m->select("W-1");
         QCOMPARE(m->manager->currentWellName(), QString("W-1"));
         QCOMPARE(m->logs()->wellName(), QString("W-1"));

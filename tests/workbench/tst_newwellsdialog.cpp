@@ -292,6 +292,8 @@ void TestNewWellsDialog::modelShowsAndEdits()
                     m_folder->filePath(QStringLiteral("missing.las"))});
     QCOMPARE(model.rowCount(), 3);
     QCOMPARE(model.columnCount(), 10);
+    QCOMPARE(model.rowCount(model.index(0, 1)), 0);
+    QCOMPARE(model.columnCount(model.index(0, 1)), 0);
     QStringList titles;
     for (int column = 0; column < model.columnCount(); ++column)
         titles.append(model.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());

@@ -239,6 +239,12 @@ void TestNewWellsLogs::encodings()
     choose("codecBox", box->findData(QByteArray("IBM866")));
     QCOMPARE(text(1, NewWellsModel::NameColumn), QString::fromUtf8("Скв. 7"));
     QCOMPARE(text(0, NewWellsModel::NameColumn), QStringLiteral("A"));
+    // Another text, another width.
+    auto *table = m_dialog->findChild<QTableView *>();
+    const int width = table->columnWidth(NewWellsModel::NameColumn);
+    table->setColumnWidth(NewWellsModel::NameColumn, 20);
+    choose("codecBox", box->findData(QByteArray("IBM866")));
+    QCOMPARE(table->columnWidth(NewWellsModel::NameColumn), width);
     create();
     QVERIFY(wells().contains(QString::fromUtf8("Скв. 7:2")));
 }
