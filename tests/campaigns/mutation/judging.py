@@ -31,30 +31,52 @@ class Worker:
 
     def passes(self, program, prefix, seconds, libraries=None):
         """Whether a test program passes in that time. gcov's counters go below `prefix`."""
+        return self.attempt(program, [], prefix, seconds, libraries) == ""
+
+    def attempt(self, program, arguments, prefix, seconds, libraries):
+        """Runs a test program up to its first failure: the function that failed, "?" where it is not told; empty when all
+        passes."""
         environment = dict(os.environ, **program.environment)
         temporary = self.folder / f"tmp-{program.name}"
         temporary.mkdir(exist_ok=True)
         environment.update(TMPDIR=str(temporary), GCOV_PREFIX=str(prefix), GCOV_ERROR_FILE="/dev/null")
         if libraries:
             environment["LD_LIBRARY_PATH"] = str(libraries)
-        process = subprocess.Popen(program.command, cwd=self.build / "tests", env=environment, stdin=subprocess.DEVNULL,
-                                   stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True)
-        try:
-            return process.wait(seconds) == 0
-        except subprocess.TimeoutExpired:
-            return False
-        finally:
+        process = subprocess.Popen(program.command + arguments, cwd=self.build / "tests", env=environment,
+                                   stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                                   text=True, errors="replace", start_new_session=True)
+
+        def end():
             try:
                 os.killpg(process.pid, signal.SIGKILL)  # and what it may have left running
             except ProcessLookupError:
                 pass
+
+        timer = threading.Timer(seconds, end)
+        timer.start()
+        try:
+            for line in process.stdout:
+                failed = re.match(r"FAIL!\s+: \w+::(\w+)\(", line)
+                if failed:
+                    return failed.group(1)
+                if line.startswith("Totals: "):
+                    break
+            return "" if process.wait() == 0 else "?"
+        finally:
+            timer.cancel()
+            end()
             process.wait()
+            process.stdout.close()
             shutil.rmtree(temporary, ignore_errors=True)
 
     def fails(self, program, libraries=None):
         """Whether it fails twice: once may be the machine's load."""
         limit = max(60.0, 20 * program.seconds)
-        return not any(self.passes(program, self.counters, limit, libraries) for _ in range(2))
+        failed = self.attempt(program, [], self.counters, limit, libraries)
+        if not failed:
+            return False
+        again = [] if failed in ("?", "initTestCase", "cleanupTestCase") else [failed]
+        return self.attempt(program, again, self.counters, limit, libraries) != ""
 
     def command_of(self, output):
         return run(["ninja", "-C", str(self.build), "-t", "commands", "-s", output]).stdout.strip().split("\n")[-1]
