@@ -256,6 +256,24 @@ private slots:
         QCOMPARE(preview->tracks().size(), 2);
     }
 
+    void aClickOnATabBringsItsTrackIntoSight()
+    {
+        for (int track = 1; track <= 20; ++track)
+            files::write(m->project.path("/Templates/W/T/Track_%1.txt").arg(track), "Depth\n");
+        ModifyTemplate dialog(*m->project.launch, TemplateId::ofWell("W", "T"), "W");
+        auto *preview = new WellTemplatePreview(*m->project.launch, "W");
+        dialog.setPreview(preview);
+        dialog.show();
+        const auto *view = preview->findChild<QGraphicsView *>("previewView");
+        const auto isSeen = [&](int track) {
+            const QRectF seen = view->mapToScene(view->viewport()->rect()).boundingRect();
+            return seen.intersects(preview->tracks().at(track)->sceneBoundingRect());
+        };
+        QVERIFY(isSeen(0) && !isSeen(19));
+        dialog.findChild<QTabWidget *>("trackTabs")->setCurrentIndex(19);
+        QVERIFY(isSeen(19));
+    }
+
     // Dragged to nothing with the splitter's handle.
     void collapsedItCostsNothing()
     {

@@ -60,6 +60,8 @@ private slots:
         QCOMPARE(dialog->windowTitle(), title);
         QVERIFY(dialog->isVisible());
         QVERIFY(dialog->isModal());
+        const auto *preview = dialog->findChild<ColumnPreview *>();
+        QVERIFY(preview->height() > dialog->height() / 2); // a larger window shows more lines of the file
         QCOMPARE(m->fileTitle, fileTitle);
         QCOMPARE(m->fileFilter, QString("All files (*.*);;TEXT (*.txt *.TXT)"));
         QVERIFY(labelOf(dialog, fileLabel));
