@@ -106,7 +106,6 @@ void ColumnImportDialog::build()
     grid->addWidget(m_status, row, 0, 1, 3);
     grid->addWidget(import, row, 3);
     grid->setColumnStretch(2, 1);
-    grid->setRowStretch(1, 1);
     connect(browse, &QPushButton::clicked, this, &ColumnImportDialog::browseBtnClicked);
     connect(import, &QPushButton::clicked, this, &ColumnImportDialog::importBtnClicked);
     connect(m_path, &QLineEdit::editingFinished, this, &ColumnImportDialog::showFile);

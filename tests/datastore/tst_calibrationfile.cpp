@@ -127,10 +127,10 @@ private slots:
 
     void aLineBreakInANameDoesNotBreakTheHeadings()
     {
-        const CalibrationRecord written = record("A\nB|C ", "Gam\rma", {1}, {2});
-        QCOMPARE(calibrationBytes(written), QByteArray("WellName :A B|C \nGroupName :Gam ma\n1|2\n"));
+        const CalibrationRecord written = record("A\nB|C ", "Gam\rma|1", {1}, {2});
+        QCOMPARE(calibrationBytes(written), QByteArray("WellName :A B|C \nGroupName :Gam ma|1\n1|2\n"));
         QVERIFY(write(written));
-        QCOMPARE(readCalibration(m_folder->path(), "A\nB|C ", "Gam\rma", m_asker).depths, Floats({1}));
+        QCOMPARE(readCalibration(m_folder->path(), "A\nB|C ", "Gam\rma|1", m_asker).depths, Floats({1}));
         QVERIFY(m_asker.boxes.isEmpty());
     }
 

@@ -168,6 +168,23 @@ private:
 
 } // namespace
 
+namespace {
+
+/// Folders of templates do not come into place; their files do.
+class TemplateRefusingDisk : public base::FileSystemCalls
+{
+public:
+    int rename(const char *from, const char *to) override
+    {
+        if (!QByteArray(to).endsWith("/Default"))
+            return FileSystemCalls::rename(from, to);
+        errno = EACCES;
+        return -1;
+    }
+};
+
+} // namespace
+
 class tst_projectseeds : public QObject
 {
     Q_OBJECT
@@ -211,6 +228,12 @@ private slots:
     {
         QVERIFY(seedProject(m_project));
         QVERIFY(seedProject(m_project));
+        QVERIFY(QDir(m_project + "/Templates/Global/Default").removeRecursively());
+        {
+            TemplateRefusingDisk broken;
+            const base::ScopedFileSystemCalls scope(broken);
+            QVERIFY(!seedProject(m_project));
+        }
         QVERIFY(QDir(m_project + "/Templates/Global/Simple").removeRecursively());
         files::write(m_project + "/Templates/Global/Simple", "a file"); // counts as a user's
         QVERIFY(seedProject(m_project));

@@ -59,6 +59,7 @@ private slots:
     void ticksAreRoundAndApart();
     void textsBelowTheMapStandInOneRow();
     void anArrowShowsNorth();
+    void symbolsOfTheLegendStandBeforeTheirNames();
     void theSelectedNameKeepsOffItsSymbol();
     void scaleBarIsNiceAndNotTooLong_data();
     void scaleBarIsNiceAndNotTooLong();
@@ -206,6 +207,27 @@ void TestBaseMap::textsBelowTheMapStandInOneRow()
         QCOMPARE(box.top(), row.first().top());
         QVERIFY(box.bottom() <= map.height());
     }
+}
+
+// The legend's symbols stand before their names, clear of them.
+void TestBaseMap::symbolsOfTheLegendStandBeforeTheirNames()
+{
+    BaseMap map;
+    map.resize(700, 400);
+    map.setWells({at(1000, 1000, host::OilWell), at(5000, 3000, host::DryWell)});
+    const QVector<DrawnText> texts =
+        TextRecorder::record([&map](QPainter &painter) { map.render(&painter, {}, {}, QWidget::DrawChildren); });
+    const auto name = std::find_if(texts.begin(), texts.end(),
+                                   [](const DrawnText &text) { return text.text == mapSymbolName(MapSymbol::Oil); });
+    QVERIFY(name != texts.end());
+    const QImage picture = map.grab().toImage();
+    const QColor oil = picture.pixelColor(map.wellPixels().at(0).toPoint());
+    int right = -1;
+    for (int y = static_cast<int>(name->box.top()); y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            if (picture.pixelColor(x, y) == oil)
+                right = qMax(right, x);
+    QVERIFY2(right >= 0 && right < name->box.left() - 4, qPrintable(QString::number(right)));
 }
 
 void TestBaseMap::theSelectedNameKeepsOffItsSymbol()

@@ -96,6 +96,7 @@ void TestSurveyOverview::showsTheRealSurvey()
     QCOMPARE(m_window->windowTitle(), QStringLiteral("Probe survey - LORVA Workbench"));
     QVERIFY(isOverviewShown());
     QCOMPARE(table()->rowCount(), 2);
+    QVERIFY(!find<QTableView>("wellsTable")->wordWrap()); // a long name is cut, its row stays as high as the others
     QCOMPARE(rowTexts(table(), 0).join(QLatin1Char('|')),
              QStringLiteral("Probe 2/A|504000.25|6005000.50|30.00|2000.00|4|5"));
     QCOMPARE(rowTexts(table(), 1).join(QLatin1Char('|')),
@@ -418,6 +419,8 @@ void TestSurveyOverview::summariesAreReadInOnePass()
     const int reads = wells.headers + wells.logLists + wells.markerReads;
     WellsModel model;
     model.setWells(summaries.value);
+    QCOMPARE(model.rowCount(model.index(0, 0)), 0); // no well has wells below it
+    QCOMPARE(model.columnCount(model.index(0, 0)), 0);
     QTableView view;
     view.setModel(&model);
     view.show();

@@ -26,6 +26,7 @@ class Worker:
         self.build = build
         self.folder = folder
         self.counters = folder / "counters"
+        self.commands = {}
         shutil.rmtree(folder, ignore_errors=True)
         folder.mkdir(parents=True)
 
@@ -79,7 +80,10 @@ class Worker:
         return self.attempt(program, again, self.counters, limit, libraries) != ""
 
     def command_of(self, output):
-        return run(["ninja", "-C", str(self.build), "-t", "commands", "-s", output]).stdout.strip().split("\n")[-1]
+        if output not in self.commands:
+            told = run(["ninja", "-C", str(self.build), "-t", "commands", "-s", output]).stdout
+            self.commands[output] = told.strip().split("\n")[-1]
+        return self.commands[output]
 
     def shell(self, command):
         return run(["bash", "-c", command], cwd=self.build).returncode == 0
