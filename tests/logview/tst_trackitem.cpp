@@ -100,6 +100,9 @@ void tst_trackitem::theOutlineIsBlack()
         for (const int x : {left, right - 1, right})
             QCOMPARE(f.pixel(x, 1234), QColor(Qt::black));
         QCOMPARE(f.pixel(left + 20, 0), QColor(Qt::black));
+        const QImage corner = f.picture(f.scene(), QRect(left, -5, 10, 10));
+        QCOMPARE(corner.pixelColor(0, 5), QColor(Qt::black));
+        QCOMPARE(corner.pixelColor(0, 3), QColor(Qt::white)); // the sides do not stick out
         QCOMPARE(f.pixel(left + 20, f.scene()->trackHeight()), QColor(Qt::black));
         QCOMPARE(f.pixel(left + 20, f.scene()->trackHeight() + 3), QColor(Qt::white));
     }

@@ -29,6 +29,10 @@ private slots:
         QCOMPARE(scale.toPixel(-1e300), 0.0);
         QCOMPARE(scale.toLinearPixel(300), 400.0);
         QCOMPARE(scale.toLinearPixel(-75), -100.0);
+        const ValueScale density{false, 2, 3, 200};
+        QCOMPARE(density.toPixel(2.5), 100.0);
+        QCOMPARE(density.toLinearPixel(2), 0.0);
+        QCOMPARE(density.toLinearPixel(3.5), 300.0);
     }
 
     void aMirroredLinearScale()
