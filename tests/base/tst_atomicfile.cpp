@@ -37,8 +37,11 @@ public:
             errno = EINTR;
             return -1;
         }
-        if (fails(Step::Write))
+        if (fails(Step::Write)) {
+            if (m_code == 0)
+                errno = EINTR; // of an earlier call: this one says nothing
             return m_code == 0 ? 0 : -1;
+        }
         return FileSystemCalls::write(file, bytes, qMin(size, largestWrite));
     }
     int fsync(int file) override

@@ -190,8 +190,8 @@ void TestLogReader::dataSections()
     // A section without curves of its own has those of the one before.
     QCOMPARE(summary(read("~W / NULL. -9 : / ~C / DEPT.M : / GR. : / ~A / 1 2 / ~A / 5 6 / ~P / X. 1 :")),
              QByteArray("1|GR 2 + 5|GR_2 6"));
-    QCOMPARE(read("~W / ~C / ~A / 1 2").notices,
-             QStringList{QStringLiteral("Data lines for which no curves are named are left out: 1.")});
+    QCOMPARE(read("~W / ~C / ~A / 1 2 /  /   \t / 3 4 / ").notices, // blank lines hold no data
+             QStringList{QStringLiteral("Data lines for which no curves are named are left out: 2.")});
     QCOMPARE(read("~W / STRT. 1 :").notices, QStringList{QStringLiteral("The file has no section with logs.")});
     QCOMPARE(read("~W / ~C / DEPT.M : / GR. : / ~A").notices,
              QStringList{QStringLiteral("A data section without rows is left out.")});
