@@ -41,9 +41,9 @@ LasTextBrowser::LasTextBrowser(QWidget *parent)
 
 void LasTextBrowser::setLines(const LasLines &lines)
 {
-    clear();
     m_lines = lines;
-    m_shown = 0;
+    m_shown = 0; // clearing moves the scroll bars, and with lines shown more would be appended
+    clear();
     appendSlice();
     moveCursor(QTextCursor::Start);
     verticalScrollBar()->setValue(0);

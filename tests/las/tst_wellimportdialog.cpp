@@ -265,6 +265,11 @@ void TestWellImportDialog::longTextComesInSlices()
     QCOMPARE(lines.size(), browser->shownLines());
     for (int i = 1; i < lines.size(); ++i)
         QCOMPARE(lines.at(i), f.tab()->file().lines.line(i));
+    // Lines that are given again take the place of those before.
+    browser->setLines(f.tab()->file().lines);
+    QCOMPARE(browser->toPlainText().split(QLatin1Char('\n')).size(), browser->shownLines());
+    QVERIFY(browser->shownLines() < scrolled);
+    QCOMPARE(browser->verticalScrollBar()->value(), 0);
 }
 
 void TestWellImportDialog::longLineIsCut()

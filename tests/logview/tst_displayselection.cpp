@@ -44,7 +44,9 @@ void tst_displayselection::pressingShowsPanels()
     f.press(Qt::LeftButton, QPointF(64, y));
     QVERIFY(curve->isSelected());
     QVERIFY(!f.headerOf(f.track(2))->isSelected());
-    QCOMPARE(f.dock.widget()->findChild<QLabel *>(QStringLiteral("titleLabel"))->text(), QString("Curve Property"));
+    const auto *title = f.dock.widget()->findChild<QLabel *>(QStringLiteral("titleLabel"));
+    QCOMPARE(title->text(), QString("Curve Property"));
+    QVERIFY(title->font().bold());
     f.press(Qt::LeftButton, QPointF(100, marker->y() + 1));
     QCOMPARE(f.dock.widget(), f.panelOf(marker));
     f.press(Qt::LeftButton, QPointF(100, scene->trackHeight() + 30));

@@ -11,6 +11,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QScreen>
+#include <QStatusBar>
 #include <QTableWidget>
 
 using namespace survey;
@@ -418,6 +419,7 @@ void TestWorkbenchWindow::pluginWindowsMayRefuseToClose()
     QCOMPARE(listener.closings, 0);
     QVERIFY(m_window->isVisible());
     QCOMPARE(other->asked, 1);
+    QVERIFY(m_window->menuBar()->isVisible() && m_window->statusBar()->isVisible()); // nothing of its own is closed
     other->refuses = false;
     QVERIFY(m_window->close());
     QCOMPARE(listener.closings, 1);
