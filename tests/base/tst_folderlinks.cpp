@@ -44,6 +44,7 @@ private slots:
     void aPlainFileIsRead();
     void whatIsNoPlainFileIsNotRead();
     void aFileThatIsTooLargeIsNotRead();
+    void aProgramWithoutStandardInputReadsToo();
     void aFileThatShrinksMeanwhileGivesWhatIsLeft();
     void linksAreReadAsFarAsTheyStayInside();
 
@@ -160,6 +161,18 @@ void TestFolderLinks::whatIsNoPlainFileIsNotRead()
         QCOMPARE(base::openRegularFile(path(name), root(), &errorCode, &info), -1);
         QVERIFY(errorCode != 0);
     }
+}
+
+void TestFolderLinks::aProgramWithoutStandardInputReadsToo()
+{
+    const int input = ::dup(0);
+    ::close(0); // the next file that is opened gets its number
+    errno = ELOOP; // of an earlier call
+    const base::RegularFile file = base::readRegularFile(path("survey/WLC/own/a.txt"), root());
+    ::dup2(input, 0);
+    ::close(input);
+    QVERIFY(file.ok());
+    QCOMPARE(file.bytes, QByteArray("own"));
 }
 
 void TestFolderLinks::aFileThatShrinksMeanwhileGivesWhatIsLeft()

@@ -546,10 +546,11 @@ private slots:
 
     void whatTheSurveyHasNotIsNamed()
     {
-        m->store("North", "2\nGone:T\nA:Lost\n", "2\nTop\nVanished\n", "1\nZ|Other|700|#ff8000|1|0|1\n");
+        m->store("North", "2\nGone:T\nA:Lost\n", "2\nTop\nVanished\n",
+                 "2\nZ|Other|700|#ff8000|1|0|1\nY|Top|End|#ff8000|1|0|0\n");
         const QByteArray before = m->file("North");
         m->show();
-        for (const char *text : {"\"Gone\"", "\"Lost\" of A", "\"Vanished\"", "\"Other\""})
+        for (const char *text : {"\"Gone\"", "\"Lost\" of A", "\"Vanished\"", "\"Other\"", "\"End\""})
             QVERIFY2(m->missing().contains(QString::fromLatin1(text)), qPrintable(m->missing()));
         QVERIFY(!m->missing().contains("Top"));
         QCOMPARE(CorrelationFixture::chooser(m->wells(), 0, 0)->currentText(), QString("A")); // its current entry

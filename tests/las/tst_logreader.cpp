@@ -212,11 +212,17 @@ void TestLogReader::definitionsOfLas3()
 void TestLogReader::whichColumnIsTheDepth()
 {
     // Named last, but its values stand first.
-    QCOMPARE(summary(read("~W / STRT.M 100 : / STOP.M 90 : / ~C / A. : / B. : / DEPT.M : / ~A / 100 1 2 / 90 3 4")),
-             QByteArray("100 90|A 1 3|B 2 4"));
+    const LogFile first =
+        read("~W / STRT.M 100 : / STOP.M 90 : / ~C / A. : / B. : / DEPT.M : / ~A / 100 1 2 / 90 3 4");
+    QCOMPARE(summary(first), QByteArray("100 90|A 1 3|B 2 4"));
+    QCOMPARE(
+        first.notices,
+        QStringList{QStringLiteral("The depth is named as curve 3, but its values stand first; they are taken so.")});
     // Named last and there.
-    QCOMPARE(summary(read("~W / STRT.M 100 : / STOP.M 90 : / ~C / A. : / B. : / DEPT.M : / ~A / 1 2 100 / 3 4 90")),
-             QByteArray("100 90|A 1 3|B 2 4"));
+    const LogFile last =
+        read("~W / STRT.M 100 : / STOP.M 90 : / ~C / A. : / B. : / DEPT.M : / ~A / 1 2 100 / 3 4 90");
+    QCOMPARE(summary(last), QByteArray("100 90|A 1 3|B 2 4"));
+    QCOMPARE(last.notices, QStringList{QStringLiteral("Column 3 (DEPT) is taken as the depth.")});
     // Behind a column of times.
     QCOMPARE(summary(read("~W / STRT.M 7 : / ~C / TIME. : / DEPT.M : / A. : / ~A / 00:00:01 100 1 / 00:00:02 101 2")),
              QByteArray("100 101|A 1 2"));

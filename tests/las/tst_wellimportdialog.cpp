@@ -568,6 +568,8 @@ void TestWellImportDialog::percentSignsInTheSummary()
     QCOMPARE(f.tab()->findChild<QLabel *>(text("fileSummary"))->text(),
              text("UWI %1 %4 %7   ·   100 to 200 %7, step 0.5 %7   ·   null -999.25   ·   2 curves"));
     QCOMPARE(f.tabs()->tabText(0), text("a%2.las"));
+    f.chooseBytes("~V\nVERS. 2.0 :\nWRAP. NO :\n~W\nSTRT.M 1 :\n~C\nDEPT.M :\nGR. :\n~A\n1 2\n");
+    QVERIFY(f.tab(1)->findChild<QLabel *>(text("fileSummary"))->text().contains(text("null not given")));
 }
 
 // What a file holds is text, also where it looks like markup.

@@ -47,6 +47,11 @@ private slots:
             QCOMPARE(table()->cellWidget(0, column)->property("row").toInt(), 0);
             QCOMPARE(table()->cellWidget(0, column)->property("column").toInt(), column);
         }
+        QLineEdit *start = F::edit(m->zones(), 0, 1);
+        const QColor usual = start->palette().color(QPalette::Text);
+        QTest::keyClick(start, Qt::Key_1); // a number is no problem, also while it is typed
+        QCOMPARE(start->palette().color(QPalette::Text), usual);
+        QTest::keyClick(start, Qt::Key_Backspace);
         QStringList types;
         for (int i = 0; i < F::box(m->zones(), 0, 3)->count(); ++i)
             types.append(F::box(m->zones(), 0, 3)->itemText(i));

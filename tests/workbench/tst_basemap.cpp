@@ -221,7 +221,7 @@ void TestBaseMap::symbolsOfTheLegendStandBeforeTheirNames()
         TextRecorder::record([&map](QPainter &painter) { map.render(&painter, {}, {}, QWidget::DrawChildren); });
     const auto name = std::find_if(texts.begin(), texts.end(),
                                    [](const DrawnText &text) { return text.text == mapSymbolName(MapSymbol::Oil); });
-    QVERIFY(name != texts.end());
+    QVERIFY(name != texts.end() && name->pointSize < map.font().pointSizeF());
     const QImage picture = map.grab().toImage();
     const QColor oil = picture.pixelColor(map.wellPixels().at(0).toPoint());
     int right = -1;

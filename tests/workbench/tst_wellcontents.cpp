@@ -333,6 +333,11 @@ void TestWellContents::groupsCannotBeChanged()
     click(log(1));
     QVERIFY(button("renameContentButton")->isEnabled() && button("removeLogButton")->isEnabled());
     QVERIFY(!button("markerDepthButton")->isEnabled() && !button("markerColorButton")->isEnabled());
+    // Nor can what a log's samples tell.
+    for (int column = 1; column < tree()->columnCount(); ++column) {
+        emit tree()->itemDoubleClicked(log(1), column);
+        QVERIFY(!tree()->viewport()->findChild<QLineEdit *>());
+    }
     m_asker.answers = {base::BoxButton::No};
     QTest::keyClick(tree(), Qt::Key_Delete);
     QCOMPARE(m_asker.boxes.size(), 1);

@@ -175,7 +175,10 @@ void TestWorkbenchUse::aMissingManual()
     QString text;
     onNextDialog(QStringLiteral("manualDialog"), [&text](QDialog *dialog) {
         text = dialog->findChild<QTextBrowser *>()->toPlainText();
-        QTest::keyClick(dialog, Qt::Key_Escape);
+        QTest::keyClick(dialog, Qt::Key_Return); // closes it
+        if (dialog->isVisible())
+            text = QStringLiteral("it stands");
+        dialog->close();
     });
     QVERIFY(showActive(m_window.get()));
     trigger("manualAction");
