@@ -402,6 +402,13 @@ private slots:
         m->dialog->zoneTableCellClicked(0, 3);
         m->click("saveButton");
         QVERIFY(m->file("North").contains("Z|Top|Base|#010203|1|0|0"));
+        // A zone that goes while its colour is chosen.
+        QTimer::singleShot(0, this, [this] {
+            m->zones()->removeRow(0);
+            qobject_cast<QDialog *>(QApplication::activeModalWidget())->accept();
+        });
+        m->dialog->zoneTableCellClicked(0, 3);
+        QCOMPARE(m->zones()->rowCount(), 0);
     }
 
     void warnings()

@@ -81,7 +81,7 @@ inline QStringList faults(QWidget *window, int *count)
             if (field && field->isVisible() && field->window() == window && !standsAt(placeOf(label), placeOf(field)))
                 found.append(nameOf(label) + QStringLiteral(" does not stand at ") + nameOf(field));
         } else if (const auto *button = qobject_cast<const QAbstractButton *>(widget)) {
-            judge(widget, button->text());
+            judge(widget, button->isCheckable() ? QString() : button->text()); // those may go on with a row's text
         } else if (const auto *line = qobject_cast<const QLineEdit *>(widget)) {
             judge(widget, line->placeholderText());
         } else if (const auto *table = qobject_cast<const QTableView *>(widget)) {

@@ -4,6 +4,7 @@
 #include "support/files.h"
 #include "support/scriptedasker.h"
 #include "support/testmain.h"
+#include "support/tidywindows.h"
 #include "survey/lasfiles.h"
 #include "survey/surveyfolder.h"
 #include "workbench/newwellsdialog.h"
@@ -234,8 +235,12 @@ void TestNewWellsLogs::encodings()
     auto *box = m_dialog->findChild<QComboBox *>(QStringLiteral("codecBox"));
     m_dialog->addFiles({write(QStringLiteral("a.las"), lasText("A", "1"))});
     QVERIFY(!box->isVisible());
+    int looked = 0;
+    QCOMPARE(tidy::faults(m_dialog.get(), &looked).join(u'\n'), QString());
+    QVERIFY(looked > 10);
     m_dialog->addFiles({write(QStringLiteral("c.las"), lasText("\x91\xAA\xA2. 7", "2"))});
     QVERIFY(box->isVisible());
+    QCOMPARE(tidy::faults(m_dialog.get(), &looked).join(u'\n'), QString());
     choose("codecBox", box->findData(QByteArray("IBM866")));
     QCOMPARE(text(1, NewWellsModel::NameColumn), QString::fromUtf8("Скв. 7"));
     QCOMPARE(text(0, NewWellsModel::NameColumn), QStringLiteral("A"));
