@@ -19,9 +19,14 @@ namespace {
 constexpr int markX = -1000000;
 const QByteArray markStart = QByteArray::number(markX) + ' ';
 
-// Random numbers: few repetitions are worth to be looked for, and short ones none.
-constexpr int compressionLevel = 4;
-constexpr int compressionStrategy = Z_FILTERED;
+struct Compression
+{
+    int level;
+    int strategy;
+};
+// Lines are random numbers: few repetitions are worth to be looked for, and short ones none.
+constexpr Compression ofLines{4, Z_FILTERED};
+constexpr Compression ofOthers{Z_DEFAULT_COMPRESSION, Z_DEFAULT_STRATEGY};
 
 // The line as operators of a page.
 QByteArray operatorsOf(const QPainterPath &line)
@@ -42,18 +47,18 @@ QByteArray operatorsOf(const QPainterPath &line)
     return {bytes.constData(), static_cast<int>(at - bytes.constData())};
 }
 
-QByteArray inflated(const char *stream, int size)
+QByteArray inflated(const QByteArray &stream)
 {
     QByteArray bytes;
     z_stream state{};
     if (::inflateInit(&state) != Z_OK)
         return {};
-    state.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(stream));
-    state.avail_in = static_cast<uInt>(size);
+    state.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(stream.constData()));
+    state.avail_in = static_cast<uInt>(stream.size());
     int result = Z_OK;
     while (result == Z_OK) {
         const int filled = bytes.size();
-        bytes.resize(std::max(4 * size, 2 * filled));
+        bytes.resize(std::max(4 * stream.size(), 2 * filled));
         state.next_out = reinterpret_cast<Bytef *>(bytes.data()) + filled;
         state.avail_out = static_cast<uInt>(bytes.size() - filled);
         result = ::inflate(&state, Z_NO_FLUSH);
@@ -63,12 +68,12 @@ QByteArray inflated(const char *stream, int size)
     return result == Z_STREAM_END ? bytes : QByteArray();
 }
 
-QByteArray deflated(const QByteArray &bytes)
+QByteArray deflated(const QByteArray &bytes, const Compression &compression)
 {
     z_stream state{};
     constexpr int windowBits = 15;
     constexpr int memoryLevel = 9;
-    if (::deflateInit2(&state, compressionLevel, Z_DEFLATED, windowBits, memoryLevel, compressionStrategy) != Z_OK)
+    if (::deflateInit2(&state, compression.level, Z_DEFLATED, windowBits, memoryLevel, compression.strategy) != Z_OK)
         return {};
     QByteArray stream(static_cast<int>(::deflateBound(&state, static_cast<uLong>(bytes.size()))), Qt::Uninitialized);
     state.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(bytes.constData()));
@@ -88,8 +93,9 @@ struct FilledPage
     QVector<int> lines;
 };
 
-FilledPage filledPage(const QByteArray &marked, const QVector<QByteArray> &lines)
+FilledPage filledPage(const QByteArray &stream, const QVector<QByteArray> &lines)
 {
+    const QByteArray marked = inflated(stream);
     FilledPage page;
     QByteArray content;
     int from = 0;
@@ -105,7 +111,10 @@ FilledPage filledPage(const QByteArray &marked, const QVector<QByteArray> &lines
         from = at + mark.size();
     }
     content.append(marked.constData() + from, marked.size() - from);
-    page.content = deflated(content);
+    if (page.lines.isEmpty())
+        page.content = stream;
+    else
+        page.content = deflated(content, content.size() > 2 * marked.size() ? ofLines : ofOthers);
     return page;
 }
 
@@ -251,7 +260,7 @@ QByteArray PdfLines::writtenInto(const QByteArray &pdf) const
         QThreadPool pool;
         for (int i = 0; i < pages.size(); ++i)
             pool.start([this, &pdf, &page = filled[static_cast<size_t>(i)], stream = pages.at(i)] {
-                page = filledPage(inflated(pdf.constData() + stream.start, stream.size), m_lines);
+                page = filledPage(pdf.mid(stream.start, stream.size), m_lines);
             });
         pool.waitForDone();
     }
