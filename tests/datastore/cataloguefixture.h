@@ -24,13 +24,24 @@ inline host::LogData logOf(const QString &name, const QString &unit, const QVect
     return log;
 }
 
-/// A catalogue over a host in memory.
+/// A host in memory. Its wells may lose their own records, and have logs and markers all the same.
+class RecordHost : public MemoryHost
+{
+public:
+    host::Outcome<host::WellHeader> header(const QString &key) override
+    {
+        return hasRecords ? MemoryHost::header(key) : host::Outcome<host::WellHeader>{{}, key};
+    }
+    bool hasRecords = true;
+};
+
+/// A catalogue over such a host.
 class CatalogueTest : public QObject
 {
 protected:
     void setUp()
     {
-        m_host = std::make_unique<MemoryHost>();
+        m_host = std::make_unique<RecordHost>();
         m_asker = ScriptedAsker();
         m_catalogue = std::make_unique<WellsCatalogue>(*m_host, m_asker,
                                                        [this](const QString &text) { m_host->showError(text); });
@@ -62,7 +73,7 @@ protected:
         QVERIFY(m_asker.boxes.isEmpty());
     }
 
-    std::unique_ptr<MemoryHost> m_host;
+    std::unique_ptr<RecordHost> m_host;
     ScriptedAsker m_asker;
     std::unique_ptr<WellsCatalogue> m_catalogue;
 };

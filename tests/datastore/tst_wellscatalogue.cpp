@@ -244,7 +244,7 @@ private slots:
     void everyOperationReportsAWellThatCannotBeRead_data()
     {
         QTest::addColumn<QString>("trouble");
-        for (const char *trouble : {"unreadable", "removed"})
+        for (const char *trouble : {"unreadable", "removed", "without its record"})
             QTest::newRow(trouble) << trouble;
     }
 
@@ -255,10 +255,10 @@ private slots:
         well->logs = {logOf("GR", "gapi", {1})};
         well->markers = {{"Top", 1, Qt::red}};
         m_catalogue->build();
+        m_host->hasRecords = trouble != "without its record";
+        at("Gone")->isUnreadable = trouble == "unreadable";
         if (trouble == "removed")
             m_host->storedWells.clear();
-        else
-            at("Gone")->isUnreadable = true;
 
         QVERIFY(m_catalogue->refreshLogNames(0).isEmpty());
         expectError(selectedWellError);
@@ -281,11 +281,15 @@ private slots:
         QVERIFY(curve.values.isEmpty() && curve.depths.isEmpty() && curve.curveGroup.isEmpty());
         QVERIFY(m_catalogue->curve(0, 0).values.isEmpty());
         expectError(selectedWellError);
+        QVERIFY(!m_catalogue->readCurve(0, 0));
+        expectError(selectedWellError);
+        QVERIFY(!m_catalogue->readCurve(0, 0, WellsCatalogue::OnFailure::BeSilent));
+        expectSilence();
         QVERIFY(m_catalogue->markers(0).isEmpty());
         expectError(selectedWellError);
         QVERIFY(m_catalogue->markers("Gone").isEmpty());
         expectError(selectedWellError);
-        QVERIFY(!m_catalogue->markerColor(0, "Top").isValid());
+        QCOMPARE(m_catalogue->markerColor(0, "Top").isValid(), !m_host->hasRecords);
         expectSilence();
         const WellRecord record = m_catalogue->wellRecord("Gone");
         expectError("Cannot get data for this well : Gone");
