@@ -73,14 +73,15 @@ void pressAndRelease(const QPointer<QWindow> &window, Qt::MouseButton button, Qt
         QTest::mouseRelease(window, button, modifiers, place);
 }
 
+// Not by QTest's function for keys with modifiers: it gives several events to a window that the first may end.
 void pressAndRelease(const QPointer<QWindow> &window, Qt::Key key, Qt::KeyboardModifiers modifiers,
                      const QString &text = {})
 {
-    for (const QTest::KeyAction action : {QTest::Press, QTest::Release})
-        if (window && text.isEmpty())
-            QTest::keyEvent(action, window.data(), key, modifiers);
-        else if (window)
-            QTest::sendKeyEvent(action, window.data(), key, text, modifiers);
+    const char character = text.isEmpty() ? QTest::keyToAscii(key) : '\0';
+    const QString typed = character != '\0' ? QString(QLatin1Char(character)) : text;
+    for (const bool isPress : {true, false})
+        if (window)
+            QTest::simulateEvent(window.data(), isPress, key, modifiers, typed, false);
 }
 
 template<class Item>
