@@ -27,15 +27,15 @@ public:
         const DepthAxis &axis = key.axis;
         const bool isFeet = key.reference.unit == Feet;
         const double unit = isFeet ? feetPerMetre : 1;
-        const double farthestDepth = static_cast<double>(std::max(std::abs(axis.start), std::abs(axis.end)))
-            + unit * std::abs(key.reference.kbElevationM);
+        const double farthestDepth = samples.isEmpty() ? 0
+                                                       : unit
+                * (std::max(std::abs(samples.depthM(0)), std::abs(samples.depthM(samples.size() - 1)))
+                   + std::abs(key.reference.kbElevationM));
         constexpr double precision = 4e-7;
         const double perUnit =
             64 * static_cast<double>(axis.height) / (static_cast<double>(axis.end) - static_cast<double>(axis.start));
         const double rise = perUnit * (unit * samples.largestStepM() + precision * farthestDepth);
-        constexpr double mostSteps = 8;
-        if (samples.order() == DepthOrder::Ascending && rise < mostSteps)
-            m_mostRise = static_cast<qint64>(rise) + 1;
+        m_isClose = samples.order() == DepthOrder::Ascending && rise < 1;
     }
 
     void draw(std::pair<int, int> range)
@@ -46,7 +46,7 @@ public:
             if (place == SamplePlacer::Drawn) {
                 stroke(ThinPen::NoCap);
                 const PenPoint point = pointOf(position);
-                if (m_mostRise > 0 && m_count > 1 && goAhead(i, range.second, point))
+                if (m_isClose && m_count > 1 && goAhead(i, range.second, point))
                     continue;
                 m_from = m_to;
                 m_to = point;
@@ -148,7 +148,7 @@ private:
         struct Part
         {
             qint64 end; // excluded, in steps below the row's top
-            qint64 level; // for each step that a line rises
+            qint64 level; // of lines that rise a step
         };
         // Pixels before a line's ends are up to half a pixel off, those behind a whole one: on steeper lines these are
         // farther above and below. The middle of the row is between two parts.
@@ -166,7 +166,7 @@ private:
             if (part == std::end(parts) || part->level == 0)
                 return false;
             bottom = zone.row * 64 + part->end;
-            zone.level = part->level * m_mostRise;
+            zone.level = part->level;
         }
         if (point.y >= bottom)
             return false;
@@ -180,8 +180,8 @@ private:
             const qint64 y = std::exchange(bottom, zone.row * 64 + part->end);
             zone.begin = zone.end;
             zone.end = firstFrom(m_zoneEnd, at.sample, end, y, bottom);
-            zone.firstLevel = std::max(zone.level, part->level * m_mostRise);
-            zone.level = part->level * m_mostRise;
+            zone.firstLevel = std::max(zone.level, part->level);
+            zone.level = part->level;
             at = walk(zone, at, pen);
         }
         if (pen)
@@ -340,7 +340,9 @@ private:
     double m_perStep = 0; // samples, where they were looked for last
     Stop m_silentStop;
     Stop m_zoneEnd;
-    qint64 m_mostRise = 0; // steps that a sample stands below the one before; 0 where nothing may be passed over
+    // Whether samples stand no more than a step of the painter below the one before. Where a row has fewer, drawing each
+    // line takes no longer.
+    bool m_isClose = false;
     PenPoint m_from;
     PenPoint m_to;
     QPointF m_fromPosition; // the same in the track
