@@ -18,7 +18,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <utility>
 
 namespace workbench {
 
@@ -162,14 +161,13 @@ void WellContents::enableButtons()
     m_tops->setEnabled(!m_well.key.isEmpty());
 }
 
-// What is selected stays so, also under another name or in another row; where it is gone, its row does.
+// What is selected stays so, also in another row; where its name is gone, its row does.
 void WellContents::showWell(const host::WellEntry &well)
 {
     const QTreeWidgetItem *selected = well.key == m_well.key ? current() : nullptr;
     const int kind = selected ? selected->data(NameColumn, kindRole).toInt() : 0;
     const int row = selected && selected->parent() ? selected->parent()->indexOfChild(current()) : -1;
-    const QString newName = std::exchange(m_newName, {});
-    const QString name = !newName.isEmpty() || !selected ? newName : selected->data(NameColumn, nameRole).toString();
+    const QString name = selected ? selected->data(NameColumn, nameRole).toString() : QString();
     if (well.key != m_well.key)
         m_status->clear();
     const QScopedValueRollback<bool> filling(m_isFilling, true);
@@ -312,10 +310,8 @@ void WellContents::takeEdit(QTreeWidgetItem *item, int column)
                 m_asker.warn(title, problem);
                 showWell(m_well);
             } else if (index >= 0) {
-                m_newName = markers.at(index).name;
                 finish(title, m_store.writeMarkers(m_well.key, markers));
             } else if (text.trimmed() != oldName) {
-                m_newName = text.trimmed();
                 finish(title, m_store.renameLog(m_well.key, oldName, text));
             }
         },

@@ -74,7 +74,6 @@ private:
     QPushButton *m_color = nullptr;
     QPushButton *m_delete = nullptr;
     QPushButton *m_tops = nullptr;
-    QString m_newName; ///< of what is selected, when it is shown next
     bool m_isFilling = false;
 };
 

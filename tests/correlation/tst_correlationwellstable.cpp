@@ -28,6 +28,10 @@ private slots:
         CorrelationFixture::chooser(&table, 0, 1)->setCurrentText("T");
         table.addNextWell();
         QCOMPARE(rows(), QStringList({"A:T", "B:T"}));
+        CorrelationFixture::chooser(&table, 1, 1)->setCurrentText("Simple");
+        table.addNextWell();
+        QCOMPARE(rows().at(2), QString("C:Simple"));
+        table.removeWell();
         CorrelationFixture::chooser(&table, 1, 1)->setCurrentText("Own of B");
         CorrelationFixture::chooser(&table, 0, 0)->setCurrentText("C");
         table.addNextWell();

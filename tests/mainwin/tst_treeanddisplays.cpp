@@ -570,7 +570,16 @@ private slots:
         QCOMPARE(scene->tracks().first()->curves().first()->samples().value(0), 7.0);
         QCOMPARE(scene->markers().find("Top")->depth(), 200.0F);
         QCOMPARE(display->logView()->verticalScrollBar()->value(), 300);
+        well->header.totalDepth = 5500;
+        w.sync();
+        QCOMPARE(scene->endDepth(), 5500.0F);
+        display->scene()->panel()->setDepthType(2);
+        display->scene()->setDepthType(2);
         well->header.kbElevation = 30;
+        w.sync();
+        QCOMPARE(scene->startDepth(), -30.0F);
+        display->scene()->panel()->setDepthType(0);
+        display->scene()->setDepthType(0);
         well->header.totalDepth = 6000;
         w.sync();
         QCOMPARE(scene->markers().find("Top")->depth(), 170.0F);
