@@ -217,6 +217,7 @@ void TestNewWellsLogs::namesOfSingleRows()
     menu->actions().at(2)->trigger();
     QCOMPARE(text(0, NewWellsModel::NameColumn), QStringLiteral("A"));
     QCOMPARE(text(1, NewWellsModel::NameColumn), QStringLiteral("two"));
+    QCOMPARE(table->currentIndex(), cell(1, NewWellsModel::NameColumn)); // the last row stays the current one
 }
 
 void TestNewWellsLogs::correctionsStayWithTheirWells()
