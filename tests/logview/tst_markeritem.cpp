@@ -174,6 +174,7 @@ void tst_markeritem::panelSlots()
     for (int index = 4; index >= 0; --index) {
         panel->findChild<QComboBox *>(QStringLiteral("lineThicknessBox"))->setCurrentIndex(index);
         QCOMPARE(f.marker->lineThickness(), index + 1);
+        QCOMPARE(panel->findChild<QComboBox *>(QStringLiteral("lineThicknessBox"))->currentIndex(), index);
     }
     auto *button = panel->findChild<QPushButton *>(QStringLiteral("lineColorButton"));
     answerColorDialog(QColor(1, 2, 3), false);

@@ -309,6 +309,8 @@ void TestNewWellsDialog::modelShowsAndEdits()
     QVERIFY(!(model.flags(model.index(2, NewWellsModel::NameColumn)) & Qt::ItemIsEditable));
     QVERIFY(!(model.flags(model.index(0, NewWellsModel::FileColumn)) & Qt::ItemIsEditable));
     QVERIFY(!model.setData(model.index(2, NewWellsModel::NameColumn), QStringLiteral("x"), Qt::EditRole));
+    QVERIFY(!model.setData(model.index(0, NewWellsModel::NameColumn), Qt::Unchecked, Qt::CheckStateRole));
+    QVERIFY(!model.setData(model.index(0, NewWellsModel::ChosenColumn), 0, Qt::EditRole));
 
     QVERIFY(!value(0, NewWellsModel::TotalDepthColumn, Qt::BackgroundRole).isValid());
     QVERIFY(model.setData(model.index(0, NewWellsModel::TotalDepthColumn), QStringLiteral("x"), Qt::EditRole));
