@@ -284,6 +284,8 @@ private slots:
         dialog.show();
         QCOMPARE(preview->builtTracks(), 1);
         auto *splitter = dialog.findChild<QSplitter *>("previewSplitter");
+        splitter->setSizes({0, 1});
+        QVERIFY(splitter->sizes().first() > 100); // the tracks themselves stay
         splitter->setSizes({1, 0});
         dialog.tracks().first()->setTrack(trackOf("#00ff00"), 1);
         dialog.addTrackClicked();
