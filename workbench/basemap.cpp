@@ -258,11 +258,11 @@ void BaseMap::drawNorthArrow(QPainter &painter)
     painter.drawText(box, Qt::AlignHCenter | Qt::AlignBottom, QStringLiteral("N"));
 }
 
+// In the letters of the axes.
 void BaseMap::drawFooter(QPainter &painter)
 {
     const QRectF area = m_frame.area();
     const QFontMetricsF metrics(smallFont());
-    painter.setFont(smallFont());
     const double middle = height() - outerMarginPx - metrics.height() / 2 + 2;
     const QColor ink = palette().color(QPalette::Text);
 

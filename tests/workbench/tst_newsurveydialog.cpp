@@ -3,6 +3,7 @@
 #include "support/scriptedasker.h"
 #include "support/testmain.h"
 #include "survey/surveystore.h"
+#include "workbench/fieldform.h"
 #include "workbench/newsurveydialog.h"
 
 #include <QComboBox>
@@ -44,6 +45,7 @@ class TestNewSurveyDialog : public QObject
 
 private slots:
     void init();
+    void unitsAreQuieterThanNames();
     void folderNames_data();
     void folderNames();
     void fieldProblems_data();
@@ -66,6 +68,16 @@ void TestNewSurveyDialog::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     m_asker = ScriptedAsker();
+}
+
+void TestNewSurveyDialog::unitsAreQuieterThanNames()
+{
+    FieldForm form;
+    form.addField(QStringLiteral("Total depth"), new QLineEdit, QStringLiteral("m"));
+    for (const QLabel *label : form.findChildren<QLabel *>())
+        if (!label->text().isEmpty())
+            QCOMPARE(label->palette().color(QPalette::WindowText) != form.palette().color(QPalette::WindowText),
+                     label->text() == QLatin1String("m"));
 }
 
 void TestNewSurveyDialog::folderNames_data()
