@@ -13,8 +13,25 @@
 #include <QTemporaryDir>
 
 #include <fcntl.h>
+#include <functional>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
+
+namespace {
+
+std::function<void()> beforeLock;
+
+} // namespace
+
+// Stands before the C library's, for what happens between the making of a folder and its lock.
+extern "C" __attribute__((visibility("default"))) int lockAfterwards(int file, int operation) __asm__("flock");
+int lockAfterwards(int file, int operation)
+{
+    if (beforeLock)
+        beforeLock();
+    return static_cast<int>(::syscall(SYS_flock, file, operation));
+}
 
 class TestFileLock : public QObject
 {
@@ -31,6 +48,7 @@ private slots:
     void aHiddenFolderInUseIsNoLeftover();
     void leftoversOfTheDeadGoAndNothingElse();
     void aFileTakenForALeftoverTooEarlyIsMadeAgain();
+    void aFolderTakenForALeftoverTooEarlyIsMadeAgain();
     void aHiddenFolderGoesWithItsContent();
 
 private:
@@ -202,6 +220,31 @@ void TestFileLock::aFileTakenForALeftoverTooEarlyIsMadeAgain()
     QVERIFY(base::writeFileAtomically(path("a"), "text").ok());
     QCOMPARE(calls.count, 2);
     QCOMPARE(files::snapshot(folder()), (QMap<QString, QByteArray>{{"a", "text"}}));
+}
+
+void TestFileLock::aFolderTakenForALeftoverTooEarlyIsMadeAgain()
+{
+    const auto openFiles = [] { return QDir(QStringLiteral("/proc/self/fd")).count(); };
+    const int input = ::dup(0);
+    ::close(0); // the next file that is opened gets its number
+    const auto before = openFiles();
+    int locks = 0;
+    beforeLock = [this, &locks] {
+        if (++locks == 1)
+            QDir(folder()).rmdir(names().first());
+    };
+    bool isThere = false;
+    {
+        const base::HiddenFolder hidden(folder());
+        isThere = hidden.isValid() && QFileInfo(hidden.path()).isDir();
+    }
+    beforeLock = nullptr;
+    const auto after = openFiles();
+    ::dup2(input, 0);
+    ::close(input);
+    QVERIFY(isThere);
+    QCOMPARE(locks, 2);
+    QCOMPARE(after, before);
 }
 
 void TestFileLock::aHiddenFolderGoesWithItsContent()
