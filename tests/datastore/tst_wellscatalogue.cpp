@@ -284,6 +284,7 @@ private slots:
         QVERIFY(!m_catalogue->readCurve(0, 0));
         expectError(selectedWellError);
         QVERIFY(!m_catalogue->readCurve(0, 0, WellsCatalogue::OnFailure::BeSilent));
+        QVERIFY(!m_catalogue->readStoredLog(0, 0));
         expectSilence();
         QVERIFY(m_catalogue->markers(0).isEmpty());
         expectError(selectedWellError);
@@ -301,6 +302,22 @@ private slots:
         // The lists stay as they were: nothing else in the plug-in loses its place.
         QCOMPARE(m_catalogue->logNames(0), QStringList{"GR"});
         QCOMPARE(m_catalogue->markerNames(0), QStringList{"Top"});
+        expectSilence();
+    }
+
+    void aStoredLogIsTheHostsOwn()
+    {
+        add("A")->logs = {logOf("GR", "gapi", {1, host::undefinedValue, 3})};
+        m_catalogue->build();
+        const std::optional<host::LogData> log = m_catalogue->readStoredLog(0, 0);
+        QVERIFY(log);
+        QCOMPARE(log->values, (QVector<float>{1, host::undefinedValue, 3}));
+        QCOMPARE(log->depths.size(), 3);
+        QCOMPARE(log->unit, QString("gapi"));
+        for (const int other : {-1, 1, 1000000}) {
+            QVERIFY(!m_catalogue->readStoredLog(0, other));
+            QVERIFY(!m_catalogue->readStoredLog(other, 0));
+        }
         expectSilence();
     }
 
