@@ -78,6 +78,8 @@ inline QStringList faults(QWidget *window, int *count)
             judge(widget, action->toolTip());
         if (const auto *label = qobject_cast<const QLabel *>(widget)) {
             const QWidget *field = label->buddy();
+            if (field)
+                judge(widget, label->text());
             if (field && field->isVisible() && field->window() == window && !standsAt(placeOf(label), placeOf(field)))
                 found.append(nameOf(label) + QStringLiteral(" does not stand at ") + nameOf(field));
         } else if (const auto *button = qobject_cast<const QAbstractButton *>(widget)) {
