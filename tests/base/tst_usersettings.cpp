@@ -74,7 +74,7 @@ void TestUserSettings::whatIsNoSettingIsPassedOver()
 {
     m_settings.setValue("a", 1);
     const QByteArray line = files::read(file("p.conf"));
-    files::write(file("p.conf"), "[General]\nb=@Size(3 4)\nc\n=d\n\xFF\xFE=AAAA\n" + line + "e=");
+    files::write(file("p.conf"), "[General]\nb=@Size(3 4)\nc\n" + line.mid(1) + "\xFF\xFE=AAAA\n" + line + "e=");
     QCOMPARE(m_settings.value("a").toInt(), 1);
     for (const char *key : {"b", "c", "", "e", "General"})
         QVERIFY(!m_settings.value(key).isValid());
