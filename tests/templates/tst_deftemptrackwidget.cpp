@@ -125,6 +125,7 @@ private slots:
         QVERIFY(!check->isChecked());
         auto *pointColor = m->cell<QPushButton>(0, 0, PointColor);
         QCOMPARE(pointColor->property("clr").toString(), QString("#000000"));
+        QVERIFY(!pointColor->autoDefault()); // Enter in a line opens no colours
         QCOMPARE(pointColor->icon().actualSize(QSize(500, 500)), QSize(100, 100));
         QCOMPARE(swatch(0), QColor(Qt::black));
         auto *size = m->cell<QSpinBox>(0, 0, PointSize);
