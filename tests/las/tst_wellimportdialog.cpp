@@ -280,6 +280,10 @@ void TestWellImportDialog::longLineIsCut()
     QCOMPARE(shown.value(2), QString(99999, QLatin1Char('y')));
     QCOMPARE(shown.value(3), QString(100000, QLatin1Char('x')) + text(" …"));
     QCOMPARE(shown.value(4), text("next"));
+    auto *browser = f.tab()->findChild<LasTextBrowser *>();
+    browser->setLines(f.tab()->file().lines);
+    QVERIFY(browser->horizontalScrollBar()->maximum() > 0);
+    QCOMPARE(browser->horizontalScrollBar()->value(), 0); // lines are read from their beginning
 }
 
 void TestWellImportDialog::existingNamesAreRed()

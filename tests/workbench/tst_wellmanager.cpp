@@ -3,6 +3,7 @@
 #include "support/files.h"
 #include "support/scriptedasker.h"
 #include "support/testmain.h"
+#include "support/tidywindows.h"
 #include "survey/surveyfolder.h"
 #include "survey/wellinput.h"
 #include "workbench/renamewelldialog.h"
@@ -205,6 +206,9 @@ void TestWellManager::addsAWell()
     QSignalSpy changed(&dialog, &WellManagerDialog::changed);
     onNextDialog(QStringLiteral("wellEditDialog"), [](QDialog *edit) {
         QCOMPARE(edit->windowTitle(), QStringLiteral("Add well"));
+        int looked = 0;
+        QCOMPARE(tidy::faults(edit, &looked).join(u'\n'), QString());
+        QVERIFY(looked > 10);
         type(edit, "nameEdit", QStringLiteral(" 15/9-F-1 "));
         type(edit, "xEdit", QStringLiteral("435050.5"));
         type(edit, "yEdit", QStringLiteral("6478563.125"));
