@@ -59,6 +59,7 @@ private slots:
     void ticksAreRoundAndApart();
     void textsBelowTheMapStandInOneRow();
     void anArrowShowsNorth();
+    void wellsThatAreNotThereAreCounted();
     void symbolsOfTheLegendStandBeforeTheirNames();
     void theSelectedNameKeepsOffItsSymbol();
     void scaleBarIsNiceAndNotTooLong_data();
@@ -187,9 +188,32 @@ void TestBaseMap::anArrowShowsNorth()
     map.setWells({at(500000, 6000000), at(504000, 6003000)});
     const QVector<DrawnText> texts =
         TextRecorder::record([&map](QPainter &painter) { map.render(&painter, {}, {}, QWidget::DrawChildren); });
-    const auto north = std::find_if(texts.begin(), texts.end(), [](const DrawnText &text) { return text.text == "N"; });
+    const auto north =
+        std::find_if(texts.begin(), texts.end(), [](const DrawnText &text) { return text.text == "N"; });
     QVERIFY(north != texts.end());
     QVERIFY(north->pointSize < map.font().pointSizeF()); // smaller than the wells' names
+}
+
+void TestBaseMap::wellsThatAreNotThereAreCounted()
+{
+    const MapWell there = at(500000, 6000000);
+    const MapWell nowhere = at(notANumber, notANumber);
+    BaseMap map;
+    map.resize(400, 300);
+    const auto notices = [&map] {
+        QStringList found;
+        for (const DrawnText &text :
+             TextRecorder::record([&map](QPainter &painter) { map.render(&painter, {}, {}, QWidget::DrawChildren); }))
+            if (text.text.endsWith(QLatin1String("no position")))
+                found.append(text.text);
+        return found;
+    };
+    map.setWells({there});
+    QCOMPARE(notices(), QStringList());
+    map.setWells({there, nowhere});
+    QCOMPARE(notices(), QStringList{QStringLiteral("1 well has no position")});
+    map.setWells({there, nowhere, nowhere});
+    QCOMPARE(notices(), QStringList{QStringLiteral("2 wells have no position")});
 }
 
 void TestBaseMap::textsBelowTheMapStandInOneRow()
