@@ -78,7 +78,10 @@ private slots:
             Shown first(QStringLiteral("A"));
             first.dialog.resize(410, 320);
             first.dialog.showMaximized();
-            QTRY_VERIFY(first.dialog.width() > 420);
+            const bool isMaximized = QTest::qWaitFor([&first] { return first.dialog.width() > 420; });
+            if (!isMaximized && QGuiApplication::platformName() == QLatin1String("xcb"))
+                QSKIP("no window manager maximizes windows here");
+            QVERIFY(isMaximized);
             first.dialog.close();
         }
         const Shown second(QStringLiteral("A"));
