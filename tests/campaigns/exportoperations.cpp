@@ -8,16 +8,16 @@
 #include "logview/welldisplaywidget.h"
 #include "logview/welllogsscene.h"
 #include "mainwin/sheetsaving.h"
+#include "mainwin/truescaledialog.h"
 #include "operations.h"
+#include "support/modaldialog.h"
 #include "workbench/reportdialog.h"
 
-#include <QApplication>
 #include <QComboBox>
 #include <QDialog>
 #include <QFileInfo>
 #include <QGraphicsView>
 #include <QPushButton>
-#include <QTimer>
 
 namespace campaign {
 
@@ -97,8 +97,7 @@ Saved sheet(Place &place, int state)
     WellDisplayWidget display(place.data, QStringLiteral("A"), QStringLiteral("Simple"), nullptr);
     const sheetsaving::Display shown{display.headerView()->scene(), display.scene(),
                                      logview::sheetContents(*display.headerView()->scene(), *display.scene())};
-    QTimer::singleShot(0, [state] {
-        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+    whenModal<TrueScaleDialog>(&display, [state](QDialog *dialog) {
         dialog->findChild<QComboBox *>()->setCurrentText(state == 1 ? QStringLiteral("A3") : QStringLiteral("A4"));
         dialog->accept();
     });

@@ -13,9 +13,11 @@
 #include "logview/welllogsscenepropertywidget.h"
 #include "mainwin/reportwriter.h"
 #include "mainwin/sheetsaving.h"
+#include "mainwin/truescaledialog.h"
 #include "nameuses.h"
 #include "operations.h"
 #include "support/files.h"
+#include "support/modaldialog.h"
 #include "survey/odfile.h"
 #include "tests/survey/surveyfixture.h"
 #include "welldata/celledit.h"
@@ -24,9 +26,9 @@
 #include "welldata/welldatatable.h"
 #include "workbench/newwellsdialog.h"
 #include "workbench/newwellsmodel.h"
+#include "workbench/reportdialog.h"
 #include "workbench/wellcontents.h"
 
-#include <QApplication>
 #include <QComboBox>
 #include <QFileInfo>
 #include <QGraphicsView>
@@ -34,7 +36,6 @@
 #include <QPushButton>
 #include <QTableView>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <QTreeWidget>
 
 namespace campaign {
@@ -296,10 +297,7 @@ QString typeNewWell(Place &place, const QString &name, int number)
     auto *create = dialog.findChild<QPushButton *>(text("createWellsButton"));
     if (!create->isEnabled())
         return text("refused");
-    QTimer::singleShot(0, [] { // the summary
-        if (auto *summary = qobject_cast<QDialog *>(QApplication::activeModalWidget()))
-            summary->reject();
-    });
+    whenModal<workbench::ReportDialog>(&dialog, [](QDialog *summary) { summary->reject(); });
     create->click();
     return refusalUnless(dialog.createdCount() == 1, place);
 }
@@ -360,7 +358,7 @@ QString titleOfSheet(Place &place, const QString &name, int)
     sheetsaving::Display shown{display.headerView()->scene(), display.scene(),
                                logview::sheetContents(*display.headerView()->scene(), *display.scene())};
     shown.contents.title = name;
-    QTimer::singleShot(0, [] { qobject_cast<QDialog *>(QApplication::activeModalWidget())->accept(); });
+    whenModal<TrueScaleDialog>(&display, [](QDialog *paper) { paper->accept(); });
     const QString outcome = sheetsaving::saveSheet(
         place.data, shown, &display, [](QWidget *, const QString &, const QString &proposed) { return proposed; });
     return refusalUnless(outcome.startsWith(QLatin1String("Saved as ")), place);
