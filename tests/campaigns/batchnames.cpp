@@ -236,7 +236,7 @@ QString askForNothing(Place &place, const QString &name, int)
     };
     for (const QStringList &command : commands)
         (void)runBatchHere(place.survey(), command, {name});
-    (void)runBatchHere(place.survey(), {text("render"), text("--out"), out}, {text("A:") + name});
+    (void)runBatchHere(place.survey(), {text("render"), text("--out"), out}, {text("A:no such ") + name});
     (void)runBatchHere(place.survey(), {text("points")}, {name, text("Gamma")});
     (void)runBatchHere(place.survey(), {text("points")}, {text("A"), name});
     (void)runBatchHere(place.survey(), {text("default-logs")}, {text("A"), text("Gamma=") + name});
