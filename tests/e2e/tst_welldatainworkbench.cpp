@@ -29,6 +29,7 @@ private slots:
     {
         const QString name = "Sabrane Shale";
         DemoLaunch demo;
+        sizeWindow(demo); // a correlation makes items of the wells near what is seen of it, and keeps them
         auto *tree = find<QTreeWidget>(demo.window, "ProjectTreeWidget");
         QTreeWidgetItem *well = tree->topLevelItem(0)->child(0);
         const QString wellName = well->text(0);
@@ -139,11 +140,17 @@ private:
                 return row;
         return -1;
     }
-    static QWidget *openEditor(const DemoLaunch &demo, const QString &wellName, int tab)
+    static QMainWindow *sizeWindow(const DemoLaunch &demo)
     {
         auto *window = find<QMainWindow>(demo.window, "MainWindow");
         window->showNormal();
         window->resize(1400, 900);
+        QCoreApplication::processEvents();
+        return window;
+    }
+    static QWidget *openEditor(const DemoLaunch &demo, const QString &wellName, int tab)
+    {
+        QMainWindow *window = sizeWindow(demo);
         find<QTabWidget>(*window, "centralTabs")->setCurrentIndex(2);
         auto *manager = find<QWidget>(*window, "WellsDataManagerWidget");
         find<QComboBox>(*manager, "wellBox")->setCurrentText(wellName);

@@ -8,6 +8,7 @@
 #include "textrecorder.h"
 
 #include <QFontMetricsF>
+#include <QGuiApplication>
 
 namespace {
 
@@ -17,7 +18,8 @@ QByteArray curveLine(const char *curve, const char *limits = "0 | 150")
 }
 const QByteArray depthTrack = "Depth\nDepth | MD | 0 | 0 | 0,0,0 | 0,0,0 | 0,0,0 | 0 | 0 | 0 | 0\n";
 
-QFont times(int points = 12)
+// Without a size it has that of the desktop's letters.
+QFont times(int points = QGuiApplication::font().pointSize())
 {
     QFont font(QStringLiteral("Times"));
     font.setPointSize(points);
