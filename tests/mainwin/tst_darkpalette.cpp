@@ -16,9 +16,8 @@
 #include "mainwin/projecttreewidget.h"
 #include "mainwin/truescaledialog.h"
 #include "plugin/launcher.h"
-#include "support/legibletexts.h"
+#include "support/legiblewindow.h"
 #include "support/testmain.h"
-#include "support/tidywindows.h"
 #include "templates/definetemplate.h"
 #include "templates/modifytemplate.h"
 
@@ -225,19 +224,6 @@ private slots:
     }
 
 private:
-    static void expectLegible(QWidget *window, int atLeast)
-    {
-        QCoreApplication::processEvents();
-        int count = 0;
-        const QStringList found = legible::illegibleTexts(window, &count);
-        QVERIFY2(found.isEmpty(), qPrintable(found.join('\n')));
-        QVERIFY2(count >= atLeast, qPrintable(QString::number(count)));
-        count = 0;
-        const QStringList untidy = tidy::faults(window, &count);
-        QVERIFY2(untidy.isEmpty(), qPrintable(untidy.join('\n')));
-        QVERIFY2(count >= atLeast, qPrintable(QString::number(count)));
-    }
-
     QPalette m_before;
     std::unique_ptr<Window> m;
 };

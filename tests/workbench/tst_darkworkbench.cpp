@@ -1,8 +1,7 @@
 // On a dark desktop every text of the workbench's windows can be read, and the windows are tidy.
 
-#include "support/legibletexts.h"
+#include "support/legiblewindow.h"
 #include "support/testmain.h"
-#include "support/tidywindows.h"
 #include "workbench/manualdialog.h"
 #include "workbench/messagespanel.h"
 #include "workbench/newwellsdialog.h"
@@ -170,18 +169,6 @@ private:
         QVERIFY(store.writeMarkers(key, {{"Top", 150, Qt::red}}).ok());
         QVERIFY(QFile::remove(survey + "/WellInfo/Aldra-2.well")); // a message
         QVERIFY(m_window->openSurvey(survey));
-    }
-    static void expectLegible(QWidget *window, int atLeast)
-    {
-        QCoreApplication::processEvents();
-        int count = 0;
-        const QStringList found = legible::illegibleTexts(window, &count);
-        QVERIFY2(found.isEmpty(), qPrintable(found.join('\n')));
-        QVERIFY2(count >= atLeast, qPrintable(QString::number(count)));
-        count = 0;
-        const QStringList untidy = tidy::faults(window, &count);
-        QVERIFY2(untidy.isEmpty(), qPrintable(untidy.join('\n')));
-        QVERIFY2(count >= atLeast, qPrintable(QString::number(count)));
     }
 
     QPalette m_before;
