@@ -125,7 +125,7 @@ bool DisplayPicture::render(const BandTaker &taker) const
     return true;
 }
 
-base::WriteResult DisplayPicture::write(const QString &path, const BandTaker &taker) const
+base::WriteResult DisplayPicture::write(const QString &path, const BandTaker &taker, OldFile oldFile) const
 {
     if (isEmpty())
         return {QStringLiteral("the display is empty")};
@@ -138,7 +138,9 @@ base::WriteResult DisplayPicture::write(const QString &path, const BandTaker &ta
     });
     if (result.ok() && !isComplete)
         return {QStringLiteral("it was cancelled")};
-    return result.ok() ? writer->commit() : result;
+    if (!result.ok())
+        return result;
+    return oldFile == OldFile::Keep ? writer->commitAsNew() : writer->commit();
 }
 
 void DisplayPicture::drawInto(QPainter &painter) const

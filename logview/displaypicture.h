@@ -46,9 +46,13 @@ public:
     using BandTaker = std::function<bool(const QImage &rows)>;
     /// Renders all of it once. False when \a taker stopped it.
     bool render(const BandTaker &taker) const;
+    enum class OldFile { Replace, Keep };
+
     /// Writes all of it as a file of its format, and hands every band to \a taker as well, also after the file has
-    /// failed. What was stopped is not written; then, and when it failed, the file is as it was.
-    base::WriteResult write(const QString &path, const BandTaker &taker = {}) const;
+    /// failed. What was stopped is not written; then, and when it failed, the file is as it was. An old file that is to be
+    /// kept, whoever made it meanwhile, is a failure.
+    base::WriteResult write(const QString &path, const BandTaker &taker = {},
+                            OldFile oldFile = OldFile::Replace) const;
     /// Draws all of it over the painter's viewport, whatever the proportions of that.
     void drawInto(QPainter &painter) const;
 

@@ -26,6 +26,13 @@ base::WriteResult PictureWriter::commit()
     return result.ok() ? m_file.commit() : result;
 }
 
+base::WriteResult PictureWriter::commitAsNew()
+{
+    const base::WriteResult result = resultOf(finish());
+    bool isTaken = false;
+    return result.ok() ? m_file.commitAsNew(&isTaken) : result;
+}
+
 bool PictureWriter::writeBytes(const void *bytes, qint64 size)
 {
     if (m_fileResult.ok())

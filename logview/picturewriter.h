@@ -19,6 +19,8 @@ public:
     base::WriteResult append(const QImage &rows);
     /// All rows must have been appended.
     base::WriteResult commit();
+    /// The same where a file that came to its place meanwhile is not replaced: that is a failure then.
+    base::WriteResult commitAsNew();
 
 protected:
     static constexpr int bytesPerPixel = 3;

@@ -5,6 +5,7 @@
 #include "logview/displaypicture.h"
 #include "logview/paper/sheetfile.h"
 #include "logview/paper/sheetpainter.h"
+#include "programs/batch/heldsignals.h"
 #include "programs/batch/progress.h"
 #include "programs/batch/session.h"
 #include "programs/batch/tables.h"
@@ -63,7 +64,7 @@ QString problemOf(const Arguments &arguments)
     const std::optional<double> from = arguments.number(option("--from"));
     const std::optional<double> to = arguments.number(option("--to"));
     if (from && to && *from >= *to)
-        return QStringLiteral("The depth of the option --from lies above that of the option --to.");
+        return QStringLiteral("The depth of the option --from does not lie above that of the option --to.");
     const QStringList markers = arguments.values(option("--markers"));
     if (markers.size() > 1 && (markers.contains(QStringLiteral("all")) || markers.contains(QStringLiteral("none"))))
         return QStringLiteral("The option --markers is \"all\", \"none\" or names, not several of these.");
@@ -108,10 +109,15 @@ Result drawPicture(const Session &session, const Drawing &drawing, PictureFormat
     if (!session.isDryRun()) {
         Progress progress(QStringLiteral("Drawing"), picture.size().height());
         int done = 0;
-        const base::WriteResult written = picture.write(drawing.path, [&](const QImage &rows) {
-            progress.setDone(done += rows.height());
-            return true;
-        });
+        const HeldSignals held; // one ends it between two bands, without a trace
+        const auto oldFile = session.isForced() ? DisplayPicture::OldFile::Replace : DisplayPicture::OldFile::Keep;
+        const base::WriteResult written = picture.write(
+            drawing.path,
+            [&](const QImage &rows) {
+                progress.setDone(done += rows.height());
+                return !HeldSignals::isOneWaiting();
+            },
+            oldFile);
         if (!written.ok())
             return Result::failed(fileProblem(drawing.path, written.error));
     }
@@ -122,6 +128,7 @@ Result drawPicture(const Session &session, const Drawing &drawing, PictureFormat
 base::WriteResult writeBytes(const Session &session, const QString &path, const QByteArray &bytes)
 {
     base::removeLeftovers(QFileInfo(path).path()); // of programs that died while they wrote there
+    const HeldSignals held;
     bool isTaken = false;
     return session.isForced() ? base::writeFileAtomically(path, bytes)
                               : base::writeNewFileAtomically(path, bytes, &isTaken);
@@ -176,8 +183,11 @@ void makeDrawing(Command *command)
         valueOption("--type", "TYPE",
                     "Draw measured depths (MD, without the option) or depths below sea level (TVDSS)",
                     choiceOf({QStringLiteral("MD"), QStringLiteral("TVDSS")})),
-        valueOption("--unit", "UNIT", "Draw in metres (METER, without the option) or in feet (FEET)",
-                    choiceOf({QStringLiteral("METER"), QStringLiteral("FEET")})),
+        valueOption(
+            "--unit", "UNIT",
+            "Draw in metres (METER, without the option) or in feet (FEET), with as much room for a foot as for "
+            "a metre",
+            choiceOf({QStringLiteral("METER"), QStringLiteral("FEET")})),
         listOption("--markers", "MARKERS", "Draw all markers, none, or those of these names"),
         valueOption(
             "--paper", "PAPER",

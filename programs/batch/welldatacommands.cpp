@@ -108,9 +108,12 @@ Result importMarkers(Session &session, const host::WellEntry &well, const Argume
         return Result::failed(refusalToReplace(QStringLiteral("Markers of ") + well.name, stored.value.size()));
     const QVector<welldata::TableRow> rows = welldata::markerRows(file.value, welldata::MarkerElevations(*head));
     Result result;
+    const QStringList problems = welldata::markerProblems(rows, head->totalDepth);
+    if (session.isForced())
+        result.notices += problems; // what is agreed to is told all the same
     if (session.isDryRun()) {
-        for (const QString &problem : welldata::markerProblems(rows, head->totalDepth))
-            (session.isForced() ? result.notices : result.failures).append(problem);
+        if (!session.isForced())
+            result.failures += problems;
         const double elevations = head->kbElevation + head->secondElevation;
         for (const welldata::TableRow &row : rows) {
             const float depth = row.numbers[welldata::MdNumber].toFloat();

@@ -213,8 +213,8 @@ private slots:
         QTest::newRow("no scale") << QStringList{"--out", "a.pdf", "--scale", "nan"} << "is a number, not \"nan\"";
         QTest::newRow("large scale") << QStringList{"--out", "a.pdf", "--scale", "1e9"} << "is no more than 1000000";
         QTest::newRow("upside down") << QStringList{"--out", "a.pdf", "--from", "20", "--to", "10"}
-                                     << "the option --from lies above";
-        QTest::newRow("empty") << QStringList{"--out", "a.pdf", "--from", "10", "--to", "10"} << "lies above";
+                                     << "the option --from does not lie above";
+        QTest::newRow("empty") << QStringList{"--out", "a.pdf", "--from", "10", "--to", "10"} << "does not lie above";
         QTest::newRow("dpi 0") << QStringList{"--out", "a.pdf", "--dpi", "0"} << "is no less than 50";
         QTest::newRow("dpi 100000") << QStringList{"--out", "a.pdf", "--dpi", "100000"} << "is no more than 2400";
         QTest::newRow("type") << QStringList{"--out", "a.pdf", "--type", "TVD"} << "is one of MD, TVDSS, not \"TVD\"";

@@ -80,7 +80,10 @@ private slots:
         const BatchRun dry = runBatch({"markers", "Brisk-1", "--import", m_file, "--dry-run"}, m_survey);
         VERIFY_EXIT(1, dry);
         QVERIFY(dry.errors.contains("occurs twice"));
-        VERIFY_EXIT(0, runBatch({"markers", "Brisk-1", "--import", m_file, "--force"}, m_survey));
+        const BatchRun forced = runBatch({"markers", "Brisk-1", "--import", m_file, "--force"}, m_survey);
+        VERIFY_EXIT(0, forced);
+        for (const char *text : {"occurs twice", "outside the well's track", "no number"})
+            QVERIFY2(forced.errors.contains(text), qPrintable(forced.errors)); // what was agreed to is told
         QCOMPARE(markersOf(m_survey, 3).size(), 2); // Odd at 0, Top A
     }
 

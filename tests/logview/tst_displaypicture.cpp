@@ -62,6 +62,7 @@ class tst_displaypicture : public QObject
     Q_OBJECT
 
 private slots:
+    void aFileThatCameMeanwhileIsKept();
     void sizes();
     void headerAboveTheLog();
     void longPicturesAreWholeInTheFile();
@@ -401,6 +402,26 @@ void tst_displaypicture::whatTheLibraryCannotWriteIsTold()
     QCOMPARE(writer.open(folder.filePath("a.jpg"), QSize(JpegWriter::longestSide + 100, 1)).error,
              QString("the picture could not be encoded"));
     QVERIFY(!QFile::exists(folder.filePath("a.jpg")));
+}
+
+// One was asked for that is not there; another program made it while the picture was drawn.
+void tst_displaypicture::aFileThatCameMeanwhileIsKept()
+{
+    QTemporaryDir folder;
+    Scenes scenes(10, 100);
+    const QString path = folder.filePath(QStringLiteral("a.png"));
+    const DisplayPicture picture(scenes.header, scenes.log, PictureFormat::Png);
+    const auto makeIt = [&path](const QImage &) {
+        files::write(path, "another's");
+        return true;
+    };
+    QVERIFY(!picture.write(path, makeIt, DisplayPicture::OldFile::Keep).ok());
+    QCOMPARE(files::read(path), QByteArray("another's"));
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"a.png"});
+    QVERIFY(picture.write(path, makeIt).ok());
+    QVERIFY(files::read(path) != "another's");
+    QVERIFY(QFile::remove(path));
+    QVERIFY(picture.write(path, {}, DisplayPicture::OldFile::Keep).ok());
 }
 
 LORVA_TEST_MAIN(tst_displaypicture)
