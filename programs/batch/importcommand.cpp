@@ -10,6 +10,8 @@
 #include "survey/lasfiles.h"
 
 #include <QFileInfo>
+#include <QJsonArray>
+#include <QSet>
 
 namespace batch {
 
@@ -117,6 +119,22 @@ Result importAsNewWells(Session &session, const QStringList &files, const CurveC
     return result;
 }
 
+// Names of curves in an option that were none of those imported: a slip of the pen would go unseen.
+void noteUnusedNames(const char *option, const QHash<QString, QString> &pairs, Result *result)
+{
+    QSet<QString> imported;
+    for (const Record &record : qAsConst(result->records))
+        for (const QJsonValue &log : record.value(QLatin1String("logs")).toArray())
+            imported.insert(log.toObject().value(QLatin1String("curve")).toString());
+    QStringList names = pairs.keys();
+    names.sort();
+    for (const QString &name : qAsConst(names))
+        if (!imported.contains(name))
+            result->notices.append(
+                QStringLiteral("The option %1 names \"%2\", which is no curve that is imported: nothing came of it.")
+                    .arg(QLatin1String(option), name));
+}
+
 Result run(Session &session, const Arguments &arguments)
 {
     const CurveChoice choice(arguments);
@@ -124,6 +142,8 @@ Result run(Session &session, const Arguments &arguments)
     Result result = arguments.has(QStringLiteral("--new-wells"))
         ? importAsNewWells(session, found.files, choice)
         : importIntoWells(session, found.files, arguments, choice);
+    noteUnusedNames("--map", choice.groups, &result);
+    noteUnusedNames("--rename", choice.names, &result);
     if (!session.isDryRun() && !result.records.isEmpty())
         assignGroups(session, result);
     if (found.files.isEmpty())

@@ -306,13 +306,9 @@ Result importAsNewWell(Session &session, const survey::NewWell &well, const Curv
     order.changeLogs = [&](QVector<host::LogData> *given, QStringList *notices) {
         changeLogs(choice, interval, given, notices, &logs, &groups);
     };
+    order.isTrial = session.isDryRun();
     survey::MadeWell made;
-    if (session.isDryRun()) {
-        made.name = order.properties.name;
-        for (const QString &curve : well.logs)
-            if (choice.isWanted(curve))
-                logs.append(logRecord(choice.nameOf(curve), curve, choice.groups.value(curve, groups.group(curve))));
-    } else {
+    {
         const HeldSignals held;
         made = survey::makeWell(session.store(), order);
     }

@@ -195,6 +195,40 @@ private slots:
         QVERIFY(files::read(m_survey + "/WLC/DefaultLogs/Nova-1.txt").contains("|RES"));
     }
 
+    // A file of which one curve repeats another and one has no sample.
+    void aDryRunOfNewWellsTellsWhatTheRunDoes()
+    {
+        QByteArray text = lasText("Nova-1").replace("RES.OHMM :\n", "RES.OHMM :\nNEW.API :\nGAP.M :\n");
+        const int data = text.indexOf("~A\n") + 3;
+        const QByteArrayList lines = text.mid(data).trimmed().split('\n');
+        text.truncate(data);
+        for (const QByteArray &line : lines)
+            text += line + ' ' + line.split(' ').at(1) + " -999.25\n";
+        files::write(m_las, text);
+        const auto before = files::snapshot(m_survey);
+        const BatchRun dry = import({m_las, "--new-wells", "--dry-run", "--json"});
+        VERIFY_EXIT(0, dry);
+        QCOMPARE(files::snapshot(m_survey), before);
+        const BatchRun run = import({m_las, "--new-wells", "--json"});
+        VERIFY_EXIT(0, run);
+        QJsonObject expected = run.record("imports");
+        QCOMPARE(expected.value("logs").toArray().size(), 2);
+        QCOMPARE(runBatch({"logs", "Nova-1", "--json"}, m_survey).list("logs").size(), 2);
+        expected["isWritten"] = false;
+        QCOMPARE(dry.record("imports"), expected);
+    }
+
+    void namesOfNoCurveAreTold()
+    {
+        const BatchRun run = import({m_las, "--rename", "ZZ=Q2", "--rename", "RES=Deep", "--map", "YY=Gamma", "--map",
+                                     "NEW=Gamma", "--json"});
+        VERIFY_EXIT(0, run);
+        const QString notices = run.output;
+        for (const char *told : {"The option --rename names \\\"ZZ\\\"", "The option --map names \\\"YY\\\""})
+            QVERIFY2(notices.contains(told), qPrintable(notices));
+        QVERIFY(!notices.contains("RES\\\"") && !notices.contains("NEW\\\""));
+    }
+
     void newWellsObeyTheOptions()
     {
         files::write(m_las, lasText("Nova-1"));
