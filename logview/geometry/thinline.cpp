@@ -129,10 +129,11 @@ private:
         return true;
     }
 
+    static constexpr int worthWhile = 8; // samples, to be passed over
+
     /// Samples that stand in one half of a row, or in one of the painter's steps, so that their lines cross no middle of
     /// a row. Those of a length from edge on have all pixels in the row, with the ones that the pen may set before and
     /// behind them.
-    static constexpr int worthWhile = 8; // samples, to be passed over
     struct Zone
     {
         qint64 row = 0;

@@ -144,11 +144,6 @@ int findImportedWell(Place &place, const QString &name)
     return -1;
 }
 
-QString logForm(const QString &name)
-{
-    return textfields::trimmedLine(name).replace(QChar(0), QLatin1Char(' '));
-}
-
 QString renameImportedLog(Place &place, const QString &name, int number)
 {
     if (!isWord(name))
@@ -162,11 +157,8 @@ QString renameImportedLog(Place &place, const QString &name, int number)
 
 int findLog(Place &place, const QString &name)
 {
-    const QVector<host::LogInfo> logs = place.wells().logs(Place::secondWell).value;
-    for (int i = 0; i < logs.size(); ++i)
-        if (logs.at(i).name == logForm(name))
-            return static_cast<int>(place.wells().log(Place::secondWell, i).value.values.value(2));
-    return -1;
+    const int index = indexOfLog(place, Place::secondWell, name);
+    return index < 0 ? -1 : static_cast<int>(place.wells().log(Place::secondWell, index).value.values.value(2));
 }
 
 bool isField(const QString &name)

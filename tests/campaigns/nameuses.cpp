@@ -24,6 +24,21 @@
 
 namespace campaign {
 
+// A null would end the name for the host.
+QString logForm(const QString &name)
+{
+    return textfields::trimmedLine(name).replace(QChar(0), QLatin1Char(' '));
+}
+
+int indexOfLog(Place &place, const QString &wellKey, const QString &name)
+{
+    const QVector<host::LogInfo> logs = place.wells().logs(wellKey).value;
+    for (int i = 0; i < logs.size(); ++i)
+        if (logs.at(i).name == logForm(name))
+            return i;
+    return -1;
+}
+
 namespace {
 
 constexpr char wellsFolder[] = "survey/WellInfo/";
@@ -85,12 +100,6 @@ int findRenamedWell(Place &place, const QString &name)
     return -1;
 }
 
-// A null would end the name for the host.
-QString logForm(const QString &name)
-{
-    return textfields::trimmedLine(name).replace(QChar(0), QLatin1Char(' '));
-}
-
 LogCurveData curveOf(const QString &name, int number)
 {
     LogCurveData curve;
@@ -108,24 +117,15 @@ QString storeLog(Place &place, const QString &name, int number)
     return refusalUnless(isDone, place.asker.texts.join(QLatin1Char(' ')));
 }
 
-int indexOfLog(Place &place, const QString &name)
-{
-    const QVector<host::LogInfo> logs = place.wells().logs(Place::firstWell).value;
-    for (int i = 0; i < logs.size(); ++i)
-        if (logs.at(i).name == logForm(name))
-            return i;
-    return -1;
-}
-
 int findLog(Place &place, const QString &name)
 {
-    const int index = indexOfLog(place, name);
+    const int index = indexOfLog(place, Place::firstWell, name);
     return index < 0 ? -1 : static_cast<int>(place.wells().log(Place::firstWell, index).value.values.value(1));
 }
 
 bool removeLog(Place &place, const QString &name)
 {
-    return place.wells().removeLog(Place::firstWell, indexOfLog(place, name)).ok();
+    return place.wells().removeLog(Place::firstWell, indexOfLog(place, Place::firstWell, name)).ok();
 }
 
 QString storeMarker(Place &place, const QString &name, int number)

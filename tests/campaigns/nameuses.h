@@ -23,6 +23,11 @@ struct NameUse
     std::function<QString(const QString &name)> form;
 };
 
+/// The form in which a log's name is kept.
+QString logForm(const QString &name);
+/// Where the log of that name stands in a well; -1 when it has none.
+int indexOfLog(Place &place, const QString &wellKey, const QString &name);
+
 /// Stores and readers.
 std::vector<NameUse> nameUses();
 /// Dialogs in which the name is typed.

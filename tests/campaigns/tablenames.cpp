@@ -68,11 +68,6 @@ QString zoneForm(const QString &name)
     return textfields::fieldName(name.trimmed());
 }
 
-QString logForm(const QString &name)
-{
-    return textfields::trimmedLine(name).replace(QChar(0), QLatin1Char(' '));
-}
-
 QString refusalUnless(bool isDone, const Place &place)
 {
     return isDone ? QString() : text("refused: ") + place.said().join(QLatin1Char(' '));
@@ -195,18 +190,9 @@ bool importFile(Place &place, const QString &path, const QString &logName)
     return place.wells().logs(Place::firstWell).ok();
 }
 
-int indexOfLog(Place &place, const QString &name)
-{
-    const QVector<host::LogInfo> logs = place.wells().logs(Place::firstWell).value;
-    for (int i = 0; i < logs.size(); ++i)
-        if (logs.at(i).name == logForm(name))
-            return i;
-    return -1;
-}
-
 int findLog(Place &place, const QString &name)
 {
-    const int index = indexOfLog(place, name);
+    const int index = indexOfLog(place, Place::firstWell, name);
     return index < 0 ? -1 : static_cast<int>(place.wells().log(Place::firstWell, index).value.values.value(2));
 }
 
