@@ -1,7 +1,6 @@
 #include "logview/paper/pdflines.h"
 
 #include <QPainterPath>
-#include <QThreadPool>
 
 #include <algorithm>
 #include <charconv>
@@ -255,15 +254,10 @@ QByteArray PdfLines::writtenInto(const QByteArray &pdf) const
 {
     const WrittenFile file(pdf);
     const QVector<WrittenFile::Stream> pages = file.pages();
-    std::vector<FilledPage> filled(static_cast<size_t>(pages.size()));
-    {
-        QThreadPool pool;
-        for (int i = 0; i < pages.size(); ++i)
-            pool.start([this, &pdf, &page = filled[static_cast<size_t>(i)], stream = pages.at(i)] {
-                page = filledPage(pdf.mid(stream.start, stream.size), m_lines);
-            });
-        pool.waitForDone();
-    }
+    std::vector<FilledPage> filled;
+    filled.reserve(static_cast<size_t>(pages.size()));
+    for (const WrittenFile::Stream &page : pages)
+        filled.push_back(filledPage(pdf.mid(page.start, page.size), m_lines));
     QVector<int> lines;
     for (const FilledPage &page : filled) {
         if (page.content.isEmpty())
