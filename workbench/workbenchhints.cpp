@@ -4,6 +4,7 @@
 #include "base/waitcursor.h"
 #include "survey/surveyfolder.h"
 #include "workbench/hintpage.h"
+#include "workbench/recentsurveysmenu.h"
 #include "workbench/surveyoverview.h"
 #include "workbench/workbenchwindow.h"
 

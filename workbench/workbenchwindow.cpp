@@ -12,6 +12,7 @@
 #include "workbench/messagespanel.h"
 #include "workbench/newsurveydialog.h"
 #include "workbench/newwellsdialog.h"
+#include "workbench/recentsurveysmenu.h"
 #include "workbench/surveyoverview.h"
 #include "workbench/wellactions.h"
 #include "workbench/wellmanagerdialog.h"
@@ -46,11 +47,6 @@ const QLatin1String messagesLook("messages");
 QString productName()
 {
     return QStringLiteral("LORVA Workbench");
-}
-
-QString menuText(QString text)
-{
-    return text.replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
 QString wellCountText(int count)
@@ -103,9 +99,9 @@ void WorkbenchWindow::buildMenus()
     m_openAction = addEntry(survey, "openSurveyAction", QStringLiteral("&Open…"), &WorkbenchWindow::chooseSurvey);
     m_openAction->setIconText(QStringLiteral("Open survey…"));
     m_openAction->setShortcut(QKeySequence(Qt::CTRL + Qt::Key_O));
-    m_recent = survey->addMenu(QStringLiteral("Open &Recent"));
-    m_recent->setObjectName(QStringLiteral("recentMenu"));
-    connect(m_recent, &QMenu::aboutToShow, this, &WorkbenchWindow::fillRecentMenu);
+    m_recent = new RecentSurveysMenu(QStringLiteral("Open &Recent"), survey);
+    connect(m_recent, &RecentSurveysMenu::chosen, this, &WorkbenchWindow::openRecent);
+    survey->addMenu(m_recent);
     survey->addSeparator();
     QAction *quit = survey->addAction(m_host.icon(QStringLiteral("exit_wlc.png")), QStringLiteral("&Quit"));
     quit->setObjectName(QStringLiteral("quitAction"));
@@ -133,7 +129,6 @@ void WorkbenchWindow::buildMenus()
     addEntry(help, "aboutAction", QStringLiteral("&About"), &WorkbenchWindow::showAbout,
              QStringLiteral("about_wlc.png"));
     addEntry(help, "loadedPluginsAction", QStringLiteral("&Loaded plug-ins"), &WorkbenchWindow::showLoadedPlugins);
-    fillRecentMenu();
 }
 
 void WorkbenchWindow::buildCentre()
@@ -161,22 +156,6 @@ void WorkbenchWindow::buildCentre()
     statusBar()->addWidget(m_status, 1);
 }
 
-void WorkbenchWindow::fillRecentMenu()
-{
-    m_recent->clear();
-    const QStringList surveys = settings::recentSurveys();
-    for (int i = 0; i < surveys.size(); ++i) {
-        const QString path = surveys.at(i);
-        QAction *action = m_recent->addAction(QStringLiteral("&%1  %2").arg(i + 1).arg(menuText(path)));
-        action->setObjectName(QStringLiteral("recentSurvey%1").arg(i + 1));
-        // Queued: opening fills this menu anew and would delete the action that is being triggered.
-        connect(
-            action, &QAction::triggered, this, [this, path] { openRecent(path); }, Qt::QueuedConnection);
-    }
-    if (surveys.isEmpty())
-        m_recent->addAction(QStringLiteral("No survey yet"))->setEnabled(false);
-}
-
 void WorkbenchWindow::setPluginReports(const QVector<PluginReport> &reports)
 {
     m_reports = reports;
@@ -200,7 +179,7 @@ bool WorkbenchWindow::openSurvey(const QString &path)
     settings::addRecentSurvey(folder);
     settings::setLastSurvey(folder);
     settings::setLastFolder(surveysFolder, QFileInfo(folder).path());
-    fillRecentMenu();
+    m_recent->fill();
     m_listError.clear();
     m_host.setSurvey(folder);
     refresh();
@@ -245,7 +224,7 @@ void WorkbenchWindow::openRecent(const QString &path)
         return;
     }
     settings::removeRecentSurvey(path);
-    fillRecentMenu();
+    m_recent->fill();
     m_asker.warn(QStringLiteral("Open survey"),
                  QStringLiteral("The folder %1 does not exist any more. It is taken off the list of recent surveys.")
                      .arg(path));

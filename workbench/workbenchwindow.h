@@ -23,6 +23,7 @@ namespace workbench {
 
 class HintPage;
 class MessagesPanel;
+class RecentSurveysMenu;
 class SurveyOverview;
 class WorkbenchHost;
 
@@ -75,7 +76,6 @@ private:
                       const QString &iconName = {});
     void buildMenus();
     void buildCentre();
-    void fillRecentMenu();
     void restoreLook();
     void saveLook() const;
     void showSurveyName();
@@ -109,7 +109,7 @@ private:
     std::function<QString(const QString &)> m_makeDemo;
     QAction *m_demoAction = nullptr; ///< null as long as none is offered
 
-    QMenu *m_recent = nullptr;
+    RecentSurveysMenu *m_recent = nullptr;
     QMenu *m_wells = nullptr;
     QMenu *m_utilities = nullptr;
     QAction *m_newAction = nullptr;
