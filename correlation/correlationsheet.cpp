@@ -9,6 +9,14 @@
 
 namespace correlation {
 
+namespace {
+
+// The border of a well's last track reaches into the gap behind it, and a page shows a pixel beside its part: this keeps
+// the one off the other.
+constexpr double borderReach = 2.5;
+
+} // namespace
+
 logview::SheetContents sheetContents(const QGraphicsScene &headerScene, const CorrelationView &view)
 {
     logview::SheetContents contents;
@@ -30,7 +38,8 @@ logview::SheetContents sheetContents(const QGraphicsScene &headerScene, const Co
     for (const WellColumn &column : view.columns()) {
         if (!(column.right > column.left))
             continue;
-        contents.trackStarts.append(contents.trackEnds.isEmpty() ? column.left : column.left - gapBetweenWells);
+        contents.trackStarts.append(contents.trackEnds.isEmpty() ? column.left
+                                                                 : contents.trackEnds.last() + borderReach);
         contents.trackEnds.append(column.right);
     }
     if (longest) {

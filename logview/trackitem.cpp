@@ -86,8 +86,14 @@ void TrackItem::setEndDepth(float depth)
 void TrackItem::setDepthRange(float start, float end)
 {
     prepareGeometryChange();
-    m_axis = logview::DepthAxis::of(start, end, m_scale);
+    m_axis = logview::DepthAxis::of(start, end, lengthScale());
     changeGeometry();
+}
+
+// The scale that decides about lengths and, with them, about how many depths are written and ruled.
+float TrackItem::lengthScale() const
+{
+    return m_areFeetTrue ? logview::trueScale(m_scale, m_reference.unit) : m_scale;
 }
 
 void TrackItem::setScale(float scale)
@@ -137,7 +143,13 @@ QString TrackItem::depthTypeText() const
 void TrackItem::setDepthUnit(logview::DepthUnit unit)
 {
     m_reference.unit = unit;
-    changeGeometry();
+    setDepthRange(m_axis.start, m_axis.end);
+}
+
+void TrackItem::setFeetTrue(bool areTrue)
+{
+    m_areFeetTrue = areTrue;
+    setDepthRange(m_axis.start, m_axis.end);
 }
 
 void TrackItem::setPerforationsShown(bool areShown)
@@ -202,7 +214,7 @@ void TrackItem::paintGrid(QPainter *painter, const QRect &visible) const
         : logview::linearGrid(m_width, height());
     painter->setBrush(Qt::NoBrush);
     for (const logview::GridLine &line :
-         logview::horizontalGrid(m_axis, m_scale, m_width, visible.top(), visible.bottom(), m_verticalOffset)) {
+         logview::horizontalGrid(m_axis, lengthScale(), m_width, visible.top(), visible.bottom(), m_verticalOffset)) {
         painter->setPen(logview::gridPen(line.pen));
         painter->drawLine(logview::cutHorizontal(line, visible.left(), visible.right()));
     }
@@ -233,7 +245,7 @@ QVector<TrackItem::DepthLabel> TrackItem::depthLabels(const QPainter &painter, d
     const int reach = metrics.height();
     QVector<DepthLabel> labels;
     for (const logview::DepthTick &tick :
-         logview::depthLabels(m_axis, m_scale, logview::toInt(topY) - reach, logview::toInt(bottomY) + reach)) {
+         logview::depthLabels(m_axis, lengthScale(), logview::toInt(topY) - reach, logview::toInt(bottomY) + reach)) {
         const QString text = logview::labelText(tick);
         const int textWidth = metrics.horizontalAdvance(text);
         const QPoint place = logview::labelPosition(tick, m_width, textWidth, metrics.height());

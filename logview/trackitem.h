@@ -67,6 +67,8 @@ public:
     void setDepthType(logview::DepthType depthType);
     QString depthTypeText() const;
     void setDepthUnit(logview::DepthUnit unit);
+    /// Whether a foot is as long as a ruler has it, as on paper. Without, as on the screen, it is as long as a metre.
+    void setFeetTrue(bool areTrue);
     const logview::DepthReference &depthReference() const { return m_reference; }
     logview::TrackGeometry geometry() const { return {m_axis, m_reference, m_width, m_definition.type}; }
     /// Whether a depth track draws the perforation zones of the well.
@@ -99,6 +101,7 @@ protected:
 
 private:
     void changeGeometry();
+    float lengthScale() const;
     void paintGrid(QPainter *painter, const QRect &visible) const;
     void paintDepths(QPainter *painter, const QRect &visible) const;
     /// A depth as it is written on a depth track.
@@ -117,7 +120,8 @@ private:
     QVector<CurveItem *> m_curves;
     logview::DepthAxis m_axis;
     logview::DepthReference m_reference;
-    float m_scale = logview::defaultDepthScale;
+    float m_scale = logview::defaultDepthScale; ///< as it is told
+    bool m_areFeetTrue = false;
     float m_width = 0;
     float m_verticalOffset = 0;
     int m_number = 0;

@@ -11,6 +11,7 @@
 #include "las/wellimportdialog.h"
 #include "las/welllogexport.h"
 #include "logview/paper/displaysheet.h"
+#include "logview/paper/truefeet.h"
 #include "logview/welldisplaywidget.h"
 #include "logview/welllogsscene.h"
 #include "logview/welllogsviewwidget.h"
@@ -359,12 +360,14 @@ sheetsaving::Display MainWindow::currentSheet() const
     const WellDisplayWidget *well = m_logsView->currentDisplay();
     if (m_tabs->currentWidget() == m_logsView && well) {
         QGraphicsScene *headers = well->headerView()->scene();
+        const logview::TrueFeet feet(*well->scene(), static_cast<logview::DepthUnit>(well->scene()->depthUnit()));
         return {headers, well->scene(), logview::sheetContents(*headers, *well->scene())};
     }
     const CorrelationDisplayWidget *correlation = m_correlations->currentDisplay();
     if (m_tabs->currentWidget() == m_correlations && correlation) {
         correlation->view()->makeAllWells();
         QGraphicsScene *headers = correlation->headerView()->scene();
+        const logview::TrueFeet feet(*correlation->view()->scene(), correlation->view()->depthUnit());
         return {headers, correlation->view()->scene(), correlation::sheetContents(*headers, *correlation->view())};
     }
     return {};

@@ -8,6 +8,7 @@
 #include "datastore/projectdata.h"
 #include "logview/paper/sheetfile.h"
 #include "logview/paper/sheetpainter.h"
+#include "logview/paper/truefeet.h"
 #include "logview/withoutselection.h"
 #include "mainwin/truescaledialog.h"
 
@@ -60,6 +61,7 @@ QString saveSheet(ProjectData &data, const Display &display, QWidget *window, co
     }
 
     const WithoutSelection plain(*display.logScene);
+    const logview::TrueFeet feet(*display.logScene, display.contents.unit);
     base::ProgressBox progress(caption, QStringLiteral("Drawing %1").arg(display.contents.title), window);
     const QByteArray bytes =
         logview::pdfBytes(logview::SheetPainter(*display.headerScene, *display.logScene, sheet),

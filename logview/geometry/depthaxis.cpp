@@ -46,6 +46,11 @@ float trackHeight(float start, float end, float scale)
     return std::min(static_cast<float>(static_cast<double>(product) / 2.54), maximumTrackHeight);
 }
 
+float trueScale(float scale, DepthUnit unit)
+{
+    return unit == Feet ? static_cast<float>(static_cast<double>(scale) * feetPerMetre) : scale;
+}
+
 DepthAxis DepthAxis::of(float startDepth, float endDepth, float scale)
 {
     return {startDepth, endDepth, trackHeight(startDepth, endDepth, scale)};

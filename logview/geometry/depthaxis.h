@@ -22,6 +22,10 @@ int toInt(double value);
 /// the default. Never negative, never above maximumTrackHeight, 0 for a range that is not finite.
 float trackHeight(float start, float end, float scale);
 
+/// The scale at which trackHeight() makes the paper scale 1:\a scale true to a ruler: its rule gives a foot the length of a
+/// metre.
+float trueScale(float scale, DepthUnit unit);
+
 /// The rectangle of the scene is this much higher than its tracks.
 constexpr int sceneMarginBelow = 50;
 

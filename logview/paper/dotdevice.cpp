@@ -213,23 +213,18 @@ public:
     using VectorEngine::drawPolygon;
     void drawPolygon(const QPointF *points, int count, PolygonDrawMode mode) override
     {
-        if (!applyClip())
-            return;
         QPainterPath path;
         path.setFillRule(mode == WindingMode ? Qt::WindingFill : Qt::OddEvenFill);
-        QVector<QPointF> corners;
-        corners.reserve(count + 1);
-        for (int i = 0; i < count; ++i)
-            corners.append(onDot(transform().map(points[i])));
-        if (mode != PolylineMode && count > 0)
-            corners.append(corners.first());
-        appendLine(path, corners, mode != PolylineMode);
+        path.addPolygon(QPolygonF(QVector<QPointF>(points, points + count)));
+        if (mode != PolylineMode) {
+            path.closeSubpath();
+            drawPath(path);
+            return;
+        }
         const QBrush brush = m_target->brush();
-        if (mode == PolylineMode)
-            m_target->setBrush(Qt::NoBrush);
-        m_target->drawPath(path);
-        if (mode == PolylineMode)
-            m_target->setBrush(brush);
+        m_target->setBrush(Qt::NoBrush);
+        drawPath(path);
+        m_target->setBrush(brush);
     }
     void drawTextItem(const QPointF &place, const QTextItem &item) override
     {
@@ -300,7 +295,8 @@ private:
         const QPen pen = m_target->pen();
         if (!m_target->hasClipping() || pen.style() != Qt::SolidLine)
             return {};
-        const double reach = pen.widthF() * std::max(pen.miterLimit(), 1.0);
+        const bool hasTips = pen.joinStyle() == Qt::MiterJoin || pen.joinStyle() == Qt::SvgMiterJoin;
+        const double reach = pen.widthF() * (hasTips ? std::max(pen.miterLimit(), 1.0) : M_SQRT1_2); // square ends
         return m_target->clipBoundingRect().adjusted(-reach, -reach, reach, reach);
     }
 

@@ -1,6 +1,7 @@
 #include "correlation/correlationsheet.h"
 #include "correlation/correlationstore.h"
 #include "correlation/correlationview.h"
+#include "logview/paper/truefeet.h"
 #include "logview/trackitem.h"
 #include "programs/batch/commands.h"
 #include "programs/batch/drawing.h"
@@ -97,6 +98,7 @@ Result run(Session &session, const Arguments &arguments)
     Result result;
     if (!view.notes().isEmpty())
         result.notices.append(view.notes());
+    const logview::TrueFeet feet(*view.scene(), isPaper(drawing) ? drawing.unit : logview::Metre);
     logview::SheetContents contents = correlation::sheetContents(headers, view);
     if (const QString cutProblem = cut(drawing, view.scene(), &contents); !cutProblem.isEmpty())
         return Result::failed(QStringLiteral("The correlation \"%1\": ").arg(name) + cutProblem);

@@ -185,8 +185,8 @@ void makeDrawing(Command *command)
                     choiceOf({QStringLiteral("MD"), QStringLiteral("TVDSS")})),
         valueOption(
             "--unit", "UNIT",
-            "Draw in metres (METER, without the option) or in feet (FEET), with as much room for a foot as for "
-            "a metre",
+            "Draw in metres (METER, without the option) or in feet (FEET); pictures give a foot as much room as a "
+            "metre, as the window does, paper is true to scale",
             choiceOf({QStringLiteral("METER"), QStringLiteral("FEET")})),
         listOption("--markers", "MARKERS", "Draw all markers, none, or those of these names"),
         valueOption(
@@ -247,6 +247,11 @@ Drawing drawingOf(const Arguments &arguments)
     if (arguments.has(option("--dpi")))
         drawing.dotsPerInch = arguments.count(option("--dpi"), 0);
     return drawing;
+}
+
+bool isPaper(const Drawing &drawing)
+{
+    return !pictureFormat(endingOf(drawing.path));
 }
 
 logview::DepthLimits drawnLimits(const Drawing &drawing, const logview::DepthLimits &whole, QString *problem)

@@ -30,6 +30,8 @@ struct Drawing
     std::optional<int> dotsPerInch;
 };
 Drawing drawingOf(const Arguments &arguments);
+/// Whether its file is one of paper, not a picture with the window's pixels.
+bool isPaper(const Drawing &drawing);
 
 /// The depths that are drawn of those that there are, both in the display's unit; \a problem tells what is wrong with those
 /// that are asked for.

@@ -1,5 +1,6 @@
 #include "logview/markeritem.h"
 #include "logview/paper/displaysheet.h"
+#include "logview/paper/truefeet.h"
 #include "logview/welldisplaywidget.h"
 #include "logview/welllogsscene.h"
 #include "logview/welllogsscenepropertywidget.h"
@@ -156,6 +157,7 @@ Result run(Session &session, const Arguments &arguments)
     if (!display.statusText().isEmpty())
         result.notices.append(display.statusText());
     QGraphicsScene &headers = *display.headerView()->scene();
+    const logview::TrueFeet feet(scene, isPaper(drawing) ? drawing.unit : logview::Metre);
     result.add(drawFile(session, drawing, headers, scene, logview::sheetContents(headers, scene)));
     return result;
 }

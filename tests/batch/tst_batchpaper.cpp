@@ -88,11 +88,18 @@ private slots:
         }
     }
 
+    void aPdfIsTrueToScaleAndTellsIt_data()
+    {
+        QTest::addColumn<QString>("unit");
+        QTest::newRow("metres") << "METER";
+        QTest::newRow("feet") << "FEET";
+    }
     void aPdfIsTrueToScaleAndTellsIt()
     {
+        QFETCH(QString, unit);
         const QString file = m_files.filePath("true.pdf");
-        const BatchRun run =
-            render({m_well, "--out", file, "--scale", "2000", "--paper", "continuous", "--markers", "all", "--json"});
+        const BatchRun run = render({m_well, "--out", file, "--scale", "2000", "--paper", "continuous", "--markers",
+                                     "all", "--unit", unit, "--json", "--force"});
         VERIFY_EXIT(0, run);
         const QJsonObject record = run.record("files");
         const pdf::File pdf = pdf::read(files::read(file));
@@ -132,6 +139,24 @@ private slots:
         QCOMPARE(whole.record("files").value("from").toDouble(), 0.0);
         QVERIFY(whole.record("files").value("pages").toInt() > 1);
         QVERIFY(!QFileInfo::exists(m_files.filePath("whole.pdf")));
+    }
+
+    // Paper is as long as in metres; a picture is the window's, where a foot is as long as a metre.
+    void feetAreTrueOnPaperAndTheWindowsInPictures()
+    {
+        const auto height = [this](const QString &command, const QString &ending, const QString &unit) {
+            const QStringList words{"--out",    m_files.filePath("length." + ending), "--unit", unit, "--json",
+                                    "--dry-run"};
+            const BatchRun run = command == "render" ? render(QStringList{m_well} + words) : correlate(words);
+            return run.record("files").value(ending == "svg" ? "heightMm" : "height").toDouble();
+        };
+        for (const QString command : {"render", "correlate"}) {
+            const double metres = height(command, "svg", "METER");
+            QVERIFY2(metres > 1000, qPrintable(command));
+            QVERIFY2(qAbs(height(command, "svg", "FEET") - metres) < 1, qPrintable(command));
+            const double pixels = height(command, "png", "METER");
+            QVERIFY2(height(command, "png", "FEET") > 3 * pixels, qPrintable(command));
+        }
     }
 
     void dotsAnInch()

@@ -4,6 +4,7 @@
 #include "logview/paper/dotdevice.h"
 #include "logview/paper/sheetfile.h"
 #include "logview/paper/sheetpainter.h"
+#include "logview/paper/truefeet.h"
 #include "logview/visiblearea.h"
 #include "support/pdfreader.h"
 #include "support/testmain.h"
@@ -125,6 +126,71 @@ private slots:
         const pdf::File file = pdf::read(f.pdf(Paper::Continuous));
         QVERIFY(pdf::distanceOfCorner(file.pages.first(), placeOf(sheet, sheet.pages.first(), 1000, 0)) < dotMm);
         QVERIFY(file.pages.first().sizeMm.height() < 650);
+    }
+
+    // On the screen a foot is as long as a metre; on paper it is what a ruler says.
+    void feetAreTrueToARuler()
+    {
+        PaperFixture f;
+        f.showMarker(QStringLiteral("Top"));
+        f.choose(f.panel(), "depthUnitBox", QStringLiteral("FEET"));
+        const DepthAxis onScreen = f.track(0)->axis();
+        const double markerOnScreen = f.scene()->markers().all().first()->y();
+        const QImage shown = DisplayFixture::picture(f.scene(), QRect(-90, 3200, 400, 300));
+        {
+            const TrueFeet feet(*f.scene(), Feet);
+            const Sheet sheet = f.sheet(Paper::Continuous);
+            QCOMPARE(footerTexts(sheet, 0).at(1), QString("1:1000   MD 0 – 4921.26 ft"));
+            QCOMPARE(f.track(0)->scale(), 1000.0F); // as its header tells
+            const pdf::File file = pdf::read(f.pdf(Paper::Continuous));
+            QCOMPARE(file.pages.size(), 1);
+            const QPointF origin = sheet.trackArea(sheet.pages.first()).topLeft() / pixelsPerMm;
+            const double depthsM[] = {0, 100, 500, 1000, 1500};
+            const double values[] = {75, 30, 150, 0, 75};
+            for (int i = 0; i < 5; ++i)
+                QVERIFY2(pdf::distanceOfCorner(file.pages.first(),
+                                               origin + QPointF(values[i] / 150 * 2 * 25.4, depthsM[i]))
+                             < dotMm,
+                         qPrintable(QString::number(depthsM[i])));
+            QVERIFY(qAbs(f.scene()->markers().all().first()->y() / pixelsPerMm - 300) < 0.3);
+        }
+        QCOMPARE(f.track(0)->axis(), onScreen);
+        QCOMPARE(f.scene()->markers().all().first()->y(), markerOnScreen);
+        QCOMPARE(DisplayFixture::picture(f.scene(), QRect(-90, 3200, 400, 300)), shown);
+    }
+
+    // Lines that had room on the screen come close: their names move apart, and back.
+    void namesOfMarkersMakeRoomForFeet()
+    {
+        PaperFixture f;
+        f.addMarker(QStringLiteral("Near"), 303);
+        f.open();
+        f.showMarker(QStringLiteral("Top"));
+        f.showMarker(QStringLiteral("Near"));
+        f.choose(f.panel(), "depthUnitBox", QStringLiteral("FEET"));
+        const QVector<MarkerItem *> &markers = f.scene()->markers().all();
+        QCOMPARE(markers.size(), 2);
+        const auto apart = [&markers] {
+            return qAbs(markers.at(1)->y() + markers.at(1)->nameShift() - markers.at(0)->y()
+                        - markers.at(0)->nameShift());
+        };
+        QCOMPARE(markers.at(1)->nameShift(), 0.0);
+        {
+            const TrueFeet feet(*f.scene(), Feet);
+            QVERIFY(qAbs(markers.at(1)->y() - markers.at(0)->y()) < 12);
+            QVERIFY2(apart() > 12.5, qPrintable(QString::number(apart())));
+        }
+        QCOMPARE(markers.at(0)->nameShift(), 0.0);
+        QCOMPARE(markers.at(1)->nameShift(), 0.0);
+    }
+
+    void aDisplayInMetresIsTrueAsItIs()
+    {
+        PaperFixture f;
+        const DepthAxis onScreen = f.track(0)->axis();
+        const TrueFeet feet(*f.scene(), Metre);
+        QCOMPARE(f.track(0)->axis(), onScreen);
+        QVERIFY(f.display->logView()->viewport()->updatesEnabled());
     }
 
     void pagesGoOnWhereTheLastOneEnded()

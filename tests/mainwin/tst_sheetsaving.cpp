@@ -1,6 +1,8 @@
+#include "logview/trackitem.h"
 #include "logview/welldisplaywidget.h"
 #include "logview/welllogsscene.h"
 #include "logview/welllogsscenepropertywidget.h"
+#include "logview/welllogsview.h"
 #include "logview/welllogsviewwidget.h"
 #include "mainwin/mainwindow.h"
 #include "mainwin/projecttreewidget.h"
@@ -192,6 +194,25 @@ private slots:
         for (const base::Box &box : f.asker.boxes)
             QCOMPARE(box.text,
                      QString("Nothing is displayed. Check a well in the project tree, or open a correlation."));
+    }
+
+    void feetAreTrueOnPaper()
+    {
+        SheetFixture f;
+        WellDisplayWidget *display = f.window->findChild<WellLogsViewWidget *>()->currentDisplay();
+        WellLogsScene *scene = display->scene();
+        f.save("continuous");
+        const double metres = pdf::read(files::read(f.chosen)).pages.first().sizeMm.height();
+        scene->panel()->findChild<QComboBox *>("depthUnitBox")->setCurrentText("FEET");
+        const double onScreen = static_cast<double>(scene->tracks().first()->height());
+        const QRectF rect = scene->sceneRect();
+        f.save("continuous");
+        const pdf::File file = pdf::read(files::read(f.chosen));
+        QCOMPARE(file.pages.size(), 1);
+        QVERIFY(qAbs(file.pages.first().sizeMm.height() - metres) < 1);
+        QCOMPARE(static_cast<double>(scene->tracks().first()->height()), onScreen);
+        QCOMPARE(scene->sceneRect(), rect);
+        QVERIFY(display->logView()->viewport()->updatesEnabled());
     }
 
     // The display looks the same afterwards, its selection too.
