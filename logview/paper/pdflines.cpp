@@ -1,5 +1,7 @@
 #include "logview/paper/pdflines.h"
 
+#include "logview/paper/deflate.h"
+
 #include <QPainterPath>
 
 #include <algorithm>
@@ -8,7 +10,6 @@
 #include <cstdlib>
 #include <numeric>
 #include <vector>
-#include <zlib.h>
 
 namespace logview {
 
@@ -17,15 +18,6 @@ namespace {
 // Left of any page at any resolution.
 constexpr int markX = -1000000;
 const QByteArray markStart = QByteArray::number(markX) + ' ';
-
-struct Compression
-{
-    int level;
-    int strategy;
-};
-// Lines are random numbers: few repetitions are worth to be looked for, and short ones none.
-constexpr Compression ofLines{4, Z_FILTERED};
-constexpr Compression ofOthers{Z_DEFAULT_COMPRESSION, Z_DEFAULT_STRATEGY};
 
 // The line as operators of a page.
 QByteArray operatorsOf(const QPainterPath &line)
@@ -44,45 +36,6 @@ QByteArray operatorsOf(const QPainterPath &line)
         *at++ = '\n';
     }
     return {bytes.constData(), static_cast<int>(at - bytes.constData())};
-}
-
-QByteArray inflated(const QByteArray &stream)
-{
-    QByteArray bytes;
-    z_stream state{};
-    if (::inflateInit(&state) != Z_OK)
-        return {};
-    state.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(stream.constData()));
-    state.avail_in = static_cast<uInt>(stream.size());
-    int result = Z_OK;
-    while (result == Z_OK) {
-        const int filled = bytes.size();
-        bytes.resize(std::max(4 * stream.size(), 2 * filled));
-        state.next_out = reinterpret_cast<Bytef *>(bytes.data()) + filled;
-        state.avail_out = static_cast<uInt>(bytes.size() - filled);
-        result = ::inflate(&state, Z_NO_FLUSH);
-        bytes.chop(static_cast<int>(state.avail_out));
-    }
-    ::inflateEnd(&state);
-    return result == Z_STREAM_END ? bytes : QByteArray();
-}
-
-QByteArray deflated(const QByteArray &bytes, const Compression &compression)
-{
-    z_stream state{};
-    constexpr int windowBits = 15;
-    constexpr int memoryLevel = 9;
-    if (::deflateInit2(&state, compression.level, Z_DEFLATED, windowBits, memoryLevel, compression.strategy) != Z_OK)
-        return {};
-    QByteArray stream(static_cast<int>(::deflateBound(&state, static_cast<uLong>(bytes.size()))), Qt::Uninitialized);
-    state.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(bytes.constData()));
-    state.avail_in = static_cast<uInt>(bytes.size());
-    state.next_out = reinterpret_cast<Bytef *>(stream.data());
-    state.avail_out = static_cast<uInt>(stream.size());
-    const int result = ::deflate(&state, Z_FINISH);
-    stream.chop(static_cast<int>(state.avail_out));
-    ::deflateEnd(&state);
-    return result == Z_STREAM_END ? stream : QByteArray();
 }
 
 /// What a page is made of, compressed, and the numbers of its lines. Empty where a mark is none of theirs.
@@ -113,7 +66,8 @@ FilledPage filledPage(const QByteArray &stream, const QVector<QByteArray> &lines
     if (page.lines.isEmpty())
         page.content = stream;
     else
-        page.content = deflated(content, content.size() > 2 * marked.size() ? ofLines : ofOthers);
+        page.content =
+            deflated(content, content.size() > 2 * marked.size() ? StreamKind::Lines : StreamKind::Operators);
     return page;
 }
 
