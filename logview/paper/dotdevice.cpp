@@ -14,9 +14,16 @@ namespace {
 
 constexpr int longLine = 100; // corners from which it is worth an origin of its own
 
+// As std::round(), which is a call on many machines.
+double onDot(double value)
+{
+    constexpr double most = 1e15; // beyond it all are whole
+    return std::abs(value) < most ? static_cast<double>(qRound64(value)) : value;
+}
+
 QPointF onDot(const QPointF &point)
 {
-    return {std::round(point.x()), std::round(point.y())};
+    return {onDot(point.x()), onDot(point.y())};
 }
 
 bool isVisible(const QBrush &brush)
@@ -115,7 +122,9 @@ QPainterPath onDots(const QPainterPath &path, const QTransform &toDots, const QR
 {
     QPainterPath result;
     result.setFillRule(path.fillRule());
+    result.reserve(path.elementCount());
     QVector<QPointF> corners;
+    corners.reserve(path.elementCount());
     const auto flush = [&] {
         const bool isRing = corners.size() > 2 && corners.first() == corners.last();
         if (strokedIn.isValid() && corners.size() > 1)
@@ -123,7 +132,7 @@ QPainterPath onDots(const QPainterPath &path, const QTransform &toDots, const QR
                 appendLine(result, stretch, stretch.size() == corners.size() && isRing);
         else if (!corners.isEmpty())
             appendLine(result, corners, isRing);
-        corners.clear();
+        corners.resize(0); // keeps its room
     };
     for (int i = 0; i < path.elementCount(); ++i) {
         const QPainterPath::Element element = path.elementAt(i);
@@ -170,6 +179,7 @@ QPainterPath commonArea(const QPainterPath &a, const QPainterPath &b)
 QVector<QPointF> withoutIdleCorners(const QVector<QPointF> &corners)
 {
     QVector<QPointF> kept;
+    kept.reserve(corners.size());
     Sector sector;
     for (const QPointF &corner : corners) {
         if (kept.isEmpty()) {

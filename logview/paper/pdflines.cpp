@@ -50,6 +50,7 @@ FilledPage filledPage(const QByteArray &stream, const QVector<QByteArray> &lines
     const QByteArray marked = inflated(stream);
     FilledPage page;
     QByteArray content;
+    content.reserve(8 * marked.size()); // lines are most of a page
     int from = 0;
     for (int at = marked.indexOf(markStart); at >= 0; at = marked.indexOf(markStart, from)) {
         const int line = std::atoi(marked.constData() + at + markStart.size());
@@ -142,6 +143,8 @@ public:
                 order.append(i);
         std::sort(order.begin(), order.end(), [this](int a, int b) { return m_places.at(a) < m_places.at(b); });
         QByteArray bytes = m_pdf.left(order.isEmpty() ? 0 : m_places.at(order.first()));
+        const auto larger = [](int size, const FilledPage &page) { return size + page.content.size(); };
+        bytes.reserve(std::accumulate(filled.begin(), filled.end(), m_pdf.size(), larger));
         QVector<int> places(m_places.size());
         for (int i = 0; i < order.size(); ++i) {
             const int object = order.at(i);

@@ -1,3 +1,4 @@
+#include "logview/paper/deflate.h"
 #include "logview/paper/dotdevice.h"
 #include "logview/paper/pdflines.h"
 #include "logview/paper/svgdevice.h"
@@ -121,6 +122,27 @@ private slots:
         other = marked;
         QVERIFY(kept.writtenInto(other.replace("\nendstream", "\nEndstream")).isEmpty());
         QVERIFY(kept.writtenInto(marked.left(marked.size() / 2)).isEmpty());
+    }
+
+    void streamsComeBackAsTheyWere()
+    {
+        QByteArray bytes;
+        for (int i = 0; i < 20000; ++i)
+            bytes += QByteArray::number(i * 7919 % 1001) + ' ' + QByteArray::number(i * 7) + " l\n";
+        for (const StreamKind kind : {StreamKind::Lines, StreamKind::Operators}) {
+            const QByteArray stream = deflated(bytes, kind);
+            QVERIFY2(stream.size() > 1000 && stream.size() < bytes.size() / 2,
+                     qPrintable(QString::number(stream.size())));
+            QCOMPARE(inflated(stream), bytes);
+            QCOMPARE(pdf::inflated(stream), bytes); // by Qt's own
+            QCOMPARE(inflated(deflated("q Q", kind)), QByteArray("q Q"));
+            QByteArray damaged = stream;
+            damaged[damaged.size() / 2] = char(damaged.at(damaged.size() / 2) ^ 0x55);
+            QCOMPARE(inflated(damaged), QByteArray());
+            QCOMPARE(inflated(stream.left(stream.size() / 2)), QByteArray());
+        }
+        QCOMPARE(inflated({}), QByteArray());
+        QCOMPARE(inflated("no stream"), QByteArray());
     }
 
     void onlyLinesOfWholeNumbersAreHeld()
