@@ -20,16 +20,20 @@ namespace {
 // A painter on an image ends at column and row 32,767.
 constexpr int tileWidth = 8192;
 constexpr int bandHeight = 1024;
+constexpr int mostBandPixels = 4 * tileWidth * bandHeight;
+constexpr qint64 mostTiffPixels = TiffWriter::maximumBytes / TiffWriter::bytesPerPixel;
+
+int longestSide(PictureFormat format)
+{
+    return format == PictureFormat::Png ? PngWriter::longestSide : JpegWriter::longestSide;
+}
 
 // How much smaller than this size a picture must be for a file of the format to hold it, at most 1.
 double scaleFor(PictureFormat format, double width, double height)
 {
-    if (format == PictureFormat::Png)
-        return 1;
-    if (format == PictureFormat::Jpeg)
-        return std::min(1.0, JpegWriter::longestSide / std::max(width, height));
-    constexpr double mostPixels = static_cast<double>(TiffWriter::maximumBytes / TiffWriter::bytesPerPixel);
-    return std::min(1.0, std::sqrt(mostPixels / (width * height)));
+    if (format == PictureFormat::Tiff)
+        return std::min(1.0, std::sqrt(static_cast<double>(mostTiffPixels) / (width * height)));
+    return std::min(1.0, longestSide(format) / std::max(width, height));
 }
 
 std::unique_ptr<PictureWriter> writerOf(PictureFormat format)
@@ -59,6 +63,12 @@ QSize pictureSize(qint64 width, qint64 height, PictureFormat format)
     return {scaled(width), scaled(height)};
 }
 
+QString logview::mostOfFormat(PictureFormat format)
+{
+    return format == PictureFormat::Tiff ? QStringLiteral("no more than %1 pixels in all").arg(mostTiffPixels)
+                                         : QStringLiteral("no more than %1 pixels a side").arg(longestSide(format));
+}
+
 DisplayPicture::DisplayPicture(QGraphicsScene &headerScene, QGraphicsScene &logScene, PictureFormat format,
                                int dotsPerInch)
     : m_headerScene(headerScene)
@@ -70,10 +80,12 @@ DisplayPicture::DisplayPicture(QGraphicsScene &headerScene, QGraphicsScene &logS
     , m_fullHeight(m_headerHeight + static_cast<qint64>(logScene.sceneRect().height()))
 {
     const auto wanted = [dotsPerInch](qint64 length) { return (length * dotsPerInch + 48) / screenDotsPerInch; };
-    m_size = pictureSize(wanted(m_fullWidth), wanted(m_fullHeight), format);
+    m_wantedWidth = wanted(m_fullWidth);
+    m_wantedHeight = wanted(m_fullHeight);
+    m_size = pictureSize(m_wantedWidth, m_wantedHeight, format);
     if (m_size.isEmpty())
         return;
-    m_isScaledDown = m_size.width() < wanted(m_fullWidth) || m_size.height() < wanted(m_fullHeight);
+    m_isScaledDown = m_size.width() < m_wantedWidth || m_size.height() < m_wantedHeight;
     m_scaleX = m_size.width() / static_cast<double>(m_fullWidth);
     m_scaleY = m_size.height() / static_cast<double>(m_fullHeight);
 }
@@ -119,8 +131,10 @@ QImage DisplayPicture::rows(int top, int count) const
 
 bool DisplayPicture::render(const BandTaker &taker) const
 {
-    for (int top = 0; top < m_size.height(); top += bandHeight)
-        if (!taker(rows(top, std::min(bandHeight, m_size.height() - top))))
+    // Bands of very wide pictures are lower, so that one fits into memory.
+    const int height = std::clamp(mostBandPixels / std::max(1, m_size.width()), 1, bandHeight);
+    for (int top = 0; top < m_size.height(); top += height)
+        if (!taker(rows(top, std::min(height, m_size.height() - top))))
             return false;
     return true;
 }

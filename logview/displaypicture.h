@@ -15,12 +15,19 @@ QT_END_NAMESPACE
 enum class PictureFormat {
     Tiff, ///< holds TiffWriter::maximumBytes
     Jpeg, ///< holds JpegWriter::longestSide pixels a side
-    Png
+    Png ///< holds PngWriter::longestSide pixels a side
 };
 
 /// The size of the picture of a display, for the size it ought to have: smaller, with the same proportions, when a
 /// file of the format could not hold it.
 QSize pictureSize(qint64 width, qint64 height, PictureFormat format = PictureFormat::Tiff);
+
+namespace logview {
+
+/// How much a file of the format holds, for people: "no more than 65500 pixels a side".
+QString mostOfFormat(PictureFormat format);
+
+} // namespace logview
 
 /// A log display as one picture: the headers, and below them the tracks. It is rendered in bands of rows, so
 /// that its length is limited by nothing but the file.
@@ -38,6 +45,9 @@ public:
     bool isEmpty() const { return m_size.isEmpty(); }
     /// Whether it had to be made smaller than it ought to be.
     bool isScaledDown() const { return m_isScaledDown; }
+    /// The size that it ought to have.
+    qint64 wantedWidth() const { return m_wantedWidth; }
+    qint64 wantedHeight() const { return m_wantedHeight; }
 
     /// The picture's rows from \a top on; white where nothing is drawn.
     QImage rows(int top, int count) const;
@@ -66,6 +76,8 @@ private:
     qint64 m_fullWidth = 0;
     qint64 m_headerHeight = 0;
     qint64 m_fullHeight = 0;
+    qint64 m_wantedWidth = 0;
+    qint64 m_wantedHeight = 0;
     QSize m_size;
     double m_scaleX = 1; ///< pixels of the picture in one of the display
     double m_scaleY = 1;

@@ -7,7 +7,6 @@
 namespace {
 
 constexpr int compressionLevel = 6;
-constexpr png_uint_32 longestSide = 0x7fffffff; // of the format; the library alone would end at a million
 
 } // namespace
 
@@ -38,7 +37,7 @@ struct PngWriter::Compressor
         if (!info || setjmp(failed))
             return false;
         png_set_write_fn(png, writer, write, flush);
-        png_set_user_limits(png, longestSide, longestSide);
+        png_set_user_limits(png, PngWriter::longestSide, PngWriter::longestSide);
         png_set_compression_level(png, compressionLevel);
         png_set_filter(png, PNG_FILTER_TYPE_BASE, PNG_FILTER_NONE); // drawn pictures: others only cost time
         png_set_IHDR(png, info, static_cast<png_uint_32>(size.width()), static_cast<png_uint_32>(size.height()), 8,

@@ -8,6 +8,9 @@
 class PngWriter : public PictureWriter
 {
 public:
+    /// The most pixels a side that the programs take that read with the format's library.
+    static constexpr int longestSide = 1000000;
+
     PngWriter();
     ~PngWriter() override;
 

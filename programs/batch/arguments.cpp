@@ -4,6 +4,7 @@
 #include "programs/batch/command.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace batch {
 
@@ -19,6 +20,17 @@ QString optionName(const QString &word)
     return word.section(QLatin1Char('='), 0, 0);
 }
 
+/// "a whole number from 1 to 10"
+QString numberText(const WordRule &rule)
+{
+    QString text = rule.kind == WordKind::Count ? QStringLiteral("a whole number") : QStringLiteral("a number");
+    if (std::isfinite(rule.lowest))
+        text += QStringLiteral(" from ") + QString::fromLatin1(base::formatPlain(rule.lowest));
+    if (std::isfinite(rule.highest))
+        text += QStringLiteral(" to ") + QString::fromLatin1(base::formatPlain(rule.highest));
+    return text;
+}
+
 /// Why a word is not what its rule asks for; empty when it is. \a what names the option or operand.
 QString wordProblem(const WordRule &rule, const QString &word, const QString &what)
 {
@@ -32,17 +44,10 @@ QString wordProblem(const WordRule &rule, const QString &word, const QString &wh
             : QStringLiteral("%1 is one of %2, not \"%3\".").arg(what, rule.choices.join(QStringLiteral(", ")), word);
     if (rule.kind != WordKind::Number && rule.kind != WordKind::Count)
         return {};
-    const bool isCount = rule.kind == WordKind::Count;
     const std::optional<double> number = base::parseNumber(word.toUtf8());
-    if (!number || (isCount && !base::parseInteger(word.toUtf8())))
-        return QStringLiteral("%1 is a %2number, not \"%3\".")
-            .arg(what, isCount ? QStringLiteral("whole ") : QString(), word);
-    const auto shown = [](double value) { return QString::fromLatin1(base::formatPlain(value)); };
-    if (*number < rule.lowest)
-        return QStringLiteral("%1 is no less than %2, not \"%3\".").arg(what, shown(rule.lowest), word);
-    if (*number > rule.highest)
-        return QStringLiteral("%1 is no more than %2, not \"%3\".").arg(what, shown(rule.highest), word);
-    return {};
+    const bool isRight = number && *number >= rule.lowest && *number <= rule.highest
+        && (rule.kind == WordKind::Number || base::parseInteger(word.toUtf8()));
+    return isRight ? QString() : QStringLiteral("%1 is %2, not \"%3\".").arg(what, numberText(rule), word);
 }
 
 /// Reads the words behind the name of one command.
@@ -85,11 +90,14 @@ void Reader::addValue(const Option &option, const QString &value)
     for (QString &word : values) {
         if (option.isList)
             word = word.trimmed();
+        word = asListed(option.rule.choices, word);
         const QString problem =
             wordProblem(option.rule, word, QStringLiteral("%1 of the option %2").arg(option.value, option.name));
         if (!problem.isEmpty())
             refuse(problem);
     }
+    if (option.isList)
+        values.removeDuplicates();
     m_line.arguments.addOption(option.name, values);
 }
 
@@ -132,10 +140,13 @@ void Reader::addOperand(const QString &word)
         return;
     }
     const Operand &operand = isFurther ? m_command.operands.last() : m_command.operands.at(index);
-    const QString problem = wordProblem(operand.rule, word, operand.name);
+    const QString listed = asListed(operand.rule.choices, word);
+    const QString problem = wordProblem(operand.rule, listed, operand.name);
     if (!problem.isEmpty())
         refuse(problem);
-    m_line.arguments.addOperand(word);
+    // Of words of the same kind each counts once.
+    if (!isFurther || !m_line.arguments.operands().mid(m_command.operands.size() - 1).contains(listed))
+        m_line.arguments.addOperand(listed);
 }
 
 void Reader::checkComplete()
@@ -183,6 +194,14 @@ int commonOptionSize(const QStringList &words, int at, const QVector<Command> &c
             if (option.name == name)
                 return option.value.isEmpty() || words.at(at).contains(QLatin1Char('=')) ? 1 : 2;
     return 0;
+}
+
+/// "logs, markers or zones"
+QString oneOf(const QStringList &words)
+{
+    return words.size() < 2
+        ? words.join(QString())
+        : words.mid(0, words.size() - 1).join(QStringLiteral(", ")) + QStringLiteral(" or ") + words.last();
 }
 
 CommandLine refused(const QString &error)
@@ -235,23 +254,35 @@ CommandLine parseCommandLine(const QStringList &arguments, const QVector<Command
         return withoutCommand({});
     const QString first = arguments.at(at);
     const QString both = first + QLatin1Char(' ') + arguments.value(at + 1);
-    bool isFamily = false;
+    QStringList secondWords;
     for (const Command &command : commands) {
-        isFamily = isFamily || command.name.startsWith(first + QLatin1Char(' '));
+        if (command.name.startsWith(first + QLatin1Char(' ')))
+            secondWords.append(command.name.mid(first.size() + 1));
         if (command.name == first || command.name == both)
             return Reader(command,
                           arguments.mid(0, at) + arguments.mid(at + 1 + command.name.count(QLatin1Char(' '))))
                 .read();
     }
-    if (!isFamily)
+    if (secondWords.isEmpty())
         return refused(QStringLiteral("There is no command \"%1\".").arg(first));
+    const QString given =
+        at + 1 < arguments.size() ? QStringLiteral(", not \"%1\"").arg(arguments.at(at + 1)) : QString();
     CommandLine line = arguments.contains(QStringLiteral("--help"))
         ? CommandLine()
-        : refused(QStringLiteral("The command \"%1\" needs one more word.").arg(first));
+        : refused(
+            QStringLiteral("The command \"%1\" needs one more word: %2%3.").arg(first, oneOf(secondWords), given));
     if (line.error.isEmpty())
         line.action = CommandLine::Action::ShowHelp;
     line.family = first;
     return line;
+}
+
+QString asListed(const QStringList &choices, const QString &word)
+{
+    for (const QString &choice : choices)
+        if (choice.compare(word, Qt::CaseInsensitive) == 0)
+            return choice;
+    return word;
 }
 
 QString pairProblem(const QString &option, const QString &text)

@@ -39,19 +39,18 @@ QString markersProblem(const QStringList &wanted, const QStringList &known, cons
 }
 
 // Cuts the panel to depths of the well that stands for it.
-QString cut(const Drawing &drawing, QGraphicsScene *scene, logview::SheetContents *contents)
+DrawnDepths cut(const Drawing &drawing, QGraphicsScene *scene, logview::SheetContents *contents)
 {
-    QString problem;
     if (!drawing.from && !drawing.to)
-        return problem;
+        return {};
     const logview::DepthAxis whole = contents->axis;
-    const logview::DepthLimits limits = drawnLimits(drawing, {whole.start, whole.end}, &problem);
-    const double top = whole.toPixel(static_cast<double>(limits.start));
-    const double bottom = whole.toPixel(static_cast<double>(limits.end));
+    const DrawnDepths drawn = drawnDepths(drawing, {whole.start, whole.end});
+    const double top = whole.toPixel(static_cast<double>(drawn.limits.start));
+    const double bottom = whole.toPixel(static_cast<double>(drawn.limits.end));
     contents->top = top;
-    contents->axis = {limits.start, limits.end, static_cast<float>(bottom - top)};
+    contents->axis = {drawn.limits.start, drawn.limits.end, static_cast<float>(bottom - top)};
     scene->setSceneRect(QRectF(0, top, scene->sceneRect().width(), bottom - top));
-    return problem;
+    return drawn;
 }
 
 Result run(Session &session, const Arguments &arguments)
@@ -100,8 +99,11 @@ Result run(Session &session, const Arguments &arguments)
         result.notices.append(view.notes());
     const logview::TrueFeet feet(*view.scene(), isPaper(drawing) ? drawing.unit : logview::Metre);
     logview::SheetContents contents = correlation::sheetContents(headers, view);
-    if (const QString cutProblem = cut(drawing, view.scene(), &contents); !cutProblem.isEmpty())
-        return Result::failed(QStringLiteral("The correlation \"%1\": ").arg(name) + cutProblem);
+    const DrawnDepths depths = cut(drawing, view.scene(), &contents);
+    if (!depths.problem.isEmpty())
+        return Result::failed(QStringLiteral("The correlation \"%1\": ").arg(name) + depths.problem);
+    if (!depths.notice.isEmpty())
+        result.notices.append(QStringLiteral("The correlation \"%1\": ").arg(name) + depths.notice);
     result.add(drawFile(session, drawing, headers, *view.scene(), contents));
     return result;
 }

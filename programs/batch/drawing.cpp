@@ -53,8 +53,12 @@ QString problemOf(const Arguments &arguments)
     const QString ending = endingOf(path);
     const bool isPicture = pictureFormat(ending).has_value();
     if (!isPicture && !isSvg(ending) && ending != QLatin1String("pdf"))
-        return QStringLiteral("The file of the option --out ends in .png, .jpg, .tiff, .pdf or .svg, not \"%1\".")
+        return QStringLiteral(
+                   "The file of the option --out ends in .png, .jpg, .jpeg, .tif, .tiff, .pdf or .svg, not "
+                   "\"%1\".")
             .arg(path);
+    if (QFileInfo(path).completeBaseName().isEmpty())
+        return QStringLiteral("The file of the option --out has no name before its ending: \"%1\".").arg(path);
     if (isPicture && arguments.has(option("--paper")))
         return QStringLiteral("The option --paper is for files of paper: .pdf and .svg.");
     if (isSvg(ending) && arguments.has(option("--paper"))
@@ -71,12 +75,17 @@ QString problemOf(const Arguments &arguments)
     return {};
 }
 
+QString unitText(logview::DepthUnit unit)
+{
+    return unit == logview::Feet ? QStringLiteral("ft") : QStringLiteral("m");
+}
+
 QString fileProblem(const QString &path, const QString &why)
 {
     return QStringLiteral("The file %1 could not be written: %2.").arg(path, why);
 }
 
-QJsonObject recordOf(const Drawing &drawing, const logview::SheetContents &contents)
+Record recordOf(const Drawing &drawing, const logview::SheetContents &contents, bool isWritten)
 {
     Record record;
     record[QLatin1String("file")] = drawing.path;
@@ -84,10 +93,11 @@ QJsonObject recordOf(const Drawing &drawing, const logview::SheetContents &conte
     record[QLatin1String("title")] = contents.title;
     record[QLatin1String("scale")] = jsonNumber(contents.scale);
     record[QLatin1String("depthType")] = contents.depthTypeText;
-    record[QLatin1String("unit")] = contents.unit == logview::Feet ? QStringLiteral("ft") : QStringLiteral("m");
+    record[QLatin1String("unit")] = unitText(contents.unit);
     record[QLatin1String("from")] = jsonNumber(contents.axis.start);
     record[QLatin1String("to")] = jsonNumber(contents.axis.end);
     record[QLatin1String("depthsOf")] = contents.depthsOf;
+    record[QLatin1String("isWritten")] = isWritten;
     return record;
 }
 
@@ -98,14 +108,17 @@ Result drawPicture(const Session &session, const Drawing &drawing, PictureFormat
                                  drawing.dotsPerInch.value_or(DisplayPicture::screenDotsPerInch));
     if (picture.isEmpty())
         return Result::failed(QStringLiteral("There is nothing to be drawn: no tracks or no depths."));
+    if (picture.isScaledDown())
+        return Result::failed(
+            QStringLiteral("The picture would be of %1 x %2 pixels, and a .%3 file holds %4. A larger "
+                           "--scale, a part of the depths (--from, --to), a smaller --dpi or a PDF "
+                           "file fits.")
+                .arg(picture.wantedWidth())
+                .arg(picture.wantedHeight())
+                .arg(endingOf(drawing.path), logview::mostOfFormat(format)));
     record[QLatin1String("width")] = picture.size().width();
     record[QLatin1String("height")] = picture.size().height();
     Result result;
-    if (picture.isScaledDown())
-        result.notices.append(
-            QStringLiteral("The picture is smaller than its scale asks for: a file of this format "
-                           "holds no more pixels. A part of the log, fewer dots an inch or a PDF file "
-                           "keep the scale."));
     if (!session.isDryRun()) {
         Progress progress(QStringLiteral("Drawing"), picture.size().height());
         int done = 0;
@@ -170,8 +183,8 @@ void makeDrawing(Command *command)
 {
     Option out =
         valueOption("--out", "FILE",
-                    "The file to be written; its ending says what it is: .png, .jpg or .tiff for a picture, .pdf "
-                    "or .svg for paper at true scale",
+                    "The file to be written; its ending says what it is: .png, .jpg, .jpeg, .tif or .tiff for a "
+                    "picture, .pdf or .svg for paper at true scale",
                     {WordKind::File});
     out.isRequired = true;
     command->options += {
@@ -204,7 +217,8 @@ void makeDrawing(Command *command)
     command->form.key = QStringLiteral("files");
     command->form.layout = ResultForm::Layout::Sheet;
     command->form.fields = {
-        textField("file", "File", "the file that was written, or would be"),
+        textField("file", "File", "the file"),
+        isWrittenField(),
         textField("format", "", "its ending"),
         textField("title", "Shows", "the well or correlation"),
         numberField("scale", "Scale (1:N)", "N of 1:N"),
@@ -254,19 +268,28 @@ bool isPaper(const Drawing &drawing)
     return !pictureFormat(endingOf(drawing.path));
 }
 
-logview::DepthLimits drawnLimits(const Drawing &drawing, const logview::DepthLimits &whole, QString *problem)
+QString depthsText(const logview::DepthLimits &limits, logview::DepthUnit unit)
 {
-    logview::DepthLimits limits = whole;
+    const auto depth = [](float value) { return logview::shortNumber(static_cast<double>(value), 2); };
+    return QStringLiteral("%1 to %2 %3").arg(depth(limits.start), depth(limits.end), unitText(unit));
+}
+
+DrawnDepths drawnDepths(const Drawing &drawing, const logview::DepthLimits &whole)
+{
+    logview::DepthLimits wanted = whole;
     if (drawing.from)
-        limits.start = static_cast<float>(*drawing.from);
+        wanted.start = static_cast<float>(*drawing.from);
     if (drawing.to)
-        limits.end = static_cast<float>(*drawing.to);
-    const QString unit = drawing.unit == logview::Feet ? QStringLiteral("ft") : QStringLiteral("m");
-    const auto text = [](float depth) { return logview::shortNumber(static_cast<double>(depth), 2); };
-    if (!(limits.start < limits.end) || limits.start >= whole.end || limits.end <= whole.start)
-        *problem = QStringLiteral("Nothing lies between %1 and %2 %5: there are depths from %3 to %4 %5.")
-                       .arg(text(limits.start), text(limits.end), text(whole.start), text(whole.end), unit);
-    return limits;
+        wanted.end = static_cast<float>(*drawing.to);
+    const auto text = [unit = drawing.unit](const logview::DepthLimits &limits) { return depthsText(limits, unit); };
+    if (!(wanted.start < wanted.end) || wanted.start >= whole.end || wanted.end <= whole.start)
+        return {whole, QStringLiteral("Nothing lies at %1: its depths are %2.").arg(text(wanted), text(whole)), {}};
+    DrawnDepths drawn;
+    drawn.limits = {qMax(wanted.start, whole.start), qMin(wanted.end, whole.end)};
+    if (drawn.limits.start > wanted.start || drawn.limits.end < wanted.end)
+        drawn.notice = QStringLiteral("Drawn is %1 instead of %2: its depths are %3.")
+                           .arg(text(drawn.limits), text(wanted), text(whole));
+    return drawn;
 }
 
 QString targetProblem(const Session &session, const QString &path)
@@ -281,7 +304,7 @@ QString targetProblem(const Session &session, const QString &path)
 Result drawFile(const Session &session, const Drawing &drawing, QGraphicsScene &headerScene, QGraphicsScene &logScene,
                 const logview::SheetContents &contents)
 {
-    const Record record = recordOf(drawing, contents);
+    const Record record = recordOf(drawing, contents, !session.isDryRun());
     if (const auto format = pictureFormat(endingOf(drawing.path)))
         return drawPicture(session, drawing, *format, headerScene, logScene, record);
     return drawPaper(session, drawing, headerScene, logScene, contents, record);

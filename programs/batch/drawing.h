@@ -33,9 +33,17 @@ Drawing drawingOf(const Arguments &arguments);
 /// Whether its file is one of paper, not a picture with the window's pixels.
 bool isPaper(const Drawing &drawing);
 
-/// The depths that are drawn of those that there are, both in the display's unit; \a problem tells what is wrong with those
-/// that are asked for.
-logview::DepthLimits drawnLimits(const Drawing &drawing, const logview::DepthLimits &whole, QString *problem);
+/// "0 to 2610 m"
+QString depthsText(const logview::DepthLimits &limits, logview::DepthUnit unit);
+
+/// The depths that are drawn of those that there are, both in the display's unit.
+struct DrawnDepths
+{
+    logview::DepthLimits limits;
+    QString problem; ///< why none of those that are asked for can be drawn, a sentence; empty when some can
+    QString notice; ///< that less is drawn than was asked for; empty when all is
+};
+DrawnDepths drawnDepths(const Drawing &drawing, const logview::DepthLimits &whole);
 
 /// Why no file can be written there, before anything is drawn; empty when it can.
 QString targetProblem(const Session &session, const QString &path);

@@ -198,7 +198,6 @@ Result run(Session &session, const Arguments &arguments)
     Order order;
     order.folder = QDir::current().absoluteFilePath(arguments.value(QStringLiteral("--out")));
     order.wanted = arguments.values(QStringLiteral("--logs"));
-    order.wanted.removeDuplicates();
     order.interval = arguments.number(QStringLiteral("--interval")).value_or(usualInterval);
     order.isColumns = arguments.value(QStringLiteral("--format")) == QLatin1String(columnsFormat);
     order.isForced = session.isForced();
@@ -271,7 +270,7 @@ Command exportCommand()
         textField("file", "File", "path of the file"),
         textField("well", "Well", "name of the well"),
         textsField("logs", "Logs", "names of the logs in it"),
-        flagField("isWritten", "Written", "false in a dry run"),
+        isWrittenField(),
     };
     command.problem = problem;
     command.run = run;

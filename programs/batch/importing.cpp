@@ -282,7 +282,6 @@ CurveChoice::CurveChoice(const Arguments &arguments)
     , names(pairs(arguments, "--rename"))
     , convertsFeet(arguments.has(QStringLiteral("--convert-feet")))
 {
-    curves.removeDuplicates();
     options.isResampling = arguments.has(QStringLiteral("--interval"));
     options.interval = las::floatIntervalFromText(arguments.value(QStringLiteral("--interval")));
 }
@@ -346,7 +345,7 @@ QVector<Field> importFields()
     return {
         textField("well", "Well", "name of the well"),
         flagField("isNew", "New", "whether the well was made"),
-        flagField("isWritten", "Written", "false in a dry run"),
+        isWrittenField(),
         textsField("files", "Files", "paths of the files that went into it"),
         recordsField("logs", "Logs", "the logs that it got",
                      {textField("name", "Log", "name of the log"),

@@ -92,7 +92,7 @@ Command lasUnwrapCommand()
         textField("file", "File", "path of a file that was written"),
         textsField("logs", "Logs", "names of its logs"),
         countField("rowCount", "Rows", "number of its data lines"),
-        flagField("isWritten", "Written", "false in a dry run"),
+        isWrittenField(),
     };
     command.run = run;
     return command;

@@ -45,7 +45,8 @@ int main(int argc, char *argv[])
         return batch::run(line);
     }
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false")); // what Qt misses of a desktop is no news
+    QLoggingCategory::setFilterRules(
+        QStringLiteral("default.warning=false")); // what Qt misses of a desktop is no news
     const QApplication application(onlyTheName, argv);
     return batch::run(line);
 }

@@ -1,6 +1,8 @@
+#include "logview/curveitem.h"
 #include "logview/markeritem.h"
 #include "logview/paper/displaysheet.h"
 #include "logview/paper/truefeet.h"
+#include "logview/trackitem.h"
 #include "logview/welldisplaywidget.h"
 #include "logview/welllogsscene.h"
 #include "logview/welllogsscenepropertywidget.h"
@@ -11,6 +13,9 @@
 #include "templates/templatestore.h"
 
 #include <QGraphicsView>
+
+#include <algorithm>
+#include <limits>
 
 namespace batch {
 
@@ -101,7 +106,7 @@ QStringList addMarkers(WellLogsScene &scene, const QString &wellName, const QVec
     return outside;
 }
 
-void applyDepths(WellLogsScene &scene, const Drawing &drawing, QString *problem)
+DrawnDepths applyDepths(WellLogsScene &scene, const Drawing &drawing)
 {
     WellLogsScenePropertyWidget *panel = scene.panel();
     panel->setDepthType(drawing.depthType);
@@ -109,16 +114,40 @@ void applyDepths(WellLogsScene &scene, const Drawing &drawing, QString *problem)
     scene.setDepthType(drawing.depthType);
     scene.setDepthUnit(drawing.unit);
     scene.applyDepthTypeAndUnit();
-    const logview::DepthLimits limits = drawnLimits(drawing, {scene.startDepth(), scene.endDepth()}, problem);
-    if (!problem->isEmpty())
-        return;
-    panel->setStartDepth(limits.start);
-    panel->setEndDepth(limits.end);
+    DrawnDepths drawn = drawnDepths(drawing, {scene.startDepth(), scene.endDepth()});
+    if (!drawn.problem.isEmpty())
+        return drawn;
+    panel->setStartDepth(drawn.limits.start);
+    panel->setEndDepth(drawn.limits.end);
     scene.applyDepthRange();
     if (drawing.scale) {
         panel->setScale(static_cast<float>(*drawing.scale));
         scene.applyScale(static_cast<float>(*drawing.scale));
     }
+    return drawn;
+}
+
+/// That the display has logs, but no value of them in its depths; empty where it has some there, or no logs at all.
+QString emptinessNotice(const WellLogsScene &scene, const Drawing &drawing)
+{
+    const logview::DepthReference reference = scene.depthReference();
+    logview::DepthLimits values{std::numeric_limits<float>::infinity(), -std::numeric_limits<float>::infinity()};
+    for (const TrackItem *track : scene.tracks()) {
+        for (const CurveItem *curve : track->curves()) {
+            const logview::CurveSamples &samples = curve->samples();
+            for (int i = 0; i < samples.size(); ++i) {
+                if (samples.isNull(i))
+                    continue;
+                const float depth = reference.toDisplay(samples.depthM(i));
+                values = {std::min(values.start, depth), std::max(values.end, depth)};
+            }
+        }
+    }
+    const bool isEmpty = values.start > scene.endDepth() || values.end < scene.startDepth();
+    return isEmpty && values.start <= values.end
+        ? QStringLiteral("No log has a value in these depths: their values lie at %1.")
+              .arg(depthsText(values, drawing.unit))
+        : QString();
 }
 
 Result run(Session &session, const Arguments &arguments)
@@ -136,12 +165,14 @@ Result run(Session &session, const Arguments &arguments)
     if (scene.tracks().isEmpty())
         return Result::failed(QStringLiteral("The template \"%1\" has no tracks.").arg(shown.templateName));
     display.tellUnread();
-    QString problem;
-    applyDepths(scene, drawing, &problem);
-    if (!problem.isEmpty())
-        return Result::failed(QStringLiteral("The well \"%1\": ").arg(shown.wellName) + problem);
+    const DrawnDepths depths = applyDepths(scene, drawing);
+    if (!depths.problem.isEmpty())
+        return Result::failed(QStringLiteral("The well \"%1\": ").arg(shown.wellName) + depths.problem);
 
     Result result;
+    for (const QString &notice : {depths.notice, emptinessNotice(scene, drawing)})
+        if (!notice.isEmpty())
+            result.notices.append(QStringLiteral("The well \"%1\": ").arg(shown.wellName) + notice);
     if (drawing.markers == Drawing::Markers::All || drawing.markers == Drawing::Markers::Named) {
         const auto all = data.catalogue.readWellMarkers(data.catalogue.indexOf(shown.wellName));
         QStringList missing;

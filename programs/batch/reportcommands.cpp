@@ -70,8 +70,7 @@ Command reportCommand(const char *name, const char *summary, const char *descrip
     command.replaces = true;
     command.example = command.name + QStringLiteral(" --survey Demo --force");
     command.form.key = QStringLiteral("files");
-    command.form.fields = {textField("file", "File", "path of the report"),
-                           flagField("isWritten", "Written", "false in a dry run")};
+    command.form.fields = {textField("file", "File", "path of the report"), isWrittenField()};
     return command;
 }
 

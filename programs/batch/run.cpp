@@ -18,8 +18,10 @@ namespace {
 int refuse(const CommandLine &line, const QString &error)
 {
     printMessage(error);
-    const QString command = line.command ? QLatin1Char(' ') + line.command->name : QString();
-    printMessage(QStringLiteral("Try \"lorva-batch%1 --help\".").arg(command));
+    const QString command = line.command ? line.command->name + QLatin1Char(' ')
+        : line.family.isEmpty()          ? QString()
+                                         : line.family + QLatin1Char(' ');
+    printMessage(QStringLiteral("Try \"lorva-batch %1--help\".").arg(command));
     return usageExitCode;
 }
 

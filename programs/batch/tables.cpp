@@ -38,6 +38,11 @@ Field flagField(const char *key, const char *heading, const char *help)
     return field(key, heading, help, Field::Kind::Flag);
 }
 
+Field isWrittenField()
+{
+    return flagField("isWritten", "Written", "false in a dry run");
+}
+
 Field textsField(const char *key, const char *heading, const char *help)
 {
     return field(key, heading, help, Field::Kind::Texts);

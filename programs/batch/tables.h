@@ -11,6 +11,8 @@ Field numberField(const char *key, const char *heading, const char *help, int de
 Field countField(const char *key, const char *heading, const char *help);
 Field flagField(const char *key, const char *heading, const char *help);
 Field textsField(const char *key, const char *heading, const char *help);
+/// "isWritten": what tells a run from a dry run, in every command that writes.
+Field isWrittenField();
 Field recordsField(const char *key, const char *heading, const char *help, const QVector<Field> &fields);
 
 /// An option with a value.

@@ -10,7 +10,6 @@
 
 #include <QFileInfo>
 
-#include <limits>
 #include <optional>
 
 namespace batch {
@@ -269,9 +268,8 @@ Command wellDataCommand(const char *name, const char *summary, const char *descr
                                    "Replace them by those of a text file of columns between tabs", {WordKind::File})};
     for (const ImportColumn &column : columns)
         command.options.append(valueOption(column.option, "N", column.help, countRule(1, 1000000)));
-    command.options.append(valueOption(skipOption, "N",
-                                       "Pass over so many lines at the top of the file; 0 without it",
-                                       countRule(0, std::numeric_limits<int>::max())));
+    command.options.append(valueOption(
+        skipOption, "N", "Pass over so many lines at the top of the file; 0 without it", countRule(0, 1000000)));
     command.writes = true;
     command.replaces = true;
     command.problem = [columns](const Arguments &arguments) { return importProblem(arguments, columns); };

@@ -58,7 +58,7 @@ private slots:
         const CommandLine line = parseCommandLine({"--survey", "S", "rich", "--out=a=b", "W 1", "--logs", "GR, RHOB",
                                                    "f1", "--step", "-0.5e1", "--", "--f2", "--"},
                                                   commands);
-        QCOMPARE(line.error, QString("M of the option --step is no less than 0.5, not \"-0.5e1\"."));
+        QCOMPARE(line.error, QString("M of the option --step is a number from 0.5 to 10, not \"-0.5e1\"."));
         const CommandLine good = parseCommandLine({"--survey", "S", "rich", "--out=a=b", "W 1", "--logs", "GR, RHOB",
                                                    "f1", "--step", "5", "--jobs", "3", "--force", "--", "--f2", "--"},
                                                   commands);
@@ -88,6 +88,25 @@ private slots:
         QVERIFY(!helpOfAll(commands, "report").contains("rich"));
         QVERIFY(!parseCommandLine({"report"}, commands).error.isEmpty());
         QVERIFY(!parseCommandLine({"report", "none"}, commands).error.isEmpty());
+    }
+
+    void choicesAreReadInAnyLetters()
+    {
+        const CommandLine line = parseCommandLine({"rich", "W", "--out", "o", "--format", "Columns"}, table());
+        QCOMPARE(line.error, QString());
+        QCOMPARE(line.arguments.value("--format"), QString("columns"));
+        QVector<Command> commands = table();
+        commands[0].operands = {operand("GROUP", "a group", choiceOf({"Gamma", "Shale Volume"}))};
+        QCOMPARE(parseCommandLine({"plain", "shale VOLUME"}, commands).arguments.operand(0), QString("Shale Volume"));
+    }
+
+    void whatIsGivenTwiceCountsOnce()
+    {
+        const CommandLine line =
+            parseCommandLine({"rich", "W", "f", "g", "W", "f", "--out", "o", "--logs", "GR,A, GR,a"}, table());
+        QCOMPARE(line.error, QString());
+        QCOMPARE(line.arguments.operands(), (QStringList{"W", "f", "g", "W"})); // the first W is another operand
+        QCOMPARE(line.arguments.values("--logs"), (QStringList{"GR", "A", "a"}));
     }
 
     void repeatedOptionsGather()
@@ -121,13 +140,19 @@ private slots:
         row("rich W --out o --force --force", "The option --force can be given once only.");
         row("rich W --out o --force=1", "The option --force takes no value.");
         row("rich W --out o --logs GR,,A", "A,B of the option --logs is empty.");
-        row("rich W --out o --step x", "M of the option --step is a number, not \"x\".");
-        row("rich W --out o --step nan", "M of the option --step is a number, not \"nan\".");
-        row("rich W --out o --step 1e400", "M of the option --step is a number, not \"1e400\".");
-        row("rich W --out o --step 11", "M of the option --step is no more than 10, not \"11\".");
-        row("rich W --out o --jobs 1.5", "N of the option --jobs is a whole number, not \"1.5\".");
-        row("rich W --out o --jobs 0", "N of the option --jobs is no less than 1, not \"0\".");
-        row("rich W --out o --format LAS", "FORMAT of the option --format is one of las, columns, not \"LAS\".");
+        row("rich W --out o --step x", "M of the option --step is a number from 0.5 to 10, not \"x\".");
+        row("rich W --out o --step nan", "M of the option --step is a number from 0.5 to 10, not \"nan\".");
+        row("rich W --out o --step 1e400", "M of the option --step is a number from 0.5 to 10, not \"1e400\".");
+        row("rich W --out o --step 11", "M of the option --step is a number from 0.5 to 10, not \"11\".");
+        row("rich W --out o --jobs 1.5", "N of the option --jobs is a whole number from 1 to 1024, not \"1.5\".");
+        row("rich W --out o --jobs 0", "N of the option --jobs is a whole number from 1 to 1024, not \"0\".");
+        row("rich W --out o --jobs 1025", "N of the option --jobs is a whole number from 1 to 1024, not \"1025\".");
+        row("rich W --out o --jobs 99999999999",
+            "N of the option --jobs is a whole number from 1 to 1024, not \"99999999999\".");
+        row("rich W --out o --format doc", "FORMAT of the option --format is one of las, columns, not \"doc\".");
+        row("report", "The command \"report\" needs one more word: logs or markers.");
+        row("report foo", "The command \"report\" needs one more word: logs or markers, not \"foo\".");
+        row("report --force logs", "The command \"report\" needs one more word: logs or markers, not \"--force\".");
         row("rich W --out o --logs A --map B=C", "Not both.");
     }
 

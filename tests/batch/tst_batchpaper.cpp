@@ -231,17 +231,20 @@ private slots:
         QTest::addColumn<QString>("said");
         QTest::newRow("no file") << QStringList() << "needs the option --out";
         QTest::newRow("ending") << QStringList{"--out", "a.doc"}
-                                << "ends in .png, .jpg, .tiff, .pdf or .svg, not \"a.doc\"";
+                                << "ends in .png, .jpg, .jpeg, .tif, .tiff, .pdf or .svg, not \"a.doc\"";
         QTest::newRow("no ending") << QStringList{"--out", "a"} << "not \"a\"";
-        QTest::newRow("scale 0") << QStringList{"--out", "a.pdf", "--scale", "0"} << "is no less than 1, not \"0\"";
-        QTest::newRow("negative scale") << QStringList{"--out", "a.pdf", "--scale=-5"} << "is no less than 1";
-        QTest::newRow("no scale") << QStringList{"--out", "a.pdf", "--scale", "nan"} << "is a number, not \"nan\"";
-        QTest::newRow("large scale") << QStringList{"--out", "a.pdf", "--scale", "1e9"} << "is no more than 1000000";
+        QTest::newRow("no name") << QStringList{"--out", ".png"} << "has no name before its ending: \".png\"";
+        QTest::newRow("no name in a folder") << QStringList{"--out", "x/.pdf"} << "before its ending: \"x/.pdf\"";
+        QTest::newRow("scale 0") << QStringList{"--out", "a.pdf", "--scale", "0"}
+                                 << "is a number from 1 to 1000000, not \"0\"";
+        QTest::newRow("negative scale") << QStringList{"--out", "a.pdf", "--scale=-5"} << "from 1 to 1000000";
+        QTest::newRow("no scale") << QStringList{"--out", "a.pdf", "--scale", "nan"} << "not \"nan\"";
+        QTest::newRow("large scale") << QStringList{"--out", "a.pdf", "--scale", "1e9"} << "from 1 to 1000000";
         QTest::newRow("upside down") << QStringList{"--out", "a.pdf", "--from", "20", "--to", "10"}
                                      << "the option --from does not lie above";
         QTest::newRow("empty") << QStringList{"--out", "a.pdf", "--from", "10", "--to", "10"} << "does not lie above";
-        QTest::newRow("dpi 0") << QStringList{"--out", "a.pdf", "--dpi", "0"} << "is no less than 50";
-        QTest::newRow("dpi 100000") << QStringList{"--out", "a.pdf", "--dpi", "100000"} << "is no more than 2400";
+        QTest::newRow("dpi 0") << QStringList{"--out", "a.pdf", "--dpi", "0"} << "is a whole number from 50 to 2400";
+        QTest::newRow("dpi 100000") << QStringList{"--out", "a.pdf", "--dpi", "100000"} << "from 50 to 2400";
         QTest::newRow("type") << QStringList{"--out", "a.pdf", "--type", "TVD"} << "is one of MD, TVDSS, not \"TVD\"";
         QTest::newRow("unit") << QStringList{"--out", "a.pdf", "--unit", "M"} << "is one of METER, FEET";
         QTest::newRow("paper") << QStringList{"--out", "a.pdf", "--paper", "A5"} << "is one of A4, A3, continuous";
@@ -272,10 +275,21 @@ private slots:
         QTest::newRow("no template") << QStringList{w + ":", "--out", pdf} << "has no template \"\"";
         QTest::newRow("marker") << QStringList{w, "--out", pdf, "--markers", "Ghost"} << "has no marker \"Ghost\".";
         QTest::newRow("below the log") << QStringList{w, "--out", pdf, "--from", "90000", "--to", "90100"}
-                                       << "Nothing lies between 90000 and 90100 m: there are depths from 0 to ";
+                                       << "Nothing lies at 90000 to 90100 m: its depths are 0 to ";
         QTest::newRow("above the log") << QStringList{w, "--out", pdf, "--from=-100", "--to", "0"}
-                                       << "Nothing lies between";
-        QTest::newRow("from below") << QStringList{w, "--out", pdf, "--from", "90000"} << "Nothing lies between";
+                                       << "Nothing lies at";
+        QTest::newRow("from below") << QStringList{w, "--out", pdf, "--from", "90000"} << "Nothing lies at";
+        const QString choices =
+            "A larger --scale, a part of the depths (--from, --to), a smaller --dpi or a PDF file";
+        const QString most = "holds no more than %1. " + choices;
+        QTest::newRow("png") << QStringList{w, "--out", m_files.filePath("none.png"), "--scale", "9"}
+                             << "and a .png file " + most.arg("1000000 pixels a side");
+        QTest::newRow("jpeg") << QStringList{w, "--out", m_files.filePath("none.jpeg"), "--scale", "100"}
+                              << "and a .jpeg file " + most.arg("65500 pixels a side");
+        QTest::newRow("tiff") << QStringList{w, "--out", m_files.filePath("none.tif"), "--scale", "1", "--dry-run"}
+                              << "and a .tif file " + most.arg("1431306239 pixels in all");
+        QTest::newRow("dpi") << QStringList{w + ":Simple", "--out", m_files.filePath("none.jpg"), "--dpi", "2400"}
+                             << "The picture would be of 16250 x 24";
         QTest::newRow("pages") << QStringList{w, "--out", pdf, "--scale", "20"}
                                << "pages of A4; no more than 200 are made.";
         QTest::newRow("length") << QStringList{w, "--out", pdf, "--scale", "100", "--paper", "continuous"}
@@ -290,7 +304,53 @@ private slots:
         const BatchRun run = render(words);
         VERIFY_EXIT(1, run);
         QVERIFY2(run.errors.contains(said), qPrintable(run.errors));
-        QVERIFY(!QFileInfo::exists(m_files.filePath("none.pdf")));
+        QCOMPARE(QDir(m_files.path()).entryList({"none*", ".lorva*"}, QDir::Files | QDir::Hidden), QStringList());
+    }
+
+    void lettersOfAWordMayBeSmall()
+    {
+        const BatchRun run = render({m_well, "--out", m_files.filePath("small.pdf"), "--paper", "a3", "--type",
+                                     "tvdss", "--unit", "feet", "--json", "--dry-run"});
+        VERIFY_EXIT(0, run);
+        QCOMPARE(run.record("files").value("unit").toString(), QString("ft"));
+        QCOMPARE(run.record("files").value("depthType").toString(), QString("TVDSS"));
+        QVERIFY(run.record("files").value("widthMm").toDouble() + run.record("files").value("heightMm").toDouble()
+                > 700);
+        QCOMPARE(run.record("files").value("isWritten").toBool(true), false);
+    }
+
+    // Paper is not wasted on depths that the well has not.
+    void depthsEndWhereTheWellDoes()
+    {
+        const QString file = m_files.filePath("deep.pdf");
+        const BatchRun run = render({m_well, "--out", file, "--from=-50", "--to", "90000", "--json"});
+        VERIFY_EXIT(0, run);
+        const QJsonObject record = run.record("files");
+        QCOMPARE(record.value("from").toDouble(), 0.0);
+        QCOMPARE(record.value("to").toDouble(), 2610.0);
+        QVERIFY(record.value("isWritten").toBool());
+        QCOMPARE(
+            run.list("notices"),
+            QJsonArray{"The well \"Aldra-1\": Drawn is 0 to 2610 m instead of -50 to 90000 m: its depths are 0 to "
+                       "2610 m."});
+        const BatchRun panel =
+            correlate({"--out", m_files.filePath("deep.png"), "--to", "90000", "--json", "--dry-run"});
+        VERIFY_EXIT(0, panel);
+        QVERIFY(panel.record("files").value("to").toDouble() < 4000);
+        QVERIFY2(panel.errors.contains("instead of") && panel.errors.contains("to 90000 m"),
+                 qPrintable(panel.errors));
+        QVERIFY(render({m_well, "--out", file, "--force", "--from", "1000", "--to", "1200", "--json"})
+                    .list("notices")
+                    .isEmpty());
+    }
+
+    void depthsWithoutALogAreTold()
+    {
+        const BatchRun run =
+            render({m_well + ":Simple", "--out", m_files.filePath("bare.png"), "--to", "200", "--unit", "FEET"});
+        VERIFY_EXIT(0, run);
+        QVERIFY2(run.errors.contains("No log has a value in these depths: their values lie at 2625 to 8517.5 ft."),
+                 qPrintable(run.errors));
     }
 
     void correlationsThatCannotBeDrawn()

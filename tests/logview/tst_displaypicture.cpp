@@ -67,6 +67,7 @@ private slots:
     void headerAboveTheLog();
     void longPicturesAreWholeInTheFile();
     void widePictures();
+    void bandsOfAVeryWidePictureAreLow();
     void whatATiffCannotHoldIsScaledDown();
     void drawnOverTheViewport();
     void longJpegPictures();
@@ -146,12 +147,25 @@ void tst_displaypicture::widePictures()
     QCOMPARE(image.pixelColor(39999, 0), QColor(255, 0, 0));
 }
 
+void tst_displaypicture::bandsOfAVeryWidePictureAreLow()
+{
+    Scenes scenes(400000, 200);
+    QVector<int> heights;
+    QVERIFY(DisplayPicture(scenes.header, scenes.log, PictureFormat::Png).render([&heights](const QImage &band) {
+        heights.append(band.height());
+        return true;
+    }));
+    QCOMPARE(heights, (QVector<int>{83, 83, 64})); // 33.5 million pixels a band
+}
+
 void tst_displaypicture::whatATiffCannotHoldIsScaledDown()
 {
     Scenes scenes(2000, 2000000);
     scenes.log.addRect(0, 1000000, 2000, 1000000, Qt::NoPen, Qt::blue);
     const DisplayPicture picture(scenes.header, scenes.log);
     QVERIFY(picture.isScaledDown());
+    QCOMPARE(picture.wantedWidth(), Q_INT64_C(2000));
+    QCOMPARE(picture.wantedHeight(), Q_INT64_C(2000030));
     QVERIFY(picture.size().height() < 2000000);
     const int middle = picture.size().height() / 2;
     QCOMPARE(picture.rows(middle - 100, 10).pixelColor(10, 5), QColor(Qt::white));
@@ -306,7 +320,8 @@ void tst_displaypicture::pngPictures()
     QCOMPARE(image.size(), QSize(20, 70030));
     QCOMPARE(image.convertToFormat(QImage::Format_RGB32).copy(0, 64900, 20, 300), picture.rows(64900, 300));
     QVERIFY(qAbs(image.dotsPerMeterX() - 96 / 0.0254) < 2);
-    QCOMPARE(pictureSize(10, 3000000, PictureFormat::Png), QSize(10, 3000000));
+    QCOMPARE(pictureSize(10, 1000000, PictureFormat::Png), QSize(10, 1000000));
+    QCOMPARE(pictureSize(10, 2000000, PictureFormat::Png), QSize(5, 1000000)); // programs read no more
 }
 
 void tst_displaypicture::moreDotsAnInch()
