@@ -1,5 +1,6 @@
 #include "survey/lasfiles.h"
 
+#include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
 #include <QSet>
@@ -19,9 +20,10 @@ FoundFiles findLasFiles(const QStringList &paths)
     FoundFiles found;
     QSet<QString> seen;
     const auto add = [&](const QString &path, QStringList *list) {
-        if (seen.contains(path) || seen.size() == mostFiles)
+        const QString place = QDir::cleanPath(QDir::current().absoluteFilePath(path));
+        if (seen.contains(place) || seen.size() == mostFiles)
             return;
-        seen.insert(path);
+        seen.insert(place);
         list->append(path);
     };
     for (const QString &path : paths) {

@@ -182,7 +182,9 @@ MadeWell makeWell(SurveyStore &store, const WellOrder &order)
     }
     QVector<host::LogData> logs = collector.logs();
     if (order.changeLogs)
-        order.changeLogs(&logs, &made.notices);
+        made.error = order.changeLogs(&logs, &made.notices);
+    if (!made.error.isEmpty())
+        return made;
     if (order.isTrial) {
         made.logCount = logs.size();
         return made;

@@ -19,8 +19,9 @@ struct WellOrder
     bool withLogs = true;
     QByteArray codec; ///< of files that are no Unicode, as in las::prepareText()
     /// Where set, changes the logs before they are written, in the survey's depth unit, and adds to the notices: logs may go
-    /// or get another name or other samples. Each that is left has a sample and a name of its own.
-    std::function<void(QVector<host::LogData> *logs, QStringList *notices)> changeLogs;
+    /// or get another name or other samples. Each that is left has a sample and a name of its own. Gives why there can be no
+    /// such well, a sentence; empty when there can.
+    std::function<QString(QVector<host::LogData> *logs, QStringList *notices)> changeLogs;
     bool isTrial = false; ///< everything but the writing: what would be made, without a key
 };
 

@@ -208,8 +208,12 @@ Result run(Session &session, const Arguments &arguments)
     QVector<Order> orders;
     QStringList names;
     QSet<QString> targets;
+    QSet<QString> keys;
     for (const QString &name : arguments.operands()) {
         const host::Outcome<host::WellEntry> well = session.well(name);
+        if (well.ok() && keys.contains(well.value.key))
+            continue; // given by name and by key
+        keys.insert(well.value.key);
         order.well = well.value;
         const QString target = order.isColumns ? columnsFolder(order) : pathOf(order, {});
         if (!well.ok())

@@ -93,8 +93,7 @@ Result importAsNewWells(Session &session, const QStringList &files, const CurveC
         const survey::NewWell well = proposed.wells().at(row);
         const QString name = well.texts[survey::WellField::Name];
         if (well.state == survey::NewWell::State::Unreadable)
-            result.failures.append(survey::fileNames(well) + QStringLiteral(": ")
-                                   + well.notes.join(QLatin1Char(' ')));
+            result.failures += well.notes; // they name the file
         else if (well.state == survey::NewWell::State::Exists)
             result.failures.append(
                 QStringLiteral("%1: the survey has a well \"%2\" already; without --new-wells the logs go into it.")

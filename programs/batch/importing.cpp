@@ -1,9 +1,12 @@
 #include "programs/batch/importing.h"
 
+#include "base/numbers.h"
 #include "datastore/curvegroupassignment.h"
 #include "datastore/defaultlogs.h"
+#include "datastore/unitclassification.h"
 #include "las/importnotices.h"
 #include "las/importrun.h"
+#include "las/lasheader.h"
 #include "las/resampling.h"
 #include "las/showntext.h"
 #include "programs/batch/arguments.h"
@@ -34,6 +37,36 @@ QJsonObject logRecord(const QString &name, const QString &curve, const QString &
     return {{QStringLiteral("name"), name}, {QStringLiteral("curve"), curve}, {QStringLiteral("group"), group}};
 }
 
+/// The group that a curve is given by the options, else by the project.
+QString groupOf(const QString &mnemonic, const CurveChoice &choice, CurveGroupFinder *known)
+{
+    const auto given = choice.groups.find(mnemonic);
+    return given == choice.groups.end() ? known->group(mnemonic) : *given;
+}
+
+/// The group in which a log of the group ends: those of Others go into that of their unit at every launch.
+QString groupInProject(const QString &group, QString unit)
+{
+    return group == QLatin1String("Others") ? curveGroupOfUnit(unit) : group;
+}
+
+/// What to tell of a group that was asked for and is not kept; empty when it is.
+QString groupNotice(const QString &curve, const QString &group, const CurveChoice &choice)
+{
+    return !choice.groups.contains(curve) || choice.groups.value(curve) == group
+        ? QString()
+        : QStringLiteral("%1 goes into the group %2 by its unit, as all logs of the group %3 do.")
+              .arg(las::shortened(curve), group, choice.groups.value(curve));
+}
+
+QString clash(const QString &first, const QString &second, const QString &name)
+{
+    return QStringLiteral(
+               "the curves %1 and %2 would both become the log \"%3\"; --rename gives other names, --curves "
+               "leaves one out.")
+        .arg(las::shortened(first), las::shortened(second), las::shortened(name));
+}
+
 /// Imports files into one well, one after the other.
 class WellImport
 {
@@ -60,9 +93,9 @@ private:
         m_notices.append(QFileInfo(path).fileName() + QStringLiteral(": ") + sentence);
     }
     void importFile(const QString &path, double wellMaximumDepth);
-    QString fileProblem(const WellInfo &file) const;
     void chooseRows(const QString &path, las::ImportTab *tab);
     QString takenNames(const las::ImportTab &tab) const;
+    QString nameClash(const las::ImportTab &tab) const;
     void write(const las::ImportTab &tab);
 
     Session &m_session;
@@ -77,18 +110,6 @@ private:
     QJsonArray m_logs;
     Result m_result;
 };
-
-QString WellImport::fileProblem(const WellInfo &file) const
-{
-    if (file.wrapped)
-        return QStringLiteral(
-            "it is wrapped, so the import would read wrong values; \"lorva-batch las-unwrap\" makes a "
-            "file of it that can be imported.");
-    for (const LogCurveData &curve : file.curves)
-        if (!curve.values.isEmpty())
-            return {};
-    return QStringLiteral("it has no curve with samples; \"lorva-batch las\" tells what it holds.");
-}
 
 // The first curve of a data section holds the depths: it becomes a log only where it is asked for.
 void WellImport::chooseRows(const QString &path, las::ImportTab *tab)
@@ -110,8 +131,9 @@ void WellImport::chooseRows(const QString &path, las::ImportTab *tab)
             continue;
         }
         seen.insert(mnemonic);
-        const QString group =
-            m_choice.groups.contains(mnemonic) ? m_choice.groups.value(mnemonic) : m_groups.group(mnemonic);
+        const QString group = groupInProject(groupOf(mnemonic, m_choice, &m_groups), file.curves.at(i).unit);
+        if (const QString notice = groupNotice(mnemonic, group, m_choice); !notice.isEmpty())
+            note(path, notice);
         tab->rows.append({i, true, m_choice.nameOf(mnemonic).trimmed(), group});
     }
     for (const QString &mnemonic : m_choice.curves)
@@ -119,17 +141,27 @@ void WellImport::chooseRows(const QString &path, las::ImportTab *tab)
             note(path, QStringLiteral("it has no curve \"%1\" with samples.").arg(mnemonic));
 }
 
-/// The names that would replace a log, of the well or of the same file; empty when there are none.
+/// The names that would replace a log of the well; empty when there are none.
 QString WellImport::takenNames(const las::ImportTab &tab) const
 {
     QStringList taken;
-    QSet<QString> names = m_logNames;
-    for (const las::ImportRow &row : tab.rows) {
-        if (names.contains(row.logName))
+    for (const las::ImportRow &row : tab.rows)
+        if (m_logNames.contains(row.logName))
             taken.append(las::shortened(row.logName));
-        names.insert(row.logName);
-    }
     return taken.join(QStringLiteral(", "));
+}
+
+/// Two curves of the file that would become one log; empty when there are none.
+QString WellImport::nameClash(const las::ImportTab &tab) const
+{
+    QHash<QString, QString> curves; // by the names of their logs
+    for (const las::ImportRow &row : tab.rows) {
+        const QString curve = tab.file->curves.at(row.curve).logName;
+        if (curves.contains(row.logName))
+            return clash(curves.value(row.logName), curve, row.logName);
+        curves.insert(row.logName, curve);
+    }
+    return {};
 }
 
 void WellImport::write(const las::ImportTab &tab)
@@ -155,7 +187,11 @@ void WellImport::importFile(const QString &path, double wellMaximumDepth)
                                      : QStringLiteral("there is no such file."));
         return;
     }
-    QString problem = fileProblem(file);
+    if (const las::HeaderResult header = las::readHeader(path); file.curves.isEmpty() && !header.error.isEmpty()) {
+        m_result.failures.append(header.error);
+        return;
+    }
+    QString problem = importProblem(file);
     las::ImportTab tab = las::importTab(file, path, m_choice.convertsFeet);
     tab.wellName = m_well.name;
     tab.wellKey = m_well.key;
@@ -169,6 +205,8 @@ void WellImport::importFile(const QString &path, double wellMaximumDepth)
         problem = las::stopReason(tab, 1);
     if (problem.isEmpty())
         problem = las::refusal({tab}, m_choice.options);
+    if (problem.isEmpty())
+        problem = nameClash(tab);
     const QString taken = takenNames(tab);
     if (problem.isEmpty() && !taken.isEmpty() && !m_session.isForced())
         problem = QStringLiteral("the well \"%1\" has logs of these names: %2. --force replaces them, --rename gives "
@@ -246,12 +284,13 @@ bool hasSample(const host::LogData &log)
     return std::any_of(log.values.begin(), log.values.end(), [](float value) { return !host::isUndefined(value); });
 }
 
-/// What the options make of the logs of a new well. \a interval is in the survey's depth unit, 0 for none.
-void changeLogs(const CurveChoice &choice, double interval, QVector<host::LogData> *logs, QStringList *notices,
-                QJsonArray *records, CurveGroupFinder *groups)
+/// What the options make of the logs of a new well; gives why it cannot be made of them. \a interval is in the survey's
+/// depth unit, 0 for none.
+QString changeLogs(const CurveChoice &choice, double interval, QVector<host::LogData> *logs, QStringList *notices,
+                   QJsonArray *records, CurveGroupFinder *groups)
 {
     QVector<host::LogData> kept;
-    QSet<QString> names;
+    QHash<QString, QString> curves; // by the names of their logs
     for (host::LogData &log : *logs) {
         const QString curve = log.name;
         if (!choice.isWanted(curve))
@@ -260,18 +299,31 @@ void changeLogs(const CurveChoice &choice, double interval, QVector<host::LogDat
             notices->append(QStringLiteral("%1 keeps its samples: the interval cannot be applied to its depths.")
                                 .arg(las::shortened(curve)));
         log.name = choice.nameOf(curve);
-        if (names.contains(log.name) || !hasSample(log)) {
-            notices->append(QStringLiteral("%1 is left out: %2.")
-                                .arg(las::shortened(curve),
-                                     hasSample(log) ? QStringLiteral("another log has its name")
-                                                    : QStringLiteral("it has no sample on the interval's depths")));
+        if (!hasSample(log)) {
+            notices->append(QStringLiteral("%1 is left out: it has no sample on the interval's depths.")
+                                .arg(las::shortened(curve)));
             continue;
         }
-        names.insert(log.name);
-        records->append(logRecord(log.name, curve, choice.groups.value(curve, groups->group(curve))));
+        if (curves.contains(log.name))
+            return clash(curves.value(log.name), curve, log.name);
+        curves.insert(log.name, curve);
+        const QString group = groupInProject(groupOf(curve, choice, groups), log.unit);
+        if (const QString notice = groupNotice(curve, group, choice); !notice.isEmpty())
+            notices->append(notice);
+        records->append(logRecord(log.name, curve, group));
         kept.append(log);
     }
     *logs = kept;
+    if (kept.isEmpty())
+        notices->append(QStringLiteral("The well gets no logs."));
+    return {};
+}
+
+bool isAtOneDepth(const LogCurveData &curve)
+{
+    return curve.depths.size() > 1 && std::all_of(curve.depths.begin(), curve.depths.end(), [&curve](double depth) {
+               return depth == curve.depths.first();
+           });
 }
 
 } // namespace
@@ -284,6 +336,35 @@ CurveChoice::CurveChoice(const Arguments &arguments)
 {
     options.isResampling = arguments.has(QStringLiteral("--interval"));
     options.interval = las::floatIntervalFromText(arguments.value(QStringLiteral("--interval")));
+}
+
+QString importProblem(const WellInfo &file)
+{
+    if (file.wrapped)
+        return QStringLiteral(
+            "it is wrapped, so the import would read wrong values; \"lorva-batch las-unwrap\" makes a "
+            "file of it that can be imported.");
+    QSet<int> depthCurves;
+    for (const LasDataSection &section : file.dataSections)
+        depthCurves.insert(section.firstCurve);
+    const LogCurveData *sampled = nullptr;
+    bool hasLog = false;
+    for (int i = 0; i < file.curves.size(); ++i) {
+        const LogCurveData &curve = file.curves.at(i);
+        if (curve.values.isEmpty())
+            continue;
+        sampled = &curve;
+        if (depthCurves.contains(i))
+            continue;
+        if (!isAtOneDepth(curve))
+            return {};
+        hasLog = true;
+    }
+    if (!sampled)
+        return QStringLiteral("it has no curve with samples.");
+    return hasLog ? QStringLiteral("all its depths are %1: no sample has a place.")
+                        .arg(QString::fromLatin1(base::formatGeneral(sampled->depths.first())))
+                  : QStringLiteral("it has no curve but its depths.");
 }
 
 Result importIntoWell(Session &session, const host::WellEntry &well, const QStringList &files,
@@ -303,7 +384,7 @@ Result importAsNewWell(Session &session, const survey::NewWell &well, const Curv
         ? survey::fromMetres(static_cast<double>(choice.options.interval), session.store().depthUnit())
         : 0;
     order.changeLogs = [&](QVector<host::LogData> *given, QStringList *notices) {
-        changeLogs(choice, interval, given, notices, &logs, &groups);
+        return changeLogs(choice, interval, given, notices, &logs, &groups);
     };
     order.isTrial = session.isDryRun();
     survey::MadeWell made;

@@ -5,6 +5,7 @@
 #include "las/rowcheck.h"
 #include "las/wellinfo.h"
 #include "programs/batch/commands.h"
+#include "programs/batch/importing.h"
 #include "programs/batch/session.h"
 #include "programs/batch/tables.h"
 #include "programs/batch/workers.h"
@@ -99,10 +100,11 @@ Result describe(const QString &path)
         return Result::failed(QStringLiteral("%1: %2.").arg(
             path, code == -1 ? QStringLiteral("there is no such file") : QStringLiteral("it cannot be read")));
     const las::HeaderResult header = las::readHeader(path);
+    if (!header.error.isEmpty())
+        return Result::failed(header.error);
     Record record;
     record[QLatin1String("file")] = path;
-    record[QLatin1String("well")] =
-        header.error.isEmpty() ? survey::proposeWell(path, header.header).name : QString();
+    record[QLatin1String("well")] = survey::proposeWell(path, header.header).name;
     record[QLatin1String("uwi")] = file.uwi;
     record[QLatin1String("version")] = file.version;
     record[QLatin1String("isWrapped")] = file.wrapped;
@@ -120,9 +122,9 @@ Result describe(const QString &path)
     }
     record[QLatin1String("curves")] = curves;
     QStringList notices = las::importNotices(file, std::numeric_limits<int>::max());
-    if (!header.error.isEmpty())
-        notices.append(header.error);
-    const bool isImportable = !file.wrapped && samples > 0;
+    const QString problem = importProblem(file);
+    if (!problem.isEmpty() && !file.wrapped && !file.isTooLarge) // those are among them
+        notices.append(QStringLiteral("The import refuses it: ") + problem);
     if (needsUnwrapping(file, samples)) {
         const int logs = logCountOfUnwrapping(path);
         if (logs > 0)
@@ -130,7 +132,7 @@ Result describe(const QString &path)
                                           "import can take.")
                                .arg(logs));
     }
-    record[QLatin1String("isImportable")] = isImportable;
+    record[QLatin1String("isImportable")] = problem.isEmpty();
     record[QLatin1String("notices")] = QJsonArray::fromStringList(notices);
     record[QLatin1String("findings")] = findingsOf(file);
     return {{record}, {}, {}, {}};
@@ -168,7 +170,8 @@ Command lasCommand()
         textField("uwi", "UWI", "unique well id; the import looks for a well of this name"),
         textField("version", "LAS version", "as the file says"),
         flagField("isWrapped", "Wrapped", "whether a depth step spans several lines"),
-        flagField("isImportable", "Importable", "whether the import reads samples from it at their depths"),
+        flagField("isImportable", "Importable",
+                  "whether the import takes logs from it, for a well that is deep enough"),
         textField("depthUnit", "Depths in", "unit of the start depth"),
         numberField("startDepth", "Start", "start depth of the header, in that unit"),
         numberField("stopDepth", "Stop", "stop depth of the header"),

@@ -96,8 +96,7 @@ private slots:
         QTest::addColumn<QString>("named");
         QTest::newRow("well") << QStringList{"None such"} << "None such";
         QTest::newRow("log") << QStringList{"Aldra-1", "--logs", "GR,NONE"} << "Aldra-1: it has no log \"NONE\"";
-        QTest::newRow("grid") << QStringList{"Aldra-1", "--interval", "0.00001"} << "no less than 0.0001";
-        QTest::newRow("twice") << QStringList{"Aldra-1", "Aldra-1"} << "for another well already";
+        QTest::newRow("grid") << QStringList{"Aldra-1", "--interval", "0.00001"} << "from 0.0001 to 1000000";
     }
     void whatCannotBeDoneIsNamed()
     {
@@ -106,6 +105,15 @@ private slots:
         const BatchRun run = exportLogs(words);
         QVERIFY(run.exitCode != 0);
         QVERIFY2(run.errors.contains(named), qPrintable(run.errors));
+    }
+
+    void aWellThatIsGivenTwiceCountsOnce()
+    {
+        const QString key = survey::SurveyStore(m_demo.original()).list().value.first().key;
+        const BatchRun run = exportLogs({"Aldra-1", key, "Aldra-1", "--logs", "GR,GR", "--json"});
+        VERIFY_EXIT(0, run);
+        QCOMPARE(run.list("files").size(), 1);
+        QCOMPARE(run.record("files").value("logs").toArray(), QJsonArray{"GR"});
     }
 
     void theFolderMustExist()

@@ -132,7 +132,26 @@ private slots:
         QTest::newRow("no curve wanted") << good << QStringList{"--curves", "NONE"} << "none of its curves";
         QTest::newRow("no data") << good.left(good.indexOf("~A")) << QStringList{} << "no curve with samples";
         QTest::newRow("existing well") << good << QStringList{"--new-wells"} << "without --new-wells";
-        QTest::newRow("two of a name") << good << QStringList{"--rename", "NEW=RES"} << "RES";
+        const char *onto = "the curves NEW and RES would both become the log \"RES\"; --rename gives other names, "
+                           "--curves leaves one out.";
+        QTest::newRow("renamed onto another") << good << QStringList{"--rename", "NEW=RES"} << onto;
+        QTest::newRow("by force, too") << good << QStringList{"--rename", "NEW=RES", "--force"} << onto;
+        QTest::newRow("two of a name") << good << QStringList{"--rename", "NEW=X", "--rename", "RES=X"}
+                                       << "the curves NEW and RES would both become the log \"X\"";
+        QTest::newRow("two of a name in a new well")
+            << lasText("Nova-1") << QStringList{"--rename", "NEW=X", "--rename", "RES=X", "--new-wells"}
+            << "Nova-1: the curves NEW and RES would both become the log \"X\"";
+        QTest::newRow("no LAS file") << QByteArray("hello\n") << QStringList{"--well", "Aldra-1"}
+                                     << ".las is no LAS file: it has no line with a \"~\" in front.";
+        QTest::newRow("depths without a range") << QByteArray(good)
+                                                       .replace("1000 0", "0 0")
+                                                       .replace("1001 ", "0 ")
+                                                       .replace("1002 ", "0 ")
+                                                       .replace("1003 ", "0 ")
+                                                       .replace("1004 ", "0 ")
+                                                << QStringList{} << "all its depths are 0: no sample has a place.";
+        QTest::newRow("no logs") << good.left(good.indexOf("NEW.API")) + "~A\n1000\n1001\n"
+                                 << QStringList{} << "it has no curve but its depths.";
     }
     void whatIsRefusedIsNamed()
     {
@@ -145,6 +164,55 @@ private slots:
         VERIFY_EXIT(1, run);
         QVERIFY2(run.errors.contains(named), qPrintable(run.errors));
         QCOMPARE(files::snapshot(m_survey), before);
+    }
+
+    // A name that the well has and a name that two curves would share are two things.
+    void aNameThatIsFreeAgainIsNoClash()
+    {
+        VERIFY_EXIT(0, import({m_las, "--rename", "NEW=RES", "--rename", "RES=NEW"}));
+        QCOMPARE(logOf(m_survey, "Aldra-1", "RES").values.at(4), 40.0f);
+    }
+
+    void filesThatAreGivenTwiceCountOnce()
+    {
+        const QString again = QFileInfo(m_las).path() + "/./" + QFileInfo(m_las).fileName();
+        const BatchRun run = import({m_las, m_las, again, "--json"});
+        VERIFY_EXIT(0, run);
+        QCOMPARE(run.record("imports").value("files").toArray(), QJsonArray{m_las});
+    }
+
+    // Logs of the group Others go into the group of their unit at each launch, and so at the end of the import.
+    void groupsAreToldAsTheyCome()
+    {
+        const BatchRun dry = import({m_las, "--map", "RES=Others", "--dry-run", "--json"});
+        const BatchRun run = import({m_las, "--map", "RES=Others", "--json"});
+        VERIFY_EXIT(0, run);
+        QStringList told;
+        for (const QJsonValue &log : run.record("imports").value("logs").toArray())
+            told.append(log.toObject().value("group").toString());
+        QCOMPARE(told, (QStringList{"Gamma", "Resistivity"})); // of API and OHMM
+        QCOMPARE(dry.record("imports").value("logs"), run.record("imports").value("logs"));
+        QStringList known;
+        for (const QJsonValue &log : runBatch({"logs", "Aldra-1", "--json"}, m_survey).list("logs"))
+            known.append(log.toObject().value("group").toString());
+        QCOMPARE(known.mid(known.size() - 2), told);
+        QVERIFY2(run.errors.isEmpty() && run.output.contains("Others") && run.output.contains("its unit"),
+                 run.output);
+        files::write(m_las, lasText("Nova-1"));
+        const BatchRun made = import({m_las, "--new-wells", "--json"});
+        QCOMPARE(made.record("imports").value("logs"), run.record("imports").value("logs"));
+    }
+
+    // As in the workbench: it has a head, and nothing of it is lost.
+    void aFileWithoutLogsMakesAWellWithoutLogs()
+    {
+        const QByteArray text = lasText("Nova-1");
+        files::write(m_las, text.left(text.indexOf("NEW.API")) + "~A\n1000\n1001\n");
+        const BatchRun run = import({m_las, "--new-wells", "--json"});
+        VERIFY_EXIT(0, run);
+        QCOMPARE(run.record("imports").value("logs").toArray(), QJsonArray());
+        QVERIFY2(run.output.contains("no logs"), run.output);
+        QVERIFY(runBatch({"logs", "Nova-1", "--json"}, m_survey).list("logs").isEmpty());
     }
 
     void wrongOptionsAreUsage()

@@ -219,6 +219,44 @@ private slots:
         QVERIFY(run.errors.contains("/none.las: there is no such file."));
     }
 
+    // What is no LAS file is a failure; of one that an import refuses it is said why.
+    void lasTellsWhatNoImportTakes()
+    {
+        const QString head = "~V\nVERS. 2.0 :\nWRAP. NO :\n~W\nSTRT.M 0 :\nNULL. -999.25 :\n~C\nDEPT.M :\n";
+        const QVector<QPair<QString, QString>> files{
+            {"no LAS file\n", {}},
+            {"", {}},
+            {head + "GR.API :\n~A\n0 1\n0 2\n0 3\n", "all its depths are 0: no sample has a place."},
+            {head + "GR.API :\n~A\n7 1\n7 2\n", "all its depths are 7: no sample has a place."},
+            {head + "GR.API :\n~A\n", "it has no curve with samples."},
+            {head + "~A\n1\n2\n", "it has no curve but its depths."},
+            {head + "GR.API :\n~A\n7 1\n", {}},
+        };
+        QStringList words{"las", "--json"};
+        for (const auto &file : files) {
+            words.append(m_demo.newPath() + ".las");
+            files::write(words.last(), file.first.toUtf8());
+        }
+        const BatchRun run = runBatch(words);
+        VERIFY_EXIT(1, run);
+        for (int i = 0; i < 2; ++i)
+            QVERIFY2(run.errors.contains("The file " + words.at(2 + i) + " is no LAS file"), qPrintable(run.errors));
+        QCOMPARE(run.list("failures").size(), 2);
+        QCOMPARE(run.list("files").size(), files.size() - 2);
+        for (int i = 2; i < files.size(); ++i) {
+            const QJsonObject file = run.record("files", i - 2);
+            QCOMPARE(file.value("file").toString(), words.at(2 + i));
+            QCOMPARE(file.value("isImportable").toBool(), files.at(i).second.isEmpty());
+            const QStringList notices = texts(file.value("notices"));
+            QCOMPARE(notices,
+                     files.at(i).second.isEmpty() ? QStringList()
+                                                  : QStringList{"The import refuses it: " + files.at(i).second});
+        }
+        words.removeAt(3);
+        words.removeAt(2);
+        VERIFY_EXIT(0, runBatch(words));
+    }
+
     void reportsAreThoseOfTheWindow()
     {
         const QString survey = m_demo.copy();
