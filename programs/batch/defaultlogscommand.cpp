@@ -30,7 +30,8 @@ host::Outcome<DefaultLogs> readDefaults(const QString &project, const QString &w
     return {read.logs, {}};
 }
 
-void setDefault(DefaultLogs *defaults, const QString &group, const QString &log)
+/// Sets the default of the group, or takes it away where \a log is empty; \a lost gets what was one and is no more.
+void setDefault(DefaultLogs *defaults, const QString &group, const QString &log, QStringList *lost)
 {
     const QString asRead = textfields::fieldName(log);
     for (int i = defaults->groups.size(); i-- > 0;) {
@@ -38,6 +39,8 @@ void setDefault(DefaultLogs *defaults, const QString &group, const QString &log)
         if (defaults->groups.at(i) != group
             && (log.isEmpty() || textfields::fieldName(defaults->logs.at(i)) != asRead))
             continue;
+        if (defaults->groups.at(i) != group || textfields::fieldName(defaults->logs.at(i)) != asRead)
+            lost->append(defaults->groups.at(i) + QLatin1Char('=') + defaults->logs.at(i));
         defaults->groups.removeAt(i);
         defaults->logs.removeAt(i);
     }
@@ -77,6 +80,12 @@ DefaultLogs allLogs(const QString &project, const QStringList &names, const Defa
     return all;
 }
 
+/// The group of "GROUP=LOG".
+QString groupOf(const QString &pair)
+{
+    return asListed(curveGroupNames(), pair.section(QLatin1Char('='), 0, 0));
+}
+
 Result store(Session &session, const host::WellEntry &well, const QStringList &pairs, DefaultLogs *defaults)
 {
     const auto logs = session.store().logs(well.key);
@@ -86,17 +95,23 @@ Result store(Session &session, const host::WellEntry &well, const QStringList &p
     for (const host::LogInfo &log : logs.value)
         names.append(log.name);
     Result result;
+    QStringList lost;
     for (const QString &pair : pairs) {
         const QString log = pair.section(QLatin1Char('='), 1);
         if (!log.isEmpty() && !names.contains(log))
             result.failures.append(QStringLiteral("%1: it has no log \"%2\".").arg(well.name, log));
-        setDefault(defaults, pair.section(QLatin1Char('='), 0, 0), log);
+        setDefault(defaults, groupOf(pair), log, &lost);
     }
+    if (!lost.isEmpty() && !session.isForced())
+        result.failures.append(QStringLiteral("%1: these default logs would be no more: %2; --force replaces them.")
+                                   .arg(well.name, lost.join(QStringLiteral(", "))));
     if (!result.failures.isEmpty())
         return result;
     sortByLogs(defaults, names);
-    if (session.isDryRun())
+    if (session.isDryRun()) {
+        result.text = QStringLiteral("Nothing is written. The default logs of %1 would be:").arg(well.name);
         return result;
+    }
     ProjectData &data = session.projectToWrite();
     const HeldSignals held;
     if (!welldata::storeDefaultData(data, well.name,
@@ -130,11 +145,12 @@ Result run(Session &session, const Arguments &arguments)
 QString problem(const Arguments &arguments)
 {
     const QStringList pairs = arguments.operands().mid(1);
-    if (pairs.isEmpty() && arguments.has(QStringLiteral("--dry-run")))
-        return QStringLiteral("Without GROUP=LOG nothing would be written anyway.");
+    for (const char *option : {"--dry-run", "--force"})
+        if (pairs.isEmpty() && arguments.has(QLatin1String(option)))
+            return QStringLiteral("The option %1 belongs to GROUP=LOG.").arg(QLatin1String(option));
     QStringList seen;
     for (const QString &pair : pairs) {
-        const QString group = pair.section(QLatin1Char('='), 0, 0);
+        const QString group = groupOf(pair);
         if (!pair.contains(QLatin1Char('=')) || !curveGroupNames().contains(group))
             return QStringLiteral("A default log is given as GROUP=LOG with a curve group (%1), not as \"%2\".")
                 .arg(curveGroupNames().join(QStringLiteral(", ")), pair);
@@ -156,15 +172,17 @@ Command defaultLogsCommand()
         "Lists the default logs that the project has for the well. With GROUP=LOG the log becomes the default of the "
         "group, and its own group is that one from now on, as in the default data editor; \"GROUP=\" takes the "
         "default "
-        "away. The others stay.");
+        "away. The others stay. Where that ends another default, --force is needed.");
     command.operands = {wellOperand(), operand("GROUP=LOG", "a curve group and the log that stands for it")};
     command.operands.last().isOptional = true;
     command.operands.last().isRepeatable = true;
     command.writes = true;
+    command.replaces = true;
     command.example = QStringLiteral("default-logs Aldra-1 Gamma=GR Resistivity=LLD --survey Demo");
     command.form.key = QStringLiteral("defaultLogs");
     command.form.whenEmpty = QStringLiteral("The project has no default logs for the well.");
-    command.form.fields = {textField("group", "Group", "curve group"), textField("log", "Log", "name of the log")};
+    command.form.fields = {textField("group", "Group", "curve group"), textField("log", "Log", "name of the log"),
+                           isWrittenField("")};
     command.problem = problem;
     command.run = run;
     return command;

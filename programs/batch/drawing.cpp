@@ -85,7 +85,7 @@ QString fileProblem(const QString &path, const QString &why)
     return QStringLiteral("The file %1 could not be written: %2.").arg(path, why);
 }
 
-Record recordOf(const Drawing &drawing, const logview::SheetContents &contents, bool isWritten)
+Record recordOf(const Drawing &drawing, const logview::SheetContents &contents)
 {
     Record record;
     record[QLatin1String("file")] = drawing.path;
@@ -97,7 +97,6 @@ Record recordOf(const Drawing &drawing, const logview::SheetContents &contents, 
     record[QLatin1String("from")] = jsonNumber(contents.axis.start);
     record[QLatin1String("to")] = jsonNumber(contents.axis.end);
     record[QLatin1String("depthsOf")] = contents.depthsOf;
-    record[QLatin1String("isWritten")] = isWritten;
     return record;
 }
 
@@ -304,7 +303,7 @@ QString targetProblem(const Session &session, const QString &path)
 Result drawFile(const Session &session, const Drawing &drawing, QGraphicsScene &headerScene, QGraphicsScene &logScene,
                 const logview::SheetContents &contents)
 {
-    const Record record = recordOf(drawing, contents, !session.isDryRun());
+    const Record record = recordOf(drawing, contents);
     if (const auto format = pictureFormat(endingOf(drawing.path)))
         return drawPicture(session, drawing, *format, headerScene, logScene, record);
     return drawPaper(session, drawing, headerScene, logScene, contents, record);

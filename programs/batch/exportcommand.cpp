@@ -51,7 +51,6 @@ Record recordOf(const Order &order, const QString &path, const QStringList &logs
     record[QLatin1String("file")] = path;
     record[QLatin1String("well")] = order.well.name;
     record[QLatin1String("logs")] = QJsonArray::fromStringList(logs);
-    record[QLatin1String("isWritten")] = !order.isDryRun;
     return record;
 }
 

@@ -168,7 +168,7 @@ QString problem(const Arguments &arguments)
     }
     for (const QString &pair : arguments.values(QStringLiteral("--map"))) {
         const QString group = pair.section(QLatin1Char('='), 1);
-        if (!curveGroupNames().contains(group))
+        if (!curveGroupNames().contains(asListed(curveGroupNames(), group)))
             return QStringLiteral("The option --map wants a curve group (%1), not \"%2\".")
                 .arg(curveGroupNames().join(QStringLiteral(", ")), group);
     }

@@ -2,6 +2,7 @@
 
 #include "base/numbers.h"
 #include "datastore/curvegroupassignment.h"
+#include "datastore/curvegroups.h"
 #include "datastore/defaultlogs.h"
 #include "datastore/unitclassification.h"
 #include "las/importnotices.h"
@@ -244,7 +245,6 @@ Result WellImport::run(const QStringList &files)
     imported[QLatin1String("files")] = QJsonArray::fromStringList(m_files);
     imported[QLatin1String("logs")] = m_logs;
     imported[QLatin1String("notices")] = QJsonArray::fromStringList(m_notices);
-    imported[QLatin1String("isWritten")] = !m_session.isDryRun();
     m_result.records.append(imported);
     return m_result;
 }
@@ -334,6 +334,8 @@ CurveChoice::CurveChoice(const Arguments &arguments)
     , names(pairs(arguments, "--rename"))
     , convertsFeet(arguments.has(QStringLiteral("--convert-feet")))
 {
+    for (QString &group : groups)
+        group = asListed(curveGroupNames(), group);
     options.isResampling = arguments.has(QStringLiteral("--interval"));
     options.interval = las::floatIntervalFromText(arguments.value(QStringLiteral("--interval")));
 }
@@ -400,7 +402,6 @@ Result importAsNewWell(Session &session, const survey::NewWell &well, const Curv
     record[QLatin1String("files")] = QJsonArray::fromStringList(well.files);
     record[QLatin1String("logs")] = logs;
     record[QLatin1String("notices")] = QJsonArray::fromStringList(well.allNotes() + made.notices);
-    record[QLatin1String("isWritten")] = !session.isDryRun();
     return {{record}, {}, {}, {}};
 }
 

@@ -60,7 +60,6 @@ Result run(Session &session, const Arguments &arguments)
         record[QLatin1String("file")] = out;
         record[QLatin1String("logs")] = QJsonArray::fromStringList(las::copiedNames(copy.set));
         record[QLatin1String("rowCount")] = copy.set.depths.size();
-        record[QLatin1String("isWritten")] = !session.isDryRun();
         result.records.append(record);
     }
     return result;

@@ -147,14 +147,17 @@ QByteArray textOf(const ResultForm &form, const Result &result)
 {
     if (form.key.isEmpty())
         return result.text.toUtf8();
+    const QByteArray heading = result.text.isEmpty() ? QByteArray() : result.text.toUtf8() + '\n';
     if (result.records.isEmpty())
-        return result.failures.isEmpty() && !form.whenEmpty.isEmpty() ? form.whenEmpty.toUtf8() + '\n' : QByteArray();
+        return heading
+            + (result.failures.isEmpty() && !form.whenEmpty.isEmpty() ? form.whenEmpty.toUtf8() + '\n'
+                                                                      : QByteArray());
     if (form.layout == ResultForm::Layout::Table)
-        return tableOf(form.fields, result.records, {}).toUtf8();
+        return heading + tableOf(form.fields, result.records, {}).toUtf8();
     QStringList blocks;
     for (const Record &record : result.records)
         blocks.append(sheetOf(form.fields, record));
-    return blocks.join(QLatin1Char('\n')).toUtf8();
+    return heading + blocks.join(QLatin1Char('\n')).toUtf8();
 }
 
 QByteArray jsonOf(const Command &command, const QString &surveyDirectory, const Result &result)

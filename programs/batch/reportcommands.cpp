@@ -22,11 +22,10 @@ Result report(Session &session, const QStringList &paths, const Writer &write)
             result.failures.append(QStringLiteral("%1 exists; --force replaces it.").arg(path));
     if (!result.failures.isEmpty())
         return result;
-    bool isWritten = false;
     if (!session.isDryRun()) {
         ProjectData &data = session.projectToWrite();
         const HeldSignals held;
-        isWritten = write(data);
+        const bool isWritten = write(data);
         // A report that was written has no more than things to tell; one that was not has its reason among them.
         (isWritten ? result.notices : result.failures) += session.asker().takeWarnings();
         if (!isWritten)
@@ -35,7 +34,6 @@ Result report(Session &session, const QStringList &paths, const Writer &write)
     for (const QString &path : paths) {
         Record record;
         record[QLatin1String("file")] = path;
-        record[QLatin1String("isWritten")] = isWritten;
         result.records.append(record);
     }
     return result;

@@ -45,7 +45,7 @@ struct Result
     QStringList notices; ///< sentences on what was passed over or done otherwise than asked
     QStringList failures; ///< sentences that name the file or the well; one makes the program end with 1
 
-    QString text = {}; ///< what people read of a command without records
+    QString text = {}; ///< what people read of a command without records; of others, in front of them
 
     static Result failed(const QString &sentence) { return {{}, {}, {sentence}, {}}; }
     void add(const Result &other)

@@ -5,6 +5,7 @@
 #include "programs/batch/output.h"
 #include "programs/batch/printer.h"
 #include "programs/batch/session.h"
+#include "programs/batch/tables.h"
 #include "survey/surveyfolder.h"
 
 #include <QDir>
@@ -40,6 +41,10 @@ Result resultOf(Session &session, const CommandLine &line)
             QStringLiteral("There is not enough memory for the command \"%1\".").arg(line.command->name));
     }
     result.failures += session.takeFailures();
+    // What tells a dry run from another is the same in every command that writes.
+    for (Record &record : result.records)
+        if (line.command->writes)
+            record.insert(isWrittenField().key, !session.isDryRun());
     return result;
 }
 

@@ -38,9 +38,9 @@ Field flagField(const char *key, const char *heading, const char *help)
     return field(key, heading, help, Field::Kind::Flag);
 }
 
-Field isWrittenField()
+Field isWrittenField(const char *heading)
 {
-    return flagField("isWritten", "Written", "false in a dry run");
+    return flagField("isWritten", heading, "false in a dry run");
 }
 
 Field textsField(const char *key, const char *heading, const char *help)

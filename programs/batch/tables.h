@@ -11,8 +11,9 @@ Field numberField(const char *key, const char *heading, const char *help, int de
 Field countField(const char *key, const char *heading, const char *help);
 Field flagField(const char *key, const char *heading, const char *help);
 Field textsField(const char *key, const char *heading, const char *help);
-/// "isWritten": what tells a run from a dry run, in every command that writes.
-Field isWrittenField();
+/// "isWritten", which every command that writes has in its records: run() fills it in. Without a heading a sentence in front of
+/// the records tells it to people.
+Field isWrittenField(const char *heading = "Written");
 Field recordsField(const char *key, const char *heading, const char *help, const QVector<Field> &fields);
 
 /// An option with a value.

@@ -115,14 +115,18 @@ Result runCopy(Session &session, const Arguments &arguments)
         return Result::failed(shown(from.value) + QStringLiteral(" cannot be read."));
     if (templateExists(project, to.value) && !session.isForced())
         return Result::failed(shown(to.value) + QStringLiteral(" exists; --force replaces it."));
-    if (session.isDryRun())
-        return {{recordOf(project, from.value)}, {}, {}, {}};
+    if (session.isDryRun()) {
+        Record copy = recordOf(project, from.value);
+        copy[QLatin1String("name")] = to.value.name;
+        copy[QLatin1String("well")] = to.value.isGlobal ? QJsonValue() : QJsonValue(to.value.wellName);
+        return {{copy}, {}, {}, QStringLiteral("Nothing is written. The copy would be:")};
+    }
     const HeldSignals held;
     const base::ReplaceResult saved = saveTemplate(session.projectToWrite().project, to.value, *files);
     if (!saved.ok())
         return Result::failed(
             QStringLiteral("%1 was not saved; what was stored is as it was. %2").arg(shown(to.value), saved.error));
-    return {{recordOf(project, to.value)}, {}, {}, {}};
+    return {{recordOf(project, to.value)}, {}, {}, QStringLiteral("The copy is:")};
 }
 
 Result runDelete(Session &session, const Arguments &arguments)
@@ -133,16 +137,15 @@ Result runDelete(Session &session, const Arguments &arguments)
     const Project project = session.projectPaths();
     if (!templateExists(project, which.value))
         return Result::failed(shown(which.value) + QStringLiteral(" does not exist."));
-    if (!session.isForced() && !session.isDryRun())
+    if (!session.isForced())
         return Result::failed(shown(which.value) + QStringLiteral(" is deleted only with --force."));
-    Result result;
-    result.records.append(recordOf(project, which.value));
+    const Record record = recordOf(project, which.value);
     if (session.isDryRun())
-        return result;
+        return {{record}, {}, {}, QStringLiteral("Nothing is written. This template would be deleted:")};
     const HeldSignals held;
     if (!removeTemplate(project, which.value))
         return Result::failed(shown(which.value) + QStringLiteral(" cannot be deleted."));
-    return result;
+    return {{record}, {}, {}, QStringLiteral("This template is deleted:")};
 }
 
 Command templateCommand(const char *name, const char *summary, const char *description, const char *example)
@@ -155,6 +158,13 @@ Command templateCommand(const char *name, const char *summary, const char *descr
     command.form.key = QStringLiteral("templates");
     command.form.fields = listFields();
     return command;
+}
+
+void makeWriting(Command *command)
+{
+    command->writes = true;
+    command->replaces = true;
+    command->form.fields.append(isWrittenField(""));
 }
 
 Option ofWell(const char *name, const char *help)
@@ -211,8 +221,7 @@ Command templateCopyCommand()
     command.operands = {operand("FROM", "the template"), operand("TO", "the name of the copy")};
     command.options = {ofWell(wellOption, "The well that the template belongs to"),
                        ofWell(toWellOption, "The well that the copy is to belong to")};
-    command.writes = true;
-    command.replaces = true;
+    makeWriting(&command);
     command.run = runCopy;
     return command;
 }
@@ -225,8 +234,7 @@ Command templateDeleteCommand()
         "template delete Mine --well Aldra-1 --force --survey Demo");
     command.operands = {operand("NAME", "the template")};
     command.options = {ofWell(wellOption, "The well that the template belongs to")};
-    command.writes = true;
-    command.replaces = true;
+    makeWriting(&command);
     command.run = runDelete;
     return command;
 }

@@ -10,6 +10,7 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
 #include <optional>
 
 namespace batch {
@@ -57,6 +58,14 @@ host::Outcome<welldata::ColumnFile> readImport(const Arguments &arguments, const
     return {file, {}};
 }
 
+/// What notices name: the file, and the line behind which its rows are counted.
+QString placeOfRows(const Arguments &arguments)
+{
+    const QString path = arguments.value(QLatin1String(importOption));
+    const int skipped = arguments.count(QLatin1String(skipOption), 0);
+    return skipped == 0 ? path : QStringLiteral("%1 behind line %2").arg(path).arg(skipped);
+}
+
 QString refusalToReplace(const QString &what, int count)
 {
     return QStringLiteral("%1: %2 there already; --force replaces them.")
@@ -64,18 +73,27 @@ QString refusalToReplace(const QString &what, int count)
 }
 
 /// What storing came to, as failures of a command.
-void addOutcome(Session &session, const QString &what, bool isStored, Result *result)
+void addOutcome(Session &session, const Arguments &arguments, const QString &what, bool isStored, Result *result)
 {
-    result->failures += session.takeFailures();
+    for (const QString &failure : session.takeFailures())
+        result->failures.append(placeOfRows(arguments) + QStringLiteral(": ") + failure);
     if (!isStored && result->failures.isEmpty())
         result->failures.append(QStringLiteral("%1: nothing was written.").arg(what));
 }
 
-void noteZeros(const QVector<welldata::TableRow> &rows, int numbers, Result *result)
+void noteZeros(const QVector<welldata::TableRow> &rows, const Arguments &arguments, Result *result)
 {
+    constexpr int numbers = 2; // of zones and of points
     const QVector<int> without = welldata::rowsWithoutNumber(rows, numbers);
     if (!without.isEmpty())
-        result->notices.append(QStringLiteral("No number in %1: read as 0.").arg(welldata::rowList(without)));
+        result->notices.append(QStringLiteral("%1: no number in %2; it is read as 0.")
+                                   .arg(placeOfRows(arguments), welldata::rowList(without)));
+}
+
+/// What people read in front of the records of a dry run.
+QString wouldBe(const QString &what)
+{
+    return QStringLiteral("Nothing is written. %1 would be:").arg(what);
 }
 
 // --- markers
@@ -107,22 +125,33 @@ Result importMarkers(Session &session, const host::WellEntry &well, const Argume
         return Result::failed(refusalToReplace(QStringLiteral("Markers of ") + well.name, stored.value.size()));
     const QVector<welldata::TableRow> rows = welldata::markerRows(file.value, welldata::MarkerElevations(*head));
     Result result;
-    const QStringList problems = welldata::markerProblems(rows, head->totalDepth);
+    const QString what = QStringLiteral("Markers of ") + well.name;
+    QStringList problems;
+    for (const QString &problem : welldata::markerProblems(rows, head->totalDepth))
+        problems.append(placeOfRows(arguments) + QStringLiteral(": ") + problem);
     if (session.isForced())
         result.notices += problems; // what is agreed to is told all the same
     if (session.isDryRun()) {
         if (!session.isForced())
             result.failures += problems;
+        if (!result.failures.isEmpty())
+            return result;
+        result.text = wouldBe(what);
+        QVector<WellMarker> markers;
         const double elevations = head->kbElevation + head->secondElevation;
         for (const welldata::TableRow &row : rows) {
             const float depth = row.numbers[welldata::MdNumber].toFloat();
-            addMarkers({{row.name.trimmed(), depth, static_cast<double>(depth) - elevations, row.color}}, &result);
+            markers.append({row.name.trimmed(), depth, static_cast<double>(depth) - elevations, row.color});
         }
+        std::stable_sort(markers.begin(), markers.end(), [](const WellMarker &upper, const WellMarker &lower) {
+            return upper.measuredDepth < lower.measuredDepth;
+        });
+        addMarkers(markers, &result);
         return result;
     }
     const HeldSignals held;
     const StoreResult outcome = storeMarkers(data, {well.name, well.key}, rows, QString());
-    addOutcome(session, QStringLiteral("Markers of ") + well.name, outcome, &result);
+    addOutcome(session, arguments, what, outcome, &result);
     return result;
 }
 
@@ -156,20 +185,24 @@ Result importZones(Session &session, const host::WellEntry &well, const Argument
         return Result::failed(file.error);
     const QVector<welldata::TableRow> rows = welldata::zoneRows(file.value);
     Result result;
-    noteZeros(rows, 2, &result);
+    noteZeros(rows, arguments, &result);
     const QString what = QStringLiteral("Perforation zones of ") + well.name;
     const QString path = perforationPath(session.projectFolder(), well.name);
     if (QFileInfo::exists(path) && !session.isForced()) {
         result.failures.append(
             refusalToReplace(what, readPerforation(session.projectFolder(), well.name).names.size()));
     } else if (session.isDryRun()) {
-        result.failures += welldata::zoneProblems(rows);
+        for (const QString &problem : welldata::zoneProblems(rows))
+            result.failures.append(placeOfRows(arguments) + QStringLiteral(": ") + problem);
+        if (!result.failures.isEmpty())
+            return result;
+        result.text = wouldBe(what);
         addZones(welldata::zoneRecord(well.name, rows), &result);
     } else {
         ProjectData &data = session.projectToWrite();
         const HeldSignals held;
         const bool isStored = storeZones(data, well.name, rows, QString());
-        addOutcome(session, what, isStored, &result);
+        addOutcome(session, arguments, what, isStored, &result);
     }
     return result;
 }
@@ -199,19 +232,20 @@ Result importPoints(Session &session, const host::WellEntry &well, const Argumen
         return Result::failed(file.error);
     const QVector<welldata::TableRow> rows = welldata::pointRows(file.value);
     Result result;
-    noteZeros(rows, 2, &result);
+    noteZeros(rows, arguments, &result);
     const QString what = QStringLiteral("Calibration points of %1, %2").arg(well.name, group);
     const QString project = session.projectFolder();
     if (QFileInfo::exists(calibrationPath(project, well.name, group)) && !session.isForced()) {
         const CalibrationRecord stored = readCalibration(project, well.name, group, session.asker());
         result.failures.append(refusalToReplace(what, stored.depths.size()));
     } else if (session.isDryRun()) {
+        result.text = wouldBe(what);
         addPoints(welldata::pointRecord(well.name, group, rows), &result);
     } else {
         ProjectData &data = session.projectToWrite();
         const HeldSignals held;
         const bool isStored = storePoints(data, well.name, group, rows);
-        addOutcome(session, what, isStored, &result);
+        addOutcome(session, arguments, what, isStored, &result);
     }
     return result;
 }
@@ -296,6 +330,7 @@ Command markersCommand()
         numberField("subseaDepth", "TVDSS (m)", "the depth less the elevations of kelly bushing and ground, metres",
                     2),
         textField("color", "Colour", "its colour as #rrggbb"),
+        isWrittenField(""),
     };
     command.run = run<importMarkers, listMarkers>;
     return command;
@@ -317,6 +352,7 @@ Command zonesCommand()
         numberField("startDepth", "From (m)", "measured depth of its upper end, metres", 2),
         numberField("endDepth", "To (m)", "measured depth of its lower end, metres", 2),
         textField("type", "Type", "what it produces"),
+        isWrittenField(""),
     };
     command.run = run<importZones, listZones>;
     return command;
@@ -337,6 +373,7 @@ Command pointsCommand()
     command.form.fields = {
         numberField("depth", "MD (m)", "measured depth, metres"),
         numberField("value", "Value", "the measured value"),
+        isWrittenField(""),
     };
     command.run = run<importPoints, listPoints>;
     return command;

@@ -184,7 +184,7 @@ private slots:
     // Logs of the group Others go into the group of their unit at each launch, and so at the end of the import.
     void groupsAreToldAsTheyCome()
     {
-        const BatchRun dry = import({m_las, "--map", "RES=Others", "--dry-run", "--json"});
+        const BatchRun dry = import({m_las, "--map", "RES=others", "--dry-run", "--json"});
         const BatchRun run = import({m_las, "--map", "RES=Others", "--json"});
         VERIFY_EXIT(0, run);
         QStringList told;

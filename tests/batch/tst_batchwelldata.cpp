@@ -143,7 +143,7 @@ private slots:
         QCOMPARE(readPerforation(m_survey + "/WLC", "Aldra-1").zoneCount, 3);
         const BatchRun run = runBatch(words + QStringList{"--force", "--json"}, m_survey);
         VERIFY_EXIT(0, run);
-        QVERIFY2(run.errors.contains("No number in row 2: read as 0."), qPrintable(run.errors));
+        QVERIFY2(run.errors.contains(m_file + ": no number in row 2; it is read as 0."), qPrintable(run.errors));
         const PerforationRecord zones = readPerforation(m_survey + "/WLC", "Aldra-1");
         QCOMPARE(zones.names, (QStringList{"Upper", "Lower"}));
         QCOMPARE(zones.tops, (QVector<float>{90, 95}));
@@ -163,7 +163,8 @@ private slots:
         const BatchRun zones = runBatch({"zones", "Brisk-1", "--import", m_file, "--force", "--json"}, m_survey);
         VERIFY_EXIT(0, zones);
         QCOMPARE(zones.record("zones"),
-                 (QJsonObject{{"name", "A"}, {"startDepth", 2000}, {"endDepth", 2010}, {"type", "Gas"}}));
+                 (QJsonObject{
+                     {"name", "A"}, {"startDepth", 2000}, {"endDepth", 2010}, {"type", "Gas"}, {"isWritten", true}}));
         const BatchRun markers = runBatch({"markers", "Brisk-1", "--import", m_file, "--force", "--json"}, m_survey);
         VERIFY_EXIT(0, markers);
         QCOMPARE(markers.record("markers").value("name").toString(), QString("A"));
@@ -172,7 +173,7 @@ private slots:
         const BatchRun points =
             runBatch({"points", "Brisk-1", "Porosity", "--import", m_file, "--force", "--json"}, m_survey);
         VERIFY_EXIT(0, points);
-        QCOMPARE(points.record("points"), (QJsonObject{{"depth", 2000}, {"value", 0.25}}));
+        QCOMPARE(points.record("points"), (QJsonObject{{"depth", 2000}, {"value", 0.25}, {"isWritten", true}}));
     }
 
     void pointsAreListedAndImported()
@@ -216,7 +217,22 @@ private slots:
         QCOMPARE(run.list("defaultLogs").size(), 2);
         QCOMPARE(run.record("defaultLogs", 1).value("group").toString(), QString("Resistivity"));
         QCOMPARE(run.record("defaultLogs", 1).value("log").toString(), QString("LLD"));
-        VERIFY_EXIT(0, runBatch({"default-logs", "Aldra-1", "Resistivity=LLS", "Gamma="}, m_survey));
+        const auto before = files::snapshot(m_survey);
+        for (const char *option : {"--dry-run", "--json"}) {
+            const BatchRun refused =
+                runBatch({"default-logs", "Aldra-1", "Resistivity=LLS", "Gamma=", option}, m_survey);
+            VERIFY_EXIT(1, refused);
+            QVERIFY2(
+                refused.errors.contains("Aldra-1: these default logs would be no more: Resistivity=LLD, Gamma=GR; "
+                                        "--force replaces them."),
+                qPrintable(refused.errors));
+        }
+        const BatchRun moved = runBatch({"default-logs", "Aldra-1", "Sonic=LLD"}, m_survey);
+        VERIFY_EXIT(1, moved); // a log is the default of one group
+        QVERIFY2(moved.errors.contains("Resistivity=LLD;"), qPrintable(moved.errors));
+        QCOMPARE(files::snapshot(m_survey), before);
+        VERIFY_EXIT(0, runBatch({"default-logs", "Aldra-1", "resistivity=LLD", "Gamma=GR", "Gamma=GR"}, m_survey));
+        VERIFY_EXIT(0, runBatch({"default-logs", "Aldra-1", "Resistivity=LLS", "Gamma=", "--force"}, m_survey));
         run = runBatch({"default-logs", "Aldra-1", "--json"}, m_survey);
         QCOMPARE(run.list("defaultLogs").size(), 1);
         QCOMPARE(run.record("defaultLogs").value("log").toString(), QString("LLS"));
@@ -236,11 +252,8 @@ private slots:
     {
         const auto before = files::snapshot(m_survey);
         VERIFY_EXIT(1, runBatch({"default-logs", "Aldra-1", "Gamma=NONE"}, m_survey));
-        for (const QStringList &words : {QStringList{"Gamma"},
-                                         {"Nonsense=GR"},
-                                         {"Gamma=GR", "Gamma=SP"},
-                                         {"--dry-run"},
-                                         {"Gamma=GR", "--force"}})
+        for (const QStringList &words :
+             {QStringList{"Gamma"}, {"Nonsense=GR"}, {"Gamma=GR", "Gamma=SP"}, {"--dry-run"}, {"--force"}})
             VERIFY_EXIT(2, runBatch(QStringList{"default-logs", "Aldra-1"} + words, m_survey));
         QCOMPARE(files::snapshot(m_survey), before);
         files::write(m_survey + "/WLC/DefaultLogs/Aldra-1.txt", "Other well\nGamma|GR\n");
@@ -248,6 +261,78 @@ private slots:
         VERIFY_EXIT(1, run);
         QVERIFY(run.errors.contains("Other well"));
         QVERIFY(files::read(m_survey + "/WLC/DefaultLogs/Aldra-1.txt").startsWith("Other"));
+    }
+
+    void aDryRunTellsWhatTheRunDoes_data()
+    {
+        QTest::addColumn<QStringList>("words");
+        QTest::addColumn<QByteArray>("text"); ///< of the file
+        QTest::addColumn<QByteArray>("key");
+        QTest::addColumn<QString>("heading");
+        const auto row = [](const char *line, const char *text, const char *key, const QString &heading) {
+            QTest::newRow(line) << QString(line).split(' ') << QByteArray(text) << QByteArray(key)
+                                << "Nothing is written. " + heading;
+        };
+        row("markers Brisk-1 --import FILE --force", "Top A\t1500\nTop B\t1400.5\n", "markers",
+            "Markers of Brisk-1 would be:");
+        row("zones Aldra-1 --import FILE --force", "A\t10\t20\tGas\n", "zones",
+            "Perforation zones of Aldra-1 would be:");
+        row("points Aldra-1 Porosity --import FILE --force", "10\t0.5\n", "points",
+            "Calibration points of Aldra-1, Porosity would be:");
+        row("default-logs Aldra-1 Resistivity=LLD Gamma=GR", "", "defaultLogs",
+            "The default logs of Aldra-1 would be:");
+        row("template copy Simple Mine --to-well Aldra-1", "", "templates", "The copy would be:");
+        row("template copy Simple Ours", "", "templates", "The copy would be:");
+        row("template delete Petrophysics --force", "", "templates", "This template would be deleted:");
+    }
+    void aDryRunTellsWhatTheRunDoes()
+    {
+        QFETCH(QStringList, words);
+        QFETCH(QByteArray, text);
+        QFETCH(QByteArray, key);
+        QFETCH(QString, heading);
+        files::write(m_file, text);
+        words.replaceInStrings("FILE", m_file);
+        const auto before = files::snapshot(m_survey);
+        const BatchRun people = runBatch(words + QStringList{"--dry-run"}, m_survey);
+        VERIFY_EXIT(0, people);
+        QCOMPARE(people.lines().first(), heading);
+        const QJsonArray dry = runBatch(words + QStringList{"--dry-run", "--json"}, m_survey).list(key);
+        QCOMPARE(files::snapshot(m_survey), before);
+        const BatchRun run = runBatch(words + QStringList{"--json"}, m_survey);
+        VERIFY_EXIT(0, run);
+        QJsonArray expected;
+        for (const QJsonValue &value : run.list(key)) {
+            QJsonObject record = value.toObject();
+            QVERIFY(record.value("isWritten").toBool());
+            record["isWritten"] = false;
+            expected.append(record);
+        }
+        QVERIFY(!expected.isEmpty());
+        QCOMPARE(dry, expected);
+    }
+
+    void whatAnImportPassesOverNamesTheFile()
+    {
+        files::write(m_file, "Depth\tValue\nx\t1\n2\t3\n");
+        const BatchRun points =
+            runBatch({"points", "Brisk-2", "Density", "--import", m_file, "--skip", "1"}, m_survey);
+        VERIFY_EXIT(0, points);
+        QCOMPARE(points.errors, "lorva-batch: " + m_file + " behind line 1: no number in row 1; it is read as 0.\n");
+        files::write(m_file, "A\tx\n");
+        const QString told = m_file + ": Row 1: the depth \"x\" is no number";
+        for (const QStringList &words : {QStringList{"--force"}, {"--force", "--dry-run"}}) {
+            const BatchRun markers =
+                runBatch(QStringList{"markers", "Brisk-2", "--import", m_file} + words, m_survey);
+            VERIFY_EXIT(0, markers);
+            QVERIFY2(markers.errors.contains(told), qPrintable(markers.errors));
+        }
+        files::write(m_file, "a|b\t1\t2\tGas\n");
+        for (const QStringList &words : {QStringList{"--force"}, {"--force", "--dry-run"}}) {
+            const BatchRun zones = runBatch(QStringList{"zones", "Brisk-2", "--import", m_file} + words, m_survey);
+            VERIFY_EXIT(1, zones);
+            QVERIFY2(zones.errors.contains(m_file + ": "), qPrintable(zones.errors));
+        }
     }
 
     void templatesAreListedAndShown()
@@ -291,9 +376,15 @@ private slots:
         const BatchRun refused = runBatch({"template", "delete", "Mine", "--well", "Aldra-1"}, m_survey);
         VERIFY_EXIT(1, refused);
         QVERIFY(refused.errors.contains("--force"));
-        VERIFY_EXIT(0, runBatch({"template", "delete", "Mine", "--well", "Aldra-1", "--dry-run"}, m_survey));
+        VERIFY_EXIT(1, runBatch({"template", "delete", "Mine", "--well", "Aldra-1", "--dry-run"}, m_survey));
+        const BatchRun dry =
+            runBatch({"template", "delete", "Mine", "--well", "Aldra-1", "--dry-run", "--force"}, m_survey);
+        VERIFY_EXIT(0, dry);
+        QCOMPARE(dry.lines().first(), QString("Nothing is written. This template would be deleted:"));
         QVERIFY(QFileInfo::exists(m_survey + "/WLC/Templates/Aldra-1/Mine"));
-        VERIFY_EXIT(0, runBatch({"template", "delete", "Mine", "--well", "Aldra-1", "--force"}, m_survey));
+        const BatchRun gone = runBatch({"template", "delete", "Mine", "--well", "Aldra-1", "--force"}, m_survey);
+        VERIFY_EXIT(0, gone);
+        QCOMPARE(gone.lines().first(), QString("This template is deleted:"));
         QVERIFY(!QFileInfo::exists(m_survey + "/WLC/Templates/Aldra-1/Mine"));
         VERIFY_EXIT(1, runBatch({"template", "delete", "Mine", "--well", "Aldra-1", "--force"}, m_survey));
         for (const char *name : {"..", "a/b", "."})
