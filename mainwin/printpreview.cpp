@@ -5,6 +5,7 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QGraphicsView>
 #include <QPrintPreviewDialog>
 
 namespace {
@@ -18,6 +19,16 @@ void disablePageSetup(const QPrintPreviewDialog &dialog)
             action->setEnabled(false);
 }
 
+// Qt fits the page into what the scroll bars leave, and shows a scroll bar where the page does not fit: at some sizes of the
+// window a bar would come and go for ever, and nothing else be served. Bars that stay leave the same place always.
+void keepScrollBars(const QPrintPreviewDialog &dialog)
+{
+    for (auto *view : dialog.findChildren<QGraphicsView *>()) {
+        view->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+        view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    }
+}
+
 } // namespace
 
 PrintPreview::PrintPreview(std::unique_ptr<PrintedPage> page, QWidget *window)
@@ -27,6 +38,7 @@ PrintPreview::PrintPreview(std::unique_ptr<PrintedPage> page, QWidget *window)
 {
     if (m_printer.outputFormat() != QPrinter::NativeFormat)
         disablePageSetup(*m_dialog);
+    keepScrollBars(*m_dialog);
     connect(m_dialog, &QPrintPreviewDialog::paintRequested, this, &PrintPreview::paintRequested);
 }
 

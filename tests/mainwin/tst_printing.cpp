@@ -11,6 +11,7 @@
 
 #include <QAction>
 #include <QGraphicsItem>
+#include <QGraphicsView>
 #include <QLabel>
 #include <QPaintEngine>
 #include <QPainter>
@@ -24,6 +25,31 @@
 #include <QTimer>
 
 namespace {
+
+/// Ends it when a view is given one size after the other without an end.
+class ResizeLimit : public QObject
+{
+public:
+    explicit ResizeLimit(QGraphicsView *view)
+        : m_view(view)
+    {
+        view->viewport()->installEventFilter(this);
+    }
+    bool isReached() const { return m_resizes > most; }
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Resize && ++m_resizes > most)
+            m_view->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+        return false;
+    }
+
+private:
+    static constexpr int most = 2000;
+    QGraphicsView *m_view;
+    int m_resizes = 0;
+};
 
 /// A printer that keeps its page as a picture.
 class PictureEngine : public QPaintEngine, public QPrintEngine
@@ -188,6 +214,30 @@ private slots:
         });
         fixture.window->printActionClicked();
         QCOMPARE(found, 1);
+    }
+
+    // A scroll bar takes from the page that is fitted into the rest, which then needs none, and so on.
+    void noSizeOfThePreviewKeepsItBusy()
+    {
+        PrintFixture fixture;
+        QSize busyAt;
+        whenModal<QPrintPreviewDialog>(fixture.window.get(), [&busyAt](QPrintPreviewDialog *preview) {
+            auto *view = preview->findChild<QGraphicsView *>();
+            const ResizeLimit limit(view);
+            for (QAction *action : preview->findChildren<QAction *>())
+                if (action->text() == "Fit width")
+                    action->trigger();
+            for (int height = 410; height < 460 && !limit.isReached(); ++height) {
+                preview->resize(300, height);
+                QCoreApplication::processEvents();
+                busyAt = preview->size();
+            }
+            if (!limit.isReached())
+                busyAt = QSize();
+            preview->reject();
+        });
+        fixture.window->printActionClicked();
+        QCOMPARE(busyAt, QSize());
     }
 
     void aSecondPreviewHasAPageOfItsOwn()

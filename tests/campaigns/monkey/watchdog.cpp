@@ -5,7 +5,9 @@
 #include <chrono>
 #include <csignal>
 #include <cstring>
+#include <ctime>
 #include <execinfo.h>
+#include <pthread.h>
 #include <thread>
 #include <unistd.h>
 
@@ -23,14 +25,21 @@ constexpr int longestTrace = 60;
 char lines[lineCount][lineLength];
 int nextLine = 0;
 
-std::atomic<qint64> lastTouch{0};
+// Silence is counted in looks of the watchdog: while the whole machine stands still nobody looks.
+constexpr int lookMs = 200;
+std::atomic<int> silentLooks{0};
 std::atomic<bool> isRunning{false};
 std::thread thread;
+pthread_t watched;
+double watchedCpuS = 0; ///< at the first silent look
 
-qint64 nowS()
+double cpuSecondsOfWatched()
 {
-    using namespace std::chrono;
-    return duration_cast<seconds>(steady_clock::now().time_since_epoch()).count();
+    clockid_t clock{};
+    timespec time{};
+    if (::pthread_getcpuclockid(watched, &clock) != 0 || ::clock_gettime(clock, &time) != 0)
+        return 0;
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 
 void print(const char *text)
@@ -50,14 +59,39 @@ void printLines()
     }
 }
 
-void handleSignal(int number)
+void printTrace()
+{
+    void *frames[longestTrace];
+    ::backtrace_symbols_fd(frames, ::backtrace(frames, longestTrace), STDERR_FILENO);
+}
+
+void handleCrash(int number)
 {
     print("Crashed. What was done before:\n");
     printLines();
-    void *frames[longestTrace];
-    ::backtrace_symbols_fd(frames, ::backtrace(frames, longestTrace), STDERR_FILENO);
+    printTrace();
     ::signal(number, SIG_DFL);
     ::raise(number);
+}
+
+// In the thread that is silent: where it is.
+void handleSilence(int)
+{
+    printTrace();
+    giveUp(QStringLiteral("Hangs."));
+}
+
+void look()
+{
+    const int looks = ++silentLooks;
+    if (looks == 1)
+        watchedCpuS = cpuSecondsOfWatched();
+    if (looks * lookMs == longestSilenceS * 1000) {
+        print(qUtf8Printable(QStringLiteral("Silent for %1 s, with %2 s of work.\n")
+                                 .arg(longestSilenceS)
+                                 .arg(cpuSecondsOfWatched() - watchedCpuS)));
+        ::pthread_kill(watched, SIGUSR1);
+    }
 }
 
 } // namespace
@@ -67,12 +101,14 @@ void start()
     touch();
     isRunning = true;
     for (const int number : {SIGSEGV, SIGABRT, SIGFPE, SIGILL, SIGBUS})
-        std::signal(number, handleSignal);
+        std::signal(number, handleCrash);
+    std::signal(SIGUSR1, handleSilence);
+    watched = ::pthread_self();
     thread = std::thread([] {
         while (isRunning) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(200));
-            if (isRunning && nowS() - lastTouch > longestSilenceS)
-                giveUp(QStringLiteral("Hangs."));
+            std::this_thread::sleep_for(std::chrono::milliseconds(lookMs));
+            if (isRunning)
+                look();
         }
     });
 }
@@ -85,7 +121,7 @@ void stop()
 
 void touch()
 {
-    lastTouch = nowS();
+    silentLooks = 0;
 }
 
 void remember(const QString &line)

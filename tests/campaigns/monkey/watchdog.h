@@ -5,7 +5,8 @@
 /// Sees to it that a program that crashes or hangs tells what was done before.
 namespace watchdog {
 
-/// From now on: a crash, and a minute and a half without touch(), print what was remembered and end the program.
+/// From now on: a crash, and a minute and a half without touch(), print where the calling thread is and what was remembered,
+/// and end the program.
 void start();
 void stop();
 void touch();
