@@ -40,9 +40,12 @@ struct WidgetFixture : DisplayFixture
             chosen->trigger();
         return texts;
     }
+    // To the window: Qt moves the desktop's pointer over a widget, which another event of it may follow.
     void moveTo(const QPointF &place) const
     {
-        QTest::mouseMove(display->logView()->viewport(), display->logView()->mapFromScene(place));
+        const WellLogsView *view = display->logView();
+        QTest::mouseMove(view->window()->windowHandle(),
+                         view->viewport()->mapTo(view->window(), view->mapFromScene(place)));
     }
     void click(const QPointF &place, Qt::MouseButton button = Qt::LeftButton) const
     {

@@ -246,7 +246,7 @@ void TestBaseMap::symbolsOfTheLegendStandBeforeTheirNames()
     const auto name = std::find_if(texts.begin(), texts.end(),
                                    [](const DrawnText &text) { return text.text == mapSymbolName(MapSymbol::Oil); });
     QVERIFY(name != texts.end() && name->pointSize < map.font().pointSizeF());
-    const QImage picture = map.grab().toImage();
+    const QImage picture = grabbed(&map);
     const QColor oil = picture.pixelColor(map.wellPixels().at(0).toPoint());
     int right = -1;
     for (int y = static_cast<int>(name->box.top()); y < picture.height(); ++y)

@@ -108,13 +108,13 @@ void TestWorkbenchWindow::startsWithoutASurvey()
     QVERIFY(m_asker.boxes.isEmpty());
 }
 
-// Its buttons can be reached at the first start too.
+// Its buttons can be reached at the first start too. The screen of the offscreen platform is narrower than the window.
 void TestWorkbenchWindow::fitsTheScreen()
 {
     const QSize screen = m_window->screen()->availableSize();
-    QVERIFY2(screen.width() < 1280, "the screen of tests has become large");
-    QVERIFY(m_startSize.width() <= screen.width() - 8);
-    QVERIFY(m_startSize.height() <= 720 && m_startSize.height() > 500);
+    QVERIFY(screen.width() < 1280 || QGuiApplication::platformName() != QLatin1String("offscreen"));
+    QVERIFY(m_startSize.width() <= qMin(screen.width() - 8, 1280));
+    QVERIFY(m_startSize.height() <= qMin(screen.height(), 720) && m_startSize.height() > 500);
 }
 
 // The first one who comes has a survey to look at with one click.
