@@ -20,6 +20,12 @@ QString optionName(const QString &word)
     return word.section(QLatin1Char('='), 0, 0);
 }
 
+/// A word as the command sees it: a choice as the tables write it, however it is typed.
+QString asWritten(const WordRule &rule, const QString &word)
+{
+    return rule.kind == WordKind::Choice ? asListed(rule.choices, word) : word;
+}
+
 /// "a whole number from 1 to 10"
 QString numberText(const WordRule &rule)
 {
@@ -90,7 +96,7 @@ void Reader::addValue(const Option &option, const QString &value)
     for (QString &word : values) {
         if (option.isList)
             word = word.trimmed();
-        word = asListed(option.rule.choices, word);
+        word = asWritten(option.rule, word);
         const QString problem =
             wordProblem(option.rule, word, QStringLiteral("%1 of the option %2").arg(option.value, option.name));
         if (!problem.isEmpty())
@@ -140,7 +146,7 @@ void Reader::addOperand(const QString &word)
         return;
     }
     const Operand &operand = isFurther ? m_command.operands.last() : m_command.operands.at(index);
-    const QString listed = asListed(operand.rule.choices, word);
+    const QString listed = asWritten(operand.rule, word);
     const QString problem = wordProblem(operand.rule, listed, operand.name);
     if (!problem.isEmpty())
         refuse(problem);

@@ -17,13 +17,32 @@ namespace batch {
 class Session;
 
 /// What a word of the command line stands for.
-enum class WordKind { Text, Number, Count, File, Folder, Well, Group, Choice };
+enum class WordKind {
+    Text,
+    Number,
+    Count,
+    Choice,
+    File,
+    Folder,
+    // Names of what the survey or the given files hold: no rule checks them, but the shell offers them.
+    Well,
+    DrawnWell, ///< WELL or WELL:TEMPLATE
+    Log, ///< of the given wells
+    Marker, ///< of the given well
+    PanelMarker, ///< of the wells of the given correlation
+    Template, ///< of the well of --well, else one for all wells
+    Correlation,
+    DefaultLog, ///< GROUP=LOG of the given well
+    Curve, ///< of the given LAS files
+    CurveGroup, ///< CURVE=GROUP
+    CurveName, ///< CURVE=NAME
+};
 
 /// What may be given for a word, checked before a command runs.
 struct WordRule
 {
     WordKind kind = WordKind::Text;
-    QStringList choices = {}; ///< of WordKind::Choice
+    QStringList choices = {}; ///< of WordKind::Choice; of others words that the shell offers beside the names
     double lowest = -std::numeric_limits<double>::infinity(); ///< of numbers and counts, as is highest
     double highest = std::numeric_limits<double>::infinity();
 };

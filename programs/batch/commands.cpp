@@ -33,7 +33,7 @@ const QVector<Command> &commands()
         defaultLogsCommand(),    templateListCommand(), templateShowCommand(), templateCopyCommand(),
         templateDeleteCommand(), renderCommand(),       correlateCommand(),    reportLogsCommand(),
         reportMarkersCommand(),  checkCommand(),        lasCommand(),          lasUnwrapCommand(),
-        manualPageCommand(),     completionCommand(),   wellNamesCommand(),
+        manualPageCommand(),     completionCommand(),   namesCommand(),
     };
     return all;
 }

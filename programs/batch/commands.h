@@ -29,6 +29,6 @@ Command correlateCommand();
 // Hidden ones.
 Command manualPageCommand();
 Command completionCommand();
-Command wellNamesCommand();
+Command namesCommand();
 
 } // namespace batch

@@ -1,6 +1,6 @@
-#include "datastore/curvegroups.h"
 #include "programs/batch/command.h"
 #include "programs/batch/helptext.h"
+#include "programs/batch/surveynames.h"
 
 namespace batch {
 
@@ -12,7 +12,8 @@ QString quoted(QString text)
     return QLatin1Char('\'') + text.replace(QLatin1Char('\''), QStringLiteral("'\\''")) + QLatin1Char('\'');
 }
 
-/// What the shell offers for a word: "file", "folder", "well", "none", or the words themselves, a line each.
+/// What the shell offers for a word: "file", "folder", "none", or the words themselves, a line each, behind a line "@kind" where
+/// the program is to be asked for names.
 QString offerOf(const WordRule &rule)
 {
     switch (rule.kind) {
@@ -20,18 +21,15 @@ QString offerOf(const WordRule &rule)
         return QStringLiteral("file");
     case WordKind::Folder:
         return QStringLiteral("folder");
-    case WordKind::Well:
-        return QStringLiteral("well");
     case WordKind::Choice:
         return rule.choices.join(QLatin1Char('\n'));
-    case WordKind::Group:
-        return curveGroupNames().join(QLatin1Char('\n'));
     case WordKind::Text:
     case WordKind::Number:
     case WordKind::Count:
-        break;
+        return QStringLiteral("none");
+    default:
+        return (QStringList{QLatin1Char('@') + shellWordOf(rule.kind)} + rule.choices).join(QLatin1Char('\n'));
     }
-    return QStringLiteral("none");
 }
 
 /// The branch of a command: its options, what their values are and what its operands are.
@@ -42,7 +40,9 @@ QString branchOf(const Command &command)
     for (const Option &option : options(command)) {
         names.append(option.name);
         if (!option.value.isEmpty())
-            values += QStringLiteral("        %1) offer=%2 ;;\n").arg(option.name, quoted(offerOf(option.rule)));
+            values += QStringLiteral("        %1) offer=%2%3 ;;\n")
+                          .arg(option.name, quoted(offerOf(option.rule)),
+                               option.isList ? QStringLiteral(" list=yes") : QString());
     }
     QString operands;
     for (int i = 0; i < command.operands.size(); ++i) {
@@ -58,62 +58,120 @@ QString branchOf(const Command &command)
 
 const char head[] = R"SH(# Completion of lorva-batch for bash; the program makes it from its own tables.
 
-# Sets options, offer (for the value of $option) and operand (for the operand at $place) of a command.
+# Sets options, offer and list (for the value of $option) and operand (for the operand at $place) of a command.
 _lorva_batch_table()
 {
-    options='' offer='' operand='none'
+    options='' offer='' list='' operand='none'
     case $1 in
 )SH";
 
 const char tail[] = R"SH(    esac
 }
 
+# Puts the words up to the one to complete into $words as they were typed: the shell breaks them at "=" and ":".
+_lorva_batch_words()
+{
+    local line=$COMP_LINE rest word i
+    words=()
+    for ((i = 0; i <= COMP_CWORD; ++i)); do
+        word=${COMP_WORDS[i]}
+        rest=${line#"${line%%[![:space:]]*}"}
+        if ((i > 0)) && [[ $rest == "$line" && ($word == [=:]* || ${words[-1]} == *[=:]) ]]; then
+            words[-1]+=$word
+        else
+            words+=("$word")
+        fi
+        line=${rest#"$word"}
+    done
+}
+
+# Puts a word without its quotes or backslashes into $plain.
+_lorva_batch_plain()
+{
+    plain=$1
+    case $plain in
+    [\"\']*) plain=${plain:1} && plain=${plain%[\"\']} ;;
+    *) plain=${plain//\\/} ;;
+    esac
+}
+
+# Offers what begins with the word $2, in a list (where $3 is something) what its last name begins with.
 _lorva_batch_offer()
 {
-    local offered=$1 current=$2 name
+    local offered=$1 current=$2 quote='' front='' breaks='' broken='' name plain
     case $offered in
-    none) ;;
-    file) mapfile -t COMPREPLY < <(compgen -f -- "$current"); compopt -o filenames 2> /dev/null ;;
-    folder) mapfile -t COMPREPLY < <(compgen -d -- "$current"); compopt -o filenames 2> /dev/null ;;
-    *)
-        [[ $offered == well ]] &&
-            offered=$("${COMP_WORDS[0]}" _well-names ${survey:+--survey "$survey"} 2> /dev/null)
-        while IFS= read -r name; do
-            [[ $name && $name == "${current//\\/}"* ]] && COMPREPLY+=("$(printf %q "$name")")
-        done <<< "$offered"
-        ;;
+    none) return ;;
+    file) mapfile -t COMPREPLY < <(compgen -f -- "$current"); compopt -o filenames 2> /dev/null; return ;;
+    folder) mapfile -t COMPREPLY < <(compgen -d -- "$current"); compopt -o filenames 2> /dev/null; return ;;
     esac
+    [[ $current == [\"\']* ]] && quote=${current:0:1}
+    _lorva_batch_plain "$current"
+    current=$plain
+    [[ $3 && $current == *,* ]] && front=${current%,*},
+    if [[ $offered == @* ]]; then
+        name=${offered%%$'\n'*}
+        offered=${offered#"$name"}$'\n'$("${words[0]}" _names "${name#@}" ${survey:+--survey="$survey"} \
+            ${well:+--well="$well"} ${current:+--current="$current"} -- "${operands[@]}" 2> /dev/null)
+    fi
+    # The shell puts what is offered behind the last place where it breaks the word.
+    [[ ! $quote && $COMP_WORDBREAKS == *=* ]] && breaks+='='
+    [[ ! $quote && $COMP_WORDBREAKS == *:* ]] && breaks+=':'
+    [[ $breaks && $current == *[$breaks]* ]] && broken=${current%"${current##*[$breaks]}"}
+    while IFS= read -r name; do
+        [[ $name && $front$name == "$current"* ]] || continue
+        name=$front$name
+        name=${name#"$broken"}
+        [[ $quote ]] || printf -v name %q "$name"
+        name=${name//\\,/,}
+        COMPREPLY+=("$name")
+    done <<< "$offered"
+    [[ $3 || ${COMPREPLY[0]} == *= ]] && compopt -o nospace 2> /dev/null
 }
 
 _lorva_batch()
 {
-    local current=${COMP_WORDS[COMP_CWORD]} first='' command='' survey='' option='' options offer operand
-    local word place=0 i
+    local current first='' command='' survey='' well='' option='' options offer list operand
+    local word plain place=0 i
+    local -a words operands=()
     COMPREPLY=()
-    for ((i = 1; i < COMP_CWORD; ++i)); do
-        word=${COMP_WORDS[i]}
+    _lorva_batch_words
+    current=${words[-1]}
+    for ((i = 1; i < ${#words[@]} - 1; ++i)); do
+        word=${words[i]}
+        if [[ ! $option && $word == --* ]]; then
+            option=${word%%=*}
+            if [[ $word != *=* ]]; then
+                _lorva_batch_table "$command"
+                [[ $offer || $option == --survey || $option == --jobs ]] || option=''
+                continue
+            fi
+            word=${word#*=}
+        fi
+        _lorva_batch_plain "$word"
         if [[ $option ]]; then
-            [[ $option == --survey ]] && survey=$word
+            [[ $option == --survey ]] && survey=${plain/#\~/$HOME}
+            [[ $option == --well ]] && well=$plain
             option=''
-        elif [[ $word == --* ]]; then
-            option=$word
-            _lorva_batch_table "$command"
-            [[ $offer || $word == --survey || $word == --jobs ]] || option=''
         elif [[ $command ]]; then
-            ((++place))
+            operands+=("$plain")
         elif [[ $first ]]; then
-            command="$first $word"
+            command="$first $plain"
         else
-            case $word in
-            %FAMILIES%) first=$word ;;
-            *) command=$word ;;
+            case $plain in
+            %FAMILIES%) first=$plain ;;
+            *) command=$plain ;;
             esac
         fi
     done
+    place=${#operands[@]}
+    if [[ ! $option && $current == --*=* ]]; then
+        option=${current%%=*}
+        current=${current#*=}
+    fi
     _lorva_batch_table "$command"
     if [[ $option ]]; then
         [[ $option == --survey ]] && offer=folder
-        _lorva_batch_offer "$offer" "$current"
+        _lorva_batch_offer "${offer:-none}" "$current" "$list"
     elif [[ ! $command && $first ]]; then
         case $first in
 %SECOND%        esac
@@ -122,7 +180,7 @@ _lorva_batch()
     elif [[ $current == --* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
     else
-        _lorva_batch_offer "$operand" "$current"
+        _lorva_batch_offer "$operand" "$current" ''
     fi
 }
 

@@ -6,27 +6,14 @@
 #include "programs/batch/commands.h"
 #include "programs/batch/drawing.h"
 #include "programs/batch/session.h"
+#include "programs/batch/surveynames.h"
 #include "programs/batch/tables.h"
 
-#include <QDir>
 #include <QGraphicsScene>
 
 namespace batch {
 
 namespace {
-
-// The markers of the correlation's wells, in the order in which they come.
-QStringList markersOf(const ProjectData &data, const CorrelationProperties &properties)
-{
-    QStringList names;
-    for (const CorrelationWell &well : properties.wells) {
-        const int index = data.catalogue.indexOf(well.wellName);
-        for (const QString &name : index < 0 ? QStringList() : data.catalogue.markerNames(index))
-            if (!names.contains(name.trimmed()))
-                names.append(name.trimmed());
-    }
-    return names;
-}
 
 // What is wrong with the names of markers that are asked for; empty when nothing is.
 QString markersProblem(const QStringList &wanted, const QStringList &known, const QString &correlationName)
@@ -60,9 +47,7 @@ Result run(Session &session, const Arguments &arguments)
         return Result::failed(problem);
     ProjectData &data = session.project();
     const QString name = arguments.operand(0);
-    const QStringList names =
-        QDir(correlation::correlationsFolder(data.project)).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-    if (!names.contains(name))
+    if (!correlationNames(data.project).contains(name))
         return Result::failed(QStringLiteral("The survey has no correlation \"%1\".").arg(name));
     std::optional<CorrelationProperties> properties =
         correlation::load(data.project, name, correlation::knownNames(data));
@@ -121,9 +106,9 @@ Command correlateCommand()
                        "Depths of --from and --to are those of the longest well: flattened, wells stand at different "
                        "ones. A correlation "
                        "that is broader than its paper goes on beside, with whole tracks on each page.");
-    command.operands = {operand("NAME", "the correlation's name")};
-    command.options = {valueOption("--flat", "MARKER", "Flatten the wells at this marker")};
-    makeDrawing(&command);
+    command.operands = {operand("NAME", "the correlation's name", {WordKind::Correlation})};
+    command.options = {valueOption("--flat", "MARKER", "Flatten the wells at this marker", {WordKind::PanelMarker})};
+    makeDrawing(&command, WordKind::PanelMarker);
     command.example =
         QStringLiteral("correlate \"Kestrane reservoir\" --out panel.pdf --paper continuous --survey Demo");
     command.run = run;

@@ -173,7 +173,8 @@ Command defaultLogsCommand()
         "group, and its own group is that one from now on, as in the default data editor; \"GROUP=\" takes the "
         "default "
         "away. The others stay. Where that ends another default, --force is needed.");
-    command.operands = {wellOperand(), operand("GROUP=LOG", "a curve group and the log that stands for it")};
+    command.operands = {wellOperand(),
+                        operand("GROUP=LOG", "a curve group and the log that stands for it", {WordKind::DefaultLog})};
     command.operands.last().isOptional = true;
     command.operands.last().isRepeatable = true;
     command.writes = true;

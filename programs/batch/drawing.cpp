@@ -178,7 +178,7 @@ Result drawPaper(const Session &session, const Drawing &drawing, QGraphicsScene 
 
 } // namespace
 
-void makeDrawing(Command *command)
+void makeDrawing(Command *command, WordKind markers)
 {
     Option out =
         valueOption("--out", "FILE",
@@ -200,7 +200,8 @@ void makeDrawing(Command *command)
             "Draw in metres (METER, without the option) or in feet (FEET); pictures give a foot as much room as a "
             "metre, as the window does, paper is true to scale",
             choiceOf({QStringLiteral("METER"), QStringLiteral("FEET")})),
-        listOption("--markers", "MARKERS", "Draw all markers, none, or those of these names"),
+        listOption("--markers", "MARKERS", "Draw all markers, none, or those of these names",
+                   {markers, {QStringLiteral("all"), QStringLiteral("none")}}),
         valueOption(
             "--paper", "PAPER",
             "Of paper: pages A4 (without the option) or A3, or one continuous sheet as long as the log; an SVG file "

@@ -10,8 +10,9 @@ QT_END_NAMESPACE
 /// What the commands that draw a display into a file have in common.
 namespace batch {
 
-/// Adds their options, the form of their records and the check of options that exclude each other.
-void makeDrawing(Command *command);
+/// Adds their options, the form of their records and the check of options that exclude each other. \a markers: of which
+/// kind the markers are that may be drawn.
+void makeDrawing(Command *command, WordKind markers);
 
 /// How a display is to be drawn, from the options.
 struct Drawing

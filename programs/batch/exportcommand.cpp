@@ -257,7 +257,7 @@ Command exportCommand()
     command.operands.last().isRepeatable = true;
     command.options = {
         valueOption("--out", "DIR", "The folder for the files", {WordKind::Folder}),
-        listOption("--logs", "A,B", "Only the logs of these names"),
+        listOption("--logs", "A,B", "Only the logs of these names", {WordKind::Log}),
         valueOption("--interval", "M", "The step of a LAS file in metres; 0.1524 without it",
                     numberRule(las::smallestInterval, 1e6)),
         valueOption("--format", "FORMAT", "las (without the option) or columns",

@@ -195,9 +195,10 @@ Command importCommand()
     command.options = {
         valueOption("--well", "NAME", "The well for all files", {WordKind::Well}),
         switchOption("--new-wells", "Make a well for each name that the survey does not have"),
-        listOption("--curves", "A,B", "Only the curves of these mnemonics"),
-        valueOption("--map", "MNEMONIC=GROUP", "The curve group of a curve; may be repeated"),
-        valueOption("--rename", "OLD=NEW", "The name of the log that a curve becomes; may be repeated"),
+        listOption("--curves", "A,B", "Only the curves of these mnemonics", {WordKind::Curve}),
+        valueOption("--map", "MNEMONIC=GROUP", "The curve group of a curve; may be repeated", {WordKind::CurveGroup}),
+        valueOption("--rename", "OLD=NEW", "The name of the log that a curve becomes; may be repeated",
+                    {WordKind::CurveName}),
         valueOption("--interval", "M", "Resample curves of another step to this one, in metres",
                     numberRule(las::smallestInterval, 1e6)),
         switchOption("--convert-feet", "Convert the depths of files in feet to metres, as the window's box does"),

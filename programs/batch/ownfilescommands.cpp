@@ -1,6 +1,7 @@
 #include "programs/batch/commands.h"
 #include "programs/batch/helptext.h"
 #include "programs/batch/session.h"
+#include "programs/batch/surveynames.h"
 #include "programs/batch/tables.h"
 
 namespace batch {
@@ -43,15 +44,22 @@ Command completionCommand()
     return command;
 }
 
-Command wellNamesCommand()
+Command namesCommand()
 {
-    Command command = hiddenCommand("_well-names", "Print the names of the wells, a line each");
+    Command command = hiddenCommand("_names", "Print the names that the shell offers for a word, a line each");
     command.usesSurvey = true;
-    command.run = [](Session &session, const Arguments &) {
-        QString names;
-        for (const host::WellEntry &well : session.store().list().value)
-            names += well.name + QLatin1Char('\n');
-        return printed(names);
+    command.operands = {operand("KIND", "what is named", choiceOf(shellWords())),
+                        operand("WORD", "an operand of the command that is being typed")};
+    command.operands.last().isOptional = true;
+    command.operands.last().isRepeatable = true;
+    command.options = {valueOption("--current", "WORD", "What of the word is there"),
+                       valueOption("--well", "WELL", "What --well names")};
+    command.example = QStringLiteral("_names wells --survey Demo");
+    command.run = [](Session &session, const Arguments &arguments) {
+        const QStringList names =
+            namesToOffer(session, arguments.operand(0), arguments.value(QStringLiteral("--current")),
+                         arguments.operands().mid(1), arguments.value(QStringLiteral("--well")));
+        return printed(names.isEmpty() ? QString() : names.join(QLatin1Char('\n')) + QLatin1Char('\n'));
     };
     return command;
 }

@@ -9,8 +9,8 @@
 #include "programs/batch/commands.h"
 #include "programs/batch/drawing.h"
 #include "programs/batch/session.h"
+#include "programs/batch/surveynames.h"
 #include "programs/batch/tables.h"
-#include "templates/templatestore.h"
 
 #include <QGraphicsView>
 
@@ -21,50 +21,19 @@ namespace batch {
 
 namespace {
 
-struct Shown
+// Why the well cannot be drawn with the template, a sentence; empty when it can.
+QString shownProblem(const ProjectData &data, const DrawnWell &shown)
 {
-    QString wellName;
-    QString templateName;
-    QString problem; ///< as a sentence
-};
-
-QStringList templatesOf(const ProjectData &data, const QString &wellName)
-{
-    QStringList names = wellTemplateNames(data.project, wellName);
-    for (const QString &name : data.project.globalTemplateNames)
-        if (!names.contains(name))
-            names.append(name);
-    return names;
-}
-
-// "WELL" or "WELL:TEMPLATE"; names of both may hold a ":" themselves.
-Shown shownBy(Session &session, const QString &word)
-{
-    const QString defaultTemplate = QStringLiteral("Default");
-    host::Outcome<host::WellEntry> well = session.well(word);
-    const QString problem = well.error;
-    QString templateName = defaultTemplate;
-    for (int colon = word.size(); !well.ok() && (colon = word.lastIndexOf(QLatin1Char(':'), colon - 1)) > 0;) {
-        well = session.well(word.left(colon));
-        templateName = word.mid(colon + 1);
-    }
-    if (!well.ok())
-        return {{}, {}, problem};
-    const ProjectData &data = session.project();
-    const QString &name = well.value.name;
     // A display knows its well by name.
-    if (data.catalogue.wellKey(data.catalogue.indexOf(name)) != well.value.key)
-        return {{}, {}, QStringLiteral("Of several wells \"%1\" only the first one can be drawn.").arg(name)};
-    const QStringList known = templatesOf(data, name);
-    if (known.contains(templateName))
-        return {name, templateName, {}};
+    if (data.catalogue.wellKey(data.catalogue.indexOf(shown.wellName)) != shown.wellKey)
+        return QStringLiteral("Of several wells \"%1\" only the first one can be drawn.").arg(shown.wellName);
+    const QStringList known = templatesOf(data.project, shown.wellName);
+    if (known.contains(shown.templateName))
+        return {};
     if (known.isEmpty())
-        return {
-            {}, {}, QStringLiteral("The survey has no templates yet: the first launch of the plug-in makes some.")};
-    return {{},
-            {},
-            QStringLiteral("The well \"%1\" has no template \"%2\"; there are %3.")
-                .arg(name, templateName, known.join(QStringLiteral(", ")))};
+        return QStringLiteral("The survey has no templates yet: the first launch of the plug-in makes some.");
+    return QStringLiteral("The well \"%1\" has no template \"%2\"; there are %3.")
+        .arg(shown.wellName, shown.templateName, known.join(QStringLiteral(", ")));
 }
 
 // The markers in the order of the well's; \a missing those of other names.
@@ -155,11 +124,13 @@ Result run(Session &session, const Arguments &arguments)
     const Drawing drawing = drawingOf(arguments);
     if (const QString problem = targetProblem(session, drawing.path); !problem.isEmpty())
         return Result::failed(problem);
-    const Shown shown = shownBy(session, arguments.operand(0));
+    const DrawnWell shown = drawnWell(session, arguments.operand(0));
     if (!shown.problem.isEmpty())
         return Result::failed(shown.problem);
-
     ProjectData &data = session.project();
+    if (const QString problem = shownProblem(data, shown); !problem.isEmpty())
+        return Result::failed(problem);
+
     WellDisplayWidget display(data, shown.wellName, shown.templateName, nullptr);
     WellLogsScene &scene = *display.scene();
     if (scene.tracks().isEmpty())
@@ -208,8 +179,8 @@ Command renderCommand()
                                          "ended, and tells well, scale, depths "
                                          "and its number.");
     command.operands = {operand("WELL", "the well's name, and behind a colon the template's: \"Default\" without one",
-                                {WordKind::Well})};
-    makeDrawing(&command);
+                                {WordKind::DrawnWell})};
+    makeDrawing(&command, WordKind::Marker);
     command.example =
         QStringLiteral("render Aldra-1:Simple --out Aldra-1.pdf --scale 500 --markers all --survey Demo");
     command.run = run;

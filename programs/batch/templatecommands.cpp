@@ -191,7 +191,7 @@ Command templateShowCommand()
     Command command = templateCommand("template show", "Tell the tracks and curves of a display template",
                                       "Tells the tracks from left to right, each with its curves.",
                                       "template show Petrophysics --survey Demo");
-    command.operands = {operand("NAME", "the template")};
+    command.operands = {operand("NAME", "the template", {WordKind::Template})};
     command.options = {ofWell(wellOption, "The well that the template belongs to")};
     command.form.key = QStringLiteral("tracks");
     command.form.layout = ResultForm::Layout::Sheet;
@@ -218,7 +218,7 @@ Command templateCopyCommand()
                         "Copies a template, a global one or a well's own, to a new name. The copy is for "
                         "every well unless --to-well names one.",
                         "template copy Petrophysics Mine --to-well Aldra-1 --survey Demo");
-    command.operands = {operand("FROM", "the template"), operand("TO", "the name of the copy")};
+    command.operands = {operand("FROM", "the template", {WordKind::Template}), operand("TO", "the name of the copy")};
     command.options = {ofWell(wellOption, "The well that the template belongs to"),
                        ofWell(toWellOption, "The well that the copy is to belong to")};
     makeWriting(&command);
@@ -232,7 +232,7 @@ Command templateDeleteCommand()
         "template delete", "Delete a display template",
         "Deletes a template; --force is needed. The templates Default and Simple come back with the next launch.",
         "template delete Mine --well Aldra-1 --force --survey Demo");
-    command.operands = {operand("NAME", "the template")};
+    command.operands = {operand("NAME", "the template", {WordKind::Template})};
     command.options = {ofWell(wellOption, "The well that the template belongs to")};
     makeWriting(&command);
     command.run = runDelete;

@@ -9,6 +9,35 @@
 
 using namespace batch;
 
+namespace {
+
+/// The words of a line as bash breaks them for a completion: at blanks, and at "=" and ":", which are words themselves, but not
+/// in quotes or behind a backslash. The last one is what stands at the end of the line, if only nothing.
+QStringList brokenWords(const QString &line)
+{
+    QStringList words{QString()};
+    QChar quote;
+    for (int i = 0; i < line.size(); ++i) {
+        const QChar c = line.at(i);
+        const bool isBreak = QStringLiteral("=:").contains(c);
+        const QString before = words.last();
+        const bool isBehindBreak = before == "=" || before == ":";
+        if (!quote.isNull())
+            quote = c == quote ? QChar() : quote;
+        else if (c == '"' || c == '\'')
+            quote = c;
+        else if (c == ' ' || (isBreak && !before.isEmpty()) || (!isBreak && isBehindBreak))
+            words.append(QString());
+        if (c != ' ' || !quote.isNull())
+            words.last() += c;
+        if (c == '\\')
+            words.last() += line.at(++i);
+    }
+    return words;
+}
+
+} // namespace
+
 class TestBatchTexts : public QObject
 {
     Q_OBJECT
@@ -72,6 +101,32 @@ private slots:
         row("points Aldra-1 Eff", "Effective\\ Porosity");
         row("wells --survey De", "Demo");
         row("las Demo/Import/Aldra-1_f", "Demo/Import/Aldra-1_feet.las");
+        row("render --survey Demo Aldra-3\\ A:Sim", "Simple"); // behind the ":", where the shell breaks the word
+        row("render --survey Demo Aldra-1:", "Triple\\ Combo Simple Saturation Petrophysics Density-Neutron Default");
+        row("render --survey Demo Ald", "Aldra-1 Aldra-2 Aldra-3\\ A");
+        row("render --survey Demo \"Aldra-3 A:Sim", "Aldra-3 A:Simple"); // nor in quotes
+        row("render Aldra-1 --out x.pdf --survey Demo --markers Kestrane\\ Up", "Kestrane\\ Upper\\ Sst");
+        row("render Aldra-1:Simple --survey Demo --markers n", "none");
+        row("render Aldra-1:Simple --survey Demo --markers=n", "none");
+        row("render Aldra-1 --survey Demo --markers Kestrane\\ Upper\\ Sst,Ostr",
+            "Kestrane\\ Upper\\ Sst,Ostrel\\ Sandstone");
+        row("render Aldra-1 --paper a", "");
+        row("correlate --survey=Demo K", "Kestrane\\ reservoir");
+        row("correlate --survey Demo 'Kestrane reservoir' --flat Kestrane\\ U", "Kestrane\\ Upper\\ Sst");
+        row("correlate --survey Demo Nothing --flat Kestrane\\ U", "");
+        row("template show --survey Demo P", "Petrophysics");
+        row("template copy --survey Demo --well Aldra-1 P", "");
+        row("template delete --survey=Demo Si", "Simple");
+        row("export Aldra-1 --survey Demo --logs G", "GR");
+        row("export Aldra-1 --survey Demo --logs RHOB,G", "RHOB,GR");
+        row("default-logs --survey Demo Aldra-1 Gam", "Gamma=");
+        row("default-logs --survey Demo Aldra-1 Gamma=G", "GR");
+        row("default-logs --survey Demo Aldra-1 Effective\\ P", "Effective\\ Porosity=");
+        row("import Demo/Import/Aldra-1.las --survey Demo --curves GR,RH", "GR,RHOB");
+        row("import Demo/Import/Aldra-1.las --survey Demo --rename RH", "RHOB=");
+        row("import Demo/Import/Aldra-1.las --survey Demo --map RHOB=Den", "Density");
+        row("import Demo/Import/Aldra-1.las --survey Demo --map RHOB=Density --map GR=G", "Gamma");
+        row("points --survey Demo 'Aldra-3 A' Eff", "Effective\\ Porosity");
         row("wells Al", "");
         row("logs --survey /none Al", "");
         row("_", "");
@@ -80,16 +135,16 @@ private slots:
     {
         QFETCH(QString, line);
         QFETCH(QString, offer);
-        const QString script = QStringLiteral(
-            "source \"$0\"; read -ra COMP_WORDS <<< \"$(printf %s \"$2\" | sed 's/\\\\ /\\x01/g')\"; "
-            "[[ $2 == *\" \" && $2 != *\"\\\\ \" ]] && COMP_WORDS+=(''); "
-            "COMP_WORDS=(\"$1\" \"${COMP_WORDS[@]//$'\\x01'/\\\\ }\"); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); "
-            "_lorva_batch; echo \"${COMPREPLY[*]}\"");
+        const QString script = QStringLiteral("source \"$0\"; COMP_LINE=$1; shift; COMP_WORDS=(\"$@\"); "
+                                              "COMP_CWORD=$(($# - 1)); _lorva_batch; echo \"${COMPREPLY[*]}\"");
+        const QString program = QStringLiteral(LORVA_BINARY_DIR "/bin/lorva-batch");
         QProcess shell;
         shell.setWorkingDirectory(m_folder);
         shell.start("bash",
-                    {"-c", script, QStringLiteral(LORVA_BINARY_DIR "/share/bash-completion/completions/lorva-batch"),
-                     QStringLiteral(LORVA_BINARY_DIR "/bin/lorva-batch"), line});
+                    QStringList{"-c", script,
+                                QStringLiteral(LORVA_BINARY_DIR "/share/bash-completion/completions/lorva-batch"),
+                                program + ' ' + line, program}
+                        + brokenWords(line));
         QVERIFY(shell.waitForFinished());
         QCOMPARE(QString::fromUtf8(shell.readAllStandardError()), QString());
         QCOMPARE(QString::fromUtf8(shell.readAllStandardOutput()).trimmed(), offer);

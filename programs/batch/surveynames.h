@@ -1,0 +1,37 @@
+#pragma once
+
+#include "programs/batch/command.h"
+
+struct CorrelationProperties;
+struct Project;
+struct ProjectData;
+
+/// Names of what a survey and its project hold.
+namespace batch {
+
+/// "WELL" or "WELL:TEMPLATE"; names of both may hold a ":" themselves.
+struct DrawnWell
+{
+    QString wellName;
+    QString wellKey;
+    QString templateName; ///< "Default" where none is given
+    QString problem; ///< why there is no such well, a sentence; empty when there is
+};
+DrawnWell drawnWell(Session &session, const QString &word);
+
+/// The templates with which the well may be drawn, its own first.
+QStringList templatesOf(const Project &project, const QString &wellName);
+QStringList correlationNames(const Project &project);
+/// The markers of the correlation's wells, in the order in which they come.
+QStringList markersOf(const ProjectData &data, const CorrelationProperties &properties);
+
+/// What the shell calls a kind of names; empty where it is no kind of names.
+QString shellWordOf(WordKind kind);
+/// All of them.
+QStringList shellWords();
+/// What the shell offers for a word of the kind: \a current is what of the word is there, \a operands those of the command,
+/// \a well that of --well.
+QStringList namesToOffer(Session &session, const QString &shellWord, const QString &current,
+                         const QStringList &operands, const QString &well);
+
+} // namespace batch
