@@ -116,8 +116,8 @@ struct Display
                 }
             if (track < 2) {
                 const ShownRows rows{static_cast<double>(top), static_cast<double>(bottom)};
-                fills[track].update(filled(track), keyOf(filled(track)), settings[track], rows);
-                fills[track].paint(painter, fillColor(track), top, bottom);
+                fills[track].show(painter, filled(track), keyOf(filled(track)), settings[track], fillColor(track),
+                                  rows);
             }
             for (int i = track * curvesPerTrack; i < (track + 1) * curvesPerTrack; ++i)
                 lines[static_cast<size_t>(i)].paint(painter, curvePen(i, penWidth), top, bottom);

@@ -3,6 +3,8 @@
 #include "benchsupport.h"
 
 #include "datastore/projectdata.h"
+#include "logview/curveitem.h"
+#include "logview/trackitem.h"
 #include "logview/welldisplaywidget.h"
 #include "logview/welllogsscene.h"
 #include "logview/welllogsview.h"
@@ -147,6 +149,36 @@ void repaintWidget(benchmark::State &state)
         "ten repaints of the whole view; reference: 10,000 samples a curve, subject: 1,000,000; at most 1.5");
 }
 BENCHMARK(repaintWidget)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(7);
+
+// A frame of scrolling where the view has not been.
+void scrollWidget(benchmark::State &state)
+{
+    const std::unique_ptr<WellDisplayWidget> few = launch(10000).openAndPaint();
+    const std::unique_ptr<WellDisplayWidget> display = launch(static_cast<int>(state.range(0))).openAndPaint();
+    for (const auto &each : {few.get(), display.get()}) {
+        for (const TrackItem *track : each->scene()->tracks())
+            for (CurveItem *curve : track->curves())
+                curve->setLineWidth(static_cast<int>(state.range(1)));
+        each->logView()->viewport()->repaint();
+    }
+    constexpr int stepRows = 40;
+    QScrollBar *bar = display->logView()->verticalScrollBar();
+    bench::compareWork(
+        state, [&] { few->logView()->viewport()->repaint(); },
+        [&] {
+            bar->setValue(bar->value() + stepRows);
+            QCoreApplication::processEvents();
+        });
+    if (bar->value() == bar->maximum())
+        qFatal("scrolled to the end");
+    state.SetLabel("by 40 rows; reference: repaint of the whole view with 10,000 samples a curve; at most 0.5");
+}
+BENCHMARK(scrollWidget)
+    ->ArgNames({"samples", "pen"})
+    ->ArgsProduct({{10000, 1000000}, {1, 2, 4}})
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(61);
 
 void displayMemory(benchmark::State &state)
 {

@@ -118,15 +118,16 @@ bool CurveItem::collidesWithPath(const QPainterPath &path, Qt::ItemSelectionMode
 
 void CurveItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *)
 {
-    const QRectF shown = logview::visibleArea(*painter, *option).adjusted(0, -1, 0, 1);
-    if (m_fillStyle.isOn) {
-        m_fill.update(m_samples, key(), m_fillSettings,
-                      {shown.top(), shown.bottom(), logview::rowsPerPixel(*painter)});
-        m_fill.paint(*painter, m_fillStyle.color, shown.top(), shown.bottom());
-    }
+    const QVector<QRectF> parts = logview::visibleParts(*painter, *option);
+    const double rowsPerPixel = logview::rowsPerPixel(*painter);
+    if (m_fillStyle.isOn)
+        for (const QRectF &part : parts)
+            m_fill.show(*painter, m_samples, key(), m_fillSettings, m_fillStyle.color,
+                        {part.top() - 1, part.bottom() + 1, rowsPerPixel});
     painter->setBrush(Qt::transparent);
     m_curveLine.update(m_samples, key());
-    m_curveLine.paint(*painter, currentPen(), shown.top(), shown.bottom());
+    for (const QRectF &part : parts)
+        m_curveLine.paint(*painter, currentPen(), part.top(), part.bottom());
 }
 
 void CurveItem::setGeometry(const logview::TrackGeometry &geometry)

@@ -3,18 +3,22 @@
 #include <QEvent>
 #include <QScrollBar>
 
+#include <cmath>
+
 PaperView::PaperView(QGraphicsScene *scene, QWidget *parent)
     : QGraphicsView(scene, parent)
 {
     setBackgroundBrush(Qt::white);
 }
 
-// On a scaled screen all pens are wider than a pixel. Such lines come out a little different when only a part of them
-// is painted, and a step of the scroll bar need not be a whole number of pixels: parts would not fit together.
+// On a screen that scales pixels by a fraction a step of the scroll bar need not be a whole number of pixels: parts
+// would not fit together.
 bool PaperView::viewportEvent(QEvent *event)
 {
-    if (event->type() == QEvent::Paint)
-        setViewportUpdateMode(viewport()->devicePixelRatioF() == 1 ? MinimalViewportUpdate : FullViewportUpdate);
+    if (event->type() == QEvent::Paint) {
+        const double ratio = viewport()->devicePixelRatioF();
+        setViewportUpdateMode(ratio == std::floor(ratio) ? MinimalViewportUpdate : FullViewportUpdate);
+    }
     return QGraphicsView::viewportEvent(event);
 }
 

@@ -3,6 +3,7 @@
 #include <QPaintEngine>
 #include <QPainter>
 #include <QStyleOptionGraphicsItem>
+#include <QVector>
 
 namespace logview {
 
@@ -15,6 +16,27 @@ inline QRectF visibleArea(const QPainter &painter, const QStyleOptionGraphicsIte
     const QRectF deviceArea(0, 0, device->width(), device->height());
     const QRectF shown = option.exposedRect & painter.deviceTransform().inverted().mapRect(deviceArea);
     return painter.hasClipping() ? shown & painter.clipBoundingRect() : shown;
+}
+
+/// The same in parts one below the other, where only some rows of it are exposed: in a view that scrolls a strip at its end
+/// and the row of the mouse.
+inline QVector<QRectF> visibleParts(const QPainter &painter, const QStyleOptionGraphicsItem &option)
+{
+    constexpr int maximumParts = 8;
+    const QRectF area = visibleArea(painter, option);
+    const QRegion exposed = painter.paintEngine()->systemClip();
+    if (exposed.rectCount() < 2 || exposed.rectCount() > maximumParts)
+        return {area};
+    const QTransform toItem = painter.deviceTransform().inverted();
+    QVector<QRectF> parts;
+    for (const QRect &rect : exposed) {
+        const QRectF part = area & toItem.mapRect(QRectF(rect));
+        if (!parts.isEmpty() && parts.last().bottom() > part.top())
+            parts.last() |= part; // beside the one before
+        else if (!part.isEmpty())
+            parts.append(part);
+    }
+    return parts;
 }
 
 } // namespace logview

@@ -14,9 +14,6 @@ namespace {
 // is cut there.
 constexpr double farRows = 4096;
 
-// Rows that a fill has beyond those that are asked for: a view that scrolls has them already.
-constexpr double spareRows = 256;
-
 double toward(double from, double to, double part)
 {
     return from + (to - from) * part;
@@ -253,7 +250,7 @@ CurveFill::CurveFill(const CurveSamples &samples, const CurveKey &key, const Fil
                      const ShownRows &rows)
     : m_key(key)
     , m_settings(settings)
-    , m_rows({rows.top - spareRows, rows.bottom + spareRows, rows.perPixel})
+    , m_rows(rows)
     , m_order(samples.order())
     , m_isBuilt(true)
 {
@@ -271,6 +268,20 @@ bool CurveFill::update(const CurveSamples &samples, const CurveKey &key, const F
         return false;
     *this = CurveFill(samples, key, settings, rows);
     return true;
+}
+
+void CurveFill::show(QPainter &painter, const CurveSamples &samples, const CurveKey &key,
+                     const FillSettings &settings, const QColor &solid, const ShownRows &rows)
+{
+    constexpr double viewPerStrip = 4;
+    const bool isCurrent = m_isBuilt && m_key == key && m_settings == settings && m_rows.perPixel == rows.perPixel;
+    if (isCurrent && viewPerStrip * (rows.bottom - rows.top) < m_rows.bottom - m_rows.top
+        && !(m_rows.top <= rows.top && m_rows.bottom >= rows.bottom)) {
+        CurveFill(samples, key, settings, rows).paint(painter, solid, rows.top, rows.bottom);
+        return;
+    }
+    update(samples, key, settings, rows);
+    paint(painter, solid, rows.top, rows.bottom);
 }
 
 QPolygonF CurveFill::polygon(const Run &run) const

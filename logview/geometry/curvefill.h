@@ -65,13 +65,18 @@ public:
     };
 
     CurveFill() = default;
-    /// Of some rows, and of some more on both sides.
+    /// Of some rows.
     CurveFill(const CurveSamples &samples, const CurveKey &key, const FillSettings &settings,
               const ShownRows &rows = {});
 
     /// Makes the fill that of these, and of these rows at least; false, at no cost, when it already is.
     bool update(const CurveSamples &samples, const CurveKey &key, const FillSettings &settings,
                 const ShownRows &rows = {});
+
+    /// Paints what shows of these between two rows. What is made for that is kept, but for a strip as of a view that
+    /// scrolls: there what was made for the whole view stays.
+    void show(QPainter &painter, const CurveSamples &samples, const CurveKey &key, const FillSettings &settings,
+              const QColor &solid, const ShownRows &rows);
 
     bool isEmpty() const { return m_runs.isEmpty(); }
     const QVector<Edge> &edges() const { return m_edges; }

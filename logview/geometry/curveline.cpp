@@ -15,24 +15,41 @@ namespace logview {
 
 namespace {
 
-// Whether the painter's pixels are the track's, moved by whole numbers, and lines set pixels without shades.
-bool isPlainRaster(const QPainter &painter)
+// How many pixels of the painter one of the track takes, where lines set pixels without shades; 0 for others.
+double rasterScale(const QPainter &painter)
 {
     const QTransform transform = painter.deviceTransform();
-    return painter.paintEngine() != nullptr && painter.paintEngine()->type() == QPaintEngine::Raster
-        && (painter.renderHints() & (QPainter::Antialiasing | QPainter::Qt4CompatiblePainting)) == 0
-        && transform.type() <= QTransform::TxTranslate && transform.dx() == std::floor(transform.dx())
-        && transform.dy() == std::floor(transform.dy());
+    if (painter.paintEngine() == nullptr || painter.paintEngine()->type() != QPaintEngine::Raster
+        || (painter.renderHints() & (QPainter::Antialiasing | QPainter::Qt4CompatiblePainting)) != 0
+        || transform.type() > QTransform::TxScale || transform.m11() != transform.m22())
+        return 0;
+    const bool isWhole = transform.dx() == std::floor(transform.dx()) && transform.dy() == std::floor(transform.dy());
+    return transform.m11() > 1 || (transform.m11() == 1 && isWhole) ? transform.m11() : 0;
 }
 
-// The width of a pen whose lines StrokeRows knows; 0 for others.
-int wholeWidth(const QPen &pen)
+// The width in pixels of a painter of a pen whose lines StrokeRows knows; 0 for others.
+double rowsWidth(const QPen &pen, double scale)
 {
-    const double width = std::max(pen.widthF(), 1.0);
-    if (pen.style() != Qt::SolidLine || width != std::floor(width) || width > StrokeRows::maximumPenWidth)
+    const double width = std::max(pen.widthF() * scale, 1.0);
+    if (pen.style() != Qt::SolidLine || width > StrokeRows::maximumPenWidth)
         return 0;
     const bool isRound = pen.capStyle() == Qt::RoundCap && pen.joinStyle() == Qt::RoundJoin;
-    return isRound || (width == 1 && pen.capStyle() != Qt::FlatCap) ? static_cast<int>(width) : 0;
+    return isRound || (width == 1 && pen.capStyle() != Qt::FlatCap) ? width : 0;
+}
+
+CurveKey scaledKey(const CurveKey &key, double scale)
+{
+    CurveKey scaled = key;
+    scaled.axis.height = static_cast<float>(static_cast<double>(key.axis.height) * scale);
+    scaled.scale.width = static_cast<float>(static_cast<double>(key.scale.width) * scale);
+    return scaled;
+}
+
+// Where screens scale pixels by a fraction a track may stand between two of theirs. The middle goes to one side whatever
+// rounding did before.
+double nearestPixel(double position)
+{
+    return std::floor(position + 0.4375);
 }
 
 // The part of a line, as two fractions of it, that lies between two rows; empty (first above second) when none does.
@@ -103,58 +120,31 @@ void CurveLine::paint(QPainter &painter, const QPen &pen, double topY, double bo
     if (m_samples.isEmpty() || !(top <= bottom) || pen.style() == Qt::NoPen)
         return;
     painter.save();
-    const int width = isPlainRaster(painter) ? wholeWidth(pen) : 0;
-    if (width > 0 && m_rows.penWidth() != width)
-        m_rows = StrokeRows(m_samples, m_key, width);
+    const double scale = rasterScale(painter);
+    const double width = scale > 0 ? rowsWidth(pen, scale) : 0;
+    const CurveKey key = scale > 0 ? scaledKey(m_key, scale) : m_key;
+    if (width > 0 && (m_rows.penWidth() != width || m_rows.key() != key))
+        m_rows = StrokeRows(m_samples, key, width);
     if (width > 0 && m_rows.isNeeded())
-        paintRows(painter, pen, toInt(std::floor(top)), toInt(std::ceil(bottom)));
+        paintRows(painter, pen, toInt(std::floor(top * scale)), toInt(std::ceil(bottom * scale)));
     else
         strokePath(painter, pen, top, bottom);
     painter.restore();
 }
 
+// Rows are those of the painter's device.
 void CurveLine::paintRows(QPainter &painter, const QPen &pen, int topRow, int bottomRow) const
 {
-    const int deviceTop = toInt(-painter.deviceTransform().dy());
+    const QTransform transform = painter.deviceTransform();
+    const QPointF moved(nearestPixel(transform.dx()), nearestPixel(transform.dy()));
+    const int deviceTop = -toInt(moved.y());
     const int deviceBottom = deviceTop + painter.paintEngine()->paintDevice()->height() - 1;
-    int top = std::max(topRow, deviceTop);
-    int bottom = std::min(bottomRow, deviceBottom);
-    QVector<QRect> rectangles; // of hundreds of curves none keeps them
-    rectangles.reserve(4 * std::max(bottom - top + 1, 0));
-    if (m_rows.penWidth() == 1) {
-        // The painter cuts the lines that leave its device before it looks for their pixels, which moves some.
-        const ShownRows device{static_cast<double>(deviceTop), static_cast<double>(deviceBottom)};
-        const auto [upper, lower] = crossing(deviceTop - 1);
-        const int upperEnd = std::min(std::max(deviceTop + 1, toInt(std::ceil(lower))), bottom);
-        if (upper < lower && top <= upperEnd) {
-            m_rows.appendCutPixels(top, upperEnd, device, rectangles);
-            top = upperEnd + 1;
-        }
-        const auto [above, below] = crossing(deviceBottom + 2);
-        const int lowerStart = std::max(top, std::min(deviceBottom - 1, toInt(std::floor(above)) - 1));
-        if (above < below && lowerStart <= bottom) {
-            m_rows.appendCutPixels(lowerStart, bottom, device, rectangles);
-            bottom = lowerStart - 1;
-        }
-    }
-    m_rows.appendPixels(top, bottom, rectangles);
+    const QVector<QRect> rectangles = m_rows.rectangles(topRow, bottomRow, deviceTop, deviceBottom);
+    painter.scale(1 / transform.m11(), 1 / transform.m11());
+    painter.translate(moved - QPointF(transform.dx(), transform.dy()));
     painter.setPen(Qt::NoPen);
     painter.setBrush(pen.brush());
     painter.drawRects(rectangles);
-}
-
-// Top and bottom of the line that crosses a pixel position; both 0 when none does.
-std::pair<double, double> CurveLine::crossing(double y) const
-{
-    const SamplePlacer placer(m_key);
-    const auto [begin, end] = placer.range(m_samples, {y, y});
-    QPointF before;
-    QPointF after;
-    if (end - begin < 2 || placer.place(m_samples, begin, before) != SamplePlacer::Drawn
-        || placer.place(m_samples, begin + 1, after) != SamplePlacer::Drawn)
-        return {0, 0};
-    const bool isBefore = m_samples.order() == DepthOrder::Ascending ? before.y() < y : before.y() > y;
-    return isBefore ? std::minmax({before.y(), after.y()}) : std::pair(0.0, 0.0);
 }
 
 void CurveLine::strokePath(QPainter &painter, const QPen &pen, double topY, double bottomY) const

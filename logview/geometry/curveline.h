@@ -22,10 +22,11 @@ public:
 
     /// Paints what shows between \a topY and \a bottomY (track coordinates), or some rows more.
     ///
-    /// On a raster device without antialiasing, with a transformation that only moves and by whole pixels, a solid
-    /// round-capped pen of whole width gives the picture of a painter path of every sample: with 1 pixel the same
-    /// one, wider almost the same. Everywhere else the reduced path is stroked. Dashes stand at the same places
-    /// whatever part is painted and wherever the view has been scrolled to.
+    /// On a raster device without antialiasing, with a transformation that only moves and enlarges, a solid round-capped
+    /// pen gives the picture of a painter path of every sample: with 1 pixel of the device the same one, wider almost the
+    /// same. Where the transformation moves by a part of a pixel it is moved by whole ones. Everywhere else the reduced
+    /// path is stroked. Dashes stand at the same places whatever part is painted and wherever the view has been scrolled
+    /// to.
     void paint(QPainter &painter, const QPen &pen, double topY, double bottomY) const;
 
 private:
@@ -41,7 +42,6 @@ private:
 
     void paintRows(QPainter &painter, const QPen &pen, int topRow, int bottomRow) const;
     void strokePath(QPainter &painter, const QPen &pen, double topY, double bottomY) const;
-    std::pair<double, double> crossing(double y) const;
     QPainterPath dashes(const QPen &pen, const QPainterPath &line, double lengthBefore, double topY,
                         double bottomY) const;
     double lengthBefore(int sample, double perPixel) const;

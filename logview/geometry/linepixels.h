@@ -104,8 +104,9 @@ private:
 void drawThinLine(PixelRows &pixels, const CurveSamples &samples, const CurveKey &key, const ShownRows &rows,
                   int topY, const ShownRows &device = {});
 
-/// Almost the same ones for a wider pen. The line is reduced to half rows, as these do not show.
+/// Those that have their middle within half of the width of a wider pen of the line, which is reduced to parts of rows that
+/// do not show: almost the same ones.
 void drawWideLine(PixelRows &pixels, const CurveSamples &samples, const CurveKey &key, const ShownRows &rows,
-                  int topY, int penWidth);
+                  int topY, double penWidth);
 
 } // namespace logview

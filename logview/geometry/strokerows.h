@@ -5,31 +5,31 @@
 #include <QRect>
 #include <QVector>
 
-#include <map>
-
 namespace logview {
 
 /// The pixels that the line of a curve covers, as runs of pixels per row. A reduced polyline can not take their
 /// place: which pixels a line shorter than a pixel sets depends on where every single sample stands.
 ///
-/// They are found stretch by stretch of the track when their rows are first asked for. The last stretches are kept.
+/// Rows are drawn when they are first asked for, and only these. They are kept as long as what is asked for next joins
+/// them, as in a view that scrolls; of very many those that are asked for.
 class StrokeRows
 {
 public:
-    static constexpr int maximumPenWidth = 32;
+    static constexpr double maximumPenWidth = 32;
 
     StrokeRows() = default;
-    /// For a solid round pen of 1 to maximumPenWidth pixels.
-    StrokeRows(const CurveSamples &samples, const CurveKey &key, int penWidth);
+    /// For a solid round pen of 1 to maximumPenWidth pixels. The key tells the pixels: on a screen that scales them its
+    /// height and width are multiplied.
+    StrokeRows(const CurveSamples &samples, const CurveKey &key, double penWidth);
 
-    int penWidth() const { return m_penWidth; } ///< 0 when nothing was built
+    double penWidth() const { return m_penWidth; } ///< 0 when nothing was built
+    const CurveKey &key() const { return m_key; }
     /// Whether the curve is to be painted by rows. Where depths are not in order, or a wide pen has few lines to
     /// draw, it is to be stroked.
     bool isNeeded() const { return m_isNeeded; }
-    /// The pixels of the rows \a topRow to \a bottomRow as rectangles; equal rows are joined.
-    void appendPixels(int topRow, int bottomRow, QVector<QRect> &rectangles) const;
-    /// The same for a pen of one pixel on a device of some rows of the track, near an edge of it: nothing is kept.
-    void appendCutPixels(int topRow, int bottomRow, const ShownRows &device, QVector<QRect> &rectangles) const;
+    /// The pixels of the rows \a topRow to \a bottomRow as rectangles, as they are painted on a device that ends with two
+    /// rows of the track; equal rows are joined.
+    QVector<QRect> rectangles(int topRow, int bottomRow, int deviceTop, int deviceBottom) const;
 
 private:
     struct Run
@@ -37,20 +37,28 @@ private:
         qint16 left = 0;
         qint16 right = 0; ///< included
     };
-    struct Stretch
+    /// Rows one below the other.
+    struct Block
     {
-        QVector<int> rowStarts; ///< position in runs where each row begins, and the end
+        int top = 0;
+        QVector<int> rowStarts{0}; ///< position in runs where each row begins, and the end
         QVector<Run> runs;
+
+        int end() const { return top + rowStarts.size() - 1; } ///< the row behind the last
+        void append(const Block &other, int first, int last);
     };
 
     int columns() const;
-    const Stretch &stretchAt(int index) const;
-    Stretch drawn(int index) const;
+    int margin() const;
+    std::pair<double, double> crossing(double y) const;
+    Block drawn(int topRow, int bottomRow, const ShownRows &device = {}) const;
+    void provide(int topRow, int bottomRow) const;
+    static void appendRows(const Block &block, int topRow, int bottomRow, QVector<QRect> &rectangles);
 
     CurveSamples m_samples;
     CurveKey m_key;
-    mutable std::map<int, Stretch> m_stretches; ///< by their place in the track
-    int m_penWidth = 0;
+    mutable Block m_kept;
+    double m_penWidth = 0;
     bool m_isNeeded = false;
 };
 

@@ -1,9 +1,6 @@
 #include "logview/geometry/linepixels.h"
 #include "logview/geometry/rowreducer.h"
 
-#include <QImage>
-#include <QPainter>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -13,13 +10,14 @@ namespace logview {
 
 namespace {
 
-/// A round pen of two pixels: the discs around the points of a line, and the strips between them.
+/// A round pen: the discs around the points of a line, and the strips between them.
 class WidePen
 {
 public:
-    WidePen(PixelRows &pixels, int topY)
+    WidePen(PixelRows &pixels, int topY, double radius)
         : m_pixels(pixels)
         , m_topY(topY)
+        , m_radius(radius)
     {
     }
 
@@ -45,9 +43,9 @@ private:
     // Whether all pixels that a line may have are set: many lines of dense logs lie in those before.
     bool isSet(const QPointF &from, const QPointF &to) const
     {
-        const auto left = static_cast<qint64>(std::floor(std::min(from.x(), to.x()) - 1));
-        const auto right = static_cast<qint64>(std::ceil(std::max(from.x(), to.x()) + 1));
-        const auto [first, last] = rows(std::min(from.y(), to.y()) - 1, std::max(from.y(), to.y()) + 1);
+        const auto left = static_cast<qint64>(std::floor(std::min(from.x(), to.x()) - m_radius));
+        const auto right = static_cast<qint64>(std::ceil(std::max(from.x(), to.x()) + m_radius));
+        const auto [first, last] = rows(std::min(from.y(), to.y()) - m_radius, std::max(from.y(), to.y()) + m_radius);
         for (qint64 row = first; row <= last; ++row) {
             const auto [firstSet, lastSet] = m_pixels.runIn(row);
             if (left < firstSet || right > lastSet)
@@ -58,10 +56,10 @@ private:
 
     void disc(const QPointF &center)
     {
-        const auto [first, last] = rows(center.y() - 1, center.y() + 1);
+        const auto [first, last] = rows(center.y() - m_radius, center.y() + m_radius);
         for (qint64 row = first; row <= last; ++row) {
             const double dy = middle(row) - center.y();
-            const double reach = std::sqrt(std::max(1 - dy * dy, 0.0));
+            const double reach = std::sqrt(std::max(m_radius * m_radius - dy * dy, 0.0));
             set(row, center.x() - reach, center.x() + reach);
         }
     }
@@ -74,11 +72,11 @@ private:
         const double square = dx * dx + dy * dy;
         if (square == 0)
             return;
-        const double reach = std::sqrt(square); // the radius is 1
+        const double reach = m_radius * std::sqrt(square);
         constexpr double infinite = std::numeric_limits<double>::infinity();
         const double perDx = dx != 0 ? 1 / dx : 0;
         const double perDy = dy != 0 ? 1 / dy : 0;
-        const auto [first, last] = rows(std::min(from.y(), to.y()) - 1, std::max(from.y(), to.y()) + 1);
+        const auto [first, last] = rows(std::min(from.y(), to.y()) - m_radius, std::max(from.y(), to.y()) + m_radius);
         for (qint64 row = first; row <= last; ++row) {
             const double y = middle(row) - from.y();
             std::pair<double, double> between{-infinite, infinite};
@@ -113,6 +111,7 @@ private:
 
     PixelRows &m_pixels;
     int m_topY;
+    double m_radius;
     QPointF m_from;
     bool m_isOpen = false;
     bool m_isFirst = false; // m_from has no disc yet
@@ -121,39 +120,13 @@ private:
 } // namespace
 
 void drawWideLine(PixelRows &pixels, const CurveSamples &samples, const CurveKey &key, const ShownRows &rows,
-                  int topY, int penWidth)
+                  int topY, double penWidth)
 {
-    ShownRows halfRows = rows;
-    halfRows.perPixel = 2;
-    if (penWidth == 2) {
-        // What the painter makes of round ends and joins of this size are discs; larger ones have corners.
-        WidePen pen(pixels, topY);
-        RowReducer<WidePen>(pen).reduce(samples, SamplePlacer(key), SamplePlacer(key).range(samples, rows), 2);
-        return;
-    }
-    // A line that leaves the picture is cut, which moves some of its pixels: so the picture grows to here.
-    constexpr int maximumSpareRows = 4096;
-    const QPainterPath lines = reducedPath(samples, key, halfRows);
-    const QRectF bounds = lines.controlPointRect();
-    const int above = std::clamp(topY - toInt(bounds.top()) + penWidth, 0, maximumSpareRows);
-    const int below = std::clamp(toInt(bounds.bottom()) - topY - pixels.rows() + penWidth, 0, maximumSpareRows);
-    QImage image(pixels.columns(), above + pixels.rows() + below, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    painter.translate(-pixels.left(), above - topY);
-    painter.setPen(QPen(Qt::black, penWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.drawPath(lines);
-    painter.end();
-    for (int row = 0; row < pixels.rows(); ++row) {
-        const QRgb *line = reinterpret_cast<const QRgb *>(image.constScanLine(above + row));
-        const QRgb *end = line + pixels.columns();
-        const auto isSet = [](QRgb pixel) { return pixel != 0; };
-        for (const QRgb *run = std::find_if(line, end, isSet); run != end;) {
-            const QRgb *runEnd = std::find(run, end, 0U);
-            pixels.set(row, run - line + pixels.left(), runEnd - 1 - line + pixels.left());
-            run = std::find_if(runEnd, end, isSet);
-        }
-    }
+    WidePen pen(pixels, topY, penWidth / 2);
+    const SamplePlacer placer(key);
+    // What does not show under a pen of this width.
+    const double rowsPerPixel = penWidth < 2 ? 4 : 2;
+    RowReducer<WidePen>(pen).reduce(samples, placer, placer.range(samples, rows), rowsPerPixel);
 }
 
 } // namespace logview

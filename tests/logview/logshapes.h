@@ -141,6 +141,33 @@ inline QImage picture(const QSize &size, int topRow, const std::function<void(QP
     return image;
 }
 
+/// The same picture of the pixels that have their middle within a distance of one of the lines of a path.
+inline QImage aroundLines(const QSize &size, const QPainterPath &path, double distance)
+{
+    return picture(size, 0, [&](QPainter &painter) {
+        for (int i = 1; i < path.elementCount(); ++i) {
+            const QPointF from = path.elementAt(i - 1);
+            const QPointF to = path.elementAt(i);
+            if (path.elementAt(i).isMoveTo())
+                continue;
+            const QRect area =
+                QRectF(from, to).normalized().adjusted(-distance, -distance, distance, distance).toAlignedRect();
+            const QPointF along = to - from;
+            const double square = QPointF::dotProduct(along, along);
+            for (int y = area.top(); y <= area.bottom(); ++y) {
+                for (int x = area.left(); x <= area.right(); ++x) {
+                    const QPointF middle = QPointF(x + 0.5, y + 0.5) - from;
+                    const double part =
+                        square > 0 ? std::clamp(QPointF::dotProduct(middle, along) / square, 0.0, 1.0) : 0;
+                    const QPointF away = middle - part * along;
+                    if (QPointF::dotProduct(away, away) <= distance * distance)
+                        painter.fillRect(x, y, 1, 1, Qt::black);
+                }
+            }
+        }
+    });
+}
+
 /// How many pixels of two pictures differ.
 inline int difference(const QImage &a, const QImage &b)
 {

@@ -539,7 +539,7 @@ private slots:
                     QVERIFY(part.update(samples, key, settings, {top + 0.0, top + 400.0}));
                     const qint64 read = readSampleCount() - before;
                     QVERIFY2(read < 5000, qPrintable(QString::number(read)));
-                    QVERIFY(!part.update(samples, key, settings, {top + 40.0, top + 440.0}));
+                    QVERIFY(!part.update(samples, key, settings, {top + 40.0, top + 340.0}));
                     const auto picture = [top](const CurveFill &fill) {
                         return logshapes::picture({200, 400}, top, [&](QPainter &painter) {
                             fill.paint(painter, Qt::blue, top, top + 400);

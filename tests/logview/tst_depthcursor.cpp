@@ -1,4 +1,5 @@
 #include "displayfixture.h"
+#include "paintwatch.h"
 #include "support/testmain.h"
 
 #include <QBackingStore>
@@ -13,28 +14,6 @@ const QByteArray gammaTrack =
     "Linear\nGamma | GR | 0 | 150 | #0e6f21|0,#ffee00|0,#ffffff|Left Boundary | None | 0 | 0\n";
 const QByteArray depthTrack = "Depth\nDepth | MD | 0 | 0 | 0,0,0 | 0,0,0 | 0,0,0 | 0 | 0 | 0 | 0\n";
 const QColor cursorColor(0x50, 0x50, 0x50);
-
-// Notes which rows of the viewport are painted.
-class PaintWatch : public QObject
-{
-public:
-    explicit PaintWatch(QWidget *viewport) { viewport->installEventFilter(this); }
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        if (event->type() == QEvent::Paint)
-            painted += static_cast<QPaintEvent *>(event)->region();
-        return false;
-    }
-    int rows() const
-    {
-        int count = 0;
-        for (const QRect &rect : painted)
-            count += rect.height();
-        return count;
-    }
-
-    QRegion painted;
-};
 
 struct CursorFixture : DisplayFixture
 {

@@ -1,5 +1,6 @@
 #include "datastore/calibrationfile.h"
 #include "displayfixture.h"
+#include "paintwatch.h"
 #include "support/testmain.h"
 
 #include <QBackingStore>
@@ -158,6 +159,7 @@ private slots:
             QSKIP("the X server scrolls what it has, and the picture in memory stays");
     }
     void theWholeViewIsPainted();
+    void onlyTheStripThatComesIntoViewIsPainted();
     void steps_data();
     void steps();
     void sideways();
@@ -181,6 +183,23 @@ void tst_scrolledpixels::theWholeViewIsPainted()
     QCOMPARE(shown.size(), f.display->logView()->viewport()->size() * ratio());
     // Its last rows and columns as well as its first ones.
     QCOMPARE(differences(shown, f.rendered()), QString());
+}
+
+// Where a step is a whole number of the screen's pixels.
+void tst_scrolledpixels::onlyTheStripThatComesIntoViewIsPainted()
+{
+    ScrollFixture f;
+    QWidget *viewport = f.display->logView()->viewport();
+    f.bar()->setValue(700);
+    f.fresh();
+    for (const int step : {1, 40, -7}) {
+        PaintWatch watch(viewport);
+        f.bar()->setValue(f.bar()->value() + step);
+        QCoreApplication::processEvents();
+        const bool isWhole = ratio() == std::floor(ratio());
+        // One more is that over which the handle below the headers lies.
+        QCOMPARE(watch.rows(), isWhole ? std::abs(step) + 1 : viewport->height());
+    }
 }
 
 void tst_scrolledpixels::steps_data()
@@ -285,13 +304,13 @@ void tst_scrolledpixels::scaledScreens()
     child.setProcessEnvironment(environment);
     child.setProcessChannelMode(QProcess::MergedChannels);
     child.start(QCoreApplication::applicationFilePath(),
-                {QStringLiteral("theWholeViewIsPainted"), QStringLiteral("steps"), QStringLiteral("sideways"),
-                 QStringLiteral("wheel"), QStringLiteral("aMarkerThatMoves"),
-                 QStringLiteral("theCursorLeavesNothingBehind")});
+                {QStringLiteral("theWholeViewIsPainted"), QStringLiteral("onlyTheStripThatComesIntoViewIsPainted"),
+                 QStringLiteral("steps"), QStringLiteral("sideways"), QStringLiteral("wheel"),
+                 QStringLiteral("aMarkerThatMoves"), QStringLiteral("theCursorLeavesNothingBehind")});
     QVERIFY(child.waitForFinished(300000));
     const QByteArray output = child.readAll();
     QVERIFY2(child.exitStatus() == QProcess::NormalExit && child.exitCode() == 0, output.constData());
-    QVERIFY2(output.contains("Totals: 12 passed, 0 failed, 0 skipped"), output.constData());
+    QVERIFY2(output.contains("Totals: 13 passed, 0 failed, 0 skipped"), output.constData());
 }
 
 LORVA_TEST_MAIN(tst_scrolledpixels)
