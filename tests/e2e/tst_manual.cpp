@@ -1,6 +1,7 @@
 // The manual: its pages, their links and pictures, and the PDF that is made of them.
 
 #include "programrun.h"
+#include "programs/manualdocument.h"
 #include "programs/manualpages.h"
 #include "support/files.h"
 
@@ -44,8 +45,7 @@ struct Page
     int pageOfLine(const QTextBlock &block, int line) const
     {
         const QTextLayout *lines = block.layout();
-        return int((document->documentLayout()->blockBoundingRect(block).top() - lines->boundingRect().top()
-                    + lines->lineAt(line).y())
+        return int((document->documentLayout()->blockBoundingRect(block).top() + lines->lineAt(line).y())
                    / size.height());
     }
     QSet<int> pagesOf(const QTextBlock &block) const
@@ -59,8 +59,7 @@ struct Page
     double topOf(const QTextBlock &block) const
     {
         const QTextLayout *lines = block.layout();
-        return document->documentLayout()->blockBoundingRect(block).top() + lines->lineAt(0).y()
-            - lines->boundingRect().top();
+        return document->documentLayout()->blockBoundingRect(block).top() + lines->lineAt(0).y();
     }
     const QSizeF size{2834, 1890};
     QBuffer buffer;
@@ -185,6 +184,35 @@ private slots:
         }
     }
 
+    void realPagesAreTidy()
+    {
+        QBuffer buffer;
+        QPdfWriter writer(&buffer);
+        writer.setResolution(1200);
+        const QSizeF size(7842, 11470); // within the margins of A4
+        int tables = 0;
+        for (const ManualChapter &chapter : programs::readManual(pages)) {
+            const ManualDocument document(chapter, pictures, &writer, size);
+            const auto pageAt = [&size](double y) { return int(y / size.height()); };
+            const auto firstLine = [&](const QTextBlock &block) {
+                const double top = document.documentLayout()->blockBoundingRect(block).top(); // lays it out
+                return block.layout()->lineCount() > 0 ? top + block.layout()->lineAt(0).y() : top;
+            };
+            for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
+                if (block.blockFormat().headingLevel() > 0 && block.next().isValid())
+                    QVERIFY2(pageAt(firstLine(block)) == pageAt(firstLine(block.next())), qPrintable(block.text()));
+            for (QTextFrame *frame : document.rootFrame()->childFrames()) {
+                const QRectF place = document.documentLayout()->frameBoundingRect(frame);
+                if (place.height() > size.height() * 0.6)
+                    continue;
+                ++tables;
+                const QString text = chapter.file + ": " + frame->firstCursorPosition().block().text();
+                QVERIFY2(pageAt(place.top()) == pageAt(place.bottom()), qPrintable(text));
+            }
+        }
+        QVERIFY(tables > 10);
+    }
+
     void commandsAreNotBroken()
     {
         const QString command = "lorva-batch report --survey Demo and more";
@@ -234,6 +262,29 @@ private slots:
         const QVector<QTextLength> widths = table->format().columnWidthConstraints();
         QVERIFY(widths.at(1).rawValue() > 3 * widths.at(0).rawValue());
         QVERIFY(qAbs(widths.at(0).rawValue() + widths.at(1).rawValue() - 100) < 0.01);
+    }
+
+    void commandsStandTogether()
+    {
+        QString text = "# 1  X\n";
+        for (int lines = 0; lines < 12; ++lines) { // they wander over the end of the page
+            const Page page(text + "\nDo this:\n\n    one\n    two\n    three\n\nThen that.\n");
+            QCOMPARE(page.pageOf("Do this:"), page.pageOf("one"));
+            QCOMPARE(page.pageOf("one"), page.pageOf("three"));
+            text += "\nline\n";
+        }
+        const Page page("# 1  X\n\n    one\n    two\n\nafter\n\n## Y\n\n    long " + QString(80, 'g') + "\n\n## Z\n");
+        QStringList blocks;
+        QVector<double> sizes;
+        for (QTextBlock block = page.document->begin(); block.isValid(); block = block.next()) {
+            blocks.append(block.text().left(5));
+            sizes.append(block.begin().fragment().charFormat().fontPointSize());
+        }
+        QCOMPARE(blocks, QStringList({"1  X", "one", "two", "after", "Y", "long ", "Z"})); // none is empty
+        QCOMPARE(sizes.at(1), 9.0);
+        QVERIFY(sizes.at(5) < 8); // only those that need it are small
+        QVERIFY(page.document->findBlockByNumber(1).blockFormat().leftMargin() > 100);
+        QCOMPARE(page.document->headings().size(), 3);
     }
 
     void commandsStandInLettersOfOneWidth()

@@ -1,0 +1,418 @@
+#include "programs/manualdocument.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QFileInfo>
+#include <QFontDatabase>
+#include <QHash>
+#include <QImage>
+#include <QPagedPaintDevice>
+#include <QTextCursor>
+#include <QTextTable>
+#include <QtMath>
+
+#include <limits>
+#include <numeric>
+#include <optional>
+#include <vector>
+
+namespace programs {
+
+namespace {
+
+constexpr int imageDots = 96; // per inch, in which Qt takes the sizes of pictures in a text
+constexpr double pictureScale = 0.6; // of what a screen shows, so that its letters are as large as the text's
+constexpr double tallestPicture = 0.55; // of a page
+constexpr double tallestUnbrokenTable = 0.6; // of a page
+constexpr int pixelsPerInch = 96; // in which a text counts the paddings of its tables
+constexpr double commandIndent = 0.1; // inches
+constexpr double pointsPerInch = 72;
+constexpr double codeSize = 9;
+constexpr double smallestCodeSize = 6.5;
+constexpr double codeLetterWidth = 0.605; // of the size, and a little more than it is
+constexpr int contentsLevels = 2;
+
+// Wide where there is much to say; no column is squeezed.
+QVector<QTextLength> columnWidths(const QTextTable &table)
+{
+    constexpr int fewestLetters = 10;
+    constexpr int mostLetters = 60;
+    QVector<double> letters(table.columns(), fewestLetters);
+    for (int row = 0; row < table.rows(); ++row)
+        for (int column = 0; column < table.columns(); ++column) {
+            const QTextTableCell cell = table.cellAt(row, column);
+            const int length = cell.lastPosition() - cell.firstPosition();
+            letters[column] = qMax(letters.at(column), double(qMin(length, mostLetters)));
+        }
+    const double all = std::accumulate(letters.begin(), letters.end(), 0.0);
+    QVector<QTextLength> widths;
+    for (double count : qAsConst(letters))
+        widths.append(QTextLength(QTextLength::PercentageLength, 100 * count / all));
+    return widths;
+}
+
+// What belongs to what follows.
+bool announces(const QTextBlock &block)
+{
+    return block.blockFormat().headingLevel() > 0 || block.text().endsWith(QLatin1Char(':'));
+}
+
+bool isAllIn(const QString &fontFamily, const QTextBlock &block)
+{
+    bool isAll = !block.text().isEmpty() && !QTextCursor(block).currentTable();
+    for (auto part = block.begin(); !part.atEnd(); ++part)
+        isAll = isAll && part.fragment().charFormat().fontFamily() == fontFamily;
+    return isAll;
+}
+
+} // namespace
+
+QFont manualFont(int points)
+{
+    return QFont(QString::fromLatin1("Liberation Sans"), points);
+}
+
+int manualHeadingSize(int level)
+{
+    const int sizes[] = {manualTextSize, 20, 14, 11};
+    return sizes[qBound(0, level, 3)];
+}
+
+ManualDocument::ManualDocument(const ManualChapter &chapter, const QString &pictureFolder, QPagedPaintDevice *device,
+                               const QSizeF &pageSize)
+    : m_pictureFolder(pictureFolder)
+    , m_pageInches(pageSize / manualDotsPerInch)
+{
+    setDefaultFont(manualFont(manualTextSize));
+    setMarkdown(chapter.text,
+                QTextDocument::MarkdownFeatures(QTextDocument::MarkdownDialectGitHub)
+                    | QTextDocument::MarkdownNoHTML);
+    styleText();
+    styleCode();
+    fitPictures();
+    styleTables();
+    layOut(device, pageSize);
+    keepTogether();
+}
+
+// What moves to the next page moves all behind it, which then may have to be kept together.
+void ManualDocument::keepTogether()
+{
+    constexpr int rounds = 3;
+    for (int round = 0; round < rounds; ++round) {
+        keepTables();
+        keepLines();
+        while (keepHeadings()) { // a heading follows what it announces, if that announces a table
+        }
+    }
+}
+
+void ManualDocument::layOut(QPagedPaintDevice *device, const QSizeF &pageSize)
+{
+    documentLayout()->setPaintDevice(device);
+    setDocumentMargin(0);
+    setPageSize(pageSize);
+}
+
+QVariant ManualDocument::loadResource(int type, const QUrl &name)
+{
+    if (type != QTextDocument::ImageResource)
+        return QTextDocument::loadResource(type, name);
+    return QImage(m_pictureFolder + QLatin1Char('/') + QFileInfo(name.path()).fileName());
+}
+
+void ManualDocument::styleText()
+{
+    for (QTextBlock block = begin(); block.isValid(); block = block.next()) {
+        QTextCursor cursor(block);
+        const int level = block.blockFormat().headingLevel();
+        QTextBlockFormat format;
+        if (level > 0) {
+            format.setTopMargin(level == 1 ? 0 : 14);
+            format.setBottomMargin(level == 1 ? 12 : 5);
+            cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+            QTextCharFormat letters; // instead of the ones that make a heading larger by steps
+            letters.setFontPointSize(manualHeadingSize(level));
+            letters.setFontWeight(QFont::Bold);
+            cursor.setCharFormat(letters);
+        } else if (!block.textList()) {
+            format.setTopMargin(3);
+            format.setBottomMargin(5);
+        }
+        cursor.mergeBlockFormat(format);
+    }
+}
+
+// The font that Qt takes for commands and file names need not have letters of one width.
+void ManualDocument::styleCode()
+{
+    const QString wasFamily = QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
+    const auto isCommand = [&wasFamily](const QTextBlock &block) { return isAllIn(wasFamily, block); };
+    QHash<int, double> sizes; // of commands, by block
+    for (QTextBlock block = begin(); block.isValid(); block = block.next()) {
+        if (!isCommand(block))
+            continue;
+        QVector<QTextBlock> commands;
+        int longest = 1; // none is to be broken
+        for (; isCommand(block); block = block.next()) {
+            commands.append(block);
+            longest = qMax(longest, block.length() - 1);
+        }
+        const double size = commandSize(longest);
+        for (const QTextBlock &command : qAsConst(commands))
+            sizes.insert(command.position(), size);
+        spaceCommands(commands);
+        m_commands.append(commands);
+        block = commands.last();
+    }
+    QTextCharFormat code;
+    code.setFontFamily(QString::fromLatin1("Liberation Mono"));
+    code.setFontFixedPitch(true);
+    for (QTextBlock block = begin(); block.isValid(); block = block.next()) {
+        code.setFontPointSize(sizes.value(block.position(), codeSize));
+        QVector<QPair<int, int>> parts;
+        for (auto part = block.begin(); !part.atEnd(); ++part)
+            if (part.fragment().charFormat().fontFamily() == wasFamily)
+                parts.append({part.fragment().position(), part.fragment().length()});
+        for (const QPair<int, int> &part : qAsConst(parts)) {
+            QTextCursor cursor(this);
+            cursor.setPosition(part.first);
+            cursor.setPosition(part.first + part.second, QTextCursor::KeepAnchor);
+            cursor.mergeCharFormat(code);
+        }
+    }
+}
+
+// At which a line of so many letters has room.
+double ManualDocument::commandSize(int letters) const
+{
+    const double room = (m_pageInches.width() - commandIndent) * pointsPerInch;
+    return qBound(smallestCodeSize, room / (codeLetterWidth * letters), codeSize);
+}
+
+// Indented, and one below the other; what follows is a paragraph, where Qt leaves an empty one.
+void ManualDocument::spaceCommands(const QVector<QTextBlock> &commands)
+{
+    for (const QTextBlock &command : commands) {
+        QTextBlockFormat format;
+        format.setLeftMargin(commandIndent * manualDotsPerInch);
+        format.setTopMargin(command == commands.first() ? 3 : 0);
+        format.setBottomMargin(command == commands.last() ? 7 : 1);
+        QTextCursor(command).mergeBlockFormat(format);
+    }
+    const QTextBlock behind = commands.last().next();
+    if (!behind.isValid() || !behind.text().isEmpty() || QTextCursor(behind).currentTable())
+        return;
+    QTextCursor cursor(behind);
+    if (behind.next().isValid())
+        cursor.deleteChar();
+}
+
+void ManualDocument::fitPictures()
+{
+    for (QTextBlock block = begin(); block.isValid(); block = block.next()) {
+        for (auto part = block.begin(); !part.atEnd(); ++part) {
+            const QTextFragment fragment = part.fragment();
+            QTextImageFormat format = fragment.charFormat().toImageFormat();
+            if (!format.isValid())
+                continue;
+            const QImage image = resource(ImageResource, QUrl(format.name())).value<QImage>();
+            const QSizeF most(m_pageInches.width() * imageDots, m_pageInches.height() * imageDots * tallestPicture);
+            QSizeF size = QSizeF(image.size()) * pictureScale;
+            if (size.width() > most.width() || size.height() > most.height())
+                size.scale(most, Qt::KeepAspectRatio);
+            format.setWidth(qFloor(size.width()));
+            format.setHeight(qFloor(size.height()));
+            QTextCursor cursor(this);
+            cursor.setPosition(fragment.position());
+            cursor.setPosition(fragment.position() + fragment.length(), QTextCursor::KeepAnchor);
+            cursor.setCharFormat(format);
+            break; // the fragments of the block are others now
+        }
+    }
+}
+
+void ManualDocument::styleTables()
+{
+    for (QTextFrame *frame : rootFrame()->childFrames()) {
+        auto *table = qobject_cast<QTextTable *>(frame);
+        if (!table)
+            continue;
+        QTextTableFormat format = table->format();
+        format.setHeaderRowCount(1); // again on each page
+        format.setWidth(QTextLength(QTextLength::PercentageLength, 100));
+        format.setColumnWidthConstraints(columnWidths(*table));
+        format.setCellPadding(3);
+        format.setCellSpacing(0);
+        format.setBorder(0.5);
+        format.setBorderBrush(QColor(160, 160, 160));
+        format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
+        format.setBorderCollapse(true);
+        format.setTopMargin(4);
+        format.setBottomMargin(10);
+        table->setFormat(format);
+        for (int column = 0; column < table->columns(); ++column) {
+            QTextTableCell heading = table->cellAt(0, column);
+            QTextCharFormat cell = heading.format();
+            cell.setBackground(QColor(230, 236, 242));
+            heading.setFormat(cell);
+        }
+    }
+}
+
+// Of the first line: where a page ends, a block can begin before it.
+double ManualDocument::topOf(const QTextBlock &block) const
+{
+    const QTextLayout *lines = block.layout();
+    double top = documentLayout()->blockBoundingRect(block).top();
+    if (lines->lineCount() > 0)
+        top += lines->lineAt(0).y();
+    return top;
+}
+
+int ManualDocument::pageOf(const QTextBlock &block) const
+{
+    return static_cast<int>(topOf(block) / pageSize().height());
+}
+
+int ManualDocument::lastPageOf(const QTextBlock &block) const
+{
+    return static_cast<int>((documentLayout()->blockBoundingRect(block).bottom() - 1) / pageSize().height());
+}
+
+QVector<int> ManualDocument::pagesOfLines(const QTextBlock &block) const
+{
+    QVector<int> pages;
+    const QTextLayout *lines = block.layout();
+    const double top = documentLayout()->blockBoundingRect(block).top();
+    for (int line = 0; line < lines->lineCount(); ++line)
+        pages.append(static_cast<int>((top + lines->lineAt(line).y()) / pageSize().height()));
+    return pages;
+}
+
+void ManualDocument::setBreakBefore(const QTextBlock &block, QTextFormat::PageBreakFlags policy)
+{
+    QTextBlockFormat format;
+    format.setPageBreakPolicy(policy);
+    QTextCursor(block).mergeBlockFormat(format);
+}
+
+// A table that a page can hold stands on one page; of a larger one each row does.
+void ManualDocument::keepTables()
+{
+    for (QTextFrame *frame : rootFrame()->childFrames())
+        if (auto *table = qobject_cast<QTextTable *>(frame))
+            keepTable(table);
+}
+
+void ManualDocument::keepTable(QTextTable *table)
+{
+    const auto isWhole = [this, table](double *height) {
+        const QRectF place = documentLayout()->frameBoundingRect(table);
+        *height = place.height() / pageSize().height();
+        return static_cast<int>(place.top() / pageSize().height())
+            == static_cast<int>(place.bottom() / pageSize().height());
+    };
+    double height = 0;
+    if (isWhole(&height))
+        return;
+    const QTextBlock before = table->firstCursorPosition().block().previous();
+    const bool isAnnounced = announces(before);
+    const auto setBreak = [this, table, before, isAnnounced](QTextFormat::PageBreakFlags policy) {
+        if (isAnnounced) {
+            setBreakBefore(before, policy);
+            return;
+        }
+        QTextTableFormat format = table->format();
+        format.setPageBreakPolicy(policy);
+        table->setFormat(format);
+    };
+    setBreak(QTextFormat::PageBreak_AlwaysBefore);
+    if (isWhole(&height) && height < tallestUnbrokenTable)
+        return;
+    setBreak(QTextFormat::PageBreak_Auto);
+    for (int row = 0; row < table->rows(); ++row)
+        padRow(*table, row, {});
+    for (int row = 0; row < table->rows(); ++row)
+        keepRow(*table, row);
+}
+
+// What begins on the one page and ends on the next begins there, behind an empty line.
+void ManualDocument::keepRow(const QTextTable &table, int row)
+{
+    int first = std::numeric_limits<int>::max();
+    int last = 0;
+    double top = 0;
+    for (int column = 0; column < table.columns(); ++column) {
+        const QTextBlock block = table.cellAt(row, column).firstCursorPosition().block();
+        for (const int page : pagesOfLines(block)) {
+            first = qMin(first, page);
+            last = qMax(last, page);
+        }
+        top = qMax(top, documentLayout()->blockBoundingRect(block).top());
+    }
+    if (first >= last)
+        return;
+    padRow(table, row, (last * pageSize().height() - top) * pixelsPerInch / manualDotsPerInch);
+}
+
+// Leaves so many pixels above the row's texts, or what all cells leave.
+void ManualDocument::padRow(const QTextTable &table, int row, std::optional<double> padding)
+{
+    for (int column = 0; column < table.columns(); ++column) {
+        QTextTableCell cell = table.cellAt(row, column);
+        QTextTableCellFormat format = cell.format().toTableCellFormat();
+        if (padding)
+            format.setTopPadding(*padding);
+        else
+            format.clearProperty(QTextFormat::TableCellTopPadding);
+        cell.setFormat(format);
+    }
+}
+
+// The last line of a paragraph takes the others along to its page, the last one of some commands too.
+void ManualDocument::keepLines()
+{
+    for (const QVector<QTextBlock> &commands : qAsConst(m_commands))
+        if (pageOf(commands.first()) + 1 == pageOf(commands.last()))
+            setBreakBefore(commands.first());
+    for (QTextBlock block = begin(); block.isValid(); block = block.next()) {
+        const QVector<int> pages = pagesOfLines(block);
+        const bool isInTable = QTextCursor(block).currentTable() != nullptr;
+        if (!isInTable && pages.size() > 1 && pages.last() != pages.at(pages.size() - 2)
+            && pages.first() + 1 == pages.last())
+            setBreakBefore(block);
+    }
+}
+
+// A heading, or what ends in a colon, whose text begins on the next page goes there too. Each that moves may move those behind it.
+bool ManualDocument::keepHeadings()
+{
+    bool hasMoved = false;
+    for (QTextBlock block = begin(); block.isValid(); block = block.next()) {
+        const QTextBlock next = block.next();
+        if (!announces(block) || !next.isValid()
+            || block.blockFormat().pageBreakPolicy() == QTextFormat::PageBreak_AlwaysBefore)
+            continue;
+        const bool isPicture = next.text() == QString(QChar::ObjectReplacementCharacter);
+        if (pageOf(block) == (isPicture ? lastPageOf(next) : pageOf(next)))
+            continue;
+        setBreakBefore(next, QTextFormat::PageBreak_Auto); // it comes along
+        setBreakBefore(block);
+        hasMoved = true;
+    }
+    return hasMoved;
+}
+
+QVector<ManualHeading> ManualDocument::headings()
+{
+    QVector<ManualHeading> found;
+    for (QTextBlock block = begin(); block.isValid(); block = block.next()) {
+        const int level = block.blockFormat().headingLevel();
+        if (level > 0 && level <= contentsLevels)
+            found.append(
+                {block.text(), level, pageOf(block) + 1, topOf(block) - pageOf(block) * pageSize().height()});
+    }
+    return found;
+}
+
+} // namespace programs

@@ -1,0 +1,112 @@
+// The manual that the build made, as "Documentation" opens it.
+
+#include "pdfoutline.h"
+#include "programs/manualtext.h"
+#include "support/files.h"
+
+#include <QFileInfo>
+#include <QImageReader>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTest>
+
+using programs::ManualChapter;
+
+class tst_builtmanual : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        m_bytes = files::read(pdf());
+        if (m_bytes.isEmpty())
+            QSKIP("this build made no manual: only optimised ones do, others with the target \"manual\"");
+        m_chapters = programs::readManual(QStringLiteral(LORVA_SOURCE_DIR "/docs/manual"));
+        QVERIFY(m_chapters.size() > 10);
+    }
+
+    void everyChapterIsABookmark()
+    {
+        QVERIFY(outline::hasSoundTables(m_bytes));
+        const outline::File file = outline::read(m_bytes);
+        QStringList titles;
+        int page = 0;
+        for (const outline::Entry &entry : file.entries) {
+            QVERIFY2(entry.page >= page && entry.page < file.pageCount, qPrintable(entry.title));
+            page = entry.page;
+            if (entry.level == 1)
+                titles.append(entry.title);
+        }
+        QStringList expected;
+        for (int i = 0; i < m_chapters.size(); ++i)
+            expected.append(QStringLiteral("%1 %2").arg(i + 1).arg(m_chapters.at(i).title));
+        QCOMPARE(titles, expected);
+        QVERIFY(file.entries.size() > 3 * titles.size());
+    }
+
+    void everyLineOfTheContentsLeadsToItsHeading()
+    {
+        const outline::File file = outline::read(m_bytes);
+        QCOMPARE(file.links.size(), file.entries.size());
+        for (int i = 0; i < file.links.size(); ++i) {
+            QVERIFY(file.links.at(i).page >= 1 && file.links.at(i).page <= 3); // behind the title
+            QCOMPARE(file.links.at(i).toPage, file.entries.at(i).page);
+            QCOMPARE(file.links.at(i).toY, file.entries.at(i).y);
+        }
+    }
+
+    // By their sizes, those that the programs of this build drew.
+    void everyPictureIsThere()
+    {
+        QVector<QSize> inFile;
+        static const QRegularExpression image(QStringLiteral("/Subtype /Image\n/Width (\\d+)\n/Height (\\d+)\n"));
+        auto found = image.globalMatch(QString::fromLatin1(m_bytes.constData(), m_bytes.size()));
+        while (found.hasNext()) {
+            const QRegularExpressionMatch match = found.next();
+            inFile.append(QSize(match.captured(1).toInt(), match.captured(2).toInt()));
+        }
+        int pictures = 0;
+        for (const ManualChapter &chapter : m_chapters) {
+            for (const QString &name : programs::picturesOf(chapter)) {
+                ++pictures;
+                const QSize size = QImageReader(QStringLiteral(LORVA_BINARY_DIR "/manual/images/") + name).size();
+                QVERIFY2(size.isValid(), qPrintable(name));
+                QVERIFY2(inFile.removeOne(size), qPrintable(name));
+            }
+        }
+        QVERIFY(pictures > 20);
+    }
+
+    void pageNumbersAreTrue()
+    {
+        const QString program = QStandardPaths::findExecutable(QStringLiteral("pdftotext"));
+        if (program.isEmpty())
+            QSKIP("pdftotext is not installed");
+        QProcess process;
+        process.start(program, {QStringLiteral("-layout"), pdf(), QStringLiteral("-")});
+        QVERIFY(process.waitForFinished(60000));
+        const QStringList pages = QString::fromUtf8(process.readAllStandardOutput()).split(QChar('\f'));
+        const outline::File file = outline::read(m_bytes);
+        QCOMPARE(pages.size() - 1, file.pageCount);
+        QString contents;
+        for (const QString &page : pages.mid(1, file.links.last().page))
+            contents += page.simplified() + ' ';
+        for (const outline::Entry &entry : file.entries) {
+            const QString number = QString::number(entry.page + 1);
+            QVERIFY2(contents.contains(entry.title + ' ' + number + ' '), qPrintable(entry.title));
+            const QString page = pages.at(entry.page).simplified();
+            QVERIFY2(page.contains(entry.title), qPrintable(entry.title));
+            QVERIFY2(page.endsWith(' ' + number), qPrintable(number)); // its footer
+        }
+    }
+
+private:
+    static QString pdf() { return QStringLiteral(LORVA_BINARY_DIR "/share/lorva/doc/LORVA_doc.pdf"); }
+
+    QByteArray m_bytes;
+    QVector<ManualChapter> m_chapters;
+};
+
+QTEST_GUILESS_MAIN(tst_builtmanual)
+#include "tst_builtmanual.moc"
