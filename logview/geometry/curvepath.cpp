@@ -104,21 +104,27 @@ std::pair<int, int> SamplePlacer::range(const CurveSamples &samples) const
 
 std::pair<int, int> SamplePlacer::range(const CurveSamples &samples, const ShownRows &rows) const
 {
-    const std::pair<int, int> whole = range(samples);
-    if (samples.order() == DepthOrder::Unsorted)
-        return whole;
+    if (!m_isDrawable || samples.order() == DepthOrder::Unsorted)
+        return range(samples);
     const bool isAscending = samples.order() == DepthOrder::Ascending;
+    const auto isOutOfRange = [&](int i) {
+        const float depth = m_key.reference.toDisplay(samples.depthM(i));
+        return depth < m_key.axis.start || depth > m_key.axis.end;
+    };
     const auto isBefore = [&](double depthM) {
-        const double y = yOf(m_key.reference.toDisplay(depthM));
-        return isAscending ? y < rows.top : y > rows.bottom;
+        const float depth = m_key.reference.toDisplay(depthM);
+        return isAscending ? depth < m_key.axis.start || yOf(depth) < rows.top
+                           : depth > m_key.axis.end || yOf(depth) > rows.bottom;
     };
     const auto isNotAfter = [&](double depthM) {
-        const double y = yOf(m_key.reference.toDisplay(depthM));
-        return isAscending ? y <= rows.bottom : y >= rows.top;
+        const float depth = m_key.reference.toDisplay(depthM);
+        return isAscending ? depth <= m_key.axis.end && yOf(depth) <= rows.bottom
+                           : depth >= m_key.axis.start && yOf(depth) >= rows.top;
     };
-    const int first = samples.partition(whole.first, whole.second, isBefore);
-    const int last = samples.partition(first, whole.second, isNotAfter);
-    return {std::max(first - 1, whole.first), std::min(last + 1, whole.second)};
+    const int first = samples.partition(0, samples.size(), isBefore);
+    const int last = samples.partition(first, samples.size(), isNotAfter);
+    return {first > 0 && !isOutOfRange(first - 1) ? first - 1 : first,
+            last < samples.size() && !isOutOfRange(last) ? last + 1 : last};
 }
 
 QPainterPath reducedPath(const CurveSamples &samples, const CurveKey &key, const ShownRows &rows)

@@ -69,11 +69,6 @@ private:
         const int stop = firstAround(first, first + m_perRow, end, [&](int i) { return rowOf(i) == row; });
         if (stop - first < many || !placer.isLinear())
             return false;
-        const auto place = [&](int i) {
-            QPointF placed;
-            placer.place(samples, i, placed);
-            return Extreme{placed, i - first};
-        };
         return samples.useValues([&](const auto *values) {
             using Value = std::decay_t<decltype(*values)>;
             const ValueExtremes<Value> extremes(values, first, stop, static_cast<Value>(samples.nullValue()));
@@ -83,16 +78,17 @@ private:
             const auto firstLike = [&](Value extreme) {
                 const double x = placer.x(static_cast<double>(extreme));
                 const bool isOnEdge = (x <= 0 || x >= placer.width());
-                const Value *found = std::find_if(values + first, values + stop, [=](Value value) {
-                    return (isOnEdge || value == extreme) && placer.x(static_cast<double>(value)) == x;
-                });
-                return place(static_cast<int>(found - values));
+                const auto isAsFarOut = [&](Value value) { return placer.x(static_cast<double>(value)) == x; };
+                const Value *found = isOnEdge ? std::find_if(values + first, values + stop, isAsFarOut)
+                                              : std::find(values + first, values + stop, extreme);
+                const int i = static_cast<int>(found - values);
+                return Extreme{QPointF(x, placer.y(samples, i)), i - first};
             };
             // On a scale that is mirrored these are the other way round, which does not matter.
             m_smallest = firstLike(extremes.smallest);
             m_largest = firstLike(extremes.largest);
             m_kept[0] = point;
-            m_last = place(stop - 1).point;
+            placer.place(samples, stop - 1, m_last);
             m_count = stop - first;
             return true;
         });

@@ -99,18 +99,20 @@ void StrokeRows::provide(int topRow, int bottomRow) const
 
 void StrokeRows::appendRows(const Block &block, int topRow, int bottomRow, QVector<QRect> &rectangles)
 {
-    int joinable = -1; // rectangle that is the only one of the row before
+    const int *starts = block.rowStarts.constData() - block.top;
+    const Run *runs = block.runs.constData();
+    const Run *above = nullptr; // the only one of the row before, which is the last rectangle
     for (int row = topRow; row <= bottomRow; ++row) {
-        const int begin = block.rowStarts.at(row - block.top);
-        const int end = block.rowStarts.at(row - block.top + 1);
-        if (end - begin == 1 && joinable >= 0 && rectangles.at(joinable).left() == block.runs.at(begin).left
-            && rectangles.at(joinable).right() == block.runs.at(begin).right) {
-            rectangles[joinable].setBottom(row);
+        const Run *begin = runs + starts[row];
+        const Run *end = runs + starts[row + 1];
+        const bool isOnlyOne = end - begin == 1;
+        if (isOnlyOne && above && above->left == begin->left && above->right == begin->right) {
+            rectangles.last().setBottom(row);
             continue;
         }
-        for (int run = begin; run < end; ++run)
-            rectangles.append(QRect(QPoint(block.runs.at(run).left, row), QPoint(block.runs.at(run).right, row)));
-        joinable = end - begin == 1 ? rectangles.size() - 1 : -1;
+        for (const Run *run = begin; run != end; ++run)
+            rectangles.append(QRect(QPoint(run->left, row), QPoint(run->right, row)));
+        above = isOnlyOne ? begin : nullptr;
     }
 }
 
@@ -147,7 +149,9 @@ QVector<QRect> StrokeRows::rectangles(int topRow, int bottomRow, int deviceTop, 
         }
         const auto [above, below] = crossing(deviceBottom + 2);
         const int lowerStart = std::max(top, std::min(deviceBottom - 1, toInt(std::floor(above)) - 1));
-        if (above < below && lowerStart <= bottom) {
+        // A short one at the end of what is drawn sets no pixel of the device.
+        const bool isBeyond = m_samples.order() == DepthOrder::Ascending && above >= deviceBottom + 1.5;
+        if (above < below && !isBeyond && lowerStart <= bottom) {
             appendRows(drawn(lowerStart, bottom, device), lowerStart, bottom, rectangles);
             bottom = lowerStart - 1;
         }

@@ -26,13 +26,10 @@ public:
     void point(const QPointF &position)
     {
         const QPointF to(position.x(), position.y() - m_topY);
-        if (m_isOpen) {
-            if (!isSet(m_from, to)) {
-                if (m_isFirst)
-                    disc(m_from);
-                disc(to);
-                strip(m_from, to);
-            }
+        if (m_isOpen && !isSet(m_from, to)) {
+            if (m_isFirst)
+                line(m_from, m_from);
+            line(m_from, to);
         }
         m_isFirst = !m_isOpen;
         m_isOpen = true;
@@ -54,47 +51,49 @@ private:
         return true;
     }
 
-    void disc(const QPointF &center)
-    {
-        const auto [first, last] = rows(center.y() - m_radius, center.y() + m_radius);
-        for (qint64 row = first; row <= last; ++row) {
-            const double dy = middle(row) - center.y();
-            const double reach = std::sqrt(std::max(m_radius * m_radius - dy * dy, 0.0));
-            set(row, center.x() - reach, center.x() + reach);
-        }
-    }
-
-    // What lies between the two ends, and no further from the line than the radius.
-    void strip(const QPointF &from, const QPointF &to)
+    // The disc around the second end, and what lies between the ends and no further from the line than the radius: in
+    // each row one run.
+    void line(const QPointF &from, const QPointF &to)
     {
         const double dx = to.x() - from.x();
         const double dy = to.y() - from.y();
         const double square = dx * dx + dy * dy;
-        if (square == 0)
-            return;
         const double reach = m_radius * std::sqrt(square);
         constexpr double infinite = std::numeric_limits<double>::infinity();
         const double perDx = dx != 0 ? 1 / dx : 0;
         const double perDy = dy != 0 ? 1 / dy : 0;
         const auto [first, last] = rows(std::min(from.y(), to.y()) - m_radius, std::max(from.y(), to.y()) + m_radius);
         for (qint64 row = first; row <= last; ++row) {
-            const double y = middle(row) - from.y();
+            const double y = static_cast<double>(row) + 0.5 - from.y();
+            double left = infinite;
+            double right = -infinite;
+            if (const double rest = m_radius * m_radius - (y - dy) * (y - dy); rest >= 0) {
+                const double half = std::sqrt(rest);
+                left = dx - half;
+                right = dx + half;
+            }
             std::pair<double, double> between{-infinite, infinite};
             if (dx != 0)
                 between = std::minmax({-y * dy * perDx, (square - y * dy) * perDx});
             else if (y * dy < 0 || y * dy > square)
-                continue;
+                between = {infinite, -infinite};
             std::pair<double, double> near{-infinite, infinite};
             if (dy != 0)
                 near = std::minmax({(y * dx - reach) * perDy, (y * dx + reach) * perDy});
             else if (std::abs(y * dx) > reach)
-                continue;
-            set(row, from.x() + std::max(between.first, near.first),
-                from.x() + std::min(between.second, near.second));
+                near = {infinite, -infinite};
+            const double stripLeft = std::max(between.first, near.first);
+            const double stripRight = std::min(between.second, near.second);
+            if (square > 0 && stripLeft <= stripRight) {
+                left = std::min(left, stripLeft);
+                right = std::max(right, stripRight);
+            }
+            if (left <= right)
+                m_pixels.set(row, static_cast<qint64>(std::ceil(from.x() + left - 0.5)),
+                             static_cast<qint64>(std::floor(from.x() + right - 0.5)));
         }
     }
 
-    static double middle(qint64 row) { return static_cast<double>(row) + 0.5; }
     // The rows that have their middle between two positions.
     std::pair<qint64, qint64> rows(double top, double bottom) const
     {
@@ -102,13 +101,6 @@ private:
         return {static_cast<qint64>(std::ceil(std::clamp(top - 0.5, 0.0, last))),
                 static_cast<qint64>(std::floor(std::clamp(bottom - 0.5, -1.0, last)))};
     }
-    void set(qint64 row, double left, double right)
-    {
-        if (left <= right)
-            m_pixels.set(row, static_cast<qint64>(std::ceil(left - 0.5)),
-                         static_cast<qint64>(std::floor(right - 0.5)));
-    }
-
     PixelRows &m_pixels;
     int m_topY;
     double m_radius;
