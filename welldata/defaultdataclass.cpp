@@ -119,6 +119,13 @@ void DefaultDataClass::setWell(const QString &wellName, const QString &wellKey)
 void DefaultDataClass::clearTable()
 {
     const QSignalBlocker blocker(m_table);
+    // Qt's view remembers a cell's widget until that is taken out of the cell.
+    for (int row = 0; row < m_table->rowCount(); ++row) {
+        for (const int column : {GroupColumn, DefaultColumn}) {
+            m_table->cellWidget(row, column)->hide(); // it goes later
+            m_table->removeCellWidget(row, column);
+        }
+    }
     m_table->setRowCount(0);
     for (QStringList *list : {&m_defaultLogs, &m_defaultGroups, &m_allLogs, &m_allGroups})
         list->clear();

@@ -75,8 +75,8 @@ void WellDataTable::setRows(const QVector<TableRow> &rows)
 {
     finishEditing();
     ++m_fillCount;
+    dropCells([](const QWidget *) { return true; });
     setRowCount(0);
-    m_cells.clear();
     m_rows = rows;
     setRowCount(m_rows.size());
     for (int row = 0; row < qMin(m_rows.size(), rowsWithCells); ++row)
@@ -119,6 +119,7 @@ void WellDataTable::removeRows()
     const QVector<int> rows = rowsToRemove();
     if (rows.isEmpty())
         return;
+    dropCells([&rows](const QWidget *cell) { return std::binary_search(rows.begin(), rows.end(), rowOf(cell)); });
     // Neighbours go together, the lowest first: what is above keeps its number.
     for (int end = rows.size(); end > 0;) {
         int begin = end - 1;
@@ -148,21 +149,15 @@ void WellDataTable::finishEditing()
         setFocus();
 }
 
-// Cells that stay stand where their rows are now; those of the removed rows are on their way out.
+// Cells stand where their rows are now.
 void WellDataTable::renumberCells(const QVector<int> &removedRows)
 {
-    QVector<QPointer<QWidget>> kept;
     for (const QPointer<QWidget> &cell : qAsConst(m_cells)) {
         if (!cell)
             continue;
-        const int row = rowOf(cell);
-        const auto next = std::lower_bound(removedRows.begin(), removedRows.end(), row);
-        if (next != removedRows.end() && *next == row)
-            continue;
-        cell->setProperty(rowProperty, row - static_cast<int>(next - removedRows.begin()));
-        kept.append(cell);
+        const auto next = std::lower_bound(removedRows.begin(), removedRows.end(), rowOf(cell));
+        cell->setProperty(rowProperty, rowOf(cell) - static_cast<int>(next - removedRows.begin()));
     }
-    m_cells = kept;
 }
 
 void WellDataTable::setNumbers(int row, const TableRow &numbers)
@@ -251,20 +246,25 @@ void WellDataTable::makeCellsInView()
     for (int row = first; row <= last; ++row)
         makeCells(row);
     if (m_cells.size() > cellsAtMost)
-        dropCellsOutOfView(first - rowsAround, last + rowsAround);
+        dropCells([first, last](const QWidget *cell) {
+            const int row = rowOf(cell);
+            return row >= rowsWithCells && (row < first - rowsAround || row > last + rowsAround) && !cell->hasFocus();
+        });
 }
 
-void WellDataTable::dropCellsOutOfView(int first, int last)
+// Before its row goes: Qt's view remembers a cell's widget until that is taken out of the cell.
+void WellDataTable::dropCells(const std::function<bool(const QWidget *cell)> &isDropped)
 {
     QVector<QPointer<QWidget>> kept;
     for (const QPointer<QWidget> &cell : qAsConst(m_cells)) {
         if (!cell)
             continue;
-        const int row = rowOf(cell);
-        if (row < rowsWithCells || (row >= first && row <= last) || cell->hasFocus())
+        if (!isDropped(cell)) {
             kept.append(cell);
-        else
-            removeCellWidget(row, columnOf(cell));
+            continue;
+        }
+        cell->hide(); // it goes later
+        removeCellWidget(rowOf(cell), columnOf(cell));
     }
     m_cells = kept;
 }

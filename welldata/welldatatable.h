@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <QTableWidget>
 
+#include <functional>
+
 QT_BEGIN_NAMESPACE
 class QStringListModel;
 QT_END_NAMESPACE
@@ -65,7 +67,7 @@ private:
     welldata::CellKind kind(int column) const { return m_columns.at(column).kind; }
     void makeCells(int row);
     void makeCellsInView();
-    void dropCellsOutOfView(int first, int last);
+    void dropCells(const std::function<bool(const QWidget *cell)> &isDropped);
     void renumberCells(const QVector<int> &removedRows);
     QWidget *makeWidget(int row, int column);
     QTableWidgetItem *makeItem(int row, int column);

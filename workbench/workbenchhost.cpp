@@ -80,7 +80,10 @@ QIcon WorkbenchHost::icon(const QString &fileName) const
     if (name.endsWith(QLatin1String(".png")))
         name.chop(4);
     const QString base = m_dataFolder + QStringLiteral("/icons.Default/") + name;
-    QIcon icon;
+    // The same each time: Qt remembers a name for every icon that was ever drawn.
+    QIcon &icon = m_icons[base];
+    if (!icon.isNull())
+        return icon;
     // The small drawing is made for 16 pixels; scaling the large one down would blur it.
     for (const QString &file : {base + QStringLiteral(".png"), base + QStringLiteral(".small.png")})
         if (QFileInfo::exists(file))

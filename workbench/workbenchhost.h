@@ -4,6 +4,7 @@
 #include "survey/surveystore.h"
 
 #include <QHash>
+#include <QIcon>
 #include <QMenu>
 #include <QPointer>
 #include <QWidget>
@@ -50,6 +51,7 @@ private:
     void tell(const Call &call) const;
 
     QString m_dataFolder;
+    mutable QHash<QString, QIcon> m_icons; ///< by their files' names without the ending
     survey::SurveyStore m_store;
     QPointer<QWidget> m_window;
     QPointer<QMenu> m_menu;

@@ -7,7 +7,10 @@
 #include <QClipboard>
 #include <QDoubleValidator>
 #include <QHeaderView>
+#include <QPixmapCache>
 #include <QScrollBar>
+
+#include <malloc.h>
 
 using F = WellDataFixture;
 
@@ -254,6 +257,50 @@ private slots:
         F::click(m->markers(), "updateButton");
         QCOMPARE(m->well(m->key1).markers.size(), 9999);
         QCOMPARE(table()->fillCount(), fills);
+    }
+    // Qt's view would remember each widget that went with its row: 40 bytes of some thousand widgets at each round.
+    void rowsThatComeAndGoCostNoMemory()
+    {
+        constexpr int rounds = 60;
+        constexpr int noise = 50000; // freed pieces that the C library keeps count as used
+        for (int i = 0; i < 50; ++i)
+            m->well(m->key1).logs.append({QString("L %1").arg(i), {}, {100, 200}, {1, 2}});
+        fill(50);
+        const auto use = [this] {
+            for (int i = 0; i < rounds; ++i) {
+                for (const char *well : {"W-2", "W-1", "W-2", "W-1"})
+                    m->select(QString::fromLatin1(well));
+                table()->selectAll();
+                m->markers()->deleteRow();
+                m->asker.boxes = {};
+                QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+                QCoreApplication::processEvents();
+            }
+            QPixmapCache::clear();
+            return static_cast<qint64>(::mallinfo2().uordblks);
+        };
+        const qint64 before = use();
+        const qint64 grown = use() - before;
+        QVERIFY2(grown < noise, qPrintable(QString::number(grown)));
+    }
+    void rowsThatGoAreNoLongerSeen()
+    {
+        m->show(m->logs());
+        const QPointer<QWidget> check = m->logs()->findChild<QCheckBox *>();
+        QVERIFY(check->isVisible());
+        m->select("W-2");
+        QVERIFY(!check || !check->isVisible());
+        m->select("W-1");
+        m->show(m->markers());
+        const QPointer<QWidget> first = F::edit(m->markers(), 0, 1);
+        const QPointer<QWidget> second = F::edit(m->markers(), 1, 1);
+        QVERIFY(first->isVisible() && second->isVisible());
+        table()->setCurrentCell(0, 0);
+        m->markers()->deleteRow();
+        QVERIFY(!first || !first->isVisible());
+        QVERIFY(second && second->isVisible());
+        m->select("W-2");
+        QVERIFY(!second || !second->isVisible());
     }
     void rowsRemovedAboveLeaveTheOthersAsTheyAre()
     {

@@ -51,6 +51,7 @@ void TestHostResources::iconsInBothSizes()
         QCOMPARE(found.pixmap(16, 16).toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied),
                  icon(name, ".small.png").convertToFormat(QImage::Format_ARGB32_Premultiplied));
         QCOMPARE(found.pixmap(32, 32).size(), QSize(32, 32));
+        QCOMPARE(host.icon(asked).cacheKey(), found.cacheKey()); // drawn once, remembered by Qt once
     }
 }
 
