@@ -22,6 +22,12 @@ const char *skipSpaceAndPlus(const char *begin, const char *end)
 // Of a double without a given number of decimals: 309 digits in front of the point or 326 behind it, and a sign.
 constexpr int longestWithoutDecimals = 340;
 
+bool isWrittenPlain(double value)
+{
+    const double size = std::fabs(value);
+    return size == 0 || (size >= 1e-6 && size < 1e12);
+}
+
 template<class Format>
 QByteArray formatted(double value, int decimals, Format format)
 {
@@ -106,6 +112,16 @@ QByteArray formatPlain(float value)
     return formatted(static_cast<double>(value), 0, [](char *begin, char *end, double v) {
         return std::to_chars(begin, end, static_cast<float>(v), std::chars_format::fixed);
     });
+}
+
+QByteArray formatWritten(double value)
+{
+    return isWrittenPlain(value) ? formatPlain(value) : formatShortest(value);
+}
+
+QByteArray formatWritten(float value)
+{
+    return isWrittenPlain(static_cast<double>(value)) ? formatPlain(value) : formatShortest(value);
 }
 
 } // namespace base

@@ -25,5 +25,9 @@ QByteArray formatShortest(float value);
 /// The same, never with an exponent.
 QByteArray formatPlain(double value);
 QByteArray formatPlain(float value);
+/// As a person writes it: the fewest digits that read back as the same value, 6000000 and not 6e+06. Only what is
+/// smaller than a millionth or larger than a million million has an exponent.
+QByteArray formatWritten(double value);
+QByteArray formatWritten(float value);
 
 } // namespace base

@@ -170,7 +170,7 @@ std::optional<Length> Proposer::length(const Quantity &quantity, double lowestM,
     const double metres = fromFeet ? quantity.value * host::metresPerFoot : quantity.value;
     if (metres < lowestM || metres > highestM) {
         note(QStringLiteral("%1 is left out: %2 is not possible.")
-                 .arg(quantity.mnemonic, QString::number(quantity.value)));
+                 .arg(quantity.mnemonic, QString::fromLatin1(base::formatWritten(quantity.value))));
         return std::nullopt;
     }
     return Length{quantity.mnemonic, metres, fromFeet};

@@ -69,7 +69,7 @@ QString markerDepthProblem(const QString &text, DepthUnit unit, double totalDept
     if (depth >= 0 && static_cast<float>(depth) <= static_cast<float>(end))
         return {};
     return QStringLiteral("The depth must lie between 0 and the total depth, %1 %2.")
-        .arg(QString::fromLatin1(base::formatShortest(static_cast<float>(end))), symbol(unit));
+        .arg(QString::fromLatin1(base::formatWritten(static_cast<float>(end))), symbol(unit));
 }
 
 TopsMerge withTops(const QVector<host::Marker> &markers, const QVector<TopsLine> &tops, DepthUnit unit,

@@ -17,7 +17,7 @@ constexpr double lengthSteps = 10000;
 
 QString lengthText(double length)
 {
-    return QString::fromLatin1(base::formatShortest(std::round(length * lengthSteps) / lengthSteps));
+    return QString::fromLatin1(base::formatWritten(std::round(length * lengthSteps) / lengthSteps));
 }
 
 // A header that is silent on the ground leaves it unknown; the other fields need a number.

@@ -121,7 +121,7 @@ QString surveyFieldProblem(SurveyField field, const SurveyTexts &texts)
 QString defaultMaximumDepth(DepthUnit unit)
 {
     return unit == DepthUnit::Foot ? QStringLiteral("13000")
-                                   : QString::fromLatin1(base::formatShortest(NewSurvey().maximumDepth));
+                                   : QString::fromLatin1(base::formatWritten(NewSurvey().maximumDepth));
 }
 
 NewSurvey newSurvey(const SurveyTexts &texts, DepthUnit unit)

@@ -37,7 +37,7 @@ QString label(WellField field)
 QString elevationText(double elevation)
 {
     const auto stored = static_cast<float>(elevation);
-    return host::isUndefined(stored) ? QString() : QString::fromLatin1(base::formatShortest(stored));
+    return host::isUndefined(stored) ? QString() : QString::fromLatin1(base::formatWritten(stored));
 }
 
 } // namespace
@@ -89,11 +89,11 @@ WellTexts wellTexts(const WellProperties &properties)
 {
     WellTexts texts;
     texts[WellField::Name] = properties.name;
-    texts[WellField::X] = QString::fromLatin1(base::formatShortest(properties.x));
-    texts[WellField::Y] = QString::fromLatin1(base::formatShortest(properties.y));
+    texts[WellField::X] = QString::fromLatin1(base::formatWritten(properties.x));
+    texts[WellField::Y] = QString::fromLatin1(base::formatWritten(properties.y));
     texts[WellField::KbElevation] = elevationText(properties.kbElevation);
     texts[WellField::GroundElevation] = elevationText(properties.groundElevation);
-    texts[WellField::TotalDepth] = QString::fromLatin1(base::formatShortest(properties.totalDepth));
+    texts[WellField::TotalDepth] = QString::fromLatin1(base::formatWritten(properties.totalDepth));
     return texts;
 }
 

@@ -137,7 +137,7 @@ QString LogCollector::freeName(const QString &name, const QString &mnemonic) con
 
 QString lengthText(double length, DepthUnit unit)
 {
-    return QString::fromLatin1(base::formatShortest(length)) + QLatin1Char(' ') + symbol(unit);
+    return QString::fromLatin1(base::formatWritten(length)) + QLatin1Char(' ') + symbol(unit);
 }
 
 } // namespace
@@ -152,7 +152,7 @@ QString roundedUpText(double metres, DepthUnit unit)
     double steps = std::round(depth * stepsPerUnit);
     while (steps / stepsPerUnit < depth || endsAbove(steps))
         ++steps;
-    return QString::fromLatin1(base::formatShortest(steps / stepsPerUnit));
+    return QString::fromLatin1(base::formatWritten(steps / stepsPerUnit));
 }
 
 MadeWell makeWell(SurveyStore &store, const WellOrder &order)

@@ -195,7 +195,7 @@ ScaleBar scaleBar(const MapFrame &frame, double longestPx)
     bar.lengthM = niceNumberBelow(longestPx * frame.metresPerPixel());
     bar.lengthPx = bar.lengthM / frame.metresPerPixel();
     const bool isLong = bar.lengthM >= 1000;
-    bar.text = QString::fromLatin1(base::formatShortest(isLong ? bar.lengthM / 1000 : bar.lengthM))
+    bar.text = QString::fromLatin1(base::formatWritten(isLong ? bar.lengthM / 1000 : bar.lengthM))
         + (isLong ? QStringLiteral(" km") : QStringLiteral(" m"));
     return bar;
 }

@@ -128,8 +128,8 @@ bool WellEditDialog::mayCut(double totalDepth)
         : m_store.trackPointsBelow(m_key, totalDepth);
     if (below.value == 0) // what cannot be read cannot be saved either, which says why
         return true;
-    const QString depth = QString::fromLatin1(base::formatShortest(totalDepth)) + QLatin1Char(' ')
-        + survey::symbol(m_store.depthUnit());
+    const QString depth =
+        QString::fromLatin1(base::formatWritten(totalDepth)) + QLatin1Char(' ') + survey::symbol(m_store.depthUnit());
     const QString points =
         below.value == 1 ? QStringLiteral("1 point") : QStringLiteral("%1 points").arg(below.value);
     return m_asker.confirmLoss(

@@ -29,7 +29,7 @@ constexpr int keyRole = Qt::UserRole;
 
 QString number(double value)
 {
-    return QString::fromLatin1(base::formatShortest(static_cast<float>(value)));
+    return QString::fromLatin1(base::formatWritten(static_cast<float>(value)));
 }
 
 QString headerLine(const survey::WellProperties &well, survey::DepthUnit unit)
@@ -41,7 +41,7 @@ QString headerLine(const survey::WellProperties &well, survey::DepthUnit unit)
         : QString();
     QString line =
         QStringLiteral("X %1   Y %2\nKB %3 %6%4   TD %5 %6")
-            .arg(QString::fromLatin1(base::formatShortest(well.x)), QString::fromLatin1(base::formatShortest(well.y)),
+            .arg(QString::fromLatin1(base::formatWritten(well.x)), QString::fromLatin1(base::formatWritten(well.y)),
                  number(well.kbElevation), ground, number(well.totalDepth), survey::symbol(unit));
     if (well.typeCode != host::NoWellType && !type.isEmpty())
         line += QStringLiteral("   Type ") + type;

@@ -251,6 +251,15 @@ void TestNumbers::formatsKnownNumbers()
     QCOMPARE(base::formatPlain(504000.25), QByteArray("504000.25"));
     QCOMPARE(base::formatPlain(-1e-7), QByteArray("-0.0000001"));
     QCOMPARE(base::formatPlain(400.1f), QByteArray("400.1"));
+    QCOMPARE(base::formatWritten(6e6), QByteArray("6000000"));
+    QCOMPARE(base::formatWritten(-5e5f), QByteArray("-500000"));
+    QCOMPARE(base::formatWritten(400.1f), QByteArray("400.1"));
+    QCOMPARE(base::formatWritten(0.0), QByteArray("0"));
+    QCOMPARE(base::formatWritten(1e-6), QByteArray("0.000001"));
+    QCOMPARE(base::formatWritten(9e-7), QByteArray("9e-07"));
+    QCOMPARE(base::formatWritten(9e11), QByteArray("900000000000"));
+    QCOMPARE(base::formatWritten(-1e12), QByteArray("-1e+12"));
+    QCOMPARE(base::formatWritten(1e30f), QByteArray("1e+30"));
 }
 
 void TestNumbers::formatsWithManyDigits()

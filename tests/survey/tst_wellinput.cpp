@@ -11,6 +11,7 @@ private slots:
     void fieldProblems_data();
     void fieldProblems();
     void unchangedTextsKeepTheirValuesExactly();
+    void roundNumbersAreWrittenOut();
     void namesAreTakenWhateverTheirCase();
 };
 
@@ -96,6 +97,20 @@ void TestWellInput::unchangedTextsKeepTheirValuesExactly()
     QCOMPARE(other.name, QStringLiteral("B"));
     changed[WellField::GroundElevation] = QString();
     QVERIFY(host::isUndefined(static_cast<float>(wellProperties(changed, other).groundElevation)));
+}
+
+void TestWellInput::roundNumbersAreWrittenOut()
+{
+    WellProperties well;
+    well.x = 500000;
+    well.y = 6e6;
+    well.kbElevation = 1e5;
+    well.totalDepth = 1e5;
+    const WellTexts texts = wellTexts(well);
+    QCOMPARE(texts[WellField::X], QStringLiteral("500000"));
+    QCOMPARE(texts[WellField::Y], QStringLiteral("6000000"));
+    QCOMPARE(texts[WellField::KbElevation], QStringLiteral("100000"));
+    QCOMPARE(texts[WellField::TotalDepth], QStringLiteral("100000"));
 }
 
 void TestWellInput::namesAreTakenWhateverTheirCase()

@@ -233,6 +233,11 @@ void TestNewWellsDialog::filesOfOneWellAreMerged()
 
 void TestNewWellsDialog::problemsConcernChosenRowsOnly()
 {
+    NewWells round;
+    round.addProposal(proposal(QStringLiteral("/r.las"), QStringLiteral("R"), 5e5, 6e6, 3, 4, 1e5));
+    QCOMPARE(text(round, 0, WellField::X) + u' ' + text(round, 0, WellField::Y) + u' '
+                 + text(round, 0, WellField::TotalDepth),
+             QStringLiteral("500000 6000000 100000"));
     NewWells wells;
     wells.addProposal(proposal(QStringLiteral("/a.las"), QStringLiteral("A"), 1, 2, 3, 4, 0));
     QCOMPARE(wells.problem(0, WellField::TotalDepth), QStringLiteral("The total depth must be greater than 0."));
