@@ -19,9 +19,15 @@ QString comparable(const QString &name)
     return letters;
 }
 
-bool isNumber(const QString &text)
+// Where a comma parts no fields it may stand before the decimals.
+QString withPoint(QString text, QChar separator)
 {
-    return base::parseNumber(text).has_value();
+    return separator == u',' || text.contains(u'.') ? text : text.replace(u',', u'.');
+}
+
+std::optional<double> number(const QString &text, QChar separator)
+{
+    return base::parseNumber(withPoint(text, separator));
 }
 
 QChar separatorOf(const QVector<QString> &lines)
@@ -44,7 +50,7 @@ QStringList fieldsOf(const QString &line, QChar separator)
         return fields;
     }
     const QStringList words = line.simplified().split(u' ');
-    if (words.size() > 1 && isNumber(words.first()) && !isNumber(words.last()))
+    if (words.size() > 1 && number(words.first(), separator) && !number(words.last(), separator))
         return {words.first(), words.mid(1).join(u' ')};
     return {QStringList(words.mid(0, words.size() - 1)).join(u' '), words.last()};
 }
@@ -54,7 +60,22 @@ struct Columns
     int well = -1;
     int name = -1;
     int depth = -1;
+    std::optional<DepthUnit> unit;
 };
+
+QStringList words(const char *text)
+{
+    return QString::fromLatin1(text).split(u' ');
+}
+
+std::optional<DepthUnit> unitOf(const QString &text)
+{
+    if (words("m metre metres meter meters").contains(text))
+        return DepthUnit::Metre;
+    if (words("ft f feet foot").contains(text))
+        return DepthUnit::Foot;
+    return std::nullopt;
+}
 
 int columnOf(const QStringList &titles, const QStringList &words)
 {
@@ -65,23 +86,34 @@ int columnOf(const QStringList &titles, const QStringList &words)
     return -1;
 }
 
-QStringList words(const char *text)
+// A unit may stand behind the title: "MD (ft)", "Depth_m".
+void findDepth(const QStringList &titles, const QStringList &words, Columns *columns)
 {
-    return QString::fromLatin1(text).split(u' ');
+    for (const QString &word : words)
+        for (int column = 0; column < titles.size(); ++column) {
+            const QString title = comparable(titles.at(column));
+            const std::optional<DepthUnit> unit =
+                title.startsWith(word) ? unitOf(title.mid(word.size())) : std::nullopt;
+            if (title != word && !unit)
+                continue;
+            columns->depth = column;
+            columns->unit = unit;
+            return;
+        }
 }
 
 Columns columnsOfTitles(const QStringList &titles)
 {
     Columns columns;
     columns.well = columnOf(titles, words("well wellname wellid uwi api sitid"));
-    columns.depth = columnOf(titles, words("md mdm mdft depth depthm depthft topdepth top pick tops"));
+    findDepth(titles, words("md depth topdepth top pick tops"), &columns);
     columns.name = columnOf(
         titles, words("formation form marker markername surface horizon zonename zone name topname unit stratunit"));
     return columns;
 }
 
 // The first column in which most of the lines have a number, and the first in which they have none.
-Columns columnsOfValues(const QVector<QStringList> &rows)
+Columns columnsOfValues(const QVector<QStringList> &rows, QChar separator)
 {
     Columns columns;
     int width = 0;
@@ -91,8 +123,9 @@ Columns columnsOfValues(const QVector<QStringList> &rows)
         int numbers = 0;
         int texts = 0;
         for (const QStringList &row : rows) {
-            numbers += isNumber(row.value(column)) ? 1 : 0;
-            texts += !row.value(column).isEmpty() && !isNumber(row.value(column)) ? 1 : 0;
+            const bool isNumber = number(row.value(column), separator).has_value();
+            numbers += isNumber ? 1 : 0;
+            texts += !isNumber && !row.value(column).isEmpty() ? 1 : 0;
         }
         if (numbers > texts && columns.depth < 0)
             columns.depth = column;
@@ -100,6 +133,30 @@ Columns columnsOfValues(const QVector<QStringList> &rows)
             columns.name = column;
     }
     return columns;
+}
+
+// The line below the titles that holds units only.
+void takeUnits(QVector<QStringList> *rows, Columns *columns)
+{
+    if (rows->isEmpty() || columns->depth < 0)
+        return;
+    const std::optional<DepthUnit> unit = unitOf(comparable(rows->first().value(columns->depth)));
+    if (!unit)
+        return;
+    columns->unit = unit;
+    rows->removeFirst();
+}
+
+QVector<TopsLine> linesOf(const QVector<TopsLine> &all, const QStringList &names)
+{
+    QStringList wanted;
+    for (const QString &name : names)
+        wanted.append(comparable(name));
+    QVector<TopsLine> lines;
+    for (const TopsLine &line : all)
+        if (wanted.contains(comparable(line.well)) && !comparable(line.well).isEmpty())
+            lines.append(line);
+    return lines;
 }
 
 } // namespace
@@ -116,43 +173,36 @@ TopsFile parseTops(const QByteArray &bytes)
     for (const QString &line : qAsConst(lines))
         rows.append(fieldsOf(line, separator));
     Columns columns;
-    const bool hasTitles = !rows.isEmpty() && std::none_of(rows.first().begin(), rows.first().end(), isNumber);
-    if (hasTitles) {
+    const auto isNumber = [separator](const QString &field) { return number(field, separator).has_value(); };
+    if (!rows.isEmpty() && std::none_of(rows.first().begin(), rows.first().end(), isNumber)) {
         columns = columnsOfTitles(rows.first());
         rows.removeFirst();
+        takeUnits(&rows, &columns);
     }
     if (columns.depth < 0 || columns.name < 0) {
-        const Columns found = columnsOfValues(rows);
+        const Columns found = columnsOfValues(rows, separator);
         columns.depth = columns.depth < 0 ? found.depth : columns.depth;
         columns.name = columns.name < 0 ? found.name : columns.name;
     }
     file.hasWells = columns.well >= 0;
-    int leftOut = 0;
+    file.unit = columns.unit;
     for (const QStringList &row : qAsConst(rows)) {
-        const std::optional<double> depth = base::parseNumber(row.value(columns.depth));
-        const QString name = row.value(columns.name);
-        if (depth && *depth >= 0 && !name.isEmpty())
-            file.lines.append({row.value(columns.well), name, *depth});
-        else
-            ++leftOut;
+        const std::optional<double> depth = number(row.value(columns.depth), separator);
+        const TopsLine line{row.value(columns.well), row.value(columns.name), depth.value_or(0)};
+        const bool isTop = depth && *depth >= 0 && !line.name.isEmpty();
+        (isTop ? file.lines : file.leftOut).append(line);
     }
-    if (leftOut > 0)
-        file.notices.append(QStringLiteral("Lines without a name or a depth are left out: %1.").arg(leftOut));
     return file;
 }
 
 QVector<TopsLine> topsOf(const TopsFile &file, const QStringList &names)
 {
-    if (!file.hasWells)
-        return file.lines;
-    QStringList wanted;
-    for (const QString &name : names)
-        wanted.append(comparable(name));
-    QVector<TopsLine> lines;
-    for (const TopsLine &line : file.lines)
-        if (wanted.contains(comparable(line.well)) && !comparable(line.well).isEmpty())
-            lines.append(line);
-    return lines;
+    return file.hasWells ? linesOf(file.lines, names) : file.lines;
+}
+
+int leftOutOf(const TopsFile &file, const QStringList &names)
+{
+    return file.hasWells ? linesOf(file.leftOut, names).size() : file.leftOut.size();
 }
 
 } // namespace survey

@@ -1,10 +1,12 @@
 #pragma once
 
-#include "host/hostrecords.h"
+#include "survey/depthunit.h"
 
 #include <QByteArray>
 #include <QStringList>
 #include <QVector>
+
+#include <optional>
 
 namespace survey {
 
@@ -19,17 +21,21 @@ struct TopsLine
 struct TopsFile
 {
     QVector<TopsLine> lines;
-    QStringList notices; ///< sentences: what was left out
+    QVector<TopsLine> leftOut; ///< those without a name or a depth
+    std::optional<DepthUnit> unit; ///< where the titles tell it
     bool hasWells = false;
 };
 
 /// Reads a table of tops as text: fields between tabs, semicolons, commas or blanks, with or without a line of titles.
-/// Titles tell the columns ("MD", "Formation", "Well" and the like); without them the first column of numbers is the depth
-/// and the first of texts the name. Lines without a name or a depth are left out.
+/// Titles tell the columns ("MD", "Formation", "Well" and the like) and may tell the unit of the depths, there ("MD (ft)")
+/// or in a line of units below; without them the first column of numbers is the depth and the first of texts the name.
+/// Decimals have a point, or a comma where commas part no fields. Lines without a name or a depth are left out.
 TopsFile parseTops(const QByteArray &bytes);
 
 /// The tops of one well: all of a file of one well, else those whose well is one of \a names (the well's name, its UWI),
 /// whatever their letter case, blanks and punctuation.
 QVector<TopsLine> topsOf(const TopsFile &file, const QStringList &names);
+/// How many lines of the well are left out.
+int leftOutOf(const TopsFile &file, const QStringList &names);
 
 } // namespace survey

@@ -391,18 +391,19 @@ void WellContents::importTops()
                          : QStringLiteral("The file holds no line with a name and a depth."));
         return;
     }
-    const survey::TopsMerge merge = survey::withTops(m_markers, tops, m_unit, m_totalDepthM);
+    const survey::DepthUnit unit = file.unit.value_or(m_unit);
+    const survey::TopsMerge merge = survey::withTops(m_markers, tops, unit, m_totalDepthM);
     const QString count = tops.size() == 1 ? QStringLiteral("1 top") : QStringLiteral("%1 tops").arg(tops.size());
     QString found = QStringLiteral("%1 for the well \"%2\", depths in %3: %4 new, %5 with another depth.")
-                        .arg(count, m_well.name, survey::pluralName(m_unit), QString::number(merge.added),
+                        .arg(count, m_well.name, survey::pluralName(unit), QString::number(merge.added),
                              QString::number(merge.moved));
     if (!merge.repeated.isEmpty())
         found += QStringLiteral("\nAt several depths, and so with a number behind the further ones: %1.")
                      .arg(firstOf(merge.repeated));
     if (!merge.outside.isEmpty())
         found += QStringLiteral("\nBelow the total depth and so left out: %1.").arg(firstOf(merge.outside));
-    for (const QString &notice : file.notices)
-        found += QLatin1Char('\n') + notice;
+    if (const int leftOut = survey::leftOutOf(file, {m_well.name}); leftOut > 0)
+        found += QStringLiteral("\nLines without a name or a depth are left out: %1.").arg(leftOut);
     if (!merge.changesAnything()) {
         m_asker.inform(title, found + QStringLiteral("\nThere is nothing to change."));
         return;

@@ -15,6 +15,8 @@ class TestTopsFile : public QObject
 private slots:
     void formats_data();
     void formats();
+    void units_data();
+    void units();
     void wells();
     void markers();
     void namesThatComeAgain();
@@ -46,6 +48,9 @@ void TestTopsFile::formats_data()
     QTest::newRow("titles in another order") << QByteArray("TVD,MD,Zone Name\n90,100.5,Upper Sst\n180,200,Lower\n");
     QTest::newRow("comments and gaps") << QByteArray(
         "# tops\n\nUpper Sst\t100.5\nNothing\t\n\t300\nBelow\t-9999\nLower\t200\n");
+    QTest::newRow("decimal commas, tabs") << QByteArray("Name\tMD\nUpper Sst\t100,5\nLower\t200,0\n");
+    QTest::newRow("decimal commas, semicolons") << QByteArray("Upper Sst;100,5\nLower;200\n");
+    QTest::newRow("decimal commas, depth first") << QByteArray("100,5;Upper Sst\n200,0;Lower\n");
 }
 
 void TestTopsFile::formats()
@@ -54,13 +59,45 @@ void TestTopsFile::formats()
     const TopsFile file = parseTops(bytes);
     QCOMPARE(summary(file.lines), QStringLiteral("Upper Sst@100.5|Lower@200"));
     QVERIFY(!file.hasWells);
-    QCOMPARE(file.notices.join(u' '),
-             bytes.startsWith('#') ? QStringLiteral("Lines without a name or a depth are left out: 3.") : QString());
+    QCOMPARE(leftOutOf(file, {}), bytes.startsWith('#') ? 3 : 0);
+    QVERIFY(!file.unit);
     QCOMPARE(summary(topsOf(file, {QStringLiteral("any")})), summary(file.lines));
+}
+
+void TestTopsFile::units_data()
+{
+    QTest::addColumn<QByteArray>("titles");
+    QTest::addColumn<int>("unit"); // -1: not told
+    const int metre = static_cast<int>(DepthUnit::Metre);
+    const int foot = static_cast<int>(DepthUnit::Foot);
+    QTest::newRow("none") << QByteArray("Name;MD") << -1;
+    QTest::newRow("another word") << QByteArray("Name;Depth KB") << -1;
+    QTest::newRow("brackets") << QByteArray("Name;MD [m]") << metre;
+    QTest::newRow("feet") << QByteArray("Name;Depth (ft)") << foot;
+    QTest::newRow("written out") << QByteArray("Name;Top, feet") << foot;
+    QTest::newRow("joined") << QByteArray("Name;TOPDEPTH_M") << metre;
+    QTest::newRow("below") << QByteArray("Name;MD\n;ft") << foot;
+    QTest::newRow("below counts") << QByteArray("Name;MD m\n;FEET") << foot;
+    QTest::newRow("below another") << QByteArray("Name;MD\n;km") << -1;
+}
+
+// A file in feet is not read as metres when its titles say what it is in.
+void TestTopsFile::units()
+{
+    QFETCH(QByteArray, titles);
+    QFETCH(int, unit);
+    const TopsFile file = parseTops(titles + "\nUpper Sst;100,5\nLower;200\n");
+    QCOMPARE(summary(file.lines), QStringLiteral("Upper Sst@100.5|Lower@200"));
+    QCOMPARE(file.unit ? static_cast<int>(*file.unit) : -1, unit);
+    QCOMPARE(file.leftOut.size(), titles.endsWith("km") ? 1 : 0);
 }
 
 void TestTopsFile::wells()
 {
+    const TopsFile gaps = parseTops("uwi,form,depth\nA,A,100\nA,B,\nA,,5\nB,A,1\nB,B,none\n");
+    QCOMPARE(leftOutOf(gaps, {QStringLiteral("a")}), 2);
+    QCOMPARE(leftOutOf(gaps, {QStringLiteral("b")}), 1);
+    QCOMPARE(leftOutOf(gaps, {QStringLiteral("c")}), 0);
     const TopsFile file = parseTops("uwi,form,depth\n15/9-F 1,A,100\n15/9-f-1,B,200\nother,A,300\n,C,400\n");
     QVERIFY(file.hasWells);
     QCOMPARE(summary(topsOf(file, {QStringLiteral("15/9-F-1")})), QStringLiteral("A@100|B@200"));

@@ -308,6 +308,14 @@ void TestWellContents::importsTops()
     files::write(m_chosen.first(), "Name,MD\nTop,125\n");
     QTest::mouseClick(button("importTopsButton"), Qt::LeftButton);
     QVERIFY(m_asker.boxes.last().text.startsWith(QLatin1String("1 top for the well")));
+
+    files::write(m_chosen.first(), "Well;Name;MD [ft]\nW-1;Lower;3280,84\nW-1;Gap;\nW-2;Gap;\n");
+    m_asker.answers = {base::BoxButton::Yes};
+    QTest::mouseClick(button("importTopsButton"), Qt::LeftButton);
+    QCOMPARE(m_asker.boxes.last().text,
+             QStringLiteral("1 top for the well \"W-1\", depths in feet: 1 new, 0 with another depth.\n"
+                            "Lines without a name or a depth are left out: 1.\nTake them?"));
+    QVERIFY(markers().contains(QLatin1String("Lower@1000 ")));
 }
 
 void TestWellContents::topsOfAnotherWell()
