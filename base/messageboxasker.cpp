@@ -67,16 +67,27 @@ MessageBoxAsker::MessageBoxAsker(QWidget *parent)
 {
 }
 
+// The window the user works in: over another one, the box would bring that to the front. Right behind a box none is
+// active, until the window system has given the focus back.
+QWidget *MessageBoxAsker::windowBelow()
+{
+    QWidget *below = QApplication::activeModalWidget();
+    if (!below)
+        below = QApplication::activeWindow();
+    if (!below && m_below && m_below->isVisible())
+        below = m_below;
+    if (!below)
+        below = m_parent;
+    m_below = below;
+    return below;
+}
+
 BoxButton MessageBoxAsker::show(const Box &box)
 {
     const NestedEvents events;
-    // Over the window the user works in: over another one, the box would bring that to the front.
-    QWidget *active = QApplication::activeModalWidget();
-    if (!active)
-        active = QApplication::activeWindow();
     // On the heap: the parent may go while the box is shown, and takes the box along.
-    QPointer<QMessageBox> messageBox = new QMessageBox(iconOf(box.icon), box.title, box.text, QMessageBox::NoButton,
-                                                       active ? active : m_parent.data());
+    QPointer<QMessageBox> messageBox =
+        new QMessageBox(iconOf(box.icon), box.title, box.text, QMessageBox::NoButton, windowBelow());
     // Names of wells and files come from data: a "<" in them is a character, not a tag.
     messageBox->setTextFormat(Qt::PlainText);
     for (BoxButton button : box.buttons)

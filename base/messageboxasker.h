@@ -7,7 +7,7 @@
 
 namespace base {
 
-/// Shows boxes as QMessageBox over the active window, or over a parent widget when the program has none.
+/// Shows boxes as QMessageBox over the active window; without one over the window of the box before, or a parent widget.
 class MessageBoxAsker : public Asker
 {
 public:
@@ -16,7 +16,10 @@ public:
     BoxButton show(const Box &box) override;
 
 private:
+    QWidget *windowBelow();
+
     QPointer<QWidget> m_parent;
+    QPointer<QWidget> m_below;
 };
 
 } // namespace base

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/asker.h"
+#include "base/messageboxasker.h"
 
 namespace workbench {
 
@@ -9,6 +9,9 @@ class ActiveWindowAsker : public base::Asker
 {
 public:
     base::BoxButton show(const base::Box &box) override;
+
+private:
+    base::MessageBoxAsker m_boxes;
 };
 
 } // namespace workbench

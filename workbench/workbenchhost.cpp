@@ -3,7 +3,7 @@
 #include "survey/surveyfolder.h"
 #include "workbench/hostaccess.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QMessageBox>
@@ -16,6 +16,7 @@ WorkbenchHost::WorkbenchHost(const QString &dataFolder)
     m_store.setMarkersChanged(
         [this](const QString &key) { tell([&key](host::Listener &listener) { listener.markersChanged(key); }); });
     lorvaSetWorkbenchHost(this);
+    followWindows();
 }
 
 WorkbenchHost::~WorkbenchHost()
@@ -59,6 +60,27 @@ void WorkbenchHost::tell(const Call &call) const
             call(*listener);
 }
 
+// Dialogs and boxes stand for the window that they belong to: they are gone when it matters.
+void WorkbenchHost::followWindows()
+{
+    QObject::connect(qApp, &QApplication::focusChanged, &m_whileAlive, [this](QWidget *, QWidget *now) {
+        QWidget *window = now ? now->window() : nullptr;
+        while (window && window->parentWidget())
+            window = window->parentWidget()->window();
+        if (window)
+            m_lastWindow = window;
+    });
+}
+
+QWidget *WorkbenchHost::windowInUse() const
+{
+    if (QWidget *modal = QApplication::activeModalWidget())
+        return modal;
+    if (QWidget *active = QApplication::activeWindow())
+        return active;
+    return m_lastWindow && m_lastWindow->isVisible() ? m_lastWindow : m_window;
+}
+
 QString WorkbenchHost::surveyDirectory() const
 {
     return m_store.surveyDirectory();
@@ -93,9 +115,10 @@ QIcon WorkbenchHost::icon(const QString &fileName) const
 
 void WorkbenchHost::showError(const QString &text)
 {
-    // On the heap: the window may go while the box is shown, and takes it along.
-    const QPointer<QMessageBox> box =
-        new QMessageBox(QMessageBox::Critical, QStringLiteral("LORVA Workbench"), text, QMessageBox::Ok, m_window);
+    // Over the window in use, which is a plug-in's as well: over another one, the box would bring that to the front. On the
+    // heap: the window may go while the box is shown, and takes it along.
+    const QPointer<QMessageBox> box = new QMessageBox(QMessageBox::Critical, QStringLiteral("LORVA Workbench"), text,
+                                                      QMessageBox::Ok, windowInUse());
     box->setTextFormat(Qt::PlainText);
     box->exec();
     delete box;

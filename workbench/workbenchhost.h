@@ -46,6 +46,8 @@ public:
     void removeListener(host::Listener *listener) override;
 
 private:
+    void followWindows();
+    QWidget *windowInUse() const;
     int append(QMenu *menu, const host::MenuAction &action);
     template<class Call>
     void tell(const Call &call) const;
@@ -54,6 +56,8 @@ private:
     mutable QHash<QString, QIcon> m_icons; ///< by their files' names without the ending
     survey::SurveyStore m_store;
     QPointer<QWidget> m_window;
+    QPointer<QWidget> m_lastWindow; ///< of the windows of workbench and plug-ins the one that had the focus last
+    QObject m_whileAlive;
     QPointer<QMenu> m_menu;
     QPointer<QMenu> m_wellsMenu;
     QHash<int, QPointer<QAction>> m_actions;

@@ -42,6 +42,7 @@ private slots:
     void returnIsTheFirstButton();
     void showsTextLiterally();
     void isOverItsParent();
+    void staysOverTheWindowOfTheBoxBefore();
     void survivesItsParent();
     void survivesItsParentWhileTheBoxIsShown();
     void theBoxHasAnArrowWhateverWaitsForIt();
@@ -131,8 +132,7 @@ void TestMessageBoxAsker::escapeIsCancelWhereThatIsOffered()
                         {base::BoxButton::Yes, base::BoxButton::No, base::BoxButton::Cancel}};
     BoxDriver driver;
     base::MessageBoxAsker asker;
-    driver.answers =
-        QStringList{QString(), QStringLiteral("Cancel"), QStringLiteral("No"), QStringLiteral("Yes")};
+    driver.answers = QStringList{QString(), QStringLiteral("Cancel"), QStringLiteral("No"), QStringLiteral("Yes")};
     for (const base::BoxButton expected :
          {base::BoxButton::Cancel, base::BoxButton::Cancel, base::BoxButton::No, base::BoxButton::Yes})
         QCOMPARE(asker.show(box), expected);
@@ -217,6 +217,35 @@ void TestMessageBoxAsker::isOverItsParent()
     base::MessageBoxAsker(&window).inform(QStringLiteral("t"), QStringLiteral("x"));
     QCOMPARE(parent, &window);
     QVERIFY(window.findChildren<QMessageBox *>().isEmpty());
+}
+
+// Closing a box leaves no window active for a moment; the next box must not bring the parent to the front.
+void TestMessageBoxAsker::staysOverTheWindowOfTheBoxBefore()
+{
+    QWidget host;
+    host.show();
+    QPointer<QWidget> window = new QWidget;
+    window->show();
+    window->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    QVector<QWidget *> parents;
+    QTimer presser;
+    connect(&presser, &QTimer::timeout, [&] {
+        if (QWidget *box = QApplication::activeModalWidget()) {
+            parents.append(box->parentWidget());
+            QTest::keyClick(box, Qt::Key_Return);
+        }
+    });
+    presser.start(1);
+    base::MessageBoxAsker asker(&host);
+    asker.inform(QStringLiteral("t"), QStringLiteral("one"));
+    QApplication::setActiveWindow(nullptr);
+    asker.inform(QStringLiteral("t"), QStringLiteral("two"));
+    window->hide();
+    QApplication::setActiveWindow(nullptr);
+    asker.inform(QStringLiteral("t"), QStringLiteral("three"));
+    QCOMPARE(parents, (QVector<QWidget *>{window, window, &host}));
+    delete window;
 }
 
 void TestMessageBoxAsker::survivesItsParent()

@@ -3,7 +3,12 @@
 #include "workbench/hostaccess.h"
 #include "workbenchcontract.h"
 
+#include <QApplication>
+#include <QDialog>
 #include <QFileInfo>
+#include <QLineEdit>
+#include <QTimer>
+#include <QVBoxLayout>
 
 class tst_workbenchhost : public WorkbenchContract
 {
@@ -70,12 +75,55 @@ private slots:
         QCOMPARE(driver.seen.first().buttons, QStringList{"OK"});
     }
 
+    void anErrorIsOverTheWindowInUse()
+    {
+        QWidget plugin;
+        QVBoxLayout layout(&plugin);
+        auto *field = new QLineEdit;
+        layout.addWidget(field);
+        plugin.show();
+        plugin.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&plugin));
+        field->setFocus();
+        QCOMPARE(parentOfTheError(), &plugin);
+        QApplication::setActiveWindow(nullptr); // as for a moment behind a box
+        QCOMPARE(parentOfTheError(), &plugin);
+        auto dialog = std::make_unique<QDialog>(&plugin);
+        (new QLineEdit(dialog.get()))->setFocus();
+        dialog->show();
+        dialog->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(dialog.get()));
+        QCOMPARE(parentOfTheError(), dialog.get());
+        dialog.reset();
+        QApplication::setActiveWindow(nullptr);
+        QCOMPARE(parentOfTheError(), &plugin);
+        plugin.hide();
+        QApplication::setActiveWindow(nullptr);
+        QCOMPARE(parentOfTheError(), m_window.get());
+    }
+
     void aWellWhoseFileIsGoneHasNoHeader()
     {
         const QString key = addNamed("Gone");
         QVERIFY(QFile::remove(m_host->surveyDirectory() + "/WellInfo/Gone.well"));
         QVERIFY(!m_host->wells().header(key).ok());
         QCOMPARE(listedNames(), QStringList{"Gone"});
+    }
+
+private:
+    QWidget *parentOfTheError()
+    {
+        QWidget *parent = nullptr;
+        QTimer presser;
+        connect(&presser, &QTimer::timeout, [&parent] {
+            if (QWidget *box = QApplication::activeModalWidget()) {
+                parent = box->parentWidget();
+                QTest::keyClick(box, Qt::Key_Return);
+            }
+        });
+        presser.start(1);
+        m_host->showError("error");
+        return parent;
     }
 };
 
