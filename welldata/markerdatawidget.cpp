@@ -138,8 +138,10 @@ bool MarkerDataWidget::save()
     table()->finishEditing();
     const QPointer<MarkerDataWidget> self = this;
     const QVector<welldata::TableRow> rows = table()->rows();
-    const QVector<host::Marker> now = data().host.wells().markers(well().key).value;
-    const StoreResult result = store(well(), rows, windowTitle(), welldata::undoneByStoring(m_stored, now, rows));
+    const host::Outcome<QVector<host::Marker>> now = data().host.wells().markers(well().key);
+    // What cannot be read was not deleted; that it cannot be written either is told then.
+    const QStringList undone = now.ok() ? welldata::undoneByStoring(m_stored, now.value, rows) : QStringList();
+    const StoreResult result = store(well(), rows, windowTitle(), undone);
     if (!self || result.isDeclined())
         return false;
     if (!result) {

@@ -109,6 +109,11 @@ void WellsDataManagerWidget::synchronise()
     const bool isSame = m_wells->itemText(index) == name && chosenKey() == key;
     m_shownWell = index;
     if (!isSame) {
+        if (index > 0)
+            for (WellTableEditor *editor :
+                 {static_cast<WellTableEditor *>(m_points), static_cast<WellTableEditor *>(m_zones),
+                  static_cast<WellTableEditor *>(m_markers)})
+                editor->followName(m_wells->itemText(index));
         wellChanged(index);
         return;
     }

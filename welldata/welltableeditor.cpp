@@ -99,6 +99,13 @@ bool WellTableEditor::mayLeave()
     if (!m_isModified || !hasWell())
         return true;
     const QPointer<WellTableEditor> self = this;
+    if (m_data.catalogue.indexOfKey(m_well.key) < 0) {
+        m_data.asker.warn(
+            windowTitle(),
+            QStringLiteral("The survey no longer has the well \"%1\".\nYour changes of its %2 are lost.")
+                .arg(m_well.name, m_dataName));
+        return !self.isNull();
+    }
     const bool saves = m_data.asker.confirm(
         windowTitle(),
         QStringLiteral("You changed the %1 but not saved them.\nWould you like to save them ?").arg(m_dataName));

@@ -25,11 +25,14 @@ public:
     /// saved is gone: ask with mayLeave() first.
     void setWell(const QString &wellName, const QString &wellKey = {});
     const QString &wellName() const { return m_well.name; }
+    /// The well that is shown has another name now, under which the table is saved.
+    void followName(const QString &wellName) { m_well.name = wellName; }
 
     WellDataTable *table() const { return m_table; }
     /// Whether the table holds what is not saved.
     bool isModified() const { return m_isModified; }
-    /// Asks whether to save what is not saved, and saves it. False when that failed and the table should stay.
+    /// Asks whether to save what is not saved, and saves it. False when that failed and the table should stay. Of a well
+    /// that the survey no longer has nothing can be saved, which is told.
     bool mayLeave();
 
 public slots:

@@ -101,6 +101,7 @@ private slots:
         F::typeName(m->markers(), 0, "Upper");
         m->host.storedWells.removeFirst();
         F::click(m->markers(), "updateButton");
+        QVERIFY(m->asker.boxes.isEmpty()); // nobody deleted its markers
         QCOMPARE(m->host.errors, QStringList({"Cannot get data for the selected well"}));
         QCOMPARE(F::status(m->markers()), QString("Error in updating Marker data !"));
         QCOMPARE(F::name(m->markers(), 0), QString("Upper"));

@@ -188,6 +188,39 @@ private slots:
         QCOMPARE(m->markers()->table()->rowCount(), 0);
         QCOMPARE(F::status(m->markers()), QString("Well not selected !"));
     }
+    void whatWasNotSavedOfAVanishedWellIsNotAskedFor()
+    {
+        m->select("W-1");
+        F::typeName(m->markers(), 0, "Upper");
+        F::click(m->zones(), "addButton");
+        m->host.storedWells.removeFirst();
+        m->launch->catalogue.build();
+        m->manager->synchronise();
+        QCOMPARE(m->asker.boxes.size(), 2);
+        QCOMPARE(m->asker.boxes.at(0).text,
+                 QString("The survey no longer has the well \"W-1\".\n"
+                         "Your changes of its perforation zones are lost."));
+        QCOMPARE(m->asker.boxes.at(1).title, QString("Marker(s)"));
+        QCOMPARE(m->asker.boxes.at(1).icon, base::BoxIcon::Warning);
+        QCOMPARE(m->wells()->currentText(), QString("None"));
+        QCOMPARE(m->markers()->table()->rowCount(), 0);
+        QVERIFY(m->host.errors.isEmpty());
+        QVERIFY(!QFileInfo::exists(m->path("/W-1_perforationZone.txt")));
+    }
+    void whatWasNotSavedOfARenamedWellGetsTheNewName()
+    {
+        m->select("W-1");
+        F::click(m->zones(), "addButton");
+        F::typeName(m->zones(), 0, "DST");
+        m->well(m->key1).header.name = "Z-9";
+        m->launch->catalogue.build();
+        m->asker.answers = {base::BoxButton::Yes};
+        m->manager->synchronise();
+        QCOMPARE(m->asker.boxes.size(), 1);
+        QVERIFY(QFileInfo::exists(m->path("/Z-9_perforationZone.txt")));
+        QVERIFY(!QFileInfo::exists(m->path("/W-1_perforationZone.txt")));
+        QCOMPARE(F::name(m->zones(), 0), QString("DST"));
+    }
     void aRenamedWellIsFollowed()
     {
         m->select("W-1");
