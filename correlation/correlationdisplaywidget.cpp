@@ -103,6 +103,7 @@ void CorrelationDisplayWidget::setStatusLabel(const QString &text)
 
 void CorrelationDisplayWidget::showProperties()
 {
+    m_dialog->showFlatMarker(m_view->panel()->flatMarker());
     m_dialog->show();
     m_dialog->raise();
     m_dialog->activateWindow();

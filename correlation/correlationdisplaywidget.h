@@ -54,13 +54,13 @@ public slots:
     void updateData();
     void setPropertyWidget(QWidget *propertyWidget);
     void setStatusLabel(const QString &text);
+    /// Brings the dialog of the properties to the front.
+    void showProperties();
 
 protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
-    void showProperties();
-
     ProjectData &m_data;
     QPointer<QDockWidget> m_dock;
     std::unique_ptr<QGraphicsScene> m_headerScene; ///< outlives the view

@@ -6,6 +6,7 @@
 #include "base/numbers.h"
 #include "base/safename.h"
 #include "correlation/correlationmarkerstable.h"
+#include "correlation/correlationmissing.h"
 #include "correlation/correlationstore.h"
 #include "correlation/correlationwellstable.h"
 #include "correlation/correlationzonestable.h"
@@ -26,7 +27,6 @@
 
 namespace {
 
-constexpr int longestMissingList = 12; // a dialog has no room for more
 constexpr int defaultTrackWidthIndex = 2; // "1.2"
 constexpr int defaultScaleIndex = 2; // "1000"
 const QStringList trackWidths{QStringLiteral("0.75"), QStringLiteral("1"),    QStringLiteral("1.2"),
@@ -258,43 +258,9 @@ void CorrelationPropertiesDialog::followWell(const QString &wellName)
 // Names what a save would lose, since the choosers cannot show it.
 void CorrelationPropertiesDialog::tellMissing(const CorrelationProperties &properties)
 {
-    const correlation::KnownNames known = correlation::knownNames(m_data);
-    QStringList missing;
-    QSet<QString> told;
-    const auto tell = [&missing, &told](const QString &what) {
-        if (!told.contains(what))
-            missing.append(what);
-        told.insert(what);
-    };
-    for (const CorrelationWell &well : properties.wells) {
-        if (!known.isWell(well.wellName))
-            tell(QStringLiteral("the well \"%1\"").arg(well.wellName));
-        else if (!known.isTemplate(well.wellName, well.templateName))
-            tell(QStringLiteral("the template \"%1\" of %2").arg(well.templateName, well.wellName));
-    }
-    QSet<QString> names;
-    for (const QString &name : m_markers->markers())
-        names.insert(name.trimmed());
-    const auto look = [&names, &tell](const QString &marker) {
-        if (!names.contains(marker.trimmed()))
-            tell(QStringLiteral("the marker \"%1\"").arg(marker));
-    };
-    for (const QString &marker : properties.markers)
-        look(marker);
-    for (const CorrelationZone &zone : properties.zones) {
-        if (!zone.isStartUserDepth)
-            look(zone.start);
-        if (!zone.isEndUserDepth)
-            look(zone.end);
-    }
-    m_missing->setVisible(!missing.isEmpty());
-    if (missing.size() > longestMissingList) {
-        const int more = missing.size() - longestMissingList;
-        missing = missing.mid(0, longestMissingList);
-        missing.append(QStringLiteral("and %1 more").arg(more));
-    }
-    m_missing->setText(QStringLiteral("Not found in the survey, and lost when this is saved: %1.")
-                           .arg(missing.join(QStringLiteral(", "))));
+    const QString text = correlation::missingText(properties, correlation::knownNames(m_data), m_markers->markers());
+    m_missing->setText(text);
+    m_missing->setVisible(!text.isEmpty());
 }
 
 void CorrelationPropertiesDialog::refillMarkers()
@@ -323,6 +289,12 @@ void CorrelationPropertiesDialog::refillMarkers()
     m_flatAt->setCurrentIndex(flat.isEmpty() ? 0 : names.indexOf(flat) + 1);
 }
 
+void CorrelationPropertiesDialog::showFlatMarker(const QString &marker)
+{
+    if (!m_isChanged)
+        m_flatAt->setCurrentIndex(marker.isEmpty() ? 0 : qMax(0, m_flatAt->findText(marker)));
+}
+
 void CorrelationPropertiesDialog::templatesChanged()
 {
     m_wells->offerTemplates();
@@ -347,6 +319,7 @@ void CorrelationPropertiesDialog::wellChanged()
 void CorrelationPropertiesDialog::addWellClicked()
 {
     m_wells->addNextWell();
+    m_wells->scrollToBottom();
     wellChanged();
 }
 
@@ -374,6 +347,7 @@ void CorrelationPropertiesDialog::zoneAddClicked()
     zone.isStartUserDepth = zone.isEndUserDepth = false; // the choosers show "User Depth" until something is chosen
     zone.color = QString::fromLatin1(correlation::zoneWithoutColor);
     m_zones->addZone(zone);
+    m_zones->scrollToBottom();
     markChanged();
 }
 
@@ -413,39 +387,52 @@ CorrelationProperties CorrelationPropertiesDialog::collected() const
     return properties;
 }
 
-// Why this cannot be saved; empty when it can.
-QString CorrelationPropertiesDialog::problem(const CorrelationProperties &properties) const
+// Why this cannot be saved, and the widget in which it is mended; no text when it can.
+CorrelationPropertiesDialog::Refusal
+CorrelationPropertiesDialog::refusal(const CorrelationProperties &properties) const
 {
     if (properties.name.isEmpty())
-        return QStringLiteral("Please give correlation name.");
+        return {QStringLiteral("Please give correlation name."), m_name};
     if (properties.wells.isEmpty())
-        return QStringLiteral("Please first add well(s).");
+        return {QStringLiteral("Please first add well(s)."), nullptr};
     const QString nameProblem = base::typedNameProblem(properties.name);
     if (!nameProblem.isEmpty())
-        return nameProblem;
+        return {nameProblem, m_name};
     if (properties.name != m_storedName && correlation::exists(m_data.project, properties.name))
-        return QStringLiteral("'%1' is already exists.\nPlease give a different correlation name.")
-            .arg(properties.name);
+        return {
+            QStringLiteral("'%1' is already exists.\nPlease give a different correlation name.").arg(properties.name),
+            m_name};
     if (!base::parseNumber(m_scale->currentText()))
-        return QStringLiteral("The scale factor \"%1\" is no number.").arg(m_scale->currentText());
+        return {QStringLiteral("The scale factor \"%1\" is no number.").arg(m_scale->currentText()),
+                m_scale->lineEdit()};
     for (int i = 0; i < properties.zones.size(); ++i) {
         const CorrelationZone &zone = properties.zones.at(i);
         const bool isStartGood = !zone.isStartUserDepth || base::parseNumber(zone.start);
         if (isStartGood && (!zone.isEndUserDepth || base::parseNumber(zone.end)))
             continue;
         const QString name = zone.name.isEmpty() ? QString() : QStringLiteral(" \"%1\"").arg(zone.name);
-        return QStringLiteral("The %1 depth of zone %2%3 is neither a marker nor a number.")
-            .arg(isStartGood ? QStringLiteral("end") : QStringLiteral("start"), QString::number(i + 1), name);
+        return {QStringLiteral("The %1 depth of zone %2%3 is neither a marker nor a number.")
+                    .arg(isStartGood ? QStringLiteral("end") : QStringLiteral("start"), QString::number(i + 1), name),
+                isStartGood ? m_zones->endEdit(i) : m_zones->startEdit(i)};
     }
     return {};
+}
+
+void CorrelationPropertiesDialog::refuse(const Refusal &refusal)
+{
+    const QPointer<CorrelationPropertiesDialog> self = this;
+    m_data.asker.warn(windowTitle(), refusal.text);
+    if (!self || !refusal.field)
+        return;
+    refusal.field->setFocus(Qt::OtherFocusReason);
+    refusal.field->selectAll();
 }
 
 bool CorrelationPropertiesDialog::save()
 {
     const CorrelationProperties properties = collected();
-    const QString refusal = problem(properties);
-    if (!refusal.isEmpty()) {
-        m_data.asker.warn(windowTitle(), refusal);
+    if (const Refusal problem = refusal(properties); !problem.text.isEmpty()) {
+        refuse(problem);
         return false;
     }
     const base::WriteResult written = correlation::write(m_data.project, properties);

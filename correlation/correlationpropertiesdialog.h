@@ -3,6 +3,7 @@
 #include "correlation/correlationproperties.h"
 
 #include <QDialog>
+#include <QPointer>
 
 QT_BEGIN_NAMESPACE
 class QCheckBox;
@@ -33,6 +34,8 @@ public:
     bool isStored() const { return m_isStored; }
     /// The marker at which the view is to be flattened since the last save; empty for none. Not stored.
     const QString &flatMarker() const { return m_flatMarker; }
+    /// The view is flattened at this marker now, or at none: the dialog shows it, unless the user edited something.
+    void showFlatMarker(const QString &marker);
     /// Whether the user edited something since it was opened or saved.
     bool isChanged() const { return m_isChanged; }
     /// A well changed in the host, or with an empty name any of them: the choosers offer what there is now. What the user
@@ -62,6 +65,12 @@ public slots:
     void okButtonClicked();
 
 private:
+    struct Refusal
+    {
+        QString text;
+        QPointer<QLineEdit> field; ///< where it is mended; may be null
+    };
+
     QWidget *makeWellsPart();
     QWidget *makeMarkersPart();
     QWidget *makeZonesPart();
@@ -73,7 +82,8 @@ private:
     void tellMissing(const CorrelationProperties &properties);
     void markChanged();
     CorrelationProperties collected() const;
-    QString problem(const CorrelationProperties &properties) const;
+    Refusal refusal(const CorrelationProperties &properties) const;
+    void refuse(const Refusal &refusal);
 
     ProjectData &m_data;
     CorrelationProperties m_saved;

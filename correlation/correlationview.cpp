@@ -63,11 +63,14 @@ CorrelationViewProperty *CorrelationView::panel() const
 
 void CorrelationView::load(const CorrelationProperties &properties, const QString &flatMarker)
 {
+    // A scale that the user chose in the view stays until another one is saved.
+    if (!m_isReady || properties.scale != m_properties.scale) {
+        m_scale = static_cast<float>(properties.scale);
+        m_panel->setScale(properties.scale);
+    }
     m_properties = properties;
     m_wells.forgetTemplates();
-    m_scale = static_cast<float>(properties.scale);
     m_panel->setCorrelationName(properties.name);
-    m_panel->setScale(properties.scale);
     m_panel->setMarkers(properties.markers);
     m_panel->setFlatMarker(flatMarker);
     m_flatMarker = m_panel->flatMarker();
@@ -148,7 +151,7 @@ void CorrelationView::redraw()
 
 void CorrelationView::addNote(const QString &note)
 {
-    m_notes += (m_notes.isEmpty() ? QString() : QStringLiteral("; ")) + note;
+    m_notes += (m_notes.isEmpty() ? QString() : QStringLiteral(". ")) + note;
 }
 
 // The well that is looked at keeps the measured depth in the middle of the view; the others follow it.
@@ -228,7 +231,7 @@ void CorrelationView::placeWell(const CorrelationWell &named)
 {
     const CorrelationWells::Well *well = m_wells.well(named.wellName);
     if (!well) {
-        addNote(QStringLiteral("the survey has no well \"%1\"").arg(named.wellName));
+        addNote(QStringLiteral("The survey has no well \"%1\"").arg(named.wellName));
         return;
     }
     bool isTemplateGone = false;

@@ -53,11 +53,21 @@ QComboBox *CorrelationZonesTable::makeChooser(const QString &name)
     return box;
 }
 
-// What is typed is a depth, also where a marker was chosen.
+QLineEdit *CorrelationZonesTable::startEdit(int row) const
+{
+    return chooser(row, startColumn)->lineEdit();
+}
+
+QLineEdit *CorrelationZonesTable::endEdit(int row) const
+{
+    return chooser(row, endColumn)->lineEdit();
+}
+
+// What is typed is a depth, also where a marker was chosen. Decimals are written with a point.
 void CorrelationZonesTable::typedInto(QComboBox *chooser)
 {
     QLineEdit *edit = chooser->lineEdit();
-    const QString text = edit->text();
+    const QString text = edit->text().replace(u',', u'.');
     const int cursor = edit->cursorPosition();
     {
         const QSignalBlocker blocker(chooser);

@@ -6,6 +6,7 @@
 
 QT_BEGIN_NAMESPACE
 class QComboBox;
+class QLineEdit;
 QT_END_NAMESPACE
 
 /// The zones of a correlation: name, choosers of start and end that also take a typed depth, colour, visibility.
@@ -26,6 +27,10 @@ public:
     /// Removes the current row, or the last one when none is current.
     void removeZone();
     QVector<CorrelationZone> zones() const;
+
+    /// The lines into which a depth is typed.
+    QLineEdit *startEdit(int row) const;
+    QLineEdit *endEdit(int row) const;
 
     QColor zoneColor(int row) const;
     void setZoneColor(int row, const QColor &color);

@@ -41,6 +41,15 @@ QPushButton *makeButton(const char *text, const char *name)
     return button;
 }
 
+// Of a column of choosers, in which the longest text is whole.
+int widthFor(const FillLimitModel &limits)
+{
+    QComboBox box;
+    for (int row = 0; row < limits.rowCount(); ++row)
+        box.addItem(limits.index(row, 0).data().toString());
+    return box.sizeHint().width() + 1; // the grid's line
+}
+
 bool isActivation(int key)
 {
     return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_F2;
@@ -85,6 +94,8 @@ DefTempTrackWidget::DefTempTrackWidget(TemplateChoices &choices, QAbstractItemMo
     header->setFixedHeight(2 * header->fontMetrics().lineSpacing() + headerMargin);
     for (int column = 0; column < curvecolumn::Count; ++column)
         m_table->setColumnWidth(column, columnWidths[column]);
+    m_table->setColumnWidth(curvecolumn::LeftLimit, widthFor(*m_models.leftLimits));
+    m_table->setColumnWidth(curvecolumn::RightLimit, widthFor(*m_models.rightLimits));
     base::keepColumns(header, QStringLiteral("templateCurves"));
     m_table->installEventFilter(this);
     m_viewport->installEventFilter(this);

@@ -228,13 +228,18 @@ void TemplateDialog::updatePreview()
 // Boxes come one at a time; the first wrong value gets the keyboard focus.
 bool TemplateDialog::isCorrect()
 {
-    if (name().isEmpty()) {
-        warn(QStringLiteral("Please first enter template name !"));
+    const QString nameProblem =
+        name().isEmpty() ? QStringLiteral("Please first enter template name !") : base::typedNameProblem(name());
+    if (!nameProblem.isEmpty()) {
+        const QPointer<QLineEdit> field = m_name;
+        warn(nameProblem);
+        if (field) {
+            field->setFocus(Qt::OtherFocusReason);
+            field->selectAll();
+        }
         return false;
     }
-    const QString nameProblem = base::typedNameProblem(name());
-    const QString refusal = nameProblem.isEmpty() ? problem() : nameProblem;
-    if (!refusal.isEmpty()) {
+    if (const QString refusal = problem(); !refusal.isEmpty()) {
         warn(refusal);
         return false;
     }

@@ -108,6 +108,8 @@ void ColumnImportDialog::build()
     grid->setColumnStretch(2, 1);
     connect(browse, &QPushButton::clicked, this, &ColumnImportDialog::browseBtnClicked);
     connect(import, &QPushButton::clicked, this, &ColumnImportDialog::importBtnClicked);
+    // Enter shows the file as it is now, also the one that is shown already.
+    connect(m_path, &QLineEdit::returnPressed, this, [this] { m_shownPath.clear(); });
     connect(m_path, &QLineEdit::editingFinished, this, &ColumnImportDialog::showFile);
 }
 

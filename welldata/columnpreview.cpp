@@ -15,8 +15,8 @@ namespace {
 constexpr int longestLine = 100'000; // characters; a file without line ends is one line, and its first part tells
 constexpr int sliceBytes = 2'000'000;
 constexpr int alignedLines = 200; // of the file's beginning; their fields stand below each other
-constexpr int narrowestColumnPx = 40;
 constexpr int widestColumnPx = 320;
+constexpr int rulerMarginPx = 4; // left and right of a text of the ruler, and between its boxes
 
 // A colour between the two, for light and dark palettes.
 QColor between(const QColor &a, const QColor &b, double share)
@@ -69,14 +69,14 @@ protected:
         const QStringList texts = m_preview->rulerTexts();
         for (int i = 0; i < columns.size(); ++i) {
             const bool isChosen = m_preview->m_columns.contains(columns.at(i).number);
-            const int right = i + 1 < columns.size() ? columns.at(i + 1).left - 4 : width();
-            const int textWidth = fontMetrics().horizontalAdvance(texts.at(i)) + 8;
+            const int right = i + 1 < columns.size() ? columns.at(i + 1).left - rulerMarginPx : width();
+            const int textWidth = fontMetrics().horizontalAdvance(texts.at(i)) + 2 * rulerMarginPx;
             const int left = columns.at(i).left + offset;
             const QRect box(left, 2, qMin(textWidth, right + offset - left), height() - 4);
             if (isChosen)
                 painter.fillRect(box, palette().highlight());
             painter.setPen(palette().color(isChosen ? QPalette::HighlightedText : QPalette::WindowText));
-            painter.drawText(box.adjusted(4, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, texts.at(i));
+            painter.drawText(box.adjusted(rulerMarginPx, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter, texts.at(i));
         }
     }
 
@@ -119,7 +119,7 @@ void ColumnFileText::setBytes(const QByteArray &bytes)
 // One distance of tab stops serves all columns: that of the widest field.
 void ColumnFileText::alignColumns()
 {
-    int widest = narrowestColumnPx;
+    int widest = m_narrowestPx;
     QTextBlock block = document()->firstBlock();
     for (int line = 0; line < alignedLines && block.isValid(); ++line, block = block.next()) {
         const QStringList fields = block.text().left(longestLine / 100).split(QLatin1Char('\t'));
@@ -127,6 +127,15 @@ void ColumnFileText::alignColumns()
             widest = qMax(widest, fontMetrics().horizontalAdvance(fields.at(field)));
     }
     setTabStopDistance(qMin(widest, widestColumnPx) + fontMetrics().averageCharWidth() * 2);
+}
+
+void ColumnFileText::setNarrowestColumn(int px)
+{
+    if (px == m_narrowestPx)
+        return;
+    m_narrowestPx = px;
+    alignColumns();
+    mark();
 }
 
 void ColumnFileText::showMoreAtEnd()
@@ -267,21 +276,34 @@ void ColumnPreview::setChoice(int headerLines, const QVector<int> &columns, cons
 {
     m_columns = columns;
     m_labels = labels;
+    m_text->setNarrowestColumn(widestRulerTextPx());
     m_text->setHeaderLines(headerLines);
     m_text->setColumns(columns);
     m_ruler->update();
 }
 
+int ColumnPreview::widestRulerTextPx() const
+{
+    int widest = 0;
+    for (int i = 0; i < m_columns.size(); ++i)
+        widest = qMax(widest, m_ruler->fontMetrics().horizontalAdvance(rulerText(m_columns.at(i))));
+    return widest + 3 * rulerMarginPx;
+}
+
+QString ColumnPreview::rulerText(int column) const
+{
+    QStringList words{QString::number(column)};
+    for (int i = 0; i < m_columns.size(); ++i)
+        if (m_columns.at(i) == column)
+            words.append(m_labels.value(i));
+    return words.join(QLatin1Char(' '));
+}
+
 QStringList ColumnPreview::rulerTexts() const
 {
     QStringList texts;
-    for (const ColumnFileText::Column &column : m_text->columnsInView()) {
-        QStringList words{QString::number(column.number)};
-        for (int i = 0; i < m_columns.size(); ++i)
-            if (m_columns.at(i) == column.number)
-                words.append(m_labels.value(i));
-        texts.append(words.join(QLatin1Char(' ')));
-    }
+    for (const ColumnFileText::Column &column : m_text->columnsInView())
+        texts.append(rulerText(column.number));
     return texts;
 }
 

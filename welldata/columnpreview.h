@@ -32,6 +32,9 @@ public:
     /// The chosen columns, from 1; their fields show on a ground of their own.
     void setColumns(const QVector<int> &columns);
 
+    /// No column is narrower, so that what is written above it is whole.
+    void setNarrowestColumn(int px);
+
     /// A column of the first line in view that is not passed over.
     struct Column
     {
@@ -61,6 +64,7 @@ private:
     int m_shownLines = 0;
     int m_lineCount = 0;
     int m_headerLines = 0;
+    int m_narrowestPx = 40;
     bool m_isAppending = false;
 };
 
@@ -81,6 +85,8 @@ public:
 
 private:
     void tellHowMuch();
+    int widestRulerTextPx() const;
+    QString rulerText(int column) const;
 
     QWidget *m_ruler;
     ColumnFileText *m_text;

@@ -228,6 +228,9 @@ private slots:
             m->asker.answers = {base::BoxButton::Yes};
             m->click(button);
             QCOMPARE(m->boxTexts(), QStringList(text));
+            auto *field = m->find<QLineEdit>("nameEdit"); // ready for another name
+            QCOMPARE(m->dialog->focusWidget(), static_cast<QWidget *>(field));
+            QCOMPARE(field->selectedText(), field->text());
         }
         QCOMPARE(files::snapshot(m->survey.path()), before);
     }

@@ -13,6 +13,8 @@
 #include <QScrollBar>
 #include <QSet>
 #include <QSignalSpy>
+#include <QStyle>
+#include <QStyleOption>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QWheelEvent>
@@ -66,6 +68,20 @@ private slots:
         QApplication::setActiveWindow(m->dialog.get());
     }
     void cleanup() { m.reset(); }
+
+    void theTextsOfFillLimitsAreWhole()
+    {
+        m->addCurve(0);
+        for (const int column : {LeftLimit, RightLimit}) {
+            QComboBox *box = m->box(0, 0, column);
+            box->setCurrentIndex(1);
+            QStyleOptionComboBox option;
+            option.initFrom(box);
+            const QRect text =
+                box->style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, box);
+            QVERIFY(text.width() > box->fontMetrics().horizontalAdvance(box->currentText()));
+        }
+    }
 
     void theColumns()
     {

@@ -119,6 +119,24 @@ private slots:
         QCOMPARE(image.pixel(left + 1, image.height() / 2), chosen);
         QVERIFY(image.pixel(left - 3, image.height() / 2) != chosen);
     }
+    void whatStandsOverANarrowColumnIsWhole()
+    {
+        const QStringList labels{"Name", "Start Depth", "End Depth"};
+        m_preview->setBytes("A\t1\t2\t3\n");
+        m_preview->setChoice(0, {1, 2, 3}, labels);
+        const auto isWhole = [this] {
+            const QStringList texts = m_preview->rulerTexts();
+            const auto columns = view()->columnsInView();
+            for (int i = 0; i + 1 < columns.size(); ++i)
+                if (columns.at(i + 1).left - columns.at(i).left
+                    < m_preview->fontMetrics().horizontalAdvance(texts.at(i)) + 8)
+                    return false;
+            return true;
+        };
+        QVERIFY(isWhole());
+        m_preview->setBytes("A\t1\t2\t3\n"); // another file
+        QVERIFY(isWhole());
+    }
     void marksFollowThePalette()
     {
         m_preview->setBytes("A\t1\n");

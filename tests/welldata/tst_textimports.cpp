@@ -354,6 +354,9 @@ private slots:
             QCOMPARE(F::find<QPlainTextEdit>(dialog, "fileText")->toPlainText(), QString("Typed\t1\n"));
             QVERIFY(dialog->isVisible());
             QCOMPARE(m->storedNames(m->key1), before);
+            m->writeInput("Typed\t2\n"); // an editor saved it meanwhile
+            QTest::keyClick(line(dialog, "fileEdit"), Qt::Key(key));
+            QCOMPARE(F::find<QPlainTextEdit>(dialog, "fileText")->toPlainText(), QString("Typed\t2\n"));
             delete dialog;
         }
     }
