@@ -313,8 +313,10 @@ RunDialog::End WellImportDialog::importTabs(const QVector<las::ImportTab> &tabs,
 {
     for (int i = 0; i < tabs.size(); ++i) {
         const QString reason = las::stopReason(tabs.at(i), i + 1);
-        if (!reason.isEmpty())
+        if (!reason.isEmpty()) {
+            m_tabs->setCurrentIndex(i); // the one that the box speaks of
             return stop(m_data.asker, windowTitle(), reason);
+        }
         const End end = importRows(tabs.at(i), options, tabs.size() == 1, run);
         if (end != End::Finished)
             return end;

@@ -3,6 +3,7 @@
 #include "tests/las/importfixture.h"
 
 #include <QSignalSpy>
+#include <QTabWidget>
 
 namespace {
 
@@ -58,6 +59,7 @@ void TestWellImportChecks::wellNotSelected()
     QVERIFY(!f.hostLog(text("W-2"), text("SP")));
     QCOMPARE(imported.size(), 1);
     QVERIFY(f.button("importButton")->isEnabled());
+    QCOMPARE(f.dialog->findChild<QTabWidget *>()->currentIndex(), 1); // where a well is to be chosen
 }
 
 void TestWellImportChecks::depthsBeyondTheWell_data()
