@@ -65,7 +65,7 @@ void WorkbenchHost::followWindows()
 {
     QObject::connect(qApp, &QApplication::focusChanged, &m_whileAlive, [this](QWidget *, QWidget *now) {
         QWidget *window = now ? now->window() : nullptr;
-        while (window && window->parentWidget())
+        while (window && window->windowType() != Qt::Window && window->parentWidget())
             window = window->parentWidget()->window();
         if (window)
             m_lastWindow = window;

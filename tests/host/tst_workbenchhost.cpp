@@ -77,7 +77,7 @@ private slots:
 
     void anErrorIsOverTheWindowInUse()
     {
-        QWidget plugin;
+        QWidget plugin(m_window.get(), Qt::Window);
         QVBoxLayout layout(&plugin);
         auto *field = new QLineEdit;
         layout.addWidget(field);
