@@ -9,6 +9,7 @@ PaperView::PaperView(QGraphicsScene *scene, QWidget *parent)
     : QGraphicsView(scene, parent)
 {
     setBackgroundBrush(Qt::white);
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent); // filling it once is enough
 }
 
 // On a screen that scales pixels by a fraction a step of the scroll bar need not be a whole number of pixels: parts
