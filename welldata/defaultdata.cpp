@@ -7,6 +7,12 @@
 
 namespace welldata {
 
+QStringList groupsWithDefaults(const QStringList &groupNames)
+{
+    constexpr int withoutDefaults = 2; // "None" and "Depth"
+    return groupNames.mid(withoutDefaults);
+}
+
 DefaultDataFile parseDefaultData(const QByteArray &bytes)
 {
     using namespace textfields;

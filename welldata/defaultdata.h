@@ -14,6 +14,10 @@ struct DefaultDataFile
     DefaultLogs logs; ///< of the lines of exactly two parts that are not empty
 };
 
+/// The curve groups, of all in their order, of which a log can be the default: a well's depths have none, nor have logs without
+/// a group.
+QStringList groupsWithDefaults(const QStringList &groupNames);
+
 DefaultDataFile parseDefaultData(const QByteArray &bytes);
 /// Whether the first line of a file is that of the well's.
 bool isOfWell(const DefaultDataFile &file, const QString &wellName);

@@ -27,7 +27,6 @@ constexpr char rowProperty[] = "row";
 constexpr char columnProperty[] = "column";
 constexpr char logProperty[] = "logName";
 constexpr char groupProperty[] = "groupName";
-constexpr int groupsNotOffered = 2; // "None" and "Depth"
 constexpr int groupWidthPx = 190;
 constexpr int nameWidthPx = 220;
 
@@ -54,7 +53,7 @@ void DefaultDataClass::build()
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->horizontalHeader()->setHighlightSections(false);
     m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 12);
-    m_groups = new QStringListModel(m_data.project.groupNames.mid(groupsNotOffered), this);
+    m_groups = new QStringListModel(welldata::groupsWithDefaults(m_data.project.groupNames), this);
     m_update = new QPushButton(QStringLiteral("Update"));
     m_update->setObjectName(QStringLiteral("updateButton"));
     m_update->setToolTip(QStringLiteral("Store the groups and the default logs of this well"));

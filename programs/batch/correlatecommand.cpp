@@ -20,8 +20,8 @@ QString markersProblem(const QStringList &wanted, const QStringList &known, cons
 {
     for (const QString &name : wanted)
         if (!known.contains(name))
-            return QStringLiteral("No well of the correlation \"%1\" has a marker \"%2\".")
-                .arg(correlationName, name);
+            return QStringLiteral("No well of the correlation \"%1\" has a marker \"%2\"%3.")
+                .arg(correlationName, name, insteadOf(name, known));
     return {};
 }
 
@@ -47,8 +47,9 @@ Result run(Session &session, const Arguments &arguments)
         return Result::failed(problem);
     ProjectData &data = session.project();
     const QString name = arguments.operand(0);
-    if (!correlationNames(data.project).contains(name))
-        return Result::failed(QStringLiteral("The survey has no correlation \"%1\".").arg(name));
+    if (const QStringList names = correlationNames(data.project); !names.contains(name))
+        return Result::failed(
+            QStringLiteral("The survey has no correlation \"%1\"%2.").arg(name, insteadOf(name, names)));
     std::optional<CorrelationProperties> properties =
         correlation::load(data.project, name, correlation::knownNames(data));
     if (!properties)
@@ -108,7 +109,8 @@ Command correlateCommand()
                        "that is broader than its paper goes on beside, with whole tracks on each page.");
     command.operands = {operand("NAME", "the correlation's name", {WordKind::Correlation})};
     command.options = {valueOption("--flat", "MARKER", "Flatten the wells at this marker", {WordKind::PanelMarker})};
-    makeDrawing(&command, WordKind::PanelMarker);
+    makeDrawing(&command, WordKind::PanelMarker, "Draw at 1:N; the correlation's own scale without it",
+                "Draw all markers, none, or those of these names; the correlation's own without it");
     command.example =
         QStringLiteral("correlate \"Kestrane reservoir\" --out panel.pdf --paper continuous --survey Demo");
     command.run = run;

@@ -5,6 +5,7 @@
 #include "programs/batch/commands.h"
 #include "programs/batch/heldsignals.h"
 #include "programs/batch/session.h"
+#include "programs/batch/surveynames.h"
 #include "programs/batch/tables.h"
 #include "welldata/defaultdata.h"
 
@@ -80,10 +81,15 @@ DefaultLogs allLogs(const QString &project, const QStringList &names, const Defa
     return all;
 }
 
+QStringList groups()
+{
+    return welldata::groupsWithDefaults(curveGroupNames());
+}
+
 /// The group of "GROUP=LOG".
 QString groupOf(const QString &pair)
 {
-    return asListed(curveGroupNames(), pair.section(QLatin1Char('='), 0, 0));
+    return asListed(groups(), pair.section(QLatin1Char('='), 0, 0));
 }
 
 Result store(Session &session, const host::WellEntry &well, const QStringList &pairs, DefaultLogs *defaults)
@@ -99,7 +105,8 @@ Result store(Session &session, const host::WellEntry &well, const QStringList &p
     for (const QString &pair : pairs) {
         const QString log = pair.section(QLatin1Char('='), 1);
         if (!log.isEmpty() && !names.contains(log))
-            result.failures.append(QStringLiteral("%1: it has no log \"%2\".").arg(well.name, log));
+            result.failures.append(
+                QStringLiteral("%1: it has no log \"%2\"%3.").arg(well.name, log, insteadOf(log, names)));
         setDefault(defaults, groupOf(pair), log, &lost);
     }
     if (!lost.isEmpty() && !session.isForced())
@@ -151,9 +158,9 @@ QString problem(const Arguments &arguments)
     QStringList seen;
     for (const QString &pair : pairs) {
         const QString group = groupOf(pair);
-        if (!pair.contains(QLatin1Char('=')) || !curveGroupNames().contains(group))
+        if (!pair.contains(QLatin1Char('=')) || !groups().contains(group))
             return QStringLiteral("A default log is given as GROUP=LOG with a curve group (%1), not as \"%2\".")
-                .arg(curveGroupNames().join(QStringLiteral(", ")), pair);
+                .arg(groups().join(QStringLiteral(", ")), pair);
         if (seen.contains(group))
             return QStringLiteral("The group \"%1\" is given twice.").arg(group);
         seen.append(group);

@@ -178,7 +178,7 @@ Result drawPaper(const Session &session, const Drawing &drawing, QGraphicsScene 
 
 } // namespace
 
-void makeDrawing(Command *command, WordKind markers)
+void makeDrawing(Command *command, WordKind markers, const char *scaleHelp, const char *markersHelp)
 {
     Option out =
         valueOption("--out", "FILE",
@@ -188,10 +188,11 @@ void makeDrawing(Command *command, WordKind markers)
     out.isRequired = true;
     command->options += {
         out,
-        valueOption("--scale", "N", "Draw at 1:N", numberRule(1, largestScale)),
-        valueOption("--from", "DEPTH", "Begin at this depth, of the depth type and unit that are drawn",
+        valueOption("--scale", "N", scaleHelp, numberRule(1, largestScale)),
+        valueOption("--from", "DEPTH",
+                    "Begin at this depth, of the depth type and unit that are drawn; at the first one without it",
                     numberRule(-deepest, deepest)),
-        valueOption("--to", "DEPTH", "End at this depth", numberRule(-deepest, deepest)),
+        valueOption("--to", "DEPTH", "End at this depth; at the last one without it", numberRule(-deepest, deepest)),
         valueOption("--type", "TYPE",
                     "Draw measured depths (MD, without the option) or depths below sea level (TVDSS)",
                     choiceOf({QStringLiteral("MD"), QStringLiteral("TVDSS")})),
@@ -200,8 +201,7 @@ void makeDrawing(Command *command, WordKind markers)
             "Draw in metres (METER, without the option) or in feet (FEET); pictures give a foot as much room as a "
             "metre, as the window does, paper is true to scale",
             choiceOf({QStringLiteral("METER"), QStringLiteral("FEET")})),
-        listOption("--markers", "MARKERS", "Draw all markers, none, or those of these names",
-                   {markers, {QStringLiteral("all"), QStringLiteral("none")}}),
+        listOption("--markers", "MARKERS", markersHelp, {markers, {QStringLiteral("all"), QStringLiteral("none")}}),
         valueOption(
             "--paper", "PAPER",
             "Of paper: pages A4 (without the option) or A3, or one continuous sheet as long as the log; an SVG file "
@@ -296,7 +296,7 @@ QString targetProblem(const Session &session, const QString &path)
 {
     const QFileInfo target(path);
     if (!session.isForced() && (target.exists() || target.isSymLink()))
-        return QStringLiteral("The file %1 is there already: with --force it is replaced.").arg(path);
+        return existsProblem(path);
     const base::WriteResult writable = base::checkWritable(path);
     return writable.ok() ? QString() : fileProblem(path, writable.error);
 }

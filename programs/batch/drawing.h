@@ -11,8 +11,8 @@ QT_END_NAMESPACE
 namespace batch {
 
 /// Adds their options, the form of their records and the check of options that exclude each other. \a markers: of which
-/// kind the markers are that may be drawn.
-void makeDrawing(Command *command, WordKind markers);
+/// kind the markers are that may be drawn. The helps of --scale and --markers tell what is drawn without them.
+void makeDrawing(Command *command, WordKind markers, const char *scaleHelp, const char *markersHelp);
 
 /// How a display is to be drawn, from the options.
 struct Drawing

@@ -7,6 +7,7 @@
 #include "programs/batch/commands.h"
 #include "programs/batch/heldsignals.h"
 #include "programs/batch/session.h"
+#include "programs/batch/surveynames.h"
 #include "programs/batch/tables.h"
 #include "programs/batch/workers.h"
 
@@ -91,7 +92,7 @@ bool WellExport::chooseLogs()
             m_logs.append({names.at(row), row});
     for (const QString &name : qAsConst(m_order.wanted))
         if (!names.contains(name))
-            fail(QStringLiteral("it has no log \"%1\".").arg(name));
+            fail(QStringLiteral("it has no log \"%1\"%2.").arg(name, insteadOf(name, names)));
     if (names.isEmpty())
         fail(QStringLiteral("it has no logs."));
     return !m_logs.isEmpty() && m_result.failures.isEmpty();
@@ -101,7 +102,7 @@ bool WellExport::mayWrite(const QString &path)
 {
     if (m_order.isForced || !QFileInfo::exists(path))
         return true;
-    fail(QStringLiteral("%1 exists; --force replaces it.").arg(path));
+    fail(existsProblem(path));
     return false;
 }
 

@@ -80,17 +80,18 @@ QString usageOf(const Command &command)
         if (option.name == QLatin1String("--help"))
             continue;
         const QString repeated = option.isRepeatable ? QStringLiteral("...") : QString();
-        usage += QLatin1Char(' ')
-            + (option.isRequired ? shownOption(option)
-                                 : QLatin1Char('[') + shownOption(option) + QLatin1Char(']') + repeated);
+        const QString shown = shownOption(option).replace(QLatin1Char(' '), QChar(QChar::Nbsp));
+        usage +=
+            QLatin1Char(' ') + (option.isRequired ? shown : QLatin1Char('[') + shown + QLatin1Char(']') + repeated);
     }
     return usage;
 }
 
 QString helpOf(const Command &command)
 {
-    QString text = QStringLiteral("Usage:\n") + wrapped(QStringLiteral("lorva-batch ") + usageOf(command), 2)
-        + QLatin1Char('\n') + wrapped(command.description, 0);
+    QString text = QStringLiteral("Usage:\n") + wrapped(QStringLiteral("lorva-batch ") + usageOf(command), 2);
+    text.replace(QChar(QChar::Nbsp), QLatin1Char(' '));
+    text += QLatin1Char('\n') + wrapped(command.description, 0);
     if (!command.operands.isEmpty())
         text += QLatin1Char('\n');
     for (const Operand &operand : command.operands)

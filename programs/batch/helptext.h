@@ -10,7 +10,8 @@ struct Option;
 
 /// The texts that are made from the tables of the commands; each ends with a line end.
 
-/// "wells [--survey DIR] [--json]" without the program's name and without a line end.
+/// "wells [--survey DIR] [--json]" without the program's name and without a line end. A blank between an option and its value is
+/// one at which no line ends (QChar::Nbsp).
 QString usageOf(const Command &command);
 /// What --help shows of a command.
 QString helpOf(const Command &command);

@@ -189,6 +189,9 @@ Command importCommand()
         "--new-wells a well is made for each new name, as in the workbench, and then wrapped files, files of LAS 3.0 "
         "and "
         "files in feet are read as they are meant. Of a folder all .las files are taken.\n\n"
+        "What would lose or misplace samples is refused: a name of two curves, or of a log that the well has "
+        "already, "
+        "depths that are all the same, wrapped files.\n\n"
         "Afterwards the logs have their curve groups, and each new well its default logs.");
     command.operands = {operand("FILE", "a LAS file, or a folder of them", {WordKind::File})};
     command.operands.last().isRepeatable = true;

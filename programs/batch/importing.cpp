@@ -38,16 +38,14 @@ QJsonObject logRecord(const QString &name, const QString &curve, const QString &
     return {{QStringLiteral("name"), name}, {QStringLiteral("curve"), curve}, {QStringLiteral("group"), group}};
 }
 
-/// The group that a curve is given by the options, else by the project.
-QString groupOf(const QString &mnemonic, const CurveChoice &choice, CurveGroupFinder *known)
+/// The group that the log of a curve has in the end: that of the options, else that of its name. What has none there, or is one
+/// of Others, goes into that of its unit at every launch.
+QString groupOf(const QString &mnemonic, QString unit, const CurveChoice &choice, CurveGroupFinder *known)
 {
-    const auto given = choice.groups.find(mnemonic);
-    return given == choice.groups.end() ? known->group(mnemonic) : *given;
-}
-
-/// The group in which a log of the group ends: those of Others go into that of their unit at every launch.
-QString groupInProject(const QString &group, QString unit)
-{
+    const QString given = choice.groups.value(mnemonic);
+    const QString group = given.isEmpty() ? known->group(mnemonic)
+        : given == QLatin1String("None")  ? known->group(choice.nameOf(mnemonic))
+                                          : given;
     return group == QLatin1String("Others") ? curveGroupOfUnit(unit) : group;
 }
 
@@ -56,7 +54,9 @@ QString groupNotice(const QString &curve, const QString &group, const CurveChoic
 {
     return !choice.groups.contains(curve) || choice.groups.value(curve) == group
         ? QString()
-        : QStringLiteral("%1 goes into the group %2 by its unit, as all logs of the group %3 do.")
+        : QStringLiteral(
+              "%1 goes into the group %2, not into %3: what has no group or is one of Others is grouped by name "
+              "and unit.")
               .arg(las::shortened(curve), group, choice.groups.value(curve));
 }
 
@@ -132,7 +132,7 @@ void WellImport::chooseRows(const QString &path, las::ImportTab *tab)
             continue;
         }
         seen.insert(mnemonic);
-        const QString group = groupInProject(groupOf(mnemonic, m_choice, &m_groups), file.curves.at(i).unit);
+        const QString group = groupOf(mnemonic, file.curves.at(i).unit, m_choice, &m_groups);
         if (const QString notice = groupNotice(mnemonic, group, m_choice); !notice.isEmpty())
             note(path, notice);
         tab->rows.append({i, true, m_choice.nameOf(mnemonic).trimmed(), group});
@@ -307,7 +307,7 @@ QString changeLogs(const CurveChoice &choice, double interval, QVector<host::Log
         if (curves.contains(log.name))
             return clash(curves.value(log.name), curve, log.name);
         curves.insert(log.name, curve);
-        const QString group = groupInProject(groupOf(curve, choice, groups), log.unit);
+        const QString group = groupOf(curve, log.unit, choice, groups);
         if (const QString notice = groupNotice(curve, group, choice); !notice.isEmpty())
             notices->append(notice);
         records->append(logRecord(log.name, curve, group));

@@ -94,14 +94,12 @@ bool needsUnwrapping(const WellInfo &file, int samples)
 
 Result describe(const QString &path)
 {
-    WellInfo file;
-    const int code = file.load(path);
-    if (code != 0 && !file.isTooLarge)
-        return Result::failed(QStringLiteral("%1: %2.").arg(
-            path, code == -1 ? QStringLiteral("there is no such file") : QStringLiteral("it cannot be read")));
     const las::HeaderResult header = las::readHeader(path);
     if (!header.error.isEmpty())
         return Result::failed(header.error);
+    WellInfo file;
+    if (file.load(path) != 0 && !file.isTooLarge)
+        return Result::failed(QStringLiteral("%1: it cannot be read.").arg(path));
     Record record;
     record[QLatin1String("file")] = path;
     record[QLatin1String("well")] = survey::proposeWell(path, header.header).name;
@@ -155,8 +153,8 @@ Command lasCommand()
     command.description = QStringLiteral(
         "Reads each file as the import of the window does and tells what it takes and what it would read wrongly: "
         "wrapped data, repeated sections, lines with too few values, values that are no numbers, depths that repeat, "
-        "turn or leave their step. Lines are counted from 1; of each kind the first ten are named. Nothing is "
-        "written.");
+        "turn or leave their step. Lines are counted from 1; of each kind the first ten are named. It tells why the "
+        "import refuses a file, if it does; what is no LAS file is a failure. Nothing is written.");
     command.operands = {operand("FILE", "a LAS file", {WordKind::File})};
     command.operands.last().isRepeatable = true;
     command.usesSurvey = false;

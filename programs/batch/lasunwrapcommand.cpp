@@ -26,7 +26,7 @@ QString pathOf(const QString &out, int number)
 QString writeProblem(const Session &session, const QString &path, const las::LasCopy &copy)
 {
     if (QFileInfo::exists(path) && !session.isForced())
-        return QStringLiteral("%1 exists; --force replaces it.").arg(path);
+        return existsProblem(path);
     if (session.isDryRun())
         return {};
     const HeldSignals held;

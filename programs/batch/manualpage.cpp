@@ -10,6 +10,7 @@ QString escaped(QString text)
 {
     text.replace(QLatin1Char('\\'), QStringLiteral("\\e"));
     text.replace(QLatin1Char('-'), QStringLiteral("\\-"));
+    text.replace(QChar(QChar::Nbsp), QStringLiteral("\\ "));
     if (text.startsWith(QLatin1Char('.')) || text.startsWith(QLatin1Char('\'')))
         text.prepend(QStringLiteral("\\&"));
     return text;
@@ -83,15 +84,17 @@ QString commonOptions(const QVector<Command> &commands)
 QString manualPage(const QVector<Command> &commands)
 {
     QString page = QStringLiteral(
-        ".TH LORVA\\-BATCH 1 \"\" \"LORVA OS 0.0\" \"User Commands\"\n"
+        ".TH LORVA\\-BATCH 1 \"\" \"LORVA OS 0.0\" \"User Commands\"\n.nh\n.ad l\n"
         ".SH NAME\nlorva\\-batch \\- work on the wells of a survey without a window\n"
         ".SH SYNOPSIS\n.B lorva\\-batch\n.I COMMAND\n[\\fIoptions\\fR]\n"
         ".SH DESCRIPTION\nReads and writes the wells of a survey folder of the OpendTect geoscience platform, and "
-        "the "
-        "project of LORVA OS in it, as the windows do. All depths and elevations are in metres, whatever the unit of "
-        "the "
-        "survey. Nothing is asked: what a window would ask is refused, and the message names the option that says "
-        "\"Yes\".\n");
+        "the project of LORVA OS in it, as the windows do. All depths and elevations are in metres, whatever the "
+        "unit of "
+        "the survey; but las tells those of a file in the file's unit, and \\-\\-from and \\-\\-to of render and "
+        "correlate are of the unit and depth type that are drawn. Nothing is asked: what a window would ask is "
+        "refused, "
+        "and the message names the option that says \"Yes\". Words between commas, files and wells that are given "
+        "twice count once.\n");
     page += QStringLiteral(".SH OPTIONS OF MANY COMMANDS\n") + commonOptions(commands);
     page += QStringLiteral(".SH COMMANDS\n");
     for (const Command &command : commands)

@@ -102,8 +102,8 @@ QString sheetOf(const QVector<Field> &fields, const Record &record)
     QString text;
     for (const Field &field : fields) {
         const QJsonValue value = record.value(field.key);
-        if (field.heading.isEmpty())
-            continue;
+        if (field.heading.isEmpty() || value.isUndefined())
+            continue; // the latter where the field is not of this record
         const bool isList = field.kind == Field::Kind::Texts || field.kind == Field::Kind::Records;
         if (isList && value.toArray().isEmpty())
             continue;

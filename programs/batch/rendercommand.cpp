@@ -32,8 +32,8 @@ QString shownProblem(const ProjectData &data, const DrawnWell &shown)
         return {};
     if (known.isEmpty())
         return QStringLiteral("The survey has no templates yet: the first launch of the plug-in makes some.");
-    return QStringLiteral("The well \"%1\" has no template \"%2\"; there are %3.")
-        .arg(shown.wellName, shown.templateName, known.join(QStringLiteral(", ")));
+    return QStringLiteral("The well \"%1\" has no template \"%2\"%3.")
+        .arg(shown.wellName, shown.templateName, insteadOf(shown.templateName, known));
 }
 
 // The markers in the order of the well's; \a missing those of other names.
@@ -50,6 +50,14 @@ QVector<WellMarker> wantedMarkers(const Drawing &drawing, const QVector<WellMark
         missing->removeAll(marker.name);
     }
     return wanted;
+}
+
+QStringList namesOf(const QVector<WellMarker> &markers)
+{
+    QStringList names;
+    for (const WellMarker &marker : markers)
+        names.append(marker.name);
+    return names;
 }
 
 /// Puts the markers where the display has their depths; gives the names of those that it has not.
@@ -149,8 +157,9 @@ Result run(Session &session, const Arguments &arguments)
         QStringList missing;
         const QVector<WellMarker> wanted = wantedMarkers(drawing, all.value_or(QVector<WellMarker>()), &missing);
         if (!missing.isEmpty())
-            return Result::failed(QStringLiteral("The well \"%1\" has no marker \"%2\".")
-                                      .arg(shown.wellName, missing.join(QStringLiteral("\", \""))));
+            return Result::failed(QStringLiteral("The well \"%1\" has no marker \"%2\"%3.")
+                                      .arg(shown.wellName, missing.join(QStringLiteral("\", \"")),
+                                           insteadOf(missing.first(), namesOf(all.value_or(QVector<WellMarker>())))));
         for (const QString &name : addMarkers(scene, shown.wellName, wanted))
             if (drawing.markers == Drawing::Markers::Named)
                 result.notices.append(QStringLiteral("The marker \"%1\" is outside the depth range.").arg(name));
@@ -178,9 +187,11 @@ Command renderCommand()
                                          "page; each page has the headers, continues at the depth where the last one "
                                          "ended, and tells well, scale, depths "
                                          "and its number.");
-    command.operands = {operand("WELL", "the well's name, and behind a colon the template's: \"Default\" without one",
+    command.operands = {operand("WELL[:TEMPLATE]",
+                                "the well's name, and behind a colon the template's: \"Default\" without one",
                                 {WordKind::DrawnWell})};
-    makeDrawing(&command, WordKind::Marker);
+    makeDrawing(&command, WordKind::Marker, "Draw at 1:N; 1000 without it",
+                "Draw all markers, those of these names, or none: so without the option");
     command.example =
         QStringLiteral("render Aldra-1:Simple --out Aldra-1.pdf --scale 500 --markers all --survey Demo");
     command.run = run;

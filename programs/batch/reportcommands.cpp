@@ -19,7 +19,7 @@ Result report(Session &session, const QStringList &paths, const Writer &write)
     Result result;
     for (const QString &path : paths)
         if (QFileInfo::exists(path) && !session.isForced())
-            result.failures.append(QStringLiteral("%1 exists; --force replaces it.").arg(path));
+            result.failures.append(existsProblem(path));
     if (!result.failures.isEmpty())
         return result;
     if (!session.isDryRun()) {

@@ -56,6 +56,12 @@ struct Result
     }
 };
 
+/// What a file or template that is there and may not be replaced is told with, as a sentence.
+inline QString existsProblem(const QString &what)
+{
+    return what + QStringLiteral(" exists; --force replaces it.");
+}
+
 /// A number as JSON: null where it is none. A number of single precision gets the fewest digits that mean it.
 QJsonValue jsonNumber(double value);
 QJsonValue jsonNumber(float value);

@@ -4,6 +4,7 @@
 #include "datastore/curvegrouptable.h"
 #include "datastore/projectseeds.h"
 #include "programs/batch/arguments.h"
+#include "programs/batch/surveynames.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -144,7 +145,9 @@ host::Outcome<host::WellEntry> Session::well(const QString &nameOrKey)
         return {{}, wells.error};
     host::WellEntry found;
     QStringList keys;
+    QStringList names;
     for (const host::WellEntry &entry : wells.value) {
+        names.append(entry.name);
         if (entry.key == nameOrKey)
             return {entry, {}};
         if (entry.name != nameOrKey)
@@ -153,7 +156,7 @@ host::Outcome<host::WellEntry> Session::well(const QString &nameOrKey)
         keys.append(entry.key);
     }
     if (keys.isEmpty())
-        return {{}, QStringLiteral("The survey has no well \"%1\".").arg(nameOrKey)};
+        return {{}, QStringLiteral("The survey has no well \"%1\"%2.").arg(nameOrKey, insteadOf(nameOrKey, names))};
     if (keys.size() > 1)
         return {{},
                 QStringLiteral("Several wells are called \"%1\": give the key of one instead (%2).")

@@ -5,12 +5,15 @@
 #include "las/lasheader.h"
 #include "programs/batch/session.h"
 #include "templates/templatestore.h"
+#include "welldata/defaultdata.h"
 
 #include <QDir>
 
 namespace batch {
 
 namespace {
+
+constexpr int mostListed = 20;
 
 struct NamedKind
 {
@@ -120,6 +123,17 @@ QStringList pairs(const QString &current, const QStringList &first, const QStrin
 
 } // namespace
 
+QString insteadOf(const QString &name, const QStringList &names)
+{
+    const QString other = asListed(names, name);
+    if (names.contains(other))
+        return QStringLiteral("; it is \"%1\"").arg(other);
+    if (names.isEmpty() || names.size() > mostListed)
+        return {};
+    return (names.size() == 1 ? QStringLiteral("; there is %1") : QStringLiteral("; there are %1"))
+        .arg(names.join(QStringLiteral(", ")));
+}
+
 DrawnWell drawnWell(Session &session, const QString &word)
 {
     host::Outcome<host::WellEntry> well = session.well(word);
@@ -194,7 +208,7 @@ QStringList namesToOffer(Session &session, const QString &shellWord, const QStri
     else if (is(WordKind::Correlation))
         names = correlationNames(session.projectPaths());
     else if (is(WordKind::DefaultLog))
-        names = pairs(current, curveGroupNames(), logs(session, operands.mid(0, 1)));
+        names = pairs(current, welldata::groupsWithDefaults(curveGroupNames()), logs(session, operands.mid(0, 1)));
     else if (is(WordKind::Curve))
         names = curves(operands);
     else if (is(WordKind::CurveGroup))

@@ -9,6 +9,9 @@ struct ProjectData;
 /// Names of what a survey and its project hold.
 namespace batch {
 
+/// What follows "has no well NAME": the one of \a names that differs by its letters' case, or all where they are few.
+QString insteadOf(const QString &name, const QStringList &names);
+
 /// "WELL" or "WELL:TEMPLATE"; names of both may hold a ":" themselves.
 struct DrawnWell
 {

@@ -2,6 +2,7 @@
 #include "programs/batch/commands.h"
 #include "programs/batch/heldsignals.h"
 #include "programs/batch/session.h"
+#include "programs/batch/surveynames.h"
 #include "programs/batch/tables.h"
 #include "templates/templatestore.h"
 
@@ -27,6 +28,13 @@ QString shown(const TemplateId &which)
 {
     return which.isGlobal ? QStringLiteral("The template \"%1\"").arg(which.name)
                           : QStringLiteral("The template \"%1\" of the well \"%2\"").arg(which.name, which.wellName);
+}
+
+QString missingProblem(const Project &project, const TemplateId &which)
+{
+    const QStringList known =
+        which.isGlobal ? project.globalTemplateNames : wellTemplateNames(project, which.wellName);
+    return shown(which) + QStringLiteral(" does not exist%1.").arg(insteadOf(which.name, known));
 }
 
 Record recordOf(const Project &project, const TemplateId &which)
@@ -77,7 +85,7 @@ Result runShow(Session &session, const Arguments &arguments)
         return Result::failed(which.error);
     const Project project = session.projectPaths();
     if (!templateExists(project, which.value))
-        return Result::failed(shown(which.value) + QStringLiteral(" does not exist."));
+        return Result::failed(missingProblem(project, which.value));
     Result result;
     for (const TrackInfo &track : loadTemplate(project, which.value)) {
         Record record;
@@ -109,12 +117,12 @@ Result runCopy(Session &session, const Arguments &arguments)
             return Result::failed(error);
     const Project project = session.projectPaths();
     if (!templateExists(project, from.value))
-        return Result::failed(shown(from.value) + QStringLiteral(" does not exist."));
+        return Result::failed(missingProblem(project, from.value));
     const auto files = templateFiles(project, from.value);
     if (!files)
         return Result::failed(shown(from.value) + QStringLiteral(" cannot be read."));
     if (templateExists(project, to.value) && !session.isForced())
-        return Result::failed(shown(to.value) + QStringLiteral(" exists; --force replaces it."));
+        return Result::failed(existsProblem(shown(to.value)));
     if (session.isDryRun()) {
         Record copy = recordOf(project, from.value);
         copy[QLatin1String("name")] = to.value.name;
@@ -136,7 +144,7 @@ Result runDelete(Session &session, const Arguments &arguments)
         return Result::failed(which.error);
     const Project project = session.projectPaths();
     if (!templateExists(project, which.value))
-        return Result::failed(shown(which.value) + QStringLiteral(" does not exist."));
+        return Result::failed(missingProblem(project, which.value));
     if (!session.isForced())
         return Result::failed(shown(which.value) + QStringLiteral(" is deleted only with --force."));
     const Record record = recordOf(project, which.value);

@@ -95,7 +95,10 @@ private slots:
         QTest::addColumn<QStringList>("words");
         QTest::addColumn<QString>("named");
         QTest::newRow("well") << QStringList{"None such"} << "None such";
-        QTest::newRow("log") << QStringList{"Aldra-1", "--logs", "GR,NONE"} << "Aldra-1: it has no log \"NONE\"";
+        QTest::newRow("log") << QStringList{"Aldra-1", "--logs", "GR,NONE"}
+                             << "Aldra-1: it has no log \"NONE\"; there are GR, SP, ";
+        QTest::newRow("log in other letters")
+            << QStringList{"Aldra-1", "--logs", "rhob"} << "Aldra-1: it has no log \"rhob\"; it is \"RHOB\".";
         QTest::newRow("grid") << QStringList{"Aldra-1", "--interval", "0.00001"} << "from 0.0001 to 1000000";
     }
     void whatCannotBeDoneIsNamed()

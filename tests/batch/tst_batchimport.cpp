@@ -196,8 +196,11 @@ private slots:
         for (const QJsonValue &log : runBatch({"logs", "Aldra-1", "--json"}, m_survey).list("logs"))
             known.append(log.toObject().value("group").toString());
         QCOMPARE(known.mid(known.size() - 2), told);
-        QVERIFY2(run.errors.isEmpty() && run.output.contains("Others") && run.output.contains("its unit"),
+        QVERIFY2(run.errors.isEmpty() && run.output.contains("Others") && run.output.contains("by name and unit"),
                  run.output);
+        const BatchRun none = import({m_las, "--map", "RES=None", "--force", "--json"});
+        QCOMPARE(none.record("imports").value("logs"), run.record("imports").value("logs"));
+        QVERIFY2(none.output.contains("RES goes into the group Resistivity, not into None"), none.output);
         files::write(m_las, lasText("Nova-1"));
         const BatchRun made = import({m_las, "--new-wells", "--json"});
         QCOMPARE(made.record("imports").value("logs"), run.record("imports").value("logs"));

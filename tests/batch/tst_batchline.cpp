@@ -201,8 +201,10 @@ private slots:
              {"lorva-batch rich WELL [FILE...] --out DIR [--logs A,B] [--map A=B]...", "--step M", "The format",
               "--dry-run", "--jobs N", "--survey DIR", "--json", "name", "its name", "\"things\"", "lorva-batch do"})
             QVERIFY2(help.simplified().contains(text), text);
-        for (const QString &line : help.split('\n'))
+        for (const QString &line : help.split('\n')) {
             QVERIFY2(line.size() <= 100, qPrintable(line));
+            QVERIFY2(line.count('[') == line.count(']'), qPrintable(line)); // an option stands on one line
+        }
     }
 
     // The real tables.

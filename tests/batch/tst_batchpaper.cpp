@@ -190,8 +190,7 @@ private slots:
             files::write(file, "old");
             const BatchRun run = render({m_well, "--out", file, "--to", "100"});
             VERIFY_EXIT(1, run);
-            QVERIFY2(run.errors.contains(file + " is there already: with --force it is replaced."),
-                     qPrintable(run.errors));
+            QVERIFY2(run.errors.contains(file + " exists; --force replaces it."), qPrintable(run.errors));
             QCOMPARE(files::read(file), QByteArray("old"));
             files::write(m_files.filePath(".lorva-abcDEF"), "of a program that died");
             VERIFY_EXIT(0, render({m_well, "--out", file, "--to", "100", "--force"}));
@@ -269,11 +268,15 @@ private slots:
         QTest::addColumn<QString>("said");
         const QString pdf = m_files.filePath("none.pdf");
         const QString w = m_well;
-        QTest::newRow("well") << QStringList{"Nobody", "--out", pdf} << "has no well \"Nobody\"";
+        QTest::newRow("well") << QStringList{"Nobody", "--out", pdf}
+                              << "has no well \"Nobody\"; there are Aldra-1, Aldra-2, ";
+        QTest::newRow("well in other letters")
+            << QStringList{"aldra-1", "--out", pdf} << "\"aldra-1\"; it is \"Aldra-1\".";
         QTest::newRow("template") << QStringList{w + ":Nothing", "--out", pdf}
                                   << "has no template \"Nothing\"; there are ";
-        QTest::newRow("no template") << QStringList{w + ":", "--out", pdf} << "has no template \"\"";
-        QTest::newRow("marker") << QStringList{w, "--out", pdf, "--markers", "Ghost"} << "has no marker \"Ghost\".";
+        QTest::newRow("no template") << QStringList{w + ":", "--out", pdf} << "has no template \"\"; there are ";
+        QTest::newRow("marker") << QStringList{w, "--out", pdf, "--markers", "Ghost"}
+                                << "has no marker \"Ghost\"; there are Ostrel Sandstone, ";
         QTest::newRow("below the log") << QStringList{w, "--out", pdf, "--from", "90000", "--to", "90100"}
                                        << "Nothing lies at 90000 to 90100 m: its depths are 0 to ";
         QTest::newRow("above the log") << QStringList{w, "--out", pdf, "--from=-100", "--to", "0"}
@@ -359,8 +362,10 @@ private slots:
         for (const char *name : {"Nothing", "..", ".", "../Templates"}) {
             const BatchRun run = runBatch({"correlate", name, "--out", pdf, "--survey", m_demo.original()});
             VERIFY_EXIT(1, run);
-            QVERIFY2(run.errors.contains(QStringLiteral("The survey has no correlation \"%1\".").arg(name)),
-                     qPrintable(run.errors));
+            QVERIFY2(
+                run.errors.contains(
+                    QStringLiteral("The survey has no correlation \"%1\"; there is Kestrane reservoir.").arg(name)),
+                qPrintable(run.errors));
         }
         const BatchRun flat = correlate({"--out", pdf, "--flat", "Ghost"});
         VERIFY_EXIT(1, flat);

@@ -140,6 +140,16 @@ private slots:
         VERIFY_EXIT(1, run);
     }
 
+    // Of paper there are pages and no pixels, of a picture the other way round.
+    void peopleReadTheFieldsOfTheirFile()
+    {
+        const QString file = m_demo.newPath() + ".png";
+        const BatchRun run =
+            runBatch({"render", "Aldra-1", "--out", file, "--dry-run", "--survey", m_demo.original()});
+        VERIFY_EXIT(0, run);
+        QVERIFY2(run.output.contains("Width (pixels):") && !run.output.contains("Pages"), run.output);
+    }
+
     void lasTellsAGoodFile()
     {
         const QString path = m_demo.importFile("Aldra-1.las");
@@ -216,7 +226,7 @@ private slots:
         VERIFY_EXIT(1, run);
         QCOMPARE(run.list("files").size(), 1);
         QCOMPARE(run.list("failures").size(), 2);
-        QVERIFY(run.errors.contains("/none.las: there is no such file."));
+        QVERIFY(run.errors.contains("The LAS file /none.las does not exist."));
     }
 
     // What is no LAS file is a failure; of one that an import refuses it is said why.

@@ -57,7 +57,9 @@ private slots:
         const QString page = QString::fromUtf8(run.output).replace("\\-", "-");
         QCOMPARE(run.output, manualPage(commands()).toUtf8());
         for (const Command &command : commands()) {
-            QVERIFY2(command.isHidden != page.contains(".SS \"" + usageOf(command) + '"'), qPrintable(command.name));
+            QVERIFY2(command.isHidden
+                         != page.contains(".SS \"" + usageOf(command).replace(QChar(QChar::Nbsp), "\\ ") + '"'),
+                     qPrintable(command.name));
             if (command.isHidden)
                 continue;
             for (const Option &option : options(command))

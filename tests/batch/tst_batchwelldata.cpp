@@ -252,8 +252,13 @@ private slots:
     {
         const auto before = files::snapshot(m_survey);
         VERIFY_EXIT(1, runBatch({"default-logs", "Aldra-1", "Gamma=NONE"}, m_survey));
-        for (const QStringList &words :
-             {QStringList{"Gamma"}, {"Nonsense=GR"}, {"Gamma=GR", "Gamma=SP"}, {"--dry-run"}, {"--force"}})
+        for (const QStringList &words : {QStringList{"Gamma"},
+                                         {"Nonsense=GR"},
+                                         {"None=GR"}, // no group of the editor
+                                         {"Depth=GR"},
+                                         {"Gamma=GR", "Gamma=SP"},
+                                         {"--dry-run"},
+                                         {"--force"}})
             VERIFY_EXIT(2, runBatch(QStringList{"default-logs", "Aldra-1"} + words, m_survey));
         QCOMPARE(files::snapshot(m_survey), before);
         files::write(m_survey + "/WLC/DefaultLogs/Aldra-1.txt", "Other well\nGamma|GR\n");
@@ -352,7 +357,10 @@ private slots:
             for (const QJsonValue &curve : track.toObject().value("curves").toArray())
                 hasCurves = hasCurves || curve.toObject().value("group").toString() == "Gamma";
         QVERIFY(hasCurves);
-        VERIFY_EXIT(1, runBatch({"template", "show", "None"}, m_survey));
+        const BatchRun none = runBatch({"template", "show", "petrophysics"}, m_survey);
+        VERIFY_EXIT(1, none);
+        QVERIFY2(none.errors.contains("\"petrophysics\" does not exist; it is \"Petrophysics\"."),
+                 qPrintable(none.errors));
         VERIFY_EXIT(1, runBatch({"template", "show", "Petrophysics", "--well", "Aldra-1"}, m_survey));
     }
 
