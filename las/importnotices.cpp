@@ -26,14 +26,14 @@ QString enumeration(const QStringList &names)
     return names.size() > mostNames ? text + QStringLiteral(" and %1 more").arg(names.size() - mostNames) : text;
 }
 
-QString feet(const WellInfo &file)
+QString feet(const WellInfo &file, const QString &whatIsDone)
 {
     if (!metresPerFeetUnit(file.depthUnit))
         return {};
     const bool isTenthOfInch = file.depthUnit.endsWith(QLatin1String("IN"), Qt::CaseInsensitive);
     return (isTenthOfInch ? QStringLiteral("Depths of this file are in tenths of an inch (.1IN).")
                           : QStringLiteral("Depths of this file are in feet (%1).").arg(file.depthUnit))
-        + QStringLiteral(" They are taken as metres unless \"Convert feet to metres\" is checked.");
+        + QLatin1Char(' ') + whatIsDone;
 }
 
 QString version3(const WellInfo &file)
@@ -174,7 +174,7 @@ QString delimiter(const WellInfo &file)
     return {};
 }
 
-QString repeatedNames(const WellInfo &file)
+QString repeatedNames(const WellInfo &file, const QString &whatIsDone)
 {
     QSet<QString> once;
     QStringList twice;
@@ -189,9 +189,7 @@ QString repeatedNames(const WellInfo &file)
     }
     if (twice.isEmpty())
         return {};
-    return QStringLiteral("Curve names that stand more than once: %1. Give them alternate names, or the later one "
-                          "replaces the earlier.")
-        .arg(enumeration(twice));
+    return QStringLiteral("Curve names that stand more than once: %1. %2").arg(enumeration(twice), whatIsDone);
 }
 
 QString wrapped(const WellInfo &file)
@@ -204,15 +202,16 @@ QString wrapped(const WellInfo &file)
 
 } // namespace
 
-QStringList importNotices(const WellInfo &file, int listedCurves)
+QStringList importNotices(const WellInfo &file, int listedCurves, const NoticeTexts &texts)
 {
     QStringList notices;
     if (file.isTooLarge)
         notices.append(
             QStringLiteral("This file is too large and was not read: it holds 2 GB or more, or more than fits "
                            "into the memory."));
-    notices << wrapped(file) << feet(file) << version3(file) << lowerCaseSections(file) << delimiter(file)
-            << dataSections(file) << firstCurves(file) << titles(file) << unevenRows(file) << repeatedNames(file);
+    notices << wrapped(file) << feet(file, texts.feet) << version3(file) << lowerCaseSections(file) << delimiter(file)
+            << dataSections(file) << firstCurves(file) << titles(file) << unevenRows(file)
+            << repeatedNames(file, texts.repeatedNames);
     if (file.hasTabsInHeader)
         notices.append(
             QStringLiteral("The header holds tabs. They do not end a unit, so units and values behind them "

@@ -294,7 +294,7 @@ QString asListed(const QStringList &choices, const QString &word)
 QString pairProblem(const QString &option, const QString &text)
 {
     const int equals = text.indexOf(QLatin1Char('='));
-    return equals > 0 && equals < text.size() - 1
+    return !text.left(equals).trimmed().isEmpty() && equals >= 0 && !text.mid(equals + 1).trimmed().isEmpty()
         ? QString()
         : QStringLiteral("The option %1 wants two names with \"=\" between them, not \"%2\".").arg(option, text);
 }

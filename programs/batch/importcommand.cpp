@@ -5,6 +5,7 @@
 #include "programs/batch/heldsignals.h"
 #include "programs/batch/importing.h"
 #include "programs/batch/session.h"
+#include "programs/batch/surveynames.h"
 #include "programs/batch/tables.h"
 #include "programs/batch/workers.h"
 #include "survey/lasfiles.h"
@@ -118,17 +119,27 @@ Result importAsNewWells(Session &session, const QStringList &files, const CurveC
     return result;
 }
 
-// Names of curves in an option that were none of those imported: a slip of the pen would go unseen.
-void noteUnusedNames(const char *option, const QHash<QString, QString> &pairs, Result *result)
+/// The curves that were imported; where some files failed, all that the files name.
+QSet<QString> knownCurves(const QStringList &files, const Result &result)
 {
-    QSet<QString> imported;
-    for (const Record &record : qAsConst(result->records))
+    QSet<QString> known;
+    for (const Record &record : result.records)
         for (const QJsonValue &log : record.value(QLatin1String("logs")).toArray())
-            imported.insert(log.toObject().value(QLatin1String("curve")).toString());
+            known.insert(log.toObject().value(QLatin1String("curve")).toString());
+    if (!result.failures.isEmpty())
+        for (const QString &name : curvesOf(files))
+            known.insert(name);
+    return known;
+}
+
+// Names of curves in an option that are none: a slip of the pen would go unseen.
+void noteUnusedNames(const char *option, const QHash<QString, QString> &pairs, const QSet<QString> &known,
+                     Result *result)
+{
     QStringList names = pairs.keys();
     names.sort();
     for (const QString &name : qAsConst(names))
-        if (!imported.contains(name))
+        if (!known.contains(name))
             result->notices.append(
                 QStringLiteral("The option %1 names \"%2\", which is no curve that is imported: nothing came of it.")
                     .arg(QLatin1String(option), name));
@@ -141,8 +152,9 @@ Result run(Session &session, const Arguments &arguments)
     Result result = arguments.has(QStringLiteral("--new-wells"))
         ? importAsNewWells(session, found.files, choice)
         : importIntoWells(session, found.files, arguments, choice);
-    noteUnusedNames("--map", choice.groups, &result);
-    noteUnusedNames("--rename", choice.names, &result);
+    const QSet<QString> curves = knownCurves(found.files, result);
+    noteUnusedNames("--map", choice.groups, curves, &result);
+    noteUnusedNames("--rename", choice.names, curves, &result);
     if (!session.isDryRun() && !result.records.isEmpty())
         assignGroups(session, result);
     if (found.files.isEmpty())

@@ -5,6 +5,7 @@
 #include "datastore/curvegroups.h"
 #include "datastore/defaultlogs.h"
 #include "datastore/unitclassification.h"
+#include "las/feet.h"
 #include "las/importnotices.h"
 #include "las/importrun.h"
 #include "las/lasheader.h"
@@ -13,6 +14,7 @@
 #include "programs/batch/arguments.h"
 #include "programs/batch/heldsignals.h"
 #include "programs/batch/session.h"
+#include "programs/batch/surveynames.h"
 #include "programs/batch/tables.h"
 #include "survey/wellmaker.h"
 
@@ -97,6 +99,8 @@ private:
     void chooseRows(const QString &path, las::ImportTab *tab);
     QString takenNames(const las::ImportTab &tab) const;
     QString nameClash(const las::ImportTab &tab) const;
+    QString unwantedProblem(const WellInfo &file) const;
+    QString depthProblem(const las::ImportTab &tab) const;
     void write(const las::ImportTab &tab);
 
     Session &m_session;
@@ -126,11 +130,8 @@ void WellImport::chooseRows(const QString &path, las::ImportTab *tab)
             && (!m_choice.curves.isEmpty() || !depthCurves.contains(i));
         if (!isWanted)
             continue;
-        if (seen.contains(mnemonic)) {
-            note(path,
-                 QStringLiteral("%1 stands more than once; the first one counts.").arg(las::shortened(mnemonic)));
-            continue;
-        }
+        if (seen.contains(mnemonic))
+            continue; // the file's notices tell it
         seen.insert(mnemonic);
         const QString group = groupOf(mnemonic, file.curves.at(i).unit, m_choice, &m_groups);
         if (const QString notice = groupNotice(mnemonic, group, m_choice); !notice.isEmpty())
@@ -140,6 +141,26 @@ void WellImport::chooseRows(const QString &path, las::ImportTab *tab)
     for (const QString &mnemonic : m_choice.curves)
         if (!seen.contains(mnemonic))
             note(path, QStringLiteral("it has no curve \"%1\" with samples.").arg(mnemonic));
+}
+
+/// Why none of the curves is wanted.
+QString WellImport::unwantedProblem(const WellInfo &file) const
+{
+    QStringList curves;
+    for (const LogCurveData &curve : file.curves)
+        if (!curve.values.isEmpty())
+            curves.append(las::shortened(curve.logName));
+    return QStringLiteral("it has no curve \"%1\" with samples%2.")
+        .arg(m_choice.curves.join(QStringLiteral("\", \"")), insteadOf(m_choice.curves.value(0), curves));
+}
+
+/// Why the well is not deep enough; empty when it is.
+QString WellImport::depthProblem(const las::ImportTab &tab) const
+{
+    const QString problem = las::stopReason(tab, 1);
+    return problem.isEmpty() || m_choice.convertsFeet || !las::metresPerFeetUnit(tab.file->depthUnit)
+        ? problem
+        : problem + QStringLiteral("\nThe depths of the file are in feet: with --convert-feet they become metres.");
 }
 
 /// The names that would replace a log of the well; empty when there are none.
@@ -200,10 +221,10 @@ void WellImport::importFile(const QString &path, double wellMaximumDepth)
     if (problem.isEmpty()) {
         chooseRows(path, &tab);
         if (tab.rows.isEmpty())
-            problem = QStringLiteral("none of its curves is to be imported.");
+            problem = unwantedProblem(file);
     }
     if (problem.isEmpty())
-        problem = las::stopReason(tab, 1);
+        problem = depthProblem(tab);
     if (problem.isEmpty())
         problem = las::refusal({tab}, m_choice.options);
     if (problem.isEmpty())
@@ -217,9 +238,8 @@ void WellImport::importFile(const QString &path, double wellMaximumDepth)
         fail(path, problem);
         return;
     }
-    if (!m_choice.convertsFeet)
-        for (const QString &notice : las::importNotices(file, std::numeric_limits<int>::max()))
-            note(path, notice);
+    for (const QString &notice : fileNotices(file, m_choice.convertsFeet))
+        note(path, notice);
     m_files.append(path);
     write(tab);
 }
@@ -338,6 +358,15 @@ CurveChoice::CurveChoice(const Arguments &arguments)
         group = asListed(curveGroupNames(), group);
     options.isResampling = arguments.has(QStringLiteral("--interval"));
     options.interval = las::floatIntervalFromText(arguments.value(QStringLiteral("--interval")));
+}
+
+QStringList fileNotices(const WellInfo &file, bool convertsFeet)
+{
+    las::NoticeTexts texts;
+    texts.feet = convertsFeet ? QStringLiteral("They are converted to metres.")
+                              : QStringLiteral("They are taken as metres unless --convert-feet is given.");
+    texts.repeatedNames = QStringLiteral("The first of each counts.");
+    return las::importNotices(file, std::numeric_limits<int>::max(), texts);
 }
 
 QString importProblem(const WellInfo &file)

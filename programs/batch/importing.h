@@ -29,6 +29,8 @@ struct CurveChoice
     bool convertsFeet = false;
 };
 
+/// What is unusual about a loaded file, as sentences.
+QStringList fileNotices(const WellInfo &file, bool convertsFeet);
 /// Why the import takes nothing of a loaded file, whatever the well: the end of a sentence on the file. Empty when it does.
 QString importProblem(const WellInfo &file);
 

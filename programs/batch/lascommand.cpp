@@ -1,5 +1,4 @@
 #include "host/hostrecords.h"
-#include "las/importnotices.h"
 #include "las/lasheader.h"
 #include "las/logreader.h"
 #include "las/rowcheck.h"
@@ -15,7 +14,6 @@
 #include <QFileInfo>
 
 #include <algorithm>
-#include <limits>
 
 namespace batch {
 
@@ -119,7 +117,7 @@ Result describe(const QString &path)
         samples = qMax(samples, curve.values.size());
     }
     record[QLatin1String("curves")] = curves;
-    QStringList notices = las::importNotices(file, std::numeric_limits<int>::max());
+    QStringList notices = fileNotices(file, false);
     const QString problem = importProblem(file);
     if (!problem.isEmpty() && !file.wrapped && !file.isTooLarge) // those are among them
         notices.append(QStringLiteral("The import refuses it: ") + problem);

@@ -100,16 +100,6 @@ QStringList templates(Session &session, const QString &well)
     return well.isEmpty() ? project.globalTemplateNames : wellTemplateNames(project, session.well(well).value.name);
 }
 
-QStringList curves(const QStringList &files)
-{
-    QStringList names;
-    for (const QString &file : files)
-        for (const las::HeaderItem &item : las::readHeader(file).header.items)
-            if (item.section == QLatin1Char('C'))
-                names.append(item.mnemonic);
-    return names;
-}
-
 /// "FIRST=" for each of the first names; behind a "=" that is there, "FIRST=SECOND".
 QStringList pairs(const QString &current, const QStringList &first, const QStringList &second)
 {
@@ -172,6 +162,16 @@ QStringList markersOf(const ProjectData &data, const CorrelationProperties &prop
     return names;
 }
 
+QStringList curvesOf(const QStringList &files)
+{
+    QStringList names;
+    for (const QString &file : files)
+        for (const las::HeaderItem &item : las::readHeader(file).header.items)
+            if (item.section == QLatin1Char('C'))
+                names.append(item.mnemonic);
+    return names;
+}
+
 QString shellWordOf(WordKind kind)
 {
     for (const NamedKind &named : namedKinds)
@@ -210,11 +210,11 @@ QStringList namesToOffer(Session &session, const QString &shellWord, const QStri
     else if (is(WordKind::DefaultLog))
         names = pairs(current, welldata::groupsWithDefaults(curveGroupNames()), logs(session, operands.mid(0, 1)));
     else if (is(WordKind::Curve))
-        names = curves(operands);
+        names = curvesOf(operands);
     else if (is(WordKind::CurveGroup))
-        names = pairs(current, curves(operands), curveGroupNames());
+        names = pairs(current, curvesOf(operands), curveGroupNames());
     else if (is(WordKind::CurveName))
-        names = pairs(current, curves(operands), {});
+        names = pairs(current, curvesOf(operands), {});
     names.removeDuplicates();
     return names;
 }

@@ -28,6 +28,9 @@ QStringList correlationNames(const Project &project);
 /// The markers of the correlation's wells, in the order in which they come.
 QStringList markersOf(const ProjectData &data, const CorrelationProperties &properties);
 
+/// The mnemonics that the headers of LAS files name.
+QStringList curvesOf(const QStringList &files);
+
 /// What the shell calls a kind of names; empty where it is no kind of names.
 QString shellWordOf(WordKind kind);
 /// All of them.

@@ -129,7 +129,13 @@ private slots:
         QTest::newRow("wrapped") << lasText("Aldra-1", "M", "YES") << QStringList{} << "las-unwrap";
         QTest::newRow("too deep") << QByteArray(good).replace("STOP.M 1004", "STOP.M 99999") << QStringList{}
                                   << "maximum depth is less than LAS files end depth";
-        QTest::newRow("no curve wanted") << good << QStringList{"--curves", "NONE"} << "none of its curves";
+        QTest::newRow("no curve wanted") << good << QStringList{"--curves", "NONE"}
+                                         << "it has no curve \"NONE\" with samples; there are DEPT, NEW, RES.";
+        QTest::newRow("curve in other letters")
+            << good << QStringList{"--curves", "new"} << "no curve \"new\" with samples; it is \"NEW\".";
+        QTest::newRow("feet below the well")
+            << lasText("Aldra-1", "F").replace("STOP.F 1004", "STOP.F 8900") << QStringList{}
+            << "The depths of the file are in feet: with --convert-feet they become metres.";
         QTest::newRow("no data") << good.left(good.indexOf("~A")) << QStringList{} << "no curve with samples";
         QTest::newRow("existing well") << good << QStringList{"--new-wells"} << "without --new-wells";
         const char *onto = "the curves NEW and RES would both become the log \"RES\"; --rename gives other names, "
@@ -224,6 +230,8 @@ private slots:
                                          {"--map", "GR"},
                                          {"--map", "GR=Nonsense"},
                                          {"--rename", "=B"},
+                                         {"--rename", "NEW= "},
+                                         {"--rename", " =B"},
                                          {"--rename", "A=B", "--rename", "A=C"},
                                          {"--interval", "0"},
                                          {"--interval", "x"},
@@ -242,7 +250,7 @@ private slots:
         files::write(m_las, lasText("Aldra-1", "F"));
         const BatchRun plain = import({m_las, "--json", "--rename", "NEW=P1", "--rename", "RES=P2"});
         VERIFY_EXIT(0, plain);
-        QVERIFY(plain.output.contains("Convert feet to metres"));
+        QVERIFY(plain.output.contains("in feet (F). They are taken as metres unless --convert-feet is given."));
         QCOMPARE(logOf(m_survey, "Aldra-1", "P1").depths.first(), 1000.0f);
         VERIFY_EXIT(0, import({m_las, "--convert-feet"}));
         QCOMPARE(logOf(m_survey, "Aldra-1", "NEW").depths.first(), 304.8f);
@@ -298,6 +306,27 @@ private slots:
         for (const char *told : {"The option --rename names \\\"ZZ\\\"", "The option --map names \\\"YY\\\""})
             QVERIFY2(notices.contains(told), qPrintable(notices));
         QVERIFY(!notices.contains("RES\\\"") && !notices.contains("NEW\\\""));
+    }
+
+    // A curve that was refused is one that was imported as far as the options go.
+    void namesOfCurvesOfRefusedFilesAreNotTold()
+    {
+        VERIFY_EXIT(0, import({m_las}));
+        const BatchRun run = import({m_las, "--rename", "NEW=RES", "--rename", "new=X", "--json"});
+        VERIFY_EXIT(1, run);
+        QCOMPARE(run.list("notices").size(), 1);
+        QVERIFY2(run.errors.contains("\"new\""), qPrintable(run.errors));
+    }
+
+    void ofCurvesOfOneNameTheFirstCounts()
+    {
+        files::write(m_las, lasText("Aldra-1").replace("RES.OHMM", "NEW.OHMM"));
+        const BatchRun run = import({m_las, "--json"});
+        VERIFY_EXIT(0, run);
+        QCOMPARE(run.record("imports").value("logs").toArray().size(), 1);
+        QCOMPARE(run.record("imports").value("notices").toArray().size(), 1);
+        QVERIFY2(run.output.contains("more than once: NEW. The first of each counts."), run.output);
+        QCOMPARE(logOf(m_survey, "Aldra-1", "NEW").values.at(1), 10.0f);
     }
 
     void newWellsObeyTheOptions()
