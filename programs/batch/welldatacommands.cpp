@@ -76,7 +76,7 @@ QString refusalToReplace(const QString &what, int count)
 void addOutcome(Session &session, const Arguments &arguments, const QString &what, bool isStored, Result *result)
 {
     for (const QString &failure : session.takeFailures())
-        result->failures.append(placeOfRows(arguments) + QStringLiteral(": ") + failure);
+        result->failures.append(QStringLiteral("%1 from %2: %3").arg(what, placeOfRows(arguments), failure));
     if (!isStored && result->failures.isEmpty())
         result->failures.append(QStringLiteral("%1: nothing was written.").arg(what));
 }

@@ -340,6 +340,17 @@ private slots:
         }
     }
 
+    void whatCannotBeWrittenNamesTheWell()
+    {
+        files::write(m_file, "A\t1\t2\tGas\n");
+        const QString path = perforationPath(m_survey + "/WLC", "Brisk-2");
+        QVERIFY(QFile::remove(path) && QDir().mkpath(path));
+        const BatchRun run = runBatch({"zones", "Brisk-2", "--import", m_file, "--force"}, m_survey);
+        VERIFY_EXIT(1, run);
+        QVERIFY2(run.errors.contains("Perforation zones of Brisk-2 from " + m_file + ": Unable to create file"),
+                 qPrintable(run.errors));
+    }
+
     void templatesAreListedAndShown()
     {
         const BatchRun list = runBatch({"template", "list", "--json"}, m_survey);
