@@ -103,17 +103,15 @@ Result run(Session &session, const Arguments &)
 
 Command checkCommand()
 {
-    Command command;
-    command.name = QStringLiteral("check");
-    command.summary = QStringLiteral("Read everything in the survey and tell what is wrong");
-    command.description = QStringLiteral(
-        "Reads the list of wells, each well with all samples of its logs and its markers, and all files of the "
-        "project. It "
-        "tells what is damaged, what is missing though something names it, what is orphaned since no well has it, "
-        "and what unfinished writes left. It ends with 1 when something is damaged or missing. Nothing is changed.");
+    Command command =
+        makeCommand("check", "Read everything in the survey and tell what is wrong",
+                    "Reads the list of wells, each well with all samples of its logs and its markers, and all files "
+                    "of the project. It tells what is damaged, what is missing though something names it, what is "
+                    "orphaned since no well has it, and what unfinished writes left. It ends with 1 when something "
+                    "is damaged or missing. Nothing is changed.",
+                    "check --survey Demo");
     command.options = {switchOption("--repair-nothing", "Change nothing: so it is without the option, too")};
     command.usesCores = true;
-    command.example = QStringLiteral("check --survey Demo");
     command.form.key = QStringLiteral("findings");
     command.form.whenEmpty = QStringLiteral("Everything is as it should be.");
     command.form.fields = {

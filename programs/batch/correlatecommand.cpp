@@ -98,21 +98,16 @@ Result run(Session &session, const Arguments &arguments)
 
 Command correlateCommand()
 {
-    Command command;
-    command.name = QStringLiteral("correlate");
-    command.summary = QStringLiteral("Draw a correlation into a picture, or on paper at true scale");
-    command.description =
-        QStringLiteral("Draws a saved correlation as the window shows it, with its own scale and markers where no "
-                       "option says otherwise. "
-                       "Depths of --from and --to are those of the longest well: flattened, wells stand at different "
-                       "ones. A correlation "
-                       "that is broader than its paper goes on beside, with whole tracks on each page.");
+    Command command = makeCommand(
+        "correlate", "Draw a correlation into a picture, or on paper at true scale",
+        "Draws a saved correlation as the window shows it, with its own scale and markers where no option says "
+        "otherwise. Depths of --from and --to are those of the longest well: flattened, wells stand at different "
+        "ones. A correlation that is broader than its paper goes on beside, with whole tracks on each page.",
+        "correlate \"Kestrane reservoir\" --out panel.pdf --paper continuous --survey Demo");
     command.operands = {operand("NAME", "the correlation's name", {WordKind::Correlation})};
     command.options = {valueOption("--flat", "MARKER", "Flatten the wells at this marker", {WordKind::PanelMarker})};
     makeDrawing(&command, WordKind::PanelMarker, "Draw at 1:N; the correlation's own scale without it",
                 "Draw all markers, none, or those of these names; the correlation's own without it");
-    command.example =
-        QStringLiteral("correlate \"Kestrane reservoir\" --out panel.pdf --paper continuous --survey Demo");
     command.run = run;
     return command;
 }

@@ -172,21 +172,17 @@ QString problem(const Arguments &arguments)
 
 Command defaultLogsCommand()
 {
-    Command command;
-    command.name = QStringLiteral("default-logs");
-    command.summary = QStringLiteral("List or set the default log of each curve group of a well");
-    command.description = QStringLiteral(
+    Command command = makeCommand(
+        "default-logs", "List or set the default log of each curve group of a well",
         "Lists the default logs that the project has for the well. With GROUP=LOG the log becomes the default of the "
         "group, and its own group is that one from now on, as in the default data editor; \"GROUP=\" takes the "
-        "default "
-        "away. The others stay. Where that ends another default, --force is needed.");
+        "default away. The others stay. Where that ends another default, --force is needed.",
+        "default-logs Aldra-1 Gamma=GR Resistivity=LLD --survey Demo");
     command.operands = {wellOperand(),
-                        operand("GROUP=LOG", "a curve group and the log that stands for it", {WordKind::DefaultLog})};
-    command.operands.last().isOptional = true;
-    command.operands.last().isRepeatable = true;
+                        repeatable(optional(operand("GROUP=LOG", "a curve group and the log that stands for it",
+                                                    {WordKind::DefaultLog})))};
     command.writes = true;
     command.replaces = true;
-    command.example = QStringLiteral("default-logs Aldra-1 Gamma=GR Resistivity=LLD --survey Demo");
     command.form.key = QStringLiteral("defaultLogs");
     command.form.whenEmpty = QStringLiteral("The project has no default logs for the well.");
     command.form.fields = {textField("group", "Group", "curve group"), textField("log", "Log", "name of the log"),

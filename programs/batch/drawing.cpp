@@ -54,8 +54,7 @@ QString problemOf(const Arguments &arguments)
     const bool isPicture = pictureFormat(ending).has_value();
     if (!isPicture && !isSvg(ending) && ending != QLatin1String("pdf"))
         return QStringLiteral(
-                   "The file of the option --out ends in .png, .jpg, .jpeg, .tif, .tiff, .pdf or .svg, not "
-                   "\"%1\".")
+                   "The file of the option --out ends in .png, .jpg, .jpeg, .tif, .tiff, .pdf or .svg, not \"%1\".")
             .arg(path);
     if (QFileInfo(path).completeBaseName().isEmpty())
         return QStringLiteral("The file of the option --out has no name before its ending: \"%1\".").arg(path);
@@ -109,9 +108,8 @@ Result drawPicture(const Session &session, const Drawing &drawing, PictureFormat
         return Result::failed(QStringLiteral("There is nothing to be drawn: no tracks or no depths."));
     if (picture.isScaledDown())
         return Result::failed(
-            QStringLiteral("The picture would be of %1 x %2 pixels, and a .%3 file holds %4. A larger "
-                           "--scale, a part of the depths (--from, --to), a smaller --dpi or a PDF "
-                           "file fits.")
+            QStringLiteral("The picture would be of %1 x %2 pixels, and a .%3 file holds %4. A larger --scale, a "
+                           "part of the depths (--from, --to), a smaller --dpi or a PDF file fits.")
                 .arg(picture.wantedWidth())
                 .arg(picture.wantedHeight())
                 .arg(endingOf(drawing.path), logview::mostOfFormat(format)));
@@ -180,14 +178,11 @@ Result drawPaper(const Session &session, const Drawing &drawing, QGraphicsScene 
 
 void makeDrawing(Command *command, WordKind markers, const char *scaleHelp, const char *markersHelp)
 {
-    Option out =
-        valueOption("--out", "FILE",
-                    "The file to be written; its ending says what it is: .png, .jpg, .jpeg, .tif or .tiff for a "
-                    "picture, .pdf or .svg for paper at true scale",
-                    {WordKind::File});
-    out.isRequired = true;
     command->options += {
-        out,
+        required(valueOption("--out", "FILE",
+                             "The file to be written; its ending says what it is: .png, .jpg, .jpeg, .tif or .tiff "
+                             "for a picture, .pdf or .svg for paper at true scale",
+                             {WordKind::File})),
         valueOption("--scale", "N", scaleHelp, numberRule(1, largestScale)),
         valueOption("--from", "DEPTH",
                     "Begin at this depth, of the depth type and unit that are drawn; at the first one without it",
@@ -196,17 +191,15 @@ void makeDrawing(Command *command, WordKind markers, const char *scaleHelp, cons
         valueOption("--type", "TYPE",
                     "Draw measured depths (MD, without the option) or depths below sea level (TVDSS)",
                     choiceOf({QStringLiteral("MD"), QStringLiteral("TVDSS")})),
-        valueOption(
-            "--unit", "UNIT",
-            "Draw in metres (METER, without the option) or in feet (FEET); pictures give a foot as much room as a "
-            "metre, as the window does, paper is true to scale",
-            choiceOf({QStringLiteral("METER"), QStringLiteral("FEET")})),
+        valueOption("--unit", "UNIT",
+                    "Draw in metres (METER, without the option) or in feet (FEET); pictures give a foot as much room "
+                    "as a metre, as the window does, paper is true to scale",
+                    choiceOf({QStringLiteral("METER"), QStringLiteral("FEET")})),
         listOption("--markers", "MARKERS", markersHelp, {markers, {QStringLiteral("all"), QStringLiteral("none")}}),
-        valueOption(
-            "--paper", "PAPER",
-            "Of paper: pages A4 (without the option) or A3, or one continuous sheet as long as the log; an SVG file "
-            "is always continuous",
-            choiceOf({QStringLiteral("A4"), QStringLiteral("A3"), QStringLiteral("continuous")})),
+        valueOption("--paper", "PAPER",
+                    "Of paper: pages A4 (without the option) or A3, or one continuous sheet as long as the log; an "
+                    "SVG file is always continuous",
+                    choiceOf({QStringLiteral("A4"), QStringLiteral("A3"), QStringLiteral("continuous")})),
         valueOption("--dpi", "N", "Dots an inch: of a picture, 96 without the option; of the printer, 600",
                     countRule(logview::leastDotsPerInch, logview::mostDotsPerInch)),
     };

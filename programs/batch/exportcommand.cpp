@@ -246,29 +246,24 @@ QString problem(const Arguments &arguments)
 
 Command exportCommand()
 {
-    Command command;
-    command.name = QStringLiteral("export");
-    command.summary = QStringLiteral("Write logs of wells into files");
-    command.description = QStringLiteral(
-        "Writes one LAS 2.0 file a well, WELL.las, with its logs on a common step; logs of another step are "
-        "resampled, as "
-        "the export of the window does. With --format columns each log becomes a text file of two columns, "
-        "WELL/LOG.txt. The folder must exist.");
-    command.operands = {wellOperand()};
-    command.operands.last().isRepeatable = true;
+    Command command =
+        makeCommand("export", "Write logs of wells into files",
+                    "Writes one LAS 2.0 file a well, WELL.las, with its logs on a common step; logs of another step "
+                    "are resampled, as the export of the window does. With --format columns each log becomes a text "
+                    "file of two columns, WELL/LOG.txt. The folder must exist.",
+                    "export Aldra-1 Brisk-1 --out exported --logs GR,RHOB --survey Demo");
+    command.operands = {repeatable(wellOperand())};
     command.options = {
-        valueOption("--out", "DIR", "The folder for the files", {WordKind::Folder}),
+        required(valueOption("--out", "DIR", "The folder for the files", {WordKind::Folder})),
         listOption("--logs", "A,B", "Only the logs of these names", {WordKind::Log}),
         valueOption("--interval", "M", "The step of a LAS file in metres; 0.1524 without it",
                     numberRule(las::smallestInterval, 1e6)),
         valueOption("--format", "FORMAT", "las (without the option) or columns",
                     choiceOf({QStringLiteral("las"), QString::fromLatin1(columnsFormat)})),
     };
-    command.options.first().isRequired = true;
     command.writes = true;
     command.replaces = true;
     command.usesCores = true;
-    command.example = QStringLiteral("export Aldra-1 Brisk-1 --out exported --logs GR,RHOB --survey Demo");
     command.form.key = QStringLiteral("files");
     command.form.fields = {
         textField("file", "File", "path of the file"),

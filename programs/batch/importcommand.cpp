@@ -42,11 +42,10 @@ host::Outcome<host::WellEntry> wellOfFile(Session &session, const QString &path)
         tried.append(QLatin1Char('"') + item->value + QLatin1Char('"'));
     }
     return {{},
-            tried.isEmpty()
-                ? QStringLiteral("%1 names no well; --well names one, --new-wells makes one.").arg(path)
-                : QStringLiteral("%1 is of the well %2, which the survey has not, or more than once; --well names "
-                                 "another, --new-wells makes it.")
-                      .arg(path, tried.join(QStringLiteral(" or ")))};
+            tried.isEmpty() ? QStringLiteral("%1 names no well; --well names one, --new-wells makes one.").arg(path)
+                            : QStringLiteral("%1 is of the well %2, which the survey has not, or more than once; "
+                                             "--well names another, --new-wells makes it.")
+                                  .arg(path, tried.join(QStringLiteral(" or ")))};
 }
 
 Result importIntoWells(Session &session, const QStringList &files, const Arguments &arguments,
@@ -191,39 +190,32 @@ QString problem(const Arguments &arguments)
 
 Command importCommand()
 {
-    Command command;
-    command.name = QStringLiteral("import");
-    command.summary = QStringLiteral("Bring the curves of LAS files into wells");
-    command.description = QStringLiteral(
+    Command command = makeCommand(
+        "import", "Bring the curves of LAS files into wells",
         "Each file goes into the well that its UWI, else its WELL names; --well names another for all of them. Files "
-        "are "
-        "read as the window's import reads them; the depth column becomes a log only where --curves names it. With "
-        "--new-wells a well is made for each new name, as in the workbench, and then wrapped files, files of LAS 3.0 "
-        "and "
-        "files in feet are read as they are meant. Of a folder all .las files are taken.\n\n"
+        "are read as the window's import reads them; the depth column becomes a log only where --curves names it. "
+        "With --new-wells a well is made for each new name, as in the workbench, and then wrapped files, files of "
+        "LAS 3.0 and files in feet are read as they are meant. Of a folder all .las files are taken.\n\n"
         "What would lose or misplace samples is refused: a name of two curves, or of a log that the well has "
-        "already, "
-        "depths that are all the same, wrapped files.\n\n"
-        "Afterwards the logs have their curve groups, and each new well its default logs.");
-    command.operands = {operand("FILE", "a LAS file, or a folder of them", {WordKind::File})};
-    command.operands.last().isRepeatable = true;
+        "already, depths that are all the same, wrapped files.\n\n"
+        "Afterwards the logs have their curve groups, and each new well its default logs.",
+        "import Demo/Import/Aldra-1.las --curves GR --rename GR=GR_again --survey Demo");
+    command.operands = {repeatable(operand("FILE", "a LAS file, or a folder of them", {WordKind::File}))};
     command.options = {
         valueOption("--well", "NAME", "The well for all files", {WordKind::Well}),
         switchOption("--new-wells", "Make a well for each name that the survey does not have"),
         listOption("--curves", "A,B", "Only the curves of these mnemonics", {WordKind::Curve}),
-        valueOption("--map", "MNEMONIC=GROUP", "The curve group of a curve; may be repeated", {WordKind::CurveGroup}),
-        valueOption("--rename", "OLD=NEW", "The name of the log that a curve becomes; may be repeated",
-                    {WordKind::CurveName}),
+        repeatable(valueOption("--map", "MNEMONIC=GROUP", "The curve group of a curve; may be repeated",
+                               {WordKind::CurveGroup})),
+        repeatable(valueOption("--rename", "OLD=NEW", "The name of the log that a curve becomes; may be repeated",
+                               {WordKind::CurveName})),
         valueOption("--interval", "M", "Resample curves of another step to this one, in metres",
                     numberRule(las::smallestInterval, 1e6)),
         switchOption("--convert-feet", "Convert the depths of files in feet to metres, as the window's box does"),
     };
-    command.options[3].isRepeatable = true;
-    command.options[4].isRepeatable = true;
     command.writes = true;
     command.replaces = true;
     command.usesCores = true;
-    command.example = QStringLiteral("import Demo/Import/Aldra-1.las --curves GR --rename GR=GR_again --survey Demo");
     command.form.key = QStringLiteral("imports");
     command.form.layout = ResultForm::Layout::Sheet;
     command.form.fields = importFields();

@@ -90,12 +90,10 @@ Result run(Session &session, const Arguments &arguments)
 
 Command infoCommand()
 {
-    Command command;
-    command.name = QStringLiteral("info");
-    command.summary = QStringLiteral("Tell what is known of a well");
-    command.description = QStringLiteral("Tells the well's head, and what the survey and the project hold of it.");
+    Command command = makeCommand("info", "Tell what is known of a well",
+                                  "Tells the well's head, and what the survey and the project hold of it.",
+                                  "info Aldra-1 --survey Demo");
     command.operands = {wellOperand()};
-    command.example = QStringLiteral("info Aldra-1 --survey Demo");
     command.form.key = QStringLiteral("wells");
     command.form.layout = ResultForm::Layout::Sheet;
     command.form.fields = {

@@ -124,9 +124,10 @@ Result describe(const QString &path)
     if (needsUnwrapping(file, samples)) {
         const int logs = logCountOfUnwrapping(path);
         if (logs > 0)
-            notices.append(QStringLiteral("\"lorva-batch las-unwrap\" would make a file of %1 logs of it that the "
-                                          "import can take.")
-                               .arg(logs));
+            notices.append(
+                QStringLiteral(
+                    "\"lorva-batch las-unwrap\" would make a file of %1 logs of it that the import can take.")
+                    .arg(logs));
     }
     record[QLatin1String("isImportable")] = problem.isEmpty();
     record[QLatin1String("notices")] = QJsonArray::fromStringList(notices);
@@ -145,19 +146,16 @@ Result run(Session &session, const Arguments &arguments)
 
 Command lasCommand()
 {
-    Command command;
-    command.name = QStringLiteral("las");
-    command.summary = QStringLiteral("Tell what LAS files hold and what the import would make of them");
-    command.description = QStringLiteral(
+    Command command = makeCommand(
+        "las", "Tell what LAS files hold and what the import would make of them",
         "Reads each file as the import of the window does and tells what it takes and what it would read wrongly: "
         "wrapped data, repeated sections, lines with too few values, values that are no numbers, depths that repeat, "
         "turn or leave their step. Lines are counted from 1; of each kind the first ten are named. It tells why the "
-        "import refuses a file, if it does; what is no LAS file is a failure. Nothing is written.");
-    command.operands = {operand("FILE", "a LAS file", {WordKind::File})};
-    command.operands.last().isRepeatable = true;
+        "import refuses a file, if it does; what is no LAS file is a failure. Nothing is written.",
+        "las Demo/Import/Aldra-1.las");
+    command.operands = {repeatable(operand("FILE", "a LAS file", {WordKind::File}))};
     command.usesSurvey = false;
     command.usesCores = true;
-    command.example = QStringLiteral("las Demo/Import/Aldra-1.las");
     command.form.key = QStringLiteral("files");
     command.form.layout = ResultForm::Layout::Sheet;
     command.form.fields = {

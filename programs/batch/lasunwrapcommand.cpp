@@ -69,23 +69,18 @@ Result run(Session &session, const Arguments &arguments)
 
 Command lasUnwrapCommand()
 {
-    Command command;
-    command.name = QStringLiteral("las-unwrap");
-    command.summary = QStringLiteral("Write a LAS file as a plain one that every program reads");
-    command.description = QStringLiteral(
-        "Reads a LAS file of version 1.2, 2.0 or 3.0 as it is meant (wrapped rows, values between blanks, commas, "
-        "semicolons or tabs, sections of LAS 3.0) and writes its logs as LAS 2.0, one line a depth, columns between "
-        "blanks. "
-        "Columns of texts are left out and named. Logs that have depths of their own go into files FILE_2, FILE_3 "
-        "and "
-        "so on.");
+    Command command =
+        makeCommand("las-unwrap", "Write a LAS file as a plain one that every program reads",
+                    "Reads a LAS file of version 1.2, 2.0 or 3.0 as it is meant (wrapped rows, values between "
+                    "blanks, commas, semicolons or tabs, sections of LAS 3.0) and writes its logs as LAS 2.0, one "
+                    "line a depth, columns between blanks. Columns of texts are left out and named. Logs that have "
+                    "depths of their own go into files FILE_2, FILE_3 and so on.",
+                    "las-unwrap Demo/Import/Aldra-1.las --out plain.las");
     command.operands = {operand("FILE", "a LAS file", {WordKind::File})};
-    command.options = {valueOption("--out", "FILE", "The file to write", {WordKind::File})};
-    command.options.first().isRequired = true;
+    command.options = {required(valueOption("--out", "FILE", "The file to write", {WordKind::File}))};
     command.usesSurvey = false;
     command.writes = true;
     command.replaces = true;
-    command.example = QStringLiteral("las-unwrap Demo/Import/Aldra-1.las --out plain.las");
     command.form.key = QStringLiteral("files");
     command.form.fields = {
         textField("file", "File", "path of a file that was written"),

@@ -86,12 +86,10 @@ Result run(Session &session, const Arguments &arguments)
 
 Command logsCommand()
 {
-    Command command;
-    command.name = QStringLiteral("logs");
-    command.summary = QStringLiteral("List the logs of a well");
-    command.description = QStringLiteral("Lists the logs in the well's own order and reads all their samples.");
+    Command command = makeCommand("logs", "List the logs of a well",
+                                  "Lists the logs in the well's own order and reads all their samples.",
+                                  "logs Aldra-1 --survey Demo");
     command.operands = {wellOperand()};
-    command.example = QStringLiteral("logs Aldra-1 --survey Demo");
     command.form.key = QStringLiteral("logs");
     command.form.whenEmpty = QStringLiteral("The well has no logs.");
     command.form.fields = {

@@ -11,11 +11,7 @@ namespace {
 /// Commands for the build and the shell, not for people.
 Command hiddenCommand(const char *name, const char *summary)
 {
-    Command command;
-    command.name = QString::fromLatin1(name);
-    command.summary = QString::fromLatin1(summary);
-    command.description = command.summary + QLatin1Char('.');
-    command.example = command.name;
+    Command command = makeCommand(name, summary, "Not for people.", name);
     command.usesSurvey = false;
     command.isHidden = true;
     return command;
@@ -49,9 +45,7 @@ Command namesCommand()
     Command command = hiddenCommand("_names", "Print the names that the shell offers for a word, a line each");
     command.usesSurvey = true;
     command.operands = {operand("KIND", "what is named", choiceOf(shellWords())),
-                        operand("WORD", "an operand of the command that is being typed")};
-    command.operands.last().isOptional = true;
-    command.operands.last().isRepeatable = true;
+                        repeatable(optional(operand("WORD", "an operand of the command that is being typed")))};
     command.options = {valueOption("--current", "WORD", "What of the word is there"),
                        valueOption("--well", "WELL", "What --well names")};
     command.example = QStringLiteral("_names wells --survey Demo");

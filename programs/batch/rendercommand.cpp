@@ -177,23 +177,18 @@ Result run(Session &session, const Arguments &arguments)
 
 Command renderCommand()
 {
-    Command command;
-    command.name = QStringLiteral("render");
-    command.summary = QStringLiteral("Draw a well's log display into a picture, or on paper at true scale");
-    command.description = QStringLiteral("Draws a well with a display template as the window shows it. A picture has "
-                                         "the window's pixels: it is the one that "
-                                         "the window's print saves. A PDF or SVG file is paper: 1:N is 1:N when it "
-                                         "is printed without fitting it to the "
-                                         "page; each page has the headers, continues at the depth where the last one "
-                                         "ended, and tells well, scale, depths "
-                                         "and its number.");
+    Command command =
+        makeCommand("render", "Draw a well's log display into a picture, or on paper at true scale",
+                    "Draws a well with a display template as the window shows it. A picture has the window's pixels: "
+                    "it is the one that the window's print saves. A PDF or SVG file is paper: 1:N is 1:N when it is "
+                    "printed without fitting it to the page; each page has the headers, continues at the depth where "
+                    "the last one ended, and tells well, scale, depths and its number.",
+                    "render Aldra-1:Simple --out Aldra-1.pdf --scale 500 --markers all --survey Demo");
     command.operands = {operand("WELL[:TEMPLATE]",
                                 "the well's name, and behind a colon the template's: \"Default\" without one",
                                 {WordKind::DrawnWell})};
     makeDrawing(&command, WordKind::Marker, "Draw at 1:N; 1000 without it",
                 "Draw all markers, those of these names, or none: so without the option");
-    command.example =
-        QStringLiteral("render Aldra-1:Simple --out Aldra-1.pdf --scale 500 --markers all --survey Demo");
     command.run = run;
     return command;
 }

@@ -58,15 +58,11 @@ Result runMarkers(Session &session, const Arguments &)
     });
 }
 
-Command reportCommand(const char *name, const char *summary, const char *description)
+Command reportCommand(const char *name, const char *summary, const char *description, const char *example)
 {
-    Command command;
-    command.name = QString::fromLatin1(name);
-    command.summary = QString::fromLatin1(summary);
-    command.description = QString::fromLatin1(description);
+    Command command = makeCommand(name, summary, description, example);
     command.writes = true;
     command.replaces = true;
-    command.example = command.name + QStringLiteral(" --survey Demo --force");
     command.form.key = QStringLiteral("files");
     command.form.fields = {textField("file", "File", "path of the report"), isWrittenField()};
     return command;
@@ -76,10 +72,11 @@ Command reportCommand(const char *name, const char *summary, const char *descrip
 
 Command reportLogsCommand()
 {
-    Command command = reportCommand(
-        "report logs", "Write the reports on the logs of all wells",
-        "Writes for each well the file WELL_logsInfo.txt into the project folder WLC of the survey: depth range and "
-        "first gap of each log, as the menu entry \"Wells Info Report\" does.");
+    Command command =
+        reportCommand("report logs", "Write the reports on the logs of all wells",
+                      "Writes for each well the file WELL_logsInfo.txt into the project folder WLC of the survey: "
+                      "depth range and first gap of each log, as the menu entry \"Wells Info Report\" does.",
+                      "report logs --survey Demo --force");
     command.run = runLogs;
     return command;
 }
@@ -88,8 +85,8 @@ Command reportMarkersCommand()
 {
     Command command = reportCommand("report markers", "Write the report on the markers of all wells",
                                     "Writes the file Well_Markers_Info.txt into the project folder WLC of the "
-                                    "survey, as the menu entry \"Markers "
-                                    "Report\" does.");
+                                    "survey, as the menu entry \"Markers Report\" does.",
+                                    "report markers --survey Demo --force");
     command.run = runMarkers;
     return command;
 }

@@ -38,6 +38,16 @@ Field flagField(const char *key, const char *heading, const char *help)
     return field(key, heading, help, Field::Kind::Flag);
 }
 
+Command makeCommand(const char *name, const char *summary, const char *description, const char *example)
+{
+    Command command;
+    command.name = QString::fromUtf8(name);
+    command.summary = QString::fromUtf8(summary);
+    command.description = QString::fromUtf8(description);
+    command.example = QString::fromUtf8(example);
+    return command;
+}
+
 Field isWrittenField(const char *heading)
 {
     return flagField("isWritten", heading, "false in a dry run");
@@ -77,6 +87,18 @@ Option switchOption(const char *name, const char *help)
     return valueOption(name, "", help);
 }
 
+Option required(Option option)
+{
+    option.isRequired = true;
+    return option;
+}
+
+Option repeatable(Option option)
+{
+    option.isRepeatable = true;
+    return option;
+}
+
 Operand operand(const char *name, const char *help, const WordRule &rule)
 {
     Operand result;
@@ -84,6 +106,18 @@ Operand operand(const char *name, const char *help, const WordRule &rule)
     result.help = QString::fromUtf8(help);
     result.rule = rule;
     return result;
+}
+
+Operand repeatable(Operand operand)
+{
+    operand.isRepeatable = true;
+    return operand;
+}
+
+Operand optional(Operand operand)
+{
+    operand.isOptional = true;
+    return operand;
 }
 
 Operand wellOperand()

@@ -5,6 +5,9 @@
 /// Short words for the tables of the commands.
 namespace batch {
 
+/// A command with its texts; \a example without the program's name.
+Command makeCommand(const char *name, const char *summary, const char *description, const char *example);
+
 Field textField(const char *key, const char *heading, const char *help);
 /// \a decimals: for people; -1 for as many as there are.
 Field numberField(const char *key, const char *heading, const char *help, int decimals = -1);
@@ -23,7 +26,14 @@ Option listOption(const char *name, const char *value, const char *help, const W
 /// An option without a value.
 Option switchOption(const char *name, const char *help);
 
+Option required(Option option);
+/// An option that may be given several times.
+Option repeatable(Option option);
+
 Operand operand(const char *name, const char *help, const WordRule &rule = {});
+/// An operand of which there may be several.
+Operand repeatable(Operand operand);
+Operand optional(Operand operand);
 /// The operand WELL.
 Operand wellOperand();
 

@@ -158,11 +158,7 @@ Result runDelete(Session &session, const Arguments &arguments)
 
 Command templateCommand(const char *name, const char *summary, const char *description, const char *example)
 {
-    Command command;
-    command.name = QString::fromLatin1(name);
-    command.summary = QString::fromLatin1(summary);
-    command.description = QString::fromLatin1(description);
-    command.example = QString::fromLatin1(example);
+    Command command = makeCommand(name, summary, description, example);
     command.form.key = QStringLiteral("templates");
     command.form.fields = listFields();
     return command;
@@ -221,11 +217,10 @@ Command templateShowCommand()
 
 Command templateCopyCommand()
 {
-    Command command =
-        templateCommand("template copy", "Copy a display template",
-                        "Copies a template, a global one or a well's own, to a new name. The copy is for "
-                        "every well unless --to-well names one.",
-                        "template copy Petrophysics Mine --to-well Aldra-1 --survey Demo");
+    Command command = templateCommand("template copy", "Copy a display template",
+                                      "Copies a template, a global one or a well's own, to a new name. The copy is "
+                                      "for every well unless --to-well names one.",
+                                      "template copy Petrophysics Mine --to-well Aldra-1 --survey Demo");
     command.operands = {operand("FROM", "the template", {WordKind::Template}), operand("TO", "the name of the copy")};
     command.options = {ofWell(wellOption, "The well that the template belongs to"),
                        ofWell(toWellOption, "The well that the copy is to belong to")};

@@ -290,13 +290,10 @@ QString importProblem(const Arguments &arguments, const QVector<ImportColumn> &c
 }
 
 /// What the three commands have in common.
-Command wellDataCommand(const char *name, const char *summary, const char *description,
+Command wellDataCommand(const char *name, const char *summary, const char *description, const char *example,
                         const QVector<ImportColumn> &columns)
 {
-    Command command;
-    command.name = QString::fromLatin1(name);
-    command.summary = QString::fromLatin1(summary);
-    command.description = QString::fromLatin1(description);
+    Command command = makeCommand(name, summary, description, example);
     command.operands = {wellOperand()};
     command.options = {valueOption(importOption, "FILE",
                                    "Replace them by those of a text file of columns between tabs", {WordKind::File})};
@@ -319,9 +316,7 @@ Command markersCommand()
         "Lists the markers by depth. With --import they are replaced by those of a file, as the import of the marker "
         "editor does; --force is needed where the well has markers, and where it cannot take all of them as they "
         "are.",
-        markerImport);
-    command.example =
-        QStringLiteral("markers Aldra-1 --import Demo/Import/Aldra-1_tops.txt --skip 1 --force --survey Demo");
+        "markers Aldra-1 --import Demo/Import/Aldra-1_tops.txt --skip 1 --force --survey Demo", markerImport);
     command.form.key = QStringLiteral("markers");
     command.form.whenEmpty = QStringLiteral("The well has no markers.");
     command.form.fields = {
@@ -338,13 +333,11 @@ Command markersCommand()
 
 Command zonesCommand()
 {
-    Command command = wellDataCommand("zones", "List or import the perforation zones of a well",
-                                      "Lists the zones in the order of their file. With --import they are replaced "
-                                      "by those of a file, as the import "
-                                      "of the zone editor does; --force is needed where the well has zones.",
-                                      zoneImport);
-    command.example =
-        QStringLiteral("zones Aldra-1 --import Demo/Import/Aldra-1_perforations.txt --skip 1 --force --survey Demo");
+    Command command = wellDataCommand(
+        "zones", "List or import the perforation zones of a well",
+        "Lists the zones in the order of their file. With --import they are replaced by those of a file, as the "
+        "import of the zone editor does; --force is needed where the well has zones.",
+        "zones Aldra-1 --import Demo/Import/Aldra-1_perforations.txt --skip 1 --force --survey Demo", zoneImport);
     command.form.key = QStringLiteral("zones");
     command.form.whenEmpty = QStringLiteral("The well has no perforation zones.");
     command.form.fields = {
@@ -360,14 +353,13 @@ Command zonesCommand()
 
 Command pointsCommand()
 {
-    Command command = wellDataCommand("points", "List or import the calibration points of a well and a curve group",
-                                      "Lists the points in the order of their file. With --import they are replaced "
-                                      "by those of a file, as the import "
-                                      "of the point editor does; --force is needed where there are points.",
-                                      pointImport);
+    Command command = wellDataCommand(
+        "points", "List or import the calibration points of a well and a curve group",
+        "Lists the points in the order of their file. With --import they are replaced by those of a file, as the "
+        "import of the point editor does; --force is needed where there are points.",
+        "points Aldra-1 Porosity --import Demo/Import/Aldra-1_core_porosity.txt --skip 1 --force --survey Demo",
+        pointImport);
     command.operands.append(operand("GROUP", "the curve group, as \"Porosity\"", choiceOf(curveGroupNames())));
-    command.example = QStringLiteral(
-        "points Aldra-1 Porosity --import Demo/Import/Aldra-1_core_porosity.txt --skip 1 --force --survey Demo");
     command.form.key = QStringLiteral("points");
     command.form.whenEmpty = QStringLiteral("There are no calibration points.");
     command.form.fields = {

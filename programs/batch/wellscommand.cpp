@@ -41,12 +41,10 @@ Result run(Session &session, const Arguments &)
 
 Command wellsCommand()
 {
-    Command command;
-    command.name = QStringLiteral("wells");
-    command.summary = QStringLiteral("List the wells of the survey");
-    command.description = QStringLiteral("Lists all wells in the order in which the windows list them. A well that "
-                                         "cannot be read is listed with what is known of it, and told.");
-    command.example = QStringLiteral("wells --survey Demo");
+    Command command = makeCommand("wells", "List the wells of the survey",
+                                  "Lists all wells in the order in which the windows list them. A well that cannot "
+                                  "be read is listed with what is known of it, and told.",
+                                  "wells --survey Demo");
     command.form.key = QStringLiteral("wells");
     command.form.whenEmpty = QStringLiteral("The survey has no wells.");
     command.form.fields = {

@@ -217,6 +217,10 @@ private slots:
             QVERIFY2(command.run, qPrintable(command.name));
             QVERIFY2(!command.summary.isEmpty() && !command.summary.endsWith('.'), qPrintable(command.name));
             QVERIFY2(command.description.endsWith('.'), qPrintable(command.name));
+            const auto &fields = command.form.fields;
+            QCOMPARE(std::any_of(fields.begin(), fields.end(),
+                                 [](const Field &field) { return field.key == isWrittenField().key; }),
+                     command.writes);
             QStringList optionNames;
             for (const Option &option : options(command)) {
                 QVERIFY2(option.name.startsWith("--") && !optionNames.contains(option.name), qPrintable(option.name));
