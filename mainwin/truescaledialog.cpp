@@ -61,8 +61,8 @@ TrueScaleDialog::TrueScaleDialog(const logview::SheetContents &contents, QWidget
     form->addRow(QString(), m_outcome);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
     m_save = buttons->addButton(QStringLiteral("Save…"), QDialogButtonBox::AcceptRole);
-    m_save->setDefault(true);
     form->addRow(buttons);
+    m_save->setDefault(true); // once it is in the dialog, else Enter cancels
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(m_paper, qOverload<int>(&QComboBox::currentIndexChanged), this, &TrueScaleDialog::layOut);

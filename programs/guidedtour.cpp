@@ -27,7 +27,7 @@ void showTour(const workbench::WorkbenchWindow &window)
         return;
     const PluginWindow plugin(main);
     if (plugin.openFirstCorrelation())
-        plugin.scrollCorrelation(lowerPart);
+        plugin.showOfFirstCorrelated(lowerPart);
     plugin.showPage(logDisplaysPage);
     for (const char *name : {"Petrophysics", "Default"})
         if (plugin.displayFirstWell(QString::fromLatin1(name), lowerPart))

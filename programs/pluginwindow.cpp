@@ -160,9 +160,12 @@ bool PluginWindow::showOfCorrelation(double y, double x) const
     return view;
 }
 
-void PluginWindow::scrollCorrelation(double place) const
+// A part of the scene would be one of the deepest well.
+bool PluginWindow::showOfFirstCorrelated(double place) const
 {
-    scrollTo(m_window->findChild<QAbstractScrollArea *>(QStringLiteral("correlationView")), place);
+    const auto *view = m_window->findChild<QGraphicsView *>(QStringLiteral("correlationView"));
+    const QGraphicsItem *item = view ? view->scene()->itemAt(1, 1, {}) : nullptr;
+    return item && showOfCorrelation(place * item->topLevelItem()->boundingRect().height());
 }
 
 bool PluginWindow::chooseForCorrelation(const char *box, const QString &text) const

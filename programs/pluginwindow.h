@@ -50,8 +50,8 @@ public:
     bool openFirstCorrelation() const;
     /// Puts a place of the correlation's scene in the middle, or the nearest that can be. False when none is open.
     bool showOfCorrelation(double y, double x = 0) const;
-    /// Scrolls it; \a place, 0 to 1, is how far down.
-    void scrollCorrelation(double place) const;
+    /// Puts a place of its first well in the middle; \a place, 0 to 1, is how far down that well. False when none is open.
+    bool showOfFirstCorrelated(double place) const;
     /// Chooses a text in a box of the correlation's panel. False when there is none.
     bool chooseForCorrelation(const char *box, const QString &text) const;
     /// Selects the first curve as a click on its header does.

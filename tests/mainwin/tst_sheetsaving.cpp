@@ -104,6 +104,19 @@ private slots:
         QVERIFY(sheet.pages.first().sizeMm.height() > 1500);
     }
 
+    void enterSaves()
+    {
+        SheetFixture f;
+        QTimer::singleShot(0, f.window.get(), [] {
+            auto *dialog = qobject_cast<TrueScaleDialog *>(QApplication::activeModalWidget());
+            QTest::keyClick(dialog, Qt::Key_Return);
+            if (dialog->isVisible())
+                dialog->reject();
+        });
+        f.window->saveAtTrueScale();
+        QVERIFY(QFileInfo::exists(f.chosen));
+    }
+
     void whatDoesNotFitIsToldBeforehand()
     {
         SheetFixture f;
