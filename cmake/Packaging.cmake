@@ -23,8 +23,8 @@ set(CPACK_INSTALL_CMAKE_PROJECTS "${CMAKE_BINARY_DIR};${PROJECT_NAME};Unspecifie
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "Opens survey folders of the OpendTect platform, manages their wells,
- imports and exports LAS files, and shows well logs as depth-scaled
- displays and correlation panels.")
+imports and exports LAS files, and shows well logs as depth-scaled
+displays and correlation panels.")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${LORVA_LIBRARY_OUTPUT_DIR})
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-liberation, qt5-image-formats-plugins")

@@ -19,9 +19,9 @@ class tst_builtmanual : public QObject
 private slots:
     void initTestCase()
     {
-        m_bytes = files::read(pdf());
-        if (m_bytes.isEmpty())
+        if (!QFileInfo::exists(pdf()))
             QSKIP("this build made no manual: only optimised ones do, others with the target \"manual\"");
+        m_bytes = files::read(pdf());
         m_chapters = programs::readManual(QStringLiteral(LORVA_SOURCE_DIR "/docs/manual"));
         QVERIFY(m_chapters.size() > 10);
     }

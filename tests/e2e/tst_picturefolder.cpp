@@ -78,8 +78,10 @@ private slots:
         QVERIFY(pictures.isComplete());
         pictures.setNameEnd("-dark");
         pictures.save(&one.window, "one");
-        QCOMPARE(QImage(m_folder.filePath("new/folder/one.png")).size(), one.window.size() * one.window.devicePixelRatioF());
-        QCOMPARE(QImage(m_folder.filePath("new/folder/one-dark.png")).size(), one.window.size() * one.window.devicePixelRatioF());
+        QCOMPARE(QImage(m_folder.filePath("new/folder/one.png")).size(),
+                 one.window.size() * one.window.devicePixelRatioF());
+        QCOMPARE(QImage(m_folder.filePath("new/folder/one-dark.png")).size(),
+                 one.window.size() * one.window.devicePixelRatioF());
         pictures.save(nullptr, "two");
         QVERIFY(!pictures.isComplete());
     }
