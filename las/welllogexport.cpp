@@ -1,6 +1,7 @@
 #include "las/welllogexport.h"
 
 #include "base/asker.h"
+#include "base/emptyhint.h"
 #include "base/keptlooks.h"
 #include "base/labeltext.h"
 #include "base/leftovers.h"
@@ -74,7 +75,9 @@ WellLogExport::WellLogExport(ProjectData &projectData, QWidget *parent)
     page->addWidget(wellsLabel);
     page->addWidget(m_wells, 2);
     page->addWidget(logsLabel);
-    page->addWidget(m_tabs, 3);
+    auto *tabsArea = new QWidget;
+    base::fillWithTabs(tabsArea, m_tabs, QStringLiteral("Check a well above: its logs are listed here."));
+    page->addWidget(tabsArea, 3);
     auto *options = new QWidget;
     buildOptions(options);
     page->addWidget(options);
@@ -312,6 +315,8 @@ RunDialog::End WellLogExport::exportWells(const QVector<Job> &wells, double inte
     las::NameList unsuitedLogs;
     End end = End::Finished;
     for (int i = 0; i < wells.size() && end == End::Finished; ++i) {
+        if (wells.at(i).logs.isEmpty())
+            m_tabs->setCurrentIndex(i); // the one that the box speaks of
         end = withinMemory(wells.at(i), [&] { return exportWell(wells.at(i), interval, &unsuitedLogs); });
         if (end == End::Finished)
             m_progressBar->setValue(i + 1);

@@ -337,6 +337,8 @@ void ProjectTreeWidget::keyPressEvent(QKeyEvent *event)
     }
     m_pressed = nullptr;
     QTreeWidgetItem *item = currentItem();
+    if (item && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
+        itemDoubleClick(item, 0);
     const int before = item ? item->checkState(0) : -1;
     QTreeWidget::keyPressEvent(event);
     const bool isToggleKey = event->key() == Qt::Key_Space || event->key() == Qt::Key_Select;

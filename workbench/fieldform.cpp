@@ -45,7 +45,7 @@ FieldForm::FieldForm(QWidget *parent)
     m_grid->setColumnStretch(1, 1);
 }
 
-void FieldForm::addField(const QString &label, QWidget *field, const QString &unit)
+QLabel *FieldForm::addField(const QString &label, QWidget *field, const QString &unit)
 {
     QLabel *unitLabel = nullptr;
     if (!unit.isEmpty()) {
@@ -55,6 +55,7 @@ void FieldForm::addField(const QString &label, QWidget *field, const QString &un
         unitLabel->setPalette(palette);
     }
     addField(label, field, unitLabel);
+    return unitLabel;
 }
 
 void FieldForm::addField(const QString &label, QWidget *field, QWidget *beside)

@@ -21,7 +21,8 @@ public:
     explicit FieldForm(QWidget *parent = nullptr);
 
     /// \a label has a mnemonic for the field; the form's children are the field and all that \a beside holds.
-    void addField(const QString &label, QWidget *field, const QString &unit = {});
+    /// The label of the unit is given back; null without one.
+    QLabel *addField(const QString &label, QWidget *field, const QString &unit = {});
     void addField(const QString &label, QWidget *field, QWidget *beside);
     /// An empty text hides the line.
     void setProblem(QWidget *field, const QString &problem);

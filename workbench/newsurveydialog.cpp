@@ -76,8 +76,7 @@ void NewSurveyDialog::buildWidgets()
             m_form->addField(QStringLiteral("&Depths and elevations in:"), m_unit);
             connect(m_unit, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
                     &NewSurveyDialog::depthUnitChosen);
-            m_depthUnit = new QLabel(m_form);
-            m_form->addField(label, m_edits[i], m_depthUnit);
+            m_depthUnit = m_form->addField(label, m_edits[i], survey::symbol(depthUnit()));
         } else if (look.field == survey::SurveyField::DataRoot) {
             auto *browseButton = new QPushButton(QStringLiteral("&Browse…"), m_form);
             browseButton->setObjectName(QStringLiteral("browseButton"));
@@ -88,7 +87,6 @@ void NewSurveyDialog::buildWidgets()
         }
     }
     edit(survey::SurveyField::DataRoot)->setMinimumWidth(360);
-    m_depthUnit->setText(survey::symbol(depthUnit()));
 
     m_path = new QLabel(this);
     m_path->setObjectName(QStringLiteral("pathLabel"));

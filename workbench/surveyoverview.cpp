@@ -1,10 +1,12 @@
 #include "workbench/surveyoverview.h"
 
+#include "base/emptyhint.h"
 #include "workbench/basemap.h"
 #include "workbench/wellsmodel.h"
 
 #include <QAction>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QSortFilterProxyModel>
 #include <QSplitter>
@@ -50,6 +52,10 @@ SurveyOverview::SurveyOverview(QWidget *parent)
     addAction(find);
 
     buildTable();
+    m_noMatch = base::emptyHint({});
+    (new QVBoxLayout(m_table->viewport()))->addWidget(m_noMatch);
+    m_noMatch->hide();
+    connect(m_filter, &QLineEdit::textChanged, this, &SurveyOverview::tellNoMatch);
     connect(m_map, &BaseMap::wellClicked, this, [this](int well) {
         selectRow(well);
         m_table->setFocus(Qt::MouseFocusReason);
@@ -115,6 +121,7 @@ void SurveyOverview::setWells(const QVector<survey::WellSummary> &wells, survey:
     for (const survey::WellSummary &well : wells)
         mapWells.append({well.name, well.x, well.y, well.typeCode});
     m_map->setWells(mapWells);
+    tellNoMatch();
     if (isFirst)
         fitColumns();
     arrange();
@@ -168,6 +175,17 @@ QString SurveyOverview::selectedKey() const
 void SurveyOverview::selectWell(const QString &key)
 {
     selectRow(m_model->rowOf(key));
+}
+
+void SurveyOverview::clearFilter()
+{
+    m_filter->clear();
+}
+
+void SurveyOverview::tellNoMatch()
+{
+    m_noMatch->setText(QStringLiteral("No well has \"%1\" in its name.").arg(m_filter->text()));
+    m_noMatch->setVisible(m_sorted->rowCount() == 0 && m_model->rowCount() > 0);
 }
 
 void SurveyOverview::selectRow(int row)

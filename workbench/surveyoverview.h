@@ -6,6 +6,7 @@
 #include <QWidget>
 
 QT_BEGIN_NAMESPACE
+class QLabel;
 class QLineEdit;
 class QModelIndex;
 class QSortFilterProxyModel;
@@ -32,6 +33,8 @@ public:
     QString selectedKey() const;
     /// Takes away a filter that hides the well.
     void selectWell(const QString &key);
+    /// Another survey begins with all its wells.
+    void clearFilter();
 
     QByteArray saveState() const;
     void restoreState(const QByteArray &state);
@@ -51,11 +54,13 @@ private:
     void arrange();
     void selectRow(int row);
     int currentRow() const;
+    void tellNoMatch();
 
     WellsModel *m_model = nullptr;
     QSortFilterProxyModel *m_sorted = nullptr;
     QLineEdit *m_filter = nullptr;
     QTableView *m_table = nullptr;
+    QLabel *m_noMatch = nullptr; ///< over the table when the filter hides all wells
     BaseMap *m_map = nullptr;
     QSplitter *m_splitter = nullptr;
     bool m_isArranged = false; ///< the splitter stands where the user or the first survey put it

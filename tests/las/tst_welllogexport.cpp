@@ -89,6 +89,12 @@ void TestWellLogExport::slotsHaveTheirNames()
 void TestWellLogExport::checkedWellsGetTabs()
 {
     ExportFixture f;
+    QCOMPARE(f.find<QLabel>("emptyHint")->text(), text("Check a well above: its logs are listed here."));
+    QVERIFY(f.find<QLabel>("emptyHint")->isVisibleTo(f.dialog.get()));
+    f.check(0);
+    QVERIFY(!f.find<QLabel>("emptyHint")->isVisibleTo(f.dialog.get()));
+    f.check(0, false);
+    QVERIFY(f.find<QLabel>("emptyHint")->isVisibleTo(f.dialog.get()));
     f.check(1);
     f.check(0);
     QCOMPARE(f.tabTexts(), (QStringList{text("B"), text("A")})); // in the order of checking
@@ -327,6 +333,7 @@ void TestWellLogExport::wellWithoutCheckedLog()
     QCOMPARE(f.asker.boxes.first().icon, base::BoxIcon::Warning);
     QCOMPARE(f.asker.boxes.first().title, exportTitle);
     QCOMPARE(QDir(f.out()).entryList(QDir::Files), QStringList{text("A.las")}); // A stays, B is not begun
+    QCOMPARE(f.tabs()->currentIndex(), 1); // where logs are to be checked
     QVERIFY(f.button("exportButton")->isEnabled());
 }
 

@@ -117,6 +117,20 @@ private slots:
         QCOMPARE(m->dock->widget(), static_cast<QWidget *>(m->view->currentDisplay()->view()->panel()));
     }
 
+    void enterOpensItsTab()
+    {
+        for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+            m->pages->setCurrentIndex(0);
+            m->tree->setCurrentItem(m->item("North"));
+            QTest::keyClick(m->tree, Qt::Key(key));
+            QCOMPARE(m->pages->currentIndex(), 1);
+            QCOMPARE(m->view->names(), QStringList({"North"}));
+        }
+        m->tree->setCurrentItem(m->tree->correlationsItem());
+        QTest::keyClick(m->tree, Qt::Key_Return);
+        QCOMPARE(m->view->names(), QStringList({"North"}));
+    }
+
     void aNewOneGetsItsNameInTheTree()
     {
         m->choose(m->tree->correlationsItem(), "Add Correlation");

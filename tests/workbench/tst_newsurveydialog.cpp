@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSet>
 
 using namespace survey;
 using namespace workbench;
@@ -184,6 +185,16 @@ void TestNewSurveyDialog::depthsInFeet()
     QTest::keyClick(unit, Qt::Key_Down);
     QCOMPARE(unit->currentText(), QStringLiteral("Feet"));
     QCOMPARE(depth->text(), QStringLiteral("13000")); // what was proposed follows the unit
+    // Units are quieter than what is typed, all alike.
+    QStringList units;
+    QSet<QRgb> colors;
+    for (const QLabel *label : dialog.findChildren<QLabel *>())
+        if (label->text() == QLatin1String("m") || label->text() == QLatin1String("ft")) {
+            units.append(label->text());
+            colors.insert(label->palette().color(QPalette::WindowText).rgb());
+        }
+    QCOMPARE(units.join(u' '), QStringLiteral("m m m m ft"));
+    QCOMPARE(colors.size(), 1);
     QTest::keyClick(unit, Qt::Key_Up);
     QCOMPARE(depth->text(), QStringLiteral("4000"));
     type(&dialog, "maximumDepthEdit", QStringLiteral("5000"));

@@ -182,6 +182,20 @@ void TestSurveyOverview::filters()
     QCOMPARE(table()->rowCount(), 2);
     find<QLineEdit>("filterEdit")->setText(QStringLiteral(".*")); // a text, no pattern
     QCOMPARE(table()->rowCount(), 0);
+
+    // An empty table says why, and the next survey shows its wells.
+    auto *hint = find<QTableView>("wellsTable")->findChild<QLabel *>(QStringLiteral("emptyHint"));
+    QVERIFY(hint->isVisible());
+    QCOMPARE(hint->text(), QStringLiteral("No well has \".*\" in its name."));
+    trigger("refreshAction");
+    QVERIFY(hint->isVisible());
+    find<QLineEdit>("filterEdit")->setText(QStringLiteral("Beta"));
+    QVERIFY(!hint->isVisible());
+    const QString other = newSurvey(QStringLiteral("T"));
+    addWell(other, QStringLiteral("Gamma"), 100, 100);
+    QVERIFY(m_window->openSurvey(other));
+    QCOMPARE(table()->rowCount(), 1);
+    QVERIFY(!hint->isVisible());
 }
 
 void TestSurveyOverview::selectionGoesBothWays()
