@@ -64,6 +64,7 @@ private:
     void createMenus();
     void createDocks();
     void createTabs();
+    bool mayLeave();
     void connectCorrelations();
     void connectWellData();
     void showPanelOfPage();
