@@ -163,18 +163,21 @@ struct Soaked
         dialog->findChild<QPushButton *>(QStringLiteral("importButton"))->click();
         dialog->close();
     }
+    void showMarkers(const QString &wellName) const
+    {
+        auto *manager = main->findChild<WellsDataManagerWidget *>();
+        find<QTabWidget>("centralTabs")->setCurrentIndex(2);
+        manager->findChild<QTabWidget *>(QStringLiteral("editorTabs"))->setCurrentWidget(manager->markers());
+        manager->findChild<QComboBox *>(QStringLiteral("wellBox"))->setCurrentText(wellName);
+        QCoreApplication::processEvents();
+    }
     void edit(int round) const
     {
         constexpr int editsBetweenStores = 100;
         auto *manager = main->findChild<WellsDataManagerWidget *>();
         MarkerDataWidget *markers = manager->markers();
-        if (round % editsBetweenStores == 0) {
-            find<QTabWidget>("centralTabs")->setCurrentIndex(2);
-            manager->findChild<QTabWidget *>(QStringLiteral("editorTabs"))->setCurrentWidget(markers);
-            manager->findChild<QComboBox *>(QStringLiteral("wellBox"))
-                ->setCurrentText(well(round / editsBetweenStores));
-            QCoreApplication::processEvents();
-        }
+        if (round % editsBetweenStores == 0)
+            showMarkers(well(round / editsBetweenStores));
         auto *line = qobject_cast<CellEdit *>(markers->table()->cellWidget(round % 3, 1));
         if (!line)
             qFatal("no line in the table");
@@ -192,8 +195,10 @@ struct Soaked
     std::unique_ptr<MainWindow> main;
 };
 
-/// Goes round and round; says what grew.
-void soak(const char *name, int rounds, campaign::Findings *findings, const std::function<void(int)> &round)
+/// Goes round and round; says what grew. \a rest makes the same state for each look.
+void soak(
+    const char *name, int rounds, campaign::Findings *findings, const std::function<void(int)> &round,
+    const std::function<void()> &rest = [] {})
 {
     Use early;
     const int tenth = qMax(rounds / 10, qMin(rounds / 2, warmUp)); // caches fill first
@@ -201,9 +206,12 @@ void soak(const char *name, int rounds, campaign::Findings *findings, const std:
         round(i);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCoreApplication::processEvents();
-        if (i + 1 == tenth)
-            early = currentUse();
+        if (i + 1 != tenth)
+            continue;
+        rest();
+        early = currentUse();
     }
+    rest();
     const Use late = currentUse();
     std::printf(
         "%s: %d times, %.2f MB after a tenth, %.2f MB at the end (%+.1f bytes a time), %d and %d files open\n", name,
@@ -262,7 +270,9 @@ int main(int argc, char *argv[])
         if (isWanted("imports"))
             soak("imports", times(imports), &findings, [&](int i) { soaked.importFile(i); });
         if (isWanted("edits"))
-            soak("edits", times(edits), &findings, [&](int i) { soaked.edit(i); });
+            soak(
+                "edits", times(edits), &findings, [&](int i) { soaked.edit(i); },
+                [&] { soaked.showMarkers(soaked.well(0)); });
     }
     if (isWanted("launches"))
         launchMany(survey, times(launches), &findings);
