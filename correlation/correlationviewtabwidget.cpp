@@ -84,35 +84,14 @@ void CorrelationViewTabWidget::closeCorrTab(int tab)
     if (!closing)
         return;
     const QPointer<CorrelationViewTabWidget> self = this;
-    if (mayClose(closing) && self && closing)
+    if (closing->dialog()->isChanged()
+        && m_data.asker.confirm(windowTitle(),
+                                QStringLiteral("Correlation Properties has been changed.\nWould you like to saved it "
+                                               "before close it ?"))
+        && self && closing && !closing->dialog()->save())
+        return;
+    if (self && closing)
         removeTab(m_tabs->indexOf(closing));
-}
-
-bool CorrelationViewTabWidget::mayClose(const QPointer<CorrelationDisplayWidget> &closing)
-{
-    const QPointer<CorrelationViewTabWidget> self = this;
-    return !closing->dialog()->isChanged()
-        || !m_data.asker.confirm(
-            windowTitle(),
-            QStringLiteral("Correlation Properties has been changed.\nWould you like to saved it "
-                           "before close it ?"))
-        || !self || !closing || closing->dialog()->save();
-}
-
-bool CorrelationViewTabWidget::mayLeave()
-{
-    const QPointer<CorrelationViewTabWidget> self = this;
-    QVector<QPointer<CorrelationDisplayWidget>> displays;
-    for (int tab = 0; tab < m_names.size(); ++tab)
-        displays.append(display(tab));
-    for (const QPointer<CorrelationDisplayWidget> &each : displays) {
-        if (!each || mayClose(each))
-            continue;
-        if (self && each)
-            m_tabs->setCurrentWidget(each);
-        return false;
-    }
-    return true;
 }
 
 void CorrelationViewTabWidget::removeTab(int tab)

@@ -39,10 +39,6 @@ public:
     /// Closes the current correlation, as its tab's button does; nothing when none is open.
     void closeCurrent();
 
-    /// Asks for each correlation whose properties were changed and not saved whether to save them, and saves them. False
-    /// when that failed: its tab is in front.
-    bool mayLeave();
-
     /// Gives the dock the panel of the current correlation, when this work area is the one in front.
     void showCurrentPanel();
 
@@ -74,7 +70,6 @@ public slots:
     void correlationNameChanged(int tab, const QString &name);
 
 private:
-    bool mayClose(const QPointer<CorrelationDisplayWidget> &closing);
     void removeTab(int tab);
 
     ProjectData &m_data;

@@ -427,22 +427,6 @@ void MainWindow::showEvent(QShowEvent *event)
     QMainWindow::showEvent(event);
 }
 
-// What was edited and not saved is asked for, as when its tab closes or another well is chosen.
-bool MainWindow::mayLeave()
-{
-    const QPointer<MainWindow> self = this;
-    if (!m_wellData->mayLeave()) {
-        if (self)
-            m_tabs->setCurrentWidget(m_wellData);
-        return false;
-    }
-    if (self && m_correlations->mayLeave())
-        return !self.isNull();
-    if (self)
-        m_tabs->setCurrentWidget(m_correlations);
-    return false;
-}
-
 void MainWindow::closeEvent(QCloseEvent *event)
 {
     // A host whose window has gone before this one ends, and asked already.
@@ -457,6 +441,5 @@ void MainWindow::closeEvent(QCloseEvent *event)
                              {base::BoxButton::Yes, base::BoxButton::No},
                              {},
                              base::BoxButton::No};
-    const QPointer<MainWindow> self = this;
-    event->setAccepted(m_data.asker.show(question) == base::BoxButton::Yes && self && mayLeave());
+    event->setAccepted(m_data.asker.show(question) == base::BoxButton::Yes);
 }

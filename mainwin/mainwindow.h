@@ -64,7 +64,6 @@ private:
     void createMenus();
     void createDocks();
     void createTabs();
-    bool mayLeave();
     void connectCorrelations();
     void connectWellData();
     void showPanelOfPage();

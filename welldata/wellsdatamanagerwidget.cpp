@@ -66,35 +66,20 @@ QString WellsDataManagerWidget::chosenKey() const
     return m_wells->currentData().toString();
 }
 
-QVector<WellTableEditor *> WellsDataManagerWidget::tableEditors() const
-{
-    return {m_points, m_zones, m_markers};
-}
-
-bool WellsDataManagerWidget::mayLeave()
-{
-    const QPointer<WellsDataManagerWidget> self = this;
-    for (WellTableEditor *editor : tableEditors()) {
-        const bool mayLeave = editor->mayLeave();
-        if (!self)
-            return false;
-        if (mayLeave)
-            continue;
-        m_tabs->setCurrentWidget(editor);
-        return false;
-    }
-    return true;
-}
-
 // A table whose changes could not be saved though the user wanted it stays, and its well with it.
 void WellsDataManagerWidget::wellChanged(int index)
 {
     const QPointer<WellsDataManagerWidget> self = this;
-    if (!mayLeave()) {
+    for (WellTableEditor *editor : {static_cast<WellTableEditor *>(m_points), static_cast<WellTableEditor *>(m_zones),
+                                    static_cast<WellTableEditor *>(m_markers)}) {
+        const bool mayLeave = editor->mayLeave();
         if (!self)
             return;
+        if (mayLeave)
+            continue;
         const QSignalBlocker blocker(m_wells);
         m_wells->setCurrentIndex(m_shownWell);
+        m_tabs->setCurrentWidget(editor);
         return;
     }
     m_shownWell = index;
@@ -125,7 +110,9 @@ void WellsDataManagerWidget::synchronise()
     m_shownWell = index;
     if (!isSame) {
         if (index > 0)
-            for (WellTableEditor *editor : tableEditors())
+            for (WellTableEditor *editor :
+                 {static_cast<WellTableEditor *>(m_points), static_cast<WellTableEditor *>(m_zones),
+                  static_cast<WellTableEditor *>(m_markers)})
                 editor->followName(m_wells->itemText(index));
         wellChanged(index);
         return;

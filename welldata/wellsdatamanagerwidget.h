@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QVector>
 #include <QWidget>
 
 QT_BEGIN_NAMESPACE
@@ -12,7 +11,6 @@ class DefaultDataClass;
 class DefineCalibrationPoint;
 class DefineWellPerforation;
 class MarkerDataWidget;
-class WellTableEditor;
 struct ProjectData;
 
 /// The work area "Well Data Manager": a choice of well above the editors of its default logs, markers, perforation
@@ -31,8 +29,6 @@ public:
     DefineWellPerforation *zones() const { return m_zones; }
     DefineCalibrationPoint *points() const { return m_points; }
 
-    /// Asks for each table with changes whether to save them, and saves them. False when that failed: its tab is in front.
-    bool mayLeave();
     /// The catalogue was read anew: the choice of wells follows. A well that is still there stays chosen.
     void synchronise();
     /// The logs of a well of the catalogue changed.
@@ -46,7 +42,6 @@ public slots:
 private:
     void fillWells();
     QString chosenKey() const;
-    QVector<WellTableEditor *> tableEditors() const;
 
     ProjectData &m_data;
     QString m_wellName;

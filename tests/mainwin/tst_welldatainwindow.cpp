@@ -2,7 +2,6 @@
 
 #include "correlation/correlationdisplaywidget.h"
 #include "correlation/correlationfixture.h"
-#include "correlation/correlationpropertiesdialog.h"
 #include "correlation/correlationview.h"
 #include "correlation/correlationviewtabwidget.h"
 #include "datastore/curvegrouptable.h"
@@ -324,60 +323,6 @@ private slots:
         QVERIFY(!m->window->isVisible());
     }
 
-    void theExitAsksForWhatWasNotSaved()
-    {
-        F::typeName(m->manager->markers(), 0, "Upper");
-        correlationDialog()->addWellClicked();
-        m->asker.answers = {base::BoxButton::No};
-        m->window->close();
-        QCOMPARE(m->asker.boxes.size(), 1); // nothing is lost by staying
-        QVERIFY(m->window->isVisible());
-
-        m->asker.boxes.clear();
-        m->asker.answers = {base::BoxButton::Yes, base::BoxButton::Yes, base::BoxButton::Yes};
-        m->window->close();
-        QCOMPARE(m->asker.boxes.size(), 3);
-        QCOMPARE(m->asker.boxes.at(1).text,
-                 QString("You changed the markers but not saved them.\nWould you like to save them ?"));
-        QVERIFY(m->asker.boxes.at(2).text.startsWith("Correlation Properties has been changed."));
-        QVERIFY(!m->window->isVisible());
-        QCOMPARE(m->find("A")->markers.first().name, QString("Upper"));
-        QVERIFY(files::read(m->filePath("North")).contains("Number Of Wells:3\n"));
-        m->window->show();
-        m->asker.boxes.clear();
-        m->asker.answers = {base::BoxButton::Yes};
-        m->window->close();
-        QCOMPARE(m->asker.boxes.size(), 1); // all is saved
-    }
-    void theExitLosesOnRequest()
-    {
-        const QByteArray before = files::read(m->filePath("North"));
-        F::typeName(m->manager->markers(), 0, "Upper");
-        correlationDialog()->addWellClicked();
-        m->asker.answers = {base::BoxButton::Yes, base::BoxButton::No, base::BoxButton::No};
-        m->window->close();
-        QVERIFY(!m->window->isVisible());
-        QCOMPARE(m->find("A")->markers.first().name, QString("Top"));
-        QCOMPARE(files::read(m->filePath("North")), before);
-    }
-    void whatCannotBeSavedKeepsTheWindow()
-    {
-        auto *pages = m->window->findChild<QTabWidget *>("centralTabs");
-        correlationDialog()->addWellClicked();
-        CorrelationFixture::find<QLineEdit>(correlationDialog(), "nameEdit")->clear();
-        m->asker.answers = {base::BoxButton::Yes, base::BoxButton::Yes};
-        m->window->close();
-        QVERIFY(m->window->isVisible());
-        QCOMPARE(pages->currentIndex(), 1);
-        F::click(m->manager->zones(), "addButton"); // without a name
-        m->asker.answers = {base::BoxButton::Yes, base::BoxButton::Yes};
-        m->window->close();
-        QVERIFY(m->window->isVisible());
-        QCOMPARE(pages->currentIndex(), 2);
-        QCOMPARE(CorrelationFixture::find<QTabWidget>(m->manager, "editorTabs")->currentWidget(),
-                 static_cast<QWidget *>(m->manager->zones()));
-    }
-
     void theSynchronisationReachesTheEditors()
     {
         m->addDeepWell("Z", 0, 100, {});
@@ -388,10 +333,6 @@ private slots:
     }
 
 private:
-    CorrelationPropertiesDialog *correlationDialog() const
-    {
-        return m->window->findChild<CorrelationViewTabWidget *>()->currentDisplay()->dialog();
-    }
     void tick(int row) const
     {
         auto *table = CorrelationFixture::find<QTableWidget>(m->manager->defaultData(), "defaultTable");
