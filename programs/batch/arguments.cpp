@@ -218,6 +218,21 @@ CommandLine refused(const QString &error)
     return line;
 }
 
+/// The words with what people type for --help out of habit: "-h", and "help" in front of a command.
+QStringList withLongHelp(QStringList words)
+{
+    const QString help = QStringLiteral("--help");
+    const int end = words.indexOf(QStringLiteral("--"));
+    for (int i = 0; i < (end < 0 ? words.size() : end); ++i)
+        if (words.at(i) == QLatin1String("-h"))
+            words[i] = help;
+    if (words.value(0) == QLatin1String("help")) {
+        words.removeFirst();
+        words.append(help);
+    }
+    return words;
+}
+
 CommandLine withoutCommand(const QStringList &words)
 {
     CommandLine line;
@@ -244,8 +259,9 @@ int Arguments::count(const QString &option, int otherwise) const
     return base::parseInteger(value(option).toUtf8()).value_or(otherwise);
 }
 
-CommandLine parseCommandLine(const QStringList &arguments, const QVector<Command> &commands)
+CommandLine parseCommandLine(const QStringList &words, const QVector<Command> &commands)
 {
+    const QStringList arguments = withLongHelp(words);
     int at = 0;
     while (at < arguments.size() && isOption(arguments.at(at))) {
         const QString &word = arguments.at(at);

@@ -49,8 +49,8 @@ struct CommandLine
 
 /// Reads the arguments that follow the program's name. "--option value" and "--option=value" are the same; a value that
 /// begins with "--" needs the second form. Behind "--" every word is an operand. Options may stand before the command.
-/// Of a list and of operands of one kind each word counts once.
-CommandLine parseCommandLine(const QStringList &arguments, const QVector<Command> &commands);
+/// "-h" is "--help", and so is "help" in front of a command. Of a list and of operands of one kind each word counts once.
+CommandLine parseCommandLine(const QStringList &words, const QVector<Command> &commands);
 
 /// The word as one of the choices, however it is typed; the word itself where it is none of them.
 QString asListed(const QStringList &choices, const QString &word);

@@ -209,9 +209,12 @@ void WellImport::importFile(const QString &path, double wellMaximumDepth)
                                      : QStringLiteral("there is no such file."));
         return;
     }
-    if (const las::HeaderResult header = las::readHeader(path); file.curves.isEmpty() && !header.error.isEmpty()) {
-        m_result.failures.append(header.error);
-        return;
+    if (file.curves.isEmpty()) {
+        const QString notLas = las::readHeader(path).error;
+        if (!notLas.isEmpty()) {
+            m_result.failures.append(notLas);
+            return;
+        }
     }
     QString problem = importProblem(file);
     las::ImportTab tab = las::importTab(file, path, m_choice.convertsFeet);

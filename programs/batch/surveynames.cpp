@@ -142,6 +142,7 @@ QStringList templatesOf(const Project &project, const QString &wellName)
 {
     QStringList names = wellTemplateNames(project, wellName) + project.globalTemplateNames;
     names.removeDuplicates();
+    names.sort();
     return names;
 }
 

@@ -22,7 +22,7 @@ struct DrawnWell
 };
 DrawnWell drawnWell(Session &session, const QString &word);
 
-/// The templates with which the well may be drawn, its own first.
+/// The templates with which the well may be drawn, by name.
 QStringList templatesOf(const Project &project, const QString &wellName);
 QStringList correlationNames(const Project &project);
 /// The markers of the correlation's wells, in the order in which they come.

@@ -32,8 +32,8 @@ QString shown(const TemplateId &which)
 
 QString missingProblem(const Project &project, const TemplateId &which)
 {
-    const QStringList known =
-        which.isGlobal ? project.globalTemplateNames : wellTemplateNames(project, which.wellName);
+    QStringList known = which.isGlobal ? project.globalTemplateNames : wellTemplateNames(project, which.wellName);
+    known.sort();
     return shown(which) + QStringLiteral(" does not exist%1.").arg(insteadOf(which.name, known));
 }
 
@@ -111,7 +111,7 @@ Result runShow(Session &session, const Arguments &arguments)
 Result runCopy(Session &session, const Arguments &arguments)
 {
     const auto from = templateOf(session, arguments, arguments.operand(0), wellOption);
-    const auto to = templateOf(session, arguments, arguments.operand(1), toWellOption);
+    const auto to = templateOf(session, arguments, arguments.operand(1).trimmed(), toWellOption);
     for (const QString &error : {from.error, to.error, base::typedNameProblem(to.value.name)})
         if (!error.isEmpty())
             return Result::failed(error);

@@ -90,6 +90,12 @@ private slots:
         QVERIFY(!parseCommandLine({"report", "none"}, commands).error.isEmpty());
     }
 
+    void bothEndsOfARangeBelongToIt()
+    {
+        for (const char *step : {"0.5", "10"})
+            QCOMPARE(parseCommandLine({"rich", "W", "--out", "o", "--step", step}, table()).error, QString());
+    }
+
     void choicesAreReadInAnyLetters()
     {
         const CommandLine line = parseCommandLine({"rich", "W", "--out", "o", "--format", "Columns"}, table());
@@ -183,6 +189,15 @@ private slots:
         }
         QCOMPARE(parseCommandLine({"rich", "W", "--out", "o", "--", "--help"}, commands).action,
                  CommandLine::Action::Run);
+        for (const char *words : {"rich -h", "-h rich", "help rich", "help rich -h", "rich W -h --out o"}) {
+            const CommandLine line = parseCommandLine(QString(words).split(' '), commands);
+            QVERIFY2(line.action == CommandLine::Action::ShowHelp, words);
+            QVERIFY2(QString(words).startsWith('-') || line.command == &commands.at(1), words);
+        }
+        QCOMPARE(parseCommandLine({"help"}, commands).action, CommandLine::Action::ShowHelp);
+        QCOMPARE(parseCommandLine({"help", "report"}, commands).family, QString("report"));
+        QCOMPARE(parseCommandLine({"rich", "W", "--out", "o", "--", "-h"}, commands).arguments.operands(),
+                 (QStringList{"W", "-h"}));
         QCOMPARE(parseCommandLine({"--help"}, commands).action, CommandLine::Action::ShowHelp);
         QCOMPARE(parseCommandLine({"--version"}, commands).action, CommandLine::Action::ShowVersion);
     }

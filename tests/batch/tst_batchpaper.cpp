@@ -8,6 +8,7 @@
 #include "programs/batch/session.h"
 #include "support/pdfreader.h"
 #include "support/testmain.h"
+#include "survey/surveystore.h"
 
 #include <QGraphicsView>
 #include <QImage>
@@ -342,6 +343,9 @@ private slots:
         QVERIFY(panel.record("files").value("to").toDouble() < 4000);
         QVERIFY2(panel.errors.contains("instead of") && panel.errors.contains("to 90000 m"),
                  qPrintable(panel.errors));
+        const BatchRun above = render({m_well, "--out", file, "--force", "--from=-50", "--dry-run", "--json"});
+        QCOMPARE(above.record("files").value("from").toDouble(), 0.0);
+        QCOMPARE(above.list("notices").size(), 1);
         QVERIFY(render({m_well, "--out", file, "--force", "--from", "1000", "--to", "1200", "--json"})
                     .list("notices")
                     .isEmpty());
@@ -349,6 +353,13 @@ private slots:
 
     void depthsWithoutALogAreTold()
     {
+        const QString survey = m_demo.copy();
+        survey::SurveyStore store(survey);
+        const host::LogData log{"GR", "gapi", {100, 1000, 1100}, {host::undefinedValue, 5, 6}};
+        QVERIFY(store.writeLog(store.list().value.first().key, log).ok());
+        const BatchRun gap = runBatch({"render", m_well + ":Simple", "--out", m_files.filePath("gap.png"), "--to",
+                                       "200", "--dry-run", "--survey", survey});
+        QVERIFY2(gap.errors.contains("No log has a value in these depths"), qPrintable(gap.errors));
         const BatchRun run =
             render({m_well + ":Simple", "--out", m_files.filePath("bare.png"), "--to", "200", "--unit", "FEET"});
         VERIFY_EXIT(0, run);

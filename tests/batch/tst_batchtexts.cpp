@@ -104,7 +104,7 @@ private slots:
         row("wells --survey De", "Demo");
         row("las Demo/Import/Aldra-1_f", "Demo/Import/Aldra-1_feet.las");
         row("render --survey Demo Aldra-3\\ A:Sim", "Simple"); // behind the ":", where the shell breaks the word
-        row("render --survey Demo Aldra-1:", "Triple\\ Combo Simple Saturation Petrophysics Density-Neutron Default");
+        row("render --survey Demo Aldra-1:", "Default Density-Neutron Petrophysics Saturation Simple Triple\\ Combo");
         row("render --survey Demo Ald", "Aldra-1 Aldra-2 Aldra-3\\ A");
         row("render --survey Demo \"Aldra-3 A:Sim", "Aldra-3 A:Simple"); // nor in quotes
         row("render Aldra-1 --out x.pdf --survey Demo --markers Kestrane\\ Up", "Kestrane\\ Upper\\ Sst");

@@ -387,6 +387,8 @@ private slots:
         QCOMPARE(list.list("templates").size(), 1);
         QCOMPARE(list.record("templates").value("well").toString(), QString("Aldra-1"));
         VERIFY_EXIT(1, runBatch({"template", "copy", "Simple", "Mine", "--to-well", "Aldra-1"}, m_survey));
+        VERIFY_EXIT(1, runBatch({"template", "copy", "Simple", " Mine ", "--to-well", "Aldra-1"}, m_survey));
+        VERIFY_EXIT(1, runBatch({"template", "copy", "Simple", " "}, m_survey));
         QCOMPARE(files::snapshot(m_survey + "/WLC/Templates/Aldra-1/Mine"), files::snapshot(from));
         VERIFY_EXIT(0, runBatch({"template", "copy", "Simple", "Mine", "--to-well", "Aldra-1", "--force"}, m_survey));
         VERIFY_EXIT(0, runBatch({"template", "copy", "Mine", "Everybody's", "--well", "Aldra-1"}, m_survey));
