@@ -4,12 +4,14 @@
 #include "logview/displaypicture.h"
 #include "logview/welldisplaywidget.h"
 #include "logview/welllogsscene.h"
+#include "logview/welllogsscenepropertywidget.h"
 #include "programs/batch/arguments.h"
 #include "programs/batch/session.h"
 #include "support/pdfreader.h"
 #include "support/testmain.h"
 #include "survey/surveystore.h"
 
+#include <QComboBox>
 #include <QGraphicsView>
 #include <QImage>
 #include <QXmlStreamReader>
@@ -48,24 +50,32 @@ private slots:
     {
         QTest::addColumn<QString>("templateName");
         QTest::addColumn<QString>("ending");
+        QTest::addColumn<QString>("unit");
         QTest::newRow("png") << "Default"
-                             << "png";
+                             << "png"
+                             << "METER";
         QTest::newRow("tiff") << "Simple"
-                              << "tiff";
+                              << "tiff"
+                              << "METER";
+        QTest::newRow("feet") << "Simple"
+                              << "png"
+                              << "FEET";
     }
     void aPictureIsTheWindows()
     {
         QFETCH(QString, templateName);
         QFETCH(QString, ending);
+        QFETCH(QString, unit);
         if (QGuiApplication::platformName() != QLatin1String("offscreen"))
             QSKIP("the batch tool's fonts are those of the platform without a screen");
         const QString file = m_files.filePath("picture." + ending);
-        VERIFY_EXIT(0, render({m_well + ':' + templateName, "--out", file, "--force"}));
+        VERIFY_EXIT(0, render({m_well + ':' + templateName, "--out", file, "--force", "--unit", unit}));
 
         batch::Session session(m_demo.original(), {});
         WellDisplayWidget window(session.project(), m_well, templateName, nullptr);
         window.resize(700, 500);
         window.show();
+        window.scene()->panel()->findChild<QComboBox *>("depthUnitBox")->setCurrentText(unit);
         const DisplayPicture shown(*window.headerView()->scene(), *window.scene());
         const QImage picture = QImage(file).convertToFormat(QImage::Format_RGB32);
         QCOMPARE(picture.size(), shown.size());

@@ -66,6 +66,11 @@ private slots:
             QVERIFY(hasCorner(left, 900));
             QVERIFY(hasCorner(b.left, 1000));
             QVERIFY(hasCorner(b.right, 1000));
+            // What joins them and what lies between them.
+            const QLineF line = f.lines().first()->line();
+            QVERIFY(isNear(line.y1() / pixelsPerMm, 500) && isNear(line.y2() / pixelsPerMm, 600));
+            const QPolygonF zone = f.zones().first()->polygon();
+            QVERIFY(isNear(zone.at(0).y() / pixelsPerMm, 500) && isNear(zone.at(2).y() / pixelsPerMm, 1000));
             QCOMPARE(view->tracks().first()->scale(), 1000.0F);
         }
         QCOMPARE(view->verticalScrollBar()->value(), 700);

@@ -3,6 +3,7 @@
 #include "pdfoutline.h"
 #include "programs/manualtext.h"
 #include "support/files.h"
+#include "support/pdfreader.h"
 
 #include <QFileInfo>
 #include <QImageReader>
@@ -19,9 +20,9 @@ class tst_builtmanual : public QObject
 private slots:
     void initTestCase()
     {
-        if (!QFileInfo::exists(pdf()))
+        if (!QFileInfo::exists(manualFile()))
             QSKIP("this build made no manual: only optimised ones do, others with the target \"manual\"");
-        m_bytes = files::read(pdf());
+        m_bytes = files::read(manualFile());
         m_chapters = programs::readManual(QStringLiteral(LORVA_SOURCE_DIR "/docs/manual"));
         QVERIFY(m_chapters.size() > 10);
     }
@@ -35,8 +36,10 @@ private slots:
         for (const outline::Entry &entry : file.entries) {
             QVERIFY2(entry.page >= page && entry.page < file.pageCount, qPrintable(entry.title));
             page = entry.page;
-            if (entry.level == 1)
-                titles.append(entry.title);
+            if (entry.level > 1)
+                continue;
+            titles.append(entry.title);
+            QVERIFY(entry.y > 780 && entry.y < 790); // 20 mm below the edge of A4
         }
         QStringList expected;
         for (int i = 0; i < m_chapters.size(); ++i)
@@ -76,6 +79,10 @@ private slots:
             }
         }
         QVERIFY(pictures > 20);
+        int painted = 0; // one that begins a page is no part of the page before
+        for (const QByteArray &content : pdf::read(m_bytes).contents)
+            painted += content.count(" Do\n");
+        QCOMPARE(painted, pictures);
     }
 
     void pageNumbersAreTrue()
@@ -84,7 +91,7 @@ private slots:
         if (program.isEmpty())
             QSKIP("pdftotext is not installed");
         QProcess process;
-        process.start(program, {QStringLiteral("-layout"), pdf(), QStringLiteral("-")});
+        process.start(program, {QStringLiteral("-layout"), manualFile(), QStringLiteral("-")});
         QVERIFY(process.waitForFinished(60000));
         const QStringList pages = QString::fromUtf8(process.readAllStandardOutput()).split(QChar('\f'));
         const outline::File file = outline::read(m_bytes);
@@ -102,7 +109,7 @@ private slots:
     }
 
 private:
-    static QString pdf() { return QStringLiteral(LORVA_BINARY_DIR "/share/lorva/doc/LORVA_doc.pdf"); }
+    static QString manualFile() { return QStringLiteral(LORVA_BINARY_DIR "/share/lorva/doc/LORVA_doc.pdf"); }
 
     QByteArray m_bytes;
     QVector<ManualChapter> m_chapters;

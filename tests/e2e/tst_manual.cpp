@@ -152,6 +152,20 @@ private slots:
         }
     }
 
+    // A heading that goes to the next page moves what stands behind it.
+    void tablesBehindWhatMovesStandOnOnePageToo()
+    {
+        for (int before = 3; before < 9; ++before) {
+            for (int between = 0; between < 8; ++between) {
+                const Page page("# 1  X\n" + QStringLiteral("\nline\n").repeated(before)
+                                + "\n## Heading\n\nIts text\n" + QStringLiteral("\nline\n").repeated(between)
+                                + "\n| a | b |\n|---|---|\n| one | x |\n| two | y |\n");
+                QCOMPARE(page.pageOf("Heading"), page.pageOf("Its text"));
+                QCOMPARE(page.pageOf("one"), page.pageOf("two"));
+            }
+        }
+    }
+
     // Each row of a table that no page holds is read at one glance.
     void rowsOfALargeTableStandOnOnePage()
     {

@@ -60,6 +60,8 @@ private slots:
                  QStringList({"1 1  Wells (all) p0 842", "2 At the depth \u2013 of the KB p1 742", "2 Below p1 399.5",
                               "1 2  Logs p2 822", "2 Deep p2 812", "2 Less p2 802"}));
         QVERIFY(bytes.contains("/PageMode /UseOutlines"));
+        QCOMPARE(bytes.count("/Count -2\n"), 2); // closed to begin with
+        QVERIFY(bytes.contains("/Count 2\n"));
     }
 
     void linksLeadToTheirPlaces()
@@ -81,6 +83,7 @@ private slots:
         QCOMPARE(file.links.at(1).toY, 800.0);
         QCOMPARE(file.links.at(2).toPage, 0);
         QVERIFY(!bytes.contains("/Outlines"));
+        QCOMPARE(bytes.count("/Border [0 0 0]\n"), 3); // none is framed
     }
 
     void whatHasAnotherFormIsNotTaken()

@@ -8,6 +8,7 @@
 #include "logview/visiblearea.h"
 #include "support/pdfreader.h"
 #include "support/testmain.h"
+#include "textrecorder.h"
 
 #include <QGraphicsView>
 #include <QPainter>
@@ -182,6 +183,59 @@ private slots:
         }
         QCOMPARE(markers.at(0)->nameShift(), 0.0);
         QCOMPARE(markers.at(1)->nameShift(), 0.0);
+    }
+
+    void namesThatFindNoRoomInFeetComeBack()
+    {
+        PaperFixture f;
+        constexpr int count = 40;
+        for (int i = 0; i < count; ++i)
+            f.addMarker(QStringLiteral("M%1").arg(i), static_cast<float>(400 + i));
+        f.open();
+        for (int i = 0; i < count; ++i)
+            f.showMarker(QStringLiteral("M%1").arg(i));
+        f.choose(f.panel(), "depthUnitBox", QStringLiteral("FEET"));
+        const auto shown = [&f] {
+            int names = 0;
+            for (const MarkerItem *marker : f.scene()->markers().all())
+                names += marker->isNameShown() && marker->toolTip().isEmpty();
+            return names;
+        };
+        QCOMPARE(shown(), count);
+        {
+            const TrueFeet feet(*f.scene(), Feet);
+            QVERIFY(shown() < count - 5);
+            QVERIFY(!f.display->logView()->viewport()->updatesEnabled()); // it shows the screen's places
+        }
+        QCOMPARE(shown(), count);
+        QVERIFY(f.display->logView()->viewport()->updatesEnabled());
+    }
+
+    // As many of them as at the scale that has the same length in metres.
+    void depthsAreRuledAndWrittenByTheirLength()
+    {
+        PaperFixture f;
+        f.choose(f.panel(), "depthUnitBox", QStringLiteral("FEET"));
+        f.panel()->enterScale(2000);
+        const auto labels = [&f] {
+            QStringList texts;
+            const QRectF part(f.track(1)->x(), 0, f.track(1)->boundingRect().width(), 2000);
+            for (const DrawnText &text : TextRecorder::recordScene(*f.scene(), part))
+                texts.append(text.text);
+            return texts;
+        };
+        QVERIFY(labels().contains("50"));
+        const TrueFeet feet(*f.scene(), Feet); // 1:6562 to the screen's rule
+        QVERIFY(labels().contains("100") && !labels().contains("50"));
+        QImage tracks = DisplayFixture::picture(f.scene(), QRect(10, 0, 100, 500)); // 868 feet
+        int rules = 0;
+        for (int y = 1; y < tracks.height(); ++y) {
+            int inked = 0;
+            for (int x = 0; x < tracks.width(); ++x)
+                inked += tracks.pixel(x, y) != qRgb(255, 255, 255);
+            rules += inked > 25;
+        }
+        QVERIFY2(rules > 14 && rules < 21, qPrintable(QString::number(rules))); // one at 50 ft, not at 10
     }
 
     void aDisplayInMetresIsTrueAsItIs()

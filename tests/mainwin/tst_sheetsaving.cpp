@@ -1,3 +1,5 @@
+#include "correlation/correlationview.h"
+#include "logview/markeritem.h"
 #include "logview/trackitem.h"
 #include "logview/welldisplaywidget.h"
 #include "logview/welllogsscene.h"
@@ -29,6 +31,9 @@ struct SheetFixture : ProjectFixture
         const QString key = addWell(wellName, {QStringLiteral("GR")}, {QStringLiteral("Top")});
         host.find(key)->header.totalDepth = 1500;
         open();
+        files::write(path(QStringLiteral("/Correlations/North/properties.txt")),
+                     "Correlation:North\nTrackWidth:1.2\nScale:1000\nNumber Of Wells:1\n" + wellName.toUtf8()
+                         + ":Default\nMarker:0\nPerforation Flag:1\nZones:0\n");
         window = std::make_unique<MainWindow>(*launch);
         window->show();
         emit window->projectTree()->sendWellDisplayProperties(wellName, QStringLiteral("Default"));
@@ -82,6 +87,23 @@ struct SheetFixture : ProjectFixture
 class tst_sheetsaving : public QObject
 {
     Q_OBJECT
+
+    /// y of the only line that goes all the way across the tracks between the depths of 600 and 1400 m at 1:1000, in mm.
+    static double lineAcross(const pdf::Page &page)
+    {
+        QVector<double> found;
+        double widest = 0;
+        for (const pdf::Path &path : page.paths)
+            for (const QPolygonF &line : path.lines)
+                if (path.painted == "S" && line.size() == 2 && line.first().y() > 600 && line.first().y() < 1400)
+                    widest = qMax(widest, line.boundingRect().width());
+        for (const pdf::Path &path : page.paths)
+            for (const QPolygonF &line : path.lines)
+                if (path.painted == "S" && line.size() == 2 && line.first().y() > 600 && line.first().y() < 1400
+                    && line.boundingRect().width() > widest - 1)
+                    found.append(line.first().y());
+        return found.size() == 1 ? found.first() : -1;
+    }
 
 private slots:
     void theDisplayIsSavedOnTheChosenPaper()
@@ -214,18 +236,42 @@ private slots:
         SheetFixture f;
         WellDisplayWidget *display = f.window->findChild<WellLogsViewWidget *>()->currentDisplay();
         WellLogsScene *scene = display->scene();
+        auto *marker = new MarkerItem;
+        marker->setDepth(700);
+        QVERIFY(scene->addMarker(marker));
         f.save("continuous");
-        const double metres = pdf::read(files::read(f.chosen)).pages.first().sizeMm.height();
+        const pdf::Page metres = pdf::read(files::read(f.chosen)).pages.first();
         scene->panel()->findChild<QComboBox *>("depthUnitBox")->setCurrentText("FEET");
         const double onScreen = static_cast<double>(scene->tracks().first()->height());
         const QRectF rect = scene->sceneRect();
         f.save("continuous");
         const pdf::File file = pdf::read(files::read(f.chosen));
         QCOMPARE(file.pages.size(), 1);
-        QVERIFY(qAbs(file.pages.first().sizeMm.height() - metres) < 1);
+        QVERIFY(qAbs(file.pages.first().sizeMm.height() - metres.sizeMm.height()) < 1);
+        // The marker's line is the only one from there.
+        const double y = lineAcross(metres);
+        QVERIFY2(y > 700 && y < 750, qPrintable(QString::number(y)));
+        QVERIFY(qAbs(lineAcross(file.pages.first()) - y) < 0.3);
         QCOMPARE(static_cast<double>(scene->tracks().first()->height()), onScreen);
         QCOMPARE(scene->sceneRect(), rect);
         QVERIFY(display->logView()->viewport()->updatesEnabled());
+    }
+
+    void feetOfACorrelationAreTrueOnPaper()
+    {
+        SheetFixture f;
+        ProjectTreeWidget *tree = f.window->projectTree();
+        emit tree->sendCorrelation(tree->correlationsItem()->child(0));
+        auto *view = f.window->findChild<CorrelationView *>();
+        f.save("continuous");
+        QVERIFY(f.proposed.last().endsWith("/North.pdf"));
+        const double metres = pdf::read(files::read(f.chosen)).pages.first().sizeMm.height();
+        QVERIFY(metres > 1500);
+        view->setDepthUnit(logview::Feet);
+        f.save("continuous");
+        const pdf::File file = pdf::read(files::read(f.chosen));
+        QCOMPARE(file.pages.size(), 1);
+        QVERIFY(qAbs(file.pages.first().sizeMm.height() - metres) < 1);
     }
 
     // The display looks the same afterwards, its selection too.
