@@ -2,7 +2,6 @@
 
 #include "logview/geometry/curvefill.h"
 
-#include <QHash>
 #include <QTest>
 
 using namespace logview;
@@ -42,113 +41,6 @@ FillSettings toCurve(FillSide side, const CurveSamples &other, const ValueScale 
     settings.otherScale = otherScale;
     return settings;
 }
-
-/// A fill sample by sample, straight from the rules.
-struct EverySampleFill
-{
-    struct Point
-    {
-        QPointF curve;
-        double limit = 0;
-        double gap = 0;
-        int color = -1;
-    };
-
-    static Point between(const Point &a, const Point &b)
-    {
-        const double part = a.gap / (a.gap - b.gap);
-        Point point;
-        point.curve = a.curve + (b.curve - a.curve) * part;
-        point.limit = a.limit + (b.limit - a.limit) * part;
-        point.color = a.color;
-        return point;
-    }
-
-    void draw(QPainter &painter, const QVector<Point> &points, const QColor &color) const
-    {
-        if (points.size() < 2)
-            return;
-        QPolygonF polygon;
-        for (const Point &point : points)
-            polygon.append(point.curve);
-        for (int i = points.size(); i-- > 0;)
-            polygon.append({points.at(i).limit, points.at(i).curve.y()});
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(color);
-        painter.drawPolygon(polygon);
-    }
-
-    // One polygon for a run of one colour; one for each pair of samples where colours come from a bar.
-    void drawRun(QPainter &painter, const QVector<Point> &run) const
-    {
-        QVector<Point> piece;
-        const auto finish = [&](int color = -1) {
-            draw(painter, piece, color < 0 ? QColor(Qt::blue) : QColor(bar.at(color)));
-            piece.clear();
-        };
-        for (int i = 0; i < run.size(); ++i) {
-            const Point &point = run.at(i);
-            const int color = i > 0 && !bar.isEmpty() ? run.at(i - 1).color : -1;
-            if (i > 0 && run.at(i - 1).gap < 0 && point.gap > 0)
-                piece.append(between(run.at(i - 1), point));
-            if (i > 0 && run.at(i - 1).gap > 0 && point.gap < 0)
-                piece.append(between(run.at(i - 1), point));
-            if (point.gap >= 0)
-                piece.append(point);
-            if (point.gap < 0 || (!bar.isEmpty() && piece.size() > 1))
-                finish(color);
-            if (piece.isEmpty() && point.gap >= 0)
-                piece.append(point);
-        }
-        if (bar.isEmpty())
-            finish();
-    }
-
-    void paint(QPainter &painter, const logshapes::Log &log, const CurveKey &key, const FillSettings &settings,
-               const logshapes::Log &other, const CurveKey &otherKey) const
-    {
-        QHash<double, int> partners;
-        for (int i = other.depths.size(); i-- > 0;)
-            partners.insert(other.depths.at(i), i);
-        QVector<Point> run;
-        int color = -1;
-        for (int i = 0; i < log.depths.size(); ++i) {
-            Point point;
-            bool isSkipped = false;
-            bool isDrawn = logshapes::place(log, i, key, point.curve, isSkipped);
-            double value = log.values.at(i);
-            const ValueScale &colorScale = settings.limit == FillLimit::Curve ? otherKey.scale : key.scale;
-            point.limit = settings.limit == FillLimit::LeftBoundary ? 0 : static_cast<double>(key.scale.width);
-            if (isDrawn && settings.limit == FillLimit::Curve) {
-                const int partner = partners.value(log.depths.at(i), -1);
-                QPointF limit;
-                isDrawn = partner >= 0 && logshapes::place(other, partner, otherKey, limit, isSkipped);
-                if (isDrawn) {
-                    value = other.values.at(partner);
-                    point.limit = std::min(std::max(limit.x() - 0.1, 0.0), static_cast<double>(key.scale.width));
-                }
-            }
-            if (!isDrawn) {
-                drawRun(painter, run);
-                run.clear();
-                continue;
-            }
-            point.gap =
-                settings.side == FillSide::Left ? point.curve.x() - point.limit : point.limit - point.curve.x();
-            const double low = static_cast<double>(colorScale.minimum);
-            const double high = static_cast<double>(colorScale.maximum);
-            const int n = bar.size() - 1;
-            const double index = high > low ? (value - low) * n / (high - low) : (low - value) * n / (low - high);
-            if (n >= 0 && index < n)
-                color = std::max(0, static_cast<int>(index));
-            point.color = color;
-            run.append(point);
-        }
-        drawRun(painter, run);
-    }
-
-    QVector<QRgb> bar;
-};
 
 QVector<QRgb> rainbow(int count)
 {
@@ -367,7 +259,7 @@ private slots:
                                               toCurve(FillSide::Left, otherSamples, across),
                                               toCurve(FillSide::Right, otherSamples, across)}) {
                     for (const bool isBar : {false, true}) {
-                        EverySampleFill every;
+                        logshapes::EverySampleFill every;
                         if (isBar)
                             every.bar = rainbow(64);
                         settings.barColors = every.bar;
@@ -405,7 +297,7 @@ private slots:
     {
         FillSettings settings = toBoundary(FillSide::Left);
         settings.barColors = rainbow(64);
-        EverySampleFill every;
+        logshapes::EverySampleFill every;
         every.bar = settings.barColors;
         struct Screen
         {
@@ -452,7 +344,7 @@ private slots:
                 const CurveKey key = curveKey(samples, on, {}, scale);
                 const FillSettings settings = toBoundary(FillSide::Left);
                 const QImage expected = logshapes::picture({100, 20}, 0, [&](QPainter &painter) {
-                    EverySampleFill().paint(painter, log, key, settings, log, key);
+                    logshapes::EverySampleFill().paint(painter, log, key, settings, log, key);
                 });
                 const CurveFill fill(samples, key, settings);
                 QCOMPARE(logshapes::difference(

@@ -4,6 +4,8 @@
 
 #include <QTest>
 
+#include <random>
+
 using namespace logview;
 
 Q_DECLARE_METATYPE(logshapes::Shape)
@@ -76,7 +78,9 @@ private slots:
     void dashesFollowThePattern();
     void dashesOfLongLinesAreThoseInView();
     void gapsOfDashedLinesStayOpen();
-    void anAntialiasedPainterStrokesTheReducedPath();
+    void whatScrollsByIsPaintedAsAnew();
+    void otherPaintersStrokeTheReducedPath_data();
+    void otherPaintersStrokeTheReducedPath();
 
 private:
     void everyShape();
@@ -347,28 +351,81 @@ void tst_curvepixels::widePensCoverWhatLiesWithinHalfTheirWidth()
     }
 }
 
-void tst_curvepixels::anAntialiasedPainterStrokesTheReducedPath()
+// Down over more rows than are kept, back up, and away.
+void tst_curvepixels::whatScrollsByIsPaintedAsAnew()
 {
+    const Scene scene = sceneOf(0, 1000, 9000, false, false);
+    const logshapes::Log log = logshapes::make(logshapes::Wander, 40000, 1000, 5);
+    const CurveSamples samples = log.samples();
+    const CurveKey key = curveKey(samples, scene.axis, scene.reference, scene.scale);
+    CurveLine kept;
+    kept.update(samples, key);
+    QVector<int> tops;
+    for (int top = 0; top < 8400; top += 150)
+        tops.append(top);
+    for (int top = 8400; top > 100; top -= 130)
+        tops.append(top);
+    tops += {5000, 4700, 5200, 4000};
+    for (const int penWidth : {1, 3}) {
+        int painted = 0;
+        for (const int top : tops) {
+            const auto pictureOf = [&](const CurveLine &line) {
+                return logshapes::picture({200, 250}, top, [&](QPainter &painter) {
+                    line.paint(painter, solidPen(penWidth), top, top + 250);
+                });
+            };
+            CurveLine fresh;
+            fresh.update(samples, key);
+            const QImage expected = pictureOf(fresh);
+            QCOMPARE(logshapes::difference(pictureOf(kept), expected), 0);
+            painted += logshapes::paintedPixels(expected);
+        }
+        QVERIFY(painted > 250 * tops.size());
+        // What was painted last is there still.
+        const qint64 before = readSampleCount();
+        (void)logshapes::picture({200, 1000}, 3900,
+                                 [&](QPainter &painter) { kept.paint(painter, solidPen(penWidth), 4010, 4240); });
+        QCOMPARE(readSampleCount(), before);
+    }
+}
+
+void tst_curvepixels::otherPaintersStrokeTheReducedPath_data()
+{
+    QTest::addColumn<QTransform>("transform");
+    QTest::addColumn<bool>("isAntialiased");
+    QTest::newRow("antialiased") << QTransform::fromScale(2, 2) << true;
+    QTest::newRow("wider than high") << QTransform::fromScale(3, 2) << false;
+    QTest::newRow("smaller") << QTransform::fromScale(0.5, 0.5) << false;
+    QTest::newRow("between pixels") << QTransform::fromTranslate(0.5, 0) << false;
+    QTest::newRow("leaning") << QTransform(1, 0.1, 0, 1, 0, 0) << false;
+}
+
+void tst_curvepixels::otherPaintersStrokeTheReducedPath()
+{
+    QFETCH(QTransform, transform);
+    QFETCH(bool, isAntialiased);
     const Scene scene = sceneOf(0, 1000, 400, false, false);
     const logshapes::Log log = logshapes::make(logshapes::Wander, 8000, 1000, 5);
     const CurveSamples samples = log.samples();
+    const CurveKey key = curveKey(samples, scene.axis, scene.reference, scene.scale);
     CurveLine line;
-    line.update(samples, curveKey(samples, scene.axis, scene.reference, scene.scale));
+    line.update(samples, key);
     ShownRows rows;
-    rows.perPixel = 2;
-    const QPainterPath reduced =
-        reducedPath(samples, curveKey(samples, scene.axis, scene.reference, scene.scale), rows);
-    const QImage expected = logshapes::picture({400, 800}, 0, [&](QPainter &painter) {
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.scale(2, 2);
+    rows.perPixel = std::max(1.0, transform.m22());
+    const QPainterPath reduced = reducedPath(samples, key, rows);
+    const auto pictureBy = [&](const auto &paint) {
+        return logshapes::picture({600, 800}, 0, [&](QPainter &painter) {
+            painter.setRenderHint(QPainter::Antialiasing, isAntialiased);
+            painter.setTransform(transform, true);
+            paint(painter);
+        });
+    };
+    const QImage expected = pictureBy([&](QPainter &painter) {
         painter.setPen(solidPen(1));
         painter.drawPath(reduced);
     });
-    const QImage painted = logshapes::picture({400, 800}, 0, [&](QPainter &painter) {
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.scale(2, 2);
-        line.paint(painter, solidPen(1), 0, 400);
-    });
+    const QImage painted = pictureBy([&](QPainter &painter) { line.paint(painter, solidPen(1), 0, 400); });
+    QVERIFY(logshapes::paintedPixels(expected) > 100);
     QCOMPARE(logshapes::difference(painted, expected), 0);
 }
 

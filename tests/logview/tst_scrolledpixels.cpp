@@ -160,6 +160,7 @@ private slots:
     }
     void theWholeViewIsPainted();
     void onlyTheStripThatComesIntoViewIsPainted();
+    void onlyTheSamplesOfTheStripAreRead();
     void steps_data();
     void steps();
     void sideways();
@@ -199,6 +200,29 @@ void tst_scrolledpixels::onlyTheStripThatComesIntoViewIsPainted()
         const bool isWhole = ratio() == std::floor(ratio());
         // One more is that over which the handle below the headers lies.
         QCOMPARE(watch.rows(), isWhole ? std::abs(step) + 1 : viewport->height());
+    }
+}
+
+// Also with the line at the mouse in the middle of the view, and however far the view has come.
+void tst_scrolledpixels::onlyTheSamplesOfTheStripAreRead()
+{
+    ScrollFixture f;
+    f.bar()->setValue(700);
+    f.fresh();
+    qint64 before = logview::readSampleCount();
+    f.fresh();
+    const qint64 again = logview::readSampleCount() - before;
+    QVERIFY2(again < 10, qPrintable(QString::number(again))); // the dashes are measured from the place before them
+    f.moveMouse(QPoint(120, 200));
+    QCoreApplication::processEvents();
+    for (int i = 0; i < 40; ++i) {
+        before = logview::readSampleCount();
+        f.bar()->setValue(f.bar()->value() + 40);
+        QCoreApplication::processEvents();
+        const qint64 read = logview::readSampleCount() - before;
+        // Of two curves and a fill 106 each in the strip, and some around it and around the two other rows.
+        if (ratio() == std::floor(ratio()))
+            QVERIFY2(read > 300 && read < 700, qPrintable(QString::number(read)));
     }
 }
 
@@ -305,12 +329,13 @@ void tst_scrolledpixels::scaledScreens()
     child.setProcessChannelMode(QProcess::MergedChannels);
     child.start(QCoreApplication::applicationFilePath(),
                 {QStringLiteral("theWholeViewIsPainted"), QStringLiteral("onlyTheStripThatComesIntoViewIsPainted"),
-                 QStringLiteral("steps"), QStringLiteral("sideways"), QStringLiteral("wheel"),
-                 QStringLiteral("aMarkerThatMoves"), QStringLiteral("theCursorLeavesNothingBehind")});
+                 QStringLiteral("onlyTheSamplesOfTheStripAreRead"), QStringLiteral("steps"),
+                 QStringLiteral("sideways"), QStringLiteral("wheel"), QStringLiteral("aMarkerThatMoves"),
+                 QStringLiteral("theCursorLeavesNothingBehind")});
     QVERIFY(child.waitForFinished(300000));
     const QByteArray output = child.readAll();
     QVERIFY2(child.exitStatus() == QProcess::NormalExit && child.exitCode() == 0, output.constData());
-    QVERIFY2(output.contains("Totals: 13 passed, 0 failed, 0 skipped"), output.constData());
+    QVERIFY2(output.contains("Totals: 14 passed, 0 failed, 0 skipped"), output.constData());
 }
 
 LORVA_TEST_MAIN(tst_scrolledpixels)
