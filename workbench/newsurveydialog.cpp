@@ -77,6 +77,8 @@ void NewSurveyDialog::buildWidgets()
             connect(m_unit, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
                     &NewSurveyDialog::depthUnitChosen);
             m_depthUnit = m_form->addField(label, m_edits[i], survey::symbol(depthUnit()));
+            QWidget::setTabOrder(m_edits[i - 1], m_unit);
+            QWidget::setTabOrder(m_unit, m_edits[i]);
         } else if (look.field == survey::SurveyField::DataRoot) {
             auto *browseButton = new QPushButton(QStringLiteral("&Browse…"), m_form);
             browseButton->setObjectName(QStringLiteral("browseButton"));

@@ -132,12 +132,15 @@ void SurveyOverview::setWells(const QVector<survey::WellSummary> &wells, survey:
 
 void SurveyOverview::fitColumns()
 {
+    // The last column stretches over what is left; that is no width of its own.
+    m_table->horizontalHeader()->setStretchLastSection(false);
     m_table->resizeColumnsToContents();
     for (int column = 0; column < WellsModel::ColumnCount; ++column) {
         const int width = m_table->columnWidth(column) + columnPadding;
         m_table->setColumnWidth(
             column, column == WellsModel::NameColumn ? qBound(narrowestNameColumn, width, widestNameColumn) : width);
     }
+    m_table->horizontalHeader()->setStretchLastSection(true);
 }
 
 void SurveyOverview::showEvent(QShowEvent *event)

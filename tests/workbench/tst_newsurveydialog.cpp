@@ -7,6 +7,7 @@
 #include "workbench/newsurveydialog.h"
 
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
@@ -52,6 +53,7 @@ private slots:
     void fieldProblems_data();
     void fieldProblems();
     void makesTheSurvey();
+    void tabGoesFromTopToBottom();
     void depthsInFeet();
     void makesAMissingDataRoot();
     void refusesWhatExists();
@@ -171,6 +173,24 @@ void TestNewSurveyDialog::makesTheSurvey()
     QVERIFY(survey.contains("Set Point.1: 100/100`(430000,6"));
     QCOMPARE(SurveyStore(dialog.createdSurvey()).list().error, QString());
     QVERIFY(m_asker.boxes.isEmpty());
+}
+
+void TestNewSurveyDialog::tabGoesFromTopToBottom()
+{
+    NewSurveyDialog dialog(m_asker, noChooser(), m_folder->path());
+    QVERIFY(showActive(&dialog));
+    dialog.findChild<QLineEdit *>(QStringLiteral("rootEdit"))->setFocus();
+    int top = -1;
+    int visited = 0;
+    for (QWidget *now = dialog.focusWidget(); !qobject_cast<QDialogButtonBox *>(now->parentWidget()); ++visited) {
+        const int y = now->mapTo(&dialog, QPoint()).y() + now->height() / 2;
+        QVERIFY2(y >= top - 3, qPrintable(now->objectName()));
+        top = y;
+        QTest::keyClick(now, Qt::Key_Tab);
+        QVERIFY(dialog.focusWidget() != now);
+        now = dialog.focusWidget();
+    }
+    QCOMPARE(visited, 9); // folder, its button, name, four borders, unit, depth
 }
 
 void TestNewSurveyDialog::depthsInFeet()

@@ -7,10 +7,12 @@
 #include "workbench/wellsmodel.h"
 #include "workbenchwindowfixture.h"
 
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QToolButton>
 
@@ -69,6 +71,7 @@ private slots:
     void aWideTableTakesItsPlaceFromTheMap();
     void sortsByNumber();
     void filters();
+    void columnsFitInEachSurvey();
     void selectionGoesBothWays();
     void doubleClickOpensTheManagerAtTheWell();
     void emptySurveyShowsWhatToDo();
@@ -196,6 +199,24 @@ void TestSurveyOverview::filters()
     QVERIFY(m_window->openSurvey(other));
     QCOMPARE(table()->rowCount(), 1);
     QVERIFY(!hint->isVisible());
+}
+
+void TestSurveyOverview::columnsFitInEachSurvey()
+{
+    m_window->resize(1200, 700);
+    auto *view = find<QTableView>("wellsTable");
+    int columns = 0;
+    for (const char *name : {"S", "T", "U"}) {
+        const QString survey = newSurvey(QLatin1String(name));
+        QVERIFY(m_window->openSurvey(survey)); // as a new one, without wells
+        addWell(survey, QStringLiteral("A"), 1000, 1000);
+        trigger("refreshAction");
+        QCoreApplication::processEvents();
+        QCOMPARE(view->horizontalScrollBar()->maximum(), 0);
+        const int width = view->horizontalHeader()->length();
+        QVERIFY(columns == 0 || width == columns);
+        columns = width;
+    }
 }
 
 void TestSurveyOverview::selectionGoesBothWays()
