@@ -30,6 +30,7 @@ DefineCalibrationPoint::DefineCalibrationPoint(ProjectData &projectData, QWidget
     row->addWidget(m_group);
     row->addStretch(1);
     page()->insertLayout(0, row);
+    takeTabsFirst(m_group);
     connect(m_group, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             &DefineCalibrationPoint::wellOrGrooupChanged);
 }

@@ -150,6 +150,12 @@ void WellTableEditor::showRows(const QVector<welldata::TableRow> &rows)
     m_isModified = false;
 }
 
+void WellTableEditor::takeTabsFirst(QWidget *widget)
+{
+    setTabOrder(m_add, widget); // from the end of the chain to its beginning
+    setTabOrder(widget, m_add);
+}
+
 void WellTableEditor::setStatus(const QString &text)
 {
     m_status->setText(text);

@@ -50,6 +50,8 @@ protected:
     const welldata::WellChoice &well() const { return m_well; }
     bool hasWell() const { return m_well.isSet(); }
     QVBoxLayout *page() const { return m_page; }
+    /// Puts a widget that stands above the buttons in front of them for the Tab key.
+    void takeTabsFirst(QWidget *widget);
     /// Reads the rows of the well, shows them and says so.
     virtual void load() = 0;
     /// Stores the table and says so. False when nothing was stored.

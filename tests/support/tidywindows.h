@@ -3,11 +3,15 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAction>
+#include <QComboBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QStringList>
+#include <QStyle>
+#include <QStyleOption>
 #include <QTableView>
 
 /// Whether a window is laid out as one expects: nothing lies on anything else, a label stands at the field that it names, and
@@ -58,6 +62,36 @@ inline bool beginsAsASentence(QString text)
     return text.isEmpty() || !text.at(0).isLower();
 }
 
+// The Tab key reads a form as one reads it: down, or on to what stands further right.
+inline void findUpwardTabs(const QWidget *window, QStringList *found)
+{
+    const QWidget *before = nullptr;
+    for (const QWidget *now = window->nextInFocusChain(); now != window; now = now->nextInFocusChain()) {
+        if (!now->isVisible() || now->window() != window || !(now->focusPolicy() & Qt::TabFocus) || now->focusProxy())
+            continue;
+        if (before && before->parentWidget() == now->parentWidget() && placeOf(now).bottom() < placeOf(before).top()
+            && placeOf(now).left() <= placeOf(before).right())
+            found->append(QStringLiteral("Tab goes up from %1 to %2").arg(nameOf(before), nameOf(now)));
+        before = now;
+    }
+}
+
+// Whether the text that stands in a widget finds no room there.
+inline bool isCut(const QWidget *widget)
+{
+    if (const auto *button = qobject_cast<const QPushButton *>(widget))
+        return button->width() < button->fontMetrics().size(Qt::TextShowMnemonic, button->text()).width();
+    if (const auto *box = qobject_cast<const QComboBox *>(widget)) {
+        QStyleOptionComboBox option;
+        option.initFrom(box);
+        option.editable = box->isEditable();
+        const QRect room =
+            box->style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, box);
+        return room.width() < box->fontMetrics().horizontalAdvance(box->currentText());
+    }
+    return false;
+}
+
 /// What is not as one expects, each with its widget. \a count gets the number of widgets that were looked at.
 inline QStringList faults(QWidget *window, int *count)
 {
@@ -66,6 +100,7 @@ inline QStringList faults(QWidget *window, int *count)
         if (!beginsAsASentence(text))
             found.append(nameOf(widget) + QStringLiteral(" says: ") + text);
     };
+    findUpwardTabs(window, &found);
     QList<QWidget *> widgets = window->findChildren<QWidget *>();
     widgets.append(window);
     for (const QWidget *widget : qAsConst(widgets)) {
@@ -73,6 +108,8 @@ inline QStringList faults(QWidget *window, int *count)
             continue;
         ++*count;
         findOverlaps(widget, &found);
+        if (isCut(widget))
+            found.append(nameOf(widget) + QStringLiteral(" is cut"));
         judge(widget, widget->toolTip());
         for (const QAction *action : widget->actions())
             judge(widget, action->toolTip());
