@@ -53,6 +53,7 @@ void DefaultDataClass::build()
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->horizontalHeader()->setHighlightSections(false);
     m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 12);
+    fitColumns();
     m_groups = new QStringListModel(welldata::groupsWithDefaults(m_data.project.groupNames), this);
     m_update = new QPushButton(QStringLiteral("Update"));
     m_update->setObjectName(QStringLiteral("updateButton"));
@@ -69,6 +70,13 @@ void DefaultDataClass::build()
     page->addWidget(new QLabel(QStringLiteral("Logs And Default Data:")));
     page->addWidget(m_table, 1);
     page->addLayout(bottom);
+}
+
+void DefaultDataClass::fitColumns()
+{
+    m_table->resizeColumnsToContents();
+    m_table->setColumnWidth(NameColumn, qMax(nameWidthPx, m_table->columnWidth(NameColumn)));
+    m_table->setColumnWidth(GroupColumn, qMax(groupWidthPx, m_table->columnWidth(GroupColumn)));
 }
 
 void DefaultDataClass::setWell(const QString &wellName, const QString &wellKey)
@@ -104,9 +112,7 @@ void DefaultDataClass::setWell(const QString &wellName, const QString &wellKey)
         CurveGroupFinder groups(m_data.project.projectFolder);
         for (int row = 0; row < logs.size(); ++row)
             addRow(row, logs.at(row), groups.group(logs.at(row)));
-        m_table->resizeColumnsToContents();
-        m_table->setColumnWidth(NameColumn, qMax(nameWidthPx, m_table->columnWidth(NameColumn)));
-        m_table->setColumnWidth(GroupColumn, qMax(groupWidthPx, m_table->columnWidth(GroupColumn)));
+        fitColumns();
     }
     m_update->setEnabled(true);
     const QPointer<DefaultDataClass> self = this;

@@ -51,6 +51,7 @@ public slots:
 
 private:
     void build();
+    void fitColumns();
     bool store();
     void tellNotStored();
     void clearTable();

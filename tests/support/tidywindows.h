@@ -89,7 +89,23 @@ inline bool isCut(const QWidget *widget)
             box->style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, box);
         return room.width() < box->fontMetrics().horizontalAdvance(box->currentText());
     }
-    return false;
+    const auto *label = qobject_cast<const QLabel *>(widget);
+    return label && !label->wordWrap() && label->minimumWidth() == 0 && label->pixmap(Qt::ReturnByValue).isNull()
+        && label->width() < label->minimumSizeHint().width();
+}
+
+// Titles of columns; those that may break into lines are left out.
+inline void findCutTitles(const QTableView *table, QStringList *found)
+{
+    const QHeaderView *header = table->horizontalHeader();
+    if (!header->isVisible() || header->defaultAlignment() & Qt::TextWordWrap || !table->model())
+        return;
+    for (int column = 0; column < table->model()->columnCount(); ++column) {
+        const QString title = table->model()->headerData(column, Qt::Horizontal).toString();
+        if (!header->isSectionHidden(column)
+            && header->sectionSize(column) < header->fontMetrics().horizontalAdvance(title))
+            found->append(nameOf(table) + QStringLiteral(" cuts the title ") + title);
+    }
 }
 
 /// What is not as one expects, each with its widget. \a count gets the number of widgets that were looked at.
@@ -124,6 +140,7 @@ inline QStringList faults(QWidget *window, int *count)
         } else if (const auto *line = qobject_cast<const QLineEdit *>(widget)) {
             judge(widget, line->placeholderText());
         } else if (const auto *table = qobject_cast<const QTableView *>(widget)) {
+            findCutTitles(table, &found);
             for (int column = 0; table->model() && column < table->model()->columnCount(); ++column)
                 judge(widget, table->model()->headerData(column, Qt::Horizontal, Qt::ToolTipRole).toString());
         }
