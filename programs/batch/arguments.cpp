@@ -20,6 +20,21 @@ QString optionName(const QString &word)
     return word.section(QLatin1Char('='), 0, 0);
 }
 
+/// The names of a list. A comma behind a backslash belongs to a name.
+QStringList namesOf(const QString &list)
+{
+    QStringList names{QString()};
+    for (int i = 0; i < list.size(); ++i) {
+        if (list.at(i) == QLatin1Char(','))
+            names.append(QString());
+        else if (list.midRef(i).startsWith(QLatin1String("\\,")))
+            names.last() += list.at(++i);
+        else
+            names.last() += list.at(i);
+    }
+    return names;
+}
+
 /// A word as the command sees it: a choice as the tables write it, however it is typed.
 QString asWritten(const WordRule &rule, const QString &word)
 {
@@ -92,7 +107,7 @@ void Reader::addValue(const Option &option, const QString &value)
 {
     QStringList values{value};
     if (option.isList)
-        values = value.split(QLatin1Char(','), Qt::KeepEmptyParts);
+        values = namesOf(value);
     for (QString &word : values) {
         if (option.isList)
             word = word.trimmed();

@@ -39,13 +39,17 @@ host::Outcome<host::WellEntry> wellOfFile(Session &session, const QString &path)
         const host::Outcome<host::WellEntry> well = session.well(item->value);
         if (well.ok())
             return well;
+        if (session.hasSeveral(item->value))
+            return {{}, QStringLiteral("%1: %2 --well takes it.").arg(path, well.error)};
         tried.append(QLatin1Char('"') + item->value + QLatin1Char('"'));
     }
+    tried.removeDuplicates();
     return {{},
-            tried.isEmpty() ? QStringLiteral("%1 names no well; --well names one, --new-wells makes one.").arg(path)
-                            : QStringLiteral("%1 is of the well %2, which the survey has not, or more than once; "
-                                             "--well names another, --new-wells makes it.")
-                                  .arg(path, tried.join(QStringLiteral(" or ")))};
+            tried.isEmpty()
+                ? QStringLiteral("%1 names no well; --well names one, --new-wells makes one.").arg(path)
+                : QStringLiteral(
+                      "%1 is of the well %2, which the survey has not; --well names another, --new-wells makes it.")
+                      .arg(path, tried.join(QStringLiteral(" or ")))};
 }
 
 Result importIntoWells(Session &session, const QStringList &files, const Arguments &arguments,

@@ -93,7 +93,9 @@ QString manualPage(const QVector<Command> &commands)
         "the survey; but las tells those of a file in the file's unit, and \\-\\-from and \\-\\-to of render and "
         "correlate are of the unit and depth type that are drawn. Nothing is asked: what a window would ask is "
         "refused, "
-        "and the message names the option that says \"Yes\". Words between commas, files and wells that are given "
+        "and the message names the option that says \"Yes\". In a list of names a comma that belongs to a name "
+        "stands behind "
+        "a backslash. Names between commas, files and wells that are given "
         "twice count once.\n");
     page += QStringLiteral(".SH OPTIONS OF MANY COMMANDS\n") + commonOptions(commands);
     page += QStringLiteral(".SH COMMANDS\n");

@@ -12,6 +12,7 @@
 #include <QIcon>
 #include <QThread>
 
+#include <algorithm>
 #include <utility>
 
 namespace batch {
@@ -162,6 +163,14 @@ host::Outcome<host::WellEntry> Session::well(const QString &nameOrKey)
                 QStringLiteral("Several wells are called \"%1\": give the key of one instead (%2).")
                     .arg(nameOrKey, keys.join(QStringLiteral(", ")))};
     return {found, {}};
+}
+
+bool Session::hasSeveral(const QString &wellName)
+{
+    const QVector<host::WellEntry> wells = store().list().value;
+    return std::count_if(wells.begin(), wells.end(),
+                         [&wellName](const host::WellEntry &well) { return well.name == wellName; })
+        > 1;
 }
 
 QStringList Session::takeFailures()

@@ -98,6 +98,8 @@ public:
     /// The well of that name, or of that key; an error where there is none, or where several have the name.
     host::Outcome<host::WellEntry> well(const QString &nameOrKey);
 
+    bool hasSeveral(const QString &wellName);
+
     /// What the survey and the boxes of the parts had to tell since this was last called, as sentences.
     QStringList takeFailures();
 

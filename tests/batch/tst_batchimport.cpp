@@ -224,6 +224,22 @@ private slots:
         QVERIFY(runBatch({"logs", "Nova-1", "--json"}, m_survey).list("logs").isEmpty());
     }
 
+    void theWellOfAFileIsOne()
+    {
+        const QString list = m_survey + "/WellInfo/.omf";
+        files::write(list, files::read(list).replace("Aldra-2", "Aldra-1"));
+        const BatchRun several = import({m_las});
+        VERIFY_EXIT(1, several);
+        QVERIFY2(
+            several.errors.contains(m_las + ": Several wells are called \"Aldra-1\": give the key of one instead (")
+                && several.errors.contains("--well takes it."),
+            qPrintable(several.errors));
+        files::write(m_las, lasText("Nowhere"));
+        const BatchRun none = import({m_las});
+        QVERIFY2(none.errors.contains("is of the well \"Nowhere\", which the survey has not; --well names another"),
+                 qPrintable(none.errors));
+    }
+
     void wrongOptionsAreUsage()
     {
         for (const QStringList &words : {QStringList{"--well", "a", "--new-wells"},

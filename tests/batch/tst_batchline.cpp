@@ -106,6 +106,14 @@ private slots:
         QCOMPARE(parseCommandLine({"plain", "shale VOLUME"}, commands).arguments.operand(0), QString("Shale Volume"));
     }
 
+    void aCommaMayBelongToAName()
+    {
+        const CommandLine line =
+            parseCommandLine({"rich", "W", "--out", "o", "--logs", "Top\\, upper,\\GR\\,,a\\"}, table());
+        QCOMPARE(line.error, QString());
+        QCOMPARE(line.arguments.values("--logs"), (QStringList{"Top, upper", "\\GR,", "a\\"}));
+    }
+
     void whatIsGivenTwiceCountsOnce()
     {
         const CommandLine line =
