@@ -165,8 +165,9 @@ Result run(Session &session, const Arguments &arguments)
                 result.notices.append(QStringLiteral("The marker \"%1\" is outside the depth range.").arg(name));
         scene.markers().setWidth(static_cast<float>(scene.sceneWidth()));
     }
-    if (!display.statusText().isEmpty())
-        result.notices.append(display.statusText());
+    if (!display.statusText().isEmpty()) // with the way here instead of that in the window
+        result.notices.append(display.statusText().replace(
+            QStringLiteral("see Well Data Manager"), QStringLiteral("\"lorva-batch default-logs\" sets them.")));
     QGraphicsScene &headers = *display.headerView()->scene();
     const logview::TrueFeet feet(scene, isPaper(drawing) ? drawing.unit : logview::Metre);
     result.add(drawFile(session, drawing, headers, scene, logview::sheetContents(headers, scene)));

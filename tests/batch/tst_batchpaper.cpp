@@ -412,6 +412,17 @@ private slots:
         QVERIFY(pdf::read(files::read(m_files.filePath("b.pdf"))).isComplete);
     }
 
+    void missingDefaultLogsAreToldWithTheCommandThatSetsThem()
+    {
+        const QString survey = m_demo.copyWithoutDefaults();
+        const BatchRun run = runBatch(
+            {"render", m_well + ":Simple", "--out", m_files.filePath("d.png"), "--dry-run", "--survey", survey});
+        VERIFY_EXIT(0, run);
+        QVERIFY2(run.errors.contains("No default log for Gamma, Resistivity, Density in Aldra-1: "
+                                     "\"lorva-batch default-logs\" sets them.\n"),
+                 qPrintable(run.errors));
+    }
+
     void aSurveyWithoutAProjectStaysWithoutOne()
     {
         const QString survey = m_demo.copy();
