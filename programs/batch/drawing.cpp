@@ -2,9 +2,11 @@
 
 #include "base/atomicfile.h"
 #include "base/leftovers.h"
+#include "logview/curveitem.h"
 #include "logview/displaypicture.h"
 #include "logview/paper/sheetfile.h"
 #include "logview/paper/sheetpainter.h"
+#include "logview/trackitem.h"
 #include "programs/batch/heldsignals.h"
 #include "programs/batch/progress.h"
 #include "programs/batch/session.h"
@@ -12,6 +14,9 @@
 
 #include <QFileInfo>
 #include <QGraphicsScene>
+
+#include <algorithm>
+#include <limits>
 
 namespace batch {
 
@@ -97,6 +102,36 @@ Record recordOf(const Drawing &drawing, const logview::SheetContents &contents)
     record[QLatin1String("to")] = jsonNumber(contents.axis.end);
     record[QLatin1String("depthsOf")] = contents.depthsOf;
     return record;
+}
+
+/// That there are logs, but no value of them in the depths that are drawn; empty where there are some, or no logs at all.
+QString emptinessNotice(const Drawing &drawing, const QGraphicsScene &logScene,
+                        const logview::SheetContents &contents)
+{
+    double top = std::numeric_limits<double>::infinity();
+    double bottom = -top;
+    for (const QGraphicsItem *item : logScene.items()) {
+        const auto *curve = qgraphicsitem_cast<const CurveItem *>(item);
+        if (!curve)
+            continue;
+        const auto &track = static_cast<const TrackItem &>(*curve->parentItem());
+        const logview::CurveSamples &samples = curve->samples();
+        for (int i = 0; i < samples.size(); ++i) {
+            if (samples.isNull(i))
+                continue;
+            const auto depth = static_cast<double>(track.depthReference().toDisplay(samples.depthM(i)));
+            const double y = track.y() + track.axis().toPixel(depth) - contents.top;
+            top = std::min(top, y);
+            bottom = std::max(bottom, y);
+        }
+    }
+    const logview::DepthAxis &axis = contents.axis;
+    if (top > bottom || (top <= static_cast<double>(axis.height) && bottom >= 0))
+        return {};
+    const logview::DepthLimits values{static_cast<float>(axis.toDepth(top)),
+                                      static_cast<float>(axis.toDepth(bottom))};
+    return QStringLiteral("%1: no log has a value in these depths; their values lie at %2.")
+        .arg(contents.title, depthsText(values, drawing.unit));
 }
 
 Result drawPicture(const Session &session, const Drawing &drawing, PictureFormat format, QGraphicsScene &headerScene,
@@ -298,9 +333,12 @@ Result drawFile(const Session &session, const Drawing &drawing, QGraphicsScene &
                 const logview::SheetContents &contents)
 {
     const Record record = recordOf(drawing, contents);
-    if (const auto format = pictureFormat(endingOf(drawing.path)))
-        return drawPicture(session, drawing, *format, headerScene, logScene, record);
-    return drawPaper(session, drawing, headerScene, logScene, contents, record);
+    const auto format = pictureFormat(endingOf(drawing.path));
+    Result result = format ? drawPicture(session, drawing, *format, headerScene, logScene, record)
+                           : drawPaper(session, drawing, headerScene, logScene, contents, record);
+    if (const QString notice = emptinessNotice(drawing, logScene, contents); !notice.isEmpty())
+        result.notices.append(notice);
+    return result;
 }
 
 } // namespace batch

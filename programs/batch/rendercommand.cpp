@@ -1,8 +1,6 @@
-#include "logview/curveitem.h"
 #include "logview/markeritem.h"
 #include "logview/paper/displaysheet.h"
 #include "logview/paper/truefeet.h"
-#include "logview/trackitem.h"
 #include "logview/welldisplaywidget.h"
 #include "logview/welllogsscene.h"
 #include "logview/welllogsscenepropertywidget.h"
@@ -13,9 +11,6 @@
 #include "programs/batch/tables.h"
 
 #include <QGraphicsView>
-
-#include <algorithm>
-#include <limits>
 
 namespace batch {
 
@@ -104,29 +99,6 @@ DrawnDepths applyDepths(WellLogsScene &scene, const Drawing &drawing)
     return drawn;
 }
 
-/// That the display has logs, but no value of them in its depths; empty where it has some there, or no logs at all.
-QString emptinessNotice(const WellLogsScene &scene, const Drawing &drawing)
-{
-    const logview::DepthReference reference = scene.depthReference();
-    logview::DepthLimits values{std::numeric_limits<float>::infinity(), -std::numeric_limits<float>::infinity()};
-    for (const TrackItem *track : scene.tracks()) {
-        for (const CurveItem *curve : track->curves()) {
-            const logview::CurveSamples &samples = curve->samples();
-            for (int i = 0; i < samples.size(); ++i) {
-                if (samples.isNull(i))
-                    continue;
-                const float depth = reference.toDisplay(samples.depthM(i));
-                values = {std::min(values.start, depth), std::max(values.end, depth)};
-            }
-        }
-    }
-    const bool isEmpty = values.start > scene.endDepth() || values.end < scene.startDepth();
-    return isEmpty && values.start <= values.end
-        ? QStringLiteral("No log has a value in these depths: their values lie at %1.")
-              .arg(depthsText(values, drawing.unit))
-        : QString();
-}
-
 Result run(Session &session, const Arguments &arguments)
 {
     const Drawing drawing = drawingOf(arguments);
@@ -149,9 +121,8 @@ Result run(Session &session, const Arguments &arguments)
         return Result::failed(QStringLiteral("The well \"%1\": ").arg(shown.wellName) + depths.problem);
 
     Result result;
-    for (const QString &notice : {depths.notice, emptinessNotice(scene, drawing)})
-        if (!notice.isEmpty())
-            result.notices.append(QStringLiteral("The well \"%1\": ").arg(shown.wellName) + notice);
+    if (!depths.notice.isEmpty())
+        result.notices.append(QStringLiteral("The well \"%1\": ").arg(shown.wellName) + depths.notice);
     if (drawing.markers == Drawing::Markers::All || drawing.markers == Drawing::Markers::Named) {
         const auto all = data.catalogue.readWellMarkers(data.catalogue.indexOf(shown.wellName));
         QStringList missing;

@@ -369,12 +369,23 @@ private slots:
         QVERIFY(store.writeLog(store.list().value.first().key, log).ok());
         const BatchRun gap = runBatch({"render", m_well + ":Simple", "--out", m_files.filePath("gap.png"), "--to",
                                        "200", "--dry-run", "--survey", survey});
-        QVERIFY2(gap.errors.contains("No log has a value in these depths"), qPrintable(gap.errors));
+        QVERIFY2(gap.errors.contains("no log has a value in these depths"), qPrintable(gap.errors));
         const BatchRun run =
             render({m_well + ":Simple", "--out", m_files.filePath("bare.png"), "--to", "200", "--unit", "FEET"});
         VERIFY_EXIT(0, run);
-        QVERIFY2(run.errors.contains("No log has a value in these depths: their values lie at 2625 to 8517.5 ft."),
+        QVERIFY2(run.errors.contains(
+                     "Aldra-1: no log has a value in these depths; their values lie at 2625 to 8517.5 ft."),
                  qPrintable(run.errors));
+    }
+
+    void depthsWithoutALogInAPanelAreTold()
+    {
+        const QString file = m_files.filePath("bare.pdf");
+        const BatchRun run = correlate({"--out", file, "--to", "200", "--dry-run"});
+        VERIFY_EXIT(0, run);
+        QVERIFY2(run.errors.contains("Kestrane reservoir: no log has a value in these depths; their values lie at "),
+                 qPrintable(run.errors));
+        QVERIFY(correlate({"--out", file, "--dry-run", "--from", "1000", "--to", "1200"}).errors.isEmpty());
     }
 
     void correlationsThatCannotBeDrawn()
