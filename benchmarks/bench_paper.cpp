@@ -97,7 +97,7 @@ void pdfPages(benchmark::State &state)
     if (!sheet.ok())
         qFatal("%s", qPrintable(sheet.problem));
     int size = 0;
-    bench::compare(
+    bench::compareWork(
         state, [&] { paintAll(display); },
         [&] { size = logview::pdfBytes(logview::SheetPainter(headers, *display.scene(), sheet)).size(); });
     state.counters["MB"] = size / 1e6;

@@ -14,7 +14,7 @@ namespace logview {
 
 QByteArray deflated(const QByteArray &bytes, StreamKind kind)
 {
-    const int level = kind == StreamKind::Lines ? 3 : 6;
+    const int level = kind == StreamKind::Lines ? 2 : 6;
     const std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)> compressor(
         libdeflate_alloc_compressor(level), libdeflate_free_compressor);
     if (!compressor)

@@ -1,5 +1,6 @@
 #include "logview/paper/dotdevice.h"
 
+#include "logview/paper/dotlines.h"
 #include "logview/paper/pdflines.h"
 
 #include <QPainter>
@@ -12,150 +13,11 @@ namespace logview {
 
 namespace {
 
-constexpr int longLine = 100; // corners from which it is worth an origin of its own
-
-// As std::round(), which is a call on many machines.
-double onDot(double value)
-{
-    constexpr double most = 1e15; // beyond it all are whole
-    return std::abs(value) < most ? static_cast<double>(qRound64(value)) : value;
-}
-
-QPointF onDot(const QPointF &point)
-{
-    return {onDot(point.x()), onDot(point.y())};
-}
+constexpr int longLine = 100; // corners from which it is worth to go past the writer
 
 bool isVisible(const QBrush &brush)
 {
     return brush.style() != Qt::NoBrush && (brush.style() != Qt::SolidPattern || brush.color().alpha() > 0);
-}
-
-/// The directions from a corner in which a line passes all corners behind it within half a dot.
-class Sector
-{
-public:
-    void begin(const QPointF &from)
-    {
-        m_from = from;
-        m_isOpen = true;
-        m_farthest = 0;
-    }
-
-    // Whether a line to this point passes all since begin(), and leads on.
-    bool take(const QPointF &to)
-    {
-        constexpr double reach = 0.5;
-        const QPointF step = to - m_from;
-        const double distance = QPointF::dotProduct(step, step); // squared
-        if (distance < m_farthest)
-            return false; // it turns back
-        if (distance <= reach * reach) {
-            m_farthest = distance;
-            return true;
-        }
-        if (!m_isOpen && (turn(m_low, step) < 0 || turn(step, m_high) < 0))
-            return false;
-        // The lines from the corner that pass the point at the reach.
-        const double along = std::sqrt(distance - reach * reach);
-        const QPointF low(step.x() * along + step.y() * reach, step.y() * along - step.x() * reach);
-        const QPointF high(step.x() * along - step.y() * reach, step.y() * along + step.x() * reach);
-        if (m_isOpen || turn(m_low, low) > 0)
-            m_low = low;
-        if (m_isOpen || turn(high, m_high) > 0)
-            m_high = high;
-        m_isOpen = false;
-        m_farthest = distance;
-        return true;
-    }
-
-private:
-    static double turn(const QPointF &from, const QPointF &to) { return from.x() * to.y() - from.y() * to.x(); }
-
-    QPointF m_from;
-    QPointF m_low;
-    QPointF m_high;
-    double m_farthest = 0;
-    bool m_isOpen = true;
-};
-
-// Whether a line between these corners may show in the area.
-bool meets(const QPointF &from, const QPointF &to, const QRectF &area)
-{
-    return std::max(from.x(), to.x()) >= area.left() && std::min(from.x(), to.x()) <= area.right()
-        && std::max(from.y(), to.y()) >= area.top() && std::min(from.y(), to.y()) <= area.bottom();
-}
-
-// The stretches of a line that may show in the area. A line that does not reach it has none.
-QVector<QVector<QPointF>> stretchesIn(const QVector<QPointF> &corners, const QRectF &area)
-{
-    QVector<QVector<QPointF>> stretches;
-    bool isInside = false;
-    for (int i = 1; i < corners.size(); ++i) {
-        const bool meetsNow = meets(corners.at(i - 1), corners.at(i), area);
-        if (meetsNow && !isInside)
-            stretches.append({corners.at(i - 1)});
-        if (meetsNow)
-            stretches.last().append(corners.at(i));
-        isInside = meetsNow;
-    }
-    return stretches;
-}
-
-void appendLine(QPainterPath &path, const QVector<QPointF> &corners, bool isClosed)
-{
-    const QVector<QPointF> kept = withoutIdleCorners(corners);
-    if (kept.isEmpty())
-        return;
-    path.moveTo(kept.first());
-    for (int i = 1; i < kept.size(); ++i)
-        path.lineTo(kept.at(i));
-    if (isClosed)
-        path.closeSubpath();
-    else if (kept.size() == 1)
-        path.lineTo(kept.first()); // a dot of the pen
-}
-
-// Lines go to dots and lose idle corners; curves keep theirs.
-// Of lines that are only stroked goes what lies outside of a valid \a strokedIn, too.
-QPainterPath onDots(const QPainterPath &path, const QTransform &toDots, const QRectF &strokedIn)
-{
-    QPainterPath result;
-    result.setFillRule(path.fillRule());
-    result.reserve(path.elementCount());
-    QVector<QPointF> corners;
-    corners.reserve(path.elementCount());
-    const auto flush = [&] {
-        const bool isRing = corners.size() > 2 && corners.first() == corners.last();
-        if (strokedIn.isValid() && corners.size() > 1)
-            for (const QVector<QPointF> &stretch : stretchesIn(corners, strokedIn))
-                appendLine(result, stretch, stretch.size() == corners.size() && isRing);
-        else if (!corners.isEmpty())
-            appendLine(result, corners, isRing);
-        corners.resize(0); // keeps its room
-    };
-    for (int i = 0; i < path.elementCount(); ++i) {
-        const QPainterPath::Element element = path.elementAt(i);
-        if (element.isCurveTo()) {
-            if (!corners.isEmpty()) {
-                const QPointF end = corners.last();
-                flush();
-                if (result.elementCount() == 0 || result.currentPosition() != end)
-                    result.moveTo(end);
-            }
-            result.cubicTo(toDots.map(QPointF(element)), toDots.map(QPointF(path.elementAt(i + 1))),
-                           onDot(toDots.map(QPointF(path.elementAt(i + 2)))));
-            i += 2;
-            continue;
-        }
-        if (element.isMoveTo())
-            flush();
-        else if (corners.isEmpty())
-            corners.append(result.currentPosition()); // behind a curve
-        corners.append(onDot(toDots.map(QPointF(element))));
-    }
-    flush();
-    return result;
 }
 
 bool isRect(const QPainterPath &path)
@@ -176,29 +38,6 @@ QPainterPath commonArea(const QPainterPath &a, const QPainterPath &b)
 
 } // namespace
 
-QVector<QPointF> withoutIdleCorners(const QVector<QPointF> &corners)
-{
-    QVector<QPointF> kept;
-    kept.reserve(corners.size());
-    Sector sector;
-    for (const QPointF &corner : corners) {
-        if (kept.isEmpty()) {
-            kept.append(corner);
-            sector.begin(corner);
-        } else if (kept.size() == 1 || !sector.take(corner)) {
-            if (corner == kept.last())
-                continue;
-            if (kept.size() > 1)
-                sector.begin(kept.last());
-            kept.append(corner);
-            sector.take(corner);
-        } else {
-            kept.last() = corner;
-        }
-    }
-    return kept;
-}
-
 class DotDevice::Engine : public VectorEngine
 {
 public:
@@ -214,9 +53,11 @@ public:
         if (!applyClip())
             return;
         const QRectF strokedIn = m_target->brush().style() == Qt::NoBrush ? strokedArea() : QRectF();
+        if (m_longLines && strokedIn.isValid() && path.elementCount() >= longLine && drawLongLines(path, strokedIn))
+            return;
         const QPainterPath shown = onDots(path, transform(), strokedIn);
         if (strokedIn.isValid() && shown.elementCount() >= longLine)
-            drawFromItsMiddle(shown);
+            drawFrom(originOf(shown.controlPointRect()), shown);
         else if (!shown.isEmpty())
             m_target->drawPath(shown);
     }
@@ -238,7 +79,8 @@ public:
     }
     void drawTextItem(const QPointF &place, const QTextItem &item) override
     {
-        if (!applyClip())
+        const QRectF letters(place.x(), place.y() - item.ascent(), item.width(), item.ascent() + item.descent());
+        if (!needsNoClip(transform().mapRect(letters)) && !applyClip())
             return;
         m_target->setTransform(transform());
         m_target->setFont(item.font());
@@ -298,6 +140,18 @@ private:
         return true;
     }
 
+    // Whether what is painted there shows whole in the clip, and in the one in force, which then may stay. Texts have clips of
+    // their own, over which the lines of their fonts stand out a little, without ink.
+    bool needsNoClip(const QRectF &shown) const
+    {
+        const double reach = 2 * m_dotsPerPixel;
+        const auto holds = [](const QPainterPath &clip, const QRectF &area) {
+            return isRect(clip) && clip.boundingRect().contains(area);
+        };
+        return (!m_isClipped || holds(m_clip, shown.adjusted(reach, reach, -reach, -reach)))
+            && (!m_target->hasClipping() || holds(m_appliedClip, shown));
+    }
+
     // Where strokes show, as far as their corners may stand from the clip; none where what is outside matters too: dashes
     // count from a line's beginning.
     QRectF strokedArea() const
@@ -311,14 +165,30 @@ private:
     }
 
     // Corners counted from the middle of their line have fewer digits, and the file is a tenth smaller.
-    void drawFromItsMiddle(const QPainterPath &path)
+    static QPointF originOf(const QRectF &corners) { return {std::round(corners.center().x()), corners.top()}; }
+    void drawFrom(const QPointF &origin, const QPainterPath &path)
     {
-        const QRectF area = path.controlPointRect();
-        const QPointF origin = onDot({area.center().x(), area.top()});
         m_target->translate(origin);
-        const QPainterPath moved = path.translated(-origin);
-        m_target->drawPath(m_longLines && PdfLines::canHold(moved) ? m_longLines->markFor(moved) : moved);
+        m_target->drawPath(path.translated(-origin));
         m_target->resetTransform();
+    }
+
+    // Past the writer of the file. False for what is none such.
+    bool drawLongLines(const QPainterPath &path, const QRectF &strokedIn)
+    {
+        const DotLines lines = linesOnDots(path, transform(), strokedIn);
+        if (lines.hasCurves || !PdfLines::canHold(lines))
+            return false;
+        if (lines.corners.empty())
+            return true; // none shows
+        if (lines.corners.size() < longLine)
+            return false;
+        const QPointF origin = originOf(boundsOf(lines));
+        const QPainterPath mark = m_longLines->markFor(lines, origin);
+        m_target->translate(origin);
+        m_target->drawPath(mark);
+        m_target->resetTransform();
+        return true;
     }
 
     QPainter *m_target;

@@ -34,7 +34,4 @@ private:
     std::unique_ptr<Engine> m_engine;
 };
 
-/// The corners of a line without those that it passes within half a unit; first and last stay.
-QVector<QPointF> withoutIdleCorners(const QVector<QPointF> &corners);
-
 } // namespace logview

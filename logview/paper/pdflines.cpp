@@ -19,20 +19,23 @@ namespace {
 constexpr int markX = -1000000;
 const QByteArray markStart = QByteArray::number(markX) + ' ';
 
-// The line as operators of a page.
-QByteArray operatorsOf(const QPainterPath &line)
+// The lines as operators of a page.
+QByteArray operatorsOf(const DotLines &lines, const QPointF &origin)
 {
     constexpr int mostDigits = 11;
     constexpr int mostBytes = 2 * mostDigits + 4;
-    QByteArray bytes(mostBytes * line.elementCount(), Qt::Uninitialized);
+    QByteArray bytes(mostBytes * static_cast<int>(lines.corners.size()), Qt::Uninitialized);
     char *at = bytes.data();
-    for (int i = 0; i < line.elementCount(); ++i) {
-        const QPainterPath::Element corner = line.elementAt(i);
-        at = std::to_chars(at, at + mostDigits, static_cast<int>(corner.x)).ptr;
+    auto start = lines.starts.begin();
+    for (size_t i = 0; i < lines.corners.size(); ++i) {
+        const QPointF corner = lines.corners[i] - origin;
+        at = std::to_chars(at, at + mostDigits, static_cast<int>(corner.x())).ptr;
         *at++ = ' ';
-        at = std::to_chars(at, at + mostDigits, static_cast<int>(corner.y)).ptr;
+        at = std::to_chars(at, at + mostDigits, static_cast<int>(corner.y())).ptr;
         *at++ = ' ';
-        *at++ = corner.isMoveTo() ? 'm' : 'l';
+        const bool isFirst = start != lines.starts.end() && *start == i;
+        start += isFirst ? 1 : 0;
+        *at++ = isFirst ? 'm' : 'l';
         *at++ = '\n';
     }
     return {bytes.constData(), static_cast<int>(at - bytes.constData())};
@@ -45,12 +48,12 @@ struct FilledPage
     QVector<int> lines;
 };
 
-FilledPage filledPage(const QByteArray &stream, const QVector<QByteArray> &lines)
+// \a content is room that pages share.
+FilledPage filledPage(const QByteArray &stream, const QVector<QByteArray> &lines, QByteArray &content)
 {
     const QByteArray marked = inflated(stream);
     FilledPage page;
-    QByteArray content;
-    content.reserve(8 * marked.size()); // lines are most of a page
+    content.resize(0);
     int from = 0;
     for (int at = marked.indexOf(markStart); at >= 0; at = marked.indexOf(markStart, from)) {
         const int line = std::atoi(marked.constData() + at + markStart.size());
@@ -186,22 +189,18 @@ private:
 
 } // namespace
 
-bool PdfLines::canHold(const QPainterPath &line)
+bool PdfLines::canHold(const DotLines &lines)
 {
     constexpr double most = 1e8;
-    for (int i = 0; i < line.elementCount(); ++i) {
-        const QPainterPath::Element corner = line.elementAt(i);
-        const bool isWhole = std::floor(corner.x) == corner.x && std::floor(corner.y) == corner.y;
-        if (corner.isCurveTo() || !isWhole || std::abs(corner.x) >= most || std::abs(corner.y) >= most)
-            return false;
-    }
-    return true;
+    return std::all_of(lines.corners.begin(), lines.corners.end(), [](const QPointF &corner) {
+        return std::abs(corner.x()) < most && std::abs(corner.y()) < most;
+    });
 }
 
-QPainterPath PdfLines::markFor(const QPainterPath &line)
+QPainterPath PdfLines::markFor(const DotLines &lines, const QPointF &origin)
 {
     const int number = m_lines.size();
-    m_lines.append(operatorsOf(line));
+    m_lines.append(operatorsOf(lines, origin));
     QPainterPath mark(QPointF(markX, number));
     mark.lineTo(markX, number + 1);
     return mark;
@@ -213,8 +212,10 @@ QByteArray PdfLines::writtenInto(const QByteArray &pdf) const
     const QVector<WrittenFile::Stream> pages = file.pages();
     std::vector<FilledPage> filled;
     filled.reserve(static_cast<size_t>(pages.size()));
+    QByteArray content;
+    content.reserve(1 << 18);
     for (const WrittenFile::Stream &page : pages)
-        filled.push_back(filledPage(pdf.mid(page.start, page.size), m_lines));
+        filled.push_back(filledPage(pdf.mid(page.start, page.size), m_lines, content));
     QVector<int> lines;
     for (const FilledPage &page : filled) {
         if (page.content.isEmpty())

@@ -1,11 +1,8 @@
 #pragma once
 
-#include <QByteArray>
-#include <QVector>
+#include "logview/paper/dotlines.h"
 
-QT_BEGIN_NAMESPACE
-class QPainterPath;
-QT_END_NAMESPACE
+#include <QByteArray>
 
 namespace logview {
 
@@ -14,10 +11,10 @@ namespace logview {
 class PdfLines
 {
 public:
-    /// Whether a line is one of corners on whole numbers below a hundred million.
-    static bool canHold(const QPainterPath &line);
-    /// Takes such a line. Gives what a painter strokes in its place, with the same pen.
-    QPainterPath markFor(const QPainterPath &line);
+    /// Whether all numbers are below a hundred million.
+    static bool canHold(const DotLines &lines);
+    /// Takes such lines, counted from the origin. Gives what a painter strokes in their place, with the same pen.
+    QPainterPath markFor(const DotLines &lines, const QPointF &origin = {});
     bool isEmpty() const { return m_lines.isEmpty(); }
     /// The file that Qt's writer made, with the lines in place of their marks. Empty when it has not each mark once.
     QByteArray writtenInto(const QByteArray &pdf) const;

@@ -23,6 +23,18 @@ QPainterPath zigzag(int corners, int from)
     return path;
 }
 
+// As they are, idle corners too.
+DotLines linesOf(const QPainterPath &path)
+{
+    DotLines lines;
+    for (int i = 0; i < path.elementCount(); ++i) {
+        if (path.elementAt(i).isMoveTo())
+            lines.starts.push_back(lines.corners.size());
+        lines.corners.push_back(path.elementAt(i));
+    }
+    return lines;
+}
+
 QByteArray written(int pages, const std::function<void(QPainter &, int)> &paint)
 {
     QByteArray bytes;
@@ -81,7 +93,7 @@ private slots:
         PdfLines kept;
         QVERIFY(kept.isEmpty());
         const QByteArray marked = written(4, [&](QPainter &painter, int page) {
-            lines(painter, page, [&kept](const QPainterPath &line) { return kept.markFor(line); });
+            lines(painter, page, [&kept](const QPainterPath &line) { return kept.markFor(linesOf(line)); });
         });
         QVERIFY(!kept.isEmpty());
         const pdf::File expected = pdf::read(plain);
@@ -96,7 +108,9 @@ private slots:
     void aFileWithoutAllMarksIsNotTaken()
     {
         PdfLines kept;
-        const auto mark = [&kept](QPainter &painter, int) { painter.drawPath(kept.markFor(zigzag(200, 0))); };
+        const auto mark = [&kept](QPainter &painter, int) {
+            painter.drawPath(kept.markFor(linesOf(zigzag(200, 0))));
+        };
         const QByteArray marked = written(2, mark);
         QVERIFY(!kept.writtenInto(marked).isEmpty());
         QVERIFY(kept.writtenInto({}).isEmpty());
@@ -104,11 +118,11 @@ private slots:
         QVERIFY(kept.writtenInto(written(2, [](QPainter &, int) {})).isEmpty());
         // The same mark twice, and one that no line has.
         PdfLines one;
-        const QPainterPath markOfOne = one.markFor(zigzag(200, 0));
+        const QPainterPath markOfOne = one.markFor(linesOf(zigzag(200, 0)));
         QVERIFY(one.writtenInto(written(2, [&](QPainter &painter, int) { painter.drawPath(markOfOne); })).isEmpty());
         PdfLines two;
-        two.markFor(zigzag(200, 0));
-        const QPainterPath second = two.markFor(zigzag(200, 0));
+        two.markFor(linesOf(zigzag(200, 0)));
+        const QPainterPath second = two.markFor(linesOf(zigzag(200, 0)));
         QVERIFY(one.writtenInto(written(1, [&](QPainter &painter, int) { painter.drawPath(second); })).isEmpty());
         // Files that are laid out in another way.
         QByteArray other = marked;
@@ -145,24 +159,57 @@ private slots:
         QCOMPARE(inflated("no stream"), QByteArray());
     }
 
-    void onlyLinesOfWholeNumbersAreHeld()
+    void onlySmallNumbersAreHeld()
     {
-        QVERIFY(PdfLines::canHold(zigzag(200, -5)));
+        QVERIFY(PdfLines::canHold(linesOf(zigzag(200, -5))));
         QPainterPath path = zigzag(3, 0);
-        path.lineTo(10.5, 3);
-        QVERIFY(!PdfLines::canHold(path));
-        path = zigzag(3, 0);
-        path.lineTo(10, 3.25);
-        QVERIFY(!PdfLines::canHold(path));
-        path = zigzag(3, 0);
         path.lineTo(1e9, 3);
-        QVERIFY(!PdfLines::canHold(path));
+        QVERIFY(!PdfLines::canHold(linesOf(path)));
         path = zigzag(3, 0);
         path.lineTo(3, -1e9);
-        QVERIFY(!PdfLines::canHold(path));
-        path = zigzag(3, 0);
+        QVERIFY(!PdfLines::canHold(linesOf(path)));
+    }
+
+    void linesComeOntoDots()
+    {
+        QPainterPath path(QPointF(1, 1));
+        path.lineTo(2.6, 1.2);
+        path.lineTo(5.3, 10);
+        path.moveTo(-300, 2); // beside the area
+        path.lineTo(-300, 50);
+        path.moveTo(20, 5);
+        path.lineTo(20.2, 5.2); // one dot
+        path.moveTo(30, 5);
+        path.lineTo(30, 500);
+        path.lineTo(60, 500); // below it
+        path.lineTo(60, 5);
+        const DotLines lines = linesOnDots(path, QTransform::fromScale(2, 1), QRectF(0, 0, 200, 100));
+        QVERIFY(!lines.hasCurves);
+        QCOMPARE(lines.starts, (std::vector<size_t>{0, 3, 5, 7}));
+        QCOMPARE(lines.corners,
+                 (std::vector<QPointF>{
+                     {2, 1}, {5, 1}, {11, 10}, {40, 5}, {40, 5}, {60, 5}, {60, 500}, {120, 500}, {120, 5}}));
         path.quadTo(30, 30, 60, 60);
-        QVERIFY(!PdfLines::canHold(path));
+        QVERIFY(linesOnDots(path, {}, QRectF(0, 0, 200, 100)).hasCurves);
+        QVERIFY(linesOnDots({}, {}, QRectF(0, 0, 200, 100)).corners.empty());
+    }
+
+    // Nearly every text of a header has a clip of its own, which cuts nothing of it.
+    void textsThatShowWholeNeedNoClipOfTheirOwn()
+    {
+        const auto clips = [](const QRectF &clip, const QString &text) {
+            const QByteArray svg = svgOf([&](QPainter &painter) {
+                painter.setClipRect(QRectF(0, 0, 100, 60));
+                painter.drawLine(0, 10, 100, 20);
+                painter.setClipRect(clip, Qt::IntersectClip);
+                painter.drawText(QPointF(12, 30), text);
+            });
+            return svg.count("<clipPath");
+        };
+        QCOMPARE(clips(QRectF(10, 10, 60, 40), "ab"), 1);
+        QCOMPARE(clips(QRectF(10, 10, 8, 40), "abcdef"), 2); // cut on its right
+        QCOMPARE(clips(QRectF(10, 25, 60, 20), "ab"), 2); // and above
+        QCOMPARE(clips(QRectF(10, 10, 90, 40), "abcdefghijklmnopqrstuv"), 2); // beyond the one in force
     }
 
     void whatIsClippedAlikeIsClippedOnce()

@@ -1,7 +1,7 @@
 #include "displaywidgetfixture.h"
 #include "logview/headerpane.h"
 #include "logview/paper/displaysheet.h"
-#include "logview/paper/dotdevice.h"
+#include "logview/paper/dotlines.h"
 #include "logview/paper/sheetfile.h"
 #include "logview/paper/sheetpainter.h"
 #include "logview/paper/truefeet.h"
