@@ -148,7 +148,7 @@ private:
         const auto holds = [](const QPainterPath &clip, const QRectF &area) {
             return isRect(clip) && clip.boundingRect().contains(area);
         };
-        return (!m_isClipped || holds(m_clip, shown.adjusted(reach, reach, -reach, -reach)))
+        return (!m_isClipped || holds(m_clip, shown.adjusted(0, reach, 0, -reach)))
             && (!m_target->hasClipping() || holds(m_appliedClip, shown));
     }
 

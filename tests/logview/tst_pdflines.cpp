@@ -83,7 +83,9 @@ private slots:
                               const std::function<QPainterPath(const QPainterPath &)> &of) {
             for (int line = 0; line < page; ++line) {
                 painter.setPen(QPen(line % 2 ? Qt::red : Qt::blue, 4));
-                painter.drawPath(of(zigzag(150 + line, line * 10 - 5)));
+                QPainterPath path = zigzag(150 + line, line * 10 - 5);
+                path.addPath(zigzag(20, 300)); // behind a gap
+                painter.drawPath(of(path));
                 painter.drawLine(0, 0, 100, line);
             }
         };
@@ -209,7 +211,55 @@ private slots:
         QCOMPARE(clips(QRectF(10, 10, 60, 40), "ab"), 1);
         QCOMPARE(clips(QRectF(10, 10, 8, 40), "abcdef"), 2); // cut on its right
         QCOMPARE(clips(QRectF(10, 25, 60, 20), "ab"), 2); // and above
-        QCOMPARE(clips(QRectF(10, 10, 90, 40), "abcdefghijklmnopqrstuv"), 2); // beyond the one in force
+    }
+
+    // Lines of a font are a little higher than their letters.
+    void clipsMayCutTheAirAroundLetters()
+    {
+        const auto clips = [](double sides, double air) {
+            const QByteArray svg = svgOf([=](QPainter &painter) {
+                const QFontMetricsF metrics(painter.font(), painter.device());
+                const QRectF letters(12, 30 - metrics.ascent(), metrics.horizontalAdvance("ab"), metrics.height());
+                painter.setClipRect(letters.adjusted(-1 + sides, air, 1 - sides, -air));
+                painter.drawText(QPointF(12, 30), "ab");
+            });
+            return svg.count("<clipPath");
+        };
+        QCOMPARE(clips(0, 0), 0);
+        QCOMPARE(clips(0, 1), 0);
+        QCOMPARE(clips(0, 3), 1);
+        QCOMPARE(clips(2, 0), 1); // there they have none
+    }
+
+    // The clip that was set for what was painted before may be smaller than that of a text.
+    void aTextIsNotCutByTheClipInForce()
+    {
+        const QByteArray svg = svgOf([](QPainter &painter) {
+            painter.setClipRect(QRectF(0, 0, 20, 20));
+            painter.drawLine(0, 10, 100, 20);
+            painter.setClipRect(QRectF(0, 0, 90, 90));
+            painter.drawText(QPointF(12, 30), "ab");
+        });
+        QCOMPARE(svg.count("<clipPath"), 2);
+    }
+
+    void longLinesGoPastTheWriter()
+    {
+        PdfLines kept;
+        const auto paint = [&kept](int corners, double clip) {
+            written(1, [&](QPainter &target, int) {
+                DotDevice dots(&target, 600, QSizeF(500, 500), &kept);
+                QPainter painter(&dots);
+                painter.setClipRect(QRectF(0, 0, clip, clip));
+                painter.drawPath(zigzag(corners, 5));
+            });
+        };
+        paint(90, 3000);
+        QVERIFY(kept.isEmpty()); // a short one
+        paint(300, 3);
+        QVERIFY(kept.isEmpty()); // too little of it shows
+        paint(300, 3000);
+        QVERIFY(!kept.isEmpty());
     }
 
     void whatIsClippedAlikeIsClippedOnce()
