@@ -134,12 +134,15 @@ Result run(Session &session, const Arguments &arguments)
     if (!well.ok())
         return Result::failed(well.error);
     host::Outcome<DefaultLogs> defaults = readDefaults(session.projectFolder(), well.value.name);
-    if (!defaults.ok())
-        return Result::failed(defaults.error);
-    Result result;
     const QStringList pairs = arguments.operands().mid(1);
+    if (!defaults.ok() && !session.isForced())
+        return Result::failed(pairs.isEmpty() ? defaults.error
+                                              : defaults.error + QStringLiteral(" With --force it is replaced."));
+    Result result;
     if (!pairs.isEmpty())
         result = store(session, well.value, pairs, &defaults.value);
+    if (!defaults.ok())
+        result.notices.append(defaults.error);
     for (int i = 0; i < defaults.value.logs.size() && result.failures.isEmpty(); ++i) {
         Record record;
         record[QLatin1String("group")] = defaults.value.groups.at(i);

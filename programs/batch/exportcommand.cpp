@@ -71,6 +71,7 @@ public:
 private:
     void fail(const QString &reason) { m_result.failures.append(m_order.well.name + QStringLiteral(": ") + reason); }
     bool chooseLogs();
+    void tellDamaged();
     bool mayWrite(const QString &path);
     std::optional<LogCurveData> read(const las::ListedLog &log);
     void writeLasFile(const WellRecord &well);
@@ -179,17 +180,30 @@ void WellExport::writeColumns()
     }
 }
 
+/// Logs that are damaged are not among the well's: who wants all of them is told.
+void WellExport::tellDamaged()
+{
+    survey::SurveyStore store(m_data.host.surveyDirectory()); // that of the session knows the damage of all wells
+    if (const auto logs = store.logs(m_order.well.key); !logs.ok())
+        fail(logs.error);
+    for (const QString &problem : store.takeProblems())
+        fail(problem);
+}
+
 Result WellExport::run()
 {
     const auto record = m_data.catalogue.readWellRecord(m_well, WellsCatalogue::OnFailure::BeSilent);
-    if (!record)
+    if (!record) {
         fail(QStringLiteral("it cannot be read."));
-    if (!record || !chooseLogs())
         return m_result;
-    if (m_order.isColumns)
+    }
+    const bool areChosen = chooseLogs();
+    if (areChosen && m_order.isColumns)
         writeColumns();
-    else
+    else if (areChosen)
         writeLasFile(*record);
+    if (!areChosen || m_order.wanted.isEmpty())
+        tellDamaged();
     return m_result;
 }
 

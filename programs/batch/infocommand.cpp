@@ -4,6 +4,7 @@
 #include "datastore/perforationfile.h"
 #include "programs/batch/commands.h"
 #include "programs/batch/session.h"
+#include "programs/batch/surveynames.h"
 #include "programs/batch/tables.h"
 #include "survey/wellfile.h"
 #include "templates/templatestore.h"
@@ -29,13 +30,14 @@ QJsonArray defaultLogsOf(const QString &project, const QString &wellName)
     return list;
 }
 
-QJsonArray pointsOf(const QString &project, const QString &wellName, base::Asker &asker)
+QJsonArray pointsOf(Session &session, const QString &wellName, QStringList *failures)
 {
+    const QString project = session.projectFolder();
     QJsonArray list;
     for (const QString &group : curveGroupNames()) {
         if (!QFileInfo::exists(calibrationPath(project, wellName, group)))
             continue;
-        const CalibrationRecord points = readCalibration(project, wellName, group, asker);
+        const CalibrationRecord points = readPoints(session, wellName, group, failures);
         list.append(QJsonObject{{QStringLiteral("group"), group}, {QStringLiteral("count"), points.depths.size()}});
     }
     return list;
@@ -78,10 +80,10 @@ Result run(Session &session, const Arguments &arguments)
 
     const QString project = session.projectFolder();
     record[QLatin1String("zoneCount")] = readPerforation(project, name).names.size();
-    record[QLatin1String("points")] = pointsOf(project, name, session.asker());
+    record[QLatin1String("points")] = pointsOf(session, name, &result.failures);
     record[QLatin1String("defaultLogs")] = defaultLogsOf(project, name);
     record[QLatin1String("templates")] = QJsonArray::fromStringList(wellTemplateNames(session.projectPaths(), name));
-    record[QLatin1String("problems")] = QJsonArray::fromStringList(store.problems());
+    record[QLatin1String("problems")] = QJsonArray::fromStringList(store.takeProblems());
     result.records.append(record);
     return result;
 }

@@ -79,6 +79,7 @@ Result run(Session &session, const Arguments &arguments)
                                    + log.error);
         result.records.append(record);
     }
+    result.failures += session.takeProblems(); // logs that are damaged are not among the well's
     return result;
 }
 

@@ -1,5 +1,6 @@
 #include "programs/batch/projectcheck.h"
 
+#include "base/numbers.h"
 #include "base/safename.h"
 #include "correlation/correlationstore.h"
 #include "datastore/calibrationfile.h"
@@ -21,6 +22,8 @@ namespace batch {
 namespace {
 
 using State = Finding::State;
+
+const QByteArrayList trackTypes{"Linear", "Logrithmic", "Depth"};
 
 QString stateText(State state)
 {
@@ -55,6 +58,11 @@ int filledLines(const QByteArray &bytes)
     return count;
 }
 
+QByteArray firstLine(const QByteArray &bytes)
+{
+    return bytes.left(bytes.indexOf('\n')).trimmed();
+}
+
 QString fileNameOf(const QString &path)
 {
     return path.section(QLatin1Char('/'), -1);
@@ -71,6 +79,11 @@ QStringList entries(const Project &project, const char *folder, QDir::Filters fi
 }
 
 } // namespace
+
+bool isZoneCount(const QByteArray &bytes)
+{
+    return bytes.isEmpty() || base::parseInteger(firstLine(bytes));
+}
 
 Record recordOf(const Finding &finding)
 {
@@ -133,7 +146,9 @@ void ProjectCheck::checkSideFiles(const QString &wellName, QVector<Finding> *fin
     const QString zonesPath = perforationPath(folder, wellName);
     if (m_files.contains(fileNameOf(zonesPath))) {
         const QByteArray bytes = read(folder, zonesPath, findings);
-        if (filledLines(bytes) - 1 > parsePerforation(bytes, wellName).names.size())
+        if (!isZoneCount(bytes))
+            findings->append({State::Damaged, zonesPath, QStringLiteral("Its first line is no number of zones.")});
+        else if (filledLines(bytes) - 1 > parsePerforation(bytes, wellName).names.size())
             findings->append({State::Damaged, zonesPath, QStringLiteral("It has lines that are no zones.")});
     }
     for (const QString &group : m_hasPoints ? curveGroupNames() : QStringList()) {
@@ -160,7 +175,11 @@ void ProjectCheck::checkTemplate(const QString &folder, QVector<Finding> *findin
         const QString path = folder + QLatin1Char('/') + file;
         const int before = findings->size();
         const QByteArray bytes = read(m_project.projectFolder, path, findings);
-        if (findings->size() == before && filledLines(bytes) - 1 > parseTrack(bytes, file).curves.size())
+        if (findings->size() > before)
+            continue;
+        if (!trackTypes.contains(firstLine(bytes)))
+            findings->append({State::Damaged, path, QStringLiteral("Its first line is no type of a track.")});
+        else if (filledLines(bytes) - 1 > parseTrack(bytes, file).curves.size())
             findings->append({State::Damaged, path, QStringLiteral("It has lines that are no curves.")});
     }
 }

@@ -20,6 +20,9 @@ struct Finding
 
 Record recordOf(const Finding &finding);
 
+/// Whether the bytes of a file of zones begin as one does, with the number of its zones, or there are none.
+bool isZoneCount(const QByteArray &bytes);
+
 /// Looks at what the plug-in's project folder holds. Nothing is written.
 class ProjectCheck
 {

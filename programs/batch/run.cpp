@@ -41,6 +41,9 @@ Result resultOf(Session &session, const CommandLine &line)
             QStringLiteral("There is not enough memory for the command \"%1\".").arg(line.command->name));
     }
     result.failures += session.takeFailures();
+    for (const QString &problem : session.takeProblems())
+        if (result.failures.filter(problem).isEmpty())
+            result.notices.append(problem);
     // What tells a dry run from another is the same in every command that writes.
     for (Record &record : result.records)
         if (line.command->writes)

@@ -173,6 +173,11 @@ bool Session::hasSeveral(const QString &wellName)
         > 1;
 }
 
+QStringList Session::takeProblems()
+{
+    return surveyDirectory().isEmpty() ? QStringList() : store().takeProblems();
+}
+
 QStringList Session::takeFailures()
 {
     return m_asker.takeRefusals() + m_asker.takeWarnings() + m_host.takeErrors();

@@ -100,6 +100,10 @@ public:
 
     bool hasSeveral(const QString &wellName);
 
+    /// What could not be read of the survey's files, as sentences that name them; forgotten then. Whose command depends on it
+    /// takes it as failures, else it becomes notices.
+    QStringList takeProblems();
+
     /// What the survey and the boxes of the parts had to tell since this was last called, as sentences.
     QStringList takeFailures();
 

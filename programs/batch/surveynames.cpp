@@ -173,6 +173,19 @@ QStringList curvesOf(const QStringList &files)
     return names;
 }
 
+QString pointsOfWell(const QString &wellName, const QString &group)
+{
+    return QStringLiteral("Calibration points of %1, %2").arg(wellName, group);
+}
+
+CalibrationRecord readPoints(Session &session, const QString &wellName, const QString &group, QStringList *failures)
+{
+    const CalibrationRecord points = readCalibration(session.projectFolder(), wellName, group, session.asker());
+    for (const QString &failure : session.takeFailures())
+        failures->append(pointsOfWell(wellName, group) + QStringLiteral(": ") + failure);
+    return points;
+}
+
 QString shellWordOf(WordKind kind)
 {
     for (const NamedKind &named : namedKinds)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "datastore/calibrationfile.h"
 #include "programs/batch/command.h"
 
 struct CorrelationProperties;
@@ -30,6 +31,11 @@ QStringList markersOf(const ProjectData &data, const CorrelationProperties &prop
 
 /// The mnemonics that the headers of LAS files name.
 QStringList curvesOf(const QStringList &files);
+
+/// What messages call the calibration points of a well and group.
+QString pointsOfWell(const QString &wellName, const QString &group);
+/// The calibration points; why they cannot be read goes to the failures.
+CalibrationRecord readPoints(Session &session, const QString &wellName, const QString &group, QStringList *failures);
 
 /// What the shell calls a kind of names; empty where it is no kind of names.
 QString shellWordOf(WordKind kind);

@@ -1,8 +1,11 @@
 #include "base/folderlinks.h"
 #include "datastore/curvegroups.h"
+#include "datastore/projectfile.h"
 #include "programs/batch/commands.h"
 #include "programs/batch/heldsignals.h"
+#include "programs/batch/projectcheck.h"
 #include "programs/batch/session.h"
+#include "programs/batch/surveynames.h"
 #include "programs/batch/tables.h"
 #include "welldata/markerrows.h"
 #include "welldata/siderows.h"
@@ -66,8 +69,10 @@ QString placeOfRows(const Arguments &arguments)
     return skipped == 0 ? path : QStringLiteral("%1 behind line %2").arg(path).arg(skipped);
 }
 
-QString refusalToReplace(const QString &what, int count)
+QString refusalToReplace(const QString &what, int count, const QString &path = {})
 {
+    if (count == 0)
+        return existsProblem(path);
     return QStringLiteral("%1: %2 there already; --force replaces them.")
         .arg(what, count == 1 ? QStringLiteral("one is") : QStringLiteral("%1 are").arg(count));
 }
@@ -190,7 +195,7 @@ Result importZones(Session &session, const host::WellEntry &well, const Argument
     const QString path = perforationPath(session.projectFolder(), well.name);
     if (QFileInfo::exists(path) && !session.isForced()) {
         result.failures.append(
-            refusalToReplace(what, readPerforation(session.projectFolder(), well.name).names.size()));
+            refusalToReplace(what, readPerforation(session.projectFolder(), well.name).names.size(), path));
     } else if (session.isDryRun()) {
         for (const QString &problem : welldata::zoneProblems(rows))
             result.failures.append(placeOfRows(arguments) + QStringLiteral(": ") + problem);
@@ -209,7 +214,13 @@ Result importZones(Session &session, const host::WellEntry &well, const Argument
 
 void listZones(Session &session, const host::WellEntry &well, const Arguments &, Result *result)
 {
-    addZones(readPerforation(session.projectFolder(), well.name), result);
+    const QString path = perforationPath(session.projectFolder(), well.name);
+    const QByteArray bytes = readProjectFile(session.projectFolder(), path).bytes;
+    const PerforationRecord zones = parsePerforation(bytes, well.name);
+    addZones(zones, result);
+    if (zones.names.isEmpty() && !isZoneCount(bytes))
+        result->failures.append(
+            QStringLiteral("%1: the file %2 holds no zones that can be read.").arg(well.name, path));
 }
 
 // --- calibration points
@@ -233,11 +244,11 @@ Result importPoints(Session &session, const host::WellEntry &well, const Argumen
     const QVector<welldata::TableRow> rows = welldata::pointRows(file.value);
     Result result;
     noteZeros(rows, arguments, &result);
-    const QString what = QStringLiteral("Calibration points of %1, %2").arg(well.name, group);
-    const QString project = session.projectFolder();
-    if (QFileInfo::exists(calibrationPath(project, well.name, group)) && !session.isForced()) {
-        const CalibrationRecord stored = readCalibration(project, well.name, group, session.asker());
-        result.failures.append(refusalToReplace(what, stored.depths.size()));
+    const QString what = pointsOfWell(well.name, group);
+    const QString path = calibrationPath(session.projectFolder(), well.name, group);
+    if (QFileInfo::exists(path) && !session.isForced()) {
+        const CalibrationRecord stored = readPoints(session, well.name, group, &result.failures);
+        result.failures.append(refusalToReplace(what, stored.depths.size(), path));
     } else if (session.isDryRun()) {
         result.text = wouldBe(what);
         addPoints(welldata::pointRecord(well.name, group, rows), &result);
@@ -252,7 +263,7 @@ Result importPoints(Session &session, const host::WellEntry &well, const Argumen
 
 void listPoints(Session &session, const host::WellEntry &well, const Arguments &arguments, Result *result)
 {
-    addPoints(readCalibration(session.projectFolder(), well.name, arguments.operand(1), session.asker()), result);
+    addPoints(readPoints(session, well.name, arguments.operand(1), &result->failures), result);
 }
 
 // --- the commands

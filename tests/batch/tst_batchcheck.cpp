@@ -60,6 +60,8 @@ private slots:
         row("log", "WellInfo/Aldra-2^3.wll", "nonsense", "damaged");
         row("markers", "WellInfo/Aldra-2.wlm", "nonsense", "damaged");
         row("zones", "WLC/Aldra-1_perforationZone.txt", "Aldra-1|1\na|b\n", "damaged");
+        row("no zones", "WLC/Aldra-1_perforationZone.txt", "garbage", "damaged");
+        row("no track", "WLC/Templates/Global/Petrophysics/Track_1.txt", "garbage", "damaged");
         row("points", "WLC/Aldra-1_Porosity_calibrationPoints.txt", "one\n", "damaged");
         row("points of another", "WLC/Aldra-1_Porosity_calibrationPoints.txt",
             "WellName :Other\nGroupName :Porosity\n1|2\n", "damaged");

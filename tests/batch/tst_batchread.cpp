@@ -2,6 +2,7 @@
 
 #include "batchfixture.h"
 #include "datastore/calibrationfile.h"
+#include "datastore/perforationfile.h"
 #include "las/rowcheck.h"
 #include "las/wellinfo.h"
 #include "support/testmain.h"
@@ -132,12 +133,60 @@ private slots:
         QVERIFY(people.output.contains("\n  Porosity "));
     }
 
+    // What is damaged is not there for the survey; nobody may take the rest for all.
+    void aDamagedLogIsTold()
+    {
+        const QString survey = m_demo.copy();
+        const QString path = survey + "/WellInfo/Aldra-1^1.wll"; // GR
+        files::write(path, "no log");
+        const QString out = m_demo.newPath();
+        QVERIFY(QDir().mkpath(out));
+        const QVector<QStringList> failing{{"logs", "Aldra-1"},
+                                           {"export", "Aldra-1", "--out", out, "--dry-run"},
+                                           {"export", "Aldra-1", "--out", out, "--format", "columns"},
+                                           {"export", "Aldra-1", "--out", out, "--logs", "GR", "--dry-run"}};
+        for (const QStringList &words : failing) {
+            const BatchRun run = runBatch(words, survey);
+            VERIFY_EXIT(1, run);
+            QVERIFY2(run.errors.count(path) == 1, qPrintable(words.join(' ') + run.errors));
+        }
+        QCOMPARE(runBatch({"logs", "Aldra-1", "--json"}, survey).list("logs").size(), 14);
+        QCOMPARE(QDir(out + "/Aldra-1").entryList(QDir::Files).size(), 14);
+        // Where it is not what was asked for it is a notice.
+        const QVector<QStringList> passing{{"export", "Aldra-1", "--out", out, "--logs", "SP", "--dry-run"},
+                                           {"export", "Brisk-1", "--out", out, "--dry-run"},
+                                           {"render", "Aldra-1", "--out", out + "/a.png", "--dry-run"},
+                                           {"wells"}};
+        for (const QStringList &words : passing) {
+            const BatchRun run = runBatch(words, survey);
+            VERIFY_EXIT(0, run);
+            QVERIFY2(run.errors.count(path) == 1, qPrintable(words.join(' ') + run.errors));
+        }
+    }
+
     void aDamagedSideFileIsTold()
     {
         const QString survey = m_demo.copy();
         files::write(calibrationPath(survey + "/WLC", "Aldra-1", "Porosity"), "no calibration file\n");
-        const BatchRun run = runBatch({"info", "Aldra-1"}, survey);
+        for (const QStringList &words : {QStringList{"info", "Aldra-1"}, {"points", "Aldra-1", "Porosity"}}) {
+            const BatchRun run = runBatch(words, survey);
+            VERIFY_EXIT(1, run);
+            QVERIFY2(run.errors.contains("Calibration points of Aldra-1, Porosity: Unable to read file"),
+                     qPrintable(run.errors));
+        }
+        const QString zones = perforationPath(survey + "/WLC", "Aldra-1");
+        files::write(zones, "no zones\n");
+        const BatchRun run = runBatch({"zones", "Aldra-1"}, survey);
         VERIFY_EXIT(1, run);
+        QVERIFY2(run.errors.contains("Aldra-1: the file " + zones + " holds no zones that can be read."),
+                 qPrintable(run.errors));
+        files::write(zones, "0\n");
+        VERIFY_EXIT(0, runBatch({"zones", "Aldra-1"}, survey));
+        const QString rows = m_demo.newPath();
+        files::write(rows, "A\t1\t2\tGas\n");
+        const BatchRun import = runBatch({"zones", "Aldra-1", "--import", rows}, survey);
+        VERIFY_EXIT(1, import);
+        QVERIFY2(import.errors.contains(zones + " exists; --force replaces it."), qPrintable(import.errors));
     }
 
     // Of paper there are pages and no pixels, of a picture the other way round.

@@ -264,8 +264,12 @@ private slots:
         files::write(m_survey + "/WLC/DefaultLogs/Aldra-1.txt", "Other well\nGamma|GR\n");
         const BatchRun run = runBatch({"default-logs", "Aldra-1", "Gamma=GR"}, m_survey);
         VERIFY_EXIT(1, run);
-        QVERIFY(run.errors.contains("Other well"));
+        QVERIFY(run.errors.contains("Other well") && run.errors.contains("--force"));
         QVERIFY(files::read(m_survey + "/WLC/DefaultLogs/Aldra-1.txt").startsWith("Other"));
+        const BatchRun forced = runBatch({"default-logs", "Aldra-1", "Gamma=GR", "--force"}, m_survey);
+        VERIFY_EXIT(0, forced);
+        QVERIFY2(forced.errors.contains("Other well"), qPrintable(forced.errors));
+        QCOMPARE(files::read(m_survey + "/WLC/DefaultLogs/Aldra-1.txt"), QByteArray("Aldra-1\nGamma|GR\n"));
     }
 
     void aDryRunTellsWhatTheRunDoes_data()
