@@ -92,7 +92,7 @@ private slots:
         (new QLineEdit(dialog.get()))->setFocus();
         dialog->show();
         dialog->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(dialog.get()));
+        QTRY_COMPARE(QApplication::activeWindow(), dialog.get()); // QTest takes a dialog of the active window for active
         QCOMPARE(parentOfTheError(), dialog.get());
         dialog.reset();
         QApplication::setActiveWindow(nullptr);
