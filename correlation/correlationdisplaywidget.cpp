@@ -90,6 +90,12 @@ void CorrelationDisplayWidget::updateData()
     m_view->load(m_dialog->saved(), m_dialog->flatMarker());
 }
 
+void CorrelationDisplayWidget::synchronise()
+{
+    if (m_dialog->readAgain())
+        m_view->load(m_dialog->saved(), m_view->panel()->flatMarker());
+}
+
 void CorrelationDisplayWidget::setPropertyWidget(QWidget *propertyWidget)
 {
     if (m_dock)

@@ -38,6 +38,8 @@ public:
     QGraphicsView *headerView() const;
     CorrelationPropertiesDialog *dialog() const { return m_dialog; }
     void showPanel();
+    /// The file may have changed: what it says now is shown.
+    void synchronise();
 
     /// Saves the picture as "<window title>.jpg" in the project folder; the status line tells where, or what failed.
     /// Gives what a printed page shows of it; nothing when the user cancelled.

@@ -289,6 +289,17 @@ void CorrelationPropertiesDialog::refillMarkers()
     m_flatAt->setCurrentIndex(flat.isEmpty() ? 0 : names.indexOf(flat) + 1);
 }
 
+bool CorrelationPropertiesDialog::readAgain()
+{
+    if (m_isChanged || !m_isStored)
+        return false;
+    const auto stored = correlation::load(m_data.project, m_storedName, correlation::knownNames(m_data));
+    if (!stored || correlation::propertiesBytes(*stored) == correlation::propertiesBytes(m_saved))
+        return false;
+    fill(*stored);
+    return true;
+}
+
 void CorrelationPropertiesDialog::showFlatMarker(const QString &marker)
 {
     if (!m_isChanged)

@@ -41,6 +41,8 @@ public:
     /// A well changed in the host, or with an empty name any of them: the choosers offer what there is now. What the user
     /// chose and did not save stays where it is still offered.
     void followWell(const QString &wellName);
+    /// Reads the file anew, unless the user edited something. True when it says something else now.
+    bool readAgain();
     /// Offers the templates as they are now. A chosen one that is gone stays until another is chosen.
     void templatesChanged();
     /// Saves; false when a warning was shown and nothing was written.

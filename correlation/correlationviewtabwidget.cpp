@@ -141,6 +141,8 @@ void CorrelationViewTabWidget::forget(const QString &name)
 void CorrelationViewTabWidget::wellChanged(const QString &wellName)
 {
     for (int tab = 0; tab < m_names.size(); ++tab) {
+        if (wellName.isEmpty())
+            display(tab)->synchronise();
         CorrelationView *view = display(tab)->view();
         const QVector<CorrelationWell> &wells = view->properties().wells;
         const bool isShown = std::any_of(wells.begin(), wells.end(), [&wellName](const CorrelationWell &well) {

@@ -4,6 +4,7 @@
 #include "programs/guidedtour.h"
 #include "programs/lashandover.h"
 #include "programs/surveypreparation.h"
+#include "programs/wellrenaming.h"
 #include "workbench/activewindowasker.h"
 #include "workbench/commandline.h"
 #include "workbench/legiblestyle.h"
@@ -67,6 +68,11 @@ int run(const workbench::CommandLine &line, int argc, char **argv)
     workbench::PluginLoader loader;
     workbench::WorkbenchWindow window(host, asker, workbench::dialogFileChooser());
     window.setSurveyPreparation(prepareSurvey);
+    host.store().setWellRenamed([&host](const QString &oldName, const QString &newName, const QStringList &others) {
+        const QStringList problems = programs::followRenamedWell(host.surveyDirectory(), oldName, newName, others);
+        if (!problems.isEmpty())
+            host.showError(problems.join(u'\n'));
+    });
     const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
     if (!data.isEmpty())
         window.setDemoSurvey(data + QStringLiteral("/lorva/surveys/Demo"), demo::makeDemoSurvey);

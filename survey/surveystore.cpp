@@ -309,8 +309,16 @@ host::Status SurveyStore::renameWell(const QString &key, const QString &name)
     host::Outcome<ObjectList> list = listToChange(key);
     if (!list.ok())
         return {list.error};
+    const QString oldName = list.value.entry(wellNumber(key))->name;
+    QStringList otherWells;
+    for (const ObjectEntry &entry : list.value.entries())
+        if (isWell(entry) && entry.number != wellNumber(key))
+            otherWells.append(entry.name);
     list.value.rename(wellNumber(key), name.trimmed());
-    return m_list.write(list.value);
+    const host::Status status = m_list.write(list.value);
+    if (status.ok() && m_wellRenamed && oldName != name.trimmed())
+        m_wellRenamed(oldName, name.trimmed(), otherWells);
+    return status;
 }
 
 host::Status SurveyStore::removeWell(const QString &key)

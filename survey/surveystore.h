@@ -22,6 +22,8 @@ class SurveyStore : public host::Wells
 {
 public:
     using MarkersChanged = std::function<void(const QString &key)>;
+    using WellRenamed =
+        std::function<void(const QString &oldName, const QString &newName, const QStringList &otherWells)>;
     using ProblemFound = std::function<void()>;
 
     explicit SurveyStore(const QString &surveyDirectory = {});
@@ -30,6 +32,8 @@ public:
     QString surveyDirectory() const { return m_surveyDirectory; }
     /// Called after a marker set was replaced.
     void setMarkersChanged(const MarkersChanged &callback) { m_markersChanged = callback; }
+    /// Called after a well got another name, for what is kept by names elsewhere. It must not call the store.
+    void setWellRenamed(const WellRenamed &callback) { m_wellRenamed = callback; }
 
     /// Called when something came to light about a file that was not known; problems() tells what. It must not call
     /// the store.
@@ -96,6 +100,7 @@ private:
     QString m_surveyDirectory;
     SurveyUnit m_unit;
     MarkersChanged m_markersChanged;
+    WellRenamed m_wellRenamed;
     ProblemFound m_problemFound;
     FileProblems m_problems;
     WellListFile m_list;

@@ -103,6 +103,29 @@ private slots:
         QCOMPARE(ViewFixture::find<QComboBox>(dialog(), "flatAtChooser")->currentText(), QString("None"));
     }
 
+    void aFileThatChangedIsReadAnew()
+    {
+        m->store("North");
+        CorrelationView *view = m->show();
+        m->type("scaleEdit", "2000");
+        m->choose("flatAtBox", "Top");
+        m->store("North", "3\nA:T\nB:T\nC:T\n");
+        m->display->synchronise();
+        QCOMPARE(view->columns().size(), 3);
+        QCOMPARE(ViewFixture::find<QTableWidget>(dialog(), "wellsTable")->rowCount(), 3);
+        QCOMPARE(m->text("scaleEdit"), QString("2000"));
+        QCOMPARE(view->tracks().at(0)->axis().start, float(500 - 1000));
+        QVERIFY(!dialog()->isChanged());
+        const int redraws = view->redrawCount();
+        m->display->synchronise(); // nothing new
+        QCOMPARE(view->redrawCount(), redraws);
+        dialog()->addWellClicked();
+        m->store("North");
+        m->display->synchronise(); // edits go before
+        QCOMPARE(view->columns().size(), 3);
+        QCOMPARE(ViewFixture::find<QTableWidget>(dialog(), "wellsTable")->rowCount(), 4);
+    }
+
     // A choice that waits for its save is not taken back by looking at the view.
     void anEditedDialogKeepsItsFlattening()
     {
