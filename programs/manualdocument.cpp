@@ -103,6 +103,7 @@ void ManualDocument::keepTogether()
         keepLines();
         while (keepHeadings()) { // a heading follows what it announces, if that announces a table
         }
+        markContentsDirty(0, characterCount()); // laid out change by change, pages can be missing
     }
 }
 
@@ -369,7 +370,8 @@ void ManualDocument::padRow(const QTextTable &table, int row, std::optional<doub
     }
 }
 
-// The last line of a paragraph takes the others along to its page, the last one of some commands too.
+// A last line that stands alone takes the others along to its page, and a first one follows them; so does the last one of some
+// commands.
 void ManualDocument::keepLines()
 {
     for (const QVector<QTextBlock> &commands : qAsConst(m_commands))
@@ -378,8 +380,9 @@ void ManualDocument::keepLines()
     for (QTextBlock block = begin(); block.isValid(); block = block.next()) {
         const QVector<int> pages = pagesOfLines(block);
         const bool isInTable = QTextCursor(block).currentTable() != nullptr;
-        if (!isInTable && pages.size() > 1 && pages.last() != pages.at(pages.size() - 2)
-            && pages.first() + 1 == pages.last())
+        if (isInTable || pages.size() < 2 || pages.first() + 1 != pages.last())
+            continue;
+        if (pages.last() != pages.at(pages.size() - 2) || pages.first() != pages.at(1))
             setBreakBefore(block);
     }
 }

@@ -33,7 +33,7 @@ struct ManualHeading
 };
 
 /// A chapter laid out for paper: pictures, tables and commands fit the page, no heading stands alone at its end, no line alone
-/// at its top, and no row of a table on two pages.
+/// at its end or top, and no row of a table on two pages.
 class ManualDocument : public QTextDocument
 {
     Q_OBJECT

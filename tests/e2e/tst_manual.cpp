@@ -182,7 +182,7 @@ private slots:
         }
     }
 
-    void noLastLineStandsAlone()
+    void noFirstOrLastLineStandsAlone()
     {
         QString text = "# 1  X\n";
         for (int lines = 0; lines < 12; ++lines) {
@@ -194,6 +194,7 @@ private slots:
             const QTextLayout *layout = last.layout();
             const int end = layout->lineCount() - 1;
             QCOMPARE(page.pageOfLine(last, end), page.pageOfLine(last, end - 1));
+            QCOMPARE(page.pageOfLine(last, 0), page.pageOfLine(last, 1));
             text += "\nline\n";
         }
     }
@@ -208,6 +209,9 @@ private slots:
         for (const ManualChapter &chapter : programs::readManual(pages)) {
             const ManualDocument document(chapter, pictures, &writer, size);
             const auto pageAt = [&size](double y) { return int(y / size.height()); };
+            const int pageCount = document.pageCount();
+            const double end = document.documentLayout()->blockBoundingRect(document.lastBlock()).bottom();
+            QVERIFY2(pageAt(end - 1) == pageCount - 1, qPrintable(chapter.file));
             const auto firstLine = [&](const QTextBlock &block) {
                 const double top = document.documentLayout()->blockBoundingRect(block).top(); // lays it out
                 return block.layout()->lineCount() > 0 ? top + block.layout()->lineAt(0).y() : top;
