@@ -10,6 +10,7 @@
 #include <QTextTable>
 #include <QtMath>
 
+#include <algorithm>
 #include <limits>
 #include <numeric>
 #include <optional>
@@ -92,19 +93,6 @@ ManualDocument::ManualDocument(const ManualChapter &chapter, const QString &pict
     styleTables();
     layOut(device, pageSize);
     keepTogether();
-}
-
-// What moves to the next page moves all behind it, which then may have to be kept together.
-void ManualDocument::keepTogether()
-{
-    constexpr int rounds = 3;
-    for (int round = 0; round < rounds; ++round) {
-        keepTables();
-        keepLines();
-        while (keepHeadings()) { // a heading follows what it announces, if that announces a table
-        }
-        markContentsDirty(0, characterCount()); // laid out change by change, pages can be missing
-    }
 }
 
 void ManualDocument::layOut(QPagedPaintDevice *device, const QSizeF &pageSize)
@@ -290,51 +278,101 @@ QVector<int> ManualDocument::pagesOfLines(const QTextBlock &block) const
     return pages;
 }
 
-void ManualDocument::setBreakBefore(const QTextBlock &block, QTextFormat::PageBreakFlags policy)
+// From the top down: what moves to the next page moves all behind it, and nothing before.
+void ManualDocument::keepTogether()
 {
-    QTextBlockFormat format;
-    format.setPageBreakPolicy(policy);
-    QTextCursor(block).mergeBlockFormat(format);
-}
-
-// A table that a page can hold stands on one page; of a larger one each row does.
-void ManualDocument::keepTables()
-{
-    for (QTextFrame *frame : rootFrame()->childFrames())
-        if (auto *table = qobject_cast<QTextTable *>(frame))
+    for (QTextBlock block = begin(); block.isValid(); block = block.next()) {
+        if (QTextTable *table = QTextCursor(block).currentTable()) {
             keepTable(table);
+            block = table->lastCursorPosition().block();
+        } else if (isTorn(block) || isApart(block)) {
+            setBreakBefore(announcedFrom(block), true);
+        }
+    }
+    markContentsDirty(0, characterCount()); // laid out change by change, pages can be missing
 }
 
-void ManualDocument::keepTable(QTextTable *table)
+// Whether one line of a paragraph stands alone, or commands are on two pages.
+bool ManualDocument::isTorn(const QTextBlock &block) const
 {
-    const auto isWhole = [this, table](double *height) {
-        const QRectF place = documentLayout()->frameBoundingRect(table);
-        *height = place.height() / pageSize().height();
-        return static_cast<int>(place.top() / pageSize().height())
-            == static_cast<int>(place.bottom() / pageSize().height());
-    };
-    double height = 0;
-    if (isWhole(&height))
-        return;
-    const QTextBlock before = table->firstCursorPosition().block().previous();
-    const bool isAnnounced = announces(before);
-    const auto setBreak = [this, table, before, isAnnounced](QTextFormat::PageBreakFlags policy) {
-        if (isAnnounced) {
-            setBreakBefore(before, policy);
-            return;
-        }
+    const auto commands = std::find_if(m_commands.begin(), m_commands.end(),
+                                       [&block](const QVector<QTextBlock> &some) { return some.first() == block; });
+    if (commands != m_commands.end() && pageOf(commands->first()) + 1 == pageOf(commands->last()))
+        return true;
+    const QVector<int> pages = pagesOfLines(block);
+    if (pages.size() < 2 || pages.first() + 1 != pages.last())
+        return false;
+    return pages.last() != pages.at(pages.size() - 2) || pages.first() != pages.at(1);
+}
+
+// Whether what announces the block stands on another page.
+bool ManualDocument::isApart(const QTextBlock &block) const
+{
+    const QTextBlock before = block.previous();
+    if (!before.isValid() || !announces(before))
+        return false;
+    const bool isPicture = block.text() == QString(QChar::ObjectReplacementCharacter);
+    return pageOf(before) != (isPicture ? lastPageOf(block) : pageOf(block));
+}
+
+// The block, or the first of those that announce it one after the other.
+QTextBlock ManualDocument::announcedFrom(const QTextBlock &block)
+{
+    QTextBlock first = block;
+    while (first.previous().isValid() && announces(first.previous()))
+        first = first.previous();
+    return first;
+}
+
+void ManualDocument::setBreakBefore(const QTextBlock &block, bool isThere)
+{
+    if (!block.previous().isValid())
+        return; // the chapter begins there
+    const auto policy = isThere ? QTextFormat::PageBreak_AlwaysBefore : QTextFormat::PageBreak_Auto;
+    QTextTable *table = QTextCursor(block).currentTable();
+    if (table) {
         QTextTableFormat format = table->format();
         format.setPageBreakPolicy(policy);
         table->setFormat(format);
+    } else {
+        QTextBlockFormat format;
+        format.setPageBreakPolicy(policy);
+        QTextCursor(block).mergeBlockFormat(format);
+    }
+    markContentsDirty(0, characterCount());
+}
+
+// A table that a page can hold stands on one page, with what announces it; of a larger one each row does.
+void ManualDocument::keepTable(QTextTable *table)
+{
+    const QTextBlock start = table->firstCursorPosition().block();
+    const QTextBlock first = announcedFrom(start);
+    const auto place = [this, table] { return documentLayout()->frameBoundingRect(table); };
+    const auto isTogether = [&] {
+        const int page = static_cast<int>(place().top() / pageSize().height());
+        return page == static_cast<int>(place().bottom() / pageSize().height())
+            && (first == start || pageOf(first) == page);
     };
-    setBreak(QTextFormat::PageBreak_AlwaysBefore);
-    if (isWhole(&height) && height < tallestUnbrokenTable)
+    if (isTogether())
         return;
-    setBreak(QTextFormat::PageBreak_Auto);
-    for (int row = 0; row < table->rows(); ++row)
-        padRow(*table, row, {});
-    for (int row = 0; row < table->rows(); ++row)
-        keepRow(*table, row);
+    const bool wasThere = first.blockFormat().pageBreakPolicy() == QTextFormat::PageBreak_AlwaysBefore;
+    setBreakBefore(first, true);
+    if (isTogether() && place().height() < tallestUnbrokenTable * pageSize().height())
+        return;
+    setBreakBefore(first, wasThere);
+    keepRows(*table);
+    if (first == start || pageOf(start.previous()) == pageOf(start))
+        return;
+    setBreakBefore(first, true);
+    keepRows(*table);
+}
+
+void ManualDocument::keepRows(const QTextTable &table)
+{
+    for (int row = 0; row < table.rows(); ++row)
+        padRow(table, row, {});
+    for (int row = 0; row < table.rows(); ++row)
+        keepRow(table, row);
 }
 
 // What begins on the one page and ends on the next begins there, behind an empty line.
@@ -368,42 +406,6 @@ void ManualDocument::padRow(const QTextTable &table, int row, std::optional<doub
             format.clearProperty(QTextFormat::TableCellTopPadding);
         cell.setFormat(format);
     }
-}
-
-// A last line that stands alone takes the others along to its page, and a first one follows them; so does the last one of some
-// commands.
-void ManualDocument::keepLines()
-{
-    for (const QVector<QTextBlock> &commands : qAsConst(m_commands))
-        if (pageOf(commands.first()) + 1 == pageOf(commands.last()))
-            setBreakBefore(commands.first());
-    for (QTextBlock block = begin(); block.isValid(); block = block.next()) {
-        const QVector<int> pages = pagesOfLines(block);
-        const bool isInTable = QTextCursor(block).currentTable() != nullptr;
-        if (isInTable || pages.size() < 2 || pages.first() + 1 != pages.last())
-            continue;
-        if (pages.last() != pages.at(pages.size() - 2) || pages.first() != pages.at(1))
-            setBreakBefore(block);
-    }
-}
-
-// A heading, or what ends in a colon, whose text begins on the next page goes there too. Each that moves may move those behind it.
-bool ManualDocument::keepHeadings()
-{
-    bool hasMoved = false;
-    for (QTextBlock block = begin(); block.isValid(); block = block.next()) {
-        const QTextBlock next = block.next();
-        if (!announces(block) || !next.isValid()
-            || block.blockFormat().pageBreakPolicy() == QTextFormat::PageBreak_AlwaysBefore)
-            continue;
-        const bool isPicture = next.text() == QString(QChar::ObjectReplacementCharacter);
-        if (pageOf(block) == (isPicture ? lastPageOf(next) : pageOf(next)))
-            continue;
-        setBreakBefore(next, QTextFormat::PageBreak_Auto); // it comes along
-        setBreakBefore(block);
-        hasMoved = true;
-    }
-    return hasMoved;
 }
 
 QVector<ManualHeading> ManualDocument::headings()

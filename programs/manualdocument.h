@@ -5,8 +5,6 @@
 #include <QFont>
 #include <QTextBlock>
 #include <QTextDocument>
-#include <QTextFormat>
-
 #include <optional>
 
 QT_BEGIN_NAMESPACE
@@ -59,14 +57,14 @@ private:
     double commandSize(int letters) const;
     void spaceCommands(const QVector<QTextBlock> &commands);
     void keepTogether();
-    bool keepHeadings();
-    void keepTables();
+    bool isTorn(const QTextBlock &block) const;
+    bool isApart(const QTextBlock &block) const;
+    static QTextBlock announcedFrom(const QTextBlock &block);
+    void setBreakBefore(const QTextBlock &block, bool isThere);
     void keepTable(QTextTable *table);
+    void keepRows(const QTextTable &table);
     void keepRow(const QTextTable &table, int row);
     static void padRow(const QTextTable &table, int row, std::optional<double> padding);
-    void keepLines();
-    void setBreakBefore(const QTextBlock &block,
-                        QTextFormat::PageBreakFlags policy = QTextFormat::PageBreak_AlwaysBefore);
     double topOf(const QTextBlock &block) const;
     int pageOf(const QTextBlock &block) const;
     int lastPageOf(const QTextBlock &block) const;

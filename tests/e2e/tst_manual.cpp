@@ -182,6 +182,24 @@ private slots:
         }
     }
 
+    // It would leave most of a page white; its heading stays with its first rows.
+    void aLargeTableBeginsWhereItStands()
+    {
+        QString table = "| a | b |\n|---|---|\n";
+        for (int row = 1; row <= 7; ++row)
+            table += QStringLiteral("| r%1 | x |\n").arg(row);
+        const Page page("# 1  X\n\nline\n\n" + table);
+        QCOMPARE(page.pageOf("r1"), 0);
+        QCOMPARE(page.pageOf("r7"), 1);
+        QString text = "# 1  X\n";
+        for (int lines = 0; lines < 12; ++lines) {
+            const Page headed(text + "\n## Heading\n\n" + table);
+            QCOMPARE(headed.pageOf("Heading"), headed.pageOf("a"));
+            QCOMPARE(headed.pageOf("Heading"), headed.pageOf("r1"));
+            text += "\nline\n";
+        }
+    }
+
     void noFirstOrLastLineStandsAlone()
     {
         QString text = "# 1  X\n";
