@@ -19,15 +19,23 @@ QString comparable(const QString &name)
     return letters;
 }
 
-// Where a comma parts no fields it may stand before the decimals.
-QString withPoint(QString text, QChar separator)
+// A comma that parts no fields may stand before the decimals; "1,234" may mean a thousand too, and is no number.
+std::optional<double> number(QString text)
 {
-    return separator == u',' || text.contains(u'.') ? text : text.replace(u',', u'.');
+    const int comma = text.indexOf(u',');
+    const bool isAmbiguous = comma >= 0 && comma <= 3 && text.size() - comma == 4;
+    if (comma >= 0 && !isAmbiguous && !text.contains(u'.'))
+        text.replace(comma, 1, u'.');
+    return base::parseNumber(text);
 }
 
-std::optional<double> number(const QString &text, QChar separator)
+// As no title is, also where it is no number that can be read.
+bool isOfDigits(const QString &text)
 {
-    return base::parseNumber(withPoint(text, separator));
+    const auto isDigit = [](QChar c) { return c.isDigit(); };
+    const auto isOfNumbers = [](QChar c) { return c.isDigit() || QStringLiteral("+-.,").contains(c); };
+    return number(text)
+        || (std::any_of(text.begin(), text.end(), isDigit) && std::all_of(text.begin(), text.end(), isOfNumbers));
 }
 
 QChar separatorOf(const QVector<QString> &lines)
@@ -50,7 +58,7 @@ QStringList fieldsOf(const QString &line, QChar separator)
         return fields;
     }
     const QStringList words = line.simplified().split(u' ');
-    if (words.size() > 1 && number(words.first(), separator) && !number(words.last(), separator))
+    if (words.size() > 1 && number(words.first()) && !number(words.last()))
         return {words.first(), words.mid(1).join(u' ')};
     return {QStringList(words.mid(0, words.size() - 1)).join(u' '), words.last()};
 }
@@ -113,7 +121,7 @@ Columns columnsOfTitles(const QStringList &titles)
 }
 
 // The first column in which most of the lines have a number, and the first in which they have none.
-Columns columnsOfValues(const QVector<QStringList> &rows, QChar separator)
+Columns columnsOfValues(const QVector<QStringList> &rows)
 {
     Columns columns;
     int width = 0;
@@ -123,7 +131,7 @@ Columns columnsOfValues(const QVector<QStringList> &rows, QChar separator)
         int numbers = 0;
         int texts = 0;
         for (const QStringList &row : rows) {
-            const bool isNumber = number(row.value(column), separator).has_value();
+            const bool isNumber = number(row.value(column)).has_value();
             numbers += isNumber ? 1 : 0;
             texts += !isNumber && !row.value(column).isEmpty() ? 1 : 0;
         }
@@ -173,21 +181,20 @@ TopsFile parseTops(const QByteArray &bytes)
     for (const QString &line : qAsConst(lines))
         rows.append(fieldsOf(line, separator));
     Columns columns;
-    const auto isNumber = [separator](const QString &field) { return number(field, separator).has_value(); };
-    if (!rows.isEmpty() && std::none_of(rows.first().begin(), rows.first().end(), isNumber)) {
+    if (!rows.isEmpty() && std::none_of(rows.first().begin(), rows.first().end(), isOfDigits)) {
         columns = columnsOfTitles(rows.first());
         rows.removeFirst();
         takeUnits(&rows, &columns);
     }
     if (columns.depth < 0 || columns.name < 0) {
-        const Columns found = columnsOfValues(rows, separator);
+        const Columns found = columnsOfValues(rows);
         columns.depth = columns.depth < 0 ? found.depth : columns.depth;
         columns.name = columns.name < 0 ? found.name : columns.name;
     }
     file.hasWells = columns.well >= 0;
     file.unit = columns.unit;
     for (const QStringList &row : qAsConst(rows)) {
-        const std::optional<double> depth = number(row.value(columns.depth), separator);
+        const std::optional<double> depth = number(row.value(columns.depth));
         const TopsLine line{row.value(columns.well), row.value(columns.name), depth.value_or(0)};
         const bool isTop = depth && *depth >= 0 && !line.name.isEmpty();
         (isTop ? file.lines : file.leftOut).append(line);

@@ -70,7 +70,7 @@ void DefineCalibrationPoint::load()
     if (!self)
         return;
     showRows(welldata::pointRows(record));
-    setStatus(record.depths.isEmpty() ? QStringLiteral("Calibration data doesn't exist !") : QString());
+    setPassingStatus(record.depths.isEmpty() ? QStringLiteral("Calibration data doesn't exist !") : QString());
 }
 
 void DefineCalibrationPoint::setCalibrationData(const CalibrationRecord &record)
@@ -100,7 +100,7 @@ bool DefineCalibrationPoint::save()
         return false;
     }
     setSaved();
-    setStatus(QStringLiteral("Successfully updated !"));
+    setPassingStatus(QStringLiteral("Successfully updated !"));
     emit pointsWritten(name);
     return true;
 }

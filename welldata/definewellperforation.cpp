@@ -25,7 +25,7 @@ void DefineWellPerforation::load()
         showRows({});
         updateButton()->setEnabled(false);
         if (file.state == ProjectFile::State::Missing)
-            setStatus(QStringLiteral("Perforation Zone data doesn't exist !"));
+            setPassingStatus(QStringLiteral("Perforation Zone data doesn't exist !"));
         else
             data().asker.warn(windowTitle(),
                               QStringLiteral("Unable to read file please check file read/write permission."));
@@ -53,7 +53,7 @@ bool DefineWellPerforation::save()
         return false;
     }
     setSaved();
-    setStatus(QStringLiteral("Successfully updated !"));
+    setPassingStatus(QStringLiteral("Successfully updated !"));
     emit zonesWritten(name);
     return true;
 }

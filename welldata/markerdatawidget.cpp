@@ -67,7 +67,7 @@ void MarkerDataWidget::load()
         return;
     }
     showRows(welldata::markerRows(m_stored, m_elevations));
-    setStatus(m_stored.isEmpty() ? QStringLiteral("Marker data doesn't exist !") : QString());
+    setPassingStatus(m_stored.isEmpty() ? QStringLiteral("Marker data doesn't exist !") : QString());
 }
 
 void MarkerDataWidget::computeDepths(int row)
@@ -154,7 +154,7 @@ bool MarkerDataWidget::save()
         load(); // the host left some out, which the user agreed to
     else if (stored.ok())
         m_stored = stored.value;
-    setStatus(QStringLiteral("Marker data updated successfully !"));
+    setPassingStatus(QStringLiteral("Marker data updated successfully !"));
     return true;
 }
 

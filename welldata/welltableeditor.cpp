@@ -129,6 +129,8 @@ void WellTableEditor::noteChange()
         return;
     m_isModified = true;
     m_update->setEnabled(true);
+    if (m_isStatusPassing)
+        setStatus({});
 }
 
 void WellTableEditor::deleteRow()
@@ -159,6 +161,13 @@ void WellTableEditor::takeTabsFirst(QWidget *widget)
 void WellTableEditor::setStatus(const QString &text)
 {
     m_status->setText(text);
+    m_isStatusPassing = false;
+}
+
+void WellTableEditor::setPassingStatus(const QString &text)
+{
+    setStatus(text);
+    m_isStatusPassing = true;
 }
 
 void WellTableEditor::addStatus(const QString &text)

@@ -62,6 +62,8 @@ protected:
     void showRows(const QVector<welldata::TableRow> &rows);
     void setSaved() { m_isModified = false; }
     void setStatus(const QString &text);
+    /// One that is no longer true when the table is edited.
+    void setPassingStatus(const QString &text);
     /// Behind what it says already.
     void addStatus(const QString &text);
     /// The table and its four buttons.
@@ -84,4 +86,5 @@ private:
     QLabel *m_status = nullptr;
     bool m_isModified = false;
     bool m_isShowing = false;
+    bool m_isStatusPassing = false;
 };

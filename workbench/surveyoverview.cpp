@@ -188,7 +188,7 @@ void SurveyOverview::clearFilter()
 void SurveyOverview::tellNoMatch()
 {
     m_noMatch->setText(QStringLiteral("No well has \"%1\" in its name.").arg(m_filter->text()));
-    m_noMatch->setVisible(m_sorted->rowCount() == 0 && m_model->rowCount() > 0);
+    m_noMatch->setVisible(m_sorted->rowCount() == 0);
 }
 
 void SurveyOverview::selectRow(int row)

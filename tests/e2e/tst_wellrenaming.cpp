@@ -26,7 +26,7 @@ private slots:
         write("Templates/A 1/Mine/Track_1.txt", "Linear\n");
         write("Templates/Global/T/Track_1.txt", "Linear\n");
         write("Correlations/North/properties.txt", correlationOf("A 1:T\nA:B:T\n"));
-        write("Correlations/South/properties.txt", correlationOf("A:B:T\nA 12:T\n"));
+        write("Correlations/South/properties.txt", correlationOf("A:B:T\nA 12:T\n", "South"));
     }
 
     void allFollows()
@@ -38,13 +38,20 @@ private slots:
                  QByteArray("WellName :15/9-F\nGroupName :Gamma\n5|6\n"));
         QCOMPARE(read("Templates/15%2F9-F/Mine/Track_1.txt"), QByteArray("Linear\n"));
         QCOMPARE(read("Correlations/North/properties.txt"), correlationOf("15/9-F:T\nA:B:T\n"));
-        QCOMPARE(read("Correlations/South/properties.txt"), correlationOf("A:B:T\nA 12:T\n"));
+        QCOMPARE(read("Correlations/South/properties.txt"), correlationOf("A:B:T\nA 12:T\n", "South"));
         for (const char *old :
              {"DefaultLogs/A 1.txt", "A 1_perforationZone.txt", "A 1_Gamma_calibrationPoints.txt", "Templates/A 1"})
             QVERIFY2(!QFileInfo::exists(path(old)), old);
         QCOMPARE(rename("15/9-F", "A 1"), QStringList()); // and back
         QCOMPARE(read("DefaultLogs/A 1.txt"), QByteArray("A 1\nGamma|GR\n"));
         QCOMPARE(read("Correlations/North/properties.txt"), correlationOf("A 1:T\nA:B:T\n"));
+    }
+
+    void namesWithColonsAreToldApart()
+    {
+        QCOMPARE(programs::followRenamedWell(m_folder->path(), "A:B", "C", {"A 1", "A 12"}), QStringList());
+        QCOMPARE(read("Correlations/North/properties.txt"), correlationOf("A 1:T\nC:T\n"));
+        QCOMPARE(read("Correlations/South/properties.txt"), correlationOf("C:T\nA 12:T\n", "South"));
     }
 
     void whatIsThereIsNotReplaced()
@@ -129,9 +136,9 @@ private:
     {
         return programs::followRenamedWell(m_folder->path(), oldName, newName, {"A:B", "A 12"});
     }
-    static QByteArray correlationOf(const QByteArray &wells)
+    static QByteArray correlationOf(const QByteArray &wells, const QByteArray &name = "North")
     {
-        return "Correlation:North\nTrackWidth:1.2\nScale:1000\nNumber Of Wells:2\n" + wells
+        return "Correlation:" + name + "\nTrackWidth:1.2\nScale:1000\nNumber Of Wells:2\n" + wells
             + "Marker:1\nTop\nPerforation Flag:0\nZones:0\n";
     }
     QString path(const char *file) const { return m_folder->path() + "/WLC/" + QString::fromUtf8(file); }

@@ -15,6 +15,7 @@ class TestTopsFile : public QObject
 private slots:
     void formats_data();
     void formats();
+    void ambiguousCommas();
     void units_data();
     void units();
     void wells();
@@ -48,6 +49,7 @@ void TestTopsFile::formats_data()
     QTest::newRow("titles in another order") << QByteArray("TVD,MD,Zone Name\n90,100.5,Upper Sst\n180,200,Lower\n");
     QTest::newRow("comments and gaps") << QByteArray(
         "# tops\n\nUpper Sst\t100.5\nNothing\t\n\t300\nBelow\t-9999\nLower\t200\n");
+    QTest::newRow("titles that are no words") << QByteArray("Name\tMD\t-\nUpper Sst\t100.5\t-\nLower\t200\t-\n");
     QTest::newRow("decimal commas, tabs") << QByteArray("Name\tMD\nUpper Sst\t100,5\nLower\t200,0\n");
     QTest::newRow("decimal commas, semicolons") << QByteArray("Upper Sst;100,5\nLower;200\n");
     QTest::newRow("decimal commas, depth first") << QByteArray("100,5;Upper Sst\n200,0;Lower\n");
@@ -62,6 +64,14 @@ void TestTopsFile::formats()
     QCOMPARE(leftOutOf(file, {}), bytes.startsWith('#') ? 3 : 0);
     QVERIFY(!file.unit);
     QCOMPARE(summary(topsOf(file, {QStringLiteral("any")})), summary(file.lines));
+}
+
+// A thousand of one country is a one with decimals in another.
+void TestTopsFile::ambiguousCommas()
+{
+    const TopsFile file = parseTops("A\t1,234\nB\t1234,567\nC\t100,25\nD\t0,5\nE\t1,234.5\nF\t1,2,3\nG\t7\n");
+    QCOMPARE(summary(file.lines), QStringLiteral("B@1234.57|C@100.25|D@0.5|G@7"));
+    QCOMPARE(leftOutOf(file, {}), 3);
 }
 
 void TestTopsFile::units_data()

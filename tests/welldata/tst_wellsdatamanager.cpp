@@ -188,6 +188,33 @@ private slots:
         QCOMPARE(m->markers()->table()->rowCount(), 0);
         QCOMPARE(F::status(m->markers()), QString("Well not selected !"));
     }
+    void whatTheStatusSaysIsTrueOfWhatIsShown()
+    {
+        m->select("W-2");
+        QVERIFY(F::status(m->markers()).endsWith("doesn't exist !"));
+        F::click(m->markers(), "addButton");
+        QCOMPARE(F::status(m->markers()), QString());
+        F::typeName(m->markers(), 0, "Top");
+        F::type(m->markers(), 0, 1, "100");
+        F::click(m->markers(), "updateButton");
+        QVERIFY(F::status(m->markers()).contains("successfully"));
+        F::typeName(m->markers(), 0, "Other");
+        QCOMPARE(F::status(m->markers()), QString());
+        for (WellTableEditor *editor :
+             {static_cast<WellTableEditor *>(m->zones()), static_cast<WellTableEditor *>(m->points())}) {
+            if (editor == m->points())
+                F::find<QComboBox>(m->points(), "groupBox")->setCurrentText("Gamma");
+            QVERIFY(F::status(editor).endsWith("doesn't exist !"));
+            F::click(editor, "addButton");
+            QCOMPARE(F::status(editor), QString());
+            if (editor == m->zones())
+                F::typeName(editor, 0, "DST");
+            F::click(editor, "updateButton");
+            QVERIFY(F::status(editor).startsWith("Successfully"));
+            F::click(editor, "addButton");
+            QCOMPARE(F::status(editor), QString());
+        }
+    }
     void whatWasNotSavedOfAVanishedWellIsNotAskedFor()
     {
         m->select("W-1");
