@@ -191,6 +191,9 @@ private slots:
         const Page page("# 1  X\n\nline\n\n" + table);
         QCOMPARE(page.pageOf("r1"), 0);
         QCOMPARE(page.pageOf("r7"), 1);
+        const Page most("# 1  X\n\nline\n\n" + table.left(table.indexOf("| r5"))); // a page could hold it
+        QCOMPARE(most.pageOf("r1"), 0);
+        QCOMPARE(most.pageOf("r4"), 1);
         QString text = "# 1  X\n";
         for (int lines = 0; lines < 12; ++lines) {
             const Page headed(text + "\n## Heading\n\n" + table);
