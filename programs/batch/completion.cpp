@@ -125,7 +125,7 @@ _lorva_batch_offer()
         name=${name//\\,/,}
         COMPREPLY+=("$name")
     done <<< "$offered"
-    [[ $3 || ${COMPREPLY[0]} == *= ]] && compopt -o nospace 2> /dev/null
+    [[ $3 || ${COMPREPLY[0]-} == *= ]] && compopt -o nospace 2> /dev/null
 }
 
 _lorva_batch()

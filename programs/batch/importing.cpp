@@ -132,6 +132,10 @@ void WellImport::chooseRows(const QString &path, las::ImportTab *tab)
             continue;
         if (seen.contains(mnemonic))
             continue; // the file's notices tell it
+        if (m_choice.nameOf(mnemonic).trimmed().isEmpty()) {
+            note(path, QStringLiteral("the curve %1 has no name and is left out.").arg(i + 1));
+            continue;
+        }
         seen.insert(mnemonic);
         const QString group = groupOf(mnemonic, file.curves.at(i).unit, m_choice, &m_groups);
         if (const QString notice = groupNotice(mnemonic, group, m_choice); !notice.isEmpty())

@@ -345,6 +345,24 @@ private slots:
         QCOMPARE(logOf(m_survey, "Aldra-1", "NEW").values.at(1), 10.0f);
     }
 
+    void whoConvertsFeetIsNotToldOfIt()
+    {
+        files::write(m_las, lasText("Aldra-1", "F").replace("STOP.F 1004", "STOP.F 8900"));
+        const BatchRun run = import({m_las, "--convert-feet"});
+        VERIFY_EXIT(1, run);
+        QVERIFY2(run.errors.contains("maximum depth is less") && !run.errors.contains("--convert-feet"),
+                 qPrintable(run.errors));
+    }
+
+    void aCurveWithoutANameIsLeftOut()
+    {
+        files::write(m_las, lasText("Aldra-1").replace("RES.OHMM", " .OHMM"));
+        const BatchRun run = import({m_las, "--json"});
+        VERIFY_EXIT(0, run);
+        QCOMPARE(run.record("imports").value("logs").toArray().size(), 1);
+        QVERIFY2(run.output.contains("the curve 3 has no name and is left out."), run.output);
+    }
+
     void newWellsObeyTheOptions()
     {
         files::write(m_las, lasText("Nova-1"));

@@ -146,9 +146,10 @@ private slots:
                                            {"export", "Aldra-1", "--out", out, "--format", "columns"},
                                            {"export", "Aldra-1", "--out", out, "--logs", "GR", "--dry-run"}};
         for (const QStringList &words : failing) {
-            const BatchRun run = runBatch(words, survey);
+            const BatchRun run = runBatch(words + QStringList{"--json"}, survey);
             VERIFY_EXIT(1, run);
             QVERIFY2(run.errors.count(path) == 1, qPrintable(words.join(' ') + run.errors));
+            QVERIFY2(texts(run.json().value("failures")).join(' ').contains(path), run.output);
         }
         QCOMPARE(runBatch({"logs", "Aldra-1", "--json"}, survey).list("logs").size(), 14);
         QCOMPARE(QDir(out + "/Aldra-1").entryList(QDir::Files).size(), 14);

@@ -105,6 +105,7 @@ private slots:
         row("las Demo/Import/Aldra-1_f", "Demo/Import/Aldra-1_feet.las");
         row("render --survey Demo Aldra-3\\ A:Sim", "Simple"); // behind the ":", where the shell breaks the word
         row("render --survey Demo Aldra-1:", "Default Density-Neutron Petrophysics Saturation Simple Triple\\ Combo");
+        row("render --survey Demo Aldra-1", "Aldra-1");
         row("render --survey Demo Ald", "Aldra-1 Aldra-2 Aldra-3\\ A");
         row("render --survey Demo \"Aldra-3 A:Sim", "Aldra-3 A:Simple"); // nor in quotes
         row("render Aldra-1 --out x.pdf --survey Demo --markers Kestrane\\ Up", "Kestrane\\ Upper\\ Sst");
@@ -120,6 +121,8 @@ private slots:
         row("template copy --survey Demo --well Aldra-1 P", "");
         row("template delete --survey=Demo Si", "Simple");
         row("export Aldra-1 --survey Demo --logs G", "GR");
+        row("export --survey Demo --logs MS", "MSFL"); // of any well
+        row("export Brisk-2 --survey Demo --logs MS", "");
         row("export Aldra-1 --survey Demo --logs RHOB,G", "RHOB,GR");
         row("default-logs --survey Demo Aldra-1 Gam", "Gamma=");
         row("default-logs --survey Demo Aldra-1 Gamma=G", "GR");
