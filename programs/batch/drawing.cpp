@@ -144,7 +144,7 @@ Result drawPicture(const Session &session, const Drawing &drawing, PictureFormat
     if (picture.isScaledDown())
         return Result::failed(
             QStringLiteral("The picture would be of %1 x %2 pixels, and a .%3 file holds %4. A larger --scale, a "
-                           "part of the depths (--from, --to), a smaller --dpi or a PDF file fits.")
+                           "part of the depths (--from, --to), a smaller --dpi or paper (.pdf, .svg) fits.")
                 .arg(picture.wantedWidth())
                 .arg(picture.wantedHeight())
                 .arg(endingOf(drawing.path), logview::mostOfFormat(format)));

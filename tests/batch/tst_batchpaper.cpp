@@ -294,7 +294,7 @@ private slots:
                                        << "Nothing lies at";
         QTest::newRow("from below") << QStringList{w, "--out", pdf, "--from", "90000"} << "Nothing lies at";
         const QString choices =
-            "A larger --scale, a part of the depths (--from, --to), a smaller --dpi or a PDF file";
+            "A larger --scale, a part of the depths (--from, --to), a smaller --dpi or paper (.pdf, .svg)";
         const QString most = "holds no more than %1. " + choices;
         QTest::newRow("png") << QStringList{w, "--out", m_files.filePath("none.png"), "--scale", "9"}
                              << "and a .png file " + most.arg("1000000 pixels a side");
