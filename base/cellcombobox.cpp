@@ -1,23 +1,17 @@
 #include "base/cellcombobox.h"
 
 #include <QKeyEvent>
-#include <QWheelEvent>
 
 namespace base {
 
 CellComboBox::CellComboBox(QAbstractItemModel *choices, QWidget *table)
-    : QComboBox(table)
+    : StillComboBox(table)
     , m_table(table)
 {
     setModel(choices);
     setFocusPolicy(Qt::ClickFocus); // F2 in the cell brings the keyboard here
     setMaxVisibleItems(22);
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon); // else every box measures every choice
-}
-
-void CellComboBox::wheelEvent(QWheelEvent *event)
-{
-    event->ignore();
 }
 
 void CellComboBox::keyPressEvent(QKeyEvent *event)

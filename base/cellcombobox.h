@@ -1,12 +1,11 @@
 #pragma once
 
-#include <QComboBox>
+#include "base/stillcombobox.h"
 
 namespace base {
 
-/// Chooses inside a table: turning the wheel over it scrolls the table, Tab passes it by, and Enter or Escape gives
-/// the keyboard back to the table.
-class CellComboBox : public QComboBox
+/// A box that Tab passes by; Enter or Escape gives the keyboard back to the table.
+class CellComboBox : public StillComboBox
 {
     Q_OBJECT
 
@@ -15,7 +14,6 @@ public:
     CellComboBox(QAbstractItemModel *choices, QWidget *table);
 
 protected:
-    void wheelEvent(QWheelEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
 
 private:

@@ -1,5 +1,6 @@
 #include "correlation/correlationwellstable.h"
 
+#include "base/stillcombobox.h"
 #include "datastore/projectdata.h"
 #include "templates/templatestore.h"
 
@@ -42,12 +43,12 @@ void CorrelationWellsTable::addWell(const CorrelationWell &well)
 {
     const int row = rowCount();
     insertRow(row);
-    auto *wells = new QComboBox;
+    auto *wells = new base::StillComboBox;
     wells->setObjectName(QStringLiteral("wellChooser"));
     wells->addItems(m_data.catalogue.wellNames());
     wells->setCurrentText(well.wellName);
     setCellWidget(row, wellColumn, wells);
-    auto *templates = new QComboBox;
+    auto *templates = new base::StillComboBox;
     templates->setObjectName(QStringLiteral("templateChooser"));
     setCellWidget(row, templateColumn, templates);
     renumber();

@@ -1,5 +1,7 @@
 #include "correlation/correlationzonestable.h"
 
+#include "base/stillcombobox.h"
+
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -40,7 +42,7 @@ QComboBox *CorrelationZonesTable::chooser(int row, int column) const
 
 QComboBox *CorrelationZonesTable::makeChooser(const QString &name)
 {
-    auto *box = new QComboBox;
+    auto *box = new base::StillComboBox;
     box->setObjectName(name);
     box->setEditable(true);
     box->setInsertPolicy(QComboBox::NoInsert);

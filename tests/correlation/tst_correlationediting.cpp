@@ -31,6 +31,29 @@ private slots:
                 table->visualRect(table->model()->index(table->rowCount() - 1, 0)).center()));
     }
 
+    // Turning it over the tables is how one gets to their further rows.
+    void theWheelChangesNoChoice()
+    {
+        showDialog();
+        auto *wells = ViewFixture::find<QTableWidget>(dialog(), "wellsTable");
+        auto *zones = ViewFixture::find<QTableWidget>(dialog(), "zonesTable");
+        for (int i = 0; i < 12; ++i)
+            click("addZoneButton");
+        for (int i = 0; i < 12; ++i)
+            click("addWellButton");
+        for (QTableWidget *table : {wells, zones})
+            for (int column = table == wells ? 0 : 1; column < 2; ++column) {
+                table->scrollToTop();
+                QComboBox *chooser = CorrelationFixture::chooser(table, 0, column);
+                const QString before = chooser->currentText();
+                QVERIFY(!takesWheel(chooser));
+                QCOMPARE(chooser->focusPolicy(), Qt::StrongFocus); // the wheel alone takes no focus either
+                chooser->setFocus();
+                QVERIFY(!takesWheel(chooser));
+                QCOMPARE(chooser->currentText(), before);
+            }
+    }
+
     void whatWasRefusedHasTheFocus()
     {
         showDialog();
@@ -181,6 +204,14 @@ private:
         dialog()->activateWindow();
         if (!QTest::qWaitForWindowActive(dialog()))
             qFatal("the dialog gets no focus");
+    }
+    // What it does not take, the table gets.
+    static bool takesWheel(QObject *chooser)
+    {
+        QWheelEvent event(QPointF(5, 5), QPointF(5, 5), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        chooser->event(&event);
+        return event.isAccepted();
     }
     void click(const char *button) const
     {
