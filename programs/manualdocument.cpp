@@ -14,7 +14,6 @@
 #include <limits>
 #include <numeric>
 #include <optional>
-#include <vector>
 
 namespace programs {
 
