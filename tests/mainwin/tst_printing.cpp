@@ -20,6 +20,7 @@
 #include <QPrinter>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTabWidget>
 #include <QThread>
 #include <QTimer>
@@ -220,9 +221,11 @@ private slots:
     void noSizeOfThePreviewKeepsItBusy()
     {
         PrintFixture fixture;
+        bool areBarsShown = false; // whatever there is to see
         QSize busyAt;
-        whenModal<QPrintPreviewDialog>(fixture.window.get(), [&busyAt](QPrintPreviewDialog *preview) {
+        whenModal<QPrintPreviewDialog>(fixture.window.get(), [&](QPrintPreviewDialog *preview) {
             auto *view = preview->findChild<QGraphicsView *>();
+            areBarsShown = view->horizontalScrollBar()->isVisible() && view->verticalScrollBar()->isVisible();
             const ResizeLimit limit(view);
             for (QAction *action : preview->findChildren<QAction *>())
                 if (action->text() == "Fit width")
@@ -237,6 +240,7 @@ private slots:
             preview->reject();
         });
         fixture.window->printActionClicked();
+        QVERIFY(areBarsShown);
         QCOMPARE(busyAt, QSize());
     }
 
