@@ -231,8 +231,10 @@ void NewWellsDialog::fitColumns()
     for (int column = NewWellsModel::FileColumn; column < NewWellsModel::NotesColumn; ++column)
         m_table->setColumnWidth(column, qMin(m_table->columnWidth(column) + columnPadding, widestNameColumn));
     m_table->setColumnWidth(NewWellsModel::NotesColumn, narrowestNotesColumn); // and stretched from there
-    if (!m_table->currentIndex().isValid())
+    if (!m_table->currentIndex().isValid()) {
         m_table->setCurrentIndex(m_model->index(0, NewWellsModel::NameColumn));
+        m_table->setFocus(Qt::OtherFocusReason); // the arrows walk the rows, and change no choice for all of them
+    }
     showNotes();
 }
 

@@ -166,6 +166,10 @@ void TestNewWellsLogs::logsAreWrittenWithTheWells()
     QCOMPARE(text(0, NewWellsModel::LogsColumn), QStringLiteral("2"));
     QCOMPARE(cell(0, NewWellsModel::LogsColumn).data(Qt::ToolTipRole).toString().contains(QLatin1String("GR, RHOB")),
              true);
+    auto *table = m_dialog->findChild<QTableView *>();
+    QCOMPARE(m_dialog->focusWidget(), static_cast<QWidget *>(table));
+    QTest::keyClick(table, Qt::Key_Down);
+    QCOMPARE(table->currentIndex().row(), 1);
     create();
     QCOMPARE(wells(), (QStringList{QStringLiteral("A:2"), QStringLiteral("B:2")}));
     QVERIFY(m_summary.startsWith(QLatin1String("2 wells were made with 4 logs.\nSurvey: ")));
