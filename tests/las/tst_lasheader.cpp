@@ -2,7 +2,7 @@
 
 #include "tests/las/wellinfofixture.h"
 
-#include <QElapsedTimer>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -15,6 +15,18 @@ namespace {
 QString fields(const las::HeaderItem &item)
 {
     return QStringList({QString(item.section), item.mnemonic, item.unit, item.value, item.description}).join(u'|');
+}
+
+/// What this process has read so far from files of any kind; -1 where the system does not tell.
+qint64 bytesReadSoFar()
+{
+    QFile file(QStringLiteral("/proc/self/io"));
+    if (!file.open(QIODevice::ReadOnly))
+        return -1;
+    for (const QByteArray &line : file.readAll().split('\n'))
+        if (line.startsWith("rchar: "))
+            return line.mid(7).toLongLong();
+    return -1;
 }
 
 } // namespace
@@ -196,10 +208,11 @@ void TestLasHeader::readsNoMoreThanTheHeader()
     if (!file.open(QIODevice::ReadWrite) || !file.resize(Q_INT64_C(3) << 30))
         QSKIP("no sparse file of 3 GB can be made here");
     file.close();
-    QElapsedTimer timer;
-    timer.start();
+    const qint64 before = bytesReadSoFar();
+    if (before < 0)
+        QSKIP("this system does not tell how much a program has read");
     const las::HeaderResult result = las::readHeader(m_fixture.path());
-    QVERIFY(timer.elapsed() < 2000);
+    QVERIFY(bytesReadSoFar() - before < 1 << 20);
     QCOMPARE(result.header.items.size(), 1);
     // The import reader needs all of it and says so.
     WellInfo info;
