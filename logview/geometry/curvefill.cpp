@@ -274,9 +274,8 @@ void CurveFill::show(QPainter &painter, const CurveSamples &samples, const Curve
                      const FillSettings &settings, const QColor &solid, const ShownRows &rows)
 {
     constexpr double viewPerStrip = 4;
-    const bool isCurrent = m_isBuilt && m_key == key && m_settings == settings && m_rows.perPixel == rows.perPixel;
-    if (isCurrent && viewPerStrip * (rows.bottom - rows.top) < m_rows.bottom - m_rows.top
-        && !(m_rows.top <= rows.top && m_rows.bottom >= rows.bottom)) {
+    const bool isStrip = viewPerStrip * (rows.bottom - rows.top) < m_rows.bottom - m_rows.top;
+    if (isStrip && (rows.top < m_rows.top || rows.bottom > m_rows.bottom)) {
         CurveFill(samples, key, settings, rows).paint(painter, solid, rows.top, rows.bottom);
         return;
     }

@@ -350,6 +350,24 @@ private slots:
         QVERIFY(readSampleCount() - before <= 9);
     }
 
+    // One sample more on both sides, but none beyond the depth range.
+    void rangesOfRowsStayInTheDepthRange()
+    {
+        using Range = std::pair<int, int>;
+        for (const bool isDescending : {false, true}) {
+            QVector<double> depths;
+            for (int i = 0; i <= 100; ++i)
+                depths.append(isDescending ? 100 - i : i);
+            const CurveSamples samples(depths, depths, nullSampleValue);
+            const SamplePlacer placer(curveKey(samples, DepthAxis{10, 90, 800}, {}, scale));
+            QCOMPARE(placer.range(samples), Range(10, 91));
+            QCOMPARE(placer.range(samples, ShownRows()), Range(10, 91));
+            QCOMPARE(placer.range(samples, {300, 305}), isDescending ? Range(59, 62) : Range(39, 42));
+            QCOMPARE(placer.range(samples, {-50, 20}), isDescending ? Range(87, 91) : Range(10, 14));
+            QCOMPARE(placer.range(samples, {780, 900}), isDescending ? Range(10, 14) : Range(87, 91));
+        }
+    }
+
     void whatIsPaintedIsReadOnce()
     {
         const logshapes::Log log = logshapes::make(logshapes::Noisy, 50000, 100, 3);

@@ -52,6 +52,8 @@ private slots:
         for (const double density : {130.0, 900.0})
             QCOMPARE(compareViews(density, 300, 1, 0).differing, 0);
     }
+    void linesThatLeaveTheDevicePaintTheSamePixels_data() { everyShape(); }
+    void linesThatLeaveTheDevicePaintTheSamePixels();
     void denseLinesPaintTheSamePixels_data();
     void denseLinesPaintTheSamePixels();
     void widerPensPaintAlmostTheSamePixels_data() { everyShape(); }
@@ -79,6 +81,7 @@ private slots:
     void dashesOfLongLinesAreThoseInView();
     void gapsOfDashedLinesStayOpen();
     void whatScrollsByIsPaintedAsAnew();
+    void oneLineServesEveryScreen();
     void otherPaintersStrokeTheReducedPath_data();
     void otherPaintersStrokeTheReducedPath();
 
@@ -151,6 +154,40 @@ tst_curvepixels::Pixels tst_curvepixels::compareViews(double density, int rows, 
         }
     }
     return sum;
+}
+
+// Wherever the device ends within a line.
+void tst_curvepixels::linesThatLeaveTheDevicePaintTheSamePixels()
+{
+    QFETCH(logshapes::Shape, shape);
+    constexpr int rows = 90;
+    constexpr int viewRows = 10;
+    int covered = 0;
+    int differing = 0;
+    const Scene scene = sceneOf(0, 1000, rows, false, false);
+    for (const double density : {0.4, 0.7, 1.1, 1.6, 2.7, 5.0, 20.0}) {
+        const logshapes::Log log = logshapes::make(shape, static_cast<int>(density * rows), 1000, 7);
+        const CurveSamples samples = log.samples();
+        const CurveKey key = curveKey(samples, scene.axis, scene.reference, scene.scale);
+        CurveLine line;
+        line.update(samples, key);
+        const QPainterPath all = logshapes::everySample(log, key);
+        for (int top = 0; top < rows - viewRows; ++top) {
+            const QImage expected = logshapes::picture({200, viewRows}, top, [&](QPainter &painter) {
+                painter.setPen(solidPen(1));
+                painter.drawPath(all);
+            });
+            const QImage painted = logshapes::picture(
+                {200, viewRows}, top, [&](QPainter &painter) { line.paint(painter, solidPen(1), 0, rows); });
+            differing += logshapes::difference(painted, expected);
+            covered += logshapes::paintedPixels(expected);
+        }
+    }
+    // Where a line breaks near an edge, or spans the whole device, one pixel of ten thousand is another.
+    const bool isBroken =
+        shape == logshapes::Random || shape == logshapes::Gappy || shape == logshapes::HolesAndInfinities;
+    QVERIFY(covered > 5000);
+    QVERIFY2(differing <= (isBroken ? covered / 9000 : 0), qPrintable(QString::number(differing)));
 }
 
 void tst_curvepixels::denseLinesPaintTheSamePixels_data()
@@ -386,6 +423,28 @@ void tst_curvepixels::whatScrollsByIsPaintedAsAnew()
         (void)logshapes::picture({200, 1000}, 3900,
                                  [&](QPainter &painter) { kept.paint(painter, solidPen(penWidth), 4010, 4240); });
         QCOMPARE(readSampleCount(), before);
+    }
+}
+
+// Two pixels of a screen are one or two of the display.
+void tst_curvepixels::oneLineServesEveryScreen()
+{
+    const Scene scene = sceneOf(0, 1000, 300, false, false);
+    const CurveSamples samples = logshapes::make(logshapes::Wander, 1000, 1000, 5).samples();
+    const CurveKey key = curveKey(samples, scene.axis, scene.reference, scene.scale);
+    CurveLine line;
+    line.update(samples, key);
+    for (const double screen : {1.0, 2.0, 1.0}) {
+        const auto pictureOf = [&](const CurveLine &painted) {
+            return logshapes::picture({400, 600}, 0, [&](QPainter &painter) {
+                painter.scale(screen, screen);
+                painted.paint(painter, solidPen(static_cast<int>(2 / screen)), 0, 300);
+            });
+        };
+        CurveLine fresh;
+        fresh.update(samples, key);
+        QVERIFY(logshapes::paintedPixels(pictureOf(fresh)) > 300);
+        QCOMPARE(logshapes::difference(pictureOf(line), pictureOf(fresh)), 0);
     }
 }
 
