@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QImage>
 #include <QPagedPaintDevice>
+#include <QRegularExpression>
 #include <QTextCursor>
 #include <QTextTable>
 #include <QtMath>
@@ -415,6 +416,28 @@ QVector<ManualHeading> ManualDocument::headings()
         if (level > 0 && level <= contentsLevels)
             found.append(
                 {block.text(), level, pageOf(block) + 1, topOf(block) - pageOf(block) * pageSize().height()});
+    }
+    return found;
+}
+
+// A name that goes on in the next line leads there from its first one.
+QVector<ManualReference> ManualDocument::references()
+{
+    static const QRegularExpression named(QStringLiteral("\\(chapter (\\d+)\\)"));
+    QVector<ManualReference> found;
+    for (QTextBlock block = begin(); block.isValid(); block = block.next()) {
+        const QPointF place = documentLayout()->blockBoundingRect(block).topLeft();
+        auto each = named.globalMatch(block.text());
+        while (each.hasNext()) {
+            const QRegularExpressionMatch match = each.next();
+            const QTextLine line = block.layout()->lineForTextPosition(match.capturedStart());
+            const double left = line.cursorToX(match.capturedStart());
+            const double right = line.cursorToX(match.capturedEnd());
+            const double top = place.y() + line.y();
+            const int page = static_cast<int>(top / pageSize().height());
+            found.append({match.captured(1).toInt(), page + 1,
+                          QRectF(place.x() + left, top - page * pageSize().height(), right - left, line.height())});
+        }
     }
     return found;
 }

@@ -30,6 +30,14 @@ struct ManualHeading
     double top; ///< dots from the upper end of the page's text
 };
 
+/// The number of a chapter that a text names, and where it does.
+struct ManualReference
+{
+    int chapter; ///< from 1
+    int page; ///< from 1, within its document
+    QRectF area; ///< dots from the upper left corner of the page's text
+};
+
 /// A chapter laid out for paper: pictures, tables and commands fit the page, no heading stands alone at its end, no line alone
 /// at its end or top, and no row of a table on two pages.
 class ManualDocument : public QTextDocument
@@ -44,6 +52,8 @@ public:
 
     /// Of the first two levels.
     QVector<ManualHeading> headings();
+    /// From top to bottom.
+    QVector<ManualReference> references();
 
 protected:
     QVariant loadResource(int type, const QUrl &name) override;

@@ -135,6 +135,13 @@ PdfPlace placeOf(const ContentsLine &line)
     return {line.page - 1, textCorner().y() + inPoints(line.top)};
 }
 
+// On a page, from the place in its text.
+QRectF areaOf(const QRectF &dots)
+{
+    return {textCorner() + QPointF(inPoints(dots.x()), inPoints(dots.y())),
+            QSizeF(inPoints(dots.width()), inPoints(dots.height()))};
+}
+
 // Gives what its lines are linked to.
 QVector<PdfLink> printContents(Printer &printer, const QVector<ContentsLine> &lines)
 {
@@ -162,8 +169,7 @@ QVector<PdfLink> printContents(Printer &printer, const QVector<ContentsLine> &li
         const QRectF place(indent, titleHeight + row * lineHeight, page.width() - indent, lineHeight);
         painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter, line.text);
         painter.drawText(place, Qt::AlignRight | Qt::AlignVCenter, QString::number(line.page));
-        const QRectF area(inPoints(place.x()), inPoints(place.y()), inPoints(place.width()), inPoints(lineHeight));
-        links.append({printer.page() - 1, area.translated(textCorner()), placeOf(line)});
+        links.append({printer.page() - 1, areaOf(place), placeOf(line)});
     }
     return links;
 }
@@ -186,10 +192,12 @@ QString writeManual(const QVector<ManualChapter> &chapters, const QString &pictu
     Printer printer(&buffer);
     std::vector<std::unique_ptr<ManualDocument>> documents;
     QVector<ContentsLine> contents;
+    QVector<int> titles; // of the chapters, among the contents
     int pages = 0;
     for (const ManualChapter &chapter : chapters) {
         documents.push_back(
             std::make_unique<ManualDocument>(chapter, pictureFolder, printer.device(), printer.textSize()));
+        titles.append(contents.size());
         for (const ManualHeading &heading : documents.back()->headings())
             contents.append({heading.text, heading.level, pages + heading.page, heading.top});
         pages += documents.back()->pageCount();
@@ -200,9 +208,14 @@ QString writeManual(const QVector<ManualChapter> &chapters, const QString &pictu
     if (!printer.begin())
         return QStringLiteral("the pages cannot be painted");
     printTitle(printer, QCoreApplication::applicationVersion());
-    const QVector<PdfLink> links = printContents(printer, contents);
-    for (size_t i = 0; i < documents.size(); ++i)
+    QVector<PdfLink> links = printContents(printer, contents);
+    for (size_t i = 0; i < documents.size(); ++i) {
+        for (const ManualReference &reference : documents.at(i)->references())
+            if (reference.chapter >= 1 && reference.chapter <= titles.size())
+                links.append({printer.page() + reference.page - 1, areaOf(reference.area),
+                              placeOf(contents.at(titles.at(reference.chapter - 1)))});
         printer.print(*documents.at(i), chapters.at(static_cast<int>(i)).title);
+    }
     if (!printer.end())
         return QStringLiteral("the pages cannot be painted");
     const QByteArray linked = withBookmarks(bytes, bookmarksOf(contents), links);

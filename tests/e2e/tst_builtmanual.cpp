@@ -51,11 +51,47 @@ private slots:
     void everyLineOfTheContentsLeadsToItsHeading()
     {
         const outline::File file = outline::read(m_bytes);
-        QCOMPARE(file.links.size(), file.entries.size());
-        for (int i = 0; i < file.links.size(); ++i) {
+        QVERIFY(file.links.size() > file.entries.size());
+        for (int i = 0; i < file.entries.size(); ++i) {
             QVERIFY(file.links.at(i).page >= 1 && file.links.at(i).page <= 3); // behind the title
             QCOMPARE(file.links.at(i).toPage, file.entries.at(i).page);
             QCOMPARE(file.links.at(i).toY, file.entries.at(i).y);
+        }
+    }
+
+    void namesOfOtherChaptersLeadThere()
+    {
+        int named = 0;
+        for (const ManualChapter &chapter : m_chapters)
+            named += chapter.text.count(QRegularExpression(QStringLiteral("\\(chapter \\d+\\)")));
+        QVERIFY(named > 10);
+        const outline::File file = outline::read(m_bytes);
+        QVector<int> firstPages; // of the chapters
+        for (const outline::Entry &entry : file.entries)
+            if (entry.level == 1)
+                firstPages.append(entry.page);
+        const QVector<outline::Link> links = file.links.mid(file.entries.size());
+        QCOMPARE(links.size(), named);
+        for (const outline::Link &link : links) {
+            QVERIFY(link.page >= firstPages.first() && firstPages.contains(link.toPage));
+            QVERIFY(link.area.width() > 20 && link.area.width() < 80 && link.area.height() < 25);
+            QVERIFY(QRectF(60, 60, 480, 730).contains(link.area)); // the text of a page
+        }
+        const QString program = QStandardPaths::findExecutable(QStringLiteral("pdftotext"));
+        if (program.isEmpty())
+            QSKIP("pdftotext is not installed");
+        for (const outline::Link &link : {links.first(), links.last()}) { // what stands there
+            const QString page = QString::number(link.page + 1);
+            QProcess process;
+            process.start(program,
+                          {"-f", page, "-l", page, "-x", QString::number(qRound(link.area.left()) - 1), "-y",
+                           QString::number(qRound(842 - link.area.bottom())), "-W",
+                           QString::number(qRound(link.area.width()) + 2), "-H",
+                           QString::number(qRound(link.area.height())), manualFile(), "-"});
+            QVERIFY(process.waitForFinished(60000));
+            const int chapter = firstPages.indexOf(link.toPage) + 1;
+            const QString there = QString::fromUtf8(process.readAllStandardOutput()).simplified();
+            QVERIFY2(there.startsWith(QStringLiteral("(chapter %1)").arg(chapter)), qPrintable(there));
         }
     }
 
@@ -97,7 +133,7 @@ private slots:
         const outline::File file = outline::read(m_bytes);
         QCOMPARE(pages.size() - 1, file.pageCount);
         QString contents;
-        for (const QString &page : pages.mid(1, file.links.last().page))
+        for (const QString &page : pages.mid(1, file.entries.first().page - 1))
             contents += page.simplified() + ' ';
         for (const outline::Entry &entry : file.entries) {
             const QString number = QString::number(entry.page + 1);
