@@ -238,6 +238,20 @@ private slots:
         }
         QVERIFY(table()->findChildren<CellEdit *>().size() < 2500);
     }
+    void theLineInUseStaysWhileTheTableIsScrolled()
+    {
+        fill(10000);
+        table()->verticalScrollBar()->setValue(500);
+        const QPointer<CellEdit> edit = F::edit(m->markers(), 505, 1);
+        const QPointer<CellEdit> other = F::edit(m->markers(), 506, 1);
+        edit->setFocus();
+        for (int row = 1000; row < 10000; row += 50) {
+            table()->verticalScrollBar()->setValue(row);
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        }
+        QVERIFY(!other);
+        QVERIFY(edit && edit->hasFocus());
+    }
     void anEditNeverFillsTheTableAnew()
     {
         fill(10000);
@@ -261,8 +275,8 @@ private slots:
     // Qt's view would remember each widget that went with its row: 40 bytes of some thousand widgets at each round.
     void rowsThatComeAndGoCostNoMemory()
     {
-        constexpr int rounds = 60;
-        constexpr int noise = 50000; // freed pieces that the C library keeps count as used
+        constexpr int rounds = 30;
+        constexpr int noise = 35000; // freed pieces that the C library keeps count as used
         for (int i = 0; i < 50; ++i)
             m->well(m->key1).logs.append({QString("L %1").arg(i), {}, {100, 200}, {1, 2}});
         fill(50);
