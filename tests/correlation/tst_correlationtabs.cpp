@@ -211,6 +211,22 @@ private slots:
         QCOMPARE(view->columns().at(0).markers.value("Top").depthM, 600.0);
     }
 
+    // A well that was renamed elsewhere has its new name in the file; one well's change does not read it.
+    void aSynchronisationReadsTheFiles()
+    {
+        m->add("North");
+        const int before = m->view->display(0)->view()->columns().size();
+        QByteArray file = files::read(m->filePath("North"));
+        const QByteArray count = "Number Of Wells:" + QByteArray::number(before);
+        QVERIFY(file.contains(count));
+        file.replace(count, "Number Of Wells:" + QByteArray::number(before + 1) + "\nC:T");
+        files::write(m->filePath("North"), file);
+        m->view->wellChanged("A");
+        QCOMPARE(m->view->display(0)->view()->columns().size(), before);
+        m->view->wellChanged(QString());
+        QCOMPARE(m->view->display(0)->view()->columns().size(), before + 1);
+    }
+
     // The dialog of an open correlation offers what the survey has now.
     void dialogsFollowTheirWells()
     {
