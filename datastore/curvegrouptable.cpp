@@ -4,12 +4,12 @@
 
 namespace {
 
-QString tablePath(const QString &projectFolder)
+} // namespace
+
+QString CurveGroupTable::path(const QString &projectFolder)
 {
     return projectFolder + QStringLiteral("/CurveGroups/CurveGroupTable.txt");
 }
-
-} // namespace
 
 CurveGroupTable &CurveGroupTable::instance()
 {
@@ -40,7 +40,7 @@ QByteArray CurveGroupTable::toBytes() const
 void CurveGroupTable::read(const QString &projectFolder)
 {
     m_lastRead.reset();
-    const QString path = tablePath(projectFolder);
+    const QString path = CurveGroupTable::path(projectFolder);
     const ProjectFile file = readProjectFile(projectFolder, path);
     if (file.state == ProjectFile::State::Missing)
         return;
@@ -50,7 +50,7 @@ void CurveGroupTable::read(const QString &projectFolder)
 
 bool CurveGroupTable::write(const QString &projectFolder, base::Flush flush)
 {
-    const QString path = tablePath(projectFolder);
+    const QString path = CurveGroupTable::path(projectFolder);
     const bool isRead = m_lastRead && m_lastRead->path == path;
     const ProjectFile old = isRead ? m_lastRead->file : readProjectFile(projectFolder, path);
     m_lastRead.reset();

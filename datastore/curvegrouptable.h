@@ -18,6 +18,8 @@ class CurveGroupTable
 public:
     /// The table of the process: it keeps its content from one launch to the next.
     static CurveGroupTable &instance();
+    /// The path of the project's table file.
+    static QString path(const QString &projectFolder);
 
     /// Empty when the name has no entry, or one without a group, which counts as none.
     QString group(const QString &logName) const { return m_groups.value(textfields::fieldName(logName)); }

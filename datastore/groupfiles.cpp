@@ -6,14 +6,6 @@
 
 namespace {
 
-// A group that the table names may be called as the table's own file.
-QString groupPath(const QString &projectFolder, const QString &group)
-{
-    const bool isTable = group == QLatin1String("CurveGroupTable");
-    return projectFolder + QStringLiteral("/CurveGroups/")
-        + (isTable ? QStringLiteral("%43urveGroupTable") : base::fileNameFor(group, 4)) + QStringLiteral(".txt");
-}
-
 // Names are compared as the curve group table has them.
 QByteArray comparable(textfields::Field entry)
 {
@@ -22,9 +14,17 @@ QByteArray comparable(textfields::Field entry)
 
 } // namespace
 
+// A group that the table names may be called as the table's own file.
+QString groupFilePath(const QString &projectFolder, const QString &group)
+{
+    const bool isTable = group == QLatin1String("CurveGroupTable");
+    return projectFolder + QStringLiteral("/CurveGroups/")
+        + (isTable ? QStringLiteral("%43urveGroupTable") : base::fileNameFor(group, 4)) + QStringLiteral(".txt");
+}
+
 QStringList readGroupFile(const QString &projectFolder, const QString &group)
 {
-    return parseGroupFile(readProjectFile(projectFolder, groupPath(projectFolder, group)).bytes);
+    return parseGroupFile(readProjectFile(projectFolder, groupFilePath(projectFolder, group)).bytes);
 }
 
 QStringList parseGroupFile(const QByteArray &bytes)
@@ -53,7 +53,7 @@ GroupFiles::Group &GroupFiles::group(const QString &name)
     const auto found = m_groups.find(name);
     if (found != m_groups.end())
         return *found;
-    const ProjectFile file = readProjectFile(m_projectFolder, groupPath(m_projectFolder, name));
+    const ProjectFile file = readProjectFile(m_projectFolder, groupFilePath(m_projectFolder, name));
     Group read;
     read.isReadable = file.mayBeReplaced();
     forEachLine(utf8Text(file.bytes), [&read](Field line) {
@@ -84,7 +84,7 @@ bool GroupFiles::write(base::Flush flush)
             continue;
         // Silent by requirement.
         isWritten |=
-            writeProjectFile(m_projectFolder, groupPath(m_projectFolder, entry.key()), entry->bytes, flush).ok();
+            writeProjectFile(m_projectFolder, groupFilePath(m_projectFolder, entry.key()), entry->bytes, flush).ok();
         entry->isChanged = false;
     }
     return isWritten;

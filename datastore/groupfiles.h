@@ -8,6 +8,9 @@
 #include <QString>
 #include <QStringList>
 
+/// The path of a curve group's file.
+QString groupFilePath(const QString &projectFolder, const QString &group);
+
 /// The mnemonics that a project lists for a curve group, one per line, in file order; empty lines are empty
 /// strings, a missing file gives an empty list.
 QStringList readGroupFile(const QString &projectFolder, const QString &group);

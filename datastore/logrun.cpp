@@ -52,6 +52,7 @@ bool LogRun::isTaken(const QString &logName)
 
 LogOutcome LogRun::write(const LogCurveData &curve)
 {
+    m_error.clear();
     QString logName = textfields::trimmedLine(curve.logName);
     logName.replace(QChar(0), QLatin1Char(' ')); // it would end the name for the host
     if (isTaken(logName)) {
@@ -70,7 +71,9 @@ LogOutcome LogRun::write(const LogCurveData &curve)
     if (!m_isReadable)
         return LogOutcome::NoWell;
     m_wasTried = true;
-    if (!m_wells.writeLog(m_wellKey, hostLog(logName, curve)).ok())
+    const host::Status written = m_wells.writeLog(m_wellKey, hostLog(logName, curve));
+    m_error = written.error;
+    if (!written.ok())
         return LogOutcome::Failed;
     m_wasWritten = true;
     m_logNames.insert(logName);

@@ -24,6 +24,8 @@ public:
     /// Writes the record as a log of its name, in one trimmed line as hosts store it; asks where the catalogue, the
     /// host or an earlier call of this run has one. Samples whose depth no float holds are left out.
     LogOutcome write(const LogCurveData &curve);
+    /// Why the host did not take the last log, a sentence; empty when it did, or was not asked.
+    QString error() const { return m_error; }
 
     /// Makes the host read the well anew when it is next asked for. Does nothing where nothing was tried since.
     void reload();
@@ -37,6 +39,7 @@ private:
     WellsCatalogue &m_catalogue;
     base::Asker &m_asker;
     QString m_wellKey;
+    QString m_error;
     QSet<QString> m_logNames;
     bool m_isListed = false;
     bool m_isReadable = false; ///< it was, when it was looked up

@@ -39,6 +39,7 @@ LogOutcome ImportRun::write(const ImportTab &tab, const ImportRow &row, const Im
     ImportedCurve curve = importedCurve(tab, row, options);
     Well &well = wellOf(tab);
     const LogOutcome outcome = well.logs.write(withHostNulls(std::move(curve.record), *tab.file));
+    m_error = well.logs.error();
     // Whatever became of the log, the name's group is what the user chose.
     m_groups.add(row.logName, row.group);
     switch (outcome) {

@@ -21,6 +21,8 @@ public:
     /// Writes the curve of a selected row and tells what became of it; refusal() must have been asked. May ask, and
     /// throws std::bad_alloc where memory is short.
     LogOutcome write(const ImportTab &tab, const ImportRow &row, const ImportOptions &options);
+    /// Why the host did not take the last curve, a sentence; empty when it did, or was not asked.
+    QString error() const { return m_error; }
 
     /// Writes the curve groups and makes the host reload the wells. All that is left to do when nobody is there any more
     /// who would look at the catalogue.
@@ -53,6 +55,7 @@ private:
     CurveGroupAssignments m_groups;
     std::map<QString, Well> m_wells; ///< by key
     NameList m_unsuitedCurves;
+    QString m_error;
 };
 
 } // namespace las

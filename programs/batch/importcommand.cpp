@@ -159,7 +159,7 @@ Result run(Session &session, const Arguments &arguments)
     noteUnusedNames("--map", choice.groups, curves, &result);
     noteUnusedNames("--rename", choice.names, curves, &result);
     if (!session.isDryRun() && !result.records.isEmpty())
-        assignGroups(session, result);
+        result.failures += assignGroups(session, result);
     if (found.files.isEmpty())
         result.failures.append(
             QStringLiteral("There is no LAS file in %1.").arg(arguments.operands().join(QStringLiteral(", "))));

@@ -3,7 +3,11 @@
 #include "base/numbers.h"
 #include "datastore/curvegroupassignment.h"
 #include "datastore/curvegroups.h"
+#include "datastore/curvegrouptable.h"
 #include "datastore/defaultlogs.h"
+#include "datastore/groupfiles.h"
+#include "datastore/projectfile.h"
+#include "datastore/textfields.h"
 #include "datastore/unitclassification.h"
 #include "las/feet.h"
 #include "las/importnotices.h"
@@ -19,6 +23,7 @@
 #include "survey/wellmaker.h"
 
 #include <QFileInfo>
+#include <QMap>
 #include <QSet>
 
 #include <limits>
@@ -101,7 +106,7 @@ private:
     QString nameClash(const las::ImportTab &tab) const;
     QString unwantedProblem(const WellInfo &file) const;
     QString depthProblem(const las::ImportTab &tab) const;
-    void write(const las::ImportTab &tab);
+    bool write(const QString &path, const las::ImportTab &tab);
 
     Session &m_session;
     ProjectData &m_data;
@@ -190,18 +195,27 @@ QString WellImport::nameClash(const las::ImportTab &tab) const
     return {};
 }
 
-void WellImport::write(const las::ImportTab &tab)
+/// True when a log of the file was written.
+bool WellImport::write(const QString &path, const las::ImportTab &tab)
 {
+    const int before = m_logs.size();
     for (const las::ImportRow &row : tab.rows) {
         LogOutcome outcome = LogOutcome::Written;
         if (!m_session.isDryRun()) {
             const HeldSignals held;
             outcome = m_run.write(tab, row, m_choice.options);
         }
+        if (outcome != LogOutcome::Written) {
+            const QString why = m_run.error().isEmpty() ? QStringLiteral("the well cannot be read.") : m_run.error();
+            fail(path,
+                 QStringLiteral("the log \"%1\" was not written into the well \"%2\": %3")
+                     .arg(las::shortened(row.logName), m_well.name, why));
+            continue;
+        }
         m_logNames.insert(row.logName);
-        if (outcome == LogOutcome::Written)
-            m_logs.append(logRecord(row.logName, tab.file->curves.at(row.curve).logName, row.group));
+        m_logs.append(logRecord(row.logName, tab.file->curves.at(row.curve).logName, row.group));
     }
+    return m_logs.size() > before;
 }
 
 void WellImport::importFile(const QString &path, double wellMaximumDepth)
@@ -247,8 +261,8 @@ void WellImport::importFile(const QString &path, double wellMaximumDepth)
     }
     for (const QString &notice : fileNotices(file, m_choice.convertsFeet))
         note(path, notice);
-    m_files.append(path);
-    write(tab);
+    if (write(path, tab))
+        m_files.append(path);
 }
 
 Result WellImport::run(const QStringList &files)
@@ -261,7 +275,6 @@ Result WellImport::run(const QStringList &files)
     m_logNames = QSet<QString>(names.begin(), names.end());
     for (const QString &path : files)
         importFile(path, record->totalDepth);
-    m_result.failures += m_run.failures();
     if (!m_run.unsuitedCurves().isEmpty())
         m_notices.append(las::unsuitedWarning(m_run.unsuitedCurves()));
     if (m_files.isEmpty())
@@ -441,21 +454,76 @@ Result importAsNewWell(Session &session, const survey::NewWell &well, const Curv
     return {{record}, {}, {}, {}};
 }
 
-void assignGroups(Session &session, const Result &imported)
+namespace {
+
+/// What of the groups is not in the project's files, as sentences that name them: the window's parts pass over what they
+/// cannot write. \a groups by the names of logs.
+QStringList unkeptGroups(const QString &project, const QMap<QString, QString> &groups)
+{
+    CurveGroupTable stored;
+    stored.read(project);
+    QStringList names;
+    QSet<QString> unlisted;
+    for (auto group = groups.begin(); group != groups.end(); ++group) {
+        const QString field = textfields::fieldName(group.key());
+        if (stored.group(group.key()) != group.value())
+            names.append(las::shortened(group.key()));
+        QStringList listed = readGroupFile(project, group.value());
+        for (QString &name : listed)
+            name = textfields::fieldName(name);
+        if (!listed.contains(field))
+            unlisted.insert(group.value());
+    }
+    QStringList problems;
+    if (!names.isEmpty())
+        problems.append(
+            QStringLiteral("The curve groups of these logs were not kept: %1; the file %2 cannot be written.")
+                .arg(names.join(QStringLiteral(", ")), CurveGroupTable::path(project)));
+    QStringList files;
+    for (const QString &group : qAsConst(unlisted))
+        files.append(groupFilePath(project, group));
+    files.sort();
+    for (const QString &file : qAsConst(files))
+        problems.append(
+            QStringLiteral("Logs were not added to their curve group: the file %1 cannot be written.").arg(file));
+    return problems;
+}
+
+/// The same for the default logs of new wells.
+QStringList unkeptDefaults(const QString &project, const Result &imported)
+{
+    QStringList problems;
+    for (const Record &record : imported.records) {
+        const QString path = defaultLogsPath(project, record.value(QLatin1String("well")).toString());
+        if (record.value(QLatin1String("isNew")).toBool()
+            && readProjectFile(project, path).state != ProjectFile::State::Read)
+            problems.append(QStringLiteral("The well \"%1\" has no default logs: the file %2 cannot be written.")
+                                .arg(record.value(QLatin1String("well")).toString(), path));
+    }
+    return problems;
+}
+
+} // namespace
+
+QStringList assignGroups(Session &session, const Result &imported)
 {
     ProjectData &data = session.projectToWrite();
     CurveGroupAssignments groups(data.project.projectFolder);
+    QMap<QString, QString> wanted;
     for (const Record &record : imported.records) {
         for (const QJsonValue &log : record.value(QLatin1String("logs")).toArray()) {
             const QJsonObject object = log.toObject();
-            groups.add(object.value(QLatin1String("name")).toString(),
-                       object.value(QLatin1String("group")).toString());
+            const QString name = object.value(QLatin1String("name")).toString();
+            const QString group = object.value(QLatin1String("group")).toString();
+            groups.add(name, group);
+            wanted.insert(name, group);
         }
     }
     const HeldSignals held;
     groups.write();
     data.catalogue.build();
     runDefaultLogsPass(data, [] { return !HeldSignals::isOneWaiting(); });
+    return unkeptGroups(data.project.projectFolder, wanted) + unkeptDefaults(data.project.projectFolder, imported);
 }
 
 QVector<Field> importFields()

@@ -43,7 +43,8 @@ Result importIntoWell(Session &session, const host::WellEntry &well, const QStri
 Result importAsNewWell(Session &session, const survey::NewWell &well, const CurveChoice &choice);
 
 /// Gives the logs of such results their curve groups, and brings the project up to date with the survey, as a launch does.
-void assignGroups(Session &session, const Result &imported);
+/// Gives what of it could not be written, as sentences that name the files.
+QStringList assignGroups(Session &session, const Result &imported);
 
 /// The fields of the records.
 QVector<Field> importFields();

@@ -133,7 +133,9 @@ ProjectData &Session::projectToWrite()
     ProjectData &data = project();
     if (!m_isDryRun && !std::exchange(m_isProjectOpen, true)) {
         openProject(m_host, &data.project);
-        seedProject(data.project.projectFolder);
+        if (!seedProject(data.project.projectFolder))
+            m_host.showError(QStringLiteral("Not all curve group files and templates could be made in the folder %1.")
+                                 .arg(data.project.projectFolder));
         data.project.globalTemplateNames = globalTemplateNames(data.project);
     }
     return data;

@@ -3,6 +3,8 @@
 #include "survey/surveyfolder.h"
 #include "survey/surveystore.h"
 
+#include <optional>
+
 namespace {
 
 QByteArray lasText(const char *well, const char *depthUnit = "M", const char *wrap = "NO")
@@ -422,26 +424,103 @@ private slots:
         QCOMPARE(withoutTimes(other), withoutTimes(m_survey));
     }
 
+    // A folder in the place of a file: nobody writes it, not even the machine's owner.
+    void groupsThatCannotBeKeptAreTold_data()
+    {
+        QTest::addColumn<QString>("blocked");
+        QTest::newRow("table") << "CurveGroups/CurveGroupTable.txt";
+        QTest::newRow("group") << "CurveGroups/Sonic.txt";
+    }
+    void groupsThatCannotBeKeptAreTold()
+    {
+        QFETCH(QString, blocked);
+        const QString path = m_survey + "/WLC/" + blocked;
+        QVERIFY(QFile::remove(path));
+        QVERIFY(QDir().mkpath(path));
+        const BatchRun run = import({m_las, "--curves", "NEW", "--map", "NEW=Sonic", "--rename", "NEW=G9", "--json"});
+        VERIFY_EXIT(1, run);
+        QCOMPARE(run.list("failures").size(), 1);
+        QVERIFY2(run.errors.contains("the file " + path + " cannot be written."), qPrintable(run.errors));
+        QCOMPARE(run.errors.contains("not kept: G9;"), blocked.endsWith("Table.txt"));
+        QCOMPARE(logOf(m_survey, "Aldra-1", "G9").values.size(), 5); // the log is there all the same
+    }
+
+    void defaultLogsThatCannotBeMadeAreTold()
+    {
+        files::write(m_las, lasText("Nova-1"));
+        const QString folder = m_survey + "/WLC/DefaultLogs";
+        QVERIFY(QDir(folder).removeRecursively());
+        files::write(folder, "no folder");
+        const BatchRun run = import({m_las, "--new-wells", "--json"});
+        VERIFY_EXIT(1, run);
+        QVERIFY2(run.errors.contains("The well \"Nova-1\" has no default logs: the file " + folder
+                                     + "/Nova-1.txt cannot be written."),
+                 qPrintable(run.errors));
+        QCOMPARE(runBatch({"logs", "Nova-1", "--json"}, m_survey).list("logs").size(), 2);
+    }
+
+    void aProjectThatCannotBeSeededIsTold()
+    {
+        const QString folder = m_survey + "/WLC/CurveGroups";
+        QVERIFY(QDir(folder).removeRecursively());
+        files::write(folder, "no folder");
+        const BatchRun run = runBatch({"template", "copy", "Petrophysics", "Mine"}, m_survey);
+        VERIFY_EXIT(1, run);
+        QVERIFY2(run.errors.contains("could be made in the folder " + m_survey + "/WLC"), qPrintable(run.errors));
+    }
+
     void aReadOnlySurveyFails()
     {
-        QProcess shell;
-        const QString script =
-            "chmod -R a-w \"$1\"; exec setpriv --reuid=65534 --clear-groups \"$0\" import \"$2\" --survey \"$1\"";
-        QProcess::execute("chmod", {"-R", "a+rX", QFileInfo(m_survey).path(), m_las});
-        QProcess::execute("chmod", {"a+rx", QFileInfo(m_las).path()});
-        shell.start("bash", {"-c", script, QStringLiteral(LORVA_BINARY_DIR "/bin/lorva-batch"), m_survey, m_las});
-        QVERIFY(shell.waitForFinished());
-        const QByteArray errors = shell.readAllStandardError();
+        QProcess::execute("chmod", {"-R", "a-w", m_survey});
+        const std::optional<BatchRun> run = importAsAnother({m_las, "--json"});
         QProcess::execute("chmod", {"-R", "u+w", m_survey});
-        if (errors.contains("setpriv") || errors.contains("ermission denied\n"))
+        if (!run)
             QSKIP("Needs to become another user");
-        QCOMPARE(shell.exitCode(), 1);
-        QVERIFY2(errors.contains("Aldra-1"), errors);
+        VERIFY_EXIT(1, *run);
+        QVERIFY2(run->errors.contains("Aldra-1"), qPrintable(run->errors));
         QVERIFY(logOf(m_survey, "Aldra-1", "NEW").values.isEmpty());
+    }
+
+    // All of the project may be written, and no log.
+    void aLogThatCannotBeWrittenIsNoneOfTheRecord()
+    {
+        QProcess::execute("chmod", {"-R", "a+w", m_survey});
+        QProcess::execute("chmod", {"-R", "a-w", m_survey + "/WellInfo"});
+        const std::optional<BatchRun> run = importAsAnother({m_las, "--json"});
+        QProcess::execute("chmod", {"-R", "u+w", m_survey});
+        if (!run)
+            QSKIP("Needs to become another user");
+        VERIFY_EXIT(1, *run);
+        QCOMPARE(run->list("imports"), QJsonArray());
+        QCOMPARE(run->list("failures").size(), 2);
+        const QString failure = run->list("failures").first().toString();
+        QVERIFY2(failure.startsWith(m_las + ": the log \"NEW\" was not written into the well \"Aldra-1\": ")
+                     && failure.contains(m_survey + "/WellInfo"),
+                 qPrintable(failure));
     }
 
 private:
     BatchRun import(const QStringList &words) { return runBatch(QStringList{"import"} + words, m_survey); }
+
+    /// As a user to whom file modes mean something; nothing where there is no other user to become.
+    std::optional<BatchRun> importAsAnother(const QStringList &words)
+    {
+        QProcess::execute("chmod", {"-R", "a+rX", QFileInfo(m_survey).path(), m_las});
+        QProcess::execute("chmod", {"a+rx", QFileInfo(m_las).path()});
+        QProcess process;
+        process.start("setpriv",
+                      QStringList{"--reuid=65534", "--clear-groups", LORVA_BINARY_DIR "/bin/lorva-batch", "import",
+                                  "--survey", m_survey}
+                          + words);
+        BatchRun run;
+        run.hasEnded = process.waitForFinished() && process.exitStatus() == QProcess::NormalExit;
+        run.exitCode = process.exitCode();
+        run.output = process.readAllStandardOutput();
+        run.errors = QString::fromUtf8(process.readAllStandardError());
+        if (!run.hasEnded || run.errors.contains("setpriv") || run.errors.contains("ermission denied\n"))
+            return std::nullopt;
+        return run;
+    }
 
     BatchFixture m_demo;
     QString m_survey;
