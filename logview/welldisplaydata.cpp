@@ -27,10 +27,16 @@ DisplayedLog WellDisplayData::readLog(const QString &logName)
         m_unreadLogs.append(logName);
         return {};
     }
+    const int size = read->values.size();
     float *values = read->values.data();
-    logview::forThose(
-        values, read->values.size(), [](float value) { return host::isUndefined(value) ? 1 : 0; },
-        [values](int i) { values[i] = static_cast<float>(nullSampleValue); });
+    logview::firstThat(
+        values, 0, size, [](const float *value) { return host::isUndefined(*value) ? 1 : 0; },
+        [values](int from, int end) {
+            for (int i = from; i < end; ++i)
+                if (host::isUndefined(values[i]))
+                    values[i] = static_cast<float>(nullSampleValue);
+            return end;
+        });
     return {logview::CurveSamples::ofFloats(read->depths, read->values, nullSampleValue), read->unit, false};
 }
 

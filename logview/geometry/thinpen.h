@@ -5,9 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <optional>
 #include <utility>
-#include <vector>
 
 namespace logview {
 
@@ -32,55 +30,6 @@ inline qint64 columnFrom(qint64 x)
     return (x + 32) >> 6;
 }
 
-/// The painter's line of one pixel as long as it stays in a row: what ThinPen does to lines that are level but for a
-/// little, of which only the x counts. It keeps the pixels that it sets as one run. Turns of noise cannot be foreseen, so
-/// there are few branches.
-struct LevelPen
-{
-    qint64 lastX = 0; ///< last pixel of the line before
-    qint64 along = 0; ///< 1 when that went to the right, -1 to the left
-    qint64 first = 0; ///< the pixels that are set, from here
-    qint64 last = -1; ///< to here
-    bool hasDrawn = false;
-
-    /// False, with nothing done, for a line that sets pixels and is shorter than some steps.
-    bool draw(qint64 from, qint64 to, qint64 least)
-    {
-        const qint64 right = to > from ? 1 : 0;
-        const qint64 begin = columnFrom(from);
-        // The pixels near its beginning and at its end: it sets those between, too. Back from the right half of a pixel
-        // a line sets that.
-        const qint64 turned = (from >> 6) - begin + 1; // 1 there, else 0
-        const qint64 near = begin - 1 + (right | (turned & along & ~(along >> 1)));
-        const qint64 far = columnFrom(to) - right;
-        if (from == to || near - far == 2 * right - 1)
-            return true;
-        if (std::abs(to - from) < least)
-            return false;
-        // Of a pixel that two lines have, the later one that goes to the right sets the next instead.
-        const qint64 ahead = near + (right & (lastX == near ? 1 : 0));
-        first = std::min({first, near, far});
-        last = std::max({last, far, ahead});
-        lastX = far;
-        along = 2 * right - 1;
-        hasDrawn = true;
-        return true;
-    }
-    /// The x, from first to last but one, between which lines set no other pixels.
-    std::pair<qint64, qint64> withinSet() const { return {first * 64 - 32, last * 64 + 32}; }
-    /// Makes it the pen after a line, whatever was before; false, with nothing done, where that counts.
-    bool standBehind(qint64 from, qint64 to)
-    {
-        const qint64 end = columnFrom(to);
-        if (to < from ? end >= columnFrom(from) : end - (from >> 6) < 2)
-            return false;
-        lastX = to < from ? end : end - 1;
-        along = to < from ? -1 : 1;
-        hasDrawn = true;
-        return true;
-    }
-};
-
 /// The painter's line of one pixel. It fills the gaps between lines and leaves out pixels that two of them have, by
 /// what it remembers of the line before.
 class ThinPen
@@ -104,32 +53,51 @@ public:
             return {begin, column * 64};
         return {begin, m_lastDirection != -Along || m_lastX == column ? begin + 64 : begin};
     }
-    /// The pen as one that draws level lines in a row, from \a x on; nothing where it comes from elsewhere.
-    std::optional<LevelPen> levelAt(qint64 x, qint64 row) const
+    /// Whether a line that goes farther along than down sets no pixel and leaves the pen as it is.
+    bool isSilent(qint64 fromX, qint64 toX) const
+    {
+        if (toX < fromX)
+            return columnFrom(toX) == (m_lastDirection == Along ? (fromX + 64) >> 6 : columnFrom(fromX));
+        qint64 first = m_lastDirection == -Along ? fromX >> 6 : columnFrom(fromX);
+        if (m_lastDirection == -Along && m_lastX == first + 1)
+            ++first;
+        return toX == fromX || first == columnFrom(toX);
+    }
+    /// Whether the line before went to the right.
+    bool goesRight() const { return m_lastDirection == Along; }
+    /// Whether the last pixel is in one of some rows, and beside \a x as a line that came there leaves it.
+    bool isBehindLine(qint64 x, qint64 topRow, qint64 bottomRow) const
     {
         const qint64 column = columnFrom(x);
-        const bool isBeside = m_lastX == column || (m_lastX == column - 1 && m_lastDirection != -Along);
-        const auto [first, last] = m_pixels.runIn(row);
-        if (m_lastY != row || !isBeside || m_lastX < first || m_lastX > last)
-            return std::nullopt;
-        LevelPen pen;
-        pen.lastX = m_lastX;
-        pen.along = m_lastDirection == Along || m_lastDirection == -Along ? m_lastDirection : 0;
-        pen.first = first;
-        pen.last = last;
-        return pen;
+        return m_lastY >= topRow && m_lastY <= bottomRow
+            && (m_lastX == column || (m_lastX == column - 1 && m_lastDirection != -Along));
     }
-    /// Goes on where such a one stopped.
-    void goOn(const LevelPen &pen, qint64 row)
+    /// Makes it the pen after a line that sets pixels in one row and is nearly level, when it was in that row before.
+    void standBehindLevel(qint64 fromX, qint64 toX, qint64 row)
     {
-        const auto [first, last] = m_pixels.runIn(row);
-        if (pen.first < first || pen.last > last)
-            m_pixels.set(row, pen.first, pen.last);
-        if (!pen.hasDrawn)
-            return;
-        m_lastX = pen.lastX;
-        m_lastDirection = static_cast<int>(pen.along);
+        const bool isRight = toX > fromX;
+        m_lastX = columnFrom(toX) - (isRight ? 1 : 0);
+        m_lastY = row;
+        m_lastDirection = isRight ? Along : -Along;
         m_isLastAligned = true;
+    }
+    /// Makes it the pen after a line that goes over the middle of a column and farther along than down, when the pen was
+    /// behind another line, no more than a row off. False, with nothing done, where more of that one counts.
+    bool standBehind(const PenPoint &from, const PenPoint &to)
+    {
+        const bool isRight = to.x > from.x;
+        const PenPoint &left = isRight ? from : to;
+        const PenPoint &right = isRight ? to : from;
+        const qint64 slope = slopeOf(right.y - left.y, right.x - left.x);
+        const qint64 column = columnFrom(to.x) - (isRight ? 1 : 0);
+        const qint64 v = left.y * 1024 + ((column * 64 + (slope > 0 ? 32 : 0) - left.x) * slope >> 6);
+        if ((v - 1) >> 16 != (v + 1) >> 16)
+            return false;
+        m_lastX = column;
+        m_lastY = v >> 16;
+        m_lastDirection = isRight ? Along : -Along;
+        m_isLastAligned = isAligned(slope);
+        return true;
     }
     void draw(const PenPoint &from, const PenPoint &to, int caps)
     {
@@ -185,7 +153,7 @@ private:
             std::swap(firstU, finalU);
             std::swap(firstV, finalV);
         }
-        const bool isAligned = std::abs(slope) < 1 << 14;
+        const bool isLineAligned = isAligned(slope);
         if (isFollowing) {
             const qint64 gapU = std::abs(lastU - firstU);
             const qint64 gapV = std::abs(lastV - firstV);
@@ -198,7 +166,7 @@ private:
                     v += slope;
                 }
             } else if (m_lastDirection != direction
-                       && ((isAligned && m_isLastAligned && gapU != 0 && gapV != 0) || gapU > 1 || gapV > 1)) {
+                       && ((isLineAligned && m_isLastAligned && gapU != 0 && gapV != 0) || gapU > 1 || gapV > 1)) {
                 // A pixel is missing between them.
                 if (isSwapped) {
                     ++end;
@@ -212,12 +180,13 @@ private:
             }
         }
         m_lastDirection = direction;
-        m_isLastAligned = isAligned;
+        m_isLastAligned = isLineAligned;
         lastU = finalU;
         lastV = finalV;
         fill<isSteep>(u, std::max(end, u + 1), v, slope);
     }
 
+    static bool isAligned(qint64 slope) { return std::abs(slope) < 1 << 14; }
     static qint64 slopeOf(qint64 dv, qint64 du)
     {
         if (dv == 0)

@@ -30,6 +30,7 @@ ValuePlacer::ValuePlacer(const ValueScale &scale)
     , m_low(static_cast<double>(scale.minimum))
     , m_span(std::abs(static_cast<double>(scale.maximum) - m_low))
     , m_width(static_cast<double>(scale.width))
+    , m_perPixel(0)
     , m_sign(scale.maximum > scale.minimum ? 1 : -1)
 {
     if (m_isLogarithmic) {
@@ -37,6 +38,7 @@ ValuePlacer::ValuePlacer(const ValueScale &scale)
         m_span = std::log10(static_cast<double>(scale.maximum)) - m_low;
         m_isDrawable = m_isDrawable && std::isfinite(m_low) && std::isfinite(m_span);
     }
+    m_perPixel = m_span / m_width;
 }
 
 double ValuePlacer::toLogarithmicPixel(double value) const
@@ -53,19 +55,12 @@ std::pair<double, double> ValuePlacer::valuesBetween(double left, double right) 
         return {farthest, -farthest};
     const double from = left + rounding;
     const double to = right - rounding;
-    const double perPixel = m_span / m_width;
     if (m_isLogarithmic) // what lies before the first limit is mirrored, behind the last one it breaks the line
-        return {std::pow(10, m_low + std::max(from, 0.0) * perPixel),
-                std::pow(10, m_low + std::min(to, m_width) * perPixel)};
-    const double low = left < 0 ? -farthest : from * perPixel;
-    const double high = right > m_width ? farthest : to * perPixel;
+        return {std::pow(10, m_low + std::max(from, 0.0) * m_perPixel),
+                std::pow(10, m_low + std::min(to, m_width) * m_perPixel)};
+    const double low = left < 0 ? -farthest : from * m_perPixel;
+    const double high = right > m_width ? farthest : to * m_perPixel;
     return m_sign > 0 ? std::pair(m_low + low, m_low + high) : std::pair(m_low - high, m_low - low);
-}
-
-double ValuePlacer::leastStep(double pixels, double low, double high) const
-{
-    const double step = pixels * m_span / m_width;
-    return m_isLogarithmic ? step * std::log(10) * std::max(low, high) : step;
 }
 
 bool operator==(const ValueScale &a, const ValueScale &b)

@@ -45,12 +45,34 @@ public:
         const double right = x < m_width ? x : m_width; // of equal limits, and of no number, 0
         return right > 0 && x == x ? right : 0;
     }
+    /// toPixel() in 64ths of a pixel, rounded down, of some values which it places, all that come together.
+    template<int count, class Value>
+    void toSteps(const Value *values, int (&steps)[count]) const
+    {
+        if (m_isLogarithmic || !(m_span > 0)) {
+            for (int i = 0; i < count; ++i)
+                steps[i] = static_cast<int>(toPixel(static_cast<double>(values[i])) * 64);
+            return;
+        }
+        const ValuePlacer placer = *this; // compilers make vector instructions of what cannot change
+        for (int i = 0; i < count; ++i) {
+            const double x =
+                placer.m_sign * (static_cast<double>(values[i]) - placer.m_low) * placer.m_width / placer.m_span;
+            const double right = x < placer.m_width ? x : placer.m_width;
+            steps[i] = static_cast<int>((right > 0 ? right : 0) * 64);
+        }
+    }
     /// Two values; all between them, the two excluded, stand between \a left and \a right, and none of them breaks a
     /// line. Those that stand within 1/128 pixel of the two need not be among them. The first is not below the second
     /// where there are none.
     std::pair<double, double> valuesBetween(double left, double right) const;
+    bool isMirrored() const { return m_isLogarithmic ? m_span < 0 : m_sign < 0; }
     /// How far two values between others must lie apart to stand \a pixels apart, at least.
-    double leastStep(double pixels, double low, double high) const;
+    double leastStep(double pixels, double low, double high) const
+    {
+        const double step = pixels * m_perPixel;
+        return m_isLogarithmic ? step * std::log(10) * std::max(low, high) : step;
+    }
 
 private:
     double toLogarithmicPixel(double value) const;
@@ -60,6 +82,7 @@ private:
     double m_low; ///< logarithmic: its logarithm
     double m_span; ///< positive on linear scales
     double m_width;
+    double m_perPixel; ///< how much of the span one takes
     double m_sign; ///< -1 on a mirrored linear scale
 };
 

@@ -27,58 +27,62 @@ int firstAround(int before, int guess, int end, const IsBefore &isBefore)
     return last;
 }
 
-/// Values between two, both excluded, each some way from the one before.
+/// The first of the indices [from, end) of some values that find(from, end) finds, which gives the first of a few, or the
+/// end. It is asked only where mayBe(pointer to the value), which gives 0 or 1, is 1 for one of them.
+template<class Value, class MayBe, class Find>
+int firstThat(const Value *values, int from, int end, const MayBe &mayBe, const Find &find)
+{
+    constexpr int block = scannedTogether;
+    const auto isNone = [&](int at) {
+        const Value *first = values + at; // compilers make vector instructions of indices that begin at 0
+        int found = 0;
+        for (int k = 0; k < block; ++k)
+            found |= mayBe(first + k);
+        return found == 0;
+    };
+    const int begin = from;
+    for (; from < end; from += block) {
+        const int stop = std::min(from + block, end);
+        if (stop - block >= begin && isNone(stop - block))
+            continue;
+        const int found = find(from, stop);
+        if (found < stop)
+            return found;
+    }
+    return end;
+}
+
+/// Values between two, both excluded, each some way above or below the one before. What is told of values is told of those
+/// that are as good as not in it, too.
 struct ValueWindow
 {
     double low = 0;
     double high = 0;
-    double leastStep = 0;
-    double nullValue = 0; ///< is never in it
+    double leastDown = 0;
+    double leastUp = 0;
 
-    /// The first of the values [from, end) that is not in the window, or one before it that is as good as not in it.
+    /// Tells of a pointer to a value, by 1, that it is not between the two, in the precision of the values.
     template<class Value>
-    int firstOutside(const Value *values, int from, int end) const
+    auto outside(const Value *) const
     {
-        // In the precision of the values, rounded inwards; compared without branches, eight at a time.
         const double rounding = 1.0000001 * static_cast<double>(std::numeric_limits<Value>::epsilon());
         const auto above = static_cast<Value>(low + rounding * std::abs(low));
         const auto below = static_cast<Value>(high - rounding * std::abs(high));
-        const auto step = static_cast<Value>(leastStep * 1.000001);
-        const auto null = static_cast<Value>(nullValue);
-        const auto isOutside = [=](Value value, Value before) {
-            return (value > above ? 0 : 1) | (value < below ? 0 : 1) | (std::abs(value - before) >= step ? 0 : 1)
-                | (value == null ? 1 : 0);
+        return [=](const Value *value) { return (*value > above ? 0 : 1) | (*value < below ? 0 : 1); };
+    }
+    /// The same, or that it is near to the one before.
+    template<class Value>
+    auto outsideOrNear(const Value *values) const
+    {
+        const auto up = static_cast<Value>(leastUp * 1.000001);
+        const auto down = static_cast<Value>(leastDown * -1.000001);
+        const auto isOutside = outside(values);
+        return [=](const Value *value) {
+            const Value step = *value - *(value - 1);
+            return isOutside(value) | ((step < up ? 1 : 0) & (step > down ? 1 : 0));
         };
-        constexpr int block = scannedTogether;
-        for (; from + block <= end; from += block) {
-            int outside = 0;
-            for (int k = from; k < from + block; ++k)
-                outside |= isOutside(values[k], values[k - 1]);
-            if (outside != 0)
-                break;
-        }
-        while (from < end && isOutside(values[from], values[from - 1]) == 0)
-            ++from;
-        return from;
     }
 };
-
-/// Calls use(i) for those of some values for which is(value), which gives 0 or 1, is 1; made for few of many.
-template<class Value, class Is, class Use>
-void forThose(const Value *values, int end, const Is &is, const Use &use)
-{
-    constexpr int block = scannedTogether;
-    for (int from = 0; from < end; from += block) {
-        const int stop = std::min(from + block, end);
-        int found = 0;
-        if (stop == from + block)
-            for (int k = 0; k < block; ++k)
-                found |= is(values[from + k]);
-        for (int i = from; (found != 0 || stop < from + block) && i < stop; ++i)
-            if (is(values[i]) != 0)
-                use(i);
-    }
-}
 
 /// The smallest and the largest of some values; not valid where one of them is null or no finite number.
 template<class Value>

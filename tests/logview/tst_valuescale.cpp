@@ -12,6 +12,15 @@ namespace {
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinite = std::numeric_limits<double>::infinity();
 
+template<class Value, int count>
+void compareSteps(const Value (&values)[count], const ValueScale &scale)
+{
+    int steps[count];
+    ValuePlacer(scale).toSteps(values, steps);
+    for (int i = 0; i < count; ++i)
+        QCOMPARE(steps[i], static_cast<int>(scale.toPixel(static_cast<double>(values[i])) * 64));
+}
+
 } // namespace
 
 class tst_valuescale : public QObject
@@ -43,6 +52,23 @@ private slots:
         QCOMPARE(scale.toPixel(-10), 200.0);
         QCOMPARE(scale.toPixel(1000), 0.0);
         QCOMPARE(scale.toLinearPixel(300), -200.0);
+    }
+
+    void manyValuesStandWhereEachDoes()
+    {
+        const double values[] = {0, 75, 150, 149.99, -1, 151, 1e30, -1e30, 0.31, 61.7, 2, 20, 33.333, 90};
+        for (const ValueScale &scale : {ValueScale{false, 0, 150, 200}, ValueScale{false, 150, 0, 200},
+                                        ValueScale{false, 0, 150, 33.5F}, ValueScale{false, 75, 75, 200}})
+            compareSteps(values, scale);
+        const float positive[] = {0.05F, 0.31F, 2, 20, 33.333F, 61.7F, 90, 200};
+        compareSteps(positive, {true, 0.2F, 200, 400});
+    }
+    void scalesWithTheirLimitsTheOtherWayRoundAreMirrored()
+    {
+        QVERIFY(!ValuePlacer({false, 0, 150, 200}).isMirrored());
+        QVERIFY(ValuePlacer({false, 150, 0, 200}).isMirrored());
+        QVERIFY(!ValuePlacer({true, 2, 200, 200}).isMirrored());
+        QVERIFY(ValuePlacer({true, 200, 2, 200}).isMirrored());
     }
 
     void aLogarithmicScaleMirrorsAtTheMinimum()

@@ -1,0 +1,169 @@
+#include "logshapes.h"
+
+#include "logview/geometry/curveline.h"
+
+#include <QTest>
+
+#include <cmath>
+
+using namespace logview;
+
+namespace {
+
+/// Makes one value after the other; a pixel and the width of the track are given in values.
+struct Maker
+{
+    std::mt19937 random;
+    double pixel = 1;
+    double width = 150;
+    double last = 75;
+
+    double uniform() { return std::uniform_real_distribution<double>()(random); }
+    double normal() { return std::normal_distribution<double>()(random); }
+    bool oneOf(unsigned many) { return random() % many == 0; }
+    double wander(double pixels) { return last = std::clamp(last + pixels * pixel * normal(), 0.0, width); }
+};
+
+using Next = double (*)(Maker &, int);
+
+} // namespace
+
+Q_DECLARE_METATYPE(Next)
+
+/// Logs with many samples in a row of pixels against the painter's drawing of every sample, where a rule for what need not
+/// be drawn may err: at the edges and middles of pixels, at the limits of the scale, on short lines, at spikes and gaps.
+class tst_densepixels : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void linesPaintThePaintersPixels_data();
+    void linesPaintThePaintersPixels();
+    void seldomLinesPaintThePaintersPixels_data();
+    void seldomLinesPaintThePaintersPixels();
+
+private:
+    static void compare(Next next, double density, int rows, const ValueScale &scale, int *painted);
+};
+
+void tst_densepixels::linesPaintThePaintersPixels_data()
+{
+    QTest::addColumn<Next>("next");
+    const auto add = [](const char *name, Next next) { QTest::newRow(name) << next; };
+    add("constant", [](Maker &, int) { return 61.7; });
+    add("spikes on a constant", [](Maker &make, int) { return make.oneOf(200) ? 150 * make.uniform() : 40; });
+    add("noise over the track", [](Maker &make, int) { return 75 + 35 * make.normal(); });
+    add("noise of some pixels", [](Maker &make, int) { return make.wander(0.05) + 3 * make.pixel * make.normal(); });
+    add("short lines", [](Maker &make, int) { return make.wander(0.03); });
+    add("lines of a pixel", [](Maker &make, int) { return make.wander(1); });
+    add("spikes and gaps", [](Maker &make, int) {
+        const double value = make.wander(0.2) + (make.oneOf(60) ? 40 : 0);
+        return make.oneOf(150) ? nullSampleValue : value;
+    });
+    add("short pieces", [](Maker &make, int) { return make.oneOf(6) ? nullSampleValue : make.wander(0.7); });
+    add("edges and middles of pixels",
+        [](Maker &make, int) { return make.pixel * (30 + static_cast<int>(make.random() % 5) / 2.0); });
+    add("around the middle of a pixel",
+        [](Maker &make, int) { return make.pixel * (30.5 + (static_cast<int>(make.random() % 7) - 3) / 64.0); });
+    add("plateaus", [](Maker &make, int) {
+        return make.oneOf(9) ? make.last = make.pixel / 3 * static_cast<int>(make.random() % 9) : make.last;
+    });
+    add("at the left limit", [](Maker &make, int) {
+        return make.oneOf(3) ? -50 : make.pixel * (make.oneOf(2) ? 0.6 : 1.5) * make.uniform();
+    });
+    add("at the right limit", [](Maker &make, int) {
+        return make.oneOf(3) ? 300 : make.width - make.pixel * (make.oneOf(2) ? 0.6 : 1.5) * make.uniform();
+    });
+    add("beyond both limits", [](Maker &make, int) { return -200 + 500 * make.uniform(); });
+    add("slowly to the right", [](Maker &make, int i) { return make.pixel * (0.002 * i + 0.02 * make.normal()); });
+    add("to and fro", [](Maker &make, int i) { return 75 + 20 * make.pixel * std::sin(0.01 * i); });
+    add("waves of short lines",
+        [](Maker &make, int i) { return 75 + make.pixel * (2 * std::sin(0.02 * i) + 0.05 * make.normal()); });
+}
+
+void tst_densepixels::compare(Next next, double density, int rows, const ValueScale &scale, int *painted)
+{
+    Maker make;
+    make.random.seed(static_cast<unsigned>(density));
+    make.pixel = 150 / static_cast<double>(scale.width);
+    const int count = static_cast<int>(density * rows);
+    logshapes::Log log;
+    QVector<float> depths;
+    QVector<float> values;
+    for (int i = 0; i < count; ++i) {
+        depths.append(1000.0F * static_cast<float>(i) / static_cast<float>(count));
+        values.append(static_cast<float>(next(make, i)));
+        log.depths.append(static_cast<double>(depths.last()));
+        log.values.append(static_cast<double>(values.last()));
+    }
+    const CurveSamples samples = CurveSamples::ofFloats(depths, values, nullSampleValue);
+    const CurveKey key = curveKey(samples, {0, 1000, static_cast<float>(rows)}, {}, scale);
+    CurveLine line;
+    line.update(samples, key);
+    const QPen pen(QBrush(Qt::black), 1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+    const QPainterPath all = logshapes::everySample(log, key);
+    const QSize size(static_cast<int>(std::ceil(scale.width)), rows);
+    const QImage expected = logshapes::picture(size, 0, [&](QPainter &painter) {
+        painter.setPen(pen);
+        painter.drawPath(all);
+    });
+    const QImage image = logshapes::picture(size, 0, [&](QPainter &painter) { line.paint(painter, pen, 0, rows); });
+    if (logshapes::difference(image, expected) != 0)
+        QFAIL(qPrintable(QStringLiteral("%1 pixels: %2 samples a row, scale from %3, %4 wide")
+                             .arg(logshapes::difference(image, expected))
+                             .arg(density)
+                             .arg(static_cast<double>(scale.minimum))
+                             .arg(static_cast<double>(scale.width))));
+    *painted += logshapes::paintedPixels(expected);
+}
+
+void tst_densepixels::linesPaintThePaintersPixels()
+{
+    QFETCH(Next, next);
+    int painted = 0;
+    // 33.5: the right edge in the middle of a pixel.
+    for (const float width : {200.0F, 33.5F}) {
+        const ValueScale scales[] = {
+            {false, 0, 150, width}, {false, 150, 0, width}, {true, 1, 150, width}, {true, 20, 90, width}};
+        // Samples a row: fewer than the painter's steps, more, and so many that each step has 40.
+        for (const ValueScale &scale : scales)
+            for (const double density : {30.0, 66.0, 90.0, 190.0, 270.0})
+                compare(next, density, 24, scale, &painted);
+        compare(next, 2600, 12, scales[0], &painted);
+    }
+    QVERIFY(painted > 500);
+}
+
+void tst_densepixels::seldomLinesPaintThePaintersPixels_data()
+{
+    QTest::addColumn<Next>("next");
+    const auto add = [](const char *name, Next next) { QTest::newRow(name) << next; };
+    add("beyond the left limit",
+        [](Maker &make, int) { return make.oneOf(40) ? -50 : make.pixel * (0.55 + 0.4 * make.uniform()); });
+    add("beyond the right limit", [](Maker &make, int) {
+        return make.oneOf(40) ? 300 : make.width - make.pixel * (0.55 + 0.4 * make.uniform());
+    });
+    add("over the middle of a pixel",
+        [](Maker &make, int) { return make.pixel * (30.5 + (make.oneOf(50) ? -0.05 : 0.05) * make.uniform()); });
+    add("from plateau to plateau", [](Maker &make, int) {
+        if (make.oneOf(40))
+            make.last = make.pixel * (30 + static_cast<int>(make.random() % 7) / 3.0);
+        return make.last;
+    });
+    add("slopes", [](Maker &make, int i) {
+        return make.pixel * (30 + 0.3 * std::abs(i % 60 - 30) + (make.oneOf(30) ? 0.5 : 0));
+    });
+}
+
+// What happens on few lines, at certain steps of a row, needs many rows to be met.
+void tst_densepixels::seldomLinesPaintThePaintersPixels()
+{
+    QFETCH(Next, next);
+    int painted = 0;
+    for (const double density : {70.0, 110.0, 190.0, 2300.0})
+        compare(next, density, density > 1000 ? 60 : 600, {false, 0, 150, 200}, &painted);
+    QVERIFY(painted > 500);
+}
+
+QTEST_GUILESS_MAIN(tst_densepixels)
+#include "tst_densepixels.moc"
