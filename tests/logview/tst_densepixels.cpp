@@ -4,7 +4,9 @@
 
 #include <QTest>
 
+#include <algorithm>
 #include <cmath>
+#include <random>
 
 using namespace logview;
 
@@ -145,6 +147,11 @@ void tst_densepixels::seldomLinesPaintThePaintersPixels_data()
     });
     add("over the middle of a pixel",
         [](Maker &make, int) { return make.pixel * (30.5 + (make.oneOf(50) ? -0.05 : 0.05) * make.uniform()); });
+    add("from beyond the left limit into its pixel", [](Maker &make, int) {
+        const double before = make.last;
+        make.last = before == -50 ? 0.75 * make.pixel : make.oneOf(50) ? -50 : 10 + 100 * make.uniform();
+        return make.last;
+    });
     add("from plateau to plateau", [](Maker &make, int) {
         if (make.oneOf(40))
             make.last = make.pixel * (30 + static_cast<int>(make.random() % 7) / 3.0);
