@@ -352,7 +352,7 @@ bool DenseLine::goesBelow(int sample, qint64 along) const
     const qint64 y = yOf(sample);
     const qint64 down = y - yOf(sample - 1);
     const qint64 room = 64 - (y & 63);
-    return down > 0 && (down > (y & 63) || std::abs(along) * room <= down * (along < 0 ? 32 : 64));
+    return down > 0 && std::abs(along) * room <= down * (along < 0 ? 32 : 64);
 }
 
 // The values that stand between two x, or hardly not, and not near to the one before.

@@ -1,3 +1,4 @@
+#include "base/vectorregisters.h"
 #include "logview/geometry/linepixels.h"
 #include "logview/geometry/rowreducer.h"
 
@@ -114,6 +115,7 @@ private:
 void drawWideLine(PixelRows &pixels, const CurveSamples &samples, const CurveKey &key, const ShownRows &rows,
                   int topY, double penWidth)
 {
+    base::freeVectorRegisters();
     WidePen pen(pixels, topY, penWidth / 2);
     const SamplePlacer placer(key);
     // What does not show under a pen of this width.

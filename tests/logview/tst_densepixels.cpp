@@ -152,6 +152,11 @@ void tst_densepixels::seldomLinesPaintThePaintersPixels_data()
         make.last = before == -50 ? 0.75 * make.pixel : make.oneOf(50) ? -50 : 10 + 100 * make.uniform();
         return make.last;
     });
+    add("turns within a pixel", [](Maker &make, int) {
+        const double turn = 10.2 * make.pixel;
+        make.last = make.last == turn ? 10.9 * make.pixel : make.oneOf(50) ? turn : 20 + 100 * make.uniform();
+        return make.last;
+    });
     add("from plateau to plateau", [](Maker &make, int) {
         if (make.oneOf(40))
             make.last = make.pixel * (30 + static_cast<int>(make.random() % 7) / 3.0);
@@ -167,8 +172,11 @@ void tst_densepixels::seldomLinesPaintThePaintersPixels()
 {
     QFETCH(Next, next);
     int painted = 0;
-    for (const double density : {70.0, 110.0, 190.0, 2300.0})
-        compare(next, density, density > 1000 ? 60 : 600, {false, 0, 150, 200}, &painted);
+    for (const ValueScale &scale : {ValueScale{false, 0, 150, 200}, ValueScale{false, 150, 0, 200}}) {
+        for (const double density : {70.0, 110.0, 190.0})
+            compare(next, density, 600, scale, &painted);
+        compare(next, 2300, 60, scale, &painted);
+    }
     QVERIFY(painted > 500);
 }
 
