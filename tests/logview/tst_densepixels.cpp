@@ -94,7 +94,9 @@ void tst_densepixels::compare(Next next, double density, int rows, const ValueSc
     QVector<float> values;
     for (int i = 0; i < count; ++i) {
         depths.append(1000.0F * static_cast<float>(i) / static_cast<float>(count));
-        values.append(static_cast<float>(next(make, i)));
+        const double value = next(make, i);
+        const bool isMirrored = scale.minimum > scale.maximum && value != nullSampleValue;
+        values.append(static_cast<float>(isMirrored ? make.width - value : value));
         log.depths.append(static_cast<double>(depths.last()));
         log.values.append(static_cast<double>(values.last()));
     }
