@@ -11,6 +11,7 @@
 
 #include <QDirIterator>
 #include <QTest>
+#include <QThread>
 
 #include <atomic>
 #include <csignal>
