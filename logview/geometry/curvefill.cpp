@@ -1,6 +1,7 @@
 #include "logview/geometry/curvefill.h"
 
 #include <QHash>
+#include <QPaintEngine>
 #include <QPainter>
 
 #include <algorithm>
@@ -13,6 +14,14 @@ namespace {
 // The painter loses its way beyond row 32,767; a pair of edges that reaches further than this past the visible rows
 // is cut there.
 constexpr double farRows = 4096;
+
+// How far a run reaches under the next one on paper, in pixels of the display: as far as a pixel of a coarse view.
+constexpr double lapPx = 1;
+
+bool isPaper(const QPainter &painter)
+{
+    return painter.paintEngine() != nullptr && painter.paintEngine()->type() != QPaintEngine::Raster;
+}
 
 double toward(double from, double to, double part)
 {
@@ -299,7 +308,24 @@ QColor CurveFill::color(const Run &run, const QColor &solid) const
     return run.color < 0 ? solid : QColor::fromRgba(m_settings.barColors.at(run.color));
 }
 
-QPolygonF CurveFill::visiblePolygon(const Run &run, double topY, double bottomY) const
+// The edges behind the run that the next one covers, which goes on in another colour where this one ends.
+QVector<CurveFill::Edge> CurveFill::lapUnderNext(const Run &run) const
+{
+    const Run *next = &run + 1;
+    if (next == m_runs.constEnd() || next->color < 0 || next->color == run.color
+        || qAlpha(m_settings.barColors.at(next->color)) != 255)
+        return {};
+    const Edge &from = m_edges.at(next->first);
+    const Edge &to = m_edges.at(next->first + 1);
+    const Edge &last = m_edges.at(next->first - 1);
+    if (std::abs(from.y - last.y) * m_rows.perPixel > 1)
+        return {}; // a row of no values between them
+    const double height = std::abs(to.y - from.y);
+    const Edge end = height > lapPx ? between(from, to, lapPx / height) : to;
+    return from.y == last.y ? QVector<Edge>{end} : QVector<Edge>{from, end};
+}
+
+QPolygonF CurveFill::visiblePolygon(const Run &run, double topY, double bottomY, bool isLapped) const
 {
     if (m_order == DepthOrder::Unsorted)
         return polygon(run);
@@ -324,6 +350,8 @@ QPolygonF CurveFill::visiblePolygon(const Run &run, double topY, double bottomY)
         visible.append(*edge);
     if (last != end)
         visible.append(cut(*last, last != begin ? *(last - 1) : *last));
+    else if (isLapped)
+        visible += lapUnderNext(run);
     QPolygonF polygon;
     polygon.reserve(2 * visible.size());
     for (const Edge &edge : qAsConst(visible))
@@ -348,6 +376,7 @@ void CurveFill::paint(QPainter &painter, const QColor &solid, double topY, doubl
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setPen(Qt::NoPen);
+    const bool isLapped = isPaper(painter);
     int color = -2;
     for (; run != m_runs.end(); ++run) {
         if (run->bottom < top || run->top > bottom) {
@@ -361,7 +390,7 @@ void CurveFill::paint(QPainter &painter, const QColor &solid, double topY, doubl
         if (run->color != color)
             painter.setBrush(fillColor);
         color = run->color;
-        painter.drawPolygon(visiblePolygon(*run, top, bottom));
+        painter.drawPolygon(visiblePolygon(*run, top, bottom, isLapped));
     }
     painter.restore();
 }

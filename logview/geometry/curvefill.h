@@ -86,13 +86,15 @@ public:
     QColor color(const Run &run, const QColor &solid) const;
 
     /// Fills what shows between \a topY and \a bottomY (track coordinates), without antialiasing and without outline.
-    /// Changing the solid colour builds nothing.
+    /// Changing the solid colour builds nothing. On paper each run reaches under the one that is painted next: whoever
+    /// shows the file smooths the edges of fills, and the paper would shine through between two that only meet.
     void paint(QPainter &painter, const QColor &solid, double topY, double bottomY) const;
 
 private:
     class Builder;
 
-    QPolygonF visiblePolygon(const Run &run, double topY, double bottomY) const;
+    QVector<Edge> lapUnderNext(const Run &run) const;
+    QPolygonF visiblePolygon(const Run &run, double topY, double bottomY, bool isLapped) const;
 
     CurveKey m_key;
     FillSettings m_settings;

@@ -1,6 +1,7 @@
 #include "logshapes.h"
 
 #include "logview/geometry/curvefill.h"
+#include "paintrecorder.h"
 
 #include <QTest>
 
@@ -49,6 +50,43 @@ QVector<QRgb> rainbow(int count)
         colors.append(QColor::fromHsv(i * 300 / count, 255, 220).rgb());
     return colors;
 }
+
+/// Notes polygons and their colours.
+struct PolygonEngine : PaintRecorderEngine
+{
+    using QPaintEngine::drawPolygon;
+    void updateState(const QPaintEngineState &now) override
+    {
+        if (now.state() & QPaintEngine::DirtyBrush)
+            m_color = now.brush().color();
+    }
+    void drawPolygon(const QPointF *points, int count, PolygonDrawMode) override
+    {
+        polygons.append(QPolygonF(QVector<QPointF>(points, points + count)));
+        colors.append(m_color);
+    }
+
+    QVector<QPolygonF> polygons;
+    QVector<QColor> colors;
+
+private:
+    QColor m_color;
+};
+
+/// From where to where the fill is painted on paper, one polygon behind the other.
+QVector<QPair<double, double>> reachesOnPaper(const CurveFill &fill)
+{
+    PaintRecorder<PolygonEngine> paper;
+    QPainter painter(&paper);
+    fill.paint(painter, Qt::blue, 0, 1000);
+    painter.end();
+    QVector<QPair<double, double>> reaches;
+    for (const QPolygonF &polygon : paper.engine().polygons)
+        reaches.append({polygon.boundingRect().top(), polygon.boundingRect().bottom()});
+    return reaches;
+}
+
+using Reaches = QVector<QPair<double, double>>;
 
 } // namespace
 
@@ -209,6 +247,42 @@ private slots:
         const CurveFill high = fillOf(samplesOf({10, 20, 30}, {100, 100, 100}), settings);
         QCOMPARE(high.runs().size(), 1);
         QCOMPARE(high.color(high.runs().first(), Qt::blue), QColor(Qt::blue));
+    }
+
+    // Who shows a file of paper smooths edges: between two fills that only met the paper would shine through.
+    void coloursReachUnderTheNextOnPaper()
+    {
+        FillSettings settings = toBoundary(FillSide::Left);
+        settings.barColors = rainbow(10);
+        const auto reaches = [&settings](const QVector<double> &depths, const QVector<double> &values) {
+            return reachesOnPaper(fillOf(samplesOf(depths, values), settings));
+        };
+        QCOMPARE(reaches({10, 20, 30, 40}, {15, 55, 85, 25}), Reaches({{100, 201}, {200, 301}, {300, 400}}));
+        QCOMPARE(reaches({40, 30, 20, 10}, {15, 55, 85, 25}), Reaches({{299, 400}, {199, 300}, {100, 200}}));
+        // Of a thin one no further than that goes.
+        QVERIFY(qAbs(reaches({10, 20, 20.06, 30}, {15, 55, 85, 25}).first().second - 200.6) < 0.001);
+        // Not into a gap, and not where the colour stays.
+        QCOMPARE(reaches({10, 20, 25, 30, 40}, {15, 55, nullSampleValue, 85, 25}), Reaches({{100, 200}, {300, 400}}));
+        QCOMPARE(reaches({10, 20, 30}, {15, 16, 15}), Reaches({{100, 300}}));
+        // What lies under a colour that lets it through would show.
+        settings.barColors[4] = qRgba(0, 0, 0, 100);
+        QCOMPARE(reaches({10, 20, 30, 40}, {15, 55, 85, 25}), Reaches({{100, 200}, {200, 301}, {300, 400}}));
+    }
+
+    // The part that reaches on has the shape of what covers it.
+    void whatReachesOnIsCovered()
+    {
+        FillSettings settings = toBoundary(FillSide::Left);
+        settings.barColors = rainbow(10);
+        const CurveFill fill = fillOf(samplesOf({10, 20, 30}, {15, 55, 5}), settings);
+        PaintRecorder<PolygonEngine> paper;
+        QPainter painter(&paper);
+        fill.paint(painter, Qt::blue, 0, 1000);
+        painter.end();
+        QCOMPARE(paper.engine().polygons.first(),
+                 QPolygonF({{15, 100}, {55, 200}, {54.5, 201}, {0, 201}, {0, 200}, {0, 100}}));
+        QCOMPARE(paper.engine().polygons.last(), fill.polygon(fill.runs().last()));
+        QCOMPARE(paper.engine().colors, (QVector<QColor>{settings.barColors[1], settings.barColors[4]}));
     }
 
     void coloursUpToACurveAreThoseOfItsValues()
