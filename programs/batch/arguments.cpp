@@ -41,17 +41,6 @@ QString asWritten(const WordRule &rule, const QString &word)
     return rule.kind == WordKind::Choice ? asListed(rule.choices, word) : word;
 }
 
-/// "a whole number from 1 to 10"
-QString numberText(const WordRule &rule)
-{
-    QString text = rule.kind == WordKind::Count ? QStringLiteral("a whole number") : QStringLiteral("a number");
-    if (std::isfinite(rule.lowest))
-        text += QStringLiteral(" from ") + QString::fromLatin1(base::formatPlain(rule.lowest));
-    if (std::isfinite(rule.highest))
-        text += QStringLiteral(" to ") + QString::fromLatin1(base::formatPlain(rule.highest));
-    return text;
-}
-
 /// Why a word is not what its rule asks for; empty when it is. \a what names the option or operand.
 QString wordProblem(const WordRule &rule, const QString &word, const QString &what)
 {
@@ -312,6 +301,16 @@ CommandLine parseCommandLine(const QStringList &words, const QVector<Command> &c
         line.action = CommandLine::Action::ShowHelp;
     line.family = first;
     return line;
+}
+
+QString numberText(const WordRule &rule)
+{
+    QString text = rule.kind == WordKind::Count ? QStringLiteral("a whole number") : QStringLiteral("a number");
+    if (std::isfinite(rule.lowest))
+        text += QStringLiteral(" from ") + QString::fromLatin1(base::formatPlain(rule.lowest));
+    if (std::isfinite(rule.highest))
+        text += QStringLiteral(" to ") + QString::fromLatin1(base::formatPlain(rule.highest));
+    return text;
 }
 
 QString asListed(const QStringList &choices, const QString &word)

@@ -10,6 +10,7 @@
 namespace batch {
 
 struct Command;
+struct WordRule;
 
 /// The options and operands that were given to a command, checked by its tables.
 class Arguments
@@ -51,6 +52,9 @@ struct CommandLine
 /// begins with "--" needs the second form. Behind "--" every word is an operand. Options may stand before the command.
 /// "-h" is "--help", and so is "help" in front of a command. Of a list and of operands of one kind each word counts once.
 CommandLine parseCommandLine(const QStringList &words, const QVector<Command> &commands);
+
+/// What a number or count may be: "a whole number from 1 to 10".
+QString numberText(const WordRule &rule);
 
 /// The word as one of the choices, however it is typed; the word itself where it is none of them.
 QString asListed(const QStringList &choices, const QString &word);

@@ -14,8 +14,10 @@
 
 #include <QFileInfo>
 #include <QGraphicsScene>
+#include <QRegularExpression>
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 
 namespace batch {
@@ -51,6 +53,16 @@ bool isSvg(const QString &ending)
     return ending == QLatin1String("svg");
 }
 
+const QString allMarkers = QStringLiteral("all");
+const QString noMarkers = QStringLiteral("none");
+
+// A marker that is called like one of these words stands behind a backslash.
+QString markerName(const QString &word)
+{
+    static const QRegularExpression escaped(QStringLiteral("^\\\\+(all|none)$"));
+    return escaped.match(word).hasMatch() ? word.mid(1) : word;
+}
+
 // What is wrong with the options together.
 QString problemOf(const Arguments &arguments)
 {
@@ -74,8 +86,10 @@ QString problemOf(const Arguments &arguments)
     if (from && to && *from >= *to)
         return QStringLiteral("The depth of the option --from does not lie above that of the option --to.");
     const QStringList markers = arguments.values(option("--markers"));
-    if (markers.size() > 1 && (markers.contains(QStringLiteral("all")) || markers.contains(QStringLiteral("none"))))
-        return QStringLiteral("The option --markers is \"all\", \"none\" or names, not several of these.");
+    if (markers.size() > 1 && (markers.contains(allMarkers) || markers.contains(noMarkers)))
+        return QStringLiteral("The option --markers is \"all\", \"none\" or names, not several of these; a marker "
+                              "that is called so stands "
+                              "behind a backslash (\\all).");
     return {};
 }
 
@@ -100,7 +114,7 @@ Record recordOf(const Drawing &drawing, const logview::SheetContents &contents)
     record[QLatin1String("unit")] = unitText(contents.unit);
     record[QLatin1String("from")] = jsonNumber(contents.axis.start);
     record[QLatin1String("to")] = jsonNumber(contents.axis.end);
-    record[QLatin1String("depthsOf")] = contents.depthsOf;
+    record[QLatin1String("depthsOf")] = contents.depthsOf.isEmpty() ? QJsonValue() : QJsonValue(contents.depthsOf);
     return record;
 }
 
@@ -213,6 +227,10 @@ Result drawPaper(const Session &session, const Drawing &drawing, QGraphicsScene 
 
 void makeDrawing(Command *command, WordKind markers, const char *scaleHelp, const char *markersHelp)
 {
+    const QString paperHelp =
+        QStringLiteral("Of paper: pages A4 (without the option) or A3, no more than %1 of them, or "
+                       "one continuous sheet as long as the log; an SVG file is always continuous")
+            .arg(logview::mostPages);
     command->options += {
         required(valueOption("--out", "FILE",
                              "The file to be written; its ending says what it is: .png, .jpg, .jpeg, .tif or .tiff "
@@ -230,10 +248,8 @@ void makeDrawing(Command *command, WordKind markers, const char *scaleHelp, cons
                     "Draw in metres (METER, without the option) or in feet (FEET); pictures give a foot as much room "
                     "as a metre, as the window does, paper is true to scale",
                     choiceOf({QStringLiteral("METER"), QStringLiteral("FEET")})),
-        listOption("--markers", "MARKERS", markersHelp, {markers, {QStringLiteral("all"), QStringLiteral("none")}}),
-        valueOption("--paper", "PAPER",
-                    "Of paper: pages A4 (without the option) or A3, or one continuous sheet as long as the log; an "
-                    "SVG file is always continuous",
+        listOption("--markers", "MARKERS", markersHelp, {markers, {allMarkers, noMarkers}}),
+        valueOption("--paper", "PAPER", qPrintable(paperHelp),
                     choiceOf({QStringLiteral("A4"), QStringLiteral("A3"), QStringLiteral("continuous")})),
         valueOption("--dpi", "N", "Dots an inch: of a picture, 96 without the option; of the printer, 600",
                     countRule(logview::leastDotsPerInch, logview::mostDotsPerInch)),
@@ -254,7 +270,7 @@ void makeDrawing(Command *command, WordKind markers, const char *scaleHelp, cons
         textField("unit", "Unit", "of depths: \"m\" or \"ft\""),
         numberField("from", "From", "depth where it begins", 2),
         numberField("to", "To", "depth where it ends", 2),
-        textField("depthsOf", "", "the well whose depths these are, where wells stand at different ones"),
+        textField("depthsOf", "", "the well whose depths these are, where wells stand at different ones; else null"),
         countField("pages", "Pages", "number of pages; only of paper"),
         numberField("widthMm", "Page width (mm)", "millimetres; only of paper", 0),
         numberField("heightMm", "Page height (mm)", "millimetres; only of paper", 0),
@@ -275,14 +291,14 @@ Drawing drawingOf(const Arguments &arguments)
     if (arguments.value(option("--unit")) == QLatin1String("FEET"))
         drawing.unit = logview::Feet;
     const QStringList markers = arguments.values(option("--markers"));
-    if (markers == QStringList{QStringLiteral("all")})
+    if (markers == QStringList{allMarkers})
         drawing.markers = Drawing::Markers::All;
-    else if (markers == QStringList{QStringLiteral("none")})
+    else if (markers == QStringList{noMarkers})
         drawing.markers = Drawing::Markers::None;
     else if (!markers.isEmpty())
         drawing.markers = Drawing::Markers::Named;
     if (drawing.markers == Drawing::Markers::Named)
-        drawing.markerNames = markers;
+        std::transform(markers.begin(), markers.end(), std::back_inserter(drawing.markerNames), markerName);
     logview::Paper paper = logview::Paper::A4;
     if (logview::paperOfText(arguments.value(option("--paper")), &paper))
         drawing.paper = paper;

@@ -71,6 +71,12 @@ QString shownOption(const Option &option)
     return option.value.isEmpty() ? option.name : option.name + QLatin1Char(' ') + option.value;
 }
 
+QString toldHelp(const Option &option)
+{
+    const bool isNumber = option.rule.kind == WordKind::Number || option.rule.kind == WordKind::Count;
+    return isNumber ? QStringLiteral("%1 (%2)").arg(option.help, numberText(option.rule)) : option.help;
+}
+
 QString usageOf(const Command &command)
 {
     QString usage = command.name;
@@ -98,7 +104,7 @@ QString helpOf(const Command &command)
         text += entry(operand.name, operand.help);
     text += QStringLiteral("\nOptions:\n");
     for (const Option &option : options(command))
-        text += entry(shownOption(option), option.help);
+        text += entry(shownOption(option), toldHelp(option));
     if (!command.form.key.isEmpty())
         text += QStringLiteral("\nFields of the records in \"%1\" with --json:\n").arg(command.form.key)
             + fieldEntries(command.form.fields, {});

@@ -24,6 +24,8 @@ QString bashCompletion(const QVector<Command> &commands);
 
 /// "--map MNEMONIC=GROUP", as lists of options show it.
 QString shownOption(const Option &option);
+/// What lists of options say of one: its help, and what a number or count may be.
+QString toldHelp(const Option &option);
 /// The text in lines of at most 100 characters, each behind \a indent blanks. Empty lines stay.
 QString wrapped(const QString &text, int indent);
 

@@ -54,7 +54,7 @@ QString commandSection(const Command &command)
         page += entry(operand.name, operand.help);
     for (const Option &option : options(command))
         if (!isCommon(option))
-            page += entry(shownOption(option), option.help);
+            page += entry(shownOption(option), toldHelp(option));
     if (!command.form.key.isEmpty())
         page +=
             QStringLiteral(".PP\nFields of the records in \"%1\" with \\-\\-json:\n").arg(escaped(command.form.key))
@@ -73,7 +73,7 @@ QString commonOptions(const QVector<Command> &commands)
             if (!isCommon(option) || told.contains(option.name))
                 continue;
             told.append(option.name);
-            page += entry(shownOption(option), option.help);
+            page += entry(shownOption(option), toldHelp(option));
         }
     }
     return page;

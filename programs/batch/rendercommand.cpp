@@ -26,7 +26,9 @@ QString shownProblem(const ProjectData &data, const DrawnWell &shown)
     if (known.contains(shown.templateName))
         return {};
     if (known.isEmpty())
-        return QStringLiteral("The survey has no templates yet: the first launch of the plug-in makes some.");
+        return QStringLiteral("The survey has no templates yet. The first command that writes into its project makes "
+                              "them, as \"lorva-batch default-logs WELL GROUP=LOG\" or an import; so does the first "
+                              "launch of the plug-in.");
     return QStringLiteral("The well \"%1\" has no template \"%2\"%3.")
         .arg(shown.wellName, shown.templateName, insteadOf(shown.templateName, known));
 }

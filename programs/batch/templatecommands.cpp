@@ -95,13 +95,13 @@ Result runShow(Session &session, const Arguments &arguments)
                                                                   : QStringLiteral("depth");
         QJsonArray curves;
         for (const TemplateCurveInfo &curve : track.curves)
-            curves.append(
-                QJsonObject{{QStringLiteral("group"), curve.group},
-                            {QStringLiteral("curve"), curve.curve},
-                            {QStringLiteral("left"), jsonNumber(curve.minimum)},
-                            {QStringLiteral("right"), jsonNumber(curve.maximum)},
-                            {QStringLiteral("color"), curve.color.isValid() ? curve.color.name() : QString()},
-                            {QStringLiteral("showsPoints"), curve.isCalibrationShown}});
+            curves.append(QJsonObject{
+                {QStringLiteral("group"), curve.group},
+                {QStringLiteral("curve"), curve.curve},
+                {QStringLiteral("left"), jsonNumber(curve.minimum)},
+                {QStringLiteral("right"), jsonNumber(curve.maximum)},
+                {QStringLiteral("color"), curve.color.isValid() ? QJsonValue(curve.color.name()) : QJsonValue()},
+                {QStringLiteral("showsPoints"), curve.isCalibrationShown}});
         record[QLatin1String("curves")] = curves;
         result.records.append(record);
     }
@@ -208,7 +208,7 @@ Command templateShowCommand()
              textField("curve", "Curve", "name of a log, or Default for the well's default log of the group"),
              numberField("left", "Left", "value at the left side of the track"),
              numberField("right", "Right", "value at its right side"),
-             textField("color", "Colour", "colour of the line as #rrggbb"),
+             textField("color", "Colour", "colour of the line as #rrggbb; null for a depth, which has no line"),
              flagField("showsPoints", "Points", "whether calibration points are shown")}),
     };
     command.run = runShow;

@@ -221,6 +221,7 @@ private slots:
             correlate({"--out", m_files.filePath("flat.png"), "--flat", "Kestrane Upper Sst", "--json"});
         VERIFY_EXIT(0, flat);
         QVERIFY(!flat.record("files").value("depthsOf").toString().isEmpty());
+        QVERIFY(run.record("files").value("depthsOf").isNull());
         const BatchRun part =
             correlate({"--out", m_files.filePath("part.png"), "--from", "1000", "--to", "1100", "--json"});
         VERIFY_EXIT(0, part);
@@ -442,6 +443,10 @@ private slots:
         VERIFY_EXIT(1, run);
         QVERIFY2(run.errors.contains("no templates yet"), qPrintable(run.errors));
         QVERIFY(!QFileInfo::exists(survey + "/WLC"));
+        // What the message names makes them.
+        QVERIFY2(run.errors.contains("as \"lorva-batch default-logs WELL GROUP=LOG\""), qPrintable(run.errors));
+        VERIFY_EXIT(0, runBatch({"default-logs", m_well, "Gamma=GR", "--survey", survey}));
+        VERIFY_EXIT(0, runBatch({"render", m_well, "--out", m_files.filePath("p.pdf"), "--survey", survey}));
     }
 
 private:

@@ -63,11 +63,35 @@ private slots:
             if (command.isHidden)
                 continue;
             for (const Option &option : options(command))
-                QVERIFY2(page.contains(".B " + shownOption(option) + '\n'), qPrintable(option.name));
+                QVERIFY2(page.contains(".B " + shownOption(option) + '\n' + toldHelp(option) + ".\n"),
+                         qPrintable(option.name));
             for (const Field &field : command.form.fields)
                 QVERIFY2(page.contains(".B " + field.key + '\n'), qPrintable(field.key));
         }
         QCOMPARE(files::read(QStringLiteral(LORVA_BINARY_DIR "/share/man/man1/lorva-batch.1")), run.output);
+    }
+
+    // What the command line refuses is told before.
+    void limitsOfNumbersAreTold()
+    {
+        const auto help = [](const char *command) {
+            return QString::fromUtf8(runBatch({command, "--help"}).output).simplified();
+        };
+        const QString render = help("render");
+        QVERIFY2(render.contains("1000 without it (a number from 1 to 1000000)"), qPrintable(render));
+        QVERIFY2(render.contains("of the printer, 600 (a whole number from 50 to 2400)"), qPrintable(render));
+        QVERIFY2(render.contains("A3, no more than 200 of them"), qPrintable(render));
+        const QString exported = help("export");
+        QVERIFY2(exported.contains("0.1524 without it (a number from 0.0001 to 1000000)"), qPrintable(exported));
+        QVERIFY2(exported.contains("without it (a whole number from 1 to 1024)"), qPrintable(exported));
+        QVERIFY(!exported.contains("FILE ("));
+    }
+
+    // The programs lead to each other.
+    void thePageOfTheWorkbenchNamesThis()
+    {
+        const QByteArray page = files::read(QStringLiteral(LORVA_SOURCE_DIR "/packaging/lorva-workbench.1"));
+        QVERIFY(page.contains(".SH SEE ALSO\n.BR lorva\\-batch (1)\n"));
     }
 
     void theManualPageIsGoodTroff()

@@ -368,10 +368,17 @@ private slots:
         QVERIFY(show.list("tracks").size() > 3);
         QCOMPARE(show.record("tracks").value("track").toString(), QString("Track_1"));
         bool hasCurves = false;
-        for (const QJsonValue &track : show.list("tracks"))
-            for (const QJsonValue &curve : track.toObject().value("curves").toArray())
+        int depths = 0;
+        for (const QJsonValue &track : show.list("tracks")) {
+            for (const QJsonValue &curve : track.toObject().value("curves").toArray()) {
                 hasCurves = hasCurves || curve.toObject().value("group").toString() == "Gamma";
+                const bool isDepth = track.toObject().value("type").toString() == "depth";
+                depths += isDepth;
+                QCOMPARE(curve.toObject().value("color").isNull(), isDepth); // it has no line
+            }
+        }
         QVERIFY(hasCurves);
+        QVERIFY(depths > 0);
         const BatchRun none = runBatch({"template", "show", "petrophysics"}, m_survey);
         VERIFY_EXIT(1, none);
         QVERIFY2(none.errors.contains("\"petrophysics\" does not exist; it is \"Petrophysics\"."),

@@ -5,6 +5,7 @@
 #include "survey/surveyfolder.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QImage>
 #include <QMimeDatabase>
 #include <QRegularExpression>
@@ -19,10 +20,20 @@ class tst_installation : public QObject
 private slots:
     void initTestCase()
     {
+        m_earlierList = files::read(listOfInstalled());
         const ProgramRun installed =
             runProgram(QStringLiteral(LORVA_CMAKE_COMMAND),
                        {"--install", QStringLiteral(LORVA_BINARY_DIR), "--prefix", prefix()}, home());
         QVERIFY2(installed.exitCode == 0, qPrintable(installed.errors));
+    }
+
+    // CMake's list is that of the last installation: it may be one of the user's.
+    void cleanupTestCase()
+    {
+        if (m_earlierList.isEmpty())
+            QFile::remove(listOfInstalled());
+        else
+            files::write(listOfInstalled(), m_earlierList);
     }
 
     void theProgramStarts()
@@ -150,11 +161,99 @@ private slots:
         qputenv("XDG_DATA_DIRS", before);
     }
 
+    // By the lines that README gives, from a folder that others use too.
+    void aRemovalLeavesNothing()
+    {
+        const QString shared = m_folder.filePath("shared");
+        const QStringList others{"bin/other", "share/icons/hicolor/16x16/apps/other.png", "share/man/man1/other.1"};
+        for (const QString &other : others) {
+            QVERIFY(QDir().mkpath(QFileInfo(shared + '/' + other).path()));
+            files::write(shared + '/' + other, "other");
+        }
+        for (int again = 0; again < 2; ++again) {
+            const ProgramRun installed =
+                runProgram(QStringLiteral(LORVA_CMAKE_COMMAND),
+                           {"--install", QStringLiteral(LORVA_BINARY_DIR), "--prefix", shared}, home());
+            QVERIFY2(installed.exitCode == 0, qPrintable(installed.errors));
+        }
+        QVERIFY(filesBelow(shared).size() > 80);
+        QString lines = removalLines("README.md");
+        QCOMPARE(lines.count('\n'), 2);
+        lines.replace("build/release/", QStringLiteral(LORVA_BINARY_DIR "/")).replace("DIR/", shared + '/');
+        const ProgramRun removed = runProgram("bash", {"-ec", lines}, home());
+        QVERIFY2(removed.exitCode == 0 && removed.errors.isEmpty(), qPrintable(removed.errors));
+        QCOMPARE(filesBelow(shared), others);
+        QDirIterator folders(shared, QDir::Dirs | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+        while (folders.hasNext())
+            QVERIFY2(!folders.next().contains("lorva", Qt::CaseInsensitive), qPrintable(folders.filePath()));
+    }
+
+    // The same for the pictures in the folder of the host, whose own stay as they are.
+    void aRemovalFromTheHostLeavesItsOwn()
+    {
+        const QString software = m_folder.filePath("software");
+        const QString icons = software + "/data/icons.Default/";
+        QVERIFY(QDir().mkpath(icons));
+        files::write(icons + "plus.png", "the host's");
+        files::write(icons + "save.png", "the host's");
+        const QString list = m_folder.filePath("build/opendtect/install_manifest_opendtect.txt");
+        const QString script = m_folder.filePath("install.cmake");
+        files::write(script,
+                     QStringLiteral("set(CMAKE_INSTALL_PREFIX %1)\nset(source %2/icons)\n"
+                                    "include(%2/cmake/InstallOpendTectData.cmake)\n"
+                                    "list(JOIN CMAKE_INSTALL_MANIFEST_FILES \"\\n\" content)\n"
+                                    "file(WRITE %3 \"${content}\\n\")\n")
+                         .arg(software, QStringLiteral(LORVA_SOURCE_DIR), list)
+                         .toUtf8());
+        for (int again = 0; again < 2; ++again) {
+            const ProgramRun installed = runProgram(QStringLiteral(LORVA_CMAKE_COMMAND), {"-P", script}, home());
+            QVERIFY2(installed.exitCode == 0, qPrintable(installed.errors));
+        }
+        QVERIFY(QFileInfo(icons + "marker.png").size() > 100);
+        QVERIFY(!QFileInfo::exists(icons + "plus.small.png")); // goes with the host's own
+        QVERIFY(QFileInfo(software + "/data/Colorbars").isSymLink());
+        QVERIFY(QDir().mkpath(software + "/doc/LORVAOS/manual"));
+        QString lines = removalLines("docs/opendtect.md");
+        QCOMPARE(lines.count('\n'), 2);
+        const ProgramRun removed = runProgram(
+            "bash", {"-ec", "cd \"$0\"\n" + lines.replace("/opt/OpendTect/6.6.0/", software + '/'), home()}, home());
+        QVERIFY2(removed.exitCode == 0 && removed.errors.isEmpty(), qPrintable(removed.errors));
+        QCOMPARE(filesBelow(software), QStringList({"data/icons.Default/plus.png", "data/icons.Default/save.png"}));
+        QCOMPARE(files::read(icons + "plus.png"), QByteArray("the host's"));
+        QCOMPARE(QDir(software + "/data").entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+                 QStringList{"icons.Default"});
+        QVERIFY(!QFileInfo::exists(software + "/doc/LORVAOS"));
+    }
+
 private:
+    static QString listOfInstalled() { return QStringLiteral(LORVA_BINARY_DIR "/install_manifest.txt"); }
+
+    /// The shell's lines of a page of ours that remove an installation.
+    static QString removalLines(const QString &page)
+    {
+        const QString text = QString::fromUtf8(files::read(QStringLiteral(LORVA_SOURCE_DIR "/") + page));
+        static const QRegularExpression lines(QStringLiteral("^    (xargs .*)\\n    (find .*)$"),
+                                              QRegularExpression::MultilineOption);
+        const QRegularExpressionMatch found = lines.match(text);
+        return found.captured(1) + '\n' + found.captured(2) + '\n';
+    }
+
+    /// Files and links below a folder, from there.
+    static QStringList filesBelow(const QString &folder)
+    {
+        QStringList found;
+        QDirIterator entries(folder, QDir::Files | QDir::System | QDir::Hidden, QDirIterator::Subdirectories);
+        while (entries.hasNext())
+            found.append(QDir(folder).relativeFilePath(entries.next()));
+        found.sort();
+        return found;
+    }
+
     QString prefix() const { return m_folder.filePath("installed"); }
     QString home() const { return m_folder.path(); }
 
     QTemporaryDir m_folder;
+    QByteArray m_earlierList;
 };
 
 QTEST_GUILESS_MAIN(tst_installation)
