@@ -47,10 +47,13 @@ void doSteps(QWidget *panel, const Steps &steps)
     }
 }
 
+/// What the window's print saves of it, with nothing lost.
 QImage pictureOf(QGraphicsScene &headers, QGraphicsScene &scene)
 {
-    const DisplayPicture shown(headers, scene);
-    return shown.rows(0, shown.size().height());
+    const QTemporaryDir folder;
+    const QString file = folder.filePath("window.png");
+    DisplayPicture(headers, scene, PictureFormat::Png).write(file);
+    return QImage(file).convertToFormat(QImage::Format_RGB32);
 }
 
 /// The text of a PDF file's page, with the blanks that part its columns as one.
@@ -124,7 +127,7 @@ private slots:
         if (QTest::currentTestFailed())
             return;
         if (markers == QStringList{"*"})
-            markers = markersOf(session);
+            markers = markersOf(session, m_well);
         for (const QString &marker : qAsConst(markers))
             window.addMarker(m_well, marker);
         QCOMPARE(window.scene()->markers().all().size(), markers.size());
@@ -182,7 +185,10 @@ private slots:
         const QStringList own = properties->markers;
         QVERIFY(own.size() > 2);
         if (markers == QStringList{"*"}) {
-            markers = markersOf(session);
+            markers.clear();
+            for (const CorrelationWell &well : qAsConst(properties->wells))
+                markers += markersOf(session, well.wellName);
+            markers.removeDuplicates();
             QVERIFY(markers.size() > own.size());
         }
         properties->markers = markers;
@@ -233,7 +239,7 @@ private slots:
         QString start = "1000";
         for (int page = 1; page <= pages; ++page) {
             const QString text = textOf(file, page);
-            for (const char *header : {"GR", "gAPI", "Depth"})
+            for (const char *header : {"GR", "gAPI", "MD"})
                 QVERIFY2(text.contains(QLatin1String(header), Qt::CaseInsensitive),
                          qPrintable(QStringLiteral("%1 %2: %3").arg(page).arg(header, text)));
             static const QRegularExpression footer(
@@ -308,11 +314,12 @@ private:
         return pictureOf(*window.headerView()->scene(), *window.view()->scene());
     }
 
-    QStringList markersOf(batch::Session &session) const
+    static QStringList markersOf(batch::Session &session, const QString &wellName)
     {
         const WellsCatalogue &catalogue = session.project().catalogue;
+        const auto markers = catalogue.readWellMarkers(catalogue.indexOf(wellName));
         QStringList names;
-        for (const WellMarker &marker : catalogue.readWellMarkers(catalogue.indexOf(m_well)).value())
+        for (const WellMarker &marker : *markers)
             names.append(marker.name);
         return names;
     }
