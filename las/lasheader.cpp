@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace las {
 
 namespace {
@@ -17,8 +19,18 @@ struct ParsedHeader
 {
     Header header;
     bool complete = false; ///< a data section was met
-    bool hasSections = false;
+    bool hasTildes = false; ///< lines with a "~" in front
+    bool hasSections = false; ///< one that every LAS file has
 };
+
+/// Whether the line is the title of a section that every LAS file has. A picture or another file of bytes may well hold a line
+/// with a "~" in front.
+bool isSectionTitle(const QString &title)
+{
+    return title.size() > 1 && QStringLiteral("VWC").contains(title.at(1).toUpper())
+        && std::all_of(title.begin(), title.end(),
+                       [](QChar character) { return character.isPrint() || character == QLatin1Char('\t'); });
+}
 
 ParsedHeader parse(const Text &text)
 {
@@ -32,8 +44,10 @@ ParsedHeader parse(const Text &text)
         while (first < stop && base::isSpace(*first))
             ++first;
         if (first < stop && *first == '~') {
-            parsed.hasSections = true;
-            parsed.complete = parser.beginSection(decode(first, stop, text.encoding)) == u'A';
+            const QString title = decode(first, stop, text.encoding);
+            parsed.hasTildes = true;
+            parsed.hasSections = parsed.hasSections || isSectionTitle(title);
+            parsed.complete = parser.beginSection(title) == u'A';
         } else if (parser.isInSection()) {
             parser.readLine(decode(at, stop, text.encoding));
         }
@@ -104,8 +118,11 @@ HeaderResult readHeader(const QString &path, const QByteArray &codec)
         if (atEnd)
             break;
     }
-    if (!parsed.hasSections)
+    if (!parsed.hasTildes)
         result.error = QStringLiteral("The file %1 is no LAS file: it has no line with a \"~\" in front.").arg(path);
+    else if (!parsed.hasSections)
+        result.error =
+            QStringLiteral("The file %1 is no LAS file: it has no section ~Version, ~Well or ~Curve.").arg(path);
     else
         result.header = parsed.header;
     return result;

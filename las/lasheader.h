@@ -40,7 +40,7 @@ struct HeaderResult
 /// Reads the sections V, W, P and C (either case; "~Log_Parameter" and "~Log_Definition" of LAS 3.0 are P and
 /// C, other titles of that kind are left out) up to the first data section. Touches the file no further than
 /// about twice its header and never more than 4 MB; what a header holds beyond that is left out. An error is
-/// a file that cannot be read or has no section title. \a codec as in prepareText().
+/// a file that cannot be read or has no title of a section V, W or C. \a codec as in prepareText().
 HeaderResult readHeader(const QString &path, const QByteArray &codec = {});
 
 } // namespace las

@@ -25,7 +25,7 @@ public:
         : m_findings(findings)
     {
     }
-    void check(int line, const QStringList &values);
+    void check(int line, const QStringList &values, int columns);
 
 private:
     using Kind = RowFinding::Kind;
@@ -61,10 +61,12 @@ void RowChecker::checkDepth(int line, const QString &text)
         add(Kind::OddStep, line, text);
 }
 
-void RowChecker::check(int line, const QStringList &values)
+void RowChecker::check(int line, const QStringList &values, int columns)
 {
     checkDepth(line, values.first());
-    for (int i = 1; i < values.size(); ++i) {
+    if (values.size() != columns)
+        add(Kind::OtherCount, line, QStringLiteral("%1 instead of %2").arg(values.size()).arg(columns));
+    for (int i = 1; i < qMin(values.size(), columns); ++i) {
         if (base::parseNumber(values.at(i)))
             continue;
         add(Kind::Text, line, values.at(i));
@@ -86,7 +88,7 @@ RowFindings checkRows(const WellInfo &file)
             const QString line = file.lines.line(i, longestLine).simplified();
             if (line.isEmpty() || line.startsWith(QLatin1Char('#')))
                 continue;
-            checker.check(i, line.split(QLatin1Char(' ')).mid(0, section.curveCount));
+            checker.check(i, line.split(QLatin1Char(' ')), section.curveCount);
             ++rows;
         }
     }

@@ -16,6 +16,7 @@ struct RowFinding
         RepeatedDepth, ///< the depth of the line before
         TurningDepth, ///< depths rise where they fell before, or fall where they rose
         OddStep, ///< another step than that of the first two lines
+        OtherCount, ///< more or fewer values than the section has columns
     };
 
     Kind kind = Kind::Text;
@@ -29,7 +30,7 @@ struct RowFindings
     static constexpr int mostListed = 10; ///< of a kind
 
     QVector<RowFinding> first; ///< in the order of lines
-    QVector<int> counts = QVector<int>(5, 0); ///< lines by kind
+    QVector<int> counts = QVector<int>(6, 0); ///< lines by kind
 
     int count(RowFinding::Kind kind) const { return counts.at(static_cast<int>(kind)); }
 };

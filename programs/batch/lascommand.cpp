@@ -32,6 +32,8 @@ QString kindText(las::RowFinding::Kind kind)
         return QStringLiteral("depth turns");
     case las::RowFinding::Kind::OddStep:
         return QStringLiteral("other step");
+    case las::RowFinding::Kind::OtherCount:
+        return QStringLiteral("number of values");
     }
     return {};
 }
@@ -149,8 +151,9 @@ Command lasCommand()
     Command command = makeCommand(
         "las", "Tell what LAS files hold and what the import would make of them",
         "Reads each file as the import of the window does and tells what it takes and what it would read wrongly: "
-        "wrapped data, repeated sections, lines with too few values, values that are no numbers, depths that repeat, "
-        "turn or leave their step. Lines are counted from 1; of each kind the first ten are named. It tells why the "
+        "wrapped data, repeated sections, lines with too few or too many values, values that are no numbers, depths "
+        "that repeat, turn or leave their step. Lines are counted from 1; of each kind the first ten are named, but "
+        "of a wrapped file none. It tells why the "
         "import refuses a file, if it does; what is no LAS file is a failure. Nothing is written.",
         "las Demo/Import/Aldra-1.las");
     command.operands = {repeatable(operand("FILE", "a LAS file", {WordKind::File}))};
@@ -185,8 +188,9 @@ Command lasCommand()
         textsField("notices", "Notices", "what to know before an import"),
         recordsField("findings", "Lines", "data lines that are unusual, the first ten of each kind",
                      {countField("line", "Line", "its number in the file"),
-                      textField("kind", "What", "no number, no depth, repeated depth, depth turns or other step"),
-                      textField("text", "Text", "the value that stands there"),
+                      textField("kind", "What",
+                                "no number, no depth, repeated depth, depth turns, other step or number of values"),
+                      textField("text", "Text", "what stands there"),
                       countField("lineCount", "Of", "how many lines of this kind the file has")}),
     };
     command.run = run;

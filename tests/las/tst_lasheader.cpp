@@ -98,7 +98,7 @@ void TestLasHeader::lines()
 {
     QFETCH(QString, line);
     QFETCH(QString, expected);
-    const las::HeaderResult result = read("~P\n" + line.toLatin1() + "\n~A\n");
+    const las::HeaderResult result = read("~V\n~P\n" + line.toLatin1() + "\n~A\n");
     QVERIFY2(result.error.isEmpty(), qPrintable(result.error));
     QCOMPARE(result.header.items.size(), expected.isEmpty() ? 0 : 1);
     if (!expected.isEmpty())
@@ -224,7 +224,7 @@ void TestLasHeader::longHeaders()
 {
     // Headers that end around the sizes of the blocks.
     for (const int size : {65000, 65530, 65535, 65536, 65537, 131072, 300000, 1000000}) {
-        QByteArray bytes("~P\nA. first :\n");
+        QByteArray bytes("~V\n~P\nA. first :\n");
         while (bytes.size() < size - 60)
             bytes += "# comment\n";
         bytes += QByteArray(size - bytes.size() - 11, '#') + "\nB. last :\n";
@@ -237,7 +237,7 @@ void TestLasHeader::longHeaders()
 
 void TestLasHeader::capsEndlessHeaders()
 {
-    QByteArray bytes("~P\n");
+    QByteArray bytes("~V\n~P\n");
     while (bytes.size() < 6000000)
         bytes += "ABCD. 12345678 :\n";
     const las::HeaderResult result = read(bytes);
@@ -245,12 +245,12 @@ void TestLasHeader::capsEndlessHeaders()
     QVERIFY(result.header.items.size() > 200000);
     QVERIFY(result.header.items.size() <= 4 * 1024 * 1024 / 17);
     QCOMPARE(result.header.items.last().value, QStringLiteral("12345678"));
-    QCOMPARE(read("~P\nA." + QByteArray(6000000, 'x')).header.items.size(), 0);
+    QCOMPARE(read("~V\n~P\nA." + QByteArray(6000000, 'x')).header.items.size(), 0);
 }
 
 void TestLasHeader::utf16AcrossBlocks()
 {
-    QByteArray text("~P\nA. first :\n");
+    QByteArray text("~V\n~P\nA. first :\n");
     while (text.size() < 100000)
         text += "# 123456789\n";
     text += "B. last :\n~A\n1 2\n";
@@ -276,7 +276,7 @@ void TestLasHeader::errors()
     QVERIFY(read("").error.contains(m_fixture.path()));
     QVERIFY(read("GIF89a\n1 2 3\n").error.contains(QStringLiteral("is no LAS file")));
     QVERIFY(read(QByteArray(100000, '\0')).error.contains(m_fixture.path()));
-    QVERIFY(read("~").error.isEmpty());
+    QVERIFY(read("~\n~Parameter\n").error.contains(QStringLiteral("no section ~Version, ~Well or ~Curve")));
 }
 
 void TestLasHeader::damaged()
