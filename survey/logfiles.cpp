@@ -31,6 +31,19 @@ QString folderOf(const QString &stem)
     return stem.left(stem.lastIndexOf(QLatin1Char('/')));
 }
 
+// A well's logs end at the first missing number; that one of them is missing shows by others behind it. A few are looked
+// for: the folder of a large survey is long.
+void reportGap(const QString &stem, int missing, const LogFiles::Report &report)
+{
+    constexpr int mostMissing = 16;
+    for (int number = missing + 1; number <= missing + mostMissing; ++number) {
+        if (!base::isThere(LogFiles::path(stem, number)))
+            continue;
+        report(LogFiles::path(stem, missing), QStringLiteral("it is missing, and the logs behind it are not shown"));
+        return;
+    }
+}
+
 enum class HeaderRead { Done, Unusable, NoFile };
 
 HeaderRead readHeader(const QString &path, LogFileHeader *header, FileState *state, const LogFiles::Report &report)
@@ -88,8 +101,10 @@ void LogFiles::readHeaders(const QString &stem, const Report &report)
         Entry entry = known.value(number);
         if (entry.number == 0 || !fileState(file).isSame(entry.state)) {
             const HeaderRead result = readHeader(file, &entry.header, &entry.state, report);
-            if (result == HeaderRead::NoFile)
+            if (result == HeaderRead::NoFile) {
+                reportGap(stem, number, report);
                 return;
+            }
             entry.number = result == HeaderRead::Done ? number : 0;
         }
         m_fileCount = number;

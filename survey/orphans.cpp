@@ -6,6 +6,7 @@
 #include "survey/wellnames.h"
 
 #include <QDir>
+#include <QHash>
 #include <QSet>
 
 namespace survey {
@@ -52,6 +53,14 @@ QVector<OrphanedFile> orphanedWellFiles(const QString &surveyDirectory)
     const QStringList names =
         folder.entryList(QDir::Files | QDir::Dirs | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDir::Name);
     const QSet<QString> present(names.begin(), names.end());
+    QHash<QString, int> missing; // the first log number that is not there, by stem
+    const auto firstMissing = [&](const QString &stem) {
+        int &number = missing[stem];
+        if (number == 0)
+            for (number = 1; present.contains(LogFiles::path(stem, number));)
+                ++number;
+        return number;
+    };
     QVector<OrphanedFile> orphans;
     for (const QString &name : names) {
         const QString path = folder.filePath(name);
@@ -60,8 +69,9 @@ QVector<OrphanedFile> orphanedWellFiles(const QString &surveyDirectory)
             orphans.append({path, OrphanedFile::Kind::Unfinished});
         else if (!file.stem.isEmpty() && !stems.contains(file.stem))
             orphans.append({path, OrphanedFile::Kind::NoWell});
-        else if (file.logNumber > 1 && !present.contains(LogFiles::path(file.stem, file.logNumber - 1)))
-            orphans.append({path, OrphanedFile::Kind::HiddenLog});
+        else if (file.logNumber > 0 && file.logNumber > firstMissing(file.stem))
+            orphans.append({path, OrphanedFile::Kind::HiddenLog,
+                            folder.filePath(LogFiles::path(file.stem, firstMissing(file.stem)))});
     }
     return orphans;
 }

@@ -16,6 +16,7 @@ struct OrphanedFile
 
     QString path;
     Kind kind = Kind::NoWell;
+    QString missing = {}; ///< the file that is the gap in front of a hidden log: the first one
 };
 
 /// The orphans of a survey, by name. Files of other kinds than those of wells are nobody's business and passed over. None

@@ -7,6 +7,8 @@
 #include "survey/logcheck.h"
 #include "survey/orphans.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <cerrno>
 
@@ -35,13 +37,24 @@ void checkWell(survey::SurveyStore &store, const QString &stem, const ProjectChe
     QStringList errors{store.header(well.key).error, store.markers(well.key).error};
     errors.removeAll(QString());
     errors.removeDuplicates();
-    // What the store tells of its files it tells once; an error that repeats one of them has nothing to add.
-    const QStringList problems = store.takeProblems();
-    for (const QString &problem : problems)
-        addDamage(well.name, problem, result);
+    // One row a file: an error that repeats what the store tells of a file has nothing to add.
+    QStringList paths;
+    QStringList rows;
+    for (const QString &problem : store.takeProblems()) {
+        const QString path = problem.left(problem.indexOf(QStringLiteral(": ")));
+        const int known = paths.indexOf(path);
+        if (known < 0) {
+            paths.append(path);
+            rows.append(problem);
+        } else {
+            rows[known] += problem.mid(path.size() + 1);
+        }
+    }
+    for (const QString &row : qAsConst(rows))
+        addDamage(well.name, row, result);
     const QString nothingThere = base::systemErrorText(ENOENT);
     for (const QString &error : qAsConst(errors))
-        if (!problems.contains(error))
+        if (std::none_of(paths.begin(), paths.end(), [&error](const QString &path) { return error.contains(path); }))
             add({{error.contains(nothingThere) ? Finding::State::Missing : Finding::State::Damaged, well.name,
                   error}},
                 result);
@@ -59,7 +72,7 @@ Finding findingOf(const survey::OrphanedFile &orphan)
         return {Finding::State::Orphaned, orphan.path, QStringLiteral("No well of the survey has this file.")};
     case survey::OrphanedFile::Kind::HiddenLog:
         return {Finding::State::Orphaned, orphan.path,
-                QStringLiteral("The log in front of it is missing, so it is not shown.")};
+                QStringLiteral("A log in front of it is missing, so it is not shown.")};
     case survey::OrphanedFile::Kind::Unfinished:
         break;
     }
@@ -74,8 +87,15 @@ Result run(Session &session, const Arguments &)
     Result result;
     for (const QString &problem : session.store().takeProblems())
         addDamage(session.surveyDirectory(), problem, &result);
-    for (const survey::OrphanedFile &orphan : survey::orphanedWellFiles(session.surveyDirectory()))
+    QSet<QString> gaps;
+    for (const survey::OrphanedFile &orphan : survey::orphanedWellFiles(session.surveyDirectory())) {
+        if (!orphan.missing.isEmpty() && !gaps.contains(orphan.missing))
+            add({{Finding::State::Missing, orphan.missing,
+                  QStringLiteral("It is missing, and the logs behind it are not shown.")}},
+                &result);
+        gaps.insert(orphan.missing);
         add({findingOf(orphan)}, &result);
+    }
     const ProjectCheck project(session.projectPaths(), wells.value);
     add(project.checkCommon(), &result);
     const QHash<QString, QString> stems = survey::wellStems(session.surveyDirectory());
@@ -107,7 +127,7 @@ Command checkCommand()
         makeCommand("check", "Read everything in the survey and tell what is wrong",
                     "Reads the list of wells, each well with all samples of its logs and its markers, and all files "
                     "of the project. It tells what is damaged, what is missing though something names it, what is "
-                    "orphaned since no well has it, and what unfinished writes left. It ends with 1 when something "
+                    "orphaned since no well shows it, and what unfinished writes left. It ends with 1 when something "
                     "is damaged or missing. Nothing is changed.",
                     "check --survey Demo");
     command.options = {switchOption("--repair-nothing", "Change nothing: so it is without the option, too")};

@@ -72,7 +72,6 @@ private slots:
         row("table", "WLC/CurveGroups/CurveGroupTable.txt", "GR Gamma\n", "damaged");
         row("orphaned well", "WellInfo/Other.well", "x", "orphaned");
         row("orphaned log", "WellInfo/Other^1.wll", "x", "orphaned");
-        row("hidden log", "WellInfo/Aldra-1^40.wll", "x", "orphaned");
         row("orphaned zones", "WLC/Other_perforationZone.txt", "Other|0\n", "orphaned");
         row("orphaned points", "WLC/Other_Sonic_calibrationPoints.txt", "x", "orphaned");
         row("orphaned defaults", "WLC/DefaultLogs/Other.txt", "Other\n", "orphaned");
@@ -106,7 +105,6 @@ private slots:
     void whatIsMissingIsFound()
     {
         QVERIFY(QFile::remove(m_survey + "/WellInfo/Brisk-1.well"));
-        QVERIFY(QFile::remove(m_survey + "/WellInfo/Brisk-2^2.wll"));
         const BatchRun run = runBatch({"check", "--json"}, m_survey);
         VERIFY_EXIT(1, run);
         bool isMissing = false;
@@ -117,7 +115,62 @@ private slots:
                     && finding.value("text").toString().contains("Brisk-1.well"));
         }
         QVERIFY2(isMissing, run.output.constData());
-        QVERIFY(run.output.contains("Brisk-2^3.wll"));
+    }
+
+    // A log that is gone from the middle takes those behind it with it.
+    void aGapInTheLogsIsFound_data()
+    {
+        QTest::addColumn<QStringList>("removed");
+        QTest::addColumn<QString>("added");
+        QTest::addColumn<int>("hidden");
+        QTest::newRow("one") << QStringList{"Aldra-1^3.wll"} << QString() << 12;
+        QTest::newRow("two") << QStringList{"Aldra-1^3.wll", "Aldra-1^4.wll"} << QString() << 11;
+        QTest::newRow("two gaps") << QStringList{"Aldra-1^3.wll", "Aldra-1^7.wll"} << QString() << 11;
+        QTest::newRow("the first") << QStringList{"Aldra-1^1.wll"} << QString() << 14;
+        QTest::newRow("far behind") << QStringList() << "Aldra-1^40.wll" << 1;
+    }
+    void aGapInTheLogsIsFound()
+    {
+        QFETCH(QStringList, removed);
+        QFETCH(QString, added);
+        QFETCH(int, hidden);
+        const QString folder = m_survey + "/WellInfo/";
+        for (const QString &name : qAsConst(removed))
+            QVERIFY(QFile::remove(folder + name));
+        if (!added.isEmpty())
+            files::write(folder + added, "x");
+        const BatchRun run = runBatch({"check", "--json"}, m_survey);
+        VERIFY_EXIT(1, run);
+        QStringList missing;
+        QStringList orphaned;
+        for (const QJsonValue &value : run.list("findings")) {
+            const QJsonObject finding = value.toObject();
+            (finding.value("state").toString() == "missing" ? missing : orphaned)
+                .append(finding.value("file").toString());
+        }
+        QCOMPARE(missing.filter(".wll"), QStringList{folder + removed.value(0, "Aldra-1^16.wll")});
+        QCOMPARE(orphaned.filter("/WellInfo/Aldra-1^").size(), hidden);
+    }
+
+    void aDamagedFileIsOneRow_data()
+    {
+        QTest::addColumn<int>("size");
+        QTest::newRow("no header") << 50; // problem and error of the same words
+        QTest::newRow("in a marker") << 100; // two problems
+    }
+    void aDamagedFileIsOneRow()
+    {
+        QFETCH(int, size);
+        const QString path = m_survey + "/WellInfo/Brisk-1.wlm";
+        files::write(path, files::read(path).left(size));
+        const BatchRun run = runBatch({"check", "--json"}, m_survey);
+        VERIFY_EXIT(1, run);
+        QCOMPARE(run.list("findings").size(), 1);
+        QVERIFY2(run.errors.contains("Damaged or missing: 1."), qPrintable(run.errors));
+        const QString text = run.record("findings").value("text").toString();
+        QCOMPARE(text.count(path), 1);
+        if (size == 100)
+            QVERIFY2(text.contains("has no depth") && text.contains("not understood"), qPrintable(text));
     }
 
     void correlationsAreChecked()
