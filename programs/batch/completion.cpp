@@ -88,11 +88,20 @@ _lorva_batch_words()
 # Puts a word without its quotes or backslashes into $plain.
 _lorva_batch_plain()
 {
-    plain=$1
-    case $plain in
-    [\"\']*) plain=${plain:1} && plain=${plain%[\"\']} ;;
-    *) plain=${plain//\\/} ;;
-    esac
+    local rest=$1 quote=''
+    plain=''
+    if [[ $rest == [\"\']* ]]; then
+        quote=${rest:0:1}
+        rest=${rest:1} && rest=${rest%"$quote"}
+    fi
+    while [[ $quote != \' && $rest == *\\* ]]; do
+        plain+=${rest%%\\*}
+        rest=${rest#*\\}
+        [[ $quote && $rest != [\"\\\$\`]* ]] && plain+=\\
+        plain+=${rest:0:1}
+        rest=${rest:1}
+    done
+    plain+=$rest
 }
 
 # Offers what begins with the word $2, in a list (where $3 is something) what its last name begins with.
@@ -107,7 +116,9 @@ _lorva_batch_offer()
     [[ $current == [\"\']* ]] && quote=${current:0:1}
     _lorva_batch_plain "$current"
     current=$plain
-    [[ $3 && $current == *,* ]] && front=${current%,*},
+    # Between the names of a list stand commas; one of a name stands behind a backslash.
+    plain=${current//\\,/$'\001'}
+    [[ $3 && $plain == *,* ]] && front=${plain%,*}, && front=${front//$'\001'/\\,}
     if [[ $offered == @* ]]; then
         name=${offered%%$'\n'*}
         offered=${offered#"$name"}$'\n'$("${words[0]}" _names "${name#@}" ${survey:+--survey="$survey"} \
@@ -118,11 +129,14 @@ _lorva_batch_offer()
     [[ ! $quote && $COMP_WORDBREAKS == *:* ]] && breaks+=':'
     [[ $breaks && $current == *[$breaks]* ]] && broken=${current%"${current##*[$breaks]}"}
     while IFS= read -r name; do
+        [[ $3 ]] && name=${name//,/\\,}
         [[ $name && $front$name == "$current"* ]] || continue
         name=$front$name
         name=${name#"$broken"}
-        [[ $quote ]] || printf -v name %q "$name"
-        name=${name//\\,/,}
+        if [[ ! $quote ]]; then
+            printf -v name %q "$name"
+            name=${name//\\,/,}
+        fi
         COMPREPLY+=("$name")
     done <<< "$offered"
     [[ $3 || ${COMPREPLY[0]-} == *= ]] && compopt -o nospace 2> /dev/null

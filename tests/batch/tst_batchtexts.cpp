@@ -48,6 +48,10 @@ private slots:
         m_demo.make();
         m_folder = m_demo.newPath();
         files::copyFolder(m_demo.original(), m_folder + "/Demo");
+        const QString rows = m_folder + "/tops.txt";
+        files::write(rows, "Top, upper\t1000\nOstrel Sandstone\t1200\n");
+        VERIFY_EXIT(0, runBatch({"markers", "Brisk-2", "--import", rows, "--force", "--survey", m_folder + "/Demo"}));
+        QVERIFY(QFile::remove(rows));
     }
 
     void theManualPageNamesAll()
@@ -148,6 +152,12 @@ private slots:
         row("export --survey Demo --logs MS", "MSFL"); // of any well
         row("export Brisk-2 --survey Demo --logs MS", "");
         row("export Aldra-1 --survey Demo --logs RHOB,G", "RHOB,GR");
+        // A comma of a name stands behind a backslash, which the shell wants behind another one.
+        row("render Brisk-2 --survey Demo --markers Top", "Top\\\\,\\ upper");
+        row("render Brisk-2 --survey Demo --markers Top\\\\,\\ u", "Top\\\\,\\ upper");
+        row("render Brisk-2 --survey Demo --markers 'To", "Top\\, upper");
+        row("render Brisk-2 --survey Demo --markers 'Top\\, upper,To", "Top\\, upper,Top\\, upper");
+        row("render Brisk-2 --survey Demo --markers Top\\\\,\\ upper,Ostr", "Top\\\\,\\ upper,Ostrel\\ Sandstone");
         row("default-logs --survey Demo Aldra-1 Gam", "Gamma=");
         row("default-logs --survey Demo Aldra-1 Gamma=G", "GR");
         row("default-logs --survey Demo Aldra-1 Effective\\ P", "Effective\\ Porosity=");
