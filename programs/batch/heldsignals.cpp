@@ -6,6 +6,13 @@ namespace {
 
 constexpr int endingSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
+// One that is ignored, as SIGINT is in the background of a script, ends nothing: while it is held it would seem to wait.
+bool isEnding(int signal)
+{
+    struct sigaction action = {};
+    return ::sigaction(signal, nullptr, &action) != 0 || action.sa_handler != SIG_IGN;
+}
+
 } // namespace
 
 HeldSignals::HeldSignals()
@@ -13,7 +20,8 @@ HeldSignals::HeldSignals()
     sigset_t held;
     ::sigemptyset(&held);
     for (int signal : endingSignals)
-        ::sigaddset(&held, signal);
+        if (isEnding(signal))
+            ::sigaddset(&held, signal);
     ::pthread_sigmask(SIG_BLOCK, &held, &m_before);
 }
 
@@ -28,7 +36,7 @@ bool HeldSignals::isOneWaiting()
     ::sigemptyset(&waiting);
     ::sigpending(&waiting);
     for (int signal : endingSignals)
-        if (::sigismember(&waiting, signal) == 1)
+        if (::sigismember(&waiting, signal) == 1 && isEnding(signal))
             return true;
     return false;
 }

@@ -130,6 +130,20 @@ private slots:
         QCOMPARE(result.records.size(), 4);
     }
 
+    // As SIGINT is in a script's background.
+    void aSignalThatIsIgnoredIsNotWaitedFor()
+    {
+        ::signal(SIGINT, SIG_IGN);
+        bool isWaiting = true;
+        {
+            const HeldSignals held;
+            ::raise(SIGINT);
+            isWaiting = HeldSignals::isOneWaiting();
+        }
+        ::signal(SIGINT, SIG_DFL);
+        QVERIFY(!isWaiting);
+    }
+
     void signalsWaitForTheEndOfAWrite()
     {
         const pid_t child = ::fork();
