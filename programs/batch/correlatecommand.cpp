@@ -4,6 +4,7 @@
 #include "logview/paper/truefeet.h"
 #include "logview/trackitem.h"
 #include "programs/batch/commands.h"
+#include "programs/batch/damage.h"
 #include "programs/batch/drawing.h"
 #include "programs/batch/session.h"
 #include "programs/batch/surveynames.h"
@@ -38,6 +39,33 @@ DrawnDepths cut(const Drawing &drawing, QGraphicsScene *scene, logview::SheetCon
     contents->axis = {drawn.limits.start, drawn.limits.end, static_cast<float>(bottom - top)};
     scene->setSceneRect(QRectF(0, top, scene->sceneRect().width(), bottom - top));
     return drawn;
+}
+
+// What is damaged of all that the panel shows.
+QStringList damageOf(Session &session, const CorrelationProperties &properties, const QString &name,
+                     const QGraphicsScene &scene)
+{
+    const WellsCatalogue &catalogue = session.project().catalogue;
+    const Damage damage(session);
+    QStringList all = damage.ofCorrelation(name);
+    QStringList unreadable;
+    for (const CorrelationWell &shown : properties.wells) {
+        const int index = catalogue.indexOf(shown.wellName);
+        if (index < 0)
+            continue; // the view's notes tell it
+        const host::WellEntry well{shown.wellName, catalogue.wellKey(index)};
+        unreadable += damage.ofWell(well);
+        all += damage.ofDrawing(well, shown.templateName, scene);
+        if (!properties.markers.isEmpty())
+            all += damage.ofMarkers(well);
+    }
+    // The window's words on points and wells name no file.
+    if (!all.isEmpty())
+        session.asker().takeWarnings();
+    if (!unreadable.isEmpty())
+        session.host().takeErrors();
+    all.removeDuplicates();
+    return all;
 }
 
 Result run(Session &session, const Arguments &arguments)
@@ -81,6 +109,7 @@ Result run(Session &session, const Arguments &arguments)
         return Result::failed(QStringLiteral("The correlation \"%1\" has no tracks: ").arg(name) + view.notes());
 
     Result result;
+    result.failures = damageOf(session, *properties, name, *view.scene());
     if (!view.notes().isEmpty())
         result.notices.append(view.notes());
     const logview::TrueFeet feet(*view.scene(), isPaper(drawing) ? drawing.unit : logview::Metre);

@@ -109,7 +109,7 @@ Result store(Session &session, const host::WellEntry &well, const QStringList &p
                 QStringLiteral("%1: it has no log \"%2\"%3.").arg(well.name, log, insteadOf(log, names)));
         setDefault(defaults, groupOf(pair), log, &lost);
     }
-    if (!lost.isEmpty() && !session.isForced())
+    if (result.failures.isEmpty() && !lost.isEmpty() && !session.isForced())
         result.failures.append(QStringLiteral("%1: these default logs would be no more: %2; --force replaces them.")
                                    .arg(well.name, lost.join(QStringLiteral(", "))));
     if (!result.failures.isEmpty())

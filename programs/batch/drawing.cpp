@@ -318,6 +318,23 @@ QString depthsText(const logview::DepthLimits &limits, logview::DepthUnit unit)
     return QStringLiteral("%1 to %2 %3").arg(depth(limits.start), depth(limits.end), unitText(unit));
 }
 
+namespace {
+
+/// Only the ends that were given: the other one would be one of the well's.
+QString wantedText(const Drawing &drawing, const logview::DepthLimits &wanted)
+{
+    const auto depth = [&drawing](float value) {
+        return logview::shortNumber(static_cast<double>(value), 2) + QLatin1Char(' ') + unitText(drawing.unit);
+    };
+    if (!drawing.to)
+        return QStringLiteral("below ") + depth(wanted.start);
+    if (!drawing.from)
+        return QStringLiteral("above ") + depth(wanted.end);
+    return QStringLiteral("at ") + depthsText(wanted, drawing.unit);
+}
+
+} // namespace
+
 DrawnDepths drawnDepths(const Drawing &drawing, const logview::DepthLimits &whole)
 {
     logview::DepthLimits wanted = whole;
@@ -327,7 +344,9 @@ DrawnDepths drawnDepths(const Drawing &drawing, const logview::DepthLimits &whol
         wanted.end = static_cast<float>(*drawing.to);
     const auto text = [unit = drawing.unit](const logview::DepthLimits &limits) { return depthsText(limits, unit); };
     if (!(wanted.start < wanted.end) || wanted.start >= whole.end || wanted.end <= whole.start)
-        return {whole, QStringLiteral("Nothing lies at %1: its depths are %2.").arg(text(wanted), text(whole)), {}};
+        return {whole,
+                QStringLiteral("Nothing lies %1: its depths are %2.").arg(wantedText(drawing, wanted), text(whole)),
+                {}};
     DrawnDepths drawn;
     drawn.limits = {qMax(wanted.start, whole.start), qMin(wanted.end, whole.end)};
     if (drawn.limits.start > wanted.start || drawn.limits.end < wanted.end)

@@ -60,7 +60,8 @@ class WellExport
 {
 public:
     WellExport(Session &session, const Order &order)
-        : m_data(session.project())
+        : m_session(session)
+        , m_data(session.project())
         , m_order(order)
         , m_well(m_data.catalogue.indexOfKey(order.well.key))
     {
@@ -78,6 +79,7 @@ private:
     void writeColumns();
     void note(const QString &path, const base::WriteResult &written, const QStringList &logs);
 
+    Session &m_session;
     ProjectData &m_data;
     Order m_order;
     int m_well;
@@ -112,6 +114,8 @@ std::optional<LogCurveData> WellExport::read(const las::ListedLog &log)
     auto curve = las::readListedLog(m_data.catalogue, m_well, log, WellsCatalogue::OnFailure::BeSilent);
     if (!curve)
         fail(QStringLiteral("the log \"%1\" cannot be read.").arg(log.name));
+    if (const QString problem = m_session.store().logProblem(m_order.well.key, log.row); !problem.isEmpty())
+        fail(problem);
     return curve;
 }
 
@@ -187,14 +191,16 @@ void WellExport::tellDamaged()
     if (const auto logs = store.logs(m_order.well.key); !logs.ok())
         fail(logs.error);
     for (const QString &problem : store.takeProblems())
-        fail(problem);
+        if (const QString failure = m_order.well.name + QStringLiteral(": ") + problem;
+            !m_result.failures.contains(failure)) // a log that was read told it already
+            m_result.failures.append(failure);
 }
 
 Result WellExport::run()
 {
     const auto record = m_data.catalogue.readWellRecord(m_well, WellsCatalogue::OnFailure::BeSilent);
     if (!record) {
-        fail(QStringLiteral("it cannot be read."));
+        fail(m_session.store().header(m_order.well.key).error);
         return m_result;
     }
     const bool areChosen = chooseLogs();

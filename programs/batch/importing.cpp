@@ -270,7 +270,7 @@ Result WellImport::run(const QStringList &files)
     const int index = m_data.catalogue.indexOfKey(m_well.key);
     const auto record = m_data.catalogue.readWellRecord(index, WellsCatalogue::OnFailure::BeSilent);
     if (!record)
-        return Result::failed(m_well.name + QStringLiteral(": the well cannot be read."));
+        return Result::failed(m_well.name + QStringLiteral(": ") + m_session.store().header(m_well.key).error);
     const QStringList names = m_data.catalogue.logNames(index);
     m_logNames = QSet<QString>(names.begin(), names.end());
     for (const QString &path : files)
@@ -521,7 +521,7 @@ QStringList assignGroups(Session &session, const Result &imported)
     }
     const HeldSignals held;
     groups.write();
-    data.catalogue.build();
+    session.readWells();
     runDefaultLogsPass(data, [] { return !HeldSignals::isOneWaiting(); });
     return unkeptGroups(data.project.projectFolder, wanted) + unkeptDefaults(data.project.projectFolder, imported);
 }

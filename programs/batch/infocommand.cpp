@@ -3,6 +3,7 @@
 #include "datastore/defaultlogs.h"
 #include "datastore/perforationfile.h"
 #include "programs/batch/commands.h"
+#include "programs/batch/damage.h"
 #include "programs/batch/session.h"
 #include "programs/batch/surveynames.h"
 #include "programs/batch/tables.h"
@@ -53,10 +54,12 @@ Result run(Session &session, const Arguments &arguments)
     const auto logs = store.logs(well.value.key);
     const auto markers = store.markers(well.value.key);
     Result result;
-    for (const QString &error : {header.error, logs.error, markers.error})
-        if (!error.isEmpty())
-            result.failures.append(error);
     const QString &name = well.value.name;
+    const Damage damage(session);
+    result.failures = damage.ofWell(well.value) + damage.ofLogs(well.value, nullptr) + damage.ofMarkers(well.value)
+        + damage.ofZones(name) + damage.ofDefaultLogs(name);
+    for (const QString &own : wellTemplateNames(session.projectPaths(), name))
+        result.failures += damage.ofTemplate(TemplateId::ofWell(name, own));
     Record record;
     record[QLatin1String("name")] = name;
     record[QLatin1String("key")] = well.value.key;
@@ -84,6 +87,7 @@ Result run(Session &session, const Arguments &arguments)
     record[QLatin1String("defaultLogs")] = defaultLogsOf(project, name);
     record[QLatin1String("templates")] = QJsonArray::fromStringList(wellTemplateNames(session.projectPaths(), name));
     record[QLatin1String("problems")] = QJsonArray::fromStringList(store.takeProblems());
+    result.failures.removeDuplicates();
     result.records.append(record);
     return result;
 }

@@ -3,6 +3,7 @@
 #include "datastore/textfields.h"
 #include "las/resampling.h"
 #include "programs/batch/commands.h"
+#include "programs/batch/damage.h"
 #include "programs/batch/session.h"
 #include "programs/batch/tables.h"
 
@@ -79,7 +80,10 @@ Result run(Session &session, const Arguments &arguments)
                                    + log.error);
         result.records.append(record);
     }
-    result.failures += session.takeProblems(); // logs that are damaged are not among the well's
+    for (const QString &problem : Damage(session).ofLogs(well.value, nullptr)) // those are not among the well's
+        if (result.failures.filter(problem).isEmpty())
+            result.failures.append(problem);
+    result.notices += Damage(session).ofDefaultLogs(well.value.name);
     return result;
 }
 

@@ -109,7 +109,9 @@ QVector<Finding> ProjectCheck::checkWell(const QString &wellName, const QStringL
 {
     QVector<Finding> findings;
     checkDefaults(wellName, logs, &findings);
-    checkSideFiles(wellName, &findings);
+    checkZones(wellName, &findings);
+    for (const QString &group : m_hasPoints ? curveGroupNames() : QStringList())
+        checkPoints(wellName, group, &findings);
     const QString folder = wellTemplatesFolder(m_project, wellName);
     for (const QString &name : wellTemplateNames(m_project, wellName))
         checkTemplate(folder + QLatin1Char('/') + name, &findings);
@@ -140,30 +142,31 @@ void ProjectCheck::checkDefaults(const QString &wellName, const QStringList *log
     }
 }
 
-void ProjectCheck::checkSideFiles(const QString &wellName, QVector<Finding> *findings) const
+void ProjectCheck::checkZones(const QString &wellName, QVector<Finding> *findings) const
 {
-    const QString &folder = m_project.projectFolder;
-    const QString zonesPath = perforationPath(folder, wellName);
-    if (m_files.contains(fileNameOf(zonesPath))) {
-        const QByteArray bytes = read(folder, zonesPath, findings);
-        if (!isZoneCount(bytes))
-            findings->append({State::Damaged, zonesPath, QStringLiteral("Its first line is no number of zones.")});
-        else if (filledLines(bytes) - 1 > parsePerforation(bytes, wellName).names.size())
-            findings->append({State::Damaged, zonesPath, QStringLiteral("It has lines that are no zones.")});
-    }
-    for (const QString &group : m_hasPoints ? curveGroupNames() : QStringList()) {
-        const QString path = calibrationPath(folder, wellName, group);
-        if (!m_files.contains(fileNameOf(path)))
-            continue;
-        const QByteArray bytes = read(folder, path, findings);
-        const CalibrationParse parse = parseCalibration(bytes, wellName, group);
-        if (parse.isMalformed)
-            findings->append(
-                {State::Damaged, path, QStringLiteral("Its two heading lines are not those of the format.")});
-        else if (filledLines(bytes) - 2 > parse.record.depths.size())
-            findings->append({State::Damaged, path,
-                              QStringLiteral("It is of another well or group, or has lines that are no points.")});
-    }
+    const QString path = perforationPath(m_project.projectFolder, wellName);
+    if (!m_files.contains(fileNameOf(path)))
+        return;
+    const QByteArray bytes = read(m_project.projectFolder, path, findings);
+    if (!isZoneCount(bytes))
+        findings->append({State::Damaged, path, QStringLiteral("Its first line is no number of zones.")});
+    else if (filledLines(bytes) - 1 > parsePerforation(bytes, wellName).names.size())
+        findings->append({State::Damaged, path, QStringLiteral("It has lines that are no zones.")});
+}
+
+void ProjectCheck::checkPoints(const QString &wellName, const QString &group, QVector<Finding> *findings) const
+{
+    const QString path = calibrationPath(m_project.projectFolder, wellName, group);
+    if (!m_files.contains(fileNameOf(path)))
+        return;
+    const QByteArray bytes = read(m_project.projectFolder, path, findings);
+    const CalibrationParse parse = parseCalibration(bytes, wellName, group);
+    if (parse.isMalformed)
+        findings->append(
+            {State::Damaged, path, QStringLiteral("Its two heading lines are not those of the format.")});
+    else if (filledLines(bytes) - 2 > parse.record.depths.size())
+        findings->append({State::Damaged, path,
+                          QStringLiteral("It is of another well or group, or has lines that are no points.")});
 }
 
 void ProjectCheck::checkTemplate(const QString &folder, QVector<Finding> *findings) const
@@ -200,37 +203,35 @@ void ProjectCheck::checkGroups(QVector<Finding> *findings) const
     }
 }
 
-void ProjectCheck::checkCorrelations(QVector<Finding> *findings) const
+void ProjectCheck::checkCorrelation(const QString &name, QVector<Finding> *findings) const
 {
-    const QString folder = correlation::correlationsFolder(m_project);
     const correlation::KnownNames known{[this](const QString &well) { return m_wells.contains(well); },
-                                        [this](const QString &well, const QString &name) {
-                                            return m_project.globalTemplateNames.contains(name)
-                                                || wellTemplateNames(m_project, well).contains(name);
+                                        [this](const QString &well, const QString &templateName) {
+                                            return m_project.globalTemplateNames.contains(templateName)
+                                                || wellTemplateNames(m_project, well).contains(templateName);
                                         }};
-    for (const QString &name : subFolderNames(m_project, folder)) {
-        const QString path = folder + QLatin1Char('/') + name + QStringLiteral("/properties.txt");
-        const int before = findings->size();
-        const ProjectFile file = readProjectFile(m_project.projectFolder, path);
-        if (file.state == ProjectFile::State::Missing)
-            findings->append({State::Missing, path, QStringLiteral("The correlation has no file.")});
-        else
-            read(m_project.projectFolder, path, findings);
-        if (findings->size() > before)
-            continue;
-        bool isWhole = false;
-        const CorrelationProperties properties = correlation::parseProperties(file.bytes, known, &isWhole);
-        if (!isWhole)
-            findings->append({State::Damaged, path, QStringLiteral("Parts of the correlation are missing.")});
-        for (const CorrelationWell &well : properties.wells) {
-            if (!known.isWell(well.wellName))
-                findings->append(
-                    {State::Missing, path, QStringLiteral("The survey has no well \"%1\".").arg(well.wellName)});
-            else if (!known.isTemplate(well.wellName, well.templateName))
-                findings->append({State::Missing, path,
-                                  QStringLiteral("The well \"%1\" has no template \"%2\".")
-                                      .arg(well.wellName, well.templateName)});
-        }
+    const QString path =
+        correlation::correlationsFolder(m_project) + QLatin1Char('/') + name + QStringLiteral("/properties.txt");
+    const int before = findings->size();
+    const ProjectFile file = readProjectFile(m_project.projectFolder, path);
+    if (file.state == ProjectFile::State::Missing)
+        findings->append({State::Missing, path, QStringLiteral("The correlation has no file.")});
+    else
+        read(m_project.projectFolder, path, findings);
+    if (findings->size() > before)
+        return;
+    bool isWhole = false;
+    const CorrelationProperties properties = correlation::parseProperties(file.bytes, known, &isWhole);
+    if (!isWhole)
+        findings->append({State::Damaged, path, QStringLiteral("Parts of the correlation are missing.")});
+    for (const CorrelationWell &well : properties.wells) {
+        if (!known.isWell(well.wellName))
+            findings->append(
+                {State::Missing, path, QStringLiteral("The survey has no well \"%1\".").arg(well.wellName)});
+        else if (!known.isTemplate(well.wellName, well.templateName))
+            findings->append(
+                {State::Missing, path,
+                 QStringLiteral("The well \"%1\" has no template \"%2\".").arg(well.wellName, well.templateName)});
     }
 }
 
@@ -277,7 +278,8 @@ QVector<Finding> ProjectCheck::checkCommon() const
     for (const QString &name :
          subFolderNames(m_project, m_project.projectFolder + QStringLiteral("/Templates/Global")))
         checkTemplate(globalTemplateFolder(m_project, name), &findings);
-    checkCorrelations(&findings);
+    for (const QString &name : subFolderNames(m_project, correlation::correlationsFolder(m_project)))
+        checkCorrelation(name, &findings);
     checkOrphans(&findings);
     return findings;
 }

@@ -36,12 +36,15 @@ public:
     /// What all wells share: groups, global templates, correlations, links; and files of wells that are not there.
     QVector<Finding> checkCommon() const;
 
-private:
+    // One file each; none where it is missing.
     void checkDefaults(const QString &wellName, const QStringList *logs, QVector<Finding> *findings) const;
-    void checkSideFiles(const QString &wellName, QVector<Finding> *findings) const;
+    void checkZones(const QString &wellName, QVector<Finding> *findings) const;
+    void checkPoints(const QString &wellName, const QString &group, QVector<Finding> *findings) const;
     void checkTemplate(const QString &folder, QVector<Finding> *findings) const;
+    void checkCorrelation(const QString &name, QVector<Finding> *findings) const;
+
+private:
     void checkGroups(QVector<Finding> *findings) const;
-    void checkCorrelations(QVector<Finding> *findings) const;
     void checkOrphans(QVector<Finding> *findings) const;
 
     Project m_project;

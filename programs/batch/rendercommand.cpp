@@ -5,6 +5,7 @@
 #include "logview/welllogsscene.h"
 #include "logview/welllogsscenepropertywidget.h"
 #include "programs/batch/commands.h"
+#include "programs/batch/damage.h"
 #include "programs/batch/drawing.h"
 #include "programs/batch/session.h"
 #include "programs/batch/surveynames.h"
@@ -113,6 +114,10 @@ Result run(Session &session, const Arguments &arguments)
     if (const QString problem = shownProblem(data, shown); !problem.isEmpty())
         return Result::failed(problem);
 
+    const host::WellEntry well{shown.wellName, shown.wellKey};
+    const Damage damage(session);
+    if (const QStringList unreadable = damage.ofWell(well); !unreadable.isEmpty())
+        return {{}, {}, unreadable, {}};
     WellDisplayWidget display(data, shown.wellName, shown.templateName, nullptr);
     WellLogsScene &scene = *display.scene();
     if (scene.tracks().isEmpty())
@@ -123,9 +128,13 @@ Result run(Session &session, const Arguments &arguments)
         return Result::failed(QStringLiteral("The well \"%1\": ").arg(shown.wellName) + depths.problem);
 
     Result result;
+    result.failures = damage.ofDrawing(well, shown.templateName, scene);
+    if (!result.failures.isEmpty())
+        session.asker().takeWarnings(); // the window's words on points name no file
     if (!depths.notice.isEmpty())
         result.notices.append(QStringLiteral("The well \"%1\": ").arg(shown.wellName) + depths.notice);
     if (drawing.markers == Drawing::Markers::All || drawing.markers == Drawing::Markers::Named) {
+        result.failures += damage.ofMarkers(well);
         const auto all = data.catalogue.readWellMarkers(data.catalogue.indexOf(shown.wellName));
         QStringList missing;
         const QVector<WellMarker> wanted = wantedMarkers(drawing, all.value_or(QVector<WellMarker>()), &missing);

@@ -1,5 +1,6 @@
 #include "mainwin/reportwriter.h"
 #include "programs/batch/commands.h"
+#include "programs/batch/damage.h"
 #include "programs/batch/heldsignals.h"
 #include "programs/batch/session.h"
 #include "programs/batch/tables.h"
@@ -14,7 +15,10 @@ namespace {
 
 using Writer = std::function<bool(ProjectData &data)>;
 
-Result report(Session &session, const QStringList &paths, const Writer &write)
+/// What of the wells the report holds is damaged.
+using DamageOfWell = std::function<QStringList(const Damage &damage, const host::WellEntry &well)>;
+
+Result report(Session &session, const QStringList &paths, const Writer &write, const DamageOfWell &damageOfWell)
 {
     Result result;
     for (const QString &path : paths)
@@ -30,6 +34,10 @@ Result report(Session &session, const QStringList &paths, const Writer &write)
         (isWritten ? result.notices : result.failures) += session.asker().takeWarnings();
         if (!isWritten)
             return result;
+        const Damage damage(session);
+        for (const host::WellEntry &well : session.store().list().value)
+            result.failures += damage.ofWell(well) + damageOfWell(damage, well);
+        result.failures.removeDuplicates();
     }
     for (const QString &path : paths) {
         Record record;
@@ -46,16 +54,18 @@ Result runLogs(Session &session, const Arguments &)
     for (const QString &name : data.catalogue.wellNames())
         paths.append(logsReportPath(data, name));
     paths.removeDuplicates();
-    return report(session, paths, [](ProjectData &project) {
-        return writeLogsReport(project, [] { return !HeldSignals::isOneWaiting(); });
-    });
+    return report(
+        session, paths,
+        [](ProjectData &project) { return writeLogsReport(project, [] { return !HeldSignals::isOneWaiting(); }); },
+        [](const Damage &damage, const host::WellEntry &well) { return damage.ofLogs(well, nullptr); });
 }
 
 Result runMarkers(Session &session, const Arguments &)
 {
-    return report(session, {markersReportPath(session.project())}, [](ProjectData &project) {
-        return writeMarkersReport(project, [] { return !HeldSignals::isOneWaiting(); });
-    });
+    return report(
+        session, {markersReportPath(session.project())},
+        [](ProjectData &project) { return writeMarkersReport(project, [] { return !HeldSignals::isOneWaiting(); }); },
+        [](const Damage &damage, const host::WellEntry &well) { return damage.ofMarkers(well); });
 }
 
 Command reportCommand(const char *name, const char *summary, const char *description, const char *example)

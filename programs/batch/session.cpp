@@ -124,8 +124,23 @@ ProjectData &Session::project()
         return *m_project;
     m_project = std::make_unique<ProjectData>(m_host, m_asker);
     m_project->project = projectPaths();
-    m_project->catalogue.build();
+    readWells();
     return *m_project;
+}
+
+void Session::readWells()
+{
+    const WellsCatalogue &catalogue = m_project->catalogue;
+    const QStringList told = m_asker.takeWarnings();
+    m_project->catalogue.build();
+    m_asker.takeWarnings(); // of wells that cannot be read: the store knows the file and the reason
+    for (const QString &warning : told)
+        m_asker.warn({}, warning);
+    m_unreadableWells.clear();
+    for (int well = 0; well < catalogue.wellCount(); ++well)
+        if (!catalogue.hasLogNames(well))
+            if (const auto header = store().header(catalogue.wellKey(well)); !header.ok())
+                m_unreadableWells.append(catalogue.wellNames().at(well) + QStringLiteral(": ") + header.error);
 }
 
 ProjectData &Session::projectToWrite()
@@ -177,7 +192,8 @@ bool Session::hasSeveral(const QString &wellName)
 
 QStringList Session::takeProblems()
 {
-    return surveyDirectory().isEmpty() ? QStringList() : store().takeProblems();
+    return surveyDirectory().isEmpty() ? QStringList()
+                                       : store().takeProblems() + std::exchange(m_unreadableWells, {});
 }
 
 QStringList Session::takeFailures()

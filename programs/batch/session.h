@@ -94,6 +94,8 @@ public:
     /// The same, and a missing project folder is made with its seed files, as a launch does. Nothing is written in a
     /// dry run.
     ProjectData &projectToWrite();
+    /// Reads the wells of the project's catalogue anew.
+    void readWells();
 
     /// The well of that name, or of that key; an error where there is none, or where several have the name.
     host::Outcome<host::WellEntry> well(const QString &nameOrKey);
@@ -114,6 +116,7 @@ private:
     bool m_isForced = false;
     bool m_isDryRun = false;
     int m_jobs = 1;
+    QStringList m_unreadableWells; ///< as sentences that name their files
     bool m_isProjectOpen = false;
     bool m_isGroupTableRead = false;
 };

@@ -3,6 +3,7 @@
 #include "correlation/correlationstore.h"
 #include "datastore/curvegroups.h"
 #include "las/lasheader.h"
+#include "programs/batch/damage.h"
 #include "programs/batch/session.h"
 #include "templates/templatestore.h"
 #include "welldata/defaultdata.h"
@@ -181,8 +182,9 @@ QString pointsOfWell(const QString &wellName, const QString &group)
 CalibrationRecord readPoints(Session &session, const QString &wellName, const QString &group, QStringList *failures)
 {
     const CalibrationRecord points = readCalibration(session.projectFolder(), wellName, group, session.asker());
-    for (const QString &failure : session.takeFailures())
-        failures->append(pointsOfWell(wellName, group) + QStringLiteral(": ") + failure);
+    session.asker().takeWarnings(); // the window's words name no file
+    for (const QString &problem : Damage(session).ofPoints(wellName, group))
+        failures->append(pointsOfWell(wellName, group) + QStringLiteral(": ") + problem);
     return points;
 }
 

@@ -1,5 +1,6 @@
 #include "base/safename.h"
 #include "programs/batch/commands.h"
+#include "programs/batch/damage.h"
 #include "programs/batch/heldsignals.h"
 #include "programs/batch/session.h"
 #include "programs/batch/surveynames.h"
@@ -87,6 +88,7 @@ Result runShow(Session &session, const Arguments &arguments)
     if (!templateExists(project, which.value))
         return Result::failed(missingProblem(project, which.value));
     Result result;
+    result.failures = Damage(session).ofTemplate(which.value);
     for (const TrackInfo &track : loadTemplate(project, which.value)) {
         Record record;
         record[QLatin1String("track")] = track.name;
@@ -121,6 +123,9 @@ Result runCopy(Session &session, const Arguments &arguments)
     const auto files = templateFiles(project, from.value);
     if (!files)
         return Result::failed(shown(from.value) + QStringLiteral(" cannot be read."));
+    if (const QStringList damage = Damage(session).ofTemplate(from.value); !damage.isEmpty())
+        return Result::failed(
+            QStringLiteral("%1 is damaged and not copied. %2").arg(shown(from.value), damage.join(QLatin1Char(' '))));
     if (templateExists(project, to.value) && !session.isForced())
         return Result::failed(existsProblem(shown(to.value)));
     if (session.isDryRun()) {

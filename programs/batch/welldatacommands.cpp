@@ -2,6 +2,7 @@
 #include "datastore/curvegroups.h"
 #include "datastore/projectfile.h"
 #include "programs/batch/commands.h"
+#include "programs/batch/damage.h"
 #include "programs/batch/heldsignals.h"
 #include "programs/batch/projectcheck.h"
 #include "programs/batch/session.h"
@@ -78,10 +79,12 @@ QString refusalToReplace(const QString &what, int count, const QString &path = {
 }
 
 /// What storing came to, as failures of a command.
-void addOutcome(Session &session, const Arguments &arguments, const QString &what, bool isStored, Result *result)
+void addOutcome(Session &session, const Arguments &arguments, const QString &what, bool isStored, Result *result,
+                const QString &target = {})
 {
+    const QString end = target.isEmpty() ? QString() : QStringLiteral(" The file to write is %1.").arg(target);
     for (const QString &failure : session.takeFailures())
-        result->failures.append(QStringLiteral("%1 from %2: %3").arg(what, placeOfRows(arguments), failure));
+        result->failures.append(QStringLiteral("%1 from %2: %3").arg(what, placeOfRows(arguments), failure) + end);
     if (!isStored && result->failures.isEmpty())
         result->failures.append(QStringLiteral("%1: nothing was written.").arg(what));
 }
@@ -124,8 +127,10 @@ Result importMarkers(Session &session, const host::WellEntry &well, const Argume
     const auto head =
         data.catalogue.readWellRecord(data.catalogue.indexOfKey(well.key), WellsCatalogue::OnFailure::BeSilent);
     const auto stored = session.store().markers(well.key);
-    if (!head || !stored.ok())
-        return Result::failed(head ? stored.error : well.name + QStringLiteral(": the well cannot be read."));
+    if (!head)
+        return {{}, {}, Damage(session).ofWell(well), {}};
+    if (!stored.ok() && !Damage(session).ofMarkers(well).isEmpty())
+        return {{}, {}, Damage(session).ofMarkers(well), {}};
     if (!stored.value.isEmpty() && !session.isForced())
         return Result::failed(refusalToReplace(QStringLiteral("Markers of ") + well.name, stored.value.size()));
     const QVector<welldata::TableRow> rows = welldata::markerRows(file.value, welldata::MarkerElevations(*head));
@@ -160,16 +165,36 @@ Result importMarkers(Session &session, const host::WellEntry &well, const Argume
     return result;
 }
 
-void listMarkers(Session &session, const host::WellEntry &well, const Arguments &, Result *result)
+void listMarkers(Session &session, const host::WellEntry &well, const Arguments &arguments, Result *result)
 {
     WellsCatalogue &catalogue = session.project().catalogue;
     const int index = catalogue.indexOfKey(well.key);
+    const Damage damage(session);
+    // What an import was forced to take is no failure of it.
+    (arguments.has(QLatin1String(importOption)) ? result->notices : result->failures) += damage.ofMarkers(well);
+    for (const QString &problem : damage.ofWell(well))
+        if (result->failures.filter(problem).isEmpty())
+            result->failures.append(problem);
+    if (!session.store().markers(well.key).ok() || !session.store().header(well.key).ok())
+        return;
     catalogue.refreshMarkerNames(index);
     if (const auto markers = catalogue.readWellMarkers(index, WellsCatalogue::OnFailure::Tell))
         addMarkers(*markers, result);
 }
 
 // --- perforation zones
+
+/// The window stores them as they are, and so does the import; but it is told.
+void noteZonesUpsideDown(const QVector<welldata::TableRow> &rows, const Arguments &arguments, Result *result)
+{
+    QVector<int> upsideDown;
+    for (int i = 0; i < rows.size(); ++i)
+        if (rows.at(i).numbers[welldata::StartNumber].toFloat() > rows.at(i).numbers[welldata::EndNumber].toFloat())
+            upsideDown.append(i + 1);
+    if (!upsideDown.isEmpty())
+        result->notices.append(QStringLiteral("%1: the start depth lies below the end depth in %2.")
+                                   .arg(placeOfRows(arguments), welldata::rowList(upsideDown)));
+}
 
 void addZones(const PerforationRecord &zones, Result *result)
 {
@@ -191,6 +216,7 @@ Result importZones(Session &session, const host::WellEntry &well, const Argument
     const QVector<welldata::TableRow> rows = welldata::zoneRows(file.value);
     Result result;
     noteZeros(rows, arguments, &result);
+    noteZonesUpsideDown(rows, arguments, &result);
     const QString what = QStringLiteral("Perforation zones of ") + well.name;
     const QString path = perforationPath(session.projectFolder(), well.name);
     if (QFileInfo::exists(path) && !session.isForced()) {
@@ -207,7 +233,7 @@ Result importZones(Session &session, const host::WellEntry &well, const Argument
         ProjectData &data = session.projectToWrite();
         const HeldSignals held;
         const bool isStored = storeZones(data, well.name, rows, QString());
-        addOutcome(session, arguments, what, isStored, &result);
+        addOutcome(session, arguments, what, isStored, &result, path);
     }
     return result;
 }
@@ -221,6 +247,8 @@ void listZones(Session &session, const host::WellEntry &well, const Arguments &,
     if (zones.names.isEmpty() && !isZoneCount(bytes))
         result->failures.append(
             QStringLiteral("%1: the file %2 holds no zones that can be read.").arg(well.name, path));
+    else
+        result->failures += Damage(session).ofZones(well.name);
 }
 
 // --- calibration points
@@ -256,7 +284,7 @@ Result importPoints(Session &session, const host::WellEntry &well, const Argumen
         ProjectData &data = session.projectToWrite();
         const HeldSignals held;
         const bool isStored = storePoints(data, well.name, group, rows);
-        addOutcome(session, arguments, what, isStored, &result);
+        addOutcome(session, arguments, what, isStored, &result, path);
     }
     return result;
 }

@@ -293,7 +293,10 @@ private slots:
                                        << "Nothing lies at 90000 to 90100 m: its depths are 0 to ";
         QTest::newRow("above the log") << QStringList{w, "--out", pdf, "--from=-100", "--to", "0"}
                                        << "Nothing lies at";
-        QTest::newRow("from below") << QStringList{w, "--out", pdf, "--from", "90000"} << "Nothing lies at";
+        QTest::newRow("from below") << QStringList{w, "--out", pdf, "--from", "90000"}
+                                    << "Nothing lies below 90000 m: its depths are 0 to ";
+        QTest::newRow("to above") << QStringList{w, "--out", pdf, "--to", "-5"}
+                                  << "Nothing lies above -5 m: its depths are 0 to ";
         const QString choices =
             "A larger --scale, a part of the depths (--from, --to), a smaller --dpi or paper (.pdf, .svg)";
         const QString most = "holds no more than %1. " + choices;

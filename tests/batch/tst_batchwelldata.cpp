@@ -126,6 +126,29 @@ private slots:
         VERIFY_EXIT(2, runBatch({"points", "Brisk-1", "Nonsense"}, m_survey));
     }
 
+    // As in the window they are taken, but not without a word.
+    void zonesUpsideDownAreTold()
+    {
+        files::write(m_file, "A\t10\t20\tGas\nB\t40\t30\tOil\nC\t50\t50\tOil\n");
+        for (const char *option : {"--dry-run", "--json"}) {
+            const BatchRun run = runBatch({"zones", "Aldra-1", "--import", m_file, "--force", option}, m_survey);
+            VERIFY_EXIT(0, run);
+            QVERIFY2(run.errors.contains("the start depth lies below the end depth in row 2."),
+                     qPrintable(run.errors));
+        }
+        QCOMPARE(readPerforation(m_survey + "/WLC", "Aldra-1").tops, (QVector<float>{10, 40, 50}));
+    }
+
+    // What --force would not change is no matter of --force.
+    void aLogThatIsMissingIsAllThatIsTold()
+    {
+        VERIFY_EXIT(0, runBatch({"default-logs", "Aldra-1", "Gamma=GR"}, m_survey));
+        const BatchRun run = runBatch({"default-logs", "Aldra-1", "Gamma=NoLog"}, m_survey);
+        VERIFY_EXIT(1, run);
+        QVERIFY2(run.errors.contains("it has no log \"NoLog\"") && !run.errors.contains("--force"),
+                 qPrintable(run.errors));
+    }
+
     void zonesAreListedAndImported()
     {
         const BatchRun list = runBatch({"zones", "Aldra-1", "--json"}, m_survey);
