@@ -127,7 +127,7 @@ QStringList copiedNames(const LogSet &set)
     return names;
 }
 
-base::WriteResult writeLasCopy(const QString &path, const LasCopy &copy, const std::function<bool()> &goOn)
+base::WriteResult writeLasCopy(const QString &path, const LasCopy &copy, const std::function<bool(int rows)> &goOn)
 {
     base::AtomicFileWriter file;
     base::WriteResult result = file.open(path);
@@ -143,14 +143,14 @@ base::WriteResult writeLasCopy(const QString &path, const LasCopy &copy, const s
         bytes += '\n';
         if (bytes.size() < flushSize)
             continue;
-        if (!goOn())
+        if (!goOn(row + 1))
             return result;
         result = file.write(bytes.constData(), bytes.size());
         bytes.clear();
     }
     if (result.ok())
         result = file.write(bytes.constData(), bytes.size());
-    return result.ok() && goOn() ? file.commit() : result;
+    return result.ok() && goOn(depths.size()) ? file.commit() : result;
 }
 
 QVector<LogSet> joinedSets(const QVector<LogSet> &sets)

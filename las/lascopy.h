@@ -22,7 +22,7 @@ QStringList copiedNames(const LogSet &set);
 /// Writes a LAS 2.0 file: not wrapped, columns between blanks, every sample with all its digits, -999.25 for what is
 /// undefined. Depths stay in metres or feet; those in another unit become metres. Whole or not at all; \a goOn ends the
 /// writing without a trace when it gives false.
-base::WriteResult writeLasCopy(const QString &path, const LasCopy &copy, const std::function<bool()> &goOn);
+base::WriteResult writeLasCopy(const QString &path, const LasCopy &copy, const std::function<bool(int rows)> &goOn);
 
 /// The sets of a file, those that have the same depths put together.
 QVector<LogSet> joinedSets(const QVector<LogSet> &sets);

@@ -34,15 +34,11 @@ QStringList startingWith(const QStringList &problems, const QString &start)
     return found;
 }
 
-QString stemOf(Session &session, const host::WellEntry &well)
-{
-    return survey::wellStems(session.surveyDirectory()).value(well.key);
-}
-
 } // namespace
 
 Damage::Damage(Session &session)
     : m_session(session)
+    , m_stems(survey::wellStems(session.surveyDirectory()))
     , m_project(session.projectPaths())
     , m_check(m_project, session.store().list().value)
 {
@@ -61,7 +57,7 @@ QStringList Damage::ofLogs(const host::WellEntry &well, const QStringList *names
     if (!logs.ok())
         return {well.name + QStringLiteral(": ") + logs.error};
     if (!names)
-        return startingWith(store.problems(), stemOf(m_session, well) + QLatin1Char('^'));
+        return startingWith(store.problems(), stemOf(well) + QLatin1Char('^'));
     QStringList problems;
     for (int i = 0; i < logs.value.size(); ++i)
         if (names->contains(logs.value.at(i).name))
@@ -74,7 +70,7 @@ QStringList Damage::ofMarkers(const host::WellEntry &well) const
 {
     survey::SurveyStore &store = m_session.store();
     const auto markers = store.markers(well.key);
-    const QStringList problems = startingWith(store.problems(), stemOf(m_session, well) + QStringLiteral(".wlm: "));
+    const QStringList problems = startingWith(store.problems(), stemOf(well) + QStringLiteral(".wlm: "));
     return markers.ok() || !problems.isEmpty() ? problems
                                                : QStringList{well.name + QStringLiteral(": ") + markers.error};
 }

@@ -2,6 +2,7 @@
 
 #include "programs/batch/projectcheck.h"
 
+#include <QHash>
 #include <QStringList>
 
 class QGraphicsScene;
@@ -33,7 +34,10 @@ public:
                           const QGraphicsScene &scene) const;
 
 private:
+    QString stemOf(const host::WellEntry &well) const { return m_stems.value(well.key); }
+
     Session &m_session;
+    QHash<QString, QString> m_stems; ///< paths of the wells' files without their endings, by key
     Project m_project;
     ProjectCheck m_check;
 };

@@ -2,6 +2,7 @@
 #include "las/lascopy.h"
 #include "programs/batch/commands.h"
 #include "programs/batch/heldsignals.h"
+#include "programs/batch/progress.h"
 #include "programs/batch/session.h"
 #include "programs/batch/tables.h"
 
@@ -23,7 +24,7 @@ QString pathOf(const QString &out, int number)
     return file.path() + QLatin1Char('/') + name;
 }
 
-QString writeProblem(const Session &session, const QString &path, const las::LasCopy &copy)
+QString writeProblem(const Session &session, const QString &path, const las::LasCopy &copy, Progress *progress)
 {
     if (QFileInfo::exists(path) && !session.isForced())
         return existsProblem(path);
@@ -31,13 +32,17 @@ QString writeProblem(const Session &session, const QString &path, const las::Las
         return {};
     const HeldSignals held;
     base::removeLeftovers(QFileInfo(path).path()); // of programs that died while they wrote there
-    const base::WriteResult written = las::writeLasCopy(path, copy, [] { return !HeldSignals::isOneWaiting(); });
+    const base::WriteResult written = las::writeLasCopy(path, copy, [progress](int rows) {
+        progress->setDone(rows);
+        return !HeldSignals::isOneWaiting();
+    });
     return written.ok() ? QString() : QStringLiteral("Cannot write the file %1: %2.").arg(path, written.error);
 }
 
 Result run(Session &session, const Arguments &arguments)
 {
     const QString path = arguments.operand(0);
+    Progress progress(QStringLiteral("Writing rows"), 1); // the second before it shows begins with the reading
     const las::LogFile file = las::readLogs(path);
     if (!file.error.isEmpty())
         return Result::failed(file.error);
@@ -51,7 +56,8 @@ Result run(Session &session, const Arguments &arguments)
     for (int i = 0; i < sets.size(); ++i) {
         copy.set = sets.at(i);
         const QString out = pathOf(arguments.value(QStringLiteral("--out")), i + 1);
-        const QString problem = writeProblem(session, out, copy);
+        progress.setTotal(copy.set.depths.size());
+        const QString problem = writeProblem(session, out, copy, &progress);
         if (!problem.isEmpty()) {
             result.failures.append(problem);
             continue;

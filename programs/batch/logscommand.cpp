@@ -4,6 +4,7 @@
 #include "las/resampling.h"
 #include "programs/batch/commands.h"
 #include "programs/batch/damage.h"
+#include "programs/batch/progress.h"
 #include "programs/batch/session.h"
 #include "programs/batch/tables.h"
 
@@ -65,7 +66,9 @@ Result run(Session &session, const Arguments &arguments)
     CurveGroupFinder groups(project);
     const DefaultLogs defaults = readDefaultLogs(project, well.value.name);
     Result result;
+    Progress progress(QStringLiteral("Reading logs"), qMax(1, logs.value.size()));
     for (int i = 0; i < logs.value.size(); ++i) {
+        progress.setDone(i);
         const host::LogInfo &info = logs.value.at(i);
         Record record;
         record[QLatin1String("name")] = info.name;

@@ -17,6 +17,8 @@ public:
     Progress &operator=(const Progress &) = delete;
 
     void setDone(int done);
+    /// For work whose size shows only on the way.
+    void setTotal(int total) { m_total = total; }
 
 private:
     QString m_what;

@@ -2,6 +2,7 @@
 #include "programs/batch/commands.h"
 #include "programs/batch/damage.h"
 #include "programs/batch/heldsignals.h"
+#include "programs/batch/progress.h"
 #include "programs/batch/session.h"
 #include "programs/batch/tables.h"
 
@@ -13,12 +14,12 @@ namespace batch {
 
 namespace {
 
-using Writer = std::function<bool(ProjectData &data)>;
+using Writer = bool (*)(ProjectData &data, const std::function<bool()> &mayGoOn);
 
 /// What of the wells the report holds is damaged.
 using DamageOfWell = std::function<QStringList(const Damage &damage, const host::WellEntry &well)>;
 
-Result report(Session &session, const QStringList &paths, const Writer &write, const DamageOfWell &damageOfWell)
+Result report(Session &session, const QStringList &paths, Writer write, const DamageOfWell &damageOfWell)
 {
     Result result;
     for (const QString &path : paths)
@@ -29,7 +30,12 @@ Result report(Session &session, const QStringList &paths, const Writer &write, c
     if (!session.isDryRun()) {
         ProjectData &data = session.projectToWrite();
         const HeldSignals held;
-        const bool isWritten = write(data);
+        Progress progress(QStringLiteral("Reading wells"), qMax(1, data.catalogue.wellCount()));
+        int wells = 0;
+        const bool isWritten = write(data, [&progress, &wells] {
+            progress.setDone(wells++);
+            return !HeldSignals::isOneWaiting();
+        });
         // A report that was written has no more than things to tell; one that was not has its reason among them.
         (isWritten ? result.notices : result.failures) += session.asker().takeWarnings();
         if (!isWritten)
@@ -54,18 +60,14 @@ Result runLogs(Session &session, const Arguments &)
     for (const QString &name : data.catalogue.wellNames())
         paths.append(logsReportPath(data, name));
     paths.removeDuplicates();
-    return report(
-        session, paths,
-        [](ProjectData &project) { return writeLogsReport(project, [] { return !HeldSignals::isOneWaiting(); }); },
-        [](const Damage &damage, const host::WellEntry &well) { return damage.ofLogs(well, nullptr); });
+    return report(session, paths, writeLogsReport,
+                  [](const Damage &damage, const host::WellEntry &well) { return damage.ofLogs(well, nullptr); });
 }
 
 Result runMarkers(Session &session, const Arguments &)
 {
-    return report(
-        session, {markersReportPath(session.project())},
-        [](ProjectData &project) { return writeMarkersReport(project, [] { return !HeldSignals::isOneWaiting(); }); },
-        [](const Damage &damage, const host::WellEntry &well) { return damage.ofMarkers(well); });
+    return report(session, {markersReportPath(session.project())}, writeMarkersReport,
+                  [](const Damage &damage, const host::WellEntry &well) { return damage.ofMarkers(well); });
 }
 
 Command reportCommand(const char *name, const char *summary, const char *description, const char *example)

@@ -11,6 +11,9 @@
 #include "support/testmain.h"
 #include "survey/surveystore.h"
 
+#include <QElapsedTimer>
+#include <QStandardPaths>
+
 namespace {
 
 /// Files that the import cannot take as they stand; all hold the logs A and B.
@@ -320,6 +323,36 @@ private slots:
         VERIFY_EXIT(1, runBatch({"las-unwrap", in, "--out", out}));
         VERIFY_EXIT(2, runBatch({"las-unwrap", in}));
         QVERIFY(!QFileInfo::exists(out));
+    }
+
+    // On a terminal, which script(1) makes. How long a second is differs by machine: the file grows until it is enough.
+    void aLongUnwrappingShowsHowFarItIs()
+    {
+        if (QStandardPaths::findExecutable("script").isEmpty())
+            QSKIP("script is not installed");
+        constexpr int longMs = 5000; // reading is about half of it
+        const QString in = m_demo.newPath() + ".las";
+        for (int rows = 400000; rows < 30000000; rows *= 3) {
+            QByteArray text = "~V\nVERS. 2.0 :\nWRAP. NO :\n~W\nSTRT.M 0 :\nNULL. -1 :\n~C\nDEPT.M :\nA. :\n~A\n";
+            for (int row = 0; row < rows; ++row)
+                text += QByteArray::number(row) + " 5\n";
+            files::write(in, text);
+            QElapsedTimer timer;
+            timer.start();
+            QProcess terminal;
+            terminal.start(
+                "script",
+                {"-qec", LORVA_BINARY_DIR "/bin/lorva-batch las-unwrap " + in + " --force --out " + in, "/dev/null"});
+            QVERIFY(terminal.waitForFinished(120000));
+            QCOMPARE(terminal.exitCode(), 0);
+            const QByteArray shown = terminal.readAllStandardOutput();
+            if (shown.contains("Writing rows: ")) {
+                QVERIFY2(shown.contains(" of " + QByteArray::number(rows)), shown);
+                return;
+            }
+            QVERIFY2(timer.elapsed() < longMs, shown);
+        }
+        QFAIL("No file took long enough");
     }
 
 private:
