@@ -2,6 +2,7 @@
 #include "logview/welllogsviewwidget.h"
 #include "support/testmain.h"
 
+#include <QSignalSpy>
 #include <QTabWidget>
 #include <QTreeWidget>
 

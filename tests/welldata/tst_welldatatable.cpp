@@ -9,6 +9,7 @@
 #include <QHeaderView>
 #include <QPixmapCache>
 #include <QScrollBar>
+#include <QSignalSpy>
 
 #include <malloc.h>
 
