@@ -312,8 +312,7 @@ QColor CurveFill::color(const Run &run, const QColor &solid) const
 QVector<CurveFill::Edge> CurveFill::lapUnderNext(const Run &run) const
 {
     const Run *next = &run + 1;
-    if (next == m_runs.constEnd() || next->color < 0 || next->color == run.color
-        || qAlpha(m_settings.barColors.at(next->color)) != 255)
+    if (next == m_runs.constEnd() || next->color < 0 || qAlpha(m_settings.barColors.at(next->color)) != 255)
         return {};
     const Edge &from = m_edges.at(next->first);
     const Edge &to = m_edges.at(next->first + 1);
