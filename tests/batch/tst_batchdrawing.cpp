@@ -52,8 +52,8 @@ QImage pictureOf(QGraphicsScene &headers, QGraphicsScene &scene)
 {
     const QTemporaryDir folder;
     const QString file = folder.filePath("window.png");
-    DisplayPicture(headers, scene, PictureFormat::Png).write(file);
-    return QImage(file).convertToFormat(QImage::Format_RGB32);
+    const base::WriteResult written = DisplayPicture(headers, scene, PictureFormat::Png).write(file);
+    return written.ok() ? QImage(file).convertToFormat(QImage::Format_RGB32) : QImage();
 }
 
 /// The text of a PDF file's page, with the blanks that part its columns as one.
@@ -132,6 +132,7 @@ private slots:
             window.addMarker(m_well, marker);
         QCOMPARE(window.scene()->markers().all().size(), markers.size());
         const QImage shown = pictureOf(*window.headerView()->scene(), *window.scene());
+        QVERIFY(!shown.isNull());
         QCOMPARE(picture.size(), shown.size());
         QCOMPARE(picture, shown);
         QCOMPARE(picture == plain, steps.isEmpty() && markers.isEmpty());
@@ -157,6 +158,7 @@ private slots:
         const QImage plain = drawn({"correlate", demo::demoCorrelationName()}, {});
         batch::Session session(m_demo.original(), {});
         const QImage shown = panelInWindow(session.project(), steps);
+        QVERIFY(!shown.isNull());
         QCOMPARE(picture.size(), shown.size());
         QCOMPARE(picture, shown);
         QCOMPARE(picture == plain, steps.isEmpty());
@@ -195,6 +197,7 @@ private slots:
         properties->scale = 4000;
         QVERIFY(correlation::write(data.project, *properties).ok());
         const QImage shown = panelInWindow(data, {});
+        QVERIFY(!shown.isNull());
         QCOMPARE(picture.size(), shown.size());
         QCOMPARE(picture, shown);
         QVERIFY(picture != drawn(words, {"--scale", "4000"}));
