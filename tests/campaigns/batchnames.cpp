@@ -43,15 +43,17 @@ QString copyTemplate(Place &place, const QString &name, int)
     return problemOf(runBatchHere(place.survey(), {text("template"), text("copy")}, {text("Simple"), name}));
 }
 
-int findTemplate(Place &place, const QString &name)
+// A new name is taken without the blanks around it, as the template window takes it.
+int findTemplate(Place &place, const QString &typed)
 {
+    const QString name = typed.trimmed();
     const bool isShown = runBatchHere(place.survey(), {text("template"), text("show")}, {name}).records.size() > 0;
     return isShown && !loadTemplate(place.data.project, TemplateId::global(name)).isEmpty() ? 0 : -1;
 }
 
 bool deleteTemplate(Place &place, const QString &name)
 {
-    return runBatchHere(place.survey(), {text("template"), text("delete")}, {name}).isDone();
+    return runBatchHere(place.survey(), {text("template"), text("delete")}, {name.trimmed()}).isDone();
 }
 
 // The well is stored first: its templates, its name and its files are what the tool is asked for.
@@ -276,7 +278,7 @@ std::vector<NameUse> batchNameUses()
          copyTemplate,
          findTemplate,
          deleteTemplate,
-         {}},
+         trimmed},
         {"well that the batch tool reads", wells, addWell, findWell, {}, trimmed},
         {"well exported by the batch tool", wells + out, exportWell, findExportedWell, {}, trimmed},
         {"well imported by the batch tool", import, importWell, findImportedWell, {}, proposedName},
