@@ -31,17 +31,12 @@ QString folderOf(const QString &stem)
     return stem.left(stem.lastIndexOf(QLatin1Char('/')));
 }
 
-// A well's logs end at the first missing number; that one of them is missing shows by others behind it. A few are looked
-// for: the folder of a large survey is long.
+// A well's logs end at the first missing number; that one of them is missing shows by the next one. Further ones are not
+// looked for: each would be a call for each well.
 void reportGap(const QString &stem, int missing, const LogFiles::Report &report)
 {
-    constexpr int mostMissing = 16;
-    for (int number = missing + 1; number <= missing + mostMissing; ++number) {
-        if (!base::isThere(LogFiles::path(stem, number)))
-            continue;
+    if (base::isThere(LogFiles::path(stem, missing + 1)))
         report(LogFiles::path(stem, missing), QStringLiteral("it is missing, and the logs behind it are not shown"));
-        return;
-    }
 }
 
 enum class HeaderRead { Done, Unusable, NoFile };

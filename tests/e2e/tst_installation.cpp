@@ -20,7 +20,8 @@ class tst_installation : public QObject
 private slots:
     void initTestCase()
     {
-        m_earlierList = files::read(listOfInstalled());
+        if (QFileInfo::exists(listOfInstalled()))
+            m_earlierList = files::read(listOfInstalled());
         const ProgramRun installed =
             runProgram(QStringLiteral(LORVA_CMAKE_COMMAND),
                        {"--install", QStringLiteral(LORVA_BINARY_DIR), "--prefix", prefix()}, home());
