@@ -1,5 +1,6 @@
 #include "survey/logfile.h"
 
+#include "base/largepages.h"
 #include "base/numbers.h"
 #include "base/textbytes.h"
 
@@ -111,12 +112,15 @@ public:
     {
         m_log.depths.reserve(count); // exactly: growing takes room for the next power of two
         m_log.values.reserve(count);
-        m_log.depths.resize(count);
-        m_log.values.resize(count);
+        for (QVector<float> *numbers : {&m_log.depths, &m_log.values})
+            base::wishForLargePages(numbers->data(), static_cast<size_t>(count) * sizeof(float));
     }
 
     void add(const char *bytes, int count)
     {
+        // Made block by block: they are still near to the processor when they are filled.
+        m_log.depths.resize(m_count + count);
+        m_log.values.resize(m_count + count);
         float *depths = m_log.depths.data() + m_count;
         float *values = m_log.values.data() + m_count;
         bool isClean = true;

@@ -1,3 +1,4 @@
+#include "support/memorymap.h"
 #include "support/testmain.h"
 #include "survey/logfile.h"
 #include "surveyfixture.h"
@@ -60,6 +61,7 @@ private slots:
     void tellsWhereTheHeaderIsCut();
     void tellsCutAndMissingSamples();
     void survivesAHeaderThatIsLongerThanTheFile();
+    void longLogsWishForLargePages();
     void readsAHeaderWithoutName();
     void writesTheHostsLayout();
     void dropsUndefinedSamplesAtTheEndsOnWriting();
@@ -226,6 +228,23 @@ void TestLogFile::survivesAHeaderThatIsLongerThanTheFile()
         QString problem;
         QVERIFY(parseLogSamples(head, bytes.left(size), &problem).values.isEmpty());
         QVERIFY(!problem.isEmpty());
+    }
+}
+
+void TestLogFile::longLogsWishForLargePages()
+{
+    if (!memorymap::hasLargePages())
+        QSKIP("this system has no large pages");
+    constexpr int count = 1200000;
+    QVector<float> numbers;
+    for (int i = 0; i < count; ++i)
+        numbers << static_cast<float>(i) * 0.5f << 1;
+    const Read read = readLog(logHead("Binary") + samples(numbers));
+    QCOMPARE(read.log.depths.size(), count);
+    QCOMPARE(read.log.depths.last(), static_cast<float>(count - 1) * 0.5f);
+    for (const QVector<float> &values : {read.log.depths, read.log.values}) {
+        QCOMPARE(values.capacity(), count); // no room that nothing needs
+        QVERIFY(memorymap::isWishedLarge(values.constData() + count / 2));
     }
 }
 
