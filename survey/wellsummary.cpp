@@ -14,7 +14,8 @@ double stored(float metres, DepthUnit unit)
 
 } // namespace
 
-host::Outcome<QVector<WellSummary>> readWellSummaries(host::Wells &wells, DepthUnit unit)
+host::Outcome<QVector<WellSummary>> readWellSummaries(host::Wells &wells, DepthUnit unit,
+                                                      const std::function<void(int done, int all)> &progress)
 {
     const host::Outcome<QVector<host::WellEntry>> list = wells.list();
     if (!list.ok())
@@ -22,6 +23,8 @@ host::Outcome<QVector<WellSummary>> readWellSummaries(host::Wells &wells, DepthU
     QVector<WellSummary> summaries;
     summaries.reserve(list.value.size());
     for (const host::WellEntry &entry : list.value) {
+        if (progress)
+            progress(summaries.size(), list.value.size());
         WellSummary summary;
         summary.key = entry.key;
         summary.name = entry.name;

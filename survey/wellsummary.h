@@ -3,6 +3,7 @@
 #include "host/wells.h"
 #include "survey/depthunit.h"
 
+#include <functional>
 #include <limits>
 
 namespace survey {
@@ -26,7 +27,9 @@ struct WellSummary
 };
 
 /// All wells in the host's order, each asked once for its header, its logs and its markers; no samples are read.
-/// A well that cannot be read is listed with its error. \a unit is the survey's depth unit.
-host::Outcome<QVector<WellSummary>> readWellSummaries(host::Wells &wells, DepthUnit unit = DepthUnit::Metre);
+/// A well that cannot be read is listed with its error. \a unit is the survey's depth unit. \a progress is told before each
+/// well how many are done, and of how many.
+host::Outcome<QVector<WellSummary>> readWellSummaries(host::Wells &wells, DepthUnit unit = DepthUnit::Metre,
+                                                      const std::function<void(int done, int all)> &progress = {});
 
 } // namespace survey

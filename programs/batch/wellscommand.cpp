@@ -1,4 +1,5 @@
 #include "programs/batch/commands.h"
+#include "programs/batch/progress.h"
 #include "programs/batch/session.h"
 #include "programs/batch/tables.h"
 #include "survey/wellsummary.h"
@@ -14,7 +15,12 @@ QJsonValue countOf(int count)
 
 Result run(Session &session, const Arguments &)
 {
-    const auto wells = survey::readWellSummaries(session.store());
+    Progress progress(QStringLiteral("Reading wells"), 1);
+    const auto wells =
+        survey::readWellSummaries(session.store(), survey::DepthUnit::Metre, [&progress](int done, int all) {
+            progress.setTotal(all);
+            progress.setDone(done);
+        });
     if (!wells.ok())
         return Result::failed(wells.error);
     const QStringList typeNames = survey::wellTypeNames();

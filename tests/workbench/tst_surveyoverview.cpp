@@ -436,7 +436,13 @@ void TestSurveyOverview::summariesAreReadInOnePass()
         wells.find(key)->logs.append(log);
     }
     wells.storedWells[5].isUnreadable = true;
-    const host::Outcome<QVector<WellSummary>> summaries = readWellSummaries(wells);
+    int told = 0;
+    const host::Outcome<QVector<WellSummary>> summaries =
+        readWellSummaries(wells, DepthUnit::Metre, [&told](int done, int all) {
+            QCOMPARE(done, told++);
+            QCOMPARE(all, 2000);
+        });
+    QCOMPARE(told, 2000);
     QCOMPARE(summaries.value.size(), 2000);
     QCOMPARE(wells.lists, 1);
     QCOMPARE(wells.headers, 2000);
