@@ -123,15 +123,9 @@ public:
         m_log.values.resize(m_count + count);
         float *depths = m_log.depths.data() + m_count;
         float *values = m_log.values.data() + m_count;
-        bool isClean = true;
-        const bool isBigEndian = m_isBigEndian; // a member could be one of the floats, for all that the loop knows
-        for (int i = 0; i < count; ++i) {
-            const char *sample = bytes + static_cast<qint64>(i) * sampleSize;
-            depths[i] = toFloat(sample, isBigEndian);
-            values[i] = toFloat(sample + sizeof(float), isBigEndian);
-            isClean &= std::isfinite(values[i]) & (std::fabs(depths[i]) < 9e29f);
-        }
-        m_isClean &= isClean;
+        const bool isClean = m_isBigEndian ? take<qFromBigEndian<quint32>>(bytes, count, depths, values)
+                                           : take<qFromLittleEndian<quint32>>(bytes, count, depths, values);
+        m_isClean = m_isClean && isClean;
         m_count += count;
     }
 
@@ -155,6 +149,49 @@ public:
     }
 
 private:
+    static constexpr quint32 magnitudeBits = 0x7fffffff; // all but the sign: they grow with the number
+
+    // False if there is a depth that is none or a value that is not a finite number.
+    template<quint32 (*fromFile)(quint32)>
+    static bool take(const char *bytes, int count, float *depths, float *values)
+    {
+        const qint32 noDepth = bitsOf(9e29f);
+        const qint32 notFinite = bitsOf(std::numeric_limits<float>::infinity()); // what is no number has more
+        int odd = 0;
+        // As whole numbers, through arrays of few and without a branch: compilers make vector instructions of that.
+        const auto takeFew = [&](int first, auto few) {
+            constexpr int size = decltype(few)::value;
+            quint32 words[2 * size];
+            std::memcpy(words, bytes + static_cast<qint64>(first) * sampleSize, sizeof words);
+            quint32 depthBits[size];
+            quint32 valueBits[size];
+            for (int i = 0; i < size; ++i) {
+                depthBits[i] = fromFile(words[2 * i]);
+                valueBits[i] = fromFile(words[2 * i + 1]);
+            }
+            std::memcpy(depths + first, depthBits, sizeof depthBits);
+            std::memcpy(values + first, valueBits, sizeof valueBits);
+            for (int i = 0; i < size; ++i) {
+                odd |= static_cast<qint32>(depthBits[i] & magnitudeBits) >= noDepth ? 1 : 0;
+                odd |= static_cast<qint32>(valueBits[i] & magnitudeBits) >= notFinite ? 1 : 0;
+            }
+        };
+        constexpr int few = 8;
+        int i = 0;
+        for (; i + few <= count; i += few)
+            takeFew(i, std::integral_constant<int, few>());
+        for (; i < count; ++i)
+            takeFew(i, std::integral_constant<int, 1>());
+        return odd == 0;
+    }
+
+    static qint32 bitsOf(float number)
+    {
+        qint32 bits;
+        std::memcpy(&bits, &number, sizeof bits);
+        return bits;
+    }
+
     host::LogData m_log;
     int m_count = 0;
     bool m_isBigEndian;

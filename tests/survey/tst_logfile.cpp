@@ -3,6 +3,8 @@
 #include "survey/logfile.h"
 #include "surveyfixture.h"
 
+#include <QTemporaryDir>
+
 #include <limits>
 
 using namespace survey;
@@ -54,6 +56,8 @@ private slots:
     void readsTextSamplesHoweverWritten();
     void dropsUndefinedSamplesAtTheEndsOnReading();
     void dropsSamplesWithoutDepthAndTakesNoNumbersAsUndefined();
+    void anOddSampleIsSeenWhereverItStands();
+    void oddSamplesOfALongLogAreSeen();
     void readsAnyOrderAndWritesByDepth();
     void samplesOfOneDepthKeepTheirOrder();
     void skipsTheParameterSection();
@@ -135,6 +139,62 @@ void TestLogFile::dropsSamplesWithoutDepthAndTakesNoNumbersAsUndefined()
     const Read text = readLog(logHead("Ascii") + "nan 1 101 1 102 nan inf 3 103 inf 104 2");
     QCOMPARE(text.log.depths, (QVector<float>{101, 102, 103, 104}));
     QCOMPARE(text.log.values, (QVector<float>{1, udf, udf, 2}));
+}
+
+// Samples are read several at a time.
+void TestLogFile::anOddSampleIsSeenWhereverItStands()
+{
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float inf = std::numeric_limits<float>::infinity();
+    struct Odd
+    {
+        float depth;
+        float value;
+        bool isKept;
+        float readAs;
+    };
+    const QVector<Odd> odds{{udf, 5, false, 0},   {nan, 5, false, 0},    {-inf, 5, false, 0},   {-nan, 5, false, 0},
+                            {50, nan, true, udf}, {50, -nan, true, udf}, {50, -inf, true, udf}, {-50, -5, true, -5}};
+    for (int count = 3; count < 28; ++count)
+        for (int at = 1; at < count - 1; ++at)
+            for (const Odd &odd : odds) {
+                QVector<float> numbers;
+                host::LogData expected;
+                for (int i = 0; i < count; ++i) {
+                    const float depth = i == at ? odd.depth : static_cast<float>(100 + i);
+                    const float value = i == at ? odd.value : static_cast<float>(i) - 3.5f;
+                    numbers << depth << value;
+                    if (i == at && !odd.isKept)
+                        continue;
+                    expected.depths.append(depth);
+                    expected.values.append(i == at ? odd.readAs : value);
+                }
+                const bool isBigEndian = at % 2 == 1;
+                const Read read =
+                    readLog(logHead(isBigEndian ? "Swapped" : "Binary") + samples(numbers, isBigEndian));
+                QCOMPARE(read.log.depths, expected.depths);
+                QCOMPARE(read.log.values, expected.values);
+            }
+}
+
+// A file of several blocks, of which all but one are as they should be.
+void TestLogFile::oddSamplesOfALongLogAreSeen()
+{
+    constexpr int count = 100000;
+    for (const int at : {10, count / 2, count - 10}) {
+        QVector<float> numbers;
+        for (int i = 0; i < count; ++i)
+            numbers << (i == at ? udf : static_cast<float>(i)) << 1;
+        QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("log"));
+        files::write(path, logHead("Binary") + samples(numbers));
+        LogFileHeader header;
+        QString problem;
+        const host::LogData log = readLogFile(path, &header, &problem).value;
+        QCOMPARE(problem, QString());
+        QCOMPARE(log.depths.size(), count - 1);
+        QCOMPARE(log.depths.at(at), static_cast<float>(at + 1));
+    }
 }
 
 void TestLogFile::readsAnyOrderAndWritesByDepth()
