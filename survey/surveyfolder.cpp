@@ -1,6 +1,7 @@
 #include "survey/surveyfolder.h"
 
 #include "base/atomicfile.h"
+#include "base/filesystemcalls.h"
 #include "base/folderlinks.h"
 #include "base/leftovers.h"
 #include "base/numbers.h"
@@ -8,8 +9,10 @@
 #include "survey/surveyplace.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
+#include <cerrno>
 #include <cmath>
 
 namespace survey {
@@ -109,21 +112,33 @@ QString write(const QString &path, const QByteArray &bytes)
     return result.ok() ? QString() : QStringLiteral("Cannot write the file %1: %2.").arg(path, result.error);
 }
 
-QString fillSurvey(const QString &folder, const NewSurvey &survey)
+QString makeFolder(const QString &path)
 {
-    for (const ObjectFolder &object : objectFolders) {
-        const QString name = QString::fromLatin1(object.folder);
-        if (!QDir(folder).mkdir(name))
-            return QStringLiteral("Cannot make the folder %1/%2.").arg(folder, name);
-        const ObjectList list =
-            ObjectList::forFolder(QByteArray::number(object.number), object.entryName, object.group, object.ownName);
-        const QString problem = write(folder + QLatin1Char('/') + name + QStringLiteral("/.omf"), list.toBytes());
-        if (!problem.isEmpty())
-            return problem;
-    }
-    if (!QDir(folder).mkdir(QStringLiteral("Proc")))
-        return QStringLiteral("Cannot make the folder %1/Proc.").arg(folder);
-    const QString problem = write(folder + QStringLiteral("/.survey"), surveyFileBytes(survey));
+    if (base::fileSystemCalls().mkdir(QFile::encodeName(path).constData()) == 0)
+        return {};
+    return QStringLiteral("Cannot make the folder %1: %2.").arg(path, base::systemErrorText(errno));
+}
+
+QString makeObjectFolder(const QString &survey, const ObjectFolder &object)
+{
+    const QString path = survey + QLatin1Char('/') + QLatin1String(object.folder);
+    const ObjectList list =
+        ObjectList::forFolder(QByteArray::number(object.number), object.entryName, object.group, object.ownName);
+    const QString problem = makeFolder(path);
+    return problem.isEmpty() ? write(path + QStringLiteral("/.omf"), list.toBytes()) : problem;
+}
+
+// Up to what fails first.
+QString makeSurvey(const QString &folder, const NewSurvey &survey)
+{
+    QString problem = makeFolder(folder);
+    for (const ObjectFolder &object : objectFolders)
+        if (problem.isEmpty())
+            problem = makeObjectFolder(folder, object);
+    if (problem.isEmpty())
+        problem = makeFolder(folder + QStringLiteral("/Proc"));
+    if (problem.isEmpty())
+        problem = write(folder + QStringLiteral("/.survey"), surveyFileBytes(survey));
     return problem.isEmpty() ? write(folder + QStringLiteral("/.omf"), surveyListBytes()) : problem;
 }
 
@@ -217,9 +232,7 @@ host::Status createSurvey(const QString &path, const NewSurvey &survey)
     SurveyPlace place(path);
     if (!place.error().isEmpty())
         return {place.error()};
-    if (!QDir().mkdir(place.buildFolder()))
-        return {QStringLiteral("Cannot make the folder %1.").arg(place.buildFolder())};
-    const QString problem = fillSurvey(place.buildFolder(), survey);
+    const QString problem = makeSurvey(place.buildFolder(), survey);
     return problem.isEmpty() ? place.putInPlace() : host::Status{problem};
 }
 

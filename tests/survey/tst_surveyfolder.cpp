@@ -1,4 +1,5 @@
 #include "base/filesystemcalls.h"
+#include "base/folderlinks.h"
 #include "support/failingtarget.h"
 #include "support/otherprogram.h"
 #include "support/testmain.h"
@@ -42,6 +43,29 @@ private:
     int m_left;
 };
 
+// Makes n folders of a run and no more.
+class NoMoreFolders : public base::FileSystemCalls
+{
+public:
+    explicit NoMoreFolders(int n)
+        : m_left(n)
+    {
+    }
+    int mkdir(const char *path) override
+    {
+        if (--m_left >= 0)
+            return FileSystemCalls::mkdir(path);
+        refused = QFile::decodeName(path);
+        errno = ENOSPC;
+        return -1;
+    }
+
+    QString refused;
+
+private:
+    int m_left;
+};
+
 NewSurvey demo()
 {
     NewSurvey survey;
@@ -79,7 +103,9 @@ private slots:
     void refusesAFolderThatHoldsSomething();
     void refusesAFileAndALinkInItsPlace();
     void refusesAnExtentThatIsNone();
+    void takesTheSmallestSurvey();
     void leavesNothingWhenAnyWriteFails();
+    void leavesNothingWhenAnyFolderFails();
     void leavesNothingWhereItMayNotWrite();
     void whatADeadProgramLeftGoesWithTheNextSurvey();
     void whatADeadProgramLeftGoesWhenASurveyIsOpened();
@@ -258,6 +284,18 @@ void TestSurveyFolder::refusesAnExtentThatIsNone()
     QVERIFY(content().isEmpty());
 }
 
+void TestSurveyFolder::takesTheSmallestSurvey()
+{
+    NewSurvey small = demo();
+    small.xMaximum = small.xMinimum + 1;
+    small.yMaximum = small.yMinimum + 1;
+    small.maximumDepth = 1; // as the window of new surveys does
+    QCOMPARE(createSurvey(path("s"), small).error, QString());
+    QVERIFY(files::read(path("s/.survey")).contains("In-line range: 100`101`1\n"));
+    small.maximumDepth = 0;
+    QVERIFY(!createSurvey(path("flat"), small).ok());
+}
+
 void TestSurveyFolder::leavesNothingWhenAnyWriteFails()
 {
     int n = 0;
@@ -274,6 +312,26 @@ void TestSurveyFolder::leavesNothingWhenAnyWriteFails()
     }
     QCOMPARE(n,
              14); // ten object folders, the survey's two files and the mark of the data root; the last run succeeds
+}
+
+void TestSurveyFolder::leavesNothingWhenAnyFolderFails()
+{
+    QStringList refused;
+    while (true) {
+        init();
+        NoMoreFolders calls(refused.size());
+        const base::ScopedFileSystemCalls scope(calls);
+        const host::Status status = createSurvey(path("root/survey"), demo());
+        if (status.ok())
+            break;
+        QCOMPARE(status.error,
+                 QStringLiteral("Cannot make the folder %1: %2.").arg(calls.refused, base::systemErrorText(ENOSPC)));
+        QVERIFY(content().isEmpty());
+        refused.append(QFileInfo(calls.refused).fileName());
+    }
+    QCOMPARE(refused,
+             (QStringList{"survey", "Seismics", "Surfaces", "Locations", "Features", "WellInfo", "NLAs", "Misc",
+                          "Attribs", "Models", "Geometry", "Proc"}));
 }
 
 void TestSurveyFolder::leavesNothingWhereItMayNotWrite()
@@ -386,13 +444,16 @@ void TestSurveyFolder::nothingElseBesideASurveyGoes()
 
 void TestSurveyFolder::tellsWhyAFolderIsNoSurvey()
 {
-    QVERIFY(surveyFolderProblem(path("none")).contains(path("none")));
+    const auto told = [this](const char *name) {
+        return surveyFolderProblem(path(name)).replace(path(name), QStringLiteral("<path>"));
+    };
+    QCOMPARE(told("none"), QStringLiteral("The folder <path> does not exist."));
     files::write(path("file"), "x");
-    QVERIFY(surveyFolderProblem(path("file")).contains(path("file")));
+    QCOMPARE(told("file"), QStringLiteral("<path> is not a folder."));
     QVERIFY(QDir().mkdir(path("empty")));
-    QVERIFY(surveyFolderProblem(path("empty")).contains(path("empty")));
+    QCOMPARE(told("empty"), QStringLiteral("The folder <path> is no survey: it holds no file \".omf\"."));
     files::write(path("half/.omf"), "x");
-    QVERIFY(surveyFolderProblem(path("half")).contains(QStringLiteral("\".survey\"")));
+    QCOMPARE(told("half"), QStringLiteral("The folder <path> is no survey: it holds no file \".survey\"."));
     QVERIFY(QDir().mkpath(path("folders/.omf")));
     QVERIFY(QDir().mkpath(path("folders/.survey")));
     QVERIFY(!isSurveyFolder(path("folders")));

@@ -35,6 +35,7 @@ private slots:
     void writesAfterAFileItCannotRead();
     void doesNotMakeASecondLogOfOneNameBesideAnotherProgram();
     void removesALogWithoutLeavingAGap();
+    void replacesALogWhoseFileARemovalMoved();
     void removesTheLastLogAndTheOnlyLog();
     void removesNothingWhenRenamingFails();
     void writesManyLogs();
@@ -239,6 +240,17 @@ void TestSurveyStoreLogs::removesALogWithoutLeavingAGap()
     QVERIFY(survey.store.removeLog(survey.key, 1).ok());
     QCOMPARE(survey.read("a^2.wll"), QByteArray("rubbish"));
     QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList{"DT"}));
+}
+
+// No other program's doing: the removal itself gave the last log the place of the first one.
+void TestSurveyStoreLogs::replacesALogWhoseFileARemovalMoved()
+{
+    OneWell survey({"GR", "RHOB", "DT"});
+    QCOMPARE(survey.store.logs(survey.key).value.size(), 3);
+    QVERIFY(survey.store.removeLog(survey.key, 0).ok());
+    QCOMPARE(survey.store.writeLog(survey.key, log("DT", {9})).error, QString());
+    QCOMPARE(names(survey.store.logs(survey.key).value), (QStringList{"DT", "RHOB"}));
+    QCOMPARE(survey.store.log(survey.key, 0).value.values, (QVector<float>{9}));
 }
 
 void TestSurveyStoreLogs::removesTheLastLogAndTheOnlyLog()

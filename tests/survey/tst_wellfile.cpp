@@ -88,6 +88,8 @@ void TestWellFile::fallsBackToTheFirstTrackPoint_data()
     QTest::newRow("origin") << QByteArray("Surface coordinate: (0,0)\n");
     QTest::newRow("rubbish") << QByteArray("Surface coordinate: here\n");
     QTest::newRow("half") << QByteArray("Surface coordinate: (1,\n");
+    QTest::newRow("not opened") << QByteArray("Surface coordinate: 11,2)\n");
+    QTest::newRow("not closed") << QByteArray("Surface coordinate: (1,22\n");
     QTest::newRow("undefined") << QByteArray("Surface coordinate: (nan,inf)\n");
 }
 
