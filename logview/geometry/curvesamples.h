@@ -29,6 +29,12 @@ public:
     {
         return m_values.singles() ? use(m_values.singles()) : use(m_values.doubles());
     }
+    /// The same for the depths, in metres.
+    template<class Use>
+    auto useDepths(const Use &use) const
+    {
+        return m_depthsM.singles() ? use(m_depthsM.singles()) : use(m_depthsM.doubles());
+    }
     /// The first of the samples [first, last) whose depth is not before something, by binary search.
     template<class IsBefore>
     int partition(int first, int last, const IsBefore &isBefore) const

@@ -13,6 +13,7 @@ constexpr qint64 edgeSteps = 8;
 constexpr LineLengths inUpperHalf{1, 2};
 constexpr LineLengths aboveEdge{32 / edgeSteps, 64 / edgeSteps};
 constexpr LineLengths anywhere{32, 64};
+constexpr double mostRise = 0.25; // steps from sample to sample; logs with fewer in a row are quicker drawn otherwise
 constexpr int nearlyLevel = 4; // times as far along as down: for longer lines the painter takes them as level
 constexpr int together = scannedTogether;
 constexpr int maximumPatience = 64;
@@ -27,6 +28,7 @@ DenseLine::DenseLine(PixelRows &pixels, ThinPen &pen, const CurveSamples &sample
     , m_topY(topY)
     , m_pixels(pixels)
     , m_pen(pen)
+    , m_lines(pixels, pen, samples, key, topY)
 {
     const DepthAxis &axis = key.axis;
     const double unit = key.reference.unit == Feet ? feetPerMetre : 1;
@@ -40,7 +42,7 @@ DenseLine::DenseLine(PixelRows &pixels, ThinPen &pen, const CurveSamples &sample
     const double rise = perUnit * (unit * samples.largestStepM() + precision * farthestDepth);
     constexpr double most = 1 << 20;
     m_farthestDown = static_cast<qint64>(std::ceil(std::min(rise, most)));
-    m_isDense = samples.order() == DepthOrder::Ascending && rise < 1;
+    m_isDense = samples.order() == DepthOrder::Ascending && rise < mostRise;
     const auto right = static_cast<qint64>(m_placer.width() * 64);
     m_isEdgeInMiddle = columnFrom(right) != columnFrom(right - aboveEdge.right);
 }
@@ -74,24 +76,7 @@ void DenseLine::draw(int from, int to)
     if (m_isDense)
         drawRows();
     else
-        drawEach();
-}
-
-void DenseLine::drawEach()
-{
-    PenPoint from{m_x, yOf(m_sample)};
-    while (m_sample < m_last) {
-        PenPoint to[together]; // as many as fit into the processor's pipes
-        const int count = std::min(m_last - m_sample, together);
-        for (int k = 0; k < count; ++k)
-            to[k] = {xOf(m_sample + 1 + k), yOf(m_sample + 1 + k)};
-        for (int k = 0; k < count; ++k) {
-            if (std::abs(to[k].x - from.x) < m_farthestDown || !m_pen.isSilent(from.x, to[k].x))
-                m_pen.draw(from, to[k], ThinPen::NoCap);
-            from = to[k];
-        }
-        m_sample += count;
-    }
+        m_lines.draw(from, to);
 }
 
 // A line that stays in its row sets pixels in it only, when the pixel before is in it. The first ones in a row may set

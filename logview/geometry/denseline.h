@@ -1,6 +1,7 @@
 #pragma once
 
 #include "logview/geometry/curvepath.h"
+#include "logview/geometry/samplelines.h"
 #include "logview/geometry/thinpen.h"
 #include "logview/geometry/valuescan.h"
 
@@ -53,7 +54,6 @@ private:
         LineLengths leastAbove; ///< for lines that end above this sample
         int middle = 0;
     };
-    void drawEach();
     void drawRows();
     void sweepRow(const Row &row);
     bool passSetting(const Row &row, const Rule &rule);
@@ -83,6 +83,7 @@ private:
     int m_topY;
     PixelRows &m_pixels;
     ThinPen &m_pen;
+    SampleLines m_lines;
     qint64 m_farthestDown = 0; // that a line goes down or up
     bool m_isDense = false; // it goes no more than a step down
     bool m_isEdgeInMiddle = false; // the right edge of the track in that of a column, or hardly beyond it

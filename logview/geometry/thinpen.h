@@ -72,14 +72,25 @@ public:
         return m_lastY >= topRow && m_lastY <= bottomRow
             && (m_lastX == column || (m_lastX == column - 1 && m_lastDirection != -Along));
     }
-    /// Makes it the pen after a line that sets pixels in one row and is nearly level, when it was in that row before.
-    void standBehindLevel(qint64 fromX, qint64 toX, qint64 row)
+    /// Whether the last pixel is in a row, as a line to \a x leaves it that goes farther along than down.
+    bool isBehindLevel(qint64 x, qint64 row) const
     {
-        const bool isRight = toX > fromX;
-        m_lastX = columnFrom(toX) - (isRight ? 1 : 0);
+        const qint64 column = columnFrom(x);
+        return m_lastY == row
+            && ((m_lastDirection == Along && m_lastX == column - 1) || (m_lastDirection == -Along && m_lastX == column));
+    }
+    /// Whether lines from \a x that go over no middle of a pixel and do not turn to the left set none.
+    bool isSilentOnSpot(qint64 x) const { return m_lastDirection != -Along || m_lastX == columnFrom(x); }
+    /// Makes it the pen after a line that sets pixels in one row and is nearly level, when it was in that row before.
+    void standBehindLevel(qint64 fromX, qint64 toX, qint64 row) { standBehind({fromX, row}, {toX, row}, row); }
+    /// The same for any line that goes farther along than down.
+    void standBehind(const PenPoint &from, const PenPoint &to, qint64 row)
+    {
+        const bool isRight = to.x > from.x;
+        m_lastX = columnFrom(to.x) - (isRight ? 1 : 0);
         m_lastY = row;
         m_lastDirection = isRight ? Along : -Along;
-        m_isLastAligned = true;
+        m_isLastAligned = 4 * std::abs(to.y - from.y) < std::abs(to.x - from.x);
     }
     /// Makes it the pen after a line that goes over the middle of a column and farther along than down, when the pen was
     /// behind another line, no more than a row off. False, with nothing done, where more of that one counts.

@@ -55,12 +55,13 @@ public:
             return;
         }
         const ValuePlacer placer = *this; // compilers make vector instructions of what cannot change
-        for (int i = 0; i < count; ++i) {
-            const double x =
-                placer.m_sign * (static_cast<double>(values[i]) - placer.m_low) * placer.m_width / placer.m_span;
-            const double right = x < placer.m_width ? x : placer.m_width;
-            steps[i] = static_cast<int>((right > 0 ? right : 0) * 64);
-        }
+        double x[count]; // one thing after the other, for vector instructions
+        for (int i = 0; i < count; ++i)
+            x[i] = placer.m_sign * (static_cast<double>(values[i]) - placer.m_low) * placer.m_width / placer.m_span;
+        for (int i = 0; i < count; ++i)
+            x[i] = std::max(std::min(x[i], placer.m_width), 0.0);
+        for (int i = 0; i < count; ++i)
+            steps[i] = static_cast<int>(x[i] * 64);
     }
     /// Two values; all between them, the two excluded, stand between \a left and \a right, and none of them breaks a
     /// line. Those that stand within 1/128 pixel of the two need not be among them. The first is not below the second

@@ -131,7 +131,7 @@ void tst_densepixels::linesPaintThePaintersPixels()
             {false, 0, 150, width}, {false, 150, 0, width}, {true, 1, 150, width}, {true, 20, 90, width}};
         // Samples a row: fewer than the painter's steps, more, and so many that each step has 40.
         for (const ValueScale &scale : scales)
-            for (const double density : {30.0, 66.0, 90.0, 190.0, 270.0})
+            for (const double density : {2.7, 11.0, 30.0, 66.0, 190.0, 270.0, 400.0})
                 compare(next, density, 24, scale, &painted);
         compare(next, 2600, 12, scales[0], &painted);
     }
@@ -175,7 +175,7 @@ void tst_densepixels::seldomLinesPaintThePaintersPixels()
     QFETCH(Next, next);
     int painted = 0;
     for (const ValueScale &scale : {ValueScale{false, 0, 150, 200}, ValueScale{false, 150, 0, 200}}) {
-        for (const double density : {70.0, 110.0, 190.0})
+        for (const double density : {9.0, 27.0, 70.0, 190.0, 290.0, 450.0})
             compare(next, density, 600, scale, &painted);
         compare(next, 2300, 60, scale, &painted);
     }
