@@ -7,6 +7,19 @@
 
 namespace welldata {
 
+namespace {
+
+// Decoding a file takes off some of the byte order marks in front, and with them those that a name begins with.
+QString withoutMarksInFront(const QString &name)
+{
+    int marks = 0;
+    while (marks < name.size() && name.at(marks) == QChar::ByteOrderMark)
+        ++marks;
+    return name.mid(marks);
+}
+
+} // namespace
+
 QStringList groupsWithDefaults(const QStringList &groupNames)
 {
     constexpr int withoutDefaults = 2; // "None" and "Depth"
@@ -22,7 +35,7 @@ DefaultDataFile parseDefaultData(const QByteArray &bytes)
     forEachLine(utf8Text(bytes), [&](Field line) {
         if (isFirst) {
             isFirst = false;
-            file.wellName = toString(line);
+            file.wellName = withoutMarksInFront(toString(line));
             return;
         }
         splitSkippingEmpty(trimmed(line), '|', 3, &parts);
@@ -36,7 +49,7 @@ DefaultDataFile parseDefaultData(const QByteArray &bytes)
 
 bool isOfWell(const DefaultDataFile &file, const QString &wellName)
 {
-    return file.wellName == wellName || file.wellName.toUtf8() == textfields::oneLine(wellName);
+    return file.wellName.toUtf8() == textfields::oneLine(withoutMarksInFront(wellName));
 }
 
 bool storeDefaultData(ProjectData &data, const QString &wellName, const DefaultData &stored)

@@ -10,7 +10,7 @@ namespace welldata {
 /// A default-logs file with the well that it says it is of.
 struct DefaultDataFile
 {
-    QString wellName; ///< its first line
+    QString wellName; ///< its first line, without byte order marks in front
     DefaultLogs logs; ///< of the lines of exactly two parts that are not empty
 };
 
@@ -19,7 +19,7 @@ struct DefaultDataFile
 QStringList groupsWithDefaults(const QStringList &groupNames);
 
 DefaultDataFile parseDefaultData(const QByteArray &bytes);
-/// Whether the first line of a file is that of the well's.
+/// Whether the first line of a file is that of the well's. Byte order marks in front are not compared.
 bool isOfWell(const DefaultDataFile &file, const QString &wellName);
 
 /// What the editor stores: every log of the well with its group, and those that are a default.

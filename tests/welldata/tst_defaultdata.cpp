@@ -4,6 +4,7 @@
 #include "datastore/curvegrouptable.h"
 #include "support/testmain.h"
 #include "tests/welldata/welldatafixture.h"
+#include "welldata/defaultdata.h"
 
 #include <QSignalSpy>
 #include <QTableWidget>
@@ -122,6 +123,19 @@ private slots:
         QCOMPARE(m->asker.boxes.at(0).text,
                  QString("Selected well's wellName is not match with file header's wellname."));
         QCOMPARE(rows(), QStringList({"GR Gamma -", "RHOB Density -", "NPHI Porosity -"}));
+    }
+    // Decoding takes off some; files that were joined have more, and so may the name of a well.
+    void byteOrderMarksInFrontAreNoneOfTheName()
+    {
+        store(QByteArray("\xEF\xBB\xBF").repeated(4) + "W-1\nGamma|GR\n");
+        m->select("W-1");
+        QVERIFY(m->asker.boxes.isEmpty());
+        QCOMPARE(rows().at(0), QString("GR Gamma x"));
+
+        const QString marks(4, QChar(QChar::ByteOrderMark));
+        const auto file = welldata::parseDefaultData(defaultLogsBytes(marks + "W-1", {}));
+        QVERIFY(isOfWell(file, marks + "W-1"));
+        QVERIFY(!isOfWell(file, marks + "W-2"));
     }
     void anEmptyFileIsOfNoWell()
     {
