@@ -53,7 +53,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     // As the editors read it, show it and write it back.
     CurveRows rows(read);
     const QByteArray edited = rows.bytes();
-    check(CurveRows(rows.track(QStringLiteral("Track_1"))).bytes() == edited, "what an editor wrote stays the same");
+    const TrackInfo stored = rows.track(QStringLiteral("Track_1"));
+    check(CurveRows(stored).bytes() == edited, "what an editor wrote stays the same");
+    for (int i = 0; i < stored.curves.size() && !rows.isDepth(); ++i)
+        check(stored.curves.at(i).minimum == read.curves.at(i).minimum
+                  && stored.curves.at(i).maximum == read.curves.at(i).maximum,
+              "an editor keeps the values");
     rows.setType(DepthTrack);
     rows.setType(read.type);
     check(rows.size() == CurveRows(read).size(), "a track that was a depth track for a while keeps its rows");

@@ -65,7 +65,7 @@ QString writtenValue(double value)
 {
     const QByteArray fixed = std::abs(value) < largestFixed ? base::formatFixed(value, shownDecimals) : QByteArray();
     const bool isExact = base::parseNumber(fixed) == value;
-    return QString::fromLatin1(isExact ? fixed : base::formatGeneral(value));
+    return QString::fromLatin1(isExact ? fixed : base::formatWritten(value));
 }
 
 QString shownValue(double value)

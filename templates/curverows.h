@@ -4,7 +4,8 @@
 
 #include <optional>
 
-/// A value as an editor writes back what it has read: two decimals where these are exact, else six significant digits.
+/// A value as an editor writes back what it has read: two decimals where these are exact, else the
+/// fewest digits that read back as the same value.
 QString writtenValue(double value);
 /// The same as it is shown: with two decimals.
 QString shownValue(double value);

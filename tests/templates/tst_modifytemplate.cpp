@@ -375,11 +375,11 @@ private slots:
         QCOMPARE(m->edit(0, 0, curvecolumn::LeftValue)->toolTip(), QString("In full: 0.125"));
         QCOMPARE(m->edit(0, 0, curvecolumn::RightValue)->text(), QString("1.23"));
         m->click("saveButton");
-        QVERIFY(content("W", "Mine").first().contains("GR | 0.125 | 1.23457 | #"));
+        QVERIFY(content("W", "Mine").first().contains("GR | 0.125 | 1.23456789 | #"));
         m->type(0, 0, curvecolumn::LeftValue, "0.50");
         QCOMPARE(m->edit(0, 0, curvecolumn::LeftValue)->toolTip(), QString());
         m->click("saveButton");
-        QVERIFY(content("W", "Mine").first().contains("GR | 0.50 | 1.23457 | #"));
+        QVERIFY(content("W", "Mine").first().contains("GR | 0.50 | 1.23456789 | #"));
     }
 
     void theEditorKeepsItsSizeAndColumns()
