@@ -1,5 +1,6 @@
 #include "base/filesystemcalls.h"
 
+#include <QFile>
 #include <QRandomGenerator>
 
 #include <cerrno>
@@ -92,7 +93,7 @@ union RealCalls
         : calls()
     {
     }
-    ~RealCalls() {}
+    ~RealCalls() { }
     FileSystemCalls calls;
 };
 
@@ -108,6 +109,11 @@ FileSystemCalls *&callsInForce()
 FileSystemCalls &fileSystemCalls()
 {
     return *callsInForce();
+}
+
+bool makeFolder(const QString &path)
+{
+    return fileSystemCalls().mkdir(QFile::encodeName(path).constData()) == 0;
 }
 
 ScopedFileSystemCalls::ScopedFileSystemCalls(FileSystemCalls &calls)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <sys/types.h>
 
 namespace base {
@@ -25,6 +27,9 @@ public:
 
 /// The calls in force.
 FileSystemCalls &fileSystemCalls();
+
+/// Makes a folder in one that is there; false where it cannot, as where something has the name.
+bool makeFolder(const QString &path);
 
 /// Puts other calls in force for its lifetime (tests). \a calls must outlive it; not owned.
 class ScopedFileSystemCalls

@@ -27,11 +27,6 @@ bool isRealFolder(const QString &path)
     return ::lstat(QFile::encodeName(path).constData(), &info) == 0 && S_ISDIR(info.st_mode);
 }
 
-bool makeFolder(const QString &path)
-{
-    return fileSystemCalls().mkdir(QFile::encodeName(path).constData()) == 0;
-}
-
 /// The folder in which a project keeps what was deleted, one numbered folder a deletion.
 class DeletedFolders
 {

@@ -43,11 +43,6 @@ bool move(const QString &from, const QString &to)
     return fileSystemCalls().rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
 }
 
-bool makeFolder(const QString &path)
-{
-    return fileSystemCalls().mkdir(QFile::encodeName(path).constData()) == 0;
-}
-
 /// The hidden folder of one swap. It holds the new folder, then the name of its place, which is written last and
 /// thus says that the new one is whole, then the old folder. Locked as long as the process lives that works in it.
 class SwapFolder

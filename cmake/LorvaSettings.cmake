@@ -25,6 +25,9 @@ target_compile_definitions(lorva_settings INTERFACE
     QT_DEPRECATED_WARNINGS QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
 target_compile_options(lorva_settings INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor -Woverloaded-virtual)
+if(CMAKE_UNITY_BUILD)
+    target_compile_options(lorva_settings INTERFACE -Wno-subobject-linkage) # takes source files for headers there
+endif()
 # Line numbers and functions in stack traces; all of the debug information took half of the build's time and nine tenths of its
 # place on the disk. The preset "debug" has it.
 target_compile_options(lorva_settings INTERFACE $<$<CONFIG:RelWithDebInfo>:-g1>)

@@ -18,12 +18,6 @@
 #include <QMenu>
 #include <QVBoxLayout>
 
-namespace {
-
-constexpr int highestHeaders = 200;
-
-} // namespace
-
 CorrelationDisplayWidget::CorrelationDisplayWidget(ProjectData &projectData, const QString &name,
                                                    QDockWidget *propertiesDock, QWidget *parent)
     : QWidget(parent)
@@ -37,7 +31,7 @@ CorrelationDisplayWidget::CorrelationDisplayWidget(ProjectData &projectData, con
 {
     setObjectName(QStringLiteral("CorrelationDisplayWidget"));
     setWindowTitle(name);
-    m_views->setHighestHeaders(highestHeaders);
+    m_views->limitHeaders();
     m_statusLine->setObjectName(QStringLiteral("statusLine"));
     m_statusLine->setTextFormat(Qt::PlainText);
     m_statusLine->setMinimumWidth(1); // a long read-out must not widen the window

@@ -3,6 +3,7 @@
 #include "correlation/correlationviewproperty.h"
 #include "datastore/projectdata.h"
 #include "logview/curveitem.h"
+#include "logview/geometry/displaystyle.h"
 #include "logview/geometry/samplelookup.h"
 #include "logview/trackheaders.h"
 #include "logview/trackitem.h"
@@ -25,7 +26,6 @@ namespace {
 
 constexpr float scaleStep = 50;
 constexpr float scaleBelowZero = 10;
-constexpr float pixelsPerInch = 96;
 constexpr double airAboveFirstSample = 0.05; // of the height of the view
 
 } // namespace
@@ -266,7 +266,8 @@ void CorrelationView::placeWell(const CorrelationWell &named)
 
 float CorrelationView::trackWidthInches() const
 {
-    return static_cast<float>(correlation::trackWidthPx(m_properties.trackWidth, m_dotsPerInch)) / pixelsPerInch;
+    return static_cast<float>(correlation::trackWidthPx(m_properties.trackWidth, m_dotsPerInch))
+        / logview::widthPixelsPerInch;
 }
 
 // What is half a view away can be scrolled to at once.

@@ -17,9 +17,7 @@ namespace {
 
 bool makeProjectFolders(const QString &folder)
 {
-    const auto make = [&folder](const char *name) {
-        return base::fileSystemCalls().mkdir(QFile::encodeName(folder + QLatin1String(name)).constData()) == 0;
-    };
+    const auto make = [&folder](const char *name) { return base::makeFolder(folder + QLatin1String(name)); };
     return make("") && make("/Correlations") && make("/CurveGroups") && make("/Templates") && make("/DefaultLogs")
         && make("/Templates/Global");
 }

@@ -17,7 +17,6 @@ namespace {
 
 constexpr double boundingMargin = 2; // the outline is 2 pixels wide
 constexpr int depthFontPoints = 8; // five digits fit into half an inch
-constexpr float pixelsPerInch = 96.0F;
 constexpr int dotPeriod = 3; // pixels
 constexpr float widestTrackInches = 1000; // beyond it no display could be laid out in whole pixels
 
@@ -114,7 +113,7 @@ void TrackItem::setWidthInches(float inches)
 
 float TrackItem::widthOf(float inches)
 {
-    return std::min(inches, widestTrackInches) * pixelsPerInch;
+    return std::min(inches, widestTrackInches) * logview::widthPixelsPerInch;
 }
 
 void TrackItem::setMdFlag()

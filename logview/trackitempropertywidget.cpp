@@ -1,6 +1,7 @@
 #include "logview/trackitempropertywidget.h"
 
 #include "base/numberfield.h"
+#include "logview/geometry/displaystyle.h"
 #include "logview/trackitem.h"
 
 #include <QComboBox>
@@ -9,8 +10,6 @@
 #include <QSignalBlocker>
 
 namespace {
-
-constexpr double pixelsPerInch = 96;
 
 struct TypeName
 {
@@ -42,7 +41,7 @@ TrackItemPropertyWidget::TrackItemPropertyWidget(TrackItem *track)
 void TrackItemPropertyWidget::showTrack()
 {
     const QSignalBlocker blockType(m_trackType);
-    m_width->showText(QString::number(static_cast<double>(m_track->width()) / pixelsPerInch));
+    m_width->showText(QString::number(static_cast<double>(m_track->width()) / logview::widthPixelsPerInch));
     m_trackType->setCurrentIndex(m_trackType->findData(m_track->trackType()));
 }
 

@@ -13,6 +13,7 @@ namespace {
 constexpr int markerNameMargin = 84; // pixels left of the tracks: a name of 80 on one line, and a little air
 constexpr int headerHeightAlwaysShown = 20 + 4 * 45;
 constexpr int leastLogHeight = 200;
+constexpr int highestLimitedHeaders = 200;
 
 QRectF withMargin(const QRectF &sceneRect)
 {
@@ -45,9 +46,9 @@ ViewPair::ViewPair(QGraphicsScene *headerScene, PaperView *logView, QWidget *par
     connect(headerBar, &QScrollBar::rangeChanged, logBar, [=] { headerBar->setValue(logBar->value()); });
 }
 
-void ViewPair::setHighestHeaders(int height)
+void ViewPair::limitHeaders()
 {
-    m_highestHeaders = height;
+    m_highestHeaders = highestLimitedHeaders;
     fitHeaderHeight();
 }
 

@@ -20,8 +20,8 @@ public:
 
     PaperView *headerView() const { return m_headerView; }
 
-    /// The headers get at most this height, in pixels; without a limit what they need.
-    void setHighestHeaders(int height);
+    /// The headers get 200 pixels at most; without that what they need.
+    void limitHeaders();
 
     /// Shows both scenes as they are now. The part of the tracks that is looked at stays in sight.
     void showScenes();

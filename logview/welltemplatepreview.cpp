@@ -22,7 +22,6 @@
 namespace {
 
 constexpr double windowM = 200; // at 1:1000 about as high as the editor
-constexpr int highestHeaders = 200;
 constexpr int depthFieldWidth = 70;
 constexpr int mostCurves = 100; // of a track: nobody tells more of them apart
 
@@ -68,7 +67,7 @@ WellTemplatePreview::WellTemplatePreview(ProjectData &projectData, const QString
 {
     setObjectName(QStringLiteral("WellTemplatePreview"));
     m_view->setObjectName(QStringLiteral("previewView"));
-    m_views->setHighestHeaders(highestHeaders);
+    m_views->limitHeaders();
     auto *label = new QLabel(QStringLiteral("Preview, depth (m) :"));
     label->setBuddy(m_from);
     auto *window = new QHBoxLayout;

@@ -26,7 +26,6 @@ constexpr double tallestPicture = 0.55; // of a page
 constexpr double tallestUnbrokenTable = 0.6; // of a page
 constexpr int pixelsPerInch = 96; // in which a text counts the paddings of its tables
 constexpr double commandIndent = 0.1; // inches
-constexpr double pointsPerInch = 72;
 constexpr double codeSize = 9;
 constexpr double smallestCodeSize = 6.5;
 constexpr double codeLetterWidth = 0.605; // of the size, and a little more than it is

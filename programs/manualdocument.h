@@ -16,6 +16,7 @@ namespace programs {
 
 constexpr int manualDotsPerInch = 1200;
 constexpr int manualTextSize = 10; ///< points
+constexpr double pointsPerInch = 72;
 /// The font of the manual's texts.
 QFont manualFont(int points);
 /// Of headings of a level, in points.

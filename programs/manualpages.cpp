@@ -17,7 +17,6 @@ namespace programs {
 
 namespace {
 
-constexpr double pointsPerInch = 72;
 constexpr int footerSize = 8;
 constexpr QMarginsF marginsMm(22, 20, 22, 24);
 

@@ -19,7 +19,6 @@ namespace {
 constexpr char logType[] = "Well Log";
 constexpr int sampleSize = 2 * sizeof(float);
 constexpr int blockSize = 256 << 10;
-constexpr int maximumHeaderSize = 16 << 20;
 constexpr int maximumSamples = std::numeric_limits<int>::max() / sampleSize - (1 << 20);
 
 LogStorage storageOf(const QByteArray &text)
@@ -290,7 +289,7 @@ host::Outcome<LogFileHeader> readHeader(InputFile &file, const QString &path, QB
     *head = file.read(blockSize);
     bool isCut = false;
     host::Outcome<LogFileHeader> parsed = parseLogHeader(*head, &isCut);
-    while (isCut && !parsed.ok() && head->size() < maximumHeaderSize) {
+    while (isCut && !parsed.ok() && head->size() < maximumLogHeaderSize) {
         const QByteArray more = file.read(head->size());
         if (more.isEmpty())
             break;

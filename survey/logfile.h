@@ -6,6 +6,8 @@
 
 namespace survey {
 
+constexpr int maximumLogHeaderSize = 16 << 20; // bytes; no file has more in front of its samples
+
 enum class LogStorage { Ascii, LittleEndian, BigEndian };
 
 /// The text in front of a log file's samples.

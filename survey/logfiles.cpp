@@ -12,7 +12,6 @@ namespace survey {
 namespace {
 
 constexpr int headerBlockSize = 4096;
-constexpr int maximumHeaderSize = 16 << 20;
 constexpr int maximumTries = 1000;
 
 // The host's own name for a log that has none.
@@ -52,7 +51,7 @@ HeaderRead readHeader(const QString &path, LogFileHeader *header, FileState *sta
     }
     bool isCut = false;
     host::Outcome<LogFileHeader> parsed = parseLogHeader(read.bytes, &isCut);
-    for (int size = 2 * headerBlockSize; isCut && !parsed.ok() && size <= maximumHeaderSize; size *= 2) {
+    for (int size = 2 * headerBlockSize; isCut && !parsed.ok() && size <= maximumLogHeaderSize; size *= 2) {
         const int before = read.bytes.size();
         read = readFile(path, size);
         if (read.bytes.size() == before)

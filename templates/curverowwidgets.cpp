@@ -1,5 +1,6 @@
 #include "templates/curverowwidgets.h"
 
+#include "base/cellproperties.h"
 #include "base/gradientcombobox.h"
 #include "base/linestylebox.h"
 #include "base/numbervalidator.h"
@@ -23,7 +24,6 @@ constexpr double smallerFont = 2.5; // points
 constexpr int lineBoxWidth = 80;
 constexpr int swatchSide = 100;
 constexpr int largestPoint = 10;
-const char rowProperty[] = "row";
 const char colorProperty[] = "clr";
 
 QComboBox *makeBox(const QStringList &texts)
@@ -95,7 +95,7 @@ CurveRowWidgets::CurveRowWidgets(QTableWidget *table, int row, bool isDepth, con
 template<class Widget>
 Widget *CurveRowWidgets::put(int column, Widget *widget)
 {
-    widget->setProperty(rowProperty, m_row);
+    widget->setProperty(base::rowProperty, m_row);
     widget->setFocusPolicy(Qt::StrongFocus); // the wheel alone gives no focus, and without it turns no chooser
     m_table->setCellWidget(m_row, column, widget);
     m_cells[column] = widget;
@@ -206,7 +206,7 @@ void CurveRowWidgets::setRowNumber(int row)
     m_row = row;
     for (QWidget *widget : qAsConst(m_cells))
         if (widget)
-            widget->setProperty(rowProperty, row);
+            widget->setProperty(base::rowProperty, row);
 }
 
 QVector<QWidget *> CurveRowWidgets::all() const

@@ -1,5 +1,6 @@
 #include "templates/deftemptrackwidget.h"
 
+#include "base/cellproperties.h"
 #include "base/keptlooks.h"
 #include "base/nestedevents.h"
 #include "templates/filllimit.h"
@@ -27,8 +28,6 @@
 namespace {
 
 constexpr int rowsBeyondSight = 3; // so that the Tab key always finds a next row
-const char rowProperty[] = "row";
-const char columnProperty[] = "column";
 
 constexpr int columnWidths[curvecolumn::Count] = {140, 120, 48, 48, 56, 70, 70, 112, 118, 80, 82, 82, 98, 56, 56, 96};
 constexpr int headerMargin = 8;
@@ -208,7 +207,7 @@ void DefTempTrackWidget::connectRow(const CurveRowWidgets &widgets)
         QWidget *widget = widgets.at(column);
         if (!widget)
             continue;
-        widget->setProperty(columnProperty, column);
+        widget->setProperty(base::columnProperty, column);
         widget->installEventFilter(this);
         if (column == curvecolumn::Group)
             connect(qobject_cast<QComboBox *>(widget), indexChanged, this, &Track::repopulateCurveBox);
@@ -288,7 +287,8 @@ bool DefTempTrackWidget::eventFilter(QObject *watched, QEvent *event)
             return true;
         }
         if (event->type() == QEvent::FocusIn)
-            m_table->setCurrentCell(cell->property(rowProperty).toInt(), cell->property(columnProperty).toInt());
+            m_table->setCurrentCell(cell->property(base::rowProperty).toInt(),
+                                    cell->property(base::columnProperty).toInt());
     }
     return QWidget::eventFilter(watched, event);
 }
@@ -312,7 +312,7 @@ void DefTempTrackWidget::addCurveClicked()
 
 void DefTempTrackWidget::removeClicked()
 {
-    const int row = sender() ? sender()->property(rowProperty).toInt() : -1;
+    const int row = sender() ? sender()->property(base::rowProperty).toInt() : -1;
     if (!isRow(row))
         return;
     m_rows.remove(row);
@@ -411,7 +411,7 @@ void DefTempTrackWidget::showTypeTips()
 // The groups that a curve is moved to propose the values that they were last used with, unless it has its own.
 void DefTempTrackWidget::repopulateCurveBox()
 {
-    const int row = sender() ? sender()->property(rowProperty).toInt() : -1;
+    const int row = sender() ? sender()->property(base::rowProperty).toInt() : -1;
     if (m_isShowing || !isRow(row) || !widgetsOf(row))
         return;
     CurveRow edited = m_rows.at(row);
@@ -432,7 +432,7 @@ void DefTempTrackWidget::repopulateCurveBox()
 
 void DefTempTrackWidget::rowEdited()
 {
-    const int row = sender() ? sender()->property(rowProperty).toInt() : -1;
+    const int row = sender() ? sender()->property(base::rowProperty).toInt() : -1;
     if (m_isShowing || !isRow(row) || !widgetsOf(row))
         return;
     CurveRow edited = m_rows.at(row);
@@ -457,7 +457,7 @@ void DefTempTrackWidget::noteValues(const CurveRow &row)
 
 void DefTempTrackWidget::pointVisiCheckChanged(bool isShown)
 {
-    const int row = sender() ? sender()->property(rowProperty).toInt() : -1;
+    const int row = sender() ? sender()->property(base::rowProperty).toInt() : -1;
     if (!isRow(row) || !widgetsOf(row))
         return;
     widgetsOf(row)->enablePointCells(isShown);
@@ -486,7 +486,7 @@ void DefTempTrackWidget::cellSelected(int row, int column)
 
 void DefTempTrackWidget::pointClrBtnClicked()
 {
-    const int row = sender() ? sender()->property(rowProperty).toInt() : -1;
+    const int row = sender() ? sender()->property(base::rowProperty).toInt() : -1;
     if (!isRow(row) || !widgetsOf(row))
         return;
     const QColor color = askColor(m_rows.at(row).pointColor);

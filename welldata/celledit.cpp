@@ -1,33 +1,28 @@
 #include "welldata/celledit.h"
 
+#include "base/cellproperties.h"
+
 #include <QSignalBlocker>
 #include <QVariant>
-
-namespace {
-
-constexpr char rowProperty[] = "row";
-constexpr char columnProperty[] = "column";
-
-} // namespace
 
 CellEdit::CellEdit(const QValidator *validator, int row, int column)
 {
     setFrame(false);
     setValidator(validator);
     setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    setProperty(rowProperty, row);
-    setProperty(columnProperty, column);
+    setProperty(base::rowProperty, row);
+    setProperty(base::columnProperty, column);
     connect(this, &QLineEdit::editingFinished, this, &CellEdit::finish);
 }
 
 int CellEdit::row() const
 {
-    return property(rowProperty).toInt();
+    return property(base::rowProperty).toInt();
 }
 
 int CellEdit::column() const
 {
-    return property(columnProperty).toInt();
+    return property(base::columnProperty).toInt();
 }
 
 void CellEdit::showText(const QString &text)

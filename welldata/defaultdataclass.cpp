@@ -2,6 +2,7 @@
 
 #include "base/asker.h"
 #include "base/cellcombobox.h"
+#include "base/cellproperties.h"
 #include "base/waitcursor.h"
 #include "datastore/curvegroupassignment.h"
 #include "datastore/projectdata.h"
@@ -23,8 +24,6 @@
 
 namespace {
 
-constexpr char rowProperty[] = "row";
-constexpr char columnProperty[] = "column";
 constexpr char logProperty[] = "logName";
 constexpr char groupProperty[] = "groupName";
 constexpr int groupWidthPx = 190;
@@ -142,8 +141,8 @@ void DefaultDataClass::addRow(int row, const QString &logName, const QString &gr
     auto *box = new base::CellComboBox(m_groups, m_table);
     auto *check = new QCheckBox;
     const auto mark = [&](QWidget *widget, int column) {
-        widget->setProperty(rowProperty, row);
-        widget->setProperty(columnProperty, column);
+        widget->setProperty(base::rowProperty, row);
+        widget->setProperty(base::columnProperty, column);
         widget->setProperty(logProperty, logName);
         widget->setProperty(groupProperty, group);
         m_table->setCellWidget(row, column, widget);
@@ -219,7 +218,7 @@ void DefaultDataClass::readDefaults()
 
 int DefaultDataClass::senderRow() const
 {
-    const QVariant row = sender() ? sender()->property(rowProperty) : QVariant();
+    const QVariant row = sender() ? sender()->property(base::rowProperty) : QVariant();
     return row.isValid() ? row.toInt() : -1;
 }
 

@@ -1,6 +1,7 @@
 #include "welldata/welldatatable.h"
 
 #include "base/cellcombobox.h"
+#include "base/cellproperties.h"
 #include "base/numbervalidator.h"
 #include "welldata/celledit.h"
 
@@ -20,17 +21,15 @@ namespace {
 
 constexpr int cellsAtMost = 1600; // widgets; more of them make adding a row slow
 constexpr int rowsAround = 40; // above and below the view keep their cells
-constexpr char rowProperty[] = "row";
-constexpr char columnProperty[] = "column";
 
 int rowOf(const QWidget *cell)
 {
-    return cell->property(rowProperty).toInt();
+    return cell->property(base::rowProperty).toInt();
 }
 
 int columnOf(const QWidget *cell)
 {
-    return cell->property(columnProperty).toInt();
+    return cell->property(base::columnProperty).toInt();
 }
 
 // Text that is no number stands out, on a light ground and on a dark one.
@@ -156,7 +155,7 @@ void WellDataTable::renumberCells(const QVector<int> &removedRows)
         if (!cell)
             continue;
         const auto next = std::lower_bound(removedRows.begin(), removedRows.end(), rowOf(cell));
-        cell->setProperty(rowProperty, rowOf(cell) - static_cast<int>(next - removedRows.begin()));
+        cell->setProperty(base::rowProperty, rowOf(cell) - static_cast<int>(next - removedRows.begin()));
     }
 }
 
@@ -211,8 +210,8 @@ QWidget *WellDataTable::makeWidget(int row, int column)
     const welldata::TableColumn &info = m_columns.at(column);
     if (info.kind == CellKind::Choice) {
         auto *box = new base::CellComboBox(m_choices, this);
-        box->setProperty(rowProperty, row);
-        box->setProperty(columnProperty, column);
+        box->setProperty(base::rowProperty, row);
+        box->setProperty(base::columnProperty, column);
         box->setCurrentText(m_rows.at(row).choice);
         connect(box, &QComboBox::currentTextChanged, this, [this, box](const QString &text) {
             m_rows[rowOf(box)].choice = text;

@@ -7,6 +7,9 @@
 
 namespace logview {
 
+/// Of the widths of tracks that are typed and kept, whatever the screen has.
+constexpr int widthPixelsPerInch = 96;
+
 inline QColor backgroundColor()
 {
     return QColor(255, 255, 255);
