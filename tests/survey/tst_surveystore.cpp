@@ -62,6 +62,7 @@ private slots:
     void refusesToWriteADamagedList_data();
     void refusesToWriteADamagedList();
     void startsAfreshInAnotherSurvey();
+    void whatChangedWhileAnotherSurveyWasOpenIsNoChangeMeanwhile();
 
     void readingChangesNothing();
     void failedWritesChangeNothing();
@@ -427,6 +428,24 @@ void TestSurveyStore::startsAfreshInAnotherSurvey()
     QCOMPARE(first.store.log(first.key, 0).value.name, QStringLiteral("DT"));
     first.store.setSurveyDirectory({});
     QVERIFY(!first.store.list().ok());
+}
+
+void TestSurveyStore::whatChangedWhileAnotherSurveyWasOpenIsNoChangeMeanwhile()
+{
+    OneWell survey({"GR"});
+    OneWell other;
+    QVERIFY(survey.store.properties(survey.key).ok());
+    QVERIFY(survey.store.markers(survey.key).ok());
+    QCOMPARE(survey.store.logs(survey.key).value.size(), 1);
+    survey.store.setSurveyDirectory(other.path());
+    survey.write("a.well", wellFile() + "1 1 9000 9025\n");
+    survey.write("a.wlm", header("Well Markers") + "1.Name: Theirs\n1.Depth along hole: 5\n");
+    survey.write("a^1.wll", logFile("GR", {100, 5, 101, 5, 102, 5}));
+    survey.store.setSurveyDirectory(survey.path());
+    QCOMPARE(survey.store.changeWell(survey.key, properties("A")).error, QString());
+    QCOMPARE(survey.store.writeLog(survey.key, log("GR", {1})).error, QString());
+    QCOMPARE(survey.store.writeMarkers(survey.key, {marker("Ours", 1)}).error, QString());
+    QCOMPARE(survey.store.markers(survey.key).value.size(), 1);
 }
 
 void TestSurveyStore::readingChangesNothing()

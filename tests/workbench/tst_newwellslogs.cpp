@@ -321,6 +321,11 @@ void TestNewWellsLogs::lasFilesOfFolders()
     QCOMPARE(found.files, (QStringList{a, b}));
     QCOMPARE(found.others, QStringList{other});
     QCOMPARE(survey::findLasFiles({other}).files, QStringList{other}); // chosen by itself
+    QStringList sorted;
+    for (int i = 0; i < 20; ++i)
+        sorted.append(write(QStringLiteral("many/%1.las").arg(i * 7 % 20, 2, 10, QLatin1Char('0')), "x"));
+    sorted.sort();
+    QCOMPARE(survey::findLasFiles({m_folder->filePath(QStringLiteral("many"))}).files, sorted);
 }
 
 void TestNewWellsLogs::theSummaryIsSaved()
