@@ -99,6 +99,8 @@ void TestOdFile::takesTheFirstUnescapedColonAsSeparator()
     keys.appendLine("Time: 17:09:32");
     keys.appendLine("Empty:");
     keys.appendLine(":x: 1");
+    keys.appendLine("Tight:17");
+    QCOMPARE(keys.value("Tight"), QByteArray("17"));
     QCOMPARE(keys.keyAt(0), QByteArray("Probe: 2"));
     QCOMPARE(keys.valueAt(0), QByteArray("5"));
     QCOMPARE(keys.value("Time"), QByteArray("17:09:32"));
