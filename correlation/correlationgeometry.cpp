@@ -1,6 +1,7 @@
 #include "correlation/correlationgeometry.h"
 
 #include "base/numbers.h"
+#include "datastore/textfields.h"
 #include "datastore/wellscatalogue.h"
 
 #include <algorithm>
@@ -23,15 +24,19 @@ double toDisplayUnit(double depthM, logview::DepthUnit unit)
     return unit == logview::Feet ? depthM * logview::feetPerMetre : depthM;
 }
 
-// A depth that was typed, or that of the well's marker.
+// A depth that was typed, or that of the well's marker, whose name stands in the file as fields do.
 std::optional<double> zoneDepthM(const WellColumn &well, const QString &text, bool isUserDepth)
 {
     if (isUserDepth)
         return base::parseNumber(text);
     const auto marker = well.markers.constFind(text.trimmed());
-    if (marker == well.markers.cend())
+    if (marker != well.markers.cend())
+        return marker->depthM;
+    if (!text.contains(QString::fromUtf8(textfields::brokenBar)))
         return std::nullopt;
-    return marker->depthM;
+    const QStringList names = well.markers.keys();
+    const int index = textfields::indexOfField(names, text);
+    return index < 0 ? std::nullopt : std::optional<double>(well.markers.value(names.at(index)).depthM);
 }
 
 std::optional<double> zoneY(const WellColumn &well, const QString &text, bool isUserDepth)

@@ -1,5 +1,7 @@
 #include "correlation/correlationmissing.h"
 
+#include "datastore/textfields.h"
+
 #include <QSet>
 
 namespace correlation {
@@ -46,19 +48,26 @@ QString missingText(const CorrelationProperties &properties, const KnownNames &k
         isWellMissing = true;
     }
     QSet<QString> names;
-    for (const QString &name : markers)
+    QSet<QString> namesInFields; // as zones have them
+    for (const QString &name : markers) {
         names.insert(name.trimmed());
-    const auto look = [&names, &missing](const QString &marker) {
-        if (!names.contains(marker.trimmed()))
-            missing.tell(QStringLiteral("the marker \"%1\"").arg(marker));
+        namesInFields.insert(textfields::fieldName(name.trimmed()));
+    }
+    const auto tell = [&missing](const QString &marker) {
+        missing.tell(QStringLiteral("the marker \"%1\"").arg(marker));
+    };
+    const auto lookInField = [&](const QString &marker) {
+        if (!names.contains(marker.trimmed()) && !namesInFields.contains(marker.trimmed()))
+            tell(marker);
     };
     for (const QString &marker : properties.markers)
-        look(marker);
+        if (!names.contains(marker.trimmed()))
+            tell(marker);
     for (const CorrelationZone &zone : properties.zones) {
         if (!zone.isStartUserDepth)
-            look(zone.start);
+            lookInField(zone.start);
         if (!zone.isEndUserDepth)
-            look(zone.end);
+            lookInField(zone.end);
     }
     if (missing.text().isEmpty())
         return {};

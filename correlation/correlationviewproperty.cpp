@@ -28,7 +28,6 @@ CorrelationViewProperty::CorrelationViewProperty(CorrelationView *view)
     , m_flatAt(new QComboBox)
     , m_wellDistance(new QLineEdit(QString::number(CorrelationView::defaultWellDistance)))
 {
-    m_name->setWordWrap(true);
     m_depthType->addItems({QStringLiteral("MD"), QStringLiteral("TVDSS")});
     m_depthUnit->addItems({QStringLiteral("METER"), QStringLiteral("FEET")});
     m_flatAt->addItem(QStringLiteral("None"));

@@ -64,16 +64,17 @@ void CorrelationWellsTable::addWell(const CorrelationWell &well)
 void CorrelationWellsTable::addNextWell()
 {
     const QVector<CorrelationWell> there = wells();
+    const QStringList names = m_data.catalogue.wellNames();
     CorrelationWell next;
-    for (const QString &name : m_data.catalogue.wellNames()) {
-        const auto hasName = [&name](const CorrelationWell &well) { return well.wellName == name; };
-        if (std::any_of(there.begin(), there.end(), hasName))
-            continue;
-        next.wellName = name;
-        break;
-    }
     if (!there.isEmpty())
         next.templateName = there.last().templateName;
+    const int above = there.isEmpty() ? -1 : names.indexOf(there.last().wellName);
+    for (int i = 1; i <= names.size() && next.wellName.isEmpty(); ++i) {
+        const QString &name = names.at((above + i) % names.size());
+        const auto hasName = [&name](const CorrelationWell &well) { return well.wellName == name; };
+        if (std::none_of(there.begin(), there.end(), hasName))
+            next.wellName = name;
+    }
     addWell(next);
 }
 

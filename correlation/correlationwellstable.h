@@ -21,7 +21,7 @@ public:
 
     /// Adds a row at the end. A name that is none of the choosers' leaves them at their first entry.
     void addWell(const CorrelationWell &well = {});
-    /// Adds a row for the first well that has none yet, with the template of the row above.
+    /// Adds a row for the next well behind that of the row above that has none yet, with the template of that row.
     void addNextWell();
     /// The survey's wells and templates may be others now. What is chosen stays where it still exists.
     void refill();

@@ -1,6 +1,7 @@
 #include "correlation/correlationzonestable.h"
 
 #include "base/stillcombobox.h"
+#include "datastore/textfields.h"
 
 #include <QComboBox>
 #include <QHeaderView>
@@ -82,7 +83,7 @@ void CorrelationZonesTable::typedInto(QComboBox *chooser)
 
 void CorrelationZonesTable::place(QComboBox *chooser, const QString &text, bool isUserDepth) const
 {
-    chooser->setCurrentIndex(isUserDepth ? 0 : m_markers.indexOf(text.trimmed()) + 1);
+    chooser->setCurrentIndex(isUserDepth ? 0 : textfields::indexOfField(m_markers, text) + 1);
     if (isUserDepth)
         chooser->setEditText(text);
 }

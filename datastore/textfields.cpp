@@ -142,4 +142,15 @@ QString fieldName(const QString &name)
     return isOrdinaryName(name) ? name : trimmedString(oneField(name));
 }
 
+int indexOfField(const QStringList &names, const QString &text)
+{
+    const QString wanted = text.trimmed();
+    const int same = names.indexOf(wanted);
+    if (same >= 0)
+        return same;
+    const auto isMeant = [&wanted](const QString &name) { return fieldName(name) == wanted; };
+    const auto found = std::find_if(names.begin(), names.end(), isMeant);
+    return found == names.end() ? -1 : static_cast<int>(found - names.begin());
+}
+
 } // namespace textfields

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <string_view>
 #include <vector>
@@ -48,6 +49,9 @@ QByteArray oneField(const QString &text);
 /// The same for a name, without white space at its ends, as it is read back. Names are compared in this form wherever
 /// a file that has such fields holds one of them.
 QString fieldName(const QString &name);
+/// The place of the name that the text of a field means: of the one that reads so, else of the first that stands so in a
+/// field; -1 where none does. \a names are trimmed.
+int indexOfField(const QStringList &names, const QString &text);
 /// What stands for a "|" inside a field, as UTF-8.
 constexpr char brokenBar[] = "\xC2\xA6";
 

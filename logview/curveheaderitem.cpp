@@ -66,17 +66,21 @@ void CurveHeaderItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *,
 
     const int third = logview::toInt((m_width - 10) / 3);
     painter->setPen(textColor);
-    painter->drawText(QRectF(5, 23, third, 20), Qt::AlignLeft | Qt::AlignVCenter,
-                      QString::number(static_cast<double>(m_curve->scale().minimum)));
+    // A limit is there whole, in smaller letters if need be: half a number is another number.
+    const auto drawLimit = [painter, third](int x, int alignment, const QFont &largest, float limit) {
+        const QString text = QString::number(static_cast<double>(limit));
+        painter->setFont(logview::fittedFont(largest, text, third, painter->device()));
+        painter->drawText(QRectF(x, 23, third, 20), alignment | Qt::AlignVCenter, text);
+    };
+    drawLimit(5, Qt::AlignLeft, font, m_curve->scale().minimum);
+    painter->setFont(font);
     if (painter->fontMetrics().horizontalAdvance(m_curve->unit()) > third) {
         font.setPointSize(8);
         painter->setFont(font);
     }
     painter->drawText(QRectF(third + 5, 23, third, 20), Qt::AlignCenter, m_curve->unit());
     font.setPointSize(10);
-    painter->setFont(font);
-    painter->drawText(QRectF(2 * third + 5, 23, third, 20), Qt::AlignRight | Qt::AlignVCenter,
-                      QString::number(static_cast<double>(m_curve->scale().maximum)));
+    drawLimit(2 * third + 5, Qt::AlignRight, font, m_curve->scale().maximum);
 }
 
 QVariant CurveHeaderItem::itemChange(GraphicsItemChange change, const QVariant &value)

@@ -194,6 +194,15 @@ QRectF MarkerItem::nameExtent(const QFont &painterFont) const
     return metrics.boundingRect(place, nameFlags(width), markerName()) & place;
 }
 
+bool MarkerItem::isNameCut(const QFont &painterFont) const
+{
+    const QFontMetrics metrics(nameFont(painterFont));
+    const int width = metrics.horizontalAdvance(markerName());
+    const QRect place = nameRect(width).toRect();
+    return width > longestNameOnOneLine
+        && !place.contains(metrics.boundingRect(place, nameFlags(width), markerName()));
+}
+
 QVariant MarkerItem::itemChange(GraphicsItemChange change, const QVariant &value)
 {
     if (change == ItemSelectedHasChanged)

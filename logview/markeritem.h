@@ -58,6 +58,8 @@ public:
     void setNameOnPaper(bool isOnPaper);
     /// What the name takes at its own place, in item coordinates, when it is drawn by a painter with this font.
     QRectF nameExtent(const QFont &painterFont) const;
+    /// Whether its box cuts a part of the name off.
+    bool isNameCut(const QFont &painterFont) const;
 
     /// The pen with which the line is drawn now.
     QPen currentPen() const;

@@ -8,7 +8,7 @@
 class MarkerItem;
 
 /// Tops that stand close together keep their lines where they are; their names move apart. In a crowd some names have
-/// no room: those lines tell theirs under the mouse.
+/// no room: those lines tell theirs under the mouse, as do those whose name is cut by its box.
 class MarkerNames
 {
 public:
@@ -17,6 +17,12 @@ public:
     void place(const QVector<MarkerItem *> &markers, const QFont &font);
 
 private:
+    struct NameBox
+    {
+        QRectF extent;
+        bool isCut = false;
+    };
+
     QFont m_font;
-    QHash<QString, QRectF> m_extents; ///< in this font: the same names come again and again
+    QHash<QString, NameBox> m_boxes; ///< in this font: the same names come again and again
 };

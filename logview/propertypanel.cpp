@@ -38,8 +38,12 @@ void PropertyPanel::addRow(const QString &label, QWidget *field, const QString &
 {
     const int row = m_grid->rowCount();
     field->setObjectName(name);
-    if (auto *text = qobject_cast<QLabel *>(field))
+    if (auto *text = qobject_cast<QLabel *>(field)) {
         text->setTextFormat(Qt::PlainText); // names from data may look like markup
+        // A long name takes further lines: the dock must not grow with it.
+        text->setWordWrap(true);
+        text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    }
     auto *caption = new QLabel(label);
     caption->setBuddy(field);
     m_grid->addWidget(caption, row, 0);

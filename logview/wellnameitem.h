@@ -2,7 +2,8 @@
 
 #include <QGraphicsItem>
 
-/// The banner with the well's name above all tracks of the header scene.
+/// The banner with the well's name above all tracks of the header scene. Of a name that is longer than the banner its
+/// middle is left out; then it is told under the mouse.
 class WellNameItem : public QGraphicsItem
 {
 public:
@@ -17,6 +18,8 @@ public:
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget) override;
 
 private:
+    void tellLongName();
+
     QString m_wellName;
     float m_width;
 };

@@ -185,6 +185,23 @@ private slots:
         QVERIFY2(many.contains("the well \"B11\", and 2 more. "), qPrintable(many));
     }
 
+    // The file holds a broken bar in place of a bar in a marker's name. It means that marker all the same.
+    void zonesKeepMarkersWithABar()
+    {
+        const QString sand = QStringLiteral("Sand | upper");
+        for (MemoryHost::Well &well : m->host.storedWells)
+            well.markers.append({sand, 700, QColor(1, 2, 3)});
+        const QByteArray zones = "1\nZ|Sand \xC2\xA6 upper|Base|#ff8000|1|0|0\n";
+        m->store("North", "2\nA:T\nB:T\n", "1\nTop\n", zones);
+        m->show();
+        showDialog();
+        auto *table = ViewFixture::find<QTableWidget>(dialog(), "zonesTable");
+        QCOMPARE(CorrelationFixture::chooser(table, 0, 1)->currentText(), sand);
+        QVERIFY(ViewFixture::find<QLabel>(dialog(), "missingLabel")->text().isEmpty());
+        click("saveButton");
+        QVERIFY(files::read(m->filePath("North")).endsWith("Zones:" + zones));
+    }
+
     void wellsThatAreGoneAreNamedInSentences()
     {
         m->store("North", "3\nA:T\nX:T\nY:T\n");

@@ -222,6 +222,23 @@ private slots:
         QVERIFY(near(polygons.at(1).polygon.at(2), 880, 0));
     }
 
+    // A zone's fields stand between bars: a bar in a marker's name is a broken one there.
+    void zonesAtMarkersWithABar()
+    {
+        const auto well = [](double left, double right) {
+            return column(left, right, {{"Top | 1", {10, {}}}, {"Base", {20, {}}}, {"Base|", {30, {}}}});
+        };
+        const QVector<WellColumn> wells{well(0, 1), well(2, 3)};
+        const auto bottom = [&wells](const QString &start, const QString &end) {
+            const auto polygons = zonePolygons(wells, {zone(start, end)});
+            return polygons.size() == 1 ? polygons.first().polygon.at(2).y() : -1.0;
+        };
+        QCOMPARE(bottom(QString::fromUtf8("Top \u00a6 1"), "Base"), wells.at(1).toY(20).value());
+        QCOMPARE(bottom("Base", QString::fromUtf8("Base\u00a6 ")), wells.at(1).toY(30).value());
+        QCOMPARE(bottom("Top | 1", "Base"), wells.at(1).toY(20).value()); // before it is saved
+        QCOMPARE(bottom("Top / 1", "Base"), -1.0);
+    }
+
     void zonesThatAreLeftOut()
     {
         const QHash<QString, PlacedMarker> markers{{"T", {500, Qt::red}}, {"-", {-1, Qt::red}}, {"7", {7, Qt::red}}};

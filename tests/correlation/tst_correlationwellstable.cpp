@@ -42,6 +42,26 @@ private slots:
         table.addWell({QStringLiteral("None"), QStringLiteral("None")}); // as a file may say
         QCOMPARE(rows().at(4), "A:" + first);
     }
+
+    // Of sixty wells a section takes neighbours: the next one stands behind that of the row above.
+    void theNextWellStandsBehindTheOneAbove()
+    {
+        CorrelationFixture fixture;
+        fixture.openAt96Dots();
+        CorrelationWellsTable table(*fixture.launch);
+        const auto wells = [&table] {
+            QStringList names;
+            for (const CorrelationWell &well : table.wells())
+                names.append(well.wellName);
+            return names;
+        };
+        table.addNextWell();
+        CorrelationFixture::chooser(&table, 0, 0)->setCurrentText("B");
+        table.addNextWell();
+        QCOMPARE(wells(), QStringList({"B", "C"}));
+        table.addNextWell(); // behind the last one comes the first
+        QCOMPARE(wells(), QStringList({"B", "C", "A"}));
+    }
 };
 
 LORVA_TEST_MAIN(tst_correlationwellstable)

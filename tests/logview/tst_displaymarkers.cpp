@@ -121,6 +121,19 @@ private slots:
         QVERIFY(last->toolTip().isEmpty());
     }
 
+    // The box of a long name is narrow and low.
+    void aNameThatIsCutIsToldUnderTheMouse()
+    {
+        const MarkerItem *whole = add("Upper sand one two three", 100);
+        const MarkerItem *high =
+            add("A name of several words, <b>many</b> more than stand in the box of a name", 300);
+        const MarkerItem *broad = add("Anamethatisonewordandbroaderthanitsbox", 500);
+        QVERIFY(whole->isNameShown() && whole->toolTip().isEmpty());
+        QVERIFY(high->isNameShown());
+        QVERIFY(high->toolTip().contains(QLatin1String("&lt;b&gt;many")));
+        QVERIFY(broad->toolTip().contains(broad->markerName()));
+    }
+
     void manyChangesPlaceTheNamesOnce()
     {
         m_markers->beginChanges();

@@ -4,11 +4,13 @@
 #include "logview/geometry/displaystyle.h"
 #include "logview/markeritempropertywidget.h"
 #include "logview/trackitempropertywidget.h"
+#include "logview/wellnameitem.h"
 #include "support/testmain.h"
 #include "textrecorder.h"
 
 #include <QFontMetricsF>
 #include <QGuiApplication>
+#include <QLayout>
 
 namespace {
 
@@ -61,6 +63,8 @@ private slots:
     void banner();
     void curveHeaders();
     void longUnitsAreSmaller();
+    void limitsOfNarrowTracksAreWhole();
+    void longWellNamesAreShortened();
     void depthTrackHeaders();
     void longDepthHeadersFit();
     void markerNames();
@@ -70,6 +74,7 @@ private slots:
     void missingLogs();
     void missingDefaultLogs();
     void namesWithMarkup();
+    void longNamesWidenNoPanel();
 };
 
 void tst_displaytexts::banner()
@@ -114,6 +119,52 @@ void tst_displaytexts::longUnitsAreSmaller()
                               painter.setFont(times(8));
                               painter.drawText(QRectF(65, 23, 60, 20), Qt::AlignCenter, unit);
                           }).first());
+}
+
+// Half a number is another number.
+void tst_displaytexts::limitsOfNarrowTracksAreWhole()
+{
+    TextFixture f;
+    f.addTrack(1, "Linear\n" + curveLine("GR", "-99999 | 200000"));
+    f.show();
+    f.type(f.panelOf(f.track(0)), "widthEdit", QStringLiteral("0.75"));
+    const QVector<DrawnText> texts = f.headerTexts(QRectF(2, 22, 60, 41));
+    const int c = 20; // a third of 62
+    QCOMPARE(texts.size(), 4);
+    QCOMPARE(texts.at(1).text, QString("-99999"));
+    QCOMPARE(texts.at(3).text, QString("200000"));
+    TextRecorder device;
+    for (const DrawnText &limit : {texts.at(1), texts.at(3)}) {
+        QVERIFY(limit.box.width() <= c);
+        QVERIFY(QFontMetricsF(times(qRound(limit.pointSize) + 1), &device).horizontalAdvance(limit.text) > c);
+    }
+    QCOMPARE(QVector<DrawnText>({texts.at(2), texts.at(3)}), TextRecorder::record([&](QPainter &painter) {
+                 painter.translate(-2, -2);
+                 painter.setFont(times(8));
+                 painter.drawText(QRectF(c + 5, 23, c, 20), Qt::AlignCenter, QStringLiteral("gapi"));
+                 painter.setFont(times(qRound(texts.at(3).pointSize)));
+                 painter.drawText(QRectF(2 * c + 5, 23, c, 20), Qt::AlignRight | Qt::AlignVCenter,
+                                  QStringLiteral("200000"));
+             }));
+}
+
+// Wells of a field begin alike and end differently: what is left out stands in the middle.
+void tst_displaytexts::longWellNamesAreShortened()
+{
+    const QString name = QStringLiteral("15/9-F-1 <b>Northern</b> block, side track B T2");
+    WellNameItem banner(name, 120, nullptr);
+    const auto drawn = [&banner] {
+        return TextRecorder::record([&](QPainter &painter) { banner.paint(&painter, nullptr, nullptr); });
+    };
+    const DrawnText text = drawn().first();
+    QVERIFY2(text.text.startsWith("15/9-F") && text.text.endsWith("B T2"), qPrintable(text.text));
+    QVERIFY(text.text.contains(QChar(0x2026)));
+    QVERIFY(text.box.left() >= 2 && text.box.right() <= 118);
+    QVERIFY(text.box.width() > 90); // no more than needed
+    QVERIFY(banner.toolTip().contains(QLatin1String("&lt;b&gt;Northern&lt;/b&gt;")));
+    banner.setWidth(600);
+    QCOMPARE(drawn().first().text, name);
+    QVERIFY(banner.toolTip().isEmpty());
 }
 
 void tst_displaytexts::depthTrackHeaders()
@@ -319,6 +370,33 @@ void tst_displaytexts::namesWithMarkup()
         QCOMPARE(panel->findChild<QLabel *>(QStringLiteral("wellNameLabel"))->textFormat(), Qt::PlainText);
     for (const char *name : {"groupNameLabel", "unitLabel"})
         QCOMPARE(panels.at(2)->findChild<QLabel *>(QString::fromLatin1(name))->textFormat(), Qt::PlainText);
+}
+
+// The dock is as wide as its panel needs: a name would take the room of the tracks.
+void tst_displaytexts::longNamesWidenNoPanel()
+{
+    TextFixture f;
+    f.addMarker(QStringLiteral("Top"), 100);
+    f.show();
+    const QString longName = QStringLiteral("A well of the northern block with a name of many words, ").repeated(3);
+    const QString oneWord = QString(150, u'W');
+    for (QWidget *panel : {static_cast<QWidget *>(f.panel()), static_cast<QWidget *>(f.panelOf(f.track(0))),
+                           static_cast<QWidget *>(f.panelOf(f.curve(0, 0))),
+                           static_cast<QWidget *>(f.panelOf(f.showMarker(QStringLiteral("Top"))))}) {
+        auto *label = panel->findChild<QLabel *>(QStringLiteral("wellNameLabel"));
+        const auto narrowest = [panel, label](const QString &name) {
+            label->setText(name);
+            panel->layout()->activate();
+            return panel->minimumSizeHint().width();
+        };
+        const int width = narrowest(QStringLiteral("W"));
+        QCOMPARE(narrowest(oneWord), width);
+        QCOMPARE(narrowest(longName), width);
+        panel->resize(width + 80, panel->heightForWidth(width + 80));
+        panel->layout()->activate();
+        QVERIFY(label->height() >= label->heightForWidth(label->width()));
+        QVERIFY(label->height() > 2 * label->fontMetrics().height());
+    }
 }
 
 LORVA_TEST_MAIN(tst_displaytexts)
