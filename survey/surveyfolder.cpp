@@ -9,7 +9,6 @@
 #include "survey/surveyplace.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include <cerrno>
@@ -114,7 +113,7 @@ QString write(const QString &path, const QByteArray &bytes)
 
 QString makeFolder(const QString &path)
 {
-    if (base::fileSystemCalls().mkdir(QFile::encodeName(path).constData()) == 0)
+    if (base::makeFolder(path))
         return {};
     return QStringLiteral("Cannot make the folder %1: %2.").arg(path, base::systemErrorText(errno));
 }

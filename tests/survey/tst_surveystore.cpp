@@ -51,6 +51,7 @@ private slots:
 
     void writesMarkersAndTellsOfThem();
     void keepsWhatAnotherProgramWroteIntoTheMarkers();
+    void newFilesHaveTheUnitOfTheirWell();
     void doesNotReplaceMarkersItCannotRead();
     void keepsMarkersThatItCannotShow();
     void doesNotRewriteWhatIsNoListOfMarkers_data();
@@ -255,6 +256,20 @@ void TestSurveyStore::keepsWhatAnotherProgramWroteIntoTheMarkers()
         QByteArray(
             "!\nDepth-Unit: Meter\nWhole: x\n1.Name: Z\n1.Depth along hole: 1\n1.Strat Level: -1\n1.Color: 255`0`0\n"
             "2.Name: A\n2.Depth along hole: 150\n2.Strat Level: -1\n2.Color: 255`0`0`77\n2.Note:  by hand \n"));
+}
+
+// A host's survey may hold wells in another unit than its own.
+void TestSurveyStore::newFilesHaveTheUnitOfTheirWell()
+{
+    OneWell survey;
+    survey.write("a.well", wellFile().replace("Depth-Unit: Meter", "Depth-Unit: Feet"));
+    QVERIFY(survey.store.writeMarkers(survey.key, {marker("A", 1)}).ok());
+    QVERIFY(survey.store.writeLog(survey.key, log("GR", {1})).ok());
+    QVERIFY(survey.read("a.wlm").contains("\nDepth-Unit: Feet\n"));
+    QVERIFY(survey.read("a^1.wll").contains("\nDepth-Unit: Feet\n"));
+    survey.write("a.well", wellFile().replace("Depth-Unit: Meter\n", ""));
+    QVERIFY(survey.store.writeLog(survey.key, log("DT", {1})).ok());
+    QVERIFY(survey.read("a^2.wll").contains("\nDepth-Unit: Meter\n"));
 }
 
 void TestSurveyStore::doesNotReplaceMarkersItCannotRead()
