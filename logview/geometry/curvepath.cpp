@@ -1,6 +1,7 @@
 #include "logview/geometry/curvepath.h"
 
 #include "logview/geometry/rowreducer.h"
+#include "logview/geometry/stepscan.h"
 
 #include <QPainter>
 
@@ -125,6 +126,13 @@ std::pair<int, int> SamplePlacer::range(const CurveSamples &samples, const Shown
     const int last = samples.partition(first, samples.size(), isNotAfter);
     return {first > 0 && !isOutOfRange(first - 1) ? first - 1 : first,
             last < samples.size() && !isOutOfRange(last) ? last + 1 : last};
+}
+
+void SamplePlacer::toSteps(const CurveSamples &samples, int first, int count, int row, int *steps) const
+{
+    samples.useDepths([&](const auto *depthsM) {
+        placeDepths({1, m_start, m_height, m_extent}, m_key.reference, depthsM + first, count, row, steps);
+    });
 }
 
 QPainterPath reducedPath(const CurveSamples &samples, const CurveKey &key, const ShownRows &rows)

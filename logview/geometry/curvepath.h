@@ -78,26 +78,8 @@ public:
     {
         return clampedY(m_key.reference.toDisplay(samples.depthM(i)));
     }
-    /// How far below a row some depths in metres stand which it draws, in 64ths of a pixel, rounded down; none stands above.
-    template<int count, class Depth>
-    void toSteps(const Depth *depthsM, int row, int (&steps)[count]) const
-    {
-        const double start = m_start; // compilers make vector instructions of what cannot change, one thing after the other
-        const double height = m_height;
-        const double extent = m_extent;
-        double y[count];
-        if (m_key.reference.type != TvdSubsea && m_key.reference.unit != Feet) {
-            for (int i = 0; i < count; ++i)
-                y[i] = (static_cast<double>(static_cast<float>(depthsM[i])) - start) * height / extent;
-        } else {
-            for (int i = 0; i < count; ++i)
-                y[i] = yOf(m_key.reference.toDisplay(static_cast<double>(depthsM[i])));
-        }
-        for (int i = 0; i < count; ++i)
-            y[i] = std::min(y[i], height);
-        for (int i = 0; i < count; ++i)
-            steps[i] = static_cast<int>((y[i] - row) * 64);
-    }
+    /// How far below a row some samples stand which it draws, in 64ths of a pixel, rounded down; none stands above.
+    void toSteps(const CurveSamples &samples, int first, int count, int row, int *steps) const;
     /// x of a value; NaN where the line breaks.
     double x(double value) const { return m_value.toPixel(value); }
     /// Whether x grows, or falls, with the value.

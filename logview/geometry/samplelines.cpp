@@ -1,5 +1,12 @@
 #include "logview/geometry/samplelines.h"
 
+#include "logview/geometry/valuescan.h"
+
+#include <QtAlgorithms>
+
+#include <algorithm>
+#include <cstring>
+
 namespace logview {
 
 SampleLines::SampleLines(PixelRows &pixels, ThinPen &pen, const CurveSamples &samples, const CurveKey &key, int topY)
@@ -12,131 +19,232 @@ SampleLines::SampleLines(PixelRows &pixels, ThinPen &pen, const CurveSamples &sa
 {
 }
 
+int SampleLines::firstBreak(int from, int end) const
+{
+    const auto [low, high] = m_value.valuesBetween(-1, m_placer.width() + 1);
+    const auto firstOf = [&, low = low, high = high](const auto *values, int first) {
+        using Value = std::decay_t<decltype(*values)>;
+        constexpr double rounding = 1.0000001 * static_cast<double>(std::numeric_limits<Value>::epsilon());
+        return firstBeyond(values, first, end, static_cast<Value>(low + rounding * std::abs(low)),
+                           static_cast<Value>(high - rounding * std::abs(high)),
+                           static_cast<Value>(m_samples.nullValue()));
+    };
+    for (; from < end; ++from) {
+        from = m_samples.useValues([&](const auto *values) { return firstOf(values, from); });
+        if (from < end && (m_samples.isNull(from) || std::isnan(m_value.toPixel(m_samples.value(from)))))
+            break;
+    }
+    return from;
+}
+
 void SampleLines::draw(int from, int to)
 {
-    for (; from < to; from += together) {
-        const int lines = std::min(to - from, together);
-        if (place(from, lines)) {
-            classify(lines);
-            drawPlaced(lines);
-        } else {
-            for (int i = from; i < from + lines; ++i)
-                m_pen.draw(pointOf(i), pointOf(i + 1), ThinPen::NoCap);
+    constexpr int many = 128; // samples in a step
+    const bool isCrowded = to - from > many * std::abs(yOf(to) - yOf(from));
+    int step = from; // where the next one begins
+    int perStep = 0;
+    m_passed = -1;
+    while (from < to) {
+        int end = std::min(from + most, to);
+        if (isCrowded) {
+            if (from == step) {
+                const qint64 y = yOf(from);
+                step = firstAround(from, from + perStep, to + 1, [&](int i) { return yOf(i) == y; });
+                perStep = step - from;
+            }
+            end = std::min(from + most, step - 1);
+            if (end - from >= few && pass(from, end)) {
+                from = end;
+                continue;
+            }
+            if (end - from < few)
+                end = std::min(step, to);
         }
+        comeBack(from);
+        drawSome(from, end - from);
+        from = end;
     }
+    comeBack(to);
 }
 
-PenPoint SampleLines::pointOf(int sample) const
+// Passes over lines between samples that stand in one step, when they set no pixel that is not set.
+bool SampleLines::pass(int from, int to)
 {
-    return {painterSteps(m_value.toPixel(m_samples.value(sample))),
-            painterSteps(m_placer.y(m_samples, sample) - m_topY)};
-}
-
-// False where they are too far away for 32 bits, or so far above the first row that rounding might be another one.
-bool SampleLines::place(int first, int lines)
-{
-    constexpr double farthest = 1 << 23;
-    const auto [top, bottom] = std::minmax({m_placer.y(m_samples, first), m_placer.y(m_samples, first + lines)});
-    const int row = top >= m_topY ? m_topY : 0; // none of them stands above it
-    if (2 * top < m_topY || bottom - row > farthest)
+    m_row = yOf(from) >> 6;
+    if (m_passed < 0 && !m_pen.isBehindLine(xOf(from), m_row))
         return false;
-    const auto placeAll = [lines](const auto *numbers, int *steps, const auto &toSteps) {
-        int i = 0;
-        int some[block];
-        for (; i + block <= lines + 1; i += block) {
-            toSteps(numbers + i, some);
-            std::copy(some, some + block, steps + i);
-        }
-        for (; i <= lines; ++i) {
-            int one[1];
-            toSteps(numbers + i, one);
-            steps[i] = one[0];
-        }
-    };
-    m_samples.useValues([&](const auto *values) {
-        placeAll(values + first, m_x, [this](const auto *some, auto &steps) { m_value.toSteps(some, steps); });
+    const auto [smallest, largest] = m_samples.useValues([&](const auto *values) {
+        const auto extremes = extremesOf(values, from, to);
+        return std::pair(static_cast<double>(extremes.smallest), static_cast<double>(extremes.largest));
     });
-    m_samples.useDepths([&, start = row](const auto *depthsM) {
-        placeAll(depthsM + first, m_y, [&](const auto *some, auto &steps) { m_placer.toSteps(some, start, steps); });
-    });
-    for (int i = 0; row != m_topY && i <= lines; ++i)
-        m_y[i] -= 64 * m_topY;
+    if (!m_value.isMonotonous(smallest))
+        return false;
+    const auto stepsOf = [this](double value) { return painterSteps(m_value.toPixel(value)); };
+    const auto [leftX, rightX] = std::minmax({stepsOf(smallest), stepsOf(largest)});
+    // They have to go over the middle of a column, for the pen to be brought behind them.
+    if (columnFrom(leftX) == columnFrom(rightX) || !isSet(columnFrom(leftX - 1), columnFrom(rightX + 1)))
+        return false;
+    m_passed = from;
     return true;
 }
 
-// No branches, for vector instructions.
-void SampleLines::classify(int lines)
+// Brings the pen to a sample, behind lines that were passed over.
+void SampleLines::comeBack(int sample)
 {
-    for (int at = 0; at <= lines; at += block)
-        for (int k = 0; k < block; ++k)
-            m_column[at + k] = (m_x[at + k] + 32) >> 6;
-    for (int at = 0; at < lines; at += block) {
-        const int *x = m_x + at;
-        const int *y = m_y + at;
-        const int *column = m_column + at;
-        for (int k = 0; k < block; ++k) {
-            const int right = x[k + 1] - x[k];
-            const int along = right < 0 ? -right : right;
-            const int down = y[k + 1] - y[k];
-            const int goesRight = column[k + 1] > column[k] ? 1 : 0;
-            const int goesLeft = column[k + 1] < column[k] ? 1 : 0;
-            // In the first half of a pixel, which it sets.
-            const int turnsLeft = (right < 0 ? 1 : 0) & (along >= down ? 1 : 0) & (x[k] >> 6 == column[k] ? 1 : 0);
-            const int moves = goesRight | goesLeft;
-            const int sets = moves | turnsLeft;
-            const int leavesRow = y[k + 1] >> 6 != y[k] >> 6 ? 1 : 0;
-            const int crossesMiddle = y[k + 1] >> 5 != y[k] >> 5 ? 1 : 0;
-            // It may go on for half a pixel, to the left, and for a whole one after a turn, to the right. Steep ones do.
-            const int room = 63 - (y[k + 1] & 63);
-            const int sinks =
-                static_cast<float>(along) * static_cast<float>(room) < 64 * static_cast<float>(down) ? 1 : 0;
-            const int isSpecial =
-                leavesRow | (down < 0 ? 1 : 0) | ((along < down ? 1 : 0) & crossesMiddle) | (sinks & sets);
-            m_kind[at + k] = isSpecial * Special | moves * SetsAfterLeft | sets * SetsAfterRight
-                | goesRight * IsRightAfterLeft | (1 - (goesLeft | turnsLeft)) * IsRightAfterRight;
-            // A single pixel after a turn to the right is set with the next one.
-            const int end = column[k + 1] + (column[k + 1] - column[k] == 1 ? 1 : 0);
-            const int endOfTurn = column[k] + turnsLeft;
-            m_end[0][at + k] = end > column[k] ? end : column[k];
-            m_end[1][at + k] = endOfTurn > column[k + 1] ? endOfTurn : column[k + 1];
-        }
+    if (m_passed < 0)
+        return;
+    m_known = 0;
+    int first = std::max(m_passed, sample - few);
+    placeValuesOf(first, sample - first + 1);
+    if (lastCrossing(sample - first) == 0) {
+        first = m_passed;
+        placeValuesOf(first, sample - first + 1);
     }
+    std::fill_n(m_y, sample - first + 1, static_cast<int>(yOf(sample)));
+    m_row = m_y[0] >> 6;
+    standAt(sample - first);
+    m_passed = -1;
 }
 
-void SampleLines::drawPlaced(int lines)
+void SampleLines::drawSome(int from, int lines)
 {
-    for (int line = 0; line < lines; ++line) {
-        if (m_pen.isBehindLevel(m_x[line], m_y[line] >> 6)) {
-            line = drawRun(line, lines);
-        } else if (m_pen.isSilentOnSpot(m_x[line])) {
-            while (line < lines && (m_kind[line] & (Special | SetsAfterRight)) == 0)
-                ++line;
-        }
+    if (!placeSome(from, lines)) {
+        for (int i = from; i < from + lines; ++i)
+            m_pen.draw({xOf(i), yOf(i)}, {xOf(i + 1), yOf(i + 1)}, ThinPen::NoCap);
+        return;
+    }
+    for (int line = 0; line < lines;) {
+        line = drawUntilInRow(line);
+        if (line == lines)
+            return;
+        const int special = nextSpecial(line);
+        drawLevel(line, special);
+        line = special;
         if (line < lines)
-            m_pen.draw({m_x[line], m_y[line]}, {m_x[line + 1], m_y[line + 1]}, ThinPen::NoCap);
+            drawLine(line++);
     }
 }
 
-// Draws lines up to the next special one, which it gives.
-int SampleLines::drawRun(int line, int lines)
+void SampleLines::placeValuesOf(int from, int count)
 {
-    const int row = m_y[line] >> 6;
-    int left = m_column[line];
-    int end = left;
-    int last = -1; // that sets pixels
-    int isRight = m_pen.goesRight() ? 1 : 0;
-    for (; line < lines && (m_kind[line] & Special) == 0; ++line) {
-        left = std::min(left, m_column[line + 1]);
-        end = std::max(end, m_end[isRight][line]);
-        const int kind = m_kind[line] >> isRight;
-        last = (kind & SetsAfterLeft) != 0 ? line : last;
-        isRight = (kind & IsRightAfterLeft) != 0 ? 1 : 0;
-    }
-    if (last >= 0) {
-        m_pixels.set(row, left, end - 1);
-        m_pen.standBehind({m_x[last], m_y[last]}, {m_x[last + 1], m_y[last + 1]}, row);
+    m_samples.useValues([&](const auto *values) { m_value.toSteps(values + from, count, m_x); });
+}
+
+// False where they are too far away for 32 bits.
+bool SampleLines::placeSome(int from, int lines)
+{
+    constexpr qint64 farthest = 1 << 29;
+    const auto [top, bottom] = std::minmax({yOf(from), yOf(from + lines)});
+    if (top < -farthest || bottom > farthest)
+        return false;
+    m_lines = lines;
+    placeValuesOf(from, lines + 1);
+    if (top >= 0 && top != bottom)
+        m_placer.toSteps(m_samples, from, lines + 1, m_topY, m_y);
+    for (int i = 0; (top < 0 || top == bottom) && i <= lines; ++i)
+        m_y[i] = static_cast<int>(top == bottom ? top : yOf(from + i));
+    markSpecial(m_x, m_y, lines, m_marks);
+    std::fill_n(m_marks + lines, together, static_cast<unsigned char>(1));
+    return true;
+}
+
+// Draws one line after the other until the pen is in the row of the point that is reached.
+int SampleLines::drawUntilInRow(int line)
+{
+    for (; line < m_lines; ++line) {
+        m_row = m_y[line] >> 6;
+        if (m_pen.isBehindLine(m_x[line], m_row))
+            break;
+        const int along = std::abs(m_x[line + 1] - m_x[line]);
+        const bool isFlat = along > 0 && along >= m_y[line + 1] - m_y[line];
+        if (m_marks[line] != 0 || (isFlat && !m_pen.isSilent(m_x[line], m_x[line + 1])))
+            drawLine(line);
     }
     return line;
+}
+
+int SampleLines::nextSpecial(int line) const
+{
+    for (; line < m_lines; line += together) {
+        quint64 marks = 0;
+        std::memcpy(&marks, m_marks + line, sizeof marks);
+        if (marks != 0)
+            return line
+                + static_cast<int>(std::find(m_marks + line, m_marks + line + together, 1) - (m_marks + line));
+    }
+    return m_lines;
+}
+
+// Draws lines of a row, none of them special. The pen is in the row.
+void SampleLines::drawLevel(int from, int to)
+{
+    if (from == to)
+        return;
+    m_known = from;
+    const Extremes<int> x = extremesOf(m_x, from, to);
+    const qint64 left = columnFrom(x.smallest);
+    const qint64 right = columnFrom(x.largest);
+    if (left < right) {
+        m_pixels.set(m_row, left, right - 1);
+        // Where it turns in the first half of a pixel, the line back sets that, too.
+        if (x.largest >> 6 == right && columnFrom(m_x[from]) < right && columnFrom(m_x[to]) < right)
+            m_pixels.set(m_row, right, right);
+        else if (!isSet(right, right))
+            settleRight(static_cast<int>(right), from, to);
+    }
+    standAt(to);
+}
+
+// Draws what may set the last column: lines to it and in it.
+void SampleLines::settleRight(int column, int from, int to)
+{
+    const int edge = column * 64 - 32;
+    for (int line = from; line < to && !isSet(column, column);) {
+        if (m_x[line] < edge) {
+            line = firstFrom(m_x, line + 1, to + 1, edge) - 1;
+            if (line == to)
+                return;
+            standAt(line);
+        }
+        do {
+            if (!m_pen.isSilent(m_x[line], m_x[line + 1]))
+                drawLine(line);
+            ++line;
+        } while (line < to && m_x[line] >= edge && !isSet(column, column));
+        m_known = line;
+    }
+}
+
+bool SampleLines::isSet(qint64 left, qint64 right) const
+{
+    const auto [first, last] = m_pixels.runIn(m_row);
+    return left >= first && right <= last;
+}
+
+// The last point up to one to which a line goes over the middle of a column; where there is none, that where the pen stands.
+int SampleLines::lastCrossing(int point) const
+{
+    while (point > m_known && columnFrom(m_x[point - 1]) == columnFrom(m_x[point]))
+        --point;
+    return point;
+}
+
+// Brings the pen to a point, behind lines of the row. Those without a pixel leave it as it is; a line to the left may set the
+// one in which it turns.
+void SampleLines::standAt(int point)
+{
+    int known = lastCrossing(point);
+    if (known > m_known)
+        m_pen.standBehind({m_x[known - 1], m_y[known - 1]}, {m_x[known], m_y[known]}, m_row);
+    for (; known < point && m_pen.goesRight(); ++known)
+        if (!m_pen.isSilent(m_x[known], m_x[known + 1]))
+            drawLine(known);
+    m_known = point;
+}
+
+void SampleLines::drawLine(int line)
+{
+    m_pen.draw({m_x[line], m_y[line]}, {m_x[line + 1], m_y[line + 1]}, ThinPen::NoCap);
 }
 
 } // namespace logview

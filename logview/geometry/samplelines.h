@@ -1,38 +1,50 @@
 #pragma once
 
 #include "logview/geometry/curvepath.h"
+#include "logview/geometry/stepscan.h"
 #include "logview/geometry/thinpen.h"
-#include "logview/geometry/valuescan.h"
 
 namespace logview {
 
-/// Draws the lines between the samples of a log with a thin pen, some dozens at a time.
+/// Draws the lines between the samples of a log with a thin pen, some hundreds at a time.
 ///
-/// Most lines stay in their row of pixels or set none. Those that follow one another in a row set one run of pixels, from
-/// their smallest to their largest x, and the pen is where the last of them leaves it that sets one. Only special lines are
-/// drawn by the pen: those to another row, those that are so steep that they set a pixel or go over the middle of a column,
-/// and those that may go on into the next row, beyond their end.
+/// Only special lines are drawn by the pen: those to another row, steep ones, and short ones that may set a pixel below their row.
+/// The others that follow one another set, as a line is continuous, all pixels of the row from their smallest to their largest x;
+/// only for the last one on the right it has to be looked how they turn there. What the pen remembers behind them is found by going
+/// back to the last line over the middle of a column. Where many samples stand in one step and between pixels that are set, only
+/// their smallest and their largest value are looked at.
 class SampleLines
 {
 public:
     /// \a topY is the track's row that is row 0 of the pixels.
     SampleLines(PixelRows &pixels, ThinPen &pen, const CurveSamples &samples, const CurveKey &key, int topY);
 
+    /// The first of the samples [from, end) that breaks the line.
+    int firstBreak(int from, int end) const;
     /// Draws the lines from one sample on to another. The pen stands behind a line to the first; no sample breaks the line.
     void draw(int from, int to);
 
 private:
-    static constexpr int together = 64; // lines
-    static constexpr int block = scannedTogether;
-    /// What is known of a line before the lines before it are. Some of it depends on whether the last one that set pixels
-    /// went to the left or to the right: bits that stand side by side.
-    enum Kind { Special = 1, SetsAfterLeft = 2, SetsAfterRight = 4, IsRightAfterLeft = 8, IsRightAfterRight = 16 };
+    static constexpr int most = 512; // lines that are placed together
+    static constexpr int few = 32;
+    static constexpr int together = 8; // marks that are looked at
 
-    PenPoint pointOf(int sample) const;
-    bool place(int first, int lines);
-    void classify(int lines);
-    void drawPlaced(int lines);
-    int drawRun(int line, int lines);
+    bool pass(int from, int to);
+    void comeBack(int sample);
+    void drawSome(int from, int lines);
+    bool placeSome(int from, int lines);
+    int drawUntilInRow(int line);
+    int nextSpecial(int line) const;
+    void drawLevel(int from, int to);
+    void settleRight(int column, int from, int to);
+    int lastCrossing(int line) const;
+    void standAt(int line);
+    void drawLine(int line);
+
+    bool isSet(qint64 left, qint64 right) const;
+    void placeValuesOf(int from, int count);
+    qint64 xOf(int sample) const { return painterSteps(m_value.toPixel(m_samples.value(sample))); }
+    qint64 yOf(int sample) const { return painterSteps(m_placer.y(m_samples, sample) - m_topY); }
 
     const CurveSamples &m_samples;
     SamplePlacer m_placer;
@@ -40,13 +52,14 @@ private:
     int m_topY;
     PixelRows &m_pixels;
     ThinPen &m_pen;
-    // Of the samples that are placed.
-    int m_x[together + block] = {};
-    int m_y[together + block] = {};
-    int m_column[together + block] = {}; // the first one with its middle there or to the right
-    // Of the lines from each of them to the next.
-    int m_kind[together] = {};
-    int m_end[2][together] = {}; // column behind the pixels, after a line to the left and after one to the right
+
+    int m_passed = -1; // the first sample of lines that the pen did not follow
+    qint64 m_row = 0;
+    int m_lines = 0; // of those that are placed
+    int m_known = 0; // the point of them where the pen stands
+    int m_x[most + 1] = {};
+    int m_y[most + 1] = {};
+    unsigned char m_marks[most + together] = {};
 };
 
 } // namespace logview

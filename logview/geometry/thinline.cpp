@@ -1,5 +1,6 @@
 #include "base/vectorregisters.h"
-#include "logview/geometry/denseline.h"
+#include "logview/geometry/samplelines.h"
+#include "logview/geometry/valuescan.h"
 
 #include <utility>
 
@@ -19,7 +20,7 @@ public:
         , m_cutTop(device.top - 1)
         , m_cutBottom(device.bottom + 2)
         , m_pen(pixels)
-        , m_dense(pixels, m_pen, samples, key, topY)
+        , m_lines(pixels, m_pen, samples, key, topY)
     {
     }
 
@@ -33,10 +34,10 @@ public:
             if (place == SamplePlacer::Drawn) {
                 stroke(ThinPen::NoCap);
                 if (m_count > 1 && i > uncut.first && i + 1 < uncut.second) {
-                    end = i < end ? end : m_dense.firstBreak(i, range.second);
+                    end = i < end ? end : m_lines.firstBreak(i, range.second);
                     const int last = std::min(end, uncut.second) - 2; // the end of a line is drawn by itself
                     if (last > i) {
-                        m_dense.draw(i - 1, last);
+                        m_lines.draw(i - 1, last);
                         i = last;
                         goOn(positionOf(i - 1));
                         m_placer.place(m_samples, i, position);
@@ -129,7 +130,7 @@ private:
     double m_cutTop; // what lies above or below is cut off
     double m_cutBottom;
     ThinPen m_pen;
-    DenseLine m_dense;
+    SampleLines m_lines;
     PenPoint m_from;
     PenPoint m_to;
     QPointF m_fromPosition; // the same in the track

@@ -43,16 +43,6 @@ public:
     }
 
     void lift() { m_lastX = nowhere; }
-    /// Between these x, the second one excluded, a line from \a x that crosses no middle of a row sets no pixel, wherever
-    /// it goes, and leaves the pen as it is. Empty when the second is not above the first.
-    std::pair<qint64, qint64> silentAround(qint64 x) const
-    {
-        const qint64 column = columnFrom(x);
-        const qint64 begin = column * 64 - 32;
-        if (m_lastDirection == Along) // back from the right half of a pixel it sets that
-            return {begin, column * 64};
-        return {begin, m_lastDirection != -Along || m_lastX == column ? begin + 64 : begin};
-    }
     /// Whether a line that goes farther along than down sets no pixel and leaves the pen as it is.
     bool isSilent(qint64 fromX, qint64 toX) const
     {
@@ -65,25 +55,14 @@ public:
     }
     /// Whether the line before went to the right.
     bool goesRight() const { return m_lastDirection == Along; }
-    /// Whether the last pixel is in one of some rows, and beside \a x as a line that came there leaves it.
-    bool isBehindLine(qint64 x, qint64 topRow, qint64 bottomRow) const
+    /// Whether the last pixel is in a row, and beside \a x as a line that came there leaves it.
+    bool isBehindLine(qint64 x, qint64 row) const
     {
         const qint64 column = columnFrom(x);
-        return m_lastY >= topRow && m_lastY <= bottomRow
-            && (m_lastX == column || (m_lastX == column - 1 && m_lastDirection != -Along));
+        return m_lastY == row && (m_lastX == column || (m_lastX == column - 1 && m_lastDirection != -Along));
     }
-    /// Whether the last pixel is in a row, as a line to \a x leaves it that goes farther along than down.
-    bool isBehindLevel(qint64 x, qint64 row) const
-    {
-        const qint64 column = columnFrom(x);
-        return m_lastY == row
-            && ((m_lastDirection == Along && m_lastX == column - 1) || (m_lastDirection == -Along && m_lastX == column));
-    }
-    /// Whether lines from \a x that go over no middle of a pixel and do not turn to the left set none.
-    bool isSilentOnSpot(qint64 x) const { return m_lastDirection != -Along || m_lastX == columnFrom(x); }
-    /// Makes it the pen after a line that sets pixels in one row and is nearly level, when it was in that row before.
-    void standBehindLevel(qint64 fromX, qint64 toX, qint64 row) { standBehind({fromX, row}, {toX, row}, row); }
-    /// The same for any line that goes farther along than down.
+    /// Makes it the pen after a line over the middle of a column that sets pixels in one row, when it was in that row before,
+    /// and that goes farther along than down.
     void standBehind(const PenPoint &from, const PenPoint &to, qint64 row)
     {
         const bool isRight = to.x > from.x;
@@ -91,24 +70,6 @@ public:
         m_lastY = row;
         m_lastDirection = isRight ? Along : -Along;
         m_isLastAligned = 4 * std::abs(to.y - from.y) < std::abs(to.x - from.x);
-    }
-    /// Makes it the pen after a line that goes over the middle of a column and farther along than down, when the pen was
-    /// behind another line, no more than a row off. False, with nothing done, where more of that one counts.
-    bool standBehind(const PenPoint &from, const PenPoint &to)
-    {
-        const bool isRight = to.x > from.x;
-        const PenPoint &left = isRight ? from : to;
-        const PenPoint &right = isRight ? to : from;
-        const qint64 slope = slopeOf(right.y - left.y, right.x - left.x);
-        const qint64 column = columnFrom(to.x) - (isRight ? 1 : 0);
-        const qint64 v = left.y * 1024 + ((column * 64 + (slope > 0 ? 32 : 0) - left.x) * slope >> 6);
-        if ((v - 1) >> 16 != (v + 1) >> 16)
-            return false;
-        m_lastX = column;
-        m_lastY = v >> 16;
-        m_lastDirection = isRight ? Along : -Along;
-        m_isLastAligned = isAligned(slope);
-        return true;
     }
     void draw(const PenPoint &from, const PenPoint &to, int caps)
     {

@@ -1,5 +1,7 @@
 #include "logview/geometry/valuescale.h"
 
+#include "logview/geometry/stepscan.h"
+
 namespace logview {
 
 namespace {
@@ -40,6 +42,19 @@ ValuePlacer::ValuePlacer(const ValueScale &scale)
     }
     m_perPixel = m_span / m_width;
 }
+
+template<class Value>
+void ValuePlacer::placeAll(const Value *values, int count, int *steps) const
+{
+    if (!m_isLogarithmic && m_span > 0) {
+        placeValues({m_sign, m_low, m_width, m_span}, values, count, steps);
+        return;
+    }
+    for (int i = 0; i < count; ++i)
+        steps[i] = static_cast<int>(toPixel(static_cast<double>(values[i])) * 64);
+}
+template void ValuePlacer::placeAll(const float *, int, int *) const;
+template void ValuePlacer::placeAll(const double *, int, int *) const;
 
 double ValuePlacer::toLogarithmicPixel(double value) const
 {

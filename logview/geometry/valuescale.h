@@ -45,37 +45,19 @@ public:
         const double right = x < m_width ? x : m_width; // of equal limits, and of no number, 0
         return right > 0 && x == x ? right : 0;
     }
-    /// toPixel() in 64ths of a pixel, rounded down, of some values which it places, all that come together.
-    template<int count, class Value>
-    void toSteps(const Value *values, int (&steps)[count]) const
-    {
-        if (m_isLogarithmic || !(m_span > 0)) {
-            for (int i = 0; i < count; ++i)
-                steps[i] = static_cast<int>(toPixel(static_cast<double>(values[i])) * 64);
-            return;
-        }
-        const ValuePlacer placer = *this; // compilers make vector instructions of what cannot change
-        double x[count]; // one thing after the other, for vector instructions
-        for (int i = 0; i < count; ++i)
-            x[i] = placer.m_sign * (static_cast<double>(values[i]) - placer.m_low) * placer.m_width / placer.m_span;
-        for (int i = 0; i < count; ++i)
-            x[i] = std::max(std::min(x[i], placer.m_width), 0.0);
-        for (int i = 0; i < count; ++i)
-            steps[i] = static_cast<int>(x[i] * 64);
-    }
+    /// toPixel() in 64ths of a pixel, rounded down, of some values which it places.
+    void toSteps(const float *values, int count, int *steps) const { placeAll(values, count, steps); }
+    void toSteps(const double *values, int count, int *steps) const { placeAll(values, count, steps); }
     /// Two values; all between them, the two excluded, stand between \a left and \a right, and none of them breaks a
     /// line. Those that stand within 1/128 pixel of the two need not be among them. The first is not below the second
     /// where there are none.
     std::pair<double, double> valuesBetween(double left, double right) const;
-    bool isMirrored() const { return m_isLogarithmic ? m_span < 0 : m_sign < 0; }
-    /// How far two values between others must lie apart to stand \a pixels apart, at least.
-    double leastStep(double pixels, double low, double high) const
-    {
-        const double step = pixels * m_perPixel;
-        return m_isLogarithmic ? step * std::log(10) * std::max(low, high) : step;
-    }
+    /// Whether x only grows, or only falls, with the value, from \a value on.
+    bool isMonotonous(double value) const { return !m_isLogarithmic || (m_span > 0 && std::log10(value) >= m_low); }
 
 private:
+    template<class Value>
+    void placeAll(const Value *values, int count, int *steps) const;
     double toLogarithmicPixel(double value) const;
 
     bool m_isLogarithmic;

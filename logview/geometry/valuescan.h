@@ -52,38 +52,6 @@ int firstThat(const Value *values, int from, int end, const MayBe &mayBe, const 
     return end;
 }
 
-/// Values between two, both excluded, each some way above or below the one before. What is told of values is told of those
-/// that are as good as not in it, too.
-struct ValueWindow
-{
-    double low = 0;
-    double high = 0;
-    double leastDown = 0;
-    double leastUp = 0;
-
-    /// Tells of a pointer to a value, by 1, that it is not between the two, in the precision of the values.
-    template<class Value>
-    auto outside(const Value *) const
-    {
-        const double rounding = 1.0000001 * static_cast<double>(std::numeric_limits<Value>::epsilon());
-        const auto above = static_cast<Value>(low + rounding * std::abs(low));
-        const auto below = static_cast<Value>(high - rounding * std::abs(high));
-        return [=](const Value *value) { return (*value > above ? 0 : 1) | (*value < below ? 0 : 1); };
-    }
-    /// The same, or that it is near to the one before.
-    template<class Value>
-    auto outsideOrNear(const Value *values) const
-    {
-        const auto up = static_cast<Value>(leastUp * 1.000001);
-        const auto down = static_cast<Value>(leastDown * -1.000001);
-        const auto isOutside = outside(values);
-        return [=](const Value *value) {
-            const Value step = *value - *(value - 1);
-            return isOutside(value) | ((step < up ? 1 : 0) & (step > down ? 1 : 0));
-        };
-    }
-};
-
 /// The smallest and the largest of some values; not valid where one of them is null or no finite number.
 template<class Value>
 struct ValueExtremes

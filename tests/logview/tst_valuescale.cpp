@@ -16,7 +16,7 @@ template<class Value, int count>
 void compareSteps(const Value (&values)[count], const ValueScale &scale)
 {
     int steps[count];
-    ValuePlacer(scale).toSteps(values, steps);
+    ValuePlacer(scale).toSteps(values, count, steps);
     for (int i = 0; i < count; ++i)
         QCOMPARE(steps[i], static_cast<int>(scale.toPixel(static_cast<double>(values[i])) * 64));
 }
@@ -63,12 +63,13 @@ private slots:
         const float positive[] = {0.05F, 0.31F, 2, 20, 33.333F, 61.7F, 90, 200};
         compareSteps(positive, {true, 0.2F, 200, 400});
     }
-    void scalesWithTheirLimitsTheOtherWayRoundAreMirrored()
+    void logarithmicScalesTurnAtTheirMinimum()
     {
-        QVERIFY(!ValuePlacer({false, 0, 150, 200}).isMirrored());
-        QVERIFY(ValuePlacer({false, 150, 0, 200}).isMirrored());
-        QVERIFY(!ValuePlacer({true, 2, 200, 200}).isMirrored());
-        QVERIFY(ValuePlacer({true, 200, 2, 200}).isMirrored());
+        QVERIFY(ValuePlacer({false, 0, 150, 200}).isMonotonous(-50));
+        QVERIFY(ValuePlacer({false, 150, 0, 200}).isMonotonous(-50));
+        QVERIFY(ValuePlacer({true, 2, 200, 200}).isMonotonous(2.1));
+        QVERIFY(!ValuePlacer({true, 2, 200, 200}).isMonotonous(1.9));
+        QVERIFY(!ValuePlacer({true, 200, 2, 200}).isMonotonous(200));
     }
 
     void aLogarithmicScaleMirrorsAtTheMinimum()

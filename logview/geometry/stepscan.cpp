@@ -1,0 +1,214 @@
+#include "logview/geometry/stepscan.h"
+
+#include <algorithm>
+
+// Compiled for processors with wider vectors as well; which one is called is decided when the library is loaded.
+#if defined(__x86_64__) && defined(__GLIBC__) && defined(__GNUC__) && !defined(__clang__)
+#define FOR_WIDE_VECTORS [[gnu::target_clones("avx2", "default")]]
+#else
+#define FOR_WIDE_VECTORS
+#endif
+// What such a function calls is compiled as it is.
+#define PART_OF_IT [[gnu::always_inline]] inline
+
+namespace logview {
+
+namespace {
+
+constexpr int block = 32;
+
+// Calls use(first, count) for some blocks, the last of which may begin in the one before.
+template<class Use>
+PART_OF_IT void forBlocks(int count, const Use &use)
+{
+    if (count < block) {
+        use(0, count);
+        return;
+    }
+    for (int at = 0; at < count; at += block)
+        use(std::min(at, count - block), block);
+}
+
+template<class Number, class Convert>
+PART_OF_IT void place(const Placing &placing, const Number *numbers, int count, int row, int *steps,
+                      const Convert &convert)
+{
+    // Numbers that cannot change, or compilers make no vector instructions.
+    const double low = placing.low;
+    const double span = placing.span;
+    const double farthest = placing.length * 64;
+    const double perSpan = placing.sign * farthest;
+    const double origin = row * 64.0;
+    const auto placeSome = [=](const Number *__restrict from, int *__restrict to, int some) {
+        for (int i = 0; i < some; ++i) {
+            const double at = (convert(from[i]) - low) * perSpan / span;
+            const double most = at < farthest ? at : farthest;
+            const double least = most > 0 ? most : 0;
+            to[i] = static_cast<int>(least - origin);
+        }
+    };
+    forBlocks(count, [&](int first, int some) { placeSome(numbers + first, steps + first, some); });
+}
+
+template<class Number>
+PART_OF_IT void placeBelow(const Placing &placing, const DepthReference &reference, const Number *depthsM, int count,
+                           int row, int *steps)
+{
+    const double shift = reference.type == TvdSubsea ? reference.kbElevationM : 0;
+    const double factor = reference.unit == Feet ? feetPerMetre : 1;
+    if (shift == 0 && factor == 1) {
+        place(placing, depthsM, count, row, steps,
+              [](Number depth) { return static_cast<double>(static_cast<float>(depth)); });
+    } else {
+        place(placing, depthsM, count, row, steps, [=](Number depth) {
+            const double below = static_cast<double>(static_cast<float>(depth)) - shift;
+            return static_cast<double>(static_cast<float>(static_cast<double>(static_cast<float>(below)) * factor));
+        });
+    }
+}
+
+template<class Value>
+PART_OF_IT int findBeyond(const Value *values, int from, int end, Value low, Value high, Value nullValue)
+{
+    const auto isBeyond = [=](Value value) {
+        return (value > low ? 0 : 1) | (value < high ? 0 : 1) | (value == nullValue ? 1 : 0);
+    };
+    for (; from + block <= end; from += block) {
+        const Value *some = values + from;
+        int found = 0;
+        for (int k = 0; k < block; ++k)
+            found |= isBeyond(some[k]);
+        if (found != 0)
+            break;
+    }
+    while (from < end && isBeyond(values[from]) == 0)
+        ++from;
+    return from;
+}
+
+template<class Number>
+PART_OF_IT Extremes<Number> findExtremes(const Number *numbers, int from, int to)
+{
+    constexpr int lanes = 8;
+    Extremes<Number> found{numbers[from], numbers[from]};
+    if (to - from + 1 < lanes) {
+        for (int k = from + 1; k <= to; ++k)
+            found = {std::min(found.smallest, numbers[k]), std::max(found.largest, numbers[k])};
+        return found;
+    }
+    const Number *last = numbers + to + 1 - lanes;
+    Number low[lanes];
+    Number high[lanes];
+    for (int k = 0; k < lanes; ++k)
+        low[k] = high[k] = last[k];
+    for (const Number *some = numbers + from; some < last; some += lanes) {
+        for (int k = 0; k < lanes; ++k) {
+            low[k] = some[k] < low[k] ? some[k] : low[k];
+            high[k] = some[k] > high[k] ? some[k] : high[k];
+        }
+    }
+    for (int k = 0; k < lanes; ++k)
+        found = {std::min(found.smallest, low[k]), std::max(found.largest, high[k])};
+    return found;
+}
+
+PART_OF_IT void markSome(const int *__restrict x, const int *__restrict y, int lines, unsigned char *__restrict marks)
+{
+    for (int k = 0; k < lines; ++k) {
+        const int along = x[k + 1] - x[k];
+        const int down = y[k + 1] - y[k];
+        const int isLeft = along >> 31; // all bits
+        const int length = (along ^ isLeft) - isLeft;
+        // Of what follows the bits from the sixth on tell whether it is so.
+        const int crossed = (x[k] + 32) ^ (x[k + 1] + 32); // the middle of a column
+        const int turned = isLeft & ~(x[k] << 1) & 64; // in the first half of a pixel
+        const int left = y[k] ^ y[k + 1]; // the row
+        const int passed = (y[k] + 32) ^ (y[k + 1] + 32); // the row's middle
+        const int isSteep = (length - down) >> 31;
+        // It goes on to the left edge of its last pixel, or to the middle of the next one to the right, and some for rounding.
+        constexpr int rounding = 5;
+        const int part = x[k + 1] & 63;
+        const int beyondLeft = part & (part - 32) >> 31;
+        const int beyondRight = 64 - ((part + 32) & 63);
+        const int beyond = (isLeft & beyondLeft) | (~isLeft & beyondRight);
+        const int room = 64 - (y[k + 1] & 63);
+        const auto wanted = static_cast<float>(length) * static_cast<float>(room);
+        const int sinks = wanted <= static_cast<float>(down) * static_cast<float>(beyond + rounding) ? -1 : 0;
+        const int goesDown = -down >> 31;
+        const int special = left | down | (isSteep & (crossed | turned | passed))
+            | (goesDown & sinks & (crossed | turned)); // negative when it goes up
+        marks[k] = special >> 6 != 0 ? 1 : 0;
+    }
+}
+
+} // namespace
+
+FOR_WIDE_VECTORS void placeValues(const Placing &placing, const float *values, int count, int *steps)
+{
+    place(placing, values, count, 0, steps, [](float value) { return static_cast<double>(value); });
+}
+
+FOR_WIDE_VECTORS void placeValues(const Placing &placing, const double *values, int count, int *steps)
+{
+    place(placing, values, count, 0, steps, [](double value) { return value; });
+}
+
+FOR_WIDE_VECTORS void placeDepths(const Placing &placing, const DepthReference &reference, const float *depthsM,
+                                  int count, int row, int *steps)
+{
+    placeBelow(placing, reference, depthsM, count, row, steps);
+}
+
+FOR_WIDE_VECTORS void placeDepths(const Placing &placing, const DepthReference &reference, const double *depthsM,
+                                  int count, int row, int *steps)
+{
+    placeBelow(placing, reference, depthsM, count, row, steps);
+}
+
+FOR_WIDE_VECTORS int firstBeyond(const float *values, int from, int end, float low, float high, float nullValue)
+{
+    return findBeyond(values, from, end, low, high, nullValue);
+}
+
+FOR_WIDE_VECTORS int firstBeyond(const double *values, int from, int end, double low, double high, double nullValue)
+{
+    return findBeyond(values, from, end, low, high, nullValue);
+}
+
+FOR_WIDE_VECTORS Extremes<int> extremesOf(const int *steps, int from, int to)
+{
+    return findExtremes(steps, from, to);
+}
+
+FOR_WIDE_VECTORS Extremes<float> extremesOf(const float *values, int from, int to)
+{
+    return findExtremes(values, from, to);
+}
+
+FOR_WIDE_VECTORS Extremes<double> extremesOf(const double *values, int from, int to)
+{
+    return findExtremes(values, from, to);
+}
+
+FOR_WIDE_VECTORS int firstFrom(const int *steps, int from, int end, int least)
+{
+    constexpr int lanes = 8;
+    for (; from + lanes <= end; from += lanes) {
+        const int *some = steps + from;
+        int found = 0;
+        for (int k = 0; k < lanes; ++k)
+            found |= some[k] >= least ? 1 : 0;
+        if (found != 0)
+            break;
+    }
+    while (from < end && steps[from] < least)
+        ++from;
+    return from;
+}
+
+FOR_WIDE_VECTORS void markSpecial(const int *x, const int *y, int lines, unsigned char *marks)
+{
+    forBlocks(lines, [=](int first, int some) { markSome(x + first, y + first, some, marks + first); });
+}
+
+} // namespace logview
