@@ -73,7 +73,7 @@ void NewSurveyDialog::buildWidgets()
             for (const survey::DepthUnit unit : {survey::DepthUnit::Metre, survey::DepthUnit::Foot})
                 m_unit->addItem(unit == survey::DepthUnit::Foot ? QStringLiteral("Feet") : QStringLiteral("Metres"),
                                 static_cast<int>(unit));
-            m_form->addField(QStringLiteral("&Depths and elevations in:"), m_unit);
+            m_form->addField(QStringLiteral("D&epths and elevations in:"), m_unit);
             connect(m_unit, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
                     &NewSurveyDialog::depthUnitChosen);
             m_depthUnit = m_form->addField(label, m_edits[i], survey::symbol(depthUnit()));

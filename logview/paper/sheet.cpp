@@ -16,6 +16,14 @@ constexpr double tolerancePx = 1e-6;
 
 const QSizeF a4Mm(210, 297);
 
+// The name of a footer's well, without its middle where the name of the sheet would have no room beside it.
+QString shortName(const QString &name)
+{
+    constexpr int longest = 24;
+    constexpr int head = 15;
+    return name.size() <= longest ? name : name.left(head) + QChar(0x2026) + name.right(longest - head - 1);
+}
+
 QSizeF pageSizeOf(Paper paper)
 {
     return (paper == Paper::A3 ? QSizeF(a4Mm.height(), 2 * a4Mm.width()) : a4Mm) * pixelsPerMm;
@@ -275,7 +283,7 @@ QStringList footerTexts(const Sheet &sheet, int page)
                               shortNumber(shown.startDepth, 2), shortNumber(shown.endDepth, 2),
                               contents.unit == Feet ? QStringLiteral("ft") : QStringLiteral("m"));
     if (!contents.depthsOf.isEmpty())
-        depths += QStringLiteral(" in %1").arg(contents.depthsOf);
+        depths += QStringLiteral(" in %1").arg(shortName(contents.depthsOf));
     if (shown.lastTrack - shown.firstTrack + 1 < contents.trackEnds.size())
         depths += QStringLiteral("   %4 %1–%2 of %3")
                       .arg(shown.firstTrack + 1)

@@ -200,6 +200,13 @@ private slots:
         contents.axis = DepthAxis::of(-82.021F, 100.5F, 500);
         QCOMPARE(footerTexts(layOutSheet(contents, Paper::Continuous, pdfLimits()), 0).at(1),
                  QString("1:500   TVDSS -82.02 – 100.5 ft in B"));
+        // The name of the whole sheet stands beside it.
+        contents.depthsOf = QStringLiteral("15/9-F-1 of the northern block, side track B T2");
+        QCOMPARE(footerTexts(layOutSheet(contents, Paper::Continuous, pdfLimits()), 0).at(1),
+                 QString("1:500   TVDSS -82.02 – 100.5 ft in 15/9-F-1 of the…ack B T2"));
+        contents.depthsOf = QString(24, u'W');
+        QVERIFY(
+            footerTexts(layOutSheet(contents, Paper::Continuous, pdfLimits()), 0).at(1).endsWith(contents.depthsOf));
     }
 
     void numbersAreShort()

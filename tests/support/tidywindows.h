@@ -4,18 +4,21 @@
 #include <QAbstractItemView>
 #include <QAction>
 #include <QComboBox>
+#include <QHash>
 #include <QHeaderView>
+#include <QKeySequence>
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QStringList>
 #include <QStyle>
 #include <QStyleOption>
 #include <QTableView>
 
-/// Whether a window is laid out as one expects: nothing lies on anything else, a label stands at the field that it names, and
-/// what is explained to the user begins as a sentence does.
+/// Whether a window is laid out as one expects: nothing lies on anything else, a label stands at the field that it names,
+/// what is explained to the user begins as a sentence does, and Alt with a letter leads to one place.
 namespace tidy {
 
 inline QString nameOf(const QWidget *widget)
@@ -108,6 +111,31 @@ inline void findCutTitles(const QTableView *table, QStringList *found)
     }
 }
 
+// Alt and a letter lead to one place.
+inline void findSharedMnemonics(const QWidget *window, QStringList *found)
+{
+    QHash<QString, QString> textsByKey;
+    const auto note = [&textsByKey, found](const QString &text) {
+        const QString key = QKeySequence::mnemonic(text).toString();
+        const QString other = key.isEmpty() ? QString() : textsByKey.value(key);
+        if (!other.isEmpty())
+            found->append(QStringLiteral("%1 is for \"%2\" and for \"%3\"").arg(key, other, text));
+        textsByKey.insert(key, text);
+    };
+    for (const QWidget *widget : window->findChildren<QWidget *>()) {
+        if (!widget->isVisible() || widget->window() != window)
+            continue;
+        const auto *label = qobject_cast<const QLabel *>(widget);
+        if (label && label->buddy())
+            note(label->text());
+        if (const auto *button = qobject_cast<const QAbstractButton *>(widget))
+            note(button->text());
+        if (const auto *menus = qobject_cast<const QMenuBar *>(widget))
+            for (const QAction *menu : menus->actions())
+                note(menu->text());
+    }
+}
+
 /// What is not as one expects, each with its widget. \a count gets the number of widgets that were looked at.
 inline QStringList faults(QWidget *window, int *count)
 {
@@ -117,6 +145,7 @@ inline QStringList faults(QWidget *window, int *count)
             found.append(nameOf(widget) + QStringLiteral(" says: ") + text);
     };
     findUpwardTabs(window, &found);
+    findSharedMnemonics(window, &found);
     QList<QWidget *> widgets = window->findChildren<QWidget *>();
     widgets.append(window);
     for (const QWidget *widget : qAsConst(widgets)) {
