@@ -228,6 +228,12 @@ void WellDisplayWidget::openAtDepth(double depthM)
     m_logView->depthPlace().open(depthM, 0.5);
 }
 
+void WellDisplayWidget::openAs(const WellDisplayWidget &other)
+{
+    m_scene->panel()->enterAllOf(*other.m_scene->panel());
+    openAtDepth(other.depthInView());
+}
+
 QGraphicsView *WellDisplayWidget::headerView() const
 {
     return m_views->headerView();

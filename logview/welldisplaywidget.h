@@ -48,6 +48,9 @@ public:
     double depthInView() const;
     /// Opens with this depth in the middle of the view instead of with the first sample at its top.
     void openAtDepth(double depthM);
+    /// Takes scale, depth type, unit and, of the same well, the depth range over from another display, and opens at its
+    /// depth.
+    void openAs(const WellDisplayWidget &other);
 
     /// Shows the well with a template as it is now; range, scale, depth type, unit and markers stay.
     void applyTemplate(const QString &templateName);

@@ -104,6 +104,20 @@ void WellLogsScenePropertyWidget::setDepthUnit(int unit)
     m_scene->setDepthUnit(unit);
 }
 
+void WellLogsScenePropertyWidget::enterAllOf(const WellLogsScenePropertyWidget &other)
+{
+    enterScale(other.m_scaleValue);
+    m_depthType->setCurrentIndex(other.m_depthType->currentIndex());
+    m_depthUnit->setCurrentIndex(other.m_depthUnit->currentIndex());
+    const WellRecord &well = m_scene->well();
+    const WellRecord &otherWell = other.m_scene->well();
+    if (well.totalDepth != otherWell.totalDepth || well.kbElevation != otherWell.kbElevation)
+        return;
+    setStartDepth(other.m_scene->startDepth());
+    setEndDepth(other.m_scene->endDepth());
+    m_scene->applyDepthRange();
+}
+
 // A scale that is none is put back.
 void WellLogsScenePropertyWidget::scaleChanged()
 {

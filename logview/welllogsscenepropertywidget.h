@@ -32,6 +32,8 @@ public:
     void setEndDepth(float depth);
     void setDepthType(int depthType);
     void setDepthUnit(int unit);
+    /// Chooses and types what another display's panel says; its depth range only where both show the same depths.
+    void enterAllOf(const WellLogsScenePropertyWidget &other);
 
 public slots:
     void scaleChanged();

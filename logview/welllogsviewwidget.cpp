@@ -110,7 +110,7 @@ void WellLogsViewWidget::synchronise()
         const bool wasCurrent = m_tabs->currentIndex() == tab;
         // A name stands for the first well that has it: another one cannot be displayed by it.
         if (well >= 0 && catalogue.indexOf(name) == well && !m_wells.contains(name)) {
-            insertDisplay(tab + 1, name, shown.templateName)->openAtDepth(display(tab)->depthInView());
+            insertDisplay(tab + 1, name, shown.templateName)->openAs(*display(tab));
             renamed.append(name);
             if (wasCurrent)
                 m_tabs->setCurrentIndex(tab + 1);

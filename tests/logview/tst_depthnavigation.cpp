@@ -78,6 +78,7 @@ private slots:
     void anotherTemplateKeepsTheDepth();
     void anotherTemplateKeepsADepthOfAnotherScale();
     void aRenamedWellKeepsTheDepth();
+    void aRenamedWellKeepsWhatItsPanelSays();
 
     void theWheelWalksTheScales();
     void theWheelKeepsTheDepthUnderTheMouse();
@@ -335,6 +336,48 @@ void tst_depthnavigation::aRenamedWellKeepsTheDepth()
     QCoreApplication::processEvents();
     QCOMPARE(view.displayedWells(), QStringList("V"));
     QVERIFY(qAbs(view.currentDisplay()->depthInView() - before) < 0.6);
+}
+
+void tst_depthnavigation::aRenamedWellKeepsWhatItsPanelSays()
+{
+    NavigationFixture f(600);
+    files::write(f.path(QStringLiteral("/Templates/Global/T/Track_1.txt")), gammaTrack);
+    f.open();
+    f.launch->project.globalTemplateNames = globalTemplateNames(f.launch->project);
+    QTreeWidget tree;
+    WellLogsViewWidget view(*f.launch, &f.dock, &tree);
+    view.show();
+    view.addWellDisWidget(QStringLiteral("W"), QStringLiteral("T"));
+    const auto panel = [&view] { return view.currentDisplay()->scene()->panel(); };
+    const auto rename = [&f, &view](const char *name) {
+        f.well().header.name = QString::fromLatin1(name);
+        f.launch->catalogue.build();
+        view.synchronise();
+    };
+    const auto says = [&f, &panel] {
+        QStringList texts;
+        for (const char *field : {"scaleEdit", "startDepthEdit", "endDepthEdit"})
+            texts.append(f.text(panel(), field));
+        for (const char *box : {"depthTypeBox", "depthUnitBox"})
+            texts.append(panel()->findChild<QComboBox *>(QString::fromLatin1(box))->currentText());
+        return texts.join(QLatin1Char(' '));
+    };
+    f.choose(panel(), "depthTypeBox", QStringLiteral("TVDSS"));
+    f.choose(panel(), "depthUnitBox", QStringLiteral("FEET"));
+    f.type(panel(), "scaleEdit", QStringLiteral("500"));
+    rename("V");
+    QCOMPARE(view.currentDisplay()->wellName(), QString("V"));
+    QCOMPARE(says(), QString("500 -82.021 4839.24 TVDSS FEET"));
+    f.type(panel(), "startDepthEdit", QStringLiteral("1000.5"));
+    f.type(panel(), "endDepthEdit", QStringLiteral("2000"));
+    const double height = view.currentDisplay()->scene()->sceneRect().height();
+    rename("U");
+    QCOMPARE(says(), QString("500 1000.5 2000 TVDSS FEET"));
+    QCOMPARE(view.currentDisplay()->scene()->sceneRect().height(), height);
+    // Another depth of the well is shown whole.
+    f.well().header.totalDepth = 1600;
+    rename("T");
+    QCOMPARE(says(), QString("500 -82.021 5167.32 TVDSS FEET"));
 }
 
 void tst_depthnavigation::theWheelWalksTheScales()
