@@ -32,10 +32,14 @@ public:
             QPointF position;
             const SamplePlacer::Place place = m_placer.place(m_samples, i, position);
             if (place == SamplePlacer::Drawn) {
+                if (m_count > 0 && position == m_toPosition)
+                    continue; // as a path leaves it out: the end of a line is that before
                 stroke(ThinPen::NoCap);
                 if (m_count > 1 && i > uncut.first && i + 1 < uncut.second) {
                     end = i < end ? end : m_lines.firstBreak(i, range.second);
-                    const int last = std::min(end, uncut.second) - 2; // the end of a line is drawn by itself
+                    int last = std::min(end, uncut.second) - 2; // the end of a line is drawn by itself
+                    while (last > i && positionOf(last) == positionOf(last + 1))
+                        --last;
                     if (last > i) {
                         m_lines.draw(i - 1, last);
                         i = last;

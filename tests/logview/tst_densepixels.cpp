@@ -28,9 +28,18 @@ struct Maker
 
 using Next = double (*)(Maker &, int);
 
+/// How depths follow one another, and what makes them those of the display.
+struct Depths
+{
+    double (*step)(Maker &) = nullptr; // as a part of the mean one; even ones without it
+    DepthReference reference;
+    bool areDoubles = false;
+};
+
 } // namespace
 
 Q_DECLARE_METATYPE(Next)
+Q_DECLARE_METATYPE(Depths)
 
 /// Logs with many samples in a row of pixels against the painter's drawing of every sample, where a rule for what need not
 /// be drawn may err: at the edges and middles of pixels, at the limits of the scale, on short lines, at spikes and gaps.
@@ -43,9 +52,12 @@ private slots:
     void linesPaintThePaintersPixels();
     void seldomLinesPaintThePaintersPixels_data();
     void seldomLinesPaintThePaintersPixels();
+    void unevenDepthsPaintThePaintersPixels_data();
+    void unevenDepthsPaintThePaintersPixels();
 
 private:
-    static void compare(Next next, double density, int rows, const ValueScale &scale, int *painted);
+    static void compare(Next next, double density, int rows, const ValueScale &scale, int *painted,
+                        const Depths &depths = {});
 };
 
 void tst_densepixels::linesPaintThePaintersPixels_data()
@@ -83,25 +95,30 @@ void tst_densepixels::linesPaintThePaintersPixels_data()
         [](Maker &make, int i) { return 75 + make.pixel * (2 * std::sin(0.02 * i) + 0.05 * make.normal()); });
 }
 
-void tst_densepixels::compare(Next next, double density, int rows, const ValueScale &scale, int *painted)
+void tst_densepixels::compare(Next next, double density, int rows, const ValueScale &scale, int *painted,
+                              const Depths &depths)
 {
     Maker make;
     make.random.seed(static_cast<unsigned>(density));
     make.pixel = 150 / static_cast<double>(scale.width);
     const int count = static_cast<int>(density * rows);
     logshapes::Log log;
-    QVector<float> depths;
+    QVector<float> depthsM;
     QVector<float> values;
+    double depth = 0;
     for (int i = 0; i < count; ++i) {
-        depths.append(1000.0F * static_cast<float>(i) / static_cast<float>(count));
+        depth = depths.step ? std::min(depth + 1000.0 / count * depths.step(make), 1000.0) : 1000.0 * i / count;
         const double value = next(make, i);
         const bool isMirrored = scale.minimum > scale.maximum && value != nullSampleValue;
+        depthsM.append(static_cast<float>(depth));
         values.append(static_cast<float>(isMirrored ? make.width - value : value));
-        log.depths.append(static_cast<double>(depths.last()));
+        log.depths.append(depths.areDoubles ? depth : static_cast<double>(depthsM.last()));
         log.values.append(static_cast<double>(values.last()));
     }
-    const CurveSamples samples = CurveSamples::ofFloats(depths, values, nullSampleValue);
-    const CurveKey key = curveKey(samples, {0, 1000, static_cast<float>(rows)}, {}, scale);
+    const CurveSamples samples =
+        depths.areDoubles ? log.samples() : CurveSamples::ofFloats(depthsM, values, nullSampleValue);
+    const DepthAxis axis{depths.reference.toDisplay(0), depths.reference.toDisplay(1000), static_cast<float>(rows)};
+    const CurveKey key = curveKey(samples, axis, depths.reference, scale);
     CurveLine line;
     line.update(samples, key);
     const QPen pen(QBrush(Qt::black), 1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
@@ -179,6 +196,38 @@ void tst_densepixels::seldomLinesPaintThePaintersPixels()
             compare(next, density, 600, scale, &painted);
         compare(next, 2300, 60, scale, &painted);
     }
+    QVERIFY(painted > 500);
+}
+
+void tst_densepixels::unevenDepthsPaintThePaintersPixels_data()
+{
+    QTest::addColumn<Depths>("depths");
+    const auto repeating = [](Maker &make) { return make.oneOf(3) ? 0 : 1.5; };
+    const auto any = [](Maker &make) { return 2 * make.uniform(); };
+    QTest::newRow("repeating") << Depths{repeating, {}, false};
+    QTest::newRow("any") << Depths{any, {}, false};
+    QTest::newRow("holes") << Depths{[](Maker &make) { return make.oneOf(40) ? 20 : 0.5; }, {}, false};
+    QTest::newRow("a hole of all rows") << Depths{[](Maker &make) { return make.oneOf(400) ? 300 : 0.3; }, {}, false};
+    QTest::newRow("doubles") << Depths{any, {}, true};
+    QTest::newRow("feet") << Depths{any, {MeasuredDepth, Feet, 17.3}, false};
+    QTest::newRow("below the sea") << Depths{repeating, {TvdSubsea, Metre, 17.3}, false};
+    QTest::newRow("below the sea, feet, doubles") << Depths{any, {TvdSubsea, Feet, 17.3}, true};
+}
+
+// Lines of all slopes side by side, and logs of which a part is crowded.
+void tst_densepixels::unevenDepthsPaintThePaintersPixels()
+{
+    QFETCH(Depths, depths);
+    int painted = 0;
+    for (const Next next : {Next([](Maker &make, int) { return 75 + 35 * make.normal(); }),
+                            Next([](Maker &make, int) { return make.wander(0.05) + 3 * make.pixel * make.normal(); }),
+                            Next([](Maker &make, int) { return make.wander(0.1); }),
+                            Next([](Maker &make, int) { // samples that are there twice begin and end pieces
+                                return make.oneOf(7) ? nullSampleValue : make.oneOf(2) ? make.last : make.wander(0.7);
+                            }),
+                            Next([](Maker &make, int) { return make.wander(1); })})
+        for (const double density : {2.7, 9.0, 27.0, 60.0, 130.0, 300.0})
+            compare(next, density, 200, {false, 0, 150, 200}, &painted, depths);
     QVERIFY(painted > 500);
 }
 
