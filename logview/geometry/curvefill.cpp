@@ -1,5 +1,7 @@
 #include "logview/geometry/curvefill.h"
 
+#include "logview/geometry/valuescan.h"
+
 #include <QHash>
 #include <QPaintEngine>
 #include <QPainter>
@@ -47,19 +49,23 @@ public:
             m_byDepth.insert(samples.depthM(i), i);
     }
 
-    // Index of the sample of exactly this depth; -1 for none.
-    int at(double depthM) const
+    // Index of the sample of exactly this depth, which is that of a sample of the curve; -1 for none.
+    int at(double depthM, int sample)
     {
         if (m_samples.order() == DepthOrder::Unsorted)
             return m_byDepth.value(depthM, -1);
         const bool isAscending = m_samples.order() == DepthOrder::Ascending;
-        const int found = m_samples.partition(
-            0, m_samples.size(), [&](double depth) { return isAscending ? depth < depthM : depth > depthM; });
+        // Two curves mostly have the same depths, one of them some samples before the other.
+        const int found = firstAround(-1, std::max(sample + m_ahead, 0), m_samples.size(), [&](int i) {
+            return isAscending ? m_samples.depthM(i) < depthM : m_samples.depthM(i) > depthM;
+        });
+        m_ahead = found - sample;
         return found < m_samples.size() && m_samples.depthM(found) == depthM ? found : -1;
     }
 
 private:
     const CurveSamples m_samples;
+    int m_ahead = 0;
     QHash<double, int> m_byDepth;
 };
 
@@ -107,7 +113,7 @@ public:
         const bool isCurve = settings.limit == FillLimit::Curve;
         const ValuePlacer otherPlacer(settings.otherScale);
         const ValueScale &colorScale = isCurve ? settings.otherScale : m_fill.m_key.scale;
-        const Partners partners(isCurve ? settings.other : CurveSamples());
+        Partners partners(isCurve ? settings.other : CurveSamples());
         // The edge of a sample and the index of its colour; false where there is none.
         const auto edgeOf = [&](int i, Edge &edge, int &color) {
             QPointF point;
@@ -117,7 +123,7 @@ public:
             double colorValue = samples.value(i);
             edge = {point.y(), point.x(), settings.limit == FillLimit::LeftBoundary ? 0 : width};
             if (isCurve) {
-                const int partner = partners.at(samples.depthM(i));
+                const int partner = partners.at(samples.depthM(i), i);
                 if (partner < 0 || settings.other.isNull(partner))
                     return false;
                 colorValue = settings.other.value(partner);
@@ -182,20 +188,14 @@ private:
         return steps - first == row * (1 << bits) ? 2 * row : 2 * row + 1;
     }
 
-    // The last of the samples from there on that stand in one band.
-    int lastOfBand(const CurveSamples &samples, const SamplePlacer &placer, int i, int end) const
+    // The last of the samples from there on that stand in one band. Most bands of a kind have as many as the one before.
+    int lastOfBand(const CurveSamples &samples, const SamplePlacer &placer, int i, int end)
     {
         const qint64 wanted = band(placer.y(samples, i));
-        int step = 1;
-        while (i + step < end && band(placer.y(samples, i + step)) == wanted)
-            step *= 2;
-        int first = i + step / 2;
-        int last = std::min(i + step, end);
-        while (first + 1 < last) {
-            const int middle = first + (last - first) / 2;
-            (band(placer.y(samples, middle)) == wanted ? first : last) = middle;
-        }
-        return first;
+        int &count = m_perBand[wanted & 1];
+        const int next = firstAround(i, i + count, end, [&](int k) { return band(placer.y(samples, k)) == wanted; });
+        count = next - i;
+        return next - 1;
     }
 
     void add(const Edge &above, const Edge &below, int color)
@@ -249,6 +249,7 @@ private:
     bool m_isLeft;
     bool m_isScaled;
     double m_steps; // of the painter, a pixel
+    int m_perBand[2] = {1, 1}; // samples in the middle of a row, and between two of them
     bool m_isRunOpen = false;
     int m_runFirst = 0;
     int m_runColor = -1;

@@ -3,9 +3,9 @@
 #include "logview/geometry/valuescan.h"
 
 #include <QtAlgorithms>
+#include <QtEndian>
 
 #include <algorithm>
-#include <cstring>
 
 namespace logview {
 
@@ -94,15 +94,16 @@ void SampleLines::comeBack(int sample)
     if (m_passed < 0)
         return;
     m_known = 0;
-    int first = std::max(m_passed, sample - few);
-    placeValuesOf(first, sample - first + 1);
-    if (lastCrossing(sample - first) == 0) {
-        first = m_passed;
-        placeValuesOf(first, sample - first + 1);
-    }
-    std::fill_n(m_y, sample - first + 1, static_cast<int>(yOf(sample)));
+    std::fill_n(m_y, sample - m_passed + 1, static_cast<int>(yOf(sample)));
     m_row = m_y[0] >> 6;
-    standAt(sample - first);
+    for (int first = std::max(m_passed, sample - few);; first = m_passed) {
+        placeValuesOf(first, sample - first + 1);
+        mark(sample - first);
+        if (first == m_passed || lastCrossing(sample - first) > 0) {
+            standAt(sample - first);
+            break;
+        }
+    }
     m_passed = -1;
 }
 
@@ -117,7 +118,7 @@ void SampleLines::drawSome(int from, int lines)
         line = drawUntilInRow(line);
         if (line == lines)
             return;
-        const int special = nextSpecial(line);
+        const int special = next(line, Special);
         drawLevel(line, special);
         line = special;
         if (line < lines)
@@ -137,40 +138,45 @@ bool SampleLines::placeSome(int from, int lines)
     const auto [top, bottom] = std::minmax({yOf(from), yOf(from + lines)});
     if (top < -farthest || bottom > farthest)
         return false;
-    m_lines = lines;
     placeValuesOf(from, lines + 1);
     if (top >= 0 && top != bottom)
         m_placer.toSteps(m_samples, from, lines + 1, m_topY, m_y);
     for (int i = 0; (top < 0 || top == bottom) && i <= lines; ++i)
         m_y[i] = static_cast<int>(top == bottom ? top : yOf(from + i));
-    markSpecial(m_x, m_y, lines, m_marks);
-    std::fill_n(m_marks + lines, together, static_cast<unsigned char>(1));
+    mark(lines);
     return true;
 }
 
 // Draws one line after the other until the pen is in the row of the point that is reached.
 int SampleLines::drawUntilInRow(int line)
 {
-    for (; line < m_lines; ++line) {
+    while (line < m_lines) {
         m_row = m_y[line] >> 6;
         if (m_pen.isBehindLine(m_x[line], m_row))
             break;
-        const int along = std::abs(m_x[line + 1] - m_x[line]);
-        const bool isFlat = along > 0 && along >= m_y[line + 1] - m_y[line];
-        if (m_marks[line] != 0 || (isFlat && !m_pen.isSilent(m_x[line], m_x[line + 1])))
-            drawLine(line);
+        if (m_pen.isSilentOnSpot(m_x[line]))
+            line = next(line, Special | Crosses | Turns);
+        if (line < m_lines)
+            drawLine(line++);
     }
     return line;
 }
 
-int SampleLines::nextSpecial(int line) const
+void SampleLines::mark(int lines)
 {
+    markLines(m_x, m_y, lines, m_marks + together);
+    std::fill_n(m_marks + together + lines, together, static_cast<unsigned char>(Special));
+    m_lines = lines;
+}
+
+// The first of the lines from one on that has one of some marks, or the number of all.
+int SampleLines::next(int line, int marks) const
+{
+    const quint64 wanted = 0x0101010101010101 * static_cast<quint64>(marks);
     for (; line < m_lines; line += together) {
-        quint64 marks = 0;
-        std::memcpy(&marks, m_marks + line, sizeof marks);
-        if (marks != 0)
-            return line
-                + static_cast<int>(std::find(m_marks + line, m_marks + line + together, 1) - (m_marks + line));
+        const quint64 found = qFromLittleEndian<quint64>(m_marks + together + line) & wanted;
+        if (found != 0)
+            return std::min(line + static_cast<int>(qCountTrailingZeroBits(found)) / 8, m_lines);
     }
     return m_lines;
 }
@@ -207,9 +213,8 @@ void SampleLines::settleRight(int column, int from, int to)
             standAt(line);
         }
         do {
-            if (!m_pen.isSilent(m_x[line], m_x[line + 1]))
-                drawLine(line);
-            ++line;
+            drawLine(line);
+            line = std::min(next(line + 1, Crosses | Turns), to);
         } while (line < to && m_x[line] >= edge && !isSet(column, column));
         m_known = line;
     }
@@ -224,9 +229,13 @@ bool SampleLines::isSet(qint64 left, qint64 right) const
 // The last point up to one to which a line goes over the middle of a column; where there is none, that where the pen stands.
 int SampleLines::lastCrossing(int point) const
 {
-    while (point > m_known && columnFrom(m_x[point - 1]) == columnFrom(m_x[point]))
-        --point;
-    return point;
+    constexpr quint64 wanted = 0x0101010101010101 * static_cast<quint64>(Crosses);
+    for (; point > m_known; point -= together) {
+        const quint64 found = qFromLittleEndian<quint64>(m_marks + point) & wanted; // of the lines before
+        if (found != 0)
+            return std::max(point - static_cast<int>(qCountLeadingZeroBits(found)) / 8, m_known);
+    }
+    return m_known;
 }
 
 // Brings the pen to a point, behind lines of the row. Those without a pixel leave it as it is; a line to the left may set the
@@ -236,9 +245,8 @@ void SampleLines::standAt(int point)
     int known = lastCrossing(point);
     if (known > m_known)
         m_pen.standBehind({m_x[known - 1], m_y[known - 1]}, {m_x[known], m_y[known]}, m_row);
-    for (; known < point && m_pen.goesRight(); ++known)
-        if (!m_pen.isSilent(m_x[known], m_x[known + 1]))
-            drawLine(known);
+    for (; m_pen.goesRight() && (known = next(known, Crosses | Turns)) < point; ++known)
+        drawLine(known);
     m_known = point;
 }
 

@@ -34,10 +34,11 @@ private:
     void drawSome(int from, int lines);
     bool placeSome(int from, int lines);
     int drawUntilInRow(int line);
-    int nextSpecial(int line) const;
     void drawLevel(int from, int to);
     void settleRight(int column, int from, int to);
-    int lastCrossing(int line) const;
+    void mark(int lines);
+    int next(int line, int marks) const;
+    int lastCrossing(int point) const;
     void standAt(int line);
     void drawLine(int line);
 
@@ -59,7 +60,7 @@ private:
     int m_known = 0; // the point of them where the pen stands
     int m_x[most + 1] = {};
     int m_y[most + 1] = {};
-    unsigned char m_marks[most + together] = {};
+    unsigned char m_marks[together + most + together] = {}; // those between some that stop any search
 };
 
 } // namespace logview

@@ -137,7 +137,9 @@ PART_OF_IT void markSome(const int *__restrict x, const int *__restrict y, int l
         const int goesDown = -down >> 31;
         const int special = left | down | (isSteep & (crossed | turned | passed))
             | (goesDown & sinks & (crossed | turned)); // negative when it goes up
-        marks[k] = special >> 6 != 0 ? 1 : 0;
+        const int isSpecial = special >> 6 != 0 ? Special : 0;
+        const int crosses = crossed >> 6 != 0 ? Crosses : 0;
+        marks[k] = static_cast<unsigned char>(isSpecial | crosses | turned >> 4);
     }
 }
 
@@ -206,7 +208,7 @@ FOR_WIDE_VECTORS int firstFrom(const int *steps, int from, int end, int least)
     return from;
 }
 
-FOR_WIDE_VECTORS void markSpecial(const int *x, const int *y, int lines, unsigned char *marks)
+FOR_WIDE_VECTORS void markLines(const int *x, const int *y, int lines, unsigned char *marks)
 {
     forBlocks(lines, [=](int first, int some) { markSome(x + first, y + first, some, marks + first); });
 }

@@ -40,8 +40,15 @@ Extremes<double> extremesOf(const double *values, int from, int to);
 /// The first of the steps [from, end) that is not less than one, or the end.
 int firstFrom(const int *steps, int from, int end, int least);
 
-/// Marks, of the lines from each of some points to the next, those by 1 that are special: they go up or to another row, they are so
-/// steep that they set a pixel, or none where others would, or they are short and may set a pixel below their row.
-void markSpecial(const int *x, const int *y, int lines, unsigned char *marks);
+/// What is told of a line from one point to the next.
+enum LineMark {
+    /// It goes up or to another row, it is so steep that it sets a pixel, or none where others would, or it is short and may set a
+    /// pixel below its row.
+    Special = 1,
+    Crosses = 2, ///< the middle of a column
+    Turns = 4, ///< goes to the left from the first half of a pixel, which it sets after one to the right
+};
+/// Marks the lines from each of some points to the next.
+void markLines(const int *x, const int *y, int lines, unsigned char *marks);
 
 } // namespace logview

@@ -43,16 +43,6 @@ public:
     }
 
     void lift() { m_lastX = nowhere; }
-    /// Whether a line that goes farther along than down sets no pixel and leaves the pen as it is.
-    bool isSilent(qint64 fromX, qint64 toX) const
-    {
-        if (toX < fromX)
-            return columnFrom(toX) == (m_lastDirection == Along ? (fromX + 64) >> 6 : columnFrom(fromX));
-        qint64 first = m_lastDirection == -Along ? fromX >> 6 : columnFrom(fromX);
-        if (m_lastDirection == -Along && m_lastX == first + 1)
-            ++first;
-        return toX == fromX || first == columnFrom(toX);
-    }
     /// Whether the line before went to the right.
     bool goesRight() const { return m_lastDirection == Along; }
     /// Whether the last pixel is in a row, and beside \a x as a line that came there leaves it.
@@ -61,6 +51,8 @@ public:
         const qint64 column = columnFrom(x);
         return m_lastY == row && (m_lastX == column || (m_lastX == column - 1 && m_lastDirection != -Along));
     }
+    /// Whether lines from \a x that go over no middle of a column or row and do not turn to the left set no pixel.
+    bool isSilentOnSpot(qint64 x) const { return m_lastDirection != -Along || m_lastX == columnFrom(x); }
     /// Makes it the pen after a line over the middle of a column that sets pixels in one row, when it was in that row before,
     /// and that goes farther along than down.
     void standBehind(const PenPoint &from, const PenPoint &to, qint64 row)
