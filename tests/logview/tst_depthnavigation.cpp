@@ -55,6 +55,35 @@ struct NavigationFixture : DisplayFixture
     QString scaleText() const { return text(panel(), "scaleEdit"); }
 };
 
+// The well in a tab, and a template that stays when the well gets another name.
+struct RenamingFixture : NavigationFixture
+{
+    RenamingFixture()
+        : NavigationFixture(600)
+    {
+        files::write(path(QStringLiteral("/Templates/Global/T/Track_1.txt")), gammaTrack);
+        open();
+        launch->project.globalTemplateNames = globalTemplateNames(launch->project);
+        logs = std::make_unique<WellLogsViewWidget>(*launch, &dock, &tree);
+        logs->resize(800, 700);
+        logs->show();
+        if (!QTest::qWaitForWindowExposed(logs.get()))
+            qFatal("the displays do not come up");
+        logs->addWellDisWidget(QStringLiteral("W"), QStringLiteral("T"));
+        QCoreApplication::processEvents();
+    }
+    void rename(const char *name)
+    {
+        well().header.name = QString::fromLatin1(name);
+        launch->catalogue.build();
+        logs->synchronise();
+        QCoreApplication::processEvents();
+    }
+
+    QTreeWidget tree;
+    std::unique_ptr<WellLogsViewWidget> logs;
+};
+
 } // namespace
 
 /// Where a display opens, and how mouse and keys move along its depths.
@@ -317,43 +346,18 @@ void tst_depthnavigation::anotherTemplateKeepsADepthOfAnotherScale()
 
 void tst_depthnavigation::aRenamedWellKeepsTheDepth()
 {
-    NavigationFixture f(600);
-    files::write(f.path(QStringLiteral("/Templates/Global/T/Track_1.txt")), gammaTrack);
-    f.open();
-    f.launch->project.globalTemplateNames = globalTemplateNames(f.launch->project);
-    QTreeWidget tree;
-    WellLogsViewWidget view(*f.launch, &f.dock, &tree);
-    view.resize(800, 700);
-    view.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&view));
-    view.addWellDisWidget(QStringLiteral("W"), QStringLiteral("T"));
-    QCoreApplication::processEvents();
-    view.currentDisplay()->logView()->verticalScrollBar()->setValue(4000);
-    const double before = view.currentDisplay()->depthInView();
-    f.well().header.name = QStringLiteral("V");
-    f.launch->catalogue.build();
-    view.synchronise();
-    QCoreApplication::processEvents();
-    QCOMPARE(view.displayedWells(), QStringList("V"));
-    QVERIFY(qAbs(view.currentDisplay()->depthInView() - before) < 0.6);
+    RenamingFixture f;
+    f.logs->currentDisplay()->logView()->verticalScrollBar()->setValue(4000);
+    const double before = f.logs->currentDisplay()->depthInView();
+    f.rename("V");
+    QCOMPARE(f.logs->displayedWells(), QStringList("V"));
+    QVERIFY(qAbs(f.logs->currentDisplay()->depthInView() - before) < 0.6);
 }
 
 void tst_depthnavigation::aRenamedWellKeepsWhatItsPanelSays()
 {
-    NavigationFixture f(600);
-    files::write(f.path(QStringLiteral("/Templates/Global/T/Track_1.txt")), gammaTrack);
-    f.open();
-    f.launch->project.globalTemplateNames = globalTemplateNames(f.launch->project);
-    QTreeWidget tree;
-    WellLogsViewWidget view(*f.launch, &f.dock, &tree);
-    view.show();
-    view.addWellDisWidget(QStringLiteral("W"), QStringLiteral("T"));
-    const auto panel = [&view] { return view.currentDisplay()->scene()->panel(); };
-    const auto rename = [&f, &view](const char *name) {
-        f.well().header.name = QString::fromLatin1(name);
-        f.launch->catalogue.build();
-        view.synchronise();
-    };
+    RenamingFixture f;
+    const auto panel = [&f] { return f.logs->currentDisplay()->scene()->panel(); };
     const auto says = [&f, &panel] {
         QStringList texts;
         for (const char *field : {"scaleEdit", "startDepthEdit", "endDepthEdit"})
@@ -365,18 +369,18 @@ void tst_depthnavigation::aRenamedWellKeepsWhatItsPanelSays()
     f.choose(panel(), "depthTypeBox", QStringLiteral("TVDSS"));
     f.choose(panel(), "depthUnitBox", QStringLiteral("FEET"));
     f.type(panel(), "scaleEdit", QStringLiteral("500"));
-    rename("V");
-    QCOMPARE(view.currentDisplay()->wellName(), QString("V"));
+    f.rename("V");
+    QCOMPARE(f.logs->currentDisplay()->wellName(), QString("V"));
     QCOMPARE(says(), QString("500 -82.021 4839.24 TVDSS FEET"));
     f.type(panel(), "startDepthEdit", QStringLiteral("1000.5"));
     f.type(panel(), "endDepthEdit", QStringLiteral("2000"));
-    const double height = view.currentDisplay()->scene()->sceneRect().height();
-    rename("U");
+    const double height = f.logs->currentDisplay()->scene()->sceneRect().height();
+    f.rename("U");
     QCOMPARE(says(), QString("500 1000.5 2000 TVDSS FEET"));
-    QCOMPARE(view.currentDisplay()->scene()->sceneRect().height(), height);
+    QCOMPARE(f.logs->currentDisplay()->scene()->sceneRect().height(), height);
     // Another depth of the well is shown whole.
     f.well().header.totalDepth = 1600;
-    rename("T");
+    f.rename("T");
     QCOMPARE(says(), QString("500 -82.021 5167.32 TVDSS FEET"));
 }
 
