@@ -1,5 +1,6 @@
 #include "correlation/correlationgeometry.h"
 
+#include "datastore/textfields.h"
 #include "datastore/wellscatalogue.h"
 
 #include <QTest>
@@ -237,6 +238,10 @@ private slots:
         QCOMPARE(bottom("Base", QString::fromUtf8("Base\u00a6 ")), wells.at(1).toY(30).value());
         QCOMPARE(bottom("Top | 1", "Base"), wells.at(1).toY(20).value()); // before it is saved
         QCOMPARE(bottom("Top / 1", "Base"), -1.0);
+        // A marker that is called so itself goes first.
+        const QStringList names{"A|B", QString::fromUtf8("A\u00a6B")};
+        QCOMPARE(textfields::indexOfField(names, names.at(1) + ' '), 1);
+        QCOMPARE(textfields::indexOfField(names.mid(0, 1), names.at(1)), 0);
     }
 
     void zonesThatAreLeftOut()
