@@ -48,6 +48,12 @@ DisplayedLog WellDisplayData::log(const QString &logName)
     return *found;
 }
 
+bool WellDisplayData::isWithoutLogs() const
+{
+    const int well = m_data.catalogue.indexOf(m_record.wellName);
+    return m_isReadable && well >= 0 && m_data.catalogue.logNames(well).isEmpty();
+}
+
 CalibrationRecord WellDisplayData::calibration(const QString &groupName)
 {
     auto found = m_calibrations.find(groupName);

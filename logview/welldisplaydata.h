@@ -33,6 +33,8 @@ public:
     float totalDepthM() const { return static_cast<float>(m_record.totalDepth); }
 
     DisplayedLog log(const QString &logName);
+    /// Whether the well can be read and has no log at all.
+    bool isWithoutLogs() const;
     /// The logs that the well has and that could not be read. A well of which nothing can be read has none: that was
     /// told when its record was read.
     const QStringList &unreadLogs() const { return m_unreadLogs; }

@@ -161,7 +161,9 @@ QVector<TrackItem *> WellDisplayWidget::makeTracks(const QString &templateName,
     if (tracks.isEmpty())
         setStatusLabel(emptyDisplayText(m_data.project, templateName));
     withoutLog.removeDuplicates();
-    if (!withoutLog.isEmpty())
+    if (!withoutLog.isEmpty() && well->isWithoutLogs())
+        setStatusLabel(QStringLiteral("The well %1 has no logs.").arg(m_wellName));
+    else if (!withoutLog.isEmpty())
         setStatusLabel(QStringLiteral("No default log for %1 in %2: see Well Data Manager")
                            .arg(withoutLog.join(QStringLiteral(", ")), m_wellName));
     return tracks;

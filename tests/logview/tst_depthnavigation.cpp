@@ -382,6 +382,10 @@ void tst_depthnavigation::aRenamedWellKeepsWhatItsPanelSays()
     f.well().header.totalDepth = 1600;
     f.rename("T");
     QCOMPARE(says(), QString("500 -82.021 5167.32 TVDSS FEET"));
+    f.type(panel(), "startDepthEdit", QStringLiteral("0"));
+    f.well().header.kbElevation = 30;
+    f.rename("S");
+    QCOMPARE(says(), QString("500 -98.4252 5150.92 TVDSS FEET"));
 }
 
 void tst_depthnavigation::theWheelWalksTheScales()

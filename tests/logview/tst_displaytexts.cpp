@@ -357,6 +357,23 @@ void tst_displaytexts::missingDefaultLogs()
     whole.addTrack(1, "Linear\n" + curveLine("Default"));
     whole.show();
     QCOMPARE(whole.statusText(), QString());
+    // Where no log is, none can be chosen.
+    TextFixture bare;
+    bare.well().logs.clear();
+    bare.addTrack(1, "Linear\n" + curveLine("Default"));
+    bare.show();
+    QCOMPARE(bare.statusText(), QString("The well W has no logs."));
+    TextFixture depths;
+    depths.well().logs.clear();
+    depths.addTrack(1, depthTrack);
+    depths.show();
+    QCOMPARE(depths.statusText(), QString());
+    TextFixture unread; // which is told in a box
+    unread.addTrack(1, "Linear\n" + curveLine("Default"));
+    unread.well().logs.clear();
+    unread.well().isUnreadable = true;
+    unread.show();
+    QVERIFY(!unread.statusText().contains(QLatin1String("has no logs")));
 }
 
 void tst_displaytexts::namesWithMarkup()
