@@ -2,6 +2,7 @@
 
 #include "logview/geometry/rowreducer.h"
 #include "logview/geometry/stepscan.h"
+#include "logview/geometry/valuescan.h"
 
 #include <QPainter>
 
@@ -103,9 +104,20 @@ std::pair<int, int> SamplePlacer::range(const CurveSamples &samples) const
     return {first, samples.partition(first, size, isNotAfter)};
 }
 
+// Where a sample at a y is, if they stand at even distances, as in most logs: a search that begins there meets few others, and
+// these side by side.
+int SamplePlacer::likelyAt(const CurveSamples &samples, double y) const
+{
+    const double end = m_start + m_extent;
+    const double depthM = m_key.reference.toMeasuredM(std::clamp(m_start + y * m_extent / m_height, m_start, end));
+    const int last = samples.size() - 1;
+    const double part = (depthM - samples.depthM(0)) / (samples.depthM(last) - samples.depthM(0));
+    return part > 0 ? static_cast<int>(std::min(part, 1.0) * last) : 0;
+}
+
 std::pair<int, int> SamplePlacer::range(const CurveSamples &samples, const ShownRows &rows) const
 {
-    if (!m_isDrawable || samples.order() == DepthOrder::Unsorted)
+    if (!m_isDrawable || samples.isEmpty() || samples.order() == DepthOrder::Unsorted)
         return range(samples);
     const bool isAscending = samples.order() == DepthOrder::Ascending;
     const auto isOutOfRange = [&](int i) {
@@ -122,8 +134,13 @@ std::pair<int, int> SamplePlacer::range(const CurveSamples &samples, const Shown
         return isAscending ? depth <= m_key.axis.end && yOf(depth) <= rows.bottom
                            : depth >= m_key.axis.start && yOf(depth) >= rows.top;
     };
-    const int first = samples.partition(0, samples.size(), isBefore);
-    const int last = samples.partition(first, samples.size(), isNotAfter);
+    const int end = samples.size();
+    const auto find = [&](int from, double y, const auto &isPassed) {
+        return firstAround(from - 1, std::max(likelyAt(samples, y), from), end,
+                           [&](int i) { return isPassed(samples.depthM(i)); });
+    };
+    const int first = find(0, isAscending ? rows.top : rows.bottom, isBefore);
+    const int last = find(first, isAscending ? rows.bottom : rows.top, isNotAfter);
     return {first > 0 && !isOutOfRange(first - 1) ? first - 1 : first,
             last < samples.size() && !isOutOfRange(last) ? last + 1 : last};
 }

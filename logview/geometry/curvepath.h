@@ -92,6 +92,7 @@ public:
     std::pair<int, int> range(const CurveSamples &samples, const ShownRows &rows) const;
 
 private:
+    int likelyAt(const CurveSamples &samples, double y) const;
     double clampedY(float depth) const
     {
         const double y = yOf(depth);

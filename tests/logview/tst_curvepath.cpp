@@ -351,6 +351,47 @@ private slots:
     }
 
     // One sample more on both sides, but none beyond the depth range.
+    // However far from its place at even distances a sample stands.
+    void rowsOfUnevenLogsAreFound()
+    {
+        const DepthReference references[] = {{}, {MeasuredDepth, Feet, 0}, {TvdSubsea, Feet, 25}};
+        for (const bool isDescending : {false, true}) {
+            for (const double power : {0.1, 1.0, 2.0, 30.0}) {
+                QVector<double> depths;
+                for (int i = 0; i < 200; ++i) // the last ones repeat themselves
+                    depths.append(1000 * std::pow(std::min(i, 190) / 190.0, power));
+                if (isDescending)
+                    std::reverse(depths.begin(), depths.end());
+                const CurveSamples samples(depths, QVector<double>(depths.size(), 50), nullSampleValue);
+                for (const DepthReference &reference : references) {
+                    const DepthAxis track{reference.toDisplay(30), reference.toDisplay(990), 2000};
+                    const SamplePlacer placer(curveKey(samples, track, reference, scale));
+                    for (int top = 0; top <= 1960; top += 28) {
+                        // The samples of the rows and one more on both sides, as far as they are on the track.
+                        int first = 0;
+                        int last = 0;
+                        for (int k = 0; k < depths.size(); ++k) {
+                            const float depth = reference.toDisplay(depths.at(k));
+                            const double y = placer.y(samples, k);
+                            const bool isBefore =
+                                isDescending ? depth > track.end || y > top + 40 : depth < track.start || y < top;
+                            const bool isBehind =
+                                isDescending ? depth < track.start || y < top : depth > track.end || y > top + 40;
+                            first += isBefore ? 1 : 0;
+                            last += isBehind ? 0 : 1;
+                        }
+                        const auto isOnTrack = [&](int k) {
+                            return k >= 0 && k < depths.size()
+                                && track.contains(static_cast<double>(reference.toDisplay(depths.at(k))));
+                        };
+                        QCOMPARE(
+                            placer.range(samples, {static_cast<double>(top), top + 40.0}),
+                            std::make_pair(first - (isOnTrack(first - 1) ? 1 : 0), last + (isOnTrack(last) ? 1 : 0)));
+                    }
+                }
+            }
+        }
+    }
     void rangesOfRowsStayInTheDepthRange()
     {
         using Range = std::pair<int, int>;
