@@ -49,6 +49,7 @@ TemplateDialog::TemplateDialog(ProjectData &projectData, const QString &wellName
     nameRow->addWidget(m_name, 1);
     auto *well = new QLabel(wellName);
     well->setTextFormat(Qt::PlainText);
+    well->setWordWrap(true); // a long name must not widen the dialog
     well->setObjectName(QStringLiteral("wellLabel"));
     nameRow->addWidget(well);
     m_takeBack->setObjectName(QStringLiteral("takeBackButton"));

@@ -41,6 +41,23 @@ private slots:
     }
     void cleanup() { m.reset(); }
 
+    // However long the well's name is, the dialog stays on the screen and the template's name has room.
+    void aLongWellNameTakesLines()
+    {
+        const int narrowest = m_dialog->minimumSizeHint().width();
+        TemplateFixture other;
+        const QString well = QStringLiteral("A well of the northern block, side track B, ").repeated(5).trimmed();
+        other.addWell(well);
+        auto *dialog = other.open<DefineTemplate>(well);
+        QCOMPARE(other.find<QLabel>("wellLabel")->text(), well);
+        QVERIFY(dialog->minimumSizeHint().width() <= narrowest);
+        dialog->resize(900, 500);
+        QCoreApplication::processEvents();
+        QVERIFY(other.find<QLineEdit>("nameEdit")->width() > 200);
+        const auto *label = other.find<QLabel>("wellLabel");
+        QVERIFY(label->height() >= label->heightForWidth(label->width()));
+    }
+
     void beginsEmpty()
     {
         QCOMPARE(m_dialog->windowTitle(), QString("Define Display Template"));
