@@ -5,6 +5,8 @@
 #include "survey/wellinput.h"
 
 #include <QHash>
+#include <QPair>
+#include <QSet>
 
 #include <algorithm>
 #include <cmath>
@@ -29,15 +31,32 @@ QColor colorOf(const QString &name)
                            150 + static_cast<int>(hash / 1080 % 3) * 25);
 }
 
-// The names of tops that the file has at another depth in front of them get "_2", "_3"… behind them.
-QString freeName(const QString &name, double depth, QHash<QString, double> *taken)
+/// Names for the tops of a file: one that the file has at another depth in front of it gets "_2", "_3"… behind it. Tables
+/// of numbers that were taken for tops have one name at thousands of depths: no number is tried again for a name.
+class TopNames
 {
-    QString free = name;
-    for (int number = 2; taken->contains(free) && taken->value(free) != depth; ++number)
-        free = QStringLiteral("%1_%2").arg(name, QString::number(number));
-    taken->insert(free, depth);
-    return free;
-}
+public:
+    QString of(const QString &name, double depth)
+    {
+        const auto known = m_found.constFind({name, depth});
+        if (known != m_found.constEnd())
+            return *known;
+        QString free = name;
+        for (int &number = m_numbers[name]; m_depths.contains(free) && m_depths.value(free) != depth; ++number) {
+            if (!m_found.contains({name, m_depths.value(free)}))
+                m_found.insert({name, m_depths.value(free)}, free);
+            free = QStringLiteral("%1_%2").arg(name, QString::number(number + 2));
+        }
+        m_depths.insert(free, depth);
+        m_found.insert({name, depth}, free);
+        return free;
+    }
+
+private:
+    QHash<QString, double> m_depths; ///< of the names that were given
+    QHash<QString, int> m_numbers; ///< how many were tried for a name
+    QHash<QPair<QString, double>, QString> m_found; ///< what was given for a name at a depth, or stood in its way
+};
 
 int indexOf(const QVector<host::Marker> &markers, const QString &name)
 {
@@ -77,18 +96,26 @@ TopsMerge withTops(const QVector<host::Marker> &markers, const QVector<TopsLine>
 {
     TopsMerge merge;
     merge.markers = markers;
-    QHash<QString, double> taken;
+    QHash<QString, int> places;
+    for (int i = markers.size() - 1; i >= 0; --i)
+        places.insert(markers.at(i).name, i); // of several the first
+    TopNames names;
+    QSet<QString> repeated;
     for (const TopsLine &top : tops) {
         const auto depth = static_cast<float>(toMetres(top.depth, unit));
         if (depth > static_cast<float>(totalDepthM)) {
             merge.outside.append(storedText(top.name));
             continue;
         }
-        const QString name = freeName(storedText(top.name), top.depth, &taken);
-        if (name != storedText(top.name) && !merge.repeated.contains(storedText(top.name)))
-            merge.repeated.append(storedText(top.name));
-        const int index = indexOf(merge.markers, name);
+        const QString stored = storedText(top.name);
+        const QString name = names.of(stored, top.depth);
+        if (name != stored && !repeated.contains(stored)) {
+            repeated.insert(stored);
+            merge.repeated.append(stored);
+        }
+        const int index = places.value(name, -1);
         if (index < 0) {
+            places.insert(name, merge.markers.size());
             merge.markers.append({name, depth, colorOf(name)});
             ++merge.added;
         } else if (merge.markers.at(index).depth != depth) {

@@ -21,6 +21,8 @@ private slots:
     void wells();
     void markers();
     void namesThatComeAgain();
+    void aTableOfNumbersIsTakenForTops();
+    void numbersInTheFile();
     void coloursComeFromNames();
     void problemsOfMarkers();
     void realFiles();
@@ -155,6 +157,35 @@ void TestTopsFile::namesThatComeAgain()
     QCOMPARE(again.markers.size(), 6);
     QVERIFY(withTops({}, {top("A", 1)}, DepthUnit::Metre, 10).changesAnything());
     QVERIFY(withTops(merge.markers, {top("A", 1)}, DepthUnit::Metre, 10).changesAnything());
+}
+
+// Columns of a log: one name at each of its depths. A walk over all numbers for each of them would take ten minutes.
+void TestTopsFile::aTableOfNumbersIsTakenForTops()
+{
+    constexpr int count = 100000;
+    QVector<TopsLine> tops;
+    for (int i = 0; i < count; ++i)
+        tops.append({{}, QStringLiteral("12.25"), i / 10.0});
+    const TopsMerge merge = withTops({}, tops, DepthUnit::Metre, count);
+    QCOMPARE(merge.added, count);
+    QCOMPARE(merge.markers.at(1).name, QStringLiteral("12.25_2"));
+    QCOMPARE(merge.markers.last().name, QStringLiteral("12.25_%1").arg(count));
+    QVERIFY(!withTops(merge.markers, tops, DepthUnit::Metre, count).changesAnything());
+}
+
+// What stands in the way of a number is found by its depth, the first of several.
+void TestTopsFile::numbersInTheFile()
+{
+    const auto top = [](const char *name, double depth) { return TopsLine{{}, QString::fromLatin1(name), depth}; };
+    const TopsMerge merge = withTops({},
+                                     {top("A", 1), top("A_2", 2), top("A_3", 1), top("A", 5), top("A", 2),
+                                      top("A", 1), top("A", 6), top("A_4", 7)},
+                                     DepthUnit::Metre, 1000);
+    QStringList found;
+    for (const host::Marker &marker : merge.markers)
+        found.append(QStringLiteral("%1@%2").arg(marker.name).arg(double(marker.depth)));
+    QCOMPARE(found.join(u'|'), QStringLiteral("A@1|A_2@2|A_3@1|A_4@5|A_5@6|A_4_2@7"));
+    QCOMPARE(merge.added, 6);
 }
 
 // A top has the same colour in every well, whichever others it has.
