@@ -48,6 +48,7 @@ class TestNewSurveyDialog : public QObject
 private slots:
     void init();
     void unitsAreQuieterThanNames();
+    void beginsWithAnExtent();
     void folderNames_data();
     void folderNames();
     void fieldProblems_data();
@@ -81,6 +82,16 @@ void TestNewSurveyDialog::unitsAreQuieterThanNames()
         if (!label->text().isEmpty())
             QCOMPARE(label->palette().color(QPalette::WindowText) != form.palette().color(QPalette::WindowText),
                      label->text() == QLatin1String("m"));
+}
+
+void TestNewSurveyDialog::beginsWithAnExtent()
+{
+    const SurveyTexts texts = defaultSurveyTexts();
+    QCOMPARE(texts[SurveyField::XMinimum], QStringLiteral("500000"));
+    QCOMPARE(texts[SurveyField::XMaximum], QStringLiteral("510000"));
+    QCOMPARE(texts[SurveyField::YMinimum], QStringLiteral("6000000"));
+    QCOMPARE(texts[SurveyField::YMaximum], QStringLiteral("6012500"));
+    QCOMPARE(texts[SurveyField::MaximumDepth], QStringLiteral("4000"));
 }
 
 void TestNewSurveyDialog::folderNames_data()

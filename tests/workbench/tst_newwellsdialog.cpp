@@ -60,7 +60,9 @@ private slots:
     void aLongStateBreaksItsLine();
     void noProposedWellEndsAboveItsDeepestSample();
     void filesOfOneWellAreMerged();
+    void aFileThatIsSilentDiffersInNothing();
     void problemsConcernChosenRowsOnly();
+    void otherNamesLeaveTheChoiceAsItIs();
     void namesAreCheckedAmongAll();
     void aFileIsReadOnce();
     void modelShowsAndEdits();
@@ -231,6 +233,16 @@ void TestNewWellsDialog::filesOfOneWellAreMerged()
     QCOMPARE(well.allNotes(), QStringList{QStringLiteral("two.las differs in KB; the first file counts.")});
 }
 
+void TestNewWellsDialog::aFileThatIsSilentDiffersInNothing()
+{
+    NewWells wells;
+    wells.addProposal(proposal(QStringLiteral("/one.las"), QStringLiteral("A"), 500, 600, 25, 10, 2000));
+    wells.addProposal(proposal(QStringLiteral("/two.las"), QStringLiteral("A"), 0, 0, 0, 0, 0));
+    QCOMPARE(wells.wells().size(), 1);
+    QCOMPARE(wells.wells().first().allNotes(), QStringList());
+    QCOMPARE(text(wells, 0, WellField::KbElevation), QStringLiteral("25"));
+}
+
 void TestNewWellsDialog::problemsConcernChosenRowsOnly()
 {
     NewWells round;
@@ -252,6 +264,18 @@ void TestNewWellsDialog::problemsConcernChosenRowsOnly()
     QCOMPARE(wells.firstProblem(), QStringLiteral("a.las: A well needs a name."));
     wells.setText(0, WellField::X, QStringLiteral("1,5"));
     QVERIFY(wells.problem(0, WellField::X).contains(QLatin1String("comma")));
+}
+
+void TestNewWellsDialog::otherNamesLeaveTheChoiceAsItIs()
+{
+    NewWells wells;
+    for (const char *name : {"A", "B"})
+        wells.addProposal(
+            proposal(QStringLiteral("/%1.las").arg(QLatin1String(name)), QString::fromLatin1(name), 1, 2, 3, 4, 5));
+    wells.setChosen(0, false);
+    wells.setNameSource(NameSource::Uwi);
+    QVERIFY(!wells.wells().at(0).isChosen);
+    QVERIFY(wells.wells().at(1).isChosen);
 }
 
 void TestNewWellsDialog::namesAreCheckedAmongAll()
