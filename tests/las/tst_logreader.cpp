@@ -20,6 +20,7 @@ private slots:
     void samplesAndNulls();
     void delimiters_data();
     void delimiters();
+    void aCommaAmongPointsIsNoDecimal();
     void wrappedRows_data();
     void wrappedRows();
     void brokenWrappedRowsDoNotShiftWhatFollows();
@@ -113,6 +114,13 @@ void TestLogReader::delimiters()
                               + " / ~W / NULL. -999.25 : / ~C / DEPT.M : / A. : / B. : / C. : / ~A / " + rows);
     QCOMPARE(summary(file), QByteArray("1 2|A 2 3|B - 5|C 4 6"));
     QCOMPARE(file.notices, QStringList());
+}
+
+void TestLogReader::aCommaAmongPointsIsNoDecimal()
+{
+    const LogFile file = read("~V / VERS. 2.0 : / ~W / NULL. -999.25 : / ~C / DEPT.M : / A. : / ~A / "
+                              "1.0 2.0 / 2.0 2,5 / 3.0 4.0");
+    QCOMPARE(summary(file), QByteArray("1 2 3|A 2 - 4"));
 }
 
 void TestLogReader::wrappedRows_data()

@@ -173,6 +173,7 @@ void TestWellContents::renamesALog()
     click(log(0));
     QTest::mouseClick(button("renameContentButton"), Qt::LeftButton);
     type(QStringLiteral("RHOB"));
+    QCOMPARE(m_asker.boxes.last().title, QStringLiteral("Rename log"));
     QCOMPARE(m_asker.boxes.last().text, QStringLiteral("The well has a log \"RHOB\" already."));
     QCOMPARE(logs(), (QStringList{QStringLiteral("GR_edited"), QStringLiteral("RHOB")}));
     QCOMPARE(log(0)->text(0), QStringLiteral("GR_edited"));
@@ -186,6 +187,7 @@ void TestWellContents::renamesAMarker()
     QCOMPARE(markers(), QStringLiteral("Upper@100 Base@1500"));
     QTest::mouseClick(button("renameContentButton"), Qt::LeftButton); // it is still selected
     type(QStringLiteral("Base"));
+    QCOMPARE(m_asker.boxes.last().title, QStringLiteral("Change marker"));
     QCOMPARE(m_asker.boxes.last().text, QStringLiteral("The well has a marker \"Base\" already."));
     QCOMPARE(markers(), QStringLiteral("Upper@100 Base@1500"));
     click(marker(0));
