@@ -18,6 +18,7 @@ class TestSurveySentences : public QObject
 
 private slots:
     void init() { m_survey = std::make_unique<OneWell>(QVector<QByteArray>{"GR", "RHOB"}); }
+    void cleanup() { m_survey.reset(); } // before the next one puts its calls of the file system in place
     void headers_data();
     void headers();
     void lists_data();
