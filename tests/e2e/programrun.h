@@ -25,7 +25,7 @@ inline QString withoutPlatformNoise(const QString &text)
 
 inline ProgramRun runProgram(const QString &program, const QStringList &arguments, const QString &home)
 {
-    constexpr int patienceMs = 120000;
+    constexpr int patienceMs = 280000; // a little less than Qt Test has with a test function
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("HOME"), home);
     environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home);
