@@ -43,8 +43,7 @@ public:
             return *known;
         QString free = name;
         for (int &number = m_numbers[name]; m_depths.contains(free) && m_depths.value(free) != depth; ++number) {
-            if (!m_found.contains({name, m_depths.value(free)}))
-                m_found.insert({name, m_depths.value(free)}, free);
+            m_found.insert({name, m_depths.value(free)}, free);
             free = QStringLiteral("%1_%2").arg(name, QString::number(number + 2));
         }
         m_depths.insert(free, depth);

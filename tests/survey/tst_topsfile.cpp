@@ -173,19 +173,22 @@ void TestTopsFile::aTableOfNumbersIsTakenForTops()
     QVERIFY(!withTops(merge.markers, tops, DepthUnit::Metre, count).changesAnything());
 }
 
-// What stands in the way of a number is found by its depth, the first of several.
+// What stands in the way of a number is found by its depth.
 void TestTopsFile::numbersInTheFile()
 {
     const auto top = [](const char *name, double depth) { return TopsLine{{}, QString::fromLatin1(name), depth}; };
     const TopsMerge merge = withTops({},
                                      {top("A", 1), top("A_2", 2), top("A_3", 1), top("A", 5), top("A", 2),
-                                      top("A", 1), top("A", 6), top("A_4", 7)},
+                                      top("A", 1), top("A", 6), top("A_4", 7), top("A", 5)},
                                      DepthUnit::Metre, 1000);
     QStringList found;
     for (const host::Marker &marker : merge.markers)
         found.append(QStringLiteral("%1@%2").arg(marker.name).arg(double(marker.depth)));
     QCOMPARE(found.join(u'|'), QStringLiteral("A@1|A_2@2|A_3@1|A_4@5|A_5@6|A_4_2@7"));
     QCOMPARE(merge.added, 6);
+    // Of markers with one name the first counts.
+    const QVector<host::Marker> twice{{QStringLiteral("A"), 1, Qt::red}, {QStringLiteral("A"), 2, Qt::red}};
+    QVERIFY(!withTops(twice, {top("A", 1)}, DepthUnit::Metre, 10).changesAnything());
 }
 
 // A top has the same colour in every well, whichever others it has.
