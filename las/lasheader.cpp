@@ -56,15 +56,13 @@ ParsedHeader parse(const Text &text)
     return parsed;
 }
 
-/// The bytes up to the last line end, so that no line and no character is cut.
+/// The bytes up to the last line end, so that no line and no character is cut. Of a line end in UTF-16 the second byte may be
+/// missing, which decoding passes over.
 QByteArray wholeLines(const QByteArray &bytes)
 {
     int end = bytes.size();
     while (end > 0 && !base::isLineEnd(bytes.at(end - 1)))
         --end;
-    // A UTF-16 line end has two bytes, of which the zero may come second.
-    if (end < bytes.size() && bytes.at(end) == '\0')
-        ++end;
     return bytes.left(end);
 }
 

@@ -85,7 +85,6 @@ void DefineCalibrationPoint::setCalibrationData(const CalibrationRecord &record)
 
 bool DefineCalibrationPoint::save()
 {
-    table()->finishEditing();
     if (chosenGroup().isEmpty()) {
         data().asker.warn(windowTitle(), QStringLiteral("Unable to set GroupName."));
         return false;

@@ -84,12 +84,18 @@ void TestFileLock::aProgramWithoutStandardInputLocksToo()
         const base::FolderLock first(folder());
         isRefused = base::FolderLock(folder(), 0).isRefused();
     }
+    errno = 0; // what was left there by others is not looked at
+    {
+        const base::FolderLock again(folder());
+    } // the file of the lock is there
+    const bool isLeftOpen = ::fcntl(0, F_GETFD) >= 0;
     struct stat info
     { };
     const int result = ::stat(QFile::encodeName(path(".lorva.lock")).constData(), &info);
     ::dup2(input, 0);
     ::close(input);
     QVERIFY(isRefused);
+    QVERIFY(!isLeftOpen);
     QCOMPARE(result, 0);
     QCOMPARE(info.st_mode & 0777, 0666u);
 }

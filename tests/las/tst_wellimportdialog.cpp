@@ -54,6 +54,7 @@ private slots:
     void widgets();
     void slotsHaveTheirNames();
     void choosingNothingChangesNothing();
+    void closingBeforeTheFirstFileChoosesNothing();
     void choosingFiles();
     void filesMayBeChosenAgain();
     void curveTable();
@@ -120,6 +121,17 @@ void TestWellImportDialog::choosingNothingChangesNothing()
     f.choose({});
     QCOMPARE(f.captions, QStringList{text("Select Well(s)")});
     QCOMPARE(f.filters, QStringList{text("Las Files (*.Las *.LAS *.las)")});
+    QCOMPARE(f.tabs()->count(), 0);
+    QVERIFY(!f.button("importButton")->isEnabled());
+}
+
+void TestWellImportDialog::closingBeforeTheFirstFileChoosesNothing()
+{
+    ImportFixture f;
+    QMetaObject::invokeMethod(f.dialog.get(), "cancelBtnClicked", Qt::QueuedConnection);
+    f.chosen = QStringList{f.write(text("a.las"), ImportFixture::las("W-1", "100 1\n"))};
+    f.dialog->selectLasFilesClicked();
+    QVERIFY(!f.dialog->isVisible());
     QCOMPARE(f.tabs()->count(), 0);
     QVERIFY(!f.button("importButton")->isEnabled());
 }

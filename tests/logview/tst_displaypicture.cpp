@@ -1,6 +1,7 @@
 #include "logview/displaypicture.h"
 #include "logview/jpegwriter.h"
 #include "logview/picturepage.h"
+#include "logview/pngwriter.h"
 #include "logview/tiffwriter.h"
 #include "support/failingdisk.h"
 #include "support/files.h"
@@ -417,6 +418,13 @@ void tst_displaypicture::whatTheLibraryCannotWriteIsTold()
     QCOMPARE(writer.open(folder.filePath("a.jpg"), QSize(JpegWriter::longestSide + 100, 1)).error,
              QString("the picture could not be encoded"));
     QVERIFY(!QFile::exists(folder.filePath("a.jpg")));
+    PngWriter wide;
+    QCOMPARE(wide.open(folder.filePath("a.png"), QSize(PngWriter::longestSide + 1, 1)).error,
+             QString("the picture could not be encoded"));
+    PngWriter empty;
+    QVERIFY(empty.open(folder.filePath("a.png"), QSize(1, 1)).ok());
+    QCOMPARE(empty.commit().error, QString("the picture could not be encoded"));
+    QVERIFY(!QFile::exists(folder.filePath("a.png")));
 }
 
 // One was asked for that is not there; another program made it while the picture was drawn.

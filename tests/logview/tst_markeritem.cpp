@@ -53,6 +53,7 @@ private slots:
     void theLineSpansTheTracks();
     void namesStandLeftOfTheTracks();
     void theNameMayMove();
+    void whatIsDrawnIsRepaintedWhole();
     void selected();
     void panelRows();
     void panelSlots();
@@ -135,6 +136,20 @@ void tst_markeritem::theNameMayMove()
     QCOMPARE(box.top(), -10.0);
     QVERIFY(box.bottom() > 15 && box.bottom() <= 30);
     QVERIFY(box.left() >= -50 && box.right() <= 0);
+}
+
+void tst_markeritem::whatIsDrawnIsRepaintedWhole()
+{
+    MarkerFixture f;
+    const double reach = MarkerItem::maximumThickness / 2.0 + 1; // of a selected line, which is thicker
+    const QRectF line = QRectF(0, 0, 192, 0).adjusted(-reach, -reach, reach, reach);
+    const QRectF names = MarkerItem::nameRect(80) | MarkerItem::nameRect(81);
+    for (const double shift : {0, 30, -30}) {
+        f.marker->setNameShift(shift);
+        const QRectF area = f.marker->childItems().first()->boundingRect();
+        QVERIFY(area.contains(line));
+        QVERIFY(area.contains(names.translated(0, shift)));
+    }
 }
 
 void tst_markeritem::selected()

@@ -5,6 +5,7 @@
 #include "correlation/correlationview.h"
 #include "correlation/correlationviewtabwidget.h"
 #include "datastore/curvegrouptable.h"
+#include "las/wellimportdialog.h"
 #include "logview/curveitem.h"
 #include "logview/markeritem.h"
 #include "logview/trackitem.h"
@@ -222,6 +223,19 @@ private slots:
         m->launch->catalogue.refreshMarkerNames(0);
         m->window->markersChanged(0);
         QCOMPARE(m->manager->markers()->table()->rowCount(), 3);
+    }
+
+    void importedLogsComeIntoTheTable()
+    {
+        const auto *table = CorrelationFixture::find<QTableWidget>(m->manager->defaultData(), "defaultTable");
+        const int rows = table->rowCount();
+        m->find("A")->logs.append({"SP", "mv", {0, 100}, {1, 2}});
+        m->launch->catalogue.refreshLogNames(0);
+        m->window->findChild<QAction *>("importAction")->trigger();
+        auto *dialog = m->window->findChild<WellImportDialog *>();
+        emit dialog->logsImported(0);
+        QCOMPARE(table->rowCount(), rows + 1);
+        dialog->close();
     }
 
     void storedZonesShow()

@@ -226,6 +226,7 @@ private slots:
     // Ten thousand rows: cells stand where they are seen, and nothing is done for all rows at once.
     void manyRowsHaveFewCells()
     {
+        QCOMPARE(WellDataTable(welldata::pointColumns()).madeCells(), 0);
         fill(10000);
         QCOMPARE(table()->rowCount(), 10000);
         QVERIFY2(table()->madeCells() < 5 * 300, qPrintable(QString::number(table()->madeCells())));

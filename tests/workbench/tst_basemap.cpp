@@ -102,6 +102,7 @@ void TestBaseMap::frameWithoutWellsIsFinite()
 {
     const MapFrame frame({}, QRectF(0, 0, 300, 200), 20);
     QVERIFY(std::isfinite(frame.toPixel(1, 1).x()));
+    QCOMPARE(MapFrame().toPixel(0, 0), QPointF(0, 0));
     const MapFrame tiny({at(1, 1), at(9, 9)}, QRectF(0, 0, 0, 0), 20);
     QVERIFY(tiny.metresPerPixel() > 0);
     QVERIFY(std::isfinite(tiny.toPixel(5, 5).y()));
