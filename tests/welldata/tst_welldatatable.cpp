@@ -2,6 +2,7 @@
 
 #include "support/testmain.h"
 #include "tests/welldata/welldatafixture.h"
+#include "welldata/siderows.h"
 
 #include <QApplication>
 #include <QClipboard>
