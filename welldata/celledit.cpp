@@ -2,6 +2,7 @@
 
 #include "base/cellproperties.h"
 
+#include <QFocusEvent>
 #include <QSignalBlocker>
 #include <QVariant>
 
