@@ -109,6 +109,21 @@ void SurveyOverview::buildTable()
         if (!selectedKey().isEmpty())
             emit wellActivated(selectedKey());
     });
+    addTableKey(Qt::Key_F2, &SurveyOverview::wellRenameRequested);
+    addTableKey(QKeySequence::Delete, &SurveyOverview::wellDeletionRequested);
+}
+
+void SurveyOverview::addTableKey(const QKeySequence &keys, void (SurveyOverview::*requested)(const QString &))
+{
+    auto *action = new QAction(m_table);
+    action->setShortcut(keys);
+    action->setShortcutContext(Qt::WidgetShortcut);
+    connect(action, &QAction::triggered, this, [this, requested] {
+        const QString key = selectedKey();
+        if (!key.isEmpty())
+            emit(this->*requested)(key);
+    });
+    m_table->addAction(action);
 }
 
 void SurveyOverview::setWells(const QVector<survey::WellSummary> &wells, survey::DepthUnit unit)
@@ -173,6 +188,15 @@ QString SurveyOverview::selectedKey() const
 {
     const int row = currentRow();
     return row < 0 ? QString() : m_model->wells().at(row).key;
+}
+
+QString SurveyOverview::neighbourKey() const
+{
+    const QModelIndex current = m_table->currentIndex();
+    QModelIndex neighbour = current.sibling(current.row() + 1, 0);
+    if (!neighbour.isValid())
+        neighbour = current.sibling(current.row() - 1, 0);
+    return neighbour.isValid() ? m_model->wells().at(m_sorted->mapToSource(neighbour).row()).key : QString();
 }
 
 void SurveyOverview::selectWell(const QString &key)

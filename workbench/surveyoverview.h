@@ -31,6 +31,8 @@ public:
     void setWells(const QVector<survey::WellSummary> &wells, survey::DepthUnit unit);
     /// Empty when none is selected.
     QString selectedKey() const;
+    /// The well that takes the place of the selected one when that goes: the one below, else above; empty without one.
+    QString neighbourKey() const;
     /// Takes away a filter that hides the well.
     void selectWell(const QString &key);
     /// Another survey begins with all its wells.
@@ -44,12 +46,17 @@ signals:
     void wellActivated(const QString &key);
     /// The context menu of a well is wanted at a place of the screen; the well is selected.
     void wellMenuRequested(const QString &key, const QPoint &place);
+    /// F2 in the table.
+    void wellRenameRequested(const QString &key);
+    /// Delete in the table.
+    void wellDeletionRequested(const QString &key);
 
 protected:
     void showEvent(QShowEvent *event) override;
 
 private:
     void buildTable();
+    void addTableKey(const QKeySequence &keys, void (SurveyOverview::*requested)(const QString &));
     void fitColumns();
     void arrange();
     void selectRow(int row);

@@ -6,6 +6,14 @@
 
 namespace workbench {
 
+host::WellEntry storedWell(survey::SurveyStore &store, const QString &key)
+{
+    for (const host::WellEntry &entry : store.list().value)
+        if (entry.key == key)
+            return entry;
+    return {};
+}
+
 bool editWell(survey::SurveyStore &store, base::Asker &asker, const host::WellEntry &well, QWidget *parent)
 {
     const host::Outcome<survey::WellProperties> properties = store.properties(well.key);

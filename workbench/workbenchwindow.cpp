@@ -14,7 +14,6 @@
 #include "workbench/newwellsdialog.h"
 #include "workbench/recentsurveysmenu.h"
 #include "workbench/surveyoverview.h"
-#include "workbench/wellactions.h"
 #include "workbench/wellmanagerdialog.h"
 #include "workbench/windowsettings.h"
 #include "workbench/workbenchhost.h"
@@ -142,6 +141,9 @@ void WorkbenchWindow::buildCentre()
     m_pages->addWidget(m_overview);
     connect(m_overview, &SurveyOverview::wellActivated, this, &WorkbenchWindow::manageWells);
     connect(m_overview, &SurveyOverview::wellMenuRequested, this, &WorkbenchWindow::showWellMenu);
+    connect(m_overview, &SurveyOverview::wellRenameRequested, this,
+            [this](const QString &key) { changeWell(key, renameWell); });
+    connect(m_overview, &SurveyOverview::wellDeletionRequested, this, &WorkbenchWindow::deleteStored);
     m_messages = new MessagesPanel(centre);
     auto *column = new QVBoxLayout(centre);
     column->setContentsMargins(6, 6, 6, 0);
@@ -384,39 +386,38 @@ void WorkbenchWindow::manageWells()
 
 void WorkbenchWindow::showWellMenu(const QString &key, const QPoint &place)
 {
-    host::WellEntry well;
-    for (const host::WellEntry &entry : m_host.store().list().value)
-        if (entry.key == key)
-            well = entry;
-    if (well.key.isEmpty())
-        return;
     auto *menu = new QMenu(this);
     menu->setObjectName(QStringLiteral("wellMenu"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    const auto add = [this, menu](const char *name, const QString &text, const std::function<bool()> &act) {
+    const auto add = [this, menu](const char *name, const QString &text, const std::function<void()> &act) {
         QAction *action = menu->addAction(text);
         action->setObjectName(QString::fromLatin1(name));
         // Queued: the menu is closed and gone before a dialog runs an event loop of its own.
-        connect(
-            action, &QAction::triggered, this,
-            [this, act] {
-                if (act())
-                    refresh();
-            },
-            Qt::QueuedConnection);
+        connect(action, &QAction::triggered, this, act, Qt::QueuedConnection);
     };
-    survey::SurveyStore &store = m_host.store();
-    add("wellContentsAction", QStringLiteral("&Logs and markers…"), [this] {
-        manageWells();
-        return false;
-    });
-    add("editWellAction", QStringLiteral("&Edit…"),
-        [this, &store, well] { return editWell(store, m_asker, well, this); });
-    add("renameWellAction", QStringLiteral("&Rename…"),
-        [this, &store, well] { return renameWell(store, m_asker, well, this); });
-    add("deleteWellAction", QStringLiteral("&Delete…"),
-        [this, &store, well] { return deleteWell(store, m_asker, well); });
+    // Behind the tabulator stands the key that does the same in the table.
+    add("wellContentsAction", QStringLiteral("&Logs and markers…\tEnter"), [this] { manageWells(); });
+    add("editWellAction", QStringLiteral("&Edit…"), [this, key] { changeWell(key, editWell); });
+    add("renameWellAction", QStringLiteral("&Rename…\tF2"), [this, key] { changeWell(key, renameWell); });
+    add("deleteWellAction", QStringLiteral("&Delete…\tDel"), [this, key] { deleteStored(key); });
     menu->popup(place);
+}
+
+void WorkbenchWindow::changeWell(const QString &key, WellAction change)
+{
+    const host::WellEntry well = storedWell(m_host.store(), key);
+    if (!well.key.isEmpty() && change(m_host.store(), m_asker, well, this))
+        refresh();
+}
+
+void WorkbenchWindow::deleteStored(const QString &key)
+{
+    const QString neighbour = m_overview->neighbourKey();
+    changeWell(key, [](survey::SurveyStore &store, base::Asker &asker, const host::WellEntry &well, QWidget *) {
+        return deleteWell(store, asker, well);
+    });
+    if (m_overview->selectedKey().isEmpty())
+        m_overview->selectWell(neighbour);
 }
 
 void WorkbenchWindow::newWellsFromFiles()

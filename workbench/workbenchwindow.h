@@ -3,6 +3,7 @@
 #include "survey/surveyuse.h"
 #include "workbench/filechooser.h"
 #include "workbench/pluginloader.h"
+#include "workbench/wellactions.h"
 
 #include <QDateTime>
 #include <QMainWindow>
@@ -93,6 +94,8 @@ private:
     void openRecent(const QString &path);
     void manageWells();
     void showWellMenu(const QString &key, const QPoint &place);
+    void changeWell(const QString &key, WellAction change);
+    void deleteStored(const QString &key);
     void warnOfOthers(const QString &folder);
     void newWellsFromFiles();
     void newWells(const QStringList &paths);

@@ -28,6 +28,9 @@ private slots:
     void theMenuEdits();
     void theMenuDeletes();
     void theMenuOpensTheContents();
+    void f2RenamesTheSelectedWell();
+    void deleteAsksAndTheNextWellIsSelected();
+    void keysWithoutAWellDoNothing();
     void theManualOpensAndLeads();
     void aMissingManual();
     void firstStepsOfAnEmptySurvey();
@@ -82,7 +85,8 @@ void TestWorkbenchUse::theMenuOfAWell()
     QStringList entries;
     for (const QAction *action : menu->actions())
         entries.append(action->text());
-    QCOMPARE(entries.join(QLatin1Char(' ')), QStringLiteral("&Logs and markers… &Edit… &Rename… &Delete…"));
+    QCOMPARE(entries.join(QLatin1Char(' ')),
+             QStringLiteral("&Logs and markers…\tEnter &Edit… &Rename…\tF2 &Delete…\tDel"));
     QTest::keyClick(menu, Qt::Key_Escape);
     QTRY_VERIFY(!find<QMenu>("wellMenu"));
     // Below the wells there is none.
@@ -141,6 +145,72 @@ void TestWorkbenchUse::theMenuOpensTheContents()
     });
     choose(1, "wellContentsAction");
     QVERIFY2(header.contains(QLatin1Char('B')), qPrintable(header));
+}
+
+void TestWorkbenchUse::f2RenamesTheSelectedWell()
+{
+    openTwoWells();
+    auto *view = find<QTableView>("wellsTable");
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(table()->index(1, 0)).center());
+    for (const char *name : {"Bee", "Zed"}) {
+        onNextDialog(QStringLiteral("renameWellDialog"), [name](QDialog *dialog) {
+            dialog->findChild<QLineEdit *>(QStringLiteral("nameEdit"))->setText(QLatin1String(name));
+            QTest::keyClick(dialog, Qt::Key_Return);
+        });
+        QVERIFY(showActive(m_window.get()));
+        QTest::keyClick(view, Qt::Key_F2); // the second time the same well, under its new name
+        QCOMPARE(columnTexts(table(), 0), (QStringList{QStringLiteral("A"), QLatin1String(name)}));
+    }
+    QVERIFY(m_asker.boxes.isEmpty());
+}
+
+void TestWorkbenchUse::deleteAsksAndTheNextWellIsSelected()
+{
+    openTwoWells();
+    addWell(m_host->surveyDirectory(), QStringLiteral("C"), 7000, 7000);
+    addWell(m_host->surveyDirectory(), QStringLiteral("Far"), 9000, 9000);
+    m_window->refresh();
+    auto *view = find<QTableView>("wellsTable");
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(table()->index(1, 0)).center());
+    m_asker.answers = {base::BoxButton::No, base::BoxButton::Yes, base::BoxButton::Yes, base::BoxButton::Yes,
+                       base::BoxButton::Yes};
+    const auto press = [&] {
+        QTest::keyClick(view, Qt::Key_Delete);
+        return columnTexts(table(), 0).join(QString()) + QLatin1Char('>') + view->currentIndex().data().toString();
+    };
+    QCOMPARE(press(), QStringLiteral("ABCFar>B")); // the question was answered with No
+    QVERIFY(m_asker.boxes.last().text.startsWith(QLatin1String("Delete the well \"B\"?")));
+    QCOMPARE(press(), QStringLiteral("ACFar>C"));
+    find<QLineEdit>("filterEdit")->setText(QStringLiteral("a"));
+    view->setCurrentIndex(table()->index(1, 0));
+    QCOMPARE(press(), QStringLiteral("A>A")); // the one above, where none is below
+    find<QLineEdit>("filterEdit")->clear();
+    QCOMPARE(press(), QStringLiteral("C>C"));
+    QCOMPARE(press(), QStringLiteral(">"));
+    QCOMPARE(m_asker.boxes.size(), 5);
+}
+
+void TestWorkbenchUse::keysWithoutAWellDoNothing()
+{
+    openTwoWells();
+    auto *view = find<QTableView>("wellsTable");
+    view->clearSelection();
+    for (const Qt::Key key : {Qt::Key_F2, Qt::Key_Delete})
+        QTest::keyClick(view, key);
+    auto *filter = find<QLineEdit>("filterEdit");
+    view->selectRow(0);
+    filter->setText(QStringLiteral("A"));
+    filter->setCursorPosition(0);
+    QTest::keyClick(filter, Qt::Key_Delete); // belongs to the text there
+    QCOMPARE(filter->text(), QString());
+    QVERIFY(m_asker.boxes.isEmpty());
+    QCOMPARE(table()->rowCount(), 2);
+    // A well that has gone since the table was filled.
+    const QString key = survey::SurveyStore(m_host->surveyDirectory()).list().value.first().key;
+    QVERIFY(survey::SurveyStore(m_host->surveyDirectory()).removeWell(key).ok());
+    for (const Qt::Key pressed : {Qt::Key_F2, Qt::Key_Delete})
+        QTest::keyClick(view, pressed);
+    QVERIFY(m_asker.boxes.isEmpty());
 }
 
 void TestWorkbenchUse::theManualOpensAndLeads()
