@@ -4,9 +4,9 @@
 #include "las/rowcheck.h"
 #include "las/wellinfo.h"
 #include "programs/batch/commands.h"
-#include "programs/batch/importing.h"
 #include "programs/batch/session.h"
 #include "programs/batch/tables.h"
+#include "programs/batch/wellimport.h"
 #include "programs/batch/workers.h"
 #include "survey/laswellproposal.h"
 
