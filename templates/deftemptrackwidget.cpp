@@ -12,7 +12,6 @@
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
@@ -49,11 +48,6 @@ int widthFor(const FillLimitModel &limits)
     return box.sizeHint().width() + 1; // the grid's line
 }
 
-bool isActivation(int key)
-{
-    return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_F2;
-}
-
 } // namespace
 
 DefTempTrackWidget::DefTempTrackWidget(TemplateChoices &choices, QAbstractItemModel *colorBars, QWidget *parent)
@@ -80,24 +74,7 @@ DefTempTrackWidget::DefTempTrackWidget(TemplateChoices &choices, QAbstractItemMo
     auto *page = new QVBoxLayout(this);
     page->addLayout(top);
     page->addWidget(m_table, 1);
-
-    m_table->setObjectName(QStringLiteral("curveTable"));
-    m_table->setHorizontalHeaderLabels(curvecolumn::headings());
-    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_table->setSelectionMode(QAbstractItemView::NoSelection); // a selection would cover the colours
-    m_table->setTabKeyNavigation(false);
-    m_table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    m_table->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    QHeaderView *header = m_table->horizontalHeader();
-    header->setDefaultAlignment(Qt::Alignment(QFlag(int(Qt::AlignCenter) | int(Qt::TextWordWrap))));
-    header->setFixedHeight(2 * header->fontMetrics().lineSpacing() + headerMargin);
-    for (int column = 0; column < curvecolumn::Count; ++column)
-        m_table->setColumnWidth(column, columnWidths[column]);
-    m_table->setColumnWidth(curvecolumn::LeftLimit, widthFor(*m_models.leftLimits));
-    m_table->setColumnWidth(curvecolumn::RightLimit, widthFor(*m_models.rightLimits));
-    base::keepColumns(header, QStringLiteral("templateCurves"));
-    m_table->installEventFilter(this);
-    m_viewport->installEventFilter(this);
+    setUpTable();
 
     connect(add, &QPushButton::clicked, this, &DefTempTrackWidget::addCurveClicked);
     connect(m_type, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &DefTempTrackWidget::trackTypeChanged);
@@ -116,6 +93,27 @@ DefTempTrackWidget::DefTempTrackWidget(TemplateChoices &choices, QAbstractItemMo
         connect(move, &QShortcut::activated, this, [this, step] { moveCurrentRow(step); });
     }
     showTypeTips();
+}
+
+void DefTempTrackWidget::setUpTable()
+{
+    m_table->setObjectName(QStringLiteral("curveTable"));
+    m_table->setHorizontalHeaderLabels(curvecolumn::headings());
+    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_table->setSelectionMode(QAbstractItemView::NoSelection); // a selection would cover the colours
+    m_table->setTabKeyNavigation(false);
+    m_table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    m_table->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    QHeaderView *header = m_table->horizontalHeader();
+    header->setDefaultAlignment(Qt::Alignment(QFlag(int(Qt::AlignCenter) | int(Qt::TextWordWrap))));
+    header->setFixedHeight(2 * header->fontMetrics().lineSpacing() + headerMargin);
+    for (int column = 0; column < curvecolumn::Count; ++column)
+        m_table->setColumnWidth(column, columnWidths[column]);
+    m_table->setColumnWidth(curvecolumn::LeftLimit, widthFor(*m_models.leftLimits));
+    m_table->setColumnWidth(curvecolumn::RightLimit, widthFor(*m_models.rightLimits));
+    base::keepColumns(header, QStringLiteral("templateCurves"));
+    m_table->installEventFilter(this);
+    m_viewport->installEventFilter(this);
 }
 
 // Choosers tell of the end of their lists, which go with this.
@@ -245,54 +243,6 @@ void DefTempTrackWidget::showEvent(QShowEvent *event)
     makeRowsInSight();
 }
 
-// The colour is a cell without widget: the keys stop there all the same.
-bool DefTempTrackWidget::keyPressed(int key)
-{
-    const int row = m_table->currentRow();
-    const int column = m_table->currentColumn();
-    if (!isRow(row))
-        return false;
-    const bool isInColor = m_table->hasFocus() && column == curvecolumn::Color && !m_rows.isDepth();
-    if (isActivation(key) && isInColor) {
-        cellSelected(row, column);
-    } else if (isActivation(key) && m_table->hasFocus()) {
-        if (QWidget *cell = m_table->cellWidget(row, column))
-            cell->setFocus(Qt::OtherFocusReason);
-    } else if (isInColor && (key == Qt::Key_Tab || key == Qt::Key_Backtab)) {
-        m_table->cellWidget(row, key == Qt::Key_Tab ? curvecolumn::LeftFill : curvecolumn::RightValue)
-            ->setFocus(key == Qt::Key_Tab ? Qt::TabFocusReason : Qt::BacktabFocusReason);
-    } else if (!m_table->hasFocus() && !m_rows.isDepth()
-               && ((key == Qt::Key_Tab && column == curvecolumn::RightValue)
-                   || (key == Qt::Key_Backtab && column == curvecolumn::LeftFill))) {
-        m_table->setFocus(Qt::OtherFocusReason);
-        m_table->setCurrentCell(row, curvecolumn::Color);
-    } else {
-        return false;
-    }
-    return true;
-}
-
-bool DefTempTrackWidget::eventFilter(QObject *watched, QEvent *event)
-{
-    if (event->type() == QEvent::KeyPress && watched != m_viewport
-        && keyPressed(static_cast<QKeyEvent *>(event)->key()))
-        return true;
-    if (watched == m_viewport) {
-        if (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest)
-            makeRowsInSight();
-    } else if (auto *cell = watched == m_table ? nullptr : qobject_cast<QWidget *>(watched)) {
-        // The wheel scrolls the table; it does not turn whatever chooser comes under the mouse.
-        if (event->type() == QEvent::Wheel && !cell->hasFocus()) {
-            event->ignore();
-            return true;
-        }
-        if (event->type() == QEvent::FocusIn)
-            m_table->setCurrentCell(cell->property(base::rowProperty).toInt(),
-                                    cell->property(base::columnProperty).toInt());
-    }
-    return QWidget::eventFilter(watched, event);
-}
-
 void DefTempTrackWidget::addCurveClicked()
 {
     const int row = m_rows.size();
@@ -310,10 +260,17 @@ void DefTempTrackWidget::addCurveClicked()
     tellChange();
 }
 
-void DefTempTrackWidget::removeClicked()
+// Of the widget in a row that tells of itself; -1 when none does.
+int DefTempTrackWidget::senderRow() const
 {
     const int row = sender() ? sender()->property(base::rowProperty).toInt() : -1;
-    if (!isRow(row))
+    return isRow(row) && widgetsOf(row) ? row : -1;
+}
+
+void DefTempTrackWidget::removeClicked()
+{
+    const int row = senderRow();
+    if (row < 0)
         return;
     m_rows.remove(row);
     {
@@ -332,27 +289,6 @@ void DefTempTrackWidget::removeClicked()
         makeRow(next);
         widgetsOf(next)->at(curvecolumn::Remove)->setFocus();
     }
-    tellChange();
-}
-
-void DefTempTrackWidget::moveCurrentRow(int step)
-{
-    const int from = m_table->currentRow();
-    const int to = from + step;
-    if (!isRow(from) || !isRow(to))
-        return;
-    const int column = m_table->currentColumn();
-    m_rows.move(from, to);
-    for (const int row : {from, to}) {
-        makeRow(row);
-        const QScopedValueRollback<bool> showing(m_isShowing, true);
-        widgetsOf(row)->show(m_rows.at(row), m_rows.size());
-    }
-    {
-        const QScopedValueRollback<bool> showing(m_isShowing, true);
-        showAllLimits();
-    }
-    m_table->setCurrentCell(to, column);
     tellChange();
 }
 
@@ -411,8 +347,8 @@ void DefTempTrackWidget::showTypeTips()
 // The groups that a curve is moved to propose the values that they were last used with, unless it has its own.
 void DefTempTrackWidget::repopulateCurveBox()
 {
-    const int row = sender() ? sender()->property(base::rowProperty).toInt() : -1;
-    if (m_isShowing || !isRow(row) || !widgetsOf(row))
+    const int row = senderRow();
+    if (m_isShowing || row < 0)
         return;
     CurveRow edited = m_rows.at(row);
     widgetsOf(row)->readInto(&edited);
@@ -432,8 +368,8 @@ void DefTempTrackWidget::repopulateCurveBox()
 
 void DefTempTrackWidget::rowEdited()
 {
-    const int row = sender() ? sender()->property(base::rowProperty).toInt() : -1;
-    if (m_isShowing || !isRow(row) || !widgetsOf(row))
+    const int row = senderRow();
+    if (m_isShowing || row < 0)
         return;
     CurveRow edited = m_rows.at(row);
     widgetsOf(row)->readInto(&edited);
@@ -457,8 +393,8 @@ void DefTempTrackWidget::noteValues(const CurveRow &row)
 
 void DefTempTrackWidget::pointVisiCheckChanged(bool isShown)
 {
-    const int row = sender() ? sender()->property(base::rowProperty).toInt() : -1;
-    if (!isRow(row) || !widgetsOf(row))
+    const int row = senderRow();
+    if (row < 0)
         return;
     widgetsOf(row)->enablePointCells(isShown);
     rowEdited();
@@ -486,8 +422,8 @@ void DefTempTrackWidget::cellSelected(int row, int column)
 
 void DefTempTrackWidget::pointClrBtnClicked()
 {
-    const int row = sender() ? sender()->property(base::rowProperty).toInt() : -1;
-    if (!isRow(row) || !widgetsOf(row))
+    const int row = senderRow();
+    if (row < 0)
         return;
     const QColor color = askColor(m_rows.at(row).pointColor);
     if (!color.isValid()) // this may be gone

@@ -57,6 +57,8 @@ protected:
 private:
     bool isRow(int row) const { return row >= 0 && row < m_rows.size(); }
     CurveRowWidgets *widgetsOf(int row) const { return m_widgets.at(static_cast<size_t>(row)).get(); }
+    int senderRow() const;
+    void setUpTable();
     void setRowCount(int count);
     void makeRowsInSight();
     void connectRow(const CurveRowWidgets &widgets);
