@@ -23,12 +23,6 @@
 
 namespace {
 
-class SilentAsker : public base::Asker
-{
-public:
-    base::BoxButton show(const base::Box &) override { return base::BoxButton::Yes; }
-};
-
 // A host without an interface, on a survey folder.
 class BareHost : public host::Host
 {
@@ -107,7 +101,7 @@ struct Launch
 
     QString survey;
     BareHost host;
-    SilentAsker asker;
+    bench::YesAsker asker;
     ProjectData data;
 };
 
@@ -161,7 +155,7 @@ void launchFirst(const QString &survey, const QString &place, int wells)
 {
     CurveGroupTable::instance().clear();
     BareHost host(survey);
-    SilentAsker asker;
+    bench::YesAsker asker;
     ProjectData data(host, asker);
     data.project.groupNames = curveGroupNames();
     data.catalogue.build();

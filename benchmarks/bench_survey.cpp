@@ -19,12 +19,6 @@
 
 namespace {
 
-class SilentAsker : public base::Asker
-{
-public:
-    base::BoxButton show(const base::Box &) override { return base::BoxButton::Yes; }
-};
-
 struct Catalogue
 {
     explicit Catalogue(const QString &survey)
@@ -32,7 +26,7 @@ struct Catalogue
         , catalogue(store, asker, [](const QString &text) { qFatal("%s", qUtf8Printable(text)); })
     {
     }
-    SilentAsker asker;
+    bench::YesAsker asker;
     survey::SurveyStore store;
     WellsCatalogue catalogue;
 };

@@ -57,6 +57,16 @@ public:
     base::BoxButton show(const base::Box &box) override { return box.buttons.first(); }
 };
 
+/// Answers "Yes" where that can be answered, and shows nothing.
+class YesAsker : public base::Asker
+{
+public:
+    base::BoxButton show(const base::Box &box) override
+    {
+        return box.buttons.contains(base::BoxButton::Yes) ? base::BoxButton::Yes : box.buttons.first();
+    }
+};
+
 /// Bytes on the heap now.
 size_t heapBytes();
 
