@@ -76,7 +76,7 @@ Finding findingOf(const survey::OrphanedFile &orphan)
     case survey::OrphanedFile::Kind::Unfinished:
         break;
     }
-    return {Finding::State::Unfinished, orphan.path, QStringLiteral("A write left it that died, or it is going on.")};
+    return unfinishedWrite(orphan.path);
 }
 
 Result run(Session &session, const Arguments &)

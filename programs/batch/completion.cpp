@@ -1,6 +1,6 @@
 #include "programs/batch/command.h"
 #include "programs/batch/helptext.h"
-#include "programs/batch/surveynames.h"
+#include "programs/batch/offerednames.h"
 
 namespace batch {
 

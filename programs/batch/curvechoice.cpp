@@ -6,7 +6,6 @@
 #include "las/resampling.h"
 #include "las/showntext.h"
 #include "programs/batch/arguments.h"
-#include "programs/batch/surveynames.h"
 
 namespace batch {
 

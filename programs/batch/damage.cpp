@@ -1,7 +1,5 @@
 #include "programs/batch/damage.h"
 
-#include "correlation/correlationstore.h"
-#include "logview/curveitem.h"
 #include "logview/trackitem.h"
 #include "logview/welldisplaydata.h"
 #include "programs/batch/session.h"

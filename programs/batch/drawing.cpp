@@ -88,8 +88,7 @@ QString problemOf(const Arguments &arguments)
     const QStringList markers = arguments.values(option("--markers"));
     if (markers.size() > 1 && (markers.contains(allMarkers) || markers.contains(noMarkers)))
         return QStringLiteral("The option --markers is \"all\", \"none\" or names, not several of these; a marker "
-                              "that is called so stands "
-                              "behind a backslash (\\all).");
+                              "that is called so stands behind a backslash (\\all).");
     return {};
 }
 

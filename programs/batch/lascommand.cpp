@@ -1,4 +1,3 @@
-#include "host/hostrecords.h"
 #include "las/lasheader.h"
 #include "las/logreader.h"
 #include "las/rowcheck.h"
@@ -134,7 +133,7 @@ Result describe(const QString &path)
     record[QLatin1String("isImportable")] = problem.isEmpty();
     record[QLatin1String("notices")] = QJsonArray::fromStringList(notices);
     record[QLatin1String("findings")] = findingsOf(file);
-    return {{record}, {}, {}, {}};
+    return Result::of(record);
 }
 
 Result run(Session &session, const Arguments &arguments)
@@ -153,8 +152,9 @@ Command lasCommand()
         "Reads each file as the import of the window does and tells what it takes and what it would read wrongly: "
         "wrapped data, repeated sections, lines with too few or too many values, values that are no numbers, depths "
         "that repeat, turn or leave their step. Lines are counted from 1; of each kind the first ten are named, but "
-        "of a wrapped file none. It tells why the "
-        "import refuses a file, if it does; what is no LAS file is a failure. Nothing is written.",
+        "of a wrapped file none. It tells why the import refuses a file, if it does; what is no LAS file is a "
+        "failure. "
+        "Nothing is written.",
         "las Demo/Import/Aldra-1.las");
     command.operands = {repeatable(operand("FILE", "a LAS file", {WordKind::File}))};
     command.usesSurvey = false;

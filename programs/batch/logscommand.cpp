@@ -83,10 +83,11 @@ Result run(Session &session, const Arguments &arguments)
                                    + log.error);
         result.records.append(record);
     }
-    for (const QString &problem : Damage(session).ofLogs(well.value, nullptr)) // those are not among the well's
+    const Damage damage(session);
+    for (const QString &problem : damage.ofLogs(well.value, nullptr)) // those are not among the well's
         if (result.failures.filter(problem).isEmpty())
             result.failures.append(problem);
-    result.notices += Damage(session).ofDefaultLogs(well.value.name);
+    result.notices += damage.ofDefaultLogs(well.value.name);
     return result;
 }
 

@@ -89,14 +89,10 @@ QString manualPage(const QVector<Command> &commands)
         ".SH SYNOPSIS\n.B lorva\\-batch\n.I COMMAND\n[\\fIoptions\\fR]\n"
         ".SH DESCRIPTION\nReads and writes the wells of a survey folder of the OpendTect geoscience platform, and "
         "the project of LORVA OS in it, as the windows do. All depths and elevations are in metres, whatever the "
-        "unit of "
-        "the survey; but las tells those of a file in the file's unit, and \\-\\-from and \\-\\-to of render and "
-        "correlate are of the unit and depth type that are drawn. Nothing is asked: what a window would ask is "
-        "refused, "
-        "and the message names the option that says \"Yes\". In a list of names a comma that belongs to a name "
-        "stands behind "
-        "a backslash. Names between commas, files and wells that are given "
-        "twice count once.\n");
+        "unit of the survey; but las tells those of a file in the file's unit, and \\-\\-from and \\-\\-to of render "
+        "and correlate are of the unit and depth type that are drawn. Nothing is asked: what a window would ask is "
+        "refused, and the message names the option that says \"Yes\". In a list of names a comma that belongs to a "
+        "name stands behind a backslash. Names between commas, files and wells that are given twice count once.\n");
     page += QStringLiteral(".SH OPTIONS OF MANY COMMANDS\n") + commonOptions(commands);
     page += QStringLiteral(".SH COMMANDS\n");
     for (const Command &command : commands)

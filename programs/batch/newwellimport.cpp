@@ -116,7 +116,7 @@ Result importAsNewWell(Session &session, const survey::NewWell &well, const Curv
         return Result::failed(made.name + QStringLiteral(": ") + made.error);
     imported.well = made.name;
     imported.notices = well.allNotes() + made.notices;
-    return {{imported.record()}, {}, {}, {}};
+    return Result::of(imported.record());
 }
 
 } // namespace batch

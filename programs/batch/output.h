@@ -5,8 +5,8 @@
 
 namespace batch {
 
-/// Writes all bytes to the standard output. False where they did not get there; a reader that went away is no news to
-/// anybody, of anything else the standard error tells.
+/// Writes all bytes to the standard output. False where they did not get there; the standard error tells why, but not of a
+/// reader that went away.
 bool printOutput(const QByteArray &bytes);
 
 /// Writes bytes to the standard error as they are.

@@ -1,7 +1,7 @@
 #include "programs/batch/commands.h"
 #include "programs/batch/helptext.h"
+#include "programs/batch/offerednames.h"
 #include "programs/batch/session.h"
-#include "programs/batch/surveynames.h"
 #include "programs/batch/tables.h"
 
 namespace batch {

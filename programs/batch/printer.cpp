@@ -5,8 +5,6 @@
 
 #include <QJsonDocument>
 
-#include <cmath>
-
 namespace batch {
 
 namespace {
@@ -123,17 +121,6 @@ QString sheetOf(const QVector<Field> &fields, const Record &record)
 }
 
 } // namespace
-
-QJsonValue jsonNumber(double value)
-{
-    return std::isfinite(value) ? QJsonValue(value) : QJsonValue();
-}
-
-QJsonValue jsonNumber(float value)
-{
-    return std::isfinite(value) ? QJsonValue(base::parseNumber(base::formatShortest(value)).value_or(0))
-                                : QJsonValue();
-}
 
 QString harmless(QString text)
 {

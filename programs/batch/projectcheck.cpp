@@ -94,6 +94,11 @@ Record recordOf(const Finding &finding)
     return record;
 }
 
+Finding unfinishedWrite(const QString &path)
+{
+    return {State::Unfinished, path, QStringLiteral("A write left it that died, or it is going on.")};
+}
+
 ProjectCheck::ProjectCheck(const Project &project, const QVector<host::WellEntry> &wells)
     : m_project(project)
 {
@@ -265,8 +270,7 @@ void ProjectCheck::checkOrphans(QVector<Finding> *findings) const
     for (const char *place : {"", "/Correlations", "/CurveGroups", "/Templates/Global", "/DefaultLogs"})
         for (const QString &name : entries(m_project, place, QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot))
             if (base::isReservedName(name) && name != QLatin1String(".lorva-deleted"))
-                findings->append({State::Unfinished, folder + QLatin1String(place) + QLatin1Char('/') + name,
-                                  QStringLiteral("A write left it that died, or it is going on.")});
+                findings->append(unfinishedWrite(folder + QLatin1String(place) + QLatin1Char('/') + name));
 }
 
 QVector<Finding> ProjectCheck::checkCommon() const

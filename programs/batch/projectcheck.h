@@ -1,7 +1,7 @@
 #pragma once
 
 #include "datastore/project.h"
-#include "host/wells.h"
+#include "host/hostrecords.h"
 #include "programs/batch/result.h"
 
 #include <QSet>
@@ -19,6 +19,9 @@ struct Finding
 };
 
 Record recordOf(const Finding &finding);
+
+/// What a write left at that path.
+Finding unfinishedWrite(const QString &path);
 
 /// Whether the bytes of a file of zones begin as one does, with the number of its zones, or there are none.
 bool isZoneCount(const QByteArray &bytes);

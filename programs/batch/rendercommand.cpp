@@ -117,7 +117,7 @@ Result run(Session &session, const Arguments &arguments)
     const host::WellEntry well{shown.wellName, shown.wellKey};
     const Damage damage(session);
     if (const QStringList unreadable = damage.ofWell(well); !unreadable.isEmpty())
-        return {{}, {}, unreadable, {}};
+        return Result::failed(unreadable);
     WellDisplayWidget display(data, shown.wellName, shown.templateName, nullptr);
     WellLogsScene &scene = *display.scene();
     if (scene.tracks().isEmpty())

@@ -47,7 +47,9 @@ struct Result
 
     QString text = {}; ///< what people read of a command without records; of others, in front of them
 
-    static Result failed(const QString &sentence) { return {{}, {}, {sentence}, {}}; }
+    static Result failed(const QString &sentence) { return failed(QStringList{sentence}); }
+    static Result failed(const QStringList &sentences) { return {{}, {}, sentences, {}}; }
+    static Result of(const Record &record, const QString &text = {}) { return {{record}, {}, {}, text}; }
     void add(const Result &other)
     {
         records += other.records;

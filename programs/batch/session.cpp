@@ -6,87 +6,12 @@
 #include "programs/batch/arguments.h"
 #include "programs/batch/surveynames.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QFileInfo>
-#include <QIcon>
 #include <QThread>
 
 #include <algorithm>
 #include <utility>
 
 namespace batch {
-
-base::BoxButton UnattendedAsker::show(const base::Box &box)
-{
-    if (box.buttons.contains(base::BoxButton::Yes)) {
-        if (m_isForced)
-            return base::BoxButton::Yes;
-        m_refusals.append(box.text + QStringLiteral("\nNobody is asked here: with --force the answer is \"Yes\"."));
-        return base::BoxButton::No;
-    }
-    if (box.icon == base::BoxIcon::Warning)
-        m_warnings.append(box.text);
-    return base::BoxButton::Ok;
-}
-
-QStringList UnattendedAsker::takeRefusals()
-{
-    return std::exchange(m_refusals, {});
-}
-
-QStringList UnattendedAsker::takeWarnings()
-{
-    return std::exchange(m_warnings, {});
-}
-
-SurveyHost::SurveyHost(const QString &surveyDirectory)
-    : m_store(surveyDirectory)
-{
-}
-
-QString SurveyHost::surveyName() const
-{
-    return QFileInfo(surveyDirectory()).fileName();
-}
-
-// As the workbench: beside the programs.
-QString SurveyHost::setupDataFolder() const
-{
-    return QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../share/lorva"));
-}
-
-QString SurveyHost::documentationFolder() const
-{
-    return setupDataFolder() + QStringLiteral("/doc");
-}
-
-QIcon SurveyHost::icon(const QString &) const
-{
-    return {};
-}
-
-int SurveyHost::appendAction(const host::MenuAction &)
-{
-    return 0;
-}
-
-void SurveyHost::removeAction(int)
-{
-}
-
-void SurveyHost::addListener(host::Listener *)
-{
-}
-
-void SurveyHost::removeListener(host::Listener *)
-{
-}
-
-QStringList SurveyHost::takeErrors()
-{
-    return std::exchange(m_errors, {});
-}
 
 Session::Session(const QString &surveyDirectory, const Arguments &arguments)
     : m_host(surveyDirectory)

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "base/asker.h"
 #include "datastore/projectdata.h"
-#include "host/host.h"
-#include "survey/surveystore.h"
+#include "programs/batch/surveyhost.h"
+#include "programs/batch/unattendedasker.h"
 
 #include <QStringList>
 
@@ -12,56 +11,6 @@
 namespace batch {
 
 class Arguments;
-
-/// Nobody is there to be asked: what a window would ask is answered "No" and named, or "Yes" where --force was given. What
-/// boxes would tell is kept for who wants to tell it.
-class UnattendedAsker : public base::Asker
-{
-public:
-    explicit UnattendedAsker(bool isForced)
-        : m_isForced(isForced)
-    {
-    }
-
-    base::BoxButton show(const base::Box &box) override;
-
-    /// The questions that were answered "No", as sentences that name the option; forgotten then.
-    QStringList takeRefusals();
-    /// The texts of warning boxes; forgotten then.
-    QStringList takeWarnings();
-
-private:
-    bool m_isForced = false;
-    QStringList m_refusals;
-    QStringList m_warnings;
-};
-
-/// The survey as the plug-in's parts see it: no window, no menu, no icons.
-class SurveyHost : public host::Host
-{
-public:
-    explicit SurveyHost(const QString &surveyDirectory);
-
-    QString surveyDirectory() const override { return m_store.surveyDirectory(); }
-    QString surveyName() const override;
-    QString setupDataFolder() const override;
-    QString documentationFolder() const override;
-    QIcon icon(const QString &fileName) const override;
-    void showError(const QString &text) override { m_errors.append(text); }
-    QWidget *mainWidget() const override { return nullptr; }
-    int appendAction(const host::MenuAction &action) override;
-    void removeAction(int id) override;
-    survey::SurveyStore &wells() override { return m_store; }
-    void addListener(host::Listener *listener) override;
-    void removeListener(host::Listener *listener) override;
-
-    /// The texts of error boxes; forgotten then.
-    QStringList takeErrors();
-
-private:
-    survey::SurveyStore m_store;
-    QStringList m_errors;
-};
 
 /// What a command works with: the survey and the plug-in's project in it, each read when it is first asked for.
 class Session
@@ -99,7 +48,7 @@ public:
 
     /// The well of that name, or of that key; an error where there is none, or where several have the name.
     host::Outcome<host::WellEntry> well(const QString &nameOrKey);
-
+    /// Whether several wells have the name.
     bool hasSeveral(const QString &wellName);
 
     /// What could not be read of the survey's files, as sentences that name them; forgotten then. Whose command depends on it

@@ -38,6 +38,15 @@ QString missingProblem(const Project &project, const TemplateId &which)
     return shown(which) + QStringLiteral(" does not exist%1.").arg(insteadOf(which.name, known));
 }
 
+/// The template that the first operand names; an error where there is none.
+host::Outcome<TemplateId> existingTemplate(Session &session, const Project &project, const Arguments &arguments)
+{
+    const auto which = templateOf(session, arguments, arguments.operand(0), wellOption);
+    if (which.ok() && !templateExists(project, which.value))
+        return {{}, missingProblem(project, which.value)};
+    return which;
+}
+
 Record recordOf(const Project &project, const TemplateId &which)
 {
     Record record;
@@ -81,12 +90,10 @@ Result runList(Session &session, const Arguments &arguments)
 
 Result runShow(Session &session, const Arguments &arguments)
 {
-    const auto which = templateOf(session, arguments, arguments.operand(0), wellOption);
+    const Project project = session.projectPaths();
+    const auto which = existingTemplate(session, project, arguments);
     if (!which.ok())
         return Result::failed(which.error);
-    const Project project = session.projectPaths();
-    if (!templateExists(project, which.value))
-        return Result::failed(missingProblem(project, which.value));
     Result result;
     result.failures = Damage(session).ofTemplate(which.value);
     for (const TrackInfo &track : loadTemplate(project, which.value)) {
@@ -132,33 +139,31 @@ Result runCopy(Session &session, const Arguments &arguments)
         Record copy = recordOf(project, from.value);
         copy[QLatin1String("name")] = to.value.name;
         copy[QLatin1String("well")] = to.value.isGlobal ? QJsonValue() : QJsonValue(to.value.wellName);
-        return {{copy}, {}, {}, QStringLiteral("Nothing is written. The copy would be:")};
+        return Result::of(copy, QStringLiteral("Nothing is written. The copy would be:"));
     }
     const HeldSignals held;
     const base::ReplaceResult saved = saveTemplate(session.projectToWrite().project, to.value, *files);
     if (!saved.ok())
         return Result::failed(
             QStringLiteral("%1 was not saved; what was stored is as it was. %2").arg(shown(to.value), saved.error));
-    return {{recordOf(project, to.value)}, {}, {}, QStringLiteral("The copy is:")};
+    return Result::of(recordOf(project, to.value), QStringLiteral("The copy is:"));
 }
 
 Result runDelete(Session &session, const Arguments &arguments)
 {
-    const auto which = templateOf(session, arguments, arguments.operand(0), wellOption);
+    const Project project = session.projectPaths();
+    const auto which = existingTemplate(session, project, arguments);
     if (!which.ok())
         return Result::failed(which.error);
-    const Project project = session.projectPaths();
-    if (!templateExists(project, which.value))
-        return Result::failed(missingProblem(project, which.value));
     if (!session.isForced())
         return Result::failed(shown(which.value) + QStringLiteral(" is deleted only with --force."));
     const Record record = recordOf(project, which.value);
     if (session.isDryRun())
-        return {{record}, {}, {}, QStringLiteral("Nothing is written. This template would be deleted:")};
+        return Result::of(record, QStringLiteral("Nothing is written. This template would be deleted:"));
     const HeldSignals held;
     if (!removeTemplate(project, which.value))
         return Result::failed(shown(which.value) + QStringLiteral(" cannot be deleted."));
-    return {{record}, {}, {}, QStringLiteral("This template is deleted:")};
+    return Result::of(record, QStringLiteral("This template is deleted:"));
 }
 
 Command templateCommand(const char *name, const char *summary, const char *description, const char *example)
