@@ -47,7 +47,7 @@ CurveSamples makeLog(int index, int count)
             noisy = random() % 500 == 0 ? nullSampleValue : value + (random() % 100 == 0 ? 40 : 0);
         values.append(static_cast<float>(noisy));
     }
-    return CurveSamples::ofFloats(depths, values, nullSampleValue);
+    return {depths, values};
 }
 
 const std::vector<CurveSamples> &logs(int count)
@@ -285,16 +285,14 @@ BENCHMARK(scroll)
 void plainPass(int samples)
 {
     for (const CurveSamples &log : logs(samples)) {
-        log.useValues([&log](const auto *values) {
-            auto smallest = values[0];
-            auto largest = smallest;
-            for (const auto *value = values; value != values + log.size(); ++value) {
-                smallest = std::min(smallest, *value);
-                largest = std::max(largest, *value);
-            }
-            benchmark::DoNotOptimize(smallest);
-            benchmark::DoNotOptimize(largest);
-        });
+        float smallest = log.values()[0];
+        float largest = smallest;
+        for (const float *value = log.values(); value != log.values() + log.size(); ++value) {
+            smallest = std::min(smallest, *value);
+            largest = std::max(largest, *value);
+        }
+        benchmark::DoNotOptimize(smallest);
+        benchmark::DoNotOptimize(largest);
     }
 }
 

@@ -37,7 +37,7 @@ DisplayedLog WellDisplayData::readLog(const QString &logName)
                     values[i] = static_cast<float>(nullSampleValue);
             return end;
         });
-    return {logview::CurveSamples::ofFloats(read->depths, read->values, nullSampleValue), read->unit, false};
+    return {logview::CurveSamples(read->depths, read->values), read->unit, false};
 }
 
 DisplayedLog WellDisplayData::log(const QString &logName)

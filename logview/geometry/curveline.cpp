@@ -1,7 +1,5 @@
 #include "logview/geometry/curveline.h"
 
-#include "logview/geometry/rowreducer.h"
-
 #include <QLineF>
 #include <QPaintEngine>
 #include <QPainter>
@@ -10,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace logview {
 
@@ -65,43 +64,18 @@ std::pair<double, double> partBetween(const QLineF &line, double topY, double bo
 // Rows that are asked for beyond those that show: lines are drawn exactly only when the painter knows the ones before.
 constexpr double strokeMargin = 8;
 
-} // namespace
-
-/// Measures the reduced line, and leaves milestones on its way.
-class CurveLine::LengthSink
+// Length of the last unbroken piece of a line, which goes on from one of some length.
+double lengthOf(const QPainterPath &line, double before)
 {
-public:
-    explicit LengthSink(const Milestone &start, QVector<Milestone> *milestones = nullptr)
-        : m_at(start)
-        , m_milestones(milestones)
-    {
+    double length = before;
+    for (int i = 1; i < line.elementCount(); ++i) {
+        const QPainterPath::Element to = line.elementAt(i);
+        length = to.isMoveTo() ? 0 : length + QLineF(line.elementAt(i - 1), to).length();
     }
+    return length;
+}
 
-    double length() const { return m_at.length; }
-    void lineBreaks()
-    {
-        m_at.length = 0;
-        m_at.isOpen = false;
-    }
-    void rowBegins(int sample)
-    {
-        constexpr int step = 64; // samples
-        if (!m_milestones || (!m_milestones->isEmpty() && sample < m_milestones->last().sample + step))
-            return;
-        m_at.sample = sample;
-        m_milestones->append(m_at);
-    }
-    void point(const QPointF &point)
-    {
-        m_at.length += m_at.isOpen ? QLineF(m_at.from, point).length() : 0;
-        m_at.from = point;
-        m_at.isOpen = true;
-    }
-
-private:
-    Milestone m_at;
-    QVector<Milestone> *m_milestones;
-};
+} // namespace
 
 void CurveLine::update(const CurveSamples &samples, const CurveKey &key)
 {
@@ -110,7 +84,7 @@ void CurveLine::update(const CurveSamples &samples, const CurveKey &key)
     m_samples = samples;
     m_key = key;
     m_rows = {};
-    m_milestones.clear();
+    m_lengths.clear();
 }
 
 void CurveLine::paint(QPainter &painter, const QPen &pen, double topY, double bottomY) const
@@ -216,24 +190,33 @@ QPainterPath CurveLine::dashes(const QPen &pen, const QPainterPath &line, double
 // call under a key measures the whole line.
 double CurveLine::lengthBefore(int sample, double perPixel) const
 {
+    constexpr int step = 64; // samples
     const SamplePlacer placer(m_key);
-    const std::pair<int, int> whole = placer.range(m_samples);
-    if (m_milestones.isEmpty() || m_milestonesPerPixel != perPixel) {
-        m_milestones.clear();
-        m_milestonesPerPixel = perPixel;
-        LengthSink sink({}, &m_milestones);
-        RowReducer<LengthSink>(sink).reduce(m_samples, placer, whole, perPixel);
-        m_milestones.squeeze();
+    const auto [first, end] = placer.range(m_samples);
+    if (sample <= first)
+        return 0;
+    const auto isDrawn = [&](int i) {
+        QPointF point;
+        return placer.place(m_samples, i, point) == SamplePlacer::Drawn;
+    };
+    const auto lengthAt = [&](int to, int from, double length) {
+        const QPainterPath line = reducedPath(m_samples, placer, {from, to + 1}, perPixel);
+        return isDrawn(to) ? lengthOf(line, isDrawn(from) ? length : 0) : 0;
+    };
+    if (m_lengths.isEmpty() || m_lengthsPerPixel != perPixel) {
+        const auto rowOf = [&](int i) { return static_cast<qint64>(placer.y(m_samples, i) * perPixel); };
+        m_lengthsPerPixel = perPixel;
+        m_lengths.clear();
+        m_lengths.insert(first, 0);
+        for (int from = first, to = first; to < end; ++to) {
+            if (to - from < step || (to + 1 < end && rowOf(to + 1) == rowOf(to)))
+                continue;
+            m_lengths.insert(to, lengthAt(to, from, m_lengths.last()));
+            from = to;
+        }
     }
-    const auto next = std::partition_point(m_milestones.cbegin(), m_milestones.cend(),
-                                           [sample](const Milestone &each) { return each.sample <= sample; });
-    Milestone start;
-    start.sample = whole.first;
-    if (next != m_milestones.cbegin())
-        start = *(next - 1);
-    LengthSink sink(start);
-    RowReducer<LengthSink>(sink).reduce(m_samples, placer, {start.sample, sample + 1}, perPixel);
-    return sink.length();
+    const auto before = std::prev(m_lengths.upperBound(sample));
+    return lengthAt(sample, before.key(), before.value());
 }
 
 } // namespace logview

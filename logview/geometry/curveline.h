@@ -3,7 +3,7 @@
 #include "logview/geometry/curvepath.h"
 #include "logview/geometry/strokerows.h"
 
-#include <QVector>
+#include <QMap>
 
 QT_BEGIN_NAMESPACE
 class QPainter;
@@ -30,16 +30,6 @@ public:
     void paint(QPainter &painter, const QPen &pen, double topY, double bottomY) const;
 
 private:
-    /// A place from which lengths are measured.
-    struct Milestone
-    {
-        int sample = 0; ///< the first of a row
-        double length = 0; ///< of the line before it, from the start of its unbroken piece
-        QPointF from; ///< the point before it
-        bool isOpen = false; ///< whether there is one
-    };
-    class LengthSink;
-
     void paintRows(QPainter &painter, const QPen &pen, int topRow, int bottomRow) const;
     void strokePath(QPainter &painter, const QPen &pen, double topY, double bottomY) const;
     QPainterPath dashes(const QPen &pen, const QPainterPath &line, double lengthBefore, double topY,
@@ -49,8 +39,8 @@ private:
     CurveSamples m_samples;
     CurveKey m_key;
     mutable StrokeRows m_rows; ///< of the last pen width
-    mutable QVector<Milestone> m_milestones; ///< for dashes
-    mutable double m_milestonesPerPixel = 0; ///< rows they are for
+    mutable QMap<int, double> m_lengths; ///< for dashes: of the line up to some samples, each the last of its row
+    mutable double m_lengthsPerPixel = 0; ///< rows they are for
 };
 
 } // namespace logview

@@ -1,6 +1,5 @@
 #include "logview/geometry/curvepath.h"
 
-#include "logview/geometry/rowreducer.h"
 #include "logview/geometry/stepscan.h"
 #include "logview/geometry/valuescan.h"
 
@@ -9,35 +8,13 @@
 #include <algorithm>
 #include <atomic>
 #include <cmath>
+#include <vector>
 
 namespace logview {
 
 namespace {
 
 std::atomic<qint64> readSamples{0};
-
-class PathSink
-{
-public:
-    explicit PathSink(QPainterPath &path)
-        : m_path(path)
-    {
-    }
-    void point(const QPointF &point)
-    {
-        if (m_isOpen)
-            m_path.lineTo(point);
-        else
-            m_path.moveTo(point);
-        m_isOpen = true;
-    }
-    void lineBreaks() { m_isOpen = false; }
-    void rowBegins(int) { }
-
-private:
-    QPainterPath &m_path;
-    bool m_isOpen = false;
-};
 
 } // namespace
 
@@ -147,18 +124,117 @@ std::pair<int, int> SamplePlacer::range(const CurveSamples &samples, const Shown
 
 void SamplePlacer::toSteps(const CurveSamples &samples, int first, int count, int row, int *steps) const
 {
-    samples.useDepths([&](const auto *depthsM) {
-        placeDepths({1, m_start, m_height, m_extent}, m_key.reference, depthsM + first, count, row, steps);
-    });
+    placeDepths(m_key.axis, m_key.reference, samples.depthsM() + first, count, row, steps);
+}
+
+namespace {
+
+// What shows of points of one row: all where they are four or fewer, else the first, the smallest, the largest and the last in x.
+void addRow(QPainterPath &path, const std::vector<QPointF> &row, bool &isOpen)
+{
+    const auto add = [&](const QPointF &point) {
+        if (isOpen)
+            path.lineTo(point);
+        else
+            path.moveTo(point);
+        isOpen = true;
+    };
+    if (row.size() <= 4) {
+        std::for_each(row.begin(), row.end(), add);
+        return;
+    }
+    const auto isLess = [](const QPointF &a, const QPointF &b) { return a.x() < b.x(); };
+    const auto [upper, lower] = std::minmax(
+        {std::min_element(row.begin(), row.end(), isLess), std::max_element(row.begin(), row.end(), isLess)});
+    const auto last = row.end() - 1;
+    add(row.front());
+    if (upper != row.begin())
+        add(*upper);
+    if (lower != upper && lower != row.begin() && lower != last)
+        add(*lower);
+    if (upper != last)
+        add(*last);
+}
+
+// Finds what shows of the samples [first, stop) of one row without placing each. False where the line breaks.
+bool reduceRow(std::vector<QPointF> &row, const CurveSamples &samples, const SamplePlacer &placer, int first,
+               int stop)
+{
+    constexpr float infinite = std::numeric_limits<float>::infinity();
+    const float *values = samples.values();
+    if (!placer.isLinear() || firstBeyond(values, first, stop, -infinite, infinite) < stop)
+        return false;
+    // The first that stands as far out. Beyond the limits of the scale all stand on the edge.
+    const auto firstLike = [&](float extreme) {
+        const double x = placer.x(static_cast<double>(extreme));
+        const bool isOnEdge = x <= 0 || x >= placer.width();
+        const auto isAsFarOut = [&](float value) { return placer.x(static_cast<double>(value)) == x; };
+        const float *found = isOnEdge ? std::find_if(values + first, values + stop, isAsFarOut)
+                                      : std::find(values + first, values + stop, extreme);
+        return static_cast<int>(found - values);
+    };
+    const auto [smallest, largest] = extremesOf(values, first, stop - 1);
+    const auto [upper, lower] = std::minmax({firstLike(smallest), firstLike(largest)});
+    int added = -1;
+    for (const int i : {first, upper, lower, stop - 1}) {
+        if (i > added)
+            row.emplace_back(placer.x(samples.value(i)), placer.y(samples, i));
+        added = i;
+    }
+    return true;
+}
+
+} // namespace
+
+QPainterPath reducedPath(const CurveSamples &samples, const SamplePlacer &placer, std::pair<int, int> range,
+                         double rowsPerPixel)
+{
+    constexpr int many = 12; // samples in a row, for which they are not placed one by one
+    constexpr qint64 none = -1;
+    countReadSamples(range);
+    const bool isInOrder = samples.order() != DepthOrder::Unsorted;
+    const auto rowOf = [&](double y) { return static_cast<qint64>(y * rowsPerPixel); };
+    QPainterPath path;
+    bool isOpen = false;
+    std::vector<QPointF> row; // points of the row that is looked at
+    qint64 number = none; // of that row
+    int begin = range.first; // the first of its samples
+    int perRow = 0; // samples of the row before
+    for (int i = range.first; i < range.second; ++i) {
+        QPointF point;
+        const SamplePlacer::Place place = placer.place(samples, i, point);
+        if (place == SamplePlacer::Skipped)
+            continue;
+        const qint64 next = place == SamplePlacer::Break ? none : rowOf(point.y());
+        if (next != number || !isInOrder) {
+            addRow(path, row, isOpen);
+            row.clear();
+            perRow = i - begin;
+            begin = i;
+        }
+        number = next;
+        if (place == SamplePlacer::Break) {
+            isOpen = false;
+            continue;
+        }
+        if (i == begin && isInOrder && perRow >= many) {
+            const int stop =
+                firstAround(i, i + perRow, range.second, [&](int k) { return rowOf(placer.y(samples, k)) == next; });
+            if (stop - i >= many && reduceRow(row, samples, placer, i, stop)) {
+                i = stop - 1;
+                continue;
+            }
+        }
+        row.push_back(point);
+    }
+    addRow(path, row, isOpen);
+    return path;
 }
 
 QPainterPath reducedPath(const CurveSamples &samples, const CurveKey &key, const ShownRows &rows)
 {
     const SamplePlacer placer(key);
-    QPainterPath path;
-    PathSink sink(path);
-    RowReducer<PathSink>(sink).reduce(samples, placer, placer.range(samples, rows.wholeRows()), rows.perPixel);
-    return path;
+    return reducedPath(samples, placer, placer.range(samples, rows.wholeRows()), rows.perPixel);
 }
 
 namespace {

@@ -64,7 +64,7 @@ public:
         if (!m_isDrawable || !(depth >= m_key.axis.start) || !(depth <= m_key.axis.end))
             return Skipped;
         const double value = samples.value(i);
-        if (value == samples.nullValue())
+        if (value == nullSampleValue)
             return Break;
         const double x = m_value.toPixel(value);
         if (std::isnan(x))
@@ -114,6 +114,10 @@ private:
 /// order; where there are four or fewer all of them. Breaks are kept. Depths that are not in order are not reduced, and
 /// give the path of the whole depth range.
 QPainterPath reducedPath(const CurveSamples &samples, const CurveKey &key, const ShownRows &rows = {});
+/// The same of the samples [first, second). Where the first of them is the last of its row, or the last one is, the path is a part
+/// of that of all samples.
+QPainterPath reducedPath(const CurveSamples &samples, const SamplePlacer &placer, std::pair<int, int> range,
+                         double rowsPerPixel);
 
 /// Whether the line of the samples comes into \a area, from the samples between its top and bottom: picking. Widen the
 /// area by what the pointer may miss.

@@ -18,20 +18,19 @@ quint64 nextRevision()
 
 // In one pass without a branch, eight depths at a time: this is what making a display of long logs costs besides reading
 // them.
-template<class Depth>
-DepthOrder orderOf(const Depth *depths, int size, double *largestStep)
+DepthOrder orderOf(const float *depths, int size, double *largestStep)
 {
     if (size == 0)
         return DepthOrder::Ascending;
     constexpr int block = scannedTogether;
-    Depth largest[block] = {};
-    Depth smallest[block] = {};
+    float largest[block] = {};
+    float smallest[block] = {};
     int broken = 0;
     const auto look = [&](int i, int lane) {
-        const Depth step = depths[i] - depths[i - 1];
+        const float step = depths[i] - depths[i - 1];
         largest[lane] = step > largest[lane] ? step : largest[lane];
         smallest[lane] = step < smallest[lane] ? step : smallest[lane];
-        broken |= std::abs(depths[i]) <= std::numeric_limits<Depth>::max() ? 0 : 1;
+        broken |= std::abs(depths[i]) <= std::numeric_limits<float>::max() ? 0 : 1;
     };
     int i = 1;
     for (; i + block <= size; i += block)
@@ -39,8 +38,8 @@ DepthOrder orderOf(const Depth *depths, int size, double *largestStep)
             look(i + lane, lane);
     for (; i < size; ++i)
         look(i, 0);
-    const Depth most = *std::max_element(largest, largest + block);
-    const Depth least = *std::min_element(smallest, smallest + block);
+    const float most = *std::max_element(largest, largest + block);
+    const float least = *std::min_element(smallest, smallest + block);
     if (broken != 0 || !std::isfinite(depths[0]) || (most > 0 && least < 0))
         return DepthOrder::Unsorted;
     *largestStep = static_cast<double>(std::max(most, -least));
@@ -49,31 +48,21 @@ DepthOrder orderOf(const Depth *depths, int size, double *largestStep)
 
 } // namespace
 
-template<class Number>
-CurveSamples::CurveSamples(const QVector<Number> &depthsM, const QVector<Number> &values, double nullValue, int size)
+CurveSamples::CurveSamples(const QVector<float> &depthsM, const QVector<float> &values)
     : m_depthsM(depthsM)
     , m_values(values)
-    , m_nullValue(nullValue)
-    , m_size(size)
-    , m_order(orderOf(depthsM.constData(), m_size, &m_largestStepM))
+    , m_firstDepthM(m_depthsM.constData())
+    , m_firstValue(m_values.constData())
+    , m_size(std::min(depthsM.size(), values.size()))
+    , m_order(orderOf(m_firstDepthM, m_size, &m_largestStepM))
     , m_revision(nextRevision())
 {
 }
 
-CurveSamples::CurveSamples(const QVector<double> &depthsM, const QVector<double> &values, double nullValue)
-    : CurveSamples(depthsM, values, nullValue, std::min(depthsM.size(), values.size()))
-{
-}
-
-CurveSamples CurveSamples::ofFloats(const QVector<float> &depthsM, const QVector<float> &values, double nullValue)
-{
-    return {depthsM, values, nullValue, std::min(depthsM.size(), values.size())};
-}
-
 bool CurveSamples::isNull(int i) const
 {
-    const double value = m_values.at(i);
-    return value == m_nullValue || !std::isfinite(value);
+    const double sample = value(i);
+    return sample == nullSampleValue || !std::isfinite(sample);
 }
 
 } // namespace logview

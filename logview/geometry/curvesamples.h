@@ -8,33 +8,22 @@ namespace logview {
 
 enum class DepthOrder { Ascending, Descending, Unsorted };
 
-/// The samples of one log as the display uses them: unchangeable arrays that share their memory with the log they
-/// come from, in single precision as hosts keep logs, or in double. Copies are cheap. Every set of samples that is made
-/// has a revision of its own, and copies keep it.
+/// The samples of one log as the display uses them: unchangeable arrays in the single precision in which hosts keep logs, which
+/// share their memory with the log they come from. A missing value is nullSampleValue. Copies are cheap. Every set of samples that is
+/// made has a revision of its own, and copies keep it.
 class CurveSamples
 {
 public:
     CurveSamples() = default;
     /// The longer array is cut to the length of the shorter. Costs one pass over the depths.
-    CurveSamples(const QVector<double> &depthsM, const QVector<double> &values, double nullValue);
-    static CurveSamples ofFloats(const QVector<float> &depthsM, const QVector<float> &values, double nullValue);
+    CurveSamples(const QVector<float> &depthsM, const QVector<float> &values);
 
     int size() const { return m_size; }
     bool isEmpty() const { return m_size == 0; }
-    double depthM(int i) const { return m_depthsM.at(i); }
-    double value(int i) const { return m_values.at(i); }
-    /// What \a use(pointer) gives for the values, a pointer to floats or doubles.
-    template<class Use>
-    auto useValues(const Use &use) const
-    {
-        return m_values.singles() ? use(m_values.singles()) : use(m_values.doubles());
-    }
-    /// The same for the depths, in metres.
-    template<class Use>
-    auto useDepths(const Use &use) const
-    {
-        return m_depthsM.singles() ? use(m_depthsM.singles()) : use(m_depthsM.doubles());
-    }
+    double depthM(int i) const { return static_cast<double>(m_firstDepthM[i]); }
+    double value(int i) const { return static_cast<double>(m_firstValue[i]); }
+    const float *depthsM() const { return m_firstDepthM; } ///< size() of them, measured, in metres
+    const float *values() const { return m_firstValue; } ///< size() of them
     /// The first of the samples [first, last) whose depth is not before something, by binary search.
     template<class IsBefore>
     int partition(int first, int last, const IsBefore &isBefore) const
@@ -48,7 +37,6 @@ public:
         }
         return first;
     }
-    double nullValue() const { return m_nullValue; }
     /// A null value or not a finite number: the curve breaks here.
     bool isNull(int i) const;
     /// Equal neighbours count as in order; a depth that is not finite makes it Unsorted.
@@ -58,38 +46,10 @@ public:
     quint64 revision() const { return m_revision; }
 
 private:
-    template<class Number>
-    CurveSamples(const QVector<Number> &depthsM, const QVector<Number> &values, double nullValue, int size);
-
-    /// Numbers of one of two precisions.
-    class Numbers
-    {
-    public:
-        Numbers() = default;
-        explicit Numbers(const QVector<float> &numbers)
-            : m_singles(numbers)
-            , m_firstSingle(m_singles.constData())
-        {
-        }
-        explicit Numbers(const QVector<double> &numbers)
-            : m_doubles(numbers)
-            , m_firstDouble(m_doubles.constData())
-        {
-        }
-        double at(int i) const { return m_firstSingle ? static_cast<double>(m_firstSingle[i]) : m_firstDouble[i]; }
-        const float *singles() const { return m_firstSingle; }
-        const double *doubles() const { return m_firstDouble; }
-
-    private:
-        QVector<float> m_singles;
-        QVector<double> m_doubles;
-        const float *m_firstSingle = nullptr;
-        const double *m_firstDouble = nullptr;
-    };
-
-    Numbers m_depthsM;
-    Numbers m_values;
-    double m_nullValue = nullSampleValue;
+    QVector<float> m_depthsM;
+    QVector<float> m_values;
+    const float *m_firstDepthM = nullptr; // of the arrays, which nobody changes
+    const float *m_firstValue = nullptr;
     int m_size = 0;
     double m_largestStepM = 0; // before the order, which finds it
     DepthOrder m_order = DepthOrder::Ascending;

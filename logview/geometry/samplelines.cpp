@@ -21,19 +21,15 @@ SampleLines::SampleLines(PixelRows &pixels, ThinPen &pen, const CurveSamples &sa
 
 int SampleLines::firstBreak(int from, int end) const
 {
+    constexpr double rounding = 1.0000001 * static_cast<double>(std::numeric_limits<float>::epsilon());
     const auto [low, high] = m_value.valuesBetween(-1, m_placer.width() + 1);
-    const auto firstOf = [&, low = low, high = high](const auto *values, int first) {
-        using Value = std::decay_t<decltype(*values)>;
-        constexpr double rounding = 1.0000001 * static_cast<double>(std::numeric_limits<Value>::epsilon());
-        return firstBeyond(values, first, end, static_cast<Value>(low + rounding * std::abs(low)),
-                           static_cast<Value>(high - rounding * std::abs(high)),
-                           static_cast<Value>(m_samples.nullValue()));
+    const auto above = static_cast<float>(low + rounding * std::abs(low));
+    const auto below = static_cast<float>(high - rounding * std::abs(high));
+    const auto isBreak = [&](int i) {
+        return m_samples.isNull(i) || std::isnan(m_value.toPixel(m_samples.value(i)));
     };
-    for (; from < end; ++from) {
-        from = m_samples.useValues([&](const auto *values) { return firstOf(values, from); });
-        if (from < end && (m_samples.isNull(from) || std::isnan(m_value.toPixel(m_samples.value(from)))))
-            break;
-    }
+    while ((from = firstBeyond(m_samples.values(), from, end, above, below)) < end && !isBreak(from))
+        ++from;
     return from;
 }
 
@@ -73,13 +69,10 @@ bool SampleLines::pass(int from, int to)
     m_row = yOf(from) >> 6;
     if (m_passed < 0 && !m_pen.isBehindLine(xOf(from), m_row))
         return false;
-    const auto [smallest, largest] = m_samples.useValues([&](const auto *values) {
-        const auto extremes = extremesOf(values, from, to);
-        return std::pair(static_cast<double>(extremes.smallest), static_cast<double>(extremes.largest));
-    });
-    if (!m_value.isMonotonous(smallest))
+    const auto [smallest, largest] = extremesOf(m_samples.values(), from, to);
+    if (!m_value.isMonotonous(static_cast<double>(smallest)))
         return false;
-    const auto stepsOf = [this](double value) { return painterSteps(m_value.toPixel(value)); };
+    const auto stepsOf = [this](float value) { return painterSteps(m_value.toPixel(static_cast<double>(value))); };
     const auto [leftX, rightX] = std::minmax({stepsOf(smallest), stepsOf(largest)});
     // They have to go over the middle of a column, for the pen to be brought behind them.
     if (columnFrom(leftX) == columnFrom(rightX) || !isSet(columnFrom(leftX - 1), columnFrom(rightX + 1)))
@@ -111,7 +104,7 @@ void SampleLines::drawSome(int from, int lines)
 {
     if (!placeSome(from, lines)) {
         for (int i = from; i < from + lines; ++i)
-            m_pen.draw({xOf(i), yOf(i)}, {xOf(i + 1), yOf(i + 1)}, ThinPen::NoCap);
+            m_pen.draw(xOf(i), yOf(i), xOf(i + 1), yOf(i + 1), ThinPen::NoCap);
         return;
     }
     for (int line = 0; line < lines;) {
@@ -124,11 +117,6 @@ void SampleLines::drawSome(int from, int lines)
         if (line < lines)
             drawLine(line++);
     }
-}
-
-void SampleLines::placeValuesOf(int from, int count)
-{
-    m_samples.useValues([&](const auto *values) { m_value.toSteps(values + from, count, m_x); });
 }
 
 // False where they are too far away for 32 bits.
@@ -187,13 +175,13 @@ void SampleLines::drawLevel(int from, int to)
     if (from == to)
         return;
     m_known = from;
-    const Extremes<int> x = extremesOf(m_x, from, to);
-    const qint64 left = columnFrom(x.smallest);
-    const qint64 right = columnFrom(x.largest);
+    const auto [smallest, largest] = extremesOf(m_x, from, to);
+    const qint64 left = columnFrom(smallest);
+    const qint64 right = columnFrom(largest);
     if (left < right) {
         m_pixels.set(m_row, left, right - 1);
         // Where it turns in the first half of a pixel, the line back sets that, too.
-        if (x.largest >> 6 == right && columnFrom(m_x[from]) < right && columnFrom(m_x[to]) < right)
+        if (largest >> 6 == right && columnFrom(m_x[from]) < right && columnFrom(m_x[to]) < right)
             m_pixels.set(m_row, right, right);
         else if (!isSet(right, right))
             settleRight(static_cast<int>(right), from, to);
@@ -244,7 +232,7 @@ void SampleLines::standAt(int point)
 {
     int known = lastCrossing(point);
     if (known > m_known)
-        m_pen.standBehind({m_x[known - 1], m_y[known - 1]}, {m_x[known], m_y[known]}, m_row);
+        m_pen.standBehind(m_x[known - 1], m_y[known - 1], m_x[known], m_y[known], m_row);
     for (; m_pen.goesRight() && (known = next(known, Crosses | Turns)) < point; ++known)
         drawLine(known);
     m_known = point;
@@ -252,7 +240,7 @@ void SampleLines::standAt(int point)
 
 void SampleLines::drawLine(int line)
 {
-    m_pen.draw({m_x[line], m_y[line]}, {m_x[line + 1], m_y[line + 1]}, ThinPen::NoCap);
+    m_pen.draw(m_x[line], m_y[line], m_x[line + 1], m_y[line + 1], ThinPen::NoCap);
 }
 
 } // namespace logview

@@ -43,7 +43,7 @@ private:
     void drawLine(int line);
 
     bool isSet(qint64 left, qint64 right) const;
-    void placeValuesOf(int from, int count);
+    void placeValuesOf(int from, int count) { m_value.toSteps(m_samples.values() + from, count, m_x); }
     qint64 xOf(int sample) const { return painterSteps(m_value.toPixel(m_samples.value(sample))); }
     qint64 yOf(int sample) const { return painterSteps(m_placer.y(m_samples, sample) - m_topY); }
 

@@ -1,5 +1,7 @@
 #include "logview/geometry/stepscan.h"
 
+#include "datastore/logcurvedata.h"
+
 #include <algorithm>
 
 // Compiled for processors with wider vectors as well; which one is called is decided when the library is loaded.
@@ -29,17 +31,15 @@ PART_OF_IT void forBlocks(int count, const Use &use)
         use(std::min(at, count - block), block);
 }
 
-template<class Number, class Convert>
-PART_OF_IT void place(const Placing &placing, const Number *numbers, int count, int row, int *steps,
+// Places numbers from low to low + span, as convert(number) gives them, over a length; on a mirrored one it is negative.
+template<class Convert>
+PART_OF_IT void place(const float *numbers, int count, double low, double span, double length, int row, int *steps,
                       const Convert &convert)
 {
-    // Numbers that cannot change, or compilers make no vector instructions.
-    const double low = placing.low;
-    const double span = placing.span;
-    const double farthest = placing.length * 64;
-    const double perSpan = placing.sign * farthest;
+    const double farthest = std::abs(length) * 64;
+    const double perSpan = length * 64;
     const double origin = row * 64.0;
-    const auto placeSome = [=](const Number *__restrict from, int *__restrict to, int some) {
+    const auto placeSome = [=](const float *__restrict from, int *__restrict to, int some) {
         for (int i = 0; i < some; ++i) {
             const double at = (convert(from[i]) - low) * perSpan / span;
             const double most = at < farthest ? at : farthest;
@@ -51,49 +51,13 @@ PART_OF_IT void place(const Placing &placing, const Number *numbers, int count, 
 }
 
 template<class Number>
-PART_OF_IT void placeBelow(const Placing &placing, const DepthReference &reference, const Number *depthsM, int count,
-                           int row, int *steps)
-{
-    const double shift = reference.type == TvdSubsea ? reference.kbElevationM : 0;
-    const double factor = reference.unit == Feet ? feetPerMetre : 1;
-    if (shift == 0 && factor == 1) {
-        place(placing, depthsM, count, row, steps,
-              [](Number depth) { return static_cast<double>(static_cast<float>(depth)); });
-    } else {
-        place(placing, depthsM, count, row, steps, [=](Number depth) {
-            const double below = static_cast<double>(static_cast<float>(depth)) - shift;
-            return static_cast<double>(static_cast<float>(static_cast<double>(static_cast<float>(below)) * factor));
-        });
-    }
-}
-
-template<class Value>
-PART_OF_IT int findBeyond(const Value *values, int from, int end, Value low, Value high, Value nullValue)
-{
-    const auto isBeyond = [=](Value value) {
-        return (value > low ? 0 : 1) | (value < high ? 0 : 1) | (value == nullValue ? 1 : 0);
-    };
-    for (; from + block <= end; from += block) {
-        const Value *some = values + from;
-        int found = 0;
-        for (int k = 0; k < block; ++k)
-            found |= isBeyond(some[k]);
-        if (found != 0)
-            break;
-    }
-    while (from < end && isBeyond(values[from]) == 0)
-        ++from;
-    return from;
-}
-
-template<class Number>
-PART_OF_IT Extremes<Number> findExtremes(const Number *numbers, int from, int to)
+PART_OF_IT std::pair<Number, Number> findExtremes(const Number *numbers, int from, int to)
 {
     constexpr int lanes = 8;
-    Extremes<Number> found{numbers[from], numbers[from]};
+    std::pair<Number, Number> found(numbers[from], numbers[from]);
     if (to - from + 1 < lanes) {
         for (int k = from + 1; k <= to; ++k)
-            found = {std::min(found.smallest, numbers[k]), std::max(found.largest, numbers[k])};
+            found = {std::min(found.first, numbers[k]), std::max(found.second, numbers[k])};
         return found;
     }
     const Number *last = numbers + to + 1 - lanes;
@@ -108,7 +72,7 @@ PART_OF_IT Extremes<Number> findExtremes(const Number *numbers, int from, int to
         }
     }
     for (int k = 0; k < lanes; ++k)
-        found = {std::min(found.smallest, low[k]), std::max(found.largest, high[k])};
+        found = {std::min(found.first, low[k]), std::max(found.second, high[k])};
     return found;
 }
 
@@ -145,49 +109,59 @@ PART_OF_IT void markSome(const int *__restrict x, const int *__restrict y, int l
 
 } // namespace
 
-FOR_WIDE_VECTORS void placeValues(const Placing &placing, const float *values, int count, int *steps)
+FOR_WIDE_VECTORS void placeValues(const ValueScale &scale, const float *values, int count, int *steps)
 {
-    place(placing, values, count, 0, steps, [](float value) { return static_cast<double>(value); });
+    const double low = static_cast<double>(scale.minimum);
+    const double span = static_cast<double>(scale.maximum) - low;
+    const double width = static_cast<double>(scale.width);
+    place(values, count, low, std::abs(span), span > 0 ? width : -width, 0, steps,
+          [](float value) { return static_cast<double>(value); });
 }
 
-FOR_WIDE_VECTORS void placeValues(const Placing &placing, const double *values, int count, int *steps)
-{
-    place(placing, values, count, 0, steps, [](double value) { return value; });
-}
-
-FOR_WIDE_VECTORS void placeDepths(const Placing &placing, const DepthReference &reference, const float *depthsM,
+FOR_WIDE_VECTORS void placeDepths(const DepthAxis &axis, const DepthReference &reference, const float *depthsM,
                                   int count, int row, int *steps)
 {
-    placeBelow(placing, reference, depthsM, count, row, steps);
+    const double start = static_cast<double>(axis.start);
+    const double extent = static_cast<double>(axis.end) - start;
+    const double height = static_cast<double>(axis.height);
+    const double shift = reference.type == TvdSubsea ? reference.kbElevationM : 0;
+    const double factor = reference.unit == Feet ? feetPerMetre : 1;
+    if (shift == 0 && factor == 1) {
+        place(depthsM, count, start, extent, height, row, steps,
+              [](float depth) { return static_cast<double>(depth); });
+    } else {
+        place(depthsM, count, start, extent, height, row, steps, [=](float depth) {
+            const double below = static_cast<double>(depth) - shift;
+            return static_cast<double>(static_cast<float>(static_cast<double>(static_cast<float>(below)) * factor));
+        });
+    }
 }
 
-FOR_WIDE_VECTORS void placeDepths(const Placing &placing, const DepthReference &reference, const double *depthsM,
-                                  int count, int row, int *steps)
+FOR_WIDE_VECTORS int firstBeyond(const float *values, int from, int end, float low, float high)
 {
-    placeBelow(placing, reference, depthsM, count, row, steps);
+    const auto isBeyond = [=](float value) {
+        return (value > low ? 0 : 1) | (value < high ? 0 : 1)
+            | (value == static_cast<float>(nullSampleValue) ? 1 : 0);
+    };
+    for (; from + block <= end; from += block) {
+        const float *some = values + from;
+        int found = 0;
+        for (int k = 0; k < block; ++k)
+            found |= isBeyond(some[k]);
+        if (found != 0)
+            break;
+    }
+    while (from < end && isBeyond(values[from]) == 0)
+        ++from;
+    return from;
 }
 
-FOR_WIDE_VECTORS int firstBeyond(const float *values, int from, int end, float low, float high, float nullValue)
-{
-    return findBeyond(values, from, end, low, high, nullValue);
-}
-
-FOR_WIDE_VECTORS int firstBeyond(const double *values, int from, int end, double low, double high, double nullValue)
-{
-    return findBeyond(values, from, end, low, high, nullValue);
-}
-
-FOR_WIDE_VECTORS Extremes<int> extremesOf(const int *steps, int from, int to)
+FOR_WIDE_VECTORS std::pair<int, int> extremesOf(const int *steps, int from, int to)
 {
     return findExtremes(steps, from, to);
 }
 
-FOR_WIDE_VECTORS Extremes<float> extremesOf(const float *values, int from, int to)
-{
-    return findExtremes(values, from, to);
-}
-
-FOR_WIDE_VECTORS Extremes<double> extremesOf(const double *values, int from, int to)
+FOR_WIDE_VECTORS std::pair<float, float> extremesOf(const float *values, int from, int to)
 {
     return findExtremes(values, from, to);
 }

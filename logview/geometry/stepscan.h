@@ -1,42 +1,25 @@
 #pragma once
 
 #include "logview/geometry/depthaxis.h"
+#include "logview/geometry/valuescale.h"
+
+#include <utility>
 
 /// What is computed of many samples at once, in the painter's steps of 1/64 pixel: loops without branches, in the widest vector
 /// instructions that the processor has.
 namespace logview {
 
-/// Where a number stands: sign * (number - low) * length / span, in pixels from 0 to the length.
-struct Placing
-{
-    double sign = 1;
-    double low = 0;
-    double length = 0;
-    double span = 1;
-};
-/// Steps of some values, rounded down.
-void placeValues(const Placing &placing, const float *values, int count, int *steps);
-void placeValues(const Placing &placing, const double *values, int count, int *steps);
-/// Steps of some depths in metres below a row, rounded down; none of them stands above it.
-void placeDepths(const Placing &placing, const DepthReference &reference, const float *depthsM, int count, int row,
-                 int *steps);
-void placeDepths(const Placing &placing, const DepthReference &reference, const double *depthsM, int count, int row,
+/// Steps of some values on a linear scale, rounded down.
+void placeValues(const ValueScale &scale, const float *values, int count, int *steps);
+/// Steps of some depths in metres below a row of their axis, rounded down; none of them stands above it.
+void placeDepths(const DepthAxis &axis, const DepthReference &reference, const float *depthsM, int count, int row,
                  int *steps);
 
 /// The first of the values [from, end) that is not between two, these excluded, or that is null.
-int firstBeyond(const float *values, int from, int end, float low, float high, float nullValue);
-int firstBeyond(const double *values, int from, int end, double low, double high, double nullValue);
-
-template<class Number>
-struct Extremes
-{
-    Number smallest;
-    Number largest;
-};
-/// Of the numbers [from, to], the last one included.
-Extremes<int> extremesOf(const int *steps, int from, int to);
-Extremes<float> extremesOf(const float *values, int from, int to);
-Extremes<double> extremesOf(const double *values, int from, int to);
+int firstBeyond(const float *values, int from, int end, float low, float high);
+/// The smallest and the largest of the numbers [from, to], the last one included.
+std::pair<int, int> extremesOf(const int *steps, int from, int to);
+std::pair<float, float> extremesOf(const float *values, int from, int to);
 /// The first of the steps [from, end) that is not less than one, or the end.
 int firstFrom(const int *steps, int from, int end, int least);
 

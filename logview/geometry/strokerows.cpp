@@ -13,10 +13,20 @@ namespace {
 constexpr int spareRows = 2048;
 // What stands in these rows beside others decides how their first and last ones are painted.
 constexpr int marginRows = 3;
-// Runs are kept in 16 bits; a curve on a wider track is stroked.
+// Most of a wider one would be empty: its curves are stroked.
 constexpr float maximumTrackWidth = 8192;
 // The painter is quick with wide lines as long as they are few: one in so many rows.
 constexpr int widePenRowsPerSample = 8;
+
+// Appends what rectangles, from top to bottom, have of some rows.
+void appendRows(const QVector<QRect> &rectangles, int topRow, int bottomRow, QVector<QRect> &rows)
+{
+    auto each = std::partition_point(rectangles.begin(), rectangles.end(),
+                                     [topRow](const QRect &rectangle) { return rectangle.bottom() < topRow; });
+    for (; each != rectangles.end() && each->top() <= bottomRow; ++each)
+        rows.append(QRect(QPoint(each->left(), std::max(each->top(), topRow)),
+                          QPoint(each->right(), std::min(each->bottom(), bottomRow))));
+}
 
 } // namespace
 
@@ -43,17 +53,8 @@ int StrokeRows::columns() const
     return toInt(std::ceil(static_cast<double>(m_key.scale.width))) + 2 * margin() + 1;
 }
 
-void StrokeRows::Block::append(const Block &other, int first, int last)
-{
-    const int from = other.rowStarts.at(first - other.top);
-    const int shift = runs.size() - from;
-    for (int row = first; row <= last; ++row)
-        rowStarts.append(other.rowStarts.at(row + 1 - other.top) + shift);
-    for (int run = from; run < rowStarts.last() - shift; ++run)
-        runs.append(other.runs.at(run));
-}
-
-StrokeRows::Block StrokeRows::drawn(int topRow, int bottomRow, const ShownRows &device) const
+// Equal rows that have one run are one rectangle.
+QVector<QRect> StrokeRows::drawn(int topRow, int bottomRow, const ShownRows &device) const
 {
     const ShownRows rows{static_cast<double>(topRow - margin()), static_cast<double>(bottomRow + margin())};
     PixelRows pixels(-margin(), columns(), bottomRow - topRow + 1);
@@ -62,57 +63,50 @@ StrokeRows::Block StrokeRows::drawn(int topRow, int bottomRow, const ShownRows &
     else
         drawWideLine(pixels, m_samples, m_key, rows, topRow, m_penWidth);
 
-    Block block;
-    block.top = topRow;
-    block.rowStarts.reserve(pixels.rows() + 1);
-    for (int row = 0; row < pixels.rows(); ++row) {
-        pixels.forRuns(row, [&block](int first, int last) {
-            block.runs.append({static_cast<qint16>(first), static_cast<qint16>(last)});
+    QVector<QRect> rectangles;
+    rectangles.reserve(2 * pixels.rows());
+    int runsAbove = 0; // of the row before
+    for (int row = topRow; row <= bottomRow; ++row) {
+        const int before = rectangles.size();
+        pixels.forRuns(row - topRow, [&rectangles, row](int first, int last) {
+            rectangles.append(QRect(QPoint(first, row), QPoint(last, row)));
         });
-        block.rowStarts.append(block.runs.size());
+        const int runs = rectangles.size() - before;
+        if (runs == 1 && runsAbove == 1) {
+            QRect &above = rectangles[before - 1];
+            if (above.left() == rectangles.last().left() && above.right() == rectangles.last().right()) {
+                above.setBottom(row);
+                rectangles.removeLast();
+            }
+        }
+        runsAbove = runs;
     }
-    return block;
+    return rectangles;
 }
 
 // Rows that are there are not drawn again where new ones join them.
 void StrokeRows::provide(int topRow, int bottomRow) const
 {
-    if (topRow > m_kept.end() || bottomRow + 1 < m_kept.top) {
-        m_kept = drawn(topRow, bottomRow);
-        return;
+    if (topRow > m_keptEnd || bottomRow + 1 < m_keptTop) {
+        m_kept.clear();
+        m_keptTop = topRow;
+        m_keptEnd = topRow;
     }
-    if (topRow < m_kept.top) {
-        Block above = drawn(topRow, m_kept.top - 1);
-        above.append(m_kept, m_kept.top, m_kept.end() - 1);
-        m_kept = above;
+    if (topRow < m_keptTop) {
+        m_kept = drawn(topRow, m_keptTop - 1) + m_kept;
+        m_keptTop = topRow;
     }
-    if (bottomRow >= m_kept.end())
-        m_kept.append(drawn(m_kept.end(), bottomRow), m_kept.end(), bottomRow);
+    if (bottomRow >= m_keptEnd) {
+        m_kept += drawn(m_keptEnd, bottomRow);
+        m_keptEnd = bottomRow + 1;
+    }
     const int spare = std::max(spareRows, bottomRow - topRow);
-    if (m_kept.end() - m_kept.top > 2 * spare) {
-        Block part;
-        part.top = std::max(m_kept.top, bottomRow - spare);
-        part.append(m_kept, part.top, std::min(m_kept.end() - 1, topRow + spare));
+    if (m_keptEnd - m_keptTop > 2 * spare) {
+        m_keptTop = std::max(m_keptTop, bottomRow - spare);
+        m_keptEnd = std::min(m_keptEnd, topRow + spare + 1);
+        QVector<QRect> part;
+        appendRows(m_kept, m_keptTop, m_keptEnd - 1, part);
         m_kept = part;
-    }
-}
-
-void StrokeRows::appendRows(const Block &block, int topRow, int bottomRow, QVector<QRect> &rectangles)
-{
-    const int *starts = block.rowStarts.constData() - block.top;
-    const Run *runs = block.runs.constData();
-    const Run *above = nullptr; // the only one of the row before, which is the last rectangle
-    for (int row = topRow; row <= bottomRow; ++row) {
-        const Run *begin = runs + starts[row];
-        const Run *end = runs + starts[row + 1];
-        const bool isOnlyOne = end - begin == 1;
-        if (isOnlyOne && above && above->left == begin->left && above->right == begin->right) {
-            rectangles.last().setBottom(row);
-            continue;
-        }
-        for (const Run *run = begin; run != end; ++run)
-            rectangles.append(QRect(QPoint(run->left, row), QPoint(run->right, row)));
-        above = isOnlyOne ? begin : nullptr;
     }
 }
 
@@ -144,7 +138,7 @@ QVector<QRect> StrokeRows::rectangles(int topRow, int bottomRow, int deviceTop, 
         const auto [upper, lower] = crossing(deviceTop - 1);
         const int upperEnd = std::min(std::max(deviceTop + 1, toInt(std::ceil(lower))), bottom);
         if (upper < lower && top <= upperEnd) {
-            appendRows(drawn(top, upperEnd, device), top, upperEnd, rectangles);
+            rectangles += drawn(top, upperEnd, device);
             top = upperEnd + 1;
         }
         const auto [above, below] = crossing(deviceBottom + 2);
@@ -152,7 +146,7 @@ QVector<QRect> StrokeRows::rectangles(int topRow, int bottomRow, int deviceTop, 
         // A short one at the end of what is drawn sets no pixel of the device.
         const bool isBeyond = m_samples.order() == DepthOrder::Ascending && above >= deviceBottom + 1.5;
         if (above < below && !isBeyond && lowerStart <= bottom) {
-            appendRows(drawn(lowerStart, bottom, device), lowerStart, bottom, rectangles);
+            rectangles += drawn(lowerStart, bottom, device);
             bottom = lowerStart - 1;
         }
     }

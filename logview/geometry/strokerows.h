@@ -32,32 +32,17 @@ public:
     QVector<QRect> rectangles(int topRow, int bottomRow, int deviceTop, int deviceBottom) const;
 
 private:
-    struct Run
-    {
-        qint16 left = 0;
-        qint16 right = 0; ///< included
-    };
-    /// Rows one below the other.
-    struct Block
-    {
-        int top = 0;
-        QVector<int> rowStarts{0}; ///< position in runs where each row begins, and the end
-        QVector<Run> runs;
-
-        int end() const { return top + rowStarts.size() - 1; } ///< the row behind the last
-        void append(const Block &other, int first, int last);
-    };
-
     int columns() const;
     int margin() const;
     std::pair<double, double> crossing(double y) const;
-    Block drawn(int topRow, int bottomRow, const ShownRows &device = {}) const;
+    QVector<QRect> drawn(int topRow, int bottomRow, const ShownRows &device = {}) const;
     void provide(int topRow, int bottomRow) const;
-    static void appendRows(const Block &block, int topRow, int bottomRow, QVector<QRect> &rectangles);
 
     CurveSamples m_samples;
     CurveKey m_key;
-    mutable Block m_kept;
+    mutable QVector<QRect> m_kept; ///< pixels of the rows [m_keptTop, m_keptEnd), from top to bottom
+    mutable int m_keptTop = 0;
+    mutable int m_keptEnd = 0;
     double m_penWidth = 0;
     bool m_isNeeded = false;
 };

@@ -1,6 +1,5 @@
 #include "base/vectorregisters.h"
 #include "logview/geometry/samplelines.h"
-#include "logview/geometry/valuescan.h"
 
 #include <utility>
 
@@ -8,7 +7,7 @@ namespace logview {
 
 namespace {
 
-/// Draws the line of the samples with a thin pen.
+/// Draws the line of samples in order with a thin pen, piece by piece between its breaks. Lines that leave the device are cut.
 class ThinLine
 {
 public:
@@ -19,112 +18,82 @@ public:
         , m_deviceTop(device.top)
         , m_cutTop(device.top - 1)
         , m_cutBottom(device.bottom + 2)
+        , m_uncut(m_placer.range(samples, {device.top, device.bottom - 1}))
         , m_pen(pixels)
         , m_lines(pixels, m_pen, samples, key, topY)
     {
+        const auto isUncut = [&](int i) {
+            const double y = m_placer.y(samples, i);
+            return y >= device.top && y <= device.bottom - 1;
+        };
+        while (m_uncut.first < m_uncut.second && !isUncut(m_uncut.first))
+            ++m_uncut.first;
+        while (m_uncut.first < m_uncut.second && !isUncut(m_uncut.second - 1))
+            --m_uncut.second;
     }
 
     void draw(std::pair<int, int> range)
     {
-        const std::pair<int, int> uncut = uncutRange(range);
-        int end = range.first; // of the samples that do not break the line
-        for (int i = range.first; i < range.second; ++i) {
-            QPointF position;
-            const SamplePlacer::Place place = m_placer.place(m_samples, i, position);
-            if (place == SamplePlacer::Drawn) {
-                if (m_count > 0 && position == m_toPosition)
-                    continue; // as a path leaves it out: the end of a line is that before
-                stroke(ThinPen::NoCap);
-                if (m_count > 1 && i > uncut.first && i + 1 < uncut.second) {
-                    end = i < end ? end : m_lines.firstBreak(i, range.second);
-                    int last = std::min(end, uncut.second) - 2; // the end of a line is drawn by itself
-                    while (last > i && positionOf(last) == positionOf(last + 1))
-                        --last;
-                    if (last > i) {
-                        m_lines.draw(i - 1, last);
-                        i = last;
-                        goOn(positionOf(i - 1));
-                        m_placer.place(m_samples, i, position);
-                        m_isDrawn = true;
-                    }
-                }
-                goOn(position);
-            } else if (place == SamplePlacer::Break) {
-                stroke(ThinPen::CapEnd);
-                m_pen.lift();
-                m_count = 0;
-            }
+        for (int first = range.first; first < range.second; ++first) {
+            const int end = m_lines.firstBreak(first, range.second);
+            drawPiece(first, end);
+            m_pen.lift();
+            first = end;
         }
-        stroke(ThinPen::CapEnd);
     }
 
 private:
-    void goOn(const QPointF &position)
+    // Its first and its last line have caps. As a path leaves out points that are where the one before is, these are not always
+    // the lines between the first and the last two samples.
+    void drawPiece(int first, int end)
     {
-        m_from = m_to;
-        m_to = pointOf(position);
-        m_fromPosition = m_toPosition;
-        m_toPosition = position;
-        ++m_count;
-    }
-    QPointF positionOf(int i) const
-    {
-        QPointF position;
-        m_placer.place(m_samples, i, position);
-        return position;
-    }
-    // Of some samples those that stand on the device, with all that lines between them may set.
-    std::pair<int, int> uncutRange(std::pair<int, int> range) const
-    {
-        if (m_samples.order() == DepthOrder::Unsorted)
-            return {range.first, range.first};
-        const bool isAscending = m_samples.order() == DepthOrder::Ascending;
-        const auto first = [&](int from, double y, bool isIncluded) {
-            return firstAround(from - 1, range.second, range.second, [&](int i) {
-                const double at = m_placer.y(m_samples, i);
-                return isAscending ? at < y || (isIncluded && at == y) : at > y || (isIncluded && at == y);
-            });
-        };
-        const double lowest = m_cutBottom - 3;
-        const int begin = first(range.first, isAscending ? m_deviceTop : lowest, false);
-        return {begin, first(begin, isAscending ? lowest : m_deviceTop, true)};
+        int last = end - 1;
+        while (first < last && positionOf(first) == positionOf(first + 1))
+            ++first;
+        while (first < last && positionOf(last) == positionOf(last - 1))
+            --last;
+        for (int i = first; i < last; ++i) {
+            const int together = std::min(m_uncut.second, last) - 1;
+            if (i > first && i >= m_uncut.first && i < together) {
+                m_lines.draw(i, together);
+                i = together;
+            }
+            stroke(positionOf(i), positionOf(i + 1),
+                   (i == first ? ThinPen::CapBegin : ThinPen::NoCap)
+                       | (i + 1 == last ? ThinPen::CapEnd : ThinPen::NoCap));
+        }
     }
 
-    // Of the line that was met last: only the next sample tells how it ends.
-    void stroke(int end)
-    {
-        const int caps = (m_count == 2 ? ThinPen::CapBegin : ThinPen::NoCap) | end;
-        if (m_count > 1 && !m_isDrawn && isInside(m_fromPosition) && isInside(m_toPosition))
-            m_pen.draw(m_from, m_to, caps);
-        else if (m_count > 1 && !m_isDrawn)
-            strokeCut(m_fromPosition, m_toPosition, caps);
-        m_isDrawn = false;
-    }
-
-    // In the row above its device the painter rounds down, elsewhere up.
-    PenPoint pointOf(const QPointF &position) const
-    {
-        const double y = position.y() - m_topY;
-        return {painterSteps(position.x()), position.y() < m_deviceTop ? -painterSteps(-y) : painterSteps(y)};
-    }
+    QPointF positionOf(int i) const { return {m_placer.x(m_samples.value(i)), m_placer.y(m_samples, i)}; }
     bool isInside(const QPointF &position) const { return position.y() >= m_cutTop && position.y() <= m_cutBottom; }
-    // Of a line with an end off the device, what is on it. A line that is cut joins no other there.
-    void strokeCut(QPointF from, QPointF to, int caps)
+    // In the row above its device the painter rounds down, elsewhere up.
+    qint64 stepsOf(double y) const
     {
-        if (std::max(from.y(), to.y()) <= m_cutTop || std::min(from.y(), to.y()) >= m_cutBottom) {
+        const double below = y - m_topY;
+        return y < m_deviceTop ? -painterSteps(-below) : painterSteps(below);
+    }
+    // The end of a line, cut where it is off the device.
+    QPointF cut(const QPointF &end, const QPointF &other) const
+    {
+        const double y = std::clamp(end.y(), m_cutTop, m_cutBottom);
+        return {end.x() + (other.x() - end.x()) / (other.y() - end.y()) * (y - end.y()), y};
+    }
+    // A line that is cut joins no other there.
+    void stroke(QPointF from, QPointF to, int caps)
+    {
+        if (from == to)
+            return; // a path leaves it out
+        if (std::max(from.y(), to.y()) < m_cutTop || std::min(from.y(), to.y()) > m_cutBottom) {
             m_pen.lift();
             return;
         }
-        if (!isInside(from)) {
-            const double y = std::clamp(from.y(), m_cutTop, m_cutBottom);
-            from = {from.x() + (to.x() - from.x()) / (to.y() - from.y()) * (y - from.y()), y};
-        }
+        if (!isInside(from))
+            from = cut(from, to);
         if (!isInside(to)) {
             m_pen.lift();
-            const double y = std::clamp(to.y(), m_cutTop, m_cutBottom);
-            to = {to.x() + (to.x() - from.x()) / (to.y() - from.y()) * (y - to.y()), y};
+            to = cut(to, from);
         }
-        m_pen.draw(pointOf(from), pointOf(to), caps);
+        m_pen.draw(painterSteps(from.x()), stepsOf(from.y()), painterSteps(to.x()), stepsOf(to.y()), caps);
     }
 
     const CurveSamples &m_samples;
@@ -133,14 +102,9 @@ private:
     double m_deviceTop;
     double m_cutTop; // what lies above or below is cut off
     double m_cutBottom;
+    std::pair<int, int> m_uncut; // samples on the device, with all that lines between them may set
     ThinPen m_pen;
     SampleLines m_lines;
-    PenPoint m_from;
-    PenPoint m_to;
-    QPointF m_fromPosition; // the same in the track
-    QPointF m_toPosition;
-    int m_count = 0; // points of the line so far; the last two are m_from and m_to
-    bool m_isDrawn = false; // the line between these
 };
 
 } // namespace
@@ -149,14 +113,12 @@ void drawThinLine(PixelRows &pixels, const CurveSamples &samples, const CurveKey
                   int topY, const ShownRows &device)
 {
     base::freeVectorRegisters();
+    // Of what is cut off the device some samples tell that the line comes from there.
+    constexpr int spare = 2;
     const SamplePlacer placer(key);
-    std::pair<int, int> range = placer.range(samples, rows);
-    if (samples.order() != DepthOrder::Unsorted) {
-        // Of what is cut off the device some samples tell that the line comes from there.
-        constexpr int spare = 2;
-        const std::pair<int, int> shown = placer.range(samples, {device.top - 1, device.bottom + 2});
-        range = {std::max(range.first, shown.first - spare), std::min(range.second, shown.second + spare)};
-    }
+    const auto [first, end] = placer.range(samples, rows);
+    const auto [shownFirst, shownEnd] = placer.range(samples, {device.top - 1, device.bottom + 2});
+    const std::pair<int, int> range(std::max(first, shownFirst - spare), std::min(end, shownEnd + spare));
     countReadSamples(range);
     ThinLine(pixels, samples, key, topY, device).draw(range);
 }

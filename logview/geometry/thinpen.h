@@ -17,20 +17,13 @@ inline qint64 painterSteps(double pixels)
     return whole - (exact < static_cast<double>(whole) ? 1 : 0);
 }
 
-/// A point in the painter's steps.
-struct PenPoint
-{
-    qint64 x = 0;
-    qint64 y = 0;
-};
-
 /// The first column that has its middle at an x or to the right.
 inline qint64 columnFrom(qint64 x)
 {
     return (x + 32) >> 6;
 }
 
-/// The painter's line of one pixel. It fills the gaps between lines and leaves out pixels that two of them have, by
+/// The painter's line of one pixel, between points in its steps. It fills the gaps between lines and leaves out pixels that two of them have, by
 /// what it remembers of the line before.
 class ThinPen
 {
@@ -55,22 +48,22 @@ public:
     bool isSilentOnSpot(qint64 x) const { return m_lastDirection != -Along || m_lastX == columnFrom(x); }
     /// Makes it the pen after a line over the middle of a column that sets pixels in one row, when it was in that row before,
     /// and that goes farther along than down.
-    void standBehind(const PenPoint &from, const PenPoint &to, qint64 row)
+    void standBehind(qint64 fromX, qint64 fromY, qint64 toX, qint64 toY, qint64 row)
     {
-        const bool isRight = to.x > from.x;
-        m_lastX = columnFrom(to.x) - (isRight ? 1 : 0);
+        const bool isRight = toX > fromX;
+        m_lastX = columnFrom(toX) - (isRight ? 1 : 0);
         m_lastY = row;
         m_lastDirection = isRight ? Along : -Along;
-        m_isLastAligned = 4 * std::abs(to.y - from.y) < std::abs(to.x - from.x);
+        m_isLastAligned = 4 * std::abs(toY - fromY) < std::abs(toX - fromX);
     }
-    void draw(const PenPoint &from, const PenPoint &to, int caps)
+    void draw(qint64 fromX, qint64 fromY, qint64 toX, qint64 toY, int caps)
     {
-        const qint64 dx = std::abs(to.x - from.x);
-        const qint64 dy = std::abs(to.y - from.y);
+        const qint64 dx = std::abs(toX - fromX);
+        const qint64 dy = std::abs(toY - fromY);
         if (dx < dy)
-            draw<true>(from.y, from.x, to.y, to.x, caps);
+            draw<true>(fromY, fromX, toY, toX, caps);
         else if (dx > 0)
-            draw<false>(from.x, from.y, to.x, to.y, caps);
+            draw<false>(fromX, fromY, toX, toY, caps);
     }
 
 private:

@@ -27,7 +27,7 @@ double ValueScale::toPixel(double value) const
 }
 
 ValuePlacer::ValuePlacer(const ValueScale &scale)
-    : m_isLogarithmic(scale.isLogarithmic)
+    : m_scale(scale)
     , m_isDrawable(scale.width >= 0)
     , m_low(static_cast<double>(scale.minimum))
     , m_span(std::abs(static_cast<double>(scale.maximum) - m_low))
@@ -35,7 +35,7 @@ ValuePlacer::ValuePlacer(const ValueScale &scale)
     , m_perPixel(0)
     , m_sign(scale.maximum > scale.minimum ? 1 : -1)
 {
-    if (m_isLogarithmic) {
+    if (m_scale.isLogarithmic) {
         m_low = std::log10(static_cast<double>(scale.minimum));
         m_span = std::log10(static_cast<double>(scale.maximum)) - m_low;
         m_isDrawable = m_isDrawable && std::isfinite(m_low) && std::isfinite(m_span);
@@ -43,18 +43,15 @@ ValuePlacer::ValuePlacer(const ValueScale &scale)
     m_perPixel = m_span / m_width;
 }
 
-template<class Value>
-void ValuePlacer::placeAll(const Value *values, int count, int *steps) const
+void ValuePlacer::toSteps(const float *values, int count, int *steps) const
 {
-    if (!m_isLogarithmic && m_span > 0) {
-        placeValues({m_sign, m_low, m_width, m_span}, values, count, steps);
+    if (!m_scale.isLogarithmic && m_span > 0) {
+        placeValues(m_scale, values, count, steps);
         return;
     }
     for (int i = 0; i < count; ++i)
         steps[i] = static_cast<int>(toPixel(static_cast<double>(values[i])) * 64);
 }
-template void ValuePlacer::placeAll(const float *, int, int *) const;
-template void ValuePlacer::placeAll(const double *, int, int *) const;
 
 double ValuePlacer::toLogarithmicPixel(double value) const
 {
@@ -70,7 +67,7 @@ std::pair<double, double> ValuePlacer::valuesBetween(double left, double right) 
         return {farthest, -farthest};
     const double from = left + rounding;
     const double to = right - rounding;
-    if (m_isLogarithmic) // what lies before the first limit is mirrored, behind the last one it breaks the line
+    if (m_scale.isLogarithmic) // what lies before the first limit is mirrored, behind the last one it breaks the line
         return {std::pow(10, m_low + std::max(from, 0.0) * m_perPixel),
                 std::pow(10, m_low + std::min(to, m_width) * m_perPixel)};
     const double low = left < 0 ? -farthest : from * m_perPixel;

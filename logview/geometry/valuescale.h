@@ -39,28 +39,28 @@ public:
     {
         if (!std::isfinite(value) || !m_isDrawable)
             return std::numeric_limits<double>::quiet_NaN();
-        if (m_isLogarithmic)
+        if (m_scale.isLogarithmic)
             return toLogarithmicPixel(value);
         const double x = m_sign * (value - m_low) * m_width / m_span;
         const double right = x < m_width ? x : m_width; // of equal limits, and of no number, 0
         return right > 0 && x == x ? right : 0;
     }
     /// toPixel() in 64ths of a pixel, rounded down, of some values which it places.
-    void toSteps(const float *values, int count, int *steps) const { placeAll(values, count, steps); }
-    void toSteps(const double *values, int count, int *steps) const { placeAll(values, count, steps); }
+    void toSteps(const float *values, int count, int *steps) const;
     /// Two values; all between them, the two excluded, stand between \a left and \a right, and none of them breaks a
     /// line. Those that stand within 1/128 pixel of the two need not be among them. The first is not below the second
     /// where there are none.
     std::pair<double, double> valuesBetween(double left, double right) const;
     /// Whether x only grows, or only falls, with the value, from \a value on.
-    bool isMonotonous(double value) const { return !m_isLogarithmic || (m_span > 0 && std::log10(value) >= m_low); }
+    bool isMonotonous(double value) const
+    {
+        return !m_scale.isLogarithmic || (m_span > 0 && std::log10(value) >= m_low);
+    }
 
 private:
-    template<class Value>
-    void placeAll(const Value *values, int count, int *steps) const;
     double toLogarithmicPixel(double value) const;
 
-    bool m_isLogarithmic;
+    ValueScale m_scale;
     bool m_isDrawable;
     double m_low; ///< logarithmic: its logarithm
     double m_span; ///< positive on linear scales

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 
 /// Looking at many values of a log at once: loops without branches, which compilers turn into vector instructions.
 namespace logview {
@@ -51,43 +49,5 @@ int firstThat(const Value *values, int from, int end, const MayBe &mayBe, const 
     }
     return end;
 }
-
-/// The smallest and the largest of some values; not valid where one of them is null or no finite number.
-template<class Value>
-struct ValueExtremes
-{
-    Value smallest = std::numeric_limits<Value>::max();
-    Value largest = std::numeric_limits<Value>::lowest();
-    bool areValid = false;
-
-    ValueExtremes(const Value *values, int from, int end, Value nullValue)
-    {
-        constexpr int block = scannedTogether;
-        Value low[block];
-        Value high[block];
-        std::fill(low, low + block, smallest);
-        std::fill(high, high + block, largest);
-        int broken = 0;
-        const auto isBroken = [nullValue](Value value) {
-            return (std::abs(value) <= std::numeric_limits<Value>::max() ? 0 : 1) | (value == nullValue ? 1 : 0);
-        };
-        for (; from + block <= end; from += block) {
-            for (int k = 0; k < block; ++k) {
-                const Value value = values[from + k];
-                low[k] = value < low[k] ? value : low[k];
-                high[k] = value > high[k] ? value : high[k];
-                broken |= isBroken(value);
-            }
-        }
-        for (; from < end; ++from) {
-            low[0] = std::min(low[0], values[from]);
-            high[0] = std::max(high[0], values[from]);
-            broken |= isBroken(values[from]);
-        }
-        smallest = *std::min_element(low, low + block);
-        largest = *std::max_element(high, high + block);
-        areValid = broken == 0;
-    }
-};
 
 } // namespace logview

@@ -9,6 +9,17 @@
 
 namespace logshapes {
 
+logview::CurveSamples samplesOf(const QVector<double> &depthsM, const QVector<double> &values)
+{
+    const auto singles = [](const QVector<double> &numbers) {
+        QVector<float> converted;
+        for (const double number : numbers)
+            converted.append(static_cast<float>(number));
+        return converted;
+    };
+    return {singles(depthsM), singles(values)};
+}
+
 Log make(Shape shape, int count, double length, unsigned seed)
 {
     std::mt19937 generator(seed);
@@ -54,8 +65,8 @@ Log make(Shape shape, int count, double length, unsigned seed)
         }
         if (shape == Clumped) // ten samples close together, then a hole ten times as long
             depth = length * (i / 10 * 10 + i % 10 * 0.1) / std::max(count - 1, 1);
-        log.depths.append(depth);
-        log.values.append(value);
+        log.depths.append(static_cast<double>(static_cast<float>(depth)));
+        log.values.append(static_cast<double>(static_cast<float>(value)));
     }
     if (shape == Descending)
         std::reverse(log.depths.begin(), log.depths.end());

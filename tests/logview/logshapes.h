@@ -12,11 +12,14 @@ namespace logshapes {
 
 enum Shape { Random, Noisy, Wander, Spiky, Gappy, Constant, Sawtooth, Descending, Clumped, HolesAndInfinities };
 
+/// In the single precision that displays keep.
+logview::CurveSamples samplesOf(const QVector<double> &depthsM, const QVector<double> &values);
+
 struct Log
 {
     QVector<double> depths;
     QVector<double> values;
-    logview::CurveSamples samples() const { return {depths, values, nullSampleValue}; }
+    logview::CurveSamples samples() const { return samplesOf(depths, values); }
 };
 
 /// \a count samples over 0 to \a length metres with values around 1 to 150.

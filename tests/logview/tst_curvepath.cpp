@@ -5,6 +5,7 @@
 #include <QTest>
 
 using namespace logview;
+using logshapes::samplesOf;
 
 namespace {
 
@@ -15,7 +16,7 @@ const ValueScale scale{false, 0, 100, 100};
 QPainterPath pathOf(const QVector<double> &depths, const QVector<double> &values, const DepthAxis &on = axis,
                     const ValueScale &across = scale, const DepthReference &reference = {})
 {
-    const CurveSamples samples(depths, values, nullSampleValue);
+    const CurveSamples samples = samplesOf(depths, values);
     return reducedPath(samples, curveKey(samples, on, reference, across));
 }
 
@@ -268,10 +269,10 @@ private slots:
 
     void linesThroughTheRowsBelongToThem()
     {
-        const CurveSamples samples({0, 100}, {20, 60}, nullSampleValue);
+        const CurveSamples samples({0, 100}, {20, 60});
         const CurveKey key = curveKey(samples, axis, {}, scale);
         QCOMPARE(reducedPath(samples, key, {500, 510}).elementCount(), 2); // no sample anywhere near
-        const CurveSamples broken({0, 50, 100}, {20, nullSampleValue, 60}, nullSampleValue);
+        const CurveSamples broken({0, 50, 100}, {20, nullSampleValue, 60});
         QCOMPARE(counts(reducedPath(broken, curveKey(broken, axis, {}, scale), {495, 510})), QVector<int>{1});
     }
 
@@ -281,7 +282,7 @@ private slots:
         const QVector<double> down{10, 20, 30, 40, 50, 60, 70};
         const QVector<double> up(down.crbegin(), down.crend());
         for (const QVector<double> &depths : {down, up}) {
-            const CurveSamples samples(depths, QVector<double>(7, 50), nullSampleValue);
+            const CurveSamples samples = samplesOf(depths, QVector<double>(7, 50));
             const SamplePlacer placer(curveKey(samples, axis, {}, scale));
             QCOMPARE(placer.range(samples, {300, 500}), std::make_pair(1, 6));
             QCOMPARE(placer.range(samples, {299, 501}), std::make_pair(1, 6));
@@ -314,7 +315,7 @@ private slots:
 
     void picking()
     {
-        const CurveSamples samples({0, 50, 60, 100}, {20, 60, nullSampleValue, 60}, nullSampleValue);
+        const CurveSamples samples({0, 50, 60, 100}, {20, 60, nullSampleValue, 60});
         const CurveKey key = curveKey(samples, axis, {}, scale);
         QVERIFY(passes(samples, key, QRectF(39, 249, 2, 2))); // on the line from (20, 0) to (60, 500)
         QVERIFY(!passes(samples, key, QRectF(43, 249, 2, 2)));
@@ -362,7 +363,7 @@ private slots:
                     depths.append(1000 * std::pow(std::min(i, 190) / 190.0, power));
                 if (isDescending)
                     std::reverse(depths.begin(), depths.end());
-                const CurveSamples samples(depths, QVector<double>(depths.size(), 50), nullSampleValue);
+                const CurveSamples samples = samplesOf(depths, QVector<double>(depths.size(), 50));
                 for (const DepthReference &reference : references) {
                     const DepthAxis track{reference.toDisplay(30), reference.toDisplay(990), 2000};
                     const SamplePlacer placer(curveKey(samples, track, reference, scale));
@@ -399,7 +400,7 @@ private slots:
             QVector<double> depths;
             for (int i = 0; i <= 100; ++i)
                 depths.append(isDescending ? 100 - i : i);
-            const CurveSamples samples(depths, depths, nullSampleValue);
+            const CurveSamples samples = samplesOf(depths, depths);
             const SamplePlacer placer(curveKey(samples, DepthAxis{10, 90, 800}, {}, scale));
             QCOMPARE(placer.range(samples), Range(10, 91));
             QCOMPARE(placer.range(samples, ShownRows()), Range(10, 91));
@@ -471,7 +472,7 @@ private slots:
     {
         QFETCH(QVector<double>, depths);
         QFETCH(QVector<double>, values);
-        const CurveSamples samples(depths, values, nullSampleValue);
+        const CurveSamples samples = samplesOf(depths, values);
         constexpr float infinite = std::numeric_limits<float>::infinity();
         for (const DepthAxis &on : {axis, DepthAxis::of(5, 5), DepthAxis::of(100, 0), DepthAxis::of(0, infinite),
                                     DepthAxis::of(0, 100, 1e-20F), DepthAxis::of(0, 100, 1e20F),

@@ -223,7 +223,7 @@ void tst_curvepixels::denseLinesPaintTheSamePixels()
                 log.depths.append(static_cast<double>(depths.last()));
                 log.values.append(static_cast<double>(values.last()));
             }
-            const CurveSamples samples = CurveSamples::ofFloats(depths, values, nullSampleValue);
+            const CurveSamples samples(depths, values);
             const CurveKey key = curveKey(samples, scene.axis, scene.reference, scene.scale);
             CurveLine line;
             line.update(samples, key);
@@ -302,7 +302,7 @@ void tst_curvepixels::dashesKeepTheirPlaces()
 void tst_curvepixels::dashesFollowThePattern()
 {
     const Scene scene = sceneOf(0, 1000, 600, false, false);
-    const CurveSamples samples({0, 300, 301, 1000}, {75, 75, 75, 75}, nullSampleValue);
+    const CurveSamples samples({0, 300, 301, 1000}, {75, 75, 75, 75});
     CurveLine line;
     line.update(samples, curveKey(samples, scene.axis, scene.reference, scene.scale));
     QPen pen = solidPen(1);
@@ -321,7 +321,7 @@ void tst_curvepixels::dashesFollowThePattern()
 void tst_curvepixels::dashesOfLongLinesAreThoseInView()
 {
     const Scene scene = sceneOf(0, 5000, 18.0e6F, false, false);
-    const CurveSamples samples({0, 5000}, {75, 75}, nullSampleValue);
+    const CurveSamples samples({0, 5000}, {75, 75});
     CurveLine line;
     line.update(samples, curveKey(samples, scene.axis, scene.reference, scene.scale));
     QPen pen = solidPen(1);
@@ -336,7 +336,7 @@ void tst_curvepixels::dashesOfLongLinesAreThoseInView()
 void tst_curvepixels::gapsOfDashedLinesStayOpen()
 {
     const Scene scene = sceneOf(0, 600, 600, false, false);
-    const CurveSamples samples({0, 100, 200, 300, 400, 600}, {75, 75, nullSampleValue, 75, 75, 75}, nullSampleValue);
+    const CurveSamples samples({0, 100, 200, 300, 400, 600}, {75, 75, nullSampleValue, 75, 75, 75});
     CurveLine line;
     line.update(samples, curveKey(samples, scene.axis, scene.reference, scene.scale));
     QPen pen = solidPen(1);

@@ -33,7 +33,6 @@ struct Depths
 {
     double (*step)(Maker &) = nullptr; // as a part of the mean one; even ones without it
     DepthReference reference;
-    bool areDoubles = false;
 };
 
 } // namespace
@@ -112,11 +111,10 @@ void tst_densepixels::compare(Next next, double density, int rows, const ValueSc
         const bool isMirrored = scale.minimum > scale.maximum && value != nullSampleValue;
         depthsM.append(static_cast<float>(depth));
         values.append(static_cast<float>(isMirrored ? make.width - value : value));
-        log.depths.append(depths.areDoubles ? depth : static_cast<double>(depthsM.last()));
+        log.depths.append(static_cast<double>(depthsM.last()));
         log.values.append(static_cast<double>(values.last()));
     }
-    const CurveSamples samples =
-        depths.areDoubles ? log.samples() : CurveSamples::ofFloats(depthsM, values, nullSampleValue);
+    const CurveSamples samples(depthsM, values);
     const DepthAxis axis{depths.reference.toDisplay(0), depths.reference.toDisplay(1000), static_cast<float>(rows)};
     const CurveKey key = curveKey(samples, axis, depths.reference, scale);
     CurveLine line;
@@ -204,14 +202,13 @@ void tst_densepixels::unevenDepthsPaintThePaintersPixels_data()
     QTest::addColumn<Depths>("depths");
     const auto repeating = [](Maker &make) { return make.oneOf(3) ? 0 : 1.5; };
     const auto any = [](Maker &make) { return 2 * make.uniform(); };
-    QTest::newRow("repeating") << Depths{repeating, {}, false};
-    QTest::newRow("any") << Depths{any, {}, false};
-    QTest::newRow("holes") << Depths{[](Maker &make) { return make.oneOf(40) ? 20 : 0.5; }, {}, false};
-    QTest::newRow("a hole of all rows") << Depths{[](Maker &make) { return make.oneOf(400) ? 300 : 0.3; }, {}, false};
-    QTest::newRow("doubles") << Depths{any, {}, true};
-    QTest::newRow("feet") << Depths{any, {MeasuredDepth, Feet, 17.3}, false};
-    QTest::newRow("below the sea") << Depths{repeating, {TvdSubsea, Metre, 17.3}, false};
-    QTest::newRow("below the sea, feet, doubles") << Depths{any, {TvdSubsea, Feet, 17.3}, true};
+    QTest::newRow("repeating") << Depths{repeating, {}};
+    QTest::newRow("any") << Depths{any, {}};
+    QTest::newRow("holes") << Depths{[](Maker &make) { return make.oneOf(40) ? 20 : 0.5; }, {}};
+    QTest::newRow("a hole of all rows") << Depths{[](Maker &make) { return make.oneOf(400) ? 300 : 0.3; }, {}};
+    QTest::newRow("feet") << Depths{any, {MeasuredDepth, Feet, 17.3}};
+    QTest::newRow("below the sea") << Depths{repeating, {TvdSubsea, Metre, 17.3}};
+    QTest::newRow("below the sea, feet") << Depths{any, {TvdSubsea, Feet, 17.3}};
 }
 
 // Lines of all slopes side by side, and logs of which a part is crowded.

@@ -170,10 +170,10 @@ void tst_depthnavigation::stepsOfAWheel()
 
 void tst_depthnavigation::shallowestSamples()
 {
-    const auto shallowest = [](const QVector<double> &depths, const QVector<double> &values) {
-        return logview::shallowestDepthM(logview::CurveSamples(depths, values, -999.25)).value_or(-1);
+    const auto shallowest = [](const QVector<float> &depths, const QVector<float> &values) {
+        return logview::shallowestDepthM(logview::CurveSamples(depths, values)).value_or(-1);
     };
-    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const float nan = std::numeric_limits<float>::quiet_NaN();
     QCOMPARE(shallowest({}, {}), -1.0);
     QCOMPARE(shallowest({10, 20, 30}, {-999.25, nan, 5}), 30.0);
     QCOMPARE(shallowest({10, 20, 30}, {-999.25, -999.25, -999.25}), -1.0);

@@ -51,25 +51,20 @@ double tst_samplelines::next(std::mt19937 &random, double before, int kind, doub
 CurveSamples tst_samplelines::makeLog(std::mt19937 &random, int count, int kind, const ValueScale &scale)
 {
     const bool isRegular = random() % 3 != 0;
-    const bool isDouble = random() % 4 == 0;
-    QVector<double> depths;
-    QVector<double> values;
+    QVector<float> depths;
+    QVector<float> values;
     double depth = 0;
     double value = 75;
     for (int i = 0; i < count; ++i) {
         const double step = 1000.0 / count;
         depth += isRegular ? step : 2 * step * std::uniform_real_distribution<double>()(random);
         value = next(random, value, kind, 150 / static_cast<double>(scale.width));
-        depths.append(depth);
+        depths.append(static_cast<float>(depth));
         const bool isBreak = kind == 6 && random() % 150 == 0;
-        values.append(isBreak                   ? nullSampleValue
-                          : scale.isLogarithmic ? std::pow(150, std::max(value, 0.0) / 150)
-                                                : value);
+        const double shown = scale.isLogarithmic ? std::pow(150, std::max(value, 0.0) / 150) : value;
+        values.append(static_cast<float>(isBreak ? nullSampleValue : shown));
     }
-    if (isDouble)
-        return {depths, values, nullSampleValue};
-    return CurveSamples::ofFloats({depths.cbegin(), depths.cend()}, {values.cbegin(), values.cend()},
-                                  nullSampleValue);
+    return {depths, values};
 }
 
 void tst_samplelines::drawEach(PixelRows &pixels, const CurveSamples &samples, const CurveKey &key, int top, int rows)
@@ -77,14 +72,16 @@ void tst_samplelines::drawEach(PixelRows &pixels, const CurveSamples &samples, c
     const SamplePlacer placer(key);
     ThinPen pen(pixels);
     const auto [begin, end] = placer.range(samples, {static_cast<double>(top - 3), static_cast<double>(rows + 3)});
-    PenPoint from;
+    using Point = std::pair<qint64, qint64>;
+    Point from;
     int count = 0;
-    const auto stroke = [&](const PenPoint &to, int caps) {
+    const auto stroke = [&](const Point &to, int caps) {
         if (count > 1)
-            pen.draw(from, to, (count == 2 ? ThinPen::CapBegin : ThinPen::NoCap) | caps);
+            pen.draw(from.first, from.second, to.first, to.second,
+                     (count == 2 ? ThinPen::CapBegin : ThinPen::NoCap) | caps);
         from = to;
     };
-    PenPoint last;
+    Point last;
     for (int i = begin; i < end; ++i) {
         QPointF point;
         const SamplePlacer::Place place = placer.place(samples, i, point);

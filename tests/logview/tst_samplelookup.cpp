@@ -11,7 +11,7 @@ using namespace logview;
 
 namespace {
 
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
 
 bool reads(const CurveSamples &samples, double depthM, double expectedDepthM, double expectedValue)
 {
@@ -28,7 +28,7 @@ class tst_samplelookup : public QObject
 private slots:
     void theNearestSample()
     {
-        const CurveSamples samples({10, 20, 30, 50}, {1, 2, -999.25, 5}, -999.25);
+        const CurveSamples samples({10, 20, 30, 50}, {1, 2, -999.25, 5});
         QVERIFY(reads(samples, 10, 10, 1));
         QVERIFY(reads(samples, 14.9, 10, 1));
         QVERIFY(reads(samples, 15, 10, 1)); // of two equally near the upper
@@ -39,25 +39,25 @@ private slots:
 
     void outsideTheLogNothing()
     {
-        const CurveSamples samples({10, 20}, {1, 2}, -999.25);
+        const CurveSamples samples({10, 20}, {1, 2});
         for (const double depth : {9.999, 20.001, -1e300, 1e300})
             QVERIFY(reads(samples, depth, depth, -999.25));
         QCOMPARE(sampleAt(samples, notANumber).value, -999.25);
         QVERIFY(reads(CurveSamples(), 5, 5, -999.25));
-        QVERIFY(reads(CurveSamples({5}, {7}, -1), 5, 5, 7));
-        QVERIFY(reads(CurveSamples({5}, {7}, -1), 5.1, 5.1, -999.25));
+        QVERIFY(reads(CurveSamples({5}, {7}), 5, 5, 7));
+        QVERIFY(reads(CurveSamples({5}, {7}), 5.1, 5.1, -999.25));
     }
 
     void anyMissingValueReadsTheSame()
     {
-        const CurveSamples samples({1, 2, 3}, {-9999, notANumber, std::numeric_limits<double>::infinity()}, -9999);
+        const CurveSamples samples({1, 2, 3}, {-999.25F, notANumber, std::numeric_limits<float>::infinity()});
         for (const double depth : {1.0, 2.0, 3.0})
             QVERIFY(reads(samples, depth, depth, -999.25));
     }
 
     void descendingDepths()
     {
-        const CurveSamples samples({50, 30, 20, 10}, {5, 3, 2, 1}, -999.25);
+        const CurveSamples samples({50, 30, 20, 10}, {5, 3, 2, 1});
         QCOMPARE(samples.order(), DepthOrder::Descending);
         QVERIFY(reads(samples, 15, 10, 1));
         QVERIFY(reads(samples, 39, 30, 3));
@@ -68,13 +68,13 @@ private slots:
 
     void unsortedDepths()
     {
-        const CurveSamples samples({30, 10, notANumber, 50, 20}, {3, 1, 9, 5, 2}, -999.25);
+        const CurveSamples samples({30, 10, notANumber, 50, 20}, {3, 1, 9, 5, 2});
         QCOMPARE(samples.order(), DepthOrder::Unsorted);
         QVERIFY(reads(samples, 15, 10, 1));
         QVERIFY(reads(samples, 49, 50, 5));
         QVERIFY(reads(samples, 9, 9, -999.25));
         QVERIFY(reads(samples, 51, 51, -999.25));
-        QVERIFY(reads(CurveSamples({notANumber, notANumber}, {1, 2}, 0), 5, 5, -999.25));
+        QVERIFY(reads(CurveSamples({notANumber, notANumber}, {1, 2}), 5, 5, -999.25));
     }
 
     // All three ways find what a plain search finds.
@@ -82,21 +82,21 @@ private slots:
     {
         std::mt19937 generator(7);
         std::uniform_int_distribution<int> anyDepth(0, 400);
-        QVector<double> depths;
+        QVector<float> depths;
         for (int i = 0; i < 200; ++i)
-            depths.append(anyDepth(generator) * 0.5);
+            depths.append(static_cast<float>(anyDepth(generator)) * 0.5F);
         std::sort(depths.begin(), depths.end());
         depths.erase(std::unique(depths.begin(), depths.end()), depths.end());
-        QVector<double> values;
-        for (const double depth : qAsConst(depths))
+        QVector<float> values;
+        for (const float depth : qAsConst(depths))
             values.append(3 * depth);
-        const CurveSamples ascending(depths, values, -1);
+        const CurveSamples ascending(depths, values);
         std::reverse(depths.begin(), depths.end());
         std::reverse(values.begin(), values.end());
-        const CurveSamples descending(depths, values, -1);
+        const CurveSamples descending(depths, values);
         std::swap(depths[3], depths[90]);
         std::swap(values[3], values[90]);
-        const CurveSamples unsorted(depths, values, -1);
+        const CurveSamples unsorted(depths, values);
         QCOMPARE(unsorted.order(), DepthOrder::Unsorted);
         for (double depth = -1; depth < 202; depth += 0.25) {
             const Sample expected = sampleAt(unsorted, depth);
@@ -109,14 +109,14 @@ private slots:
     {
         const QVector<float> depths{1, 2, 3};
         const QVector<float> values{4, 5};
-        const CurveSamples samples = CurveSamples::ofFloats(depths, values, nullSampleValue);
+        const CurveSamples samples(depths, values);
         QCOMPARE(samples.size(), 2); // the shorter list counts
         QCOMPARE(samples.depthM(1), 2.0);
-        QCOMPARE(samples.useValues([](const auto *first) { return static_cast<const void *>(first); }),
-                 static_cast<const void *>(values.constData()));
+        QCOMPARE(static_cast<const void *>(samples.depthsM()), static_cast<const void *>(depths.constData()));
+        QCOMPARE(static_cast<const void *>(samples.values()), static_cast<const void *>(values.constData()));
         const CurveSamples copy = samples;
         QCOMPARE(copy.revision(), samples.revision());
-        QVERIFY(CurveSamples::ofFloats(depths, values, nullSampleValue).revision() != samples.revision());
+        QVERIFY(CurveSamples(depths, values).revision() != samples.revision());
         QCOMPARE(samples.order(), DepthOrder::Ascending);
         QVERIFY(samples.isNull(0) == false);
     }

@@ -12,8 +12,8 @@ namespace {
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinite = std::numeric_limits<double>::infinity();
 
-template<class Value, int count>
-void compareSteps(const Value (&values)[count], const ValueScale &scale)
+template<int count>
+void compareSteps(const float (&values)[count], const ValueScale &scale)
 {
     int steps[count];
     ValuePlacer(scale).toSteps(values, count, steps);
@@ -56,7 +56,7 @@ private slots:
 
     void manyValuesStandWhereEachDoes()
     {
-        const double values[] = {0, 75, 150, 149.99, -1, 151, 1e30, -1e30, 0.31, 61.7, 2, 20, 33.333, 90};
+        const float values[] = {0, 75, 150, 149.99F, -1, 151, 1e30F, -1e30F, 0.31F, 61.7F, 2, 20, 33.333F, 90};
         for (const ValueScale &scale : {ValueScale{false, 0, 150, 200}, ValueScale{false, 150, 0, 200},
                                         ValueScale{false, 0, 150, 33.5F}, ValueScale{false, 75, 75, 200}})
             compareSteps(values, scale);
