@@ -1,11 +1,14 @@
 #pragma once
 
+#include "base/popupwidth.h"
+
 #include <QComboBox>
 #include <QWheelEvent>
 
 namespace base {
 
-/// Chooses inside a table: turning the wheel over it scrolls the table, changes no choice and takes no focus.
+/// Chooses inside a table: turning the wheel over it scrolls the table, changes no choice and takes no focus. Its list shows
+/// the entries whole, however narrow the cell is.
 class StillComboBox : public QComboBox
 {
 public:
@@ -13,6 +16,12 @@ public:
         : QComboBox(parent)
     {
         setFocusPolicy(Qt::StrongFocus);
+    }
+
+    void showPopup() override
+    {
+        fitPopup(*this);
+        QComboBox::showPopup();
     }
 
 protected:

@@ -1,6 +1,7 @@
 #include "correlation/correlationmarkerstable.h"
 
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QSet>
 #include <QSignalBlocker>
 
@@ -17,10 +18,20 @@ CorrelationMarkersTable::CorrelationMarkersTable(QWidget *parent)
     setObjectName(QStringLiteral("markersTable"));
     setHorizontalHeaderLabels({QStringLiteral("Marker Name"), QStringLiteral("Visibility")});
     horizontalHeader()->setSectionResizeMode(nameColumn, QHeaderView::Stretch);
+    setTabKeyNavigation(false); // Tab leaves the table, the arrows move inside it
     connect(this, &QTableWidget::itemChanged, this, [this](QTableWidgetItem *item) {
         if (item->column() == tickColumn)
             emit tickChanged(item->checkState() == Qt::Checked);
     });
+}
+
+void CorrelationMarkersTable::keyPressEvent(QKeyEvent *event)
+{
+    QTableWidgetItem *tick = event->key() == Qt::Key_Space ? item(currentRow(), tickColumn) : nullptr;
+    if (tick)
+        tick->setCheckState(tick->checkState() == Qt::Checked ? Qt::Unchecked : Qt::Checked);
+    else
+        QTableWidget::keyPressEvent(event);
 }
 
 void CorrelationMarkersTable::setMarkers(const QStringList &names)

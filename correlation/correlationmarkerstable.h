@@ -25,6 +25,10 @@ signals:
     /// The user ticked, or cleared, a row's box.
     void tickChanged(bool isTicked);
 
+protected:
+    /// Space ticks the current row, or clears it, wherever in the row it is pressed.
+    void keyPressEvent(QKeyEvent *event) override;
+
 private:
     QStringList m_names;
 };

@@ -132,6 +132,7 @@ QWidget *CorrelationPropertiesDialog::makeWellsPart()
     connect(add, &QPushButton::clicked, this, &CorrelationPropertiesDialog::addWellClicked);
     connect(remove, &QPushButton::clicked, this, &CorrelationPropertiesDialog::removeWellClicked);
     connect(m_wells, &CorrelationWellsTable::wellChosen, this, &CorrelationPropertiesDialog::wellChanged);
+    connect(m_wells, &CorrelationWellsTable::wellMoved, this, &CorrelationPropertiesDialog::wellChanged);
     connect(m_wells, &CorrelationWellsTable::templateChosen, this, &CorrelationPropertiesDialog::markChanged);
     return part;
 }

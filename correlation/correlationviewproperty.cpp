@@ -1,6 +1,7 @@
 #include "correlation/correlationviewproperty.h"
 
 #include "base/numbers.h"
+#include "base/popupwidth.h"
 #include "correlation/correlationview.h"
 
 #include <QComboBox>
@@ -67,6 +68,7 @@ void CorrelationViewProperty::setMarkers(const QStringList &names)
     m_flatAt->addItem(QStringLiteral("None"));
     m_flatAt->addItems(names);
     m_flatAt->setCurrentIndex(chosen.isEmpty() ? 0 : names.indexOf(chosen) + 1);
+    base::fitPopup(*m_flatAt);
 }
 
 void CorrelationViewProperty::setFlatMarker(const QString &name)

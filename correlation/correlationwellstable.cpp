@@ -4,8 +4,11 @@
 #include "datastore/projectdata.h"
 #include "templates/templatestore.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QHeaderView>
+#include <QMenu>
+#include <QShortcut>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -15,16 +18,32 @@ namespace {
 constexpr int wellColumn = 0;
 constexpr int templateColumn = 1;
 
+QComboBox *makeChooser(const QString &name)
+{
+    auto *box = new base::StillComboBox;
+    box->setObjectName(name);
+    box->setFocusPolicy(Qt::ClickFocus);
+    box->setContextMenuPolicy(Qt::NoContextMenu); // the table has one
+    return box;
+}
+
 } // namespace
 
 CorrelationWellsTable::CorrelationWellsTable(ProjectData &projectData, QWidget *parent)
-    : QTableWidget(0, 2, parent)
+    : TabbedTable(0, 2, parent)
     , m_data(projectData)
 {
     setObjectName(QStringLiteral("wellsTable"));
     setHorizontalHeaderLabels({QStringLiteral("Well"), QStringLiteral("Template")});
     horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     setSelectionBehavior(SelectRows);
+    for (const int step : {-1, 1}) {
+        auto *move = new QShortcut(QKeySequence(Qt::ALT + (step < 0 ? Qt::Key_Up : Qt::Key_Down)), this);
+        move->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(move, &QShortcut::activated, this, [this, step] { moveCurrentWell(step); });
+    }
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(this, &QWidget::customContextMenuRequested, this, &CorrelationWellsTable::showMenu);
 }
 
 QStringList CorrelationWellsTable::templatesOf(const QString &wellName) const
@@ -43,13 +62,11 @@ void CorrelationWellsTable::addWell(const CorrelationWell &well)
 {
     const int row = rowCount();
     insertRow(row);
-    auto *wells = new base::StillComboBox;
-    wells->setObjectName(QStringLiteral("wellChooser"));
+    QComboBox *wells = makeChooser(QStringLiteral("wellChooser"));
     wells->addItems(m_data.catalogue.wellNames());
     wells->setCurrentText(well.wellName);
     setCellWidget(row, wellColumn, wells);
-    auto *templates = new base::StillComboBox;
-    templates->setObjectName(QStringLiteral("templateChooser"));
+    QComboBox *templates = makeChooser(QStringLiteral("templateChooser"));
     setCellWidget(row, templateColumn, templates);
     renumber();
     refillTemplates(row);
@@ -84,6 +101,52 @@ void CorrelationWellsTable::removeWell()
         return;
     removeRow(currentRow() >= 0 ? currentRow() : rowCount() - 1);
     renumber();
+}
+
+// A template that is gone stays chosen, as where the row does not move.
+void CorrelationWellsTable::showWell(int row, const CorrelationWell &well)
+{
+    QComboBox *wells = chooser(row, wellColumn);
+    const QSignalBlocker blocker(wells);
+    wells->setCurrentText(well.wellName);
+    refillTemplates(row);
+    QComboBox *templates = chooser(row, templateColumn);
+    if (!well.templateName.isEmpty() && templates->findText(well.templateName) < 0)
+        templates->addItem(well.templateName);
+    templates->setCurrentText(well.templateName);
+}
+
+void CorrelationWellsTable::moveCurrentWell(int step)
+{
+    const int from = currentRow();
+    const int to = from + step;
+    if (from < 0 || to < 0 || to >= rowCount())
+        return;
+    const QVector<CorrelationWell> there = wells();
+    showWell(from, there.at(to));
+    showWell(to, there.at(from));
+    const bool hasKeyboard = isAncestorOf(QApplication::focusWidget());
+    setCurrentCell(to, qMax(0, currentColumn()));
+    if (hasKeyboard)
+        chooser(to, currentColumn())->setFocus();
+    emit wellMoved();
+}
+
+void CorrelationWellsTable::showMenu(const QPoint &place)
+{
+    const QModelIndex cell = indexAt(place);
+    if (!cell.isValid())
+        return;
+    setCurrentIndex(cell);
+    auto *menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("wellRowMenu"));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    // Behind the tabulator stands the key that does the same.
+    QAction *up = menu->addAction(QStringLiteral("Move &Up\tAlt+Up"), this, [this] { moveCurrentWell(-1); });
+    QAction *down = menu->addAction(QStringLiteral("Move &Down\tAlt+Down"), this, [this] { moveCurrentWell(1); });
+    up->setEnabled(cell.row() > 0);
+    down->setEnabled(cell.row() < rowCount() - 1);
+    menu->popup(viewport()->mapToGlobal(place));
 }
 
 void CorrelationWellsTable::refill()

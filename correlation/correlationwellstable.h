@@ -1,8 +1,7 @@
 #pragma once
 
+#include "base/tabbedtable.h"
 #include "correlation/correlationproperties.h"
-
-#include <QTableWidget>
 
 QT_BEGIN_NAMESPACE
 class QComboBox;
@@ -11,7 +10,7 @@ QT_END_NAMESPACE
 struct ProjectData;
 
 /// The wells of a correlation from left to right: in each row a chooser of a well and one of its templates.
-class CorrelationWellsTable : public QTableWidget
+class CorrelationWellsTable : public base::TabbedTable
 {
     Q_OBJECT
 
@@ -27,6 +26,8 @@ public:
     void refill();
     /// Removes the current row, or the last one when none is current.
     void removeWell();
+    /// Moves the current row up (-1) or down (1), with the keyboard where it is; nothing at the end of the table.
+    void moveCurrentWell(int step);
     QVector<CorrelationWell> wells() const;
     /// Fills the template chooser of a row anew for its well; the chosen template stays where the well has it.
     void refillTemplates(int row);
@@ -37,10 +38,14 @@ signals:
     /// The user chose another well; the sender of the chooser has the property "row".
     void wellChosen();
     void templateChosen();
+    /// The user put the wells in another order.
+    void wellMoved();
 
 private:
     QComboBox *chooser(int row, int column) const;
     void renumber();
+    void showWell(int row, const CorrelationWell &well);
+    void showMenu(const QPoint &place);
     QStringList templatesOf(const QString &wellName) const;
 
     ProjectData &m_data;

@@ -5,6 +5,7 @@
 
 #include <QComboBox>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPixmap>
 #include <QSignalBlocker>
@@ -18,10 +19,21 @@ constexpr int visibleColumn = 4;
 constexpr int colorRole = Qt::UserRole;
 const QString userDepth = QStringLiteral("User Depth");
 
+// All of it, so that what is typed next replaces it; the beginning of a long name stays in sight.
+void selectText(QLineEdit *edit)
+{
+    edit->setSelection(edit->text().size(), -edit->text().size());
+}
+
+bool isFromWindow(Qt::FocusReason reason)
+{
+    return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
+}
+
 } // namespace
 
 CorrelationZonesTable::CorrelationZonesTable(QWidget *parent)
-    : QTableWidget(0, 5, parent)
+    : TabbedTable(0, 5, parent)
 {
     setObjectName(QStringLiteral("zonesTable"));
     setHorizontalHeaderLabels({QStringLiteral("Zone Name"), QStringLiteral("Start Depth"),
@@ -51,7 +63,11 @@ QComboBox *CorrelationZonesTable::makeChooser(const QString &name)
     box->setToolTip(QStringLiteral("A marker, or a typed measured depth in metres"));
     box->addItem(userDepth);
     box->addItems(m_markers);
+    box->setFocusPolicy(Qt::ClickFocus);
+    box->installEventFilter(this);
+    box->lineEdit()->installEventFilter(this);
     connect(box->lineEdit(), &QLineEdit::textEdited, this, [this, box] { typedInto(box); });
+    connect(box, QOverload<int>::of(&QComboBox::activated), box->lineEdit(), [box] { selectText(box->lineEdit()); });
     connect(box, QOverload<int>::of(&QComboBox::activated), this, &CorrelationZonesTable::edited);
     return box;
 }
@@ -86,6 +102,33 @@ void CorrelationZonesTable::place(QComboBox *chooser, const QString &text, bool 
     chooser->setCurrentIndex(isUserDepth ? 0 : textfields::indexOfField(m_markers, text) + 1);
     if (isUserDepth)
         chooser->setEditText(text);
+    chooser->lineEdit()->setCursorPosition(0); // a long name shows its beginning
+}
+
+// A chooser that gets the keyboard is typed over; a click into a typed depth sets the cursor there.
+bool CorrelationZonesTable::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::FocusIn) {
+        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
+        auto *box = qobject_cast<QComboBox *>(watched);
+        if (box && reason != Qt::MouseFocusReason && !isFromWindow(reason))
+            selectText(box->lineEdit());
+    } else if (event->type() == QEvent::MouseButtonRelease) {
+        auto *edit = qobject_cast<QLineEdit *>(watched);
+        if (edit && edit->text() == userDepth)
+            selectText(edit);
+    }
+    return TabbedTable::eventFilter(watched, event);
+}
+
+void CorrelationZonesTable::keyPressEvent(QKeyEvent *event)
+{
+    const int key = event->key();
+    const bool opens = key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_F2;
+    if (opens && currentColumn() == colorColumn && currentRow() >= 0)
+        emit cellClicked(currentRow(), colorColumn);
+    else
+        TabbedTable::keyPressEvent(event);
 }
 
 void CorrelationZonesTable::setMarkers(const QStringList &names)

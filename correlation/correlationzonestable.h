@@ -1,8 +1,7 @@
 #pragma once
 
+#include "base/tabbedtable.h"
 #include "correlation/correlationproperties.h"
-
-#include <QTableWidget>
 
 QT_BEGIN_NAMESPACE
 class QComboBox;
@@ -10,7 +9,7 @@ class QLineEdit;
 QT_END_NAMESPACE
 
 /// The zones of a correlation: name, choosers of start and end that also take a typed depth, colour, visibility.
-class CorrelationZonesTable : public QTableWidget
+class CorrelationZonesTable : public base::TabbedTable
 {
     Q_OBJECT
 
@@ -38,6 +37,11 @@ public:
 signals:
     /// The user changed something in a row.
     void edited();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    /// Space, Enter and F2 in the cell of a colour do what a click there does.
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     QComboBox *makeChooser(const QString &name);
