@@ -52,6 +52,28 @@ bool isRight(const Field &field)
     return field.kind == Field::Kind::Number || field.kind == Field::Kind::Count;
 }
 
+// How many characters of a number stand behind its last whole digit.
+int tailOf(const QString &number)
+{
+    const int point = number.indexOf(QLatin1Char('.'));
+    return point < 0 ? 0 : number.size() - point;
+}
+
+// The cells of a column; numbers of several precisions stand with their points below each other.
+QStringList columnOf(const Field &field, const QVector<Record> &records)
+{
+    QStringList cells;
+    int longestTail = 0;
+    for (const Record &record : records) {
+        cells.append(oneLine(cellText(field, record.value(field.key))));
+        longestTail = qMax(longestTail, tailOf(cells.last()));
+    }
+    if (isRight(field))
+        for (QString &cell : cells)
+            cell += QString(longestTail - tailOf(cell), QLatin1Char(' '));
+    return cells;
+}
+
 QString tableOf(const QVector<Field> &allFields, const QVector<Record> &records, const QString &indent)
 {
     QVector<Field> fields;
@@ -63,9 +85,10 @@ QString tableOf(const QVector<Field> &allFields, const QVector<Record> &records,
     for (const Field &field : qAsConst(fields)) {
         lines[0].append(field.heading);
         int width = field.heading.size();
-        for (int i = 0; i < records.size(); ++i) {
-            lines[i + 1].append(oneLine(cellText(field, records.at(i).value(field.key))));
-            width = qMax(width, lines.at(i + 1).last().size());
+        const QStringList cells = columnOf(field, records);
+        for (int i = 0; i < cells.size(); ++i) {
+            lines[i + 1].append(cells.at(i));
+            width = qMax(width, cells.at(i).size());
         }
         widths.append(width);
     }

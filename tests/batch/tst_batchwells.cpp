@@ -30,6 +30,22 @@ private slots:
         }
     }
 
+    // Read from above to below, numbers of several precisions are compared at their points.
+    void numbersStandBelowEachOther()
+    {
+        QFile file(m_demo.newPath());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("2021.5\t0.125\n995\t12\n1010.25\t7.5\n");
+        file.close();
+        const QString survey = m_demo.copy();
+        const BatchRun run =
+            runBatch({"points", "Brisk-1", "Porosity", "--import", file.fileName(), "--force"}, survey);
+        VERIFY_EXIT(0, run);
+        QCOMPARE(run.lines(), (QStringList{" MD (m)   Value", "2021.5    0.125", " 995     12", "1010.25   7.5"}));
+        const QStringList wells = runBatch({"wells", "--survey", survey}).lines();
+        QCOMPARE(wells.at(1).simplified(), QString("Aldra-1 504250.0 6005350.0 20.60 2610.00 Oil 15 15"));
+    }
+
     void wellsAreListedForPrograms()
     {
         const BatchRun run = runBatch({"wells", "--json"}, m_demo.original());

@@ -47,7 +47,7 @@ private slots:
                 QComboBox *chooser = CorrelationFixture::chooser(table, 0, column);
                 const QString before = chooser->currentText();
                 QVERIFY(!takesWheel(chooser));
-                QCOMPARE(chooser->focusPolicy(), Qt::StrongFocus); // the wheel alone takes no focus either
+                QVERIFY(!(chooser->focusPolicy() & (Qt::WheelFocus ^ Qt::StrongFocus))); // nor takes the focus
                 chooser->setFocus();
                 QVERIFY(!takesWheel(chooser));
                 QCOMPARE(chooser->currentText(), before);
