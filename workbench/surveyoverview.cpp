@@ -72,6 +72,7 @@ SurveyOverview::SurveyOverview(QWidget *parent)
     m_splitter->setStretchFactor(0, 0);
     m_splitter->setStretchFactor(1, 1);
     m_splitter->setChildrenCollapsible(false);
+    connect(m_splitter, &QSplitter::splitterMoved, this, [this] { m_isPlaced = true; });
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(m_splitter);
@@ -129,7 +130,7 @@ void SurveyOverview::addTableKey(const QKeySequence &keys, void (SurveyOverview:
 void SurveyOverview::setWells(const QVector<survey::WellSummary> &wells, survey::DepthUnit unit)
 {
     const QString key = selectedKey();
-    const bool isFirst = m_model->rowCount() == 0;
+    m_isNew = m_isNew || m_model->rowCount() == 0;
     m_model->setWells(wells, unit);
     QVector<MapWell> mapWells;
     mapWells.reserve(wells.size());
@@ -137,9 +138,11 @@ void SurveyOverview::setWells(const QVector<survey::WellSummary> &wells, survey:
         mapWells.append({well.name, well.x, well.y, well.typeCode});
     m_map->setWells(mapWells);
     tellNoMatch();
-    if (isFirst)
+    if (m_isNew) {
         fitColumns();
-    arrange();
+        arrange();
+    }
+    m_isNew = false;
     const int row = m_model->rowOf(key);
     if (row >= 0)
         selectRow(row);
@@ -155,6 +158,7 @@ void SurveyOverview::fitColumns()
         m_table->setColumnWidth(
             column, column == WellsModel::NameColumn ? qBound(narrowestNameColumn, width, widestNameColumn) : width);
     }
+    m_columnsWidth = m_table->horizontalHeader()->length();
     m_table->horizontalHeader()->setStretchLastSection(true);
 }
 
@@ -164,14 +168,14 @@ void SurveyOverview::showEvent(QShowEvent *event)
     arrange();
 }
 
-// The table gets the width of its columns as soon as the widget has its size, unless the user chose another.
+// The table gets the width of its columns as soon as the widget has its size, and of every survey's, unless the user chose
+// another.
 void SurveyOverview::arrange()
 {
-    if (m_isArranged || !isVisible() || m_model->rowCount() == 0)
+    if (m_isPlaced || !isVisible() || m_model->rowCount() == 0)
         return;
-    m_isArranged = true;
-    const int wanted = m_table->horizontalHeader()->length()
-        + m_table->style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * m_table->frameWidth();
+    const int wanted =
+        m_columnsWidth + m_table->style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * m_table->frameWidth();
     const int all = width();
     const int table = qMin(wanted, qMax(all * 2 / 3, all - smallMap));
     m_splitter->setSizes({table, all - table});
@@ -204,9 +208,10 @@ void SurveyOverview::selectWell(const QString &key)
     selectRow(m_model->rowOf(key));
 }
 
-void SurveyOverview::clearFilter()
+void SurveyOverview::beginSurvey()
 {
     m_filter->clear();
+    m_isNew = true;
 }
 
 void SurveyOverview::tellNoMatch()
@@ -229,12 +234,12 @@ void SurveyOverview::selectRow(int row)
 
 QByteArray SurveyOverview::saveState() const
 {
-    return m_splitter->saveState();
+    return m_isPlaced ? m_splitter->saveState() : QByteArray();
 }
 
 void SurveyOverview::restoreState(const QByteArray &state)
 {
-    m_isArranged = m_splitter->restoreState(state);
+    m_isPlaced = m_splitter->restoreState(state);
 }
 
 } // namespace workbench

@@ -35,9 +35,10 @@ public:
     QString neighbourKey() const;
     /// Takes away a filter that hides the well.
     void selectWell(const QString &key);
-    /// Another survey begins with all its wells.
-    void clearFilter();
+    /// The wells that come next are those of another survey: all of them are shown, in columns of their widths.
+    void beginSurvey();
 
+    /// Of the border between table and map; empty as long as the user left it to the table's columns.
     QByteArray saveState() const;
     void restoreState(const QByteArray &state);
 
@@ -70,7 +71,9 @@ private:
     QLabel *m_noMatch = nullptr; ///< over the table when the filter hides all wells
     BaseMap *m_map = nullptr;
     QSplitter *m_splitter = nullptr;
-    bool m_isArranged = false; ///< the splitter stands where the user or the first survey put it
+    int m_columnsWidth = 0; ///< of all columns as they fit their texts
+    bool m_isNew = true; ///< no wells of the survey were shown yet
+    bool m_isPlaced = false; ///< the splitter stands where the user put it
 };
 
 } // namespace workbench

@@ -183,7 +183,7 @@ bool WorkbenchWindow::openSurvey(const QString &path)
     settings::setLastFolder(surveysFolder, QFileInfo(folder).path());
     m_recent->fill();
     m_listError.clear();
-    m_overview->clearFilter();
+    m_overview->beginSurvey();
     m_host.setSurvey(folder);
     refresh();
     warnOfOthers(folder);

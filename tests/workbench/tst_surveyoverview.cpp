@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QSplitter>
 #include <QToolButton>
 
 using namespace survey;
@@ -30,6 +31,7 @@ private slots:
     void sortsByNumber();
     void filters();
     void columnsFitInEachSurvey();
+    void theBorderFollowsTheSurvey();
     void selectionGoesBothWays();
     void doubleClickOpensTheManagerAtTheWell();
     void emptySurveyShowsWhatToDo();
@@ -172,6 +174,40 @@ void TestSurveyOverview::columnsFitInEachSurvey()
         QVERIFY(columns == 0 || width == columns);
         columns = width;
     }
+}
+
+// The border between table and map follows the columns until the user moves it.
+void TestSurveyOverview::theBorderFollowsTheSurvey()
+{
+    auto *view = find<QTableView>("wellsTable");
+    auto *splitter = find<QSplitter>("overviewSplitter");
+    const auto hasRoom = [&view] { return view->viewport()->width() >= view->horizontalHeader()->length(); };
+    const QString narrow = newSurvey(QStringLiteral("N"));
+    addWell(narrow, QStringLiteral("A"), 1, 1);
+    const QString broad = newSurvey(QStringLiteral("B"));
+    addWell(broad, QStringLiteral("A well with a long name"), 123456789, 123456789);
+    QVERIFY(m_window->openSurvey(narrow));
+    const int columns = view->horizontalHeader()->length();
+    QTRY_VERIFY(hasRoom());
+    QVERIFY(m_window->openSurvey(broad));
+    QVERIFY(view->columnWidth(WellsModel::XColumn) + view->columnWidth(WellsModel::NameColumn) > columns / 3);
+    QTRY_VERIFY(view->horizontalHeader()->length() > columns && hasRoom());
+    m_window->close();
+    makeWindow();
+    view = find<QTableView>("wellsTable");
+    splitter = find<QSplitter>("overviewSplitter");
+    QVERIFY(m_window->openSurvey(narrow));
+    QVERIFY(m_window->openSurvey(broad)); // in the next session too
+    QTRY_VERIFY(hasRoom());
+    // Where the user put it, it stays, also in the next session.
+    dragBorder(splitter, 120);
+    const int placed = splitter->sizes().first();
+    QVERIFY(m_window->openSurvey(narrow));
+    QCOMPARE(splitter->sizes().first(), placed);
+    m_window->close();
+    makeWindow();
+    QVERIFY(m_window->openSurvey(broad));
+    QTRY_COMPARE(find<QSplitter>("overviewSplitter")->sizes().first(), placed);
 }
 
 void TestSurveyOverview::selectionGoesBothWays()

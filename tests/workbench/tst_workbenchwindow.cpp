@@ -454,8 +454,7 @@ void TestWorkbenchWindow::rememberItsLook()
         QSKIP("The folder of real data has no od-survey.");
     QVERIFY(m_window->openSurvey(survey));
     m_window->resize(777, 555);
-    auto *splitter = find<QWidget>("overviewSplitter");
-    QCOMPARE(splitter->metaObject()->className(), "QSplitter");
+    dragBorder(find<QSplitter>("overviewSplitter"), -40);
     find<MessagesPanel>("messagesPanel")->setUnfolded(false);
     const int mapWidth = find<BaseMap>("baseMap")->width();
     QVERIFY(m_window->close());

@@ -8,6 +8,8 @@
 #include "workbench/workbenchhost.h"
 #include "workbench/workbenchwindow.h"
 
+#include <QMouseEvent>
+#include <QSplitter>
 #include <QTableView>
 
 inline QStringList rowTexts(const QAbstractItemModel *model, int row)
@@ -24,6 +26,18 @@ inline QStringList columnTexts(const QAbstractItemModel *model, int column)
     for (int row = 0; row < model->rowCount(); ++row)
         texts.append(model->index(row, column).data().toString());
     return texts;
+}
+
+/// Moves the border behind the first of two widgets.
+inline void dragBorder(QSplitter *splitter, int pixels)
+{
+    QWidget *grip = splitter->handle(1);
+    const QPoint middle = grip->rect().center();
+    QTest::mousePress(grip, Qt::LeftButton, {}, middle);
+    const QPoint end = middle + QPoint(pixels, 0);
+    QMouseEvent move(QEvent::MouseMove, end, grip->mapToGlobal(end), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(grip, &move);
+    QTest::mouseRelease(grip, Qt::LeftButton, {}, end);
 }
 
 /// A window over a folder of surveys, with settings of its own.
