@@ -27,6 +27,12 @@ QString depthText(double depthM)
     return QString::fromLatin1(base::formatGeneral(depthM));
 }
 
+bool isOutside(const NumberCell &depth, double trackEndM)
+{
+    return trackEndM > 0 && depth.isNumber()
+        && (depth.toFloat() < 0 || depth.toFloat() > static_cast<float>(trackEndM));
+}
+
 } // namespace
 
 QVector<TableColumn> markerColumns()
@@ -125,11 +131,26 @@ QStringList markerProblems(const QVector<TableRow> &rows, double trackEndM)
         if (!depth.isNumber())
             tell(QStringLiteral("the depth \"%1\" is no number and becomes 0")
                      .arg(depth.text().left(longestNamedName)));
-        else if (trackEndM > 0 && (depth.toFloat() < 0 || depth.toFloat() > static_cast<float>(trackEndM)))
+        else if (isOutside(depth, trackEndM))
             tell(QStringLiteral("the depth %1 is outside the well's track, 0 to %2")
                      .arg(depthText(numberOf(row, MdNumber)), depthText(trackEndM)));
     }
     return problems;
+}
+
+QVector<TableRow> storableMarkerRows(const QVector<TableRow> &rows, double trackEndM)
+{
+    QVector<TableRow> storable;
+    QSet<QString> names;
+    for (const TableRow &row : rows) {
+        const QString name = row.name.trimmed();
+        if (name.isEmpty() || names.contains(name))
+            continue;
+        names.insert(name);
+        if (!isOutside(row.numbers[MdNumber], trackEndM))
+            storable.append(row);
+    }
+    return storable;
 }
 
 QStringList undoneByStoring(const QVector<host::Marker> &shown, const QVector<host::Marker> &now,

@@ -41,6 +41,10 @@ MarkerSetRecord markerRecord(const QString &wellName, const QVector<TableRow> &r
 /// track ends, 0 where nobody knows.
 QStringList markerProblems(const QVector<TableRow> &rows, double trackEndM);
 
+/// The rows without those that markerProblems() names as left out: no name, a name that an earlier row has, a depth outside
+/// of the track.
+QVector<TableRow> storableMarkerRows(const QVector<TableRow> &rows, double trackEndM);
+
 /// What storing the rows would undo of what others did to the well's markers since they were \a shown, as one line for each
 /// of \a now or of those gone: one that came, was changed or was deleted.
 QStringList undoneByStoring(const QVector<host::Marker> &shown, const QVector<host::Marker> &now,

@@ -19,7 +19,8 @@ StoreResult storeMarkers(ProjectData &data, const WellChoice &well, const QVecto
 {
     const int index = data.catalogue.indexOfKey(well.key);
     const auto record = data.catalogue.readWellRecord(index, WellsCatalogue::OnFailure::BeSilent);
-    const QStringList losses = markerProblems(rows, record ? record->totalDepth : 0) + otherLosses;
+    const double trackEndM = record ? record->totalDepth : 0;
+    const QStringList losses = markerProblems(rows, trackEndM) + otherLosses;
     if (!losses.isEmpty()
         && !data.asker.confirmLoss(
             title,
@@ -30,7 +31,8 @@ StoreResult storeMarkers(ProjectData &data, const WellChoice &well, const QVecto
         return StoreResult::Declined;
     HostWriter writer(data.host.wells(), data.catalogue, data.asker,
                       [&data](const QString &text) { data.host.showError(text); });
-    return writer.writeMarkers(data.catalogue.indexOfKey(well.key), markerRecord(well.name, rows));
+    return writer.writeMarkers(data.catalogue.indexOfKey(well.key),
+                               markerRecord(well.name, storableMarkerRows(rows, trackEndM)));
 }
 
 StoreResult storeZones(ProjectData &data, const QString &wellName, const QVector<TableRow> &rows,

@@ -34,7 +34,7 @@ QVector<WellMarker> markersOf(const QVector<welldata::TableRow> &rows, const Wel
 {
     QVector<WellMarker> markers;
     const double elevations = well.kbElevation + well.secondElevation;
-    for (const welldata::TableRow &row : rows) {
+    for (const welldata::TableRow &row : welldata::storableMarkerRows(rows, well.totalDepth)) {
         const float depth = row.numbers[welldata::MdNumber].toFloat();
         markers.append({row.name.trimmed(), depth, static_cast<double>(depth) - elevations, row.color});
     }

@@ -85,6 +85,7 @@ private slots:
         for (const char *text : {"occurs twice", "outside the well's track", "no number"})
             QVERIFY2(forced.errors.contains(text), qPrintable(forced.errors)); // what was agreed to is told
         QCOMPARE(markersOf(m_survey, 3).size(), 2); // Odd at 0, Top A
+        QVERIFY(!forced.errors.contains(".wlm")); // what was left out is not in the file either
     }
 
     void filesThatCannotBeReadAreNamed_data()

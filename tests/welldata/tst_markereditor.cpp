@@ -265,27 +265,31 @@ private slots:
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("depth");
         QTest::addColumn<QString>("line");
+        QTest::addColumn<QStringList>("stored");
+        const QStringList base{"Base"};
+        const QStringList both{"Top", "Base"};
         QTest::newRow("empty") << "  "
                                << "10"
-                               << "Row 1: the name is empty";
+                               << "Row 1: the name is empty" << base;
         QTest::newRow("outside") << "Top"
                                  << "1000.5"
-                                 << "Row 1: the depth 1000.5 is outside the well's track, 0 to 1000";
+                                 << "Row 1: the depth 1000.5 is outside the well's track, 0 to 1000" << base;
         QTest::newRow("above") << "Top"
                                << "-1"
-                               << "Row 1: the depth -1 is outside the well's track, 0 to 1000";
+                               << "Row 1: the depth -1 is outside the well's track, 0 to 1000" << base;
         QTest::newRow("no number") << "Top"
                                    << ""
-                                   << "Row 1: the depth \"\" is no number and becomes 0";
+                                   << "Row 1: the depth \"\" is no number and becomes 0" << both;
         QTest::newRow("half a number") << "Top"
                                        << "1e"
-                                       << "Row 1: the depth \"1e\" is no number and becomes 0";
+                                       << "Row 1: the depth \"1e\" is no number and becomes 0" << both;
     }
     void whatTheHostWouldDropIsAskedFirst()
     {
         QFETCH(QString, name);
         QFETCH(QString, depth);
         QFETCH(QString, line);
+        QFETCH(QStringList, stored);
         m->select("W-1");
         F::typeName(m->markers(), 0, name);
         F::type(m->markers(), 0, 1, depth);
@@ -301,6 +305,18 @@ private slots:
         m->asker.answers = {base::BoxButton::Yes};
         F::click(m->markers(), "updateButton");
         QCOMPARE(F::status(m->markers()), QString("Marker data updated successfully !"));
+        QCOMPARE(m->storedNames(m->key1), stored);
+    }
+    void ofTwoRowsOfAMarkerTheFirstCountsWhereverItLies()
+    {
+        m->select("W-1");
+        F::type(m->markers(), 0, 1, "1200");
+        F::typeName(m->markers(), 1, "Top");
+        m->asker.answers = {base::BoxButton::Yes};
+        F::click(m->markers(), "updateButton");
+        QVERIFY(m->asker.boxes.at(0).text.contains("Row 1: the depth 1200 is outside"));
+        QVERIFY(m->asker.boxes.at(0).text.contains("Row 2: the name \"Top\" occurs twice"));
+        QCOMPARE(m->storedNames(m->key1), QStringList());
     }
     void namesThatOccurTwiceAreAskedInTheSameQuestion()
     {
