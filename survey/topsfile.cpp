@@ -3,6 +3,8 @@
 #include "base/numbers.h"
 #include "base/textbytes.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <optional>
 
@@ -205,6 +207,19 @@ TopsFile parseTops(const QByteArray &bytes)
 QVector<TopsLine> topsOf(const TopsFile &file, const QStringList &names)
 {
     return file.hasWells ? linesOf(file.lines, names) : file.lines;
+}
+
+QStringList wellsOf(const TopsFile &file)
+{
+    QStringList wells;
+    QSet<QString> known{QString()};
+    for (const TopsLine &line : file.lines) {
+        if (known.contains(comparable(line.well)))
+            continue;
+        known.insert(comparable(line.well));
+        wells.append(line.well);
+    }
+    return wells;
 }
 
 int leftOutOf(const TopsFile &file, const QStringList &names)

@@ -35,6 +35,8 @@ TopsFile parseTops(const QByteArray &bytes);
 /// The tops of one well: all of a file of one well, else those whose well is one of \a names (the well's name, its UWI),
 /// whatever their letter case, blanks and punctuation.
 QVector<TopsLine> topsOf(const TopsFile &file, const QStringList &names);
+/// The wells that the tops name, as they are written first, each once; none in a file of one well without a name.
+QStringList wellsOf(const TopsFile &file);
 /// How many lines of the well are left out.
 int leftOutOf(const TopsFile &file, const QStringList &names);
 

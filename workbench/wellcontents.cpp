@@ -61,7 +61,26 @@ QTreeWidgetItem *newItem(QTreeWidgetItem *parent, int kind, const QString &name)
 
 QString firstOf(const QStringList &names)
 {
-    return names.mid(0, mostNamesTold).join(QStringLiteral(", "));
+    const QString first = names.mid(0, mostNamesTold).join(QStringLiteral(", "));
+    return names.size() > mostNamesTold
+        ? QStringLiteral("%1 and %2 more").arg(first, QString::number(names.size() - mostNamesTold))
+        : first;
+}
+
+// A file of one well may call it by its UWI, or by another of its names.
+QString nameInFile(const survey::TopsFile &file, const QString &wellName)
+{
+    const QStringList wells = survey::wellsOf(file);
+    return wells.size() == 1 && survey::topsOf(file, {wellName}).isEmpty() ? wells.first() : wellName;
+}
+
+QString withoutTopsText(const survey::TopsFile &file, const QString &wellName)
+{
+    if (file.lines.isEmpty())
+        return QStringLiteral("The file holds no line with a name and a depth.");
+    const QString text = QStringLiteral("The file names no top of the well \"%1\".").arg(wellName);
+    const QStringList wells = survey::wellsOf(file);
+    return wells.isEmpty() ? text : text + QStringLiteral(" Its wells are: %1.").arg(firstOf(wells));
 }
 
 } // namespace
@@ -382,13 +401,10 @@ void WellContents::importTops()
     settings::setLastFolder(topsFolder, QFileInfo(path).path());
     const host::Outcome<QByteArray> bytes = survey::readFileBytes(path);
     const survey::TopsFile file = survey::parseTops(bytes.value);
-    const QVector<survey::TopsLine> tops = survey::topsOf(file, {m_well.name});
+    const QString wellInFile = nameInFile(file, m_well.name);
+    const QVector<survey::TopsLine> tops = survey::topsOf(file, {wellInFile});
     if (!bytes.ok() || tops.isEmpty()) {
-        m_asker.warn(title,
-                     !bytes.ok() ? bytes.error
-                         : file.hasWells && !file.lines.isEmpty()
-                         ? QStringLiteral("The file names no top of the well \"%1\".").arg(m_well.name)
-                         : QStringLiteral("The file holds no line with a name and a depth."));
+        m_asker.warn(title, !bytes.ok() ? bytes.error : withoutTopsText(file, m_well.name));
         return;
     }
     const survey::DepthUnit unit = file.unit.value_or(m_unit);
@@ -397,18 +413,21 @@ void WellContents::importTops()
     QString found = QStringLiteral("%1 for the well \"%2\", depths in %3: %4 new, %5 with another depth.")
                         .arg(count, m_well.name, survey::pluralName(unit), QString::number(merge.added),
                              QString::number(merge.moved));
+    if (wellInFile != m_well.name)
+        found += QStringLiteral("\nThe file calls its only well \"%1\".").arg(wellInFile);
     if (!merge.repeated.isEmpty())
         found += QStringLiteral("\nAt several depths, and so with a number behind the further ones: %1.")
                      .arg(firstOf(merge.repeated));
     if (!merge.outside.isEmpty())
         found += QStringLiteral("\nBelow the total depth and so left out: %1.").arg(firstOf(merge.outside));
-    if (const int leftOut = survey::leftOutOf(file, {m_well.name}); leftOut > 0)
+    if (const int leftOut = survey::leftOutOf(file, {wellInFile}); leftOut > 0)
         found += QStringLiteral("\nLines without a name or a depth are left out: %1.").arg(leftOut);
     if (!merge.changesAnything()) {
         m_asker.inform(title, found + QStringLiteral("\nThere is nothing to change."));
         return;
     }
-    if (!m_asker.confirm(title, found + QStringLiteral("\nTake them?")))
+    const QString question = found + QStringLiteral("\nTake them?");
+    if (!(wellInFile == m_well.name ? m_asker.confirm(title, question) : m_asker.confirmLoss(title, question)))
         return;
     m_status->setText(
         QStringLiteral("Tops of %1: %2 added, %3 moved.")

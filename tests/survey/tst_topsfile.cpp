@@ -115,6 +115,9 @@ void TestTopsFile::wells()
     QCOMPARE(summary(topsOf(file, {QStringLiteral("15/9-F-1")})), QStringLiteral("A@100|B@200"));
     QCOMPARE(summary(topsOf(file, {QStringLiteral("x"), QStringLiteral("OTHER")})), QStringLiteral("A@300"));
     QVERIFY(topsOf(file, {QString()}).isEmpty());
+    QCOMPARE(wellsOf(file), QStringList({"15/9-F 1", "other"}));
+    QCOMPARE(wellsOf(gaps), QStringList({"A", "B"}));
+    QVERIFY(wellsOf(parseTops("A\t100\nB\t200\n")).isEmpty());
 }
 
 void TestTopsFile::markers()

@@ -36,6 +36,7 @@ private slots:
     void removesAMarker();
     void importsTops();
     void topsOfAnotherWell();
+    void topsOfTheWellByAnotherName();
     void groupsCannotBeChanged();
 
 private:
@@ -323,7 +324,17 @@ void TestWellContents::importsTops()
 void TestWellContents::topsOfAnotherWell()
 {
     m_chosen = QStringList{m_folder->filePath(QStringLiteral("tops.csv"))};
-    files::write(m_chosen.first(), "Well,Name,MD\nW-2,Top,120\n");
+    files::write(m_chosen.first(), "Well,Name,MD\nW-2,Top,120\n,Base,130\nW-3,Top,140\nw 2,Base,150\n");
+    QTest::mouseClick(button("importTopsButton"), Qt::LeftButton);
+    QCOMPARE(m_asker.boxes.last().text,
+             QStringLiteral("The file names no top of the well \"W-1\". Its wells are: W-2, W-3."));
+    QByteArray twelve = "Well,Name,MD\n";
+    for (char well = 'A'; well <= 'L'; ++well)
+        twelve += QByteArray(1, well) + ",Top,120\n";
+    files::write(m_chosen.first(), twelve);
+    QTest::mouseClick(button("importTopsButton"), Qt::LeftButton);
+    QVERIFY(m_asker.boxes.last().text.endsWith(QLatin1String(" A, B, C, D, E, F, G, H, I, J and 2 more.")));
+    files::write(m_chosen.first(), "Well,Name,MD\n,Top,120\n");
     QTest::mouseClick(button("importTopsButton"), Qt::LeftButton);
     QCOMPARE(m_asker.boxes.last().text, QStringLiteral("The file names no top of the well \"W-1\"."));
     files::write(m_chosen.first(), "nothing here\n");
@@ -333,6 +344,22 @@ void TestWellContents::topsOfAnotherWell()
     QTest::mouseClick(button("importTopsButton"), Qt::LeftButton);
     QVERIFY(m_asker.boxes.last().text.contains(QLatin1String("gone.csv")));
     QCOMPARE(markers(), QStringLiteral("Top@100 Base@1500"));
+}
+
+void TestWellContents::topsOfTheWellByAnotherName()
+{
+    m_chosen = QStringList{m_folder->filePath(QStringLiteral("tops.csv"))};
+    files::write(m_chosen.first(), "uwi,form,depth\n42303,Top,120\n42-303,Lower,800\n42303,Gap,\n");
+    m_asker.answers = {base::BoxButton::No, base::BoxButton::Yes};
+    QTest::mouseClick(button("importTopsButton"), Qt::LeftButton);
+    QCOMPARE(m_asker.boxes.last().text,
+             QStringLiteral("2 tops for the well \"W-1\", depths in metres: 1 new, 1 with another depth.\n"
+                            "The file calls its only well \"42303\".\n"
+                            "Lines without a name or a depth are left out: 1.\nTake them?"));
+    QCOMPARE(m_asker.boxes.last().buttons.first(), base::BoxButton::No); // it may be another well after all
+    QCOMPARE(markers(), QStringLiteral("Top@100 Base@1500"));
+    QTest::mouseClick(button("importTopsButton"), Qt::LeftButton);
+    QCOMPARE(markers(), QStringLiteral("Top@120 Lower@800 Base@1500"));
 }
 
 void TestWellContents::groupsCannotBeChanged()
