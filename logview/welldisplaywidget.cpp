@@ -47,17 +47,24 @@ QString emptyDisplayText(const Project &project, const QString &templateName)
     return QStringLiteral("The template \"%1\" has no tracks.").arg(templateName);
 }
 
-// On land the elevations may take all markers of a well out of sight: that has to be said.
-QString outsideText(const QVector<WellMarker> &outside)
+QString emptyRangeText()
 {
-    QStringList names;
-    for (const WellMarker &marker : outside.mid(0, mostNamesTold))
-        names.append(marker.name);
-    QString text = outside.size() == 1
+    return QStringLiteral("Nothing can be drawn: the start depth is not above the end depth.");
+}
+
+QString outsideText(const QStringList &names)
+{
+    return names.size() == 1
         ? QStringLiteral("The marker \"%1\" is outside the depth range.").arg(names.first())
         : QStringLiteral("%1 markers are outside the depth range: %2%3.")
-              .arg(QString::number(outside.size()), names.join(QStringLiteral(", ")),
-                   outside.size() > mostNamesTold ? QStringLiteral(", …") : QString());
+              .arg(QString::number(names.size()), names.mid(0, mostNamesTold).join(QStringLiteral(", ")),
+                   names.size() > mostNamesTold ? QStringLiteral(", …") : QString());
+}
+
+// On land the elevations may take all markers of a well out of sight: that has to be said.
+QString elevationsText(const QVector<WellMarker> &outside)
+{
+    QString text;
     const double elevationsM = outside.first().measuredDepth - outside.first().subseaDepth;
     if (std::abs(elevationsM) >= smallestElevationTold)
         text +=
@@ -101,6 +108,9 @@ WellDisplayWidget::WellDisplayWidget(ProjectData &projectData, const QString &we
     connect(m_scene.get(), &WellLogsScene::sendDeleteTrack, this, &WellDisplayWidget::deleteTrack);
     const auto showScenes = [this] { m_logView->depthPlace().keep([this] { m_views->showScenes(); }); };
     connect(m_scene.get(), &WellLogsScene::laidOut, this, showScenes);
+    connect(m_scene.get(), &WellLogsScene::laidOut, this, &WellDisplayWidget::tellEmptyRange);
+    connect(m_scene.get(), &WellLogsScene::markersLeftBehind, this,
+            [this](const QStringList &names) { setStatusLabel(outsideText(names)); });
     connect(&m_scene->markers(), &DisplayMarkers::storedNameEdited, this, [this] {
         setStatusLabel(QStringLiteral("Only the label in this display changed: the marker keeps its name in the "
                                       "well %1.")
@@ -272,6 +282,14 @@ QString WellDisplayWidget::statusText() const
     return m_statusLine->text();
 }
 
+void WellDisplayWidget::tellEmptyRange()
+{
+    if (m_scene->startDepth() >= m_scene->endDepth())
+        setStatusLabel(emptyRangeText());
+    else if (statusText() == emptyRangeText())
+        setStatusLabel(QString());
+}
+
 void WellDisplayWidget::tellUnread()
 {
     const QStringList unread = std::exchange(m_unreadLogs, {});
@@ -304,10 +322,10 @@ void WellDisplayWidget::tellOutside()
     const QVector<WellMarker> outside = std::exchange(m_outside, {});
     if (outside.isEmpty())
         return;
-    setStatusLabel(outsideText(outside));
     QStringList names;
     for (const WellMarker &marker : outside)
         names.append(marker.name);
+    setStatusLabel(outsideText(names) + elevationsText(outside));
     emit markersDropped(m_wellName, names);
 }
 

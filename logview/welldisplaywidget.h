@@ -107,6 +107,7 @@ private:
     void saveMarker(MarkerItem *marker);
     void readMarkers();
     void tellOutside();
+    void tellEmptyRange();
 
     ProjectData &m_data;
     QString m_wellName;

@@ -165,7 +165,7 @@ void WellLogsScene::applyDepthTypeAndUnit()
     }
     if (!m_tracks.isEmpty())
         m_trackHeight = m_tracks.first()->axis().heightPx();
-    tellDropped(
+    tellLeftBehind(
         m_markers.placeOrDrop(depthAxis(), [this](const MarkerItem &marker) { return displayDepth(marker); }));
     updateSceneRects();
 }
@@ -186,8 +186,8 @@ void WellLogsScene::applyDepthRange()
         track->setDepthRange(m_startDepth, m_endDepth);
     if (!m_tracks.isEmpty())
         m_trackHeight = m_tracks.first()->axis().heightPx();
-    tellDropped(m_markers.placeOrDrop(depthAxis(),
-                                      [](const MarkerItem &marker) { return static_cast<double>(marker.depth()); }));
+    tellLeftBehind(m_markers.placeOrDrop(
+        depthAxis(), [](const MarkerItem &marker) { return static_cast<double>(marker.depth()); }));
     updateSceneRects();
 }
 
@@ -220,6 +220,13 @@ void WellLogsScene::tellDropped(const QStringList &markerNames)
 {
     if (!markerNames.isEmpty())
         emit markersDropped(markerNames);
+}
+
+void WellLogsScene::tellLeftBehind(const QStringList &markerNames)
+{
+    if (!markerNames.isEmpty())
+        emit markersLeftBehind(markerNames);
+    tellDropped(markerNames);
 }
 
 // An edited depth counts as part of the well's total depth; start depth, depth type and unit of the display do not

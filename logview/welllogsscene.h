@@ -96,6 +96,8 @@ signals:
     void laidOut();
     /// A new range, depth type or unit, or the user, took markers of the well out of the display.
     void markersDropped(const QStringList &markerNames);
+    /// Those of them that lie outside of a new range; before markersDropped().
+    void markersLeftBehind(const QStringList &markerNames);
 
 public slots:
     void pickedMarkerClicked();
@@ -119,6 +121,7 @@ private:
     double displayDepth(const MarkerItem &marker) const;
     void placeEditedMarker(MarkerItem *marker);
     void tellDropped(const QStringList &markerNames);
+    void tellLeftBehind(const QStringList &markerNames);
     std::optional<double> placeOf(const MarkerItem &marker) const;
     void clickedInHeader(QGraphicsItem *item);
 

@@ -17,6 +17,8 @@ private slots:
     void initialWidthsComeFromTheScreen();
     void deletingTracks();
     void markers();
+    void aRangeThatTakesMarkersOutOfSightSaysSo();
+    void aRangeUpsideDownSaysSo();
     void contextMenus();
     void deletingThroughTheMenu();
     void aMenuEntryForWhatIsGone();
@@ -181,6 +183,36 @@ void tst_welldisplaywidget::markers()
     f.type(f.panel(), "endDepthEdit", QStringLiteral("50"));
     QVERIFY(!f.showMarker(QStringLiteral("Top")));
     QVERIFY(f.statusText().contains(QLatin1String("\"Top\" is outside")));
+}
+
+void tst_welldisplaywidget::aRangeThatTakesMarkersOutOfSightSaysSo()
+{
+    WidgetFixture f;
+    f.show();
+    QVERIFY(f.showMarker(QStringLiteral("Top"))); // at 100
+    QVERIFY(f.statusText().isEmpty());
+    f.type(f.panel(), "startDepthEdit", QStringLiteral("90"));
+    QVERIFY(f.statusText().isEmpty());
+    f.type(f.panel(), "startDepthEdit", QStringLiteral("200"));
+    QCOMPARE(f.statusText(), QString("The marker \"Top\" is outside the depth range."));
+}
+
+void tst_welldisplaywidget::aRangeUpsideDownSaysSo()
+{
+    const QString told("Nothing can be drawn: the start depth is not above the end depth.");
+    WidgetFixture f;
+    f.show();
+    f.type(f.panel(), "endDepthEdit", QStringLiteral("300"));
+    QCOMPARE(f.statusText(), QString());
+    f.type(f.panel(), "startDepthEdit", QStringLiteral("300"));
+    QCOMPARE(f.statusText(), told);
+    f.type(f.panel(), "startDepthEdit", QStringLiteral("400"));
+    QCOMPARE(f.statusText(), told);
+    f.type(f.panel(), "endDepthEdit", QStringLiteral("500"));
+    QCOMPARE(f.statusText(), QString());
+    f.display->setStatusLabel(QStringLiteral("another line"));
+    f.type(f.panel(), "endDepthEdit", QStringLiteral("600"));
+    QCOMPARE(f.statusText(), QString("another line"));
 }
 
 void tst_welldisplaywidget::contextMenus()
