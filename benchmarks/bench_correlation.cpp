@@ -9,6 +9,7 @@
 #include "datastore/projectdata.h"
 #include "logview/curveitem.h"
 #include "logview/geometry/curveline.h"
+#include "logview/geometry/curvepath.h"
 #include "logview/trackitem.h"
 #include "workbench/workbenchhost.h"
 

@@ -4,6 +4,7 @@
 
 #include "logview/geometry/curvefill.h"
 #include "logview/geometry/curveline.h"
+#include "logview/geometry/curvepath.h"
 #include "logview/geometry/samplelookup.h"
 #include "logview/geometry/trackgrid.h"
 

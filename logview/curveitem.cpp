@@ -1,5 +1,6 @@
 #include "logview/curveitem.h"
 
+#include "logview/geometry/curvepath.h"
 #include "logview/geometry/displaystyle.h"
 #include "logview/pointitem.h"
 #include "logview/visiblearea.h"

@@ -1,5 +1,7 @@
 #include "logview/geometry/curveline.h"
 
+#include "logview/geometry/curvepath.h"
+
 #include <QLineF>
 #include <QPaintEngine>
 #include <QPainter>
@@ -64,15 +66,48 @@ std::pair<double, double> partBetween(const QLineF &line, double topY, double bo
 // Rows that are asked for beyond those that show: lines are drawn exactly only when the painter knows the ones before.
 constexpr double strokeMargin = 8;
 
-// Length of the last unbroken piece of a line, which goes on from one of some length.
-double lengthOf(const QPainterPath &line, double before)
+// The painter starts its pattern anew where a line enters the device, so that dashes would crawl when the view
+// scrolls; these stand where the length of the line puts them.
+QPainterPath dashes(const QPen &pen, const QPainterPath &line, double lengthBefore, double topY, double bottomY)
 {
-    double length = before;
-    for (int i = 1; i < line.elementCount(); ++i) {
-        const QPainterPath::Element to = line.elementAt(i);
-        length = to.isMoveTo() ? 0 : length + QLineF(line.elementAt(i - 1), to).length();
+    const double unit = std::max(pen.widthF(), 1.0);
+    QVector<double> ends; // of the dashes and gaps of one pattern, in pixels
+    for (const double length : pen.dashPattern())
+        ends.append((ends.isEmpty() ? 0 : ends.last()) + length * unit);
+    QPainterPath path;
+    if (ends.size() < 2 || !(ends.last() > 0))
+        return path;
+    double before = 0;
+    bool isOpen = false; // whether a dash goes on from the line before
+    for (int i = 0; i < line.elementCount(); ++i) {
+        if (line.elementAt(i).isMoveTo()) {
+            before = (i == 0 ? lengthBefore : 0) + pen.dashOffset() * unit;
+            isOpen = false;
+            continue;
+        }
+        const QLineF piece(line.elementAt(i - 1), line.elementAt(i));
+        const double length = piece.length();
+        if (length == 0)
+            continue;
+        const auto [from, to] = partBetween(piece, topY, bottomY);
+        const bool isContinued = isOpen && from <= 0;
+        isOpen = false;
+        for (double period = std::floor((before + from * length) / ends.last());
+             from <= to && period * ends.last() - before < to * length; ++period) {
+            for (int k = 0; k + 1 < ends.size(); k += 2) {
+                const double start = period * ends.last() + (k > 0 ? ends.at(k - 1) : 0) - before;
+                const double end = period * ends.last() + ends.at(k) - before;
+                if (end <= from * length || start >= to * length)
+                    continue;
+                if (start >= 0 || !isContinued)
+                    path.moveTo(piece.pointAt(std::max(start, 0.0) / length));
+                path.lineTo(end < length ? piece.pointAt(end / length) : piece.p2());
+                isOpen = end > length;
+            }
+        }
+        before += length;
     }
-    return length;
+    return path;
 }
 
 } // namespace
@@ -141,51 +176,6 @@ void CurveLine::strokePath(QPainter &painter, const QPen &pen, double topY, doub
     painter.drawPath(dashes(pen, line, lengthBefore(first, rows.perPixel), top, bottom));
 }
 
-// The painter starts its pattern anew where a line enters the device, so that dashes would crawl when the view
-// scrolls; these stand where the length of the line puts them.
-QPainterPath CurveLine::dashes(const QPen &pen, const QPainterPath &line, double lengthBefore, double topY,
-                               double bottomY) const
-{
-    const double unit = std::max(pen.widthF(), 1.0);
-    QVector<double> ends; // of the dashes and gaps of one pattern, in pixels
-    for (const double length : pen.dashPattern())
-        ends.append((ends.isEmpty() ? 0 : ends.last()) + length * unit);
-    QPainterPath path;
-    if (ends.size() < 2 || !(ends.last() > 0))
-        return path;
-    double before = 0;
-    bool isOpen = false; // whether a dash goes on from the line before
-    for (int i = 0; i < line.elementCount(); ++i) {
-        if (line.elementAt(i).isMoveTo()) {
-            before = (i == 0 ? lengthBefore : 0) + pen.dashOffset() * unit;
-            isOpen = false;
-            continue;
-        }
-        const QLineF piece(line.elementAt(i - 1), line.elementAt(i));
-        const double length = piece.length();
-        if (length == 0)
-            continue;
-        const auto [from, to] = partBetween(piece, topY, bottomY);
-        const bool isContinued = isOpen && from <= 0;
-        isOpen = false;
-        for (double period = std::floor((before + from * length) / ends.last());
-             from <= to && period * ends.last() - before < to * length; ++period) {
-            for (int k = 0; k + 1 < ends.size(); k += 2) {
-                const double start = period * ends.last() + (k > 0 ? ends.at(k - 1) : 0) - before;
-                const double end = period * ends.last() + ends.at(k) - before;
-                if (end <= from * length || start >= to * length)
-                    continue;
-                if (start >= 0 || !isContinued)
-                    path.moveTo(piece.pointAt(std::max(start, 0.0) / length));
-                path.lineTo(end < length ? piece.pointAt(end / length) : piece.p2());
-                isOpen = end > length;
-            }
-        }
-        before += length;
-    }
-    return path;
-}
-
 // Length of the reduced line from the start of its unbroken piece to a sample that is the last of its row. The first
 // call under a key measures the whole line.
 double CurveLine::lengthBefore(int sample, double perPixel) const
@@ -199,9 +189,17 @@ double CurveLine::lengthBefore(int sample, double perPixel) const
         QPointF point;
         return placer.place(m_samples, i, point) == SamplePlacer::Drawn;
     };
-    const auto lengthAt = [&](int to, int from, double length) {
-        const QPainterPath line = reducedPath(m_samples, placer, {from, to + 1}, perPixel);
-        return isDrawn(to) ? lengthOf(line, isDrawn(from) ? length : 0) : 0;
+    const auto lengthAt = [&](int to, int from, double before) {
+        QPointF last;
+        double length = isDrawn(from) ? before : 0;
+        bool isOpen = false;
+        forReducedLine(m_samples, placer, {from, to + 1}, perPixel, [&](const QPointF &point, bool isFirst) {
+            if (isOpen)
+                length = isFirst ? 0 : length + QLineF(last, point).length();
+            last = point;
+            isOpen = true;
+        });
+        return isDrawn(to) ? length : 0;
     };
     if (m_lengths.isEmpty() || m_lengthsPerPixel != perPixel) {
         const auto rowOf = [&](int i) { return static_cast<qint64>(placer.y(m_samples, i) * perPixel); };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "logview/geometry/curvepath.h"
+#include "logview/geometry/sampleplacer.h"
 #include "logview/geometry/strokerows.h"
 
 #include <QMap>
@@ -32,8 +32,6 @@ public:
 private:
     void paintRows(QPainter &painter, const QPen &pen, int topRow, int bottomRow) const;
     void strokePath(QPainter &painter, const QPen &pen, double topY, double bottomY) const;
-    QPainterPath dashes(const QPen &pen, const QPainterPath &line, double lengthBefore, double topY,
-                        double bottomY) const;
     double lengthBefore(int sample, double perPixel) const;
 
     CurveSamples m_samples;

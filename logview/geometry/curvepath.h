@@ -1,130 +1,83 @@
 #pragma once
 
-#include "logview/geometry/curvesamples.h"
-#include "logview/geometry/depthaxis.h"
-#include "logview/geometry/valuescale.h"
+#include "logview/geometry/sampleplacer.h"
+#include "logview/geometry/valuescan.h"
 
 #include <QPainterPath>
-#include <QPointF>
 #include <QRectF>
 
-#include <algorithm>
-#include <cmath>
-#include <limits>
-#include <utility>
+#include <vector>
 
-QT_BEGIN_NAMESPACE
-class QPainter;
-QT_END_NAMESPACE
-
+/// The line of a log, reduced to what rows of the device show: of the samples that follow one another in one row the first, the
+/// smallest, the largest and the last in x, in their order; where there are four or fewer all of them. Breaks are kept. Depths that
+/// are not in order are not reduced.
 namespace logview {
 
-/// Everything the geometry of a curve depends on. Caches hold it and are valid as long as it compares equal.
-struct CurveKey
+/// Of points of one row leaves those that show.
+void keepShown(std::vector<QPointF> &row);
+/// Finds the points that show of the samples [first, end) of one row without placing each. False, and none, where the line breaks.
+bool findShown(std::vector<QPointF> &row, const CurveSamples &samples, const SamplePlacer &placer, int first,
+               int end);
+
+/// Calls use(point, isFirst) for each point of the reduced line of the samples [first, second); isFirst where an unbroken piece
+/// begins. Where the first and the last sample are the last ones of their rows it is a part of the line of all samples.
+template<class Use>
+void forReducedLine(const CurveSamples &samples, const SamplePlacer &placer, std::pair<int, int> range,
+                    double rowsPerPixel, const Use &use)
 {
-    DepthAxis axis;
-    DepthReference reference;
-    ValueScale scale;
-    quint64 revision = 0; ///< of the samples
-};
-CurveKey curveKey(const CurveSamples &samples, const DepthAxis &axis, const DepthReference &reference,
-                  const ValueScale &scale);
-bool operator==(const CurveKey &a, const CurveKey &b);
-inline bool operator!=(const CurveKey &a, const CurveKey &b)
-{
-    return !(a == b);
+    constexpr int many = 12; // samples in a row, for which they are not placed one by one
+    constexpr qint64 none = -1;
+    countReadSamples(range);
+    const bool isInOrder = samples.order() != DepthOrder::Unsorted;
+    const auto rowOf = [&](double y) { return static_cast<qint64>(y * rowsPerPixel); };
+    std::vector<QPointF> row; // what may show of the row that is looked at
+    qint64 number = none; // of that row
+    int begin = range.first; // the first of its samples
+    int perRow = 0; // samples of the row before
+    bool isFirst = true;
+    const auto finishRow = [&] {
+        keepShown(row);
+        for (const QPointF &point : row) {
+            use(point, isFirst);
+            isFirst = false;
+        }
+        row.clear();
+    };
+    for (int i = range.first; i < range.second; ++i) {
+        QPointF point;
+        const SamplePlacer::Place place = placer.place(samples, i, point);
+        if (place == SamplePlacer::Skipped)
+            continue;
+        const qint64 next = place == SamplePlacer::Break ? none : rowOf(point.y());
+        if (next != number || !isInOrder) {
+            finishRow();
+            perRow = i - begin;
+            begin = i;
+        }
+        number = next;
+        if (place == SamplePlacer::Break) {
+            isFirst = true;
+            continue;
+        }
+        if (i == begin && isInOrder && perRow >= many) {
+            const int end =
+                firstAround(i, i + perRow, range.second, [&](int k) { return rowOf(placer.y(samples, k)) == next; });
+            if (end - i >= many && findShown(row, samples, placer, i, end)) {
+                i = end - 1;
+                continue;
+            }
+        }
+        row.push_back(point);
+    }
+    finishRow();
 }
 
-/// The part of a track that a paint shows, in pixels of the display; all of it unless said otherwise.
-struct ShownRows
-{
-    double top = -std::numeric_limits<double>::infinity();
-    double bottom = std::numeric_limits<double>::infinity();
-    /// Rows of the device in one pixel of the display: 1 on the screen, a printer's resolution / 96 on paper.
-    double perPixel = 1;
-
-    /// From a row's top to a row's bottom.
-    ShownRows wholeRows() const;
-};
-/// How many rows of the painter's device a pixel of the display takes; at least 1.
-double rowsPerPixel(const QPainter &painter);
-
-/// Places samples in their track; the rules of every curve and fill.
-class SamplePlacer
-{
-public:
-    explicit SamplePlacer(const CurveKey &key);
-
-    enum Place { Drawn, Skipped, Break };
-    /// Skipped: outside the depth range (or a depth that is no number); the path goes on past it. Break: a null
-    /// value, no number, or outside a logarithmic track.
-    Place place(const CurveSamples &samples, int i, QPointF &point) const
-    {
-        const float depth = m_key.reference.toDisplay(samples.depthM(i));
-        if (!m_isDrawable || !(depth >= m_key.axis.start) || !(depth <= m_key.axis.end))
-            return Skipped;
-        const double value = samples.value(i);
-        if (value == nullSampleValue)
-            return Break;
-        const double x = m_value.toPixel(value);
-        if (std::isnan(x))
-            return Break;
-        // A depth of the range is in the track; rounding must not put one at its end below it.
-        point = QPointF(x, clampedY(depth));
-        return Drawn;
-    }
-    /// y of a sample that is Drawn or breaks the line.
-    double y(const CurveSamples &samples, int i) const
-    {
-        return clampedY(m_key.reference.toDisplay(samples.depthM(i)));
-    }
-    /// How far below a row some samples stand which it draws, in 64ths of a pixel, rounded down; none stands above.
-    void toSteps(const CurveSamples &samples, int first, int count, int row, int *steps) const;
-    /// x of a value; NaN where the line breaks.
-    double x(double value) const { return m_value.toPixel(value); }
-    /// Whether x grows, or falls, with the value.
-    bool isLinear() const { return !m_key.scale.isLogarithmic; }
-    double width() const { return static_cast<double>(m_key.scale.width); }
-    /// The samples that may be Drawn: [first, second). By binary search for depths in order, else all.
-    std::pair<int, int> range(const CurveSamples &samples) const;
-    /// Of these, the samples between two pixel positions and one more on both sides; all of them where depths are not
-    /// in order.
-    std::pair<int, int> range(const CurveSamples &samples, const ShownRows &rows) const;
-
-private:
-    int likelyAt(const CurveSamples &samples, double y) const;
-    double clampedY(float depth) const
-    {
-        const double y = yOf(depth);
-        const double above = y < m_height ? y : m_height;
-        return above > 0 ? above : 0;
-    }
-    double yOf(float depth) const { return (static_cast<double>(depth) - m_start) * m_height / m_extent; }
-
-    CurveKey m_key;
-    double m_start = 0;
-    double m_extent = 1;
-    double m_height = 0;
-    bool m_isDrawable = false;
-    ValuePlacer m_value;
-};
-
-/// The path of the samples of some rows, and of one more on both sides, reduced to what rows of the device show: of
-/// the samples that follow one another in one row the first, the smallest, the largest and the last in x, in their
-/// order; where there are four or fewer all of them. Breaks are kept. Depths that are not in order are not reduced, and
-/// give the path of the whole depth range.
+/// The reduced line of the samples of some rows, and of one more on both sides, as a path. Of depths that are not in order that of the
+/// whole depth range.
 QPainterPath reducedPath(const CurveSamples &samples, const CurveKey &key, const ShownRows &rows = {});
-/// The same of the samples [first, second). Where the first of them is the last of its row, or the last one is, the path is a part
-/// of that of all samples.
-QPainterPath reducedPath(const CurveSamples &samples, const SamplePlacer &placer, std::pair<int, int> range,
-                         double rowsPerPixel);
 
 /// Whether the line of the samples comes into \a area, from the samples between its top and bottom: picking. Widen the
 /// area by what the pointer may miss.
 bool passes(const CurveSamples &samples, const CurveKey &key, const QRectF &area);
-
-/// How many samples the process has read so far for drawing and picking: for tests that only what shows costs.
-qint64 readSampleCount();
-void countReadSamples(std::pair<int, int> range);
 
 } // namespace logview

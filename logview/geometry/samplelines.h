@@ -1,6 +1,6 @@
 #pragma once
 
-#include "logview/geometry/curvepath.h"
+#include "logview/geometry/sampleplacer.h"
 #include "logview/geometry/stepscan.h"
 #include "logview/geometry/thinpen.h"
 

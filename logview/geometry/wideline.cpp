@@ -1,4 +1,5 @@
 #include "base/vectorregisters.h"
+#include "logview/geometry/curvepath.h"
 #include "logview/geometry/linepixels.h"
 
 #include <algorithm>
@@ -87,15 +88,21 @@ void drawWideLine(PixelRows &pixels, const CurveSamples &samples, const CurveKey
     const double rowsPerPixel = penWidth < 2 ? 4 : 2;
     const double radius = penWidth / 2;
     const SamplePlacer placer(key);
-    const QPainterPath line = reducedPath(samples, placer, placer.range(samples, rows), rowsPerPixel);
-    const auto pointOf = [&](int i) { return QPointF(line.elementAt(i)) - QPointF(0, topY); };
-    for (int i = 1; i < line.elementCount(); ++i) {
-        if (line.elementAt(i).isMoveTo() || isSet(pixels, pointOf(i - 1), pointOf(i), radius))
-            continue;
-        if (line.elementAt(i - 1).isMoveTo())
-            setLine(pixels, pointOf(i - 1), pointOf(i - 1), radius);
-        setLine(pixels, pointOf(i - 1), pointOf(i), radius);
-    }
+    QPointF from;
+    bool isFirst = false; // whether a piece begins there, which has no disc yet
+    forReducedLine(samples, placer, placer.range(samples, rows), rowsPerPixel,
+                   [&](const QPointF &point, bool begins) {
+                       const QPointF to(point.x(), point.y() - topY);
+                       if (!begins && to == from)
+                           return; // as a path leaves it out
+                       if (!begins && !isSet(pixels, from, to, radius)) {
+                           if (isFirst)
+                               setLine(pixels, from, from, radius);
+                           setLine(pixels, from, to, radius);
+                       }
+                       isFirst = begins;
+                       from = to;
+                   });
 }
 
 } // namespace logview

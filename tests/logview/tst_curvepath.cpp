@@ -1,6 +1,7 @@
 #include "logshapes.h"
 
 #include "logview/geometry/curveline.h"
+#include "logview/geometry/curvepath.h"
 
 #include <QTest>
 

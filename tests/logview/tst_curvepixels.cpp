@@ -1,6 +1,7 @@
 #include "logshapes.h"
 
 #include "logview/geometry/curveline.h"
+#include "logview/geometry/curvepath.h"
 
 #include <QTest>
 
@@ -77,6 +78,7 @@ private slots:
     void aPartialPaintIsAPartOfTheWhole_data() { everyShape(); }
     void aPartialPaintIsAPartOfTheWhole();
     void dashesKeepTheirPlaces();
+    void aPointThatIsThereTwiceIsNoLine();
     void dashesFollowThePattern();
     void dashesOfLongLinesAreThoseInView();
     void gapsOfDashedLinesStayOpen();
@@ -297,6 +299,28 @@ void tst_curvepixels::dashesKeepTheirPlaces()
             }
         }
     }
+}
+
+// As the painter paints no path of one point.
+void tst_curvepixels::aPointThatIsThereTwiceIsNoLine()
+{
+    const Scene scene = sceneOf(0, 1000, 600, false, false);
+    QVector<float> depths(100, 500);
+    QVector<float> values(100, nullSampleValue);
+    for (int i = 0; i < 49; ++i)
+        depths[i] = static_cast<float>(10 * i);
+    for (int i = 51; i < 100; ++i)
+        depths[i] = static_cast<float>(10 * i);
+    values[49] = values[50] = 75;
+    const CurveSamples samples(depths, values);
+    CurveLine line;
+    line.update(samples, curveKey(samples, scene.axis, scene.reference, scene.scale));
+    const auto painted = [&](int penWidth) {
+        return logshapes::paintedPixels(logshapes::picture(
+            {200, 600}, 0, [&](QPainter &painter) { line.paint(painter, solidPen(penWidth), 0, 600); }));
+    };
+    QCOMPARE(painted(1), 0);
+    QCOMPARE(painted(4), 0);
 }
 
 void tst_curvepixels::dashesFollowThePattern()
