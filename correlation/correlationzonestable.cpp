@@ -7,8 +7,10 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPixmap>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 
 namespace {
 
@@ -25,6 +27,26 @@ void selectText(QLineEdit *edit)
     edit->setSelection(edit->text().size(), -edit->text().size());
 }
 
+/// A colour fills its cell: a frame tells that the keyboard is there.
+class ColorDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::paint(painter, option, index);
+        if (!(option.state & QStyle::State_HasFocus))
+            return;
+        constexpr int frame = 2;
+        painter->save();
+        painter->setPen(
+            QPen(option.palette.color(QPalette::Highlight), frame, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        painter->drawRect(option.rect.adjusted(frame / 2, frame / 2, -frame / 2, -frame / 2));
+        painter->restore();
+    }
+};
+
 bool isFromWindow(Qt::FocusReason reason)
 {
     return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
@@ -40,6 +62,7 @@ CorrelationZonesTable::CorrelationZonesTable(QWidget *parent)
                                QStringLiteral("End Depth"), QStringLiteral("Color"), QStringLiteral("Visibility")});
     for (const int column : {nameColumn, startColumn, endColumn})
         horizontalHeader()->setSectionResizeMode(column, QHeaderView::Stretch);
+    setItemDelegateForColumn(colorColumn, new ColorDelegate(this));
     connect(this, &QTableWidget::itemChanged, this, &CorrelationZonesTable::edited);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column) {
         if (column == colorColumn)

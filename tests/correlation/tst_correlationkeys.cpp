@@ -184,6 +184,25 @@ private slots:
         QCOMPARE(end->lineEdit()->cursorPosition(), 0);
     }
 
+    void theColourWithTheKeyboardHasAFrame()
+    {
+        QTableWidget *zones = m->table("zonesTable");
+        const QColor color(0x11, 0x22, 0x33);
+        const QRect cell = zones->visualRect(zones->model()->index(0, 3));
+        const auto cornerAndMiddle = [&] {
+            const QImage cells = zones->viewport()->grab().toImage();
+            return qMakePair(cells.pixelColor(cell.right() - 1, cell.center().y()), cells.pixelColor(cell.center()));
+        };
+        zones->setCurrentCell(0, 3);
+        KeysFixture::find<QLineEdit>(m->dialog.get(), "nameEdit")->setFocus();
+        QCOMPARE(cornerAndMiddle().second, color);
+        const QColor edge = cornerAndMiddle().first;
+        zones->setFocus();
+        QVERIFY(cornerAndMiddle().first != edge);
+        QCOMPARE(cornerAndMiddle().first, zones->palette().color(QPalette::Highlight));
+        QCOMPARE(cornerAndMiddle().second, color);
+    }
+
     void spaceChoosesTheColour()
     {
         QTableWidget *zones = m->table("zonesTable");
