@@ -9,6 +9,7 @@
 CellEdit::CellEdit(const QValidator *validator, int row, int column)
 {
     setFrame(false);
+    setFocusPolicy(Qt::ClickFocus); // Tab walks as the table says
     setValidator(validator);
     setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     setProperty(base::rowProperty, row);

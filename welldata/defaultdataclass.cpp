@@ -3,6 +3,7 @@
 #include "base/asker.h"
 #include "base/cellcombobox.h"
 #include "base/cellproperties.h"
+#include "base/tabbedtable.h"
 #include "base/waitcursor.h"
 #include "datastore/curvegroupassignment.h"
 #include "datastore/projectdata.h"
@@ -45,7 +46,7 @@ DefaultDataClass::DefaultDataClass(ProjectData &projectData, QWidget *parent)
 
 void DefaultDataClass::build()
 {
-    m_table = new QTableWidget(0, 3);
+    m_table = new base::TabbedTable(0, 3);
     m_table->setObjectName(QStringLiteral("defaultTable"));
     m_table->setHorizontalHeaderLabels(
         {QStringLiteral("Curve Name"), QStringLiteral("Group Name"), QStringLiteral("Default")});
@@ -140,6 +141,7 @@ void DefaultDataClass::addRow(int row, const QString &logName, const QString &gr
     m_table->setItem(row, NameColumn, new QTableWidgetItem(logName));
     auto *box = new base::CellComboBox(m_groups, m_table);
     auto *check = new QCheckBox;
+    check->setFocusPolicy(Qt::ClickFocus);
     const auto mark = [&](QWidget *widget, int column) {
         widget->setProperty(base::rowProperty, row);
         widget->setProperty(base::columnProperty, column);

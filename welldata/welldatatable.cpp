@@ -45,7 +45,7 @@ void markNumber(CellEdit *edit, bool isProblem)
 } // namespace
 
 WellDataTable::WellDataTable(const QVector<welldata::TableColumn> &columns, QWidget *parent)
-    : QTableWidget(0, columns.size(), parent)
+    : TabbedTable(0, columns.size(), parent)
     , m_columns(columns)
     , m_validator(new base::NumberValidator(this))
     , m_choices(new QStringListModel(this))

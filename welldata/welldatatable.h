@@ -1,9 +1,9 @@
 #pragma once
 
+#include "base/tabbedtable.h"
 #include "welldata/tablerow.h"
 
 #include <QPointer>
-#include <QTableWidget>
 
 #include <functional>
 
@@ -19,7 +19,7 @@ class CellEdit;
 /// The table of the three editors of well data. Its rows are plain data; items and widgets stand only in the first rows
 /// and in those that have come into view, so that a table of 10,000 rows costs no more than its rows. Editing rewrites
 /// cells and never the table.
-class WellDataTable : public QTableWidget
+class WellDataTable : public base::TabbedTable
 {
     Q_OBJECT
 

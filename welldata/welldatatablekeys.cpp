@@ -45,11 +45,15 @@ void WellDataTable::goTo(int row, int column)
     }
 }
 
-// Where a key leads from a cell. True for a key that walks, also where the table ends.
+// Where a key leads from a cell; Tab also out of the table. True for a key that walks, also where the table ends.
 bool WellDataTable::walk(int row, int column, int key)
 {
+    const bool isFirst = row == 0 && column == 0;
+    const bool isLast = row == rowCount() - 1 && column == columnCount() - 1;
     if (isEnter(key))
         goTo(row + 1, column);
+    else if ((key == Qt::Key_Tab && isLast) || (key == Qt::Key_Backtab && isFirst))
+        leave(key == Qt::Key_Tab);
     else if (key == Qt::Key_Tab)
         goTo(column + 1 < columnCount() ? row : row + 1, (column + 1) % columnCount());
     else if (key == Qt::Key_Backtab)

@@ -6,6 +6,7 @@
 #include "tests/welldata/welldatafixture.h"
 #include "welldata/defaultdata.h"
 
+#include <QApplication>
 #include <QSignalSpy>
 #include <QTableWidget>
 
@@ -47,6 +48,19 @@ private slots:
     {
         QVERIFY(table()->horizontalHeaderItem(0));
         QCOMPARE(table()->horizontalHeaderItem(2)->text(), QString("Default"));
+    }
+    void tabGoesThroughTheRowsToUpdate()
+    {
+        m->select("W-1");
+        table()->setFocus(Qt::TabFocusReason);
+        for (int cell = 0; cell < 9; ++cell) {
+            QCOMPARE(qMakePair(table()->currentRow(), table()->currentColumn()), qMakePair(cell / 3, cell % 3));
+            QVERIFY(table() == QApplication::focusWidget() || table()->isAncestorOf(QApplication::focusWidget()));
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        }
+        QCOMPARE(QApplication::focusWidget(), static_cast<QWidget *>(update()));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab);
+        QCOMPARE(QApplication::focusWidget(), table()->cellWidget(2, 2));
     }
     void everyLogHasARow()
     {

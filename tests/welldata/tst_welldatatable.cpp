@@ -45,6 +45,42 @@ private slots:
         key(Qt::Key_Backtab);
         QCOMPARE(at(), qMakePair(0, 4));
     }
+    void tabLeavesTheTableAtItsEnds()
+    {
+        const QPair<int, int> last(table()->rowCount() - 1, table()->columnCount() - 1);
+        for (const bool isInCell : {false, true}) { // the keyboard in the table itself, and in the line of a number
+            table()->setFocus();
+            table()->setCurrentCell(isInCell ? 0 : last.first, isInCell ? 1 : last.second);
+            if (isInCell) {
+                F::edit(m->markers(), 0, 1)->setFocus();
+                key(Qt::Key_Backtab);
+                key(Qt::Key_Backtab);
+            } else {
+                key(Qt::Key_Tab);
+            }
+            const QWidget *outside = QApplication::focusWidget();
+            QVERIFY(outside && outside != table() && !table()->isAncestorOf(outside));
+            key(isInCell ? Qt::Key_Tab : Qt::Key_Backtab); // and back, to the end that is next
+            QCOMPARE(at(), isInCell ? qMakePair(0, 0) : last);
+            QVERIFY(table()->hasFocus());
+        }
+    }
+    // Every widget of the page is reached once, also with many lines of numbers in the table.
+    void tabComesToTheButtons()
+    {
+        auto *update = F::find<QPushButton>(m->markers(), "updateButton");
+        table()->setFocus();
+        table()->setCurrentCell(0, 0);
+        F::edit(m->markers(), 0, 1)->setText("12"); // "Update" is there with a change
+        QVERIFY(update->isEnabled());
+        int steps = 0;
+        for (; steps < 40 && QApplication::focusWidget() != update; ++steps)
+            key(Qt::Key_Tab);
+        QVERIFY2(steps < 40, "not reached");
+        key(Qt::Key_Tab);
+        const QWidget *behind = QApplication::focusWidget();
+        QVERIFY(behind && !table()->isAncestorOf(behind));
+    }
     void enterAndTheArrowsGoDownAndUp()
     {
         F::edit(m->markers(), 0, 1)->setFocus();
