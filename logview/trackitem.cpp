@@ -70,6 +70,7 @@ void TrackItem::setTrackType(int trackType)
     m_definition.type = trackType;
     changeGeometry();
     emit resized(); // a depth track has one header
+    emit typeChosen();
 }
 
 void TrackItem::setStartDepth(float depth)

@@ -89,6 +89,8 @@ signals:
     void resized();
     /// A curve was removed.
     void curvesChanged();
+    /// The user chose a type, be it the one that the track had.
+    void typeChosen();
     /// The mouse hovers over the track.
     void hovered(const QString &readout);
 

@@ -105,6 +105,17 @@ QStringList WellDisplayData::groupsWithoutLog(const TrackInfo &resolvedTrack)
     return groups;
 }
 
+QStringList WellDisplayData::curvesOffScale(const TrackInfo &resolvedTrack)
+{
+    QStringList curves;
+    if (resolvedTrack.type != LogarithmicTrack)
+        return curves;
+    for (const TemplateCurveInfo &curve : resolvedTrack.curves)
+        if (curve.curve != defaultCurveName() && !(curve.minimum > 0 && curve.maximum > curve.minimum))
+            curves.append(curve.curve);
+    return curves;
+}
+
 QString WellDisplayData::defaultLog(const QString &groupName)
 {
     if (!m_hasDefaultLogs)

@@ -51,6 +51,10 @@ public:
     /// The groups of the lines of a resolved track that stayed "Default"; none of a depth track.
     static QStringList groupsWithoutLog(const TrackInfo &resolvedTrack);
 
+    /// The curves of a resolved track that a logarithmic scale cannot place: left value not above 0, or right value not
+    /// above the left one.
+    static QStringList curvesOffScale(const TrackInfo &resolvedTrack);
+
     /// Widths in pixels with which tracks begin: depth tracks half an inch, all others two inches of the screen on
     /// which the launch took place.
     double initialTrackWidth(int trackType) const

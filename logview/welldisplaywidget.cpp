@@ -47,6 +47,14 @@ QString emptyDisplayText(const Project &project, const QString &templateName)
     return QStringLiteral("The template \"%1\" has no tracks.").arg(templateName);
 }
 
+QString offScaleText(const QStringList &curves)
+{
+    return QStringLiteral(
+               "Not drawn: %1. On a logarithmic track the left value has to be above 0, and the right one above "
+               "the left one.")
+        .arg(curves.join(QStringLiteral(", ")));
+}
+
 QString emptyRangeText()
 {
     return QStringLiteral("Nothing can be drawn: the start depth is not above the end depth.");
@@ -154,29 +162,49 @@ QVector<TrackItem *> WellDisplayWidget::makeTracks(const QString &templateName,
     if (well->initialTrackWidth(LinearTrack) <= 0)
         well->setDotsPerInch(logicalDpiX());
     QVector<TrackItem *> tracks;
-    QStringList withoutLog;
     m_usesDefaultLogs = false;
     for (const TrackInfo &definition : loadTemplate(m_data.project, templateName, m_wellName)) {
         const TrackInfo resolved = well->resolved(definition);
         m_usesDefaultLogs = m_usesDefaultLogs
             || std::any_of(definition.curves.begin(), definition.curves.end(),
                            [](const TemplateCurveInfo &curve) { return curve.curve == defaultCurveName(); });
-        withoutLog += WellDisplayData::groupsWithoutLog(resolved);
         auto *track = new TrackItem(resolved, well, well->totalDepthM());
         track->setPerforationsShown(true);
         connect(track, &TrackItem::hovered, this, &WellDisplayWidget::setStatusLabel);
+        connect(track, &TrackItem::typeChosen, this, [this, track] {
+            const QStringList curves = WellDisplayData::curvesOffScale(track->definition());
+            setStatusLabel(curves.isEmpty() ? QString() : offScaleText(curves));
+        });
         tracks.append(track);
     }
     m_unreadLogs = well->unreadLogs();
     if (tracks.isEmpty())
         setStatusLabel(emptyDisplayText(m_data.project, templateName));
-    withoutLog.removeDuplicates();
-    if (!withoutLog.isEmpty() && well->isWithoutLogs())
-        setStatusLabel(QStringLiteral("The well %1 has no logs.").arg(m_wellName));
-    else if (!withoutLog.isEmpty())
-        setStatusLabel(QStringLiteral("No default log for %1 in %2: see Well Data Manager")
-                           .arg(withoutLog.join(QStringLiteral(", ")), m_wellName));
+    else
+        tellNotDrawn(tracks, well->isWithoutLogs());
     return tracks;
+}
+
+void WellDisplayWidget::tellNotDrawn(const QVector<TrackItem *> &tracks, bool isWithoutLogs)
+{
+    QStringList withoutLog;
+    QStringList offScale;
+    for (const TrackItem *track : tracks) {
+        withoutLog += WellDisplayData::groupsWithoutLog(track->definition());
+        offScale += WellDisplayData::curvesOffScale(track->definition());
+    }
+    withoutLog.removeDuplicates();
+    offScale.removeDuplicates();
+    QStringList told;
+    if (!withoutLog.isEmpty() && isWithoutLogs)
+        told.append(QStringLiteral("The well %1 has no logs.").arg(m_wellName));
+    else if (!withoutLog.isEmpty())
+        told.append(QStringLiteral("No default log for %1 in %2: see Well Data Manager")
+                        .arg(withoutLog.join(QStringLiteral(", ")), m_wellName));
+    if (!offScale.isEmpty())
+        told.append(offScaleText(offScale));
+    if (!told.isEmpty())
+        setStatusLabel(told.join(QStringLiteral(" | ")));
 }
 
 void WellDisplayWidget::reloadDefaultLogs(const QString &templateName)

@@ -106,6 +106,7 @@ private:
     void openAtFirstSample();
     void saveMarker(MarkerItem *marker);
     void readMarkers();
+    void tellNotDrawn(const QVector<TrackItem *> &tracks, bool isWithoutLogs);
     void tellOutside();
     void tellEmptyRange();
 

@@ -420,6 +420,9 @@ void WellContents::importTops()
                      .arg(firstOf(merge.repeated));
     if (!merge.outside.isEmpty())
         found += QStringLiteral("\nBelow the total depth and so left out: %1.").arg(firstOf(merge.outside));
+    if (!file.unit && merge.outside.size() == tops.size())
+        found += QStringLiteral("\nThe file tells no unit of its depths; a title like \"MD (%1)\" would.")
+                     .arg(unit == survey::DepthUnit::Foot ? QLatin1String("m") : QLatin1String("ft"));
     if (const int leftOut = survey::leftOutOf(file, {wellInFile}); leftOut > 0)
         found += QStringLiteral("\nLines without a name or a depth are left out: %1.").arg(leftOut);
     if (!merge.changesAnything()) {

@@ -73,6 +73,7 @@ private slots:
     void depthsUnderAZoneAreLegible();
     void missingLogs();
     void missingDefaultLogs();
+    void curvesOffALogarithmicScale();
     void namesWithMarkup();
     void longNamesWidenNoPanel();
 };
@@ -374,6 +375,32 @@ void tst_displaytexts::missingDefaultLogs()
     unread.well().isUnreadable = true;
     unread.show();
     QVERIFY(!unread.statusText().contains(QLatin1String("has no logs")));
+}
+
+// 0 to 150 is a usual mistake: nothing tells it from a log without samples.
+void tst_displaytexts::curvesOffALogarithmicScale()
+{
+    const QString rule(
+        ". On a logarithmic track the left value has to be above 0, and the right one above the left one.");
+    const auto line = [](const char *name, const char *limits) {
+        return QByteArray("Gamma | ") + name + " | " + limits
+            + " | #000000|0,#ffffff|0,#ffffff|None | None | 0 | 0\n";
+    };
+    TextFixture f;
+    f.addTrack(1,
+               "Logrithmic\n" + line("Zero", "0 | 150") + line("Fine", "0.2 | 2000") + line("Below", "-1 | 150")
+                   + line("Turned", "2000 | 0.2") + line("Equal", "5 | 5") + line("Default", "0 | 1"));
+    f.addTrack(2, "Linear\n" + line("GR", "0 | 150"));
+    f.addTrack(3, "Logrithmic\n" + line("Zero", "0 | 10"));
+    f.show();
+    QCOMPARE(f.statusText(),
+             QString("No default log for Gamma in W: see Well Data Manager | Not drawn: Zero, Below, Turned, Equal")
+                 + rule);
+    TrackItem *linear = f.scene()->tracks().at(1);
+    linear->setTrackType(LogarithmicTrack);
+    QCOMPARE(f.statusText(), QString("Not drawn: GR") + rule);
+    linear->setTrackType(LinearTrack);
+    QCOMPARE(f.statusText(), QString());
 }
 
 void tst_displaytexts::namesWithMarkup()

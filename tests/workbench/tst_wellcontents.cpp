@@ -295,6 +295,18 @@ void TestWellContents::importsTops()
     QCOMPARE(markers(), QStringLiteral("Top@120 Middle@800 Base@1500"));
     QCOMPARE(m_store->markers(m_well.key).value.first().color, QColor(Qt::red));
 
+    files::write(m_chosen.first(), "Name,MD\nA,6000\nB,7000\n"); // feet, to all appearance
+    QTest::mouseClick(button("importTopsButton"), Qt::LeftButton);
+    QCOMPARE(m_asker.boxes.last().text,
+             QStringLiteral("2 tops for the well \"W-1\", depths in metres: 0 new, 0 with another depth.\n"
+                            "Below the total depth and so left out: A, B.\n"
+                            "The file tells no unit of its depths; a title like \"MD (ft)\" would.\n"
+                            "There is nothing to change."));
+    files::write(m_chosen.first(), "Name,MD (m)\nA,6000\n");
+    QTest::mouseClick(button("importTopsButton"), Qt::LeftButton);
+    QVERIFY(!m_asker.boxes.last().text.contains(QLatin1String("no unit")));
+    files::write(m_chosen.first(), "Name,MD\nTop,120\nMiddle,800\nToo deep,2500\n");
+
     // The same again: nothing is asked.
     QTest::mouseClick(button("importTopsButton"), Qt::LeftButton);
     QCOMPARE(m_asker.boxes.last().icon, base::BoxIcon::Information);
