@@ -11,14 +11,10 @@
 namespace {
 
 constexpr int markerNameMargin = 84; // pixels left of the tracks: a name of 80 on one line, and a little air
+constexpr int outlineMargin = 1; // the outline of the first track lies half beside it
 constexpr int headerHeightAlwaysShown = 20 + 4 * 45;
 constexpr int leastLogHeight = 200;
 constexpr int highestLimitedHeaders = 200;
-
-QRectF withMargin(const QRectF &sceneRect)
-{
-    return sceneRect.adjusted(-markerNameMargin, 0, 0, 0);
-}
 
 } // namespace
 
@@ -26,6 +22,7 @@ ViewPair::ViewPair(QGraphicsScene *headerScene, PaperView *logView, QWidget *par
     : QSplitter(Qt::Vertical, parent)
     , m_headerView(new PaperView(headerScene))
     , m_logView(logView)
+    , m_nameMargin(markerNameMargin)
 {
     m_headerView->setObjectName(QStringLiteral("headerView"));
     m_headerView->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -50,6 +47,16 @@ void ViewPair::limitHeaders()
 {
     m_highestHeaders = highestLimitedHeaders;
     fitHeaderHeight();
+}
+
+void ViewPair::leaveOutMarkerNames()
+{
+    m_nameMargin = outlineMargin;
+}
+
+QRectF ViewPair::withMargin(const QRectF &sceneRect) const
+{
+    return sceneRect.adjusted(-m_nameMargin, 0, 0, 0);
 }
 
 void ViewPair::showScenes()

@@ -23,6 +23,9 @@ public:
     /// The headers get 200 pixels at most; without that what they need.
     void limitHeaders();
 
+    /// No room left of the tracks for the names of markers.
+    void leaveOutMarkerNames();
+
     /// Shows both scenes as they are now. The part of the tracks that is looked at stays in sight.
     void showScenes();
 
@@ -30,10 +33,12 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    QRectF withMargin(const QRectF &sceneRect) const;
     void fitHeaderHeight();
     void shareHeight();
 
     PaperView *m_headerView;
     PaperView *m_logView;
     int m_highestHeaders = QWIDGETSIZE_MAX;
+    int m_nameMargin;
 };

@@ -68,6 +68,7 @@ WellTemplatePreview::WellTemplatePreview(ProjectData &projectData, const QString
     setObjectName(QStringLiteral("WellTemplatePreview"));
     m_view->setObjectName(QStringLiteral("previewView"));
     m_views->limitHeaders();
+    m_views->leaveOutMarkerNames();
     auto *label = new QLabel(QStringLiteral("Preview, depth (m) :"));
     label->setBuddy(m_from);
     auto *window = new QHBoxLayout;

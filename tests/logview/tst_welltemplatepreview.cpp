@@ -122,6 +122,18 @@ private slots:
         QCOMPARE(m->host.logReads, 1);
     }
 
+    // It shows no markers, whose names would stand left of the tracks.
+    void theTracksBeginAtTheLeft()
+    {
+        WellTemplatePreview *preview = m->make();
+        preview->showTracks({trackOf("#ff0000")}, 0);
+        preview->show();
+        for (const char *name : {"previewView", "headerView"}) {
+            const auto *view = preview->findChild<QGraphicsView *>(name);
+            QCOMPARE(view->mapFromScene(QPointF(0, 0)).x(), 1);
+        }
+    }
+
     // 200 m in the middle of what the curves show.
     void theWindowIsWhereTheLogsAre()
     {
