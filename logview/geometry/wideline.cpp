@@ -11,24 +11,14 @@ namespace logview {
 
 namespace {
 
-// The rows that have their middle between two positions.
-std::pair<qint64, qint64> rowsBetween(const PixelRows &pixels, double top, double bottom)
+// Whether all pixels between two rows and two positions are set: many lines of dense logs lie in those before.
+bool isSet(const PixelRows &pixels, int first, int last, double left, double right)
 {
-    const double last = pixels.rows();
-    return {static_cast<qint64>(std::ceil(std::clamp(top - 0.5, 0.0, last))),
-            static_cast<qint64>(std::floor(std::clamp(bottom - 0.5, -1.0, last)))};
-}
-
-// Whether all pixels that a line may have are set: many lines of dense logs lie in those before.
-bool isSet(const PixelRows &pixels, const QPointF &from, const QPointF &to, double radius)
-{
-    const auto left = static_cast<qint64>(std::floor(std::min(from.x(), to.x()) - radius));
-    const auto right = static_cast<qint64>(std::ceil(std::max(from.x(), to.x()) + radius));
-    const auto [first, last] =
-        rowsBetween(pixels, std::min(from.y(), to.y()) - radius, std::max(from.y(), to.y()) + radius);
-    for (qint64 row = first; row <= last; ++row) {
+    const auto firstColumn = static_cast<qint64>(std::floor(left));
+    const auto lastColumn = static_cast<qint64>(std::ceil(right));
+    for (int row = first; row <= last; ++row) {
         const auto [firstSet, lastSet] = pixels.runIn(row);
-        if (left < firstSet || right > lastSet)
+        if (firstColumn < firstSet || lastColumn > lastSet)
             return false;
     }
     return true;
@@ -38,6 +28,12 @@ bool isSet(const PixelRows &pixels, const QPointF &from, const QPointF &to, doub
 // each row one run.
 void setLine(PixelRows &pixels, const QPointF &from, const QPointF &to, double radius)
 {
+    // The rows that have their middle between top and bottom.
+    const double end = pixels.rows();
+    const auto first = static_cast<int>(std::ceil(std::clamp(std::min(from.y(), to.y()) - radius - 0.5, 0.0, end)));
+    const auto last = static_cast<int>(std::floor(std::clamp(std::max(from.y(), to.y()) + radius - 0.5, -1.0, end)));
+    if (isSet(pixels, first, last, std::min(from.x(), to.x()) - radius, std::max(from.x(), to.x()) + radius))
+        return;
     const double dx = to.x() - from.x();
     const double dy = to.y() - from.y();
     const double square = dx * dx + dy * dy;
@@ -45,10 +41,8 @@ void setLine(PixelRows &pixels, const QPointF &from, const QPointF &to, double r
     constexpr double infinite = std::numeric_limits<double>::infinity();
     const double perDx = dx != 0 ? 1 / dx : 0;
     const double perDy = dy != 0 ? 1 / dy : 0;
-    const auto [first, last] =
-        rowsBetween(pixels, std::min(from.y(), to.y()) - radius, std::max(from.y(), to.y()) + radius);
-    for (qint64 row = first; row <= last; ++row) {
-        const double y = static_cast<double>(row) + 0.5 - from.y();
+    for (int row = first; row <= last; ++row) {
+        const double y = row + 0.5 - from.y();
         double left = infinite;
         double right = -infinite;
         if (const double rest = radius * radius - (y - dy) * (y - dy); rest >= 0) {
@@ -95,11 +89,10 @@ void drawWideLine(PixelRows &pixels, const CurveSamples &samples, const CurveKey
                        const QPointF to(point.x(), point.y() - topY);
                        if (!begins && to == from)
                            return; // as a path leaves it out
-                       if (!begins && !isSet(pixels, from, to, radius)) {
-                           if (isFirst)
-                               setLine(pixels, from, from, radius);
+                       if (isFirst && !begins)
+                           setLine(pixels, from, from, radius);
+                       if (!begins)
                            setLine(pixels, from, to, radius);
-                       }
                        isFirst = begins;
                        from = to;
                    });
