@@ -3,6 +3,8 @@
 #include "datastore/logcurvedata.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstring>
 
 // Compiled for processors with wider vectors as well; which one is called is decided when the library is loaded.
 #if defined(__x86_64__) && defined(__GLIBC__) && defined(__GNUC__) && !defined(__clang__)
@@ -48,6 +50,42 @@ PART_OF_IT void place(const float *numbers, int count, double low, double span, 
         }
     };
     forBlocks(count, [&](int first, int some) { placeSome(numbers + first, steps + first, some); });
+}
+
+// The logarithm from the exponent and a series for the rest, 2 artanh((m - 1) / (m + 1)), to some 1e-14.
+PART_OF_IT void placeSomeLogarithms(const float *__restrict values, int count, double low, double perDecade,
+                                    int *__restrict steps)
+{
+    constexpr int rootOfHalf = 0x3f3504f3; // the rest is between the roots of 1/2 and of 2
+    constexpr double decadesOfTwo = 0.30102999566398119521;
+    constexpr double decadesOfE = 0.43429448190325182765;
+    constexpr double rounding = 6.1e-8; // of a pixel position to single precision
+    const double spare = 1e-6 + 1e-13 * perDecade;
+    for (int i = 0; i < count; ++i) {
+        int bits = 0;
+        std::memcpy(&bits, values + i, sizeof bits);
+        const int exponent = (bits - rootOfHalf) >> 23;
+        const int restBits = bits - exponent * (1 << 23);
+        float rest = 0;
+        std::memcpy(&rest, &restBits, sizeof rest);
+        const double part = (static_cast<double>(rest) - 1) / (static_cast<double>(rest) + 1);
+        const double square = part * part;
+        double series = 1.0 / 15;
+        series = series * square + 1.0 / 13;
+        series = series * square + 1.0 / 11;
+        series = series * square + 1.0 / 9;
+        series = series * square + 1.0 / 7;
+        series = series * square + 1.0 / 5;
+        series = series * square + 1.0 / 3;
+        series = series * square + 1;
+        const double decades = exponent * decadesOfTwo + 2 * decadesOfE * part * series;
+        const double at = std::abs((decades - low) * perDecade);
+        const double doubt = at * rounding + spare;
+        const int least = static_cast<int>(at - doubt + 1) - 1; // rounded down from -1 on
+        const int most = static_cast<int>(at + doubt);
+        const bool isDecided = least == most && bits >= 1 << 23;
+        steps[i] = isDecided ? most : undecidedStep;
+    }
 }
 
 template<class Number>
@@ -116,6 +154,12 @@ FOR_WIDE_VECTORS void placeValues(const ValueScale &scale, const float *values, 
     const double width = static_cast<double>(scale.width);
     place(values, count, low, std::abs(span), span > 0 ? width : -width, 0, steps,
           [](float value) { return static_cast<double>(value); });
+}
+
+FOR_WIDE_VECTORS void placeLogarithms(double low, double perDecade, const float *values, int count, int *steps)
+{
+    forBlocks(count,
+              [=](int first, int some) { placeSomeLogarithms(values + first, some, low, perDecade, steps + first); });
 }
 
 FOR_WIDE_VECTORS void placeDepths(const DepthAxis &axis, const DepthReference &reference, const float *depthsM,

@@ -11,6 +11,11 @@ namespace logview {
 
 /// Steps of some values on a linear scale, rounded down.
 void placeValues(const ValueScale &scale, const float *values, int count, int *steps);
+/// Steps of some values on a logarithmic scale, whose distance from the first limit counts, rounded down: \a low is the logarithm of
+/// that limit, \a perDecade are the steps of a factor of ten. A value whose step rounding may decide, or that is smaller than a
+/// normal number, gives undecidedStep: it has to be placed by itself.
+void placeLogarithms(double low, double perDecade, const float *values, int count, int *steps);
+constexpr int undecidedStep = -1;
 /// Steps of some depths in metres below a row of their axis, rounded down; none of them stands above it.
 void placeDepths(const DepthAxis &axis, const DepthReference &reference, const float *depthsM, int count, int row,
                  int *steps);

@@ -49,8 +49,12 @@ void ValuePlacer::toSteps(const float *values, int count, int *steps) const
         placeValues(m_scale, values, count, steps);
         return;
     }
+    const bool areTogether = m_scale.isLogarithmic && m_span > 0;
+    if (areTogether)
+        placeLogarithms(m_low, 64 * m_width / m_span, values, count, steps);
     for (int i = 0; i < count; ++i)
-        steps[i] = static_cast<int>(toPixel(static_cast<double>(values[i])) * 64);
+        if (!areTogether || steps[i] == undecidedStep)
+            steps[i] = static_cast<int>(toPixel(static_cast<double>(values[i])) * 64);
 }
 
 double ValuePlacer::toLogarithmicPixel(double value) const

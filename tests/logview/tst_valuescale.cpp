@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <vector>
 
 using namespace logview;
 
@@ -12,12 +13,11 @@ namespace {
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinite = std::numeric_limits<double>::infinity();
 
-template<int count>
-void compareSteps(const float (&values)[count], const ValueScale &scale)
+void compareSteps(const std::vector<float> &values, const ValueScale &scale)
 {
-    int steps[count];
-    ValuePlacer(scale).toSteps(values, count, steps);
-    for (int i = 0; i < count; ++i)
+    std::vector<int> steps(values.size());
+    ValuePlacer(scale).toSteps(values.data(), static_cast<int>(values.size()), steps.data());
+    for (size_t i = 0; i < values.size(); ++i)
         QCOMPARE(steps[i], static_cast<int>(scale.toPixel(static_cast<double>(values[i])) * 64));
 }
 
@@ -56,12 +56,56 @@ private slots:
 
     void manyValuesStandWhereEachDoes()
     {
-        const float values[] = {0, 75, 150, 149.99F, -1, 151, 1e30F, -1e30F, 0.31F, 61.7F, 2, 20, 33.333F, 90};
+        const std::vector<float> values{0,      75,    150,   149.99F, -1, 151,     1e30F,
+                                        -1e30F, 0.31F, 61.7F, 2,       20, 33.333F, 90};
         for (const ValueScale &scale : {ValueScale{false, 0, 150, 200}, ValueScale{false, 150, 0, 200},
                                         ValueScale{false, 0, 150, 33.5F}, ValueScale{false, 75, 75, 200}})
             compareSteps(values, scale);
-        const float positive[] = {0.05F, 0.31F, 2, 20, 33.333F, 61.7F, 90, 200};
+        const std::vector<float> positive{0.05F, 0.31F, 2, 20, 33.333F, 61.7F, 90, 200};
         compareSteps(positive, {true, 0.2F, 200, 400});
+    }
+
+    // Around the steps a last digit decides.
+    void logarithmsStandWhereEachDoes_data()
+    {
+        QTest::addColumn<float>("low");
+        QTest::addColumn<float>("high");
+        QTest::addColumn<float>("width");
+        QTest::newRow("resistivity") << 0.2F << 2000.0F << 200.0F;
+        QTest::newRow("one decade") << 1.0F << 10.0F << 33.5F;
+        QTest::newRow("wide") << 1.0F << 150.0F << 8192.0F;
+        QTest::newRow("narrow limits") << 100.0F << 100.01F << 400.0F;
+        QTest::newRow("all numbers") << 1e-37F << 1e38F << 300.0F;
+        QTest::newRow("small ones") << 1e-44F << 1e-30F << 300.0F;
+    }
+    void logarithmsStandWhereEachDoes()
+    {
+        QFETCH(float, low);
+        QFETCH(float, high);
+        QFETCH(float, width);
+        const ValueScale scale{true, low, high, width};
+        const double start = std::log10(static_cast<double>(low));
+        const double extent = std::log10(static_cast<double>(high)) - start;
+        const int steps = static_cast<int>(width * 64);
+        std::vector<float> values;
+        const auto add = [&](float value) {
+            if (std::isfinite(scale.toPixel(static_cast<double>(value))))
+                values.push_back(value);
+        };
+        for (int step = 0; step <= steps; step += std::max(1, steps / 5000)) {
+            const auto at = static_cast<float>(std::pow(10, start + extent * step / steps));
+            float below = at;
+            float above = at;
+            for (int k = 0; k < 4; ++k) {
+                add(below);
+                add(above);
+                below = std::nextafter(below, 0.0F);
+                above = std::nextafter(above, std::numeric_limits<float>::infinity());
+            }
+            add(static_cast<float>(static_cast<double>(low) * std::pow(10, -extent * step / steps))); // mirrored
+        }
+        QVERIFY(values.size() > 4000);
+        compareSteps(values, scale);
     }
     void logarithmicScalesTurnAtTheirMinimum()
     {
