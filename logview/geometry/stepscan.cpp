@@ -52,7 +52,7 @@ PART_OF_IT void place(const float *numbers, int count, double low, double span, 
     forBlocks(count, [&](int first, int some) { placeSome(numbers + first, steps + first, some); });
 }
 
-// The logarithm from the exponent and a series for the rest, 2 artanh((m - 1) / (m + 1)), to some 1e-14.
+// The logarithm from the exponent and a series for the rest, 2 artanh((m - 1) / (m + 1)), to some 1e-13.
 PART_OF_IT void placeSomeLogarithms(const float *__restrict values, int count, double low, double perDecade,
                                     int *__restrict steps)
 {
@@ -60,7 +60,7 @@ PART_OF_IT void placeSomeLogarithms(const float *__restrict values, int count, d
     constexpr double decadesOfTwo = 0.30102999566398119521;
     constexpr double decadesOfE = 0.43429448190325182765;
     constexpr double rounding = 6.1e-8; // of a pixel position to single precision
-    const double spare = 1e-6 + 1e-13 * perDecade;
+    const double spare = 1e-6 + 1e-12 * perDecade;
     for (int i = 0; i < count; ++i) {
         int bits = 0;
         std::memcpy(&bits, values + i, sizeof bits);
@@ -70,8 +70,7 @@ PART_OF_IT void placeSomeLogarithms(const float *__restrict values, int count, d
         std::memcpy(&rest, &restBits, sizeof rest);
         const double part = (static_cast<double>(rest) - 1) / (static_cast<double>(rest) + 1);
         const double square = part * part;
-        double series = 1.0 / 15;
-        series = series * square + 1.0 / 13;
+        double series = 1.0 / 13;
         series = series * square + 1.0 / 11;
         series = series * square + 1.0 / 9;
         series = series * square + 1.0 / 7;
@@ -81,7 +80,7 @@ PART_OF_IT void placeSomeLogarithms(const float *__restrict values, int count, d
         const double decades = exponent * decadesOfTwo + 2 * decadesOfE * part * series;
         const double at = std::abs((decades - low) * perDecade);
         const double doubt = at * rounding + spare;
-        const int least = static_cast<int>(at - doubt + 1) - 1; // rounded down from -1 on
+        const int least = static_cast<int>(at - doubt);
         const int most = static_cast<int>(at + doubt);
         const bool isDecided = least == most && bits >= 1 << 23;
         steps[i] = isDecided ? most : undecidedStep;
