@@ -3,6 +3,7 @@
 #include "base/numbers.h"
 #include "las/lengthunit.h"
 #include "las/logreader.h"
+#include "survey/nullvalues.h"
 
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -107,9 +108,7 @@ WellProposal Proposer::proposal()
 
 bool Proposer::isNull(double value) const
 {
-    const auto equals = [value](double null) { return std::abs(value - null) < 1e-4; };
-    return (m_nullValue && equals(*m_nullValue)) || equals(-999.25) || equals(-999.0) || equals(-9999.0)
-        || equals(-9999.25) || equals(-99999.0) || equals(-999999.0);
+    return (m_nullValue && std::abs(value - *m_nullValue) < 1e-4) || isUsualNull(value);
 }
 
 std::optional<Quantity> Proposer::quantityOf(const las::HeaderItem &item) const

@@ -36,7 +36,7 @@ QColor colorOf(const QString &name)
 class TopNames
 {
 public:
-    QString of(const QString &name, double depth)
+    QString of(const QString &name, float depth)
     {
         const auto known = m_found.constFind({name, depth});
         if (known != m_found.constEnd())
@@ -52,9 +52,9 @@ public:
     }
 
 private:
-    QHash<QString, double> m_depths; ///< of the names that were given
+    QHash<QString, float> m_depths; ///< of the names that were given
     QHash<QString, int> m_numbers; ///< how many were tried for a name
-    QHash<QPair<QString, double>, QString> m_found; ///< what was given for a name at a depth, or stood in its way
+    QHash<QPair<QString, float>, QString> m_found; ///< what was given for a name at a depth, or stood in its way
 };
 
 int indexOf(const QVector<host::Marker> &markers, const QString &name)
@@ -100,27 +100,33 @@ TopsMerge withTops(const QVector<host::Marker> &markers, const QVector<TopsLine>
         places.insert(markers.at(i).name, i); // of several the first
     TopNames names;
     QSet<QString> repeated;
+    QSet<QString> told;
     for (const TopsLine &top : tops) {
-        const auto depth = static_cast<float>(toMetres(top.depth, unit));
+        const auto depth = static_cast<float>(toMetres(top.depth, top.unit.value_or(unit)));
         if (depth > static_cast<float>(totalDepthM)) {
             merge.outside.append(storedText(top.name));
             continue;
         }
         const QString stored = storedText(top.name);
-        const QString name = names.of(stored, top.depth);
+        const QString name = names.of(stored, depth);
         if (name != stored && !repeated.contains(stored)) {
             repeated.insert(stored);
             merge.repeated.append(stored);
         }
+        if (told.contains(name))
+            continue; // the file says it again
+        told.insert(name);
         const int index = places.value(name, -1);
         if (index < 0) {
-            places.insert(name, merge.markers.size());
             merge.markers.append({name, depth, colorOf(name)});
             ++merge.added;
-        } else if (merge.markers.at(index).depth != depth) {
-            merge.markers[index].depth = depth;
-            ++merge.moved;
+            continue;
         }
+        const auto before = static_cast<double>(merge.markers.at(index).depth);
+        const double moveM = std::abs(static_cast<double>(depth) - before);
+        merge.furthestM = qMax(merge.furthestM, moveM);
+        merge.markers[index].depth = depth;
+        ++(moveM > 0 ? merge.moved : merge.unchanged);
     }
     return merge;
 }

@@ -17,13 +17,15 @@ struct TopsMerge
     QVector<host::Marker> markers;
     int added = 0;
     int moved = 0; ///< markers of the same name with another depth
+    double furthestM = 0; ///< by how much at most
+    int unchanged = 0; ///< markers that stand where the file has them
     QStringList outside; ///< names of tops below the end of the well, which are left out
     QStringList repeated; ///< names that the file has at several depths: the further tops got numbers behind theirs
 
     bool changesAnything() const { return added > 0 || moved > 0; }
 };
 
-/// Markers that no top names stay. Depths of the file are in \a unit. The colour of a new marker comes from its name, so that
+/// Markers that no top names stay. Depths of which the file does not tell the unit are in \a unit. The colour of a new marker comes from its name, so that
 /// a top has the same in all wells.
 TopsMerge withTops(const QVector<host::Marker> &markers, const QVector<TopsLine> &tops, DepthUnit unit,
                    double totalDepthM);

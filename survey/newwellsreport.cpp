@@ -1,5 +1,7 @@
 #include "survey/newwellsreport.h"
 
+#include "survey/reportlines.h"
+
 #include <QDir>
 #include <QFileInfo>
 
@@ -9,23 +11,12 @@ namespace {
 
 constexpr int otherFilesNamed = 20;
 
-QString plural(int count, const char *one, const char *many)
-{
-    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
-}
-
 QString namesOf(const QStringList &paths)
 {
     QStringList names;
     for (const QString &path : paths)
         names.append(QFileInfo(path).fileName());
     return names.join(QStringLiteral(", "));
-}
-
-void addBlock(QStringList *lines, const QString &title, const QStringList &block)
-{
-    if (!block.isEmpty())
-        *lines << QString() << title << block;
 }
 
 QStringList madeLines(const QVector<MadeWell> &wells)
@@ -35,7 +26,7 @@ QStringList madeLines(const QVector<MadeWell> &wells)
         if (!well.error.isEmpty())
             continue;
         lines.append(QStringLiteral("  %1 (%2): %3")
-                         .arg(well.name, namesOf(well.files), plural(well.logCount, "log", "logs")));
+                         .arg(well.name, namesOf(well.files), counted(well.logCount, "log", "logs")));
         for (const QString &notice : well.notices)
             lines.append(QStringLiteral("      ") + notice);
     }
@@ -93,7 +84,7 @@ QString outcomeSentence(const NewWellsOutcome &outcome)
         logs += well.logCount;
     }
     QString text =
-        QStringLiteral("%1 made with %2").arg(plural(made, "well was", "wells were"), plural(logs, "log", "logs"));
+        QStringLiteral("%1 made with %2").arg(counted(made, "well was", "wells were"), counted(logs, "log", "logs"));
     if (failed > 0)
         text += QStringLiteral(", %1 could not be made").arg(failed);
     return text + (outcome.isCancelled ? QStringLiteral("; then it was cancelled.") : QStringLiteral("."));

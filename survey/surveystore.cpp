@@ -91,6 +91,12 @@ host::Outcome<QString> SurveyStore::stem(const QString &key)
 
 host::Outcome<host::WellHeader> SurveyStore::header(const QString &key)
 {
+    const host::Outcome<WellHead> known = head(key);
+    return {known.value.header, known.error};
+}
+
+host::Outcome<WellHead> SurveyStore::head(const QString &key)
+{
     const host::Outcome<QString> wellStem = stem(key);
     if (!wellStem.ok())
         return {{}, wellStem.error};
@@ -98,7 +104,9 @@ host::Outcome<host::WellHeader> SurveyStore::header(const QString &key)
     if (!file.ok())
         return {{}, file.error};
     const host::WellHeader header = file.value.header(m_list.well(key)->name);
-    return {isInFeet() ? host::feetToMetres(header) : header, {}};
+    return {{isInFeet() ? host::feetToMetres(header) : header, file.value.keys.text("Unique Well ID"),
+             trackDepths(file.value)},
+            {}};
 }
 
 host::Outcome<WellProperties> SurveyStore::properties(const QString &key)
@@ -181,6 +189,14 @@ host::Outcome<QVector<host::Marker>> SurveyStore::markers(const QString &key)
     if (!wellStem.ok())
         return {{}, wellStem.error};
     return m_markers.read(wellStem.value, depthUnit(), reporter());
+}
+
+host::Outcome<QVector<host::Marker>> SurveyStore::markers(const QString &key, const WellHead &wellHead)
+{
+    const host::Outcome<QString> wellStem = stem(key);
+    if (!wellStem.ok())
+        return {{}, wellStem.error};
+    return m_markers.read(wellStem.value, depthUnit(), reporter(), wellHead.track);
 }
 
 host::Status SurveyStore::writeMarkers(const QString &key, const QVector<host::Marker> &markers)

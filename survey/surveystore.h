@@ -13,6 +13,14 @@
 
 namespace survey {
 
+/// What the own files of a well tell.
+struct WellHead
+{
+    host::WellHeader header; ///< in metres
+    QString uwi; ///< empty where there is none
+    DepthRange track; ///< measured depths, in the survey's unit
+};
+
 /// The wells of one survey folder on disk, in the host's own format. Reading changes nothing on disk. Every write
 /// begins by locking the wells' folder and reading what is there now, so that another program's changes are kept, and
 /// replaces one file atomically. What another program changed since it was given out here is merged (markers) or makes
@@ -54,6 +62,9 @@ public:
                                                     const QVector<host::Marker> &markers) override;
     void reload(const QString &key) override;
 
+    host::Outcome<WellHead> head(const QString &key);
+    /// The same as markers(), for who has just read the well's head.
+    host::Outcome<QVector<host::Marker>> markers(const QString &key, const WellHead &wellHead);
     host::Outcome<WellProperties> properties(const QString &key);
     /// Makes a well with these logs and gives its key: all of it or nothing. Blanks around its name are not kept. Logs
     /// are in the survey's depth unit, each has a sample and a name of its own. With logs its files are on the disk

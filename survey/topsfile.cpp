@@ -2,6 +2,7 @@
 
 #include "base/numbers.h"
 #include "base/textbytes.h"
+#include "survey/nullvalues.h"
 
 #include <QSet>
 
@@ -12,14 +13,19 @@ namespace survey {
 
 namespace {
 
-QString comparable(const QString &name)
+/// A line of the file as fields.
+struct Row
 {
-    QString letters;
-    for (const QChar c : name.toCaseFolded())
-        if (c.isLetterOrNumber())
-            letters += c;
-    return letters;
-}
+    QStringList fields;
+    int line = 0; ///< index of its text
+};
+
+/// A line that is neither empty nor a comment.
+struct TextLine
+{
+    QString text;
+    int number = 0; ///< in the file, from 1
+};
 
 // A comma that parts no fields may stand before the decimals; "1,234" may mean a thousand too, and is no number.
 std::optional<double> number(QString text)
@@ -40,10 +46,10 @@ bool isOfDigits(const QString &text)
         || (std::any_of(text.begin(), text.end(), isDigit) && std::all_of(text.begin(), text.end(), isOfNumbers));
 }
 
-QChar separatorOf(const QVector<QString> &lines)
+QChar separatorOf(const QVector<TextLine> &lines)
 {
     for (const QChar separator : {QChar(u'\t'), QChar(u';'), QChar(u',')}) {
-        const auto holds = [separator](const QString &line) { return line.contains(separator); };
+        const auto holds = [separator](const TextLine &line) { return line.text.contains(separator); };
         if (std::count_if(lines.begin(), lines.end(), holds) * 2 > lines.size())
             return separator;
     }
@@ -91,7 +97,7 @@ int columnOf(const QStringList &titles, const QStringList &words)
 {
     for (const QString &word : words)
         for (int column = 0; column < titles.size(); ++column)
-            if (comparable(titles.at(column)) == word)
+            if (comparableName(titles.at(column)) == word)
                 return column;
     return -1;
 }
@@ -101,7 +107,7 @@ void findDepth(const QStringList &titles, const QStringList &words, Columns *col
 {
     for (const QString &word : words)
         for (int column = 0; column < titles.size(); ++column) {
-            const QString title = comparable(titles.at(column));
+            const QString title = comparableName(titles.at(column));
             const std::optional<DepthUnit> unit =
                 title.startsWith(word) ? unitOf(title.mid(word.size())) : std::nullopt;
             if (title != word && !unit)
@@ -123,19 +129,20 @@ Columns columnsOfTitles(const QStringList &titles)
 }
 
 // The first column in which most of the lines have a number, and the first in which they have none.
-Columns columnsOfValues(const QVector<QStringList> &rows)
+Columns columnsOfValues(const QVector<Row> &rows)
 {
     Columns columns;
     int width = 0;
-    for (const QStringList &row : rows)
-        width = qMax(width, row.size());
+    for (const Row &row : rows)
+        width = qMax(width, row.fields.size());
     for (int column = 0; column < width; ++column) {
         int numbers = 0;
         int texts = 0;
-        for (const QStringList &row : rows) {
-            const bool isNumber = number(row.value(column)).has_value();
+        for (const Row &row : rows) {
+            const QString field = row.fields.value(column);
+            const bool isNumber = number(field).has_value();
             numbers += isNumber ? 1 : 0;
-            texts += !isNumber && !row.value(column).isEmpty() ? 1 : 0;
+            texts += !isNumber && !field.isEmpty() ? 1 : 0;
         }
         if (numbers > texts && columns.depth < 0)
             columns.depth = column;
@@ -146,45 +153,103 @@ Columns columnsOfValues(const QVector<QStringList> &rows)
 }
 
 // The line below the titles that holds units only.
-void takeUnits(QVector<QStringList> *rows, Columns *columns)
+void takeUnits(QVector<Row> *rows, Columns *columns)
 {
     if (rows->isEmpty() || columns->depth < 0)
         return;
-    const std::optional<DepthUnit> unit = unitOf(comparable(rows->first().value(columns->depth)));
+    const std::optional<DepthUnit> unit = unitOf(comparableName(rows->first().fields.value(columns->depth)));
     if (!unit)
         return;
     columns->unit = unit;
     rows->removeFirst();
 }
 
+QVector<TextLine> textLines(const QByteArray &bytes)
+{
+    QVector<TextLine> lines;
+    int lineNumber = 0;
+    for (const QString &line : base::splitLines(base::decodeText(bytes))) {
+        ++lineNumber;
+        if (!line.trimmed().isEmpty() && !line.trimmed().startsWith(u'#'))
+            lines.append({line, lineNumber});
+    }
+    return lines;
+}
+
+bool isNullText(const QString &text)
+{
+    const std::optional<double> value = number(text);
+    return value && isUsualNull(*value);
+}
+
+// A null value as name stands where a zone ends without another below it.
+QString lineProblem(const TopsLine &line, const QString &depthText, bool needsWell)
+{
+    const std::optional<double> depth = number(depthText);
+    if (needsWell && comparableName(line.well).isEmpty())
+        return QStringLiteral("no well");
+    if (line.name.isEmpty() || isNullText(line.name))
+        return QStringLiteral("no name");
+    if (depthText.isEmpty() || isNullText(depthText))
+        return QStringLiteral("no depth");
+    if (depth)
+        return *depth < 0 ? QStringLiteral("a depth above the kelly bushing") : QString();
+    return isOfDigits(depthText) ? QStringLiteral("a depth that is no clear number")
+                                 : QStringLiteral("a depth that is no number");
+}
+
+// What keeps the whole file from being a table of tops.
+QString fileProblem(const TopsFile &file, const Columns &columns, const QStringList &titles)
+{
+    if (file.lines.isEmpty() && file.leftOut.isEmpty())
+        return QStringLiteral("the file holds no line with a name and a depth.");
+    const QString found =
+        titles.isEmpty() ? QString() : QStringLiteral(" Its columns are %1.").arg(titles.join(QStringLiteral(", ")));
+    if (columns.name < 0)
+        return QStringLiteral("no column holds names of tops.%1 The title of such a column is Formation, Marker, "
+                              "Surface, Zone or Name.")
+            .arg(found);
+    if (columns.depth < 0)
+        return QStringLiteral("no column holds depths.%1 The title of such a column is MD, Depth or Top.").arg(found);
+    return file.lines.isEmpty() ? QStringLiteral("no line has a name and a depth that can be read.") : QString();
+}
+
 QVector<TopsLine> linesOf(const QVector<TopsLine> &all, const QStringList &names)
 {
     QStringList wanted;
     for (const QString &name : names)
-        wanted.append(comparable(name));
+        wanted.append(comparableName(name));
     QVector<TopsLine> lines;
     for (const TopsLine &line : all)
-        if (wanted.contains(comparable(line.well)) && !comparable(line.well).isEmpty())
+        if (wanted.contains(comparableName(line.well)) && !comparableName(line.well).isEmpty())
             lines.append(line);
     return lines;
 }
 
 } // namespace
 
+QString comparableName(const QString &name)
+{
+    QString letters;
+    for (const QChar c : name.toCaseFolded())
+        if (c.isLetterOrNumber())
+            letters += c;
+    return letters;
+}
+
 TopsFile parseTops(const QByteArray &bytes)
 {
     TopsFile file;
-    QVector<QString> lines;
-    for (const QString &line : base::splitLines(base::decodeText(bytes)))
-        if (!line.trimmed().isEmpty() && !line.trimmed().startsWith(u'#'))
-            lines.append(line);
+    const QVector<TextLine> lines = textLines(bytes);
     const QChar separator = separatorOf(lines);
-    QVector<QStringList> rows;
-    for (const QString &line : qAsConst(lines))
-        rows.append(fieldsOf(line, separator));
+    QVector<Row> rows;
+    for (int i = 0; i < lines.size(); ++i)
+        rows.append({fieldsOf(lines.at(i).text, separator), i});
     Columns columns;
-    if (!rows.isEmpty() && std::none_of(rows.first().begin(), rows.first().end(), isOfDigits)) {
-        columns = columnsOfTitles(rows.first());
+    QStringList titles;
+    if (!rows.isEmpty() && std::none_of(rows.first().fields.begin(), rows.first().fields.end(), isOfDigits)) {
+        titles = rows.first().fields;
+        columns = columnsOfTitles(titles);
         rows.removeFirst();
         takeUnits(&rows, &columns);
     }
@@ -195,12 +260,18 @@ TopsFile parseTops(const QByteArray &bytes)
     }
     file.hasWells = columns.well >= 0;
     file.unit = columns.unit;
-    for (const QStringList &row : qAsConst(rows)) {
-        const std::optional<double> depth = number(row.value(columns.depth));
-        const TopsLine line{row.value(columns.well), row.value(columns.name), depth.value_or(0)};
-        const bool isTop = depth && *depth >= 0 && !line.name.isEmpty();
-        (isTop ? file.lines : file.leftOut).append(line);
+    for (const Row &row : qAsConst(rows)) {
+        const QString depthText = row.fields.value(columns.depth);
+        const TextLine &source = lines.at(row.line);
+        TopsLine line{row.fields.value(columns.well), row.fields.value(columns.name), 0, file.unit, source.number};
+        line.problem = lineProblem(line, depthText, file.hasWells);
+        if (line.problem.isEmpty())
+            line.depth = number(depthText).value_or(0);
+        else
+            line.text = source.text;
+        (line.problem.isEmpty() ? file.lines : file.leftOut).append(line);
     }
+    file.problem = fileProblem(file, columns, titles);
     return file;
 }
 

@@ -4,6 +4,7 @@
 #include "base/nestedevents.h"
 #include "las/lastext.h"
 #include "survey/lasfiles.h"
+#include "survey/reportlines.h"
 #include "workbench/droppedfiles.h"
 #include "workbench/newwellsmodel.h"
 #include "workbench/reportdialog.h"
@@ -38,11 +39,6 @@ constexpr int notesLines = 2;
 constexpr int filesReadAtOnce = 20; // so few need no progress bar
 constexpr qint64 msBetweenEvents = 50;
 
-QString plural(int count, const char *one, const char *many)
-{
-    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
-}
-
 QString stateText(const survey::NewWells &wells)
 {
     int existing = 0;
@@ -51,11 +47,11 @@ QString stateText(const survey::NewWells &wells)
         existing += well.state == survey::NewWell::State::Exists ? 1 : 0;
         unreadable += well.state == survey::NewWell::State::Unreadable ? 1 : 0;
     }
-    QStringList parts{plural(wells.chosenCount(), "well to create", "wells to create")};
+    QStringList parts{survey::counted(wells.chosenCount(), "well to create", "wells to create")};
     if (existing > 0)
-        parts.append(plural(existing, "exists already", "exist already"));
+        parts.append(survey::counted(existing, "exists already", "exist already"));
     if (unreadable > 0)
-        parts.append(plural(unreadable, "file cannot be read", "files cannot be read"));
+        parts.append(survey::counted(unreadable, "file cannot be read", "files cannot be read"));
     return parts.join(QStringLiteral(", ")) + QLatin1Char('.');
 }
 
