@@ -211,7 +211,10 @@ QString fileProblem(const TopsFile &file, const Columns &columns, const QStringL
             .arg(found);
     if (columns.depth < 0)
         return QStringLiteral("no column holds depths.%1 The title of such a column is MD, Depth or Top.").arg(found);
-    return file.lines.isEmpty() ? QStringLiteral("no line has a name and a depth that can be read.") : QString();
+    if (!file.lines.isEmpty())
+        return {};
+    return file.hasWells ? QStringLiteral("no line has a well, a name and a depth that can be read.")
+                         : QStringLiteral("no line has a name and a depth that can be read.");
 }
 
 QVector<TopsLine> linesOf(const QVector<TopsLine> &all, const QStringList &names)
@@ -285,9 +288,9 @@ QStringList wellsOf(const TopsFile &file)
     QStringList wells;
     QSet<QString> known{QString()};
     for (const TopsLine &line : file.lines) {
-        if (known.contains(comparable(line.well)))
+        if (known.contains(comparableName(line.well)))
             continue;
-        known.insert(comparable(line.well));
+        known.insert(comparableName(line.well));
         wells.append(line.well);
     }
     return wells;

@@ -3,8 +3,10 @@
 #include "base/asker.h"
 #include "base/numbers.h"
 #include "survey/markeredit.h"
+#include "survey/topsplan.h"
 #include "workbench/statecolors.h"
 #include "workbench/tooltiptext.h"
+#include "workbench/topsdialog.h"
 #include "workbench/windowsettings.h"
 
 #include <QAction>
@@ -32,7 +34,6 @@ constexpr int logsCountedAtOnce = 60;
 constexpr qint64 samplesCountedAtOnce = 4'000'000;
 constexpr int swatchSize = 12;
 constexpr int mostNamesTold = 10;
-const QLatin1String topsFolder("tops");
 
 QString depthText(double metres, survey::DepthUnit unit)
 {
@@ -67,17 +68,17 @@ QString firstOf(const QStringList &names)
         : first;
 }
 
-// A file of one well may call it by its UWI, or by another of its names.
-QString nameInFile(const survey::TopsFile &file, const QString &wellName)
+// A file of one well may call it by another name than those that the survey knows.
+QStringList namesInFile(const survey::TopsFile &file, const QStringList &names)
 {
     const QStringList wells = survey::wellsOf(file);
-    return wells.size() == 1 && survey::topsOf(file, {wellName}).isEmpty() ? wells.first() : wellName;
+    return wells.size() == 1 && survey::topsOf(file, names).isEmpty() ? wells : names;
 }
 
-QString withoutTopsText(const survey::TopsFile &file, const QString &wellName)
+QString withoutTopsText(const survey::TopsFile &file, const QString &fileName, const QString &wellName)
 {
-    if (file.lines.isEmpty())
-        return QStringLiteral("The file holds no line with a name and a depth.");
+    if (!file.problem.isEmpty())
+        return QStringLiteral("%1: %2").arg(fileName, file.problem);
     const QString text = QStringLiteral("The file names no top of the well \"%1\".").arg(wellName);
     const QStringList wells = survey::wellsOf(file);
     return wells.isEmpty() ? text : text + QStringLiteral(" Its wells are: %1.").arg(firstOf(wells));
@@ -392,19 +393,14 @@ void WellContents::deleteMarker(int index)
 void WellContents::importTops()
 {
     const QString title = QStringLiteral("Import tops");
-    const QString path = m_chooser
-                             .chooseFiles(this, title, settings::lastFolder(topsFolder),
-                                          QStringLiteral("Tables (*.csv *.txt *.tsv *.asc *.dat);;All files (*)"))
-                             .value(0);
+    const QString path = TopsDialog::chosenFiles(m_chooser, this).value(0);
     if (path.isEmpty())
         return;
-    settings::setLastFolder(topsFolder, QFileInfo(path).path());
-    const host::Outcome<QByteArray> bytes = survey::readFileBytes(path);
-    const survey::TopsFile file = survey::parseTops(bytes.value);
-    const QString wellInFile = nameInFile(file, m_well.name);
-    const QVector<survey::TopsLine> tops = survey::topsOf(file, {wellInFile});
-    if (!bytes.ok() || tops.isEmpty()) {
-        m_asker.warn(title, !bytes.ok() ? bytes.error : withoutTopsText(file, m_well.name));
+    const survey::TopsFile file = survey::readTops(path).file;
+    const QStringList names = namesInFile(file, {m_well.name, m_store.head(m_well.key).value.uwi});
+    const QVector<survey::TopsLine> tops = survey::topsOf(file, names);
+    if (tops.isEmpty()) {
+        m_asker.warn(title, withoutTopsText(file, QFileInfo(path).fileName(), m_well.name));
         return;
     }
     const survey::DepthUnit unit = file.unit.value_or(m_unit);
@@ -413,8 +409,9 @@ void WellContents::importTops()
     QString found = QStringLiteral("%1 for the well \"%2\", depths in %3: %4 new, %5 with another depth.")
                         .arg(count, m_well.name, survey::pluralName(unit), QString::number(merge.added),
                              QString::number(merge.moved));
-    if (wellInFile != m_well.name)
-        found += QStringLiteral("\nThe file calls its only well \"%1\".").arg(wellInFile);
+    const bool isOtherName = !names.contains(m_well.name);
+    if (isOtherName)
+        found += QStringLiteral("\nThe file calls its only well \"%1\".").arg(names.first());
     if (!merge.repeated.isEmpty())
         found += QStringLiteral("\nAt several depths, and so with a number behind the further ones: %1.")
                      .arg(firstOf(merge.repeated));
@@ -423,14 +420,14 @@ void WellContents::importTops()
     if (!file.unit && merge.outside.size() == tops.size())
         found += QStringLiteral("\nThe file tells no unit of its depths; a title like \"MD (%1)\" would.")
                      .arg(unit == survey::DepthUnit::Foot ? QLatin1String("m") : QLatin1String("ft"));
-    if (const int leftOut = survey::leftOutOf(file, {wellInFile}); leftOut > 0)
+    if (const int leftOut = survey::leftOutOf(file, names); leftOut > 0)
         found += QStringLiteral("\nLines without a name or a depth are left out: %1.").arg(leftOut);
     if (!merge.changesAnything()) {
         m_asker.inform(title, found + QStringLiteral("\nThere is nothing to change."));
         return;
     }
     const QString question = found + QStringLiteral("\nTake them?");
-    if (!(wellInFile == m_well.name ? m_asker.confirm(title, question) : m_asker.confirmLoss(title, question)))
+    if (!(isOtherName ? m_asker.confirmLoss(title, question) : m_asker.confirm(title, question)))
         return;
     m_status->setText(
         QStringLiteral("Tops of %1: %2 added, %3 moved.")

@@ -14,6 +14,7 @@
 #include "workbench/newwellsdialog.h"
 #include "workbench/recentsurveysmenu.h"
 #include "workbench/surveyoverview.h"
+#include "workbench/topsdialog.h"
 #include "workbench/wellmanagerdialog.h"
 #include "workbench/windowsettings.h"
 #include "workbench/workbenchhost.h"
@@ -113,6 +114,8 @@ void WorkbenchWindow::buildMenus()
                               &WorkbenchWindow::manageWells, QStringLiteral("multisimplewell.png"));
     m_newWellsAction = addEntry(m_wells, "newWellsAction", QStringLiteral("&New wells from LAS files…"),
                                 &WorkbenchWindow::newWellsFromFiles, QStringLiteral("import_wlc.png"));
+    m_topsAction = addEntry(m_wells, "importTopsAction", QStringLiteral("&Import tops…"),
+                            &WorkbenchWindow::importTopsOfFiles, QStringLiteral("marker.png"));
     m_wells->addSeparator();
     m_refreshAction = addEntry(m_wells, "refreshAction", QStringLiteral("&Refresh"), &WorkbenchWindow::refresh,
                                QStringLiteral("syncdb_wlc.png"));
@@ -291,7 +294,8 @@ void WorkbenchWindow::showSurveyName()
 
 void WorkbenchWindow::enableActions()
 {
-    for (QAction *action : {m_manageAction, m_newWellsAction, m_refreshAction, m_utilities->menuAction()})
+    for (QAction *action :
+         {m_manageAction, m_newWellsAction, m_topsAction, m_refreshAction, m_utilities->menuAction()})
         action->setEnabled(hasSurvey());
 }
 
@@ -438,7 +442,20 @@ void WorkbenchWindow::newWells(const QStringList &paths)
         refresh();
 }
 
-// Files and folders of LAS files, with a survey open; without one the hint says what comes first.
+void WorkbenchWindow::importTopsOfFiles()
+{
+    const QStringList files = TopsDialog::chosenFiles(m_chooser, this);
+    if (!files.isEmpty())
+        importTops(files);
+}
+
+void WorkbenchWindow::importTops(const QStringList &paths)
+{
+    if (workbench::importTops(m_host.store(), m_asker, m_chooser, paths, this))
+        refresh();
+}
+
+// Files and folders of LAS files, and tables of tops, with a survey open; without one the hint says what comes first.
 void WorkbenchWindow::dragEnterEvent(QDragEnterEvent *event)
 {
     if (event->mimeData()->hasUrls())
@@ -458,6 +475,8 @@ void WorkbenchWindow::dropEvent(QDropEvent *event)
             else if (!hasSurvey())
                 m_asker.inform(QStringLiteral("New wells"),
                                QStringLiteral("Open a survey or make a new one first; then drop the files again."));
+            else if (areTables(paths))
+                importTops(paths);
             else if (!paths.isEmpty())
                 newWells(paths);
         },

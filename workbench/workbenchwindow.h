@@ -99,6 +99,8 @@ private:
     void warnOfOthers(const QString &folder);
     void newWellsFromFiles();
     void newWells(const QStringList &paths);
+    void importTopsOfFiles();
+    void importTops(const QStringList &paths);
     void showAbout();
     void showLoadedPlugins();
     void showManual();
@@ -119,6 +121,7 @@ private:
     QAction *m_openAction = nullptr;
     QAction *m_manageAction = nullptr;
     QAction *m_newWellsAction = nullptr;
+    QAction *m_topsAction = nullptr;
     QAction *m_refreshAction = nullptr;
 
     QStackedWidget *m_pages = nullptr;

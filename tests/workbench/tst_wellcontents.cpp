@@ -352,10 +352,11 @@ void TestWellContents::topsOfAnotherWell()
     QVERIFY(m_asker.boxes.last().text.endsWith(QLatin1String(" A, B, C, D, E, F, G, H, I, J and 2 more.")));
     files::write(m_chosen.first(), "Well,Name,MD\n,Top,120\n");
     QTest::mouseClick(button("importTopsButton"), Qt::LeftButton);
-    QCOMPARE(m_asker.boxes.last().text, QStringLiteral("The file names no top of the well \"W-1\"."));
+    QCOMPARE(m_asker.boxes.last().text,
+             QStringLiteral("tops.csv: no line has a well, a name and a depth that can be read."));
     files::write(m_chosen.first(), "nothing here\n");
     QTest::mouseClick(button("importTopsButton"), Qt::LeftButton);
-    QCOMPARE(m_asker.boxes.last().text, QStringLiteral("The file holds no line with a name and a depth."));
+    QCOMPARE(m_asker.boxes.last().text, QStringLiteral("tops.csv: the file holds no line with a name and a depth."));
     m_chosen = QStringList{m_folder->filePath(QStringLiteral("gone.csv"))};
     QTest::mouseClick(button("importTopsButton"), Qt::LeftButton);
     QVERIFY(m_asker.boxes.last().text.contains(QLatin1String("gone.csv")));

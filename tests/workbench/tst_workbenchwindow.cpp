@@ -6,9 +6,11 @@
 
 #include <QCloseEvent>
 #include <QDir>
+#include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QPushButton>
 #include <QScreen>
 #include <QStatusBar>
@@ -67,6 +69,7 @@ private slots:
     void newSurveyIsOpened();
     void changesOfTheManagerAreShown();
     void newWellsAreShown();
+    void topsOfFilesAreImported();
     void refreshReadsAgain();
     void activationReadsWhatOthersWrote();
     void aboutAndPlugins();
@@ -318,6 +321,42 @@ void TestWorkbenchWindow::newWellsAreShown()
     QTest::mouseClick(find<QPushButton>("newWellsActionButton"), Qt::LeftButton);
     QVERIFY(isOverviewShown());
     QCOMPARE(rowTexts(table(), 0).join(QLatin1Char('|')), QStringLiteral("Fresh|0.00|0.00|0.00|1500.00|0|0"));
+    QVERIFY(m_asker.boxes.isEmpty());
+}
+
+void TestWorkbenchWindow::topsOfFilesAreImported()
+{
+    QVERIFY(!find<QAction>("importTopsAction")->isEnabled());
+    const QString survey = newSurvey(QStringLiteral("S"));
+    addWell(survey, QStringLiteral("A"), 1000, 1000);
+    QVERIFY(m_window->openSurvey(survey));
+    trigger("importTopsAction"); // given up in the file dialog: no dialog at all
+    m_chosenFiles = QStringList{m_folder->filePath(QStringLiteral("tops.csv"))};
+    files::write(m_chosenFiles.first(), "Well,Name,MD\nA,Top,10\nA,Base,20\n");
+    const auto import = [](QDialog *dialog) {
+        onNextDialog(QStringLiteral("reportDialog"),
+                     [](QDialog *report) { QTest::keyClick(report, Qt::Key_Escape); });
+        QTest::keyClick(dialog, Qt::Key_Return);
+    };
+    onNextDialog(QStringLiteral("topsDialog"), import);
+    trigger("importTopsAction");
+    QCOMPARE(rowTexts(table(), 0).last(), QStringLiteral("2")); // the list counts the markers anew
+
+    // Dropped on the window.
+    files::write(m_chosenFiles.first(), "Well,Name,MD\nA,Further,30\n");
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(m_chosenFiles.first())});
+    bool isDone = false;
+    onNextDialog(QStringLiteral("topsDialog"), [&](QDialog *dialog) {
+        import(dialog);
+        isDone = true;
+    });
+    QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_window.get(), &enter);
+    QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_window.get(), &drop);
+    QTRY_VERIFY(isDone);
+    QTRY_COMPARE(rowTexts(table(), 0).last(), QStringLiteral("3"));
     QVERIFY(m_asker.boxes.isEmpty());
 }
 
