@@ -150,6 +150,7 @@ int main(int argc, char *argv[])
     pictures.save(&window, QStringLiteral("workbench"));
     drawManagedWells(host, asker, &pictures);
     drawNewWells(survey, asker, &pictures);
+    drawTops(host, asker, &pictures);
     if (!programs::pluginAction(window.utilitiesMenu())) {
         printMissingPlugin(loader, folders);
         return 1;

@@ -29,7 +29,7 @@ QString foundNote(const TopsRow &row)
         return QStringLiteral("Several wells may be meant: %1.").arg(firstOf(row.candidates));
     case TopsRow::Match::Alike:
         return row.isWholeFile ? QStringLiteral("Found by the file's name.")
-                               : QStringLiteral("Found by the name, which is written in another way.");
+                               : QStringLiteral("The name is written in another way.");
     case TopsRow::Match::Uwi:
         return QStringLiteral("Found by the unique well identifier.");
     default:

@@ -7,8 +7,8 @@
 #include "survey/reportlines.h"
 #include "workbench/droppedfiles.h"
 #include "workbench/newwellsmodel.h"
+#include "workbench/proposaltable.h"
 #include "workbench/reportdialog.h"
-#include "workbench/statecolors.h"
 #include "workbench/windowsettings.h"
 
 #include <QApplication>
@@ -18,7 +18,6 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>
-#include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
 #include <QProgressBar>
@@ -31,11 +30,6 @@ namespace workbench {
 namespace {
 
 const QLatin1String lasFolder("las");
-constexpr int widestNameColumn = 180;
-constexpr int columnPadding = 6;
-constexpr int narrowestNotesColumn = 200;
-constexpr int rowPadding = 9; // room for an editor
-constexpr int notesLines = 2;
 constexpr int filesReadAtOnce = 20; // so few need no progress bar
 constexpr qint64 msBetweenEvents = 50;
 
@@ -140,16 +134,7 @@ QLayout *NewWellsDialog::buildChoices()
 
 QWidget *NewWellsDialog::buildTable()
 {
-    m_table = new QTableView(this);
-    m_table->setObjectName(QStringLiteral("newWellsTable"));
-    m_table->setModel(m_model);
-    m_table->verticalHeader()->hide();
-    m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + rowPadding);
-    m_table->horizontalHeader()->setHighlightSections(false);
-    m_table->horizontalHeader()->setStretchLastSection(true);
-    m_table->setAlternatingRowColors(true);
-    m_table->setTabKeyNavigation(false);
-    m_table->setWordWrap(false);
+    m_table = newProposalTable("newWellsTable", m_model, this);
     m_table->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed
                              | QAbstractItemView::AnyKeyPressed);
     m_table->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -161,10 +146,7 @@ QWidget *NewWellsDialog::buildTable()
 
 QLayout *NewWellsDialog::buildState()
 {
-    m_state = new QLabel(this);
-    m_state->setObjectName(QStringLiteral("stateLabel"));
-    m_state->setTextFormat(Qt::PlainText);
-    m_state->setWordWrap(true);
+    m_state = newStateLabel(this);
     m_nextProblem = addButton("nextProblemButton", QStringLiteral("Next &problem"), &NewWellsDialog::goToNextProblem);
     m_uncheck =
         addButton("uncheckProblemsButton", QStringLiteral("&Uncheck wrong rows"), &NewWellsDialog::uncheckProblems);
@@ -203,14 +185,7 @@ void NewWellsDialog::buildWidgets(const survey::WellNames &existing)
     auto *caption =
         new QLabel(QStringLiteral("&Wells proposed from the headers; double-click or F2 to correct a value:"), this);
 
-    m_notes = new QLabel(this);
-    m_notes->setObjectName(QStringLiteral("notesLabel"));
-    m_notes->setTextFormat(Qt::PlainText);
-    m_notes->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    m_notes->setWordWrap(true);
-    m_notes->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    m_notes->setMinimumHeight(notesLines * fontMetrics().lineSpacing());
-
+    m_notes = newNotesLabel(this);
     auto *column = new QVBoxLayout(this);
     column->addLayout(buildChoices());
     column->addWidget(caption);
@@ -223,10 +198,7 @@ void NewWellsDialog::buildWidgets(const survey::WellNames &existing)
 
 void NewWellsDialog::fitColumns()
 {
-    m_table->resizeColumnsToContents();
-    for (int column = NewWellsModel::FileColumn; column < NewWellsModel::NotesColumn; ++column)
-        m_table->setColumnWidth(column, qMin(m_table->columnWidth(column) + columnPadding, widestNameColumn));
-    m_table->setColumnWidth(NewWellsModel::NotesColumn, narrowestNotesColumn); // and stretched from there
+    fitProposalColumns(m_table, NewWellsModel::FileColumn);
     if (!m_table->currentIndex().isValid()) {
         m_table->setCurrentIndex(m_model->index(0, NewWellsModel::NameColumn));
         m_table->setFocus(Qt::OtherFocusReason); // the arrows walk the rows, and change no choice for all of them
@@ -296,14 +268,10 @@ void NewWellsDialog::showState()
 {
     const survey::NewWells &wells = m_model->newWells();
     const QString problem = wells.firstProblem();
-    QPalette colours = palette();
-    if (!problem.isEmpty())
-        colours.setColor(QPalette::WindowText, problemText(palette()));
-    m_state->setPalette(colours);
-    if (wells.wells().isEmpty())
-        m_state->setText(QStringLiteral("No files yet. Files and folders may also be dropped here."));
-    else
-        m_state->setText(problem.isEmpty() ? stateText(wells) : problem);
+    const bool isEmpty = wells.wells().isEmpty();
+    workbench::showState(m_state, problem,
+                         isEmpty ? QStringLiteral("No files yet. Files and folders may also be dropped here.")
+                                 : stateText(wells));
     m_create->setEnabled(problem.isEmpty() && wells.chosenCount() > 0 && !m_isWorking);
     for (QPushButton *button : {m_nextProblem, m_uncheck})
         button->setVisible(!problem.isEmpty() && !m_isWorking);

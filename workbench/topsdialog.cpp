@@ -7,14 +7,13 @@
 #include "survey/reportlines.h"
 #include "survey/topsreport.h"
 #include "workbench/choicedelegate.h"
+#include "workbench/proposaltable.h"
 #include "workbench/reportdialog.h"
-#include "workbench/statecolors.h"
 #include "workbench/topsmodel.h"
 #include "workbench/windowsettings.h"
 
 #include <QComboBox>
 #include <QFileInfo>
-#include <QHeaderView>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -29,11 +28,7 @@ namespace {
 
 const QLatin1String topsFolder("tops");
 constexpr const char *tableEndings[] = {"csv", "txt", "tsv", "asc", "dat"};
-constexpr int widestNameColumn = 180;
 constexpr int narrowestWellColumn = 140;
-constexpr int columnPadding = 6;
-constexpr int narrowestNotesColumn = 200;
-constexpr int rowPadding = 9; // room for an editor
 constexpr int remarkLines = 5;
 constexpr int mostRemarks = 1000;
 constexpr int remarksInABox = 10;
@@ -119,19 +114,11 @@ QLayout *TopsDialog::buildUnit()
 
 QWidget *TopsDialog::buildTable()
 {
-    m_table = new QTableView(this);
-    m_table->setObjectName(QStringLiteral("topsTable"));
-    m_table->setModel(m_model);
+    m_table = newProposalTable("topsTable", m_model, this);
     m_table->setItemDelegateForColumn(TopsModel::WellColumn,
                                       new ChoiceDelegate(wellChoices(m_model->plan().wells()), -1, this));
-    m_table->verticalHeader()->hide();
-    m_table->verticalHeader()->setDefaultSectionSize(m_table->fontMetrics().height() + rowPadding);
-    m_table->horizontalHeader()->setHighlightSections(false);
-    m_table->horizontalHeader()->setStretchLastSection(true);
-    m_table->setAlternatingRowColors(true);
-    m_table->setTabKeyNavigation(false);
-    m_table->setWordWrap(false);
     m_table->setEditTriggers(QAbstractItemView::EditKeyPressed | QAbstractItemView::AnyKeyPressed);
+    connect(m_table->selectionModel(), &QItemSelectionModel::currentRowChanged, this, &TopsDialog::showNotes);
     connect(m_table, &QTableView::clicked, this, [this](const QModelIndex &cell) {
         if (cell.flags() & Qt::ItemIsEditable)
             openChoices(cell);
@@ -166,6 +153,8 @@ void TopsDialog::buildWidgets()
         this);
     column->addWidget(caption);
     column->addWidget(buildTable(), 1);
+    m_notes = newNotesLabel(this);
+    column->addWidget(m_notes);
     m_remarksLabel = new QLabel(this);
     m_remarksLabel->setObjectName(QStringLiteral("remarksLabel"));
     m_remarks = new QPlainTextEdit(this);
@@ -173,11 +162,7 @@ void TopsDialog::buildWidgets()
     m_remarks->setReadOnly(true);
     m_remarks->setTabChangesFocus(true);
     m_remarks->setLineWrapMode(QPlainTextEdit::NoWrap);
-    m_remarks->setFixedHeight((remarkLines + 2) * fontMetrics().lineSpacing()); // a scroll bar may stand below them
-    m_state = new QLabel(this);
-    m_state->setObjectName(QStringLiteral("stateLabel"));
-    m_state->setTextFormat(Qt::PlainText);
-    m_state->setWordWrap(true);
+    m_state = newStateLabel(this);
     column->addWidget(m_remarksLabel);
     column->addWidget(m_remarks);
     column->addWidget(m_state);
@@ -195,12 +180,9 @@ void TopsDialog::openChoices(const QModelIndex &cell)
 
 void TopsDialog::fitColumns()
 {
-    m_table->resizeColumnsToContents();
-    for (int column = 0; column < TopsModel::NotesColumn; ++column)
-        m_table->setColumnWidth(column, qMin(m_table->columnWidth(column) + columnPadding, widestNameColumn));
+    fitProposalColumns(m_table, TopsModel::NameColumn);
     m_table->setColumnWidth(TopsModel::WellColumn,
                             qMax(m_table->columnWidth(TopsModel::WellColumn), narrowestWellColumn));
-    m_table->setColumnWidth(TopsModel::NotesColumn, narrowestNotesColumn); // and stretched from there
     if (!m_table->currentIndex().isValid()) {
         m_table->setCurrentIndex(m_model->index(0, TopsModel::WellColumn));
         m_table->setFocus(Qt::OtherFocusReason); // the arrows walk the rows, and change no choice for all of them
@@ -256,6 +238,8 @@ void TopsDialog::showRemarks()
 {
     const int count = m_model->plan().remarks().size();
     m_remarksLabel->setText(QStringLiteral("&Not understood (%1):").arg(count));
+    // A scroll bar may stand below the lines.
+    m_remarks->setFixedHeight((qMin(count, remarkLines) + 2) * fontMetrics().lineSpacing());
     m_remarks->setPlainText(remarks().join(QLatin1Char('\n')));
     m_remarksLabel->setVisible(count > 0);
     m_remarks->setVisible(count > 0);
@@ -267,12 +251,16 @@ void TopsDialog::showState()
 {
     const survey::TopsPlan &plan = m_model->plan();
     const QString problem = plan.firstProblem();
-    QPalette colours = palette();
-    if (!problem.isEmpty())
-        colours.setColor(QPalette::WindowText, problemText(palette()));
-    m_state->setPalette(colours);
-    m_state->setText(problem.isEmpty() ? stateText(plan) : problem);
+    workbench::showState(m_state, problem, stateText(plan));
     m_import->setEnabled(problem.isEmpty() && !plan.rowsToWrite().isEmpty());
+    showNotes();
+}
+
+// Those of the current row in full: a cell has no room for them.
+void TopsDialog::showNotes()
+{
+    const int row = m_table->currentIndex().row();
+    m_notes->setText(row < 0 ? QString() : survey::topsNotes(m_model->plan().rows().at(row)).join(QLatin1Char(' ')));
 }
 
 void TopsDialog::importTops()

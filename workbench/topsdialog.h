@@ -51,6 +51,7 @@ private:
     void openChoices(const QModelIndex &cell);
     void importTops();
     void showState();
+    void showNotes();
     void showRemarks();
     void fitColumns();
 
@@ -61,6 +62,7 @@ private:
     QTableView *m_table = nullptr;
     QLabel *m_unitLabel = nullptr;
     QComboBox *m_unit = nullptr;
+    QLabel *m_notes = nullptr;
     QLabel *m_remarksLabel = nullptr;
     QPlainTextEdit *m_remarks = nullptr;
     QLabel *m_state = nullptr;

@@ -167,7 +167,7 @@ void TestTopsPlan::notesTellHowAWellWasFound()
         notes.append(topsNotes(row).join(u' '));
     QCOMPARE(notes,
              (QStringList{QStringLiteral("Also called a."), QStringLiteral("Several wells may be meant: B 2, B-2."),
-                          QStringLiteral("Found by the name, which is written in another way."),
+                          QStringLiteral("The name is written in another way."),
                           QStringLiteral("Found by the unique well identifier."),
                           QStringLiteral("The survey has no well of this name.")}));
 }
