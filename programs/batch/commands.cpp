@@ -28,12 +28,12 @@ QVector<Option> options(const Command &command)
 const QVector<Command> &commands()
 {
     static const QVector<Command> all{
-        wellsCommand(),          logsCommand(),         infoCommand(),         importCommand(),
-        exportCommand(),         markersCommand(),      zonesCommand(),        pointsCommand(),
-        defaultLogsCommand(),    templateListCommand(), templateShowCommand(), templateCopyCommand(),
-        templateDeleteCommand(), renderCommand(),       correlateCommand(),    reportLogsCommand(),
-        reportMarkersCommand(),  checkCommand(),        lasCommand(),          lasUnwrapCommand(),
-        manualPageCommand(),     completionCommand(),   namesCommand(),
+        wellsCommand(),        logsCommand(),           infoCommand(),         importCommand(),
+        exportCommand(),       markersCommand(),        topsCommand(),         zonesCommand(),
+        pointsCommand(),       defaultLogsCommand(),    templateListCommand(), templateShowCommand(),
+        templateCopyCommand(), templateDeleteCommand(), renderCommand(),       correlateCommand(),
+        reportLogsCommand(),   reportMarkersCommand(),  checkCommand(),        lasCommand(),
+        lasUnwrapCommand(),    manualPageCommand(),     completionCommand(),   namesCommand(),
     };
     return all;
 }

@@ -16,6 +16,7 @@ Command lasCommand();
 Command lasUnwrapCommand();
 Command checkCommand();
 Command markersCommand();
+Command topsCommand();
 Command zonesCommand();
 Command pointsCommand();
 Command defaultLogsCommand();

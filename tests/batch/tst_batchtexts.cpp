@@ -117,7 +117,7 @@ private slots:
         QTest::addColumn<QString>("offer");
         const auto row = [](const char *line, const char *offer) { QTest::newRow(line) << line << offer; };
         row("we", "wells");
-        row("t", "template");
+        row("t", "tops template");
         row("template ", "list show copy delete");
         row("report m", "markers");
         row("wells --j", "--json");

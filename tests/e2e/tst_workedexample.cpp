@@ -138,7 +138,7 @@ void tst_workedexample::fromFilesToAFlattenedCorrelation()
             actions.append(action->text());
         QVERIFY2(actions.contains(entry), entry);
     }
-    QVERIFY(m_program->asker.boxes.size() == wells.size()); // the questions on tops
+    QVERIFY(m_program->asker.boxes.isEmpty());
     m_program.reset();
 }
 
@@ -159,22 +159,21 @@ void tst_workedexample::makeWells()
 
 void tst_workedexample::importTops()
 {
-    QVERIFY(says("**Wells > Manage wells…**, press **Import tops…** and choose `Aldra-1_tops.txt`"));
-    for (const QString &well : wells) {
-        m_program->chosenFiles = QStringList{import(qPrintable(QString(well).replace(' ', '_') + "_tops.txt"))};
-        QVERIFY2(QFile::exists(m_program->chosenFiles.first()), qPrintable(well));
-        m_program->asker.answers.append(base::BoxButton::Yes);
-        onNextDialog(QStringLiteral("wellManagerDialog"), [well](QDialog *dialog) {
-            auto *list = find<QListView>(dialog, "wellsList");
-            const QModelIndexList found =
-                list->model()->match(list->model()->index(0, 0), Qt::DisplayRole, well, 1, Qt::MatchExactly);
-            list->setCurrentIndex(found.value(0));
-            press(dialog, "Import tops…");
-            dialog->reject();
+    QVERIFY(says("Choose the six files `*_tops.txt` in **Wells > Import tops…**"));
+    m_program->chosenFiles.clear();
+    for (const QString &well : wells)
+        m_program->chosenFiles.append(import(qPrintable(QString(well).replace(' ', '_') + "_tops.txt")));
+    QVERIFY(says("2. Press **Import**."));
+    onNextDialog(QStringLiteral("topsDialog"), [this](QDialog *dialog) {
+        onNextDialog(QStringLiteral("reportDialog"), [this](QDialog *report) {
+            m_program->summary = report->findChild<QPlainTextEdit *>("reportText")->toPlainText();
+            QTest::keyClick(report, Qt::Key_Escape);
         });
-        m_program->window.findChild<QAction *>("manageWellsAction")->trigger();
-        QVERIFY2(m_program->asker.boxes.last().text.contains(" 0 with another depth.\nTake them?"), qPrintable(well));
-    }
+        press(dialog, "Import");
+    });
+    m_program->window.findChild<QAction *>("importTopsAction")->trigger();
+    QVERIFY2(m_program->summary.startsWith("Tops of 6 wells were written: "), qPrintable(m_program->summary));
+    QVERIFY2(m_program->summary.contains(" new, 0 moved.\n"), qPrintable(m_program->summary));
     QVERIFY(says("Each top has a colour, the same in all wells"));
     QHash<QString, QColor> colors;
     for (const host::WellEntry &well : m_program->host.wells().list().value) {
