@@ -76,7 +76,7 @@ void drawTops(workbench::WorkbenchHost &host, base::Asker &asker, PictureFolder 
     if (!base::writeFileAtomically(file, tableOfTops(host.store())).ok())
         return;
     workbench::TopsDialog dialog(host.store(), asker, {});
-    dialog.resize(1080, 480);
+    dialog.resize(1080, 510);
     dialog.addFiles({file});
     dialog.show();
     pictures->save(&dialog, QStringLiteral("workbench-tops"));

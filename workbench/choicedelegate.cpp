@@ -11,6 +11,7 @@ namespace workbench {
 namespace {
 
 constexpr int choicesShown = 20;
+constexpr int rim = 2; // of the cell around the chooser: that it is the current one shows there
 
 /// Knows whether its list was opened: a choice from it is final, one by the arrow keys is so when the cell is left.
 class ChoiceBox : public base::StillComboBox
@@ -32,7 +33,7 @@ private:
 QStyleOptionComboBox boxOption(const QStyleOptionViewItem &cell)
 {
     QStyleOptionComboBox box;
-    box.rect = cell.rect;
+    box.rect = cell.rect.adjusted(rim, rim, -rim, -rim);
     box.palette = cell.palette;
     box.fontMetrics = cell.fontMetrics;
     box.direction = cell.direction;
@@ -66,7 +67,7 @@ void ChoiceDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option
     QStyleOptionComboBox box = boxOption(cell);
     cell.text.clear();
     styleOf(cell).drawControl(QStyle::CE_ItemViewItem, &cell, painter,
-                              cell.widget); // what is selected, and the frame
+                              cell.widget); // what is selected
     if (cell.backgroundBrush.style() != Qt::NoBrush)
         box.palette.setBrush(QPalette::Button, cell.backgroundBrush);
     box.palette.setBrush(QPalette::ButtonText, cell.palette.text());
@@ -86,7 +87,7 @@ QSize ChoiceDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelI
     const QStyleOptionComboBox box = boxOption(cell);
     const QSize text(cell.fontMetrics.horizontalAdvance(cell.text) + cell.fontMetrics.averageCharWidth(),
                      cell.fontMetrics.height());
-    return styleOf(cell).sizeFromContents(QStyle::CT_ComboBox, &box, text, cell.widget);
+    return styleOf(cell).sizeFromContents(QStyle::CT_ComboBox, &box, text, cell.widget) + QSize(2 * rim, 2 * rim);
 }
 
 QWidget *ChoiceDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &, const QModelIndex &) const
