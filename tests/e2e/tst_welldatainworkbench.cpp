@@ -1,5 +1,9 @@
 #include "demolaunch.h"
+#include "support/files.h"
+#include "support/scriptedasker.h"
 #include "support/testmain.h"
+#include "tests/workbench/dialogscript.h"
+#include "workbench/topsdialog.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -16,6 +20,8 @@
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QTreeWidget>
+
+#include <cmath>
 
 /// The well data manager of the built plug-in in the workbench, on the demo survey on disk: what is typed and imported is
 /// there in tree, display and correlation, and after a new launch.
@@ -100,6 +106,61 @@ private slots:
         auto *groups = find<QComboBox>(*points, "groupBox");
         groups->setCurrentIndex(groups->findText(group, Qt::MatchFixedString));
         import(demo, points, "CalibrationPointASCII", folder.filePath(cores.first()));
+    }
+
+    // A table of all wells: open displays and correlations follow while the workbench writes.
+    void topsOfManyWellsAreThereAtOnce()
+    {
+        constexpr float wayM = 12;
+        const QString name = "Sabrane Shale";
+        DemoLaunch demo;
+        sizeWindow(demo);
+        auto *tree = find<QTreeWidget>(demo.window, "ProjectTreeWidget");
+        QTreeWidgetItem *well = tree->topLevelItem(0)->child(0);
+        well->setCheckState(0, Qt::Checked);
+        emit tree->itemClicked(well, 0);
+        QTreeWidgetItem *marker = childOf(childOf(well, "Markers"), name);
+        QVERIFY(marker);
+        marker->setCheckState(0, Qt::Checked);
+        emit tree->itemClicked(marker, 0);
+        emit tree->itemDoubleClicked(tree->topLevelItem(1)->child(0), 0);
+        auto *display = find<QGraphicsView>(demo.window, "logView");
+        auto *correlation = find<QGraphicsView>(demo.window, "correlationView");
+        const auto depths = [&name](const QGraphicsView *view) {
+            QVector<float> found;
+            for (const QGraphicsItem *item : markersOf(view, name))
+                found.append(item->data(2).toFloat());
+            std::sort(found.begin(), found.end());
+            return found;
+        };
+        const QVector<float> shown = depths(display);
+        const QVector<float> joined = depths(correlation);
+        QCOMPARE(shown.size(), 1);
+        QVERIFY(joined.size() > 1);
+
+        QByteArray table = "Well,Formation,MD (m)\n";
+        for (const host::WellEntry &entry : demo.host.wells().list().value)
+            for (const host::Marker &top : demo.host.wells().markers(entry.key).value)
+                if (top.name == name)
+                    table += entry.name.toUtf8() + ',' + name.toUtf8() + ','
+                        + QByteArray::number(static_cast<double>(top.depth + wayM), 'f', 3) + '\n'
+                        + entry.name.toUtf8() + ",Fresh,1000\n";
+        const QString path = demo.folder.filePath("tops.csv");
+        files::write(path, table);
+        ScriptedAsker asker;
+        onNextDialog("topsDialog", [](QDialog *dialog) {
+            onNextDialog("reportDialog", [](QDialog *report) { report->reject(); });
+            QTest::mouseClick(dialog->findChild<QPushButton *>("importButton"), Qt::LeftButton);
+        });
+        QVERIFY(workbench::importTops(demo.host.store(), asker, {}, {path}, &demo.window));
+        QVERIFY2(demo.boxes.seen.isEmpty(), qPrintable(demo.boxes.seen.value(0).text));
+        const auto haveMoved = [wayM](const QVector<float> &before, const QVector<float> &now) {
+            return std::equal(before.begin(), before.end(), now.begin(), now.end(),
+                              [wayM](float a, float b) { return std::abs(b - a - wayM) < 0.01f; });
+        };
+        QVERIFY(haveMoved(shown, depths(display)));
+        QVERIFY(haveMoved(joined, depths(correlation)));
+        QVERIFY(childOf(childOf(well, "Markers"), "Fresh"));
     }
 
 private:
