@@ -14,13 +14,10 @@ void keepShown(std::vector<QPointF> &row)
     const auto isLess = [](const QPointF &a, const QPointF &b) { return a.x() < b.x(); };
     const auto [upper, lower] = std::minmax(
         {std::min_element(row.begin(), row.end(), isLess), std::max_element(row.begin(), row.end(), isLess)});
-    auto last = row.begin();
-    auto kept = last;
-    for (const auto each : {upper, lower, row.end() - 1}) {
-        if (each > last)
+    auto kept = row.begin();
+    for (const auto each : {upper, lower, row.end() - 1})
+        if (each != row.begin())
             *++kept = *each;
-        last = each;
-    }
     row.erase(kept + 1, row.end());
 }
 
@@ -41,12 +38,8 @@ bool findShown(std::vector<QPointF> &row, const CurveSamples &samples, const Sam
     };
     const auto [smallest, largest] = extremesOf(values, first, end - 1);
     const auto [upper, lower] = std::minmax({firstLike(smallest), firstLike(largest)});
-    int last = -1;
-    for (const int i : {first, upper, lower, end - 1}) {
-        if (i > last)
-            row.emplace_back(placer.x(samples.value(i)), placer.y(samples, i));
-        last = i;
-    }
+    for (const int i : {first, upper, lower, end - 1})
+        row.emplace_back(placer.x(samples.value(i)), placer.y(samples, i));
     return true;
 }
 

@@ -13,14 +13,15 @@
 /// are not in order are not reduced.
 namespace logview {
 
-/// Of points of one row leaves those that show.
+/// Of points of one row leaves those that show. One of them may be there twice.
 void keepShown(std::vector<QPointF> &row);
 /// Finds the points that show of the samples [first, end) of one row without placing each. False, and none, where the line breaks.
 bool findShown(std::vector<QPointF> &row, const CurveSamples &samples, const SamplePlacer &placer, int first,
                int end);
 
 /// Calls use(point, isFirst) for each point of the reduced line of the samples [first, second); isFirst where an unbroken piece
-/// begins. Where the first and the last sample are the last ones of their rows it is a part of the line of all samples.
+/// begins; a point may come twice. Where the first and the last sample are the last ones of their rows it is a part of the line of
+/// all samples.
 template<class Use>
 void forReducedLine(const CurveSamples &samples, const SamplePlacer &placer, std::pair<int, int> range,
                     double rowsPerPixel, const Use &use)
