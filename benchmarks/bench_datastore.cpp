@@ -2,7 +2,6 @@
 
 #include "benchsupport.h"
 
-#include "base/asker.h"
 #include "datastore/curvegroups.h"
 #include "datastore/curvegrouptable.h"
 #include "datastore/defaultlogs.h"

@@ -2,7 +2,6 @@
 
 #include "benchsupport.h"
 
-#include "base/asker.h"
 #include "datastore/hostwriter.h"
 #include "datastore/wellscatalogue.h"
 #include "survey/surveystore.h"

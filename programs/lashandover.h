@@ -4,7 +4,6 @@
 #include <QtNetwork/QLocalServer>
 
 #include <functional>
-#include <memory>
 
 QT_BEGIN_NAMESPACE
 class QWidget;

@@ -18,6 +18,7 @@ namespace programs {
 namespace {
 
 constexpr int footerSize = 8;
+constexpr int contentsPerPage = 46; // lines
 constexpr QMarginsF marginsMm(22, 20, 22, 24);
 
 /// The pages one after the other, with their numbers.
@@ -103,21 +104,6 @@ void printTitle(Printer &printer, const QString &version)
                          .arg(version));
 }
 
-/// A line of the contents, with the place to which it leads.
-struct ContentsLine
-{
-    QString text;
-    int level;
-    int page; ///< from 1
-    double top; ///< dots from the upper end of the page's text
-};
-
-// Lines that fit a page.
-int contentsPerPage()
-{
-    return 46;
-}
-
 double inPoints(double dots)
 {
     return dots * pointsPerInch / manualDotsPerInch;
@@ -129,9 +115,9 @@ QPointF textCorner()
     return {marginsMm.left() * pointsPerMm, marginsMm.top() * pointsPerMm};
 }
 
-PdfPlace placeOf(const ContentsLine &line)
+PdfPlace placeOf(const ManualHeading &heading)
 {
-    return {line.page - 1, textCorner().y() + inPoints(line.top)};
+    return {heading.page - 1, textCorner().y() + inPoints(heading.top)};
 }
 
 // On a page, from the place in its text.
@@ -142,15 +128,15 @@ QRectF areaOf(const QRectF &dots)
 }
 
 // Gives what its lines are linked to.
-QVector<PdfLink> printContents(Printer &printer, const QVector<ContentsLine> &lines)
+QVector<PdfLink> printContents(Printer &printer, const QVector<ManualHeading> &headings)
 {
     QPainter &painter = printer.painter();
     const QSizeF page = printer.textSize();
     const double titleHeight = page.height() * 0.06;
-    const double lineHeight = (page.height() - titleHeight) / contentsPerPage();
+    const double lineHeight = (page.height() - titleHeight) / contentsPerPage;
     QVector<PdfLink> links;
-    for (int i = 0; i < lines.size(); ++i) {
-        const int row = i % contentsPerPage();
+    for (int i = 0; i < headings.size(); ++i) {
+        const int row = i % contentsPerPage;
         if (row == 0) {
             printer.beginPage();
             printer.printFooter(QStringLiteral("Contents"));
@@ -160,24 +146,24 @@ QVector<PdfLink> printContents(Printer &printer, const QVector<ContentsLine> &li
             painter.setFont(font);
             painter.drawText(QRectF(0, 0, page.width(), titleHeight), Qt::AlignLeft, QStringLiteral("Contents"));
         }
-        const ContentsLine &line = lines.at(i);
+        const ManualHeading &heading = headings.at(i);
         QFont font = manualFont(manualTextSize);
-        font.setBold(line.level == 1);
+        font.setBold(heading.level == 1);
         painter.setFont(font);
-        const double indent = (line.level - 1) * manualDotsPerInch * 0.25;
+        const double indent = (heading.level - 1) * manualDotsPerInch * 0.25;
         const QRectF place(indent, titleHeight + row * lineHeight, page.width() - indent, lineHeight);
-        painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter, line.text);
-        painter.drawText(place, Qt::AlignRight | Qt::AlignVCenter, QString::number(line.page));
-        links.append({printer.page() - 1, areaOf(place), placeOf(line)});
+        painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter, heading.text);
+        painter.drawText(place, Qt::AlignRight | Qt::AlignVCenter, QString::number(heading.page));
+        links.append({printer.page() - 1, areaOf(place), placeOf(heading)});
     }
     return links;
 }
 
-QVector<PdfBookmark> bookmarksOf(const QVector<ContentsLine> &lines)
+QVector<PdfBookmark> bookmarksOf(const QVector<ManualHeading> &headings)
 {
     QVector<PdfBookmark> bookmarks;
-    for (const ContentsLine &line : lines)
-        bookmarks.append({line.text.simplified(), line.level, placeOf(line)});
+    for (const ManualHeading &heading : headings)
+        bookmarks.append({heading.text.simplified(), heading.level, placeOf(heading)});
     return bookmarks;
 }
 
@@ -190,20 +176,22 @@ QString writeManual(const QVector<ManualChapter> &chapters, const QString &pictu
     buffer.open(QIODevice::WriteOnly); // in memory
     Printer printer(&buffer);
     std::vector<std::unique_ptr<ManualDocument>> documents;
-    QVector<ContentsLine> contents;
+    QVector<ManualHeading> contents; // with their pages in the manual
     QVector<int> titles; // of the chapters, among the contents
     int pages = 0;
     for (const ManualChapter &chapter : chapters) {
         documents.push_back(
             std::make_unique<ManualDocument>(chapter, pictureFolder, printer.device(), printer.textSize()));
         titles.append(contents.size());
-        for (const ManualHeading &heading : documents.back()->headings())
-            contents.append({heading.text, heading.level, pages + heading.page, heading.top});
+        for (ManualHeading &heading : documents.back()->headings()) {
+            heading.page += pages;
+            contents.append(heading);
+        }
         pages += documents.back()->pageCount();
     }
-    const int front = 1 + (contents.size() + contentsPerPage() - 1) / contentsPerPage();
-    for (ContentsLine &line : contents)
-        line.page += front;
+    const int front = 1 + (contents.size() + contentsPerPage - 1) / contentsPerPage;
+    for (ManualHeading &heading : contents)
+        heading.page += front;
     if (!printer.begin())
         return QStringLiteral("the pages cannot be painted");
     printTitle(printer, QCoreApplication::applicationVersion());

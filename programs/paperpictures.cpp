@@ -9,7 +9,6 @@
 #include "logview/welllogsscene.h"
 #include "logview/welllogsscenepropertywidget.h"
 #include "programs/picturefolder.h"
-#include "templates/templatestore.h"
 
 #include <QGraphicsView>
 #include <QPainter>

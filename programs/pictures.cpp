@@ -3,6 +3,7 @@
 
 #include "base/usersettings.h"
 #include "demo/demosurvey.h"
+#include "programs/decodedarguments.h"
 #include "programs/paperpictures.h"
 #include "programs/picturefolder.h"
 #include "programs/pluginpictures.h"
@@ -111,9 +112,7 @@ void drawSection(workbench::WorkbenchWindow &window, programs::PictureFolder *pi
 
 int main(int argc, char *argv[])
 {
-    QStringList arguments;
-    for (int i = 1; i < argc; ++i)
-        arguments.append(QFile::decodeName(argv[i]));
+    QStringList arguments = programs::decodedArguments(argc, argv);
     const bool isDark = arguments.removeAll(QStringLiteral("--dark")) > 0;
     const bool isForDocuments = arguments.removeAll(QStringLiteral("--documents")) > 0;
     if (arguments.size() != 2 || arguments.first().startsWith(QLatin1Char('-'))) {

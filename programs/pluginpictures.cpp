@@ -1,5 +1,6 @@
 #include "programs/pluginpictures.h"
 
+#include "programs/demoinputs.h"
 #include "programs/picturefolder.h"
 #include "programs/pluginwindow.h"
 #include "programs/unattended.h"
@@ -9,11 +10,9 @@
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QDialog>
-#include <QDir>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMainWindow>
-#include <QMenu>
 #include <QPainter>
 #include <QPushButton>
 #include <QTabWidget>
@@ -30,15 +29,6 @@ namespace {
 constexpr double reservoirPlace = 0.81; // of the demo's first well
 constexpr int importedNameColumn = 3;
 constexpr int selectColumn = 2;
-
-QStringList importFiles(const QString &survey, const QString &pattern)
-{
-    const QDir folder(survey + QStringLiteral("/Import"));
-    QStringList paths;
-    for (const QString &name : folder.entryList({pattern}, QDir::Files))
-        paths.append(folder.filePath(name));
-    return paths;
-}
 
 // Opens the text import of an editor on a file with one heading line; null where there is none.
 QDialog *openTextImport(QWidget *editor, const QString &path)
@@ -77,7 +67,7 @@ void nameNewVersions(const QDialog &dialog)
 
 void drawImport(const PluginWindow &plugin, const QString &survey, PictureFolder *pictures)
 {
-    const QStringList files = importFiles(survey, QStringLiteral("*.las")).mid(0, 3);
+    const QStringList files = demoInputs(survey, QStringLiteral("*.las")).mid(0, 3);
     if (files.isEmpty())
         return;
     const std::unique_ptr<QDialog> dialog(plugin.openDialog("importAction", "WellImportDialog"));
@@ -219,7 +209,7 @@ void drawWellData(const PluginWindow &plugin, const QString &survey, PictureFold
             group->setCurrentText(QStringLiteral("Porosity"));
         pictures->save(editor->window(), QStringLiteral("welldata-") + QString::fromLatin1(names[tab]));
     }
-    const QStringList tops = importFiles(survey, QStringLiteral("*_tops.txt"));
+    const QStringList tops = demoInputs(survey, QStringLiteral("*_tops.txt"));
     QDialog *dialog = tops.isEmpty() ? nullptr : openTextImport(plugin.showWellData(1), tops.first());
     if (dialog) {
         dialog->resize(820, 560);

@@ -1,11 +1,12 @@
 // The program: reads the command line, puts the parts together and runs.
 
+#include "base/messageboxasker.h"
 #include "demo/demosurvey.h"
+#include "programs/decodedarguments.h"
 #include "programs/guidedtour.h"
 #include "programs/lashandover.h"
 #include "programs/surveypreparation.h"
 #include "programs/wellrenaming.h"
-#include "workbench/activewindowasker.h"
 #include "workbench/commandline.h"
 #include "workbench/legiblestyle.h"
 #include "workbench/pluginloader.h"
@@ -14,7 +15,6 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QFile>
 #include <QStandardPaths>
 #include <QTimer>
 
@@ -28,14 +28,6 @@ constexpr int usageExitCode = 2;
 void print(std::FILE *stream, const QString &text)
 {
     std::fprintf(stream, "%s\n", qUtf8Printable(text));
-}
-
-QStringList decoded(int argc, char **argv)
-{
-    QStringList arguments;
-    for (int i = 1; i < argc; ++i)
-        arguments.append(QFile::decodeName(argv[i]));
-    return arguments;
 }
 
 int makeDemo(const QString &folder, int argc, char **argv)
@@ -64,10 +56,10 @@ int run(const workbench::CommandLine &line, int argc, char **argv)
     // Gone in the opposite order: the window with all windows of plug-ins, the plug-ins' code, the host they use.
     workbench::WorkbenchHost host(workbench::WorkbenchHost::installedDataFolder());
     QApplication::setWindowIcon(host.icon(QStringLiteral("LORVA_wlc.png")));
-    workbench::ActiveWindowAsker asker;
+    base::MessageBoxAsker asker;
     workbench::PluginLoader loader;
     workbench::WorkbenchWindow window(host, asker, workbench::dialogFileChooser());
-    window.setSurveyPreparation(prepareSurvey);
+    window.setSurveyPreparation(programs::prepareSurvey);
     host.store().setWellRenamed([&host](const QString &oldName, const QString &newName, const QStringList &others) {
         const QStringList problems = programs::followRenamedWell(host.surveyDirectory(), oldName, newName, others);
         if (!problems.isEmpty())
@@ -98,7 +90,7 @@ int run(const workbench::CommandLine &line, int argc, char **argv)
 int main(int argc, char *argv[])
 {
     std::setlocale(LC_ALL, ""); // file names on the command line are in the user's encoding
-    const workbench::CommandLine line = workbench::parseCommandLine(decoded(argc, argv));
+    const workbench::CommandLine line = workbench::parseCommandLine(programs::decodedArguments(argc, argv));
     switch (line.action) {
     case workbench::CommandLine::Action::ShowHelp:
         print(stdout, workbench::helpText());

@@ -2,6 +2,7 @@
 
 #include "base/atomicfile.h"
 #include "base/numbers.h"
+#include "programs/demoinputs.h"
 #include "programs/picturefolder.h"
 #include "survey/surveyfolder.h"
 #include "workbench/newwellsdialog.h"
@@ -10,7 +11,6 @@
 #include "workbench/workbenchhost.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QTemporaryDir>
 
 namespace programs {
@@ -53,10 +53,7 @@ void drawManagedWells(workbench::WorkbenchHost &host, base::Asker &asker, Pictur
 
 void drawNewWells(const QString &survey, base::Asker &asker, PictureFolder *pictures)
 {
-    const QDir inputs(survey + QStringLiteral("/Import"));
-    QStringList files;
-    for (const QString &name : inputs.entryList({QStringLiteral("*.las")}, QDir::Files))
-        files.append(inputs.filePath(name));
+    const QStringList files = demoInputs(survey, QStringLiteral("*.las"));
     const QTemporaryDir folder;
     const QString empty = folder.filePath(QStringLiteral("survey"));
     if (files.isEmpty() || !survey::createSurvey(empty, {}).ok())

@@ -12,9 +12,8 @@ namespace batch {
 class Arguments;
 
 /// What the options of the import say of curves.
-class CurveChoice
+struct CurveChoice
 {
-public:
     explicit CurveChoice(const Arguments &arguments);
 
     /// The name that the log of a curve gets.

@@ -14,8 +14,6 @@
 #include "programs/batch/workers.h"
 #include "survey/lasfiles.h"
 
-#include <QFileInfo>
-#include <QJsonArray>
 #include <QSet>
 
 namespace batch {

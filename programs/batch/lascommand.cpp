@@ -9,9 +9,6 @@
 #include "programs/batch/workers.h"
 #include "survey/laswellproposal.h"
 
-#include <QDir>
-#include <QFileInfo>
-
 #include <algorithm>
 
 namespace batch {

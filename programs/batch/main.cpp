@@ -3,9 +3,9 @@
 #include "programs/batch/command.h"
 #include "programs/batch/output.h"
 #include "programs/batch/run.h"
+#include "programs/decodedarguments.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QLoggingCategory>
 #include <QTextCodec>
 
@@ -24,21 +24,14 @@ void chooseEncoding()
         QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
 }
 
-QStringList decoded(int argc, char **argv)
-{
-    QStringList arguments;
-    for (int i = 1; i < argc; ++i)
-        arguments.append(QFile::decodeName(argv[i]));
-    return arguments;
-}
-
 } // namespace
 
 int main(int argc, char *argv[])
 {
     batch::prepareStreams();
     chooseEncoding();
-    const batch::CommandLine line = batch::parseCommandLine(decoded(argc, argv), batch::commands());
+    const batch::CommandLine line =
+        batch::parseCommandLine(programs::decodedArguments(argc, argv), batch::commands());
     int onlyTheName = 1; // Qt has options of its own, and they could open a window
     if (!line.command || !line.command->drawsPictures) {
         const QCoreApplication application(onlyTheName, argv);

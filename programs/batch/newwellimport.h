@@ -5,7 +5,7 @@
 
 namespace batch {
 
-class CurveChoice;
+struct CurveChoice;
 class Session;
 
 /// Makes a proposed well with the logs of its files, as the workbench does: all of it or nothing.

@@ -13,8 +13,6 @@
 #include "templates/templatetrack.h"
 #include "welldata/defaultdata.h"
 
-#include <QFileInfo>
-
 #include <algorithm>
 
 namespace batch {

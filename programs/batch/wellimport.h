@@ -6,7 +6,7 @@
 
 namespace batch {
 
-class CurveChoice;
+struct CurveChoice;
 class Session;
 
 /// What is unusual about a loaded file, as sentences.

@@ -32,7 +32,7 @@ struct OwnProgram
                  {{}, [this](QWidget *, const QString &, const QString &, const QString &) { return chosenFiles; }})
     {
         host.setWindow(&window, window.utilitiesMenu(), window.wellsMenu());
-        window.setSurveyPreparation(prepareSurvey);
+        window.setSurveyPreparation(programs::prepareSurvey);
         window.show();
         loader.loadAll({QStringLiteral(LORVA_BINARY_DIR "/lib/lorva/plugins")});
         window.setPluginReports(loader.reports());

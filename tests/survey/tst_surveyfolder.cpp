@@ -3,7 +3,6 @@
 #include "surveyfolderfixture.h"
 
 #include <QDir>
-#include <QFile>
 
 #include <limits>
 

@@ -6,11 +6,11 @@
 #include "monkey.h"
 #include "watchdog.h"
 
+#include "base/messageboxasker.h"
 #include "demo/demosurvey.h"
 #include "programs/surveypreparation.h"
 #include "support/files.h"
 #include "support/testmain.h"
-#include "workbench/activewindowasker.h"
 #include "workbench/filechooser.h"
 #include "workbench/pluginloader.h"
 #include "workbench/workbenchhost.h"
@@ -152,10 +152,10 @@ void play(const QStringList &surveys, quint32 seed)
 {
     const NoDesktop noDesktop;
     workbench::WorkbenchHost host(QStringLiteral(LORVA_SOURCE_DIR "/icons"));
-    workbench::ActiveWindowAsker asker;
+    base::MessageBoxAsker asker;
     workbench::PluginLoader loader;
     workbench::WorkbenchWindow window(host, asker, workbench::dialogFileChooser());
-    window.setSurveyPreparation(prepareSurvey);
+    window.setSurveyPreparation(programs::prepareSurvey);
     host.setWindow(&window, window.utilitiesMenu());
     window.show();
     loader.loadAll({QStringLiteral(LORVA_BINARY_DIR "/lib/lorva/plugins")});
