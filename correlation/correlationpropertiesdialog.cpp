@@ -1,8 +1,8 @@
 #include "correlation/correlationpropertiesdialog.h"
 
 #include "base/asker.h"
+#include "base/colorchoice.h"
 #include "base/keptlooks.h"
-#include "base/nestedevents.h"
 #include "base/numbers.h"
 #include "base/safename.h"
 #include "correlation/correlationmarkerstable.h"
@@ -14,7 +14,6 @@
 #include "templates/templatestore.h"
 
 #include <QCheckBox>
-#include <QColorDialog>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -374,16 +373,10 @@ void CorrelationPropertiesDialog::zoneTableCellClicked(int row, int column)
     if (column != CorrelationZonesTable::colorColumn || row < 0 || row >= m_zones->rowCount())
         return;
     const QColor current = m_zones->zoneColor(row);
-    const QPointer<QColorDialog> dialog =
-        new QColorDialog(current.isValid() ? current : QColor(QLatin1String(correlation::zoneWithoutColor)), this);
-    dialog->setWindowTitle(QStringLiteral("Select Color"));
-    const base::NestedEvents events;
-    const bool isChosen = dialog->exec() == QDialog::Accepted;
-    if (!dialog)
-        return;
-    if (isChosen)
-        m_zones->setZoneColor(row, dialog->selectedColor());
-    delete dialog;
+    const QColor color =
+        base::chooseColor(this, current.isValid() ? current : QColor(QLatin1String(correlation::zoneWithoutColor)));
+    if (color.isValid()) // else this may be gone
+        m_zones->setZoneColor(row, color);
 }
 
 CorrelationProperties CorrelationPropertiesDialog::collected() const

@@ -1,5 +1,6 @@
 #include "correlation/correlationwellstable.h"
 
+#include "base/cellproperties.h"
 #include "base/stillcombobox.h"
 #include "datastore/projectdata.h"
 #include "templates/templatestore.h"
@@ -72,7 +73,7 @@ void CorrelationWellsTable::addWell(const CorrelationWell &well)
     refillTemplates(row);
     templates->setCurrentText(well.templateName);
     connect(wells, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this, wells] {
-        refillTemplates(wells->property("row").toInt());
+        refillTemplates(wells->property(base::rowProperty).toInt());
         emit wellChosen();
     });
     connect(templates, QOverload<int>::of(&QComboBox::activated), this, &CorrelationWellsTable::templateChosen);
@@ -167,7 +168,7 @@ void CorrelationWellsTable::renumber()
     for (int row = 0; row < rowCount(); ++row)
         for (const int column : {wellColumn, templateColumn})
             if (QComboBox *box = chooser(row, column))
-                box->setProperty("row", row);
+                box->setProperty(base::rowProperty, row);
 }
 
 QVector<CorrelationWell> CorrelationWellsTable::wells() const

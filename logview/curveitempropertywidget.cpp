@@ -1,5 +1,6 @@
 #include "logview/curveitempropertywidget.h"
 
+#include "base/colorchoice.h"
 #include "base/linestylebox.h"
 #include "logview/curveitem.h"
 
@@ -43,7 +44,7 @@ void CurveItemPropertyWidget::curveNameChanged()
 
 void CurveItemPropertyWidget::lineColorChanged()
 {
-    const QColor color = chooseColor(m_curve->pen().color());
+    const QColor color = base::chooseColor(this, m_curve->pen().color());
     if (!color.isValid())
         return;
     m_lineColor->showColor(color);
@@ -52,7 +53,7 @@ void CurveItemPropertyWidget::lineColorChanged()
 
 void CurveItemPropertyWidget::fillColorChanged()
 {
-    const QColor color = chooseColor(m_curve->fillStyle().color);
+    const QColor color = base::chooseColor(this, m_curve->fillStyle().color);
     if (!color.isValid())
         return;
     m_fillColor->showColor(color);

@@ -1,5 +1,6 @@
 #include "logview/markeritempropertywidget.h"
 
+#include "base/colorchoice.h"
 #include "base/numberfield.h"
 #include "logview/markeritem.h"
 
@@ -73,7 +74,7 @@ void MarkerItemPropertyWidget::markerDepthChanged()
 
 void MarkerItemPropertyWidget::lineColorChanged()
 {
-    const QColor color = chooseColor(Qt::black);
+    const QColor color = base::chooseColor(this, Qt::black);
     if (color.isValid())
         m_marker->setLineColor(color);
 }

@@ -1,12 +1,8 @@
 #include "logview/propertypanel.h"
 
-#include "base/nestedevents.h"
-
-#include <QColorDialog>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPixmap>
-#include <QPointer>
 
 namespace {
 
@@ -48,17 +44,6 @@ void PropertyPanel::addRow(const QString &label, QWidget *field, const QString &
     caption->setBuddy(field);
     m_grid->addWidget(caption, row, 0);
     m_grid->addWidget(field, row, 1);
-}
-
-QColor PropertyPanel::chooseColor(const QColor &current)
-{
-    const base::NestedEvents events;
-    const QPointer<QColorDialog> dialog = new QColorDialog(current, this);
-    dialog->setWindowTitle(QStringLiteral("Select Color"));
-    const bool isChosen = dialog->exec() == QDialog::Accepted;
-    const QColor color = dialog && isChosen ? dialog->selectedColor() : QColor();
-    delete dialog;
-    return color;
 }
 
 ColorButton::ColorButton(const QColor &color, QWidget *parent)

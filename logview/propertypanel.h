@@ -20,10 +20,6 @@ protected:
     /// Takes the field; \a name becomes its object name.
     void addRow(const QString &label, QWidget *field, const QString &name);
 
-    /// Asks for a colour; invalid when the user cancels, or when the panel goes meanwhile: then nothing of it may be
-    /// touched.
-    QColor chooseColor(const QColor &current);
-
 private:
     QGridLayout *m_grid;
 };

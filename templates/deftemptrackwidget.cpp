@@ -1,20 +1,18 @@
 #include "templates/deftemptrackwidget.h"
 
 #include "base/cellproperties.h"
+#include "base/colorchoice.h"
 #include "base/keptlooks.h"
-#include "base/nestedevents.h"
 #include "templates/filllimit.h"
 #include "templates/filllimitmodel.h"
 #include "templates/templatechoices.h"
 
 #include <QCheckBox>
-#include <QColorDialog>
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPointer>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QScrollBar>
@@ -400,22 +398,11 @@ void DefTempTrackWidget::pointVisiCheckChanged(bool isShown)
     rowEdited();
 }
 
-QColor DefTempTrackWidget::askColor(const QColor &current)
-{
-    const QPointer<QColorDialog> dialog = new QColorDialog(current, this);
-    dialog->setWindowTitle(QStringLiteral("Select Color"));
-    const base::NestedEvents events;
-    const bool isChosen = dialog->exec() == QDialog::Accepted;
-    const QColor color = dialog && isChosen ? dialog->selectedColor() : QColor();
-    delete dialog;
-    return color;
-}
-
 void DefTempTrackWidget::cellSelected(int row, int column)
 {
     if (column != curvecolumn::Color || !isRow(row) || m_rows.isDepth())
         return;
-    const QColor color = askColor(m_rows.at(row).color);
+    const QColor color = base::chooseColor(this, m_rows.at(row).color);
     if (color.isValid()) // else this may be gone
         m_table->item(row, column)->setBackground(color);
 }
@@ -425,7 +412,7 @@ void DefTempTrackWidget::pointClrBtnClicked()
     const int row = senderRow();
     if (row < 0)
         return;
-    const QColor color = askColor(m_rows.at(row).pointColor);
+    const QColor color = base::chooseColor(this, m_rows.at(row).pointColor);
     if (!color.isValid()) // this may be gone
         return;
     widgetsOf(row)->setPointColor(color);

@@ -73,7 +73,6 @@ private:
     void moveCurrentRow(int step);
     bool keyPressed(int key);
     void tellChange();
-    QColor askColor(const QColor &current);
 
     TemplateChoices &m_choices;
     CurveRowModels m_models;

@@ -1,16 +1,14 @@
 #include "welldata/markerdatawidget.h"
 
-#include "base/nestedevents.h"
+#include "base/cellproperties.h"
+#include "base/colorchoice.h"
 #include "base/waitcursor.h"
 #include "datastore/projectdata.h"
 #include "welldata/celledit.h"
 #include "welldata/markerdatawidgetascii.h"
 #include "welldata/welldatatable.h"
 
-#include <QColorDialog>
 #include <QPointer>
-#include <QPushButton>
-#include <QScopedValueRollback>
 #include <QSet>
 
 namespace {
@@ -82,8 +80,8 @@ void MarkerDataWidget::computeDepths(int row)
 void MarkerDataWidget::tableItemChanged()
 {
     const QObject *edit = sender();
-    if (edit && edit->property("column").toInt() == mdColumn)
-        computeDepths(edit->property("row").toInt());
+    if (edit && edit->property(base::columnProperty).toInt() == mdColumn)
+        computeDepths(edit->property(base::rowProperty).toInt());
 }
 
 void MarkerDataWidget::tableDoubleClicked(QTableWidgetItem *item)
@@ -93,12 +91,7 @@ void MarkerDataWidget::tableDoubleClicked(QTableWidgetItem *item)
     const int row = item->row();
     const QColor current = item->background().color();
     const QPointer<MarkerDataWidget> self = this;
-    const base::NestedEvents events;
-    const QPointer<QColorDialog> dialog = new QColorDialog(current, this);
-    dialog->setWindowTitle(QStringLiteral("Select Color"));
-    const bool isChosen = dialog->exec() == QDialog::Accepted;
-    const QColor color = dialog && isChosen ? dialog->selectedColor() : QColor();
-    delete dialog;
+    const QColor color = base::chooseColor(this, current);
     if (!self)
         return;
     if (color.isValid() && row < table()->rows().size())

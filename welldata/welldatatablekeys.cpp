@@ -1,12 +1,12 @@
 // How the keyboard and the clipboard work in the table.
 
+#include "base/cellproperties.h"
 #include "base/textbytes.h"
 #include "welldata/celledit.h"
 #include "welldata/welldatatable.h"
 
 #include <QApplication>
 #include <QClipboard>
-#include <QComboBox>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
 
@@ -66,9 +66,9 @@ bool WellDataTable::walk(int row, int column, int key)
 bool WellDataTable::eventFilter(QObject *watched, QEvent *event)
 {
     auto *cell = qobject_cast<QWidget *>(watched);
-    if (cell && cell->property("row").isValid()) {
-        const int row = cell->property("row").toInt();
-        const int column = cell->property("column").toInt();
+    if (cell && cell->property(base::rowProperty).isValid()) {
+        const int row = cell->property(base::rowProperty).toInt();
+        const int column = cell->property(base::columnProperty).toInt();
         if (event->type() == QEvent::FocusIn && (currentRow() != row || currentColumn() != column))
             setCurrentCell(row, column);
         if (event->type() == QEvent::KeyPress && cellKeyPressed(cell, static_cast<QKeyEvent *>(event)))
@@ -79,8 +79,8 @@ bool WellDataTable::eventFilter(QObject *watched, QEvent *event)
 
 bool WellDataTable::cellKeyPressed(QWidget *cell, const QKeyEvent *event)
 {
-    const int row = cell->property("row").toInt();
-    const int column = cell->property("column").toInt();
+    const int row = cell->property(base::rowProperty).toInt();
+    const int column = cell->property(base::columnProperty).toInt();
     const bool isLine = qobject_cast<CellEdit *>(cell);
     if (walk(row, column, event->key()))
         return true;
