@@ -10,7 +10,6 @@ namespace {
 
 constexpr int shownDecimals = 2;
 constexpr double largestFixed = 1e15; // beyond it a double has no decimals, and fixed notation only zeros
-constexpr int largestPoint = 10;
 
 QString depthGroup()
 {
@@ -37,18 +36,24 @@ void forEachLimit(QVector<CurveRow> *rows, const Change &change)
     }
 }
 
+// What the lines of all tracks say: which curve, between which values.
+void takeCurve(const TemplateCurveInfo &curve, CurveRow *row)
+{
+    row->group = curve.group;
+    row->curve = curve.curve;
+    row->minimum = writtenValue(curve.minimum);
+    row->maximum = writtenValue(curve.maximum);
+    row->shownMinimum = shownValue(curve.minimum);
+    row->shownMaximum = shownValue(curve.maximum);
+    row->hasOwnValues = true;
+}
+
 // What the line of a depth track says beside these means nothing; where the track becomes another, its rows are like
 // new ones.
 CurveRow depthRow(const TemplateCurveInfo &curve)
 {
     CurveRow row = CurveRow::added(DepthTrack);
-    row.group = curve.group;
-    row.curve = curve.curve;
-    row.minimum = writtenValue(curve.minimum);
-    row.maximum = writtenValue(curve.maximum);
-    row.shownMinimum = shownValue(curve.minimum);
-    row.shownMaximum = shownValue(curve.maximum);
-    row.hasOwnValues = true;
+    takeCurve(curve, &row);
     return row;
 }
 
@@ -87,13 +92,7 @@ CurveRow CurveRow::added(int trackType)
 CurveRow CurveRow::of(const TemplateCurveInfo &curve)
 {
     CurveRow row;
-    row.group = curve.group;
-    row.curve = curve.curve;
-    row.minimum = writtenValue(curve.minimum);
-    row.maximum = writtenValue(curve.maximum);
-    row.shownMinimum = shownValue(curve.minimum);
-    row.shownMaximum = shownValue(curve.maximum);
-    row.hasOwnValues = true;
+    takeCurve(curve, &row);
     row.color = validOr(curve.color, Qt::black);
     row.leftFillIndex = curve.leftFillIndex;
     row.leftFillColor = validOr(curve.leftFillColor, Qt::white);
@@ -105,7 +104,7 @@ CurveRow CurveRow::of(const TemplateCurveInfo &curve)
     row.lineWidthIndex = curve.penWidth - 1;
     row.isCalibrationShown = curve.isCalibrationShown;
     row.pointColor = validOr(curve.pointColor, Qt::black);
-    row.pointSize = std::clamp(curve.pointSize, 1, largestPoint);
+    row.pointSize = std::clamp(curve.pointSize, 1, largestPointSize);
     row.pointShape = curve.pointShape == 1 ? QStringLiteral("Circle") : QStringLiteral("Rectangle");
     return row;
 }

@@ -13,6 +13,8 @@ QString shownValue(double value);
 /// One row of the curve table of a track: what is written of it, and what the table shows where that is another text.
 struct CurveRow : TemplateCurveRow
 {
+    static constexpr int largestPointSize = 10; ///< of calibration points; the smallest is 1
+
     QString shownMinimum;
     QString shownMaximum;
     bool hasOwnValues = false; ///< loaded or typed, not proposed

@@ -23,7 +23,6 @@ constexpr int frameWidth = 4; // of a value's field, both sides
 constexpr double smallerFont = 2.5; // points
 constexpr int lineBoxWidth = 80;
 constexpr int swatchSide = 100;
-constexpr int largestPoint = 10;
 const char colorProperty[] = "clr";
 
 QComboBox *makeBox(const QStringList &texts)
@@ -124,7 +123,7 @@ void CurveRowWidgets::makeCurveCells(const CurveRowModels &models)
     m_pointColor->setAutoDefault(false);
     m_pointColor->setIconSize(QSize(swatchSide, swatchSide));
     m_pointSize = put(curvecolumn::PointSize, new QSpinBox);
-    m_pointSize->setRange(1, largestPoint);
+    m_pointSize->setRange(1, CurveRow::largestPointSize);
     m_pointShape = put(curvecolumn::PointShape, makeBox({QStringLiteral("Rectangle"), QStringLiteral("Circle")}));
 }
 

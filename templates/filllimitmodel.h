@@ -11,7 +11,6 @@ class FillLimitModel : public QAbstractListModel
 public:
     FillLimitModel(const QString &boundary, QObject *parent);
 
-    const QString &boundary() const { return m_boundary; }
     void setCurveCount(int count);
 
     int rowCount(const QModelIndex &parent = {}) const override;

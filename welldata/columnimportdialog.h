@@ -47,7 +47,6 @@ public:
     ColumnImportDialog(ProjectData &projectData, const ColumnImportTexts &texts, QWidget *parent);
     ~ColumnImportDialog() override;
 
-    ColumnPreview *preview() const { return m_preview; }
     /// Lets the user choose a file, from the folder of the last one on; empty when he gives up. Tests put their own here.
     std::function<QString(QWidget *parent, const QString &title, const QString &folder, const QString &filter)>
         chooseFile;

@@ -124,7 +124,7 @@ bool DefineCalibrationPoint::importPoints(const QString &to, const QString &grou
         if (!self)
             return true;
         setCalibrationData(stored);
-        const QVector<int> without = rowsWithoutNumber(rows, 2);
+        const QVector<int> without = rowsWithoutNumber(rows);
         if (to == wellName() && !without.isEmpty())
             setStatus(QStringLiteral("No number in %1: read as 0.").arg(welldata::rowList(without)));
     }

@@ -75,7 +75,7 @@ bool DefineWellPerforation::importZones(const welldata::WellChoice &to, const we
         load();
         if (!self)
             return true;
-        const QVector<int> without = rowsWithoutNumber(rows, 2);
+        const QVector<int> without = rowsWithoutNumber(rows);
         if (!without.isEmpty())
             addStatus(QStringLiteral("No number in %1: read as 0.").arg(welldata::rowList(without)));
     }

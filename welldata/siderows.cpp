@@ -158,12 +158,12 @@ CalibrationRecord pointRecord(const QString &wellName, const QString &groupName,
     return record;
 }
 
-QVector<int> rowsWithoutNumber(const QVector<TableRow> &rows, int numberCount)
+QVector<int> rowsWithoutNumber(const QVector<TableRow> &rows)
 {
     QVector<int> without;
     for (int i = 0; i < rows.size(); ++i) {
-        const auto first = rows.at(i).numbers.begin();
-        if (!std::all_of(first, first + numberCount, [](const NumberCell &cell) { return cell.isNumber(); }))
+        const auto &numbers = rows.at(i).numbers;
+        if (!numbers[0].isNumber() || !numbers[1].isNumber())
             without.append(i + 1);
     }
     return without;

@@ -31,8 +31,8 @@ QVector<TableRow> pointRows(const CalibrationRecord &record);
 QVector<TableRow> pointRows(const ColumnFile &file);
 CalibrationRecord pointRecord(const QString &wellName, const QString &groupName, const QVector<TableRow> &rows);
 
-/// The rows, from 1, with a cell among the first \a numberCount numbers that holds none and is stored as 0.
-QVector<int> rowsWithoutNumber(const QVector<TableRow> &rows, int numberCount);
+/// The rows of zones or points, from 1, one of whose two numbers is none and is stored as 0.
+QVector<int> rowsWithoutNumber(const QVector<TableRow> &rows);
 /// "row 3" or "rows 3, 4, 7 and 12 more".
 QString rowList(const QVector<int> &rows);
 

@@ -77,7 +77,6 @@ private:
     bool walk(int row, int column, int key);
     bool cellKeyPressed(QWidget *cell, const QKeyEvent *event);
     bool clipboardKeyPressed(const QKeyEvent *event, bool isInLine);
-    void openColor(int row);
     void addRows(int count);
     void copySelected() const;
     bool paste(bool isInLine);

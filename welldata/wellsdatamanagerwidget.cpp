@@ -35,8 +35,7 @@ WellsDataManagerWidget::WellsDataManagerWidget(ProjectData &projectData, QWidget
     m_wells->setMinimumContentsLength(18);
     m_wells->setMaxVisibleItems(20);
     m_tabs->setObjectName(QStringLiteral("editorTabs"));
-    for (QWidget *editor : {static_cast<QWidget *>(m_defaultData), static_cast<QWidget *>(m_markers),
-                            static_cast<QWidget *>(m_zones), static_cast<QWidget *>(m_points)})
+    for (QWidget *editor : std::initializer_list<QWidget *>{m_defaultData, m_markers, m_zones, m_points})
         m_tabs->addTab(editor, editor->windowTitle());
     auto *label = new QLabel(QStringLiteral("Well"));
     label->setBuddy(m_wells);
@@ -66,12 +65,16 @@ QString WellsDataManagerWidget::chosenKey() const
     return m_wells->currentData().toString();
 }
 
+QVector<WellTableEditor *> WellsDataManagerWidget::tableEditors() const
+{
+    return {m_points, m_zones, m_markers};
+}
+
 // A table whose changes could not be saved though the user wanted it stays, and its well with it.
 void WellsDataManagerWidget::wellChanged(int index)
 {
     const QPointer<WellsDataManagerWidget> self = this;
-    for (WellTableEditor *editor : {static_cast<WellTableEditor *>(m_points), static_cast<WellTableEditor *>(m_zones),
-                                    static_cast<WellTableEditor *>(m_markers)}) {
+    for (WellTableEditor *editor : tableEditors()) {
         const bool mayLeave = editor->mayLeave();
         if (!self)
             return;
@@ -110,9 +113,7 @@ void WellsDataManagerWidget::synchronise()
     m_shownWell = index;
     if (!isSame) {
         if (index > 0)
-            for (WellTableEditor *editor :
-                 {static_cast<WellTableEditor *>(m_points), static_cast<WellTableEditor *>(m_zones),
-                  static_cast<WellTableEditor *>(m_markers)})
+            for (WellTableEditor *editor : tableEditors())
                 editor->followName(m_wells->itemText(index));
         wellChanged(index);
         return;

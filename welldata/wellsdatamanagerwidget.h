@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QVector>
 #include <QWidget>
 
 QT_BEGIN_NAMESPACE
@@ -11,6 +12,7 @@ class DefaultDataClass;
 class DefineCalibrationPoint;
 class DefineWellPerforation;
 class MarkerDataWidget;
+class WellTableEditor;
 struct ProjectData;
 
 /// The work area "Well Data Manager": a choice of well above the editors of its default logs, markers, perforation
@@ -42,6 +44,7 @@ public slots:
 private:
     void fillWells();
     QString chosenKey() const;
+    QVector<WellTableEditor *> tableEditors() const;
 
     ProjectData &m_data;
     QString m_wellName;

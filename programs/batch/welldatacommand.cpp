@@ -110,8 +110,7 @@ void addOutcome(Session &session, const Arguments &arguments, const QString &wha
 
 void noteZeros(const QVector<welldata::TableRow> &rows, const Arguments &arguments, Result *result)
 {
-    constexpr int numbers = 2; // of zones and of points
-    const QVector<int> without = welldata::rowsWithoutNumber(rows, numbers);
+    const QVector<int> without = welldata::rowsWithoutNumber(rows);
     if (!without.isEmpty())
         result->notices.append(QStringLiteral("%1: no number in %2; it is read as 0.")
                                    .arg(placeOfRows(arguments), welldata::rowList(without)));

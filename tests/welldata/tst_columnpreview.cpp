@@ -2,6 +2,7 @@
 
 #include "support/grabbed.h"
 #include "support/testmain.h"
+#include "welldata/columnfiletext.h"
 #include "welldata/columnpreview.h"
 
 #include <QLabel>
