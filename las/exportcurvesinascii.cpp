@@ -1,11 +1,11 @@
 #include "las/exportcurvesinascii.h"
 
 #include "base/asker.h"
+#include "base/waitcursor.h"
 #include "datastore/projectdata.h"
 #include "las/checklist.h"
 #include "las/curvetextwriter.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFormLayout>
@@ -112,15 +112,16 @@ void ExportCurvesInAscii::exportClicked()
     bool hasFailed = false;
     bool hasWritten = false;
     las::NameList unread;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    for (const las::ListedLog &log : las::checkedLogs(m_logs)) {
-        const Outcome outcome = exportLog(log);
-        hasFailed = hasFailed || outcome != Outcome::Written;
-        hasWritten = hasWritten || outcome == Outcome::Written;
-        if (outcome == Outcome::Unread)
-            unread.add(m_wellBox->currentText(), log.name);
+    {
+        const base::WaitCursor waiting;
+        for (const las::ListedLog &log : las::checkedLogs(m_logs)) {
+            const Outcome outcome = exportLog(log);
+            hasFailed = hasFailed || outcome != Outcome::Written;
+            hasWritten = hasWritten || outcome == Outcome::Written;
+            if (outcome == Outcome::Unread)
+                unread.add(m_wellBox->currentText(), log.name);
+        }
     }
-    QApplication::restoreOverrideCursor();
     if (!unread.isEmpty())
         m_data.host.showError(las::unreadableLogsText(unread));
     if (!self)

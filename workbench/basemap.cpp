@@ -10,7 +10,6 @@
 #include <QToolTip>
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 
 namespace workbench {
@@ -25,11 +24,6 @@ constexpr double tickSpacingPx = 90;
 constexpr double longestScaleBarPx = 110;
 constexpr double widestLabelPx = 130;
 constexpr double outerMarginPx = 8;
-
-bool isFinite(const QPointF &point)
-{
-    return std::isfinite(point.x()) && std::isfinite(point.y());
-}
 
 } // namespace
 

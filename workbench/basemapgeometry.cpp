@@ -15,11 +15,6 @@ namespace {
 constexpr double farthestCoordinate = 1e9;
 constexpr double samePlacePx = 0.5;
 
-bool isFinite(const QPointF &point)
-{
-    return std::isfinite(point.x()) && std::isfinite(point.y());
-}
-
 /// Rectangles that are taken, found again by the squares of a coarse grid that they touch.
 class TakenSpace
 {
@@ -89,8 +84,8 @@ QVector<MapTick> ticks(double from, double to, double metresPerPixel, double spa
     QVector<MapTick> result;
     const double step = std::max(1.0, niceNumberAbove(spacingPx * metresPerPixel));
     for (double index = std::ceil(from / step); index * step <= to; ++index)
-        result.append({index * step, toPixel(index * step),
-                       QString::fromLatin1(base::formatFixed(index == 0 ? 0 : index * step, 0))});
+        result.append(
+            {toPixel(index * step), QString::fromLatin1(base::formatFixed(index == 0 ? 0 : index * step, 0))});
     return result;
 }
 
@@ -110,6 +105,11 @@ MapSymbol mapSymbolOf(int wellTypeCode)
     default:
         return MapSymbol::Other;
     }
+}
+
+bool isFinite(const QPointF &point)
+{
+    return std::isfinite(point.x()) && std::isfinite(point.y());
 }
 
 bool hasPosition(const MapWell &well)

@@ -26,6 +26,9 @@ struct MapWell
     int typeCode = host::NoWellType;
 };
 
+/// Whether both coordinates are.
+bool isFinite(const QPointF &point);
+
 /// Whether the well can be drawn: finite coordinates of a sensible size that are not 0,0, which stands for "none".
 bool hasPosition(const MapWell &well);
 
@@ -55,9 +58,8 @@ private:
 
 struct MapTick
 {
-    double value = 0; ///< metres
     double pixel = 0;
-    QString text;
+    QString text; ///< metres
 };
 
 /// The next number of the series 1, 2, 5, 10, … that is not smaller.

@@ -19,8 +19,9 @@ struct CommandLine
     QString error; ///< why the arguments are refused, as a sentence
 };
 
-/// Reads the arguments that follow the program's name. One that ends in ".las" is a LAS file, another one the survey. "--option value" and "--option=value" are the same; a
-/// value that begins with "-" needs the second form, a folder like that stands behind "--".
+/// Reads the arguments that follow the program's name. One that ends in ".las" is a LAS file, another one the survey.
+/// "--option value" and "--option=value" are the same; a value that begins with "-" needs the second form, a folder like
+/// that stands behind "--".
 CommandLine parseCommandLine(const QStringList &arguments);
 
 /// One line without a line feed.

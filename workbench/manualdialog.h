@@ -4,7 +4,7 @@
 
 namespace workbench {
 
-/// Shows the pages of the manual from their folder; links between them work. One page is the first: "README.md".
+/// Shows the pages of the manual from their folder, "README.md" first; links between them work.
 class ManualDialog : public QDialog
 {
     Q_OBJECT

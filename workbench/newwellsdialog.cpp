@@ -11,10 +11,8 @@
 #include "workbench/reportdialog.h"
 #include "workbench/windowsettings.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileInfo>

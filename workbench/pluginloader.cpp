@@ -1,5 +1,7 @@
 #include "workbench/pluginloader.h"
 
+#include "workbench/plugininforecord.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>

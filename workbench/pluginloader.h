@@ -1,7 +1,5 @@
 #pragma once
 
-#include "workbench/plugininforecord.h"
-
 #include <QLibrary>
 #include <QString>
 #include <QStringList>

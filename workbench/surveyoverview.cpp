@@ -3,8 +3,8 @@
 #include "base/emptyhint.h"
 #include "workbench/basemap.h"
 #include "workbench/wellsmodel.h"
+#include "workbench/widgetkey.h"
 
-#include <QAction>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -116,15 +116,11 @@ void SurveyOverview::buildTable()
 
 void SurveyOverview::addTableKey(const QKeySequence &keys, void (SurveyOverview::*requested)(const QString &))
 {
-    auto *action = new QAction(m_table);
-    action->setShortcut(keys);
-    action->setShortcutContext(Qt::WidgetShortcut);
-    connect(action, &QAction::triggered, this, [this, requested] {
+    connect(addWidgetKey(m_table, keys), &QAction::triggered, this, [this, requested] {
         const QString key = selectedKey();
         if (!key.isEmpty())
             emit(this->*requested)(key);
     });
-    m_table->addAction(action);
 }
 
 void SurveyOverview::setWells(const QVector<survey::WellSummary> &wells, survey::DepthUnit unit)

@@ -16,7 +16,7 @@ namespace workbench {
 /// The well as the survey has it now; empty when it has gone.
 host::WellEntry storedWell(survey::SurveyStore &store, const QString &key);
 
-/// What a user does to a well.
+/// One of those below.
 using WellAction = bool (*)(survey::SurveyStore &store, base::Asker &asker, const host::WellEntry &well,
                             QWidget *parent);
 

@@ -7,9 +7,9 @@
 #include "workbench/statecolors.h"
 #include "workbench/tooltiptext.h"
 #include "workbench/topsdialog.h"
+#include "workbench/widgetkey.h"
 #include "workbench/windowsettings.h"
 
-#include <QAction>
 #include <QColorDialog>
 #include <QFileInfo>
 #include <QHeaderView>
@@ -84,6 +84,18 @@ QString withoutTopsText(const survey::TopsFile &file, const QString &fileName, c
     return wells.isEmpty() ? text : text + QStringLiteral(" Its wells are: %1.").arg(firstOf(wells));
 }
 
+// Each on a line of its own.
+QString noticesOf(const survey::TopsMerge &merge)
+{
+    QString text;
+    if (!merge.repeated.isEmpty())
+        text += QStringLiteral("\nAt several depths, and so with a number behind the further ones: %1.")
+                    .arg(firstOf(merge.repeated));
+    if (!merge.outside.isEmpty())
+        text += QStringLiteral("\nBelow the total depth and so left out: %1.").arg(firstOf(merge.outside));
+    return text;
+}
+
 } // namespace
 
 WellContents::WellContents(survey::SurveyStore &store, base::Asker &asker, const FileChooser &chooser,
@@ -118,7 +130,7 @@ void WellContents::buildWidgets()
     m_tree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_tree->header()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
     connect(m_tree, &QTreeWidget::itemSelectionChanged, this, [this] {
-        if (isA(current(), Log))
+        if (isA(current(), LogKind))
             countSamples(current());
         enableButtons();
     });
@@ -130,15 +142,8 @@ void WellContents::buildWidgets()
     m_color = addButton("markerColorButton", QStringLiteral("&Colour…"), &WellContents::chooseColor);
     m_delete = addButton("removeLogButton", QStringLiteral("&Remove…"), &WellContents::deleteCurrent);
     m_tops = addButton("importTopsButton", QStringLiteral("Import &tops…"), &WellContents::importTops);
-    const auto addShortcut = [this](const QKeySequence &keys, QPushButton *button) {
-        auto *action = new QAction(m_tree);
-        action->setShortcut(keys);
-        action->setShortcutContext(Qt::WidgetShortcut);
-        connect(action, &QAction::triggered, button, &QPushButton::click);
-        m_tree->addAction(action);
-    };
-    addShortcut(Qt::Key_F2, m_rename);
-    addShortcut(QKeySequence::Delete, m_delete);
+    connect(addWidgetKey(m_tree, Qt::Key_F2), &QAction::triggered, m_rename, &QPushButton::click);
+    connect(addWidgetKey(m_tree, QKeySequence::Delete), &QAction::triggered, m_delete, &QPushButton::click);
 
     m_status = new QLabel(this);
     m_status->setObjectName(QStringLiteral("contentsStatus"));
@@ -173,7 +178,7 @@ QTreeWidgetItem *WellContents::current() const
 void WellContents::enableButtons()
 {
     const bool isMarker = isA(current(), MarkerKind);
-    const bool isThing = isMarker || isA(current(), Log);
+    const bool isThing = isMarker || isA(current(), LogKind);
     m_rename->setEnabled(isThing);
     m_delete->setEnabled(isThing);
     m_depth->setEnabled(isMarker);
@@ -220,7 +225,7 @@ void WellContents::fillLogs()
     const QVector<host::LogInfo> logs = m_store.logs(m_well.key).value;
     auto *group = new QTreeWidgetItem(m_tree, {QStringLiteral("Logs (%1)").arg(logs.size())});
     for (const host::LogInfo &log : logs) {
-        QTreeWidgetItem *item = newItem(group, Log, log.name);
+        QTreeWidgetItem *item = newItem(group, LogKind, log.name);
         item->setText(UnitColumn, log.unit);
         for (const int column : {SamplesColumn, TopColumn, BaseColumn})
             item->setText(column, QStringLiteral("?"));
@@ -294,7 +299,7 @@ void WellContents::beginDepth()
 
 void WellContents::edit(QTreeWidgetItem *item, int column)
 {
-    const bool isName = column == NameColumn && (isA(item, Log) || isA(item, MarkerKind));
+    const bool isName = column == NameColumn && (isA(item, LogKind) || isA(item, MarkerKind));
     if (!isName && !(column == TopColumn && isA(item, MarkerKind)))
         return;
     if (m_tree->isPersistentEditorOpen(item, NameColumn) || m_tree->isPersistentEditorOpen(item, TopColumn))
@@ -355,7 +360,7 @@ void WellContents::chooseColor()
 
 void WellContents::deleteCurrent()
 {
-    if (isA(current(), Log))
+    if (isA(current(), LogKind))
         deleteLog(current()->data(NameColumn, nameRole).toString());
     else if (isA(current(), MarkerKind))
         deleteMarker(markerIndex(current()));
@@ -412,11 +417,7 @@ void WellContents::importTops()
     const bool isOtherName = !names.contains(m_well.name);
     if (isOtherName)
         found += QStringLiteral("\nThe file calls its only well \"%1\".").arg(names.first());
-    if (!merge.repeated.isEmpty())
-        found += QStringLiteral("\nAt several depths, and so with a number behind the further ones: %1.")
-                     .arg(firstOf(merge.repeated));
-    if (!merge.outside.isEmpty())
-        found += QStringLiteral("\nBelow the total depth and so left out: %1.").arg(firstOf(merge.outside));
+    found += noticesOf(merge);
     if (!file.unit && merge.outside.size() == tops.size())
         found += QStringLiteral("\nThe file tells no unit of its depths; a title like \"MD (%1)\" would.")
                      .arg(unit == survey::DepthUnit::Foot ? QLatin1String("m") : QLatin1String("ft"));

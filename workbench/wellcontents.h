@@ -36,7 +36,7 @@ signals:
     void changed();
 
 private:
-    enum Kind { Log = 1, MarkerKind };
+    enum Kind { LogKind = 1, MarkerKind }; ///< of an item; without one it is a group
 
     void buildWidgets();
     QPushButton *addButton(const char *objectName, const QString &text, void (WellContents::*clicked)());
@@ -53,7 +53,6 @@ private:
     void beginDepth();
     void edit(QTreeWidgetItem *item, int column);
     void takeEdit(QTreeWidgetItem *item, int column);
-    void renameLog(const QString &oldName, const QString &newName);
     void chooseColor();
     void deleteCurrent();
     void deleteLog(const QString &name);

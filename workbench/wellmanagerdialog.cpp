@@ -6,9 +6,9 @@
 #include "workbench/wellactions.h"
 #include "workbench/wellcontents.h"
 #include "workbench/welleditdialog.h"
+#include "workbench/widgetkey.h"
 #include "workbench/windowsettings.h"
 
-#include <QAction>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -107,15 +107,8 @@ QWidget *WellManagerDialog::buildWellsSide()
         addButton("deleteWellButton", QStringLiteral("&Delete…"), &WellManagerDialog::deleteCurrent);
     edit->setDefault(true);
     m_wellButtons = {edit, rename, remove};
-    const auto addShortcut = [this](const QKeySequence &keys, QPushButton *button) {
-        auto *action = new QAction(m_list);
-        action->setShortcut(keys);
-        action->setShortcutContext(Qt::WidgetShortcut);
-        connect(action, &QAction::triggered, button, &QPushButton::click);
-        m_list->addAction(action);
-    };
-    addShortcut(Qt::Key_F2, rename);
-    addShortcut(QKeySequence::Delete, remove);
+    connect(addWidgetKey(m_list, Qt::Key_F2), &QAction::triggered, rename, &QPushButton::click);
+    connect(addWidgetKey(m_list, QKeySequence::Delete), &QAction::triggered, remove, &QPushButton::click);
 
     auto *buttons = new QVBoxLayout;
     for (QPushButton *button : {add, edit, rename, remove})

@@ -52,7 +52,7 @@ QString textOf(const survey::WellSummary &well, int column)
     if (std::fabs(number) >= largestPlainNumber)
         return QString::fromLatin1(base::formatGeneral(number, 6));
     const bool isCount = column == WellsModel::LogsColumn || column == WellsModel::MarkersColumn;
-    // Adding 0 turns what rounds to "-0.00" into a plain zero.
+    // What rounds to "-0.00" is a plain zero.
     const double scale = std::pow(10.0, decimals);
     return QString::fromLatin1(
         base::formatFixed(std::fabs(number) * scale < 0.5 ? 0.0 : number, isCount ? 0 : decimals));

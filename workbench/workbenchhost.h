@@ -57,7 +57,7 @@ private:
     survey::SurveyStore m_store;
     QPointer<QWidget> m_window;
     QPointer<QWidget> m_lastWindow; ///< of the windows of workbench and plug-ins the one that had the focus last
-    QObject m_whileAlive;
+    QObject m_whileAlive; ///< ends the connections with the host, which is no QObject
     QPointer<QMenu> m_menu;
     QPointer<QMenu> m_wellsMenu;
     QHash<int, QPointer<QAction>> m_actions;

@@ -2,6 +2,7 @@
 
 #include "base/asker.h"
 #include "base/keptlooks.h"
+#include "base/waitcursor.h"
 #include "survey/surveyfolder.h"
 #include "survey/surveyplace.h"
 #include "workbench/commandline.h"
@@ -19,7 +20,6 @@
 #include "workbench/windowsettings.h"
 #include "workbench/workbenchhost.h"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
 #include <QDragEnterEvent>
@@ -241,7 +241,18 @@ void WorkbenchWindow::refresh()
     if (m_isReading)
         return;
     const QScopedValueRollback<bool> reading(m_isReading, true);
-    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const host::Outcome<QVector<survey::WellSummary>> wells = readWells();
+    showSurveyName();
+    enableActions();
+    if (wells.ok())
+        showHint();
+    showListError(wells.error);
+}
+
+// Shows them, and what could not be read, as well.
+host::Outcome<QVector<survey::WellSummary>> WorkbenchWindow::readWells()
+{
+    const base::WaitCursor waiting;
     m_readErrors.clear();
     survey::DepthUnit depthUnit = survey::DepthUnit::Metre;
     host::Outcome<QVector<survey::WellSummary>> wells;
@@ -260,12 +271,7 @@ void WorkbenchWindow::refresh()
     m_wellCount = wells.value.size();
     m_overview->setWells(wells.value, depthUnit);
     showMessages();
-    QApplication::restoreOverrideCursor();
-    showSurveyName();
-    enableActions();
-    if (wells.ok())
-        showHint();
-    showListError(wells.error);
+    return wells;
 }
 
 // A plug-in that reads thousands of damaged logs in one go rebuilds the list once.
@@ -455,7 +461,7 @@ void WorkbenchWindow::importTops(const QStringList &paths)
         refresh();
 }
 
-// Files and folders of LAS files, and tables of tops, with a survey open; without one the hint says what comes first.
+// Whether it is a survey, LAS files or tables of tops shows at the drop.
 void WorkbenchWindow::dragEnterEvent(QDragEnterEvent *event)
 {
     if (event->mimeData()->hasUrls())

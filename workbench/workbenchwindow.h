@@ -20,6 +20,10 @@ namespace base {
 class Asker;
 }
 
+namespace survey {
+struct WellSummary;
+}
+
 namespace workbench {
 
 class HintPage;
@@ -45,9 +49,9 @@ public:
     QMenu *wellsMenu() const { return m_wells; }
     void setPluginReports(const QVector<PluginReport> &reports);
 
-    /// Called with the folder of each new survey before it is opened: what its plug-ins will need there.
     /// Offers the demo survey: \a make makes it in \a folder where it is not there yet, and gives why it could not.
     void setDemoSurvey(const QString &folder, const std::function<QString(const QString &)> &make);
+    /// \a prepare is called with the folder of each new survey before it is opened: it makes what plug-ins need there.
     void setSurveyPreparation(const std::function<void(const QString &)> &prepare) { m_prepare = prepare; }
 
     /// Opens the folder; when it is no survey a box says why, and the survey that was open stays.
@@ -83,6 +87,7 @@ private:
     void openDemo();
     void showHint();
     void enableActions();
+    host::Outcome<QVector<survey::WellSummary>> readWells();
     QDateTime wellsTime() const;
     QWidgetList pluginWindows() const;
     void showListError(const QString &error);

@@ -3,6 +3,7 @@
 #include "support/files.h"
 #include "support/testmain.h"
 #include "workbench/hostaccess.h"
+#include "workbench/plugininforecord.h"
 #include "workbench/pluginloader.h"
 #include "workbench/workbenchhost.h"
 
