@@ -4,7 +4,6 @@
 #include "datastore/textfields.h"
 #include "datastore/wellscatalogue.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace correlation {

@@ -19,7 +19,6 @@ const QString markerKey = QStringLiteral("Marker:");
 const QString perforationKey = QStringLiteral("Perforation Flag:");
 const QString zonesKey = QStringLiteral("Zones:");
 constexpr int wellsBegin = 4; // line of the first well
-constexpr int zoneFieldCount = 7;
 
 QByteArray number(double value, double otherwise)
 {

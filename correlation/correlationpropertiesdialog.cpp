@@ -11,7 +11,6 @@
 #include "correlation/correlationwellstable.h"
 #include "correlation/correlationzonestable.h"
 #include "datastore/projectdata.h"
-#include "templates/templatestore.h"
 
 #include <QCheckBox>
 #include <QComboBox>

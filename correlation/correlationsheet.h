@@ -10,8 +10,8 @@ class CorrelationView;
 
 namespace correlation {
 
-/// A correlation as it is to be printed, as it was drawn last, with all wells made. Its depths are those of the well whose tracks are the
-/// longest.
+/// A correlation as it is to be printed, as it was drawn last, with all wells made. Its depths are those of the well
+/// whose tracks are the longest.
 logview::SheetContents sheetContents(const QGraphicsScene &headerScene, const CorrelationView &view);
 
 } // namespace correlation

@@ -39,10 +39,7 @@ QString correlationsFolder(const Project &project)
 KnownNames knownNames(const ProjectData &data)
 {
     return {[&data](const QString &well) { return data.catalogue.indexOf(well) >= 0; },
-            [&data](const QString &well, const QString &name) {
-                return data.project.globalTemplateNames.contains(name)
-                    || wellTemplateNames(data.project, well).contains(name);
-            }};
+            [&data](const QString &well, const QString &name) { return hasTemplate(data.project, name, well); }};
 }
 
 bool exists(const Project &project, const QString &name)

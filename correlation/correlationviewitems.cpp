@@ -43,13 +43,11 @@ void CorrelationView::makeWell(int index)
         if (!m_isPlacing)
             emit statusChanged(m_notes);
     }
-    if (column.right > column.left)
-        m_headerScene->addItem([&] {
-            auto *banner =
-                new WellNameItem(drawing.wellName, static_cast<float>(column.right - column.left), nullptr);
-            banner->setPos(column.left, 0);
-            return banner;
-        }());
+    if (column.right > column.left) {
+        auto *banner = new WellNameItem(drawing.wellName, static_cast<float>(column.right - column.left), nullptr);
+        banner->setPos(column.left, 0);
+        m_headerScene->addItem(banner);
+    }
     drawMarkers(drawing.wellName, column);
 }
 

@@ -33,8 +33,7 @@ QVector<TrackInfo> CorrelationWells::tracks(const CorrelationWell &named, bool *
     auto found = m_templates.find(key);
     if (found == m_templates.end()) {
         Template read;
-        read.isGone = !m_data.project.globalTemplateNames.contains(named.templateName)
-            && !wellTemplateNames(m_data.project, named.wellName).contains(named.templateName);
+        read.isGone = !hasTemplate(m_data.project, named.templateName, named.wellName);
         const QString name = read.isGone ? QStringLiteral("Default") : named.templateName;
         if (const Well *known = well(named.wellName))
             for (const TrackInfo &track : loadTemplate(m_data.project, name, named.wellName))

@@ -193,6 +193,7 @@ void CorrelationWellsTable::offerTemplates()
     }
 }
 
+// For the well of the row; the chosen template stays where that has it.
 void CorrelationWellsTable::refillTemplates(int row)
 {
     QComboBox *templates = chooser(row, templateColumn);

@@ -29,8 +29,6 @@ public:
     /// Moves the current row up (-1) or down (1), with the keyboard where it is; nothing at the end of the table.
     void moveCurrentWell(int step);
     QVector<CorrelationWell> wells() const;
-    /// Fills the template chooser of a row anew for its well; the chosen template stays where the well has it.
-    void refillTemplates(int row);
     /// Brings the lists of all template choosers up to date; what is chosen stays, also where it is gone.
     void offerTemplates();
 
@@ -43,6 +41,7 @@ signals:
 
 private:
     QComboBox *chooser(int row, int column) const;
+    void refillTemplates(int row);
     void renumber();
     void showWell(int row, const CorrelationWell &well);
     void showMenu(const QPoint &place);

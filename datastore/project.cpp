@@ -69,9 +69,14 @@ QStringList subFolderNames(const Project &project, const QString &folder)
     return names;
 }
 
+QString globalTemplatesFolder(const Project &project)
+{
+    return project.projectFolder + QStringLiteral("/Templates/Global");
+}
+
 QStringList globalTemplateNames(const Project &project)
 {
-    return subFolderNames(project, project.projectFolder + QStringLiteral("/Templates/Global"));
+    return subFolderNames(project, globalTemplatesFolder(project));
 }
 
 QStringList linksOutOfSurvey(const Project &project)

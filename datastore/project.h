@@ -38,5 +38,7 @@ QStringList subFolderNames(const Project &project, const QString &folder);
 /// The links in the project that lead out of the survey or nowhere: nothing is read, written or removed there.
 QStringList linksOutOfSurvey(const Project &project);
 
+/// The folder of the templates that every well may use.
+QString globalTemplatesFolder(const Project &project);
 /// The global templates on disk as they are now, in the order in which the folder is read.
 QStringList globalTemplateNames(const Project &project);

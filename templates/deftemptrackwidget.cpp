@@ -342,7 +342,7 @@ void DefTempTrackWidget::showTypeTips()
     }
 }
 
-// The groups that a curve is moved to propose the values that they were last used with, unless it has its own.
+// A curve without values of its own gets those that its new group was last used with.
 void DefTempTrackWidget::repopulateCurveBox()
 {
     const int row = senderRow();

@@ -66,16 +66,10 @@ std::tuple<bool, int, QString, QString> trackOrder(const QString &fileName)
     return {!number, digits.size(), digits, fileName};
 }
 
-QString folderOf(const Project &project, const TemplateId &which)
-{
-    return which.isGlobal ? globalTemplateFolder(project, which.name)
-                          : templateFolder(project, which.name, which.wellName);
-}
-
 // In the order of the tracks.
 QStringList trackPaths(const Project &project, const TemplateId &which)
 {
-    const QString folder = folderOf(project, which);
+    const QString folder = templateFolder(project, which);
     QStringList files = projectEntries(project.projectFolder, folder, QDir::Files, QDir::Unsorted);
     std::sort(files.begin(), files.end(),
               [](const QString &a, const QString &b) { return trackOrder(a) < trackOrder(b); });
@@ -93,7 +87,13 @@ QString templateFolder(const Project &project, const QString &templateName, cons
 
 QString globalTemplateFolder(const Project &project, const QString &templateName)
 {
-    return templatesFolder(project) + QStringLiteral("Global/") + templateFolderName(templateName);
+    return globalTemplatesFolder(project) + QLatin1Char('/') + templateFolderName(templateName);
+}
+
+QString templateFolder(const Project &project, const TemplateId &which)
+{
+    return which.isGlobal ? globalTemplateFolder(project, which.name)
+                          : templateFolder(project, which.name, which.wellName);
 }
 
 QString wellTemplatesFolder(const Project &project, const QString &wellName)
@@ -108,11 +108,21 @@ QStringList wellTemplateNames(const Project &project, const QString &wellName)
     return names;
 }
 
-QVector<TrackInfo> loadTemplate(const Project &project, const QString &templateName, const QString &wellName)
+bool hasTemplate(const Project &project, const QString &templateName, const QString &wellName)
+{
+    return project.globalTemplateNames.contains(templateName)
+        || wellTemplateNames(project, wellName).contains(templateName);
+}
+
+TemplateId meantTemplate(const Project &project, const QString &templateName, const QString &wellName)
 {
     const bool isGlobal = project.globalTemplateNames.contains(templateName);
-    return loadTemplate(project,
-                        isGlobal ? TemplateId::global(templateName) : TemplateId::ofWell(wellName, templateName));
+    return isGlobal ? TemplateId::global(templateName) : TemplateId::ofWell(wellName, templateName);
+}
+
+QVector<TrackInfo> loadTemplate(const Project &project, const QString &templateName, const QString &wellName)
+{
+    return loadTemplate(project, meantTemplate(project, templateName, wellName));
 }
 
 QVector<TrackInfo> loadTemplate(const Project &project, const TemplateId &which)
@@ -137,7 +147,7 @@ std::optional<QVector<QByteArray>> templateFiles(const Project &project, const T
 
 bool templateExists(const Project &project, const TemplateId &which)
 {
-    const QFileInfo folder(folderOf(project, which));
+    const QFileInfo folder(templateFolder(project, which));
     return folder.exists() || folder.isSymLink();
 }
 
@@ -147,13 +157,13 @@ base::ReplaceResult saveTemplate(const Project &project, const TemplateId &which
     files.reserve(tracks.size());
     for (const QByteArray &bytes : tracks)
         files.append({trackNameOf(files.size() + 1) + QStringLiteral(".txt"), bytes});
-    const QFileInfo folder(folderOf(project, which));
+    const QFileInfo folder(templateFolder(project, which));
     return base::replaceFolder(folder.path(), folder.fileName(), files, project.projectFolder);
 }
 
 bool removeTemplate(const Project &project, const TemplateId &which)
 {
-    const QFileInfo folder(folderOf(project, which));
+    const QFileInfo folder(templateFolder(project, which));
     return !templateExists(project, which)
         || base::removeFolder(folder.path(), folder.fileName(), project.projectFolder);
 }

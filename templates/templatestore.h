@@ -31,14 +31,22 @@ struct TemplateId
 QString templateFolder(const Project &project, const QString &templateName, const QString &wellName);
 /// The folder of a template that every well may use.
 QString globalTemplateFolder(const Project &project, const QString &templateName);
+/// The folder of either.
+QString templateFolder(const Project &project, const TemplateId &which);
 
 /// The folder that holds a well's own templates.
 QString wellTemplatesFolder(const Project &project, const QString &wellName);
 /// The well's own templates, by name; an empty list when it has none.
 QStringList wellTemplateNames(const Project &project, const QString &wellName);
 
-/// All tracks of a template, in the numeric order of "Track_" and digits, other files after them by name. A name
-/// among the project's global templates means the global one, whatever the well has.
+/// Whether the well can be displayed with a template of the name: one of the project's global ones, or its own.
+bool hasTemplate(const Project &project, const QString &templateName, const QString &wellName);
+/// What a name means where a well is displayed: among the project's global templates the global one, whatever the well
+/// has, else one of its own, which need not be there.
+TemplateId meantTemplate(const Project &project, const QString &templateName, const QString &wellName);
+
+/// All tracks of the template that the name means, in the numeric order of "Track_" and digits, other files after them
+/// by name.
 QVector<TrackInfo> loadTemplate(const Project &project, const QString &templateName, const QString &wellName);
 
 /// The same by its own folder, whatever other template has its name.

@@ -97,9 +97,7 @@ QStringList Damage::ofDefaultLogs(const QString &wellName) const
 QStringList Damage::ofTemplate(const TemplateId &which) const
 {
     QVector<Finding> findings;
-    m_check.checkTemplate(which.isGlobal ? globalTemplateFolder(m_project, which.name)
-                                         : templateFolder(m_project, which.name, which.wellName),
-                          &findings);
+    m_check.checkTemplate(templateFolder(m_project, which), &findings);
     return sentences(findings);
 }
 
@@ -113,9 +111,7 @@ QStringList Damage::ofCorrelation(const QString &name) const
 QStringList Damage::ofDrawing(const host::WellEntry &well, const QString &templateName,
                               const QGraphicsScene &scene) const
 {
-    const bool isGlobal = m_project.globalTemplateNames.contains(templateName);
-    const TemplateId which =
-        isGlobal ? TemplateId::global(templateName) : TemplateId::ofWell(well.name, templateName);
+    const TemplateId which = meantTemplate(m_project, templateName, well.name);
     QStringList damage = ofWell(well) + ofTemplate(which);
     const QVector<TrackInfo> tracks = loadTemplate(m_project, which);
     const bool usesDefaults = std::any_of(tracks.begin(), tracks.end(), [](const TrackInfo &track) {

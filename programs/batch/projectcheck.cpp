@@ -210,8 +210,7 @@ void ProjectCheck::checkCorrelation(const QString &name, QVector<Finding> *findi
 {
     const correlation::KnownNames known{[this](const QString &well) { return m_wells.contains(well); },
                                         [this](const QString &well, const QString &templateName) {
-                                            return m_project.globalTemplateNames.contains(templateName)
-                                                || wellTemplateNames(m_project, well).contains(templateName);
+                                            return hasTemplate(m_project, templateName, well);
                                         }};
     const QString path =
         correlation::correlationsFolder(m_project) + QLatin1Char('/') + name + QStringLiteral("/properties.txt");
@@ -277,8 +276,7 @@ QVector<Finding> ProjectCheck::checkCommon() const
     for (const QString &link : linksOutOfSurvey(m_project))
         findings.append({State::Damaged, link, QStringLiteral("The link leads out of the survey, or nowhere.")});
     checkGroups(&findings);
-    for (const QString &name :
-         subFolderNames(m_project, m_project.projectFolder + QStringLiteral("/Templates/Global")))
+    for (const QString &name : globalTemplateNames(m_project))
         checkTemplate(globalTemplateFolder(m_project, name), &findings);
     for (const QString &name : subFolderNames(m_project, correlation::correlationsFolder(m_project)))
         checkCorrelation(name, &findings);
