@@ -66,12 +66,6 @@ std::function<bool()> repaintedBetweenWells(const host::Host &host)
 
 } // namespace
 
-MainWindow::~MainWindow()
-{
-    if (m_wasShown)
-        keepLooks(*this);
-}
-
 MainWindow::MainWindow(ProjectData &projectData, QWidget *parent)
     : QMainWindow(parent)
     , m_data(projectData)
@@ -90,6 +84,12 @@ MainWindow::MainWindow(ProjectData &projectData, QWidget *parent)
     m_place->setMinimumWidth(1); // a long path must not widen the window
     statusBar()->addWidget(m_place, 1);
     restoreLooks(*this);
+}
+
+MainWindow::~MainWindow()
+{
+    if (m_wasShown)
+        keepLooks(*this);
 }
 
 void MainWindow::createActions()

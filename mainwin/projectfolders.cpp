@@ -1,7 +1,7 @@
 #include "mainwin/projectfolders.h"
 
+#include "correlation/correlationstore.h"
 #include "datastore/project.h"
-#include "datastore/projectfile.h"
 #include "templates/templatestore.h"
 
 #include <QDir>
@@ -28,7 +28,7 @@ bool ProjectFolders::isReadable(const QString &path)
 
 std::optional<QStringList> ProjectFolders::correlations()
 {
-    const QString folder = m_project.projectFolder + QStringLiteral("/Correlations");
+    const QString folder = correlation::correlationsFolder(m_project);
     if (!isReadable(folder))
         return std::nullopt;
     QStringList names = subFolderNames(m_project, folder);
@@ -38,7 +38,7 @@ std::optional<QStringList> ProjectFolders::correlations()
 
 std::optional<QStringList> ProjectFolders::globalTemplates()
 {
-    if (!m_hasTemplates || !isReadable(m_templatesFolder + QStringLiteral("/Global")))
+    if (!m_hasTemplates || !isReadable(globalTemplatesFolder(m_project)))
         return std::nullopt;
     return globalTemplateNames(m_project);
 }

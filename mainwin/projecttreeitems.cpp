@@ -104,3 +104,11 @@ bool isChecked(const QTreeWidgetItem *item)
 {
     return item->checkState(0) == Qt::Checked;
 }
+
+QTreeWidgetItem *childWithText(const QTreeWidgetItem *parent, const QString &text)
+{
+    for (int i = 0; i < parent->childCount(); ++i)
+        if (parent->child(i)->text(0) == text)
+            return parent->child(i);
+    return nullptr;
+}

@@ -54,3 +54,6 @@ QTreeWidgetItem *wellOf(QTreeWidgetItem *item);
 QString checkedTemplateName(const QTreeWidgetItem *well);
 
 bool isChecked(const QTreeWidgetItem *item);
+
+/// The first child of that text; null without one.
+QTreeWidgetItem *childWithText(const QTreeWidgetItem *parent, const QString &text);

@@ -105,8 +105,6 @@ private:
     void setMarkerChecked(const QString &wellName, const QString &markerName, Qt::CheckState state);
     void openEditor(TemplateDialog *dialog);
     void notePress(const QPoint &position);
-    template<class RemoveItems>
-    void removeProjectFolder(const QString &parent, const QString &name, const RemoveItems &removeItems);
 
     ProjectData &m_data;
     ProjectTreeIcons m_icons;
