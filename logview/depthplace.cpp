@@ -36,7 +36,7 @@ double DepthPlace::depthAt(int row) const
 
 void DepthPlace::open(double depthM, double partOfHeight)
 {
-    m_opening = Opening{depthM, partOfHeight};
+    m_opening = Opening{depthM, partOfHeight, {}};
     const bool wasPlacing = std::exchange(m_isPlacing, true);
     placeOpening();
     m_isPlacing = wasPlacing;
@@ -51,9 +51,23 @@ void DepthPlace::resize(const std::function<void()> &resizeView)
 {
     const bool wasPlacing = std::exchange(m_isPlacing, true);
     resizeView();
+    if (m_opening && m_opening->seenIn != m_view->size())
+        endSeenOpening();
     if (m_opening)
         placeOpening();
     m_isPlacing = wasPlacing;
+}
+
+void DepthPlace::viewSeen()
+{
+    if (m_opening && !m_opening->seenIn.isValid())
+        m_opening->seenIn = m_view->size();
+}
+
+void DepthPlace::endSeenOpening()
+{
+    if (m_opening && m_opening->seenIn.isValid())
+        m_opening.reset();
 }
 
 void DepthPlace::viewScrolled()
@@ -76,6 +90,7 @@ void DepthPlace::keep(const std::function<void()> &showScene)
 {
     const int row = keptRow();
     const double depthM = depthAt(row);
+    endSeenOpening();
     const int scrolled = m_view->verticalScrollBar()->value();
     const bool isSame = m_axis == m_scene->depthAxis() && m_reference == m_scene->depthReference();
     m_axis = m_scene->depthAxis();

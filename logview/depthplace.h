@@ -2,6 +2,8 @@
 
 #include "logview/geometry/depthaxis.h"
 
+#include <QSize>
+
 #include <functional>
 #include <optional>
 
@@ -23,11 +25,11 @@ public:
     double middleM() const;
 
     /// Scrolls a measured depth in metres to a part of the view's height from its top (0 to 1), and does so again with
-    /// each new size until the view was seen or scrolled.
+    /// each new size until the view was scrolled, or was seen and is given another size: its own scroll bars come and go.
     void open(double depthM, double partOfHeight);
     /// Around the view's own work for its new size.
     void resize(const std::function<void()> &resizeView);
-    void viewSeen() { m_opening.reset(); }
+    void viewSeen();
     void viewScrolled();
 
     /// Around something that lays the scene out anew and has the view show it.
@@ -40,6 +42,7 @@ private:
     {
         double depthM = 0;
         double partOfHeight = 0;
+        QSize seenIn; ///< the view's size when it was seen; none before
     };
     /// What stands on a row exactly: the scroll bar only knows it to a pixel.
     struct Placed
@@ -53,6 +56,7 @@ private:
     double depthAt(int row) const;
     void place(double depthM, int row);
     void placeOpening();
+    void endSeenOpening();
 
     const WellLogsScene *m_scene;
     QGraphicsView *m_view;

@@ -105,6 +105,7 @@ private slots:
     void typeUnitScaleAndRangeKeepTheDepth();
     void aWidthKeepsThePlaceExactly();
     void anotherTemplateKeepsTheDepth();
+    void displayedAgainAndAgainTheDepthDoesNotCreep();
     void anotherTemplateKeepsADepthOfAnotherScale();
     void aRenamedWellKeepsTheDepth();
     void aRenamedWellKeepsWhatItsPanelSays();
@@ -318,6 +319,43 @@ void tst_depthnavigation::anotherTemplateKeepsTheDepth()
         QVERIFY2(qAbs(view.currentDisplay()->depthInView() - before) < (depth > 100 && depth < 1400 ? 0.6 : 10),
                  qPrintable(QString::number(view.currentDisplay()->depthInView())));
     }
+}
+
+// While a display finds its size it may have a scroll bar below for a moment, and be seen with it.
+void tst_depthnavigation::displayedAgainAndAgainTheDepthDoesNotCreep()
+{
+    NavigationFixture f(600);
+    for (const int track : {3, 4, 5})
+        f.addTrack(track, gammaTrack);
+    f.open();
+    QTreeWidget tree;
+    WellLogsViewWidget view(*f.launch, &f.dock, &tree);
+    view.resize(1200, 900);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    view.addWellDisWidget(QStringLiteral("W"), QStringLiteral("T"));
+    QCoreApplication::processEvents();
+    const auto log = [&view] { return view.currentDisplay()->logView(); };
+    QVERIFY(log()->sceneRect().width() > 640 && log()->horizontalScrollBar()->maximum() == 0);
+    log()->verticalScrollBar()->setValue(2000);
+    QCoreApplication::processEvents();
+    for (int i = 0; i < 5; ++i) {
+        view.addWellDisWidget(QStringLiteral("W"), QStringLiteral("T"));
+        QCoreApplication::processEvents();
+        QVERIFY2(qAbs(log()->verticalScrollBar()->value() - 2000) <= 1,
+                 qPrintable(QString::number(log()->verticalScrollBar()->value())));
+    }
+    // A window of another size shows the same below its top.
+    const int top = log()->verticalScrollBar()->value();
+    view.resize(1200, 700);
+    QCoreApplication::processEvents();
+    QCOMPARE(log()->verticalScrollBar()->value(), top);
+    // Also when it was scrolled meanwhile and gets a scroll bar below.
+    log()->verticalScrollBar()->setValue(1500);
+    view.resize(600, 700);
+    QCoreApplication::processEvents();
+    QVERIFY(log()->horizontalScrollBar()->maximum() > 0);
+    QCOMPARE(log()->verticalScrollBar()->value(), 1500);
 }
 
 void tst_depthnavigation::anotherTemplateKeepsADepthOfAnotherScale()
