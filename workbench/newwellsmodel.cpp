@@ -19,13 +19,6 @@ survey::WellField fieldOf(int column)
     return survey::wellFields[static_cast<size_t>(column - NewWellsModel::NameColumn)];
 }
 
-Qt::Alignment alignment(int column)
-{
-    const bool isNumber =
-        (isField(column) && column != NewWellsModel::NameColumn) || column == NewWellsModel::LogsColumn;
-    return (isNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
-}
-
 // Why the well cannot be made comes first.
 QStringList notesOf(const survey::NewWell &well, const QString &problem)
 {
@@ -54,21 +47,32 @@ QVariant foreground(const survey::NewWell &well)
     return well.isChosen ? QVariant() : quietText(palette);
 }
 
+QVector<ProposalColumn> columnsIn(survey::DepthUnit unit)
+{
+    const QString unitName = survey::pluralName(unit);
+    return {
+        {QString(), QStringLiteral("Wells to create")},
+        {QStringLiteral("File"), QStringLiteral("LAS files of the well")},
+        {QStringLiteral("Name"), QStringLiteral("Name of the new well")},
+        {QStringLiteral("X"), QStringLiteral("Surface position, survey coordinates"), true},
+        {QStringLiteral("Y"), QStringLiteral("Surface position, survey coordinates"), true},
+        {survey::titleWithUnit(QStringLiteral("KB"), unit),
+         QStringLiteral("Elevation of the kelly bushing, %1 above datum").arg(unitName), true},
+        {survey::titleWithUnit(QStringLiteral("Ground"), unit),
+         QStringLiteral("Elevation of the ground, %1 above datum; empty when unknown").arg(unitName), true},
+        {survey::titleWithUnit(QStringLiteral("TD"), unit),
+         QStringLiteral("Total depth, %1 along hole").arg(unitName), true},
+        {QStringLiteral("Logs"), QStringLiteral("How many logs the headers name"), true},
+        {QStringLiteral("Notes"), QStringLiteral("What is wrong, what the headers lack and what was converted")},
+    };
+}
+
 } // namespace
 
 NewWellsModel::NewWellsModel(const survey::WellNames &existing, survey::DepthUnit unit, QObject *parent)
-    : QAbstractTableModel(parent)
+    : ProposalModel(columnsIn(unit), parent)
     , m_wells(existing, unit)
 {
-}
-
-template<class Change>
-void NewWellsModel::resetBy(Change change)
-{
-    beginResetModel();
-    change();
-    endResetModel();
-    emit changed();
 }
 
 // The table sees the rows when all are there: events may be handled meanwhile.
@@ -110,23 +114,6 @@ void NewWellsModel::setMade(const QVector<int> &rows, const QVector<survey::Made
     announce();
 }
 
-void NewWellsModel::announce()
-{
-    // A name that changes in one row may be wrong in another.
-    emit dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
-    emit changed();
-}
-
-int NewWellsModel::rowCount(const QModelIndex &parent) const
-{
-    return parent.isValid() ? 0 : m_wells.wells().size();
-}
-
-int NewWellsModel::columnCount(const QModelIndex &parent) const
-{
-    return parent.isValid() ? 0 : ColumnCount;
-}
-
 QVariant NewWellsModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid())
@@ -164,47 +151,10 @@ QVariant NewWellsModel::data(const QModelIndex &index, int role) const
     case Qt::ForegroundRole:
         return foreground(well);
     case Qt::TextAlignmentRole:
-        return static_cast<int>(alignment(column));
+        return alignmentOf(column);
     default:
         return {};
     }
-}
-
-QVariant NewWellsModel::headerData(int section, Qt::Orientation orientation, int role) const
-{
-    const survey::DepthUnit unit = m_wells.depthUnit();
-    const QString unitName = survey::pluralName(unit);
-    const QStringList titles{
-        QString(),
-        QStringLiteral("File"),
-        QStringLiteral("Name"),
-        QStringLiteral("X"),
-        QStringLiteral("Y"),
-        survey::titleWithUnit(QStringLiteral("KB"), unit),
-        survey::titleWithUnit(QStringLiteral("Ground"), unit),
-        survey::titleWithUnit(QStringLiteral("TD"), unit),
-        QStringLiteral("Logs"),
-        QStringLiteral("Notes"),
-    };
-    const QStringList explanations{
-        QStringLiteral("Wells to create"),
-        QStringLiteral("LAS files of the well"),
-        QStringLiteral("Name of the new well"),
-        QStringLiteral("Surface position, survey coordinates"),
-        QStringLiteral("Surface position, survey coordinates"),
-        QStringLiteral("Elevation of the kelly bushing, %1 above datum").arg(unitName),
-        QStringLiteral("Elevation of the ground, %1 above datum; empty when unknown").arg(unitName),
-        QStringLiteral("Total depth, %1 along hole").arg(unitName),
-        QStringLiteral("How many logs the headers name"),
-        QStringLiteral("What is wrong, what the headers lack and what was converted"),
-    };
-    if (orientation != Qt::Horizontal)
-        return {};
-    if (role == Qt::DisplayRole)
-        return titles.at(section);
-    if (role == Qt::TextAlignmentRole)
-        return static_cast<int>(alignment(section));
-    return role == Qt::ToolTipRole ? QVariant(explanations.at(section)) : QVariant();
 }
 
 bool NewWellsModel::setData(const QModelIndex &index, const QVariant &value, int role)

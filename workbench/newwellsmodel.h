@@ -1,15 +1,14 @@
 #pragma once
 
 #include "survey/newwells.h"
-
-#include <QAbstractTableModel>
+#include "workbench/proposalmodel.h"
 
 #include <functional>
 
 namespace workbench {
 
 /// The proposed wells as a table in which the user corrects them. What is wrong is red, with the reason as tool tip.
-class NewWellsModel : public QAbstractTableModel
+class NewWellsModel : public ProposalModel
 {
     Q_OBJECT
 
@@ -41,22 +40,14 @@ public:
     void uncheckProblems();
     void setMade(const QVector<int> &rows, const QVector<survey::MadeWell> &made);
 
-    int rowCount(const QModelIndex &parent = {}) const override;
-    int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role) override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
-signals:
-    /// The choice, a text or the rows.
-    void changed();
+protected:
+    int proposalCount() const override { return m_wells.wells().size(); }
 
 private:
-    void announce();
-    template<class Change>
-    void resetBy(Change change);
-
     survey::NewWells m_wells;
 };
 

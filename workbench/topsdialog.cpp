@@ -272,6 +272,7 @@ void TopsDialog::importTops()
     bool isCancelled = false;
     {
         base::ProgressBox progress(title(), QStringLiteral("Writing the markers of the wells."), this);
+        (void)progress.step(0, rows.size()); // its time begins
         for (int i = 0; i < rows.size() && !isCancelled; ++i) {
             m_model->write(m_store, rows.at(i));
             m_hasWritten = m_hasWritten || m_model->plan().rows().at(rows.at(i)).isWritten;

@@ -11,14 +11,20 @@ namespace workbench {
 
 namespace {
 
-bool isNumber(int column)
+QVector<ProposalColumn> columnsIn(survey::DepthUnit unit)
 {
-    return column >= TopsModel::AddedColumn && column <= TopsModel::LeftOutColumn;
-}
-
-Qt::Alignment alignment(int column)
-{
-    return (isNumber(column) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
+    return {
+        {QStringLiteral("In the file"),
+         QStringLiteral("The well as the file writes it; a file that names no well stands there itself")},
+        {QStringLiteral("Well"), QStringLiteral("The well of the survey that gets the tops")},
+        {QStringLiteral("New"), QStringLiteral("How many tops the well does not have yet"), true},
+        {QStringLiteral("Moved"), QStringLiteral("How many markers of the well get another depth"), true},
+        {survey::titleWithUnit(QStringLiteral("At most"), unit),
+         QStringLiteral("The longest way of a marker, %1 along hole").arg(survey::pluralName(unit)), true},
+        {QStringLiteral("Same"), QStringLiteral("How many markers stand at the depth of the file"), true},
+        {QStringLiteral("Left out"), QStringLiteral("How many lines of the file are not taken"), true},
+        {QStringLiteral("Notes"), QStringLiteral("How the well was found, and what is left out")},
+    };
 }
 
 // Names may be longer than a cell.
@@ -35,17 +41,14 @@ QString leaveOutText()
 }
 
 TopsModel::TopsModel(const survey::TopsPlan &plan, QObject *parent)
-    : QAbstractTableModel(parent)
+    : ProposalModel(columnsIn(plan.surveyUnit()), parent)
     , m_plan(plan)
 {
 }
 
 void TopsModel::add(const QVector<survey::TopsInput> &files)
 {
-    beginResetModel();
-    m_plan.add(files);
-    endResetModel();
-    emit changed();
+    resetBy([this, &files] { m_plan.add(files); });
 }
 
 void TopsModel::setUnit(survey::DepthUnit unit)
@@ -58,23 +61,6 @@ void TopsModel::write(survey::SurveyStore &store, int row)
 {
     (void)survey::writeTops(store, &m_plan, row); // the row tells
     announce();
-}
-
-// The choice of one row may be wrong for another.
-void TopsModel::announce()
-{
-    emit dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
-    emit changed();
-}
-
-int TopsModel::rowCount(const QModelIndex &parent) const
-{
-    return parent.isValid() ? 0 : m_plan.rows().size();
-}
-
-int TopsModel::columnCount(const QModelIndex &parent) const
-{
-    return parent.isValid() ? 0 : ColumnCount;
 }
 
 QString TopsModel::wellText(const survey::TopsRow &row) const
@@ -136,42 +122,10 @@ QVariant TopsModel::data(const QModelIndex &index, int role) const
             return problemText(palette);
         return row.changesAnything() ? QVariant() : quietText(palette);
     case Qt::TextAlignmentRole:
-        return static_cast<int>(alignment(column));
+        return alignmentOf(column);
     default:
         return {};
     }
-}
-
-QVariant TopsModel::headerData(int section, Qt::Orientation orientation, int role) const
-{
-    const survey::DepthUnit unit = m_plan.surveyUnit();
-    const QStringList titles{
-        QStringLiteral("In the file"),
-        QStringLiteral("Well"),
-        QStringLiteral("New"),
-        QStringLiteral("Moved"),
-        survey::titleWithUnit(QStringLiteral("At most"), unit),
-        QStringLiteral("Same"),
-        QStringLiteral("Left out"),
-        QStringLiteral("Notes"),
-    };
-    const QStringList explanations{
-        QStringLiteral("The well as the file writes it; a file that names no well stands there itself"),
-        QStringLiteral("The well of the survey that gets the tops"),
-        QStringLiteral("How many tops the well does not have yet"),
-        QStringLiteral("How many markers of the well get another depth"),
-        QStringLiteral("The longest way of a marker, %1 along hole").arg(survey::pluralName(unit)),
-        QStringLiteral("How many markers stand at the depth of the file"),
-        QStringLiteral("How many lines of the file are not taken"),
-        QStringLiteral("How the well was found, and what is left out"),
-    };
-    if (orientation != Qt::Horizontal)
-        return {};
-    if (role == Qt::DisplayRole)
-        return titles.at(section);
-    if (role == Qt::TextAlignmentRole)
-        return static_cast<int>(alignment(section));
-    return role == Qt::ToolTipRole ? QVariant(explanations.at(section)) : QVariant();
 }
 
 bool TopsModel::setData(const QModelIndex &index, const QVariant &value, int role)

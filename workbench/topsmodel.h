@@ -1,13 +1,12 @@
 #pragma once
 
 #include "survey/topsplan.h"
-
-#include <QAbstractTableModel>
+#include "workbench/proposalmodel.h"
 
 namespace workbench {
 
 /// What tops come to in the survey's wells, as a table in which the user chooses the wells. What is wrong is red.
-class TopsModel : public QAbstractTableModel
+class TopsModel : public ProposalModel
 {
     Q_OBJECT
 
@@ -31,20 +30,15 @@ public:
     void setUnit(survey::DepthUnit unit);
     void write(survey::SurveyStore &store, int row);
 
-    int rowCount(const QModelIndex &parent = {}) const override;
-    int columnCount(const QModelIndex &parent = {}) const override;
     /// The value of the well's cell is its index in the plan, -1 for none.
     QVariant data(const QModelIndex &index, int role) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role) override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
-signals:
-    /// The rows, or what is to be written.
-    void changed();
+protected:
+    int proposalCount() const override { return m_plan.rows().size(); }
 
 private:
-    void announce();
     QString wellText(const survey::TopsRow &row) const;
     QString numberText(const survey::TopsRow &row, int column) const;
 

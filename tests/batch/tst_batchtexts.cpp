@@ -121,6 +121,7 @@ private slots:
         row("template ", "list show copy delete");
         row("report m", "markers");
         row("wells --j", "--json");
+        row("tops x.csv --survey Demo --wells Aldra-1,Bri", "Aldra-1,Brisk-1 Aldra-1,Brisk-2");
         row("template copy --to", "--to-well");
         row("logs --survey Demo Al", "Aldra-1 Aldra-2 Aldra-3\\ A");
         row("--survey Demo logs Br", "Brisk-1 Brisk-2");

@@ -46,6 +46,7 @@ private slots:
     void moreFilesAreAdded();
     void aFileOfOneWell();
     void aFailureLeavesTheOtherWells();
+    void cancelledBetweenWells();
     void damagedWellsAreMarked();
     void filesWithoutATopAreTold();
     void tablesAreToldFromOtherFiles_data();
@@ -412,6 +413,27 @@ void TestTopsDialog::aFailureLeavesTheOtherWells()
     QTest::mouseClick(button(*dialog, "importButton"), Qt::LeftButton);
     QCOMPARE(markers(1), QStringLiteral("Top@6"));
     QVERIFY(!dialog->isVisible());
+}
+
+// Writing takes so long that it shows how far it is.
+void TestTopsDialog::cancelledBetweenWells()
+{
+    m_store->setMarkersChanged([](const QString &) { QTest::qSleep(800); });
+    const auto dialog = open({write("tops.csv", "Well,Name,MD\nW-1,Top,5\nW-2,Top,6\nW-3,Top,7\n")});
+    onNextDialog(QStringLiteral("progressBox"),
+                 [](QDialog *box) { QTest::mouseClick(box->findChild<QPushButton *>(), Qt::LeftButton); });
+    expectSummary();
+    QTest::mouseClick(button(*dialog, "importButton"), Qt::LeftButton);
+    QCOMPARE(markers(0), QStringLiteral("Top@5"));
+    QCOMPARE(markers(2), QStringLiteral("Top@100"));
+    QVERIFY2(m_summary.contains(QLatin1String("; then it was cancelled.\n")), qPrintable(m_summary));
+    QVERIFY(m_summary.contains(QLatin1String("\n  W-3: Cancelled before it was written.\n")));
+    QVERIFY(dialog->isVisible());
+    m_store->setMarkersChanged({});
+    expectSummary();
+    QTest::mouseClick(button(*dialog, "importButton"), Qt::LeftButton); // the rest
+    QCOMPARE(markers(2), QStringLiteral("Top@7"));
+    QVERIFY2(!m_summary.contains(QLatin1String("cancelled")), qPrintable(m_summary));
 }
 
 void TestTopsDialog::damagedWellsAreMarked()
