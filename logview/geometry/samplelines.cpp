@@ -17,18 +17,18 @@ SampleLines::SampleLines(PixelRows &pixels, ThinPen &pen, const CurveSamples &sa
     , m_pixels(pixels)
     , m_pen(pen)
 {
+    constexpr double rounding = 1.0000001 * static_cast<double>(std::numeric_limits<float>::epsilon());
+    const auto [low, high] = m_value.valuesBetween(-1, m_placer.width() + 1);
+    m_aboveBreaks = static_cast<float>(low + rounding * std::abs(low));
+    m_belowBreaks = static_cast<float>(high - rounding * std::abs(high));
 }
 
 int SampleLines::firstBreak(int from, int end) const
 {
-    constexpr double rounding = 1.0000001 * static_cast<double>(std::numeric_limits<float>::epsilon());
-    const auto [low, high] = m_value.valuesBetween(-1, m_placer.width() + 1);
-    const auto above = static_cast<float>(low + rounding * std::abs(low));
-    const auto below = static_cast<float>(high - rounding * std::abs(high));
     const auto isBreak = [&](int i) {
         return m_samples.isNull(i) || std::isnan(m_value.toPixel(m_samples.value(i)));
     };
-    while ((from = firstBeyond(m_samples.values(), from, end, above, below)) < end && !isBreak(from))
+    while ((from = firstBeyond(m_samples.values(), from, end, m_aboveBreaks, m_belowBreaks)) < end && !isBreak(from))
         ++from;
     return from;
 }

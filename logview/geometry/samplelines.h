@@ -53,6 +53,8 @@ private:
     int m_topY;
     PixelRows &m_pixels;
     ThinPen &m_pen;
+    float m_aboveBreaks = 0; // no value between these two, they excluded, breaks the line
+    float m_belowBreaks = 0;
 
     int m_passed = -1; // the first sample of lines that the pen did not follow
     qint64 m_row = 0;
