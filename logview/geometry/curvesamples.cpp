@@ -18,7 +18,7 @@ quint64 nextRevision()
 
 // In one pass without a branch, eight depths at a time: this is what making a display of long logs costs besides reading
 // them.
-DepthOrder orderOf(const float *depths, int size, double *largestStep)
+DepthOrder orderOf(const float *depths, int size)
 {
     if (size == 0)
         return DepthOrder::Ascending;
@@ -42,7 +42,6 @@ DepthOrder orderOf(const float *depths, int size, double *largestStep)
     const float least = *std::min_element(smallest, smallest + block);
     if (broken != 0 || !std::isfinite(depths[0]) || (most > 0 && least < 0))
         return DepthOrder::Unsorted;
-    *largestStep = static_cast<double>(std::max(most, -least));
     return least < 0 ? DepthOrder::Descending : DepthOrder::Ascending;
 }
 
@@ -54,7 +53,7 @@ CurveSamples::CurveSamples(const QVector<float> &depthsM, const QVector<float> &
     , m_firstDepthM(m_depthsM.constData())
     , m_firstValue(m_values.constData())
     , m_size(std::min(depthsM.size(), values.size()))
-    , m_order(orderOf(m_firstDepthM, m_size, &m_largestStepM))
+    , m_order(orderOf(m_firstDepthM, m_size))
     , m_revision(nextRevision())
 {
 }

@@ -41,8 +41,6 @@ public:
     bool isNull(int i) const;
     /// Equal neighbours count as in order; a depth that is not finite makes it Unsorted.
     DepthOrder order() const { return m_order; }
-    /// The farthest that two neighbours are apart, where depths are in order.
-    double largestStepM() const { return m_largestStepM; }
     quint64 revision() const { return m_revision; }
 
 private:
@@ -51,7 +49,6 @@ private:
     const float *m_firstDepthM = nullptr; // of the arrays, which nobody changes
     const float *m_firstValue = nullptr;
     int m_size = 0;
-    double m_largestStepM = 0; // before the order, which finds it
     DepthOrder m_order = DepthOrder::Ascending;
     quint64 m_revision = 0;
 };

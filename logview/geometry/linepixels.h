@@ -25,8 +25,6 @@ public:
     {
     }
 
-    int left() const { return m_left; }
-    int columns() const { return m_columns; }
     int rows() const { return m_rows; }
     /// Sets the pixels \a first to \a last (included) of a row; what lies outside is left out.
     void set(qint64 row, qint64 first, qint64 last)
