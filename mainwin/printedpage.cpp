@@ -33,6 +33,7 @@ PrintedPage::Outcome PrintedPage::paint(QPrinter &printer)
         QPainter pagePainter(&m_page);
         m_picture->draw(pagePainter);
     }
+    painter.setRenderHint(QPainter::SmoothPixmapTransform); // of the preview: thin lines stay whole
     painter.drawImage(viewport.topLeft(), m_page);
     return Outcome::Painted;
 }

@@ -1,5 +1,6 @@
 #include "mainwin/printpreview.h"
 
+#include "base/keptlooks.h"
 #include "base/nestedevents.h"
 #include "mainwin/printedpage.h"
 
@@ -9,6 +10,9 @@
 #include <QPrintPreviewDialog>
 
 namespace {
+
+// A page of a long log is read in it, where the screen has room.
+constexpr QSize roomyPreview(960, 900);
 
 // Without a printer the preview is of a PDF file, whose page Qt's dialog cannot set up: the button would do nothing.
 void disablePageSetup(const QPrintPreviewDialog &dialog)
@@ -39,6 +43,8 @@ PrintPreview::PrintPreview(std::unique_ptr<PrintedPage> page, QWidget *window)
     if (m_printer.outputFormat() != QPrinter::NativeFormat)
         disablePageSetup(*m_dialog);
     keepScrollBars(*m_dialog);
+    m_dialog->resize(roomyPreview);
+    base::keepSize(m_dialog, QStringLiteral("printPreview"));
     connect(m_dialog, &QPrintPreviewDialog::paintRequested, this, &PrintPreview::paintRequested);
 }
 

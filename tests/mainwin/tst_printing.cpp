@@ -1,3 +1,4 @@
+#include "base/keptlooks.h"
 #include "logview/welldisplaywidget.h"
 #include "logview/welllogsscene.h"
 #include "logview/welllogsviewwidget.h"
@@ -67,7 +68,7 @@ public:
         return true;
     }
     bool end() override { return true; }
-    void updateState(const QPaintEngineState &) override { }
+    void updateState(const QPaintEngineState &changed) override { hints = changed.renderHints(); }
     void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override { }
     void drawImage(const QRectF &target, const QImage &image, const QRectF &source, Qt::ImageConversionFlags) override
     {
@@ -92,6 +93,7 @@ public:
     QPrinter::PrinterState printerState() const override { return QPrinter::Idle; }
     QImage page;
     int width = 400;
+    QPainter::RenderHints hints;
 };
 
 class PicturePrinter : public QPrinter
@@ -215,6 +217,31 @@ private slots:
         });
         fixture.window->printActionClicked();
         QCOMPARE(found, 1);
+    }
+
+    void thePreviewIsLargeAndKeepsItsSize()
+    {
+        PrintFixture fixture;
+        const QSize room = base::roomOnScreen(*fixture.window);
+        QVector<QSize> sizes;
+        for (int i = 0; i < 2; ++i) {
+            whenModal<QPrintPreviewDialog>(fixture.window.get(), [&sizes](QPrintPreviewDialog *preview) {
+                sizes.append(preview->size());
+                preview->resize(640, 480);
+                preview->reject();
+            });
+            fixture.window->printActionClicked();
+        }
+        QCOMPARE(sizes, QVector<QSize>({QSize(960, 900).boundedTo(room), QSize(640, 480)}));
+    }
+
+    // The preview draws the page smaller than it is: a thin line must not come and go along its way.
+    void thePageIsDrawnSmoothly()
+    {
+        PrintFixture fixture;
+        PicturePrinter printer;
+        fixture.window->printPreView(&printer);
+        QVERIFY(printer.engine.hints & QPainter::SmoothPixmapTransform);
     }
 
     // A scroll bar takes from the page that is fitted into the rest, which then needs none, and so on.
