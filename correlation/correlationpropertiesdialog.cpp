@@ -20,6 +20,7 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QSet>
 #include <QSignalBlocker>
 
@@ -77,9 +78,7 @@ CorrelationPropertiesDialog::CorrelationPropertiesDialog(ProjectData &projectDat
     nameRow->addWidget(nameLabel);
     nameRow->addWidget(m_name, 1);
     layout->addLayout(nameRow);
-    layout->addWidget(makeWellsPart(), 2);
-    layout->addWidget(makeMarkersPart(), 3);
-    layout->addWidget(makeZonesPart(), 2);
+    layout->addWidget(makeParts(), 1);
     addScaleRows(layout);
 
     m_missing = new QLabel;
@@ -118,6 +117,24 @@ CorrelationPropertiesDialog::CorrelationPropertiesDialog(ProjectData &projectDat
     }
     resize(720, 760);
     base::keepSize(this, objectName());
+}
+
+// On a low screen the parts scroll, so that the buttons below them stay in sight.
+QWidget *CorrelationPropertiesDialog::makeParts()
+{
+    auto *parts = new QWidget;
+    auto *column = new QVBoxLayout(parts);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(makeWellsPart(), 2);
+    column->addWidget(makeMarkersPart(), 3);
+    column->addWidget(makeZonesPart(), 2);
+    auto *area = new QScrollArea;
+    area->setObjectName(QStringLiteral("partsArea"));
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidgetResizable(true);
+    area->setWidget(parts);
+    return area;
 }
 
 QWidget *CorrelationPropertiesDialog::makeWellsPart()

@@ -73,6 +73,7 @@ private:
         QPointer<QLineEdit> field; ///< where it is mended; may be null
     };
 
+    QWidget *makeParts();
     QWidget *makeWellsPart();
     QWidget *makeMarkersPart();
     QWidget *makeZonesPart();

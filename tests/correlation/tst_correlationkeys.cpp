@@ -9,6 +9,8 @@
 #include <QContextMenuEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 
@@ -182,6 +184,27 @@ private slots:
         QTest::keyClick(end, Qt::Key_Down);
         QCOMPARE(end->currentText(), QString("Only B"));
         QCOMPARE(end->lineEdit()->cursorPosition(), 0);
+    }
+
+    // 1920 by 1080 pixels are 960 by 540 where the desktop magnifies by two.
+    void theButtonsStayInSightOnALowScreen()
+    {
+        m->dialog->resize(720, 420);
+        QCOMPARE(m->dialog->size(), QSize(720, 420));
+        const auto isInSight = [](const QWidget *widget) {
+            return widget->visibleRegion().boundingRect() == widget->rect();
+        };
+        for (const char *name : {"nameEdit", "scaleChooser", "saveButton", "closeButton"})
+            QVERIFY2(isInSight(KeysFixture::find<QWidget>(m->dialog.get(), name)), name);
+        auto *zones = KeysFixture::find<QWidget>(m->dialog.get(), "addZoneButton");
+        QVERIFY(!isInSight(zones));
+        KeysFixture::find<QWidget>(m->dialog.get(), "removeZoneButton")->setFocus();
+        m->press(Qt::Key_Backtab);
+        QCOMPARE(QApplication::focusWidget(), zones);
+        QVERIFY(isInSight(zones)); // Tab brings it there
+        m->dialog->resize(720, 760);
+        QTRY_VERIFY(!KeysFixture::find<QScrollArea>(m->dialog.get(), "partsArea")->verticalScrollBar()->isVisible());
+        QVERIFY(isInSight(KeysFixture::find<QWidget>(m->dialog.get(), "addWellButton")));
     }
 
     void theColourWithTheKeyboardHasAFrame()
