@@ -258,6 +258,7 @@ void TestTopsPlan::whatIsNotUnderstoodIsNamed()
                           QStringLiteral("t.csv, line 9, a depth that is no clear number: A;Both;1,234"),
                           QStringLiteral("t.csv, line 10, a depth above the kelly bushing: A;Up;-5"),
                           QStringLiteral("t.csv, line 11, no name: A;-999.25;8")}));
+    QCOMPARE(plan.rows().size(), 1);
     QCOMPARE(plan.rows().first().leftOut(), 6); // the line without a well is nobody's
     QCOMPARE(plan.remarks().first().file, QStringLiteral("/in/t.csv"));
     QCOMPARE(remarkText({QStringLiteral("x"), 1, QStringLiteral("no name"), QString(201, u'y')}),
@@ -321,6 +322,8 @@ void TestTopsPlan::theUnitOfFilesThatDoNotTellIt()
     plan.setUnit(DepthUnit::Foot);
     QCOMPARE(plan.unit(), DepthUnit::Foot);
     QCOMPARE(summary(plan), QStringLiteral("A>A +1 ~0/0 =1 -0"));
+    plan.add({input(QStringLiteral("n.csv"), "Well,Name,MD (m)\nA,Other,500\n")});
+    QVERIFY(plan.isUnitOpen());
     TopsPlan feet = wells.plan(DepthUnit::Foot);
     feet.add({input(QStringLiteral("t.csv"), "Well,Name,MD\nA,Top,1000\n")});
     QCOMPARE(summary(feet), QStringLiteral("A>A +0 ~0/0 =1 -0"));
