@@ -38,6 +38,7 @@ private slots:
     void cancelWritesNothing_data();
     void cancelWritesNothing();
     void wellsAreChosenByMouse();
+    void theListShowsLongNames();
     void wellsAreChosenByKeys();
     void whatIsBeingChosenCounts();
     void twoRowsOfOneWellBlock();
@@ -251,6 +252,23 @@ void TestTopsDialog::wellsAreChosenByMouse()
     QTRY_VERIFY(!editor(*dialog));
     QCOMPARE(rowText(*dialog, 2), QStringLiteral("Elsewhere|W-3|0|1|93.00|0|0"));
     QCOMPARE(state(*dialog), QStringLiteral("3 wells to change: 1 new marker, 3 moved ones."));
+}
+
+// Names may differ only where a cell has no room for them.
+void TestTopsDialog::theListShowsLongNames()
+{
+    WellProperties well;
+    well.name = QStringLiteral("A well of a name that is longer than any column is wide");
+    well.totalDepth = 100;
+    QVERIFY(m_store->addWell(well).ok());
+    const auto dialog = open({write("tops.csv", threeWells)});
+    QTest::mouseClick(table(*dialog)->viewport(), Qt::LeftButton, {},
+                      table(*dialog)->visualRect(cell(*dialog, 0, TopsModel::WellColumn)).center());
+    const QAbstractItemView *list = editor(*dialog)->view();
+    const int textWidth = list->fontMetrics().horizontalAdvance(well.name);
+    QVERIFY(textWidth > table(*dialog)->columnWidth(TopsModel::WellColumn));
+    QVERIFY(list->viewport()->width() > textWidth);
+    editor(*dialog)->hidePopup();
 }
 
 void TestTopsDialog::wellsAreChosenByKeys()
