@@ -193,6 +193,14 @@ bool isSurveyFolder(const QString &path)
     return surveyFolderProblem(path).isEmpty();
 }
 
+bool isReadOnly(const QString &path)
+{
+    for (const char *folder : {"", "/WellInfo", "/WLC"})
+        if (const QFileInfo info(path + QLatin1String(folder)); info.exists() && !info.isWritable())
+            return true;
+    return false;
+}
+
 QString surveyFilePath(const QString &survey)
 {
     return survey + QStringLiteral("/.survey");

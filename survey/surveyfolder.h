@@ -12,6 +12,9 @@ bool isSurveyFolder(const QString &path);
 /// Why the folder cannot be opened as a survey, as a sentence; empty when it can.
 QString surveyFolderProblem(const QString &path);
 
+/// Whether the user lacks the right to change the survey's wells or its project folder.
+bool isReadOnly(const QString &path);
+
 /// What a survey says of itself.
 struct SurveyInfo
 {

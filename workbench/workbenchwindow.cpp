@@ -294,7 +294,8 @@ void WorkbenchWindow::showSurveyName()
     const QString folder = m_host.surveyDirectory();
     setWindowTitle(hasSurvey() ? survey::readSurveyInfo(folder).value.name + QStringLiteral(" - ") + productName()
                                : productName());
-    m_status->setText(hasSurvey() ? QStringLiteral("%1  -  %2").arg(wellCountText(m_wellCount), folder)
+    const QString note = survey::isReadOnly(folder) ? QStringLiteral(" (read-only)") : QString();
+    m_status->setText(hasSurvey() ? QStringLiteral("%1  -  %2%3").arg(wellCountText(m_wellCount), folder, note)
                                   : QStringLiteral("No survey is open"));
 }
 

@@ -1,10 +1,13 @@
 #include "support/testmain.h"
+#include "support/unprivileged.h"
 #include "surveyfixture.h"
 #include "surveyfolderfixture.h"
 
 #include <QDir>
 
 #include <limits>
+
+#include <sys/stat.h>
 
 using namespace survey;
 using survey_fixture::header;
@@ -37,6 +40,7 @@ private slots:
     void refusesAnExtentThatIsNone();
     void takesTheSmallestSurvey();
     void tellsWhyAFolderIsNoSurvey();
+    void tellsWhatTheUserMayNotChange();
     void readsTheHostsInfo();
     void readsTheDepthUnit();
     void readsInfoOfADamagedSurvey();
@@ -168,6 +172,32 @@ void TestSurveyFolder::tellsWhyAFolderIsNoSurvey()
     QVERIFY(QDir().mkpath(path("folders/.survey")));
     QVERIFY(!isSurveyFolder(path("folders")));
     QVERIFY(!isSurveyFolder(QString()));
+}
+
+void TestSurveyFolder::tellsWhatTheUserMayNotChange()
+{
+    QVERIFY(createSurvey(path("S"), demo()).ok());
+    const QString survey = path("S");
+    QVERIFY(QDir().mkdir(survey + QStringLiteral("/WLC")));
+    const QStringList folders{survey, survey + QStringLiteral("/WellInfo"), survey + QStringLiteral("/WLC")};
+    const auto setRights = [](const QString &folder, mode_t rights) {
+        ::chmod(QFile::encodeName(folder).constData(), rights);
+    };
+    setRights(m_folder->path(), 0755);
+    for (const QString &closed : folders) {
+        for (const QString &folder : folders)
+            setRights(folder, folder == closed ? 0755 : 0777);
+        const int result = testing_support::runUnprivileged([&] { return isReadOnly(survey) ? 0 : 1; });
+        if (result == 254)
+            QSKIP("there is no user without rights");
+        QCOMPARE(result, 0);
+    }
+    for (const QString &folder : folders)
+        setRights(folder, 0777);
+    QCOMPARE(testing_support::runUnprivileged([&] { return isReadOnly(survey) ? 0 : 1; }), 1);
+    QVERIFY(QDir().rmdir(survey + QStringLiteral("/WLC"))); // not made yet
+    QCOMPARE(testing_support::runUnprivileged([&] { return isReadOnly(survey) ? 0 : 1; }), 1);
+    QVERIFY(!isReadOnly(QString()));
 }
 
 void TestSurveyFolder::readsTheHostsInfo()

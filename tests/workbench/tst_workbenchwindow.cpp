@@ -1,4 +1,5 @@
 #include "support/testmain.h"
+#include "support/unprivileged.h"
 #include "workbench/basemap.h"
 #include "workbench/messagespanel.h"
 #include "workbench/wellmanagerdialog.h"
@@ -71,6 +72,7 @@ private slots:
     void newWellsAreShown();
     void topsOfFilesAreImported();
     void refreshReadsAgain();
+    void aReadOnlySurveyIsToldFromOthers();
     void activationReadsWhatOthersWrote();
     void aboutAndPlugins();
     void utilitiesMenuOfPlugins();
@@ -368,6 +370,24 @@ void TestWorkbenchWindow::refreshReadsAgain()
     QTest::keyClick(m_window.get(), Qt::Key_F5);
     QCOMPARE(table()->rowCount(), 1);
     QVERIFY(isOverviewShown());
+}
+
+void TestWorkbenchWindow::aReadOnlySurveyIsToldFromOthers()
+{
+    const QString survey = newSurvey(QStringLiteral("S"));
+    QVERIFY(m_window->openSurvey(survey));
+    QCOMPARE(find<QLabel>("statusLabel")->text(), QStringLiteral("0 wells  -  ") + survey);
+    if (!testing_support::canShowInChild())
+        QSKIP("a child cannot share the connection to the window system");
+    for (const QString &folder : {m_folder->path(), survey, survey + QStringLiteral("/WellInfo")})
+        QFile::setPermissions(folder, QFile::Permissions(0x7755));
+    const int result = testing_support::runUnprivileged([&] {
+        trigger("refreshAction");
+        return find<QLabel>("statusLabel")->text().endsWith(QLatin1String("/S (read-only)")) ? 0 : 1;
+    });
+    if (result == 254)
+        QSKIP("there is no user without rights");
+    QCOMPARE(result, 0);
 }
 
 void TestWorkbenchWindow::activationReadsWhatOthersWrote()
