@@ -505,7 +505,7 @@ void WorkbenchWindow::showLoadedPlugins()
 
 void WorkbenchWindow::showManual()
 {
-    ManualDialog(m_host.documentationFolder(), this).exec();
+    ManualDialog::showBeside(this, m_host.documentationFolder());
 }
 
 } // namespace workbench

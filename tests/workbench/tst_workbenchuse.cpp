@@ -1,10 +1,12 @@
 #include "base/filelock.h"
 #include "support/testmain.h"
+#include "workbench/manualdialog.h"
 #include "workbenchwindowfixture.h"
 
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPointer>
 #include <QProcess>
 #include <QPushButton>
 #include <QSysInfo>
@@ -32,6 +34,8 @@ private slots:
     void deleteAsksAndTheNextWellIsSelected();
     void keysWithoutAWellDoNothing();
     void theManualOpensAndLeads();
+    void theManualStaysBesideTheWindow();
+    void wordsAreFoundInAllPages();
     void aMissingManual();
     void firstStepsOfAnEmptySurvey();
     void stepsAreReadFromTheLeft();
@@ -215,26 +219,85 @@ void TestWorkbenchUse::keysWithoutAWellDoNothing()
 
 void TestWorkbenchUse::theManualOpensAndLeads()
 {
-    QString first;
-    QString second;
-    QString again;
-    bool couldGoBack = true;
-    onNextDialog(QStringLiteral("manualDialog"), [&](QDialog *dialog) {
-        auto *pages = dialog->findChild<QTextBrowser *>(QStringLiteral("manualPages"));
-        auto *back = dialog->findChild<QPushButton *>(QStringLiteral("backButton"));
-        couldGoBack = back->isEnabled();
-        first = pages->toPlainText();
-        emit pages->anchorClicked(QUrl(QStringLiteral("newwells.md")));
-        second = pages->toPlainText();
-        QTest::mouseClick(back, Qt::LeftButton);
-        again = pages->toPlainText();
-        QTest::keyClick(dialog, Qt::Key_Escape);
-    });
     QTest::keyClick(m_window.get(), Qt::Key_F1);
-    QVERIFY(!couldGoBack);
+    auto *pages = find<QTextBrowser>("manualPages");
+    auto *back = find<QPushButton>("backButton");
+    QVERIFY(!back->isEnabled());
+    const QString first = pages->toPlainText();
     QVERIFY(first.size() > 200);
+    emit pages->anchorClicked(QUrl(QStringLiteral("newwells.md")));
+    const QString second = pages->toPlainText();
     QVERIFY2(second.contains(QLatin1String("LAS")) && second != first, qPrintable(second));
-    QCOMPARE(again, first);
+    QTest::mouseClick(back, Qt::LeftButton);
+    QCOMPARE(pages->toPlainText(), first);
+}
+
+// What it says is done while one reads it.
+void TestWorkbenchUse::theManualStaysBesideTheWindow()
+{
+    openTwoWells();
+    QTest::keyClick(m_window.get(), Qt::Key_F1);
+    const QPointer<QDialog> manual = find<QDialog>("manualDialog");
+    QVERIFY(manual && manual->isVisible() && !manual->isModal());
+    QVERIFY(manual->findChild<QTextBrowser *>()->hasFocus() || !manual->isActiveWindow());
+    emit find<QTextBrowser>("manualPages")->anchorClicked(QUrl(QStringLiteral("newwells.md")));
+    const QString page = find<QTextBrowser>("manualPages")->toPlainText();
+    trigger("manualAction"); // no second one
+    QCOMPARE(m_window->findChildren<QDialog *>(QStringLiteral("manualDialog")).size(), 1);
+    QCOMPARE(find<QTextBrowser>("manualPages")->toPlainText(), page);
+    m_window->refresh();
+    QVERIFY(manual->isVisible());
+    QTest::keyClick(manual, Qt::Key_Escape);
+    QTRY_VERIFY(!manual);
+    trigger("manualAction");
+    QVERIFY(find<QDialog>("manualDialog")->isVisible());
+    QVERIFY(m_window->close());
+    QVERIFY(!find<QDialog>("manualDialog") || !find<QDialog>("manualDialog")->isVisible());
+}
+
+void TestWorkbenchUse::wordsAreFoundInAllPages()
+{
+    const QString manual = m_folder->filePath(QStringLiteral("manual"));
+    files::write(manual + "/README.md", "# Manual\n\nOne [shale](b.md).\n");
+    files::write(manual + "/b.md", "# Second\n\nA *shale* **break** and a Shale.\n");
+    files::write(manual + "/c.md", "# Third\n\nNothing but sand.\n");
+    ManualDialog dialog(manual);
+    QVERIFY(showActive(&dialog));
+    auto *pages = dialog.findChild<QTextBrowser *>();
+    auto *words = dialog.findChild<QLineEdit *>(QStringLiteral("findEdit"));
+    auto *notFound = dialog.findChild<QLabel *>(QStringLiteral("notFoundLabel"));
+    const auto place = [pages] {
+        const QTextCursor found = pages->textCursor();
+        return QStringLiteral("%1 %2 %3").arg(pages->source().fileName(), found.selectedText()).arg(found.position());
+    };
+    QTest::keyClick(pages, Qt::Key_F, Qt::ControlModifier);
+    QVERIFY(words->hasFocus());
+    QTest::keyClicks(words, "shale");
+    QTest::keyClick(words, Qt::Key_Return);
+    QVERIFY(dialog.isVisible());
+    const QString first = place();
+    QVERIFY2(first.startsWith("README.md shale"), qPrintable(first));
+    QTest::keyClick(words, Qt::Key_Enter);
+    const QString second = place();
+    QVERIFY2(second.startsWith("b.md shale"), qPrintable(second));
+    QTest::keyClick(pages, Qt::Key_F3);
+    QVERIFY2(place().startsWith("b.md Shale"), qPrintable(place()));
+    QTest::mouseClick(dialog.findChild<QPushButton *>(QStringLiteral("findNextButton")), Qt::LeftButton);
+    QCOMPARE(place(), first); // around, past the page without it
+    words->setText(QStringLiteral("shale break")); // which are marked in the file
+    dialog.findNext();
+    QVERIFY2(place().startsWith("b.md shale break"), qPrintable(place()));
+    dialog.findNext();
+    QVERIFY2(place().startsWith("b.md shale break"), qPrintable(place())); // the only one
+    words->setText(QStringLiteral("granite"));
+    dialog.findNext();
+    QCOMPARE(notFound->text(), QStringLiteral("Not found"));
+    QVERIFY(place().startsWith("b.md")); // stays where it was
+    QTest::keyClicks(words, "s");
+    QCOMPARE(notFound->text(), QString());
+    words->clear();
+    dialog.findNext();
+    QCOMPARE(notFound->text(), QString());
 }
 
 void TestWorkbenchUse::aMissingManual()
@@ -242,17 +305,16 @@ void TestWorkbenchUse::aMissingManual()
     m_window.reset();
     m_host = std::make_unique<WorkbenchHost>(m_folder->path());
     m_window = std::make_unique<WorkbenchWindow>(*m_host, m_asker, FileChooser());
-    QString text;
-    onNextDialog(QStringLiteral("manualDialog"), [&text](QDialog *dialog) {
-        text = dialog->findChild<QTextBrowser *>()->toPlainText();
-        QTest::keyClick(dialog, Qt::Key_Return); // closes it
-        if (dialog->isVisible())
-            text = QStringLiteral("it stands");
-        dialog->close();
-    });
     QVERIFY(showActive(m_window.get()));
     trigger("manualAction");
+    const QPointer<QDialog> manual = find<QDialog>("manualDialog");
+    const QString text = manual->findChild<QTextBrowser *>()->toPlainText();
     QVERIFY2(text.contains(m_folder->path() + QStringLiteral("/doc/README.md")), qPrintable(text));
+    manual->findChild<QLineEdit *>()->setText(QStringLiteral("well"));
+    QTest::mouseClick(manual->findChild<QPushButton *>(QStringLiteral("findNextButton")), Qt::LeftButton);
+    QCOMPARE(manual->findChild<QTextBrowser *>()->toPlainText(), text);
+    QTest::keyClick(manual, Qt::Key_Return); // closes it
+    QTRY_VERIFY(!manual);
 }
 
 void TestWorkbenchUse::firstStepsOfAnEmptySurvey()
@@ -321,18 +383,20 @@ void TestWorkbenchUse::dialogsKeepTheirSizes()
         dialog->resize(size);
         dialog->close();
     };
-    for (const auto &[action, name] :
-         {std::make_pair("manageWellsAction", "wellManagerDialog"), std::make_pair("manualAction", "manualDialog")}) {
-        onNextDialog(QString::fromLatin1(name), resized);
-        trigger(action);
-        QSize seen;
-        onNextDialog(QString::fromLatin1(name), [&seen](QDialog *dialog) {
-            seen = dialog->size();
-            dialog->close();
-        });
-        trigger(action);
-        QCOMPARE(seen, size);
-    }
+    onNextDialog(QStringLiteral("wellManagerDialog"), resized);
+    trigger("manageWellsAction");
+    QSize seen;
+    onNextDialog(QStringLiteral("wellManagerDialog"), [&seen](QDialog *dialog) {
+        seen = dialog->size();
+        dialog->close();
+    });
+    trigger("manageWellsAction");
+    QCOMPARE(seen, size);
+    trigger("manualAction");
+    resized(find<QDialog>("manualDialog"));
+    QTRY_VERIFY(!find<QDialog>("manualDialog"));
+    trigger("manualAction");
+    QCOMPARE(find<QDialog>("manualDialog")->size(), size);
 }
 
 // A second workbench on the same survey, in a process of its own.
