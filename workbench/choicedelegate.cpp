@@ -10,7 +10,6 @@ namespace workbench {
 
 namespace {
 
-constexpr int choicesShown = 20;
 constexpr int rim = 2; // of the cell around the chooser: that it is the current one shows there
 
 /// Knows whether its list was opened: a choice from it is final, one by the arrow keys is so when the cell is left.
@@ -94,7 +93,6 @@ QWidget *ChoiceDelegate::createEditor(QWidget *parent, const QStyleOptionViewIte
 {
     auto *box = new ChoiceBox(parent);
     box->setModel(m_choices);
-    box->setMaxVisibleItems(choicesShown);
     // The signals of a delegate are not const, as editors are made.
     auto *self = const_cast<ChoiceDelegate *>(this); // NOLINT(cppcoreguidelines-pro-type-const-cast)
     connect(box, QOverload<int>::of(&QComboBox::activated), self, [self, box] {

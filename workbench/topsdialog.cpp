@@ -6,6 +6,7 @@
 #include "las/lasheader.h"
 #include "survey/reportlines.h"
 #include "survey/topsreport.h"
+#include "survey/wellnames.h"
 #include "workbench/choicedelegate.h"
 #include "workbench/proposaltable.h"
 #include "workbench/reportdialog.h"
@@ -36,6 +37,15 @@ constexpr int remarksInABox = 10;
 QString title()
 {
     return QStringLiteral("Import tops");
+}
+
+// As the window lists them.
+QVector<host::WellEntry> naturallySorted(QVector<host::WellEntry> wells)
+{
+    std::stable_sort(wells.begin(), wells.end(), [](const host::WellEntry &a, const host::WellEntry &b) {
+        return survey::isNaturallyBefore(a.name, b.name);
+    });
+    return wells;
 }
 
 QStringList wellChoices(const QVector<host::WellEntry> &wells)
@@ -142,7 +152,8 @@ QLayout *TopsDialog::buildButtons()
 
 void TopsDialog::buildWidgets()
 {
-    const survey::TopsPlan plan(m_store.list().value, m_store.depthUnit(), survey::topsSource(m_store));
+    const survey::TopsPlan plan(naturallySorted(m_store.list().value), m_store.depthUnit(),
+                                survey::topsSource(m_store));
     m_model = new TopsModel(plan, this);
     connect(m_model, &TopsModel::changed, this, &TopsDialog::showState);
     auto *column = new QVBoxLayout(this);

@@ -261,13 +261,20 @@ void TestTopsDialog::theListShowsLongNames()
     well.name = QStringLiteral("A well of a name that is longer than any column is wide");
     well.totalDepth = 100;
     QVERIFY(m_store->addWell(well).ok());
+    const QString longName = well.name;
+    well.name = QStringLiteral("W-10");
+    QVERIFY(m_store->addWell(well).ok());
     const auto dialog = open({write("tops.csv", threeWells)});
     QTest::mouseClick(table(*dialog)->viewport(), Qt::LeftButton, {},
                       table(*dialog)->visualRect(cell(*dialog, 0, TopsModel::WellColumn)).center());
     const QAbstractItemView *list = editor(*dialog)->view();
-    const int textWidth = list->fontMetrics().horizontalAdvance(well.name);
+    const int textWidth = list->fontMetrics().horizontalAdvance(longName);
     QVERIFY(textWidth > table(*dialog)->columnWidth(TopsModel::WellColumn));
     QVERIFY(list->viewport()->width() > textWidth);
+    QStringList names;
+    for (int row = 0; row < list->model()->rowCount(); ++row)
+        names.append(list->model()->index(row, 0).data().toString());
+    QCOMPARE(names.mid(2), (QStringList{"W-1", "W-2", "W-3", "W-10"})); // as people count
     editor(*dialog)->hidePopup();
 }
 
