@@ -90,9 +90,16 @@ QString markerDepthProblem(const QString &text, DepthUnit unit, double totalDept
         .arg(QString::fromLatin1(base::formatWritten(static_cast<float>(end))), symbol(unit));
 }
 
-TopsMerge withTops(const QVector<host::Marker> &markers, const QVector<TopsLine> &tops, DepthUnit unit,
-                   double totalDepthM)
+float markerDepthM(double depth, DepthUnit surveyUnit)
 {
+    const auto stored = static_cast<float>(depth);
+    return surveyUnit == DepthUnit::Foot ? host::feetToMetres(stored) : stored;
+}
+
+TopsMerge withTops(const QVector<host::Marker> &markers, const QVector<TopsLine> &tops, DepthUnit unit,
+                   double totalDepthM, DepthUnit surveyUnit)
+{
+    const auto end = static_cast<float>(fromMetres(totalDepthM, surveyUnit));
     TopsMerge merge;
     merge.markers = markers;
     QHash<QString, int> places;
@@ -102,11 +109,14 @@ TopsMerge withTops(const QVector<host::Marker> &markers, const QVector<TopsLine>
     QSet<QString> repeated;
     QSet<QString> told;
     for (const TopsLine &top : tops) {
-        const auto depth = static_cast<float>(toMetres(top.depth, top.unit.value_or(unit)));
-        if (depth > static_cast<float>(totalDepthM)) {
+        const DepthUnit ofTop = top.unit.value_or(unit);
+        const double surveyDepth =
+            ofTop == surveyUnit ? top.depth : fromMetres(toMetres(top.depth, ofTop), surveyUnit);
+        if (static_cast<float>(surveyDepth) > end) {
             merge.outside.append(storedText(top.name));
             continue;
         }
+        const float depth = markerDepthM(surveyDepth, surveyUnit);
         const QString stored = storedText(top.name);
         const QString name = names.of(stored, depth);
         if (name != stored && !repeated.contains(stored)) {

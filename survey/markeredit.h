@@ -25,9 +25,12 @@ struct TopsMerge
     bool changesAnything() const { return added > 0 || moved > 0; }
 };
 
-/// Markers that no top names stay. Depths of which the file does not tell the unit are in \a unit. The colour of a new marker comes from its name, so that
-/// a top has the same in all wells.
+/// Markers that no top names stay. Depths of which the file does not tell the unit are in \a unit. The colour of a new marker
+/// comes from its name, so that a top has the same in all wells. A depth in the survey's own unit is stored as it stands.
 TopsMerge withTops(const QVector<host::Marker> &markers, const QVector<TopsLine> &tops, DepthUnit unit,
-                   double totalDepthM);
+                   double totalDepthM, DepthUnit surveyUnit = DepthUnit::Metre);
+
+/// A depth in the survey's unit as a marker has it, in metres: a survey in feet stores the same number again.
+float markerDepthM(double depth, DepthUnit surveyUnit);
 
 } // namespace survey

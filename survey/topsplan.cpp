@@ -196,7 +196,7 @@ void TopsPlan::merge(TopsRow *row)
     }
     row->error = well.head.ok() ? well.markers.error : well.head.error;
     if (row->error.isEmpty())
-        row->merge = withTops(well.markers.value, row->tops, m_unit, well.head.value.header.totalDepth);
+        row->merge = withTops(well.markers.value, row->tops, m_unit, well.head.value.header.totalDepth, m_surveyUnit);
 }
 
 void TopsPlan::setUnit(DepthUnit unit)

@@ -324,7 +324,7 @@ void WellContents::takeEdit(QTreeWidgetItem *item, int column)
         markers[index].name = name;
     } else if (index >= 0) {
         problem = survey::markerDepthProblem(text, m_unit, m_totalDepthM);
-        markers[index].depth = static_cast<float>(survey::toMetres(base::parseNumber(text).value_or(0), m_unit));
+        markers[index].depth = survey::markerDepthM(base::parseNumber(text).value_or(0), m_unit);
     }
     // Queued: the tree is filled anew when the editor has gone.
     QMetaObject::invokeMethod(
@@ -409,7 +409,7 @@ void WellContents::importTops()
         return;
     }
     const survey::DepthUnit unit = file.unit.value_or(m_unit);
-    const survey::TopsMerge merge = survey::withTops(m_markers, tops, unit, m_totalDepthM);
+    const survey::TopsMerge merge = survey::withTops(m_markers, tops, unit, m_totalDepthM, m_unit);
     const QString count = tops.size() == 1 ? QStringLiteral("1 top") : QStringLiteral("%1 tops").arg(tops.size());
     QString found = QStringLiteral("%1 for the well \"%2\", depths in %3: %4 new, %5 with another depth.")
                         .arg(count, m_well.name, survey::pluralName(unit), QString::number(merge.added),

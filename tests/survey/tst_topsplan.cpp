@@ -106,6 +106,7 @@ private slots:
     void severalFilesShareAWell();
     void twoRowsOfOneWellAreAProblem();
     void theUnitOfFilesThatDoNotTellIt();
+    void feetKeepTheirDigits();
     void theUserChoosesWells();
     void damagedWellsAreTold();
     void wellsAreReadOnce();
@@ -328,6 +329,29 @@ void TestTopsPlan::theUnitOfFilesThatDoNotTellIt()
     TopsPlan feet = wells.plan(DepthUnit::Foot);
     feet.add({input(QStringLiteral("t.csv"), "Well,Name,MD\nA,Top,1000\n")});
     QCOMPARE(summary(feet), QStringLiteral("A>A +0 ~0/0 =1 -0"));
+}
+
+// Half of all depths with a decimal would be another float if they went through metres of double precision.
+void TestTopsPlan::feetKeepTheirDigits()
+{
+    QByteArray table = "Well,Name,MD\n";
+    FakeWells wells;
+    for (int i = 0; i < 300; ++i) {
+        const double feet = 1000 + i / 10.0;
+        const QString name = QStringLiteral("W%1").arg(i);
+        wells.add(name, {}, {{QStringLiteral("Top"), host::feetToMetres(static_cast<float>(feet)), Qt::red}},
+                  feet * host::metresPerFoot); // the marker stands at the end
+        table += name.toUtf8() + ",Top," + QByteArray::number(feet) + '\n';
+    }
+    TopsPlan plan = wells.plan(DepthUnit::Foot);
+    plan.add({input(QStringLiteral("t.csv"), table)});
+    for (const TopsRow &row : plan.rows())
+        QVERIFY2(row.merge.unchanged == 1, qPrintable(summary(plan, row)));
+    // Of a file in the other unit too, as near as it gets.
+    TopsPlan metres = wells.plan(DepthUnit::Foot);
+    metres.add({input(QStringLiteral("t.csv"), "Well,Name,MD (m)\nW0,Top,304.8\nW1,Top,304.83048\n")});
+    for (const TopsRow &row : metres.rows())
+        QVERIFY2(row.merge.unchanged == 1, qPrintable(summary(metres, row)));
 }
 
 void TestTopsPlan::theUserChoosesWells()

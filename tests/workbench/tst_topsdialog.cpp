@@ -43,6 +43,7 @@ private slots:
     void whatIsBeingChosenCounts();
     void twoRowsOfOneWellBlock();
     void theUnitIsAskedForWhereNoFileTellsIt();
+    void aSurveyInFeet();
     void remarksAreListed();
     void moreFilesAreAdded();
     void aFileOfOneWell();
@@ -361,6 +362,33 @@ void TestTopsDialog::theUnitIsAskedForWhereNoFileTellsIt()
     QCOMPARE(unit->currentText(), QStringLiteral("feet"));
     QCOMPARE(rowText(*dialog, 0), QStringLiteral("W-1|W-1|0|0||1|0"));
     QCOMPARE(rowText(*dialog, 1), QStringLiteral("W-2|W-2|0|1|204.80|0|0"));
+}
+
+void TestTopsDialog::aSurveyInFeet()
+{
+    const QString path = m_folder->filePath("feet");
+    NewSurvey fresh;
+    fresh.depthUnit = DepthUnit::Foot;
+    QCOMPARE(createSurvey(path, fresh).error, QString());
+    SurveyStore store(path);
+    WellProperties well;
+    well.name = QStringLiteral("W-1");
+    well.totalDepth = 9000;
+    const QString key = store.addWell(well).value;
+    QVERIFY(store.writeMarkers(key, {{"Moved", 0.3048f * 7001.3f, Qt::red}, {"Same", 0.3048f * 5000, Qt::red}}).ok());
+    TopsDialog dialog(store, m_asker, chooser());
+    dialog.addFiles({write("tops.csv", "Well,Name,MD\nW-1,Moved,7101.3\nW-1,Same,5000\nW-1,Deep,9001\n")});
+    QVERIFY(showActive(&dialog));
+    QCOMPARE(dialog.findChild<QComboBox *>("unitBox")->currentText(), QStringLiteral("feet"));
+    QCOMPARE(rowText(dialog, 0), QStringLiteral("W-1|W-1|0|1|100.00|1|1"));
+    QCOMPARE(
+        table(dialog)->model()->headerData(TopsModel::FurthestColumn, Qt::Horizontal, Qt::DisplayRole).toString(),
+        QStringLiteral("At most (ft)"));
+    const QByteArray before = files::read(path + "/WellInfo/W-1.wlm");
+    expectSummary();
+    QTest::keyClick(table(dialog), Qt::Key_Return);
+    const QByteArray after = files::read(path + "/WellInfo/W-1.wlm");
+    QVERIFY2(after.contains("7101.3\n") && after.contains("5000\n") && after != before, after);
 }
 
 void TestTopsDialog::remarksAreListed()

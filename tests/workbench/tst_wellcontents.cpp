@@ -254,6 +254,11 @@ void TestWellContents::movesAMarkerInFeet()
     type(QStringLiteral("1000"));
     QCOMPARE(m_store->markers(m_well.key).value.first().depth, 304.8f);
     QCOMPARE(marker(0)->text(3), QStringLiteral("1000.00"));
+    click(marker(0));
+    QTest::mouseClick(button("markerDepthButton"), Qt::LeftButton);
+    type(QStringLiteral("1000.4"));
+    const QByteArray stored = files::read(m_store->surveyDirectory() + "/WellInfo/W-1.wlm");
+    QVERIFY2(stored.contains(": 1000.4\n"), stored); // the digits that were typed
 }
 
 void TestWellContents::coloursAMarker()
