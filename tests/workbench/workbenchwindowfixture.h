@@ -40,6 +40,16 @@ inline void dragBorder(QSplitter *splitter, int pixels)
     QTest::mouseRelease(grip, Qt::LeftButton, {}, end);
 }
 
+/// Counts what the host tells plug-ins.
+struct SurveyListener : host::Listener
+{
+    int changes = 0;
+    int closings = 0;
+    void markersChanged(const QString &) override { }
+    void surveyChanged() override { ++changes; }
+    void hostClosing() override { ++closings; }
+};
+
 /// A window over a folder of surveys, with settings of its own.
 class WorkbenchWindowTest : public QObject
 {
