@@ -14,7 +14,13 @@ namespace {
 // Names from data may look like markup.
 QString plainToolTip(const QString &text)
 {
-    return Qt::mightBeRichText(text) ? QStringLiteral("<span>%1</span>").arg(text.toHtmlEscaped()) : text;
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
+}
+
+// Curves of a kind begin alike and end differently: what is left out stands in the middle.
+QString shownName(const QString &name, double headerWidth, const QFontMetrics &metrics)
+{
+    return metrics.elidedText(name, Qt::ElideMiddle, logview::toInt(headerWidth - 10));
 }
 
 } // namespace
@@ -24,8 +30,6 @@ CurveHeaderItem::CurveHeaderItem(CurveItem *curve, QGraphicsItem *trackHeader)
     , m_curve(curve)
 {
     setFlag(ItemIsSelectable);
-    if (curve->isLogMissing())
-        setToolTip(plainToolTip(QStringLiteral("No such log in %1").arg(curve->wellName())));
     showCurve();
     connect(curve, &CurveItem::changed, this, &CurveHeaderItem::showCurve);
 }
@@ -36,7 +40,19 @@ void CurveHeaderItem::showCurve()
     m_width = static_cast<double>(m_curve->scale().width);
     setVisible(m_curve->isVisible());
     setSelected(m_curve->isSelected());
+    tellWhatIsNotSeen();
     update();
+}
+
+void CurveHeaderItem::tellWhatIsNotSeen()
+{
+    const QString name = m_curve->curveName();
+    QStringList lines;
+    if (shownName(name, m_width, QFontMetrics(logview::timesFont())) != name)
+        lines.append(name);
+    if (m_curve->isLogMissing())
+        lines.append(QStringLiteral("No such log in %1").arg(m_curve->wellName()));
+    setToolTip(plainToolTip(lines.join(QLatin1Char('\n'))));
 }
 
 QRectF CurveHeaderItem::boundingRect() const
@@ -57,7 +73,8 @@ void CurveHeaderItem::paint(QPainter *painter, const QStyleOptionGraphicsItem *,
     painter->setFont(font);
     const QColor textColor = m_curve->isLogMissing() ? Qt::gray : Qt::black;
     painter->setPen(textColor);
-    painter->drawText(QRectF(5, 1, m_width - 10, 20), Qt::AlignCenter, m_curve->curveName());
+    painter->drawText(QRectF(5, 1, m_width - 10, 20), Qt::AlignCenter,
+                      shownName(m_curve->curveName(), m_width, painter->fontMetrics()));
     QPen linePen = m_curve->currentPen();
     if (m_curve->isLogMissing() && !m_curve->isSelected())
         linePen.setColor(textColor);

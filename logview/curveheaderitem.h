@@ -32,6 +32,7 @@ protected:
 
 private:
     void showCurve();
+    void tellWhatIsNotSeen();
 
     CurveItem *m_curve;
     double m_width = 0;

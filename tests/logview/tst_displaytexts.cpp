@@ -72,6 +72,7 @@ private slots:
     void zoneLabels();
     void depthsUnderAZoneAreLegible();
     void missingLogs();
+    void longCurveNamesAreShortened();
     void missingDefaultLogs();
     void curvesOffALogarithmicScale();
     void namesWithMarkup();
@@ -338,6 +339,25 @@ void tst_displaytexts::missingLogs()
     f.curve(0, 1)->setSelected(true);
     const QImage selected = f.picture(f.display->headerView()->scene(), QRect(0, 20, 192, 90));
     QCOMPARE(selected.pixelColor(96, 45 + 22), logview::selectionPen(QPen()).color());
+}
+
+void tst_displaytexts::longCurveNamesAreShortened()
+{
+    const QString name = QStringLiteral("FORCE_2020_LITHOFACIES_<b>CONFIDENCE</b>");
+    TextFixture f;
+    f.addLog(name, {0, 1500}, {1, 2});
+    f.addTrack(1, "Linear\n" + curveLine(name.toUtf8().constData()) + curveLine("FORCE_2020_LITHOFACIES_LITHOLOGY"));
+    f.show();
+    const DrawnText text = f.curveHeader().first();
+    QVERIFY2(text.text.startsWith("FORCE_") && text.text.endsWith("</b>"), qPrintable(text.text));
+    QVERIFY(text.text.contains(QChar(0x2026)));
+    QVERIFY(text.box.left() >= 0 && text.box.right() <= 185);
+    QVERIFY(text.box.width() > 150); // no more than needed
+    QVERIFY(f.headerOf(f.curve(0, 0))->toolTip().contains(QLatin1String("&lt;b&gt;CONFIDENCE")));
+    QCOMPARE(f.headerOf(f.curve(0, 1))->toolTip(), QString("FORCE_2020_LITHOFACIES_LITHOLOGY\nNo such log in W"));
+    f.type(f.panelOf(f.track(0)), "widthEdit", QStringLiteral("6"));
+    QCOMPARE(f.headerTexts(QRectF(2, 22, 572, 41)).first().text, name);
+    QCOMPARE(f.headerOf(f.curve(0, 0))->toolTip(), QString());
 }
 
 void tst_displaytexts::missingDefaultLogs()
