@@ -159,12 +159,22 @@ QByteArray propertiesBytes(const CorrelationProperties &properties)
 
 CorrelationWell splitWellLine(const QString &line, const KnownNames &known)
 {
-    for (int colon = line.indexOf(QLatin1Char(':')); colon >= 0; colon = line.indexOf(QLatin1Char(':'), colon + 1)) {
-        const QString wellName = line.left(colon);
-        const QString templateName = line.mid(colon + 1);
-        if (known.isWell && known.isWell(wellName) && known.isTemplate && known.isTemplate(wellName, templateName))
-            return {wellName, templateName};
+    QVector<CorrelationWell> ways;
+    for (int colon = line.indexOf(QLatin1Char(':')); colon >= 0; colon = line.indexOf(QLatin1Char(':'), colon + 1))
+        ways.append({line.left(colon), line.mid(colon + 1)});
+    const auto isWell = [&known](const CorrelationWell &way) { return known.isWell && known.isWell(way.wellName); };
+    const auto isTemplate = [&known](const CorrelationWell &way) {
+        return known.isTemplate && known.isTemplate(way.wellName, way.templateName);
+    };
+    const auto isBoth = [&](const CorrelationWell &way) { return isWell(way) && isTemplate(way); };
+    auto found = std::find_if(ways.cbegin(), ways.cend(), isBoth);
+    if (found == ways.cend() && !ways.isEmpty() && !isWell(ways.first())) {
+        found = std::find_if(ways.cbegin(), ways.cend(), isWell);
+        if (found == ways.cend())
+            found = std::find_if(ways.cbegin(), ways.cend(), isTemplate);
     }
+    if (found != ways.cend())
+        return *found;
     const QStringList parts = line.split(QLatin1Char(':'));
     return {parts.value(0), parts.value(1)};
 }

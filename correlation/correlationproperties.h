@@ -61,7 +61,8 @@ struct KnownNames
 CorrelationProperties parseProperties(const QByteArray &bytes, const KnownNames &known, bool *isWhole = nullptr);
 
 /// The two names of a line of the wells list: of the ways to split it at a ":" the first that gives a known well and a
-/// known template of it; else what stands before the first ":" and what stands before the next one.
+/// known template of it. Else, where what stands before the first ":" is no well, the first that gives a known well, or
+/// else a known template: one of the two has gone. Else what stands before the first ":" and what stands before the next one.
 CorrelationWell splitWellLine(const QString &line, const KnownNames &known);
 
 } // namespace correlation

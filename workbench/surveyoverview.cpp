@@ -110,6 +110,13 @@ void SurveyOverview::buildTable()
         if (!selectedKey().isEmpty())
             emit wellActivated(selectedKey());
     });
+    // From the words to the wells that they leave.
+    connect(addWidgetKey(m_filter, Qt::Key_Down), &QAction::triggered, this, [this] {
+        if (selectedKey().isEmpty())
+            m_table->setCurrentIndex(m_sorted->index(0, 0));
+        m_table->setFocus(Qt::ShortcutFocusReason);
+    });
+    connect(addWidgetKey(m_filter, Qt::Key_Escape), &QAction::triggered, m_filter, &QLineEdit::clear);
     addTableKey(Qt::Key_F2, &SurveyOverview::wellRenameRequested);
     addTableKey(QKeySequence::Delete, &SurveyOverview::wellDeletionRequested);
 }

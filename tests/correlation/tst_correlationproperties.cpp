@@ -240,6 +240,19 @@ private slots:
         QCOMPARE(split("unknown:T"), QString("unknown + T"));
         QCOMPARE(split("no colon"), QString("no colon + "));
         QCOMPARE(split(":T"), QString(" + T"));
+        // The template has gone, or the well.
+        const auto without = [&known](const char *line) {
+            auto left = known;
+            left.isWell = [](const QString &wellName) { return wellName == "N:1" || wellName == "W"; };
+            const CorrelationWell well = correlation::splitWellLine(QString::fromLatin1(line), left);
+            return QString(well.wellName + " + " + well.templateName);
+        };
+        QCOMPARE(without("N:1:gone"), QString("N:1 + gone"));
+        QCOMPARE(without("N:1:T"), QString("N:1 + T"));
+        QCOMPARE(without("N:2:T"), QString("N:2 + T"));
+        QCOMPARE(without("N:2:C:T"), QString("N:2 + C:T"));
+        QCOMPARE(without("N:2:gone"), QString("N + 2")); // neither is there
+        QCOMPARE(without("W:N:T"), QString("W + N")); // what is named first is there
         const auto nameless = knowing({""}, {"C:T"});
         QCOMPARE(correlation::splitWellLine(":C:T", nameless).templateName, QString("C:T"));
     }

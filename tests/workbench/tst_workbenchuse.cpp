@@ -32,6 +32,7 @@ private slots:
     void theMenuOpensTheContents();
     void f2RenamesTheSelectedWell();
     void deleteAsksAndTheNextWellIsSelected();
+    void keysLeadFromTheFilterToTheWells();
     void keysWithoutAWellDoNothing();
     void theManualOpensAndLeads();
     void theManualStaysBesideTheWindow();
@@ -192,6 +193,31 @@ void TestWorkbenchUse::deleteAsksAndTheNextWellIsSelected()
     QCOMPARE(press(), QStringLiteral("C>C"));
     QCOMPARE(press(), QStringLiteral(">"));
     QCOMPARE(m_asker.boxes.size(), 5);
+}
+
+void TestWorkbenchUse::keysLeadFromTheFilterToTheWells()
+{
+    openTwoWells();
+    auto *view = find<QTableView>("wellsTable");
+    auto *filter = find<QLineEdit>("filterEdit");
+    view->clearSelection();
+    filter->setFocus();
+    QTest::keyClicks(filter, "B");
+    QTest::keyClick(filter, Qt::Key_Down);
+    QVERIFY(view->hasFocus());
+    QCOMPARE(view->currentIndex().data().toString(), QStringLiteral("B"));
+    QVERIFY(view->selectionModel()->isRowSelected(0, {}));
+    filter->setFocus();
+    QTest::keyClick(filter, Qt::Key_Escape);
+    QCOMPARE(filter->text(), QString());
+    QCOMPARE(table()->rowCount(), 2);
+    QTest::keyClick(filter, Qt::Key_Down); // the selected one stays
+    QCOMPARE(view->currentIndex().data().toString(), QStringLiteral("B"));
+    filter->setFocus();
+    QTest::keyClicks(filter, "nothing");
+    QTest::keyClick(filter, Qt::Key_Down);
+    QTest::keyClick(view, Qt::Key_F2);
+    QVERIFY(m_asker.boxes.isEmpty());
 }
 
 void TestWorkbenchUse::keysWithoutAWellDoNothing()
