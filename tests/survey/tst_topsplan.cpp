@@ -1,57 +1,10 @@
-#include "base/filestate.h"
-#include "support/countedcalls.h"
 #include "support/files.h"
-#include "survey/surveyfolder.h"
 #include "survey/topsreport.h"
+#include "topsfixture.h"
 
 using namespace survey;
 
 namespace {
-
-/// Wells as a plan sees them, without a disk; what it reads is counted.
-class FakeWells
-{
-public:
-    void add(const QString &name, const QString &uwi = {}, const QVector<host::Marker> &markers = {},
-             double totalDepthM = 2000)
-    {
-        const QString key = QStringLiteral("key %1").arg(m_wells.size());
-        m_wells.append({name, key});
-        WellHead head;
-        head.header.totalDepth = totalDepthM;
-        head.uwi = uwi;
-        m_heads.insert(key, head);
-        m_markers.insert(key, markers);
-    }
-    TopsPlan plan(DepthUnit unit = DepthUnit::Metre)
-    {
-        return TopsPlan(m_wells, unit,
-                        {[this](const QString &key) -> host::Outcome<WellHead> {
-                             ++headReads[key];
-                             return {m_heads.value(key), unreadable.value(key)};
-                         },
-                         [this](const QString &key, const WellHead &) -> host::Outcome<QVector<host::Marker>> {
-                             ++markerReads[key];
-                             return {m_markers.value(key), badMarkers.value(key)};
-                         }});
-    }
-    QString key(int well) const { return m_wells.at(well).key; }
-
-    QHash<QString, int> headReads;
-    QHash<QString, int> markerReads;
-    QHash<QString, QString> unreadable; ///< errors by key
-    QHash<QString, QString> badMarkers;
-
-private:
-    QVector<host::WellEntry> m_wells;
-    QHash<QString, WellHead> m_heads;
-    QHash<QString, QVector<host::Marker>> m_markers;
-};
-
-TopsInput input(const QString &path, const QByteArray &bytes)
-{
-    return {path, parseTops(bytes)};
-}
 
 /// "A-1>A 1 +2 ~1/12.5 =3 -4": the name in the file, the well, added, moved by at most, unchanged and left out.
 QString summary(const TopsPlan &plan, const TopsRow &row)
@@ -111,9 +64,6 @@ private slots:
     void damagedWellsAreTold();
     void wellsAreReadOnce();
     void manyWellsAreNotComparedWithEachOther();
-    void filesOfTheSurveyAreReadOnce();
-    void writingLeavesOtherWellsAlone();
-    void reports();
     void realFiles();
 };
 
@@ -440,154 +390,6 @@ void TestTopsPlan::manyWellsAreNotComparedWithEachOther()
     QCOMPARE(plan.rows().size(), count * 2 + count / 10);
     QCOMPARE(total(wells.headReads), count);
     QCOMPARE(plan.rowsToWrite().size(), count + count / 10);
-}
-
-namespace {
-
-/// A survey with some wells of a marker each.
-QString surveyWith(const QTemporaryDir &folder, int wellCount)
-{
-    const QString path = folder.filePath(QStringLiteral("survey %1").arg(wellCount));
-    if (!createSurvey(path, {}).ok())
-        return {};
-    SurveyStore store(path);
-    for (int i = 0; i < wellCount; ++i) {
-        WellProperties well;
-        well.name = QStringLiteral("W-%1").arg(i);
-        well.totalDepth = 2000;
-        const QString key = store.addWell(well).value;
-        if (!store.writeMarkers(key, {{QStringLiteral("Top 0"), 10, Qt::red}}).ok())
-            return {};
-    }
-    return path;
-}
-
-QByteArray tableOf(int wellCount, int topCount)
-{
-    QByteArray table = "Well,Name,MD\n";
-    for (int top = 0; top < topCount; ++top) // the lines of a well do not follow one another
-        for (int well = 0; well < wellCount; ++well)
-            table += "w_" + QByteArray::number(well) + ",Top " + QByteArray::number(top) + ','
-                + QByteArray::number(100 + top) + '\n';
-    return table;
-}
-
-struct Calls
-{
-    double plan = 0; ///< of a well
-    double write = 0;
-};
-
-Calls callsOf(const QString &survey, int wellCount, int topCount)
-{
-    SurveyStore store(survey);
-    const QVector<host::WellEntry> wells = store.list().value;
-    const TopsInput file = input(QStringLiteral("t.csv"), tableOf(wellCount, topCount));
-    long before = counted_calls::total();
-    TopsPlan plan(wells, store.depthUnit(), topsSource(store));
-    plan.add({file});
-    Calls calls;
-    calls.plan = static_cast<double>(counted_calls::total() - before) / wellCount;
-    before = counted_calls::total();
-    for (const int row : plan.rowsToWrite())
-        if (!writeTops(store, &plan, row).ok())
-            return {};
-    calls.write = static_cast<double>(counted_calls::total() - before) / wellCount;
-    return calls;
-}
-
-} // namespace
-
-// What a well costs does not depend on how many there are, nor on its tops.
-void TestTopsPlan::filesOfTheSurveyAreReadOnce()
-{
-    const QTemporaryDir folder;
-    const QString few = surveyWith(folder, 10);
-    const QString many = surveyWith(folder, 100);
-    QVERIFY(!few.isEmpty() && !many.isEmpty());
-    QTRY_VERIFY(base::fileState(many + "/WellInfo/.omf").isSettled); // until then it is read anew each time
-    const Calls small = callsOf(few, 10, 5);
-    const Calls large = callsOf(many, 100, 50);
-    qInfo("calls of the system for a well: %.2f to plan it, %.2f to write it", large.plan, large.write);
-    QVERIFY(large.plan > 0 && large.write > 0);
-    QVERIFY2(large.plan <= small.plan + 0.5, "planning");
-    QVERIFY2(large.write <= small.write + 0.5, "writing");
-    SurveyStore store(many);
-    const QString key = store.list().value.at(57).key;
-    QCOMPARE(store.markers(key).value.size(), 50);
-    const auto cost = [](const auto &work) {
-        const long before = counted_calls::total();
-        work();
-        return static_cast<double>(counted_calls::total() - before);
-    };
-    WellHead head;
-    const double headCost = cost([&] { head = store.head(key).value; });
-    const double markersCost = cost([&] { QCOMPARE(store.markers(key, head).value.size(), 50); });
-    const double bothAgain = cost([&] { QCOMPARE(store.markers(key).value.size(), 50); });
-    QVERIFY2(markersCost < bothAgain, "the well's head is read with its markers");
-    QVERIFY2(large.plan <= headCost + markersCost + 0.5, "a well is read more than once");
-    QVERIFY2(large.write < 24, "each of the well's files once, the lock, and the new file with its flushes");
-}
-
-void TestTopsPlan::writingLeavesOtherWellsAlone()
-{
-    const QTemporaryDir folder;
-    const QString survey = surveyWith(folder, 3);
-    SurveyStore store(survey);
-    TopsPlan plan(store.list().value, store.depthUnit(), topsSource(store));
-    plan.add({input(QStringLiteral("t.csv"), "Well,Name,MD\nW-0,New,50\nW-1,New,60\nW-2,Top 0,10\n")});
-    QCOMPARE(plan.rowsToWrite(), (QVector<int>{0, 1}));
-    const auto before = files::snapshot(survey);
-    QVERIFY(writeTops(store, &plan, 1).ok());
-    const auto after = files::snapshot(survey);
-    QCOMPARE(after.size(), before.size());
-    for (auto file = before.begin(); file != before.end(); ++file)
-        QCOMPARE(after.value(file.key()) == file.value(), !file.key().endsWith(QLatin1String("W-1.wlm")));
-    QVERIFY(plan.rows().at(1).isWritten);
-    QCOMPARE(plan.rowsToWrite(), QVector<int>{0});
-
-    // Another program moves the marker that is to be moved: nothing is written, and the reason is kept.
-    TopsPlan late(store.list().value, store.depthUnit(), topsSource(store));
-    late.add({input(QStringLiteral("t.csv"), "Well,Name,MD\nW-0,Top 0,70\n")});
-    SurveyStore other(survey);
-    QVERIFY(other.writeMarkers(other.list().value.first().key, {{QStringLiteral("Top 0"), 80, Qt::red}}).ok());
-    QVERIFY(!writeTops(store, &late, 0).ok());
-    QVERIFY(late.rows().first().error.contains(QLatin1String("Another program")));
-    QVERIFY(!late.rows().first().isWritten);
-    QCOMPARE(SurveyStore(survey).markers(store.list().value.first().key).value.first().depth, 80.0f);
-}
-
-void TestTopsPlan::reports()
-{
-    FakeWells wells;
-    for (const char *name : {"A", "B-1", "C", "D", "E"})
-        wells.add(QString::fromLatin1(name));
-    wells.badMarkers.insert(wells.key(2), QStringLiteral("No markers."));
-    TopsPlan plan = wells.plan();
-    plan.add({input(QStringLiteral("t.csv"),
-                    "Well,Name,MD\nA,Top,1\nA,Base,2\nb1,Top,1\nC,Top,1\nD,Top,1\nX,Top,1\nE,Top,1\nE,,1\n")});
-    plan.setWell(5, -1);
-    plan.setWritten(0, {});
-    plan.setWritten(1, QStringLiteral("Disk full."));
-    QCOMPARE(topsSentence(plan, false),
-             QStringLiteral("Tops of 1 well were written: 2 new, 0 moved; those of 2 wells could not be written."));
-    QCOMPARE(
-        topsReport(plan, true, QStringLiteral("/s")),
-        QStringLiteral("Tops of 1 well were written: 2 new, 0 moved; those of 2 wells could not be written; then it "
-                       "was cancelled.\nSurvey: /s\n"
-                       "\nFailed, and as they were before:\n  B-1 (b1 in the file): Disk full.\n  C: No markers.\n"
-                       "\nWritten:\n  A: 2 new, 0 moved\n"
-                       "\nLeft as they were:\n  D: Cancelled before it was written.\n"
-                       "  X: The survey has no well of this name.\n  E: Left out.\n"
-                       "\nNot understood:\n  t.csv, line 9, no name: E,,1\n"));
-    QCOMPARE(topsNotes(plan.rows().first()), QStringList{QStringLiteral("Written.")});
-    TopsPlan nothing = wells.plan();
-    QCOMPARE(topsSentence(nothing, false), QStringLiteral("Tops of 0 wells were written: 0 new, 0 moved."));
-    QByteArray bad = "Well,Name,MD\nA,Top,1\n";
-    for (int i = 0; i < 1002; ++i)
-        bad += "A,,1\n";
-    nothing.add({input(QStringLiteral("t.csv"), bad)});
-    QVERIFY(topsReport(nothing, false, {}).endsWith(QLatin1String("line 1002, no name: A,,1\n  and 2 more\n")));
 }
 
 void TestTopsPlan::realFiles()

@@ -1,47 +1,24 @@
-#include "dialogscript.h"
 #include "support/failingtarget.h"
-#include "support/files.h"
 #include "support/legiblewindow.h"
-#include "support/scriptedasker.h"
 #include "support/testmain.h"
-#include "survey/surveyfolder.h"
-#include "workbench/topsdialog.h"
-#include "workbench/topsmodel.h"
+#include "topsdialogfixture.h"
 
-#include <QComboBox>
-#include <QLabel>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTableView>
+#include <QPalette>
 
 using namespace survey;
 using namespace workbench;
 
-namespace {
-
-const IsolatedSettings isolated;
-const QByteArray threeWells =
-    "Well,Formation,MD\nW-1,Top,120\nW-1,New,800\nw 2,Top,150\nElsewhere,Top,7\nW-1,Deep,9000\n"
-    "W-1,Gap,\n";
-
-} // namespace
-
-class TestTopsDialog : public QObject
+class TestTopsDialog : public TopsDialogTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
+    void init() { setUp(); }
     void showsWhatWellsWouldGet();
     void headersExplainThemselves();
     void enterImports();
     void cancelWritesNothing_data();
     void cancelWritesNothing();
-    void wellsAreChosenByMouse();
-    void theListShowsLongNames();
-    void wellsAreChosenByKeys();
-    void whatIsBeingChosenCounts();
-    void twoRowsOfOneWellBlock();
     void theUnitIsAskedForWhereNoFileTellsIt();
     void aSurveyInFeet();
     void remarksAreListed();
@@ -56,90 +33,7 @@ private slots:
     void manyRowsWithLongNames_data();
     void manyRowsWithLongNames();
     void realFiles();
-
-private:
-    QString write(const QString &name, const QByteArray &bytes)
-    {
-        files::write(m_folder->filePath(name), bytes);
-        return m_folder->filePath(name);
-    }
-    FileChooser chooser()
-    {
-        return {[](QWidget *, const QString &, const QString &) { return QString(); },
-                [this](QWidget *, const QString &, const QString &, const QString &filter) {
-                    m_filter = filter;
-                    return m_chosen;
-                }};
-    }
-    std::unique_ptr<TopsDialog> open(const QStringList &paths)
-    {
-        auto dialog = std::make_unique<TopsDialog>(*m_store, m_asker, chooser());
-        dialog->addFiles(paths);
-        if (!showActive(dialog.get()))
-            return {};
-        return dialog;
-    }
-    static QTableView *table(const TopsDialog &dialog) { return dialog.findChild<QTableView *>(); }
-    static QModelIndex cell(const TopsDialog &dialog, int row, int column)
-    {
-        return table(dialog)->model()->index(row, column);
-    }
-    static QString rowText(const TopsDialog &dialog, int row)
-    {
-        QStringList texts;
-        for (int column = 0; column < TopsModel::NotesColumn; ++column)
-            texts.append(cell(dialog, row, column).data().toString());
-        return texts.join(u'|');
-    }
-    static QString state(const TopsDialog &dialog) { return dialog.findChild<QLabel *>("stateLabel")->text(); }
-    static QPushButton *button(const TopsDialog &dialog, const char *name)
-    {
-        return dialog.findChild<QPushButton *>(QLatin1String(name));
-    }
-    static QComboBox *editor(const TopsDialog &dialog) { return table(dialog)->viewport()->findChild<QComboBox *>(); }
-    /// Answers the next summary by closing it; its text is kept.
-    void expectSummary()
-    {
-        m_summary.clear();
-        onNextDialog(QStringLiteral("reportDialog"), [this](QDialog *report) {
-            m_summary = report->findChild<QPlainTextEdit *>(QStringLiteral("reportText"))->toPlainText();
-            QTest::keyClick(report, Qt::Key_Escape);
-        });
-    }
-    QString markers(int well) const
-    {
-        SurveyStore store(m_survey);
-        QStringList texts;
-        for (const host::Marker &marker : store.markers(store.list().value.at(well).key).value)
-            texts.append(QStringLiteral("%1@%2").arg(marker.name).arg(static_cast<double>(marker.depth)));
-        return texts.join(u' ');
-    }
-
-    std::unique_ptr<QTemporaryDir> m_folder;
-    QString m_survey;
-    std::unique_ptr<SurveyStore> m_store;
-    ScriptedAsker m_asker;
-    QStringList m_chosen;
-    QString m_filter;
-    QString m_summary;
 };
-
-void TestTopsDialog::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-    m_survey = m_folder->filePath(QStringLiteral("survey"));
-    QCOMPARE(createSurvey(m_survey, {}).error, QString());
-    m_store = std::make_unique<SurveyStore>(m_survey);
-    for (const char *name : {"W-1", "W-2", "W-3"}) {
-        WellProperties well;
-        well.name = QString::fromLatin1(name);
-        well.totalDepth = 2000;
-        const QString key = m_store->addWell(well).value;
-        QVERIFY(m_store->writeMarkers(key, {{QStringLiteral("Top"), 100, Qt::red}}).ok());
-    }
-    m_asker = ScriptedAsker();
-    m_chosen.clear();
-}
 
 void TestTopsDialog::showsWhatWellsWouldGet()
 {
@@ -232,117 +126,6 @@ void TestTopsDialog::cancelWritesNothing()
     QVERIFY(!dialog->isVisible());
     QVERIFY(!dialog->hasWritten());
     QCOMPARE(files::snapshot(m_survey), before);
-}
-
-void TestTopsDialog::wellsAreChosenByMouse()
-{
-    const auto dialog = open({write("tops.csv", threeWells)});
-    const auto place = [&](int row, int column) {
-        return table(*dialog)->visualRect(cell(*dialog, row, column)).center();
-    };
-    QTest::mouseClick(table(*dialog)->viewport(), Qt::LeftButton, {}, place(2, TopsModel::NameColumn));
-    QVERIFY(!editor(*dialog)); // only wells are chosen
-    QTest::mouseClick(table(*dialog)->viewport(), Qt::LeftButton, {}, place(2, TopsModel::WellColumn));
-    QVERIFY(editor(*dialog));
-    QAbstractItemView *list = editor(*dialog)->view();
-    QVERIFY(list->isVisible()); // the list of wells is open at once
-    QCOMPARE(list->model()->rowCount(), 4);
-    QCOMPARE(editor(*dialog)->currentText(), leaveOutText());
-    QTest::qWait(QApplication::doubleClickInterval()); // the list takes no click that follows at once
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(3, 0)).center());
-    QTRY_VERIFY(!editor(*dialog));
-    QCOMPARE(rowText(*dialog, 2), QStringLiteral("Elsewhere|W-3|0|1|93.00|0|0"));
-    QCOMPARE(state(*dialog), QStringLiteral("3 wells to change: 1 new marker, 3 moved ones."));
-}
-
-// Names may differ only where a cell has no room for them.
-void TestTopsDialog::theListShowsLongNames()
-{
-    WellProperties well;
-    well.name = QStringLiteral("A well of a name that is longer than any column is wide");
-    well.totalDepth = 100;
-    QVERIFY(m_store->addWell(well).ok());
-    const QString longName = well.name;
-    well.name = QStringLiteral("W-10");
-    QVERIFY(m_store->addWell(well).ok());
-    const auto dialog = open({write("tops.csv", threeWells)});
-    QTest::mouseClick(table(*dialog)->viewport(), Qt::LeftButton, {},
-                      table(*dialog)->visualRect(cell(*dialog, 0, TopsModel::WellColumn)).center());
-    const QAbstractItemView *list = editor(*dialog)->view();
-    const int textWidth = list->fontMetrics().horizontalAdvance(longName);
-    QVERIFY(textWidth > table(*dialog)->columnWidth(TopsModel::WellColumn));
-    QVERIFY(list->viewport()->width() > textWidth);
-    QStringList names;
-    for (int row = 0; row < list->model()->rowCount(); ++row)
-        names.append(list->model()->index(row, 0).data().toString());
-    QCOMPARE(names.mid(2), (QStringList{"W-1", "W-2", "W-3", "W-10"})); // as people count
-    editor(*dialog)->hidePopup();
-}
-
-void TestTopsDialog::wellsAreChosenByKeys()
-{
-    const auto dialog = open({write("tops.csv", threeWells)});
-    QTest::keyClick(table(*dialog), Qt::Key_Down);
-    QTest::keyClick(table(*dialog), Qt::Key_Down);
-    QTest::keyClick(table(*dialog), Qt::Key_F2);
-    QVERIFY(editor(*dialog));
-    for (int i = 0; i < 3; ++i)
-        QTest::keyClick(editor(*dialog), Qt::Key_Down);
-    QCOMPARE(rowText(*dialog, 2), QStringLiteral("Elsewhere|(leave out)|||||1")); // not yet
-    QTest::keyClick(editor(*dialog), Qt::Key_Escape);
-    QTRY_VERIFY(!editor(*dialog));
-    QVERIFY(dialog->isVisible());
-    QCOMPARE(rowText(*dialog, 2), QStringLiteral("Elsewhere|(leave out)|||||1"));
-    QTest::keyClick(table(*dialog), Qt::Key_F2);
-    for (int i = 0; i < 3; ++i)
-        QTest::keyClick(editor(*dialog), Qt::Key_Down);
-    QTest::keyClick(editor(*dialog), Qt::Key_Return);
-    QTRY_VERIFY(!editor(*dialog));
-    QVERIFY(dialog->isVisible());
-    QCOMPARE(rowText(*dialog, 2), QStringLiteral("Elsewhere|W-3|0|1|93.00|0|0"));
-
-    // A well that was found can be left out.
-    QTest::keyClick(table(*dialog), Qt::Key_Up);
-    QTest::keyClick(table(*dialog), Qt::Key_F2);
-    QTest::keyClick(editor(*dialog), Qt::Key_Home);
-    QTest::keyClick(editor(*dialog), Qt::Key_Return);
-    QTRY_VERIFY(!editor(*dialog));
-    QCOMPARE(rowText(*dialog, 1), QStringLiteral("w 2|(leave out)|||||1"));
-    expectSummary();
-    QTest::keyClick(table(*dialog), Qt::Key_Return);
-    QCOMPARE(markers(1), QStringLiteral("Top@100"));
-    QCOMPARE(markers(2), QStringLiteral("Top@7"));
-    QVERIFY2(m_summary.contains(QLatin1String("  w 2: Left out.\n")), qPrintable(m_summary));
-}
-
-// The button is pressed while the arrow keys have chosen another well.
-void TestTopsDialog::whatIsBeingChosenCounts()
-{
-    const auto dialog = open({write("tops.csv", "Well,Name,MD\nW-1,Top,5\n")});
-    QTest::keyClick(table(*dialog), Qt::Key_F2);
-    QTest::keyClick(editor(*dialog), Qt::Key_Down);
-    expectSummary();
-    pressMnemonic(dialog.get(), Qt::Key_I);
-    QCOMPARE(markers(0), QStringLiteral("Top@100"));
-    QCOMPARE(markers(1), QStringLiteral("Top@5"));
-}
-
-void TestTopsDialog::twoRowsOfOneWellBlock()
-{
-    const auto dialog = open({write("tops.csv", threeWells)});
-    table(*dialog)->model()->setData(cell(*dialog, 2, TopsModel::WellColumn), 0, Qt::EditRole);
-    QCOMPARE(state(*dialog),
-             QStringLiteral("\"W-1\" and \"Elsewhere\" go into the same well, \"W-1\": leave one of them out."));
-    QVERIFY(!button(*dialog, "importButton")->isEnabled());
-    QVERIFY(cell(*dialog, 0, TopsModel::WellColumn).data(Qt::BackgroundRole).isValid());
-    QVERIFY(cell(*dialog, 2, TopsModel::WellColumn).data(Qt::BackgroundRole).isValid());
-    QVERIFY(!cell(*dialog, 1, TopsModel::WellColumn).data(Qt::BackgroundRole).isValid());
-    const auto before = files::snapshot(m_survey);
-    QTest::keyClick(table(*dialog), Qt::Key_Return);
-    QCOMPARE(files::snapshot(m_survey), before);
-    QVERIFY(!table(*dialog)->model()->setData(cell(*dialog, 2, TopsModel::NameColumn), 0, Qt::EditRole));
-    table(*dialog)->model()->setData(cell(*dialog, 0, TopsModel::WellColumn), -1, Qt::EditRole);
-    QVERIFY(button(*dialog, "importButton")->isEnabled());
 }
 
 void TestTopsDialog::theUnitIsAskedForWhereNoFileTellsIt()
