@@ -33,6 +33,7 @@ private slots:
     void listenersAreToldOfASwitch();
     void openActionAsksForAFolder();
     void recentSurveys();
+    void longPathsOfRecentSurveysAreShortened();
     void vanishedRecentSurveyIsTakenOff();
     void reopensTheLastSurvey();
     void newSurveyIsOpened();
@@ -200,6 +201,25 @@ void TestWorkbenchWindow::recentSurveys()
     QCOMPARE(settings::recentSurveys().first(), surveys.at(3));
     QCOMPARE(settings::recentSurveys().size(), 8);
     QCOMPARE(settings::recentSurveys().count(surveys.at(3)), 1);
+}
+
+void TestWorkbenchWindow::longPathsOfRecentSurveysAreShortened()
+{
+    const QString parent = m_folder->filePath(QStringLiteral("disk"));
+    QVERIFY(QDir().mkpath(parent + QLatin1Char('/') + QString(200, u'x')));
+    const QString survey = newSurvey(QStringLiteral("disk/") + QString(200, u'x') + QStringLiteral("/Field & <b>"));
+    QVERIFY(m_window->openSurvey(survey));
+    const QString entry = recentEntries().first();
+    QVERIFY2(entry.startsWith(QLatin1String("&1  /")) && entry.endsWith(QLatin1String("/Field && <b>")),
+             qPrintable(entry));
+    const QMenu *menu = find<QMenu>("recentMenu");
+    const int width = menu->fontMetrics().horizontalAdvance(entry);
+    QVERIFY2(width > 550 && width < 660, qPrintable(QString::number(width)));
+    QVERIFY(menu->toolTipsVisible());
+    QVERIFY(
+        menu->actions().first()->toolTip().contains(QString(200, u'x') + QStringLiteral("/Field &amp; &lt;b&gt;")));
+    trigger("recentSurvey1");
+    QTRY_COMPARE(m_host->surveyDirectory(), survey);
 }
 
 void TestWorkbenchWindow::vanishedRecentSurveyIsTakenOff()
