@@ -11,9 +11,8 @@ TabbedTable::TabbedTable(int rows, int columns, QWidget *parent)
 
 bool TabbedTable::isAtEnd(bool isNext) const
 {
-    return currentRow() < 0
-        || (isNext ? currentRow() == rowCount() - 1 && currentColumn() == columnCount() - 1
-                   : currentRow() == 0 && currentColumn() == 0);
+    return isNext ? currentRow() == rowCount() - 1 && currentColumn() == columnCount() - 1
+                  : currentRow() == 0 && currentColumn() == 0;
 }
 
 bool TabbedTable::focusNextPrevChild(bool isNext)

@@ -101,6 +101,7 @@ private slots:
     void opensAtTheFirstValueOfAnyTrack();
     void opensAtTheTopWithoutSamples();
     void opensInATabAtTheFirstSample();
+    void aDisplayThatWasSeenKeepsItsMiddle();
     void aDisplayThatWasScrolledStaysThere();
     void typeUnitScaleAndRangeKeepTheDepth();
     void aWidthKeepsThePlaceExactly();
@@ -233,6 +234,19 @@ void tst_depthnavigation::opensInATabAtTheFirstSample()
     tabs.resize(700, 500);
     QCoreApplication::processEvents();
     QVERIFY(qAbs(display->depthInView() - 700) < 60); // seen: only its top stays
+}
+
+// Where it opened counts no more once it was seen: another scale leaves what is in the middle.
+void tst_depthnavigation::aDisplayThatWasSeenKeepsItsMiddle()
+{
+    NavigationFixture f(600);
+    f.open1500();
+    QCoreApplication::processEvents();
+    const double depth = f.depthAt(f.middle());
+    QVERIFY(qAbs(depth - 600) > 5);
+    f.type(f.panel(), "scaleEdit", QStringLiteral("200"));
+    QVERIFY2(qAbs(f.depthAt(f.middle()) - depth) <= f.metresPerRow(),
+             qPrintable(QString::number(f.depthAt(f.middle()) - depth)));
 }
 
 void tst_depthnavigation::aDisplayThatWasScrolledStaysThere()

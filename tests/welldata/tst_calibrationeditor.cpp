@@ -5,6 +5,7 @@
 #include "support/testmain.h"
 #include "tests/welldata/welldatafixture.h"
 
+#include <QApplication>
 #include <QSignalSpy>
 
 using F = WellDataFixture;
@@ -20,6 +21,24 @@ private slots:
         m->show(m->points());
     }
     void cleanup() { m.reset(); }
+
+    // Also where the first and the last cell are lines of numbers.
+    void tabLeavesTheTableAtItsEnds()
+    {
+        store("Gamma", "100|50\n");
+        m->select("W-1");
+        chooseGroup("Gamma");
+        QStringList outside;
+        for (const bool isForward : {true, false}) {
+            QLineEdit *edit = F::edit(m->points(), 0, isForward ? 1 : 0);
+            edit->setFocus();
+            QTest::keyClick(edit, isForward ? Qt::Key_Tab : Qt::Key_Backtab);
+            const QWidget *focus = QApplication::focusWidget();
+            QVERIFY(focus && focus != table() && !table()->isAncestorOf(focus));
+            outside.append(focus->objectName());
+        }
+        QVERIFY2(outside.at(0) != outside.at(1), qPrintable(outside.join(' ')));
+    }
 
     void itLooksAsPrescribed()
     {

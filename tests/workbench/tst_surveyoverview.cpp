@@ -192,6 +192,7 @@ void TestSurveyOverview::theBorderFollowsTheSurvey()
     QVERIFY(m_window->openSurvey(broad));
     QVERIFY(view->columnWidth(WellsModel::XColumn) + view->columnWidth(WellsModel::NameColumn) > columns / 3);
     QTRY_VERIFY(view->horizontalHeader()->length() > columns && hasRoom());
+    QVERIFY(m_window->openSurvey(narrow));
     m_window->close();
     makeWindow();
     view = find<QTableView>("wellsTable");
