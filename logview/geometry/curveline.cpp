@@ -86,9 +86,7 @@ QPainterPath dashes(const QPen &pen, const QPainterPath &line, double lengthBefo
             continue;
         }
         const QLineF piece(line.elementAt(i - 1), line.elementAt(i));
-        const double length = piece.length();
-        if (length == 0)
-            continue;
+        const double length = piece.length(); // not 0: a path leaves out points that are where the one before is
         const auto [from, to] = partBetween(piece, topY, bottomY);
         const bool isContinued = isOpen && from <= 0;
         isOpen = false;

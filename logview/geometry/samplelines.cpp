@@ -18,7 +18,7 @@ SampleLines::SampleLines(PixelRows &pixels, ThinPen &pen, const CurveSamples &sa
     , m_pen(pen)
 {
     constexpr double rounding = 1.0000001 * static_cast<double>(std::numeric_limits<float>::epsilon());
-    const auto [low, high] = m_value.valuesBetween(-1, m_placer.width() + 1);
+    const auto [low, high] = m_value.unbroken();
     m_aboveBreaks = static_cast<float>(low + rounding * std::abs(low));
     m_belowBreaks = static_cast<float>(high - rounding * std::abs(high));
 }
@@ -102,11 +102,7 @@ void SampleLines::comeBack(int sample)
 
 void SampleLines::drawSome(int from, int lines)
 {
-    if (!placeSome(from, lines)) {
-        for (int i = from; i < from + lines; ++i)
-            m_pen.draw(xOf(i), yOf(i), xOf(i + 1), yOf(i + 1), ThinPen::NoCap);
-        return;
-    }
+    placeSome(from, lines);
     for (int line = 0; line < lines;) {
         line = drawUntilInRow(line);
         if (line == lines)
@@ -119,20 +115,15 @@ void SampleLines::drawSome(int from, int lines)
     }
 }
 
-// False where they are too far away for 32 bits.
-bool SampleLines::placeSome(int from, int lines)
+void SampleLines::placeSome(int from, int lines)
 {
-    constexpr qint64 farthest = 1 << 29;
     const auto [top, bottom] = std::minmax({yOf(from), yOf(from + lines)});
-    if (top < -farthest || bottom > farthest)
-        return false;
     placeValuesOf(from, lines + 1);
     if (top >= 0 && top != bottom)
         m_placer.toSteps(m_samples, from, lines + 1, m_topY, m_y);
     for (int i = 0; (top < 0 || top == bottom) && i <= lines; ++i)
         m_y[i] = static_cast<int>(top == bottom ? top : yOf(from + i));
     mark(lines);
-    return true;
 }
 
 // Draws one line after the other until the pen is in the row of the point that is reached.

@@ -21,7 +21,8 @@ public:
 
     /// The first of the samples [from, end) that breaks the line.
     int firstBreak(int from, int end) const;
-    /// Draws the lines from one sample on to another. The pen stands behind a line to the first; no sample breaks the line.
+    /// Draws the lines from one sample on to another. The pen stands behind a line to the first; no sample breaks the line, and
+    /// none stands farther from the pixels than 32 bits count.
     void draw(int from, int to);
 
 private:
@@ -32,7 +33,7 @@ private:
     bool pass(int from, int to);
     void comeBack(int sample);
     void drawSome(int from, int lines);
-    bool placeSome(int from, int lines);
+    void placeSome(int from, int lines);
     int drawUntilInRow(int line);
     void drawLevel(int from, int to);
     void settleRight(int column, int from, int to);

@@ -83,10 +83,8 @@ private:
     {
         if (from == to)
             return; // a path leaves it out
-        if (std::max(from.y(), to.y()) < m_cutTop || std::min(from.y(), to.y()) > m_cutBottom) {
-            m_pen.lift();
+        if (std::max(from.y(), to.y()) < m_cutTop || std::min(from.y(), to.y()) > m_cutBottom)
             return;
-        }
         if (!isInside(from))
             from = cut(from, to);
         if (!isInside(to)) {

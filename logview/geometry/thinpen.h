@@ -148,7 +148,7 @@ private:
     {
         if (dv == 0)
             return 0;
-        if (std::abs(dv) <= 0x7fff && du <= 0x7fff)
+        if (du <= 0x7fff) // as dv is no longer, 32 bits suffice
             return static_cast<int>(dv) * (1 << 16) / static_cast<int>(du);
         return dv * (1 << 16) / du;
     }

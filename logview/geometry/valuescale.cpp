@@ -32,7 +32,6 @@ ValuePlacer::ValuePlacer(const ValueScale &scale)
     , m_low(static_cast<double>(scale.minimum))
     , m_span(std::abs(static_cast<double>(scale.maximum) - m_low))
     , m_width(static_cast<double>(scale.width))
-    , m_perPixel(0)
     , m_sign(scale.maximum > scale.minimum ? 1 : -1)
 {
     if (m_scale.isLogarithmic) {
@@ -40,7 +39,6 @@ ValuePlacer::ValuePlacer(const ValueScale &scale)
         m_span = std::log10(static_cast<double>(scale.maximum)) - m_low;
         m_isDrawable = m_isDrawable && std::isfinite(m_low) && std::isfinite(m_span);
     }
-    m_perPixel = m_span / m_width;
 }
 
 void ValuePlacer::toSteps(const float *values, int count, int *steps) const
@@ -63,20 +61,14 @@ double ValuePlacer::toLogarithmicPixel(double value) const
     return x >= 0 && x <= m_width ? x : std::numeric_limits<double>::quiet_NaN();
 }
 
-std::pair<double, double> ValuePlacer::valuesBetween(double left, double right) const
+std::pair<double, double> ValuePlacer::unbroken() const
 {
     constexpr double farthest = std::numeric_limits<float>::max();
-    constexpr double rounding = 1.0 / 128;
-    if (!m_isDrawable || !(m_span > 0) || !(m_width > 0))
+    if (!m_isDrawable)
         return {farthest, -farthest};
-    const double from = left + rounding;
-    const double to = right - rounding;
-    if (m_scale.isLogarithmic) // what lies before the first limit is mirrored, behind the last one it breaks the line
-        return {std::pow(10, m_low + std::max(from, 0.0) * m_perPixel),
-                std::pow(10, m_low + std::min(to, m_width) * m_perPixel)};
-    const double low = left < 0 ? -farthest : from * m_perPixel;
-    const double high = right > m_width ? farthest : to * m_perPixel;
-    return m_sign > 0 ? std::pair(m_low + low, m_low + high) : std::pair(m_low - high, m_low - low);
+    if (m_scale.isLogarithmic)
+        return {std::pow(10, m_low), std::pow(10, m_low + m_span)};
+    return {-farthest, farthest};
 }
 
 bool operator==(const ValueScale &a, const ValueScale &b)

@@ -47,10 +47,9 @@ public:
     }
     /// toPixel() in 64ths of a pixel, rounded down, of some values which it places.
     void toSteps(const float *values, int count, int *steps) const;
-    /// Two values; all between them, the two excluded, stand between \a left and \a right, and none of them breaks a
-    /// line. Those that stand within 1/128 pixel of the two need not be among them. The first is not below the second
-    /// where there are none.
-    std::pair<double, double> valuesBetween(double left, double right) const;
+    /// Two values between which, but for rounding, none breaks a line. The first is not below the second where there
+    /// are none.
+    std::pair<double, double> unbroken() const;
     /// Whether x only grows, or only falls, with the value, from \a value on.
     bool isMonotonous(double value) const
     {
@@ -65,7 +64,6 @@ private:
     double m_low; ///< logarithmic: its logarithm
     double m_span; ///< positive on linear scales
     double m_width;
-    double m_perPixel; ///< how much of the span one takes
     double m_sign; ///< -1 on a mirrored linear scale
 };
 

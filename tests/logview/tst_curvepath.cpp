@@ -323,6 +323,10 @@ private slots:
         QVERIFY(!passes(samples, key, QRectF(35, 249, 2, 2)));
         QVERIFY(!passes(samples, key, QRectF(59, 700, 2, 2))); // in the gap
         QVERIFY(passes(samples, key, QRectF(59, 999, 2, 2)));
+        QVERIFY(passes(samples, key, QRectF(59, 500, 2, 2))); // a line's end on the edge of the area
+        QVERIFY(passes(samples, key, QRectF(19, -2, 2, 2)));
+        QVERIFY(passes(samples, key, QRectF(58, 999, 2, 2)));
+        QVERIFY(passes(samples, key, QRectF(60, 999, 2, 2)));
         for (const logshapes::Shape shape : {logshapes::Random, logshapes::Descending, logshapes::Gappy}) {
             const logshapes::Log log = logshapes::make(shape, 20000, 100, 3);
             const CurveSamples dense = log.samples();
@@ -339,6 +343,14 @@ private slots:
             }
             QVERIFY2(hits > 8 && misses > 50, qPrintable(QString::number(hits)));
         }
+    }
+
+    void pickingFollowsTheLinePastSkippedSamples()
+    {
+        const CurveSamples samples({40, 400, 60, 20}, {20, 70, 20, 90}); // the second is below the depth range
+        const CurveKey key = curveKey(samples, axis, {}, scale);
+        QVERIFY(passes(samples, key, QRectF(19, 499, 2, 2)));
+        QVERIFY(!passes(samples, key, QRectF(44, 499, 2, 2)));
     }
 
     // However long the log is.
@@ -408,7 +420,20 @@ private slots:
             QCOMPARE(placer.range(samples, {300, 305}), isDescending ? Range(59, 62) : Range(39, 42));
             QCOMPARE(placer.range(samples, {-50, 20}), isDescending ? Range(87, 91) : Range(10, 14));
             QCOMPARE(placer.range(samples, {780, 900}), isDescending ? Range(10, 14) : Range(87, 91));
+            // All samples at the ends of the depth range are in it.
+            const CurveSamples doubled = samplesOf(isDescending ? QVector<double>{90, 90, 90, 10, 10, 10}
+                                                                : QVector<double>{10, 10, 10, 90, 90, 90},
+                                                   {1, 2, 3, 4, 5, 6});
+            QCOMPARE(placer.range(doubled), Range(0, 6));
+            QCOMPARE(placer.range(doubled, {-50, 900}), Range(0, 6));
         }
+    }
+    void wholeRowsReachFromEdgeToEdge()
+    {
+        const ShownRows rows = ShownRows{10.2, 20.7, 2}.wholeRows();
+        QCOMPARE(rows.top, 10.0);
+        QVERIFY(rows.bottom < 21 && rows.bottom > 20.999);
+        QCOMPARE(rows.perPixel, 2.0);
     }
 
     void whatIsPaintedIsReadOnce()

@@ -31,6 +31,8 @@ private slots:
     }
     void linesThatLeaveTheDevicePaintTheSamePixels_data() { everyShape(); }
     void linesThatLeaveTheDevicePaintTheSamePixels();
+    void lastLinesThatComeFromAboveTheDevice();
+    void longLinesPaintTheSamePixels();
     void denseLinesPaintTheSamePixels_data();
     void denseLinesPaintTheSamePixels();
     void widerPensPaintAlmostTheSamePixels_data() { everyShape(); }
@@ -54,8 +56,10 @@ private slots:
     void aPartialPaintIsAPartOfTheWhole_data() { everyShape(); }
     void aPartialPaintIsAPartOfTheWhole();
     void aPointThatIsThereTwiceIsNoLine();
+    void fewLinesOfAWidePenAreStroked();
     void whatScrollsByIsPaintedAsAnew();
     void oneLineServesEveryScreen();
+    void pensOfOtherCapsAndJoins();
     void otherPaintersStrokeTheReducedPath_data();
     void otherPaintersStrokeTheReducedPath();
 
@@ -164,6 +168,57 @@ void tst_curvepixels::linesThatLeaveTheDevicePaintTheSamePixels()
     QVERIFY2(differing <= (isBroken ? covered / 9000 : 0), qPrintable(QString::number(differing)));
 }
 
+// Which the painter cuts before it looks for their pixels, however little of them shows.
+void tst_curvepixels::lastLinesThatComeFromAboveTheDevice()
+{
+    const Scene scene = sceneOf(0, 100, 100, false, false);
+    int painted = 0;
+    for (int i = 0; i < 400; ++i) {
+        logshapes::Log log;
+        log.depths = {1, 45 - 0.1 * (i % 40), 50 + 0.01 * (i % 97)};
+        log.values = {75, 10 + 0.31 * i, 140 - 0.27 * i};
+        const CurveSamples samples = log.samples();
+        const CurveKey key = curveKey(samples, scene.axis, scene.reference, scene.scale);
+        CurveLine line;
+        line.update(samples, key);
+        const QPainterPath all = logshapes::everySample(log, key);
+        const QImage expected = logshapes::picture({200, 10}, 50, [&](QPainter &painter) {
+            painter.setPen(solidPen(1));
+            painter.drawPath(all);
+        });
+        const QImage image =
+            logshapes::picture({200, 10}, 50, [&](QPainter &painter) { line.paint(painter, solidPen(1), 0, 100); });
+        QCOMPARE(logshapes::difference(image, expected), 0);
+        painted += logshapes::paintedPixels(expected);
+    }
+    QVERIFY(painted > 1000);
+}
+
+// The painter counts slopes of lines of more than 512 pixels otherwise.
+void tst_curvepixels::longLinesPaintTheSamePixels()
+{
+    for (const bool isWide : {false, true}) {
+        Scene scene = sceneOf(0, 1000, isWide ? 40 : 2400, false, false);
+        scene.scale.width = isWide ? 2400 : 200;
+        const logshapes::Log log = logshapes::make(logshapes::Random, isWide ? 30 : 4, 1000, 3);
+        const CurveSamples samples = log.samples();
+        const CurveKey key = curveKey(samples, scene.axis, scene.reference, scene.scale);
+        CurveLine line;
+        line.update(samples, key);
+        const QPainterPath all = logshapes::everySample(log, key);
+        const QSize size =
+            QSizeF(static_cast<double>(scene.scale.width), static_cast<double>(scene.axis.height)).toSize();
+        const QImage expected = logshapes::picture(size, 0, [&](QPainter &painter) {
+            painter.setPen(solidPen(1));
+            painter.drawPath(all);
+        });
+        const QImage image = logshapes::picture(
+            size, 0, [&](QPainter &painter) { line.paint(painter, solidPen(1), 0, size.height()); });
+        QVERIFY(logshapes::paintedPixels(expected) > 2000);
+        QCOMPARE(logshapes::difference(image, expected), 0);
+    }
+}
+
 void tst_curvepixels::denseLinesPaintTheSamePixels_data()
 {
     QTest::addColumn<double>("step"); // from sample to sample, in pixels
@@ -262,6 +317,18 @@ void tst_curvepixels::aPointThatIsThereTwiceIsNoLine()
     };
     QCOMPARE(painted(1), 0);
     QCOMPARE(painted(4), 0);
+}
+
+// The painter is quick with them, and its picture is the right one.
+void tst_curvepixels::fewLinesOfAWidePenAreStroked()
+{
+    const CurveKey key = {{0, 1000, 800}, {}, {false, 0, 150, 200}, 0};
+    const auto isNeeded = [&](int count, double penWidth) {
+        return StrokeRows(logshapes::make(logshapes::Random, count, 1000, 3).samples(), key, penWidth).isNeeded();
+    };
+    QVERIFY(isNeeded(3, 1));
+    QVERIFY(isNeeded(101, 3));
+    QVERIFY(!isNeeded(100, 3));
 }
 
 // Also on screens that scale pixels: by the distance of the middle of each pixel from every line.
@@ -364,6 +431,35 @@ void tst_curvepixels::oneLineServesEveryScreen()
     }
 }
 
+// With one pixel only flat ends look otherwise.
+void tst_curvepixels::pensOfOtherCapsAndJoins()
+{
+    const Scene scene = sceneOf(0, 1000, 300, false, false);
+    const logshapes::Log log = logshapes::make(logshapes::Noisy, 6000, 990, 5);
+    const CurveSamples samples = log.samples();
+    const CurveKey key = curveKey(samples, scene.axis, scene.reference, scene.scale);
+    CurveLine line;
+    line.update(samples, key);
+    const auto differing = [&](const QPainterPath &path, int width, Qt::PenCapStyle cap, Qt::PenJoinStyle join) {
+        const QPen pen(QBrush(Qt::black), width, Qt::SolidLine, cap, join);
+        const QImage expected = logshapes::picture({200, 300}, 0, [&](QPainter &painter) {
+            painter.setPen(pen);
+            painter.drawPath(path);
+        });
+        return logshapes::difference(
+            logshapes::picture({200, 300}, 0, [&](QPainter &painter) { line.paint(painter, pen, 0, 300); }),
+            expected);
+    };
+    const QPainterPath all = logshapes::everySample(log, key);
+    const QPainterPath reduced = reducedPath(samples, key);
+    QCOMPARE(differing(all, 1, Qt::SquareCap, Qt::MiterJoin), 0);
+    QVERIFY(differing(reduced, 1, Qt::SquareCap, Qt::MiterJoin) > 0);
+    QCOMPARE(differing(reduced, 1, Qt::FlatCap, Qt::MiterJoin), 0);
+    QCOMPARE(differing(reduced, 4, Qt::FlatCap, Qt::RoundJoin), 0);
+    QCOMPARE(differing(reduced, 4, Qt::SquareCap, Qt::RoundJoin), 0);
+    QCOMPARE(differing(reduced, 4, Qt::RoundCap, Qt::MiterJoin), 0);
+}
+
 void tst_curvepixels::otherPaintersStrokeTheReducedPath_data()
 {
     QTest::addColumn<QTransform>("transform");
@@ -399,6 +495,8 @@ void tst_curvepixels::otherPaintersStrokeTheReducedPath()
         painter.setPen(solidPen(1));
         painter.drawPath(reduced);
     });
+    // Also when it keeps the rows of a screen.
+    (void)logshapes::picture({200, 400}, 0, [&](QPainter &painter) { line.paint(painter, solidPen(1), 0, 400); });
     const QImage painted = pictureBy([&](QPainter &painter) { line.paint(painter, solidPen(1), 0, 400); });
     QVERIFY(logshapes::paintedPixels(expected) > 100);
     QCOMPARE(logshapes::difference(painted, expected), 0);

@@ -16,6 +16,8 @@ class tst_dashedcurves : public QObject
 private slots:
     void dashesKeepTheirPlaces();
     void dashesFollowThePattern();
+    void dashesOfALevelLine();
+    void dashesBeginBehindAGap();
     void dashesOfLongLinesAreThoseInView();
     void gapsOfDashedLinesStayOpen();
 };
@@ -68,6 +70,48 @@ void tst_dashedcurves::dashesFollowThePattern()
         logshapes::picture({200, 600}, 0, [&](QPainter &painter) { line.paint(painter, pen, 0, 600); });
     for (int row = 0; row < 600; ++row)
         QCOMPARE(moved.pixel(120, row) == QColor(Qt::black).rgb(), (row + 3) % 6 < 4);
+}
+
+void tst_dashedcurves::dashesOfALevelLine()
+{
+    const Scene scene = sceneOf(0, 1000, 600, false, false);
+    const CurveSamples samples({500, 500}, {30, 120}); // from 40 to 160 pixels
+    CurveLine line;
+    line.update(samples, curveKey(samples, scene.axis, scene.reference, scene.scale));
+    QPen pen = solidPen(1);
+    pen.setStyle(Qt::DashLine);
+    const auto pictureOf = [&](double topY, double bottomY) {
+        return logshapes::picture({200, 600}, 0, [&](QPainter &painter) { line.paint(painter, pen, topY, bottomY); });
+    };
+    const QImage image = pictureOf(0, 600);
+    for (int column = 0; column < 200; ++column)
+        QCOMPARE(image.pixel(20 + column, 300) == QColor(Qt::black).rgb(),
+                 column >= 40 && column < 160 && (column - 40) % 6 < 4);
+    QCOMPARE(logshapes::difference(pictureOf(290, 310), image), 0);
+    for (const auto &[topY, bottomY] : {std::pair(0, 295), std::pair(305, 600)})
+        QCOMPARE(logshapes::paintedPixels(pictureOf(topY, bottomY)), 0);
+}
+
+// Also where a view begins far below the gap.
+void tst_dashedcurves::dashesBeginBehindAGap()
+{
+    const Scene scene = sceneOf(0, 200, 600, false, false);
+    for (const int gap : {63, 64, 65, 128}) {
+        QVector<float> depths;
+        QVector<float> values(200, 75);
+        for (int i = 0; i < 200; ++i)
+            depths.append(static_cast<float>(i));
+        values[gap] = static_cast<float>(nullSampleValue);
+        const CurveSamples samples(depths, values);
+        CurveLine line;
+        line.update(samples, curveKey(samples, scene.axis, scene.reference, scene.scale));
+        QPen pen = solidPen(1);
+        pen.setStyle(Qt::DashLine);
+        const QImage image =
+            logshapes::picture({200, 100}, 450, [&](QPainter &painter) { line.paint(painter, pen, 450, 550); });
+        for (int row = 0; row < 100; ++row)
+            QCOMPARE(image.pixel(120, row) == QColor(Qt::black).rgb(), (450 + row - 3 * (gap + 1)) % 6 < 4);
+    }
 }
 
 void tst_dashedcurves::dashesOfLongLinesAreThoseInView()

@@ -117,6 +117,8 @@ private slots:
         const CurveSamples copy = samples;
         QCOMPARE(copy.revision(), samples.revision());
         QVERIFY(CurveSamples(depths, values).revision() != samples.revision());
+        QCOMPARE(CurveSamples().revision(), quint64(0)); // that of none which is made
+        QVERIFY(samples.revision() > 0);
         QCOMPARE(samples.order(), DepthOrder::Ascending);
         QVERIFY(samples.isNull(0) == false);
     }

@@ -107,6 +107,22 @@ private slots:
         QVERIFY(values.size() > 4000);
         compareSteps(values, scale);
     }
+    void noValueBetweenTwoBreaks()
+    {
+        using Values = std::pair<double, double>;
+        const auto farthest = static_cast<double>(std::numeric_limits<float>::max());
+        for (const ValueScale &scale :
+             {ValueScale{false, 0, 150, 200}, ValueScale{false, 150, 0, 200}, ValueScale{false, 75, 75, 200}})
+            QCOMPARE(ValuePlacer(scale).unbroken(), Values(-farthest, farthest));
+        const auto [low, high] = ValuePlacer({true, 2, 200, 400}).unbroken();
+        QCOMPARE(low, 2.0);
+        QCOMPARE(high, 200.0);
+        for (const ValueScale &scale : {ValueScale{true, 200, 2, 400}, ValueScale{true, 0, 200, 400},
+                                        ValueScale{true, -2, -1, 400}, ValueScale{false, 0, 150, -1}}) {
+            const auto [first, last] = ValuePlacer(scale).unbroken();
+            QVERIFY(first >= last);
+        }
+    }
     void logarithmicScalesTurnAtTheirMinimum()
     {
         QVERIFY(ValuePlacer({false, 0, 150, 200}).isMonotonous(-50));
