@@ -11,7 +11,7 @@
 
 namespace {
 
-QString numberText(double value)
+QString scaleText(double value)
 {
     return QString::fromLatin1(base::formatGeneral(value));
 }
@@ -23,7 +23,7 @@ CorrelationViewProperty::CorrelationViewProperty(CorrelationView *view)
     , m_view(view)
     , m_shownScale(static_cast<double>(logview::defaultDepthScale))
     , m_name(new QLabel)
-    , m_scale(new QLineEdit(numberText(m_shownScale)))
+    , m_scale(new QLineEdit(scaleText(m_shownScale)))
     , m_depthType(new QComboBox)
     , m_depthUnit(new QComboBox)
     , m_flatAt(new QComboBox)
@@ -57,7 +57,7 @@ void CorrelationViewProperty::setCorrelationName(const QString &name)
 void CorrelationViewProperty::setScale(double scale)
 {
     m_shownScale = scale;
-    m_scale->setText(numberText(scale));
+    m_scale->setText(scaleText(scale));
 }
 
 void CorrelationViewProperty::setMarkers(const QStringList &names)
@@ -87,7 +87,7 @@ QString CorrelationViewProperty::flatMarker() const
 
 void CorrelationViewProperty::enterScale(double scale)
 {
-    m_scale->setText(numberText(scale));
+    m_scale->setText(scaleText(scale));
     scaleChanged();
 }
 
@@ -99,7 +99,7 @@ void CorrelationViewProperty::scaleChanged()
         setScale(m_shownScale);
         return;
     }
-    if (numberText(*scale) == numberText(m_shownScale))
+    if (scaleText(*scale) == scaleText(m_shownScale))
         return;
     m_shownScale = *scale;
     m_view->setScaleFactor(static_cast<float>(*scale));

@@ -4,7 +4,7 @@
 
 namespace {
 
-ColumnImportTexts texts()
+ColumnImportTexts pointTexts()
 {
     ColumnImportTexts texts;
     texts.objectName = QStringLiteral("CalibrationPointASCII");
@@ -23,7 +23,7 @@ ColumnImportTexts texts()
 
 CalibrationPointASCII::CalibrationPointASCII(DefineCalibrationPoint &editor, ProjectData &projectData,
                                              const welldata::WellChoice &well, const QString &groupName)
-    : ColumnImportDialog(projectData, texts(), &editor)
+    : ColumnImportDialog(projectData, pointTexts(), &editor)
     , m_editor(editor)
     , m_well(well)
     , m_groupName(groupName)

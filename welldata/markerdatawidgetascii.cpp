@@ -4,7 +4,7 @@
 
 namespace {
 
-ColumnImportTexts texts()
+ColumnImportTexts markerTexts()
 {
     ColumnImportTexts texts;
     texts.objectName = QStringLiteral("MarkerDataWidgetASCII");
@@ -23,7 +23,7 @@ ColumnImportTexts texts()
 
 MarkerDataWidgetASCII::MarkerDataWidgetASCII(MarkerDataWidget &editor, ProjectData &projectData,
                                              const welldata::WellChoice &well)
-    : ColumnImportDialog(projectData, texts(), &editor)
+    : ColumnImportDialog(projectData, markerTexts(), &editor)
     , m_editor(editor)
     , m_well(well)
 {

@@ -4,7 +4,7 @@
 
 namespace {
 
-ColumnImportTexts texts()
+ColumnImportTexts zoneTexts()
 {
     ColumnImportTexts texts;
     texts.objectName = QStringLiteral("WellPerforationASCII");
@@ -26,7 +26,7 @@ ColumnImportTexts texts()
 
 WellPerforationASCII::WellPerforationASCII(DefineWellPerforation &editor, ProjectData &projectData,
                                            const welldata::WellChoice &well)
-    : ColumnImportDialog(projectData, texts(), &editor)
+    : ColumnImportDialog(projectData, zoneTexts(), &editor)
     , m_editor(editor)
     , m_well(well)
 {

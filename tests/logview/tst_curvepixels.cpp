@@ -56,12 +56,8 @@ private slots:
     void aPartialPaintIsAPartOfTheWhole_data() { everyShape(); }
     void aPartialPaintIsAPartOfTheWhole();
     void aPointThatIsThereTwiceIsNoLine();
-    void fewLinesOfAWidePenAreStroked();
     void whatScrollsByIsPaintedAsAnew();
     void oneLineServesEveryScreen();
-    void pensOfOtherCapsAndJoins();
-    void otherPaintersStrokeTheReducedPath_data();
-    void otherPaintersStrokeTheReducedPath();
 
 private:
     void everyShape();
@@ -319,18 +315,6 @@ void tst_curvepixels::aPointThatIsThereTwiceIsNoLine()
     QCOMPARE(painted(4), 0);
 }
 
-// The painter is quick with them, and its picture is the right one.
-void tst_curvepixels::fewLinesOfAWidePenAreStroked()
-{
-    const CurveKey key = {{0, 1000, 800}, {}, {false, 0, 150, 200}, 0};
-    const auto isNeeded = [&](int count, double penWidth) {
-        return StrokeRows(logshapes::make(logshapes::Random, count, 1000, 3).samples(), key, penWidth).isNeeded();
-    };
-    QVERIFY(isNeeded(3, 1));
-    QVERIFY(isNeeded(101, 3));
-    QVERIFY(!isNeeded(100, 3));
-}
-
 // Also on screens that scale pixels: by the distance of the middle of each pixel from every line.
 void tst_curvepixels::widePensCoverWhatLiesWithinHalfTheirWidth()
 {
@@ -429,77 +413,6 @@ void tst_curvepixels::oneLineServesEveryScreen()
         QVERIFY(logshapes::paintedPixels(pictureOf(fresh)) > 300);
         QCOMPARE(logshapes::difference(pictureOf(line), pictureOf(fresh)), 0);
     }
-}
-
-// With one pixel only flat ends look otherwise.
-void tst_curvepixels::pensOfOtherCapsAndJoins()
-{
-    const Scene scene = sceneOf(0, 1000, 300, false, false);
-    const logshapes::Log log = logshapes::make(logshapes::Noisy, 6000, 990, 5);
-    const CurveSamples samples = log.samples();
-    const CurveKey key = curveKey(samples, scene.axis, scene.reference, scene.scale);
-    CurveLine line;
-    line.update(samples, key);
-    const auto differing = [&](const QPainterPath &path, int width, Qt::PenCapStyle cap, Qt::PenJoinStyle join) {
-        const QPen pen(QBrush(Qt::black), width, Qt::SolidLine, cap, join);
-        const QImage expected = logshapes::picture({200, 300}, 0, [&](QPainter &painter) {
-            painter.setPen(pen);
-            painter.drawPath(path);
-        });
-        return logshapes::difference(
-            logshapes::picture({200, 300}, 0, [&](QPainter &painter) { line.paint(painter, pen, 0, 300); }),
-            expected);
-    };
-    const QPainterPath all = logshapes::everySample(log, key);
-    const QPainterPath reduced = reducedPath(samples, key);
-    QCOMPARE(differing(all, 1, Qt::SquareCap, Qt::MiterJoin), 0);
-    QVERIFY(differing(reduced, 1, Qt::SquareCap, Qt::MiterJoin) > 0);
-    QCOMPARE(differing(reduced, 1, Qt::FlatCap, Qt::MiterJoin), 0);
-    QCOMPARE(differing(reduced, 4, Qt::FlatCap, Qt::RoundJoin), 0);
-    QCOMPARE(differing(reduced, 4, Qt::SquareCap, Qt::RoundJoin), 0);
-    QCOMPARE(differing(reduced, 4, Qt::RoundCap, Qt::MiterJoin), 0);
-}
-
-void tst_curvepixels::otherPaintersStrokeTheReducedPath_data()
-{
-    QTest::addColumn<QTransform>("transform");
-    QTest::addColumn<bool>("isAntialiased");
-    QTest::newRow("antialiased") << QTransform::fromScale(2, 2) << true;
-    QTest::newRow("wider than high") << QTransform::fromScale(3, 2) << false;
-    QTest::newRow("smaller") << QTransform::fromScale(0.5, 0.5) << false;
-    QTest::newRow("between pixels") << QTransform::fromTranslate(0.5, 0) << false;
-    QTest::newRow("leaning") << QTransform(1, 0.1, 0, 1, 0, 0) << false;
-}
-
-void tst_curvepixels::otherPaintersStrokeTheReducedPath()
-{
-    QFETCH(QTransform, transform);
-    QFETCH(bool, isAntialiased);
-    const Scene scene = sceneOf(0, 1000, 400, false, false);
-    const logshapes::Log log = logshapes::make(logshapes::Wander, 8000, 1000, 5);
-    const CurveSamples samples = log.samples();
-    const CurveKey key = curveKey(samples, scene.axis, scene.reference, scene.scale);
-    CurveLine line;
-    line.update(samples, key);
-    ShownRows rows;
-    rows.perPixel = std::max(1.0, transform.m22());
-    const QPainterPath reduced = reducedPath(samples, key, rows);
-    const auto pictureBy = [&](const auto &paint) {
-        return logshapes::picture({600, 800}, 0, [&](QPainter &painter) {
-            painter.setRenderHint(QPainter::Antialiasing, isAntialiased);
-            painter.setTransform(transform, true);
-            paint(painter);
-        });
-    };
-    const QImage expected = pictureBy([&](QPainter &painter) {
-        painter.setPen(solidPen(1));
-        painter.drawPath(reduced);
-    });
-    // Also when it keeps the rows of a screen.
-    (void)logshapes::picture({200, 400}, 0, [&](QPainter &painter) { line.paint(painter, solidPen(1), 0, 400); });
-    const QImage painted = pictureBy([&](QPainter &painter) { line.paint(painter, solidPen(1), 0, 400); });
-    QVERIFY(logshapes::paintedPixels(expected) > 100);
-    QCOMPARE(logshapes::difference(painted, expected), 0);
 }
 
 QTEST_GUILESS_MAIN(tst_curvepixels)
