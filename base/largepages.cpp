@@ -18,6 +18,10 @@ void wishForLargePages(void *begin, std::size_t bytes)
     const std::uintptr_t first = address / page * page;
     const std::uintptr_t end = (address + bytes + page - 1) / page * page;
     madvise(reinterpret_cast<void *>(first), end - first, MADV_HUGEPAGE);
+#ifdef MADV_POPULATE_WRITE
+    // What is not in large pages would be given out at the first byte of each page; older systems know no better.
+    madvise(reinterpret_cast<void *>(first), end - first, MADV_POPULATE_WRITE);
+#endif
 #else
     (void)begin;
     (void)bytes;

@@ -4,8 +4,11 @@
 
 #include <QTest>
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
+#include <sys/mman.h>
+#include <vector>
 
 class tst_largepages : public QObject
 {
@@ -33,6 +36,28 @@ private slots:
         QVERIFY(memorymap::isWishedLarge(begin + bytes - 1));
         QVERIFY(!memorymap::isWishedLarge(memory.get()));
         QVERIFY(!memorymap::isWishedLarge(begin + bytes + page));
+    }
+
+    void areThereBeforeTheyAreFilled()
+    {
+#ifndef MADV_POPULATE_WRITE
+        QSKIP("this system gives pages out one by one");
+#else
+        constexpr size_t page = 4096;
+        constexpr size_t size = 8 << 20;
+        void *memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        QVERIFY(memory != MAP_FAILED);
+        if (madvise(memory, page, MADV_POPULATE_WRITE) != 0) {
+            munmap(memory, size);
+            QSKIP("this system gives pages out one by one");
+        }
+        base::wishForLargePages(memory, size);
+        std::vector<unsigned char> states(size / page);
+        const bool isKnown = mincore(memory, size, states.data()) == 0;
+        munmap(memory, size);
+        QVERIFY(isKnown);
+        QVERIFY(std::all_of(states.begin(), states.end(), [](unsigned char state) { return (state & 1) != 0; }));
+#endif
     }
 
     void shortArraysAreLeftAlone()
