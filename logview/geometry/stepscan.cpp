@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <limits>
 
 // Compiled for processors with wider vectors as well; which one is called is decided when the library is loaded.
 #if defined(__x86_64__) && defined(__GLIBC__) && defined(__GNUC__) && !defined(__clang__)
@@ -145,6 +146,37 @@ PART_OF_IT void markSome(const int *__restrict x, const int *__restrict y, int l
 }
 
 } // namespace
+
+FOR_WIDE_VECTORS DepthOrder orderOf(const float *depths, int count)
+{
+    if (count == 0)
+        return DepthOrder::Ascending;
+    constexpr int lanes = 8;
+    float largest[lanes] = {};
+    float smallest[lanes] = {};
+    int broken[lanes] = {};
+    const auto look = [&](const float *below, int lane) {
+        const float step = below[lane] - below[lane - 1];
+        largest[lane] = step > largest[lane] ? step : largest[lane];
+        smallest[lane] = step < smallest[lane] ? step : smallest[lane];
+        broken[lane] |= std::abs(below[lane]) <= std::numeric_limits<float>::max() ? 0 : 1;
+    };
+    int i = 1;
+    for (; i + lanes <= count; i += lanes)
+        for (int lane = 0; lane < lanes; ++lane)
+            look(depths + i, lane);
+    for (; i < count; ++i)
+        look(depths + i, 0);
+    // No function is called here: before a call that is not compiled along, the upper parts of the registers are not freed.
+    for (int lane = 1; lane < lanes; ++lane) {
+        largest[0] = std::max(largest[0], largest[lane]);
+        smallest[0] = std::min(smallest[0], smallest[lane]);
+        broken[0] |= broken[lane];
+    }
+    if (broken[0] != 0 || !std::isfinite(depths[0]) || (largest[0] > 0 && smallest[0] < 0))
+        return DepthOrder::Unsorted;
+    return smallest[0] < 0 ? DepthOrder::Descending : DepthOrder::Ascending;
+}
 
 FOR_WIDE_VECTORS void placeValues(const ValueScale &scale, const float *values, int count, int *steps)
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "logview/geometry/curvesamples.h"
 #include "logview/geometry/depthaxis.h"
 #include "logview/geometry/valuescale.h"
 
@@ -8,6 +9,9 @@
 /// What is computed of many samples at once, in the painter's steps of 1/64 pixel: loops without branches, in the widest vector
 /// instructions that the processor has.
 namespace logview {
+
+/// The order of some depths. This is what making a display of long logs costs besides reading them.
+DepthOrder orderOf(const float *depths, int count);
 
 /// Steps of some values on a linear scale, rounded down.
 void placeValues(const ValueScale &scale, const float *values, int count, int *steps);
