@@ -7,7 +7,8 @@
 #include <cstring>
 #include <limits>
 
-// Compiled for processors with wider vectors as well; which one is called is decided when the library is loaded.
+// Compiled for processors with wider vectors as well; which one is called is decided when the library is loaded. Such a function calls
+// none that is not compiled into it: compilers then leave the upper parts of the registers in use, which slows down all that follows.
 #if defined(__x86_64__) && defined(__GLIBC__) && defined(__GNUC__) && !defined(__clang__)
 #define FOR_WIDE_VECTORS [[gnu::target_clones("avx2", "default")]]
 #else
@@ -167,7 +168,6 @@ FOR_WIDE_VECTORS DepthOrder orderOf(const float *depths, int count)
             look(depths + i, lane);
     for (; i < count; ++i)
         look(depths + i, 0);
-    // No function is called here: before a call that is not compiled along, the upper parts of the registers are not freed.
     for (int lane = 1; lane < lanes; ++lane) {
         largest[0] = std::max(largest[0], largest[lane]);
         smallest[0] = std::min(smallest[0], smallest[lane]);

@@ -6,7 +6,7 @@
 
 #include <utility>
 
-/// What is computed of many samples at once, in the painter's steps of 1/64 pixel: loops without branches, in the widest vector
+/// What is computed of many samples at once, places in the painter's steps of 1/64 pixel: loops without branches, in the widest vector
 /// instructions that the processor has.
 namespace logview {
 
