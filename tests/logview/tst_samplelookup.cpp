@@ -105,6 +105,40 @@ private slots:
         }
     }
 
+    // Wherever the depth stands that breaks it.
+    void theOrderOfDepths()
+    {
+        const auto orderOfDepths = [](const QVector<float> &depths) {
+            return CurveSamples(depths, QVector<float>(depths.size())).order();
+        };
+        constexpr float infinite = std::numeric_limits<float>::infinity();
+        for (const int count : {1, 2, 9, 10, 21, 33}) {
+            QVector<float> rising;
+            for (int i = 0; i < count; ++i)
+                rising.append(static_cast<float>(i));
+            const QVector<float> falling(rising.crbegin(), rising.crend());
+            QCOMPARE(orderOfDepths(rising), DepthOrder::Ascending);
+            QCOMPARE(orderOfDepths(falling), count > 1 ? DepthOrder::Descending : DepthOrder::Ascending);
+            for (int i = 0; i < count; ++i) {
+                for (const QVector<float> &depths : {rising, falling}) {
+                    for (const float bad : {notANumber, infinite, -infinite}) {
+                        QVector<float> broken = depths;
+                        broken[i] = bad;
+                        QCOMPARE(orderOfDepths(broken), DepthOrder::Unsorted);
+                    }
+                    QVector<float> bent = depths;
+                    bent[i] += i == 0 || i == count - 1 ? 0.0F : 5.0F;
+                    if (bent != depths)
+                        QCOMPARE(orderOfDepths(bent), DepthOrder::Unsorted);
+                    QVector<float> level = depths;
+                    level[i] = i > 0 ? level.at(i - 1) : level.at(i);
+                    if (count > 2)
+                        QCOMPARE(orderOfDepths(level), orderOfDepths(depths));
+                }
+            }
+        }
+    }
+
     void samplesShareAndNumberThemselves()
     {
         const QVector<float> depths{1, 2, 3};
